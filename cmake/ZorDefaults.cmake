@@ -1,0 +1,40 @@
+# Settings shared by the SDK, the bench and the host. Installed with the SDK package, so that a bench
+# that is built alone uses the same ones.
+include_guard(DIRECTORY) # it sets variables: GLOBAL would leave sibling directories without them
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(ZOR_CCACHE ccache)
+mark_as_advanced(ZOR_CCACHE)
+if(ZOR_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+  # Relative paths make a second checkout of the same sources hit the cache.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+    ${ZOR_CCACHE})
+endif()
+
+set(ZOR_SANITIZE "" CACHE STRING "Sanitizers to build with, for example address,undefined")
+if(ZOR_SANITIZE)
+  add_compile_options(-fsanitize=${ZOR_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+  add_link_options(-fsanitize=${ZOR_SANITIZE})
+endif()
+
+# Warnings and Qt restrictions of every target of the project.
+function(zor_set_target_defaults target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Woverloaded-virtual -Wold-style-cast)
+  target_compile_definitions(${target} PRIVATE
+    QT_RESTRICTED_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
+    QT_NO_JAVA_STYLE_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+endfunction()

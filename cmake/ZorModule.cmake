@@ -1,0 +1,47 @@
+# zor_add_module(<name> LAYER <n> [DEPENDS <module>...] [QT <component>...] [PRIVATE_LINK <target>...]
+#                HEADERS <file>... SOURCES <file>...)
+#
+# One shared SDK library ZOR<name>, known to everybody as ZorSDK::<name>. A module may depend only
+# on modules of a strictly lower layer; a violation stops the configuration. PRIVATE_LINK names what
+# the implementation alone needs: nothing of it may show in a public header.
+include_guard(GLOBAL)
+include(GNUInstallDirs)
+
+function(zor_add_module name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;PRIVATE_LINK;HEADERS;SOURCES")
+  if(arg_UNPARSED_ARGUMENTS OR NOT DEFINED arg_LAYER)
+    message(FATAL_ERROR "zor_add_module(${name}): LAYER missing or bad arguments: ${arg_UNPARSED_ARGUMENTS}")
+  endif()
+
+  foreach(dependency IN LISTS arg_DEPENDS)
+    if(NOT TARGET ZOR${dependency})
+      message(FATAL_ERROR "ZOR${name} depends on ZOR${dependency}, which is not built before it")
+    endif()
+    get_target_property(layer ZOR${dependency} ZOR_LAYER)
+    if(NOT layer LESS arg_LAYER)
+      message(FATAL_ERROR "ZOR${name} (layer ${arg_LAYER}) must not use ZOR${dependency} (layer ${layer})")
+    endif()
+  endforeach()
+
+  set(target ZOR${name})
+  add_library(${target} SHARED ${arg_SOURCES})
+  add_library(ZorSDK::${name} ALIAS ${target})
+  zor_set_target_defaults(${target})
+  target_sources(${target} PUBLIC
+    FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/.. FILES ${arg_HEADERS})
+  list(TRANSFORM arg_DEPENDS PREPEND ZOR)
+  list(TRANSFORM arg_QT PREPEND Qt6::)
+  target_link_libraries(${target} PUBLIC ${arg_DEPENDS} ${arg_QT} PRIVATE ${arg_PRIVATE_LINK})
+  target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  set_target_properties(${target} PROPERTIES
+    ZOR_LAYER ${arg_LAYER}
+    EXPORT_NAME ${name}
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    INSTALL_RPATH "$ORIGIN"
+    VERIFY_INTERFACE_HEADER_SETS ON)
+  install(TARGETS ${target} EXPORT ZorSDKTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorsdk)
+  set_property(GLOBAL APPEND PROPERTY ZOR_MODULES ${name})
+endfunction()

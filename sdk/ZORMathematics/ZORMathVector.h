@@ -1,0 +1,75 @@
+// A direction or displacement of 3-space.
+
+#pragma once
+
+#include <ZORMathematics/ZORMathematicsGlobal.h>
+
+#include <QByteArray>
+
+#include <cmath>
+
+/// A vector; as a displacement in millimetres.
+class ZORMATHEMATICS_EXPORT ZORMathVector
+{
+public:
+    constexpr ZORMathVector() = default;
+    constexpr ZORMathVector(double x, double y, double z)
+        : m_x(x)
+        , m_y(y)
+        , m_z(z)
+    {
+    }
+
+    constexpr double GetX() const { return m_x; }
+    constexpr double GetY() const { return m_y; }
+    constexpr double GetZ() const { return m_z; }
+
+    double GetLength() const { return std::sqrt(m_x * m_x + m_y * m_y + m_z * m_z); }
+    /// The vector of length 1 in the same direction; the zero vector when the length is zero, or when a
+    /// component is not finite.
+    ZORMathVector GetNormalized() const;
+
+    constexpr ZORMathVector operator-() const { return {-m_x, -m_y, -m_z}; }
+    constexpr ZORMathVector& operator+=(const ZORMathVector& v)
+    {
+        m_x += v.m_x;
+        m_y += v.m_y;
+        m_z += v.m_z;
+        return *this;
+    }
+    constexpr ZORMathVector& operator*=(double s)
+    {
+        m_x *= s;
+        m_y *= s;
+        m_z *= s;
+        return *this;
+    }
+
+    friend constexpr ZORMathVector operator+(const ZORMathVector& a, const ZORMathVector& b)
+    {
+        return {a.m_x + b.m_x, a.m_y + b.m_y, a.m_z + b.m_z};
+    }
+    friend constexpr ZORMathVector operator-(const ZORMathVector& a, const ZORMathVector& b)
+    {
+        return {a.m_x - b.m_x, a.m_y - b.m_y, a.m_z - b.m_z};
+    }
+    friend constexpr ZORMathVector operator*(double s, const ZORMathVector& v)
+    {
+        return {s * v.m_x, s * v.m_y, s * v.m_z};
+    }
+    friend constexpr double Dot(const ZORMathVector& a, const ZORMathVector& b)
+    {
+        return a.m_x * b.m_x + a.m_y * b.m_y + a.m_z * b.m_z;
+    }
+    friend constexpr ZORMathVector Cross(const ZORMathVector& a, const ZORMathVector& b)
+    {
+        return {a.m_y * b.m_z - a.m_z * b.m_y, a.m_z * b.m_x - a.m_x * b.m_z, a.m_x * b.m_y - a.m_y * b.m_x};
+    }
+    friend constexpr bool operator==(const ZORMathVector&, const ZORMathVector&) = default;
+    friend ZORMATHEMATICS_EXPORT void ZorTraceAppend(QByteArray& out, const ZORMathVector& vector);
+
+private:
+    double m_x = 0;
+    double m_y = 0;
+    double m_z = 0;
+};

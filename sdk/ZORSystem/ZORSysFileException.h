@@ -1,0 +1,23 @@
+// Exceptions about files.
+
+#pragma once
+
+#include <ZORSystem/ZORSysException.h>
+
+/// A file could not be read, written or understood.
+class ZORSYSTEM_EXPORT ZORSysFileException : public ZORSysException
+{
+public:
+    using ZORSysException::ZORSysException;
+    ~ZORSysFileException() override;
+};
+
+/// A file could not be opened. Message: "cannot open file '%1': %2".
+class ZORSYSTEM_EXPORT ZORSysFileOpenException : public ZORSysFileException
+{
+public:
+    /// \param path         the file as the user named it
+    /// \param deviceError  reason given by the device, for example QIODevice::errorString()
+    ZORSysFileOpenException(const QString& path, const QString& deviceError);
+    ~ZORSysFileOpenException() override;
+};
