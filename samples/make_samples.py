@@ -1,0 +1,122 @@
+#!/usr/bin/env python3
+"""Writes the samples that the application opens and the demo plays with.
+
+    make_samples.py <output folder>
+
+wing_skin.stl   upper skin of a tapered, swept and twisted wing between front and rear spar, with one
+                elliptical access cut-out; binary, millimetres, open surface with two border loops
+
+The same bytes on every run and machine: coordinates are rounded to 1/1024 mm before they are stored.
+"""
+import math
+import pathlib
+import struct
+import sys
+
+# The wing, millimetres.
+HALF_SPAN = 6000.0
+ROOT_CHORD = 2400.0
+TIP_CHORD = 1100.0
+SWEEP = math.radians(18.0)  # of the quarter-chord line
+DIHEDRAL = math.radians(4.0)
+TWIST = math.radians(-3.5)  # washout at the tip
+THICKNESS = 0.14  # relative
+CAMBER, CAMBER_POSITION = 0.02, 0.4  # relative
+FRONT_SPAR, REAR_SPAR = 0.12, 0.65  # relative chord positions: the skin lies between them
+
+# The grid: cells along the chord and along the span, and the block of cells around the cut-out.
+CHORD_CELLS, SPAN_CELLS = 56, 200
+BLOCK = (20, 36, 60, 76)  # first and last grid line along the chord, then along the span
+RINGS = 7
+HOLE = 0.45  # semi-axes of the cut-out relative to the half block
+
+
+def upper_side(x):
+    """Height of the upper side over the chord line at the relative chord position x (4-digit section)."""
+    half = 5 * THICKNESS * (0.2969 * math.sqrt(x) - 0.1260 * x - 0.3516 * x**2 + 0.2843 * x**3 - 0.1036 * x**4)
+    m, p = CAMBER, CAMBER_POSITION
+    if x < p:
+        camber, slope = m / p**2 * (2 * p * x - x * x), 2 * m / p**2 * (p - x)
+    else:
+        camber, slope = m / (1 - p) ** 2 * (1 - 2 * p + 2 * p * x - x * x), 2 * m / (1 - p) ** 2 * (p - x)
+    angle = math.atan(slope)
+    return x - half * math.sin(angle), camber + half * math.cos(angle)
+
+
+def wing_point(u, v):
+    """Position at the chord parameter u and span parameter v, both 0 ... 1."""
+    chord = ROOT_CHORD + (TIP_CHORD - ROOT_CHORD) * v
+    x, z = upper_side(FRONT_SPAR + (REAR_SPAR - FRONT_SPAR) * u)
+    x, z = (x - 0.25) * chord, z * chord
+    twist = TWIST * v
+    x, z = x * math.cos(twist) + z * math.sin(twist), z * math.cos(twist) - x * math.sin(twist)
+    span = HALF_SPAN * v
+    point = (x + span * math.tan(SWEEP), span, z + span * math.tan(DIHEDRAL))
+    return tuple(round(c * 1024) / 1024 for c in point)
+
+
+def block_ring():
+    """Grid lines of the block's outline, counter-clockwise in (u, v), from its lower left corner."""
+    i0, i1, j0, j1 = BLOCK
+    ring = [(i, j0) for i in range(i0, i1)] + [(i1, j) for j in range(j0, j1)]
+    return ring + [(i, j1) for i in range(i1, i0, -1)] + [(i0, j) for j in range(j1, j0, -1)]
+
+
+def quads(a, b, c, d):
+    return [(a, b, c), (a, c, d)]
+
+
+def wing_skin():
+    """Triangles as triples of points, normals upwards."""
+    i0, i1, j0, j1 = BLOCK
+    triangles = []
+    for j in range(SPAN_CELLS):
+        for i in range(CHORD_CELLS):
+            if i0 <= i < i1 and j0 <= j < j1:
+                continue
+            corners = [(i, j), (i + 1, j), (i + 1, j + 1), (i, j + 1)]
+            triangles += quads(*[wing_point(k / CHORD_CELLS, m / SPAN_CELLS) for k, m in corners])
+
+    center = ((i0 + i1) / 2, (j0 + j1) / 2)
+    semi = ((i1 - i0) / 2 * HOLE, (j1 - j0) / 2 * HOLE)
+    outer = block_ring()
+    rings = []
+    for r in range(RINGS + 1):
+        t = r / RINGS
+        ring = []
+        for i, j in outer:
+            angle = math.atan2((j - center[1]) / semi[1], (i - center[0]) / semi[0])
+            inner = (center[0] + semi[0] * math.cos(angle), center[1] + semi[1] * math.sin(angle))
+            u, v = (o + (k - o) * t for o, k in zip((i, j), inner))
+            ring.append(wing_point(u / CHORD_CELLS, v / SPAN_CELLS))
+        rings.append(ring)
+    for outside, inside in zip(rings, rings[1:]):
+        for k in range(len(outer)):
+            n = (k + 1) % len(outer)
+            triangles += quads(outside[k], outside[n], inside[n], inside[k])
+    return triangles
+
+
+def normal(a, b, c):
+    p = [b[k] - a[k] for k in range(3)]
+    q = [c[k] - a[k] for k in range(3)]
+    n = (p[1] * q[2] - p[2] * q[1], p[2] * q[0] - p[0] * q[2], p[0] * q[1] - p[1] * q[0])
+    length = math.hypot(*n)
+    return tuple(c / length for c in n)
+
+
+def write_stl(path, title, triangles):
+    data = bytearray(title.encode().ljust(80, b" ") + struct.pack("<I", len(triangles)))
+    for triangle in triangles:
+        data += struct.pack("<12fH", *normal(*triangle), *(c for point in triangle for c in point), 0)
+    path.write_bytes(data)
+
+
+def main():
+    output = pathlib.Path(sys.argv[1])
+    output.mkdir(parents=True, exist_ok=True)
+    write_stl(output / "wing_skin.stl", "Zorvane sample: upper wing skin, millimetres", wing_skin())
+
+
+if __name__ == "__main__":
+    main()

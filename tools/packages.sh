@@ -1,0 +1,36 @@
+# Debian packages of the project; sourced by run.sh and test.sh.
+
+# To build and run SDK, bench and host, with the virtual display of the demo.
+run_packages="
+  ca-certificates g++ cmake ninja-build python3-minimal
+  qt6-base-dev qt6-svg-dev libqt6svg6 libcoin-dev libegl-dev libgl-dev
+  libegl1 libgl1-mesa-dri fonts-dejavu-core
+  xvfb openbox x11-utils"
+
+# On top of these, to build and run the tests and the benchmarks.
+test_packages="
+  ccache clang-format libgtest-dev libbenchmark-dev git python3
+  xdotool imagemagick desktop-file-utils"
+
+# install_packages NAME... : installs what is missing and says so. Without root and sudo it prints the
+# line to run and ends the script.
+install_packages() {
+  missing=""
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing="$missing $package"
+  done
+  [ -n "$missing" ] || return 0
+
+  if [ "$(id -u)" = 0 ]; then
+    as_root="env"
+  elif command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
+    as_root="sudo env"
+  else
+    echo "These packages are missing and neither root nor sudo is at hand. Please run:" >&2
+    echo "  apt-get update && apt-get install -y --no-install-recommends$missing" >&2
+    exit 1
+  fi
+  echo "Installing:$missing"
+  $as_root DEBIAN_FRONTEND=noninteractive apt-get update -q
+  $as_root DEBIAN_FRONTEND=noninteractive apt-get install -yq --no-install-recommends $missing
+}
