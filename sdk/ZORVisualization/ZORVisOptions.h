@@ -1,0 +1,86 @@
+// How a representation is drawn: colour, lines, point symbols, text size.
+
+#pragma once
+
+#include <ZORVisualization/ZORVisualizationGlobal.h>
+
+#include <QByteArray>
+#include <QColor>
+
+/// Display options of one representation. Every combination of values is accepted: what cannot be drawn
+/// as it is (an invalid colour, a code out of range) is drawn as the default of its kind.
+class ZORVISUALIZATION_EXPORT ZORVisOptions
+{
+public:
+    /// Pattern of a line, repeated along every polyline from its first point.
+    enum LineStyle {
+        Solid = 0,
+        Dash = 1,
+        Dot = 2,
+        OneDashOneDot = 3,
+        Chain = 4,
+        OneDashTwoDot = 5,
+        OneDashThreeDot = 6,
+        TwoDashTwoDot = 7,
+        TwoDashChain = 8,
+        TwoDashThreeDot = 9,
+        LongDashDot = 10,
+        LongDashTwoDot = 11,
+        LongDashThreeDot = 12
+    };
+    /// Marker of a point; its size on the screen does not depend on the zoom.
+    enum PointSymbol {
+        Cross = 0,
+        Plus = 1,
+        Concentric = 2,
+        Coincident = 3,
+        FullCircle = 4,
+        FullSquare = 5,
+        Star = 6,
+        NestingDot = 7,
+        SmallDot = 8,
+        FullCircle2 = 9,
+        FullSquare2 = 10
+    };
+    static constexpr int lineStyleCount = 13;
+    static constexpr int pointSymbolCount = 11;
+
+    /// Default colour, solid lines of thickness 1, crosses, text size 13.
+    ZORVisOptions();
+
+    /// \param color  its alpha is the opacity of surfaces and lines; invalid for the default colour
+    void SetColor(const QColor& color);
+    QColor GetColor() const { return m_color; }
+    /// GetColor(), or the default colour, grey (160, 160, 164), where that is invalid.
+    QColor GetDrawnColor() const;
+
+    /// \param thickness  device independent pixels; drawn within 1 ... 32, not a number as 1
+    void SetLineThickness(double thickness);
+    double GetLineThickness() const { return m_lineThickness; }
+    /// GetLineThickness() within the limits of what is drawn.
+    double GetDrawnThickness() const;
+
+    void SetLineStyle(LineStyle style);
+    LineStyle GetLineStyle() const { return m_lineStyle; }
+
+    void SetPointSymbol(PointSymbol symbol);
+    PointSymbol GetPointSymbol() const { return m_pointSymbol; }
+
+    /// \param size  height of the font: device independent pixels for texts of fixed size, millimetres for
+    ///              scalable texts; drawn as 13 unless positive and finite
+    void SetTextSize(double size);
+    double GetTextSize() const { return m_textSize; }
+    /// GetTextSize(), or 13 where that cannot be drawn.
+    double GetDrawnTextSize() const;
+
+    friend bool operator==(const ZORVisOptions&, const ZORVisOptions&) = default;
+    /// (colour as #aarrggbb or none, thickness, style, symbol, text size)
+    friend ZORVISUALIZATION_EXPORT void ZorTraceAppend(QByteArray& out, const ZORVisOptions& options);
+
+private:
+    QColor m_color;
+    double m_lineThickness = 1;
+    LineStyle m_lineStyle = Solid;
+    PointSymbol m_pointSymbol = Cross;
+    double m_textSize = 13;
+};

@@ -1,0 +1,19 @@
+// What lies under a pixel.
+
+#pragma once
+
+#include <ZORMathematics/ZORMathPoint.h>
+
+class QObject;
+class ZORVisVirtualObject;
+
+/// Result of ZORVisRenderer::Pick(); valid until the scene changes.
+struct ZORVisPickResult
+{
+    ZORVisVirtualObject* object = nullptr; // not owned; null: nothing was hit
+    QObject* owner = nullptr;              // not owned; of the object; null when there is none or it has died
+    ZORMathPoint point;                    // the place that was hit, millimetres
+    int triangle = 0; // 1 ... number of triangles of its primitive; 0: no triangle was hit
+
+    bool IsHit() const { return object != nullptr; }
+};

@@ -1,0 +1,21 @@
+#include "ZORVisPolylinePrimitive.h"
+
+#include "ZORVisDrawing_p.h"
+
+#include <ZORSystem/ZORSysApiTrace.h>
+
+ZORVisPolylinePrimitive::ZORVisPolylinePrimitive(const ZORMathSetOfPoints& points, Structure structure)
+    : ZORVisPrimitive(std::make_shared<ZORVisLineData>(points, structure))
+{
+    ZOR_TRACE_CALL(points, structure);
+}
+
+const ZORMathSetOfPoints& ZORVisPolylinePrimitive::GetPoints() const
+{
+    return static_cast<const ZORVisLineData&>(*GetData()).points;
+}
+
+ZORVisPolylinePrimitive::Structure ZORVisPolylinePrimitive::GetStructure() const
+{
+    return static_cast<const ZORVisLineData&>(*GetData()).structure;
+}

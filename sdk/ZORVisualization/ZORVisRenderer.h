@@ -1,0 +1,65 @@
+// Draws a scene into images.
+
+#pragma once
+
+#include <ZORVisualization/ZORVisCamera.h>
+#include <ZORVisualization/ZORVisPickResult.h>
+#include <ZORVisualization/ZORVisualizationGlobal.h>
+
+#include <QColor>
+#include <QImage>
+#include <QPointF>
+#include <QSize>
+
+#include <memory>
+
+class ZORVisScene;
+
+/// Renders pictures of a scene and tells what lies under a pixel. Needs no window and no display server.
+///
+/// Drawn with the graphics context where there is one (see ZORVisGraphicsContext), else by software of its
+/// own, with the same contents and less speed. The same picture twice is the same bytes. Of the thread that
+/// made the graphics context, usually that of the user interface; in another thread the software draws.
+class ZORVISUALIZATION_EXPORT ZORVisRenderer
+{
+public:
+    enum DisplayMode {
+        Shaded,
+        Wireframe ///< surfaces show the edges of their triangles only
+    };
+
+    /// No scene, shaded, white background, no triad.
+    ZORVisRenderer();
+    ~ZORVisRenderer();
+    Q_DISABLE_COPY_MOVE(ZORVisRenderer)
+
+    /// \param scene  not owned; may be null and may die first, the renderer then draws the background
+    void SetScene(ZORVisScene* scene);
+    ZORVisScene* GetScene() const;
+    void SetDisplayMode(DisplayMode mode);
+    DisplayMode GetDisplayMode() const;
+    /// Gradient from the top to the bottom row; exactly one colour where both are the same. Alpha is ignored,
+    /// an invalid colour counts as white.
+    void SetBackground(const QColor& top, const QColor& bottom);
+    /// The axes of the world in the lower left corner, x red, y green, z blue.
+    void SetAxisTriadVisible(bool visible);
+    bool IsAxisTriadVisible() const;
+
+    /// Draws a picture.
+    /// \param devicePixels      size of the picture
+    /// \param devicePixelRatio  factor on line widths, point symbols and texts; the picture carries it. Taken
+    /// as
+    ///                          1 unless positive and finite
+    /// \return of format RGB32; null for a size without area, or of more than 2^28 pixels
+    QImage Render(const ZORVisCamera& camera, const QSize& devicePixels, double devicePixelRatio = 1);
+
+    /// What is seen at a pixel: points and lines within 5 device independent pixels, surfaces exactly at it.
+    /// The nearest to the eye wins; points, then lines, win over surfaces at the same depth. Texts are not
+    /// picked. \param devicePixels  size of the picture \param pixel         in device pixels of that picture
+    ZORVisPickResult Pick(const ZORVisCamera& camera, const QSize& devicePixels, const QPointF& pixel,
+                          double devicePixelRatio = 1) const;
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

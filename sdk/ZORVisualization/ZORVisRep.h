@@ -1,0 +1,33 @@
+// Base of the representations.
+
+#pragma once
+
+#include <ZORMathematics/ZORMathBoundingBox.h>
+#include <ZORVisualization/ZORVisualizationGlobal.h>
+
+#include <memory>
+#include <vector>
+
+struct ZORVisRepItem;
+
+/// What a visual object looks like. A representation never changes after its construction.
+class ZORVISUALIZATION_EXPORT ZORVisRep
+{
+public:
+    using Items = std::vector<std::shared_ptr<const ZORVisRepItem>>;
+
+    virtual ~ZORVisRep();
+    Q_DISABLE_COPY_MOVE(ZORVisRep)
+
+    /// Box around all primitives; empty when nothing has a finite point.
+    ZORMathBoundingBox GetBoundingBox() const;
+
+    /// The drawing data, one item per set of options, in drawing order; for the module itself.
+    const Items& GetItems() const { return m_items; }
+
+protected:
+    explicit ZORVisRep(Items items);
+
+private:
+    Items m_items;
+};

@@ -1,0 +1,27 @@
+// Representation made of primitives.
+
+#pragma once
+
+#include <ZORVisualization/ZORVisOptions.h>
+#include <ZORVisualization/ZORVisRep.h>
+
+#include <QList>
+
+class ZORVisPrimitive;
+
+/// Primitives drawn with one set of options.
+class ZORVISUALIZATION_EXPORT ZORVisRepGraphics final : public ZORVisRep
+{
+public:
+    /// \param primitives  taken over and deleted with the representation, each once; null entries are ignored
+    ZORVisRepGraphics(const QList<const ZORVisPrimitive*>& primitives, const ZORVisOptions& options);
+    ~ZORVisRepGraphics() override;
+
+    /// The primitives in their order; owned by the representation.
+    const QList<const ZORVisPrimitive*>& GetPrimitives() const { return m_primitives; }
+    const ZORVisOptions& GetOptions() const { return m_options; }
+
+private:
+    QList<const ZORVisPrimitive*> m_primitives; // owned
+    ZORVisOptions m_options;
+};

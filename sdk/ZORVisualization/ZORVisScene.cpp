@@ -1,0 +1,107 @@
+#include "ZORVisScene.h"
+
+#include "ZORVisGlScene_p.h"
+#include "ZORVisScene_p.h"
+
+#include <ZORVisualization/ZORVisEnvironment.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
+
+ZORVisScenePrivate::ZORVisScenePrivate(ZORVisScene* scene, ZORVisEnvironment* followed)
+    : q(scene)
+    , environment(followed)
+{
+}
+
+ZORVisScenePrivate::~ZORVisScenePrivate() = default;
+
+void ZORVisScenePrivate::Add(ZORVisVirtualObject* object)
+{
+    m_keys.insert(object, m_nextKey++);
+    Update(object);
+}
+
+void ZORVisScenePrivate::Update(ZORVisVirtualObject* object)
+{
+    const quint64 key = m_keys.value(object);
+    if (key == 0)
+        return;
+    const ZORVisRep* rep = object->GetRep();
+    objects[key] = {rep ? rep->GetItems() : ZORVisRep::Items(),
+                    rep ? rep->GetBoundingBox() : ZORMathBoundingBox(), object};
+    Touch(key);
+}
+
+void ZORVisScenePrivate::Remove(ZORVisVirtualObject* object)
+{
+    const quint64 key = m_keys.take(object);
+    if (key == 0)
+        return;
+    objects.erase(key);
+    Touch(key);
+}
+
+void ZORVisScenePrivate::Clear()
+{
+    m_keys.clear();
+    objects.clear();
+    glScene.reset();
+    Touch(0);
+}
+
+void ZORVisScenePrivate::Touch(quint64 key)
+{
+    m_boxKnown = false;
+    if (glScene)
+        glScene->Touch(key);
+    if (m_announced)
+        return;
+    m_announced = true;
+    QMetaObject::invokeMethod(
+        q,
+        [this] {
+            m_announced = false;
+            emit q->Changed();
+        },
+        Qt::QueuedConnection);
+}
+
+ZORMathBoundingBox ZORVisScenePrivate::GetBoundingBox() const
+{
+    if (!m_boxKnown) {
+        m_box = {};
+        for (const auto& [key, object] : objects)
+            m_box.Add(object.box);
+        m_boxKnown = true;
+    }
+    return m_box;
+}
+
+ZORVisScene::ZORVisScene(ZORVisEnvironment* environment, QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<ZORVisScenePrivate>(this, environment))
+{
+    if (!environment)
+        return;
+    const QList<ZORVisVirtualObject*> objects = environment->GetVirtualObjects();
+    for (ZORVisVirtualObject* object : objects)
+        d->Add(object);
+    connect(environment, &ZORVisEnvironment::ObjectAdded, this,
+            [this](ZORVisVirtualObject* object) { d->Add(object); });
+    connect(environment, &ZORVisEnvironment::ObjectRemoved, this,
+            [this](ZORVisVirtualObject* object) { d->Remove(object); });
+    connect(environment, &ZORVisEnvironment::ObjectChanged, this,
+            [this](ZORVisVirtualObject* object) { d->Update(object); });
+    connect(environment, &QObject::destroyed, this, [this] { d->Clear(); });
+}
+
+ZORVisScene::~ZORVisScene() = default;
+
+ZORVisEnvironment* ZORVisScene::GetEnvironment() const
+{
+    return d->environment;
+}
+
+ZORMathBoundingBox ZORVisScene::GetBoundingBox() const
+{
+    return d->GetBoundingBox();
+}

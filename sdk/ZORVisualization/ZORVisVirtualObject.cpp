@@ -1,0 +1,44 @@
+#include "ZORVisVirtualObject.h"
+
+#include "ZORVisVirtualObject_p.h"
+
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORVisualization/ZORVisEnvironment.h>
+
+ZORVisVirtualObject::ZORVisVirtualObject(const ZORVisEnvironment* environment, QObject* owner)
+    : d(std::make_unique<Private>())
+{
+    ZOR_TRACE_CALL(environment, owner);
+    d->owner = owner;
+}
+
+ZORVisVirtualObject::~ZORVisVirtualObject()
+{
+    if (d->environment)
+        d->environment->Remove(this);
+}
+
+void ZORVisVirtualObject::SetRep(ZORVisRep* rep)
+{
+    ZOR_TRACE_CALL(rep);
+    if (rep == d->rep.get())
+        return;
+    d->rep.reset(rep);
+    if (d->environment)
+        emit d->environment->ObjectChanged(this);
+}
+
+ZORVisRep* ZORVisVirtualObject::GetRep() const
+{
+    return d->rep.get();
+}
+
+QObject* ZORVisVirtualObject::GetOwner() const
+{
+    return d->owner;
+}
+
+ZORVisEnvironment* ZORVisVirtualObject::GetEnvironment() const
+{
+    return d->environment;
+}
