@@ -1,0 +1,15 @@
+#include "core/ZORTestPlugin.h"
+
+#include <ZORSystem/ZORSysInit.h>
+
+bool _ZORTestingLoaded = false;
+
+namespace {
+
+/// Holds the result of the registration right after loading, then what the callback stores.
+[[maybe_unused]] const bool initialisationRegistered = [] {
+    _ZORTestingLoaded = ZORSysRegisterInit([] { _ZORTestingLoaded = true; });
+    return _ZORTestingLoaded;
+}();
+
+} // namespace
