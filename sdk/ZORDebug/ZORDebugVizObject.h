@@ -1,0 +1,31 @@
+// One drawing of the debug visualization.
+
+#pragma once
+
+#include <ZORDebug/ZORDebugGlobal.h>
+
+#include <QString>
+
+#include <memory>
+
+class ZORVisRep;
+
+/// What one call of ZORDebugVizContainer has recorded. Never changes.
+class ZORDEBUG_EXPORT ZORDebugVizObject
+{
+public:
+    /// \param rep    taken over; null when there is nothing to draw
+    /// \param label  may be empty
+    ZORDebugVizObject(std::unique_ptr<ZORVisRep> rep, const QString& label);
+    ~ZORDebugVizObject();
+    Q_DISABLE_COPY_MOVE(ZORDebugVizObject)
+
+    /// The drawing, its label included. Owned by the object. Null when nothing was drawable: no finite
+    /// point, a single point as a polyline, an empty text.
+    ZORVisRep* GetRep() const { return m_rep.get(); }
+    const QString& GetLabel() const { return m_label; }
+
+private:
+    std::unique_ptr<ZORVisRep> m_rep;
+    QString m_label;
+};

@@ -1,0 +1,45 @@
+// Container of a document: geometries and the trees of features above them.
+
+#pragma once
+
+#include <ZORFeature/ZORFeatureGlobal.h>
+#include <ZORGeometry/ZORGeoContainer.h>
+
+#include <memory>
+
+class ZORFeatContainerPrivate;
+class ZORFeatObject;
+class ZORFeatRoot;
+
+/// Container that also knows the roots of the feature trees. Features are geometries of the container
+/// like all others, in the order of their registration; a feature comes after its parent.
+class ZORFEATURE_EXPORT ZORFeatContainer : public ZORGeoContainer
+{
+    Q_OBJECT
+
+public:
+    explicit ZORFeatContainer(QObject* parent = nullptr);
+    ~ZORFeatContainer() override;
+
+    /// The root of exactly that class, created and registered when the container has none.
+    ///
+    /// Creates objects of registered classes that derive from ZORFeatRoot and have a
+    /// Q_INVOKABLE constructor with the one argument ZORFeatContainer*.
+    /// \return owned by the container; null for a null or unknown name and for any other class
+    ZORFeatRoot* GetFeatureRoot(const char* className);
+
+    /// All roots, in the order of their registration.
+    QList<ZORFeatRoot*> GetFeatureRoots() const;
+
+signals:
+    /// A feature of this container has another label.
+    void FeatureLabelChanged(ZORFeatObject* feature);
+
+private:
+    friend class ZORFeatRoot;
+    ZORFeatRoot* FindRoot(const QByteArray& className) const;
+    void AddRoot(ZORFeatRoot* root);
+
+    Q_DECLARE_PRIVATE(ZORFeatContainer)
+    const std::unique_ptr<ZORFeatContainerPrivate> d_ptr;
+};

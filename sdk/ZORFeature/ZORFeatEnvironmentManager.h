@@ -1,0 +1,37 @@
+// Knows the document that is current in the application.
+
+#pragma once
+
+#include <ZORFeature/ZORFeatureGlobal.h>
+
+#include <QObject>
+#include <QPointer>
+
+class ZORFeatEnvironment;
+
+/// Keeper of the current environment. The application sets it; commands and plug-ins ask for it.
+class ZORFEATURE_EXPORT ZORFeatEnvironmentManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The one manager; lives as long as the process.
+    static ZORFeatEnvironmentManager* GetManager();
+
+    /// Null while no environment is current, as after the destruction of the current one.
+    ZORFeatEnvironment* GetCurrentEnvironment() const;
+    /// \param environment  not taken over; null for none
+    void SetCurrentEnvironment(ZORFeatEnvironment* environment);
+
+signals:
+    /// The current environment has become another one.
+    /// \param environment  null for none
+    void CurrentEnvironmentChanged(ZORFeatEnvironment* environment);
+
+private:
+    friend class ZORFeatEnvironment;
+    ZORFeatEnvironmentManager();
+    void ChangeTo(ZORFeatEnvironment* environment);
+
+    QPointer<QObject> m_current; // not owned
+};

@@ -1,0 +1,21 @@
+// Feature with a shape.
+
+#pragma once
+
+#include <ZORFeature/ZORFeatObject.h>
+
+class ZORTopBody;
+
+/// Base of the features that have a body of their own. It is not itself a point, curve or surface: the
+/// shape is reached through GetBody().
+class ZORFEATURE_EXPORT ZORFeatGeometry : public ZORFeatObject
+{
+    Q_OBJECT
+
+public:
+    explicit ZORFeatGeometry(ZORFeatObject* parent);
+    ~ZORFeatGeometry() override;
+
+    /// The shape; owned by the container. Null when there is none (yet), as here in the base.
+    virtual ZORTopBody* GetBody() const;
+};

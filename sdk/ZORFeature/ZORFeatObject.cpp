@@ -1,0 +1,209 @@
+#include "ZORFeatObject.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QPointer>
+
+ZOR_GEO_REGISTER_TYPE(ZORFeatObject)
+
+class ZORFeatObjectPrivate
+{
+public:
+    bool hasParent = false;               // made with a parent, which may be gone since
+    QPointer<ZORFeatObject> futureParent; // until Initialize(); not owned
+
+    // The tree, as far as it is initialised: a list of siblings that costs O(1) at either end and in
+    // the middle. Not owned.
+    ZORFeatObject* parent = nullptr;
+    ZORFeatObject* firstChild = nullptr;
+    ZORFeatObject* lastChild = nullptr;
+    ZORFeatObject* previous = nullptr;
+    ZORFeatObject* next = nullptr;
+    int numChildren = 0;
+
+    bool initialized = false;
+    bool beingRemoved = false;
+    QString label;
+};
+
+namespace {
+
+ZORGeoContainer* ContainerOf(const ZORFeatObject* feature)
+{
+    return feature ? feature->GetContainer() : nullptr;
+}
+
+} // namespace
+
+ZORFeatObject::ZORFeatObject(ZORFeatObject* parent)
+    : ZORGeoGeometry(ContainerOf(parent))
+    , d_ptr(std::make_unique<ZORFeatObjectPrivate>())
+{
+    Q_D(ZORFeatObject);
+    d->hasParent = parent;
+    d->futureParent = parent;
+}
+
+ZORFeatObject::ZORFeatObject(ZORGeoContainer* container)
+    : ZORGeoGeometry(container)
+    , d_ptr(std::make_unique<ZORFeatObjectPrivate>())
+{
+}
+
+ZORFeatObject::~ZORFeatObject()
+{
+    DestroyDescendants();
+    Unlink();
+}
+
+void ZORFeatObject::Initialize()
+{
+    ZOR_TRACE_CALL();
+    Q_D(ZORFeatObject);
+    if (d->initialized)
+        return;
+    if (d->hasParent) {
+        if (!d->futureParent)
+            throw ZORSysException(tr("the parent feature does not exist any more"));
+        if (!d->futureParent->d_func()->initialized)
+            throw ZORSysException(tr("the parent feature is not initialized"));
+    }
+    // Linked first: receivers of the container's signal find the tree complete.
+    Link();
+    try {
+        ZORGeoGeometry::Initialize();
+    } catch (...) {
+        Unlink();
+        throw;
+    }
+    d->initialized = true;
+    if (d->parent)
+        emit d->parent->ChildrenChanged();
+}
+
+ZORFeatObject* ZORFeatObject::GetParentFeature() const
+{
+    Q_D(const ZORFeatObject);
+    return d->parent ? d->parent : d->futureParent.data();
+}
+
+QList<ZORFeatObject*> ZORFeatObject::GetChildren() const
+{
+    Q_D(const ZORFeatObject);
+    QList<ZORFeatObject*> children;
+    children.reserve(d->numChildren);
+    for (ZORFeatObject* child = d->firstChild; child; child = child->d_func()->next)
+        children.append(child);
+    return children;
+}
+
+int ZORFeatObject::GetNumChildren() const
+{
+    Q_D(const ZORFeatObject);
+    return d->numChildren;
+}
+
+QList<ZORFeatObject*> ZORFeatObject::GetAllChildren() const
+{
+    Q_D(const ZORFeatObject);
+    QList<ZORFeatObject*> all;
+    for (ZORFeatObject* feature = d->firstChild; feature;) {
+        all.append(feature);
+        if (feature->d_func()->firstChild) {
+            feature = feature->d_func()->firstChild;
+            continue;
+        }
+        while (feature != this && !feature->d_func()->next)
+            feature = feature->d_func()->parent;
+        feature = feature == this ? nullptr : feature->d_func()->next;
+    }
+    return all;
+}
+
+void ZORFeatObject::SetLabel(const QString& label)
+{
+    ZOR_TRACE_CALL(label);
+    Q_D(ZORFeatObject);
+    const QString before = GetLabel();
+    d->label = label;
+    const QString now = GetLabel();
+    if (now == before)
+        return;
+    const QPointer<ZORFeatObject> self = this; // a receiver may remove this feature
+    emit LabelChanged(now);
+    if (!self)
+        return;
+    if (auto* container = qobject_cast<ZORFeatContainer*>(GetContainer()))
+        emit container->FeatureLabelChanged(this);
+}
+
+QString ZORFeatObject::GetLabel() const
+{
+    Q_D(const ZORFeatObject);
+    return d->label.isEmpty() ? objectName() : d->label;
+}
+
+void ZORFeatObject::Remove()
+{
+    ZOR_TRACE_CALL();
+    Q_D(ZORFeatObject);
+    if (d->beingRemoved)
+        return;
+    const QPointer<ZORFeatObject> self = this; // a receiver of the container's signals may delete it
+    DestroyDescendants();
+    if (self)
+        Destroy();
+}
+
+void ZORFeatObject::Link()
+{
+    Q_D(ZORFeatObject);
+    if (!d->futureParent)
+        return;
+    d->parent = d->futureParent;
+    ZORFeatObjectPrivate* const parent = d->parent->d_func();
+    d->previous = parent->lastChild;
+    (d->previous ? d->previous->d_func()->next : parent->firstChild) = this;
+    parent->lastChild = this;
+    ++parent->numChildren;
+}
+
+void ZORFeatObject::Unlink()
+{
+    Q_D(ZORFeatObject);
+    if (!d->parent)
+        return;
+    ZORFeatObject* const parentFeature = d->parent;
+    ZORFeatObjectPrivate* const parent = parentFeature->d_func();
+    (d->previous ? d->previous->d_func()->next : parent->firstChild) = d->next;
+    (d->next ? d->next->d_func()->previous : parent->lastChild) = d->previous;
+    --parent->numChildren;
+    d->parent = d->previous = d->next = nullptr;
+    if (d->initialized && !parent->beingRemoved)
+        emit parentFeature->ChildrenChanged();
+}
+
+void ZORFeatObject::DestroyDescendants()
+{
+    Q_D(ZORFeatObject);
+    d->beingRemoved = true;
+    for (ZORFeatObject* feature : GetAllChildren())
+        feature->d_func()->beingRemoved = true;
+
+    // The deepest last child first. Receivers of the container's signals may add or delete features
+    // meanwhile, so the way on is looked up after every one.
+    const QPointer<ZORFeatObject> self = this;
+    QPointer<ZORFeatObject> feature = this;
+    while (self && d->lastChild) {
+        if (!feature)
+            feature = this;
+        while (feature->d_func()->lastChild)
+            feature = feature->d_func()->lastChild;
+        const QPointer<ZORFeatObject> parent = feature->d_func()->parent;
+        feature->Destroy();
+        feature = parent;
+    }
+}

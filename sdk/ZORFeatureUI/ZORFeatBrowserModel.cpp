@@ -1,0 +1,474 @@
+#include "ZORFeatBrowserModel_p.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatFolder.h>
+#include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORFeature/ZORFeatRoot.h>
+#include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORGeometry/ZORGeoPoint.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORTopology/ZORTopBody.h>
+
+#include <algorithm>
+
+struct ZORFeatBrowserModel::Node
+{
+    Node* parent = nullptr;             // not owned
+    ZORGeoGeometry* geometry = nullptr; // not owned; null for groups and when it is gone
+    int row = 0;                        // among the parent's children, once the views know the node
+    ZORFeatBrowserKind kind = ZORFeatBrowserKind::Other;
+    bool isGroup = false;
+    bool isKnown = false; // to the views
+    bool isDead = false;  // the geometry is gone, or the group has become empty
+    bool isDirty = false; // in the list of the model
+    bool isWatched = false;
+    std::vector<Node*> children; // owned
+    std::vector<Node*> pending;  // owned; children the views do not know yet
+};
+
+namespace {
+
+/// Above this number of separate runs of removed rows, sorting them together first is cheaper.
+constexpr int maximumRuns = 16;
+
+ZORFeatBrowserKind KindOf(const ZORGeoGeometry* geometry)
+{
+    using Kind = ZORFeatBrowserKind;
+    if (qobject_cast<const ZORFeatObject*>(geometry)) {
+        if (qobject_cast<const ZORFeatRoot*>(geometry))
+            return Kind::Root;
+        if (qobject_cast<const ZORFeatFolder*>(geometry))
+            return Kind::Folder;
+        return qobject_cast<const ZORFeatGeometry*>(geometry) ? Kind::Shape : Kind::Feature;
+    }
+    if (qobject_cast<const ZORGeoPoint*>(geometry))
+        return Kind::Point;
+    if (qobject_cast<const ZORGeoCurve*>(geometry))
+        return Kind::Curve;
+    if (qobject_cast<const ZORGeoSurface*>(geometry))
+        return Kind::Surface;
+    return qobject_cast<const ZORTopBody*>(geometry) ? Kind::Body : Kind::Other;
+}
+
+} // namespace
+
+ZORFeatBrowserModel::ZORFeatBrowserModel(QObject* parent)
+    : QAbstractItemModel(parent)
+    , m_root(new Node)
+{
+    m_root->isKnown = true;
+    SetPalette(QPalette());
+}
+
+ZORFeatBrowserModel::~ZORFeatBrowserModel()
+{
+    Destroy(m_root);
+}
+
+void ZORFeatBrowserModel::SetContainer(ZORFeatContainer* container)
+{
+    if (container == m_container && container)
+        return;
+    beginResetModel();
+    if (m_container)
+        m_container->disconnect(this);
+    Clear();
+    m_container = container;
+    if (container) {
+        connect(container, &ZORGeoContainer::GeometryAdded, this, &ZORFeatBrowserModel::OnAdded);
+        connect(container, &ZORGeoContainer::GeometryAboutToBeRemoved, this,
+                &ZORFeatBrowserModel::OnAboutToBeRemoved);
+        connect(container, &ZORFeatContainer::FeatureLabelChanged, this, &ZORFeatBrowserModel::OnTextChanged);
+        connect(container, &QObject::destroyed, this, [this] { SetContainer(nullptr); });
+        for (int i = 0; i < container->GetNumGeometry(); ++i) {
+            if (ZORGeoGeometry* geometry = container->GetGeometryByIndex(i))
+                OnAdded(geometry);
+        }
+    }
+    endResetModel();
+    Flush();
+}
+
+void ZORFeatBrowserModel::SetPalette(const QPalette& palette)
+{
+    for (int kind = 0; kind <= int(ZORFeatBrowserKind::Other); ++kind) {
+        m_icons[ZORFeatBrowserKind(kind)] = ZORFeatBrowserIcon(ZORFeatBrowserKind(kind), palette);
+    }
+}
+
+ZORGeoGeometry* ZORFeatBrowserModel::GetGeometry(const QModelIndex& index) const
+{
+    return index.isValid() ? ToNode(index)->geometry : nullptr;
+}
+
+QModelIndex ZORFeatBrowserModel::GetIndex(const ZORGeoGeometry* geometry) const
+{
+    const Node* const node = NodeOf(geometry);
+    return node && node->isKnown ? ToIndex(node) : QModelIndex();
+}
+
+bool ZORFeatBrowserModel::IsInitiallyExpanded(const QModelIndex& index) const
+{
+    const Node* const node = ToNode(index);
+    return node->isGroup || node->kind == ZORFeatBrowserKind::Root;
+}
+
+void ZORFeatBrowserModel::OnAdded(ZORGeoGeometry* geometry)
+{
+    if (NodeOf(geometry))
+        return;
+    Node* const parent = ParentFor(geometry);
+    auto* const node = new Node;
+    node->parent = parent;
+    node->geometry = geometry;
+    node->kind = KindOf(geometry);
+    m_nodes.insert(geometry, node);
+    // Below a parent that the views do not know either, nobody has to be told.
+    (parent->isKnown ? parent->pending : parent->children).push_back(node);
+    MarkDirty(parent);
+}
+
+void ZORFeatBrowserModel::OnAboutToBeRemoved(ZORGeoGeometry* geometry)
+{
+    Node* const node = m_nodes.take(geometry);
+    if (!node)
+        return;
+    if (node->isWatched)
+        geometry->disconnect(this);
+    node->geometry = nullptr;
+    node->isDead = true;
+    MarkDirty(node->parent);
+}
+
+void ZORFeatBrowserModel::OnTextChanged(const ZORGeoGeometry* geometry)
+{
+    const Node* const node = NodeOf(geometry);
+    if (!node || !node->isKnown)
+        return;
+    const QModelIndex index = ToIndex(node);
+    emit dataChanged(index, index, {Qt::DisplayRole, Qt::ToolTipRole});
+}
+
+ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ParentFor(const ZORGeoGeometry* geometry)
+{
+    switch (KindOf(geometry)) {
+    case ZORFeatBrowserKind::Point:
+        return GroupNode(Group::Points);
+    case ZORFeatBrowserKind::Curve:
+        return GroupNode(Group::Curves);
+    case ZORFeatBrowserKind::Surface:
+        return GroupNode(Group::Surfaces);
+    case ZORFeatBrowserKind::Body:
+        return GroupNode(Group::Bodies);
+    case ZORFeatBrowserKind::Other:
+        return GroupNode(Group::Others);
+    default:
+        break;
+    }
+    Node* const parent = NodeOf(static_cast<const ZORFeatObject*>(geometry)->GetParentFeature());
+    return parent ? parent : m_root;
+}
+
+ZORFeatBrowserModel::Node* ZORFeatBrowserModel::GroupNode(Group group)
+{
+    Node*& node = m_groups[group];
+    if (!node) {
+        static constexpr ZORFeatBrowserKind kinds[] = {ZORFeatBrowserKind::Point, ZORFeatBrowserKind::Curve,
+                                                       ZORFeatBrowserKind::Surface, ZORFeatBrowserKind::Body,
+                                                       ZORFeatBrowserKind::Other};
+        node = new Node;
+        node->parent = m_root;
+        node->isGroup = true;
+        node->kind = kinds[int(group)];
+        m_root->pending.push_back(node);
+        MarkDirty(m_root);
+    }
+    return node;
+}
+
+void ZORFeatBrowserModel::MarkDirty(Node* node)
+{
+    if (node->isDirty)
+        return;
+    node->isDirty = true;
+    m_dirty.push_back(node);
+    if (m_flushPosted)
+        return;
+    m_flushPosted = true;
+    QMetaObject::invokeMethod(this, &ZORFeatBrowserModel::Flush, Qt::QueuedConnection);
+}
+
+void ZORFeatBrowserModel::Flush()
+{
+    m_flushPosted = false;
+    if (m_dirty.empty() || m_isFlushing)
+        return;
+    m_isFlushing = true;
+    emit FlushStarted();
+    // Receivers of the signals below may change the container: whatever they mark is taken in as well.
+    while (!m_dirty.empty()) {
+        Node* const node = m_dirty.back();
+        m_dirty.pop_back();
+        node->isDirty = false;
+        if (node->isKnown && !node->isDead)
+            FlushNode(node);
+    }
+    m_isFlushing = false;
+    emit FlushFinished();
+}
+
+void ZORFeatBrowserModel::FlushNode(Node* node)
+{
+    RemoveDeadChildren(node);
+    InsertPendingChildren(node);
+    if (!node->isGroup)
+        return;
+    if (node->children.empty() && node->pending.empty()) {
+        std::erase_if(m_groups, [node](const auto& group) { return group.second == node; });
+        node->isDead = true;
+        MarkDirty(m_root);
+        return;
+    }
+    const QModelIndex index = ToIndex(node); // its text shows the number of children
+    emit dataChanged(index, index, {Qt::DisplayRole});
+}
+
+void ZORFeatBrowserModel::RemoveDeadChildren(Node* node)
+{
+    const auto isDead = [](const Node* child) { return child->isDead; };
+    const auto countRuns = [&] {
+        int runs = 0;
+        for (std::size_t i = 0; i < node->children.size(); ++i)
+            runs += isDead(node->children[i]) && (i == 0 || !isDead(node->children[i - 1]));
+        return runs;
+    };
+    if (countRuns() > maximumRuns)
+        MoveDeadChildrenToEnd(node);
+
+    std::vector<Node*>& children = node->children;
+    for (auto last = children.size(); last > 0;) {
+        auto end = last;
+        while (end > 0 && !isDead(children[end - 1]))
+            --end;
+        auto begin = end;
+        while (begin > 0 && isDead(children[begin - 1]))
+            --begin;
+        if (begin == end)
+            break;
+        beginRemoveRows(ToIndex(node), int(begin), int(end) - 1);
+        const std::vector<Node*> removed(children.begin() + std::ptrdiff_t(begin),
+                                         children.begin() + std::ptrdiff_t(end));
+        children.erase(children.begin() + std::ptrdiff_t(begin), children.begin() + std::ptrdiff_t(end));
+        Renumber(node, int(begin));
+        endRemoveRows();
+        for (Node* child : removed)
+            Destroy(child);
+        last = std::min(begin, children.size());
+    }
+}
+
+void ZORFeatBrowserModel::MoveDeadChildrenToEnd(Node* node)
+{
+    const QList<QPersistentModelIndex> parents{ToIndex(node)};
+    emit layoutAboutToBeChanged(parents);
+    const QModelIndexList from = persistentIndexList();
+    std::stable_partition(node->children.begin(), node->children.end(),
+                          [](const Node* child) { return !child->isDead; });
+    Renumber(node, 0);
+    QModelIndexList to;
+    to.reserve(from.size());
+    for (const QModelIndex& index : from)
+        to.append(ToIndex(ToNode(index)));
+    changePersistentIndexList(from, to);
+    emit layoutChanged(parents);
+}
+
+void ZORFeatBrowserModel::InsertPendingChildren(Node* node)
+{
+    std::vector<Node*> pending = std::exchange(node->pending, {});
+    const auto dead = std::stable_partition(pending.begin(), pending.end(),
+                                            [](const Node* child) { return !child->isDead; });
+    std::for_each(dead, pending.end(), [this](Node* child) { Destroy(child); });
+    pending.erase(dead, pending.end());
+
+    if (node != m_root) {
+        InsertChildren(node, int(node->children.size()), std::move(pending));
+        return;
+    }
+    // At the top the features come first and the groups stand in a fixed order below them.
+    const auto groups = std::stable_partition(pending.begin(), pending.end(),
+                                              [](const Node* child) { return !child->isGroup; });
+    const auto order = [](const Node* a, const Node* b) { return a->kind < b->kind; };
+    std::vector<Node*> newGroups(groups, pending.end());
+    std::sort(newGroups.begin(), newGroups.end(), order);
+    pending.erase(groups, pending.end());
+    const auto firstGroup = [this] {
+        return std::find_if(m_root->children.begin(), m_root->children.end(),
+                            [](const Node* child) { return child->isGroup; });
+    };
+    InsertChildren(node, int(firstGroup() - m_root->children.begin()), std::move(pending));
+    for (Node* group : newGroups) {
+        MarkDirty(group); // it may have become empty before anybody saw it
+        const auto place = std::lower_bound(firstGroup(), m_root->children.end(), group, order);
+        InsertChildren(node, int(place - m_root->children.begin()), {group});
+    }
+}
+
+void ZORFeatBrowserModel::InsertChildren(Node* node, int row, std::vector<Node*>&& children)
+{
+    if (children.empty())
+        return;
+    // What has gathered below the new nodes becomes known with them.
+    std::vector<Node*> open = children;
+    while (!open.empty()) {
+        Node* const current = open.back();
+        open.pop_back();
+        current->isKnown = true;
+        const auto dead = std::stable_partition(current->children.begin(), current->children.end(),
+                                                [](const Node* child) { return !child->isDead; });
+        std::for_each(dead, current->children.end(), [this](Node* child) { Destroy(child); });
+        current->children.erase(dead, current->children.end());
+        Renumber(current, 0);
+        open.insert(open.end(), current->children.begin(), current->children.end());
+    }
+    beginInsertRows(ToIndex(node), row, row + int(children.size()) - 1);
+    node->children.insert(node->children.begin() + row, children.begin(), children.end());
+    Renumber(node, row);
+    endInsertRows();
+}
+
+void ZORFeatBrowserModel::Renumber(Node* node, int firstRow)
+{
+    for (auto row = std::size_t(firstRow); row < node->children.size(); ++row)
+        node->children[row]->row = int(row);
+}
+
+void ZORFeatBrowserModel::Clear()
+{
+    for (auto it = m_nodes.cbegin(); m_container && it != m_nodes.cend(); ++it) {
+        if (it.value()->isWatched)
+            it.value()->geometry->disconnect(this);
+    }
+    m_nodes.clear();
+    m_groups.clear();
+    m_dirty.clear();
+    Destroy(m_root);
+    m_root = new Node;
+    m_root->isKnown = true;
+}
+
+void ZORFeatBrowserModel::Destroy(Node* node)
+{
+    std::vector<Node*> open{node};
+    while (!open.empty()) {
+        Node* const current = open.back();
+        open.pop_back();
+        open.insert(open.end(), current->children.begin(), current->children.end());
+        open.insert(open.end(), current->pending.begin(), current->pending.end());
+        if (current->isDirty)
+            std::erase(m_dirty, current);
+        delete current;
+    }
+}
+
+ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ToNode(const QModelIndex& index) const
+{
+    return index.isValid() ? static_cast<Node*>(index.internalPointer()) : m_root;
+}
+
+QModelIndex ZORFeatBrowserModel::ToIndex(const Node* node) const
+{
+    return node == m_root ? QModelIndex() : createIndex(node->row, 0, node);
+}
+
+QModelIndex ZORFeatBrowserModel::index(int row, int column, const QModelIndex& parent) const
+{
+    if (!hasIndex(row, column, parent))
+        return {};
+    return createIndex(row, column, ToNode(parent)->children[std::size_t(row)]);
+}
+
+QModelIndex ZORFeatBrowserModel::parent(const QModelIndex& child) const
+{
+    return child.isValid() ? ToIndex(ToNode(child)->parent) : QModelIndex();
+}
+
+int ZORFeatBrowserModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.column() > 0 ? 0 : int(ToNode(parent)->children.size());
+}
+
+int ZORFeatBrowserModel::columnCount(const QModelIndex&) const
+{
+    return 1;
+}
+
+bool ZORFeatBrowserModel::hasChildren(const QModelIndex& parent) const
+{
+    return rowCount(parent) > 0;
+}
+
+QVariant ZORFeatBrowserModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    Node* const node = ToNode(index);
+    if (node->isDead)
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        // A name that nobody has read needs no repaint when it changes.
+        if (node->geometry && !node->isWatched) {
+            node->isWatched = true;
+            connect(node->geometry, &QObject::objectNameChanged, this, [this, geometry = node->geometry] {
+                const_cast<ZORFeatBrowserModel*>(this)->OnTextChanged(geometry);
+            });
+        }
+        return TextOf(node);
+    case Qt::DecorationRole:
+        return m_icons.at(node->kind);
+    case Qt::ToolTipRole:
+        return ToolTipOf(node);
+    case Qt::UserRole:
+        return QVariant::fromValue(node->geometry);
+    default:
+        return {};
+    }
+}
+
+QVariant ZORFeatBrowserModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (section == 0 && orientation == Qt::Horizontal && role == Qt::DisplayRole)
+        return tr("Name");
+    return {};
+}
+
+QString ZORFeatBrowserModel::TextOf(const Node* node) const
+{
+    if (!node->isGroup) {
+        const auto* feature = qobject_cast<const ZORFeatObject*>(node->geometry);
+        return feature ? feature->GetLabel() : node->geometry->objectName();
+    }
+    const auto count = node->children.size();
+    switch (node->kind) {
+    case ZORFeatBrowserKind::Point:
+        return tr("Points (%1)").arg(count);
+    case ZORFeatBrowserKind::Curve:
+        return tr("Curves (%1)").arg(count);
+    case ZORFeatBrowserKind::Surface:
+        return tr("Surfaces (%1)").arg(count);
+    case ZORFeatBrowserKind::Body:
+        return tr("Bodies (%1)").arg(count);
+    default:
+        return tr("Other geometry (%1)").arg(count);
+    }
+}
+
+QString ZORFeatBrowserModel::ToolTipOf(const Node* node) const
+{
+    if (!node->geometry)
+        return {};
+    return tr("%1\nClass: %2\nReferences: %3")
+        .arg(TextOf(node), QLatin1String(node->geometry->metaObject()->className()))
+        .arg(node->geometry->GetReferenceCount());
+}

@@ -1,0 +1,91 @@
+// Item model of the feature browser.
+
+#pragma once
+
+#include "ZORFeatBrowserIcons_p.h"
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QPalette>
+#include <QPointer>
+
+#include <map>
+#include <vector>
+
+class ZORFeatContainer;
+class ZORFeatObject;
+class ZORGeoGeometry;
+
+/// The container of an environment as a tree of one column: feature trees first, then one group per kind
+/// of geometry.
+///
+/// The container's signals only mark what has changed, at O(1) each; Flush() tells the views in as few
+/// steps as possible, at the latest when control returns to the event loop. In between, an item whose
+/// geometry is gone still counts as a row, without data.
+class ZORFeatBrowserModel final : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    explicit ZORFeatBrowserModel(QObject* parent);
+    ~ZORFeatBrowserModel() override;
+
+    /// \param container  not taken over; null empties the model
+    void SetContainer(ZORFeatContainer* container);
+    void SetPalette(const QPalette& palette);
+
+    /// Null for groups, for geometries that are gone and for the invalid index.
+    ZORGeoGeometry* GetGeometry(const QModelIndex& index) const;
+    /// Invalid when the geometry is not in the model; call Flush() before.
+    QModelIndex GetIndex(const ZORGeoGeometry* geometry) const;
+    /// Whether a view should show the children of a new item at once.
+    bool IsInitiallyExpanded(const QModelIndex& index) const;
+
+    void Flush();
+
+    QModelIndex index(int row, int column, const QModelIndex& parent) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent) const override;
+    int columnCount(const QModelIndex& parent) const override;
+    bool hasChildren(const QModelIndex& parent) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+signals:
+    void FlushStarted();
+    void FlushFinished();
+
+private:
+    struct Node;
+    enum class Group { Points, Curves, Surfaces, Bodies, Others };
+
+    void OnAdded(ZORGeoGeometry* geometry);
+    void OnAboutToBeRemoved(ZORGeoGeometry* geometry);
+    void OnTextChanged(const ZORGeoGeometry* geometry);
+
+    Node* ToNode(const QModelIndex& index) const;
+    QModelIndex ToIndex(const Node* node) const;
+    Node* NodeOf(const ZORGeoGeometry* geometry) const { return m_nodes.value(geometry); }
+    Node* ParentFor(const ZORGeoGeometry* geometry);
+    Node* GroupNode(Group group);
+    void MarkDirty(Node* node);
+    void FlushNode(Node* node);
+    void RemoveDeadChildren(Node* node);
+    void InsertPendingChildren(Node* node);
+    void InsertChildren(Node* node, int row, std::vector<Node*>&& children);
+    void MoveDeadChildrenToEnd(Node* node);
+    void Clear();
+    void Destroy(Node* node);
+    static void Renumber(Node* node, int firstRow);
+    QString TextOf(const Node* node) const;
+    QString ToolTipOf(const Node* node) const;
+
+    QPointer<ZORFeatContainer> m_container; // not owned
+    Node* m_root;                           // owned; invisible
+    QHash<const ZORGeoGeometry*, Node*> m_nodes;
+    std::map<Group, Node*> m_groups; // owned by the root node
+    std::vector<Node*> m_dirty;
+    bool m_flushPosted = false;
+    bool m_isFlushing = false;
+    std::map<ZORFeatBrowserKind, QIcon> m_icons;
+};
