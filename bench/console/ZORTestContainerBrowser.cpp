@@ -1,0 +1,109 @@
+#include "console/ZORTestContainerBrowser.h"
+
+#include <ZORFeature/ZORFeatObject.h>
+#include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoGeometry.h>
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QMap>
+#include <QTableView>
+
+namespace {
+
+constexpr int GeometryRole = Qt::UserRole + 1;
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("ZORTestMainDialog", text);
+}
+
+QStandardItem* CreateNameItem(ZORGeoGeometry* geometry)
+{
+    auto* item = new QStandardItem(geometry->objectName());
+    item->setData(QVariant::fromValue(geometry), GeometryRole);
+    return item;
+}
+
+} // namespace
+
+ZORTestContainerBrowser::ZORTestContainerBrowser(ZORGeoContainer* container, QComboBox* typeCombo,
+                                                 QTableView* table)
+    : m_container(container)
+    , m_typeCombo(typeCombo)
+    , m_table(table)
+{
+    m_table->setModel(&m_model);
+    // The geometry belongs to the first cell of a row, wherever the user clicked.
+    QObject::connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, m_table,
+                     [table](const QModelIndex& current) {
+                         if (current.column() > 0)
+                             table->setCurrentIndex(current.siblingAtColumn(0));
+                     });
+}
+
+void ZORTestContainerBrowser::FillTypes()
+{
+    QMap<QByteArray, const QMetaObject*> byName;
+    const auto types = m_container->GetRegisteredTypes();
+    for (const QMetaObject* type : types)
+        byName.insert(type->className(), type);
+
+    m_typeCombo->addItem(Translate("<all types>"));
+    for (auto type = byName.cbegin(); type != byName.cend(); ++type)
+        m_typeCombo->addItem(QLatin1String(type.key()), QVariant::fromValue(type.value()));
+}
+
+void ZORTestContainerBrowser::Refresh()
+{
+    const auto* filter = m_typeCombo->currentData().value<const QMetaObject*>();
+    const int numGeometry = m_container->GetNumGeometry();
+    QList<QStandardItem*> names;
+    QList<QStandardItem*> referenceCounts;
+    for (int index = 0; index < numGeometry; ++index) {
+        ZORGeoGeometry* geometry = m_container->GetGeometryByIndex(index);
+        if (!geometry || (filter && !geometry->metaObject()->inherits(filter)))
+            continue;
+        names.append(CreateNameItem(geometry));
+        referenceCounts.append(new QStandardItem(QString::number(geometry->GetReferenceCount())));
+    }
+
+    // Whole columns: the view follows two changes instead of one for every row.
+    m_model.clear();
+    m_model.appendColumn(names);
+    m_model.appendColumn(referenceCounts);
+    m_model.setHorizontalHeaderLabels({Translate("Name"), Translate("Ref Count")});
+    m_table->resizeColumnsToContents();
+}
+
+ZORGeoGeometry* ZORTestContainerBrowser::GetCurrentGeometry() const
+{
+    return GetGeometry(m_table->currentIndex());
+}
+
+ZORTestContainerBrowser::Deletion ZORTestContainerBrowser::DeleteCurrent()
+{
+    const QModelIndex current = m_table->currentIndex();
+    if (!current.isValid())
+        return Deletion::NoRow;
+    ZORGeoGeometry* geometry = GetGeometry(current);
+    if (auto* feature = qobject_cast<ZORFeatObject*>(geometry)) {
+        feature->Remove();
+        return Deletion::Deleted;
+    }
+    if (!geometry || geometry->GetReferenceCount() != 0)
+        return Deletion::Refused;
+    geometry->RemoveNoReferences();
+    return Deletion::Deleted;
+}
+
+ZORGeoGeometry* ZORTestContainerBrowser::GetGeometry(const QModelIndex& index) const
+{
+    auto* geometry = index.data(GeometryRole).value<ZORGeoGeometry*>();
+    const int numGeometry = geometry ? m_container->GetNumGeometry() : 0;
+    for (int i = 0; i < numGeometry; ++i) {
+        if (m_container->GetGeometryByIndex(i) == geometry)
+            return geometry;
+    }
+    return nullptr;
+}
