@@ -1,0 +1,63 @@
+// Base of the commands that an application runs from its actions.
+
+#pragma once
+
+#include <ZORCommand/ZORCommandGlobal.h>
+
+#include <QObject>
+#include <QString>
+
+/// One run of a command: created by the controller when its action is triggered, started, and deleted
+/// some time after it called FinishLater().
+///
+/// A concrete class has a constructor "Q_INVOKABLE explicit X(QObject* parent)", through which the
+/// controller creates it.
+class ZORCOMMAND_EXPORT ZORCmdCommand : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// How a command meets the user.
+    enum Interaction {
+        Silent = 0,     ///< it runs and ends
+        Dialog = 1,     ///< one dialog in the frame of the application
+        OwnWindows = 2, ///< windows of its own, which may outlive it
+    };
+    /// What a later undo would take back.
+    enum UndoScope {
+        NoUndo = 0,      ///< nothing: it does not touch the document
+        OneStep = 1,     ///< all that it does, as one step
+        SelfManaged = 2, ///< what it starts makes steps of its own
+    };
+
+    /// \param parent       usually the controller
+    /// \param interaction  code of an Interaction
+    /// \param undoScope    code of an UndoScope
+    ZORCmdCommand(QObject* parent, int interaction, int undoScope);
+    ~ZORCmdCommand() override;
+
+    Interaction GetInteraction() const { return m_interaction; }
+    UndoScope GetUndoScope() const { return m_undoScope; }
+
+    /// Text of the action that started the command, for titles; empty when it was not started by one.
+    QString GetTitle() const { return m_title; }
+    void SetTitle(const QString& title);
+
+    /// Runs the command; it may go on living until it calls FinishLater().
+    /// \throws ZORSysException when it cannot run; the controller then deletes it
+    virtual void Start() = 0;
+
+    /// Ends the command: it emits Finished() and deletes itself from the event loop. Further calls do
+    /// nothing.
+    void FinishLater();
+    bool IsFinishing() const { return m_finishing; }
+
+signals:
+    void Finished();
+
+private:
+    QString m_title;
+    Interaction m_interaction;
+    UndoScope m_undoScope;
+    bool m_finishing = false;
+};

@@ -1,0 +1,216 @@
+#include "ZORCmdController.h"
+
+#include "ZORCmdController_p.h"
+
+#include <ZORCommand/ZORCmdCommand.h>
+#include <ZORCommand/ZORCmdDialogHandler.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QGuiApplication>
+#include <QHash>
+
+#include <algorithm>
+#include <list>
+
+class ZORCmdController::Private
+{
+public:
+    QHash<QByteArray, const QMetaObject*> commands;
+    std::list<Publication> publications;          // in the order of publication; addresses stay
+    ZORCmdDialogHandler* dialogHandler = nullptr; // not owned
+    std::function<QIcon(const QString&)> iconResolver;
+
+    QIcon ResolveIcon(const QString& name) const
+    {
+        return iconResolver ? iconResolver(name) : QIcon::fromTheme(name);
+    }
+};
+
+namespace {
+
+// Class names of a library vanish with it: look them up and store them by value.
+QByteArray NameOf(const QMetaObject* command)
+{
+    return QByteArray(command->className(), qsizetype(qstrlen(command->className())));
+}
+
+} // namespace
+
+ZORCmdController* ZORCmdController::GetController()
+{
+    static ZORCmdController controller;
+    return &controller;
+}
+
+ZORCmdController::ZORCmdController()
+    : d(std::make_unique<Private>())
+{
+    setObjectName(QStringLiteral("ZORCmdController"));
+}
+
+ZORCmdController::~ZORCmdController() = default;
+
+void ZORCmdController::RegisterCommand(const QMetaObject* command)
+{
+    ZOR_TRACE_CALL(command);
+    d->commands.insert(NameOf(command), command);
+}
+
+void ZORCmdController::UnregisterCommand(const QMetaObject* command)
+{
+    ZOR_TRACE_CALL(command);
+    const QByteArray name = NameOf(command);
+    if (d->commands.value(name) != command)
+        return;
+    d->commands.remove(name);
+    const auto running = findChildren<ZORCmdCommand*>(QString(), Qt::FindDirectChildrenOnly);
+    for (ZORCmdCommand* run : running) {
+        if (run->metaObject() == command)
+            delete run;
+    }
+}
+
+QAction* ZORCmdController::GetAction(const QByteArray& id) const
+{
+    ZOR_TRACE_CALL(id);
+    for (Publication& publication : d->publications) {
+        if (publication.id == id)
+            return MakeAction(publication);
+    }
+    return nullptr;
+}
+
+QStringList ZORCmdController::GetCategories() const
+{
+    QStringList categories;
+    for (const Publication& publication : d->publications) {
+        if (!categories.contains(publication.category))
+            categories.append(publication.category);
+    }
+    return categories;
+}
+
+QList<QAction*> ZORCmdController::GetActions(const QString& category) const
+{
+    ZOR_TRACE_CALL(category);
+    QList<Publication*> published;
+    for (Publication& publication : d->publications) {
+        if (publication.category == category)
+            published.append(&publication);
+    }
+    std::stable_sort(published.begin(), published.end(),
+                     [](const Publication* a, const Publication* b) { return a->position < b->position; });
+    QList<QAction*> actions;
+    for (Publication* publication : published) {
+        if (QAction* action = MakeAction(*publication))
+            actions.append(action);
+    }
+    return actions;
+}
+
+void ZORCmdController::SetDialogHandler(ZORCmdDialogHandler* handler)
+{
+    ZOR_TRACE_CALL(handler);
+    d->dialogHandler = handler;
+}
+
+ZORCmdDialogHandler* ZORCmdController::GetDialogHandler() const
+{
+    return d->dialogHandler;
+}
+
+void ZORCmdController::SetIconResolver(const std::function<QIcon(const QString&)>& resolver)
+{
+    ZOR_TRACE_CALL();
+    d->iconResolver = resolver;
+    for (const Publication& publication : d->publications) {
+        if (publication.action)
+            publication.action->setIcon(d->ResolveIcon(publication.icon));
+    }
+}
+
+void ZORCmdController::Publish(Publication&& publication)
+{
+    d->publications.push_back(std::move(publication));
+    if (QAction* action = MakeAction(d->publications.back()))
+        emit ActionPublished(action);
+}
+
+void ZORCmdController::Withdraw(const ZORCmdActionPublisher* publisher)
+{
+    const auto publication =
+        std::find_if(d->publications.begin(), d->publications.end(),
+                     [publisher](const Publication& p) { return p.publisher == publisher; });
+    if (publication == d->publications.end())
+        return;
+    if (publication->action) {
+        emit ActionAboutToBeWithdrawn(publication->action);
+        delete publication->action;
+    }
+    const QMetaObject* command = publication->command;
+    d->publications.erase(publication);
+    const bool stillPublished = std::any_of(d->publications.begin(), d->publications.end(),
+                                            [command](const Publication& p) { return p.command == command; });
+    if (!stillPublished)
+        UnregisterCommand(command);
+}
+
+QAction* ZORCmdController::MakeAction(Publication& publication) const
+{
+    if (publication.action || !QCoreApplication::instance())
+        return publication.action;
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        return nullptr;
+    static const bool cleanUp = [] {
+        qAddPostRoutine(&ZORCmdController::DeleteActions);
+        return true;
+    }();
+    Q_UNUSED(cleanUp)
+
+    auto* self = const_cast<ZORCmdController*>(this);
+    publication.action = new QAction(d->ResolveIcon(publication.icon), publication.text, self);
+    publication.action->setObjectName(QString::fromLatin1(publication.id));
+    publication.action->setToolTip(publication.toolTip);
+    publication.action->setStatusTip(publication.toolTip);
+    publication.action->setProperty("category", publication.category);
+    publication.action->setProperty("commandId", publication.id);
+    publication.action->setProperty("placement", publication.placement);
+    connect(publication.action, &QAction::triggered, self, [self, id = publication.id] { self->Run(id); });
+    return publication.action;
+}
+
+void ZORCmdController::Run(const QByteArray& id)
+{
+    const auto publication = std::find_if(d->publications.begin(), d->publications.end(),
+                                          [&id](const Publication& p) { return p.id == id; });
+    if (publication == d->publications.end())
+        return;
+    const QByteArray name = NameOf(publication->command);
+    if (!d->commands.contains(name))
+        throw ZORSysException(tr("command class '%1' is not registered").arg(QLatin1String(name)));
+    QObject* object = publication->command->newInstance(Q_ARG(QObject*, this));
+    auto* command = qobject_cast<ZORCmdCommand*>(object);
+    if (!command) {
+        delete object;
+        throw ZORSysException(tr("command class '%1' cannot be created").arg(QLatin1String(name)));
+    }
+    for (auto option = publication->options.begin(); option != publication->options.end(); ++option)
+        command->setProperty(option.key().toLatin1().constData(), option.value());
+    command->SetTitle(publication->text);
+    try {
+        command->Start();
+    } catch (...) {
+        command->FinishLater();
+        throw;
+    }
+}
+
+void ZORCmdController::DeleteActions()
+{
+    ZORCmdController* controller = GetController();
+    for (Publication& publication : controller->d->publications)
+        delete publication.action;
+    const auto running = controller->findChildren<ZORCmdCommand*>(QString(), Qt::FindDirectChildrenOnly);
+    qDeleteAll(running);
+}

@@ -1,0 +1,79 @@
+// The commands of the process and the actions that run them.
+
+#pragma once
+
+#include <ZORCommand/ZORCommandGlobal.h>
+
+#include <QByteArray>
+#include <QIcon>
+#include <QList>
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class QAction;
+class ZORCmdActionPublisher;
+class ZORCmdDialogHandler;
+
+/// Process-wide register of command classes and of the actions published for them.
+///
+/// Registering and publishing work from static initialisers, before an application object exists; the
+/// QActions are made when they are first asked for. Nothing of a library stays behind when its
+/// publishers withdraw: texts are copied, and commands of a withdrawn class that still run are deleted.
+/// To be used from the user-interface thread.
+class ZORCOMMAND_EXPORT ZORCmdController : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ZORCmdController* GetController();
+
+    /// Makes a command class known; a class of the same name is replaced.
+    void RegisterCommand(const QMetaObject* command);
+    /// Forgets a command class and deletes its running commands; an unknown class is ignored.
+    void UnregisterCommand(const QMetaObject* command);
+
+    /// The action of an id: the class name of its command, or "<class name>.<method>" for publishers with
+    /// the option "method".
+    /// \return owned by the controller; null when nobody published it or before the application object
+    QAction* GetAction(const QByteArray& id) const;
+
+    /// The categories in the order of their first publication.
+    QStringList GetCategories() const;
+    /// The actions of a category by position, then in the order of publication. An action has the dynamic
+    /// properties "category", "commandId" and "placement" (a ZORCmdActionPublisher::Placement).
+    QList<QAction*> GetActions(const QString& category) const;
+
+    /// \param handler  not owned: the caller sets null before it dies
+    void SetDialogHandler(ZORCmdDialogHandler* handler);
+    /// The handler of the application; null when there is none.
+    ZORCmdDialogHandler* GetDialogHandler() const;
+
+    /// Sets how icon names become icons, also for the actions that exist already; an empty function gives
+    /// icons of the desktop's theme.
+    void SetIconResolver(const std::function<QIcon(const QString& name)>& resolver);
+
+signals:
+    /// An action was published while the application object exists.
+    void ActionPublished(QAction* action);
+    /// An action is about to be deleted.
+    void ActionAboutToBeWithdrawn(QAction* action);
+
+private:
+    friend class ZORCmdActionPublisher;
+    struct Publication;
+    class Private;
+
+    ZORCmdController();
+    ~ZORCmdController() override;
+
+    void Publish(Publication&& publication);
+    void Withdraw(const ZORCmdActionPublisher* publisher);
+    QAction* MakeAction(Publication& publication) const;
+    void Run(const QByteArray& id);
+    static void DeleteActions();
+
+    const std::unique_ptr<Private> d;
+};

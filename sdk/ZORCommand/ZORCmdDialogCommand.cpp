@@ -1,0 +1,46 @@
+#include "ZORCmdDialogCommand.h"
+
+#include <ZORCommand/ZORCmdController.h>
+#include <ZORCommand/ZORCmdDialogHandler.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+ZORCmdDialogCommand::ZORCmdDialogCommand(QObject* parent, int interaction, int undoScope)
+    : ZORCmdCommand(parent, interaction, undoScope)
+{
+    ZOR_TRACE_CALL(parent, interaction, undoScope);
+}
+
+ZORCmdDialogCommand::~ZORCmdDialogCommand() = default;
+
+void ZORCmdDialogCommand::Start()
+{
+    ZOR_TRACE_CALL();
+    ZORCmdDialogHandler* handler = ZORCmdController::GetController()->GetDialogHandler();
+    if (!handler)
+        throw ZORSysException(tr("no dialog handler set"));
+    handler->ShowDialogCommand(this);
+}
+
+QWidget* ZORCmdDialogCommand::BuildContent(QWidget* parent)
+{
+    ZOR_TRACE_CALL(parent);
+    Q_ASSERT(!m_content);
+    m_content = CreateContent(parent);
+    return m_content;
+}
+
+void ZORCmdDialogCommand::Accept()
+{
+    ZOR_TRACE_CALL();
+    Commit();
+    FinishLater();
+}
+
+void ZORCmdDialogCommand::Reject()
+{
+    ZOR_TRACE_CALL();
+    FinishLater();
+}
+
+void ZORCmdDialogCommand::Commit() {}

@@ -1,0 +1,44 @@
+// Command that consists of one dialog in the frame of the application.
+
+#pragma once
+
+#include <ZORCommand/ZORCmdCommand.h>
+
+#include <QPointer>
+#include <QWidget>
+
+/// A command whose content widget the application shows in its own frame with OK and Cancel.
+class ZORCOMMAND_EXPORT ZORCmdDialogCommand : public ZORCmdCommand
+{
+    Q_OBJECT
+
+public:
+    /// As ZORCmdCommand.
+    ZORCmdDialogCommand(QObject* parent, int interaction, int undoScope);
+    ~ZORCmdDialogCommand() override;
+
+    /// Hands the command to the dialog handler of the controller.
+    /// \throws ZORSysException "no dialog handler set"
+    void Start() override;
+
+    /// For the frame: creates the content as a child of \a parent and remembers it; called once.
+    QWidget* BuildContent(QWidget* parent);
+    /// The content; null before BuildContent() and after its frame was destroyed.
+    QWidget* GetContentWidget() const { return m_content; }
+
+    /// For the frame: OK. Commits, then finishes the command.
+    /// \throws ZORSysException from Commit(); the command then goes on and the frame stays open
+    void Accept();
+    /// For the frame: Cancel, or the frame was closed. Finishes the command without a commit.
+    void Reject();
+
+protected:
+    /// Builds the content widget.
+    /// \return owned by \a parent
+    virtual QWidget* CreateContent(QWidget* parent) = 0;
+    /// Applies what the user entered. The base does nothing.
+    virtual void Commit();
+
+private:
+    QPointer<QWidget> m_content; // owned by the frame
+};

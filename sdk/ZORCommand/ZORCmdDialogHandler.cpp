@@ -1,0 +1,3 @@
+#include "ZORCmdDialogHandler.h"
+
+ZORCmdDialogHandler::~ZORCmdDialogHandler() = default;
