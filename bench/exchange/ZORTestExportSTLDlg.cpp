@@ -1,0 +1,74 @@
+#include "exchange/ZORTestExportSTLDlg.h"
+
+#include "core/ZORTestEnvironment.h"
+#include "core/ZORTestRegistration.h"
+#include "exchange/ZORTestUnitQuery.h"
+#include "widgets/ZORTestForm.h"
+#include "widgets/ZORTestGeometrySelector.h"
+
+#include <ZORGeometry/ZORGeoStlWriter.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORSystem/ZORSysSettingGroupContext.h>
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QSettings>
+
+ZOR_TEST_REGISTER(ZORTestExportSTLDlg)
+
+ZORTestExportSTLDlg::ZORTestExportSTLDlg(ZORTestEnvironment* environment)
+    : ZORTestDialog(environment)
+{
+    ZORTestForm form(this);
+    form.SetTitle(tr("Export Surface STL File"));
+    m_surfaceSel = form.AddSelector("_SurfaceSel", tr("Surface: "), "ZORGeoSurface");
+    form.AddButtonBox();
+}
+
+bool ZORTestExportSTLDlg::Apply()
+{
+    m_keepOpen = false;
+    const bool exported = Export();
+    m_keepOpen = !exported;
+    return exported;
+}
+
+void ZORTestExportSTLDlg::accept()
+{
+    if (!m_keepOpen)
+        ZORTestDialog::accept();
+}
+
+bool ZORTestExportSTLDlg::Export()
+{
+    const auto* surface = Require<ZORGeoSurface>(m_surfaceSel, tr("Surface selection invalid"));
+    if (!surface)
+        return false;
+
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
+    const ZORSysSettingGroupContext group(settings, QStringLiteral("ExportSTL"));
+    QWidget* parent = GetEnvironment()->GetUiParent();
+    QString fileName = QFileDialog::getSaveFileName(
+        parent, tr("Save STL file"), settings->value("Dir").toString(), tr("STL files (*.stl)"));
+    if (fileName.isEmpty())
+        return false;
+
+    const auto stored = static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt());
+    const ZORSysValue::Unit unit = ZORTestQueryUnit(parent, stored);
+
+    const QString ascii = tr("ascii STL");
+    const QStringList types = {tr("binary STL"), ascii};
+    const int current = std::max(int(types.indexOf(settings->value("Type").toString())), 0);
+    const QString type =
+        QInputDialog::getItem(parent, tr("Select File Type"), tr("File Type"), types, current, false);
+
+    const auto format = static_cast<ZORGeoStlWriter::FileFormats>(type == ascii ? 0 : 1);
+    ZORGeoStlWriter writer(fileName, surface, format);
+    writer.Write(unit);
+
+    settings->setValue("Dir", fileName);
+    settings->setValue("Units", int(unit));
+    settings->setValue("Type", type);
+    return true;
+}

@@ -1,0 +1,19 @@
+#include "exchange/ZORTestUnitQuery.h"
+
+#include <QCoreApplication>
+#include <QInputDialog>
+
+#include <algorithm>
+
+ZORSysValue::Unit ZORTestQueryUnit(QWidget* parent, ZORSysValue::Unit stored)
+{
+    const QList<ZORSysValue::Unit> units = ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length);
+    QStringList labels;
+    for (const ZORSysValue::Unit unit : units)
+        labels.append(ZORSysValue::GetUnitLabel(unit));
+    const int current = std::max(int(units.indexOf(stored)), 0);
+    const QString label = QInputDialog::getItem(
+        parent, QCoreApplication::translate("ZORTestUnitQuery", "Select Units"),
+        QCoreApplication::translate("ZORTestUnitQuery", "Units"), labels, current, false);
+    return ZORSysValue::GetUnitFromLabel(label);
+}

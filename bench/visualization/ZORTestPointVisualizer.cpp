@@ -1,0 +1,35 @@
+#include "visualization/ZORTestPointVisualizer.h"
+
+#include "core/ZORTestEnvironment.h"
+#include "core/ZORTestRegistration.h"
+#include "visualization/ZORTestPointVisOptionsDlg.h"
+
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORGeometry/ZORGeoPoint.h>
+#include <ZORMathematics/ZORMathSetOfPoints.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORVisualization/ZORVisPointPrimitive.h>
+#include <ZORVisualization/ZORVisRepGraphics.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
+
+ZOR_TEST_REGISTER(ZORTestPointVisualizer)
+
+ZORTestPointVisualizer::ZORTestPointVisualizer() = default;
+
+ZORVisVirtualObject* ZORTestPointVisualizer::Visualize(ZORTestEnvironment* environment,
+                                                       ZORGeoGeometry* geometry)
+{
+    const auto* point = qobject_cast<const ZORGeoPoint*>(geometry);
+    if (!point)
+        throw ZORSysException(tr("geometry is not a point"));
+    ZORTestPointVisOptionsDlg dialog(environment);
+    if (dialog.exec() != QDialog::Accepted)
+        return nullptr;
+
+    ZORMathSetOfPoints points;
+    points.append(point->GetMathPoint());
+    // No owner, unlike curves and surfaces: this is established.
+    auto* object = new ZORVisVirtualObject(environment->GetEnvironment(), nullptr);
+    object->SetRep(new ZORVisRepGraphics({new ZORVisPointPrimitive(points)}, dialog.GetOptions()));
+    return object;
+}

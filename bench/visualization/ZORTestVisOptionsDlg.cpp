@@ -1,0 +1,35 @@
+#include "visualization/ZORTestVisOptionsDlg.h"
+
+#include "core/ZORTestEnvironment.h"
+
+#include <QColorDialog>
+#include <QPushButton>
+
+ZORTestVisOptionsDlg::ZORTestVisOptionsDlg(ZORTestEnvironment* environment)
+    : QDialog(environment->GetUiParent())
+    , m_environment(environment)
+{
+}
+
+void ZORTestVisOptionsDlg::SetButtonColor(QPushButton* button, const QColor& color)
+{
+    button->setStyleSheet(QStringLiteral("background-color: rgb(%1,%2,%3);")
+                              .arg(color.red())
+                              .arg(color.green())
+                              .arg(color.blue()));
+    button->setProperty("color", color);
+}
+
+QColor ZORTestVisOptionsDlg::GetButtonColor(const QPushButton* button)
+{
+    return button->property("color").value<QColor>();
+}
+
+void ZORTestVisOptionsDlg::SelectColor()
+{
+    auto* button = qobject_cast<QPushButton*>(sender());
+    if (!button)
+        return;
+    // "Surface" in every dialog: this title is established.
+    SetButtonColor(button, QColorDialog::getColor(GetButtonColor(button), this, tr("Surface Color")));
+}
