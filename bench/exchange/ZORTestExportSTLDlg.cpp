@@ -14,6 +14,8 @@
 #include <QInputDialog>
 #include <QSettings>
 
+#include <algorithm>
+
 ZOR_TEST_REGISTER(ZORTestExportSTLDlg)
 
 ZORTestExportSTLDlg::ZORTestExportSTLDlg(ZORTestEnvironment* environment)
@@ -45,21 +47,17 @@ bool ZORTestExportSTLDlg::Export()
     if (!surface)
         return false;
 
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext group(settings, QStringLiteral("ExportSTL"));
+    const Choices stored = ReadSettings();
     QWidget* parent = GetEnvironment()->GetUiParent();
-    QString fileName = QFileDialog::getSaveFileName(
-        parent, tr("Save STL file"), settings->value("Dir").toString(), tr("STL files (*.stl)"));
+    QString fileName =
+        QFileDialog::getSaveFileName(parent, tr("Save STL file"), stored.path, tr("STL files (*.stl)"));
     if (fileName.isEmpty())
         return false;
-
-    const auto stored = static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt());
-    const ZORSysValue::Unit unit = ZORTestQueryUnit(parent, stored);
+    const ZORSysValue::Unit unit = ZORTestQueryUnit(parent, stored.unit);
 
     const QString ascii = tr("ascii STL");
     const QStringList types = {tr("binary STL"), ascii};
-    const int current = std::max(int(types.indexOf(settings->value("Type").toString())), 0);
+    const int current = std::max(int(types.indexOf(stored.type)), 0);
     const QString type =
         QInputDialog::getItem(parent, tr("Select File Type"), tr("File Type"), types, current, false);
 
@@ -67,8 +65,27 @@ bool ZORTestExportSTLDlg::Export()
     ZORGeoStlWriter writer(fileName, surface, format);
     writer.Write(unit);
 
-    settings->setValue("Dir", fileName);
-    settings->setValue("Units", int(unit));
-    settings->setValue("Type", type);
+    WriteSettings({fileName, unit, type});
     return true;
+}
+
+// The groups are left again before a dialog opens: its event loop may run others that use the store.
+ZORTestExportSTLDlg::Choices ZORTestExportSTLDlg::ReadSettings() const
+{
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
+    const ZORSysSettingGroupContext group(settings, QStringLiteral("ExportSTL"));
+    return {settings->value("Dir").toString(),
+            static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt()),
+            settings->value("Type").toString()};
+}
+
+void ZORTestExportSTLDlg::WriteSettings(const Choices& choices) const
+{
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
+    const ZORSysSettingGroupContext group(settings, QStringLiteral("ExportSTL"));
+    settings->setValue("Dir", choices.path);
+    settings->setValue("Units", int(choices.unit));
+    settings->setValue("Type", choices.type);
 }

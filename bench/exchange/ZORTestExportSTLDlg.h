@@ -4,6 +4,10 @@
 
 #include "core/ZORTestDialog.h"
 
+#include <ZORSystem/ZORSysValue.h>
+
+#include <QString>
+
 class ZORTestGeometrySelector;
 
 /// Writes a surface to an STL file, after asking for its name, unit and type.
@@ -26,6 +30,14 @@ public slots:
     void accept() override;
 
 private:
+    struct Choices
+    {
+        QString path;
+        ZORSysValue::Unit unit;
+        QString type;
+    };
+    Choices ReadSettings() const;
+    void WriteSettings(const Choices& choices) const;
     bool Export();
 
     ZORTestGeometrySelector* m_surfaceSel = nullptr;

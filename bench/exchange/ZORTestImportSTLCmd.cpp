@@ -23,13 +23,9 @@ ZORTestImportSTLCmd::ZORTestImportSTLCmd(ZORTestEnvironment* environment)
 
 void ZORTestImportSTLCmd::Execute()
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext group(settings, QStringLiteral("ImportSTL"));
-
-    const QString fileName =
-        QFileDialog::getOpenFileName(GetEnvironment()->GetUiParent(), tr("Open STL file"),
-                                     settings->value("Dir").toString(), tr("STL files (*.stl)"));
+    const auto [startPath, storedUnit] = ReadSettings();
+    const QString fileName = QFileDialog::getOpenFileName(
+        GetEnvironment()->GetUiParent(), tr("Open STL file"), startPath, tr("STL files (*.stl)"));
     if (fileName.isEmpty()) {
         emit Finished(false);
         return;
@@ -41,12 +37,29 @@ void ZORTestImportSTLCmd::Execute()
         return;
     }
 
-    const auto stored = static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt());
-    const ZORSysValue::Unit unit = ZORTestQueryUnit(GetEnvironment()->GetUiParent(), stored);
+    const ZORSysValue::Unit unit = ZORTestQueryUnit(GetEnvironment()->GetUiParent(), storedUnit);
     ZORGeoStlLoader loader(&file);
     loader.Load(GetEnvironment()->GetEnvironment()->GetContainer(), unit);
 
-    settings->setValue("Dir", fileName);
-    settings->setValue("Units", int(unit));
+    WriteSettings({fileName, unit});
     emit Finished(true);
+}
+
+// The groups are left again before a dialog opens: its event loop may run others that use the store.
+ZORTestImportSTLCmd::Choices ZORTestImportSTLCmd::ReadSettings() const
+{
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
+    const ZORSysSettingGroupContext group(settings, QStringLiteral("ImportSTL"));
+    return {settings->value("Dir").toString(),
+            static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt())};
+}
+
+void ZORTestImportSTLCmd::WriteSettings(const Choices& choices) const
+{
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
+    const ZORSysSettingGroupContext group(settings, QStringLiteral("ImportSTL"));
+    settings->setValue("Dir", choices.path);
+    settings->setValue("Units", int(choices.unit));
 }

@@ -4,6 +4,10 @@
 
 #include "core/ZORTestCommand.h"
 
+#include <ZORSystem/ZORSysValue.h>
+
+#include <QString>
+
 /// Asks for an STL file and its unit and adds its surfaces to the container.
 ///
 /// Settings group "Debug/ImportSTL": "Dir" (path of the last file), "Units" (code of the last unit).
@@ -18,4 +22,13 @@ public:
 
     /// \throws ZORSysException from the loader; nothing is added then
     void Execute() override;
+
+private:
+    struct Choices
+    {
+        QString path;
+        ZORSysValue::Unit unit;
+    };
+    Choices ReadSettings() const;
+    void WriteSettings(const Choices& choices) const;
 };
