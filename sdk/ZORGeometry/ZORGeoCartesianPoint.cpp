@@ -1,0 +1,24 @@
+#include "ZORGeoCartesianPoint.h"
+
+#include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+ZOR_GEO_REGISTER_TYPE(ZORGeoCartesianPoint)
+
+ZORGeoCartesianPoint::ZORGeoCartesianPoint(ZORGeoContainer* container, const ZORMathPoint& point)
+    : ZORGeoPoint(container)
+    , m_point(point)
+{
+    ZOR_TRACE_CALL(container, point);
+    if (!point.IsFinite())
+        throw ZORSysException(tr("point is not finite"));
+}
+
+ZORGeoCartesianPoint::~ZORGeoCartesianPoint() = default;
+
+ZORMathPoint ZORGeoCartesianPoint::GetMathPoint() const
+{
+    return m_point;
+}

@@ -1,0 +1,23 @@
+// A free point given by its coordinates.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeoPoint.h>
+
+/// A point that depends on no other geometry.
+class ZORGEOMETRY_EXPORT ZORGeoCartesianPoint : public ZORGeoPoint
+{
+    Q_OBJECT
+
+public:
+    /// \param container  owner of the point from Initialize() on
+    /// \param point      millimetres
+    /// \throws ZORSysException "point is not finite"
+    ZORGeoCartesianPoint(ZORGeoContainer* container, const ZORMathPoint& point);
+    ~ZORGeoCartesianPoint() override;
+
+    ZORMathPoint GetMathPoint() const override;
+
+private:
+    const ZORMathPoint m_point;
+};

@@ -1,0 +1,68 @@
+// Owner of the geometries of a document.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeometryGlobal.h>
+
+#include <QList>
+#include <QObject>
+
+#include <memory>
+
+class ZORGeoContainerPrivate;
+class ZORGeoGeometry;
+
+/// Owns geometries and lists them in the order of their registration.
+///
+/// A geometry leaves the list by ZORGeoGeometry::RemoveNoReferences(), by Clear() or by being deleted; the
+/// indices behind it move up by one. The destructor destroys what is left, newest first, without emitting
+/// signals; references to it become null.
+class ZORGEOMETRY_EXPORT ZORGeoContainer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ZORGeoContainer(QObject* parent = nullptr);
+    ~ZORGeoContainer() override;
+
+    /// The exact number of registered, living geometries.
+    int GetNumGeometry() const;
+    /// The geometry at a place of the list. Constant time, amortised over a walk through the list; between
+    /// two removals from the middle O(log n).
+    /// \param index  0 ... GetNumGeometry() - 1
+    /// \return not owned; null for any other index
+    ZORGeoGeometry* GetGeometryByIndex(int index) const;
+
+    /// Destroys every geometry, newest first, whatever its reference count.
+    void Clear();
+
+    /// A name that no geometry of this container bears now: \a wanted itself where it is free, else
+    /// "wanted.2", "wanted.3" ...; constant time, amortised.
+    QString GetUniqueName(const QString& wanted) const;
+
+    /// The classes, base classes included, that containers may hold: those of all loaded libraries that were
+    /// registered with RegisterType(), by class name ascending. Every class comes once.
+    virtual QList<const QMetaObject*> GetRegisteredTypes() const;
+    /// Makes a class known to all containers until the matching UnregisterType(); see ZOR_GEO_REGISTER_TYPE.
+    /// Registered twice, a class stays known until it is unregistered twice. Usable from static
+    /// initialisers and from any thread.
+    static void RegisterType(const QMetaObject* type);
+    static void UnregisterType(const QMetaObject* type);
+
+signals:
+    /// \a geometry was registered and is the last of the list.
+    void GeometryAdded(ZORGeoGeometry* geometry);
+    /// \a geometry is about to leave the list, in which it still stands, and to be destroyed.
+    void GeometryAboutToBeRemoved(ZORGeoGeometry* geometry);
+    /// The geometry announced before has left the list.
+    void GeometryRemoved();
+
+private:
+    friend class ZORGeoGeometry;
+    void Add(ZORGeoGeometry* geometry);
+    void Forget(ZORGeoGeometry* geometry);
+    void Destroy(ZORGeoGeometry* geometry);
+
+    Q_DECLARE_PRIVATE(ZORGeoContainer)
+    const std::unique_ptr<ZORGeoContainerPrivate> d_ptr;
+};

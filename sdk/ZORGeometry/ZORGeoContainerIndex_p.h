@@ -1,0 +1,36 @@
+// The list of a container: look-up by number among geometries that come and go anywhere.
+
+#pragma once
+
+#include <QList>
+
+#include <vector>
+
+class ZORGeoGeometry;
+
+/// Geometries in the order of their registration. Every one knows its slot; removal leaves a hole.
+///
+/// Without holes between geometries a look-up is an array access. With holes it descends a Fenwick tree
+/// that counts the living; once there were as many look-ups as slots, or more holes than geometries, the
+/// list is packed again, so that a walk through the list costs constant time a step.
+class ZORGeoContainerIndex
+{
+public:
+    qsizetype GetCount() const { return m_live; }
+    ZORGeoGeometry* At(qsizetype index) const;
+    ZORGeoGeometry* Last() const { return m_slots.last(); } // the list is not empty
+
+    void Append(ZORGeoGeometry* geometry);
+    void Remove(ZORGeoGeometry* geometry);
+
+private:
+    qsizetype FindSlot(qsizetype index) const;
+    void BuildTree() const;
+    void Pack() const;
+
+    mutable QList<ZORGeoGeometry*> m_slots; // not owned; null: a hole; the last one is none
+    mutable std::vector<int> m_tree; // [i - 1]: living in the slots (i - lowbit(i), i]; empty: not built
+    mutable qsizetype m_first = 0;   // holes at the front
+    mutable qsizetype m_lookups = 0; // through the tree, since the list was packed
+    qsizetype m_live = 0;
+};

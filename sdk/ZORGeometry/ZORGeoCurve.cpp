@@ -1,0 +1,82 @@
+#include "ZORGeoCurve.h"
+
+#include "ZORGeoChain_p.h"
+#include "ZORGeoRange_p.h"
+
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORMathematics/ZORMathBoundingBox.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <cmath>
+
+ZOR_GEO_REGISTER_TYPE(ZORGeoCurve)
+
+ZORGeoCurve::ZORGeoCurve(ZORGeoContainer* container, const ZORMathSetOfPoints& points)
+    : ZORGeoGeometry(container)
+    , m_chain(std::make_unique<const ZORGeoChain>(points))
+{
+}
+
+ZORGeoCurve::~ZORGeoCurve() = default;
+
+void ZORGeoCurve::CheckPoints() const
+{
+    const ZORMathSetOfPoints& points = m_chain->GetPoints();
+    for (qsizetype i = 0; i < points.size(); ++i) {
+        if (!ZorGeoIsInRange(points[i]))
+            throw ZORSysException(tr("point %1 of the curve is not finite or too far away").arg(i));
+    }
+}
+
+int ZORGeoCurve::GetNumPoints() const
+{
+    return int(m_chain->GetPoints().size());
+}
+
+ZORMathPoint ZORGeoCurve::GetPoint(int index) const
+{
+    Q_ASSERT(index >= 0 && index < GetNumPoints());
+    return m_chain->GetPoints().at(index);
+}
+
+double ZORGeoCurve::GetLength() const
+{
+    return m_chain->GetLength();
+}
+
+ZORMathBoundingBox ZORGeoCurve::GetBoundingBox() const
+{
+    ZORMathBoundingBox box;
+    for (const ZORMathPoint& point : m_chain->GetPoints())
+        box.Add(point);
+    return box;
+}
+
+ZORMathSetOfPoints ZORGeoCurve::GetPoints(const ZORGeoRangeOfCurve& range) const
+{
+    ZOR_TRACE_CALL(range);
+    return m_chain->Cut(range.GetStart(), range.GetEnd());
+}
+
+ZORGeoLocationOnCurve ZORGeoCurve::GetLocation(double distance, const ZORGeoLocationOnCurve* start) const
+{
+    ZOR_TRACE_CALL(distance, start);
+    if (start && start->curve != this)
+        throw ZORSysException(tr("start location lies on another curve"));
+    const double total = start ? start->distance + distance : distance;
+    if (m_chain->GetPoints().isEmpty() || !(std::abs(total) <= ZorGeoMaximumCoordinate))
+        return {};
+    const ZORGeoChain::Place place = m_chain->Locate(total);
+    return {this, place.distance, place.point};
+}
+
+bool ZORGeoCurve::Project(const ZORMathPoint& point, ZORGeoLocationOnCurve& location) const
+{
+    ZOR_TRACE_CALL(point);
+    if (m_chain->GetPoints().isEmpty() || !ZorGeoIsInRange(point))
+        return false;
+    const ZORGeoChain::Place place = m_chain->Project(point);
+    location = {this, place.distance, place.point};
+    return true;
+}

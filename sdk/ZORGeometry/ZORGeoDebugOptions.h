@@ -1,0 +1,63 @@
+// Debugging aids of the geometry module.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeometryGlobal.h>
+
+#include <QString>
+
+/// Process-wide switches for what the module records about itself. They last as long as the process; the
+/// stacks go to ZORSysStackMonitor, under one label for each kind.
+class ZORGEOMETRY_EXPORT ZORGeoDebugOptions
+{
+public:
+    /// Labels of the stack monitor.
+    static constexpr const char* ConstructionLabel = "Geometry construction";
+    static constexpr const char* ReferenceLabel = "Geometry references";
+
+    static ZORGeoDebugOptions* GetInstance();
+
+    /// Whether the construction of every geometry is recorded; false at first.
+    bool IsConstructorStackTraces() const { return s_constructions; }
+    void SetConstructorStackTraces(bool on);
+    /// Frames kept of each stack; 16 at first. 0 or less keeps none.
+    int GetConstructorStackTraceLength() const { return m_constructionLength; }
+    void SetConstructorStackTraceLength(int frames);
+
+    /// Whether every change of a reference count is recorded; false at first.
+    bool IsReferenceStackTraces() const { return s_references; }
+    void SetReferenceStackTraces(bool on);
+    /// Frames kept of each stack; 16 at first. 0 or less keeps none.
+    int GetReferenceStackTraceLength() const { return m_referenceLength; }
+    void SetReferenceStackTraceLength(int frames);
+
+    /// Whether loading a container writes what it reads to the dump file; false at first.
+    bool IsContainerLoadDumpEnabled() const { return m_loadDump; }
+    void SetContainerLoadDumpEnabled(bool on);
+    /// Path of the dump file; empty at first, and then nothing is dumped.
+    QString GetContainerLoadDumpFile() const { return m_loadDumpFile; }
+    void SetContainerLoadDumpFile(const QString& fileName);
+
+private:
+    friend class ZORGeoGeometry;
+    ZORGeoDebugOptions() = default;
+
+    static void RecordConstruction()
+    {
+        if (s_constructions) [[unlikely]]
+            GetInstance()->Record(ConstructionLabel, GetInstance()->m_constructionLength);
+    }
+    static void RecordReferenceChange()
+    {
+        if (s_references) [[unlikely]]
+            GetInstance()->Record(ReferenceLabel, GetInstance()->m_referenceLength);
+    }
+    void Record(const char* label, int length);
+
+    static bool s_constructions;
+    static bool s_references;
+    int m_constructionLength = 16;
+    int m_referenceLength = 16;
+    bool m_loadDump = false;
+    QString m_loadDumpFile;
+};

@@ -1,0 +1,86 @@
+#include "ZORGeoGeometry.h"
+
+#include "ZORGeoGeometry_p.h"
+#include "ZORGeometryLog_p.h"
+
+#include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoDebugOptions.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+ZOR_GEO_REGISTER_TYPE(ZORGeoGeometry)
+
+ZORGeoGeometry::ZORGeoGeometry(ZORGeoContainer* container)
+    : d_ptr(std::make_unique<ZORGeoGeometryPrivate>())
+{
+    d_ptr->container = container;
+    ZORGeoDebugOptions::RecordConstruction();
+}
+
+ZORGeoGeometry::~ZORGeoGeometry()
+{
+    Q_D(ZORGeoGeometry);
+    if (d->container && d->IsListed())
+        d->container->Forget(this);
+}
+
+void ZORGeoGeometry::Initialize()
+{
+    ZOR_TRACE_CALL();
+    Q_D(ZORGeoGeometry);
+    if (d->state != ZORGeoGeometryPrivate::State::Unregistered)
+        return;
+    if (!d->container)
+        throw ZORSysException(tr("geometry has no container"));
+    d->container->Add(this);
+}
+
+bool ZORGeoGeometry::IsInitialized() const
+{
+    Q_D(const ZORGeoGeometry);
+    return d->IsListed();
+}
+
+ZORGeoContainer* ZORGeoGeometry::GetContainer() const
+{
+    Q_D(const ZORGeoGeometry);
+    return d->container;
+}
+
+int ZORGeoGeometry::GetReferenceCount() const
+{
+    Q_D(const ZORGeoGeometry);
+    return d->references;
+}
+
+void ZORGeoGeometry::AddReference(const QObject* user) const
+{
+    ZOR_TRACE_CALL(user);
+    ++d_ptr->references;
+    ZORGeoDebugOptions::RecordReferenceChange();
+}
+
+void ZORGeoGeometry::RemoveReference(const QObject* user) const
+{
+    ZOR_TRACE_CALL(user);
+    if (d_ptr->references == 0) {
+        qCWarning(ZorGeometryLog).noquote()
+            << tr("a reference to '%1' was given back that nobody held").arg(objectName());
+        return;
+    }
+    --d_ptr->references;
+    ZORGeoDebugOptions::RecordReferenceChange();
+}
+
+void ZORGeoGeometry::RemoveNoReferences()
+{
+    ZOR_TRACE_CALL();
+    Q_D(ZORGeoGeometry);
+    if (d->references != 0 || d->state == ZORGeoGeometryPrivate::State::Announced)
+        return;
+    if (d->container && d->IsListed())
+        d->container->Destroy(this);
+    else
+        delete this;
+}

@@ -1,0 +1,21 @@
+// A place on a curve.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeometryGlobal.h>
+#include <ZORMathematics/ZORMathPoint.h>
+
+class ZORGeoCurve;
+
+/// A place on a curve or on the straight continuation of one of its ends; null until an operation fills it.
+/// A value that does not keep its curve alive: use it no longer than the curve.
+struct ZORGEOMETRY_EXPORT ZORGeoLocationOnCurve
+{
+    const ZORGeoCurve* curve = nullptr; // not owned; null: no location
+    double distance = 0; // arc length from the start, millimetres; outside 0 ... length: continued
+    ZORMathPoint point;  // the same place in 3-space, millimetres
+
+    bool IsNull() const { return !curve; }
+
+    friend ZORGEOMETRY_EXPORT void ZorTraceAppend(QByteArray& out, const ZORGeoLocationOnCurve& location);
+};

@@ -1,0 +1,37 @@
+// The triangle mesh behind a surface: corners and neighbours.
+
+#pragma once
+
+#include <ZORMathematics/ZORMathPoint.h>
+
+#include <QList>
+
+#include <array>
+#include <vector>
+
+/// Vertices, corners and the neighbour table. Triangles count from 0 here; a surface adds 1.
+///
+/// Neighbour rule. Two triangles are neighbours across an edge when they are the only two on it, whatever
+/// their winding. A border edge and an edge of more than two triangles have no neighbours. Of triangles with
+/// the same three corners only the first takes part; a triangle with two equal corners takes no part.
+class ZORGeoMesh
+{
+public:
+    using Corners = std::array<int, 3>;
+
+    /// Builds the neighbour table in O(n): a counting sort of the sides on the lower of their vertices.
+    /// \param triangles  every corner is an index of \a vertices; at most MaximumTriangles
+    ZORGeoMesh(const QList<ZORMathPoint>& vertices, const QList<Corners>& triangles);
+
+    static constexpr qsizetype MaximumTriangles = (qsizetype(1) << 29) - 2;
+
+    int GetNumTriangles() const { return int(triangles.size()); }
+    /// 0 for no neighbour, else 4 * (triangle + 1) + side, the side of the neighbour on the same edge.
+    quint32 GetNeighbor(int triangle, int side) const { return m_neighbors[size_t(3 * triangle + side)]; }
+
+    const QList<ZORMathPoint> vertices;
+    const QList<Corners> triangles;
+
+private:
+    std::vector<quint32> m_neighbors; // [3 * triangle + side], sides AB, BC, CA
+};

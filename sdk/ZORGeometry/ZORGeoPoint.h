@@ -1,0 +1,21 @@
+// Base of the point geometries.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeoGeometry.h>
+#include <ZORMathematics/ZORMathPoint.h>
+
+/// A point of 3-space, free or tied to another geometry.
+class ZORGEOMETRY_EXPORT ZORGeoPoint : public ZORGeoGeometry
+{
+    Q_OBJECT
+
+public:
+    ~ZORGeoPoint() override;
+
+    /// The position, millimetres.
+    virtual ZORMathPoint GetMathPoint() const = 0;
+
+protected:
+    using ZORGeoGeometry::ZORGeoGeometry;
+};

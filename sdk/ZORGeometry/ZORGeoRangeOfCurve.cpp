@@ -1,0 +1,12 @@
+#include "ZORGeoRangeOfCurve.h"
+
+#include <ZORSystem/ZORSysApiTrace.h>
+
+void ZorTraceAppend(QByteArray& out, const ZORGeoRangeOfCurve& range)
+{
+    out += '[';
+    ZorTraceAppend(out, range.GetStart());
+    out += ", ";
+    ZorTraceAppend(out, range.GetEnd());
+    out += ']';
+}

@@ -1,0 +1,53 @@
+// Reader of STL files.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeoStlReport.h>
+#include <ZORSystem/ZORSysValue.h>
+
+#include <QList>
+
+class QIODevice;
+class ZORGeoContainer;
+class ZORGeoSurface;
+
+/// Reads triangulated surfaces from binary and ASCII STL.
+///
+/// Form.        Told by the content, never by the word "solid": binary files may begin with it. ASCII is read
+///              in any case and spacing, with UTF-8 byte order mark, and with missing `facet` or `endfacet`.
+/// Surfaces.    A binary file gives one; every `solid` of an ASCII file gives one, named after the solid
+/// where
+///              it has a name (made unique in the container). Solids without triangles and empty files give
+///              none.
+/// Vertices.    Corners with the same three floats become one vertex (-0 equals +0), within each solid;
+///              vertices are numbered by their first appearance.
+/// Triangles.   In the order of the file. Facets that cannot be used are left out, counted in GetReport() and
+///              logged as one warning of category "zor.geometry". Thin triangles without area stay: they
+///              carry the connection between their neighbours.
+class ZORGEOMETRY_EXPORT ZORGeoStlLoader
+{
+public:
+    /// \param device  open for reading, at the start of the STL content; not owned, must outlive the loader.
+    ///                Sequential devices are read to their end, waiting for data.
+    explicit ZORGeoStlLoader(QIODevice* device);
+
+    /// Reads the device from its position to its end, and registers the surfaces with \a container. Either
+    /// all surfaces are added or, when an exception is thrown, none.
+    ///
+    /// Linear time; files are mapped into memory piece by piece, other devices read at once.
+    /// \param unit  the unit of the coordinates in the file; the surfaces are in millimetres
+    /// \return the surfaces in the order of the file, owned by the container
+    /// \throws ZORSysException "container is null", "unit is no unit of length"
+    /// \throws ZORSysFileException "device is not open for reading", "cannot read the STL content: %1", "the
+    /// STL
+    ///         content is UTF-16 text, which the format does not allow", "the STL content has no usable facet
+    ///         (%1)"
+    QList<const ZORGeoSurface*> Load(ZORGeoContainer* container, ZORSysValue::Unit unit);
+
+    /// The counts of the last Load(), also of one that threw.
+    const ZORGeoStlReport& GetReport() const { return m_report; }
+
+private:
+    QIODevice* m_device; // not owned
+    ZORGeoStlReport m_report;
+};

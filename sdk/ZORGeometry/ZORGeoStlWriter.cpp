@@ -1,0 +1,205 @@
+#include "ZORGeoStlWriter.h"
+
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORMathematics/ZORMathPoint.h>
+#include <ZORMathematics/ZORMathVector.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysFileException.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QtEndian>
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+struct FloatPoint
+{
+    float x = 0;
+    float y = 0;
+    float z = 0;
+};
+
+// Adding zero turns -0 into 0.
+FloatPoint ToFloats(double x, double y, double z)
+{
+    return {float(x) + 0.0f, float(y) + 0.0f, float(z) + 0.0f};
+}
+
+// Formats facets into one buffer that goes to the device whenever it is full.
+class FacetStream
+{
+public:
+    FacetStream(QFileDevice& device, bool binary)
+        : m_device(device)
+        , m_isBinary(binary)
+        , m_buffer(bufferSize)
+    {
+    }
+
+    void Begin(const QByteArray& name, int facets)
+    {
+        if (m_isBinary) {
+            QByteArray header = QByteArrayLiteral("binary STL").leftJustified(80, ' ');
+            Append(header.constData(), size_t(header.size()));
+            const quint32 count = qToLittleEndian(quint32(facets));
+            Append(reinterpret_cast<const char*>(&count), sizeof count);
+        } else {
+            Append("solid ");
+            Append(name.constData(), size_t(name.size()));
+            Append("\n");
+        }
+    }
+
+    void AddFacet(const FloatPoint& normal, const FloatPoint& a, const FloatPoint& b, const FloatPoint& c)
+    {
+        if (m_used + longestFacet > bufferSize)
+            Flush();
+        if (m_isBinary) {
+            for (const FloatPoint& point : {normal, a, b, c})
+                AppendBinary(point);
+            Append("\0", 2);
+            return;
+        }
+        Append("  facet normal");
+        AppendText(normal);
+        Append("\n    outer loop\n");
+        for (const FloatPoint& point : {a, b, c}) {
+            Append("      vertex");
+            AppendText(point);
+            Append("\n");
+        }
+        Append("    endloop\n  endfacet\n");
+    }
+
+    bool End(const QByteArray& name)
+    {
+        if (!m_isBinary) {
+            Append("endsolid ");
+            Append(name.constData(), size_t(name.size()));
+            Append("\n");
+        }
+        Flush();
+        return m_isGood;
+    }
+
+private:
+    static constexpr size_t bufferSize = size_t(1) << 20;
+    static constexpr size_t longestFacet = 1024;
+
+    void Append(const char* text, size_t size)
+    {
+        std::memcpy(m_buffer.data() + m_used, text, size);
+        m_used += size;
+    }
+    template<size_t N>
+    void Append(const char (&text)[N])
+    {
+        Append(text, N - 1);
+    }
+    void AppendBinary(const FloatPoint& point)
+    {
+        for (const float value : {point.x, point.y, point.z}) {
+            const quint32 bits = qToLittleEndian(std::bit_cast<quint32>(value));
+            Append(reinterpret_cast<const char*>(&bits), sizeof bits);
+        }
+    }
+    void AppendText(const FloatPoint& point)
+    {
+        for (const float value : {point.x, point.y, point.z}) {
+            m_buffer[m_used++] = ' ';
+            char* const begin = m_buffer.data() + m_used;
+            m_used += size_t(std::to_chars(begin, begin + 32, value).ptr - begin);
+        }
+    }
+    void Flush()
+    {
+        m_isGood = m_isGood && m_device.write(m_buffer.data(), qint64(m_used)) == qint64(m_used);
+        m_used = 0;
+    }
+
+    QFileDevice& m_device;
+    const bool m_isBinary;
+    std::vector<char> m_buffer;
+    size_t m_used = 0;
+    bool m_isGood = true;
+};
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("ZORGeoStlWriter", text);
+}
+
+std::vector<FloatPoint> ToFile(const QList<ZORMathPoint>& vertices, double factor)
+{
+    std::vector<FloatPoint> points;
+    points.reserve(size_t(vertices.size()));
+    for (const ZORMathPoint& v : vertices) {
+        points.push_back(ToFloats(v.GetX() / factor, v.GetY() / factor, v.GetZ() / factor));
+        const FloatPoint& p = points.back();
+        if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z))
+            throw ZORSysException(Translate("vertex %1 is too large for an STL file").arg(points.size() - 1));
+    }
+    return points;
+}
+
+bool WriteFacets(QFileDevice& device, const ZORGeoSurface& surface, const std::vector<FloatPoint>& points,
+                 bool binary)
+{
+    const QByteArray name = surface.objectName().simplified().left(200).toUtf8();
+    const QList<ZORMathPoint>& vertices = surface.GetVertexArray();
+    FacetStream stream(device, binary);
+    stream.Begin(name, surface.GetNumTriangles());
+    for (const auto [a, b, c] : surface.GetCornerArray()) {
+        const ZORMathVector normal =
+            Cross(vertices[b] - vertices[a], vertices[c] - vertices[a]).GetNormalized();
+        stream.AddFacet(ToFloats(normal.GetX(), normal.GetY(), normal.GetZ()), points[size_t(a)],
+                        points[size_t(b)], points[size_t(c)]);
+    }
+    return stream.End(name);
+}
+
+} // namespace
+
+ZORGeoStlWriter::ZORGeoStlWriter(QString& fileName, const ZORGeoSurface* surface, FileFormats format)
+    : m_fileName(fileName)
+    , m_surface(surface)
+    , m_format(format)
+{
+    ZOR_TRACE_CALL(fileName, surface, format);
+}
+
+int ZORGeoStlWriter::Write(ZORSysValue::Unit unit)
+{
+    ZOR_TRACE_CALL(unit);
+    if (!m_surface)
+        throw ZORSysException(Translate("surface is null"));
+    if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
+        throw ZORSysException(Translate("unit is no unit of length"));
+    const std::vector<FloatPoint> points =
+        ToFile(m_surface->GetVertexArray(), ZORSysValue::GetUnitFactor(unit));
+
+    const auto write = [&](auto& file, auto finish) {
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            throw ZORSysFileOpenException(m_fileName, file.errorString());
+        if (!WriteFacets(file, *m_surface, points, m_format != Ascii) || !finish()) {
+            throw ZORSysFileException(
+                Translate("cannot write file '%1': %2").arg(m_fileName, file.errorString()));
+        }
+    };
+    const QFileInfo info(m_fileName);
+    if (info.exists() && !info.isFile() && !info.isDir()) {
+        QFile device(m_fileName); // a device or pipe must not be replaced by a file
+        write(device, [&device] { return device.flush(); });
+    } else {
+        QSaveFile file(m_fileName);
+        write(file, [&file] { return file.commit(); });
+    }
+    return m_surface->GetNumTriangles();
+}

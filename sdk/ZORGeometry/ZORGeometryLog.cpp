@@ -1,0 +1,3 @@
+#include "ZORGeometryLog_p.h"
+
+Q_LOGGING_CATEGORY(ZorGeometryLog, "zor.geometry")
