@@ -1,4 +1,5 @@
 #include "ZORVisDrawing_p.h"
+#include "ZORVisMeshArrays_p.h"
 #include "ZORVisPicking_p.h"
 
 namespace {
@@ -9,6 +10,14 @@ ZORMathBoundingBox BoxOf(const QList<ZORMathPoint>& points)
     for (const ZORMathPoint& point : points)
         box.Add(point);
     return box;
+}
+
+QList<ZORVisMeshData::Corners> SuccessiveTriples(qsizetype numPoints)
+{
+    QList<ZORVisMeshData::Corners> corners(numPoints / 3);
+    for (int i = 0; i < int(corners.size()); ++i)
+        corners[i] = {3 * i, 3 * i + 1, 3 * i + 2};
+    return corners;
 }
 
 } // namespace
@@ -47,12 +56,21 @@ ZORVisTextData::ZORVisTextData(const QString& string, const ZORMathPoint& place,
     box.Add(position);
 }
 
-ZORVisMeshData::ZORVisMeshData(const QList<ZORMathPoint>& meshVertices, const QList<Corners>& meshCorners,
-                               bool isSmooth)
+ZORVisMeshData::ZORVisMeshData(const ZORGeoSurface& drawnSurface)
     : ZORVisPrimitiveData(ZORVisPrimitiveKind::Mesh)
-    , vertices(meshVertices)
-    , corners(meshCorners)
-    , smooth(isSmooth)
+    , vertices(drawnSurface.GetVertexArray())
+    , corners(drawnSurface.GetCornerArray())
+    , smooth(true)
+    , surface(&drawnSurface)
+{
+    box = drawnSurface.GetBoundingBox();
+}
+
+ZORVisMeshData::ZORVisMeshData(const QList<ZORMathPoint>& points)
+    : ZORVisPrimitiveData(ZORVisPrimitiveKind::Mesh)
+    , vertices(points)
+    , corners(SuccessiveTriples(points.size()))
+    , smooth(false)
 {
     box = BoxOf(vertices);
 }

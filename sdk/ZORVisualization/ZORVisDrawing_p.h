@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORVisualization/ZORVisOptions.h>
@@ -10,6 +11,7 @@
 #include <ZORVisualization/ZORVisTextPrimitive.h>
 
 #include <QList>
+#include <QPointer>
 #include <QString>
 
 #include <array>
@@ -19,6 +21,7 @@
 class ZORVisMeshPicker;
 class ZORVisPointPicker;
 class ZORVisVirtualObject;
+struct ZORVisMeshArrays;
 
 enum class ZORVisPrimitiveKind { Lines, Points, Text, Mesh };
 
@@ -70,14 +73,18 @@ struct ZORVisMeshData final : ZORVisPrimitiveData
 {
     using Corners = std::array<int, 3>;
 
-    /// \param meshCorners  indices into \a meshVertices, all valid
-    ZORVisMeshData(const QList<ZORMathPoint>& meshVertices, const QList<Corners>& meshCorners, bool isSmooth);
+    /// Shares the arrays of a surface; shaded smooth.
+    explicit ZORVisMeshData(const ZORGeoSurface& drawnSurface);
+    /// Triangles of three successive points each; shaded flat.
+    explicit ZORVisMeshData(const QList<ZORMathPoint>& points);
     ~ZORVisMeshData() override;
 
     const QList<ZORMathPoint> vertices;
     const QList<Corners> corners;
     const bool smooth;                                // otherwise flat
+    const QPointer<const ZORGeoSurface> surface;      // not owned; null when there is none or it has died
     mutable std::unique_ptr<ZORVisMeshPicker> picker; // made by the first pick
+    mutable std::unique_ptr<ZORVisMeshArrays> arrays; // made by the first picture without OpenGL
 };
 
 /// Primitives with their common options.

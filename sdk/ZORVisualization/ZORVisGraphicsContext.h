@@ -27,7 +27,9 @@ public:
     /// Makes the context current; for the module itself.
     /// \return false without context and in another thread than that of the context
     bool MakeCurrent() const;
+    /// Largest width and height that can be drawn at once, pixels; 0 without context.
     int GetMaximumSize() const;
+    /// Samples per pixel, 1 without antialiasing and without context.
     int GetSamples() const;
 
 private:

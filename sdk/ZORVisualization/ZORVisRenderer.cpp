@@ -1,27 +1,49 @@
 #include "ZORVisRenderer.h"
 
+#include "ZORVisGlScene_p.h"
+#include "ZORVisPicking_p.h"
+#include "ZORVisPicture_p.h"
 #include "ZORVisScene_p.h"
 
-#include <QLinearGradient>
-#include <QPainter>
+#include <QPointer>
 
 #include <cmath>
 
 namespace {
 
-constexpr qint64 largestPicture = qint64(1) << 28; // pixels
+constexpr double pickTolerance = 5; // device independent pixels
+
+double Usable(double devicePixelRatio)
+{
+    return devicePixelRatio > 0 && std::isfinite(devicePixelRatio) ? devicePixelRatio : 1;
+}
 
 } // namespace
 
 class ZORVisRenderer::Private
 {
 public:
+    ZORVisFrame CreateFrame(const ZORVisCamera& camera, const QSize& devicePixels, double ratio,
+                            const ZORVisDrawList& objects) const;
+
     QPointer<ZORVisScene> scene;
     DisplayMode mode = Shaded;
     QColor top = Qt::white;
     QColor bottom = Qt::white;
     bool triadVisible = false;
+    ZORVisPicture picture;
 };
+
+ZORVisFrame ZORVisRenderer::Private::CreateFrame(const ZORVisCamera& camera, const QSize& devicePixels,
+                                                 double ratio, const ZORVisDrawList& objects) const
+{
+    ZORVisFrame frame(camera, devicePixels, ratio, objects);
+    frame.wireframe = mode == Wireframe;
+    frame.triad = triadVisible;
+    frame.top = top.rgb();
+    frame.bottom = bottom.rgb();
+    return frame;
+}
 
 ZORVisRenderer::ZORVisRenderer()
     : d(std::make_unique<Private>())
@@ -66,20 +88,29 @@ bool ZORVisRenderer::IsAxisTriadVisible() const
     return d->triadVisible;
 }
 
-QImage ZORVisRenderer::Render(const ZORVisCamera&, const QSize& devicePixels, double devicePixelRatio)
+QImage ZORVisRenderer::Render(const ZORVisCamera& camera, const QSize& devicePixels, double devicePixelRatio)
 {
-    if (devicePixels.isEmpty() || qint64(devicePixels.width()) * devicePixels.height() > largestPicture)
+    if (!ZORVisPicture::IsDrawable(devicePixels))
         return {};
-    QImage image(devicePixels, QImage::Format_RGB32);
-    QLinearGradient gradient(0, 0, 0, devicePixels.height());
-    gradient.setColorAt(0, d->top);
-    gradient.setColorAt(1, d->bottom);
-    QPainter(&image).fillRect(image.rect(), gradient);
-    image.setDevicePixelRatio(devicePixelRatio > 0 && std::isfinite(devicePixelRatio) ? devicePixelRatio : 1);
+    const double ratio = Usable(devicePixelRatio);
+    const ZORVisDrawList objects = d->scene ? d->scene->d->GetDrawList() : ZORVisDrawList();
+    const ZORVisFrame frame = d->CreateFrame(camera, devicePixels, ratio, objects);
+    ZORVisGlScene* glScene = d->scene ? d->scene->d->PrepareGlScene() : nullptr;
+    QImage image = d->picture.Draw(frame, objects, glScene);
+    image.setDevicePixelRatio(ratio);
     return image;
 }
 
-ZORVisPickResult ZORVisRenderer::Pick(const ZORVisCamera&, const QSize&, const QPointF&, double) const
+ZORVisPickResult ZORVisRenderer::Pick(const ZORVisCamera& camera, const QSize& devicePixels,
+                                      const QPointF& pixel, double devicePixelRatio) const
 {
-    return {};
+    if (!d->scene || devicePixels.isEmpty() || !std::isfinite(pixel.x()) || !std::isfinite(pixel.y()))
+        return {};
+    const double ratio = Usable(devicePixelRatio);
+    const ZORVisDrawList objects = d->scene->d->GetDrawList();
+    const ZORVisFrame frame = d->CreateFrame(camera, devicePixels, ratio, objects);
+    ZORVisPicking picking(frame, pixel, pickTolerance * ratio);
+    for (const ZORVisDrawObject* object : objects)
+        picking.Add(*object);
+    return picking.GetResult();
 }

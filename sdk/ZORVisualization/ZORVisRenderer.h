@@ -50,7 +50,7 @@ public:
     /// \param devicePixelRatio  factor on line widths, point symbols and texts; the picture carries it. Taken
     /// as
     ///                          1 unless positive and finite
-    /// \return of format RGB32; null for a size without area, or of more than 2^28 pixels
+    /// \return of format RGB32; null for a size without area, or of more than 2^27 pixels
     QImage Render(const ZORVisCamera& camera, const QSize& devicePixels, double devicePixelRatio = 1);
 
     /// What is seen at a pixel: points and lines within 5 device independent pixels, surfaces exactly at it.

@@ -1,13 +1,53 @@
 #include "ZORVisRepFactory.h"
 
+#include "ZORVisGlScene_p.h"
+#include "ZORVisPicture_p.h"
+
 #include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORVisualization/ZORVisRenderer.h>
+#include <ZORVisualization/ZORVisGraphicsContext.h>
+
+#include <map>
+
+namespace {
+
+std::map<quint64, ZORVisDrawObject> ObjectsOf(const QList<const ZORVisRep*>& reps)
+{
+    std::map<quint64, ZORVisDrawObject> objects;
+    for (const ZORVisRep* rep : reps) {
+        if (rep)
+            objects.emplace(objects.size(),
+                            ZORVisDrawObject{rep->GetItems(), rep->GetBoundingBox(), nullptr});
+    }
+    return objects;
+}
+
+} // namespace
 
 QImage ZORVisRepFactory::CreateImage(const QSize& size, const QList<const ZORVisRep*>& reps,
                                      const QColor& background)
 {
     ZOR_TRACE_CALL(size.width(), size.height(), reps, background.isValid() ? background.name() : QString());
-    ZORVisRenderer renderer;
-    renderer.SetBackground(background, background);
-    return renderer.Render(ZORVisCamera(), size);
+    if (!ZORVisPicture::IsDrawable(size))
+        return {};
+    const std::map<quint64, ZORVisDrawObject> objects = ObjectsOf(reps);
+    ZORVisDrawList drawn;
+    ZORMathBoundingBox box;
+    for (const auto& [key, object] : objects) {
+        drawn.push_back(&object);
+        box.Add(object.box);
+    }
+    ZORVisCamera camera;
+    camera.SetStandardView(ZORVisCamera::Top);
+    camera.FitAll(box, size);
+    ZORVisFrame frame(camera, size, 1, drawn);
+    frame.top = frame.bottom = background.isValid() ? background.rgb() : 0xffffffffU;
+
+    std::unique_ptr<ZORVisGlScene> glScene;
+    if (ZORVisGraphicsContext::GetInstance()->MakeCurrent()) {
+        glScene = std::make_unique<ZORVisGlScene>();
+        for (const auto& [key, object] : objects)
+            glScene->Touch(key);
+        glScene->Update(objects);
+    }
+    return ZORVisPicture().Draw(frame, drawn, glScene.get());
 }

@@ -4,6 +4,7 @@
 #include "ZORVisScene_p.h"
 
 #include <ZORVisualization/ZORVisEnvironment.h>
+#include <ZORVisualization/ZORVisGraphicsContext.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
 ZORVisScenePrivate::ZORVisScenePrivate(ZORVisScene* scene, ZORVisEnvironment* followed)
@@ -26,8 +27,8 @@ void ZORVisScenePrivate::Update(ZORVisVirtualObject* object)
     if (key == 0)
         return;
     const ZORVisRep* rep = object->GetRep();
-    objects[key] = {rep ? rep->GetItems() : ZORVisRep::Items(),
-                    rep ? rep->GetBoundingBox() : ZORMathBoundingBox(), object};
+    m_objects[key] = {rep ? rep->GetItems() : ZORVisRep::Items(),
+                      rep ? rep->GetBoundingBox() : ZORMathBoundingBox(), object};
     Touch(key);
 }
 
@@ -36,23 +37,23 @@ void ZORVisScenePrivate::Remove(ZORVisVirtualObject* object)
     const quint64 key = m_keys.take(object);
     if (key == 0)
         return;
-    objects.erase(key);
+    m_objects.erase(key);
     Touch(key);
 }
 
 void ZORVisScenePrivate::Clear()
 {
     m_keys.clear();
-    objects.clear();
-    glScene.reset();
+    m_objects.clear();
+    m_glScene.reset();
     Touch(0);
 }
 
 void ZORVisScenePrivate::Touch(quint64 key)
 {
     m_boxKnown = false;
-    if (glScene)
-        glScene->Touch(key);
+    if (m_glScene)
+        m_glScene->Touch(key);
     if (m_announced)
         return;
     m_announced = true;
@@ -69,11 +70,33 @@ ZORMathBoundingBox ZORVisScenePrivate::GetBoundingBox() const
 {
     if (!m_boxKnown) {
         m_box = {};
-        for (const auto& [key, object] : objects)
+        for (const auto& [key, object] : m_objects)
             m_box.Add(object.box);
         m_boxKnown = true;
     }
     return m_box;
+}
+
+ZORVisDrawList ZORVisScenePrivate::GetDrawList() const
+{
+    ZORVisDrawList list;
+    list.reserve(m_objects.size());
+    for (const auto& [key, object] : m_objects)
+        list.push_back(&object);
+    return list;
+}
+
+ZORVisGlScene* ZORVisScenePrivate::PrepareGlScene()
+{
+    if (!ZORVisGraphicsContext::GetInstance()->MakeCurrent())
+        return nullptr;
+    if (!m_glScene) {
+        m_glScene = std::make_unique<ZORVisGlScene>();
+        for (const auto& [key, object] : m_objects)
+            m_glScene->Touch(key);
+    }
+    m_glScene->Update(m_objects);
+    return m_glScene.get();
 }
 
 ZORVisScene::ZORVisScene(ZORVisEnvironment* environment, QObject* parent)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORVisDrawing_p.h"
+#include "ZORVisFrame_p.h"
 
 #include <ZORVisualization/ZORVisScene.h>
 
@@ -27,15 +28,19 @@ public:
     void Update(ZORVisVirtualObject* object);
     void Clear();
     ZORMathBoundingBox GetBoundingBox() const;
+    ZORVisDrawList GetDrawList() const;
+    /// Makes the graphics context current and brings the scene graph up to date.
+    /// \return null without graphics context; owned by the scene
+    ZORVisGlScene* PrepareGlScene();
 
     ZORVisScene* const q;
     QPointer<ZORVisEnvironment> environment;
-    std::map<quint64, ZORVisDrawObject> objects;
-    std::unique_ptr<ZORVisGlScene> glScene; // made by the first picture with a graphics context
 
 private:
     void Touch(quint64 key);
 
+    std::map<quint64, ZORVisDrawObject> m_objects;
+    std::unique_ptr<ZORVisGlScene> m_glScene; // made by the first picture with a graphics context
     QHash<const ZORVisVirtualObject*, quint64> m_keys;
     quint64 m_nextKey = 1;
     bool m_announced = false;

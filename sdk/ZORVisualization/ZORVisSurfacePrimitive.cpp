@@ -2,23 +2,11 @@
 
 #include "ZORVisDrawing_p.h"
 
-#include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
-namespace {
-
-std::shared_ptr<const ZORVisPrimitiveData> MeshOf(const ZORGeoSurface* surface)
-{
-    if (!surface)
-        return std::make_shared<ZORVisMeshData>(QList<ZORMathPoint>(), QList<ZORVisMeshData::Corners>(),
-                                                true);
-    return std::make_shared<ZORVisMeshData>(surface->GetVertexArray(), surface->GetCornerArray(), true);
-}
-
-} // namespace
-
 ZORVisSurfacePrimitive::ZORVisSurfacePrimitive(const ZORGeoSurface* surface)
-    : ZORVisPrimitive(MeshOf(surface))
+    : ZORVisPrimitive(surface ? std::make_shared<ZORVisMeshData>(*surface)
+                              : std::make_shared<ZORVisMeshData>(QList<ZORMathPoint>()))
 {
     ZOR_TRACE_CALL(surface);
 }

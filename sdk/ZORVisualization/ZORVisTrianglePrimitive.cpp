@@ -4,20 +4,8 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
-namespace {
-
-QList<ZORVisMeshData::Corners> SuccessiveTriples(qsizetype numPoints)
-{
-    QList<ZORVisMeshData::Corners> corners(numPoints / 3);
-    for (int i = 0; i < int(corners.size()); ++i)
-        corners[i] = {3 * i, 3 * i + 1, 3 * i + 2};
-    return corners;
-}
-
-} // namespace
-
 ZORVisTrianglePrimitive::ZORVisTrianglePrimitive(const ZORMathSetOfPoints& points)
-    : ZORVisPrimitive(std::make_shared<ZORVisMeshData>(points, SuccessiveTriples(points.size()), false))
+    : ZORVisPrimitive(std::make_shared<ZORVisMeshData>(points))
 {
     ZOR_TRACE_CALL(points);
 }

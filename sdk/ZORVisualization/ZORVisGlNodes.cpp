@@ -1,0 +1,259 @@
+#include "ZORVisDrawing_p.h"
+#include "ZORVisGlNodes_p.h"
+#include "ZORVisLineStyles_p.h"
+#include "ZORVisMeshArrays_p.h"
+
+#include <ZORVisualization/ZORVisGraphicsContext.h>
+
+#define GL_GLEXT_PROTOTYPES
+#include <GL/gl.h>
+#include <GL/glext.h>
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/bundles/SoMaterialBundle.h>
+#include <Inventor/elements/SoLazyElement.h>
+#include <Inventor/misc/SoState.h>
+
+namespace {
+
+// Coordinates of all lines of an item: chains first, then pairs of points.
+class LineArrays
+{
+public:
+    LineArrays(const ZORVisRepItem& item, const ZORMathPoint& origin)
+        : m_origin(origin)
+    {
+        ZORVisForEach<ZORVisLineData, ZORVisPrimitiveKind::Lines>(item, [this](const ZORVisLineData& lines) {
+            if (lines.structure != ZORVisPolylinePrimitive::Pairs)
+                AddChain(lines.points);
+        });
+        firstPair = int(positions.size() / 3);
+        ZORVisForEach<ZORVisLineData, ZORVisPrimitiveKind::Lines>(item, [this](const ZORVisLineData& lines) {
+            if (lines.structure == ZORVisPolylinePrimitive::Pairs)
+                AddPairs(lines.points);
+        });
+    }
+
+    std::vector<float> positions;
+    std::vector<int> chainStarts;
+    std::vector<int> chainCounts;
+    int firstPair = 0;
+
+private:
+    void AddChain(const ZORMathSetOfPoints& points)
+    {
+        int start = int(positions.size() / 3);
+        const auto endChain = [&] {
+            const int count = int(positions.size() / 3) - start;
+            if (count > 1) {
+                chainStarts.push_back(start);
+                chainCounts.push_back(count);
+            } else {
+                positions.resize(3 * size_t(start));
+            }
+            start = int(positions.size() / 3);
+        };
+        for (const ZORMathPoint& point : points) {
+            if (point.IsFinite())
+                Add(point);
+            else
+                endChain();
+        }
+        endChain();
+    }
+
+    void AddPairs(const ZORMathSetOfPoints& points)
+    {
+        for (qsizetype i = 0; i + 1 < points.size(); i += 2) {
+            if (points[i].IsFinite() && points[i + 1].IsFinite()) {
+                Add(points[i]);
+                Add(points[i + 1]);
+            }
+        }
+    }
+
+    void Add(const ZORMathPoint& point)
+    {
+        const ZORMathVector p = point - m_origin;
+        positions.insert(positions.end(), {float(p.GetX()), float(p.GetY()), float(p.GetZ())});
+    }
+
+    const ZORMathPoint m_origin;
+};
+
+} // namespace
+
+SO_NODE_ABSTRACT_SOURCE(ZORVisGlShape);
+
+void ZORVisGlShape::initClass()
+{
+    SO_NODE_INIT_ABSTRACT_CLASS(ZORVisGlShape, SoShape, "Shape");
+}
+
+ZORVisGlShape::ZORVisGlShape()
+{
+    SO_NODE_CONSTRUCTOR(ZORVisGlShape);
+}
+
+ZORVisGlShape::~ZORVisGlShape()
+{
+    if (!m_buffers.empty() && ZORVisGraphicsContext::GetInstance()->MakeCurrent())
+        glDeleteBuffers(int(m_buffers.size()), m_buffers.data());
+}
+
+void ZORVisGlShape::computeBBox(SoAction*, SbBox3f& box, SbVec3f& center)
+{
+    box = m_box;
+    center = m_box.isEmpty() ? SbVec3f(0, 0, 0) : m_box.getCenter();
+}
+
+// For actions other than drawing, which nobody applies.
+void ZORVisGlShape::generatePrimitives(SoAction*) {}
+
+unsigned ZORVisGlShape::CreateBuffer(const void* data, size_t bytes)
+{
+    if (bytes == 0)
+        return 0;
+    unsigned buffer = 0;
+    glGenBuffers(1, &buffer);
+    m_buffers.push_back(buffer);
+    glBindBuffer(GL_ARRAY_BUFFER, buffer);
+    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(bytes), data, GL_STATIC_DRAW);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    return buffer;
+}
+
+void ZORVisGlShape::SetExtent(const std::vector<float>& coordinates)
+{
+    m_box.makeEmpty();
+    for (size_t i = 0; i + 2 < coordinates.size(); i += 3)
+        m_box.extendBy(SbVec3f(coordinates[i], coordinates[i + 1], coordinates[i + 2]));
+}
+
+SO_NODE_SOURCE(ZORVisGlMesh);
+
+void ZORVisGlMesh::initClass()
+{
+    SO_NODE_INIT_CLASS(ZORVisGlMesh, ZORVisGlShape, "ZORVisGlShape");
+}
+
+ZORVisGlMesh::ZORVisGlMesh()
+{
+    SO_NODE_CONSTRUCTOR(ZORVisGlMesh);
+}
+
+ZORVisGlMesh::~ZORVisGlMesh() = default;
+
+void ZORVisGlMesh::Fill(const ZORVisMeshData& mesh, const ZORMathPoint& origin, const ZORVisGlMode* mode)
+{
+    m_mode = mode;
+    const ZORVisMeshArrays arrays(mesh, origin);
+    SetExtent(arrays.positions);
+    m_positions = CreateBuffer(arrays.positions.data(), arrays.positions.size() * sizeof(float));
+    m_normals = CreateBuffer(arrays.normals.data(), arrays.normals.size() * sizeof(float));
+    m_corners = CreateBuffer(arrays.corners.data(), arrays.corners.size() * sizeof(uint32_t));
+    m_numCorners = int(arrays.corners.size());
+}
+
+void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
+{
+    if (m_numCorners == 0 || !shouldGLRender(action))
+        return;
+    SoState* state = action->getState();
+    state->push();
+    if (m_mode->wireframe)
+        SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
+    SoMaterialBundle(action).sendFirst();
+
+    glPushAttrib(GL_POLYGON_BIT | GL_LINE_BIT);
+    if (m_mode->wireframe) {
+        glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+        glLineWidth(float(m_mode->ratio));
+        glDisable(GL_LINE_STIPPLE);
+    } else {
+        glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
+        glPolygonOffset(1, 1);
+    }
+    glBindBuffer(GL_ARRAY_BUFFER, m_positions);
+    glVertexPointer(3, GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, m_normals);
+    glNormalPointer(GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_corners);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glDrawElements(GL_TRIANGLES, m_numCorners, GL_UNSIGNED_INT, nullptr);
+    glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    glPopAttrib();
+    state->pop();
+}
+
+SO_NODE_SOURCE(ZORVisGlLines);
+
+void ZORVisGlLines::initClass()
+{
+    SO_NODE_INIT_CLASS(ZORVisGlLines, ZORVisGlShape, "ZORVisGlShape");
+}
+
+ZORVisGlLines::ZORVisGlLines()
+{
+    SO_NODE_CONSTRUCTOR(ZORVisGlLines);
+}
+
+ZORVisGlLines::~ZORVisGlLines() = default;
+
+bool ZORVisGlLines::Fill(const ZORVisRepItem& item, const ZORMathPoint& origin, const ZORVisGlMode* mode)
+{
+    m_mode = mode;
+    LineArrays arrays(item, origin);
+    if (arrays.positions.empty())
+        return false;
+    SetExtent(arrays.positions);
+    m_positions = CreateBuffer(arrays.positions.data(), arrays.positions.size() * sizeof(float));
+    m_chainStarts = std::move(arrays.chainStarts);
+    m_chainCounts = std::move(arrays.chainCounts);
+    m_firstPair = arrays.firstPair;
+    m_numPairPoints = int(arrays.positions.size() / 3) - arrays.firstPair;
+    m_thickness = item.options.GetDrawnThickness();
+    m_pattern = ZORVisLinePattern(item.options.GetLineStyle());
+    return true;
+}
+
+void ZORVisGlLines::GLRender(SoGLRenderAction* action)
+{
+    if (!shouldGLRender(action))
+        return;
+    SoState* state = action->getState();
+    state->push();
+    SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
+    SoMaterialBundle(action).sendFirst();
+
+    glPushAttrib(GL_LINE_BIT);
+    const double width = m_thickness * m_mode->ratio;
+    glLineWidth(float(width));
+    if (m_pattern == 0xffff) {
+        glDisable(GL_LINE_STIPPLE);
+    } else {
+        glEnable(GL_LINE_STIPPLE);
+        glLineStipple(ZORVisLinePatternStep(width), m_pattern);
+    }
+    glBindBuffer(GL_ARRAY_BUFFER, m_positions);
+    glVertexPointer(3, GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    Draw();
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glPopAttrib();
+    state->pop();
+}
+
+void ZORVisGlLines::Draw() const
+{
+    if (!m_chainStarts.empty()) {
+        glMultiDrawArrays(GL_LINE_STRIP, m_chainStarts.data(), m_chainCounts.data(),
+                          int(m_chainStarts.size()));
+    }
+    if (m_numPairPoints > 0)
+        glDrawArrays(GL_LINES, m_firstPair, m_numPairPoints);
+}
