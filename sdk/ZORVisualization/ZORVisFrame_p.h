@@ -34,6 +34,11 @@ public:
     /// Colour of the background in a row of the picture.
     QRgb GetRowColor(int row) const;
 
+    /// Surfaces are pushed back by this part of their slope per pixel and by GetPushBack(), so that lines on
+    /// them stay in front. A larger part would let the back of thin bodies show along their edges.
+    static constexpr double pushBackFactor = 0.25;
+    double GetPushBack() const { return 2 * ratio * pixelSize / (farDistance - nearDistance); }
+
     const ZORVisCamera camera;
     const QSize size;
     const double ratio;

@@ -1,4 +1,5 @@
 #include "ZORVisDrawing_p.h"
+#include "ZORVisFrame_p.h"
 #include "ZORVisGlNodes_p.h"
 #include "ZORVisLineStyles_p.h"
 #include "ZORVisMeshArrays_p.h"
@@ -12,8 +13,35 @@
 #include <Inventor/bundles/SoMaterialBundle.h>
 #include <Inventor/elements/SoLazyElement.h>
 #include <Inventor/misc/SoState.h>
+#include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace {
+
+constexpr double smallestJoint = 2.5; // device pixels; thinner lines show no notch where they bend
+
+// A disc as large as the texture; smooth points are squares on some platforms. There is one context, and so
+// one texture for the process.
+unsigned GetDiscTexture()
+{
+    static const unsigned texture = [] {
+        constexpr int size = 32;
+        std::array<unsigned char, size * size> alpha;
+        for (int i = 0; i < size * size; ++i) {
+            const double distance = std::hypot(i % size + 0.5 - size / 2.0, i / size + 0.5 - size / 2.0);
+            alpha[size_t(i)] = static_cast<unsigned char>(255 * std::clamp(size / 2.0 - distance, 0.0, 1.0));
+        }
+        unsigned created = 0;
+        glGenTextures(1, &created);
+        glBindTexture(GL_TEXTURE_2D, created);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, size, size, 0, GL_ALPHA, GL_UNSIGNED_BYTE, alpha.data());
+        return created;
+    }();
+    return texture;
+}
 
 // Coordinates of all lines of an item: chains first, then pairs of points.
 class LineArrays
@@ -171,7 +199,7 @@ void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
         glDisable(GL_LINE_STIPPLE);
     } else {
         glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
-        glPolygonOffset(1, 1);
+        glPolygonOffset(float(ZORVisFrame::pushBackFactor), float(m_mode->pushBack));
     }
     glBindBuffer(GL_ARRAY_BUFFER, m_positions);
     glVertexPointer(3, GL_FLOAT, 0, nullptr);
@@ -217,6 +245,12 @@ bool ZORVisGlLines::Fill(const ZORVisRepItem& item, const ZORMathPoint& origin, 
     m_numPairPoints = int(arrays.positions.size() / 3) - arrays.firstPair;
     m_thickness = item.options.GetDrawnThickness();
     m_pattern = ZORVisLinePattern(item.options.GetLineStyle());
+    for (size_t i = 0; i < m_chainStarts.size(); ++i) {
+        if (m_chainCounts[i] > 2) {
+            m_jointStarts.push_back(m_chainStarts[i] + 1);
+            m_jointCounts.push_back(m_chainCounts[i] - 2);
+        }
+    }
     return true;
 }
 
@@ -229,7 +263,7 @@ void ZORVisGlLines::GLRender(SoGLRenderAction* action)
     SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
     SoMaterialBundle(action).sendFirst();
 
-    glPushAttrib(GL_LINE_BIT);
+    glPushAttrib(GL_LINE_BIT | GL_POINT_BIT);
     const double width = m_thickness * m_mode->ratio;
     glLineWidth(float(width));
     if (m_pattern == 0xffff) {
@@ -243,6 +277,8 @@ void ZORVisGlLines::GLRender(SoGLRenderAction* action)
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glEnableClientState(GL_VERTEX_ARRAY);
     Draw();
+    if (m_pattern == 0xffff && width >= smallestJoint)
+        DrawJoints(width);
     glDisableClientState(GL_VERTEX_ARRAY);
     glPopAttrib();
     state->pop();
@@ -256,4 +292,23 @@ void ZORVisGlLines::Draw() const
     }
     if (m_numPairPoints > 0)
         glDrawArrays(GL_LINES, m_firstPair, m_numPairPoints);
+}
+
+// Round spots that fill the notches between the segments of thick lines.
+void ZORVisGlLines::DrawJoints(double width) const
+{
+    if (m_jointStarts.empty())
+        return;
+    glPushAttrib(GL_ENABLE_BIT | GL_TEXTURE_BIT | GL_MULTISAMPLE_BIT);
+    glBindTexture(GL_TEXTURE_2D, GetDiscTexture());
+    glEnable(GL_TEXTURE_2D);
+    glEnable(GL_POINT_SPRITE);
+    glTexEnvi(GL_POINT_SPRITE, GL_COORD_REPLACE, GL_TRUE);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    glEnable(GL_SAMPLE_ALPHA_TO_COVERAGE);
+    glEnable(GL_ALPHA_TEST);
+    glAlphaFunc(GL_GREATER, 0.1F);
+    glPointSize(float(width));
+    glMultiDrawArrays(GL_POINTS, m_jointStarts.data(), m_jointCounts.data(), int(m_jointStarts.size()));
+    glPopAttrib();
 }

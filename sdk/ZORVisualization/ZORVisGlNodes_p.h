@@ -15,6 +15,7 @@ struct ZORVisGlMode
 {
     double ratio = 1; // device pixels per device independent pixel
     bool wireframe = false;
+    double pushBack = 0; // of surfaces, in steps of the depth buffer
 };
 
 /// Base: holds buffers and tells Coin the extent.
@@ -85,10 +86,13 @@ public:
 private:
     ~ZORVisGlLines() override;
     void Draw() const;
+    void DrawJoints(double width) const;
 
     unsigned m_positions = 0;
     std::vector<int> m_chainStarts; // first point and number of points of every chain
     std::vector<int> m_chainCounts;
+    std::vector<int> m_jointStarts; // inner points of the chains of three points or more
+    std::vector<int> m_jointCounts;
     int m_firstPair = 0; // points of the separate segments, behind the chains
     int m_numPairPoints = 0;
     double m_thickness = 1;

@@ -19,6 +19,8 @@ namespace {
 // the view away from it.
 constexpr double farFromOrigin = 64;
 
+constexpr double depthSteps = 1 << 24; // of the depth buffer
+
 uint32_t GetCacheContext()
 {
     static const uint32_t context = [] {
@@ -43,10 +45,10 @@ SoSeparator* CreateSeparator()
 SoMaterial* CreateMaterial(const QColor& color)
 {
     auto* material = new SoMaterial;
-    const SbColor rgb(float(color.redF()), float(color.greenF()), float(color.blueF()));
-    material->diffuseColor = rgb;
-    material->ambientColor = rgb;
-    material->specularColor = SbColor(0.12F, 0.12F, 0.12F);
+    const SbVec3f rgb(float(color.redF()), float(color.greenF()), float(color.blueF()));
+    material->diffuseColor = SbColor(rgb);
+    material->ambientColor = SbColor(rgb * 1.5F); // of an ambient light of 0.2
+    material->specularColor = SbColor(0.15F, 0.15F, 0.15F);
     material->shininess = 0.25F;
     material->transparency = float(1 - color.alphaF());
     return material;
@@ -93,7 +95,8 @@ ZORVisGlScene::ZORVisGlScene()
 
     m_root->ref();
     m_root->addChild(m_light); // before the camera: it stays with the viewer
-    m_light->direction = SbVec3f(0.25F, -0.35F, -1);
+    m_light->direction = SbVec3f(0.15F, -0.25F, -1);
+    m_light->intensity = 0.8F;
     m_root->addChild(m_camera);
     m_camera->viewportMapping = SoCamera::LEAVE_ALONE;
     auto* hints = new SoShapeHints; // lit on both sides, no side is left out
@@ -201,7 +204,7 @@ bool ZORVisGlScene::Draw(const ZORVisFrame& frame, const QRect& tile, ZORVisFram
     if (m_nodes.empty())
         return true;
 
-    m_mode = {frame.ratio, frame.wireframe};
+    m_mode = {frame.ratio, frame.wireframe, frame.GetPushBack() * depthSteps};
     SetOrigin(frame);
     SetCamera(frame, tile);
     glEnable(GL_DEPTH_TEST);

@@ -13,7 +13,8 @@
 namespace {
 
 constexpr double depthTolerance = 1e-5; // of the depth range
-constexpr float ambient = 0.2F;
+constexpr float ambient = 0.3F;         // the lights are those of the scene graph
+constexpr float lightIntensity = 0.8F;
 constexpr float specularStrength = 0.12F;
 
 float Cross(float ax, float ay, float bx, float by)
@@ -121,7 +122,7 @@ void ZORVisSoftware::Project(const ZORVisMeshArrays& arrays, const ZORMathPoint&
     const double baseDepth = m_frame.ToDepth(origin);
     const double depthScale = 1 / (m_frame.farDistance - m_frame.nearDistance);
     const ZORMathVector light =
-        (0.25 * m_frame.right - 0.35 * m_frame.up + m_frame.direction).GetNormalized();
+        (0.15 * m_frame.right - 0.25 * m_frame.up + m_frame.direction).GetNormalized();
     const ZORMathVector halfway = (light + m_frame.direction).GetNormalized();
     m_vertices.resize(arrays.positions.size() / 3);
     for (size_t i = 0; i < m_vertices.size(); ++i) {
@@ -133,7 +134,8 @@ void ZORVisSoftware::Project(const ZORVisMeshArrays& arrays, const ZORMathPoint&
         m_vertices[i] = {float(base.x() + Dot(offset, m_frame.right) / m_frame.pixelSize),
                          float(base.y() - Dot(offset, m_frame.up) / m_frame.pixelSize),
                          float(baseDepth + Dot(offset, m_frame.direction) * depthScale),
-                         ambient + float(std::abs(Dot(normal, light))), specularStrength * float(shine)};
+                         ambient + lightIntensity * float(std::abs(Dot(normal, light))),
+                         specularStrength * float(shine)};
     }
 }
 
@@ -160,6 +162,7 @@ void ZORVisSoftware::FillTriangle(const Vertex& a, const Vertex& b, const Vertex
     const float cy = (b.x - a.x) * inverse;
     const float slope = std::max(std::abs(bx * (b.depth - a.depth) + cx * (c.depth - a.depth)),
                                  std::abs(by * (b.depth - a.depth) + cy * (c.depth - a.depth)));
+    const float pushBack = float(ZORVisFrame::pushBackFactor) * slope + float(m_frame.GetPushBack());
     for (int y = firstY; y <= lastY; ++y) {
         const float dy = float(y) + 0.5F - a.y;
         for (int x = firstX; x <= lastX; ++x) {
@@ -168,7 +171,7 @@ void ZORVisSoftware::FillTriangle(const Vertex& a, const Vertex& b, const Vertex
             const float wc = dx * cx + dy * cy;
             if (wb < 0 || wc < 0 || wb + wc > 1)
                 continue;
-            const float depth = a.depth + wb * (b.depth - a.depth) + wc * (c.depth - a.depth) + slope;
+            const float depth = a.depth + wb * (b.depth - a.depth) + wc * (c.depth - a.depth) + pushBack;
             SetPixel(x, y, depth, color,
                      a.diffuse + wb * (b.diffuse - a.diffuse) + wc * (c.diffuse - a.diffuse),
                      a.specular + wb * (b.specular - a.specular) + wc * (c.specular - a.specular));
