@@ -22,6 +22,7 @@ struct ZORFeatBrowserModel::Node
     bool isDead = false;  // the geometry is gone, or the group has become empty
     bool isDirty = false; // in the list of the model
     bool isWatched = false;
+    bool isDestroyed = false;
     std::vector<Node*> children; // owned
     std::vector<Node*> pending;  // owned; children the views do not know yet
 };
@@ -62,7 +63,7 @@ ZORFeatBrowserModel::ZORFeatBrowserModel(QObject* parent)
 
 ZORFeatBrowserModel::~ZORFeatBrowserModel()
 {
-    Destroy(m_root);
+    Destroy({m_root});
 }
 
 void ZORFeatBrowserModel::SetContainer(ZORFeatContainer* container)
@@ -256,13 +257,12 @@ void ZORFeatBrowserModel::RemoveDeadChildren(Node* node)
         if (begin == end)
             break;
         beginRemoveRows(ToIndex(node), int(begin), int(end) - 1);
-        const std::vector<Node*> removed(children.begin() + std::ptrdiff_t(begin),
-                                         children.begin() + std::ptrdiff_t(end));
+        std::vector<Node*> removed(children.begin() + std::ptrdiff_t(begin),
+                                   children.begin() + std::ptrdiff_t(end));
         children.erase(children.begin() + std::ptrdiff_t(begin), children.begin() + std::ptrdiff_t(end));
         Renumber(node, int(begin));
         endRemoveRows();
-        for (Node* child : removed)
-            Destroy(child);
+        Destroy(std::move(removed));
         last = std::min(begin, children.size());
     }
 }
@@ -286,10 +286,7 @@ void ZORFeatBrowserModel::MoveDeadChildrenToEnd(Node* node)
 void ZORFeatBrowserModel::InsertPendingChildren(Node* node)
 {
     std::vector<Node*> pending = std::exchange(node->pending, {});
-    const auto dead = std::stable_partition(pending.begin(), pending.end(),
-                                            [](const Node* child) { return !child->isDead; });
-    std::for_each(dead, pending.end(), [this](Node* child) { Destroy(child); });
-    pending.erase(dead, pending.end());
+    Destroy(TakeDead(pending));
 
     if (node != m_root) {
         InsertChildren(node, int(node->children.size()), std::move(pending));
@@ -320,21 +317,30 @@ void ZORFeatBrowserModel::InsertChildren(Node* node, int row, std::vector<Node*>
         return;
     // What has gathered below the new nodes becomes known with them.
     std::vector<Node*> open = children;
+    std::vector<Node*> dead;
     while (!open.empty()) {
         Node* const current = open.back();
         open.pop_back();
         current->isKnown = true;
-        const auto dead = std::stable_partition(current->children.begin(), current->children.end(),
-                                                [](const Node* child) { return !child->isDead; });
-        std::for_each(dead, current->children.end(), [this](Node* child) { Destroy(child); });
-        current->children.erase(dead, current->children.end());
+        const std::vector<Node*> deadChildren = TakeDead(current->children);
+        dead.insert(dead.end(), deadChildren.begin(), deadChildren.end());
         Renumber(current, 0);
         open.insert(open.end(), current->children.begin(), current->children.end());
     }
+    Destroy(std::move(dead));
     beginInsertRows(ToIndex(node), row, row + int(children.size()) - 1);
     node->children.insert(node->children.begin() + row, children.begin(), children.end());
     Renumber(node, row);
     endInsertRows();
+}
+
+std::vector<ZORFeatBrowserModel::Node*> ZORFeatBrowserModel::TakeDead(std::vector<Node*>& nodes)
+{
+    const auto firstDead =
+        std::stable_partition(nodes.begin(), nodes.end(), [](const Node* node) { return !node->isDead; });
+    std::vector<Node*> dead(firstDead, nodes.end());
+    nodes.erase(firstDead, nodes.end());
+    return dead;
 }
 
 void ZORFeatBrowserModel::Renumber(Node* node, int firstRow)
@@ -352,23 +358,25 @@ void ZORFeatBrowserModel::Clear()
     m_nodes.clear();
     m_groups.clear();
     m_dirty.clear();
-    Destroy(m_root);
+    Destroy({m_root});
     m_root = new Node;
     m_root->isKnown = true;
 }
 
-void ZORFeatBrowserModel::Destroy(Node* node)
+void ZORFeatBrowserModel::Destroy(std::vector<Node*> nodes)
 {
-    std::vector<Node*> open{node};
-    while (!open.empty()) {
-        Node* const current = open.back();
-        open.pop_back();
-        open.insert(open.end(), current->children.begin(), current->children.end());
-        open.insert(open.end(), current->pending.begin(), current->pending.end());
-        if (current->isDirty)
-            std::erase(m_dirty, current);
-        delete current;
+    bool anyDirty = false;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        Node* const node = nodes[i];
+        node->isDestroyed = true;
+        anyDirty = anyDirty || node->isDirty;
+        nodes.insert(nodes.end(), node->children.begin(), node->children.end());
+        nodes.insert(nodes.end(), node->pending.begin(), node->pending.end());
     }
+    if (anyDirty)
+        std::erase_if(m_dirty, [](const Node* node) { return node->isDestroyed; });
+    for (const Node* node : nodes)
+        delete node;
 }
 
 ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ToNode(const QModelIndex& index) const

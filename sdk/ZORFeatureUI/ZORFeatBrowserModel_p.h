@@ -75,7 +75,9 @@ private:
     void InsertChildren(Node* node, int row, std::vector<Node*>&& children);
     void MoveDeadChildrenToEnd(Node* node);
     void Clear();
-    void Destroy(Node* node);
+    /// Deletes the nodes with all below them.
+    void Destroy(std::vector<Node*> nodes);
+    static std::vector<Node*> TakeDead(std::vector<Node*>& nodes);
     static void Renumber(Node* node, int firstRow);
     QString TextOf(const Node* node) const;
     QString ToolTipOf(const Node* node) const;

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -60,6 +61,9 @@ public:
     void Connect();
     void ChangeTo(ZORFeatEnvironment* newEnvironment);
     void ExpandNewItems(const QModelIndex& parent, int first, int last);
+    void OnFlushStarted();
+    void OnFlushFinished();
+    void OnSelectionChanged();
     void KeepAnchor();
     void RestoreAnchor();
     QModelIndexList SelectedFromTopToBottom() const;
@@ -72,6 +76,9 @@ public:
     // The uppermost visible item and the place of its upper edge while the model changes.
     QPersistentModelIndex anchor;
     int anchorTop = 0;
+
+    bool isFlushing = false;       // receivers of signals are kept out of the changes of the model
+    bool selectionChanged = false; // meanwhile
 };
 
 void ZORFeatBrowserWidgetPrivate::Connect()
@@ -82,14 +89,14 @@ void ZORFeatBrowserWidgetPrivate::Connect()
     QObject::connect(
         model, &Model::rowsInserted, widget,
         [this](const QModelIndex& parent, int first, int last) { ExpandNewItems(parent, first, last); });
-    QObject::connect(model, &Model::FlushStarted, widget, [this] { KeepAnchor(); });
-    QObject::connect(model, &Model::FlushFinished, widget, [this] { RestoreAnchor(); });
+    QObject::connect(model, &Model::FlushStarted, widget, [this] { OnFlushStarted(); });
+    QObject::connect(model, &Model::FlushFinished, widget, [this] { OnFlushFinished(); });
     QObject::connect(view, &QTreeView::activated, widget, [this](const QModelIndex& index) {
         if (ZORGeoGeometry* geometry = model->GetGeometry(index))
             emit q_ptr->GeometryActivated(geometry);
     });
     QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, widget,
-                     [this] { emit q_ptr->SelectionChanged(q_ptr->GetSelectedGeometries()); });
+                     [this] { OnSelectionChanged(); });
     QObject::connect(view, &QWidget::customContextMenuRequested, widget, [this](const QPoint& position) {
         emit q_ptr->ContextMenuRequested(model->GetGeometry(view->indexAt(position)),
                                          view->viewport()->mapToGlobal(position));
@@ -118,6 +125,28 @@ void ZORFeatBrowserWidgetPrivate::ExpandNewItems(const QModelIndex& parent, int 
         if (model->IsInitiallyExpanded(index))
             view->expand(index);
     }
+}
+
+void ZORFeatBrowserWidgetPrivate::OnFlushStarted()
+{
+    isFlushing = true;
+    KeepAnchor();
+}
+
+void ZORFeatBrowserWidgetPrivate::OnFlushFinished()
+{
+    RestoreAnchor();
+    isFlushing = false;
+    if (std::exchange(selectionChanged, false))
+        OnSelectionChanged();
+}
+
+void ZORFeatBrowserWidgetPrivate::OnSelectionChanged()
+{
+    if (isFlushing)
+        selectionChanged = true;
+    else
+        emit q_ptr->SelectionChanged(q_ptr->GetSelectedGeometries());
 }
 
 void ZORFeatBrowserWidgetPrivate::KeepAnchor()

@@ -167,8 +167,10 @@ void ZORGeoContainer::Destroy(ZORGeoGeometry* geometry)
     Q_D(ZORGeoContainer);
     const QPointer<ZORGeoContainer> self(this);
     const QPointer<ZORGeoGeometry> guard(geometry);
+    const bool announced = geometry->d_ptr->state == ZORGeoGeometryPrivate::State::Announced;
     geometry->d_ptr->state = ZORGeoGeometryPrivate::State::Announced;
-    emit GeometryAboutToBeRemoved(geometry);
+    if (!announced)
+        emit GeometryAboutToBeRemoved(geometry);
     if (!self || !guard)
         return;
     d->TakeOut(geometry);

@@ -79,6 +79,12 @@ void ZORGeoGeometry::RemoveNoReferences()
     Q_D(ZORGeoGeometry);
     if (d->references != 0 || d->state == ZORGeoGeometryPrivate::State::Announced)
         return;
+    Destroy();
+}
+
+void ZORGeoGeometry::Destroy()
+{
+    Q_D(ZORGeoGeometry);
     if (d->container && d->IsListed())
         d->container->Destroy(this);
     else

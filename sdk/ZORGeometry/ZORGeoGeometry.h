@@ -54,6 +54,10 @@ protected:
     /// \param container  where Initialize() will register the geometry; not owned, may be null
     explicit ZORGeoGeometry(ZORGeoContainer* container);
 
+    /// Takes this geometry out of its container and destroys it, whatever its reference count. Unlike those of
+    /// a plain delete, receivers of GeometryAboutToBeRemoved() see the whole object.
+    void Destroy();
+
 private:
     Q_DECLARE_PRIVATE(ZORGeoGeometry)
     friend class ZORGeoContainer;

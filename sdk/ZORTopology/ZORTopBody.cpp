@@ -1,5 +1,6 @@
 #include "ZORTopBody.h"
 
+#include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoReference.h>

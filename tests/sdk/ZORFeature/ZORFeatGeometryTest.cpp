@@ -1,0 +1,57 @@
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORFeature/ZORFeatRoot.h>
+#include <ZORTopology/ZORTopBody.h>
+
+#include <QVariant>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A feature with a body, as the modules above make them.
+class ShapedFeature final : public ZORFeatGeometry
+{
+public:
+    ShapedFeature(ZORFeatObject* parent, ZORTopBody* body)
+        : ZORFeatGeometry(parent)
+        , m_body(body)
+    {
+    }
+    ZORTopBody* GetBody() const override { return m_body; }
+
+private:
+    ZORTopBody* m_body; // not owned
+};
+
+TEST(ZORFeatGeometryTest, HasNoBodyUnlessADerivedClassGivesOne)
+{
+    ZORFeatContainer container;
+    ZORFeatRoot* const root = container.GetFeatureRoot("ZORFeatRoot");
+    auto* const plain = new ZORFeatGeometry(root);
+    plain->Initialize();
+    EXPECT_EQ(plain->GetBody(), nullptr);
+
+    auto* const body = new ZORTopBody(&container, nullptr);
+    body->Initialize();
+    const ZORFeatGeometry* const shaped = new ShapedFeature(root, body);
+    EXPECT_EQ(shaped->GetBody(), body);
+    delete shaped;
+}
+
+TEST(ZORFeatGeometryTest, IsOnTheOneChainOfClassesThatViewsAndSelectorsWalk)
+{
+    const QMetaObject* type = &ZORFeatGeometry::staticMetaObject;
+    for (const char* className : {"ZORFeatGeometry", "ZORFeatObject", "ZORGeoGeometry", "QObject"}) {
+        ASSERT_TRUE(type);
+        EXPECT_STREQ(type->className(), className);
+        type = type->superClass();
+    }
+    EXPECT_EQ(type, nullptr);
+
+    ZORFeatContainer container;
+    ZORGeoGeometry* const root = container.GetFeatureRoot("ZORFeatRoot");
+    EXPECT_EQ(QVariant::fromValue(root).value<ZORFeatObject*>(), root);
+}
+
+} // namespace

@@ -1,0 +1,547 @@
+#include "support/Printers.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORFeature/ZORFeatFolder.h>
+#include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORFeature/ZORFeatRoot.h>
+#include <ZORFeatureUI/ZORFeatBrowserWidget.h>
+#include <ZORGeometry/ZORGeoCartesianPoint.h>
+#include <ZORGeometry/ZORGeoPolyline.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORTopology/ZORTopBody.h>
+
+#include <QAbstractItemModelTester>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QRandomGenerator>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+using Geometries = QList<ZORGeoGeometry*>;
+constexpr auto tested = QAbstractItemModelTester::FailureReportingMode::Fatal;
+
+class ZORFeatBrowserWidgetTest : public testing::Test
+{
+public:
+    ZORFeatBrowserWidgetTest()
+    {
+        browser.resize(300, 200);
+        browser.SetEnvironment(environment.get());
+        browser.show();
+        tester = std::make_unique<QAbstractItemModelTester>(model, tested);
+    }
+
+    template<class T>
+    static T* Register(T* geometry)
+    {
+        geometry->Initialize();
+        return geometry;
+    }
+    ZORFeatContainer* Container() const { return environment->GetContainer(); }
+    ZORFeatRoot* Root() const { return Container()->GetFeatureRoot("ZORFeatRoot"); }
+    ZORGeoGeometry* AddPoint() { return Register(new ZORGeoCartesianPoint(Container(), {0, 0, 0})); }
+    ZORGeoGeometry* AddCurve() { return Register(new ZORGeoPolyline(Container(), {}, true)); }
+    ZORGeoGeometry* AddSurface() { return Register(new ZORGeoSurface(Container(), {}, {})); }
+    ZORGeoGeometry* AddBody() { return Register(new ZORTopBody(Container(), nullptr)); }
+    ZORFeatFolder* AddFolder(ZORFeatObject* parent) { return Register(new ZORFeatFolder(parent)); }
+
+    /// All items below \a parent, "a(b c(d))".
+    QString Items(const QModelIndex& parent = {}) const
+    {
+        QStringList items;
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            const QModelIndex index = model->index(row, 0, parent);
+            const QString below = Items(index);
+            items += index.data().toString()
+                     + (below.isEmpty() ? below : QLatin1Char('[') + below + QLatin1Char(']'));
+        }
+        return items.join(QLatin1Char(' '));
+    }
+    /// Items() once the browser has taken over all changes.
+    QString ItemsNow() const
+    {
+        QCoreApplication::processEvents();
+        return Items();
+    }
+    QModelIndex IndexOf(const QString& text) const
+    {
+        QCoreApplication::processEvents();
+        return model
+            ->match(model->index(0, 0), Qt::DisplayRole, text, 1, Qt::MatchExactly | Qt::MatchRecursive)
+            .value(0);
+    }
+    QModelIndex IndexOf(const char* text) const { return IndexOf(QString::fromLatin1(text)); }
+
+    std::unique_ptr<ZORFeatEnvironment> environment = std::make_unique<ZORFeatEnvironment>();
+    ZORFeatBrowserWidget browser;
+    QTreeView* const view = browser.findChild<QTreeView*>();
+    QAbstractItemModel* const model = view->model();
+    std::unique_ptr<QAbstractItemModelTester> tester;
+    QSignalSpy activated{&browser, &ZORFeatBrowserWidget::GeometryActivated};
+    QSignalSpy selected{&browser, &ZORFeatBrowserWidget::SelectionChanged};
+};
+
+#define EXPECT_ITEMS(expected) EXPECT_EQ(ItemsNow(), QStringLiteral(expected))
+
+TEST_F(ZORFeatBrowserWidgetTest, IsEmptyWithoutEnvironmentAndWithoutGeometries)
+{
+    ZORFeatBrowserWidget other;
+    EXPECT_EQ(other.GetEnvironment(), nullptr);
+    EXPECT_EQ(other.findChild<QTreeView*>()->model()->rowCount(), 0);
+    EXPECT_EQ(other.GetCurrentGeometry(), nullptr);
+    EXPECT_TRUE(other.GetSelectedGeometries().isEmpty());
+    EXPECT_FALSE(other.SelectGeometry(nullptr));
+    EXPECT_EQ(browser.GetEnvironment(), environment.get());
+    EXPECT_ITEMS("");
+    EXPECT_EQ(model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("Name"));
+    EXPECT_FALSE(view->accessibleName().isEmpty());
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, ShowsFeatureTreesAboveTheGeometriesByKind)
+{
+    AddBody();
+    AddSurface();
+    ZORFeatFolder* const folder = AddFolder(Root());
+    AddPoint();
+    Register(new ZORFeatGeometry(folder));
+    AddPoint();
+    AddCurve();
+    AddFolder(Root());
+    EXPECT_ITEMS("Root.1[Folder.1[Geometry.1] Folder.2] Points (2)[CartesianPoint.1 CartesianPoint.2] "
+                 "Curves (1)[Polyline.1] Surfaces (1)[Surface.1] Bodies (1)[Body.1]");
+
+    ZORFeatBrowserWidget late;
+    late.SetEnvironment(environment.get());
+    EXPECT_EQ(late.findChild<QTreeView*>()->model()->rowCount(), 5) << "what was there before is shown";
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, ShowsFeaturesWithoutParentAndUnknownGeometries)
+{
+    class Odd final : public ZORGeoGeometry
+    {
+    public:
+        explicit Odd(ZORGeoContainer* container)
+            : ZORGeoGeometry(container)
+        {
+        }
+    };
+    Register(new Odd(Container()))->setObjectName(QStringLiteral("odd"));
+    AddPoint();
+    Register(new ZORFeatObject(Container()));
+    EXPECT_ITEMS("Object.1 Points (1)[CartesianPoint.1] Other geometry (1)[odd]");
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, TakesOverAdditionsAndRemovals)
+{
+    ZORGeoGeometry* const point = AddPoint();
+    EXPECT_ITEMS("Points (1)[CartesianPoint.1]");
+    ZORGeoGeometry* const surface = AddSurface();
+    AddPoint();
+    EXPECT_ITEMS("Points (2)[CartesianPoint.1 CartesianPoint.2] Surfaces (1)[Surface.1]");
+    AddCurve();
+    ZORFeatFolder* const folder = AddFolder(Root());
+    AddFolder(folder);
+    EXPECT_ITEMS("Root.1[Folder.1[Folder.2]] Points (2)[CartesianPoint.1 CartesianPoint.2] "
+                 "Curves (1)[Polyline.1] Surfaces (1)[Surface.1]");
+    delete surface;
+    point->RemoveNoReferences();
+    EXPECT_ITEMS("Root.1[Folder.1[Folder.2]] Points (1)[CartesianPoint.2] Curves (1)[Polyline.1]");
+    folder->Remove();
+    EXPECT_ITEMS("Root.1 Points (1)[CartesianPoint.2] Curves (1)[Polyline.1]");
+    Container()->Clear();
+    EXPECT_ITEMS("");
+    AddPoint();
+    EXPECT_ITEMS("Points (1)[CartesianPoint.3]");
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, NeverShowsWhatComesAndGoesWithinOneTurn)
+{
+    QSignalSpy inserted(model, &QAbstractItemModel::rowsInserted);
+    delete AddPoint();
+    ZORFeatFolder* const folder = AddFolder(Root());
+    AddFolder(AddFolder(folder))->Remove();
+    folder->Remove();
+    EXPECT_ITEMS("Root.1");
+    ZORFeatFolder* const late = AddFolder(Root());
+    AddFolder(late)->Remove();
+    delete AddFolder(Root());
+    EXPECT_ITEMS("Root.1[Folder.4]");
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, HasNoDataForAGeometryFromTheMomentItIsGone)
+{
+    ZORGeoGeometry* const point = AddPoint();
+    AddPoint();
+    ASSERT_TRUE(browser.SelectGeometry(point));
+    const QPersistentModelIndex index = IndexOf("CartesianPoint.1");
+    delete point;
+    EXPECT_FALSE(index.data().isValid());
+    EXPECT_FALSE(index.data(Qt::ToolTipRole).isValid());
+    EXPECT_EQ(browser.GetCurrentGeometry(), nullptr);
+    EXPECT_TRUE(browser.GetSelectedGeometries().isEmpty());
+    EXPECT_FALSE(browser.SelectGeometry(point)) << "the address is not touched";
+    EXPECT_FALSE(index.isValid());
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, FollowsLabelsAndNames)
+{
+    ZORFeatFolder* const folder = AddFolder(Root());
+    ZORGeoGeometry* const point = AddPoint();
+    EXPECT_ITEMS("Root.1[Folder.1] Points (1)[CartesianPoint.1]");
+    QSignalSpy changed(model, &QAbstractItemModel::dataChanged);
+    folder->SetLabel(QStringLiteral("Skin"));
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(changed[0][0].toModelIndex(), IndexOf("Skin"));
+    point->setObjectName(QStringLiteral("Origin"));
+    EXPECT_EQ(changed.size(), 2);
+    EXPECT_ITEMS("Root.1[Skin] Points (1)[Origin]");
+    browser.SetEnvironment(nullptr);
+    point->setObjectName(QStringLiteral("nobody looks"));
+    EXPECT_EQ(changed.size(), 2);
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, TellsClassAndReferencesInTheToolTip)
+{
+    ZORGeoGeometry* const point = AddPoint();
+    point->AddReference(nullptr);
+    EXPECT_EQ(IndexOf("CartesianPoint.1").data(Qt::ToolTipRole).toString(),
+              QStringLiteral("CartesianPoint.1\nClass: ZORGeoCartesianPoint\nReferences: 1"));
+    EXPECT_EQ(IndexOf("CartesianPoint.1").data(Qt::UserRole).value<ZORGeoGeometry*>(), point);
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, ShowsRootsAndGroupsOpenAndFoldersClosed)
+{
+    AddFolder(AddFolder(Root()));
+    AddPoint();
+    EXPECT_TRUE(view->isExpanded(IndexOf("Root.1")));
+    EXPECT_TRUE(view->isExpanded(IndexOf("Points (1)")));
+    EXPECT_FALSE(view->isExpanded(IndexOf("Folder.1")));
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, KeepsExpansionSelectionAndCurrentItemThroughChanges)
+{
+    ZORFeatFolder* const open = AddFolder(Root());
+    AddFolder(open);
+    Geometries points;
+    for (int i = 0; i < 100; ++i)
+        points.append(AddPoint());
+    AddSurface();
+    view->setExpanded(IndexOf("Folder.1"), true);
+    view->setExpanded(IndexOf("Surfaces (1)"), false);
+    QItemSelectionModel* const selection = view->selectionModel();
+    selection->select(IndexOf("CartesianPoint.20"), QItemSelectionModel::Select);
+    selection->setCurrentIndex(IndexOf("CartesianPoint.60"), QItemSelectionModel::Select);
+    const auto expectKept = [&](const char* surfaces) {
+        EXPECT_EQ(browser.GetSelectedGeometries(), Geometries({points[19], points[59]}));
+        EXPECT_EQ(browser.GetCurrentGeometry(), points[59]);
+        EXPECT_TRUE(view->isExpanded(IndexOf("Folder.1")));
+        EXPECT_FALSE(view->isExpanded(IndexOf(surfaces)));
+    };
+    expectKept("Surfaces (1)");
+    AddFolder(open);
+    AddSurface();
+    AddPoint();
+    delete points[0];
+    delete points[30];
+    QCoreApplication::processEvents();
+    expectKept("Surfaces (2)");
+    for (int i = 1; i < 100; i += 4) { // many separate rows
+        if (i != 59 && i != 19)
+            delete points[i];
+    }
+    QCoreApplication::processEvents();
+    expectKept("Surfaces (2)");
+    EXPECT_EQ(model->rowCount(IndexOf("Points (74)")), 74);
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, KeepsTheVisibleItemsInPlaceWhenOthersComeAndGoAboveThem)
+{
+    ZORFeatFolder* const first = AddFolder(Root());
+    for (int i = 0; i < 200; ++i)
+        AddPoint();
+    const QPersistentModelIndex item = IndexOf("CartesianPoint.150");
+    view->scrollTo(item, QAbstractItemView::PositionAtCenter);
+    const auto place = [&] { return view->visualRect(item).top(); };
+    const int before = place();
+    ASSERT_TRUE(view->viewport()->rect().contains(view->visualRect(item)));
+    for (int i = 0; i < 20; ++i)
+        AddFolder(Root());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(place(), before);
+    first->Remove();
+    delete Container()->GetGeometryByIndex(5);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(place(), before);
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, ShowsWhatIsInsertedAtTheStartToWhoeverLooksThere)
+{
+    for (int i = 0; i < 200; ++i)
+        AddPoint();
+    QCoreApplication::processEvents();
+    ASSERT_EQ(view->verticalScrollBar()->value(), 0);
+    AddFolder(Root());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(view->verticalScrollBar()->value(), 0);
+    EXPECT_EQ(view->indexAt({0, 0}).data().toString(), QStringLiteral("Root.1"));
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, TellsTheActivatedGeometry)
+{
+    ZORGeoGeometry* const point = AddPoint();
+    const QRect rect = view->visualRect(IndexOf("CartesianPoint.1"));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, rect.center());
+    EXPECT_EQ(activated.size(), 0);
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, rect.center());
+    ASSERT_EQ(activated.size(), 1);
+    EXPECT_EQ(activated[0][0].value<ZORGeoGeometry*>(), point);
+    QTest::keyClick(view, Qt::Key_Return);
+    EXPECT_EQ(activated.size(), 2);
+    view->setCurrentIndex(IndexOf("Points (1)"));
+    QTest::keyClick(view, Qt::Key_Return);
+    EXPECT_EQ(activated.size(), 2) << "a group is no geometry";
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, TellsTheSelectionFromTopToBottom)
+{
+    ZORGeoGeometry* const surface = AddSurface();
+    ZORGeoGeometry* const second = (AddPoint(), AddPoint());
+    ZORFeatFolder* const folder = AddFolder(Root());
+    QItemSelectionModel* const selection = view->selectionModel();
+    for (const char* item : {"Surface.1", "Points (2)", "CartesianPoint.2", "Folder.1"})
+        selection->select(IndexOf(item), QItemSelectionModel::Select);
+    ASSERT_EQ(selected.size(), 4);
+    EXPECT_EQ(selected[3][0].value<Geometries>(), Geometries({folder, second, surface}));
+    delete second;
+    QCoreApplication::processEvents();
+    ASSERT_EQ(selected.size(), 5);
+    EXPECT_EQ(selected[4][0].value<Geometries>(), Geometries({folder, surface}));
+    browser.SetEnvironment(nullptr);
+    ASSERT_EQ(selected.size(), 6);
+    EXPECT_TRUE(selected[5][0].value<Geometries>().isEmpty());
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, SelectsAndShowsAGeometryOnRequest)
+{
+    for (int i = 0; i < 200; ++i)
+        AddPoint();
+    ZORFeatFolder* const inner = AddFolder(AddFolder(Root()));
+    ASSERT_TRUE(browser.SelectGeometry(inner)) << "though control has not returned to the event loop yet";
+    EXPECT_EQ(browser.GetCurrentGeometry(), inner);
+    EXPECT_EQ(browser.GetSelectedGeometries(), Geometries({inner}));
+    EXPECT_TRUE(view->isExpanded(IndexOf("Folder.1")));
+    ASSERT_TRUE(browser.SelectGeometry(Container()->GetGeometryByIndex(180)));
+    EXPECT_TRUE(view->viewport()->rect().intersects(view->visualRect(view->currentIndex())));
+    EXPECT_EQ(browser.GetSelectedGeometries().size(), 1);
+
+    ZORFeatEnvironment other;
+    ZORGeoCartesianPoint foreign(other.GetContainer(), {0, 0, 0});
+    EXPECT_FALSE(browser.SelectGeometry(&foreign));
+    EXPECT_EQ(browser.GetSelectedGeometries().size(), 1);
+    EXPECT_FALSE(browser.SelectGeometry(nullptr));
+    EXPECT_TRUE(browser.GetSelectedGeometries().isEmpty());
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, AsksForAContextMenu)
+{
+    QSignalSpy asked(&browser, &ZORFeatBrowserWidget::ContextMenuRequested);
+    ZORGeoGeometry* const point = AddPoint();
+    const QPoint place = view->visualRect(IndexOf("CartesianPoint.1")).center();
+    const QPoint global = view->viewport()->mapToGlobal(place);
+    QContextMenuEvent onItem(QContextMenuEvent::Mouse, place, global);
+    QCoreApplication::sendEvent(view->viewport(), &onItem);
+    QContextMenuEvent below(QContextMenuEvent::Mouse, {5, 150},
+                            view->viewport()->mapToGlobal(QPoint(5, 150)));
+    QCoreApplication::sendEvent(view->viewport(), &below);
+    ASSERT_EQ(asked.size(), 2);
+    EXPECT_EQ(asked[0][0].value<ZORGeoGeometry*>(), point);
+    EXPECT_EQ(asked[0][1].toPoint(), global);
+    EXPECT_EQ(asked[1][0].value<ZORGeoGeometry*>(), nullptr);
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, SwitchesBetweenEnvironments)
+{
+    AddPoint();
+    ZORFeatEnvironment other;
+    Register(new ZORGeoSurface(other.GetContainer(), {}, {}));
+    browser.SetEnvironment(&other);
+    EXPECT_ITEMS("Surfaces (1)[Surface.1]");
+    AddPoint();
+    EXPECT_ITEMS("Surfaces (1)[Surface.1]");
+    browser.SetEnvironment(nullptr);
+    EXPECT_ITEMS("");
+    browser.SetEnvironment(environment.get());
+    EXPECT_ITEMS("Points (2)[CartesianPoint.1 CartesianPoint.2]");
+    browser.SetEnvironment(environment.get());
+    EXPECT_ITEMS("Points (2)[CartesianPoint.1 CartesianPoint.2]");
+    browser.SetEnvironment(&other);
+    environment.reset();
+    EXPECT_ITEMS("Surfaces (1)[Surface.1]");
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, IsEmptyOnceItsEnvironmentIsDestroyed)
+{
+    AddFolder(Root());
+    browser.SelectGeometry(AddPoint());
+    AddSurface(); // not yet taken over
+    environment.reset();
+    EXPECT_EQ(browser.GetEnvironment(), nullptr);
+    EXPECT_EQ(browser.GetCurrentGeometry(), nullptr);
+    EXPECT_EQ(model->rowCount(), 0);
+    EXPECT_ITEMS("");
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, AllowsReceiversOfTheSelectionToChangeTheContainer)
+{
+    Geometries points;
+    for (int i = 0; i < 10; ++i)
+        points.append(AddPoint());
+    browser.SelectGeometry(points[4]);
+    QObject::connect(&browser, &ZORFeatBrowserWidget::SelectionChanged, &browser, [&] {
+        delete std::exchange(points[7], nullptr);
+        browser.SelectGeometry(points[8]);
+        AddSurface();
+    });
+    delete points[4];
+    QCoreApplication::processEvents();
+    EXPECT_EQ(model->rowCount(model->index(0, 0)), 8);
+    EXPECT_TRUE(Items().contains(QStringLiteral("Surface.1")));
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, AllowsReceiversOfTheSelectionToEndTheEnvironment)
+{
+    ZORGeoGeometry* const point = AddPoint();
+    browser.SelectGeometry(point);
+    AddFolder(Root());
+    AddSurface();
+    QCoreApplication::processEvents();
+    QObject::connect(&browser, &ZORFeatBrowserWidget::SelectionChanged, &browser,
+                     [&] { environment.reset(); });
+    delete point;
+    AddSurface();
+    EXPECT_ITEMS("");
+    EXPECT_EQ(browser.GetEnvironment(), nullptr);
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, FollowsAnyChanges)
+{
+    QRandomGenerator random(20240612);
+    QList<QPointer<ZORGeoGeometry>> all{Root()};
+    for (int turn = 0; turn < 60; ++turn) {
+        for (int change = random.bounded(60); change > 0; --change) {
+            ZORGeoGeometry* const some = all[random.bounded(int(all.size()))];
+            auto* const feature = qobject_cast<ZORFeatObject*>(some);
+            switch (random.bounded(8)) {
+            case 0:
+                all.append(AddPoint());
+                break;
+            case 1:
+                all.append(AddSurface());
+                break;
+            case 2:
+            case 3:
+                if (feature)
+                    all.append(AddFolder(feature));
+                break;
+            case 4:
+                if (feature && feature != Root())
+                    feature->Remove();
+                break;
+            case 5:
+                if (feature)
+                    feature->SetLabel(QString::number(change));
+                break;
+            default:
+                if (!feature)
+                    delete some;
+                break;
+            }
+        }
+        all.removeAll(nullptr);
+        all.prepend(Root());
+        ZORFeatBrowserWidget fresh; // knows all from its start
+        fresh.SetEnvironment(environment.get());
+        const QString followed = ItemsNow();
+        const QAbstractItemModel* const expected = fresh.findChild<QTreeView*>()->model();
+        ASSERT_EQ(model->rowCount(), expected->rowCount());
+        browser.SetEnvironment(nullptr);
+        browser.SetEnvironment(environment.get());
+        ASSERT_EQ(followed, Items()) << turn;
+    }
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, TakesOverManyGeometriesInAFewSteps)
+{
+    constexpr int count = 100'000;
+    tester.reset(); // it would look at every row in every step
+    QSignalSpy inserted(model, &QAbstractItemModel::rowsInserted);
+    QSignalSpy removed(model, &QAbstractItemModel::rowsRemoved);
+    Geometries points;
+    for (int i = 0; i < count; ++i)
+        points.append(AddPoint());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(inserted.size(), 1);
+    EXPECT_EQ(model->rowCount(model->index(0, 0)), count);
+    for (int i = 0; i < count; i += 2)
+        delete points[i];
+    QCoreApplication::processEvents();
+    EXPECT_EQ(removed.size(), 1);
+    EXPECT_EQ(model->rowCount(model->index(0, 0)), count / 2);
+    EXPECT_EQ(model->index(7, 0, model->index(0, 0)).data().toString(), QStringLiteral("CartesianPoint.16"));
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, TakesOverDeepTrees)
+{
+    tester.reset(); // it calls itself for every level
+    ZORFeatObject* parent = Root();
+    for (int i = 0; i < 100'000; ++i)
+        parent = AddFolder(parent);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(model->rowCount(model->index(0, 0)), 1);
+    Root()->Remove();
+    EXPECT_ITEMS("");
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, DrawsItsIconsInTheColoursOfItsPalette)
+{
+    AddFolder(Root());
+    AddPoint();
+    AddCurve();
+    AddSurface();
+    AddBody();
+    QPalette palette;
+    palette.setColor(QPalette::Base, Qt::black);
+    palette.setColor(QPalette::Text, Qt::white);
+    const auto darkest = [&](const char* item) {
+        const QImage image = IndexOf(item).data(Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+        int darkestLightness = 255;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor color = image.pixelColor(x, y);
+                if (color.alpha() > 250)
+                    darkestLightness = std::min(darkestLightness, color.lightness());
+            }
+        }
+        return darkestLightness;
+    };
+    for (const char* item : {"Root.1", "Folder.1", "CartesianPoint.1", "Polyline.1", "Surface.1", "Body.1"}) {
+        browser.setPalette(QPalette(Qt::lightGray));
+        EXPECT_LT(darkest(item), 100) << item << " on light";
+        browser.setPalette(palette);
+        const int onDark = darkest(item);
+        EXPECT_GT(onDark, 140) << item << " on dark";
+        EXPECT_LT(onDark, 255) << item << " is empty";
+    }
+}
+
+} // namespace
