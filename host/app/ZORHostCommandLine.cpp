@@ -1,0 +1,108 @@
+#include "app/ZORHostCommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace {
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORHostCommandLine", text);
+}
+
+struct Parser
+{
+    QCommandLineParser parser;
+    QCommandLineOption plugin{"plugin", Tr("Loads the plug-in <file>. May be given several times."), "file"};
+    QCommandLineOption noPlugins{"no-default-plugins",
+                                 Tr("Loads only the plug-ins named by --plugin, none from the search path.")};
+    QCommandLineOption settings{"settings", Tr("Keeps the settings in <file> instead of the user's own."),
+                                "file"};
+    QCommandLineOption clean{"clean-settings",
+                             Tr("Starts from the default settings; the stored ones are kept as <file>.bak.")};
+    QCommandLineOption theme{"theme", Tr("Colours of the windows: light, dark or system."),
+                             "light|dark|system"};
+    QCommandLineOption open{
+        "open", Tr("Opens the STL file <file> (millimetres). May be given several times."), "file"};
+    QCommandLineOption script{
+        "script", Tr("Plays the steps of <file> and ends with exit code 0 if all went as expected."), "file"};
+    QCommandLineOption define{"define", Tr("Sets a variable of the script."), "name=value"};
+    QCommandLineOption help = parser.addHelpOption();
+    QCommandLineOption version = parser.addVersionOption();
+
+    Parser()
+    {
+        parser.setApplicationDescription(
+            Tr("Host application of the Zorvane SDK: 3D view, feature browser and plug-ins."));
+        parser.addOptions({plugin, noPlugins, settings, clean, theme, open, script, define});
+        parser.addPositionalArgument("files", Tr("STL files to open, as with --open."), "[files...]");
+    }
+};
+
+QString Absolute(const QString& file)
+{
+    return QFileInfo(file).absoluteFilePath();
+}
+
+QStringList Absolute(const QStringList& files)
+{
+    QStringList result;
+    for (const QString& file : files)
+        result.append(Absolute(file));
+    return result;
+}
+
+ZORHostCommandLine Failure(const QString& message)
+{
+    return {ZORHostCommandLine::Status::Error,
+            message + u'\n' + Tr("Run zorhost --help for the options.") + u'\n',
+            {}};
+}
+
+} // namespace
+
+ZORHostCommandLine ZORHostCommandLine::Parse(const QStringList& arguments)
+{
+    Parser p;
+    if (!p.parser.parse(arguments))
+        return Failure(p.parser.errorText());
+    if (p.parser.isSet(p.help))
+        return {Status::Exit, p.parser.helpText(), {}};
+    if (p.parser.isSet(p.version)) {
+        return {Status::Exit, QStringLiteral("zorhost %1\n").arg(QCoreApplication::applicationVersion()), {}};
+    }
+
+    ZORHostCommandLine result;
+    ZORHostOptions& options = result.options;
+    options.plugins = Absolute(p.parser.values(p.plugin));
+    options.defaultPlugins = !p.parser.isSet(p.noPlugins);
+    options.cleanSettings = p.parser.isSet(p.clean);
+    options.filesToOpen = Absolute(p.parser.values(p.open) + p.parser.positionalArguments());
+    if (p.parser.isSet(p.settings)) {
+        if (p.parser.value(p.settings).isEmpty())
+            return Failure(Tr("The option --settings needs the name of a file."));
+        options.settingsFile = Absolute(p.parser.value(p.settings));
+    }
+    if (p.parser.isSet(p.script))
+        options.scriptFile = Absolute(p.parser.value(p.script));
+
+    if (p.parser.isSet(p.theme)) {
+        static const QMap<QString, ZORHostOptions::Theme> themes = {{"system", ZORHostOptions::Theme::System},
+                                                                    {"light", ZORHostOptions::Theme::Light},
+                                                                    {"dark", ZORHostOptions::Theme::Dark}};
+        const QString name = p.parser.value(p.theme);
+        if (!themes.contains(name))
+            return Failure(Tr("Unknown theme '%1': choose light, dark or system.").arg(name));
+        options.theme = themes.value(name);
+        options.themeGiven = true;
+    }
+    const QStringList definitions = p.parser.values(p.define);
+    for (const QString& definition : definitions) {
+        const qsizetype equals = definition.indexOf(u'=');
+        if (equals < 1)
+            return Failure(Tr("The option --define needs name=value, not '%1'.").arg(definition));
+        options.variables.insert(definition.left(equals), definition.mid(equals + 1));
+    }
+    return result;
+}

@@ -1,0 +1,41 @@
+// The command line of the host.
+
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+/// What the user asked for on the command line.
+struct ZORHostOptions
+{
+    enum class Theme { System, Light, Dark };
+
+    QStringList plugins;        // files to load, in order
+    bool defaultPlugins = true; // look in the usual places as well
+    QString settingsFile;       // empty: the user's own
+    bool cleanSettings = false; // start from the defaults
+    Theme theme = Theme::System;
+    bool themeGiven = false;          // else the stored choice counts
+    QStringList filesToOpen;          // STL files, in order
+    QString scriptFile;               // empty: no script
+    QMap<QString, QString> variables; // of the script
+};
+
+/// Outcome of reading the command line.
+struct ZORHostCommandLine
+{
+    enum class Status {
+        Run,   // start the program with the options
+        Exit,  // print text and end with exit code 0 (--help, --version)
+        Error, // print text to the error stream and end with exit code 2
+    };
+
+    Status status = Status::Run;
+    QString text;
+    ZORHostOptions options;
+
+    /// \param arguments  as QCoreApplication::arguments(): the program's name first. Relative file names
+    ///                   are made absolute against the current folder.
+    static ZORHostCommandLine Parse(const QStringList& arguments);
+};

@@ -1,0 +1,3 @@
+#include "app/ZORHostLogging.h"
+
+Q_LOGGING_CATEGORY(lcHost, "zor.host")

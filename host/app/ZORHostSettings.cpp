@@ -1,0 +1,85 @@
+#include "app/ZORHostSettings.h"
+
+#include <ZORSystem/ZORSysSettingsManager.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORHostSettings", text);
+}
+
+bool ReplaceByCopy(const QString& source, const QString& target)
+{
+    QFile::remove(target);
+    return QFile::copy(source, target);
+}
+
+} // namespace
+
+ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
+{
+    const QString path =
+        fileName.isEmpty()
+            ? QSettings(QSettings::IniFormat, QSettings::UserScope, "Zorvane", "zorhost").fileName()
+            : fileName;
+    if (clean)
+        MoveAway(path);
+    m_store = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    CheckReadable(path);
+    if (m_warning.isEmpty())
+        CheckWritable();
+    ZORSysSettingsManager::GetManager()->SetSource(m_store.get());
+}
+
+ZORHostSettings::~ZORHostSettings()
+{
+    if (ZORSysSettingsManager::GetManager()->GetSource() == m_store.get())
+        ZORSysSettingsManager::GetManager()->SetSource(nullptr);
+}
+
+void ZORHostSettings::MoveAway(const QString& fileName)
+{
+    const QString backup = fileName + ".bak";
+    if (!QFile::exists(fileName))
+        return;
+    QFile::remove(backup);
+    if (!QFile::rename(fileName, backup)) {
+        m_warning = Tr("The settings in '%1' could not be moved away to '%2'; they are used as they are.")
+                        .arg(QDir::toNativeSeparators(fileName), QDir::toNativeSeparators(backup));
+    }
+}
+
+void ZORHostSettings::CheckReadable(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    if (!file.exists())
+        return;
+    if (file.isDir() || !file.isReadable()) {
+        m_warning = Tr("The settings file '%1' cannot be read; the defaults are used.")
+                        .arg(QDir::toNativeSeparators(fileName));
+        return;
+    }
+    if (m_store->status() != QSettings::FormatError)
+        return;
+    const QString copy = fileName + ".damaged";
+    m_warning =
+        ReplaceByCopy(fileName, copy)
+            ? Tr("The settings file '%1' is damaged; what could be read is used. A copy is kept as '%2'.")
+                  .arg(QDir::toNativeSeparators(fileName), QDir::toNativeSeparators(copy))
+            : Tr("The settings file '%1' is damaged; what could be read is used.")
+                  .arg(QDir::toNativeSeparators(fileName));
+}
+
+void ZORHostSettings::CheckWritable()
+{
+    if (!m_store->isWritable()) {
+        m_warning = Tr("The settings file '%1' cannot be written; changes of the settings will be lost.")
+                        .arg(QDir::toNativeSeparators(m_store->fileName()));
+    }
+}

@@ -1,0 +1,35 @@
+// The settings store of the application.
+
+#pragma once
+
+#include <QSettings>
+#include <QString>
+
+#include <memory>
+
+/// Opens the settings store and hands it to the SDK's settings manager for its own life time.
+///
+/// The store is an INI file: the user's own (organisation "Zorvane", application "zorhost" below the
+/// user's configuration folder) or one named by the caller.
+class ZORHostSettings
+{
+public:
+    /// \param fileName  empty for the user's own file
+    /// \param clean     start from the defaults: a file that is there is renamed to "<file>.bak"
+    ZORHostSettings(const QString& fileName, bool clean);
+    ~ZORHostSettings();
+    Q_DISABLE_COPY_MOVE(ZORHostSettings)
+
+    QSettings* GetStore() const { return m_store.get(); }
+    /// What the user has to know about the file: it cannot be written (nothing will be kept), or it
+    /// was damaged (what could be read is used, a copy is kept as "<file>.damaged"). Empty when all is well.
+    QString GetWarning() const { return m_warning; }
+
+private:
+    void MoveAway(const QString& fileName);
+    void CheckReadable(const QString& fileName);
+    void CheckWritable();
+
+    std::unique_ptr<QSettings> m_store;
+    QString m_warning;
+};

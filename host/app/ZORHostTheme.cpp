@@ -1,0 +1,93 @@
+#include "app/ZORHostTheme.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QToolTip>
+
+namespace {
+
+QPalette LightPalette()
+{
+    QPalette palette(QColor(0xef, 0xf0, 0xf2), QColor(0xef, 0xf0, 0xf2));
+    const QColor text(0x1d, 0x20, 0x24);
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::AlternateBase, QColor(0xf5, 0xf6, 0xf8));
+    palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xff));
+    palette.setColor(QPalette::Highlight, QColor(0x1f, 0x62, 0xb4));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(0x1a, 0x56, 0xa0));
+    palette.setColor(QPalette::PlaceholderText, QColor(0x6a, 0x6f, 0x76));
+    const QColor disabled(0x8c, 0x90, 0x96);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, disabled);
+    return palette;
+}
+
+QPalette DarkPalette()
+{
+    QPalette palette(QColor(0x33, 0x36, 0x3b), QColor(0x2a, 0x2d, 0x31));
+    const QColor text(0xe8, 0xea, 0xed);
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x24));
+    palette.setColor(QPalette::AlternateBase, QColor(0x26, 0x29, 0x2d));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3e, 0x44));
+    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xc0));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::BrightText, QColor(0xff, 0x8a, 0x80));
+    palette.setColor(QPalette::Link, QColor(0x7c, 0xb3, 0xf5));
+    palette.setColor(QPalette::PlaceholderText, QColor(0x9a, 0xa0, 0xa8));
+    const QColor disabled(0x7d, 0x83, 0x8b);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, disabled);
+    return palette;
+}
+
+} // namespace
+
+void ZORHostTheme::Apply(ZORHostOptions::Theme theme)
+{
+    static const QString systemStyle = QApplication::style()->name();
+    if (theme == ZORHostOptions::Theme::System) {
+        if (QApplication::style()->name() != systemStyle)
+            QApplication::setStyle(QStyleFactory::create(systemStyle));
+        QApplication::setPalette(QPalette());
+        QToolTip::setPalette(QPalette());
+        return;
+    }
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    const QPalette palette = theme == ZORHostOptions::Theme::Dark ? DarkPalette() : LightPalette();
+    QApplication::setPalette(palette);
+    QToolTip::setPalette(palette);
+}
+
+bool ZORHostTheme::IsDark(const QPalette& palette)
+{
+    return palette.color(QPalette::WindowText).lightnessF() > palette.color(QPalette::Window).lightnessF();
+}
+
+QString ZORHostTheme::ToName(ZORHostOptions::Theme theme)
+{
+    switch (theme) {
+    case ZORHostOptions::Theme::Light:
+        return "light";
+    case ZORHostOptions::Theme::Dark:
+        return "dark";
+    case ZORHostOptions::Theme::System:
+        break;
+    }
+    return "system";
+}
+
+ZORHostOptions::Theme ZORHostTheme::FromName(const QString& name)
+{
+    if (name == QLatin1String("light"))
+        return ZORHostOptions::Theme::Light;
+    return name == QLatin1String("dark") ? ZORHostOptions::Theme::Dark : ZORHostOptions::Theme::System;
+}

@@ -1,0 +1,32 @@
+// The dock that shows the calls into the SDK.
+
+#pragma once
+
+#include "docks/ZORHostLineDock.h"
+#include "docks/ZORHostLineQueue.h"
+
+class QCheckBox;
+
+/// Lists the outermost SDK calls with their arguments and wall time while "Record" is checked.
+class ZORHostApiDock : public ZORHostLineDock
+{
+    Q_OBJECT
+
+public:
+    static constexpr int Capacity = 20'000;
+
+    explicit ZORHostApiDock(QWidget* parent);
+    ~ZORHostApiDock() override;
+
+    /// Shows at once the calls that are waiting for the next batch.
+    void Flush();
+
+    /// "870 ns", "12.3 \u00b5s", "4.56 ms", "1.23 s": three digits.
+    static QString FormatDuration(qint64 nanoseconds);
+
+private:
+    void OnRecordToggled(bool on);
+
+    QCheckBox* m_recordChk;
+    ZORHostLineQueue m_queue;
+};

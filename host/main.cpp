@@ -1,0 +1,37 @@
+// Entry point of the host.
+
+#include "app/ZORHostApplication.h"
+#include "app/ZORHostCommandLine.h"
+#include "app/ZORHostProgram.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+/// --help and --version answer without a display.
+void AllowWithoutDisplay(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        for (const char* option : {"--help", "-h", "--version", "-v", "--help-all"}) {
+            if (std::strcmp(argv[i], option) == 0)
+                qputenv("QT_QPA_PLATFORM", "offscreen");
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    AllowWithoutDisplay(argc, argv);
+    ZORHostApplication application(argc, argv);
+    const ZORHostCommandLine commandLine = ZORHostCommandLine::Parse(QCoreApplication::arguments());
+    if (commandLine.status != ZORHostCommandLine::Status::Run) {
+        const bool error = commandLine.status == ZORHostCommandLine::Status::Error;
+        std::fputs(qPrintable(commandLine.text), error ? stderr : stdout);
+        return error ? 2 : 0;
+    }
+    ZORHostProgram program(&application, commandLine.options);
+    return program.Run();
+}

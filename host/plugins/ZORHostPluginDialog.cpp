@@ -1,0 +1,137 @@
+#include "plugins/ZORHostPluginDialog.h"
+
+#include "plugins/ZORHostPluginManager.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int pathColumn = 4;
+
+QString StateText(ZORHostPlugin::State state)
+{
+    switch (state) {
+    case ZORHostPlugin::State::Loaded:
+        return ZORHostPluginDialog::tr("Loaded");
+    case ZORHostPlugin::State::Unloaded:
+        return ZORHostPluginDialog::tr("Unloaded");
+    case ZORHostPlugin::State::Failed:
+        break;
+    }
+    return ZORHostPluginDialog::tr("Not loaded");
+}
+
+} // namespace
+
+ZORHostPluginDialog::ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget* parent)
+    : QDialog(parent)
+    , m_manager(manager)
+{
+    setObjectName("_PluginDialog");
+    setWindowTitle(tr("Plug-ins"));
+    resize(860, 420);
+    auto* column = new QVBoxLayout(this);
+
+    m_table = new QTableWidget(0, pathColumn + 1, this);
+    m_table->setObjectName("_PluginTable");
+    m_table->setAccessibleName(tr("Plug-ins"));
+    m_table->setHorizontalHeaderLabels({tr("Name"), tr("Version"), tr("State"), tr("Reason"), tr("Path")});
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setTabKeyNavigation(false);
+    m_table->setWordWrap(true);
+    m_table->verticalHeader()->hide();
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    column->addWidget(m_table);
+
+    QStringList folders;
+    const QStringList searchPath = ZORHostPluginManager::GetSearchPath();
+    for (const QString& folder : searchPath) {
+        const QString shown = QDir::toNativeSeparators(folder);
+        folders.append(QDir(folder).exists() ? shown : tr("%1 (does not exist)").arg(shown));
+    }
+    auto* path =
+        new QLabel(tr("Folders that are searched (more with the environment variable ZOR_PLUGIN_PATH):")
+                       + u'\n' + folders.join(u'\n'),
+                   this);
+    path->setObjectName("_PluginPathLbl");
+    path->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    path->setWordWrap(true);
+    column->addWidget(path);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    buttons->setObjectName("_ButtonBox");
+    QPushButton* loadBtn = buttons->addButton(tr("Load..."), QDialogButtonBox::ActionRole);
+    loadBtn->setObjectName("_PluginLoadBtn");
+    m_unloadBtn = buttons->addButton(tr("Unload"), QDialogButtonBox::ActionRole);
+    m_unloadBtn->setObjectName("_PluginUnloadBtn");
+    column->addWidget(buttons);
+
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(loadBtn, &QPushButton::clicked, this, &ZORHostPluginDialog::OnLoadClicked);
+    connect(m_unloadBtn, &QPushButton::clicked, this, &ZORHostPluginDialog::OnUnloadClicked);
+    connect(m_table, &QTableWidget::itemSelectionChanged, this, &ZORHostPluginDialog::UpdateButtons);
+    connect(manager, &ZORHostPluginManager::Changed, this, &ZORHostPluginDialog::Refresh);
+    Refresh();
+}
+
+void ZORHostPluginDialog::Refresh()
+{
+    const QString selected = GetSelectedPath();
+    const QList<ZORHostPlugin>& plugins = m_manager->GetPlugins();
+    m_table->setRowCount(int(plugins.size()));
+    for (int row = 0; row < plugins.size(); ++row) {
+        const ZORHostPlugin& plugin = plugins[row];
+        const QString path = QDir::toNativeSeparators(plugin.path);
+        const QStringList cells = {plugin.name, plugin.version, StateText(plugin.state), plugin.reason, path};
+        for (int cell = 0; cell < cells.size(); ++cell) {
+            auto* item = new QTableWidgetItem(cells[cell]);
+            item->setToolTip(cells[cell]);
+            m_table->setItem(row, cell, item);
+        }
+        if (plugin.path == selected)
+            m_table->selectRow(row);
+    }
+    m_table->resizeColumnsToContents();
+    constexpr int reasonColumn = pathColumn - 1;
+    m_table->setColumnWidth(reasonColumn, std::min(m_table->columnWidth(reasonColumn), 360));
+    m_table->resizeRowsToContents();
+    UpdateButtons();
+}
+
+QString ZORHostPluginDialog::GetSelectedPath() const
+{
+    const int row = m_table->currentRow();
+    return row >= 0 && row < m_manager->GetPlugins().size() ? m_manager->GetPlugins()[row].path : QString();
+}
+
+void ZORHostPluginDialog::UpdateButtons()
+{
+    const int row = m_table->currentRow();
+    const QList<ZORHostPlugin>& plugins = m_manager->GetPlugins();
+    m_unloadBtn->setEnabled(row >= 0 && row < plugins.size()
+                            && plugins[row].state == ZORHostPlugin::State::Loaded);
+}
+
+void ZORHostPluginDialog::OnLoadClicked()
+{
+    const QString file = QFileDialog::getOpenFileName(this, tr("Load Plug-in"), QString(),
+                                                      tr("Plug-ins (*.so);;All files (*)"));
+    if (!file.isEmpty())
+        m_manager->Load(file);
+}
+
+void ZORHostPluginDialog::OnUnloadClicked()
+{
+    const QString path = GetSelectedPath();
+    if (!path.isEmpty())
+        m_manager->Unload(path);
+}

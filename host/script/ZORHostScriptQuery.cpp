@@ -1,0 +1,169 @@
+#include "script/ZORHostScriptQuery.h"
+
+#include "script/ZORHostScriptError.h"
+#include "script/ZORHostWidgetAccess.h"
+#include "script/ZORHostWidgetFinder.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+
+#include <QAction>
+#include <QFileInfo>
+#include <QHash>
+#include <QImage>
+#include <QSet>
+#include <QWidget>
+
+#include <functional>
+
+namespace {
+
+using namespace ZORHostWidgetFinder;
+
+QString Either(bool first, const char* yes, const char* no)
+{
+    return QString::fromLatin1(first ? yes : no);
+}
+
+ZORFeatEnvironment* Environment()
+{
+    ZORFeatEnvironment* environment = ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
+    if (!environment)
+        throw ZORHostScriptError("there is no document");
+    return environment;
+}
+
+const ZORGeoGeometry* FindGeometry(const QString& name)
+{
+    const ZORFeatContainer* container = Environment()->GetContainer();
+    for (int i = 0; i < container->GetNumGeometry(); ++i) {
+        const ZORGeoGeometry* geometry = container->GetGeometryByIndex(i);
+        if (geometry && geometry->objectName() == name)
+            return geometry;
+    }
+    throw ZORHostScriptError(QStringLiteral("no geometry '%1'").arg(name));
+}
+
+QString CountTriangles(const QString& name)
+{
+    const auto* surface = qobject_cast<const ZORGeoSurface*>(FindGeometry(name));
+    if (!surface)
+        throw ZORHostScriptError(QStringLiteral("geometry '%1' is no surface").arg(name));
+    return QString::number(surface->GetNumTriangles());
+}
+
+/// A picture of one colour shows nothing; a count above some tens says that something was drawn.
+QString CountColors(const QString& fileName)
+{
+    const QImage image = QImage(fileName).convertToFormat(QImage::Format_RGB32);
+    if (image.isNull())
+        throw ZORHostScriptError(QStringLiteral("'%1' is no picture").arg(fileName));
+    QSet<QRgb> colors;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            colors.insert(line[x]);
+    }
+    return QString::number(colors.size());
+}
+
+QString IsEnabled(QWidget* window, const QString& name)
+{
+    bool enabled = false;
+    try {
+        enabled = FindWidget(window, name)->isEnabled();
+    } catch (const ZORHostScriptError&) {
+        enabled = FindAction(window, name)->isEnabled();
+    }
+    return Either(enabled, "yes", "no");
+}
+
+QString ActionState(QWidget* window, const QString& name)
+{
+    return Either(FindAction(window, name)->isChecked(), "on", "off");
+}
+
+struct Query
+{
+    int numArguments;
+    bool needsWindow;
+    std::function<QString(QWidget* window, const QStringList& arguments)> evaluate;
+};
+
+const QHash<QString, Query>& Queries()
+{
+    using W = QWidget*;
+    using A = const QStringList&;
+    static const QHash<QString, Query> queries = {
+        {"text", {1, false, [](W, A a) { return a[0]; }}},
+        {"window", {1, false, [](W, A a) { return Either(FindWindow(a[0]), "open", "closed"); }}},
+        {"title", {0, true, [](W window, A) { return window->windowTitle(); }}},
+        {"value",
+         {1, true, [](W window, A a) { return ZORHostWidgetAccess::GetValue(FindWidget(window, a[0])); }}},
+        {"rows",
+         {1, true,
+          [](W window, A a) {
+              return QString::number(ZORHostWidgetAccess::GetNumRows(FindWidget(window, a[0])));
+          }}},
+        {"cell",
+         {3, true,
+          [](W window, A a) { return ZORHostWidgetAccess::GetCell(FindWidget(window, a[0]), a[1], a[2]); }}},
+        {"enabled", {1, true, [](W window, A a) { return IsEnabled(window, a[0]); }}},
+        {"checked", {1, true, [](W window, A a) { return ActionState(window, a[0]); }}},
+        {"geometries",
+         {0, false, [](W, A) { return QString::number(Environment()->GetContainer()->GetNumGeometry()); }}},
+        {"objects", {0, false, [](W, A) { return QString::number(Environment()->GetNumVirtualObjects()); }}},
+        {"references",
+         {1, false, [](W, A a) { return QString::number(FindGeometry(a[0])->GetReferenceCount()); }}},
+        {"triangles", {1, false, [](W, A a) { return CountTriangles(a[0]); }}},
+        {"size", {1, false, [](W, A a) { return QString::number(QFileInfo(a[0]).size()); }}},
+        {"file", {1, false, [](W, A a) { return Either(QFileInfo::exists(a[0]), "there", "missing"); }}},
+        {"colors", {1, false, [](W, A a) { return CountColors(a[0]); }}},
+    };
+    return queries;
+}
+
+double ToNumber(const QString& text)
+{
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (!isNumber)
+        throw ZORHostScriptError(QStringLiteral("'%1' is no number").arg(text));
+    return number;
+}
+
+} // namespace
+
+QString ZORHostScriptQuery::Evaluate(QWidget* window, const QStringList& words)
+{
+    const QString& name = words.constFirst();
+    const auto query = Queries().constFind(name);
+    if (query == Queries().constEnd())
+        throw ZORHostScriptError(QStringLiteral("unknown query '%1'").arg(name));
+    if (words.size() - 1 != query->numArguments) {
+        throw ZORHostScriptError(QStringLiteral("the query '%1' takes %2 words, not %3")
+                                     .arg(name)
+                                     .arg(query->numArguments)
+                                     .arg(words.size() - 1));
+    }
+    if (query->needsWindow && !window)
+        throw ZORHostScriptError("no window chosen: use 'in' first");
+    return query->evaluate(window, words.mid(1));
+}
+
+bool ZORHostScriptQuery::Compare(const QString& actual, const QString& comparison, const QString& expected)
+{
+    if (comparison == QLatin1String("is"))
+        return actual == expected;
+    if (comparison == QLatin1String("not"))
+        return actual != expected;
+    if (comparison == QLatin1String("contains"))
+        return actual.contains(expected);
+    if (comparison == QLatin1String("above"))
+        return ToNumber(actual) > ToNumber(expected);
+    if (comparison == QLatin1String("below"))
+        return ToNumber(actual) < ToNumber(expected);
+    throw ZORHostScriptError(QStringLiteral("unknown comparison '%1'").arg(comparison));
+}

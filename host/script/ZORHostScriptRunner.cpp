@@ -1,0 +1,391 @@
+#include "script/ZORHostScriptRunner.h"
+
+#include "script/ZORHostScriptError.h"
+#include "script/ZORHostScriptQuery.h"
+#include "script/ZORHostWidgetAccess.h"
+#include "script/ZORHostWidgetFinder.h"
+#include "view/ZORHostView3D.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QRegularExpression>
+#include <QScreen>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int pollMilliseconds = 10;
+constexpr double defaultWaitSeconds = 10;
+constexpr double defaultTimeoutSeconds = 300;
+
+double ToSeconds(const QString& text)
+{
+    bool isNumber = false;
+    const double seconds = text.toDouble(&isNumber);
+    if (!isNumber || seconds < 0)
+        throw ZORHostScriptError(QStringLiteral("'%1' is no number of seconds").arg(text));
+    return seconds;
+}
+
+void CheckUsable(const QWidget* widget, const QString& name)
+{
+    if (!widget->isVisible())
+        throw ZORHostScriptError(QStringLiteral("'%1' is not visible").arg(name));
+    if (!widget->isEnabled())
+        throw ZORHostScriptError(QStringLiteral("'%1' is disabled").arg(name));
+}
+
+void Click(QWidget* window, const QString& name)
+{
+    QWidget* widget = ZORHostWidgetFinder::FindWidget(window, name);
+    auto* button = qobject_cast<QAbstractButton*>(widget);
+    if (!button)
+        throw ZORHostScriptError(QStringLiteral("'%1' is no button").arg(name));
+    CheckUsable(button, name);
+    button->click();
+}
+
+void Trigger(QWidget* window, const QString& name)
+{
+    QAction* action = ZORHostWidgetFinder::FindAction(window, name);
+    if (!action->isEnabled())
+        throw ZORHostScriptError(QStringLiteral("the action '%1' is disabled").arg(name));
+    action->trigger();
+}
+
+void PressKey(QWidget* window, const QString& keys, const QString& widgetName)
+{
+    QWidget* receiver =
+        widgetName.isEmpty() ? window->focusWidget() : ZORHostWidgetFinder::FindWidget(window, widgetName);
+    if (!receiver)
+        receiver = window;
+    const QKeySequence sequence(keys, QKeySequence::PortableText);
+    if (sequence.isEmpty() || sequence[0].key() == Qt::Key_unknown)
+        throw ZORHostScriptError(QStringLiteral("'%1' is no key").arg(keys));
+    for (int i = 0; i < sequence.count(); ++i) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, sequence[uint(i)].key(), sequence[uint(i)].keyboardModifiers());
+            QApplication::sendEvent(receiver, &event);
+        }
+    }
+}
+
+} // namespace
+
+struct ZORHostScriptRunner::Sequence
+{
+    QList<ZORHostScriptStep> steps;
+    qsizetype next = 0;
+    QPointer<QWidget> window; // where widgets are looked for
+    QPointer<QDialog> dialog; // of a block: the modal dialog it plays in
+    int line = 0;             // of a block: its first line
+    QElapsedTimer waiting;    // valid while a step waits
+};
+
+ZORHostScriptRunner::ZORHostScriptRunner(ZORHostView3D* view, QIODevice* out)
+    : m_view(view)
+    , m_answerer([this](const ZORHostScriptStep& step, QDialog* dialog) { PlayBlock(step, dialog); })
+{
+    if (out)
+        m_out.setDevice(out);
+    connect(&m_answerer, &ZORHostModalAnswerer::Failed, this,
+            [this](const QString& message) { Abort(m_currentLine, message); });
+    connect(&m_answerer, &ZORHostModalAnswerer::Answered, this,
+            [this](const QString& description) { Print(QStringLiteral("  answered %1").arg(description)); });
+    m_watchdog.setSingleShot(true);
+    connect(&m_watchdog, &QTimer::timeout, this, [this] {
+        Abort(m_currentLine,
+              QStringLiteral("the script took longer than %1 s").arg(m_watchdog.interval() / 1000.0));
+    });
+}
+
+ZORHostScriptRunner::~ZORHostScriptRunner() = default;
+
+void ZORHostScriptRunner::Start(const ZORHostScript& script)
+{
+    m_name = QFileInfo(script.GetName()).fileName();
+    m_total.start();
+    m_watchdog.start(int(defaultTimeoutSeconds * 1000));
+    auto sequence = std::make_shared<Sequence>();
+    sequence->steps = script.GetSteps();
+    m_running.append(sequence);
+    Continue(sequence);
+}
+
+void ZORHostScriptRunner::Continue(const std::shared_ptr<Sequence>& sequence, int delay)
+{
+    QTimer::singleShot(delay, this, [this, sequence] { Advance(sequence); });
+}
+
+void ZORHostScriptRunner::Advance(const std::shared_ptr<Sequence>& sequence)
+{
+    if (m_aborted)
+        return;
+    if (sequence->next >= sequence->steps.size()) {
+        if (sequence->line > 0)
+            EndBlock(sequence);
+        else
+            Finish();
+        return;
+    }
+    const ZORHostScriptStep step = Expand(sequence->steps[sequence->next]);
+    m_currentLine = step.line;
+    Progress progress = Progress::Done;
+    try {
+        progress = Play(step, *sequence);
+    } catch (const ZORSysException& exception) {
+        Abort(step.line, exception.GetMessage());
+        return;
+    }
+    if (progress == Progress::Done) {
+        ++sequence->next;
+        ++m_numSteps;
+        sequence->waiting.invalidate();
+    }
+    Continue(sequence, progress == Progress::Done ? 0 : pollMilliseconds);
+}
+
+void ZORHostScriptRunner::PlayBlock(const ZORHostScriptStep& step, QDialog* dialog)
+{
+    auto sequence = std::make_shared<Sequence>();
+    sequence->steps = step.block;
+    sequence->window = dialog;
+    sequence->dialog = dialog;
+    sequence->line = step.line;
+    m_running.append(sequence);
+    Continue(sequence);
+}
+
+void ZORHostScriptRunner::EndBlock(const std::shared_ptr<Sequence>& sequence)
+{
+    m_running.removeOne(sequence);
+    if (sequence->dialog && sequence->dialog->isVisible())
+        Abort(sequence->line, QStringLiteral("the dialog '%1' is still open at the end of its block")
+                                  .arg(sequence->dialog->windowTitle()));
+}
+
+ZORHostScriptRunner::Progress ZORHostScriptRunner::Play(const ZORHostScriptStep& step, Sequence& sequence)
+{
+    if (step.verb == QLatin1String("in"))
+        return PlayIn(step, sequence);
+    if (step.verb == QLatin1String("wait"))
+        return PlayWait(step, sequence);
+    if (step.verb == QLatin1String("expect"))
+        PlayExpect(step, sequence);
+    else
+        PlayAct(step, sequence);
+    return Progress::Done;
+}
+
+void ZORHostScriptRunner::PlayAct(const ZORHostScriptStep& step, Sequence& sequence)
+{
+    const QStringList& words = step.arguments;
+    if (step.verb == QLatin1String("section"))
+        BeginSection(words[0]);
+    else if (step.verb == QLatin1String("print"))
+        Print(words[0]);
+    else if (step.verb == QLatin1String("timeout"))
+        m_watchdog.start(int(ToSeconds(words[0]) * 1000));
+    else if (step.verb == QLatin1String("answer"))
+        m_answerer.Enqueue(step);
+    else if (step.verb == QLatin1String("let"))
+        m_variables[words[0]] = ZORHostScriptQuery::Evaluate(sequence.window, words.mid(1));
+    else if (step.verb == QLatin1String("trigger"))
+        Trigger(sequence.window, words[0]);
+    else if (step.verb == QLatin1String("screenshot"))
+        TakeScreenshot(words[0], words[1], sequence);
+    else if (step.verb == QLatin1String("click"))
+        Click(GetWindow(sequence), words[0]);
+    else if (step.verb == QLatin1String("set"))
+        ZORHostWidgetAccess::SetValue(ZORHostWidgetFinder::FindWidget(GetWindow(sequence), words[0]),
+                                      words[1]);
+    else if (step.verb == QLatin1String("select"))
+        ZORHostWidgetAccess::SelectRows(ZORHostWidgetFinder::FindWidget(GetWindow(sequence), words[0]),
+                                        words.mid(1));
+    else if (step.verb == QLatin1String("key"))
+        PressKey(GetWindow(sequence), words[0], words.value(1));
+    else
+        GetWindow(sequence)->close(); // "close", the last one there is
+}
+
+ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayIn(const ZORHostScriptStep& step, Sequence& sequence)
+{
+    const QString& name = step.arguments[0];
+    sequence.window = ZORHostWidgetFinder::FindWindow(name);
+    if (sequence.window)
+        return Progress::Done;
+    if (!sequence.waiting.isValid())
+        sequence.waiting.start();
+    if (sequence.waiting.hasExpired(qint64(defaultWaitSeconds * 1000)))
+        throw ZORHostScriptError(QStringLiteral("no window '%1'").arg(name));
+    return Progress::Again;
+}
+
+ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayWait(const ZORHostScriptStep& step, Sequence& sequence)
+{
+    if (!sequence.waiting.isValid())
+        sequence.waiting.start();
+    const double seconds = ToSeconds(step.arguments[0]);
+    const QStringList query = step.arguments.mid(1, step.arguments.size() - 3);
+    const QString comparison = step.arguments[step.arguments.size() - 2];
+    const QString expected = step.arguments.constLast();
+    const QString actual = ZORHostScriptQuery::Evaluate(sequence.window, query);
+    if (ZORHostScriptQuery::Compare(actual, comparison, expected))
+        return Progress::Done;
+    if (sequence.waiting.hasExpired(qint64(seconds * 1000))) {
+        throw ZORHostScriptError(QStringLiteral("waited %1 s: %2 is '%3', wanted: %4 '%5'")
+                                     .arg(step.arguments[0], query.join(u' '), actual, comparison, expected));
+    }
+    return Progress::Again;
+}
+
+void ZORHostScriptRunner::PlayExpect(const ZORHostScriptStep& step, Sequence& sequence)
+{
+    ++m_numExpectations;
+    const QStringList query = step.arguments.mid(0, step.arguments.size() - 2);
+    const QString comparison = step.arguments[step.arguments.size() - 2];
+    const QString expected = step.arguments.constLast();
+    const QString actual = ZORHostScriptQuery::Evaluate(sequence.window, query);
+    if (!ZORHostScriptQuery::Compare(actual, comparison, expected)) {
+        Fail(step.line, QStringLiteral("%1 is '%2', expected: %3 '%4'")
+                            .arg(query.join(u' '), actual, comparison, expected));
+    }
+}
+
+void ZORHostScriptRunner::TakeScreenshot(const QString& what, const QString& fileName, Sequence& sequence)
+{
+    QImage picture;
+    if (what == QLatin1String("view"))
+        picture = m_view->RenderPicture(m_view->GetDevicePixels(), m_view->devicePixelRatioF());
+    else if (what == QLatin1String("window"))
+        picture = GetWindow(sequence)->grab().toImage();
+    else if (what == QLatin1String("screen"))
+        picture = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+    else
+        throw ZORHostScriptError(
+            QStringLiteral("a picture of '%1' cannot be taken: view, window or screen").arg(what));
+    QDir().mkpath(QFileInfo(fileName).absolutePath());
+    if (!picture.save(fileName, "PNG"))
+        throw ZORHostScriptError(QStringLiteral("cannot write the picture '%1'").arg(fileName));
+    m_pictures.append(QFileInfo(fileName).absoluteFilePath());
+    Print(QStringLiteral("  picture %1 (%2 x %3)").arg(fileName).arg(picture.width()).arg(picture.height()));
+}
+
+ZORHostScriptStep ZORHostScriptRunner::Expand(const ZORHostScriptStep& step) const
+{
+    ZORHostScriptStep result = step;
+    for (QString& word : result.arguments)
+        word = Expand(word);
+    return result;
+}
+
+QString ZORHostScriptRunner::Expand(const QString& word) const
+{
+    static const QRegularExpression pattern(QStringLiteral(R"(\$\{(\w+)\})"));
+    QString result;
+    qsizetype end = 0;
+    for (auto matches = pattern.globalMatch(word); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        result += word.mid(end, match.capturedStart() - end);
+        // An unknown variable stays as it is and shows in the message of the step.
+        result += m_variables.value(match.captured(1), match.captured(0));
+        end = match.capturedEnd();
+    }
+    return result + word.mid(end);
+}
+
+QWidget* ZORHostScriptRunner::GetWindow(const Sequence& sequence) const
+{
+    if (!sequence.window)
+        throw ZORHostScriptError("no window chosen: use 'in' first");
+    return sequence.window;
+}
+
+void ZORHostScriptRunner::BeginSection(const QString& title)
+{
+    EndSection();
+    m_sections.append({title});
+    m_sectionTimer.start();
+    Print(title);
+}
+
+void ZORHostScriptRunner::EndSection()
+{
+    if (!m_sections.isEmpty() && m_sectionTimer.isValid())
+        m_sections.last().milliseconds = m_sectionTimer.elapsed();
+    m_sectionTimer.invalidate();
+}
+
+void ZORHostScriptRunner::Print(const QString& text)
+{
+    if (m_out.device()) {
+        m_out << text << Qt::endl;
+        return;
+    }
+    std::fprintf(stdout, "%s\n", qPrintable(text));
+    std::fflush(stdout);
+}
+
+void ZORHostScriptRunner::Fail(int line, const QString& message)
+{
+    const QString text = QStringLiteral("%1:%2: %3").arg(m_name).arg(line).arg(message);
+    m_failures.append(text);
+    Print(QStringLiteral("  FAILED %1").arg(text));
+}
+
+void ZORHostScriptRunner::Abort(int line, const QString& message)
+{
+    if (m_finished)
+        return;
+    Fail(line, message);
+    m_aborted = true;
+    // Out of all modal loops first: whoever opened them may still be on the stack.
+    while (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        dialog->reject();
+        if (dialog->isVisible())
+            break;
+    }
+    QTimer::singleShot(0, this, &ZORHostScriptRunner::Finish);
+}
+
+void ZORHostScriptRunner::Finish()
+{
+    if (m_finished)
+        return;
+    m_finished = true;
+    m_watchdog.stop();
+    EndSection();
+    if (!m_aborted) {
+        for (const ZORHostScriptStep& answer : m_answerer.GetQueue())
+            Fail(answer.line, QStringLiteral("no dialog asked for this answer"));
+    }
+    PrintSummary();
+    emit Finished(m_failures.isEmpty());
+}
+
+void ZORHostScriptRunner::PrintSummary()
+{
+    Print(QString());
+    Print(QStringLiteral("Summary of %1").arg(m_name));
+    for (const Section& section : std::as_const(m_sections))
+        Print(QStringLiteral("  %1 s  %2")
+                  .arg(double(section.milliseconds) / 1000, 8, 'f', 3)
+                  .arg(section.title));
+    Print(QStringLiteral("  %1 s  in all, %2 steps, %3 expectations")
+              .arg(double(m_total.elapsed()) / 1000, 8, 'f', 3)
+              .arg(m_numSteps)
+              .arg(m_numExpectations));
+    for (const QString& picture : std::as_const(m_pictures))
+        Print(QStringLiteral("  picture %1").arg(picture));
+    for (const QString& failure : std::as_const(m_failures))
+        Print(QStringLiteral("  FAILED %1").arg(failure));
+    Print(m_failures.isEmpty() ? QStringLiteral("  All as expected.")
+                               : QStringLiteral("  %1 failure(s).").arg(m_failures.size()));
+}

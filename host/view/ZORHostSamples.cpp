@@ -1,0 +1,72 @@
+#include "view/ZORHostSamples.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORGeometry/ZORGeoStlLoader.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORSystem/ZORSysFileException.h>
+#include <ZORVisualization/ZORVisOptions.h>
+#include <ZORVisualization/ZORVisRepGraphics.h>
+#include <ZORVisualization/ZORVisSurfacePrimitive.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+const QColor surfaceColor(0x8f, 0xa9, 0xc4);
+
+void Show(const ZORGeoSurface* surface, ZORFeatEnvironment* environment)
+{
+    ZORVisOptions options;
+    options.SetColor(surfaceColor);
+    auto* owner =
+        const_cast<ZORGeoSurface*>(surface); // the loader hands out const surfaces; only its name is asked
+    auto* object = new ZORVisVirtualObject(environment, owner);
+    object->SetRep(new ZORVisRepGraphics({new ZORVisSurfacePrimitive(surface)}, options));
+    environment->AddVirtualObject(object);
+    QObject::connect(surface, &QObject::destroyed, object, &QObject::deleteLater);
+}
+
+} // namespace
+
+QString ZORHostSamples::FindFolder()
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    QStringList candidates = {program + "/../samples", program + "/../share/zorsdk/samples"};
+    if (qEnvironmentVariableIsSet("ZOR_SAMPLES"))
+        candidates = QStringList(qEnvironmentVariable("ZOR_SAMPLES"));
+    for (const QString& folder : std::as_const(candidates)) {
+        if (!folder.isEmpty() && QDir(folder).exists())
+            return QDir::cleanPath(QDir(folder).absolutePath());
+    }
+    return {};
+}
+
+QStringList ZORHostSamples::GetFiles()
+{
+    const QString folder = FindFolder();
+    if (folder.isEmpty())
+        return {};
+    QStringList files;
+    const QFileInfoList entries =
+        QDir(folder).entryInfoList({"*.stl"}, QDir::Files | QDir::Readable, QDir::Name);
+    for (const QFileInfo& entry : entries)
+        files.append(entry.absoluteFilePath());
+    return files;
+}
+
+int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ZORSysFileOpenException(QDir::toNativeSeparators(fileName), file.errorString());
+    ZORGeoStlLoader loader(&file);
+    const QList<const ZORGeoSurface*> surfaces =
+        loader.Load(environment->GetContainer(), ZORSysValue::Millimeter);
+    for (const ZORGeoSurface* surface : surfaces)
+        Show(surface, environment);
+    return int(surfaces.size());
+}

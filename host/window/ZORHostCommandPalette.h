@@ -1,0 +1,32 @@
+// Finds and runs any action by typing a part of its name.
+
+#pragma once
+
+#include "window/ZORHostActionIndex.h"
+
+#include <QDialog>
+
+class QLineEdit;
+class QTreeWidget;
+
+/// Lists every action of the open main windows with its menu path. Typing filters: every word must occur in
+/// text or path, whatever its case; hits at the beginning of the text come first. Enter triggers the current
+/// action. Deletes itself on close.
+class ZORHostCommandPalette : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit ZORHostCommandPalette(QWidget* parent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Refresh();
+    void TriggerCurrent();
+
+    QList<ZORHostActionEntry> m_entries;
+    QLineEdit* m_edit;
+    QTreeWidget* m_list;
+};

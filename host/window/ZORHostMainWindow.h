@@ -1,0 +1,84 @@
+// The main window of the host.
+
+#pragma once
+
+#include "app/ZORHostCommandLine.h"
+
+#include <ZORMathematics/ZORMathPoint.h>
+
+#include <QMainWindow>
+
+class QActionGroup;
+class QMenu;
+class QToolBar;
+class ZORFeatBrowserWidget;
+class ZORFeatEnvironment;
+class ZORHostApiDock;
+class ZORHostLineQueue;
+class ZORHostLogDock;
+class ZORHostNoticeBar;
+class ZORHostPluginManager;
+class ZORHostView3D;
+
+/// 3D view in the middle, docks with feature browser, log and API calls around it; menus and tool bars with
+/// the host's own actions and those published through the command controller.
+///
+/// Closing it closes every other window of the program first; one that refuses keeps it open.
+class ZORHostMainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// \param plugins  not owned, must outlive the window
+    /// \param log      source of the log dock; not owned
+    ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQueue* log, QWidget* parent = nullptr);
+    ~ZORHostMainWindow() override;
+
+    ZORHostView3D* GetView() const { return m_view; }
+    ZORHostNoticeBar* GetNoticeBar() const { return m_notices; }
+
+    /// Window geometry, dock layout, theme and display mode, from and to the settings store of the SDK's
+    /// settings manager, group "Host".
+    void RestoreSettings();
+    void SaveSettings() const;
+    void SetTheme(ZORHostOptions::Theme theme);
+
+    /// Opens an STL file and fits the view. Shows an "Error" box on failure.
+    /// \return whether it was opened
+    bool OpenFile(const QString& fileName);
+    /// Puts plug-ins that did not load on the notice bar.
+    void ShowPluginProblems();
+
+public slots:
+    void OnOpenTriggered();
+    void OnSavePictureTriggered();
+    void OnAboutTriggered();
+    void OnPluginsTriggered();
+    void OnPaletteTriggered();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void CreateFileMenu();
+    void CreateViewMenu();
+    void CreateHelpMenu();
+    void CreateDocks(ZORHostLineQueue* log);
+    void FillSamplesMenu(QMenu* menu);
+    void SetEnvironment(ZORFeatEnvironment* environment);
+    void OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point);
+    QAction* AddAction(const QString& objectName, const QString& icon, const QString& text);
+    bool SavePicture(const QString& fileName);
+    void ShowError(const QString& message);
+
+    ZORHostPluginManager* m_plugins; // not owned
+    ZORHostView3D* m_view;
+    ZORHostNoticeBar* m_notices;
+    ZORFeatBrowserWidget* m_browser = nullptr;
+    ZORHostLogDock* m_logDock = nullptr;
+    ZORHostApiDock* m_apiDock = nullptr;
+    QToolBar* m_viewToolBar = nullptr;
+    QMenu* m_viewMenu = nullptr;
+    QMenu* m_helpMenu = nullptr;
+    QActionGroup* m_themes = nullptr;
+};
