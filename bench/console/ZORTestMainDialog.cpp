@@ -11,6 +11,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysStackMonitor.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
 
 #include <QMessageBox>
 
