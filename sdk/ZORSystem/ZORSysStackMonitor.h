@@ -10,10 +10,15 @@
 #include <memory>
 
 /// Process-wide collection of stack traces for debugging: the SDK records the construction of
-/// geometries and changes of their reference counts here when its debug options ask for it.
+/// geometries and changes of their reference counts here when its debug options ask for it. Thread-safe.
+///
+/// A label keeps its newest MaximumTraces traces. Where older ones had to go, the text of the oldest one
+/// that is left begins with "(n older traces were dropped)". Equal traces in a row share their memory.
 class ZORSYSTEM_EXPORT ZORSysStackMonitor
 {
 public:
+    static constexpr int MaximumTraces = 10000;
+
     static ZORSysStackMonitor* GetStackMonitor();
 
     /// The labels that have traces, in the order of their first trace.
@@ -21,10 +26,14 @@ public:
     /// The traces of a label, oldest first; empty for an unknown label.
     QList<ZORSysStackTrace> GetStackTraces(const QString& label) const;
 
-    /// Records the caller's stack under \a label.
-    /// \param maximumLength  frames to keep
+    /// How many traces of a label were dropped since it was cleared.
+    qint64 GetDroppedCount(const QString& label) const;
+
+    /// Records the stack under \a label: the first frame is the function that calls Record().
+    /// \param maximumLength  frames to keep, as for ZORSysStackTrace::Capture()
     void Record(const QString& label, int maximumLength = 32);
 
+    /// Forgets a label with its traces and its dropped count; unknown labels are ignored.
     void ClearTraces(const QString& label);
     void ClearAllTraces();
 

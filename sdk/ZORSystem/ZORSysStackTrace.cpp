@@ -1,25 +1,47 @@
 #include "ZORSysStackTrace.h"
 
+#include "ZORSysLoadedModules_p.h"
+#include "ZORSysSymbolizer_p.h"
+
 #include <algorithm>
 #include <array>
 #include <execinfo.h>
 
-ZORSysStackTrace ZORSysStackTrace::Capture(int maximumLength)
+[[gnu::noinline]] ZORSysStackTrace ZORSysStackTrace::Capture(int maximumLength)
 {
-    constexpr int ownFrames = 1;
-    std::array<void*, 128> frames = {};
-    const int wanted = std::clamp(maximumLength, 0, int(frames.size()) - ownFrames);
-    const int count = wanted > 0 ? backtrace(frames.data(), wanted + ownFrames) : 0;
+    return CaptureFrom(__builtin_return_address(0), maximumLength);
+}
+
+// caller: return address into the function whose frame is to be the first one
+[[gnu::noinline]] ZORSysStackTrace ZORSysStackTrace::CaptureFrom(const void* caller, int maximumLength)
+{
+    constexpr int ownFrames = 4; // this function, its caller, and what a sanitizer puts between
+    std::array<void*, MaximumFrames + ownFrames> buffer = {};
     ZORSysStackTrace trace;
-    for (int i = ownFrames; i < count; ++i)
-        trace.m_frames.append(frames[size_t(i)]);
+    const int wanted = std::min(maximumLength, MaximumFrames);
+    if (wanted <= 0)
+        return trace;
+
+    void** const end = buffer.data() + backtrace(buffer.data(), wanted + ownFrames);
+    void** begin = std::find(buffer.data(), std::min(end, buffer.data() + ownFrames + 1), caller);
+    if (begin == end || *begin != caller)
+        begin = buffer.data(); // the unwinder did not get through: show what there is
+    trace.m_frames.reserve(std::min<qsizetype>(wanted, end - begin));
+    for (void** frame = begin; frame != end && trace.m_frames.size() < wanted; ++frame)
+        trace.m_frames.append(reinterpret_cast<quintptr>(*frame));
+    trace.m_generation = ZORSysLoadedModules::Update();
     return trace;
 }
 
 QString ZORSysStackTrace::ToSTring(const QString& prefix, int firstFrame) const
 {
     QString text;
-    for (qsizetype i = std::max(firstFrame, 0); i < m_frames.size(); ++i)
-        text += prefix + QString::asprintf("#%d  %p\n", int(i), m_frames[i]);
+    if (m_dropped > 0)
+        text += prefix + QStringLiteral("(%1 older traces were dropped)\n").arg(m_dropped);
+    for (qsizetype i = std::max(firstFrame, 0); i < m_frames.size(); ++i) {
+        const QStringList lines = ZorSysDescribeFrame(m_frames[i], m_generation);
+        for (const QString& line : lines)
+            text += prefix + u'#' + QString::number(i) + QLatin1String("  ") + line + u'\n';
+    }
     return text;
 }

@@ -8,24 +8,37 @@
 #include <QString>
 
 /// The return addresses of a call stack, innermost first; resolved to names only when shown.
+///
+/// A value of 8 bytes a frame; copies share their frames.
 class ZORSYSTEM_EXPORT ZORSysStackTrace
 {
 public:
+    /// A longer stack is cut off at its outer end.
+    static constexpr int MaximumFrames = 120;
+
     ZORSysStackTrace() = default;
 
-    /// Records the stack of the calling function, about 2 us for 8 frames.
-    /// \param maximumLength  frames to keep; 0 or less keeps none
+    /// Records the stack: the first frame is the function that calls Capture(). About 2 us for 8 frames.
+    /// \param maximumLength  frames to keep, at most MaximumFrames; 0 or less keeps none
     static ZORSysStackTrace Capture(int maximumLength);
 
     int GetNumFrames() const { return int(m_frames.size()); }
 
-    /// The trace as text, a line a frame: number, function, and where known file and line.
+    /// The trace as text, a line a frame: number, function, and where known file and line; a frame with
+    /// inlined functions has one line more for each, marked "(inlined)". Frames of a library that was
+    /// unloaded since show their address alone.
     ///
-    /// The spelling of the name is established.
+    /// The first call of the process reads the debug information, which takes some 0.1 s; later ones take
+    /// about 1 us for a known frame. The spelling of the name is established.
     /// \param prefix      put in front of every line
     /// \param firstFrame  frames to leave out at the innermost end
     QString ToSTring(const QString& prefix, int firstFrame) const;
 
 private:
-    QList<void*> m_frames;
+    friend class ZORSysStackMonitor;
+    static ZORSysStackTrace CaptureFrom(const void* caller, int maximumLength);
+
+    QList<quintptr> m_frames;
+    quint32 m_generation = 0; // of the loaded libraries, when recorded
+    qint64 m_dropped = 0;     // older traces that the monitor no longer has
 };
