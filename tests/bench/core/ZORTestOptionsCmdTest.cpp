@@ -1,0 +1,106 @@
+#include "core/ZORTestOptionsCmd.h"
+
+#include "core/ZORTestOptionsDlg.h"
+#include "core/ZORTestPlugin.h"
+#include "support/BenchTest.h"
+
+#include <ZORCommand/ZORCmdController.h>
+#include <ZORCommand/ZORCmdDialogHandler.h>
+#include <ZORGeometry/ZORGeoDebugOptions.h>
+#include <ZORSystem/ZORSysInit.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QSignalSpy>
+#include <QWidget>
+
+namespace {
+
+/// Frame without decoration: builds the content and leaves OK and Cancel to the test.
+class Frame final : public ZORCmdDialogHandler
+{
+public:
+    Frame() { ZORCmdController::GetController()->SetDialogHandler(this); }
+    ~Frame() override { ZORCmdController::GetController()->SetDialogHandler(nullptr); }
+
+    QWidget* GetParentWidget() const override { return nullptr; }
+    void ShowDialogCommand(ZORCmdDialogCommand* shown) override
+    {
+        command = shown;
+        content = shown->BuildContent(&widget);
+        widget.show();
+    }
+
+    QWidget widget;
+    QPointer<ZORCmdDialogCommand> command;
+    QPointer<QWidget> content;
+};
+
+class ZORTestOptionsCmdTest : public BenchTest
+{
+protected:
+    ~ZORTestOptionsCmdTest() override
+    {
+        ZORGeoDebugOptions::GetInstance()->SetConstructorStackTraces(false);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    static QAction* GetAction() { return ZORCmdController::GetController()->GetAction("ZORTestOptionsCmd"); }
+};
+
+TEST_F(ZORTestOptionsCmdTest, IsPublishedAsAHostAction)
+{
+    const QAction* action = GetAction();
+    ASSERT_NE(nullptr, action);
+    EXPECT_EQ(QString("SDK Test Options"), action->text());
+    EXPECT_EQ(QString("Launches the SDK testing framework options dialog"), action->toolTip());
+    EXPECT_EQ(QString("Test"), action->property("category").toString());
+    EXPECT_EQ(1, action->property("placement").toInt());
+}
+
+TEST_F(ZORTestOptionsCmdTest, PutsTheOptionsIntoTheFrameOfTheHost)
+{
+    Frame frame;
+    GetAction()->trigger();
+    ASSERT_NE(nullptr, frame.command);
+    EXPECT_EQ(1, frame.command->GetInteraction());
+    EXPECT_EQ(0, frame.command->GetUndoScope());
+    EXPECT_NE(nullptr, qobject_cast<ZORTestOptionsDlg*>(frame.content));
+    EXPECT_EQ(&frame.widget, frame.content->parentWidget());
+    EXPECT_EQ(frame.content.data(), frame.command->GetContentWidget());
+}
+
+TEST_F(ZORTestOptionsCmdTest, WritesTheOptionsOnOk)
+{
+    Frame frame;
+    GetAction()->trigger();
+    frame.content->findChild<QCheckBox*>(QStringLiteral("_GeoConstStackChk"))->setChecked(true);
+    EXPECT_FALSE(ZORGeoDebugOptions::GetInstance()->IsConstructorStackTraces());
+    frame.command->Accept();
+    EXPECT_TRUE(ZORGeoDebugOptions::GetInstance()->IsConstructorStackTraces());
+    EXPECT_TRUE(frame.command->IsFinishing());
+}
+
+TEST_F(ZORTestOptionsCmdTest, WritesNothingOnCancel)
+{
+    Frame frame;
+    GetAction()->trigger();
+    frame.content->findChild<QCheckBox*>(QStringLiteral("_GeoConstStackChk"))->setChecked(true);
+    frame.command->Reject();
+    EXPECT_FALSE(ZORGeoDebugOptions::GetInstance()->IsConstructorStackTraces());
+}
+
+TEST_F(ZORTestOptionsCmdTest, CommitsNothingWithoutItsContent)
+{
+    ZORTestOptionsCmd command(nullptr);
+    EXPECT_NO_THROW(command.Commit());
+    EXPECT_FALSE(ZORGeoDebugOptions::GetInstance()->IsConstructorStackTraces());
+}
+
+TEST(ZORTestPluginTest, IsMarkedAsLoadedOnceTheSystemIsInitialised)
+{
+    ZORSysInitialize();
+    EXPECT_TRUE(_ZORTestingLoaded);
+}
+
+} // namespace
