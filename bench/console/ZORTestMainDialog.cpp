@@ -11,7 +11,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysStackMonitor.h>
-#include <ZORVisualization/ZORVisVirtualObject.h>
+#include <ZORVisualization/ZORVisVirtualObject.h> // argument of connected signals
 
 #include <QMessageBox>
 

@@ -116,7 +116,8 @@ TEST_F(ZORTestGeoInspectionDlgTest, ConnectsItsTwoSlotsOnce)
     auto* check = dlg.findChild<QCheckBox*>("_RemRefChk");
     auto* combo = dlg.findChild<QComboBox*>("_RefCombo");
     const auto disconnectCheck = [&] {
-        return QObject::disconnect(check, &QCheckBox::stateChanged, &dlg, &ZORTestGeoInspectionDlg::OnRemRefChange);
+        return QObject::disconnect(check, &QCheckBox::stateChanged, &dlg,
+                                   &ZORTestGeoInspectionDlg::OnRemRefChange);
     };
     const auto disconnectCombo = [&] {
         return QObject::disconnect(combo, &QComboBox::currentTextChanged, &dlg,

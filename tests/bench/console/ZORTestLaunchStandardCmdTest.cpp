@@ -62,8 +62,8 @@ TEST_F(ZORTestLaunchStandardCmdTest, HasItsLabel)
 
 TEST_F(ZORTestLaunchStandardCmdTest, RunsTheActionOfTheControllerOfThatId)
 {
-    const ZORCmdActionPublisher publisher("Probe", &StandardProbeCommand::staticMetaObject, QString(), "Probe",
-                                          QString(), 0, 0, {{"method", "Create"}});
+    const ZORCmdActionPublisher publisher("Probe", &StandardProbeCommand::staticMetaObject, QString(),
+                                          "Probe", QString(), 0, 0, {{"method", "Create"}});
     OpenConsole();
     MenuAction("actionCreate_Rosette")->setProperty("actionId", "StandardProbeCommand.Create");
     TriggerMenu("actionCreate_Rosette");
@@ -77,7 +77,8 @@ TEST_F(ZORTestLaunchStandardCmdTest, ReportsIdsThatTheControllerDoesNotKnow)
 {
     OpenConsole();
     AddPoint(QStringLiteral("P"));
-    for (const char* name : {"actionCreate_Layup", "actionMaterials", "actionCreate_Rosette", "actionCreate_Projection"}) {
+    for (const char* name :
+         {"actionCreate_Layup", "actionMaterials", "actionCreate_Rosette", "actionCreate_Projection"}) {
         MenuAction(name)->setProperty("actionId", "NoSuchCommand.Create");
         TriggerMenu(name);
         EXPECT_EQ(QList{NoMatch()}, boxes.Take()) << name;

@@ -202,7 +202,8 @@ protected:
     /// Adds an entry to the menu "Feature" that runs \a command.
     QAction* AddEntry(const char* command)
     {
-        QAction* action = console->findChild<QMenu*>(QStringLiteral("menuFeature"))->addAction(QStringLiteral("&Probe..."));
+        QAction* action =
+            console->findChild<QMenu*>(QStringLiteral("menuFeature"))->addAction(QStringLiteral("&Probe..."));
         action->setProperty("command", QString::fromLatin1(command));
         return action;
     }
@@ -231,8 +232,8 @@ TEST_F(ZORTestMainDialogTest, HasTheTabsInOrderAndStartsWithTheContainer)
                                                               {"Stack Monitoring", "_StackMonTab"}}};
     ASSERT_EQ(int(expected.size()), tabs->count());
     for (int index = 0; index < tabs->count(); ++index) {
-        EXPECT_EQ(QString(expected[size_t(index)][0]), tabs->tabText(index));
-        EXPECT_EQ(QString(expected[size_t(index)][1]), tabs->widget(index)->objectName());
+        EXPECT_EQ(QString::fromLatin1(expected[size_t(index)][0]), tabs->tabText(index));
+        EXPECT_EQ(QString::fromLatin1(expected[size_t(index)][1]), tabs->widget(index)->objectName());
     }
     EXPECT_EQ(1, tabs->currentIndex());
     EXPECT_EQ(console->centralWidget(), InConsole<QWidget>("_MainWidget"));
@@ -285,9 +286,10 @@ TEST_F(ZORTestMainDialogTest, HasTheWidgetsOfItsTabsWithTheirTexts)
         ASSERT_NE(nullptr, widget) << row.name;
         EXPECT_STREQ(row.className, widget->metaObject()->className()) << row.name;
         EXPECT_TRUE(InConsole<QWidget>(row.tab)->isAncestorOf(widget)) << row.name;
-        if (row.text)
-            EXPECT_EQ(QString(row.text),
+        if (row.text) {
+            EXPECT_EQ(QString::fromLatin1(row.text),
                       widget->property(widget->inherits("QPlainTextEdit") ? "plainText" : "text").toString());
+        }
     }
 }
 
@@ -315,8 +317,8 @@ TEST_F(ZORTestMainDialogTest, HasTheMenusWithTheirEntriesInOrder)
         const QMenu* menu = menuActions[m]->menu();
         ASSERT_NE(nullptr, menu);
         SCOPED_TRACE(expected.title);
-        EXPECT_EQ(QString(expected.title), menu->title());
-        EXPECT_EQ(QString(expected.objectName), menu->objectName());
+        EXPECT_EQ(QString::fromLatin1(expected.title), menu->title());
+        EXPECT_EQ(QString::fromLatin1(expected.objectName), menu->objectName());
         EXPECT_EQ(bar, menu->parent()) << "entries of other menus do not reach the menu bar's signal";
         const QList<QAction*> actions = menu->actions();
         ASSERT_EQ(int(expected.entries.size()), actions.size());
@@ -327,8 +329,8 @@ TEST_F(ZORTestMainDialogTest, HasTheMenusWithTheirEntriesInOrder)
             if (!entry.text || action->isSeparator())
                 continue;
             ++numEntries;
-            EXPECT_EQ(QString(entry.text), action->text());
-            EXPECT_EQ(QString(entry.objectName), action->objectName());
+            EXPECT_EQ(QString::fromLatin1(entry.text), action->text());
+            EXPECT_EQ(QString::fromLatin1(entry.objectName), action->objectName());
             EXPECT_EQ(QByteArray(entry.command), action->property("command").toByteArray());
             EXPECT_EQ(entry.command != nullptr, action->property("command").isValid());
             EXPECT_EQ(QByteArray(entry.actionId), action->property("actionId").toByteArray());
@@ -370,10 +372,10 @@ TEST_F(ZORTestMainDialogTest, DeclaresItsSlotsInOrder)
     }
     EXPECT_EQ((QList<QByteArray>{"OnMenuTriggered(QAction*)", "RefreshContainer()", "VisualizeSelectedGeo()",
                                  "InspectSelectedGeo()", "DeleteSelectedGeo()", "RefreshVisualization()",
-                                 "EditSelectedVis()", "RemoveSelectedVis()", "RemoveAllVis()", "UpdateDebugVis()",
-                                 "RemoveDebugVis()", "RefreshStackLabels()", "RefreshStackTraces()",
-                                 "RefreshStackTrace()", "ClearLabelTraces()", "ClearAllTraces()",
-                                 "BeginTransaction()", "EndTransaction()"}),
+                                 "EditSelectedVis()", "RemoveSelectedVis()", "RemoveAllVis()",
+                                 "UpdateDebugVis()", "RemoveDebugVis()", "RefreshStackLabels()",
+                                 "RefreshStackTraces()", "RefreshStackTrace()", "ClearLabelTraces()",
+                                 "ClearAllTraces()", "BeginTransaction()", "EndTransaction()"}),
               slotNames);
 }
 
@@ -391,7 +393,8 @@ TEST_F(ZORTestMainDialogTest, ConnectsEverySignalToItsSlotOnce)
         check(name, InConsole<QPushButton>(name), &QPushButton::clicked, slot);
     };
     check("_Menu", InConsole<QMenuBar>("_Menu"), &QMenuBar::triggered, &Console::OnMenuTriggered);
-    check("_ShowDebugChk", InConsole<QCheckBox>("_ShowDebugChk"), &QCheckBox::toggled, &Console::UpdateDebugVis);
+    check("_ShowDebugChk", InConsole<QCheckBox>("_ShowDebugChk"), &QCheckBox::toggled,
+          &Console::UpdateDebugVis);
     checkButton("_ClearDebugBtn", &Console::RemoveDebugVis);
     checkButton("_VisEditBtn", &Console::EditSelectedVis);
     checkButton("_VisRemoveBtn", &Console::RemoveSelectedVis);

@@ -16,7 +16,10 @@ protected:
     ZORTestStackBrowserTest() { ZORSysStackMonitor::GetStackMonitor()->ClearAllTraces(); }
     ~ZORTestStackBrowserTest() override { ZORSysStackMonitor::GetStackMonitor()->ClearAllTraces(); }
 
-    static void Record(const char* label) { ZORSysStackMonitor::GetStackMonitor()->Record(QLatin1String(label)); }
+    static void Record(const char* label)
+    {
+        ZORSysStackMonitor::GetStackMonitor()->Record(QLatin1String(label));
+    }
 
     QComboBox* GetLabelCombo() { return InConsole<QComboBox>("_StackMonLabelCmb"); }
     QString GetText() { return InConsole<QPlainTextEdit>("_StackMonEdit")->toPlainText(); }

@@ -8,6 +8,7 @@
 
 #include <ZORSystem/ZORSysException.h>
 
+#include <QApplication>
 #include <QSet>
 
 // The classes of these tests, in a registry of their own. Three stand for geometry classes: only the
@@ -304,8 +305,9 @@ TEST_F(ZORTestCommandRegistryTest, DoesNotKnowNamesOfTheMenusThatHaveNoClass)
 
 TEST_F(ZORTestCommandRegistryTest, DoesNotHoldTheClassesThatAreNoOperations)
 {
-    for (const char* name : {"ZORTestMainCommand", "ZORTestOptionsCmd", "ZORTestMainDialog", "ZORTestOptionsDlg",
-                             "ZORTestGeoInspectionDlg", "ZORTestCommand", "ZORTestDialogCommand"})
+    for (const char* name :
+         {"ZORTestMainCommand", "ZORTestOptionsCmd", "ZORTestMainDialog", "ZORTestOptionsDlg",
+          "ZORTestGeoInspectionDlg", "ZORTestCommand", "ZORTestDialogCommand"})
         EXPECT_EQ(nullptr, ZORTestCommandRegistry::Instance().Create(name, GetEnvironment())) << name;
 }
 

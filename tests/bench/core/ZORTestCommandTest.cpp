@@ -8,7 +8,8 @@
 namespace {
 
 class ZORTestCommandTest : public BenchTest
-{};
+{
+};
 
 TEST_F(ZORTestCommandTest, IsAChildOfItsEnvironment)
 {

@@ -11,7 +11,8 @@
 namespace {
 
 class ZORTestEnvironmentTest : public BenchTest
-{};
+{
+};
 
 TEST_F(ZORTestEnvironmentTest, KeepsTheFeatureEnvironmentThatWasCurrentAtConstruction)
 {

@@ -35,14 +35,10 @@ Options ReadSdk()
 {
     const auto* geometry = ZORGeoDebugOptions::GetInstance();
     const auto* nesting = ZORNestDebugOptions::GetInstance();
-    return {geometry->IsConstructorStackTraces(),
-            geometry->GetConstructorStackTraceLength(),
-            geometry->IsReferenceStackTraces(),
-            geometry->GetReferenceStackTraceLength(),
-            geometry->IsContainerLoadDumpEnabled(),
-            geometry->GetContainerLoadDumpFile(),
-            nesting->GetKeepTranslationWorkDirectories(),
-            nesting->GetKeepNestingWorkDirectories()};
+    return {geometry->IsConstructorStackTraces(),         geometry->GetConstructorStackTraceLength(),
+            geometry->IsReferenceStackTraces(),           geometry->GetReferenceStackTraceLength(),
+            geometry->IsContainerLoadDumpEnabled(),       geometry->GetContainerLoadDumpFile(),
+            nesting->GetKeepTranslationWorkDirectories(), nesting->GetKeepNestingWorkDirectories()};
 }
 
 void WriteSdk(const Options& options)
@@ -127,9 +123,10 @@ TEST_F(ZORTestOptionsDlgTest, HasTheFormWithItsTexts)
         const auto* widget = dlg.findChild<QWidget*>(QLatin1String(row.name));
         ASSERT_NE(nullptr, widget) << row.name;
         EXPECT_STREQ(row.className, widget->metaObject()->className());
-        EXPECT_EQ(QString(row.group), widget->parentWidget()->objectName()) << row.name;
-        if (row.text)
-            EXPECT_EQ(QString(row.text), widget->property("text").toString());
+        EXPECT_EQ(QString::fromLatin1(row.group), widget->parentWidget()->objectName()) << row.name;
+        if (row.text) {
+            EXPECT_EQ(QString::fromLatin1(row.text), widget->property("text").toString());
+        }
     }
     EXPECT_EQ(QString("Geometry"), Find<QGroupBox>(dlg, "_DebugBox")->title());
     EXPECT_EQ(QString("Draping"), Find<QGroupBox>(dlg, "_DrapingBox")->title());
@@ -145,7 +142,8 @@ TEST_F(ZORTestOptionsDlgTest, DeclaresItsSlotsInOrder)
     const QMetaObject& meta = ZORTestOptionsDlg::staticMetaObject;
     ASSERT_EQ(2, meta.methodCount() - meta.methodOffset());
     EXPECT_EQ(QByteArray("OnOkClicked()"), meta.method(meta.methodOffset()).methodSignature());
-    EXPECT_EQ(QByteArray("OnContainerDumpFileClicked()"), meta.method(meta.methodOffset() + 1).methodSignature());
+    EXPECT_EQ(QByteArray("OnContainerDumpFileClicked()"),
+              meta.method(meta.methodOffset() + 1).methodSignature());
 }
 
 TEST_F(ZORTestOptionsDlgTest, ShowsWhatTheSdkHolds)
