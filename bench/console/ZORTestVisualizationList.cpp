@@ -66,7 +66,10 @@ void ZORTestVisualizationList::Remove(ZORGeoGeometry* geometry)
     // Out of the list first: deleting the object makes the environment's signal refresh the rows.
     const Visualization removed = m_visualizations.take(geometry);
     QObject::disconnect(removed.destroyed);
-    delete removed.object;
+    if (removed.object)
+        delete removed.object;
+    else
+        Refresh(); // somebody else deleted it before
 }
 
 void ZORTestVisualizationList::RemoveAll()

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QTest>
 
 namespace {
 
@@ -45,8 +46,8 @@ TEST_F(ZORTestMainCommandTest, OpensAConsoleThatOutlivesTheCommand)
     EXPECT_TRUE(console->isVisible());
     EXPECT_FALSE(console->isModal());
     EXPECT_EQ(nullptr, console->parentWidget());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(nullptr, ZORCmdController::GetController()->findChild<ZORTestMainCommand*>());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [] { return !ZORCmdController::GetController()->findChild<ZORTestMainCommand*>(); }));
     EXPECT_NE(nullptr, console.data());
 }
 

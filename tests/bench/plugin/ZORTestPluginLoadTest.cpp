@@ -1,0 +1,227 @@
+// Loads and unloads the plug-in library as a host does. The bench is reached through the SDK and through
+// Qt's meta-objects alone.
+
+#include "support/DialogAnswerer.h"
+#include "support/MessageBoxCatcher.h"
+
+#include <ZORCommand/ZORCmdController.h>
+#include <ZORCommand/ZORCmdDialogCommand.h>
+#include <ZORCommand/ZORCmdDialogHandler.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORGeometry/ZORGeoPolyline.h>
+#include <ZORMathematics/ZORMathSetOfPoints.h>
+#include <ZORSystem/ZORSysInit.h>
+#include <ZORSystem/ZORSysSettingsManager.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QJsonObject>
+#include <QLibrary>
+#include <QMainWindow>
+#include <QPluginLoader>
+#include <QPushButton>
+#include <QSettings>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <malloc.h>
+
+namespace {
+
+const QString LibraryPath = QStringLiteral(ZORTESTING_PATH);
+
+bool IsMapped()
+{
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    EXPECT_TRUE(maps.open(QIODevice::ReadOnly));
+    return maps.readAll().contains("libZORTesting");
+}
+
+/// Frame of a host for dialog commands.
+class Frame final : public ZORCmdDialogHandler
+{
+public:
+    Frame() { ZORCmdController::GetController()->SetDialogHandler(this); }
+    ~Frame() override { ZORCmdController::GetController()->SetDialogHandler(nullptr); }
+
+    QWidget* GetParentWidget() const override { return nullptr; }
+    void ShowDialogCommand(ZORCmdDialogCommand* shown) override
+    {
+        command = shown;
+        widget = std::make_unique<QWidget>();
+        shown->BuildContent(widget.get());
+        widget->show();
+    }
+
+    std::unique_ptr<QWidget> widget;
+    QPointer<ZORCmdDialogCommand> command;
+};
+
+class ZORTestPluginLoadTest : public testing::Test
+{
+protected:
+    ZORTestPluginLoadTest()
+        : m_settings(m_directory.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat)
+    {
+        ZORSysInitialize();
+        ZORSysSettingsManager::GetManager()->SetSource(&m_settings);
+        ZORFeatEnvironmentManager::GetManager()->SetCurrentEnvironment(&m_environment);
+    }
+    ~ZORTestPluginLoadTest() override
+    {
+        ZORFeatEnvironmentManager::GetManager()->SetCurrentEnvironment(nullptr);
+        ZORSysSettingsManager::GetManager()->SetSource(nullptr);
+    }
+
+    static QAction* GetAction(const char* id) { return ZORCmdController::GetController()->GetAction(id); }
+
+    /// Opens a console through the published action.
+    static QMainWindow* OpenConsole()
+    {
+        GetAction("ZORTestMainCommand")->trigger();
+        const auto windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows) {
+            if (window->inherits("ZORTestMainDialog") && window->isVisible())
+                return qobject_cast<QMainWindow*>(window);
+        }
+        return nullptr;
+    }
+
+    static void Click(const QWidget* window, const char* objectName)
+    {
+        auto* button = window->findChild<QPushButton*>(QLatin1String(objectName));
+        ASSERT_NE(nullptr, button) << objectName;
+        button->click();
+    }
+
+    static void ProcessEvents()
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    /// One session of a developer with the bench: a geometry is listed, inspected and displayed, a dialog is
+    /// opened and left open, an entry fails, the options are written. Only the geometry stays.
+    ZORGeoPolyline* UseBench()
+    {
+        ZORMathSetOfPoints points;
+        points.append({0, 0, 0});
+        points.append({1, 0, 0});
+        auto* curve = new ZORGeoPolyline(m_environment.GetContainer(), points, true);
+        curve->Initialize();
+
+        QMainWindow* console = OpenConsole();
+        EXPECT_NE(nullptr, console);
+        if (!console)
+            return curve;
+        auto* table = console->findChild<QTableView*>(QStringLiteral("_ContTable"));
+        table->setCurrentIndex(table->model()->index(table->model()->rowCount() - 1, 0));
+        Click(console, "_ContInspectBtn");
+        answers.Accept("ZORTestCurveVisOptionsDlg");
+        Click(console, "_ContVisuBtn");
+        EXPECT_EQ(1, m_environment.GetNumVirtualObjects());
+        console->findChild<QCheckBox*>(QStringLiteral("_ShowDebugChk"))->click();
+        console->findChild<QAction*>(QStringLiteral("_ExportSTLAction"))->trigger();
+        console->findChild<QAction*>(QStringLiteral("_OffsetCurveAction"))->trigger();
+        EXPECT_EQ(QStringList{"Command not registered"}, boxes.TakeErrors());
+
+        Frame frame;
+        GetAction("ZORTestOptionsCmd")->trigger();
+        EXPECT_NE(nullptr, frame.command);
+        frame.command->Accept();
+
+        console->close();
+        ProcessEvents();
+        EXPECT_EQ(0, m_environment.GetNumVirtualObjects());
+        return curve;
+    }
+
+    MessageBoxCatcher boxes;
+    DialogAnswerer answers;
+    ZORFeatEnvironment m_environment;
+
+private:
+    QTemporaryDir m_directory;
+    QSettings m_settings;
+};
+
+TEST_F(ZORTestPluginLoadTest, TellsItsVersionsWithoutBeingLoaded)
+{
+    const QJsonObject metaData = QPluginLoader(LibraryPath).metaData();
+    EXPECT_EQ(QString("org.zorvane.sdk.Plugin"), metaData.value("IID").toString());
+    const QJsonObject own = metaData.value("MetaData").toObject();
+    EXPECT_EQ(QString("ZORTesting"), own.value("name").toString());
+    EXPECT_EQ(QString("1.0.0"), own.value("version").toString());
+    EXPECT_EQ(QString("1.0.0"), own.value("sdkVersion").toString());
+    EXPECT_FALSE(IsMapped());
+}
+
+TEST_F(ZORTestPluginLoadTest, PublishesItsActionsAndItsFlagWhileItIsLoaded)
+{
+    EXPECT_EQ(nullptr, GetAction("ZORTestMainCommand"));
+    QLibrary library(LibraryPath);
+    ASSERT_TRUE(library.load()) << library.errorString().toStdString();
+    const auto* loaded = reinterpret_cast<const bool*>(library.resolve("_ZORTestingLoaded"));
+    ASSERT_NE(nullptr, loaded);
+    EXPECT_TRUE(*loaded);
+    for (const char* id : {"ZORTestMainCommand", "ZORTestOptionsCmd"}) {
+        ASSERT_NE(nullptr, GetAction(id)) << id;
+        EXPECT_EQ(QString("Test"), GetAction(id)->property("category").toString());
+    }
+    EXPECT_EQ(2, ZORCmdController::GetController()->GetActions("Test").size());
+    EXPECT_TRUE(library.unload());
+    EXPECT_FALSE(IsMapped());
+    EXPECT_EQ(nullptr, GetAction("ZORTestMainCommand"));
+    EXPECT_TRUE(ZORCmdController::GetController()->GetActions("Test").isEmpty());
+}
+
+TEST_F(ZORTestPluginLoadTest, LoadsAsAQtPluginToo)
+{
+    QPluginLoader loader(LibraryPath);
+    loader.setLoadHints({});
+    ASSERT_TRUE(loader.load()) << loader.errorString().toStdString();
+    EXPECT_NE(nullptr, loader.instance());
+    UseBench();
+    EXPECT_TRUE(loader.unload());
+    EXPECT_FALSE(IsMapped());
+}
+
+TEST_F(ZORTestPluginLoadTest, LeavesNothingBehindWhenItIsLoadedAndUnloadedManyTimes)
+{
+    const auto cycle = [this] {
+        QLibrary library(LibraryPath);
+        ASSERT_TRUE(library.load()) << library.errorString().toStdString();
+        ZORGeoPolyline* curve = UseBench();
+        ASSERT_TRUE(library.unload()) << library.errorString().toStdString();
+        ASSERT_FALSE(IsMapped());
+        // What the bench was connected to lives on without it.
+        curve->RemoveNoReferences();
+        ProcessEvents();
+    };
+    constexpr int NumWarmUp = 10; // fills Qt's caches
+    constexpr int NumCycles = 50;
+    size_t before = 0;
+    for (int i = 0; i < NumWarmUp + NumCycles; ++i) {
+        if (i == NumWarmUp)
+            before = mallinfo2().uordblks;
+        cycle();
+        if (HasFatalFailure())
+            return;
+    }
+    const double growth = (double(mallinfo2().uordblks) - double(before)) / NumCycles;
+    RecordProperty("bytesPerCycle", std::to_string(growth));
+    EXPECT_LT(growth, 1024.0) << "bytes per cycle";
+    EXPECT_EQ(0, m_environment.GetContainer()->GetNumGeometry());
+    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+}
+
+} // namespace
