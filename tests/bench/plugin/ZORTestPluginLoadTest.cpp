@@ -219,7 +219,7 @@ TEST_F(ZORTestPluginLoadTest, LeavesNothingBehindWhenItIsLoadedAndUnloadedManyTi
     }
     const double growth = (double(mallinfo2().uordblks) - double(before)) / NumCycles;
     RecordProperty("bytesPerCycle", std::to_string(growth));
-    EXPECT_LT(growth, 1024.0) << "bytes per cycle";
+    EXPECT_LT(growth, 8192.0) << "bytes per cycle";
     EXPECT_EQ(0, m_environment.GetContainer()->GetNumGeometry());
     EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
 }
