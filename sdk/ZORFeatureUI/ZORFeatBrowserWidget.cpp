@@ -9,6 +9,7 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -18,7 +19,7 @@
 
 namespace {
 
-/// One column that is as wide as its items, and at least as wide as the view.
+/// One column that is as wide as its items, and at least as wide as the view. Says so when it is empty.
 class BrowserView final : public QTreeView
 {
 public:
@@ -43,6 +44,17 @@ protected:
     {
         QTreeView::resizeEvent(event);
         header()->setMinimumSectionSize(viewport()->width());
+    }
+
+    void paintEvent(QPaintEvent* event) override
+    {
+        QTreeView::paintEvent(event);
+        if (model() && model()->rowCount() > 0)
+            return;
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignHCenter | Qt::TextWordWrap,
+                         ZORFeatBrowserWidget::tr("No geometry yet"));
     }
 };
 
