@@ -9,8 +9,8 @@ SDK      A module may include its own headers and those of the modules in the DE
          stay inside their module, and public headers show nothing of the libraries that only
          implementations use.
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
-         nesting/, operations/ and exchange/ do not see each other. core/ may include the base class of
-         the visualizers.
+         nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
+         class of the visualizers.
 Host     Never includes the bench.
 """
 import pathlib
@@ -20,7 +20,7 @@ import sys
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 IMPLEMENTATION_ONLY = re.compile(r"(Inventor/|EGL/|GL/|Eigen/|backtrace\.h|execinfo\.h|zstd\.h|clipper\.hpp|polyclipping/)")
 BENCH_BASE = {"core", "widgets"}
-BENCH_EXTRA = {"core": {"visualization/ZORTestVisualizer.h"}}
+BENCH_EXTRA = {folder: {"visualization/ZORTestVisualizer.h"} for folder in ("core", "console")}
 
 
 def sources(folder):
