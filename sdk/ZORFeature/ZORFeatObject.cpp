@@ -71,16 +71,20 @@ void ZORFeatObject::Initialize()
         if (!d->futureParent->d_func()->initialized)
             throw ZORSysException(tr("the parent feature is not initialized"));
     }
-    // Linked first: receivers of the container's signal find the tree complete.
+    // Linked first: receivers of the container's signal find the tree complete, and may remove this feature.
     Link();
+    d->initialized = true;
+    const QPointer<ZORFeatObject> self = this;
     try {
         ZORGeoGeometry::Initialize();
     } catch (...) {
-        Unlink();
+        if (self && !IsInitialized()) {
+            d->initialized = false;
+            Unlink();
+        }
         throw;
     }
-    d->initialized = true;
-    if (d->parent)
+    if (self && d->parent)
         emit d->parent->ChildrenChanged();
 }
 

@@ -15,6 +15,7 @@ struct ZORFeatBrowserModel::Node
 {
     Node* parent = nullptr;             // not owned
     ZORGeoGeometry* geometry = nullptr; // not owned; null for groups and when it is gone
+    int depth = 0;                      // 0 for the invisible root
     int row = 0;                        // among the parent's children, once the views know the node
     ZORFeatBrowserKind kind = ZORFeatBrowserKind::Other;
     bool isGroup = false;
@@ -28,6 +29,9 @@ struct ZORFeatBrowserModel::Node
 };
 
 namespace {
+
+/// Deeper features are shown beside their parents. Views lay out nested items by recursion.
+constexpr int maximumDepth = 200;
 
 /// Above this number of separate runs of removed rows, sorting them together first is cheaper.
 constexpr int maximumRuns = 16;
@@ -122,6 +126,7 @@ void ZORFeatBrowserModel::OnAdded(ZORGeoGeometry* geometry)
     auto* const node = new Node;
     node->parent = parent;
     node->geometry = geometry;
+    node->depth = parent->depth + 1;
     node->kind = KindOf(geometry);
     m_nodes.insert(geometry, node);
     // Below a parent that the views do not know either, nobody has to be told.
@@ -167,7 +172,9 @@ ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ParentFor(const ZORGeoGeometry* 
         break;
     }
     Node* const parent = NodeOf(static_cast<const ZORFeatObject*>(geometry)->GetParentFeature());
-    return parent ? parent : m_root;
+    if (!parent)
+        return m_root;
+    return parent->depth < maximumDepth ? parent : parent->parent;
 }
 
 ZORFeatBrowserModel::Node* ZORFeatBrowserModel::GroupNode(Group group)

@@ -17,7 +17,7 @@ class ZORGeoGeometry;
 ///
 /// Layout.    First the feature trees, each with its root on top, then a group each for the points, curves,
 ///            surfaces, bodies and other geometries that are no features. Everything stands in the order of
-///            its registration.
+///            its registration. Features nested more than 200 deep are shown beside their parents.
 /// Following. Changes of one turn of the event loop are taken over together when control returns to it, in
 ///            time linear in the changed branches; expansion, selection, current item and scroll position
 ///            stay. A geometry that is destroyed is unknown to the widget from that moment on.

@@ -74,6 +74,30 @@ TEST_F(ZORFeatObjectTest, StandsInTheTreeWhenTheContainerAnnouncesIt)
     EXPECT_EQ(children, Features({folder}));
 }
 
+TEST_F(ZORFeatObjectTest, TakesChildrenFromReceiversOfItsAnnouncement)
+{
+    const auto connection =
+        QObject::connect(container.get(), &ZORGeoContainer::GeometryAdded, [&](ZORGeoGeometry* geometry) {
+            auto* const feature = qobject_cast<ZORFeatObject*>(geometry);
+            if (feature->GetParentFeature() == root)
+                AddFolder(feature);
+        });
+    const ZORFeatFolder* const folder = AddFolder(root);
+    QObject::disconnect(connection);
+    EXPECT_EQ(folder->GetNumChildren(), 1);
+    EXPECT_EQ(container->GetNumGeometry(), 3);
+}
+
+TEST_F(ZORFeatObjectTest, MayBeRemovedByReceiversOfItsAnnouncement)
+{
+    QObject::connect(container.get(), &ZORGeoContainer::GeometryAdded,
+                     [](ZORGeoGeometry* geometry) { qobject_cast<ZORFeatObject*>(geometry)->Remove(); });
+    QSignalSpy changes(root, &ZORFeatObject::ChildrenChanged);
+    (new ZORFeatFolder(root))->Initialize();
+    EXPECT_TRUE(root->GetChildren().isEmpty());
+    EXPECT_EQ(container->GetNumGeometry(), 1);
+}
+
 TEST_F(ZORFeatObjectTest, RefusesToBeInitializedWithoutAParentThatIsThere)
 {
     ZORFeatFolder orphan(static_cast<ZORFeatObject*>(nullptr));
