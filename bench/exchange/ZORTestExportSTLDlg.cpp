@@ -12,6 +12,7 @@
 
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QPointer>
 #include <QSettings>
 
 #include <algorithm>
@@ -43,7 +44,8 @@ void ZORTestExportSTLDlg::accept()
 
 bool ZORTestExportSTLDlg::Export()
 {
-    const auto* surface = Require<ZORGeoSurface>(m_surfaceSel, tr("Surface selection invalid"));
+    const QPointer<const ZORGeoSurface> surface =
+        Require<ZORGeoSurface>(m_surfaceSel, tr("Surface selection invalid"));
     if (!surface)
         return false;
 
@@ -62,6 +64,7 @@ bool ZORTestExportSTLDlg::Export()
         QInputDialog::getItem(parent, tr("Select File Type"), tr("File Type"), types, current, false);
 
     const auto format = static_cast<ZORGeoStlWriter::FileFormats>(type == ascii ? 0 : 1);
+    // The writer rejects null: the surface may have been deleted while the questions were open.
     ZORGeoStlWriter writer(fileName, surface, format);
     writer.Write(unit);
 

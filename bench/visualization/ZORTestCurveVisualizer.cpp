@@ -15,6 +15,8 @@
 #include <ZORVisualization/ZORVisTextPrimitive.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
+#include <QPointer>
+
 ZOR_TEST_REGISTER(ZORTestCurveVisualizer)
 
 namespace {
@@ -47,11 +49,11 @@ ZORTestCurveVisualizer::ZORTestCurveVisualizer() = default;
 ZORVisVirtualObject* ZORTestCurveVisualizer::Visualize(ZORTestEnvironment* environment,
                                                        ZORGeoGeometry* geometry)
 {
-    auto* curve = qobject_cast<ZORGeoCurve*>(geometry);
+    const QPointer<ZORGeoCurve> curve = qobject_cast<ZORGeoCurve*>(geometry);
     if (!curve)
         throw ZORSysException(tr("geometry is not a curve"));
     ZORTestCurveVisOptionsDlg dialog(environment);
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted || !curve) // it may have been deleted meanwhile
         return nullptr;
 
     QList<const ZORVisPrimitive*> primitives;

@@ -12,6 +12,8 @@
 #include <ZORVisualization/ZORVisRepGraphics.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
+#include <QPointer>
+
 ZOR_TEST_REGISTER(ZORTestPointVisualizer)
 
 ZORTestPointVisualizer::ZORTestPointVisualizer() = default;
@@ -19,11 +21,11 @@ ZORTestPointVisualizer::ZORTestPointVisualizer() = default;
 ZORVisVirtualObject* ZORTestPointVisualizer::Visualize(ZORTestEnvironment* environment,
                                                        ZORGeoGeometry* geometry)
 {
-    const auto* point = qobject_cast<const ZORGeoPoint*>(geometry);
+    const QPointer<ZORGeoPoint> point = qobject_cast<ZORGeoPoint*>(geometry);
     if (!point)
         throw ZORSysException(tr("geometry is not a point"));
     ZORTestPointVisOptionsDlg dialog(environment);
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted || !point) // it may have been deleted meanwhile
         return nullptr;
 
     ZORMathSetOfPoints points;

@@ -13,7 +13,10 @@
 #include <ZORVisualization/ZORVisSurfacePrimitive.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
+#include <QPointer>
+
 #include <array>
+#include <utility>
 #include <vector>
 
 ZOR_TEST_REGISTER(ZORTestSurfaceVisualizer)
@@ -89,11 +92,11 @@ ZORTestSurfaceVisualizer::ZORTestSurfaceVisualizer() = default;
 ZORVisVirtualObject* ZORTestSurfaceVisualizer::Visualize(ZORTestEnvironment* environment,
                                                          ZORGeoGeometry* geometry)
 {
-    auto* surface = qobject_cast<ZORGeoSurface*>(geometry);
+    const QPointer<ZORGeoSurface> surface = qobject_cast<ZORGeoSurface*>(geometry);
     if (!surface)
         throw ZORSysException(tr("geometry is not a surface"));
     ZORTestSurfaceVisOptionsDlg dialog(environment);
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted || !surface) // it may have been deleted meanwhile
         return nullptr;
 
     const ZORVisPrimitive* primitive = nullptr;

@@ -1,0 +1,66 @@
+#include "visualization/ZORTestPointVisualizer.h"
+
+#include "VisualizationTest.h"
+
+#include <ZORGeometry/ZORGeoPoint.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORVisualization/ZORVisPointPrimitive.h>
+
+#include <QComboBox>
+
+namespace {
+
+constexpr char dialogClass[] = "ZORTestPointVisOptionsDlg";
+
+class ZORTestPointVisualizerTest : public VisualizationTest
+{
+};
+
+TEST_F(ZORTestPointVisualizerTest, DrawsOneSymbolAtThePoint)
+{
+    auto* point = AddPoint("P", {1, -2, 3});
+    SetSetting("Point/Color", QColor(50, 60, 70));
+    AnswerOptions(dialogClass,
+                  [](QDialog* options) { options->findChild<QComboBox*>("_SymbolCmb")->setCurrentIndex(6); });
+    const auto object = Visualize(point);
+    ASSERT_NE(nullptr, object);
+    EXPECT_EQ(nullptr, object->GetOwner()) << "points own nothing in the view";
+
+    const auto* graphics = GetGraphics(object.get());
+    ASSERT_EQ(1, graphics->GetPrimitives().size());
+    const auto* mark = GetPrimitive<ZORVisPointPrimitive>(graphics, 0);
+    ASSERT_NE(nullptr, mark);
+    EXPECT_EQ(QList<ZORMathPoint>({{1, -2, 3}}), QList<ZORMathPoint>(mark->GetPoints()));
+    EXPECT_EQ(QColor(50, 60, 70), graphics->GetOptions().GetColor());
+    EXPECT_EQ(ZORVisOptions::Star, graphics->GetOptions().GetPointSymbol());
+}
+
+TEST_F(ZORTestPointVisualizerTest, CancelGivesNothing)
+{
+    auto* point = AddPoint("P");
+    answers.Answer(dialogClass, [](QDialog* options) { Press(options, "Cancel"); });
+    EXPECT_EQ(nullptr, Visualize(point));
+    EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
+}
+
+TEST_F(ZORTestPointVisualizerTest, PointThatDiesBehindTheDialogGivesNothing)
+{
+    auto* point = AddPoint("P");
+    AnswerOptions(dialogClass, [point](QDialog*) { point->RemoveNoReferences(); });
+    EXPECT_EQ(nullptr, Visualize(point));
+}
+
+TEST_F(ZORTestPointVisualizerTest, OtherClassesAreRejected)
+{
+    auto* surface = AddSurface("S");
+    ZORTestPointVisualizer visualizer;
+    try {
+        visualizer.Visualize(GetEnvironment(), surface);
+        FAIL() << "no exception";
+    } catch (const ZORSysException& exception) {
+        EXPECT_EQ(QString("geometry is not a point"), exception.GetMessage());
+    }
+}
+
+} // namespace

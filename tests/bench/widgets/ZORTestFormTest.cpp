@@ -1,0 +1,66 @@
+#include "widgets/ZORTestForm.h"
+
+#include "SelectorProbes.h"
+#include "support/BenchTest.h"
+#include "widgets/ZORTestGeometrySelector.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QTest>
+#include <QVBoxLayout>
+
+namespace {
+
+class ZORTestFormTest : public BenchTest
+{
+};
+
+TEST_F(ZORTestFormTest, TitleIsTheLabelOfTheClass)
+{
+    const ProbePointDlg form(GetEnvironment());
+    EXPECT_EQ(QString("Probe Point Dialog"), form.windowTitle());
+}
+
+TEST_F(ZORTestFormTest, TitleMayDifferFromTheLabel)
+{
+    QDialog dialog;
+    ZORTestForm form(&dialog);
+    EXPECT_EQ(QString(), dialog.windowTitle()) << "no label, no title";
+    form.SetTitle("Other");
+    EXPECT_EQ(QString("Other"), dialog.windowTitle());
+}
+
+TEST_F(ZORTestFormTest, RowsStandInTheOrderOfTheCalls)
+{
+    QDialog dialog;
+    ZORTestForm form(&dialog);
+    auto* first = form.AddSelector("_FirstSel", "First: ", "ZORGeoPoint");
+    auto* second = form.AddSelector("_SecondSel", "Second: ", "ZORGeoCurve");
+    auto* buttonBox = form.AddButtonBox();
+
+    EXPECT_EQ(QString("_FirstSel"), first->objectName());
+    EXPECT_EQ(QString("First: "), first->property("label").toString());
+    EXPECT_EQ(QByteArray("ZORGeoPoint"), first->property("geoType").toByteArray());
+    EXPECT_EQ(QString("_ButtonBox"), buttonBox->objectName());
+    EXPECT_EQ(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, buttonBox->standardButtons());
+
+    QList<QWidget*> rows;
+    const QLayout* layout = dialog.layout();
+    for (int i = 0; i < layout->count(); ++i) {
+        if (QWidget* widget = layout->itemAt(i)->widget())
+            rows.append(widget);
+    }
+    EXPECT_EQ(QList<QWidget*>({first, second, buttonBox}), rows);
+}
+
+TEST_F(ZORTestFormTest, EnterPressesOk)
+{
+    ASSERT_NE(nullptr, Open("ProbeSelectionDlg"));
+    const auto* buttonBox = dialog->findChild<QDialogButtonBox*>("_ButtonBox");
+    EXPECT_TRUE(buttonBox->button(QDialogButtonBox::Ok)->isDefault());
+    QTest::keyClick(dialog->findChild<QComboBox*>("_Combo"), Qt::Key_Return);
+    EXPECT_EQ(QList<bool>({true, true}), finished);
+}
+
+} // namespace
