@@ -24,17 +24,17 @@ TEST_F(ZORTestFormTest, TitleIsTheLabelOfTheClass)
 
 TEST_F(ZORTestFormTest, TitleMayDifferFromTheLabel)
 {
-    QDialog dialog;
-    ZORTestForm form(&dialog);
-    EXPECT_EQ(QString(), dialog.windowTitle()) << "no label, no title";
+    QDialog window;
+    ZORTestForm form(&window);
+    EXPECT_EQ(QString(), window.windowTitle()) << "no label, no title";
     form.SetTitle("Other");
-    EXPECT_EQ(QString("Other"), dialog.windowTitle());
+    EXPECT_EQ(QString("Other"), window.windowTitle());
 }
 
 TEST_F(ZORTestFormTest, RowsStandInTheOrderOfTheCalls)
 {
-    QDialog dialog;
-    ZORTestForm form(&dialog);
+    QDialog window;
+    ZORTestForm form(&window);
     auto* first = form.AddSelector("_FirstSel", "First: ", "ZORGeoPoint");
     auto* second = form.AddSelector("_SecondSel", "Second: ", "ZORGeoCurve");
     auto* buttonBox = form.AddButtonBox();
@@ -46,7 +46,7 @@ TEST_F(ZORTestFormTest, RowsStandInTheOrderOfTheCalls)
     EXPECT_EQ(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, buttonBox->standardButtons());
 
     QList<QWidget*> rows;
-    const QLayout* layout = dialog.layout();
+    const QLayout* layout = window.layout();
     for (int i = 0; i < layout->count(); ++i) {
         if (QWidget* widget = layout->itemAt(i)->widget())
             rows.append(widget);
