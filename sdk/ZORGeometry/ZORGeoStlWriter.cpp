@@ -182,6 +182,8 @@ int ZORGeoStlWriter::Write(ZORSysValue::Unit unit)
         throw ZORSysException(Translate("surface is null"));
     if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
         throw ZORSysException(Translate("unit is no unit of length"));
+    if (m_fileName.isEmpty())
+        throw ZORSysFileOpenException(m_fileName, Translate("no file name"));
     const std::vector<FloatPoint> points =
         ToFile(m_surface->GetVertexArray(), ZORSysValue::GetUnitFactor(unit));
 

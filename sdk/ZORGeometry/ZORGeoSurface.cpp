@@ -1,8 +1,7 @@
 #include "ZORGeoSurface.h"
 
-#include "ZORGeoMesh_p.h"
+#include "ZORGeoMeshTree_p.h"
 #include "ZORGeoRange_p.h"
-#include "ZORGeoTriangle_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
@@ -10,15 +9,27 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
+#include <mutex>
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoSurface)
 
 class ZORGeoSurfacePrivate
 {
 public:
+    // Built on first use, by whichever thread comes first.
+    const ZORGeoMeshTree& GetTree() const
+    {
+        std::call_once(m_treeBuilt, [this] { m_tree = std::make_unique<const ZORGeoMeshTree>(*mesh); });
+        return *m_tree;
+    }
+
     std::unique_ptr<const ZORGeoMesh> mesh;
+
+private:
+    mutable std::once_flag m_treeBuilt;
+    mutable std::unique_ptr<const ZORGeoMeshTree> m_tree;
 };
 
 namespace {
@@ -120,47 +131,33 @@ double ZORGeoSurface::GetArea() const
 ZORGeoLocationOnSurface ZORGeoSurface::Project(const ZORMathPoint& point) const
 {
     ZOR_TRACE_CALL(point);
-    ZORGeoLocationOnSurface nearest;
+    Q_D(const ZORGeoSurface);
     if (!ZorGeoIsInRange(point))
-        return nearest;
-    double squaredDistance = std::numeric_limits<double>::infinity();
-    for (int triangle = 1; triangle <= GetNumTriangles(); ++triangle) {
-        ZORMathPoint a;
-        ZORMathPoint b;
-        ZORMathPoint c;
-        GetVertices(triangle, a, b, c);
-        const ZORGeoTrianglePlace place = ZorGeoClosestOnTriangle(point, a, b, c);
-        if (place.squaredDistance < squaredDistance) {
-            squaredDistance = place.squaredDistance;
-            nearest = {this, triangle, place.weightB, place.weightC, place.point};
-        }
-    }
-    return nearest;
+        return {};
+    const auto [triangle, place] = d->GetTree().FindNearest(point);
+    if (triangle < 0)
+        return {};
+    return {this, triangle + 1, place.weightB, place.weightC, place.point};
 }
 
 ZORGeoLocationOnSurface ZORGeoSurface::IntersectRay(const ZORMathPoint& origin,
                                                     const ZORMathVector& direction, double* parameter) const
 {
     ZOR_TRACE_CALL(origin, direction);
-    ZORGeoLocationOnSurface first;
-    const ZORMathVector unit = direction.GetNormalized();
-    if (!ZorGeoIsInRange(origin) || !ZorGeoIsInRange(ZORMathPoint() + direction) || unit == ZORMathVector())
-        return first;
-    const ZORGeoRay ray(origin, direction);
-    ZORGeoRay::Hit nearest;
-    for (int triangle = 1; triangle <= GetNumTriangles(); ++triangle) {
-        ZORMathPoint a;
-        ZORMathPoint b;
-        ZORMathPoint c;
-        GetVertices(triangle, a, b, c);
-        ZORGeoRay::Hit hit;
-        if (ray.Intersect(a, b, c, hit) && (first.IsNull() || hit.parameter < nearest.parameter)) {
-            nearest = hit;
-            first = {this, triangle, hit.weightB, hit.weightC,
-                     a + hit.weightB * (b - a) + hit.weightC * (c - a)};
-        }
-    }
-    if (parameter && !first.IsNull())
-        *parameter = nearest.parameter;
-    return first;
+    Q_D(const ZORGeoSurface);
+    const double largest =
+        std::max({std::abs(direction.GetX()), std::abs(direction.GetY()), std::abs(direction.GetZ())});
+    const bool hasDirection = largest >= 1 / ZorGeoMaximumCoordinate;
+    if (!ZorGeoIsInRange(origin) || !ZorGeoIsInRange(ZORMathPoint() + direction) || !hasDirection)
+        return {};
+    const auto [triangle, hit] = d->GetTree().FindFirst(ZORGeoRay(origin, direction));
+    if (triangle < 0)
+        return {};
+    ZORMathPoint a;
+    ZORMathPoint b;
+    ZORMathPoint c;
+    GetVertices(triangle + 1, a, b, c);
+    if (parameter)
+        *parameter = hit.parameter;
+    return {this, triangle + 1, hit.weightB, hit.weightC, a + hit.weightB * (b - a) + hit.weightC * (c - a)};
 }

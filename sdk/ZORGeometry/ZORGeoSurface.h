@@ -84,10 +84,11 @@ public:
 
     /// The first place where a ray meets the surface, from either face; edges between triangles leave no gap.
     ///
-    /// \param direction       of any length but zero
+    /// \param direction       of any length from 1e-60 on
     /// \param[out] parameter  when not null: the place is origin + parameter * direction, parameter >= 0;
     ///                        unchanged when nothing is hit
-    /// \return null when nothing is hit, or a value is not finite or beyond 1e60, or the direction is zero
+    /// \return null when nothing is hit, or a value is not finite or beyond 1e60, or the direction is
+    ///         shorter than 1e-60
     ZORGeoLocationOnSurface IntersectRay(const ZORMathPoint& origin, const ZORMathVector& direction,
                                          double* parameter = nullptr) const;
 

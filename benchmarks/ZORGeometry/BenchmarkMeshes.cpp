@@ -1,0 +1,52 @@
+#include "BenchmarkMeshes.h"
+
+#include <ZORMathematics/ZORMathPoint.h>
+
+#include <QFile>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order)
+{
+    constexpr int cells = 707;
+    constexpr double width = 1000;
+    QList<ZORMathPoint> vertices;
+    for (int row = 0; row <= cells; ++row) {
+        for (int column = 0; column <= cells; ++column) {
+            const double x = width * column / cells;
+            const double y = width * row / cells;
+            vertices.append({x, y, 40 * std::sin(x / 80) * std::cos(y / 110)});
+        }
+    }
+    QList<ZORGeoSurface::Corners> triangles;
+    for (int row = 0; row < cells; ++row) {
+        for (int column = 0; column < cells; ++column) {
+            const int a = row * (cells + 1) + column;
+            const int b = a + cells + 1;
+            triangles.append({a, a + 1, b + 1});
+            triangles.append({a, b + 1, b});
+        }
+    }
+    if (order == TriangleOrder::Shuffled)
+        std::shuffle(triangles.begin(), triangles.end(), std::mt19937(1));
+    return std::make_unique<ZORGeoSurface>(nullptr, vertices, triangles);
+}
+
+QString GetSheetFile(TriangleOrder order, ZORGeoStlWriter::FileFormats format)
+{
+    QString fileName = GetScratchFolder()
+                       + QStringLiteral("/sheet_%1_%2.stl")
+                             .arg(int(order))
+                             .arg(format == ZORGeoStlWriter::Ascii ? "asc" : "bin");
+    if (!QFile::exists(fileName))
+        ZORGeoStlWriter(fileName, MakeSheet(order).get(), format).Write(ZORSysValue::Millimeter);
+    return fileName;
+}
+
+QString GetScratchFolder()
+{
+    static const QTemporaryDir folder;
+    return folder.path();
+}

@@ -1,0 +1,24 @@
+// Large surfaces for the benchmarks.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeoStlWriter.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+enum class TriangleOrder {
+    Rows,     // as a mesh generator writes them
+    Shuffled, // at random
+};
+
+/// A wavy sheet of 2 * 707 * 707 = 999698 triangles, 1000 mm wide, which belongs to no container.
+std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order);
+
+/// Path of the sheet as an STL file, written on first use into a folder that lasts as long as the process.
+QString GetSheetFile(TriangleOrder order, ZORGeoStlWriter::FileFormats format);
+
+/// Folder for what benchmarks write; removed at the end of the process.
+QString GetScratchFolder();

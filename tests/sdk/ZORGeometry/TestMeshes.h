@@ -1,0 +1,88 @@
+// Small surfaces for tests.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORMathematics/ZORMathPoint.h>
+
+#include <QList>
+
+#include <memory>
+#include <random>
+
+struct TestMesh
+{
+    QList<ZORMathPoint> vertices;
+    QList<ZORGeoSurface::Corners> triangles;
+
+    std::unique_ptr<ZORGeoSurface> Make(ZORGeoContainer* container = nullptr) const
+    {
+        return std::make_unique<ZORGeoSurface>(container, vertices, triangles);
+    }
+};
+
+/// The unit cube, outward normals; the bottom comes first.
+inline TestMesh Cube()
+{
+    return {{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}},
+            {{0, 2, 1},
+             {0, 3, 2},
+             {4, 5, 6},
+             {4, 6, 7},
+             {0, 1, 5},
+             {0, 5, 4},
+             {1, 2, 6},
+             {1, 6, 5},
+             {2, 3, 7},
+             {2, 7, 6},
+             {3, 0, 4},
+             {3, 4, 7}}};
+}
+
+/// A unit square in the plane z = 0, cut into 2 * cells * cells triangles with normals upwards.
+inline TestMesh Sheet(int cells)
+{
+    TestMesh mesh;
+    for (int row = 0; row <= cells; ++row) {
+        for (int column = 0; column <= cells; ++column)
+            mesh.vertices.append(ZORMathPoint(double(column) / cells, double(row) / cells, 0));
+    }
+    for (int row = 0; row < cells; ++row) {
+        for (int column = 0; column < cells; ++column) {
+            const int a = row * (cells + 1) + column;
+            const int b = a + cells + 1;
+            mesh.triangles.append({a, a + 1, b + 1});
+            mesh.triangles.append({a, b + 1, b});
+        }
+    }
+    return mesh;
+}
+
+/// Triangles of all shapes and sizes at random places, points and needles among them.
+inline TestMesh Soup(int triangles, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> coordinate(-1, 1);
+    std::uniform_int_distribution<int> kind(0, 9);
+    const auto vector = [&](double size) {
+        return ZORMathVector(size * coordinate(random), size * coordinate(random), size * coordinate(random));
+    };
+    TestMesh mesh;
+    for (int i = 0; i < triangles; ++i) {
+        const int shape = kind(random);
+        const double size = shape < 6 ? 0.1 : 1.0;
+        const ZORMathPoint a = ZORMathPoint() + vector(1);
+        const ZORMathPoint b = shape == 0 ? a : a + vector(size);
+        ZORMathPoint c = a + vector(size);
+        if (shape <= 1) // a point or a segment
+            c = b;
+        else if (shape == 2) // no area
+            c = a + 0.25 * (b - a);
+        else if (shape == 3) // hardly any
+            c = a + 0.75 * (b - a) + vector(1e-9);
+        const int first = int(mesh.vertices.size());
+        mesh.vertices << a << b << c;
+        mesh.triangles.append({first, first + 1, first + 2});
+    }
+    return mesh;
+}
