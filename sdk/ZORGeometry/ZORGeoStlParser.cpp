@@ -1,3 +1,4 @@
+#include "ZORGeoStlNumber_p.h"
 #include "ZORGeoStlParser_p.h"
 
 #include <ZORSystem/ZORSysFileException.h>
@@ -7,9 +8,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
-#include <cmath>
-#include <limits>
 #include <utility>
 
 namespace {
@@ -18,26 +16,15 @@ constexpr qsizetype headerSize = 84; // with the number of facets in the last fo
 constexpr qsizetype facetSize = 50;
 constexpr qsizetype releaseStep = qsizetype(4) << 20;
 
-bool IsBlank(char c)
-{
-    return static_cast<unsigned char>(c) <= ' ';
-}
-
-void SkipBlanks(const char*& at, const char* end)
-{
-    while (at != end && IsBlank(*at))
-        ++at;
-}
-
 void SkipToken(const char*& at, const char* end)
 {
-    while (at != end && !IsBlank(*at))
+    while (at != end && !ZorGeoIsBlank(*at))
         ++at;
 }
 
 std::string_view NextToken(const char*& at, const char* end)
 {
-    SkipBlanks(at, end);
+    ZorGeoSkipBlanks(at, end);
     const char* begin = at;
     SkipToken(at, end);
     return {begin, size_t(at - begin)};
@@ -57,33 +44,6 @@ bool Is(std::string_view token, std::string_view lower)
     return token.size() == lower.size() && StartsWith(token, lower);
 }
 
-bool ReadFloat(const char*& at, const char* end, float& value)
-{
-    SkipBlanks(at, end);
-    const char* begin = at;
-    if (end - begin > 1 && *begin == '+' && begin[1] != '-')
-        ++begin;
-    auto [next, error] = std::from_chars(begin, end, value);
-    if (error == std::errc::result_out_of_range) {
-        // Beyond the floats: too large becomes infinite, too small becomes zero.
-        double wide = 0;
-        error = std::from_chars(begin, end, wide).ec;
-        const bool isLarge = error == std::errc() && std::abs(wide) > 1;
-        value = isLarge ? std::numeric_limits<float>::infinity() : 0.0f;
-        if (error == std::errc::result_out_of_range) {
-            const std::string_view number(begin, size_t(next - begin));
-            const size_t exponent = number.find_first_of("eE");
-            const bool isSmall = exponent != number.npos && number.substr(exponent + 1).starts_with('-');
-            value = isSmall ? 0.0f : std::numeric_limits<float>::infinity();
-        }
-        error = {};
-    }
-    if (error != std::errc() || (next != end && !IsBlank(*next)))
-        return false;
-    at = next;
-    return true;
-}
-
 // Whether what follows on the line of a solid's name is no name any more but its first statement; some
 // files have a single line.
 bool IsStatement(std::string_view token, const char* at, const char* end)
@@ -97,7 +57,7 @@ bool IsStatement(std::string_view token, const char* at, const char* end)
         return Is(next, "loop");
     float number = 0;
     const char* begin = next.data();
-    return Is(token, "vertex") && ReadFloat(begin, begin + next.size(), number);
+    return Is(token, "vertex") && ZorGeoReadFloat(begin, begin + next.size(), number);
 }
 
 QString ToName(std::string_view text)
@@ -255,7 +215,7 @@ void ZORGeoStlParser::ParseVertex(const char*& at, const char* end)
 {
     for (size_t i = 0; i < 3; ++i) {
         float coordinate = 0;
-        m_isReadable = ReadFloat(at, end, coordinate) && m_isReadable;
+        m_isReadable = ZorGeoReadFloat(at, end, coordinate) && m_isReadable;
         m_coordinates[size_t(3 * m_corners) + i] = std::bit_cast<quint32>(coordinate);
         if (!m_isReadable)
             break;

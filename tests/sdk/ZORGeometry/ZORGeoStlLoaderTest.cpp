@@ -20,8 +20,11 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+#include <random>
 #include <utility>
 
 namespace {
@@ -219,6 +222,62 @@ TEST_F(ZORGeoStlLoaderContentTest, AsciiIsReadInEveryShape)
     for (const QByteArray& shape : shapes)
         EXPECT_EQ(QString("1/3"), Load(shape)) << shape.toStdString();
     EXPECT_EQ(QString("2/4"), Load("solid\n" + facet + AsciiFacet("1 0 0", "1 1 0", "0 1 0") + "endsolid"));
+}
+
+// Against the C library, in every notation.
+TEST_F(ZORGeoStlLoaderContentTest, AsciiNumbersBecomeTheNearestFloats)
+{
+    std::mt19937_64 random(51);
+    QList<QByteArray> numbers = {"16777217",
+                                 "16777217.0000001",
+                                 "16777217.00000000001",
+                                 "16777219",
+                                 "0.1",
+                                 "1.17549435e-38",
+                                 "1.4e-45",
+                                 "7e-46",
+                                 "3.4028235e38",
+                                 "9007199254740993",
+                                 "33554434.0000000000000000000001",
+                                 "123456789012345678",
+                                 "1234567890123456789012",
+                                 "000000000000000000000000000001.5",
+                                 "1e22",
+                                 "1e-22",
+                                 "9e23",
+                                 "0e400",
+                                 "5e-324",
+                                 "0." + QByteArray(400, '0') + "1",
+                                 "1e-5000",
+                                 ".5",
+                                 "5.",
+                                 "-.5e+01"};
+    while (numbers.size() < 3000) {
+        const double value = std::bit_cast<float>(quint32(random()));
+        const double shift = std::pow(10.0, double(random() % 20) - 10);
+        const double number = std::abs(value) < 1e30 ? value : double(random() % 100000) * shift;
+        const char format = "efg"[random() % 3];
+        numbers.append(QByteArray::number(number, format, int(random() % 17)));
+        // Half-way between two floats, and next to it.
+        const float low = std::bit_cast<float>(quint32(0x40000000 + random() % 0x8000000));
+        const double middle = (double(low) + double(std::nextafter(low, infinity))) / 2;
+        numbers.append(QByteArray::number(middle, 'g', 17));
+        numbers.append(QByteArray::number(std::nextafter(middle, 0.0), 'g', 17));
+    }
+    QByteArray content = "solid\n";
+    for (qsizetype i = 0; i < numbers.size(); ++i) {
+        const QByteArray place = QByteArray::number(i);
+        content += AsciiFacet(numbers[i] + " 1 " + place, "0 2 " + place, "0 3 " + place);
+    }
+    Load(content);
+    ASSERT_EQ(numbers.size(), surfaces.value(0)->GetNumTriangles());
+    for (int i = 0; i < numbers.size(); ++i) {
+        ZORMathPoint a;
+        ZORMathPoint b;
+        ZORMathPoint c;
+        surfaces[0]->GetVertices(i + 1, a, b, c);
+        EXPECT_EQ(double(std::strtof(numbers[i].constData(), nullptr)), a.GetX()) << numbers[i].toStdString();
+    }
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, AsciiFacetsWithFaultsAreLeftOut)
