@@ -22,7 +22,8 @@ ZORCmdActionPublisher::ZORCmdActionPublisher(const QString& category, const QMet
     ZORCmdController::Publication publication;
     publication.publisher = this;
     publication.command = command;
-    publication.id = QByteArray(command->className(), qsizetype(qstrlen(command->className())));
+    publication.className = QByteArray(command->className());
+    publication.id = publication.className;
     if (const QByteArray method = options.value(QStringLiteral("method")).toByteArray(); !method.isEmpty())
         publication.id += '.' + method;
     publication.category = Copied(category);

@@ -27,8 +27,8 @@ void ZORCmdCommand::FinishLater()
     QMetaObject::invokeMethod(
         this,
         [this] {
+            deleteLater(); // first: a receiver may throw
             emit Finished();
-            deleteLater();
         },
         Qt::QueuedConnection);
 }

@@ -16,14 +16,39 @@
 class ZORCmdController::Private
 {
 public:
-    QHash<QByteArray, const QMetaObject*> commands;
+    QHash<QByteArray, QList<const QMetaObject*>> commands; // by class name; the last one is in force
+    QList<QPointer<ZORCmdCommand>> running;
     std::list<Publication> publications;          // in the order of publication; addresses stay
+    QPointer<QCoreApplication> application;       // the one that the actions were made for
     ZORCmdDialogHandler* dialogHandler = nullptr; // not owned
     std::function<QIcon(const QString&)> iconResolver;
 
     QIcon ResolveIcon(const QString& name) const
     {
         return iconResolver ? iconResolver(name) : QIcon::fromTheme(name);
+    }
+
+    std::list<Publication>::iterator Find(const ZORCmdActionPublisher* publisher)
+    {
+        return std::find_if(publications.begin(), publications.end(),
+                            [publisher](const Publication& p) { return p.publisher == publisher; });
+    }
+
+    const QMetaObject* FindCommand(const QByteArray& name) const
+    {
+        const QList<const QMetaObject*> classes = commands.value(name);
+        return classes.isEmpty() ? nullptr : classes.constLast();
+    }
+
+    void DeleteRunning(const QMetaObject* command)
+    {
+        // One of them may take another one along.
+        const QList<QPointer<ZORCmdCommand>> all = running;
+        for (const QPointer<ZORCmdCommand>& run : all) {
+            if (run && (!command || run->metaObject()->inherits(command)))
+                delete run;
+        }
+        running.removeAll(nullptr);
     }
 };
 
@@ -54,21 +79,20 @@ ZORCmdController::~ZORCmdController() = default;
 void ZORCmdController::RegisterCommand(const QMetaObject* command)
 {
     ZOR_TRACE_CALL(command);
-    d->commands.insert(NameOf(command), command);
+    QList<const QMetaObject*>& classes = d->commands[NameOf(command)];
+    classes.removeOne(command);
+    classes.append(command);
 }
 
 void ZORCmdController::UnregisterCommand(const QMetaObject* command)
 {
     ZOR_TRACE_CALL(command);
-    const QByteArray name = NameOf(command);
-    if (d->commands.value(name) != command)
+    const auto classes = d->commands.find(NameOf(command));
+    if (classes == d->commands.end() || !classes->removeOne(command))
         return;
-    d->commands.remove(name);
-    const auto running = findChildren<ZORCmdCommand*>(QString(), Qt::FindDirectChildrenOnly);
-    for (ZORCmdCommand* run : running) {
-        if (run->metaObject() == command)
-            delete run;
-    }
+    if (classes->isEmpty())
+        d->commands.erase(classes);
+    d->DeleteRunning(command);
 }
 
 QAction* ZORCmdController::GetAction(const QByteArray& id) const
@@ -139,9 +163,7 @@ void ZORCmdController::Publish(Publication&& publication)
 
 void ZORCmdController::Withdraw(const ZORCmdActionPublisher* publisher)
 {
-    const auto publication =
-        std::find_if(d->publications.begin(), d->publications.end(),
-                     [publisher](const Publication& p) { return p.publisher == publisher; });
+    const auto publication = d->Find(publisher);
     if (publication == d->publications.end())
         return;
     if (publication->action) {
@@ -162,11 +184,10 @@ QAction* ZORCmdController::MakeAction(Publication& publication) const
         return publication.action;
     if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
         return nullptr;
-    static const bool cleanUp = [] {
+    if (d->application != QCoreApplication::instance()) {
+        d->application = QCoreApplication::instance();
         qAddPostRoutine(&ZORCmdController::DeleteActions);
-        return true;
-    }();
-    Q_UNUSED(cleanUp)
+    }
 
     auto* self = const_cast<ZORCmdController*>(this);
     publication.action = new QAction(d->ResolveIcon(publication.icon), publication.text, self);
@@ -176,41 +197,44 @@ QAction* ZORCmdController::MakeAction(Publication& publication) const
     publication.action->setProperty("category", publication.category);
     publication.action->setProperty("commandId", publication.id);
     publication.action->setProperty("placement", publication.placement);
-    connect(publication.action, &QAction::triggered, self, [self, id = publication.id] { self->Run(id); });
+    connect(publication.action, &QAction::triggered, self,
+            [self, publisher = publication.publisher] { self->Run(publisher); });
     return publication.action;
 }
 
-void ZORCmdController::Run(const QByteArray& id)
+void ZORCmdController::Run(const ZORCmdActionPublisher* publisher)
 {
-    const auto publication = std::find_if(d->publications.begin(), d->publications.end(),
-                                          [&id](const Publication& p) { return p.id == id; });
+    const auto publication = d->Find(publisher);
     if (publication == d->publications.end())
         return;
-    const QByteArray name = NameOf(publication->command);
-    if (!d->commands.contains(name))
+    const QByteArray name = publication->className;
+    const QMetaObject* const commandClass = d->FindCommand(name);
+    if (!commandClass)
         throw ZORSysException(tr("command class '%1' is not registered").arg(QLatin1String(name)));
-    QObject* object = publication->command->newInstance(Q_ARG(QObject*, this));
-    auto* command = qobject_cast<ZORCmdCommand*>(object);
+    QObject* object = commandClass->newInstance(Q_ARG(QObject*, this));
+    const QPointer<ZORCmdCommand> command = qobject_cast<ZORCmdCommand*>(object);
     if (!command) {
         delete object;
         throw ZORSysException(tr("command class '%1' cannot be created").arg(QLatin1String(name)));
     }
+    d->running.removeAll(nullptr);
+    d->running.append(command);
     for (auto option = publication->options.begin(); option != publication->options.end(); ++option)
-        command->setProperty(option.key().toLatin1().constData(), option.value());
+        command->setProperty(option.key().toUtf8().constData(), option.value());
     command->SetTitle(publication->text);
     try {
         command->Start();
     } catch (...) {
-        command->FinishLater();
+        if (command) // it may have been withdrawn meanwhile
+            command->FinishLater();
         throw;
     }
 }
 
 void ZORCmdController::DeleteActions()
 {
-    ZORCmdController* controller = GetController();
-    for (Publication& publication : controller->d->publications)
+    Private& d = *GetController()->d;
+    for (Publication& publication : d.publications)
         delete publication.action;
-    const auto running = controller->findChildren<ZORCmdCommand*>(QString(), Qt::FindDirectChildrenOnly);
-    qDeleteAll(running);
+    d.DeleteRunning(nullptr);
 }

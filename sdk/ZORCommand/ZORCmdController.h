@@ -30,7 +30,8 @@ class ZORCOMMAND_EXPORT ZORCmdController : public QObject
 public:
     static ZORCmdController* GetController();
 
-    /// Makes a command class known; a class of the same name is replaced.
+    /// Makes a command class known; it takes the place of one of the same name until it is unregistered.
+    /// \param command  not owned; must not be null
     void RegisterCommand(const QMetaObject* command);
     /// Forgets a command class and deletes its running commands; an unknown class is ignored.
     void UnregisterCommand(const QMetaObject* command);
@@ -72,7 +73,7 @@ private:
     void Publish(Publication&& publication);
     void Withdraw(const ZORCmdActionPublisher* publisher);
     QAction* MakeAction(Publication& publication) const;
-    void Run(const QByteArray& id);
+    void Run(const ZORCmdActionPublisher* publisher);
     static void DeleteActions();
 
     const std::unique_ptr<Private> d;

@@ -12,6 +12,7 @@ struct ZORCmdController::Publication
 {
     const ZORCmdActionPublisher* publisher = nullptr; // key only
     const QMetaObject* command = nullptr;
+    QByteArray className; // of the command
     QByteArray id;
     QString category;
     QString icon;

@@ -25,14 +25,19 @@ void ZORCmdDialogCommand::Start()
 QWidget* ZORCmdDialogCommand::BuildContent(QWidget* parent)
 {
     ZOR_TRACE_CALL(parent);
-    Q_ASSERT(!m_content);
+    if (m_content)
+        throw ZORSysException(tr("content of the command was built already"));
     m_content = CreateContent(parent);
+    if (!m_content)
+        throw ZORSysException(tr("command has no content"));
     return m_content;
 }
 
 void ZORCmdDialogCommand::Accept()
 {
     ZOR_TRACE_CALL();
+    if (IsFinishing())
+        return;
     Commit();
     FinishLater();
 }

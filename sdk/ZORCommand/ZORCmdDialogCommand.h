@@ -21,12 +21,14 @@ public:
     /// \throws ZORSysException "no dialog handler set"
     void Start() override;
 
-    /// For the frame: creates the content as a child of \a parent and remembers it; called once.
+    /// For the frame: creates the content as a child of \a parent and remembers it.
+    /// \return the content, never null
+    /// \throws ZORSysException "content of the command was built already", "command has no content"
     QWidget* BuildContent(QWidget* parent);
     /// The content; null before BuildContent() and after its frame was destroyed.
     QWidget* GetContentWidget() const { return m_content; }
 
-    /// For the frame: OK. Commits, then finishes the command.
+    /// For the frame: OK. Commits, then finishes the command; does nothing once it is finishing.
     /// \throws ZORSysException from Commit(); the command then goes on and the frame stays open
     void Accept();
     /// For the frame: Cancel, or the frame was closed. Finishes the command without a commit.

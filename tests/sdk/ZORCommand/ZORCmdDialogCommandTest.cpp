@@ -1,0 +1,104 @@
+// Tests of ZORCmdDialogCommand.
+
+#include "CommandTestClasses.h"
+#include "support/Printers.h"
+
+#include <ZORCommand/ZORCmdController.h>
+
+#include <QLabel>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+class ZORCmdDialogCommandTest : public testing::Test
+{
+protected:
+    ~ZORCmdDialogCommandTest() override
+    {
+        controller->SetDialogHandler(nullptr);
+        ScriptedDialogCommand::s_commit = nullptr;
+        ScriptedDialogCommand::s_hasContent = true;
+        delete command;
+    }
+
+    ZORCmdController* const controller = ZORCmdController::GetController();
+    const QPointer<ScriptedDialogCommand> command = new ScriptedDialogCommand(nullptr);
+};
+
+TEST_F(ZORCmdDialogCommandTest, MissingHandlerIsReported)
+{
+    EXPECT_EQ("no dialog handler set", MessageOf([this] { command->Start(); }));
+}
+
+TEST_F(ZORCmdDialogCommandTest, HandlerIsAskedToShowIt)
+{
+    RecordingDialogHandler handler;
+    controller->SetDialogHandler(&handler);
+    EXPECT_EQ(&handler, controller->GetDialogHandler());
+    command->Start();
+    EXPECT_EQ(command.data(), handler.shown.data());
+    EXPECT_FALSE(command->IsFinishing());
+}
+
+TEST_F(ZORCmdDialogCommandTest, ContentIsBuiltOnceBelowTheFrame)
+{
+    auto frame = std::make_unique<QWidget>();
+    EXPECT_EQ(nullptr, command->GetContentWidget());
+    QWidget* content = command->BuildContent(frame.get());
+    EXPECT_EQ(frame.get(), content->parentWidget());
+    EXPECT_EQ(content, command->GetContentWidget());
+    EXPECT_EQ("content of the command was built already",
+              MessageOf([&] { command->BuildContent(frame.get()); }));
+    EXPECT_EQ(content, command->GetContentWidget());
+    frame.reset();
+    EXPECT_EQ(nullptr, command->GetContentWidget());
+}
+
+TEST_F(ZORCmdDialogCommandTest, MissingContentIsReported)
+{
+    ScriptedDialogCommand::s_hasContent = false;
+    EXPECT_EQ("command has no content", MessageOf([this] { command->BuildContent(nullptr); }));
+}
+
+TEST_F(ZORCmdDialogCommandTest, AcceptCommitsOnceAndFinishes)
+{
+    int commits = 0;
+    ScriptedDialogCommand::s_commit = [&commits] { ++commits; };
+    command->Accept();
+    command->Accept();
+    EXPECT_EQ(1, commits);
+    DeletePosted();
+    EXPECT_FALSE(command);
+}
+
+TEST_F(ZORCmdDialogCommandTest, FailingCommitKeepsItAlive)
+{
+    ScriptedDialogCommand::s_commit = [] { throw ZORSysException("radius must be positive"); };
+    EXPECT_EQ("radius must be positive", MessageOf([this] { command->Accept(); }));
+    EXPECT_FALSE(command->IsFinishing());
+    DeletePosted();
+    ASSERT_TRUE(command);
+    ScriptedDialogCommand::s_commit = nullptr;
+    command->Accept();
+    DeletePosted();
+    EXPECT_FALSE(command);
+}
+
+TEST_F(ZORCmdDialogCommandTest, RejectFinishesWithoutACommit)
+{
+    int commits = 0;
+    ScriptedDialogCommand::s_commit = [&commits] { ++commits; };
+    const QSignalSpy finished(command.data(), &ZORCmdCommand::Finished);
+    command->Reject();
+    command->Accept();
+    DeletePosted();
+    EXPECT_EQ(0, commits);
+    EXPECT_EQ(1, finished.size());
+    EXPECT_FALSE(command);
+}
+
+} // namespace
