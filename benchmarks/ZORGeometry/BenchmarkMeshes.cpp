@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <malloc.h>
 #include <random>
 
 std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order)
@@ -49,4 +50,21 @@ QString GetScratchFolder()
 {
     static const QTemporaryDir folder;
     return folder.path();
+}
+
+void ResetPeakMemory()
+{
+    malloc_trim(0);
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write("5");
+}
+
+double GetPeakMemory()
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    file.open(QIODevice::ReadOnly);
+    const QByteArray status = file.readAll();
+    const QByteArray peak = status.mid(status.indexOf("VmHWM:") + 6).trimmed();
+    return peak.left(peak.indexOf(' ')).toDouble() / 1024;
 }

@@ -22,3 +22,8 @@ QString GetSheetFile(TriangleOrder order, ZORGeoStlWriter::FileFormats format);
 
 /// Folder for what benchmarks write; removed at the end of the process.
 QString GetScratchFolder();
+
+/// Forgets the peak of the process's memory, so that GetPeakMemory() tells of what follows.
+void ResetPeakMemory();
+/// MiB of memory that the process held at most since the reset, code and mapped files included.
+double GetPeakMemory();

@@ -11,10 +11,11 @@
 
 namespace {
 
-// Load, weld and adjacency.
+// Load, weld and adjacency, and the memory they take.
 void StlLoad(benchmark::State& state, TriangleOrder order, ZORGeoStlWriter::FileFormats format)
 {
     const QString fileName = GetSheetFile(order, format);
+    ResetPeakMemory();
     for (auto _ : state) {
         QFile file(fileName);
         file.open(QIODevice::ReadOnly);
@@ -23,6 +24,7 @@ void StlLoad(benchmark::State& state, TriangleOrder order, ZORGeoStlWriter::File
         if (surfaces.size() != 1 || surfaces.constFirst()->GetNumTriangles() != 999698)
             state.SkipWithError("wrong surface");
     }
+    state.counters["peak_MiB"] = GetPeakMemory();
 }
 
 void StlWrite(benchmark::State& state, ZORGeoStlWriter::FileFormats format)
