@@ -11,6 +11,14 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoGeometry)
 
+namespace {
+
+// Qt keeps the description of a type that it meets first: not that of a plug-in, which may be unloaded.
+[[maybe_unused]] const int geometryMetaType = qRegisterMetaType<ZORGeoGeometry*>();
+[[maybe_unused]] const int classMetaType = qRegisterMetaType<const QMetaObject*>();
+
+} // namespace
+
 ZORGeoGeometry::ZORGeoGeometry(ZORGeoContainer* container)
     : d_ptr(std::make_unique<ZORGeoGeometryPrivate>())
 {
