@@ -76,8 +76,8 @@ bool ZORTestExportSTLDlg::Export()
 ZORTestExportSTLDlg::Choices ZORTestExportSTLDlg::ReadSettings() const
 {
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext group(settings, QStringLiteral("ExportSTL"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext group(settings, QLatin1String("ExportSTL"));
     return {settings->value("Dir").toString(),
             static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt()),
             settings->value("Type").toString()};
@@ -86,8 +86,8 @@ ZORTestExportSTLDlg::Choices ZORTestExportSTLDlg::ReadSettings() const
 void ZORTestExportSTLDlg::WriteSettings(const Choices& choices) const
 {
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext group(settings, QStringLiteral("ExportSTL"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext group(settings, QLatin1String("ExportSTL"));
     settings->setValue("Dir", choices.path);
     settings->setValue("Units", int(choices.unit));
     settings->setValue("Type", choices.type);

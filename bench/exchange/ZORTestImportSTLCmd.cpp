@@ -49,8 +49,8 @@ void ZORTestImportSTLCmd::Execute()
 ZORTestImportSTLCmd::Choices ZORTestImportSTLCmd::ReadSettings() const
 {
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext group(settings, QStringLiteral("ImportSTL"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext group(settings, QLatin1String("ImportSTL"));
     return {settings->value("Dir").toString(),
             static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt())};
 }
@@ -58,8 +58,8 @@ ZORTestImportSTLCmd::Choices ZORTestImportSTLCmd::ReadSettings() const
 void ZORTestImportSTLCmd::WriteSettings(const Choices& choices) const
 {
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext group(settings, QStringLiteral("ImportSTL"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext group(settings, QLatin1String("ImportSTL"));
     settings->setValue("Dir", choices.path);
     settings->setValue("Units", int(choices.unit));
 }

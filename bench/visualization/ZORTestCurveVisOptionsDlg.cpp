@@ -34,9 +34,9 @@ ZORTestCurveVisOptionsDlg::ZORTestCurveVisOptionsDlg(ZORTestEnvironment* environ
         m_ui->_WidthCmb->addItem(QString::number(width), width);
 
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QStringLiteral("Visualization"));
-    const ZORSysSettingGroupContext curve(settings, QStringLiteral("Curve"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
+    const ZORSysSettingGroupContext curve(settings, QLatin1String("Curve"));
     m_ui->_StyleCmb->setCurrentIndex(settings->value("Style", 0).toInt());
     m_ui->_WidthCmb->setCurrentIndex(settings->value("Width", 1).toInt());
     const bool lines = settings->value("Lines", true).toBool();
@@ -70,9 +70,9 @@ bool ZORTestCurveVisOptionsDlg::IsShowPointIndexes() const
 void ZORTestCurveVisOptionsDlg::OnOKClicked()
 {
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QStringLiteral("Visualization"));
-    const ZORSysSettingGroupContext curve(settings, QStringLiteral("Curve"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
+    const ZORSysSettingGroupContext curve(settings, QLatin1String("Curve"));
     settings->setValue("Style", m_ui->_StyleCmb->currentIndex());
     settings->setValue("Width", m_ui->_WidthCmb->currentIndex());
     settings->setValue("Lines", m_ui->_LinesRadio->isChecked());

@@ -36,7 +36,7 @@ void AppendPointIndexes(QList<const ZORVisPrimitive*>& primitives, const ZORGeoC
 {
     const int count = curve->GetNumPoints();
     for (int i = 0; i < count; ++i) {
-        primitives.append(new ZORVisTextPrimitive(QStringLiteral(" %1").arg(i), curve->GetPoint(i),
+        primitives.append(new ZORVisTextPrimitive(QString::fromLatin1(" %1").arg(i), curve->GetPoint(i),
                                                   ZORVisTextPrimitive::AnchorLocation(0),
                                                   ZORVisTextPrimitive::Scalability(1)));
     }

@@ -22,9 +22,9 @@ ZORTestPointVisOptionsDlg::ZORTestPointVisOptionsDlg(ZORTestEnvironment* environ
                                 tr("small-dot"), tr("full-circle2"), tr("full-square2")});
 
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QStringLiteral("Visualization"));
-    const ZORSysSettingGroupContext point(settings, QStringLiteral("Point"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
+    const ZORSysSettingGroupContext point(settings, QLatin1String("Point"));
     SetButtonColor(m_ui->_ColorBtn, settings->value("Color", QColor(127, 127, 127)).value<QColor>());
     m_ui->_SymbolCmb->setCurrentIndex(settings->value("Symbol").toInt());
 }
@@ -42,9 +42,9 @@ ZORVisOptions ZORTestPointVisOptionsDlg::GetOptions() const
 void ZORTestPointVisOptionsDlg::OnOKClicked()
 {
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QStringLiteral("Visualization"));
-    const ZORSysSettingGroupContext point(settings, QStringLiteral("Point"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
+    const ZORSysSettingGroupContext point(settings, QLatin1String("Point"));
     settings->setValue("Color", GetButtonColor(m_ui->_ColorBtn));
     settings->setValue("Symbol", m_ui->_SymbolCmb->currentIndex());
     accept();

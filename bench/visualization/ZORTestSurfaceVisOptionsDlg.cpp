@@ -17,9 +17,9 @@ ZORTestSurfaceVisOptionsDlg::ZORTestSurfaceVisOptionsDlg(ZORTestEnvironment* env
     connect(m_ui->_CancelBtn, &QPushButton::clicked, this, &QDialog::reject);
 
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QStringLiteral("Visualization"));
-    const ZORSysSettingGroupContext surface(settings, QStringLiteral("Surface"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
+    const ZORSysSettingGroupContext surface(settings, QLatin1String("Surface"));
     SetButtonColor(m_ui->_ColorBtn, settings->value("Color", QColor(127, 127, 127)).value<QColor>());
     m_ui->_WireframeChk->setChecked(settings->value("Wireframe").toBool());
 }
@@ -41,9 +41,9 @@ bool ZORTestSurfaceVisOptionsDlg::IsWireframe() const
 void ZORTestSurfaceVisOptionsDlg::OnOKClicked()
 {
     QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QStringLiteral("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QStringLiteral("Visualization"));
-    const ZORSysSettingGroupContext surface(settings, QStringLiteral("Surface"));
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
+    const ZORSysSettingGroupContext surface(settings, QLatin1String("Surface"));
     settings->setValue("Color", GetButtonColor(m_ui->_ColorBtn));
     settings->setValue("Wireframe", m_ui->_WireframeChk->isChecked());
     accept();

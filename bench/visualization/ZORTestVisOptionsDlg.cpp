@@ -13,7 +13,7 @@ ZORTestVisOptionsDlg::ZORTestVisOptionsDlg(ZORTestEnvironment* environment)
 
 void ZORTestVisOptionsDlg::SetButtonColor(QPushButton* button, const QColor& color)
 {
-    button->setStyleSheet(QStringLiteral("background-color: rgb(%1,%2,%3);")
+    button->setStyleSheet(QString::fromLatin1("background-color: rgb(%1,%2,%3);")
                               .arg(color.red())
                               .arg(color.green())
                               .arg(color.blue()));
