@@ -22,6 +22,21 @@ QList<ZORVisMeshData::Corners> SuccessiveTriples(qsizetype numPoints)
 
 } // namespace
 
+ZORVisDrawObject::ZORVisDrawObject(const ZORVisRep* rep, ZORVisVirtualObject* drawnFor)
+    : object(drawnFor)
+{
+    if (!rep)
+        return;
+    items = rep->GetItems();
+    box = rep->GetBoundingBox();
+    for (const auto& item : items) {
+        ZORVisForEach<ZORVisMeshData, ZORVisPrimitiveKind::Mesh>(
+            *item, [this](const ZORVisMeshData& mesh) { size += mesh.corners.size(); });
+        ZORVisForEach<ZORVisLineData, ZORVisPrimitiveKind::Lines>(
+            *item, [this](const ZORVisLineData& lines) { size += lines.points.size(); });
+    }
+}
+
 ZORVisPrimitiveData::~ZORVisPrimitiveData() = default;
 
 ZORVisLineData::ZORVisLineData(const ZORMathSetOfPoints& linePoints,

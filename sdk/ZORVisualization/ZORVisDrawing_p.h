@@ -97,9 +97,14 @@ struct ZORVisRepItem
 /// One thing to draw: what, and for whom it is drawn.
 struct ZORVisDrawObject
 {
+    /// \param rep       may be null
+    /// \param drawnFor  null in pictures without environment
+    ZORVisDrawObject(const ZORVisRep* rep, ZORVisVirtualObject* drawnFor);
+
     ZORVisRep::Items items;
     ZORMathBoundingBox box;
-    ZORVisVirtualObject* object = nullptr; // not owned; null in pictures without environment
+    ZORVisVirtualObject* object; // not owned
+    qint64 size = 0;             // triangles and line segments
 };
 
 /// The primitives of one kind of an item, in drawing order.

@@ -16,13 +16,13 @@ ZORVisFrameBuffer::~ZORVisFrameBuffer()
     Destroy(m_resolved);
 }
 
-bool ZORVisFrameBuffer::Bind(const QSize& size)
+bool ZORVisFrameBuffer::Bind(const QSize& size, int samples)
 {
-    if (m_size != size || m_drawn.framebuffer == 0) {
+    if (m_size != size || m_wantedSamples != samples || m_drawn.framebuffer == 0) {
         Destroy(m_drawn);
         Destroy(m_resolved);
         m_size = size;
-        m_samples = ZORVisGraphicsContext::GetInstance()->GetSamples();
+        m_wantedSamples = m_samples = samples;
         if (m_samples > 1 && !(Create(m_drawn, m_samples) && Create(m_resolved, 0))) {
             Destroy(m_drawn);
             Destroy(m_resolved);

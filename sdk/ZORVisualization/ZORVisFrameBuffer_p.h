@@ -18,8 +18,9 @@ public:
     Q_DISABLE_COPY_MOVE(ZORVisFrameBuffer)
 
     /// Makes the buffer the target of drawing, at the given size.
+    /// \param samples  wanted per pixel; one where there cannot be more
     /// \return false where no such buffer can be made
-    bool Bind(const QSize& size);
+    bool Bind(const QSize& size, int samples);
     /// Copies the colours into \a image, its upper left pixel at \a place.
     void ReadColor(QImage& image, const QPoint& place);
     /// Depths of the pixels row by row from the top, 0 at the near plane, 1 at the far plane.
@@ -38,6 +39,7 @@ private:
     void Resolve(unsigned mask);
 
     QSize m_size;
+    int m_wantedSamples = 0;
     int m_samples = 0;
     Target m_drawn;
     Target m_resolved; // unused with one sample per pixel

@@ -48,6 +48,7 @@ public:
     const double pixelSize; // millimetres
     bool wireframe = false;
     bool triad = false;
+    int samples = 1; // per pixel, with OpenGL
     QRgb top = 0xffffffff;
     QRgb bottom = 0xffffffff;
     double nearDistance = 0; // of the depth range, along the direction from the target, millimetres

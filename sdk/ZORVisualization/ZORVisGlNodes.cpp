@@ -307,7 +307,7 @@ void ZORVisGlLines::DrawJoints(double width) const
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glEnable(GL_SAMPLE_ALPHA_TO_COVERAGE);
     glEnable(GL_ALPHA_TEST);
-    glAlphaFunc(GL_GREATER, 0.1F);
+    glAlphaFunc(GL_GREATER, 0.5F);
     glPointSize(float(width));
     glMultiDrawArrays(GL_POINTS, m_jointStarts.data(), m_jointCounts.data(), int(m_jointStarts.size()));
     glPopAttrib();

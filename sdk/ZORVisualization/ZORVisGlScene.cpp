@@ -197,7 +197,7 @@ void ZORVisGlScene::SetCamera(const ZORVisFrame& frame, const QRect& tile)
 
 bool ZORVisGlScene::Draw(const ZORVisFrame& frame, const QRect& tile, ZORVisFrameBuffer& buffer)
 {
-    if (!buffer.Bind(tile.size()))
+    if (!buffer.Bind(tile.size(), frame.samples))
         return false;
     glViewport(0, 0, tile.width(), tile.height());
     DrawBackground(frame, tile);

@@ -74,6 +74,7 @@ public:
     Qt::HANDLE thread = nullptr;
     int maximumSize = 0;
     int samples = 1;
+    bool software = false;
     QStringList reasons;
     QString description = QStringLiteral("software drawing");
 };
@@ -171,6 +172,9 @@ QString ZORVisGraphicsContext::Private::ReadLimits()
     glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &renderbufferSize);
     glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewportSize.data());
     glGetIntegerv(GL_MAX_SAMPLES, &maximumSamples);
+    const QString renderer = GlString(GL_RENDERER);
+    software = renderer.contains(QStringLiteral("llvmpipe")) || renderer.contains(QStringLiteral("softpipe"))
+               || renderer.contains(QStringLiteral("swrast"));
     maximumSize = std::min({renderbufferSize, viewportSize[0], viewportSize[1]});
     samples = std::clamp(maximumSamples, 1, wantedSamples);
     return maximumSize > 0 ? QString() : QStringLiteral("no framebuffers");
@@ -237,4 +241,9 @@ int ZORVisGraphicsContext::GetMaximumSize() const
 int ZORVisGraphicsContext::GetSamples() const
 {
     return d->samples;
+}
+
+bool ZORVisGraphicsContext::IsSoftware() const
+{
+    return d->software;
 }

@@ -31,6 +31,8 @@ public:
     int GetMaximumSize() const;
     /// Samples per pixel, 1 without antialiasing and without context.
     int GetSamples() const;
+    /// Whether OpenGL is computed by the processor, without graphics hardware.
+    bool IsSoftware() const;
 
 private:
     ZORVisGraphicsContext();

@@ -5,13 +5,16 @@
 #include "ZORVisPicture_p.h"
 #include "ZORVisScene_p.h"
 
+#include <ZORVisualization/ZORVisGraphicsContext.h>
+
 #include <QPointer>
 
 #include <cmath>
 
 namespace {
 
-constexpr double pickTolerance = 5; // device independent pixels
+constexpr qint64 largestSmoothScene = 200'000; // triangles and segments
+constexpr double pickTolerance = 5;            // device independent pixels
 
 double Usable(double devicePixelRatio)
 {
@@ -25,6 +28,7 @@ class ZORVisRenderer::Private
 public:
     ZORVisFrame CreateFrame(const ZORVisCamera& camera, const QSize& devicePixels, double ratio,
                             const ZORVisDrawList& objects) const;
+    static int GetSamples(const ZORVisDrawList& objects);
 
     QPointer<ZORVisScene> scene;
     DisplayMode mode = Shaded;
@@ -42,7 +46,18 @@ ZORVisFrame ZORVisRenderer::Private::CreateFrame(const ZORVisCamera& camera, con
     frame.triad = triadVisible;
     frame.top = top.rgb();
     frame.bottom = bottom.rgb();
+    frame.samples = GetSamples(objects);
     return frame;
+}
+
+// Without hardware, several samples would take three to four times as long: too long to turn a large scene.
+int ZORVisRenderer::Private::GetSamples(const ZORVisDrawList& objects)
+{
+    const ZORVisGraphicsContext* context = ZORVisGraphicsContext::GetInstance();
+    qint64 size = 0;
+    for (const ZORVisDrawObject* object : objects)
+        size += object->size;
+    return context->IsSoftware() && size > largestSmoothScene ? 1 : context->GetSamples();
 }
 
 ZORVisRenderer::ZORVisRenderer()

@@ -15,8 +15,7 @@ std::map<quint64, ZORVisDrawObject> ObjectsOf(const QList<const ZORVisRep*>& rep
     std::map<quint64, ZORVisDrawObject> objects;
     for (const ZORVisRep* rep : reps) {
         if (rep)
-            objects.emplace(objects.size(),
-                            ZORVisDrawObject{rep->GetItems(), rep->GetBoundingBox(), nullptr});
+            objects.emplace(objects.size(), ZORVisDrawObject(rep, nullptr));
     }
     return objects;
 }
@@ -41,6 +40,8 @@ QImage ZORVisRepFactory::CreateImage(const QSize& size, const QList<const ZORVis
     camera.FitAll(box, size);
     ZORVisFrame frame(camera, size, 1, drawn);
     frame.top = frame.bottom = background.isValid() ? background.rgb() : 0xffffffffU;
+
+    frame.samples = ZORVisGraphicsContext::GetInstance()->GetSamples();
 
     std::unique_ptr<ZORVisGlScene> glScene;
     if (ZORVisGraphicsContext::GetInstance()->MakeCurrent()) {

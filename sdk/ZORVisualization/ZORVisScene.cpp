@@ -26,9 +26,7 @@ void ZORVisScenePrivate::Update(ZORVisVirtualObject* object)
     const quint64 key = m_keys.value(object);
     if (key == 0)
         return;
-    const ZORVisRep* rep = object->GetRep();
-    m_objects[key] = {rep ? rep->GetItems() : ZORVisRep::Items(),
-                      rep ? rep->GetBoundingBox() : ZORMathBoundingBox(), object};
+    m_objects.insert_or_assign(key, ZORVisDrawObject(object->GetRep(), object));
     Touch(key);
 }
 
