@@ -21,7 +21,11 @@ find_program(ZOR_CCACHE ccache)
 mark_as_advanced(ZOR_CCACHE)
 if(ZOR_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
   # Relative paths make a second checkout of the same sources hit the cache.
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+  set(ccache_base ${CMAKE_SOURCE_DIR})
+  if(DEFINED ENV{CCACHE_BASEDIR})
+    set(ccache_base $ENV{CCACHE_BASEDIR})
+  endif()
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${ccache_base} CCACHE_NOHASHDIR=1
     ${ZOR_CCACHE})
 endif()
 

@@ -32,5 +32,6 @@ fi
 
 cd "$work"
 unset LD_LIBRARY_PATH ZOR_PLUGIN_PATH ZOR_SAMPLES
-QT_QPA_PLATFORM=offscreen "$prefix/bin/zorhost" --settings "$work/settings.ini" --script "$source/tests/package/open_console.json"
+QT_QPA_PLATFORM=offscreen "$prefix/bin/zorhost" --settings "$work/settings.ini" \
+  --define "SAMPLES=$prefix/share/zorsdk/samples" --script "$source/tests/package/open_console.zorscript"
 QT_QPA_PLATFORM=offscreen "$prefix/bin/zorhost" --version
