@@ -24,10 +24,13 @@ public:
     constexpr double GetY() const { return m_y; }
     constexpr double GetZ() const { return m_z; }
 
+    /// Infinite above 1e154, where the square overflows.
     double GetLength() const { return std::sqrt(m_x * m_x + m_y * m_y + m_z * m_z); }
     /// The vector of length 1 in the same direction; the zero vector when the length is zero, or when a
-    /// component is not finite.
+    /// component is not finite. Exact to rounding for every other vector, also where GetLength() overflows.
     ZORMathVector GetNormalized() const;
+    /// False when a component is infinite or not a number.
+    bool IsFinite() const;
 
     constexpr ZORMathVector operator-() const { return {-m_x, -m_y, -m_z}; }
     constexpr ZORMathVector& operator+=(const ZORMathVector& v)
