@@ -17,8 +17,3 @@ public:
     {
     }
 };
-
-inline void ZorTraceAppend(QByteArray& out, const ZORMathSetOfPoints& points)
-{
-    out += '[' + QByteArray::number(points.size()) + ']';
-}

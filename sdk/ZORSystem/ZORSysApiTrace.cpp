@@ -1,82 +1,57 @@
 #include "ZORSysApiTrace.h"
 
-#include <ZORSystem/ZORSysException.h>
+#include "ZORSysCalledName_p.h"
+#include "ZORSysException_p.h"
+
 #include <ZORSystem/ZORSysFileException.h>
 
 #include <QFile>
 #include <QMutex>
 
-#include <cctype>
 #include <chrono>
-#include <cmath>
 #include <exception>
+#include <memory>
 
 class ZORSysApiTrace::Private
 {
 public:
-    QMutex mutex;
-    QFile file;
+    mutable QMutex mutex; // of all that follows
+    std::unique_ptr<QFile> file;
     bool wanted = false;
 };
 
-bool ZORSysApiTrace::s_enabled = false;
+struct ZORSysApiTraceCall::Call
+{
+    QByteArray line;
+    qint64 start = 0;
+    int uncaughtExceptions = 0;
+    quint64 exceptionMark = 0;
+};
+
+std::atomic<bool> ZORSysApiTrace::s_enabled = false;
 
 namespace {
 
+// Traced calls that this thread is in. Of trivial type: static destructors run after the others are gone.
 thread_local int depth = 0;
 
 qint64 Now()
 {
-    return std::chrono::steady_clock::now().time_since_epoch().count();
-}
-
-// "Result<T> Class::Method(Argument) const" -> "Class::Method("
-QByteArray CalledName(const char* prettyFunction)
-{
-    const QByteArrayView text(prettyFunction);
-    const qsizetype end = text.indexOf('(');
-    qsizetype begin = end;
-    while (begin > 0
-           && (std::isalnum(static_cast<unsigned char>(text[begin - 1])) || text[begin - 1] == '_'
-               || text[begin - 1] == ':' || text[begin - 1] == '~'))
-        --begin;
-    return text.sliced(begin, end - begin).toByteArray() + '(';
-}
-
-void AppendEscaped(QByteArray& out, const QByteArray& text)
-{
-    out += '"';
-    for (const char c : text) {
-        switch (c) {
-        case '"':
-            out += "\\\"";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        default:
-            if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
-                out += '\\' + QByteArray::number(static_cast<unsigned char>(c), 8).rightJustified(3, '0');
-            else
-                out += c;
-        }
-    }
-    out += '"';
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(
+               std::chrono::steady_clock::now().time_since_epoch())
+        .count();
 }
 
 // Reads ZOR_API_TRACE before the first call of the process.
 [[gnu::used]] const bool initialised = [] {
-    if (const QString file = qEnvironmentVariable("ZOR_API_TRACE"); !file.isEmpty())
+    const QString file = qEnvironmentVariable("ZOR_API_TRACE");
+    if (file.isEmpty())
+        return true;
+    try {
         ZORSysApiTrace::GetInstance()->SetFile(file);
+    } catch (const ZORSysException& exception) {
+        qWarning("ZOR_API_TRACE: %s", exception.what());
+    }
     return true;
 }();
 
@@ -84,136 +59,113 @@ void AppendEscaped(QByteArray& out, const QByteArray& text)
 
 ZORSysApiTrace* ZORSysApiTrace::GetInstance()
 {
-    static ZORSysApiTrace trace;
-    return &trace;
+    static auto* const trace = new ZORSysApiTrace;
+    return trace;
 }
 
 ZORSysApiTrace::ZORSysApiTrace()
     : d(new Private)
 {
+    setObjectName(QStringLiteral("ZORSysApiTrace"));
 }
 
 ZORSysApiTrace::~ZORSysApiTrace()
 {
-    s_enabled = false;
     delete d;
 }
 
 void ZORSysApiTrace::SetEnabled(bool enabled)
 {
+    const QMutexLocker lock(&d->mutex);
     d->wanted = enabled;
     UpdateEnabled();
 }
 
 void ZORSysApiTrace::SetFile(const QString& fileName)
 {
-    {
-        const QMutexLocker lock(&d->mutex);
-        d->file.close();
-        if (!fileName.isEmpty()) {
-            d->file.setFileName(fileName);
-            if (!d->file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-                throw ZORSysFileOpenException(fileName, d->file.errorString());
-        }
+    const QMutexLocker lock(&d->mutex);
+    if (fileName.isEmpty()) {
+        d->file.reset();
+    } else {
+        auto file = std::make_unique<QFile>(fileName);
+        if (!file->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
+            throw ZORSysFileOpenException(fileName, file->errorString());
+        d->file = std::move(file);
     }
     UpdateEnabled();
 }
 
+QString ZORSysApiTrace::GetFile() const
+{
+    const QMutexLocker lock(&d->mutex);
+    return d->file ? d->file->fileName() : QString();
+}
+
 void ZORSysApiTrace::UpdateEnabled()
 {
-    s_enabled = d->wanted || d->file.isOpen();
+    s_enabled = d->wanted || d->file;
 }
 
 void ZORSysApiTrace::Record(const QByteArray& line, qint64 nanoseconds)
 {
+    QString failure;
     {
         const QMutexLocker lock(&d->mutex);
-        if (d->file.isOpen()) {
-            d->file.write(line + '\n');
-            d->file.flush();
+        const QByteArray text = line + '\n';
+        if (d->file && d->file->write(text) != text.size()) {
+            failure = tr("cannot write API trace '%1': %2").arg(d->file->fileName(), d->file->errorString());
+            d->file.reset();
+            UpdateEnabled();
         }
     }
+    // Without the lock: receivers and message handlers may call anything.
+    if (!failure.isEmpty())
+        qWarning("%s", qUtf8Printable(failure));
     emit CallTraced(line, nanoseconds);
 }
 
-void ZorTraceAppend(QByteArray& out, double value)
+QByteArray* ZORSysApiTraceCall::Enter(const char* function)
 {
-    if (std::isnan(value))
-        out += "nan";
-    else if (std::isinf(value))
-        out += value < 0 ? "-inf" : "inf";
-    else
-        out += QByteArray::number(value, 'g', 17);
+    static Call nested; // stands for all of them: they have nothing of their own
+    if (depth > 0) {
+        ++depth;
+        m_call = &nested;
+        return nullptr;
+    }
+    m_call = new Call;
+    ++depth;
+    m_call->line = ZorSysCalledName(function) + '(';
+    return &m_call->line;
 }
 
-void ZorTraceAppend(QByteArray& out, const QString& value)
+void ZORSysApiTraceCall::Started()
 {
-    AppendEscaped(out, value.toUtf8());
+    m_call->uncaughtExceptions = std::uncaught_exceptions();
+    m_call->exceptionMark = ZORSysExceptionWatch::GetMark();
+    m_call->start = Now();
 }
 
-void ZorTraceAppend(QByteArray& out, const char* value)
+void ZORSysApiTraceCall::End()
 {
-    if (value)
-        AppendEscaped(out, value);
-    else
-        out += "null";
-}
-
-void ZorTraceAppend(QByteArray& out, const QByteArray& value)
-{
-    out += "bytes[" + QByteArray::number(value.size()) + ']';
-}
-
-void ZorTraceAppend(QByteArray& out, const QObject* value)
-{
-    if (value)
-        out += '<' + value->objectName().toUtf8() + '>';
-    else
-        out += "null";
-}
-
-void ZorTraceAppend(QByteArray& out, const QMetaObject* value)
-{
-    if (value)
-        out += '<' + QByteArray(value->className()) + '>';
-    else
-        out += "null";
-}
-
-void ZorTraceAppendInteger(QByteArray& out, qint64 value)
-{
-    out += QByteArray::number(value);
-}
-
-void ZorTraceAppendBool(QByteArray& out, bool value)
-{
-    out += value ? "true" : "false";
-}
-
-void ZorTraceAppendPointer(QByteArray& out, const void* value)
-{
-    out += value ? "<object>" : "null";
-}
-
-bool ZORSysApiTraceCall::Enter(const char* function)
-{
-    m_entered = true;
-    m_outermost = depth++ == 0;
-    if (!m_outermost)
-        return false;
-    m_exceptions = std::uncaught_exceptions();
-    m_line = CalledName(function);
-    m_start = Now();
-    return true;
-}
-
-void ZORSysApiTraceCall::Leave()
-{
-    --depth;
-    if (!m_outermost)
+    if (depth > 1) {
+        --depth;
         return;
-    const qint64 elapsed = Now() - m_start;
-    if (std::uncaught_exceptions() > m_exceptions)
-        m_line += " ! " + ZORSysException::GetLastMessage().toUtf8();
-    ZORSysApiTrace::GetInstance()->Record(m_line, elapsed);
+    }
+    const std::unique_ptr<Call> call(m_call);
+    const qint64 elapsed = Now() - call->start;
+    try {
+        if (std::uncaught_exceptions() > call->uncaughtExceptions) {
+            const auto message = ZORSysExceptionWatch::GetMessageSince(call->exceptionMark);
+            call->line += " ! ";
+            ZorTraceAppendEscaped(call->line, message ? message->toUtf8() : "unknown exception");
+        }
+        // Still inside the call: what a receiver calls is nested and does not come back here.
+        if (ZORSysApiTrace::IsEnabled())
+            ZORSysApiTrace::GetInstance()->Record(call->line, elapsed);
+    } catch (const std::exception& exception) {
+        qWarning("receiver of the API trace failed: %s", exception.what());
+    } catch (...) {
+        qWarning("receiver of the API trace failed");
+    }
+    --depth;
 }

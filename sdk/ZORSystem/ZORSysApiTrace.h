@@ -2,23 +2,28 @@
 
 #pragma once
 
+#include <ZORSystem/ZORSysTraceArguments.h>
 #include <ZORSystem/ZORSystemGlobal.h>
 
 #include <QByteArray>
-#include <QList>
 #include <QObject>
 #include <QString>
 
+#include <atomic>
 #include <type_traits>
 
 /// Collects one line per outermost SDK call while it is enabled.
 ///
 /// Line format: Class::Method(arg, arg), a constructor as Class::Class(arg, ...). See ZorTraceAppend()
-/// for the form of the arguments. A call that leaves by an exception adds " ! " and its message.
-/// Nested SDK calls (an SDK function that calls another one) write nothing of their own.
+/// for the form of the arguments. A call that leaves by an exception adds " ! " and its message, or
+/// " ! unknown exception" when it is none of the SDK's family. Control characters in messages and names
+/// are shown as C escapes: a line never breaks. Nested SDK calls (an SDK function that calls another one)
+/// write nothing of their own.
 ///
 /// The environment variable ZOR_API_TRACE=<file> enables the trace from the first call on and writes
-/// every line to that file. Thread-safe: calls of other threads are traced with their own nesting.
+/// every line to that file; a file that cannot be written is reported as a warning. Thread-safe: calls of
+/// other threads are traced with their own nesting. It is never destroyed, so that calls from static
+/// destructors are traced too.
 class ZORSYSTEM_EXPORT ZORSysApiTrace : public QObject
 {
     Q_OBJECT
@@ -27,17 +32,22 @@ public:
     static ZORSysApiTrace* GetInstance();
 
     /// Whether calls are recorded: true while there is a file or SetEnabled(true) was called.
-    static bool IsEnabled() { return s_enabled; }
+    static bool IsEnabled() { return s_enabled.load(std::memory_order_relaxed); }
     /// Records calls for the receivers of CallTraced(). Does not touch the file.
     void SetEnabled(bool enabled);
 
-    /// Appends every line to \a fileName, which is created or emptied; an empty name closes the file.
-    /// \throws ZORSysFileOpenException when the file cannot be written
+    /// Writes every line to \a fileName from now on; the file is created or emptied. Each line is written
+    /// when its call ends, so that a crash loses none. An empty name ends the writing. When a line cannot
+    /// be written (a full disk) a warning says so and the writing ends.
+    /// \throws ZORSysFileOpenException when the file cannot be written; the file before it then stays
     void SetFile(const QString& fileName);
+    /// Name of the file that is written; empty without one.
+    QString GetFile() const;
 
 signals:
-    /// One outermost call has ended. Emitted in the thread of the call.
-    /// \param line         without line break
+    /// One outermost call has ended. Emitted in the thread of the call, which may hold locks of its own:
+    /// receivers of another thread get it queued. Exceptions of receivers are reported as warnings.
+    /// \param line         without line break, UTF-8
     /// \param nanoseconds  wall time of the call
     void CallTraced(const QByteArray& line, qint64 nanoseconds);
 
@@ -51,56 +61,8 @@ private:
 
     class Private;
     Private* const d; // owned
-    static bool s_enabled;
+    static std::atomic<bool> s_enabled;
 };
-
-/// Appends an argument to a traced line. Every type that is passed to ZOR_TRACE_CALL needs an overload
-/// that is found by its namespace or class (a friend function of a value class):
-/// doubles with 17 significant digits (nan, inf), booleans as true and false, strings in double quotes
-/// with C escapes, enumerators as their number, pointers to QObjects as their object name in angle
-/// brackets or null, points and the like as (x, y, z), lists as [n], byte arrays as bytes[n].
-ZORSYSTEM_EXPORT void ZorTraceAppend(QByteArray& out, double value);
-ZORSYSTEM_EXPORT void ZorTraceAppend(QByteArray& out, const QString& value);
-ZORSYSTEM_EXPORT void ZorTraceAppend(QByteArray& out, const char* value);
-ZORSYSTEM_EXPORT void ZorTraceAppend(QByteArray& out, const QByteArray& value);
-ZORSYSTEM_EXPORT void ZorTraceAppend(QByteArray& out, const QObject* value);
-ZORSYSTEM_EXPORT void ZorTraceAppend(QByteArray& out, const QMetaObject* value);
-ZORSYSTEM_EXPORT void ZorTraceAppendInteger(QByteArray& out, qint64 value);
-ZORSYSTEM_EXPORT void ZorTraceAppendBool(QByteArray& out, bool value);
-/// Objects that are no QObject have no name: "<object>", or null.
-ZORSYSTEM_EXPORT void ZorTraceAppendPointer(QByteArray& out, const void* value);
-
-template<class T>
-requires(std::is_integral_v<T> || std::is_enum_v<T>) void ZorTraceAppend(QByteArray& out, T value)
-{
-    if constexpr (std::is_same_v<T, bool>)
-        ZorTraceAppendBool(out, value);
-    else
-        ZorTraceAppendInteger(out, static_cast<qint64>(value));
-}
-
-template<class T>
-void ZorTraceAppend(QByteArray& out, const QList<T>& value)
-{
-    out += '[' + QByteArray::number(value.size()) + ']';
-}
-
-template<class Enum>
-void ZorTraceAppend(QByteArray& out, QFlags<Enum> value)
-{
-    ZorTraceAppendInteger(out, value.toInt());
-}
-
-template<class T>
-requires(
-    !std::is_base_of_v<
-        QObject,
-        T> && !std::is_same_v<std::remove_cv_t<T>, char> && !std::is_same_v<std::remove_cv_t<T>, QMetaObject>) void ZorTraceAppend(QByteArray&
-                                                                                                                                       out,
-                                                                                                                                   T* value)
-{
-    ZorTraceAppendPointer(out, value);
-}
 
 /// One traced call; lives for the body of the function. Use it through ZOR_TRACE_CALL.
 class ZORSYSTEM_EXPORT ZORSysApiTraceCall
@@ -109,41 +71,46 @@ public:
     template<class... Args>
     explicit ZORSysApiTraceCall(const char* function, const Args&... args)
     {
-        if (!ZORSysApiTrace::IsEnabled()) [[likely]]
-            return;
-        if (!Enter(function))
-            return;
-        [[maybe_unused]] bool first = true;
-        (
-            [&] {
-                if (!first)
-                    m_line += ", ";
-                first = false;
-                ZorTraceAppend(m_line, args);
-            }(),
-            ...);
-        m_line += ')';
+        if (ZORSysApiTrace::IsEnabled()) [[unlikely]]
+            Begin<Args...>(function, args...);
     }
     ~ZORSysApiTraceCall()
     {
-        if (m_entered) [[unlikely]]
-            Leave();
+        if (m_call) [[unlikely]]
+            End();
     }
     Q_DISABLE_COPY_MOVE(ZORSysApiTraceCall)
 
 private:
-    /// \return whether this is the outermost call, whose line is wanted
-    bool Enter(const char* function);
-    void Leave();
+    struct Call;
 
-    bool m_entered = false;
-    bool m_outermost = false;
-    int m_exceptions = 0;
-    qint64 m_start = 0;
-    QByteArray m_line;
+    // Numbers and pointers by value: parameters of the traced function can then stay in registers.
+    template<class T>
+    using Pass = std::conditional_t<std::is_scalar_v<T>, T, const T&>;
+
+    // Kept out of the traced function, which holds nothing but the test.
+    template<class... Args>
+    [[gnu::cold, gnu::noinline]] Q_DECL_HIDDEN void Begin(const char* function, Pass<Args>... args) noexcept
+    {
+        QByteArray* line = Enter(function);
+        if (!line)
+            return;
+        [[maybe_unused]] const qsizetype begin = line->size();
+        ((line->size() > begin ? void(*line += ", ") : void(), ZorTraceAppend(*line, args)), ...);
+        *line += ')';
+        Started();
+    }
+
+    /// \return the line to complete; null when the call is nested in another one
+    QByteArray* Enter(const char* function);
+    void Started();
+    void End();
+
+    Call* m_call = nullptr; // owned; null while the trace is off
 };
 
 /// First line of every public SDK function that changes something or takes values chosen by the
-/// caller; its arguments are those of the function. Off, it costs one branch.
+/// caller; its arguments are those of the function. Off, it costs one branch on a flag, and at the end of
+/// the function one on a register.
 #define ZOR_TRACE_CALL(...)                                                                                  \
     const ZORSysApiTraceCall zorTraceCall(__PRETTY_FUNCTION__ __VA_OPT__(, ) __VA_ARGS__)

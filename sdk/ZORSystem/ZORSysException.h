@@ -14,16 +14,16 @@ class ZORSYSTEM_EXPORT ZORSysException : public std::exception
 {
 public:
     explicit ZORSysException(const QString& message);
+    ZORSysException(const ZORSysException& other);
+    ZORSysException& operator=(const ZORSysException& other);
     ~ZORSysException() override;
 
     QString GetMessage() const { return m_message; }
+    /// The message in UTF-8.
     const char* what() const noexcept override { return m_what.constData(); }
-
-    /// Message of the exception that was constructed last in this thread; for the API trace, which
-    /// sees a call end by an exception without seeing the exception.
-    static QString GetLastMessage();
 
 private:
     QString m_message;
     QByteArray m_what;
+    quint64 m_number = 0; // of this object among all of the process
 };

@@ -1,5 +1,9 @@
 #include "ZORSysSettingsManager.h"
 
+#include <ZORSystem/ZORSysApiTrace.h>
+
+#include <QSettings>
+
 ZORSysSettingsManager* ZORSysSettingsManager::GetManager()
 {
     static ZORSysSettingsManager manager;
@@ -13,5 +17,6 @@ QSettings* ZORSysSettingsManager::GetSource() const
 
 void ZORSysSettingsManager::SetSource(QSettings* source)
 {
+    ZOR_TRACE_CALL(source);
     m_source = source;
 }

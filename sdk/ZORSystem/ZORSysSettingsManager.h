@@ -4,7 +4,8 @@
 
 #include <ZORSystem/ZORSystemGlobal.h>
 
-class QSettings;
+#include <QPointer>
+#include <QSettings>
 
 /// Hands out the settings store of the application, which the application sets at start.
 class ZORSYSTEM_EXPORT ZORSysSettingsManager
@@ -12,13 +13,13 @@ class ZORSYSTEM_EXPORT ZORSysSettingsManager
 public:
     static ZORSysSettingsManager* GetManager();
 
-    /// The current store; null until SetSource() was called.
+    /// The current store; null until SetSource() was called, and after the store was destroyed.
     QSettings* GetSource() const;
-    /// \param source  not owned: the caller keeps it alive or sets null before it dies
+    /// \param source  not owned; replaces the one before it
     void SetSource(QSettings* source);
 
 private:
     ZORSysSettingsManager() = default;
 
-    QSettings* m_source = nullptr; // not owned
+    QPointer<QSettings> m_source; // not owned
 };

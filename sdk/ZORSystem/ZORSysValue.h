@@ -12,13 +12,13 @@
 class ZORSYSTEM_EXPORT ZORSysValue
 {
 public:
-    enum Magnitude {
+    enum Magnitude : int {
         Length = 1,
         Angle = 2,
     };
 
     /// The codes are stored in settings and files: never renumber them.
-    enum Unit {
+    enum Unit : int {
         Millimeter = 0,
         Centimeter = 1,
         Meter = 2,
@@ -29,6 +29,7 @@ public:
     };
 
     /// The units of a magnitude in the order in which they are offered; the first is the usual one.
+    /// Empty for a value outside the enumeration.
     static QList<Unit> GetMagnitudeUnits(Magnitude magnitude);
     /// Short name: "mm", "cm", "m", "in", "ft", "rad", "deg"; empty for a value outside the enumeration.
     static QString GetUnitLabel(Unit unit);

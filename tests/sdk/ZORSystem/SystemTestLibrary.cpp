@@ -17,6 +17,18 @@ extern "C" Q_DECL_EXPORT void ZorTestThrowFileOpen(const QString& path)
     throw ZORSysFileOpenException(path, QStringLiteral("no such device"));
 }
 
+extern "C" Q_DECL_EXPORT QString ZorTestCatch(void (*function)())
+{
+    try {
+        function();
+    } catch (const ZORSysFileException& exception) {
+        return QLatin1String("file: ") + exception.GetMessage();
+    } catch (const ZORSysException& exception) {
+        return QLatin1String("sdk: ") + exception.GetMessage();
+    }
+    return QStringLiteral("none");
+}
+
 extern "C" Q_DECL_EXPORT void ZorTestRegisterInit(int* counter)
 {
     ZORSysRegisterInit([counter] { ++*counter; });

@@ -6,4 +6,6 @@ class QString;
 
 using ZorTestRecordStackFunction = void (*)();
 using ZorTestThrowFileOpenFunction = void (*)(const QString& path);
+/// Tells what \a function threw: "file: message", "sdk: message" or "none".
+using ZorTestCatchFunction = QString (*)(void (*function)());
 using ZorTestRegisterInitFunction = void (*)(int* counter);
