@@ -3,16 +3,20 @@
 #include <QMetaObject>
 #include <QObject>
 
+#include <array>
+#include <charconv>
 #include <cmath>
 
 void ZorTraceAppend(QByteArray& out, double value)
 {
-    if (std::isnan(value))
+    constexpr int digits = 17; // enough to get the same number back
+    if (std::isnan(value)) {
         out += "nan";
-    else if (std::isinf(value))
-        out += value < 0 ? "-inf" : "inf";
-    else
-        out += QByteArray::number(value, 'g', 17);
+        return;
+    }
+    std::array<char, 32> text = {};
+    const auto result = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, digits);
+    out.append(text.data(), result.ptr - text.data());
 }
 
 void ZorTraceAppend(QByteArray& out, const QString& value)

@@ -10,6 +10,7 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFileException.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QMap>
 #include <QProcess>

@@ -35,7 +35,7 @@ TEST(ZORSysValueTest, EveryUnitHasItsCodeLabelAndFactor)
     {
         int code;
         ZORSysValue::Unit unit;
-        const char* label;
+        QString label;
         double factor;
     };
     const Row rows[] = {
