@@ -9,6 +9,11 @@
 #include <malloc.h>
 #include <random>
 
+double GetSheetHeight(double x, double y)
+{
+    return 40 * std::sin(x / 80) * std::cos(y / 110);
+}
+
 std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order)
 {
     constexpr int cells = 707;
@@ -18,7 +23,7 @@ std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order)
         for (int column = 0; column <= cells; ++column) {
             const double x = width * column / cells;
             const double y = width * row / cells;
-            vertices.append({x, y, 40 * std::sin(x / 80) * std::cos(y / 110)});
+            vertices.append({x, y, GetSheetHeight(x, y)});
         }
     }
     QList<ZORGeoSurface::Corners> triangles;

@@ -17,6 +17,9 @@ enum class TriangleOrder {
 /// A wavy sheet of 2 * 707 * 707 = 999698 triangles, 1000 mm wide, which belongs to no container.
 std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order);
 
+/// z of the sheet.
+double GetSheetHeight(double x, double y);
+
 /// Path of the sheet as an STL file, written on first use into a folder that lasts as long as the process.
 QString GetSheetFile(TriangleOrder order, ZORGeoStlWriter::FileFormats format);
 

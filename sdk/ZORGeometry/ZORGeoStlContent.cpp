@@ -64,7 +64,7 @@ void ZORGeoStlContent::Release(qsizetype bytes)
 #ifdef Q_OS_UNIX
     // Only whole pages strictly before the place; they come back from the file if touched again.
     constexpr std::uintptr_t page = 1 << 16;
-    if (!m_file)
+    if (!m_file || m_file->handle() < 0) // a resource inside the program
         return;
     const std::uintptr_t base = reinterpret_cast<std::uintptr_t>(m_mapped);
     const std::uintptr_t from = (base + std::uintptr_t(m_released) + page - 1) & ~(page - 1);

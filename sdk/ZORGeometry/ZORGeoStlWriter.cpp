@@ -91,7 +91,7 @@ public:
 
 private:
     static constexpr size_t bufferSize = size_t(1) << 20;
-    static constexpr size_t longestFacet = 1024;
+    static constexpr size_t longestFacet = 2048; // or name
 
     void Append(const char* text, size_t size)
     {

@@ -18,16 +18,29 @@ ZOR_GEO_REGISTER_TYPE(ZORGeoSurface)
 class ZORGeoSurfacePrivate
 {
 public:
-    // Built on first use, by whichever thread comes first.
+    // Both are made on first use, by whichever thread comes first.
     const ZORGeoMeshTree& GetTree() const
     {
         std::call_once(m_treeBuilt, [this] { m_tree = std::make_unique<const ZORGeoMeshTree>(*mesh); });
         return *m_tree;
     }
 
+    const ZORMathBoundingBox& GetBox() const
+    {
+        std::call_once(m_boxMeasured, [this] {
+            for (const ZORGeoMesh::Corners& corners : mesh->triangles) {
+                for (const int corner : corners)
+                    m_box.Add(mesh->vertices[corner]);
+            }
+        });
+        return m_box;
+    }
+
     std::unique_ptr<const ZORGeoMesh> mesh;
 
 private:
+    mutable std::once_flag m_boxMeasured;
+    mutable ZORMathBoundingBox m_box;
     mutable std::once_flag m_treeBuilt;
     mutable std::unique_ptr<const ZORGeoMeshTree> m_tree;
 };
@@ -109,12 +122,7 @@ const QList<ZORGeoSurface::Corners>& ZORGeoSurface::GetCornerArray() const
 ZORMathBoundingBox ZORGeoSurface::GetBoundingBox() const
 {
     Q_D(const ZORGeoSurface);
-    ZORMathBoundingBox box;
-    for (const Corners& corners : d->mesh->triangles) {
-        for (const int corner : corners)
-            box.Add(d->mesh->vertices[corner]);
-    }
-    return box;
+    return d->GetBox();
 }
 
 double ZORGeoSurface::GetArea() const

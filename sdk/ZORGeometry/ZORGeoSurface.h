@@ -69,7 +69,7 @@ public:
     /// The corners of all triangles; T entries, triangle t at index t - 1, vertex indices of base 0.
     const QList<Corners>& GetCornerArray() const;
 
-    /// The box around the corners of all triangles; empty for a surface without triangles.
+    /// The box around the corners of all triangles; empty for a surface without triangles. Measured once.
     ZORMathBoundingBox GetBoundingBox() const;
     /// The sum of the areas of the triangles, square millimetres.
     double GetArea() const;
