@@ -1,0 +1,152 @@
+// Runs the program itself.
+
+#include "HostTest.h"
+
+#include <QProcess>
+
+namespace {
+
+class ZORHostProgramTest : public HostTest
+{
+public:
+    /// Runs zorhost to its end.
+    int Run(const QStringList& arguments, const QStringList& environment = {})
+    {
+        QProcess process;
+        process.setProcessEnvironment(Environment(environment));
+        process.start(ZOR_TEST_HOST, arguments);
+        EXPECT_TRUE(process.waitForFinished(120'000)) << process.errorString().toStdString();
+        out = QString::fromLocal8Bit(process.readAllStandardOutput());
+        err = QString::fromLocal8Bit(process.readAllStandardError());
+        EXPECT_EQ(QProcess::NormalExit, process.exitStatus()) << err.toStdString();
+        return process.exitCode();
+    }
+    int RunScript(const QByteArray& script, const QStringList& arguments = {},
+                  const QStringList& environment = {})
+    {
+        return Run(QStringList({"--script", WriteFile("test.zorscript", script), "--settings",
+                                GetPath("host.ini"), "--no-default-plugins"})
+                       + arguments,
+                   environment);
+    }
+
+    QString out;
+    QString err;
+
+private:
+    static QProcessEnvironment Environment(const QStringList& additions)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString& addition : additions)
+            environment.insert(addition.section('=', 0, 0), addition.section('=', 1));
+        return environment;
+    }
+};
+
+TEST_F(ZORHostProgramTest, AnswersHelpAndVersionWithoutADisplay)
+{
+    EXPECT_EQ(0, Run({"--version"}, {"QT_QPA_PLATFORM=xcb", "DISPLAY="}));
+    EXPECT_EQ(QString("zorhost 1.0.0\n"), out);
+    EXPECT_EQ(0, Run({"--help"}, {"QT_QPA_PLATFORM=xcb", "DISPLAY="}));
+    EXPECT_TRUE(out.contains("--plugin <file>")) << out.toStdString();
+}
+
+TEST_F(ZORHostProgramTest, AWrongOptionEndsWithCodeTwo)
+{
+    EXPECT_EQ(2, Run({"--nonsense"}));
+    EXPECT_TRUE(err.startsWith("Unknown option 'nonsense'.")) << err.toStdString();
+    EXPECT_TRUE(out.isEmpty());
+}
+
+TEST_F(ZORHostProgramTest, AScriptThatSucceedsEndsWithCodeZero)
+{
+    const QString part = WriteTetrahedron("part.stl");
+    EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n"
+                           "expect title is \"Zorvane Host\"\n"
+                           "expect triangles Surface.1 is 4\n"
+                           "screenshot view ${OUT}/view.png\n"
+                           "screenshot window ${OUT}/window.png\n"
+                           "expect colors ${OUT}/view.png above 10\n",
+                           {"--define", "OUT=" + GetPath("out"), "--open", part}))
+        << out.toStdString() << err.toStdString();
+    EXPECT_TRUE(out.contains("All as expected.")) << out.toStdString();
+    EXPECT_TRUE(QFile::exists(GetPath("out/window.png")));
+    EXPECT_TRUE(QFile::exists(GetPath("host.ini")));
+}
+
+TEST_F(ZORHostProgramTest, AScriptThatFailsEndsWithCodeOne)
+{
+    EXPECT_EQ(1, RunScript("in ZORHostMainWindow\nexpect title is Nothing\n"));
+    EXPECT_TRUE(out.contains("FAILED test.zorscript:2: title is 'Zorvane Host', expected: is 'Nothing'"))
+        << out.toStdString();
+    EXPECT_EQ(1, RunScript("trigger \"No Such Action\"\n"));
+}
+
+TEST_F(ZORHostProgramTest, AScriptThatEndsTheProgramBeforeItsOwnEndFails)
+{
+    EXPECT_EQ(1, RunScript("in ZORHostMainWindow\ntrigger _QuitAction\nwait 5 window Never is open\n"));
+}
+
+TEST_F(ZORHostProgramTest, AScriptThatCannotBeReadEndsWithCodeTwo)
+{
+    EXPECT_EQ(2, RunScript("jump\n"));
+    EXPECT_TRUE(err.contains("test.zorscript:1: unknown step 'jump'")) << err.toStdString();
+}
+
+TEST_F(ZORHostProgramTest, AnErrorBoxNobodyExpectsFailsTheScript)
+{
+    EXPECT_EQ(1, RunScript("in ZORHostMainWindow\nanswer file ${FILE}\ntrigger _OpenAction\n",
+                           {"--define", "FILE=" + WriteFile("bad.stl", "\xff\xfe bad")}));
+    EXPECT_TRUE(out.contains("unexpected dialog 'Error' (QMessageBox)")) << out.toStdString();
+}
+
+TEST_F(ZORHostProgramTest, LoadsPluginsByOptionAndSearchPathAndReportsBadOnes)
+{
+    const QString folder = QStringLiteral(ZOR_TEST_PLUGIN_DIR);
+    EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n"
+                           "trigger \"Good Action\"\n"
+                           "in _GoodPluginWindow\n"
+                           "expect title is \"Plug-in Window\"\n"
+                           "in ZORHostMainWindow\n"
+                           "expect value _NoticeLbl contains \"libOtherMajorPlugin.so\"\n"
+                           "trigger _PluginsAction\n"
+                           "in _PluginDialog\n"
+                           "expect rows _PluginTable is 2\n"
+                           "expect cell _PluginTable Good State is Loaded\n"
+                           "select _PluginTable Good\n"
+                           "click _PluginUnloadBtn\n"
+                           "expect cell _PluginTable Good State is Unloaded\n"
+                           "wait 5 window _GoodPluginWindow is closed\n",
+                           {"--plugin", folder + "/libGoodPlugin.so", "--plugin",
+                            folder + "/libOtherMajorPlugin.so"}))
+        << out.toStdString() << err.toStdString();
+    EXPECT_TRUE(err.contains("the major versions differ")) << err.toStdString();
+    EXPECT_EQ(0, Run({"--script", WriteFile("test.zorscript", "trigger \"Good Action\"\n"), "--settings",
+                      GetPath("host.ini")},
+                     {"ZOR_PLUGIN_PATH=" + folder}))
+        << out.toStdString() << err.toStdString();
+}
+
+TEST_F(ZORHostProgramTest, OpensItsWindowWithoutGraphicsContext)
+{
+    EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n"
+                           "screenshot window ${OUT}/window.png\n"
+                           "screenshot view ${OUT}/view.png\n"
+                           "expect colors ${OUT}/view.png above 10\n",
+                           {"--define", "OUT=" + GetPath("out"), "--open", WriteTetrahedron("part.stl")},
+                           {"ZOR_NO_GRAPHICS=1"}))
+        << out.toStdString() << err.toStdString();
+}
+
+TEST_F(ZORHostProgramTest, SettingsThatCannotBeKeptAreOnTheNoticeBar)
+{
+    const QString file = WriteFile("file", "x") + "/host.ini";
+    EXPECT_EQ(0,
+              Run({"--no-default-plugins", "--settings", file, "--script",
+                   WriteFile("test.zorscript", "in ZORHostMainWindow\n"
+                                               "expect value _NoticeLbl contains \"cannot be written\"\n")}))
+        << out.toStdString() << err.toStdString();
+    EXPECT_TRUE(err.contains("cannot be written")) << err.toStdString();
+}
+
+} // namespace

@@ -1,0 +1,19 @@
+// Entry point of the test programs of the host: as that of the others, with the host's application object.
+
+#include "app/ZORHostApplication.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QTemporaryDir home; // the settings of whoever runs the tests stay as they are
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const ZORHostApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}

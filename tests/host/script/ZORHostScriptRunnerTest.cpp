@@ -1,0 +1,426 @@
+#include "script/ZORHostScriptRunner.h"
+
+#include "HostTest.h"
+#include "view/ZORHostView3D.h"
+
+#include <ZORGeometry/ZORGeoSurface.h>
+
+#include <QBuffer>
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTimer>
+
+namespace {
+
+/// A window with one of everything a script can drive.
+class Playground : public QMainWindow
+{
+public:
+    Playground()
+    {
+        setObjectName("Playground");
+        setWindowTitle("Play Ground");
+        auto* central = new QWidget(this);
+        setCentralWidget(central);
+        auto* form = new QFormLayout(central);
+        auto* combo = Named(new QComboBox, "_Combo");
+        combo->addItems({"one", "two", "three"});
+        form->addRow("&Number: ", combo);
+        form->addRow("Check", Named(new QCheckBox("Option A"), "_Check"));
+        form->addRow("Radio", Named(new QRadioButton("Choice B"), "_Radio"));
+        form->addRow("Spin", Named(new QSpinBox, "_Spin"));
+        form->addRow("Double", Named(new QDoubleSpinBox, "_Double"));
+        form->addRow("Edit", Named(new QLineEdit, "_Edit"));
+        auto* disabled = Named(new QLineEdit, "_Disabled");
+        disabled->setEnabled(false);
+        form->addRow("Disabled", disabled);
+        auto* tabs = Named(new QTabWidget, "_Tabs");
+        tabs->addTab(new QWidget, "First");
+        tabs->addTab(new QWidget, "Second");
+        form->addRow(tabs);
+        table = Named(new QTableView, "_Table");
+        model.setHorizontalHeaderLabels({"Name", "Count"});
+        for (const char* name : {"alpha", "beta", "gamma"})
+            AddRow(QString::fromLatin1(name));
+        table->setModel(&model);
+        form->addRow(table);
+        button = Named(new QPushButton("&Press"), "_Button");
+        form->addRow(button);
+        menu = menuBar()->addMenu("&Menu");
+        resize(400, 700);
+        show();
+    }
+    template<class Widget>
+    Widget* Named(Widget* widget, const char* name)
+    {
+        widget->setObjectName(QString::fromLatin1(name));
+        return widget;
+    }
+    void AddRow(const QString& name)
+    {
+        model.appendRow({new QStandardItem(name), new QStandardItem(QString::number(model.rowCount()))});
+    }
+    QAction* Add(const QString& text, const std::function<void()>& body)
+    {
+        QAction* action = menu->addAction(text);
+        QObject::connect(action, &QAction::triggered, this, body);
+        return action;
+    }
+
+    QStandardItemModel model;
+    QTableView* table;
+    QPushButton* button;
+    QMenu* menu;
+};
+
+class ZORHostScriptRunnerTest : public HostTest
+{
+public:
+    /// Plays the lines and waits for the end.
+    bool Play(const QStringList& lines)
+    {
+        QBuffer out;
+        out.open(QIODevice::WriteOnly);
+        ZORHostScriptRunner runner(&view, &out);
+        runner.SetVariable("OUT", GetPath("out"));
+        for (auto variable = variables.cbegin(); variable != variables.cend(); ++variable)
+            runner.SetVariable(variable.key(), variable.value());
+        bool success = false;
+        bool finished = false;
+        QObject::connect(&runner, &ZORHostScriptRunner::Finished, &runner, [&](bool result) {
+            success = result;
+            finished = true;
+        });
+        runner.Start(ZORHostScript::Parse(lines.join('\n'), "test.zorscript"));
+        EXPECT_TRUE(QTest::qWaitFor([&finished] { return finished; }, 60'000));
+        failures = runner.GetFailures();
+        report = QString::fromUtf8(out.data());
+        return success;
+    }
+    /// Plays lines that have to fail with exactly one message, and returns that.
+    QString FailureOf(const QStringList& lines)
+    {
+        EXPECT_FALSE(Play(lines));
+        EXPECT_EQ(1, failures.size()) << failures.join('\n').toStdString();
+        return failures.value(0);
+    }
+
+    ZORHostView3D view;
+    Playground window;
+    QHash<QString, QString> variables;
+    QStringList failures;
+    QString report;
+};
+
+TEST_F(ZORHostScriptRunnerTest, SetsAndReadsEveryKindOfWidget)
+{
+    EXPECT_TRUE(Play({"in Playground",
+                      "set _Combo two",
+                      "set _Check on",
+                      "set _Radio on",
+                      "set _Spin 42",
+                      "set _Double 2.5",
+                      "set _Edit \"some text\"",
+                      "set _Tabs Second",
+                      "expect value _Combo is two",
+                      "expect value _Check is on",
+                      "expect value _Radio is on",
+                      "expect value _Spin is 42",
+                      "expect value _Double is 2.5",
+                      "expect value _Edit is \"some text\"",
+                      "expect value _Tabs is Second",
+                      "set _Check off",
+                      "expect value \"Option A\" is off",
+                      "set \"Number\" three",
+                      "expect value _Combo is three",
+                      "expect title is \"Play Ground\"",
+                      "expect enabled _Disabled is no",
+                      "expect enabled _Edit is yes"}))
+        << report.toStdString();
+    EXPECT_TRUE(report.contains("All as expected."));
+}
+
+TEST_F(ZORHostScriptRunnerTest, ReadsAndSelectsRows)
+{
+    EXPECT_TRUE(Play({"in \"Play Ground\"", "expect rows _Table is 3", "expect cell _Table 1 Name is beta",
+                      "expect cell _Table -1 0 is gamma", "expect cell _Table beta Count is 1",
+                      "select _Table gamma 0"}))
+        << report.toStdString();
+    QStringList selected;
+    for (const QModelIndex& index : window.table->selectionModel()->selectedRows())
+        selected.append(index.data().toString());
+    selected.sort();
+    EXPECT_EQ(QStringList({"alpha", "gamma"}), selected);
+    EXPECT_EQ(QString("gamma"), window.table->currentIndex().data().toString());
+}
+
+TEST_F(ZORHostScriptRunnerTest, TriggersClicksAndPressesKeys)
+{
+    QStringList done;
+    window.Add("&Do It...", [&done] { done.append("action"); })->setObjectName("_DoIt");
+    QObject::connect(window.button, &QPushButton::clicked, &window, [&done] { done.append("button"); });
+    EXPECT_TRUE(Play({"in Playground", "trigger \"Do It\"", "trigger _DoIt", "click Press", "click _Button",
+                      "key Space _Button", "key \"Shift+A\" _Edit"}))
+        << report.toStdString();
+    EXPECT_EQ(QStringList({"action", "action", "button", "button", "button"}), done);
+}
+
+TEST_F(ZORHostScriptRunnerTest, FindsActionsOfAnyWindow)
+{
+    bool done = false;
+    window.Add("Elsewhere", [&done] { done = true; });
+    EXPECT_TRUE(Play({"trigger Elsewhere"})) << report.toStdString();
+    EXPECT_TRUE(done);
+}
+
+TEST_F(ZORHostScriptRunnerTest, WaitsForStates)
+{
+    QTimer::singleShot(100, &window, [this] { window.AddRow("delta"); });
+    QTimer::singleShot(200, &window, [] {
+        auto* late = new QLabel("late");
+        late->setObjectName("Late");
+        late->setAttribute(Qt::WA_DeleteOnClose);
+        late->show();
+    });
+    EXPECT_TRUE(Play({"in Playground", "wait 10 rows _Table is 4", "wait 10 window Late is open", "in Late",
+                      "close", "wait 10 window Late is closed"}))
+        << report.toStdString();
+    EXPECT_EQ(QString("test.zorscript:2: waited 0.1 s: rows _Table is '4', wanted: is '9'"),
+              FailureOf({"in Playground", "wait 0.1 rows _Table is 9"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnUnmetExpectationFailsAndTheScriptGoesOn)
+{
+    EXPECT_FALSE(Play({"in Playground", "expect rows _Table is 4", "set _Edit reached",
+                       "expect value _Combo contains n", "expect value _Combo not one"}));
+    EXPECT_EQ(QStringList({"test.zorscript:2: rows _Table is '3', expected: is '4'",
+                           "test.zorscript:5: value _Combo is 'one', expected: not 'one'"}),
+              failures);
+    EXPECT_EQ(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text());
+    EXPECT_TRUE(report.contains("2 failure(s).")) << report.toStdString();
+}
+
+TEST_F(ZORHostScriptRunnerTest, ComparesNumbers)
+{
+    EXPECT_TRUE(Play({"expect text 10 above 9.5", "expect text 1e2 below 200"}));
+    EXPECT_EQ(QString("test.zorscript:1: 'ten' is no number"), FailureOf({"expect text ten above 9"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, AStepThatCannotBeDoneEndsTheScript)
+{
+    const std::pair<QString, QString> cases[] = {
+        {"click _Nothing", "no widget '_Nothing' in 'Play Ground'"},
+        {"click _Edit", "'_Edit' is no button"},
+        {"set _Disabled x", "widget '_Disabled' is disabled"},
+        {"set _Combo four", "widget '_Combo' has no choice 'four', but: one, two, three"},
+        {"set _Spin 1000", "widget '_Spin' takes 0 to 99, not '1000'"},
+        {"set _Spin many", "widget '_Spin' takes a number, not 'many'"},
+        {"set _Check maybe", "widget '_Check' takes on or off, not 'maybe'"},
+        {"set _Tabs Third", "widget '_Tabs' has no tab 'Third'"},
+        {"set _Button x", "widget '_Button' cannot be set"},
+        {"select _Table 3", "widget '_Table' has no row 3 in its 3 rows"},
+        {"select _Table omega", "widget '_Table' has no row 'omega'"},
+        {"expect cell _Table 0 Size is 1", "widget '_Table' has no column 'Size'"},
+        {"expect rows _Edit is 1", "widget '_Edit' has no rows"},
+        {"trigger Nothing", "no action 'Nothing'"},
+        {"expect nonsense is 1", "unknown query 'nonsense'"},
+        {"expect rows is 1", "the query 'rows' takes 1 words, not 0"},
+        {"expect text a like b", "unknown comparison 'like'"},
+        {"screenshot moon x.png", "a picture of 'moon' cannot be taken: view, window or screen"},
+        {"screenshot window /proc/none/x.png", "cannot write the picture '/proc/none/x.png'"},
+        {"key Hyper+Foo", "'Hyper+Foo' is no key"},
+        {"timeout soon", "'soon' is no number of seconds"},
+        {"expect triangles Nothing is 1", "no geometry 'Nothing'"},
+    };
+    for (const auto& [step, message] : cases) {
+        EXPECT_EQ("test.zorscript:2: " + message, FailureOf({"in Playground", step, "set _Edit reached"}));
+        EXPECT_NE(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text()) << step.toStdString();
+    }
+    EXPECT_EQ(QString("test.zorscript:1: no window chosen: use 'in' first"), FailureOf({"click _Button"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, VariablesAreReplacedAndLetReadsValues)
+{
+    variables = {{"NAME", "alpha"}};
+    EXPECT_TRUE(Play({"in Playground", "expect cell _Table 0 0 is ${NAME}", "let N rows _Table",
+                      "expect rows _Table is ${N}", "set _Edit \"${NAME}-${N}-${UNKNOWN}\"",
+                      "expect value _Edit is \"alpha-3-\\${UNKNOWN}\""}))
+        << report.toStdString();
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnswersFileDialogs)
+{
+    const QString existing = WriteFile("in.stl", "x");
+    QString opened;
+    QString saved;
+    window.Add("Open", [&] { opened = QFileDialog::getOpenFileName(&window, "Open it"); });
+    window.Add("Save", [&] { saved = QFileDialog::getSaveFileName(&window, "Save it"); });
+    variables = {{"IN", existing}, {"NEW", GetPath("new.stl")}};
+    EXPECT_TRUE(
+        Play({"in Playground", "answer file ${IN}", "trigger Open", "answer file ${NEW}", "trigger Save"}))
+        << report.toStdString();
+    EXPECT_EQ(existing, opened);
+    EXPECT_EQ(GetPath("new.stl"), saved);
+    EXPECT_TRUE(Play({"in Playground", "answer file ${IN}", "answer box Yes", "trigger Save"}))
+        << report.toStdString();
+    EXPECT_EQ(existing, saved);
+    EXPECT_TRUE(Play({"in Playground", "answer cancel", "trigger Open"})) << report.toStdString();
+    EXPECT_TRUE(opened.isEmpty());
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnswersInputAndColourDialogs)
+{
+    QString item;
+    QString text;
+    QColor color;
+    window.Add("Item", [&] {
+        item = QInputDialog::getItem(&window, "Select Units", "Units", {"mm", "in"}, 0, false);
+    });
+    window.Add("Text", [&] { text = QInputDialog::getText(&window, "Name", "Name"); });
+    window.Add("Color", [&] { color = QColorDialog::getColor(Qt::white, &window, "Surface Color"); });
+    EXPECT_TRUE(Play({"in Playground", "answer item in", "trigger Item", "answer text hello", "trigger Text",
+                      "answer color \"#204060\"", "trigger Color"}))
+        << report.toStdString();
+    EXPECT_EQ(QString("in"), item);
+    EXPECT_EQ(QString("hello"), text);
+    EXPECT_EQ(QColor(0x20, 0x40, 0x60), color);
+    EXPECT_TRUE(Play({"in Playground", "answer item", "trigger Item"}));
+    EXPECT_EQ(QString("mm"), item);
+    EXPECT_EQ(
+        QString(
+            "test.zorscript:3: answer of line 2: the query 'Select Units' has no choice 'ft', but: mm, in"),
+        FailureOf({"in Playground", "answer item ft", "trigger Item"}));
+    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: 'bluish' is no colour"),
+              FailureOf({"in Playground", "answer color bluish", "trigger Color"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnswersMessageBoxesByButtonAndText)
+{
+    window.Add("Box", [this] { QMessageBox::critical(&window, "Error", "no way"); });
+    EXPECT_TRUE(Play({"in Playground", "answer box OK \"no way\"", "trigger Box"})) << report.toStdString();
+    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the box says 'no way', not 'some way'"),
+              FailureOf({"in Playground", "answer box OK \"some way\"", "trigger Box"}));
+    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the box 'no way' has no button 'Retry'"),
+              FailureOf({"in Playground", "answer box Retry", "trigger Box"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnUnexpectedBoxIsClosedAndEndsTheScript)
+{
+    window.Add("Box", [this] { QMessageBox::critical(&window, "Error", "no way"); });
+    EXPECT_EQ(QString("test.zorscript:2: unexpected dialog 'Error' (QMessageBox): no way"),
+              FailureOf({"in Playground", "trigger Box", "set _Edit reached"}));
+    EXPECT_EQ(nullptr, QApplication::activeModalWidget());
+    EXPECT_NE(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text());
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnAnswerOfTheWrongKindEndsTheScript)
+{
+    window.Add("Box", [this] { QMessageBox::critical(&window, "Error", "no way"); });
+    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the answer 'file' does not fit the dialog 'Error' "
+                      "(QMessageBox): no way"),
+              FailureOf({"in Playground", "answer file x", "trigger Box"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnAnswerNobodyAskedForFails)
+{
+    EXPECT_EQ(QString("test.zorscript:1: no dialog asked for this answer"), FailureOf({"answer cancel"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, PlaysStepsInAModalForm)
+{
+    QString result;
+    window.Add("Form", [&] {
+        QDialog dialog(&window);
+        dialog.setWindowTitle("Options");
+        auto* form = new QFormLayout(&dialog);
+        auto* check = new QCheckBox("Draw as wireframe");
+        form->addRow(check);
+        auto* color = new QPushButton("Color");
+        form->addRow(color);
+        QObject::connect(color, &QPushButton::clicked, &dialog,
+                         [&] { result += QColorDialog::getColor(Qt::white, &dialog).name(); });
+        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+        form->addRow(buttons);
+        QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+        if (dialog.exec() == QDialog::Accepted)
+            result += check->isChecked() ? " wireframe" : " shaded";
+    });
+    EXPECT_TRUE(Play({"in Playground", "answer form Options", "set \"Draw as wireframe\" on",
+                      "answer color \"#010203\"", "click Color", "expect value \"Draw as wireframe\" is on",
+                      "click OK", "end", "trigger Form", "set _Edit reached"}))
+        << report.toStdString();
+    EXPECT_EQ(QString("#010203 wireframe"), result);
+    EXPECT_EQ(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text());
+
+    result.clear();
+    EXPECT_EQ(QString("test.zorscript:2: the dialog 'Options' is still open at the end of its block"),
+              FailureOf({"in Playground", "answer form Options", "end", "trigger Form"}));
+    EXPECT_TRUE(result.isEmpty());
+    EXPECT_TRUE(FailureOf({"in Playground", "answer form Other", "end", "trigger Form"})
+                    .contains("expected the dialog 'Other', not 'Options'"));
+    EXPECT_EQ(QString("test.zorscript:3: no widget 'Nothing' in 'Options'"),
+              FailureOf({"in Playground", "answer form Options", "click Nothing", "end", "trigger Form"}));
+    EXPECT_TRUE(result.isEmpty());
+}
+
+TEST_F(ZORHostScriptRunnerTest, TheTimeoutEndsTheScriptAlsoInAModalDialog)
+{
+    EXPECT_EQ(QString("test.zorscript:3: the script took longer than 0.2 s"),
+              FailureOf({"in Playground", "timeout 0.2", "wait 100 rows _Table is 9"}));
+    window.Add("Form", [this] {
+        QDialog dialog(&window);
+        dialog.setWindowTitle("Stuck");
+        dialog.exec();
+    });
+    EXPECT_EQ(QString("test.zorscript:4: the script took longer than 0.2 s"),
+              FailureOf({"in Playground", "timeout 0.2", "answer form Stuck", "wait 100 title is x", "end",
+                         "trigger Form"}));
+    EXPECT_EQ(nullptr, QApplication::activeModalWidget());
+}
+
+TEST_F(ZORHostScriptRunnerTest, AsksAboutTheDocumentAndFiles)
+{
+    AddBox("Box");
+    WriteFile("some.txt", "12345");
+    variables = {{"FILE", GetPath("some.txt")}, {"NONE", GetPath("none.txt")}};
+    EXPECT_TRUE(Play({"expect geometries is 1", "expect triangles Box is 12", "expect references Box is 0",
+                      "expect objects is 1", "expect size ${FILE} is 5", "expect file ${FILE} is there",
+                      "expect file ${NONE} is missing"}))
+        << report.toStdString();
+}
+
+TEST_F(ZORHostScriptRunnerTest, TakesPicturesAndReportsSections)
+{
+    AddBox("Box");
+    view.SetEnvironment(GetEnvironment());
+    view.resize(200, 150);
+    EXPECT_TRUE(Play({"section \"Part one\"", "print \"hello there\"", "in Playground",
+                      "screenshot window ${OUT}/window.png", "screenshot view ${OUT}/view.png",
+                      "section \"Part two\"", "expect file ${OUT}/window.png is there",
+                      "expect colors ${OUT}/view.png above 5", "expect colors ${OUT}/window.png above 5"}))
+        << report.toStdString();
+    EXPECT_EQ(window.size() * window.devicePixelRatioF(), QImage(GetPath("out/window.png")).size());
+    for (const char* text : {"hello there", "Summary of test.zorscript", " s  Part one", " s  Part two",
+                             "3 expectations", "picture "})
+        EXPECT_TRUE(report.contains(QLatin1String(text))) << text;
+    view.SetEnvironment(nullptr);
+}
+
+} // namespace

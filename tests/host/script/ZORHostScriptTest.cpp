@@ -1,0 +1,85 @@
+#include "script/ZORHostScript.h"
+
+#include "HostTest.h"
+
+#include <ZORSystem/ZORSysFileException.h>
+
+namespace {
+
+QString ErrorOf(const QString& text)
+{
+    try {
+        ZORHostScript::Parse(text, "a.zorscript");
+    } catch (const ZORSysFileException& exception) {
+        return exception.GetMessage();
+    }
+    return {};
+}
+
+TEST(ZORHostScriptTest, SplitsWordsQuotesEscapesAndComments)
+{
+    const std::pair<QString, QStringList> cases[] = {
+        {"", {}},
+        {"  # only a comment", {}},
+        {"trigger  open\tnow", {"trigger", "open", "now"}},
+        {R"(set "a b" "")", {"set", "a b", ""}},
+        {R"(print "say \"hi\"\n\t\\" # comment)", {"print", "say \"hi\"\n\t\\"}},
+        {"color #ff0000", {"color"}},
+        {R"(color "#ff0000" a#b)", {"color", "#ff0000", "a#b"}},
+        {R"(pre"quoted part"post)", {"prequoted partpost"}},
+    };
+    for (const auto& [line, words] : cases)
+        EXPECT_EQ(words, ZORHostScript::Split(line)) << line.toStdString();
+}
+
+TEST(ZORHostScriptTest, ReadsStepsWithTheirLinesAndBlocks)
+{
+    const ZORHostScript script = ZORHostScript::Parse("# head\n"
+                                                      "in Window\r\n"
+                                                      "\n"
+                                                      "answer form \"Options\"\n"
+                                                      "  click OK\n"
+                                                      "  answer form Inner\n"
+                                                      "    click No\n"
+                                                      "  end\n"
+                                                      "end\n"
+                                                      "trigger Open",
+                                                      "name");
+    ASSERT_EQ(3, script.GetSteps().size());
+    EXPECT_EQ(QString("in"), script.GetSteps()[0].verb);
+    EXPECT_EQ(2, script.GetSteps()[0].line);
+    EXPECT_EQ(QStringList("Window"), script.GetSteps()[0].arguments);
+    const ZORHostScriptStep& form = script.GetSteps()[1];
+    EXPECT_EQ(4, form.line);
+    ASSERT_EQ(2, form.block.size());
+    EXPECT_EQ(QString("click"), form.block[0].verb);
+    ASSERT_EQ(1, form.block[1].block.size());
+    EXPECT_EQ(7, form.block[1].block[0].line);
+    EXPECT_EQ(10, script.GetSteps()[2].line);
+}
+
+TEST(ZORHostScriptTest, MistakesAreFoundBeforeAnythingRuns)
+{
+    const std::pair<QString, QString> cases[] = {
+        {"print a\njump b", "a.zorscript:2: unknown step 'jump'"},
+        {"print", "a.zorscript:1: too few words after 'print'"},
+        {"print a b", "a.zorscript:1: too many words after 'print'"},
+        {"print \"a", "a.zorscript:1: a quote is not closed"},
+        {"answer knock", "a.zorscript:1: unknown kind of answer 'knock'"},
+        {"answer file", "a.zorscript:1: too few words after 'answer file'"},
+        {"answer cancel now", "a.zorscript:1: too many words after 'answer cancel'"},
+        {"end", "a.zorscript:1: 'end' without 'answer form'"},
+        {"print a\nanswer form A\nprint b", "a.zorscript:2: this 'answer form' has no 'end'"},
+        {"expect rows table", "a.zorscript:1: too few words after 'expect'"},
+    };
+    for (const auto& [text, message] : cases)
+        EXPECT_EQ(message, ErrorOf(text));
+    EXPECT_EQ(QString(), ErrorOf("print a\n"));
+}
+
+TEST(ZORHostScriptTest, AMissingFileThrows)
+{
+    EXPECT_THROW(ZORHostScript::Load("/nowhere/a.zorscript"), ZORSysFileOpenException);
+}
+
+} // namespace

@@ -1,0 +1,53 @@
+// A plug-in that does what plug-ins do: publishes a command that opens a window without parent.
+
+#include <ZORCommand/ZORCmdActionPublisher.h>
+#include <ZORCommand/ZORCmdCommand.h>
+#include <ZORCommand/ZORCmdController.h>
+
+#include <QLabel>
+
+class GoodPluginMetaData : public QObject
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "org.zorvane.sdk.Plugin" FILE "good.json")
+};
+
+class GoodPluginWindow : public QLabel
+{
+    Q_OBJECT
+
+public:
+    GoodPluginWindow()
+        : QLabel("window of the plug-in")
+    {
+        setObjectName("_GoodPluginWindow");
+        setWindowTitle("Plug-in Window");
+        setAttribute(Qt::WA_DeleteOnClose);
+    }
+};
+
+class GoodPluginCmd : public ZORCmdCommand
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE explicit GoodPluginCmd(QObject* parent)
+        : ZORCmdCommand(parent, OwnWindows, SelfManaged)
+    {
+    }
+    void Start() override
+    {
+        (new GoodPluginWindow)->show();
+        FinishLater();
+    }
+};
+
+namespace {
+
+const ZORCmdActionPublisher publisher("Good", &GoodPluginCmd::staticMetaObject, "nesting-info", "Good Action",
+                                      "Opens the window of the plug-in", 0,
+                                      ZORCmdActionPublisher::MenuAndToolBar, {});
+
+} // namespace
+
+#include "GoodPlugin.moc"
