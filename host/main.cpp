@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -25,7 +26,14 @@ void AllowWithoutDisplay(int argc, char** argv)
 int main(int argc, char** argv)
 {
     AllowWithoutDisplay(argc, argv);
-    ZORHostApplication application(argc, argv);
+    std::vector<QByteArray> arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.push_back(ZORHostCommandLine::ProtectFromQt(argv[i]));
+    std::vector<char*> pointers;
+    for (QByteArray& argument : arguments)
+        pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    ZORHostApplication application(argc, pointers.data());
     const ZORHostCommandLine commandLine = ZORHostCommandLine::Parse(QCoreApplication::arguments());
     if (commandLine.status != ZORHostCommandLine::Status::Run) {
         const bool error = commandLine.status == ZORHostCommandLine::Status::Error;

@@ -11,10 +11,13 @@ QString Tr(const char* text)
     return QCoreApplication::translate("ZORHostCommandLine", text);
 }
 
+const QLatin1String protectedPlugin("load-plugin");
+
 struct Parser
 {
     QCommandLineParser parser;
-    QCommandLineOption plugin{"plugin", Tr("Loads the plug-in <file>. May be given several times."), "file"};
+    QCommandLineOption plugin{
+        {"plugin", protectedPlugin}, Tr("Loads the plug-in <file>. May be given several times."), "file"};
     QCommandLineOption noPlugins{"no-default-plugins",
                                  Tr("Loads only the plug-ins named by --plugin, none from the search path.")};
     QCommandLineOption settings{"settings", Tr("Keeps the settings in <file> instead of the user's own."),
@@ -61,6 +64,14 @@ ZORHostCommandLine Failure(const QString& message)
 }
 
 } // namespace
+
+QByteArray ZORHostCommandLine::ProtectFromQt(const QByteArray& argument)
+{
+    const QByteArray name = "--plugin";
+    if (argument != name && !argument.startsWith(name + '='))
+        return argument;
+    return "--" + QByteArray(protectedPlugin.data()) + argument.mid(name.size());
+}
 
 ZORHostCommandLine ZORHostCommandLine::Parse(const QStringList& arguments)
 {

@@ -38,4 +38,8 @@ struct ZORHostCommandLine
     /// \param arguments  as QCoreApplication::arguments(): the program's name first. Relative file names
     ///                   are made absolute against the current folder.
     static ZORHostCommandLine Parse(const QStringList& arguments);
+
+    /// QApplication takes "--plugin" for an option of its own and removes it: the name Parse() knows it by as
+    /// well. \param argument  one argument of the process; any other comes back as it is
+    static QByteArray ProtectFromQt(const QByteArray& argument);
 };

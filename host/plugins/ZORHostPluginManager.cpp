@@ -1,6 +1,7 @@
 #include "plugins/ZORHostPluginManager.h"
 
 #include "app/ZORHostLogging.h"
+#include "plugins/ZORHostLibraryFile.h"
 
 #include <QApplication>
 #include <QDir>
@@ -116,6 +117,8 @@ bool ZORHostPluginManager::Load(const QString& fileName)
         return Fail(plugin, tr("this is a folder, not a library"));
     if (!file.isReadable())
         return Fail(plugin, tr("the file cannot be read"));
+    if (!ZORHostIsCompleteLibrary(path))
+        return Fail(plugin, tr("this is no complete library: the file is cut short or of another kind"));
     if (!ReadMetaData(plugin) || !CheckVersion(plugin) || !CheckNotLoaded(plugin))
         return Fail(plugin, plugin.reason);
 

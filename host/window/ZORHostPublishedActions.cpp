@@ -32,11 +32,26 @@ void ZORHostPublishedActions::Add(QAction* action)
     const int placement = action->property("placement").toInt();
     if (placement == ZORCmdActionPublisher::Hidden)
         return;
-    GetMenu(action->property("category").toString())->addAction(action);
+    const QString category = action->property("category").toString();
+    Insert(GetMenu(category), category, action);
     if (placement == ZORCmdActionPublisher::MenuOnly)
         return;
-    m_toolBar->addAction(action);
+    Insert(m_toolBar, category, action);
     m_toolBar->show();
+}
+
+void ZORHostPublishedActions::Insert(QWidget* widget, const QString& category, QAction* action)
+{
+    // In front of the first action that comes after it in its category and is shown already.
+    const QList<QAction*> order = ZORCmdController::GetController()->GetActions(category);
+    const QList<QAction*> shown = widget->actions();
+    for (qsizetype i = order.indexOf(action) + 1; i < order.size(); ++i) {
+        if (shown.contains(order[i])) {
+            widget->insertAction(order[i], action);
+            return;
+        }
+    }
+    widget->addAction(action);
 }
 
 void ZORHostPublishedActions::Remove(QAction* action)

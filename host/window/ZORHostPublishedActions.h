@@ -24,6 +24,7 @@ public:
 
 private:
     void Add(QAction* action);
+    void Insert(QWidget* widget, const QString& category, QAction* action);
     void Remove(QAction* action);
     QMenu* GetMenu(const QString& category);
 

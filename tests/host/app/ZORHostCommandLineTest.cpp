@@ -55,6 +55,14 @@ TEST(ZORHostCommandLineTest, TakesSettingsScriptAndVariables)
     EXPECT_TRUE(line.options.theme == ZORHostOptions::Theme::Dark);
 }
 
+TEST(ZORHostCommandLineTest, ThePluginOptionIsKeptFromQt)
+{
+    EXPECT_EQ(QByteArray("--load-plugin"), ZORHostCommandLine::ProtectFromQt("--plugin"));
+    EXPECT_EQ(QByteArray("--load-plugin=a.so"), ZORHostCommandLine::ProtectFromQt("--plugin=a.so"));
+    EXPECT_EQ(QByteArray("--plugins"), ZORHostCommandLine::ProtectFromQt("--plugins"));
+    EXPECT_EQ(QStringList("/a.so"), Parse({"--load-plugin=/a.so"}).options.plugins);
+}
+
 TEST(ZORHostCommandLineTest, HelpListsEveryOption)
 {
     const ZORHostCommandLine line = Parse({"--help"});

@@ -89,10 +89,9 @@ TEST_F(ZORHostPluginManagerTest, BrokenFilesFailWithAReason)
     EXPECT_EQ(QString("the file does not exist"), ReasonOf(GetPath("nothing.so")));
     EXPECT_EQ(QString("this is a folder, not a library"),
               ReasonOf(QFileInfo(GetPath(".")).canonicalFilePath()));
-    const QString text = ReasonOf(WriteFile("text.so", QByteArray("just a text\n").repeated(1000)));
-    EXPECT_TRUE(text.startsWith("this is no plug-in: ")) << text.toStdString();
-    const QString empty = ReasonOf(WriteFile("empty.so", QByteArray()));
-    EXPECT_TRUE(empty.startsWith("this is no plug-in: ")) << empty.toStdString();
+    const QString incomplete = "this is no complete library: the file is cut short or of another kind";
+    EXPECT_EQ(incomplete, ReasonOf(WriteFile("text.so", QByteArray("just a text\n").repeated(1000))));
+    EXPECT_EQ(incomplete, ReasonOf(WriteFile("empty.so", QByteArray())));
     const QString plain = ReasonOf(PluginFile("PlainLibrary"));
     EXPECT_TRUE(plain.startsWith("this is no plug-in: ")) << plain.toStdString();
     EXPECT_EQ(
@@ -110,10 +109,18 @@ TEST_F(ZORHostPluginManagerTest, ATruncatedLibraryFailsWithAReason)
     QFile whole(PluginFile("GoodPlugin"));
     ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
     const QByteArray contents = whole.readAll();
-    for (const qsizetype size : {qsizetype(100), contents.size() / 4, contents.size() / 2}) {
-        const QString reason = ReasonOf(WriteFile("cut.so", contents.left(size)));
-        EXPECT_FALSE(reason.isEmpty()) << size;
+    // The end of the file, with the debug information, is not needed; what comes before is.
+    int failures = 0;
+    for (qsizetype size = 0; size < 128 * 1024 && size < contents.size(); size += 1500) {
+        const QString file = WriteFile(QStringLiteral("cut%1.so").arg(size), contents.left(size));
+        if (manager.Load(file)) {
+            EXPECT_TRUE(manager.Unload(file));
+            continue;
+        }
+        ++failures;
+        EXPECT_FALSE(manager.GetPlugins().constLast().reason.isEmpty()) << size;
     }
+    EXPECT_GT(failures, 10);
 }
 
 TEST_F(ZORHostPluginManagerTest, ALibraryFoundTwiceIsLoadedOnce)

@@ -360,7 +360,7 @@ TEST_F(ZORHostScriptRunnerTest, PlaysStepsInAModalForm)
         form->addRow(buttons);
         QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
         if (dialog.exec() == QDialog::Accepted)
-            result += check->isChecked() ? " wireframe" : " shaded";
+            result += check->isChecked() ? QString(" wireframe") : QString(" shaded");
     });
     EXPECT_TRUE(Play({"in Playground", "answer form Options", "set \"Draw as wireframe\" on",
                       "answer color \"#010203\"", "click Color", "expect value \"Draw as wireframe\" is on",

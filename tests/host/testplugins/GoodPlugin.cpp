@@ -44,6 +44,11 @@ public:
 
 namespace {
 
+const bool registered = [] {
+    ZORCmdController::GetController()->RegisterCommand(&GoodPluginCmd::staticMetaObject);
+    return true;
+}();
+
 const ZORCmdActionPublisher publisher("Good", &GoodPluginCmd::staticMetaObject, "nesting-info", "Good Action",
                                       "Opens the window of the plug-in", 0,
                                       ZORCmdActionPublisher::MenuAndToolBar, {});
