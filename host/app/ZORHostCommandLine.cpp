@@ -18,6 +18,7 @@ struct Parser
     QCommandLineParser parser;
     QCommandLineOption plugin{
         {"plugin", protectedPlugin}, Tr("Loads the plug-in <file>. May be given several times."), "file"};
+    QCommandLineOption shieldedPlugin{protectedPlugin, QString(), "file"};
     QCommandLineOption noPlugins{"no-default-plugins",
                                  Tr("Loads only the plug-ins named by --plugin, none from the search path.")};
     QCommandLineOption settings{"settings", Tr("Keeps the settings in <file> instead of the user's own."),
@@ -36,9 +37,10 @@ struct Parser
 
     Parser()
     {
+        shieldedPlugin.setFlags(QCommandLineOption::HiddenFromHelp);
         parser.setApplicationDescription(
             Tr("Host application of the Zorvane SDK: 3D view, feature browser and plug-ins."));
-        parser.addOptions({plugin, noPlugins, settings, clean, theme, open, script, define});
+        parser.addOptions({plugin, shieldedPlugin, noPlugins, settings, clean, theme, open, script, define});
         parser.addPositionalArgument("files", Tr("STL files to open, as with --open."), "[files...]");
     }
 };
@@ -86,7 +88,7 @@ ZORHostCommandLine ZORHostCommandLine::Parse(const QStringList& arguments)
 
     ZORHostCommandLine result;
     ZORHostOptions& options = result.options;
-    options.plugins = Absolute(p.parser.values(p.plugin));
+    options.plugins = Absolute(p.parser.values(p.plugin) + p.parser.values(p.shieldedPlugin));
     options.defaultPlugins = !p.parser.isSet(p.noPlugins);
     options.cleanSettings = p.parser.isSet(p.clean);
     options.filesToOpen = Absolute(p.parser.values(p.open) + p.parser.positionalArguments());

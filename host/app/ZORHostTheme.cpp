@@ -30,14 +30,14 @@ QPalette LightPalette()
 
 QPalette DarkPalette()
 {
-    QPalette palette(QColor(0x33, 0x36, 0x3b), QColor(0x2a, 0x2d, 0x31));
+    QPalette palette(QColor(0x4b, 0x4f, 0x57), QColor(0x3c, 0x3f, 0x45));
     const QColor text(0xe8, 0xea, 0xed);
     for (const auto role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, text);
-    palette.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x24));
-    palette.setColor(QPalette::AlternateBase, QColor(0x26, 0x29, 0x2d));
-    palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3e, 0x44));
+    palette.setColor(QPalette::Base, QColor(0x22, 0x24, 0x27));
+    palette.setColor(QPalette::AlternateBase, QColor(0x29, 0x2c, 0x30));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x22, 0x24, 0x27));
     palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xc0));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::BrightText, QColor(0xff, 0x8a, 0x80));

@@ -73,6 +73,8 @@ ZORHostPluginDialog::ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget*
     loadBtn->setObjectName("_PluginLoadBtn");
     m_unloadBtn = buttons->addButton(tr("Unload"), QDialogButtonBox::ActionRole);
     m_unloadBtn->setObjectName("_PluginUnloadBtn");
+    loadBtn->setAutoDefault(false);
+    m_unloadBtn->setAutoDefault(false);
     column->addWidget(buttons);
 
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

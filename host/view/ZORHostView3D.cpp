@@ -118,7 +118,7 @@ void ZORHostView3D::UpdateBackground()
 {
     const QColor window = palette().color(QPalette::Window);
     if (ZORHostTheme::IsDark(palette()))
-        m_renderer->SetBackground(window.lighter(125), window.darker(140));
+        m_renderer->SetBackground(window.lighter(110), window.darker(190));
     else
         m_renderer->SetBackground(window.lighter(105), window.darker(115));
 }

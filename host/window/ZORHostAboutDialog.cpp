@@ -40,7 +40,7 @@ ZORHostAboutDialog::ZORHostAboutDialog(const ZORHostPluginManager& plugins, QWid
 {
     setObjectName("_AboutDialog");
     setWindowTitle(tr("About Zorvane Host"));
-    resize(620, 460);
+    resize(700, 480);
     auto* column = new QVBoxLayout(this);
 
     auto* head = new QHBoxLayout;
@@ -60,7 +60,7 @@ ZORHostAboutDialog::ZORHostAboutDialog(const ZORHostPluginManager& plugins, QWid
     column->addWidget(tabs);
     auto* versions = new QWidget(tabs);
     auto* form = new QFormLayout(versions);
-    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     AddRow(form, tr("Host:"), QCoreApplication::applicationVersion(), "_AboutHostLbl");
     AddRow(form, tr("SDK:"), ZORHostPluginManager::GetSdkVersion(), "_AboutSdkLbl");
     AddRow(form, tr("Qt:"),

@@ -53,9 +53,14 @@ private:
 class ZORHostDialogFrameTest : public HostTest
 {
 public:
+    ~ZORHostDialogFrameTest() override
+    {
+        handler.reset();
+        Settle(); // the commands note their end
+    }
     ZORHostDialogFrame* Show(NotingCommand* command)
     {
-        handler.ShowDialogCommand(command);
+        handler->ShowDialogCommand(command);
         frame = parent.findChildren<ZORHostDialogFrame*>().constLast();
         return frame;
     }
@@ -73,7 +78,7 @@ public:
     MessageBoxCatcher boxes;
     QStringList notes;
     QWidget parent;
-    ZORHostDialogHandler handler{&parent};
+    std::unique_ptr<ZORHostDialogHandler> handler = std::make_unique<ZORHostDialogHandler>(&parent);
     QPointer<ZORHostDialogFrame> frame;
 };
 
