@@ -16,8 +16,7 @@ const QLatin1String protectedPlugin("load-plugin");
 struct Parser
 {
     QCommandLineParser parser;
-    QCommandLineOption plugin{
-        {"plugin", protectedPlugin}, Tr("Loads the plug-in <file>. May be given several times."), "file"};
+    QCommandLineOption plugin{"plugin", Tr("Loads the plug-in <file>. May be given several times."), "file"};
     QCommandLineOption shieldedPlugin{protectedPlugin, QString(), "file"};
     QCommandLineOption noPlugins{"no-default-plugins",
                                  Tr("Loads only the plug-ins named by --plugin, none from the search path.")};

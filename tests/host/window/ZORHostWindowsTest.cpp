@@ -209,7 +209,7 @@ TEST_P(ZORHostWindowsTest, TheOptionsOfTheVisualizersAndTheInspectionCanBeRead)
 
 INSTANTIATE_TEST_SUITE_P(Themes, ZORHostWindowsTest,
                          testing::Values(ZORHostOptions::Theme::Light, ZORHostOptions::Theme::Dark),
-                         [](const auto& info) { return ZORHostTheme::ToName(info.param).toStdString(); });
+                         [](const auto& theme) { return ZORHostTheme::ToName(theme.param).toStdString(); });
 
 // The inspector itself must find faults, or the walk above means nothing.
 TEST(WindowInspectorTest, FindsTextsThatAreCutOffOrTooFaint)
