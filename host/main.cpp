@@ -33,13 +33,13 @@ int main(int argc, char** argv)
     for (QByteArray& argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
-    ZORHostApplication application(argc, pointers.data());
+    const ZORHostApplication application(argc, pointers.data());
     const ZORHostCommandLine commandLine = ZORHostCommandLine::Parse(QCoreApplication::arguments());
     if (commandLine.status != ZORHostCommandLine::Status::Run) {
         const bool error = commandLine.status == ZORHostCommandLine::Status::Error;
         std::fputs(qPrintable(commandLine.text), error ? stderr : stdout);
         return error ? 2 : 0;
     }
-    ZORHostProgram program(&application, commandLine.options);
+    ZORHostProgram program(commandLine.options);
     return program.Run();
 }

@@ -1,6 +1,5 @@
 #include "app/ZORHostProgram.h"
 
-#include "app/ZORHostApplication.h"
 #include "app/ZORHostLogging.h"
 #include "app/ZORHostSettings.h"
 #include "docks/ZORHostLog.h"
@@ -18,7 +17,7 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysInit.h>
 
-#include <QDir>
+#include <QApplication>
 #include <QPointer>
 #include <QTextStream>
 #include <QTimer>
@@ -39,7 +38,7 @@ void CloseAllWindows()
 
 } // namespace
 
-ZORHostProgram::ZORHostProgram(ZORHostApplication*, const ZORHostOptions& options)
+ZORHostProgram::ZORHostProgram(const ZORHostOptions& options)
     : m_options(options)
     , m_log(std::make_unique<ZORHostLog>())
     , m_settings(std::make_unique<ZORHostSettings>(options.settingsFile, options.cleanSettings))

@@ -7,7 +7,6 @@
 #include <memory>
 
 class ZORFeatEnvironment;
-class ZORHostApplication;
 class ZORHostDialogHandler;
 class ZORHostLog;
 class ZORHostMainWindow;
@@ -21,13 +20,9 @@ class ZORHostSettings;
 class ZORHostProgram
 {
 public:
-    /// \param application  not owned, must outlive the program
-    ZORHostProgram(ZORHostApplication* application, const ZORHostOptions& options);
+    explicit ZORHostProgram(const ZORHostOptions& options);
     ~ZORHostProgram();
     Q_DISABLE_COPY_MOVE(ZORHostProgram)
-
-    ZORHostMainWindow* GetWindow() const { return m_window.get(); }
-    ZORHostPluginManager* GetPlugins() const { return m_plugins.get(); }
 
     /// Runs the event loop, or the script and then ends.
     /// \return exit code: 0, or that of the script

@@ -22,10 +22,11 @@ struct WordCount
 const QHash<QString, WordCount>& Verbs()
 {
     static const QHash<QString, WordCount> verbs = {
-        {"section", {1, 1}}, {"print", {1, 1}},  {"timeout", {1, 1}}, {"in", {1, 1}},
-        {"trigger", {1, 1}}, {"click", {1, 1}},  {"set", {2, 2}},     {"select", {2, many}},
-        {"key", {1, 2}},     {"answer", {1, 3}}, {"end", {0, 0}},     {"expect", {3, many}},
-        {"wait", {4, many}}, {"let", {2, many}}, {"close", {0, 0}},   {"screenshot", {2, 2}},
+        {"section", {1, 1}},    {"print", {1, 1}},   {"note", {1, 1}},   {"timeout", {1, 1}},
+        {"in", {1, 1}},         {"trigger", {1, 1}}, {"click", {1, 1}},  {"set", {2, 2}},
+        {"select", {2, many}},  {"key", {1, 2}},     {"answer", {1, 3}}, {"end", {0, 0}},
+        {"expect", {3, many}},  {"wait", {4, many}}, {"let", {2, many}}, {"close", {0, 0}},
+        {"screenshot", {2, 2}},
     };
     return verbs;
 }

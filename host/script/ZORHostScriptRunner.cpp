@@ -17,8 +17,6 @@
 #include <QRegularExpression>
 #include <QScreen>
 
-#include <cstdio>
-
 namespace {
 
 constexpr int pollMilliseconds = 10;
@@ -91,14 +89,14 @@ struct ZORHostScriptRunner::Sequence
 
 ZORHostScriptRunner::ZORHostScriptRunner(ZORHostView3D* view, QIODevice* out)
     : m_view(view)
+    , m_report(out)
     , m_answerer([this](const ZORHostScriptStep& step, QDialog* dialog) { PlayBlock(step, dialog); })
 {
-    if (out)
-        m_out.setDevice(out);
     connect(&m_answerer, &ZORHostModalAnswerer::Failed, this,
             [this](const QString& message) { Abort(m_currentLine, message); });
-    connect(&m_answerer, &ZORHostModalAnswerer::Answered, this,
-            [this](const QString& description) { Print(QStringLiteral("  answered %1").arg(description)); });
+    connect(&m_answerer, &ZORHostModalAnswerer::Answered, this, [this](const QString& description) {
+        m_report.Print(QStringLiteral("  answered %1").arg(description));
+    });
     m_watchdog.setSingleShot(true);
     connect(&m_watchdog, &QTimer::timeout, this, [this] {
         Abort(m_currentLine,
@@ -110,8 +108,7 @@ ZORHostScriptRunner::~ZORHostScriptRunner() = default;
 
 void ZORHostScriptRunner::Start(const ZORHostScript& script)
 {
-    m_name = QFileInfo(script.GetName()).fileName();
-    m_total.start();
+    m_report.Start(QFileInfo(script.GetName()).fileName());
     m_watchdog.start(int(defaultTimeoutSeconds * 1000));
     auto sequence = std::make_shared<Sequence>();
     sequence->steps = script.GetSteps();
@@ -146,7 +143,7 @@ void ZORHostScriptRunner::Advance(const std::shared_ptr<Sequence>& sequence)
     }
     if (progress == Progress::Done) {
         ++sequence->next;
-        ++m_numSteps;
+        m_report.CountStep();
         sequence->waiting.invalidate();
     }
     Continue(sequence, progress == Progress::Done ? 0 : pollMilliseconds);
@@ -188,9 +185,11 @@ void ZORHostScriptRunner::PlayAct(const ZORHostScriptStep& step, Sequence& seque
 {
     const QStringList& words = step.arguments;
     if (step.verb == QLatin1String("section"))
-        BeginSection(words[0]);
+        m_report.BeginSection(words[0]);
     else if (step.verb == QLatin1String("print"))
-        Print(words[0]);
+        m_report.Print(words[0]);
+    else if (step.verb == QLatin1String("note"))
+        m_report.Note(words[0]);
     else if (step.verb == QLatin1String("timeout"))
         m_watchdog.start(int(ToSeconds(words[0]) * 1000));
     else if (step.verb == QLatin1String("answer"))
@@ -248,14 +247,14 @@ ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayWait(const ZORHostScriptS
 
 void ZORHostScriptRunner::PlayExpect(const ZORHostScriptStep& step, Sequence& sequence)
 {
-    ++m_numExpectations;
+    m_report.CountExpectation();
     const QStringList query = step.arguments.mid(0, step.arguments.size() - 2);
     const QString comparison = step.arguments[step.arguments.size() - 2];
     const QString expected = step.arguments.constLast();
     const QString actual = ZORHostScriptQuery::Evaluate(sequence.window, query);
     if (!ZORHostScriptQuery::Compare(actual, comparison, expected)) {
-        Fail(step.line, QStringLiteral("%1 is '%2', expected: %3 '%4'")
-                            .arg(query.join(u' '), actual, comparison, expected));
+        m_report.Fail(step.line, QStringLiteral("%1 is '%2', expected: %3 '%4'")
+                                     .arg(query.join(u' '), actual, comparison, expected));
     }
 }
 
@@ -274,8 +273,9 @@ void ZORHostScriptRunner::TakeScreenshot(const QString& what, const QString& fil
     QDir().mkpath(QFileInfo(fileName).absolutePath());
     if (!picture.save(fileName, "PNG"))
         throw ZORHostScriptError(QStringLiteral("cannot write the picture '%1'").arg(fileName));
-    m_pictures.append(QFileInfo(fileName).absoluteFilePath());
-    Print(QStringLiteral("  picture %1 (%2 x %3)").arg(fileName).arg(picture.width()).arg(picture.height()));
+    m_report.AddPicture(QFileInfo(fileName).absoluteFilePath());
+    m_report.Print(
+        QStringLiteral("  picture %1 (%2 x %3)").arg(fileName).arg(picture.width()).arg(picture.height()));
 }
 
 ZORHostScriptStep ZORHostScriptRunner::Expand(const ZORHostScriptStep& step) const
@@ -308,43 +308,11 @@ QWidget* ZORHostScriptRunner::GetWindow(const Sequence& sequence) const
     return sequence.window;
 }
 
-void ZORHostScriptRunner::BeginSection(const QString& title)
-{
-    EndSection();
-    m_sections.append({title});
-    m_sectionTimer.start();
-    Print(title);
-}
-
-void ZORHostScriptRunner::EndSection()
-{
-    if (!m_sections.isEmpty() && m_sectionTimer.isValid())
-        m_sections.last().milliseconds = m_sectionTimer.elapsed();
-    m_sectionTimer.invalidate();
-}
-
-void ZORHostScriptRunner::Print(const QString& text)
-{
-    if (m_out.device()) {
-        m_out << text << Qt::endl;
-        return;
-    }
-    std::fprintf(stdout, "%s\n", qPrintable(text));
-    std::fflush(stdout);
-}
-
-void ZORHostScriptRunner::Fail(int line, const QString& message)
-{
-    const QString text = QStringLiteral("%1:%2: %3").arg(m_name).arg(line).arg(message);
-    m_failures.append(text);
-    Print(QStringLiteral("  FAILED %1").arg(text));
-}
-
 void ZORHostScriptRunner::Abort(int line, const QString& message)
 {
     if (m_finished)
         return;
-    Fail(line, message);
+    m_report.Fail(line, message);
     m_aborted = true;
     // Out of all modal loops first: whoever opened them may still be on the stack.
     while (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
@@ -361,31 +329,10 @@ void ZORHostScriptRunner::Finish()
         return;
     m_finished = true;
     m_watchdog.stop();
-    EndSection();
     if (!m_aborted) {
         for (const ZORHostScriptStep& answer : m_answerer.GetQueue())
-            Fail(answer.line, QStringLiteral("no dialog asked for this answer"));
+            m_report.Fail(answer.line, QStringLiteral("no dialog asked for this answer"));
     }
-    PrintSummary();
-    emit Finished(m_failures.isEmpty());
-}
-
-void ZORHostScriptRunner::PrintSummary()
-{
-    Print(QString());
-    Print(QStringLiteral("Summary of %1").arg(m_name));
-    for (const Section& section : std::as_const(m_sections))
-        Print(QStringLiteral("  %1 s  %2")
-                  .arg(double(section.milliseconds) / 1000, 8, 'f', 3)
-                  .arg(section.title));
-    Print(QStringLiteral("  %1 s  in all, %2 steps, %3 expectations")
-              .arg(double(m_total.elapsed()) / 1000, 8, 'f', 3)
-              .arg(m_numSteps)
-              .arg(m_numExpectations));
-    for (const QString& picture : std::as_const(m_pictures))
-        Print(QStringLiteral("  picture %1").arg(picture));
-    for (const QString& failure : std::as_const(m_failures))
-        Print(QStringLiteral("  FAILED %1").arg(failure));
-    Print(m_failures.isEmpty() ? QStringLiteral("  All as expected.")
-                               : QStringLiteral("  %1 failure(s).").arg(m_failures.size()));
+    m_report.PrintSummary();
+    emit Finished(m_report.GetFailures().isEmpty());
 }

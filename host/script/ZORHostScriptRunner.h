@@ -4,12 +4,11 @@
 
 #include "script/ZORHostModalAnswerer.h"
 #include "script/ZORHostScript.h"
+#include "script/ZORHostScriptReport.h"
 
-#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
-#include <QTextStream>
 #include <QTimer>
 
 #include <memory>
@@ -38,18 +37,13 @@ public:
     void Start(const ZORHostScript& script);
 
     bool IsFinished() const { return m_finished; }
-    const QStringList& GetFailures() const { return m_failures; }
+    const QStringList& GetFailures() const { return m_report.GetFailures(); }
 
 signals:
     void Finished(bool success);
 
 private:
     struct Sequence; // steps that are being played in one event loop
-    struct Section
-    {
-        QString title;
-        qint64 milliseconds = 0;
-    };
     enum class Progress { Done, Again };
 
     void Continue(const std::shared_ptr<Sequence>& sequence, int delay = 0);
@@ -66,29 +60,16 @@ private:
     QString Expand(const QString& word) const;
     QWidget* GetWindow(const Sequence& sequence) const;
 
-    void BeginSection(const QString& title);
-    void EndSection();
-    void Print(const QString& text);
-    void Fail(int line, const QString& message);
     /// Fails and ends the script, also from inside a modal dialog.
     void Abort(int line, const QString& message);
     void Finish();
-    void PrintSummary();
 
     ZORHostView3D* m_view; // not owned
-    QTextStream m_out;
-    QString m_name;
+    ZORHostScriptReport m_report;
     ZORHostModalAnswerer m_answerer;
     QHash<QString, QString> m_variables;
     QTimer m_watchdog;
     QList<std::shared_ptr<Sequence>> m_running; // the innermost event loop last
-    QStringList m_failures;
-    QStringList m_pictures;
-    QList<Section> m_sections;
-    QElapsedTimer m_sectionTimer;
-    QElapsedTimer m_total;
-    int m_numSteps = 0;
-    int m_numExpectations = 0;
     int m_currentLine = 0;
     bool m_aborted = false;
     bool m_finished = false;

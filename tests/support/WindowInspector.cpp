@@ -1,6 +1,9 @@
 #include "support/WindowInspector.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDockWidget>
@@ -11,10 +14,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QStyle>
 #include <QStyleOptionComboBox>
 #include <QTabBar>
+#include <QTextEdit>
 #include <QToolButton>
 
 #include <algorithm>
@@ -55,6 +60,7 @@ public:
 private:
     void Inspect(QWidget* widget)
     {
+        CheckName(widget);
         if (auto* label = qobject_cast<QLabel*>(widget))
             InspectLabel(label);
         else if (auto* button = qobject_cast<QAbstractButton*>(widget))
@@ -73,6 +79,26 @@ private:
             InspectMenuBar(bar);
         else if (auto* dock = qobject_cast<QDockWidget*>(widget))
             CheckRoom(dock, dock->windowTitle(), TextWidth(dock, dock->windowTitle()), dock->width() - 40);
+    }
+
+    /// What takes the keyboard has a name that assistive tools can say: a text, a label as buddy, or an accessible
+    /// name.
+    void CheckName(QWidget* widget)
+    {
+        const bool takesInput = qobject_cast<QLineEdit*>(widget) || qobject_cast<QComboBox*>(widget)
+                                || qobject_cast<QAbstractSpinBox*>(widget) || qobject_cast<QTextEdit*>(widget)
+                                || qobject_cast<QPlainTextEdit*>(widget)
+                                || qobject_cast<QAbstractItemView*>(widget)
+                                || qobject_cast<QAbstractButton*>(widget);
+        const bool isInnerPart = qobject_cast<QAbstractSpinBox*>(widget->parentWidget())
+                                 || qobject_cast<QComboBox*>(widget->parentWidget())
+                                 || qobject_cast<QHeaderView*>(widget);
+        if (!takesInput || isInnerPart || widget->focusPolicy() == Qt::NoFocus)
+            return;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+        const QString name = accessible ? accessible->text(QAccessible::Name) : QString();
+        if (name.isEmpty() || name == QLatin1String("..."))
+            Report(widget, name, QStringLiteral("is no name for assistive tools"));
     }
 
     void InspectLabel(QLabel* label)

@@ -11,7 +11,8 @@ class QWidget;
 ///
 /// Checks labels, buttons, check boxes, radio buttons, group boxes, combo boxes, tabs, table and tree headers, menu
 /// bars, dock titles and place holders: the text, in its font, has to fit into the room it is drawn in, and the
-/// colours drawn there have to contrast by at least 4.5 : 1 (disabled ones are left out of the latter).
+/// colours drawn there have to contrast by at least 4.5 : 1 (disabled ones are left out of the latter). What takes the
+/// keyboard has to have a name for assistive tools.
 QStringList InspectWindow(QWidget* window);
 
 /// Contrast of two colours: 1 (the same) to 21 (black and white).

@@ -411,7 +411,7 @@ TEST_F(ZORHostScriptRunnerTest, TakesPicturesAndReportsSections)
     AddBox("Box");
     view.SetEnvironment(GetEnvironment());
     view.resize(200, 150);
-    EXPECT_TRUE(Play({"section \"Part one\"", "print \"hello there\"", "in Playground",
+    EXPECT_TRUE(Play({"section \"Part one\"", "print \"hello there\"", "note \"12 things\"", "in Playground",
                       "screenshot window ${OUT}/window.png", "screenshot view ${OUT}/view.png",
                       "section \"Part two\"", "expect file ${OUT}/window.png is there",
                       "expect colors ${OUT}/view.png above 5", "expect colors ${OUT}/window.png above 5"}))
@@ -420,6 +420,8 @@ TEST_F(ZORHostScriptRunnerTest, TakesPicturesAndReportsSections)
     for (const char* text : {"hello there", "Summary of test.zorscript", " s  Part one", " s  Part two",
                              "3 expectations", "picture "})
         EXPECT_TRUE(report.contains(QLatin1String(text))) << text;
+    EXPECT_EQ(1, report.count("hello there"));
+    EXPECT_EQ(2, report.count("12 things"));
     view.SetEnvironment(nullptr);
 }
 
