@@ -1,6 +1,9 @@
 #include "ZORMathBoundingBox.h"
 
+#include <ZORSystem/ZORSysTraceArguments.h>
+
 #include <algorithm>
+#include <numeric>
 
 ZORMathBoundingBox::ZORMathBoundingBox(const ZORMathPoint& lower, const ZORMathPoint& upper)
 {
@@ -10,7 +13,8 @@ ZORMathBoundingBox::ZORMathBoundingBox(const ZORMathPoint& lower, const ZORMathP
 
 ZORMathPoint ZORMathBoundingBox::GetCenter() const
 {
-    return m_lower + 0.5 * (m_upper - m_lower);
+    return {std::midpoint(m_lower.GetX(), m_upper.GetX()), std::midpoint(m_lower.GetY(), m_upper.GetY()),
+            std::midpoint(m_lower.GetZ(), m_upper.GetZ())};
 }
 
 double ZORMathBoundingBox::GetDiagonal() const

@@ -17,7 +17,7 @@ public:
     /// Corner of the largest coordinates; the origin when the box is empty.
     ZORMathPoint GetUpperPoint() const { return m_upper; }
     ZORMathPoint GetCenter() const;
-    /// Length of the diagonal; 0 when the box is empty.
+    /// Length of the diagonal; 0 when the box is empty, infinity beyond the largest double.
     double GetDiagonal() const;
 
     /// Grows the box to hold \a point; points that are not finite are ignored.

@@ -1,20 +1,47 @@
 #include "ZORMathVector.h"
 
-#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysTraceArguments.h>
+
+#include <limits>
+
+namespace {
+
+// Brings the largest component close to 1 without rounding; all must be finite, and one not zero.
+ZORMathVector Scaled(const ZORMathVector& vector, int exponent)
+{
+    return {std::ldexp(vector.GetX(), exponent), std::ldexp(vector.GetY(), exponent),
+            std::ldexp(vector.GetZ(), exponent)};
+}
+
+double LargestComponent(const ZORMathVector& vector)
+{
+    return std::fmax(std::fabs(vector.GetX()), std::fmax(std::fabs(vector.GetY()), std::fabs(vector.GetZ())));
+}
+
+} // namespace
+
+double ZORMathVector::GetExtremeLength() const
+{
+    const double largest = LargestComponent(*this);
+    if (std::isinf(largest))
+        return largest;
+    if (!IsFinite())
+        return std::numeric_limits<double>::quiet_NaN();
+    if (largest == 0)
+        return 0;
+    const int exponent = std::ilogb(largest);
+    return std::ldexp(Scaled(*this, -exponent).GetLength(), exponent);
+}
 
 ZORMathVector ZORMathVector::GetNormalized() const
 {
-    // Between these bounds no square over- or underflows far enough to cost digits.
-    constexpr double shortest = 1e-140;
-    constexpr double longest = 1e140;
-    const double length = GetLength();
-    if (length > shortest && length < longest)
-        return (1 / length) * *this;
-    // Scale by the largest component first.
-    const double largest = std::fmax(std::fabs(m_x), std::fmax(std::fabs(m_y), std::fabs(m_z)));
-    if (!(largest > 0) || !IsFinite())
+    const double square = Dot(*this, *this);
+    if (IsAccurate(square))
+        return (1 / std::sqrt(square)) * *this;
+    const double largest = LargestComponent(*this);
+    if (largest == 0 || !IsFinite())
         return {};
-    const ZORMathVector scaled(m_x / largest, m_y / largest, m_z / largest);
+    const ZORMathVector scaled = Scaled(*this, -std::ilogb(largest));
     return (1 / scaled.GetLength()) * scaled;
 }
 

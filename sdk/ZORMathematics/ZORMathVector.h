@@ -5,6 +5,7 @@
 #include <ZORMathematics/ZORMathematicsGlobal.h>
 
 #include <QByteArray>
+#include <QTypeInfo>
 
 #include <cmath>
 
@@ -24,10 +25,15 @@ public:
     constexpr double GetY() const { return m_y; }
     constexpr double GetZ() const { return m_z; }
 
-    /// Infinite above 1e154, where the square overflows.
-    double GetLength() const { return std::sqrt(m_x * m_x + m_y * m_y + m_z * m_z); }
+    /// Accurate to some units in the last place at every magnitude; infinity when a component is infinite,
+    /// else not a number when one is not.
+    double GetLength() const
+    {
+        const double square = m_x * m_x + m_y * m_y + m_z * m_z;
+        return IsAccurate(square) ? std::sqrt(square) : GetExtremeLength();
+    }
     /// The vector of length 1 in the same direction; the zero vector when the length is zero, or when a
-    /// component is not finite. Exact to rounding for every other vector, also where GetLength() overflows.
+    /// component is not finite. Exact to rounding for every other vector.
     ZORMathVector GetNormalized() const;
     /// False when a component is infinite or not a number.
     bool IsFinite() const;
@@ -60,6 +66,7 @@ public:
     {
         return {s * v.m_x, s * v.m_y, s * v.m_z};
     }
+    friend constexpr ZORMathVector operator*(const ZORMathVector& v, double s) { return s * v; }
     friend constexpr double Dot(const ZORMathVector& a, const ZORMathVector& b)
     {
         return a.m_x * b.m_x + a.m_y * b.m_y + a.m_z * b.m_z;
@@ -72,7 +79,13 @@ public:
     friend ZORMATHEMATICS_EXPORT void ZorTraceAppend(QByteArray& out, const ZORMathVector& vector);
 
 private:
+    // Whether a sum of squares lost nothing to overflow or underflow.
+    static bool IsAccurate(double square) { return square > 1e-280 && square < 1e300; }
+    double GetExtremeLength() const;
+
     double m_x = 0;
     double m_y = 0;
     double m_z = 0;
 };
+
+Q_DECLARE_TYPEINFO(ZORMathVector, Q_PRIMITIVE_TYPE);

@@ -124,34 +124,33 @@ void ZORSysApiTrace::Record(const QByteArray& line, qint64 nanoseconds)
     emit CallTraced(line, nanoseconds);
 }
 
-QByteArray* ZORSysApiTraceCall::Enter(const char* function)
+ZORSysApiTraceCall::Call* ZORSysApiTraceCall::Enter(const char* function)
 {
     static Call nested; // stands for all of them: they have nothing of their own
-    if (depth > 0) {
-        ++depth;
-        m_call = &nested;
-        return nullptr;
-    }
-    m_call = new Call;
-    ++depth;
-    m_call->line = ZorSysCalledName(function) + '(';
-    return &m_call->line;
+    if (depth++ > 0)
+        return &nested;
+    return new Call{ZorSysCalledName(function) + '('};
 }
 
-void ZORSysApiTraceCall::Started()
+QByteArray* ZORSysApiTraceCall::GetLine(Call* call)
 {
-    m_call->uncaughtExceptions = std::uncaught_exceptions();
-    m_call->exceptionMark = ZORSysExceptionWatch::GetMark();
-    m_call->start = Now();
+    return depth > 1 ? nullptr : &call->line;
 }
 
-void ZORSysApiTraceCall::End()
+void ZORSysApiTraceCall::Start(Call* call)
+{
+    call->uncaughtExceptions = std::uncaught_exceptions();
+    call->exceptionMark = ZORSysExceptionWatch::GetMark();
+    call->start = Now();
+}
+
+void ZORSysApiTraceCall::End(Call* ended)
 {
     if (depth > 1) {
         --depth;
         return;
     }
-    const std::unique_ptr<Call> call(m_call);
+    const std::unique_ptr<Call> call(ended);
     const qint64 elapsed = Now() - call->start;
     try {
         if (std::uncaught_exceptions() > call->uncaughtExceptions) {

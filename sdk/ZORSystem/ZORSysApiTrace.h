@@ -72,12 +72,12 @@ public:
     explicit ZORSysApiTraceCall(const char* function, const Args&... args)
     {
         if (ZORSysApiTrace::IsEnabled()) [[unlikely]]
-            Begin<Args...>(function, args...);
+            m_call = Begin<Args...>(function, args...);
     }
     ~ZORSysApiTraceCall()
     {
         if (m_call) [[unlikely]]
-            End();
+            End(m_call);
     }
     Q_DISABLE_COPY_MOVE(ZORSysApiTraceCall)
 
@@ -88,29 +88,33 @@ private:
     template<class T>
     using Pass = std::conditional_t<std::is_scalar_v<T>, T, const T&>;
 
-    // Kept out of the traced function, which holds nothing but the test.
+    // Kept out of the traced function, which holds nothing but the tests. Static: so can m_call.
     template<class... Args>
-    [[gnu::cold, gnu::noinline]] Q_DECL_HIDDEN void Begin(const char* function, Pass<Args>... args) noexcept
+    [[gnu::cold, gnu::noinline]] Q_DECL_HIDDEN static Call* Begin(const char* function,
+                                                                  Pass<Args>... args) noexcept
     {
-        QByteArray* line = Enter(function);
+        Call* const call = Enter(function);
+        QByteArray* const line = GetLine(call);
         if (!line)
-            return;
+            return call;
         [[maybe_unused]] const qsizetype begin = line->size();
         ((line->size() > begin ? void(*line += ", ") : void(), ZorTraceAppend(*line, args)), ...);
         *line += ')';
-        Started();
+        Start(call);
+        return call;
     }
 
+    static Call* Enter(const char* function);
     /// \return the line to complete; null when the call is nested in another one
-    QByteArray* Enter(const char* function);
-    void Started();
-    void End();
+    static QByteArray* GetLine(Call* call);
+    static void Start(Call* call);
+    [[gnu::cold]] static void End(Call* call);
 
-    Call* m_call = nullptr; // owned; null while the trace is off
+    Call* m_call = nullptr; // owned unless nested; null while the trace is off
 };
 
 /// First line of every public SDK function that changes something or takes values chosen by the
-/// caller; its arguments are those of the function. Off, it costs one branch on a flag, and at the end of
-/// the function one on a register.
+/// caller; its arguments are those of the function. Off, it costs one branch on a flag (and in bodies that
+/// the optimiser does not split by it, a test of a register at the end).
 #define ZOR_TRACE_CALL(...)                                                                                  \
     const ZORSysApiTraceCall zorTraceCall(__PRETTY_FUNCTION__ __VA_OPT__(, ) __VA_ARGS__)

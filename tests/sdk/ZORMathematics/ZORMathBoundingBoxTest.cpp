@@ -10,6 +10,9 @@
 
 namespace {
 
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double largest = std::numeric_limits<double>::max();
+
 TEST(ZORMathBoundingBoxTest, StartsEmptyAtTheOrigin)
 {
     const ZORMathBoundingBox box;
@@ -48,7 +51,6 @@ TEST(ZORMathBoundingBoxTest, CornersMayComeInAnyOrder)
 
 TEST(ZORMathBoundingBoxTest, PointsThatAreNotFiniteAreIgnored)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
     ZORMathBoundingBox box;
     box.Add(ZORMathPoint(std::numeric_limits<double>::quiet_NaN(), 0, 0));
     box.Add(ZORMathPoint(0, infinity, 0));
@@ -72,6 +74,15 @@ TEST(ZORMathBoundingBoxTest, TraceShowsBothCorners)
     QByteArray text;
     ZorTraceAppend(text, ZORMathBoundingBox({0, 0, 0}, {1, 2.5, 3}));
     EXPECT_EQ("[(0, 0, 0), (1, 2.5, 3)]", text.toStdString());
+}
+
+TEST(ZORMathBoundingBoxTest, ExtremeCoordinatesDoNotOverflow)
+{
+    const ZORMathBoundingBox box({-largest, -largest, 1e-320}, {largest, largest, 1e-320});
+    EXPECT_TRUE(box.GetCenter().IsFinite());
+    EXPECT_EQ(ZORMathPoint(0, 0, 1e-320), box.GetCenter());
+    EXPECT_EQ(infinity, box.GetDiagonal());
+    EXPECT_DOUBLE_EQ(3e300, ZORMathBoundingBox({0, 0, 0}, {1e300, 2e300, 2e300}).GetDiagonal());
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 
 #include <ZORMathematics/ZORMathPoint.h>
 
+#include <QLocale>
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -62,6 +64,22 @@ TEST(ZORMathPointTest, DifferenceAndSumGoThroughVectors)
     const ZORMathPoint b(4, 6, 3);
     EXPECT_EQ(5, a.DistanceTo(b));
     EXPECT_EQ(b, a + (b - a));
+}
+
+TEST(ZORMathPointTest, TextDoesNotDependOnTheLocale)
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(QString("(1234.5, 0.0, 0.0)"), ZORMathPoint(1234.5, 0, 0).ToString('f', 1));
+    QLocale::setDefault(before);
+}
+
+TEST(ZORMathPointTest, DistanceHoldsForLargeAndSmallCoordinates)
+{
+    EXPECT_DOUBLE_EQ(5e200, ZORMathPoint(3e200, 0, 0).DistanceTo({0, 4e200, 0}));
+    EXPECT_DOUBLE_EQ(5e-200, ZORMathPoint(3e-200, 0, 0).DistanceTo({0, 4e-200, 0}));
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(infinity, ZORMathPoint(infinity, 0, 0).DistanceTo({}));
 }
 
 } // namespace

@@ -26,4 +26,14 @@ TEST(ZORMathSetOfPointsTest, TraceShowsTheNumberOfPoints)
     EXPECT_EQ("[2]", text.toStdString());
 }
 
+TEST(ZORMathSetOfPointsTest, AListOfPointsBecomesASet)
+{
+    const QList<ZORMathPoint> list = {{1, 2, 3}};
+    const ZORMathSetOfPoints points = list;
+    EXPECT_EQ(list, points);
+    EXPECT_EQ(list.constData(), points.constData()) << "the points are shared, not copied";
+    const QList<ZORMathPoint>& back = points;
+    EXPECT_EQ(list, back);
+}
+
 } // namespace

@@ -20,6 +20,7 @@ TEST(ZORMathVectorTest, ArithmeticIsComponentwise)
     EXPECT_EQ(ZORMathVector(5, 3, 9), v + ZORMathVector(4, 5, 6));
     EXPECT_EQ(ZORMathVector(-3, -7, -3), v - ZORMathVector(4, 5, 6));
     EXPECT_EQ(ZORMathVector(2, -4, 6), 2 * v);
+    EXPECT_EQ(ZORMathVector(2, -4, 6), v * 2);
     v += ZORMathVector(1, 1, 1);
     EXPECT_EQ(ZORMathVector(2, -1, 4), v);
     v *= -0.5;
@@ -56,7 +57,7 @@ TEST(ZORMathVectorTest, LengthIsEuclidean)
 {
     EXPECT_EQ(7, ZORMathVector(2, -3, 6).GetLength());
     EXPECT_EQ(0, ZORMathVector().GetLength());
-    EXPECT_EQ(infinity, ZORMathVector(1e200, 0, 0).GetLength());
+    EXPECT_EQ(1e200, ZORMathVector(1e200, 0, 0).GetLength());
 }
 
 // Directions times magnitudes over the whole range of doubles, subnormal ones included.
@@ -96,6 +97,18 @@ TEST(ZORMathVectorTest, TraceShowsTheComponentsInFull)
     QByteArray text;
     ZorTraceAppend(text, ZORMathVector(0.1, -infinity, notANumber));
     EXPECT_EQ("(0.10000000000000001, -inf, nan)", text.toStdString());
+}
+
+TEST(ZORMathVectorTest, LengthNeitherOverflowsNorUnderflows)
+{
+    EXPECT_EQ(0, ZORMathVector().GetLength());
+    EXPECT_EQ(5, ZORMathVector(3, 0, -4).GetLength());
+    EXPECT_DOUBLE_EQ(5e300, ZORMathVector(3e300, 4e300, 0).GetLength());
+    EXPECT_DOUBLE_EQ(5e-300, ZORMathVector(0, 3e-300, 4e-300).GetLength());
+    EXPECT_EQ(std::numeric_limits<double>::denorm_min(),
+              ZORMathVector(0, 0, std::numeric_limits<double>::denorm_min()).GetLength());
+    EXPECT_EQ(infinity, ZORMathVector(-infinity, 0, 1).GetLength());
+    EXPECT_TRUE(std::isnan(ZORMathVector(1, notANumber, 0).GetLength()));
 }
 
 } // namespace
