@@ -3,6 +3,7 @@
 #include "support/Printers.h"
 
 #include <ZORMathematics/ZORMathSetOfPoints.h>
+#include <ZORSystem/ZORSysTraceArguments.h>
 
 #include <gtest/gtest.h>
 
