@@ -176,6 +176,8 @@ void ZORGeoStlParser::ParseAscii(QByteArrayView content)
     const char* const end = at + content.size();
     if (content.startsWith("\xef\xbb\xbf"))
         at += 3;
+    // Blanks alone are no content, but zeros are: a binary header, say.
+    m_hasContent = content.first(std::min<qsizetype>(content.size(), 1024)).contains('\0');
     const char* released = at;
     for (std::string_view token = NextToken(at, end); !token.empty(); token = NextToken(at, end)) {
         ParseStatement(token, at, end);

@@ -349,6 +349,7 @@ TEST_F(ZORGeoStlLoaderContentTest, ContentWithoutAUsableFacetThrows)
     const QString none = "the STL content has no usable facet (%1)";
     EXPECT_EQ(none.arg("0 of 0 facets used"), Load("These are not the facets you are looking for."));
     EXPECT_EQ(none.arg("0 of 0 facets used"), Load("solid advice:\nnever trust the header\n"));
+    EXPECT_EQ(none.arg("0 of 0 facets used"), Load(QByteArray(80, '\0')));
     EXPECT_EQ(none.arg("0 of 0 facets used; left out: 3 announced but missing"), Load(BinaryStl({}, 3)));
     EXPECT_EQ(none.arg("0 of 1 facets used; left out: 1 not finite"),
               Load(BinaryStl({{nan, 0, 0, 1, 0, 0, 0, 1, 0}})));
