@@ -34,7 +34,6 @@ public:
     /// For the frame: Cancel, or the frame was closed. Finishes the command without a commit.
     void Reject();
 
-protected:
     /// Builds the content widget.
     /// \return owned by \a parent
     virtual QWidget* CreateContent(QWidget* parent) = 0;
