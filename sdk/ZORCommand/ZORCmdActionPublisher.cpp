@@ -12,6 +12,27 @@ QString Copied(const QString& text)
     return QString(text.constData(), text.size());
 }
 
+QVariant Copied(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QString:
+        return Copied(value.toString());
+    case QMetaType::QByteArray: {
+        const QByteArray bytes = value.toByteArray();
+        return QByteArray(bytes.constData(), bytes.size());
+    }
+    case QMetaType::QStringList: {
+        QStringList copy;
+        const QStringList texts = value.toStringList();
+        for (const QString& text : texts)
+            copy.append(Copied(text));
+        return copy;
+    }
+    default:
+        return value;
+    }
+}
+
 } // namespace
 
 ZORCmdActionPublisher::ZORCmdActionPublisher(const QString& category, const QMetaObject* command,
@@ -32,11 +53,8 @@ ZORCmdActionPublisher::ZORCmdActionPublisher(const QString& category, const QMet
     publication.toolTip = Copied(toolTip);
     publication.position = position;
     publication.placement = placement;
-    for (auto option = options.begin(); option != options.end(); ++option) {
-        const bool isText = option->typeId() == QMetaType::QString;
-        publication.options.insert(Copied(option.key()),
-                                   isText ? Copied(option->toString()) : option.value());
-    }
+    for (auto option = options.begin(); option != options.end(); ++option)
+        publication.options.insert(Copied(option.key()), Copied(option.value()));
     ZORCmdController::GetController()->Publish(std::move(publication));
 }
 

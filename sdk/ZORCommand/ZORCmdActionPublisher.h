@@ -16,7 +16,7 @@ class ZORCOMMAND_EXPORT ZORCmdActionPublisher
 {
 public:
     /// Where an application shows an action.
-    enum Placement {
+    enum Placement : int {
         Hidden = 0,         ///< only reachable by its id
         MenuAndToolBar = 1, ///< in the menu and the tool bar of its category
         MenuOnly = 2,

@@ -3,11 +3,16 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 
 ZORCmdCommand::ZORCmdCommand(QObject* parent, int interaction, int undoScope)
+    : ZORCmdCommand(Untraced::Construction, parent, interaction, undoScope)
+{
+    ZOR_TRACE_CALL(parent, interaction, undoScope);
+}
+
+ZORCmdCommand::ZORCmdCommand(Untraced, QObject* parent, int interaction, int undoScope)
     : QObject(parent)
     , m_interaction(static_cast<Interaction>(interaction))
     , m_undoScope(static_cast<UndoScope>(undoScope))
 {
-    ZOR_TRACE_CALL(parent, interaction, undoScope);
 }
 
 ZORCmdCommand::~ZORCmdCommand() = default;

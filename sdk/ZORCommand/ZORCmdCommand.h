@@ -18,13 +18,13 @@ class ZORCOMMAND_EXPORT ZORCmdCommand : public QObject
 
 public:
     /// How a command meets the user.
-    enum Interaction {
+    enum Interaction : int {
         Silent = 0,     ///< it runs and ends
         Dialog = 1,     ///< one dialog in the frame of the application
         OwnWindows = 2, ///< windows of its own, which may outlive it
     };
     /// What a later undo would take back.
-    enum UndoScope {
+    enum UndoScope : int {
         NoUndo = 0,      ///< nothing: it does not touch the document
         OneStep = 1,     ///< all that it does, as one step
         SelfManaged = 2, ///< what it starts makes steps of its own
@@ -54,6 +54,11 @@ public:
 
 signals:
     void Finished();
+
+protected:
+    /// For base classes whose own constructor is the traced one.
+    enum class Untraced { Construction };
+    ZORCmdCommand(Untraced, QObject* parent, int interaction, int undoScope);
 
 private:
     QString m_title;

@@ -200,6 +200,7 @@ QAction* ZORCmdController::MakeAction(Publication& publication) const
     publication.action->setProperty("category", publication.category);
     publication.action->setProperty("commandId", publication.id);
     publication.action->setProperty("placement", publication.placement);
+    publication.action->setProperty("iconName", publication.icon);
     connect(publication.action, &QAction::triggered, self,
             [self, publisher = publication.publisher] { self->Run(publisher); });
     return publication.action;

@@ -44,7 +44,7 @@ public:
     /// The categories in the order of their first publication.
     QStringList GetCategories() const;
     /// The actions of a category by position, then in the order of publication. An action has the dynamic
-    /// properties "category", "commandId" and "placement" (a ZORCmdActionPublisher::Placement).
+    /// properties "category", "commandId", "iconName" and "placement" (a ZORCmdActionPublisher::Placement).
     QList<QAction*> GetActions(const QString& category) const;
 
     /// \param handler  not owned: the caller sets null before it dies

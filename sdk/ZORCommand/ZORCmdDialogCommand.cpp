@@ -6,12 +6,16 @@
 #include <ZORSystem/ZORSysException.h>
 
 ZORCmdDialogCommand::ZORCmdDialogCommand(QObject* parent, int interaction, int undoScope)
-    : ZORCmdCommand(parent, interaction, undoScope)
+    : ZORCmdCommand(Untraced::Construction, parent, interaction, undoScope)
 {
     ZOR_TRACE_CALL(parent, interaction, undoScope);
 }
 
-ZORCmdDialogCommand::~ZORCmdDialogCommand() = default;
+ZORCmdDialogCommand::~ZORCmdDialogCommand()
+{
+    // Its class may come from the library of the command, which may be unloaded next.
+    delete m_content;
+}
 
 void ZORCmdDialogCommand::Start()
 {

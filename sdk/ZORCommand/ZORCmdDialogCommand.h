@@ -41,5 +41,5 @@ public:
     virtual void Commit();
 
 private:
-    QPointer<QWidget> m_content; // owned by the frame
+    QPointer<QWidget> m_content; // owned by the frame as long as both live
 };

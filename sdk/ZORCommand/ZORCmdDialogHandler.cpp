@@ -1,3 +1,10 @@
 #include "ZORCmdDialogHandler.h"
 
-ZORCmdDialogHandler::~ZORCmdDialogHandler() = default;
+#include <ZORCommand/ZORCmdController.h>
+
+ZORCmdDialogHandler::~ZORCmdDialogHandler()
+{
+    ZORCmdController* controller = ZORCmdController::GetController();
+    if (controller->GetDialogHandler() == this)
+        controller->SetDialogHandler(nullptr);
+}

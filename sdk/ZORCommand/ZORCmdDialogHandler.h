@@ -11,6 +11,7 @@ class ZORCmdDialogCommand;
 class ZORCOMMAND_EXPORT ZORCmdDialogHandler
 {
 public:
+    /// Takes itself from the controller.
     virtual ~ZORCmdDialogHandler();
 
     /// Parent for the dialogs and message boxes of commands; may be null.

@@ -7,6 +7,7 @@
 #include <QLocale>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -28,14 +29,23 @@ ZORCmnUnitSpinBox::~ZORCmnUnitSpinBox() = default;
 
 double ZORCmnUnitSpinBox::GetInternalValue() const
 {
-    return value() * m_factor;
+    return value() == m_exactShown ? m_exact : value() * m_factor;
 }
 
 void ZORCmnUnitSpinBox::SetInternalValue(double value)
 {
     ZOR_TRACE_CALL(value);
     if (!std::isnan(value))
-        setValue(value / m_factor);
+        Show(value);
+}
+
+void ZORCmnUnitSpinBox::Show(double internal)
+{
+    const double wanted = internal / m_factor;
+    setValue(wanted);
+    const bool isRounded = std::fabs(value() - wanted) <= std::pow(10.0, -decimals());
+    m_exactShown = isRounded ? value() : std::numeric_limits<double>::quiet_NaN(); // else it was clamped
+    m_exact = internal;
 }
 
 QString ZORCmnUnitSpinBox::textFromValue(double value) const
@@ -84,7 +94,7 @@ void ZORCmnUnitSpinBox::UpdateMagnitude()
                       ? u' ' + ZORSysValue::GetUnitLabel(ZORSysValue::Millimeter)
                       : QString());
     }
-    setValue(internal / m_factor);
+    Show(internal);
 }
 
 QString ZORCmnUnitSpinBox::WithLocalSeparator(const QString& text) const

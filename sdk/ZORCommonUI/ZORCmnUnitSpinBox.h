@@ -26,7 +26,8 @@ public:
     explicit ZORCmnUnitSpinBox(QWidget* parent = nullptr);
     ~ZORCmnUnitSpinBox() override;
 
-    /// The value in the internal unit.
+    /// The value in the internal unit. Exactly what SetInternalValue() was given as long as the number shown
+    /// is still that one, although fewer decimals are shown.
     double GetInternalValue() const;
     /// Shows an internal value; a value outside the range is clamped, one that is not a number ignored.
     void SetInternalValue(double value);
@@ -42,5 +43,9 @@ private:
     void UpdateMagnitude();
     QString WithLocalSeparator(const QString& text) const;
 
-    double m_factor = 1; // internal units in a shown unit
+    void Show(double internal);
+
+    double m_factor = 1;     // internal units in a shown unit
+    double m_exact = 0;      // internal value behind the number m_exactShown
+    double m_exactShown = 0; // not a number when there is none
 };

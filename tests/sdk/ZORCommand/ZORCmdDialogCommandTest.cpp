@@ -4,6 +4,7 @@
 #include "support/Printers.h"
 
 #include <ZORCommand/ZORCmdController.h>
+#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -99,6 +100,65 @@ TEST_F(ZORCmdDialogCommandTest, RejectFinishesWithoutACommit)
     EXPECT_EQ(0, commits);
     EXPECT_EQ(1, finished.size());
     EXPECT_FALSE(command);
+}
+
+TEST_F(ZORCmdDialogCommandTest, ContentGoesWithTheCommand)
+{
+    QWidget frame;
+    const QPointer<QWidget> content = command->BuildContent(&frame);
+    delete command;
+    EXPECT_FALSE(content);
+    EXPECT_TRUE(frame.findChildren<QWidget*>().isEmpty());
+}
+
+TEST_F(ZORCmdDialogCommandTest, HandlerThatDiesTakesItselfFromTheController)
+{
+    {
+        RecordingDialogHandler first;
+        RecordingDialogHandler second;
+        controller->SetDialogHandler(&first);
+        controller->SetDialogHandler(&second);
+        {
+            const RecordingDialogHandler third;
+        }
+        EXPECT_EQ(&second, controller->GetDialogHandler());
+    }
+    EXPECT_EQ(nullptr, controller->GetDialogHandler());
+    EXPECT_EQ("no dialog handler set", MessageOf([this] { command->Start(); }));
+}
+
+TEST_F(ZORCmdDialogCommandTest, TwoCommandsAreOpenAtOnce)
+{
+    int commits = 0;
+    ScriptedDialogCommand::s_commit = [&commits] { ++commits; };
+    const QPointer<ScriptedDialogCommand> other = new ScriptedDialogCommand(nullptr);
+    QWidget frame;
+    QWidget otherFrame;
+    QWidget* const content = command->BuildContent(&frame);
+    const QPointer<QWidget> otherContent = other->BuildContent(&otherFrame);
+    other->Reject();
+    DeletePosted();
+    EXPECT_FALSE(other);
+    EXPECT_FALSE(otherContent);
+    EXPECT_EQ(0, commits);
+    EXPECT_EQ(content, command->GetContentWidget());
+    command->Accept();
+    EXPECT_EQ(1, commits);
+    DeletePosted();
+    EXPECT_FALSE(command);
+}
+
+TEST_F(ZORCmdDialogCommandTest, ConstructionIsTracedOnce)
+{
+    QStringList lines;
+    const auto connection =
+        QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced,
+                         [&lines](const QByteArray& line) { lines.append(QString::fromUtf8(line)); });
+    ZORSysApiTrace::GetInstance()->SetEnabled(true);
+    const std::unique_ptr<ScriptedDialogCommand> traced(new ScriptedDialogCommand(controller));
+    ZORSysApiTrace::GetInstance()->SetEnabled(false);
+    QObject::disconnect(connection);
+    EXPECT_EQ(QStringList("ZORCmdDialogCommand::ZORCmdDialogCommand(<ZORCmdController>, 1, 0)"), lines);
 }
 
 } // namespace

@@ -85,6 +85,23 @@ TEST_F(ZORCmnUnitSpinBoxTest, MagnitudeSetLaterKeepsTheInternalValue)
     EXPECT_NEAR(2, box->GetInternalValue(), 1e-6);
 }
 
+TEST_F(ZORCmnUnitSpinBoxTest, ShowingAValueDoesNotRoundIt)
+{
+    box->setProperty("magnitude", "Angle");
+    for (const double angle : {1e-9, 0.1, 1 / 3.0, -2.718281828459045, 1e5 / 3}) {
+        box->SetInternalValue(angle);
+        EXPECT_EQ(angle, box->GetInternalValue());
+        box->setProperty("magnitude", "Length");
+        EXPECT_EQ(angle, box->GetInternalValue());
+        box->setProperty("magnitude", "Angle");
+        EXPECT_EQ(angle, box->GetInternalValue());
+    }
+    box->setValue(90);
+    EXPECT_DOUBLE_EQ(pi / 2, box->GetInternalValue());
+    box->SetInternalValue(1e12);
+    EXPECT_EQ(box->maximum() * (pi / 180), box->GetInternalValue());
+}
+
 TEST_F(ZORCmnUnitSpinBoxTest, OtherPropertiesChangeNothing)
 {
     box->setProperty("magnitude", "Angle");
