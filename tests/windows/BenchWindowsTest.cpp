@@ -1,0 +1,105 @@
+// The windows of the bench.
+
+#include "WindowTest.h"
+#include "app/ZORHostTheme.h"
+#include "console/ZORTestGeoInspectionDlg.h"
+#include "console/ZORTestMainDialog.h"
+#include "core/ZORTestDialog.h"
+#include "core/ZORTestOptionsDlg.h"
+#include "visualization/ZORTestCurveVisOptionsDlg.h"
+#include "visualization/ZORTestPointVisOptionsDlg.h"
+#include "visualization/ZORTestSurfaceVisOptionsDlg.h"
+#include "widgets/ZORTestGeometrySelector.h"
+
+#include <ZORGeometry/ZORGeoSurface.h>
+
+#include <QAction>
+#include <QInputDialog>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace {
+
+class BenchWindowsTest : public WindowTest
+{
+};
+
+INSTANTIATE_TEST_SUITE_P(Themes, BenchWindowsTest,
+                         testing::Values(ZORHostOptions::Theme::Light, ZORHostOptions::Theme::Dark),
+                         [](const auto& tested) { return ZORHostTheme::ToName(tested.param).toStdString(); });
+
+TEST_P(BenchWindowsTest, Console)
+{
+    AddSurface("Wing skin");
+    AddPoint("Origin");
+    OpenConsole();
+    Walk(console, "console");
+}
+
+TEST_P(BenchWindowsTest, Options)
+{
+    ZORTestOptionsDlg options(nullptr);
+    Walk(&options, "options");
+}
+
+TEST_P(BenchWindowsTest, Inspection)
+{
+    ZORTestGeoInspectionDlg inspection(nullptr);
+    inspection.SetGeometry(AddSurface("Wing skin"));
+    Walk(&inspection, "inspection");
+}
+
+TEST_P(BenchWindowsTest, CurveVisualizationOptions)
+{
+    ZORTestCurveVisOptionsDlg options(GetEnvironment());
+    Walk(&options, "curve-visualization");
+}
+
+TEST_P(BenchWindowsTest, PointVisualizationOptions)
+{
+    ZORTestPointVisOptionsDlg options(GetEnvironment());
+    Walk(&options, "point-visualization");
+}
+
+TEST_P(BenchWindowsTest, SurfaceVisualizationOptions)
+{
+    ZORTestSurfaceVisOptionsDlg options(GetEnvironment());
+    Walk(&options, "surface-visualization");
+}
+
+TEST_P(BenchWindowsTest, ExportSTL)
+{
+    AddSurface("Wing skin");
+    AddSurface("A surface with a name as long as importers make them");
+    ASSERT_NE(nullptr, Open("ZORTestExportSTLDlg"));
+    Walk(dialog, "export-stl");
+}
+
+TEST_P(BenchWindowsTest, SelectorOfSeveralGeometries)
+{
+    ZORTestGeometrySelector selector(nullptr);
+    selector.setProperty("geoType", "ZORGeoSurface");
+    selector.setProperty("label", "Surfaces: ");
+    selector.setProperty("multi", true);
+    selector.SetEnvironment(GetEnvironment());
+    auto* list = selector.findChild<QListWidget*>("_List");
+    list->addItem("Wing skin");
+    Walk(&selector, "multi-selector");
+}
+
+TEST_P(BenchWindowsTest, UnitQuery)
+{
+    OpenConsole();
+    AddSurface("Wing skin");
+    ASSERT_NE(nullptr, TriggerMenu("_ExportSTLAction"));
+    answers.AnswerFile(GetPath("out.stl"));
+    for (const char* name : {"select-units", "select-file-type"}) {
+        answers.Answer("QInputDialog", [this, name](QDialog* query) {
+            Walk(query, QLatin1String(name));
+            query->accept();
+        });
+    }
+    PressOk();
+}
+
+} // namespace
