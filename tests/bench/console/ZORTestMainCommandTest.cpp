@@ -46,8 +46,8 @@ TEST_F(ZORTestMainCommandTest, OpensAConsoleThatOutlivesTheCommand)
     EXPECT_TRUE(console->isVisible());
     EXPECT_FALSE(console->isModal());
     EXPECT_EQ(nullptr, console->parentWidget());
-    EXPECT_TRUE(QTest::qWaitFor(
-        [] { return !ZORCmdController::GetController()->findChild<ZORTestMainCommand*>(); }));
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return !ZORCmdController::GetController()->findChild<ZORTestMainCommand*>(); }));
     EXPECT_NE(nullptr, console.data());
 }
 
