@@ -30,7 +30,7 @@ QPalette LightPalette()
 
 QPalette DarkPalette()
 {
-    QPalette palette(QColor(0x4b, 0x4f, 0x57), QColor(0x3c, 0x3f, 0x45));
+    QPalette palette(QColor(0x44, 0x48, 0x4f), QColor(0x3c, 0x3f, 0x45));
     const QColor text(0xe8, 0xea, 0xed);
     for (const auto role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
