@@ -35,8 +35,6 @@ QPalette DarkPalette()
     for (const auto role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, text);
-    // The style paints buttons lighter than the colour they are given.
-    palette.setColor(QPalette::ButtonText, QColor(0xf6, 0xf7, 0xf9));
     palette.setColor(QPalette::Base, QColor(0x22, 0x24, 0x27));
     palette.setColor(QPalette::AlternateBase, QColor(0x29, 0x2c, 0x30));
     palette.setColor(QPalette::ToolTipBase, QColor(0x22, 0x24, 0x27));
