@@ -25,9 +25,9 @@ CAMBER, CAMBER_POSITION = 0.02, 0.4  # relative
 FRONT_SPAR, REAR_SPAR = 0.12, 0.65  # relative chord positions: the skin lies between them
 
 # The grid: cells along the chord and along the span, and the block of cells around the cut-out.
-CHORD_CELLS, SPAN_CELLS = 56, 200
-BLOCK = (20, 36, 60, 76)  # first and last grid line along the chord, then along the span
-RINGS = 7
+CHORD_CELLS, SPAN_CELLS = 28, 100
+BLOCK = (10, 18, 30, 38)  # first and last grid line along the chord, then along the span
+RINGS = 4
 HOLE = 0.45  # semi-axes of the cut-out relative to the half block
 
 

@@ -27,7 +27,7 @@ public:
     /// \param icon       name that the application resolves to an icon
     /// \param text       text of the action
     /// \param toolTip    longer explanation
-    /// \param position   smaller ones come first in the category; equal ones in the order of publication
+    /// \param position   smaller ones come first in the category; equal ones by their text
     /// \param placement  code of a Placement
     /// \param options    "method" (string): the id of the action is then "<class name>.<method>" instead of
     ///                   the class name; all options are handed to the command as dynamic properties

@@ -126,8 +126,10 @@ QList<QAction*> ZORCmdController::GetActions(const QString& category) const
         if (publication.category == category)
             published.append(&publication);
     }
-    std::stable_sort(published.begin(), published.end(),
-                     [](const Publication* a, const Publication* b) { return a->position < b->position; });
+    // Not by publication: the order of a library's static initialisers is an accident of its link.
+    std::stable_sort(published.begin(), published.end(), [](const Publication* a, const Publication* b) {
+        return a->position != b->position ? a->position < b->position : a->text < b->text;
+    });
     QList<QAction*> actions;
     for (Publication* publication : published) {
         if (QAction* action = MakeAction(*publication))

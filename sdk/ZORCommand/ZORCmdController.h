@@ -43,7 +43,7 @@ public:
 
     /// The categories in the order of their first publication.
     QStringList GetCategories() const;
-    /// The actions of a category by position, then in the order of publication. An action has the dynamic
+    /// The actions of a category by position, then by text. An action has the dynamic
     /// properties "category", "commandId", "iconName" and "placement" (a ZORCmdActionPublisher::Placement).
     QList<QAction*> GetActions(const QString& category) const;
 

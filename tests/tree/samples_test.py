@@ -36,7 +36,7 @@ class SamplesTest(unittest.TestCase):
         self.assertEqual({1}, set(sides.values()), "no two triangles run along a side in the same direction")
 
         following = {a: b for a, b in sides if (b, a) not in sides}
-        self.assertEqual(2 * (56 + 200) + 64, len(following), "sides of the border")
+        self.assertEqual(2 * (28 + 100) + 32, len(following), "sides of the border")
         loops = 0
         while following:
             loops += 1

@@ -77,11 +77,11 @@ TEST_F(ZORCmdActionPublisherTest, MethodOptionBelongsToTheId)
     EXPECT_EQ(nullptr, controller->GetAction(""));
 }
 
-TEST_F(ZORCmdActionPublisherTest, CategoryIsSortedByPositionThenByPublication)
+TEST_F(ZORCmdActionPublisherTest, CategoryIsSortedByPositionThenByText)
 {
-    const auto c = Publish("c", 5, 1, {{"method", "c"}});
     const auto a = Publish("a", -1, 1, {{"method", "a"}});
     const auto d = Publish("d", 5, 0, {{"method", "d"}});
+    const auto c = Publish("c", 5, 1, {{"method", "c"}});
     const auto b = Publish("b", 0, 1, {{"method", "b"}});
     const auto other = Publish("other", 0, 1, {{"method", "other"}}, "Other Tests");
     EXPECT_EQ(QStringList({"a", "b", "c", "d"}), Texts(controller->GetActions("Tests")));
