@@ -15,10 +15,10 @@ class ZORGeoSurface;
 ///
 /// Form.        Told by the content, never by the word "solid": binary files may begin with it. ASCII is read
 ///              in any case and spacing, with UTF-8 byte order mark, and with missing `facet` or `endfacet`.
-/// Surfaces.    A binary file gives one; every `solid` of an ASCII file gives one, named after the solid
-/// where
-///              it has a name (made unique in the container). Solids without triangles and empty files give
-///              none.
+/// Surfaces.    A binary file gives one; every `solid` of an ASCII file gives one, named after the
+///              solid where it has a name (made unique in the container). Solids without
+///              triangles and empty files give none.
+///
 /// Vertices.    Corners with the same three floats become one vertex (-0 equals +0), within each solid;
 ///              vertices are numbered by their first appearance.
 /// Triangles.   In the order of the file. Facets that cannot be used are left out, counted in GetReport() and
@@ -38,10 +38,10 @@ public:
     /// \param unit  the unit of the coordinates in the file; the surfaces are in millimetres
     /// \return the surfaces in the order of the file, owned by the container
     /// \throws ZORSysException "container is null", "unit is no unit of length"
-    /// \throws ZORSysFileException "device is not open for reading", "cannot read the STL content: %1", "the
-    /// STL
-    ///         content is UTF-16 text, which the format does not allow", "the STL content has no usable facet
-    ///         (%1)"
+    /// \throws ZORSysFileException "device is not open for reading", "cannot read the STL content: %1",
+    ///         "the STL content is UTF-16 text, which the format does not allow",
+    ///         "the STL content has no usable facet (%1)"
+    ///         where %1 says why
     QList<const ZORGeoSurface*> Load(ZORGeoContainer* container, ZORSysValue::Unit unit);
 
     /// The counts of the last Load(), also of one that threw.

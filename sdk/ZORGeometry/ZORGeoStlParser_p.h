@@ -16,8 +16,8 @@ class ZORGeoStlParser
 public:
     /// \param factor   millimetres a unit of the file
     /// \param report   filled while parsing
-    /// \param release  told from time to time up to which byte the content was read and is not needed any
-    /// more
+    /// \param release  told from time to time up to which byte the content was read and is not
+    ///                 needed any more
     ZORGeoStlParser(double factor, ZORGeoStlReport& report, std::function<void(qsizetype)> release);
 
     /// \return solids with at least one triangle; none for empty content and empty solids

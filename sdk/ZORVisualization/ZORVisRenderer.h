@@ -48,15 +48,15 @@ public:
 
     /// Draws a picture.
     /// \param devicePixels      size of the picture
-    /// \param devicePixelRatio  factor on line widths, point symbols and texts; the picture carries it. Taken
-    /// as
-    ///                          1 unless positive and finite
+    /// \param devicePixelRatio  factor on line widths, point symbols and texts; the picture carries it.
+    ///                          Taken as 1 unless positive and finite
+    ///
     /// \return of format RGB32; null for a size without area, or of more than 2^27 pixels
     QImage Render(const ZORVisCamera& camera, const QSize& devicePixels, double devicePixelRatio = 1);
 
     /// What is seen at a pixel: points and lines within 5 device independent pixels, surfaces exactly at it.
     /// The nearest to the eye wins; points, then lines, win over surfaces at the same depth. Texts are not
-    /// picked. \param devicePixels  size of the picture \param pixel         in device pixels of that picture
+    /// picked. The size is that of the picture, the pixel is in device pixels of that picture.
     ZORVisPickResult Pick(const ZORVisCamera& camera, const QSize& devicePixels, const QPointF& pixel,
                           double devicePixelRatio = 1) const;
 
