@@ -19,7 +19,7 @@ class ZORGEOMETRY_EXPORT ZORGeoStlWriter
 {
 public:
     /// The codes are stored in settings.
-    enum FileFormats {
+    enum FileFormats : int {
         Ascii = 0,
         Binary = 1,
     };

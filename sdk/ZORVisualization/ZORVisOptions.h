@@ -13,7 +13,7 @@ class ZORVISUALIZATION_EXPORT ZORVisOptions
 {
 public:
     /// Pattern of a line, repeated along every polyline from its first point.
-    enum LineStyle {
+    enum LineStyle : int {
         Solid = 0,
         Dash = 1,
         Dot = 2,
@@ -29,7 +29,7 @@ public:
         LongDashThreeDot = 12
     };
     /// Marker of a point; its size on the screen does not depend on the zoom.
-    enum PointSymbol {
+    enum PointSymbol : int {
         Cross = 0,
         Plus = 1,
         Concentric = 2,

@@ -14,7 +14,7 @@ class ZORVISUALIZATION_EXPORT ZORVisPolylinePrimitive final : public ZORVisPrimi
 {
 public:
     /// How the points are joined.
-    enum Structure {
+    enum Structure : int {
         Pairs = 0, ///< points 0-1, 2-3, ... are separate segments; an odd last point is not drawn
         Chain = 1  ///< every point is joined to the next
     };

@@ -15,7 +15,7 @@ class ZORVISUALIZATION_EXPORT ZORVisTextPrimitive final : public ZORVisPrimitive
 {
 public:
     /// The place of the text's box that lies at the position.
-    enum AnchorLocation {
+    enum AnchorLocation : int {
         LowerLeft = 0, ///< the text stands right of and above the position
         LowerCenter = 1,
         LowerRight = 2,
@@ -26,7 +26,7 @@ public:
         UpperCenter = 7,
         UpperRight = 8
     };
-    enum Scalability {
+    enum Scalability : int {
         Scalable = 0, ///< grows with the zoom; the text size is in millimetres
         FixedSize = 1 ///< keeps its size on the screen; the text size is in pixels
     };
