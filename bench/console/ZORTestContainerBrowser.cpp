@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QMap>
+#include <QSignalBlocker>
 #include <QTableView>
 
 namespace {
@@ -68,10 +69,18 @@ void ZORTestContainerBrowser::Refresh()
         referenceCounts.append(new QStandardItem(QString::number(geometry->GetReferenceCount())));
     }
 
-    // Whole columns: the view follows two changes instead of one for every row.
     m_model.clear();
-    m_model.appendColumn(names);
-    m_model.appendColumn(referenceCounts);
+    m_model.setColumnCount(2);
+    m_model.setRowCount(int(names.size()));
+    {
+        // The view reads the cells when it paints. Cells that are set in the final shape of the table know their
+        // place; those of columns that were appended search for it when they are deleted, each among all.
+        const QSignalBlocker blocker(&m_model);
+        for (int row = 0; row < names.size(); ++row) {
+            m_model.setItem(row, 0, names[row]);
+            m_model.setItem(row, 1, referenceCounts[row]);
+        }
+    }
     m_model.setHorizontalHeaderLabels({Translate("Name"), Translate("Ref Count")});
     m_table->resizeColumnsToContents();
 }
