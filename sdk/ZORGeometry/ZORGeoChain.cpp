@@ -1,7 +1,7 @@
+#include "ZORGeoChainTree_p.h"
 #include "ZORGeoChain_p.h"
 
 #include <algorithm>
-#include <limits>
 
 ZORGeoChain::ZORGeoChain(const ZORMathSetOfPoints& points)
     : m_points(points)
@@ -14,6 +14,8 @@ ZORGeoChain::ZORGeoChain(const ZORMathSetOfPoints& points)
         m_distances.push_back(travelled);
     }
 }
+
+ZORGeoChain::~ZORGeoChain() = default;
 
 // The place on the line through the segment from point `segment` to the next one, which has a length.
 ZORGeoChain::Place ZORGeoChain::OnSegment(qsizetype segment, double distance) const
@@ -40,21 +42,18 @@ ZORGeoChain::Place ZORGeoChain::Locate(double distance) const
 
 ZORGeoChain::Place ZORGeoChain::Project(const ZORMathPoint& point) const
 {
-    Place nearest = {0, m_points.constFirst()};
-    double smallest = point.DistanceTo(nearest.point);
-    for (qsizetype i = 0; i + 1 < m_points.size(); ++i) {
-        const ZORMathPoint a = m_points[i];
-        const ZORMathVector ab = m_points[i + 1] - a;
-        const double squared = Dot(ab, ab);
-        const double t = squared > 0 ? std::clamp(Dot(point - a, ab) / squared, 0.0, 1.0) : 0.0;
-        const ZORMathPoint foot = t == 1 ? m_points[i + 1] : a + t * ab;
-        if (const double distance = point.DistanceTo(foot); distance < smallest) {
-            smallest = distance;
-            const double from = m_distances[size_t(i)];
-            nearest = {from + t * (m_distances[size_t(i) + 1] - from), foot};
-        }
-    }
-    return nearest;
+    if (m_points.size() == 1)
+        return {0, m_points.constFirst()};
+    const ZORGeoChainTree::Nearest nearest = GetTree().FindNearest(point);
+    const double from = m_distances[size_t(nearest.segment)];
+    const double to = m_distances[size_t(nearest.segment) + 1];
+    return {from + nearest.parameter * (to - from), nearest.point};
+}
+
+const ZORGeoChainTree& ZORGeoChain::GetTree() const
+{
+    std::call_once(m_treeBuilt, [this] { m_tree = std::make_unique<const ZORGeoChainTree>(m_points); });
+    return *m_tree;
 }
 
 ZORMathSetOfPoints ZORGeoChain::Cut(double start, double end) const

@@ -1,49 +1,36 @@
 #include "ZORGeoSurface.h"
 
-#include "ZORGeoMeshTree_p.h"
+#include "ZORGeoMeshBorder_p.h"
 #include "ZORGeoRange_p.h"
+#include "ZORGeoSurface_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoTriangleEdgeCurve.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
-#include <ZORMathematics/ZORMathBoundingBox.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <algorithm>
 #include <cmath>
-#include <mutex>
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoSurface)
 
-class ZORGeoSurfacePrivate
+const ZORGeoMeshTree& ZORGeoSurfacePrivate::GetTree() const
 {
-public:
-    // Both are made on first use, by whichever thread comes first.
-    const ZORGeoMeshTree& GetTree() const
-    {
-        std::call_once(m_treeBuilt, [this] { m_tree = std::make_unique<const ZORGeoMeshTree>(*mesh); });
-        return *m_tree;
-    }
+    std::call_once(m_treeBuilt, [this] { m_tree = std::make_unique<const ZORGeoMeshTree>(*mesh); });
+    return *m_tree;
+}
 
-    const ZORMathBoundingBox& GetBox() const
-    {
-        std::call_once(m_boxMeasured, [this] {
-            for (const ZORGeoMesh::Corners& corners : mesh->triangles) {
-                for (const int corner : corners)
-                    m_box.Add(mesh->vertices[corner]);
-            }
-        });
-        return m_box;
-    }
-
-    std::unique_ptr<const ZORGeoMesh> mesh;
-
-private:
-    mutable std::once_flag m_boxMeasured;
-    mutable ZORMathBoundingBox m_box;
-    mutable std::once_flag m_treeBuilt;
-    mutable std::unique_ptr<const ZORGeoMeshTree> m_tree;
-};
+const ZORMathBoundingBox& ZORGeoSurfacePrivate::GetBox() const
+{
+    std::call_once(m_boxMeasured, [this] {
+        for (const ZORGeoMesh::Corners& corners : mesh->triangles) {
+            for (const int corner : corners)
+                m_box.Add(mesh->vertices[corner]);
+        }
+    });
+    return m_box;
+}
 
 namespace {
 
@@ -168,4 +155,21 @@ ZORGeoLocationOnSurface ZORGeoSurface::IntersectRay(const ZORMathPoint& origin,
     if (parameter)
         *parameter = hit.parameter;
     return {this, triangle + 1, hit.weightB, hit.weightC, a + hit.weightB * (b - a) + hit.weightC * (c - a)};
+}
+
+QList<const ZORGeoTriangleEdgeCurve*> ZORGeoSurface::CreateEdges()
+{
+    ZOR_TRACE_CALL();
+    Q_D(ZORGeoSurface);
+    const auto loops = ZorGeoFindBorderLoops(*d->mesh);
+    if (!loops.isEmpty() && !GetContainer())
+        throw ZORSysException(tr("geometry has no container"));
+    QList<const ZORGeoTriangleEdgeCurve*> curves;
+    curves.reserve(loops.size());
+    for (const auto& loop : loops) {
+        auto* const curve = new ZORGeoTriangleEdgeCurve(this, loop);
+        curve->Initialize();
+        curves.append(curve);
+    }
+    return curves;
 }

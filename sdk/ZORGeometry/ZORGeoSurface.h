@@ -11,6 +11,7 @@
 #include <memory>
 
 class ZORGeoSurfacePrivate;
+class ZORGeoTriangleEdgeCurve;
 class ZORMathBoundingBox;
 class ZORMathPoint;
 class ZORMathVector;
@@ -92,7 +93,16 @@ public:
     ZORGeoLocationOnSurface IntersectRay(const ZORMathPoint& origin, const ZORMathVector& direction,
                                          double* parameter = nullptr) const;
 
+    /// Creates one closed curve for every border loop: every side without a neighbour is in one of them, once.
+    /// O(T). A loop starts with its lowest triangle and runs in that one's winding; the loops are in the order
+    /// of their first triangles. Pieces that touch in a vertex, or in an edge of more than two triangles, keep
+    /// loops of their own.
+    /// \return the curves, registered with and owned by the container of the surface; none for a closed surface
+    /// \throws ZORSysException "geometry has no container" when there are loops
+    QList<const ZORGeoTriangleEdgeCurve*> CreateEdges();
+
 private:
     Q_DECLARE_PRIVATE(ZORGeoSurface)
+    friend class ZORGeoSurfacePrivate;
     const std::unique_ptr<ZORGeoSurfacePrivate> d_ptr;
 };

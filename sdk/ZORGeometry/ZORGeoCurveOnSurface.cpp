@@ -1,0 +1,82 @@
+#include "ZORGeoCurveOnSurface.h"
+
+#include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORMathematics/ZORMathSetOfPoints.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+ZOR_GEO_REGISTER_TYPE(ZORGeoCurveOnSurface)
+
+namespace {
+
+using Locations = QList<ZORGeoLocationOnSurface>;
+
+const ZORGeoSurface* SurfaceOf(const Locations& locations)
+{
+    return locations.isEmpty() ? nullptr : locations.constFirst().surface;
+}
+
+ZORGeoContainer* ContainerOf(const Locations& locations)
+{
+    const ZORGeoSurface* surface = SurfaceOf(locations);
+    return surface ? surface->GetContainer() : nullptr;
+}
+
+Locations Close(Locations locations, bool isClosed)
+{
+    if (isClosed && locations.size() > 1 && locations.constLast().point != locations.constFirst().point)
+        locations.append(locations.constFirst());
+    return locations;
+}
+
+ZORMathSetOfPoints PointsOf(const Locations& locations)
+{
+    ZORMathSetOfPoints points;
+    points.reserve(locations.size());
+    for (const ZORGeoLocationOnSurface& location : locations)
+        points.append(location.point);
+    return points;
+}
+
+void Check(const Locations& locations)
+{
+    for (qsizetype i = 0; i < locations.size(); ++i) {
+        if (locations[i].IsNull())
+            throw ZORSysException(
+                ZORGeoCurveOnSurface::tr("location %1 of the curve is not on a surface").arg(i));
+        if (locations[i].surface != locations.constFirst().surface)
+            throw ZORSysException(
+                ZORGeoCurveOnSurface::tr("location %1 of the curve is on another surface").arg(i));
+    }
+}
+
+} // namespace
+
+ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>& locations, bool isClosed)
+    : ZORGeoCurve(ContainerOf(locations), PointsOf(Close(locations, isClosed)))
+    , m_locations(Close(locations, isClosed))
+    , m_surface(SurfaceOf(locations), this)
+{
+    ZOR_TRACE_CALL(locations, isClosed);
+    Check(locations);
+    CheckPoints();
+}
+
+ZORGeoCurveOnSurface::~ZORGeoCurveOnSurface() = default;
+
+const ZORGeoSurface* ZORGeoCurveOnSurface::GetSurface() const
+{
+    return m_surface;
+}
+
+QList<ZORGeoLocationOnSurface> ZORGeoCurveOnSurface::GetLocations() const
+{
+    return m_surface ? m_locations : Locations();
+}
+
+bool ZORGeoCurveOnSurface::IsClosed() const
+{
+    return GetNumPoints() > 1 && GetPoint(0) == GetPoint(GetNumPoints() - 1);
+}

@@ -1,0 +1,43 @@
+// A curve that runs over a triangulated surface.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORGeometry/ZORGeoLocationOnSurface.h>
+#include <ZORGeometry/ZORGeoReference.h>
+
+#include <QList>
+
+class ZORGeoSurface;
+
+/// A chain of straight segments between places of one surface. Holds a counted reference to the surface and
+/// keeps its points when the surface is destroyed.
+///
+/// The curves that the SDK computes keep every segment within one triangle: the segment from location i to
+/// i + 1 lies in the triangle of location i, which also holds location i + 1, on its border as a rule.
+class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurface : public ZORGeoCurve
+{
+    Q_OBJECT
+
+public:
+    /// The container is that of the surface, which owns the curve from Initialize() on. A curve without
+    /// locations has none: it can be made, but not initialized.
+    /// \param locations  places of one surface, in the order of the curve, any number of them
+    /// \param isClosed   true: ends where it starts; the first location is appended unless the last one is
+    ///                   at the same point
+    /// \throws ZORSysException "location %1 of the curve is not on a surface", "location %1 of the curve is on
+    ///         another surface", counted from 0, "point %1 of the curve is not finite or too far away"
+    ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>& locations, bool isClosed);
+    ~ZORGeoCurveOnSurface() override;
+
+    /// Null for a curve without locations, and once the surface has been destroyed.
+    const ZORGeoSurface* GetSurface() const;
+    /// One for each point of the curve; none once the surface has been destroyed.
+    QList<ZORGeoLocationOnSurface> GetLocations() const;
+    /// Whether the curve ends at the point where it starts; false for fewer than two points.
+    bool IsClosed() const;
+
+private:
+    const QList<ZORGeoLocationOnSurface> m_locations;
+    const ZORGeoReference<const ZORGeoSurface> m_surface;
+};
