@@ -46,7 +46,8 @@ public:
     /// \throws ZORSysException "start location lies on another curve"
     ZORGeoLocationOnCurve GetLocation(double distance, const ZORGeoLocationOnCurve* start) const;
 
-    /// Finds the place of the curve that is nearest to \a point; the first one of several. O(n).
+    /// Finds the place of the curve that is nearest to \a point; the first one of several. O(log n) for
+    /// points near the curve. The first call builds a search tree, O(n).
     /// \param[out] location  unchanged when the result is false
     /// \return false when the curve has no points or \a point is not finite or too far away
     bool Project(const ZORMathPoint& point, ZORGeoLocationOnCurve& location) const;

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -168,6 +169,53 @@ TEST(ZORGeoPolylineTest, ALineIsACurveOfTwoPoints)
     EXPECT_EQ(ZORMathPoint(1, 1, 5), line.GetLocation(4, nullptr).point);
     const ZORGeoLine point(nullptr, {1, 1, 1}, {1, 1, 1});
     EXPECT_EQ(ZORMathPoint(1, 1, 1), point.GetLocation(4, nullptr).point);
+}
+
+TEST(ZORGeoPolylineTest, ProjectsLikeASearchThroughAllSegments)
+{
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> coordinate(-1, 1);
+    const auto point = [&](double size) {
+        return ZORMathPoint(size * coordinate(random), size * coordinate(random), size * coordinate(random));
+    };
+    for (int round = 0; round < 100; ++round) {
+        ZORMathSetOfPoints points;
+        const int count = 1 + round * 3;
+        for (int i = 0; i < count; ++i)
+            points.append(i % 5 == 4 ? points.last() : round % 2 ? point(1) : ZORMathPoint(i, i % 7, 0));
+        const ZORGeoPolyline polyline(nullptr, points, true);
+        for (int query = 0; query < 100; ++query) {
+            const ZORMathPoint from = query % 10 == 0 ? points[query % count] : point(query % 2 ? 1 : 100);
+            double smallest = from.DistanceTo(points.first());
+            for (int i = 0; i + 1 < count; ++i) {
+                const ZORMathVector ab = points[i + 1] - points[i];
+                const double squared = Dot(ab, ab);
+                const double t = squared > 0 ? Dot(from - points[i], ab) / squared : 0;
+                smallest = std::min(smallest, from.DistanceTo(points[i] + std::clamp(t, 0.0, 1.0) * ab));
+            }
+            ZORGeoLocationOnCurve location;
+            ASSERT_TRUE(polyline.Project(from, location));
+            EXPECT_NEAR(smallest, from.DistanceTo(location.point), 1e-12 * (1 + smallest));
+            EXPECT_TRUE(IsNear(location.point, polyline.GetLocation(location.distance, nullptr).point));
+        }
+    }
+}
+
+TEST(ZORGeoPolylineTest, OfSeveralNearestPlacesTheFirstIsTaken)
+{
+    // Twenty times around a square: every place of it comes again and again.
+    ZORMathSetOfPoints points;
+    for (int i = 0; i < 20; ++i)
+        points << ZORMathPoint(0, 0, 0) << ZORMathPoint(1, 0, 0) << ZORMathPoint(1, 1, 0)
+               << ZORMathPoint(0, 1, 0);
+    const ZORGeoPolyline polyline(nullptr, points, true);
+    ZORGeoLocationOnCurve location;
+    ASSERT_TRUE(polyline.Project({0.5, -3, 0}, location));
+    EXPECT_EQ(0.5, location.distance);
+    ASSERT_TRUE(polyline.Project({0.5, 0.5, 0}, location));
+    EXPECT_EQ(0.5, location.distance);
+    ASSERT_TRUE(polyline.Project({2, 2, 0}, location));
+    EXPECT_EQ(2, location.distance);
 }
 
 } // namespace
