@@ -17,6 +17,9 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
 endif()
 
+# Stack traces of optimised builds show files and lines.
+add_compile_options($<$<CONFIG:Release>:-g1>)
+
 find_program(ZOR_CCACHE ccache)
 mark_as_advanced(ZOR_CCACHE)
 if(ZOR_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)

@@ -26,7 +26,7 @@ const QHash<QString, WordCount>& Verbs()
         {"in", {1, 1}},         {"trigger", {1, 1}}, {"click", {1, 1}},  {"set", {2, 2}},
         {"select", {2, many}},  {"key", {1, 2}},     {"answer", {1, 3}}, {"end", {0, 0}},
         {"expect", {3, many}},  {"wait", {4, many}}, {"let", {2, many}}, {"close", {0, 0}},
-        {"screenshot", {2, 2}},
+        {"screenshot", {2, 2}}, {"repeat", {3, 3}},
     };
     return verbs;
 }
@@ -65,7 +65,13 @@ void Check(const ZORHostScriptStep& step)
 
 bool OpensBlock(const ZORHostScriptStep& step)
 {
-    return step.verb == QLatin1String("answer") && step.arguments.constFirst() == QLatin1String("form");
+    return step.verb == QLatin1String("repeat")
+           || (step.verb == QLatin1String("answer") && step.arguments.constFirst() == QLatin1String("form"));
+}
+
+QString NameOf(const ZORHostScriptStep& block)
+{
+    return block.verb == QLatin1String("repeat") ? block.verb : QStringLiteral("answer form");
 }
 
 QChar Unescape(QChar c)
@@ -140,7 +146,7 @@ ZORHostScript ZORHostScript::Parse(const QString& text, const QString& name)
             Check(step);
             if (step.verb == QLatin1String("end")) {
                 if (open.isEmpty())
-                    throw ZORSysFileException("'end' without 'answer form'");
+                    throw ZORSysFileException("'end' without 'answer form' or 'repeat'");
                 step = open.takeLast();
             } else if (OpensBlock(step)) {
                 open.append(step);
@@ -150,7 +156,7 @@ ZORHostScript ZORHostScript::Parse(const QString& text, const QString& name)
         }
         if (!open.isEmpty()) {
             number = open.constLast().line;
-            throw ZORSysFileException("this 'answer form' has no 'end'");
+            throw ZORSysFileException(QStringLiteral("this '%1' has no 'end'").arg(NameOf(open.constLast())));
         }
     } catch (const ZORSysFileException& exception) {
         throw ZORSysFileException(

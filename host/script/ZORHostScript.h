@@ -12,7 +12,7 @@ struct ZORHostScriptStep
     int line = 0; // from 1
     QString verb;
     QStringList arguments;          // variables are not yet replaced
-    QList<ZORHostScriptStep> block; // of "answer form": the lines up to its "end"
+    QList<ZORHostScriptStep> block; // of "answer form" and "repeat": the lines up to its "end"
 };
 
 /// A script: one step a line, words separated by blanks, words with blanks in double quotes (with the escapes

@@ -1,13 +1,9 @@
 #include "script/ZORHostScriptQuery.h"
 
+#include "script/ZORHostDocumentQuery.h"
 #include "script/ZORHostScriptError.h"
 #include "script/ZORHostWidgetAccess.h"
 #include "script/ZORHostWidgetFinder.h"
-
-#include <ZORFeature/ZORFeatContainer.h>
-#include <ZORFeature/ZORFeatEnvironment.h>
-#include <ZORFeature/ZORFeatEnvironmentManager.h>
-#include <ZORGeometry/ZORGeoSurface.h>
 
 #include <QAction>
 #include <QFileInfo>
@@ -20,38 +16,12 @@
 
 namespace {
 
+using namespace ZORHostDocumentQuery;
 using namespace ZORHostWidgetFinder;
 
 QString Either(bool first, const char* yes, const char* no)
 {
     return QString::fromLatin1(first ? yes : no);
-}
-
-ZORFeatEnvironment* Environment()
-{
-    ZORFeatEnvironment* environment = ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
-    if (!environment)
-        throw ZORHostScriptError("there is no document");
-    return environment;
-}
-
-const ZORGeoGeometry* FindGeometry(const QString& name)
-{
-    const ZORFeatContainer* container = Environment()->GetContainer();
-    for (int i = 0; i < container->GetNumGeometry(); ++i) {
-        const ZORGeoGeometry* geometry = container->GetGeometryByIndex(i);
-        if (geometry && geometry->objectName() == name)
-            return geometry;
-    }
-    throw ZORHostScriptError(QStringLiteral("no geometry '%1'").arg(name));
-}
-
-QString CountTriangles(const QString& name)
-{
-    const auto* surface = qobject_cast<const ZORGeoSurface*>(FindGeometry(name));
-    if (!surface)
-        throw ZORHostScriptError(QStringLiteral("geometry '%1' is no surface").arg(name));
-    return QString::number(surface->GetNumTriangles());
 }
 
 /// A picture of one colour shows nothing; a count above some tens says that something was drawn.
@@ -112,12 +82,13 @@ const QHash<QString, Query>& Queries()
           [](W window, A a) { return ZORHostWidgetAccess::GetCell(FindWidget(window, a[0]), a[1], a[2]); }}},
         {"enabled", {1, true, [](W window, A a) { return IsEnabled(window, a[0]); }}},
         {"checked", {1, true, [](W window, A a) { return ActionState(window, a[0]); }}},
-        {"geometries",
-         {0, false, [](W, A) { return QString::number(Environment()->GetContainer()->GetNumGeometry()); }}},
-        {"objects", {0, false, [](W, A) { return QString::number(Environment()->GetNumVirtualObjects()); }}},
-        {"references",
-         {1, false, [](W, A a) { return QString::number(FindGeometry(a[0])->GetReferenceCount()); }}},
-        {"triangles", {1, false, [](W, A a) { return CountTriangles(a[0]); }}},
+        {"geometries", {0, false, [](W, A) { return QString::number(CountGeometries()); }}},
+        {"objects", {0, false, [](W, A) { return QString::number(CountVirtualObjects()); }}},
+        {"references", {1, false, [](W, A a) { return QString::number(CountReferences(a[0])); }}},
+        {"triangles", {1, false, [](W, A a) { return QString::number(CountTriangles(a[0])); }}},
+        {"points", {1, false, [](W, A a) { return QString::number(CountPoints(a[0])); }}},
+        {"length", {1, false, [](W, A a) { return QString::number(MeasureLength(a[0]), 'f', 6); }}},
+        {"deviation", {2, false, [](W, A a) { return QString::number(MeasureDeviation(a[0], a[1])); }}},
         {"size", {1, false, [](W, A a) { return QString::number(QFileInfo(a[0]).size()); }}},
         {"file", {1, false, [](W, A a) { return Either(QFileInfo::exists(a[0]), "there", "missing"); }}},
         {"colors", {1, false, [](W, A a) { return CountColors(a[0]); }}},

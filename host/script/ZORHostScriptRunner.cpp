@@ -17,11 +17,14 @@
 #include <QRegularExpression>
 #include <QScreen>
 
+#include <cstdlib>
+
 namespace {
 
 constexpr int pollMilliseconds = 10;
 constexpr double defaultWaitSeconds = 10;
 constexpr double defaultTimeoutSeconds = 300;
+constexpr int maximumRound = 10000;
 
 double ToSeconds(const QString& text)
 {
@@ -30,6 +33,16 @@ double ToSeconds(const QString& text)
     if (!isNumber || seconds < 0)
         throw ZORHostScriptError(QStringLiteral("'%1' is no number of seconds").arg(text));
     return seconds;
+}
+
+int ToRound(const QString& text)
+{
+    bool isNumber = false;
+    const int round = text.toInt(&isNumber);
+    if (!isNumber || std::abs(round) > maximumRound)
+        throw ZORHostScriptError(
+            QStringLiteral("'%1' is no whole number of at most %2").arg(text).arg(maximumRound));
+    return round;
 }
 
 void CheckUsable(const QWidget* widget, const QString& name)
@@ -174,7 +187,9 @@ ZORHostScriptRunner::Progress ZORHostScriptRunner::Play(const ZORHostScriptStep&
         return PlayIn(step, sequence);
     if (step.verb == QLatin1String("wait"))
         return PlayWait(step, sequence);
-    if (step.verb == QLatin1String("expect"))
+    if (step.verb == QLatin1String("repeat"))
+        Unroll(step, sequence);
+    else if (step.verb == QLatin1String("expect"))
         PlayExpect(step, sequence);
     else
         PlayAct(step, sequence);
@@ -225,6 +240,21 @@ ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayIn(const ZORHostScriptSte
     if (sequence.waiting.hasExpired(qint64(defaultWaitSeconds * 1000)))
         throw ZORHostScriptError(QStringLiteral("no window '%1'").arg(name));
     return Progress::Again;
+}
+
+void ZORHostScriptRunner::Unroll(const ZORHostScriptStep& step, Sequence& sequence)
+{
+    const int first = ToRound(step.arguments[1]);
+    const int last = ToRound(step.arguments[2]);
+    QList<ZORHostScriptStep> rounds;
+    for (int round = first; round <= last; ++round) {
+        rounds.append({step.line,
+                       QStringLiteral("let"),
+                       {step.arguments[0], QStringLiteral("text"), QString::number(round)},
+                       {}});
+        rounds.append(step.block);
+    }
+    sequence.steps = sequence.steps.first(sequence.next + 1) + rounds + sequence.steps.mid(sequence.next + 1);
 }
 
 ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayWait(const ZORHostScriptStep& step, Sequence& sequence)

@@ -53,6 +53,8 @@ private:
     Progress Play(const ZORHostScriptStep& step, Sequence& sequence);
     void PlayAct(const ZORHostScriptStep& step, Sequence& sequence);
     void PlayExpect(const ZORHostScriptStep& step, Sequence& sequence);
+    /// Puts the steps of every round behind the step itself.
+    static void Unroll(const ZORHostScriptStep& step, Sequence& sequence);
     Progress PlayWait(const ZORHostScriptStep& step, Sequence& sequence);
     Progress PlayIn(const ZORHostScriptStep& step, Sequence& sequence);
     void TakeScreenshot(const QString& what, const QString& fileName, Sequence& sequence);

@@ -2,6 +2,7 @@
 #include "ZORSysSymbolizer_p.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QHash>
 #include <QMutex>
 
@@ -45,7 +46,8 @@ int AppendSourceLine(void* lines, uintptr_t, const char* file, int line, const c
         return 0;
     QString text = Demangled(function);
     if (file)
-        text += QLatin1String(" at ") + QString::fromLocal8Bit(file) + u':' + QString::number(line);
+        text += QLatin1String(" at ") + QDir::cleanPath(QString::fromLocal8Bit(file)) + u':'
+                + QString::number(line);
     static_cast<QStringList*>(lines)->append(text);
     return 0;
 }

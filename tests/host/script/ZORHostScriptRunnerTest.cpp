@@ -3,7 +3,10 @@
 #include "HostTest.h"
 #include "view/ZORHostView3D.h"
 
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORMathematics/ZORMathSetOfPoints.h>
 
 #include <QBuffer>
 #include <QCheckBox>
@@ -248,6 +251,8 @@ TEST_F(ZORHostScriptRunnerTest, AStepThatCannotBeDoneEndsTheScript)
         {"key Hyper+Foo", "'Hyper+Foo' is no key"},
         {"timeout soon", "'soon' is no number of seconds"},
         {"expect triangles Nothing is 1", "no geometry 'Nothing'"},
+        {"repeat I 1 many\nend", "'many' is no whole number of at most 10000"},
+        {"repeat I 1 10001\nend", "'10001' is no whole number of at most 10000"},
     };
     for (const auto& [step, message] : cases) {
         EXPECT_EQ("test.zorscript:2: " + message, FailureOf({"in Playground", step, "set _Edit reached"}));
@@ -404,6 +409,33 @@ TEST_F(ZORHostScriptRunnerTest, AsksAboutTheDocumentAndFiles)
                       "expect objects is 1", "expect size ${FILE} is 5", "expect file ${FILE} is there",
                       "expect file ${NONE} is missing"}))
         << report.toStdString();
+}
+
+TEST_F(ZORHostScriptRunnerTest, MeasuresCurves)
+{
+    AddBox("Box");
+    const ZORMathSetOfPoints points = {{0, 0, 0}, {1, 0, 0}, {1, 1, 3}};
+    auto* const curve = new ZORGeoPolyline(GetEnvironment()->GetContainer(), points, true);
+    curve->setObjectName("Curve");
+    curve->Initialize();
+    EXPECT_TRUE(
+        Play({"expect points Curve is 3", "expect length Curve is 4.162278",
+              "expect deviation Curve Box above 0.999999", "expect deviation Curve Box below 1.000001"}))
+        << report.toStdString();
+    EXPECT_EQ(QString("test.zorscript:1: geometry 'Box' is no curve"), FailureOf({"expect length Box is 1"}));
+    EXPECT_EQ(QString("test.zorscript:1: geometry 'Curve' is no surface"),
+              FailureOf({"expect deviation Curve Curve is 1"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, RepeatsSteps)
+{
+    EXPECT_TRUE(Play({"repeat I -1 1", "repeat J 1 2", "print \"round ${I}/${J}\"", "end", "end",
+                      "repeat I 2 1", "print never", "end", "print \"I was ${I}\""}))
+        << report.toStdString();
+    for (const char* text :
+         {"round -1/1", "round -1/2", "round 0/1", "round 0/2", "round 1/1", "round 1/2", "I was 1"})
+        EXPECT_EQ(1, report.count(QLatin1String(text))) << text;
+    EXPECT_FALSE(report.contains("never"));
 }
 
 TEST_F(ZORHostScriptRunnerTest, TakesPicturesAndReportsSections)

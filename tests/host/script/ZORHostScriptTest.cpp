@@ -68,8 +68,10 @@ TEST(ZORHostScriptTest, MistakesAreFoundBeforeAnythingRuns)
         {"answer knock", "a.zorscript:1: unknown kind of answer 'knock'"},
         {"answer file", "a.zorscript:1: too few words after 'answer file'"},
         {"answer cancel now", "a.zorscript:1: too many words after 'answer cancel'"},
-        {"end", "a.zorscript:1: 'end' without 'answer form'"},
+        {"end", "a.zorscript:1: 'end' without 'answer form' or 'repeat'"},
         {"print a\nanswer form A\nprint b", "a.zorscript:2: this 'answer form' has no 'end'"},
+        {"repeat I 1 3\nprint b", "a.zorscript:1: this 'repeat' has no 'end'"},
+        {"repeat I 1", "a.zorscript:1: too few words after 'repeat'"},
         {"expect rows table", "a.zorscript:1: too few words after 'expect'"},
     };
     for (const auto& [text, message] : cases)
