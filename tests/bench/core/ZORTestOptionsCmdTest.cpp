@@ -3,9 +3,9 @@
 #include "core/ZORTestOptionsDlg.h"
 #include "core/ZORTestPlugin.h"
 #include "support/BenchTest.h"
+#include "support/DialogFrame.h"
 
 #include <ZORCommand/ZORCmdController.h>
-#include <ZORCommand/ZORCmdDialogHandler.h>
 #include <ZORGeometry/ZORGeoDebugOptions.h>
 #include <ZORSystem/ZORSysInit.h>
 
@@ -15,26 +15,6 @@
 #include <QWidget>
 
 namespace {
-
-/// Frame without decoration: builds the content and leaves OK and Cancel to the test.
-class Frame final : public ZORCmdDialogHandler
-{
-public:
-    Frame() { ZORCmdController::GetController()->SetDialogHandler(this); }
-    ~Frame() override { ZORCmdController::GetController()->SetDialogHandler(nullptr); }
-
-    QWidget* GetParentWidget() const override { return nullptr; }
-    void ShowDialogCommand(ZORCmdDialogCommand* shown) override
-    {
-        command = shown;
-        content = shown->BuildContent(&widget);
-        widget.show();
-    }
-
-    QWidget widget;
-    QPointer<ZORCmdDialogCommand> command;
-    QPointer<QWidget> content;
-};
 
 class ZORTestOptionsCmdTest : public BenchTest
 {
@@ -60,7 +40,7 @@ TEST_F(ZORTestOptionsCmdTest, IsPublishedAsAHostAction)
 
 TEST_F(ZORTestOptionsCmdTest, PutsTheOptionsIntoTheFrameOfTheHost)
 {
-    Frame frame;
+    DialogFrame frame;
     GetAction()->trigger();
     ASSERT_NE(nullptr, frame.command);
     EXPECT_EQ(1, frame.command->GetInteraction());
@@ -72,7 +52,7 @@ TEST_F(ZORTestOptionsCmdTest, PutsTheOptionsIntoTheFrameOfTheHost)
 
 TEST_F(ZORTestOptionsCmdTest, WritesTheOptionsOnOk)
 {
-    Frame frame;
+    DialogFrame frame;
     GetAction()->trigger();
     frame.content->findChild<QCheckBox*>(QStringLiteral("_GeoConstStackChk"))->setChecked(true);
     EXPECT_FALSE(ZORGeoDebugOptions::GetInstance()->IsConstructorStackTraces());
@@ -83,7 +63,7 @@ TEST_F(ZORTestOptionsCmdTest, WritesTheOptionsOnOk)
 
 TEST_F(ZORTestOptionsCmdTest, WritesNothingOnCancel)
 {
-    Frame frame;
+    DialogFrame frame;
     GetAction()->trigger();
     frame.content->findChild<QCheckBox*>(QStringLiteral("_GeoConstStackChk"))->setChecked(true);
     frame.command->Reject();

@@ -2,11 +2,11 @@
 // Qt's meta-objects alone.
 
 #include "support/DialogAnswerer.h"
+#include "support/DialogFrame.h"
 #include "support/MessageBoxCatcher.h"
 
 #include <ZORCommand/ZORCmdController.h>
 #include <ZORCommand/ZORCmdDialogCommand.h>
-#include <ZORCommand/ZORCmdDialogHandler.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
@@ -84,26 +84,6 @@ private:
     quintptr m_end = 0;
 };
 
-/// Frame of a host for dialog commands.
-class Frame final : public ZORCmdDialogHandler
-{
-public:
-    Frame() { ZORCmdController::GetController()->SetDialogHandler(this); }
-    ~Frame() override { ZORCmdController::GetController()->SetDialogHandler(nullptr); }
-
-    QWidget* GetParentWidget() const override { return nullptr; }
-    void ShowDialogCommand(ZORCmdDialogCommand* shown) override
-    {
-        command = shown;
-        widget = std::make_unique<QWidget>();
-        shown->BuildContent(widget.get());
-        widget->show();
-    }
-
-    std::unique_ptr<QWidget> widget;
-    QPointer<ZORCmdDialogCommand> command;
-};
-
 class ZORTestPluginLoadTest : public testing::Test
 {
 protected:
@@ -172,7 +152,7 @@ protected:
         console->findChild<QAction*>(QStringLiteral("_OffsetCurveAction"))->trigger();
         EXPECT_EQ(QStringList{"Command not registered"}, boxes.TakeErrors());
 
-        Frame frame;
+        DialogFrame frame;
         GetAction("ZORTestOptionsCmd")->trigger();
         EXPECT_NE(nullptr, frame.command);
         frame.command->Accept();
