@@ -2,6 +2,7 @@
 
 #include "HostTest.h"
 #include "app/ZORHostErrorReporter.h"
+#include "support/UncheckedLeaks.h"
 
 #include <ZORSystem/ZORSysException.h>
 
@@ -53,6 +54,7 @@ protected:
 
 class ZORHostApplicationTest : public HostTest
 {
+    const UncheckedLeaks m_unchecked; // every test throws through Qt
 };
 
 TEST_F(ZORHostApplicationTest, AnSdkExceptionOutOfASlotShowsItsMessageAndTheProgramGoesOn)
