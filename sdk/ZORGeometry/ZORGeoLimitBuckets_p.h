@@ -1,0 +1,67 @@
+// Limit curves by the triangles they run over.
+
+#pragma once
+
+#include "ZORGeoMesh_p.h"
+
+#include <QList>
+
+#include <vector>
+
+class ZORGeoCurveOnSurface;
+class ZORGeoSurface;
+struct ZORGeoTrianglePlace;
+
+/// The segments of limit curves, found by triangle in constant time for triangles without any. A segment on an
+/// edge is in the triangles on both sides, its ends on a vertex in all triangles around.
+class ZORGeoLimitBuckets
+{
+public:
+    /// \param surface  of all limits; not owned
+    explicit ZORGeoLimitBuckets(const ZORGeoSurface& surface);
+
+    void Clear();
+    /// Adds the segments of curves. After an exception the buckets are of no more use.
+    /// \param behavior  bits of ZORGeoCurveOnSurfaceProcessor::LimitBehavior
+    /// \throws ZORSysException as ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits() tells
+    void Add(const QList<const ZORGeoCurveOnSurface*>& curves, int behavior);
+
+    /// Whether some limit has all of these bits.
+    bool HasAny(int behavior) const;
+    bool Has(int triangle) const
+    {
+        return !m_isLimited.empty() && (m_isLimited[size_t(triangle) / 64] >> (triangle % 64) & 1) != 0;
+    }
+
+    /// A common part of a limit and a segment of a walk.
+    struct Hit
+    {
+        double begin = 0; // 0 at the begin of the segment, 1 at its end
+        double end = 0;   // larger where both run along each other
+        int behavior = 0;
+    };
+    /// The hits of a segment in a triangle with limits, by their begin.
+    /// \param begin,end  weights of the corners A, B, C
+    /// \param[out] hits  replaced
+    void FindHits(int triangle, const double (&begin)[3], const double (&end)[3],
+                  std::vector<Hit>& hits) const;
+
+private:
+    struct Segment
+    {
+        int triangle = 0;
+        int behavior = 0;
+        double begin[2]; // weights of the corners B and C
+        double end[2];
+    };
+    void AddCurve(const ZORGeoCurveOnSurface* curve, int behavior, qsizetype number);
+    bool AddSegment(int triangle, int behavior, const ZORMathPoint& begin, const ZORMathPoint& end);
+    void AddAcross(int triangle, int side, int behavior, const ZORGeoTrianglePlace (&places)[2]);
+    void AddAround(int triangle, int corner, int behavior);
+    void Insert(const Segment& segment);
+
+    const ZORGeoSurface* m_surface;   // not owned
+    const ZORGeoMesh* m_mesh;         // not owned
+    std::vector<Segment> m_segments;  // by triangle
+    std::vector<quint64> m_isLimited; // a bit a triangle; empty without limits
+};
