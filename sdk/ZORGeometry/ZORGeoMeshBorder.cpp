@@ -2,26 +2,13 @@
 
 #include <vector>
 
-namespace {
-
 using Edge = ZORGeoTriangleEdgeCurve::Edge;
 
-// A side that is walked towards one of its ends; triangles from 0.
-struct Walk
-{
-    int triangle;
-    int side;
-    bool isReversed;
-
-    int EndCorner() const { return (side + (isReversed ? 0 : 1)) % 3; }
-};
-
-// The border side that begins where the border side `at` ends.
-Walk Next(const ZORGeoMesh& mesh, Walk at)
+ZORGeoDirectedSide ZorGeoFindNextBorderSide(const ZORGeoMesh& mesh, ZORGeoDirectedSide at)
 {
     for (;;) {
         // The other side of this triangle at the same corner.
-        const int corner = at.EndCorner();
+        const int corner = at.GetEndCorner();
         const int other = at.side == corner ? (corner + 2) % 3 : corner;
         const quint32 neighbor = mesh.GetNeighbor(at.triangle, other);
         if (neighbor == 0)
@@ -33,20 +20,20 @@ Walk Next(const ZORGeoMesh& mesh, Walk at)
     }
 }
 
-} // namespace
-
 QList<QList<Edge>> ZorGeoFindBorderLoops(const ZORGeoMesh& mesh)
 {
     QList<QList<Edge>> loops;
     std::vector<bool> visited(size_t(3) * size_t(mesh.GetNumTriangles()));
-    const auto index = [](const Walk& at) { return size_t(3) * size_t(at.triangle) + size_t(at.side); };
+    const auto index = [](const ZORGeoDirectedSide& at) {
+        return size_t(3) * size_t(at.triangle) + size_t(at.side);
+    };
     for (int triangle = 0; triangle < mesh.GetNumTriangles(); ++triangle) {
         for (int side = 0; side < 3; ++side) {
-            Walk at = {triangle, side, false};
+            ZORGeoDirectedSide at = {triangle, side, false};
             if (mesh.GetNeighbor(triangle, side) != 0 || visited[index(at)])
                 continue;
             QList<Edge>& loop = loops.emplaceBack();
-            for (; !visited[index(at)]; at = Next(mesh, at)) {
+            for (; !visited[index(at)]; at = ZorGeoFindNextBorderSide(mesh, at)) {
                 visited[index(at)] = true;
                 loop.append({at.triangle + 1, at.side, at.isReversed});
             }

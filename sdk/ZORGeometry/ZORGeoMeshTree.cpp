@@ -216,13 +216,15 @@ void ZORGeoMeshTree::Traverse(Visitor& visitor) const
     }
 }
 
-ZORGeoMeshTree::Nearest ZORGeoMeshTree::FindNearest(const ZORMathPoint& point) const
+ZORGeoMeshTree::Nearest ZORGeoMeshTree::FindNearest(const ZORMathPoint& point, int guess) const
 {
     NearestVisitor visitor = {m_mesh,
                               point,
                               {(point.GetX() - m_center[0]) * m_scale, (point.GetY() - m_center[1]) * m_scale,
                                (point.GetZ() - m_center[2]) * m_scale},
                               m_scale * m_scale};
+    if (guess >= 0)
+        visitor.Visit({m_mesh.triangles[guess], guess});
     Traverse(visitor);
     return visitor.best;
 }

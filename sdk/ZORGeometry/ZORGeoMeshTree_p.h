@@ -27,7 +27,8 @@ public:
         ZORGeoTrianglePlace place;
     };
     /// Of several triangles at the same distance the lowest.
-    Nearest FindNearest(const ZORMathPoint& point) const;
+    /// \param guess  a triangle that is likely to be near, tried first; the result does not depend on it
+    Nearest FindNearest(const ZORMathPoint& point, int guess = -1) const;
 
     struct FirstHit
     {

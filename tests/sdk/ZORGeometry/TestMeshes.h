@@ -7,6 +7,7 @@
 
 #include <QList>
 
+#include <cmath>
 #include <memory>
 #include <random>
 
@@ -54,6 +55,37 @@ inline TestMesh Sheet(int cells)
             mesh.triangles.append({a, a + 1, b + 1});
             mesh.triangles.append({a, b + 1, b});
         }
+    }
+    return mesh;
+}
+
+/// A sphere around the origin, outward normals: poles on the z axis, 2 * rows meridians, rows of equal
+/// latitude steps between the poles; the first meridian at y = 0, x > 0.
+inline TestMesh Sphere(double radius, int rows)
+{
+    const int columns = 2 * rows;
+    TestMesh mesh;
+    mesh.vertices << ZORMathPoint(0, 0, -radius);
+    for (int row = 1; row < rows; ++row) {
+        const double latitude = M_PI * (double(row) / rows - 0.5);
+        for (int column = 0; column < columns; ++column) {
+            const double longitude = 2 * M_PI * column / columns;
+            mesh.vertices << ZORMathPoint(radius * std::cos(latitude) * std::cos(longitude),
+                                          radius * std::cos(latitude) * std::sin(longitude),
+                                          radius * std::sin(latitude));
+        }
+    }
+    const int top = int(mesh.vertices.size());
+    mesh.vertices << ZORMathPoint(0, 0, radius);
+    for (int column = 0; column < columns; ++column) {
+        const int next = (column + 1) % columns;
+        mesh.triangles.append({0, 1 + next, 1 + column});
+        for (int row = 0; row < rows - 2; ++row) {
+            const int first = 1 + row * columns;
+            mesh.triangles.append({first + column, first + next, first + columns + next});
+            mesh.triangles.append({first + column, first + columns + next, first + columns + column});
+        }
+        mesh.triangles.append({top, top - columns + column, top - columns + next});
     }
     return mesh;
 }

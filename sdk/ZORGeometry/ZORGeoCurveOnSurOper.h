@@ -1,0 +1,30 @@
+// Base of the operators that make a curve on a surface.
+
+#pragma once
+
+#include <ZORGeometry/ZORGeometryGlobal.h>
+
+#include <QPointer>
+
+class ZORGeoCurveOnSurface;
+
+/// An operator whose result is one curve. The curve belongs to the container of its surface and stays when
+/// the operator is destroyed.
+class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurOper
+{
+public:
+    virtual ~ZORGeoCurveOnSurOper();
+
+    /// The curve of the last run, registered with its container.
+    /// \return null before a run, when the run made no curve, and once the curve has been destroyed
+    ZORGeoCurveOnSurface* GetCurve() const;
+
+protected:
+    ZORGeoCurveOnSurOper();
+    /// \param curve  not owned; may be null
+    void SetCurve(ZORGeoCurveOnSurface* curve);
+
+private:
+    Q_DISABLE_COPY_MOVE(ZORGeoCurveOnSurOper)
+    QPointer<ZORGeoCurveOnSurface> m_curve; // not owned
+};

@@ -1,0 +1,256 @@
+#include "ZORGeoCurveProjection_p.h"
+#include "ZORGeoRange_p.h"
+
+#include <ZORGeometry/ZORGeoCurve.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr int maximumSteps = 100000;
+constexpr int maximumHalvings = 100000;
+constexpr int maximumDepth = 16;
+constexpr int maximumDescent = 10000;
+
+// Far from the surface the steps grow with the distance, of which this is the part.
+constexpr double stepOfDistance = 0.25;
+
+// Points of the source are left out while it turns less than this within a part of a step.
+constexpr double leftOutTurn = std::numbers::pi / 180;
+constexpr double leftOutOfStep = 0.25;
+
+// The longest way between two places, as a multiple of their distance.
+constexpr double longestWay = 2;
+
+double AngleBetween(const ZORMathVector& a, const ZORMathVector& b)
+{
+    return std::atan2(Cross(a, b).GetLength(), Dot(a, b));
+}
+
+} // namespace
+
+ZORGeoCurveProjection::ZORGeoCurveProjection(const ZORGeoMesh& mesh, const ZORGeoMeshTree& tree,
+                                             const ZORMathBoundingBox& box)
+    : m_mesh(mesh)
+    , m_tree(tree)
+    , m_join(mesh)
+    , m_minimumSide(1e-4 * (box.GetUpperPoint() - box.GetLowerPoint()).GetLength())
+{
+}
+
+void ZORGeoCurveProjection::SetMinimumStep(const ZORGeoCurve& source)
+{
+    double length = 0;
+    for (int i = 1; i < source.GetNumPoints(); ++i) {
+        const double distance = source.GetPoint(i - 1).DistanceTo(source.GetPoint(i));
+        length += std::isfinite(distance) ? distance : 0;
+    }
+    m_minimumStep = length / maximumSteps;
+}
+
+ZORGeoMeshPath ZORGeoCurveProjection::Run(const ZORGeoCurve& source)
+{
+    const int count = source.GetNumPoints();
+    SetMinimumStep(source);
+    double turn = 0;
+    ZORMathVector direction;
+    for (int i = 0; i < count; ++i) {
+        const ZORMathPoint point = source.GetPoint(i);
+        if (!ZorGeoIsInRange(point))
+            continue;
+        if (m_runs.empty()) {
+            if (!Take(point, 0, m_last))
+                return {};
+            m_runs.push_back({m_last.place});
+            continue;
+        }
+        // Whether the source goes on so straight from here that the point can be left out.
+        const ZORMathVector arriving = point - m_last.point;
+        if (i + 1 < count) {
+            const ZORMathVector leaving = source.GetPoint(i + 1) - point;
+            if (leaving == ZORMathVector() || arriving == ZORMathVector())
+                continue;
+            const ZORMathVector former = direction == ZORMathVector() ? arriving : direction;
+            direction = leaving;
+            turn += AngleBetween(former, leaving);
+            const double length = arriving.GetLength();
+            if (length < m_minimumStep || (turn < leftOutTurn && length < leftOutOfStep * GetStep(m_last)))
+                continue;
+        }
+        turn = 0;
+        Follow(point);
+    }
+    const bool isClosed = count > 2 && source.GetPoint(0) == source.GetPoint(count - 1);
+    return FinishRuns(isClosed);
+}
+
+bool ZORGeoCurveProjection::Take(const ZORMathPoint& point, int depth, Sample& sample)
+{
+    const ZORGeoMeshTree::Nearest nearest = m_tree.FindNearest(point, m_last.place.triangle);
+    if (nearest.triangle < 0)
+        return false;
+    const ZORGeoMeshPlace place =
+        ZorGeoSnapPlace(m_mesh, nearest.triangle, nearest.place.weightB, nearest.place.weightC);
+    sample = {point, place, std::sqrt(nearest.place.squaredDistance), depth};
+    return true;
+}
+
+// How far to go along the source at once.
+double ZORGeoCurveProjection::GetStep(const Sample& sample) const
+{
+    const auto [a, b, c] = m_mesh.triangles[sample.place.triangle];
+    const double sides[3] = {m_mesh.vertices[a].DistanceTo(m_mesh.vertices[b]),
+                             m_mesh.vertices[b].DistanceTo(m_mesh.vertices[c]),
+                             m_mesh.vertices[c].DistanceTo(m_mesh.vertices[a])};
+    const double shortest = *std::min_element(sides, sides + 3);
+    return std::max({shortest, m_minimumSide, stepOfDistance * sample.distance, m_minimumStep});
+}
+
+// Goes straight from the last sample to the end, step by step.
+void ZORGeoCurveProjection::Follow(const ZORMathPoint& end)
+{
+    for (int steps = 0; steps < maximumSteps; ++steps) {
+        const ZORMathVector way = end - m_last.point;
+        const double length = way.GetLength();
+        const double step = GetStep(m_last);
+        if (length <= step)
+            break;
+        const ZORMathPoint next = m_last.point + (1 / std::ceil(length / step)) * way;
+        if (next == m_last.point)
+            break;
+        Reach(next);
+    }
+    Reach(end);
+}
+
+void ZORGeoCurveProjection::Reach(const ZORMathPoint& point)
+{
+    Sample sample;
+    if (!Take(point, 0, sample))
+        return;
+    std::vector<Sample> pending = {sample};
+    while (!pending.empty()) {
+        if (!TryJoin(pending.back())) {
+            if (Halve(pending))
+                continue;
+            Jump(pending.back());
+        }
+        m_last.point = pending.back().point;
+        pending.pop_back();
+    }
+}
+
+bool ZORGeoCurveProjection::TryJoin(const Sample& sample)
+{
+    const double chord = m_last.place.point.DistanceTo(sample.place.point);
+    const bool isLast = sample.depth >= maximumDepth || m_halvings >= maximumHalvings;
+    if (!isLast && !m_isDetached && chord > 2 * GetStep(m_last) && chord > 2 * GetStep(sample))
+        return false;
+    if (!m_join.Append(m_runs.back(), sample.place, longestWay * chord))
+        return false;
+    m_last = sample;
+    m_isDetached = false;
+    return true;
+}
+
+// Puts the middle of the source between the last sample and the pending one before that one.
+bool ZORGeoCurveProjection::Halve(std::vector<Sample>& pending)
+{
+    const Sample& target = pending.back();
+    if (m_isDetached || target.depth >= maximumDepth || m_halvings >= maximumHalvings)
+        return false;
+    const ZORMathPoint middle = m_last.point + 0.5 * (target.point - m_last.point);
+    if (middle == m_last.point || middle == target.point)
+        return false;
+    ++m_halvings;
+    const int depth = target.depth + 1;
+    pending.back().depth = depth;
+    Sample sample;
+    if (!Take(middle, depth, sample))
+        return false;
+    pending.push_back(sample);
+    return true;
+}
+
+// The nearest place is torn from the last one: stays near that one or begins anew.
+void ZORGeoCurveProjection::Jump(const Sample& sample)
+{
+    ZORGeoMeshPath& run = m_runs.back();
+    const double chord = m_last.place.point.DistanceTo(sample.place.point);
+    if (m_join.Append(run, sample.place, longestWay * chord + GetStep(sample))) {
+        m_last = sample;
+        m_isDetached = false;
+        return;
+    }
+    const ZORGeoMeshPlace beside = Descend(sample.point);
+    const double distance = beside.point.DistanceTo(sample.point);
+    const double way = longestWay * m_last.place.point.DistanceTo(beside.point);
+    if (distance <= 2 * sample.distance + GetStep(sample)
+        && m_join.Append(run, beside, way + GetStep(sample))) {
+        m_last = {sample.point, beside, distance, 0};
+        m_isDetached = true;
+        return;
+    }
+    m_runs.push_back({sample.place});
+    m_last = sample;
+    m_isDetached = false;
+}
+
+// The nearest place that can be reached from the last one by going nearer from triangle to triangle.
+ZORGeoMeshPlace ZORGeoCurveProjection::Descend(const ZORMathPoint& point) const
+{
+    ZORGeoMeshPlace place = m_last.place;
+    std::vector<int> triangles;
+    double squared = std::numeric_limits<double>::infinity();
+    for (int step = 0; step < maximumDescent; ++step) {
+        ZorGeoFindTriangles(m_mesh, place, triangles);
+        bool isNearer = false;
+        for (const int triangle : triangles) {
+            const auto [a, b, c] = m_mesh.triangles[triangle];
+            const ZORGeoTrianglePlace nearest =
+                ZorGeoClosestOnTriangle(point, m_mesh.vertices[a], m_mesh.vertices[b], m_mesh.vertices[c]);
+            if (nearest.squaredDistance >= squared)
+                continue;
+            squared = nearest.squaredDistance;
+            place = ZorGeoSnapPlace(m_mesh, triangle, nearest.weightB, nearest.weightC);
+            isNearer = true;
+        }
+        if (!isNearer)
+            break;
+    }
+    return place;
+}
+
+ZORGeoMeshPath ZORGeoCurveProjection::FinishRuns(bool isClosed)
+{
+    if (m_runs.empty())
+        return {};
+    // Where a closed source starts is no end of a run.
+    if (isClosed && m_runs.size() > 1 && m_runs.back().back().point == m_runs.front().front().point) {
+        ZORGeoMeshPath& last = m_runs.back();
+        last.pop_back();
+        last.insert(last.end(), m_runs.front().begin(), m_runs.front().end());
+        m_runs.front() = std::move(last);
+        m_runs.pop_back();
+    }
+    const auto lengthOf = [](const ZORGeoMeshPath& path) {
+        double length = 0;
+        for (size_t i = 1; i < path.size(); ++i)
+            length += path[i - 1].point.DistanceTo(path[i].point);
+        return length;
+    };
+    const auto longest = std::max_element(
+        m_runs.begin(), m_runs.end(),
+        [&lengthOf](const ZORGeoMeshPath& a, const ZORGeoMeshPath& b) { return lengthOf(a) < lengthOf(b); });
+    // Segments without length.
+    ZORGeoMeshPath path;
+    for (const ZORGeoMeshPlace& place : *longest) {
+        if (!path.empty() && path.back().point == place.point)
+            path.back() = place;
+        else
+            path.push_back(place);
+    }
+    return path;
+}

@@ -1,0 +1,56 @@
+#include "ZORGeoProjectCrvSurOper.h"
+
+#include "ZORGeoCurveProjection_p.h"
+#include "ZORGeoSurface_p.h"
+
+#include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QCoreApplication>
+
+namespace {
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("ZORGeoProjectCrvSurOper", text);
+}
+
+} // namespace
+
+ZORGeoProjectCrvSurOper::ZORGeoProjectCrvSurOper(const ZORGeoSurface* surface, const ZORGeoCurve* curve)
+    : m_surface(surface)
+    , m_curve(curve)
+{
+    ZOR_TRACE_CALL(surface, curve);
+}
+
+ZORGeoProjectCrvSurOper::~ZORGeoProjectCrvSurOper() = default;
+
+void ZORGeoProjectCrvSurOper::Run()
+{
+    ZOR_TRACE_CALL();
+    SetCurve(nullptr);
+    if (!m_surface)
+        throw ZORSysException(Translate("surface is null"));
+    if (!m_curve)
+        throw ZORSysException(Translate("curve is null"));
+    if (!m_surface->GetContainer())
+        throw ZORSysException(Translate("geometry has no container"));
+    if (m_surface->GetNumTriangles() == 0 || m_curve->GetNumPoints() == 0)
+        return;
+
+    const ZORGeoSurfacePrivate& surface = ZORGeoSurfacePrivate::Of(*m_surface);
+    const auto places =
+        ZORGeoCurveProjection(*surface.mesh, surface.GetTree(), surface.GetBox()).Run(*m_curve);
+    if (places.empty())
+        return;
+    QList<ZORGeoLocationOnSurface> locations;
+    locations.reserve(qsizetype(places.size()));
+    for (const ZORGeoMeshPlace& place : places)
+        locations.append(ZorGeoLocationOf(m_surface, place));
+    auto* const curve = new ZORGeoCurveOnSurface(locations, false);
+    curve->Initialize();
+    SetCurve(curve);
+}
