@@ -1,4 +1,5 @@
 #include "ZORGeoMeshJoin_p.h"
+#include "ZORGeoWalkStart_p.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +15,6 @@ double LargestCoordinate(const ZORMathPoint& point)
 {
     return std::max({std::abs(point.GetX()), std::abs(point.GetY()), std::abs(point.GetZ())});
 }
-
 
 } // namespace
 
@@ -75,8 +75,8 @@ bool ZORGeoMeshJoin::AppendSection(ZORGeoMeshPath& path)
     if (!(length > 0))
         return false;
     const ZORMathVector direction = m_chord.GetNormalized();
-    const ZORMathVector first = ZorGeoNormal(m_mesh, m_from.triangle).GetNormalized();
-    const ZORMathVector last = ZorGeoNormal(m_mesh, m_to.triangle).GetNormalized();
+    const ZORMathVector first = ZorGeoTwiceAreaNormal(m_mesh, m_from.triangle).GetNormalized();
+    const ZORMathVector last = ZorGeoTwiceAreaNormal(m_mesh, m_to.triangle).GetNormalized();
     // The second one for neighbours of opposite winding, the others where the two cancel each other.
     for (const ZORMathVector& up : {first + last, first - last, first, last}) {
         const ZORMathVector normal = Cross(direction, up);

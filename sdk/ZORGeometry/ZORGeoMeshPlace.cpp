@@ -127,12 +127,6 @@ void ZorGeoFindTriangles(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, s
     }
 }
 
-ZORMathVector ZorGeoNormal(const ZORGeoMesh& mesh, int triangle)
-{
-    const ZORMathPoint& a = CornerPoint(mesh, triangle, 0);
-    return Cross(CornerPoint(mesh, triangle, 1) - a, CornerPoint(mesh, triangle, 2) - a);
-}
-
 ZORGeoLocationOnSurface ZorGeoLocationOf(const ZORGeoSurface* surface, const ZORGeoMeshPlace& place)
 {
     return {surface, place.triangle + 1, place.weights[1], place.weights[2], place.point};

@@ -38,7 +38,4 @@ void ZorGeoFindTriangles(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, s
 /// The corner of a triangle at a vertex. \return -1 when it has none there
 int ZorGeoCornerOf(const ZORGeoMesh& mesh, int triangle, int vertex);
 
-/// (b - a) x (c - a)
-ZORMathVector ZorGeoNormal(const ZORGeoMesh& mesh, int triangle);
-
 ZORGeoLocationOnSurface ZorGeoLocationOf(const ZORGeoSurface* surface, const ZORGeoMeshPlace& place);
