@@ -16,6 +16,8 @@ plugin=$(find "$prefix" -name 'libZORTesting*')
 [ -n "$plugin" ] || { echo "the bench is not among the installed files"; exit 1; }
 rm $plugin
 
+grep -q 'Dr. A. V. Hershey' "$prefix/share/doc/zorsdk/acknowledgements.txt"
+
 cp -r "$source/bench" "$work/bench"
 export CCACHE_BASEDIR=$work
 cmake -S "$work/bench" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH="$prefix" \

@@ -75,6 +75,12 @@ TEST_P(BenchWindowsTest, ExportSTL)
     Walk(dialog, "export-stl");
 }
 
+TEST_P(BenchWindowsTest, VectorText)
+{
+    ASSERT_NE(nullptr, Open("ZORTestVisVectorTextDlg"));
+    Walk(dialog, "vector-text");
+}
+
 TEST_P(BenchWindowsTest, SelectorOfSeveralGeometries)
 {
     ZORTestGeometrySelector selector(nullptr);

@@ -294,7 +294,8 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         if (className.startsWith("ZORTest")) // others belong to this program
             operations.insert(className);
     }
-    EXPECT_EQ((QSet<QByteArray>{"ZORTestLaunchStandardCmd", "ZORTestImportSTLCmd", "ZORTestExportSTLDlg"}),
+    EXPECT_EQ((QSet<QByteArray>{"ZORTestLaunchStandardCmd", "ZORTestImportSTLCmd", "ZORTestExportSTLDlg",
+                                "ZORTestVisVectorTextDlg"}),
               operations);
 
     QSet<QByteArray> visualizers;
