@@ -40,14 +40,22 @@ QString Demangled(const char* name)
     return QString::fromUtf8(status == 0 && text ? text.get() : name);
 }
 
+// Builds may name files relative to their folder: the way up to the sources says nothing.
+QString SourcePath(const char* file)
+{
+    QString path = QDir::cleanPath(QString::fromLocal8Bit(file));
+    while (path.startsWith(QLatin1String("../")))
+        path.remove(0, 3);
+    return path;
+}
+
 int AppendSourceLine(void* lines, uintptr_t, const char* file, int line, const char* function)
 {
     if (!function)
         return 0;
     QString text = Demangled(function);
     if (file)
-        text += QLatin1String(" at ") + QDir::cleanPath(QString::fromLocal8Bit(file)) + u':'
-                + QString::number(line);
+        text += QLatin1String(" at ") + SourcePath(file) + u':' + QString::number(line);
     static_cast<QStringList*>(lines)->append(text);
     return 0;
 }
