@@ -1,5 +1,6 @@
 #include "ZORGeoCurveOnSurfaceProcessor.h"
 
+#include "ZORGeoShortestPath_p.h"
 #include "ZORGeoSurfaceTrace_p.h"
 #include "ZORGeoSurface_p.h"
 #include "ZORGeometryLog_p.h"
@@ -26,8 +27,10 @@ public:
     {
     }
 
+    void Check(const ZORGeoLocationOnSurface& location, const QString& name) const;
     void Check(const ZORGeoLocationOnSurface& start, const ZORMathVector& direction, double angle) const;
     Result Straight(const ZORGeoLocationOnSurface& start, const ZORMathVector& direction, double angle) const;
+    Result Shortest(const ZORGeoLocationOnSurface& start, const ZORGeoLocationOnSurface& end) const;
 
     const ZORGeoSurface* surface; // not owned
     const ZORGeoMesh* mesh;       // of the surface
@@ -41,17 +44,23 @@ private:
     Result TraceSides(const ZORGeoLocationOnSurface& start, const Starts& starts, const Trace& trace) const;
 };
 
+void ZORGeoCurveOnSurfaceProcessor::Private::Check(const ZORGeoLocationOnSurface& location,
+                                                   const QString& name) const
+{
+    if (location.IsNull())
+        throw ZORSysException(tr("%1 location is not on a surface").arg(name));
+    if (location.surface != surface)
+        throw ZORSysException(tr("%1 location is on another surface").arg(name));
+    const auto isWeight = [](double weight) { return weight >= -1e-9 && weight <= 1 + 1e-9; };
+    if (location.triangle < 1 || location.triangle > mesh->GetNumTriangles() || !isWeight(location.weightB)
+        || !isWeight(location.weightC) || !isWeight(location.weightB + location.weightC))
+        throw ZORSysException(tr("%1 location is not within its triangle").arg(name));
+}
+
 void ZORGeoCurveOnSurfaceProcessor::Private::Check(const ZORGeoLocationOnSurface& start,
                                                    const ZORMathVector& direction, double angle) const
 {
-    if (start.IsNull())
-        throw ZORSysException(tr("start location is not on a surface"));
-    if (start.surface != surface)
-        throw ZORSysException(tr("start location is on another surface"));
-    const auto isWeight = [](double weight) { return weight >= -1e-9 && weight <= 1 + 1e-9; };
-    if (start.triangle < 1 || start.triangle > mesh->GetNumTriangles() || !isWeight(start.weightB)
-        || !isWeight(start.weightC) || !isWeight(start.weightB + start.weightC))
-        throw ZORSysException(tr("start location is not within its triangle"));
+    Check(start, tr("start"));
     if (!direction.IsFinite())
         throw ZORSysException(tr("direction is not finite"));
     if (!std::isfinite(angle))
@@ -112,6 +121,26 @@ Result ZORGeoCurveOnSurfaceProcessor::Private::Straight(const ZORGeoLocationOnSu
     });
 }
 
+Result ZORGeoCurveOnSurfaceProcessor::Private::Shortest(const ZORGeoLocationOnSurface& start,
+                                                        const ZORGeoLocationOnSurface& end) const
+{
+    const auto snapped = [this](const ZORGeoLocationOnSurface& location) {
+        return ZorGeoSnapPlace(*mesh, location.triangle - 1, location.weightB, location.weightC);
+    };
+    const ZORGeoMeshPath path = ZORGeoShortestPath(*mesh).Find(snapped(start), snapped(end));
+    if (path.empty())
+        return Result({}, 0, {0, Result::Unreachable}, {0, Result::Unreachable});
+    QList<ZORGeoLocationOnSurface> locations;
+    locations.reserve(qsizetype(path.size()));
+    double length = 0;
+    for (const ZORGeoMeshPlace& place : path) {
+        if (!locations.isEmpty())
+            length += locations.constLast().point.DistanceTo(place.point);
+        locations.append(ZorGeoLocationOf(surface, place));
+    }
+    return Result(locations, 0, {0, Result::Length}, {length, Result::Length});
+}
+
 namespace {
 
 double CheckLength(double length, const char* message)
@@ -160,4 +189,14 @@ ZORGeoCurveOnSurfaceProcessor::ComputeGeodesic(const ZORGeoLocationOnSurface& st
     ZOR_TRACE_CALL(start, direction, angle);
     d->Check(start, direction, angle);
     return d->Straight(start, direction, angle);
+}
+
+ZORGeoCurveOnSurfaceResult
+ZORGeoCurveOnSurfaceProcessor::ComputePointToPoint(const ZORGeoLocationOnSurface& start,
+                                                   const ZORGeoLocationOnSurface& end) const
+{
+    ZOR_TRACE_CALL(start, end);
+    d->Check(start, tr("start"));
+    d->Check(end, tr("end"));
+    return d->Shortest(start, end);
 }

@@ -13,12 +13,13 @@ class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceResult
 public:
     /// Why a side ends.
     enum StopReason {
-        Length,     // it has the requested length
-        Border,     // straight on there is no surface
-        Limit,      // a geometric limit
-        Closed,     // the curve arrives where it started, in the direction in which it started
-        Cap,        // more triangles than one computation may cross; a warning was logged
-        Degenerate, // no direction to go on: only triangles without area, or a vanishing reference direction
+        Length,      // it has the requested length
+        Border,      // straight on there is no surface
+        Limit,       // a geometric limit
+        Closed,      // the curve arrives where it started, in the direction in which it started
+        Cap,         // more triangles than one computation may cross; a warning was logged
+        Degenerate,  // no direction to go on: only triangles without area, or a vanishing reference direction
+        Unreachable, // no way over the surface leads to the requested end
     };
     struct Side
     {

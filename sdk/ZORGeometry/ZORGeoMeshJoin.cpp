@@ -23,14 +23,25 @@ ZORGeoMeshJoin::ZORGeoMeshJoin(const ZORGeoMesh& mesh)
 {
 }
 
+void ZORGeoMeshJoin::SetEnds(const ZORGeoMeshPlace& from, const ZORGeoMeshPlace& to)
+{
+    m_from = from;
+    m_to = to;
+    m_chord = to.point - from.point;
+    ZorGeoFindTriangles(m_mesh, from, m_fromTriangles);
+    ZorGeoFindTriangles(m_mesh, to, m_toTriangles);
+}
+
+bool ZORGeoMeshJoin::AppendWithinTriangle(ZORGeoMeshPath& path, const ZORGeoMeshPlace& to)
+{
+    SetEnds(path.back(), to);
+    return AppendDirectly(path);
+}
+
 bool ZORGeoMeshJoin::Append(ZORGeoMeshPath& path, const ZORGeoMeshPlace& to, double maximumLength)
 {
-    m_from = path.back();
-    m_to = to;
-    m_chord = to.point - m_from.point;
+    SetEnds(path.back(), to);
     m_maximumLength = maximumLength;
-    ZorGeoFindTriangles(m_mesh, m_from, m_fromTriangles);
-    ZorGeoFindTriangles(m_mesh, m_to, m_toTriangles);
     const size_t size = path.size();
     if (AppendDirectly(path) || AppendSection(path) || AppendBorder(path))
         return true;

@@ -25,6 +25,8 @@ public:
     /// \param maximumLength  longest way to accept between the last place of the path and \a to
     /// \return false when no way was found; the path is unchanged then
     bool Append(ZORGeoMeshPath& path, const ZORGeoMeshPlace& to, double maximumLength);
+    /// Continues a path where its last place and \a to share a triangle. \return false when they do not
+    bool AppendWithinTriangle(ZORGeoMeshPath& path, const ZORGeoMeshPlace& to);
 
 private:
     struct Plane
@@ -40,6 +42,7 @@ private:
         double parameter;
     };
 
+    void SetEnds(const ZORGeoMeshPlace& from, const ZORGeoMeshPlace& to);
     bool AppendDirectly(ZORGeoMeshPath& path);
     bool AppendSection(ZORGeoMeshPath& path);
     bool AppendBorder(ZORGeoMeshPath& path);

@@ -40,6 +40,22 @@ inline TestMesh Cube()
              {3, 4, 7}}};
 }
 
+/// The box from the origin to a corner, outward normals, two triangles a face.
+inline TestMesh Box(double x, double y, double z)
+{
+    TestMesh box = Cube();
+    for (ZORMathPoint& vertex : box.vertices)
+        vertex = ZORMathPoint(x * vertex.GetX(), y * vertex.GetY(), z * vertex.GetZ());
+    return box;
+}
+
+/// A tetrahedron of edge 1, outward normals; vertex 3 is opposite to the first triangle.
+inline TestMesh Tetrahedron()
+{
+    return {{{0, 0, 0}, {1, 0, 0}, {0.5, std::sqrt(0.75), 0}, {0.5, std::sqrt(1 / 12.0), std::sqrt(2 / 3.0)}},
+            {{0, 2, 1}, {0, 1, 3}, {1, 2, 3}, {2, 0, 3}}};
+}
+
 /// A unit square in the plane z = 0, cut into 2 * cells * cells triangles with normals upwards.
 inline TestMesh Sheet(int cells)
 {
