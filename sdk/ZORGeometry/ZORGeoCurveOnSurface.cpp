@@ -57,11 +57,11 @@ void Check(const Locations& locations)
 ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>& locations, bool isClosed)
     : ZORGeoCurve(ContainerOf(locations), PointsOf(Close(locations, isClosed)))
     , m_locations(Close(locations, isClosed))
-    , m_surface(SurfaceOf(locations), this)
 {
     ZOR_TRACE_CALL(locations, isClosed);
     Check(locations);
     CheckPoints();
+    m_surface = ZORGeoReference<const ZORGeoSurface>(SurfaceOf(locations), this);
 }
 
 ZORGeoCurveOnSurface::~ZORGeoCurveOnSurface() = default;

@@ -39,5 +39,5 @@ public:
 
 private:
     const QList<ZORGeoLocationOnSurface> m_locations;
-    const ZORGeoReference<const ZORGeoSurface> m_surface;
+    ZORGeoReference<const ZORGeoSurface> m_surface;
 };

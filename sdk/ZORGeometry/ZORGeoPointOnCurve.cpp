@@ -11,11 +11,11 @@ ZOR_GEO_REGISTER_TYPE(ZORGeoPointOnCurve)
 ZORGeoPointOnCurve::ZORGeoPointOnCurve(const ZORGeoLocationOnCurve& location)
     : ZORGeoPoint(location.curve ? location.curve->GetContainer() : nullptr)
     , m_location(location)
-    , m_curve(location.curve, this)
 {
     ZOR_TRACE_CALL(location);
     if (location.IsNull())
         throw ZORSysException(tr("location is not on a curve"));
+    m_curve = ZORGeoReference<const ZORGeoCurve>(location.curve, this);
 }
 
 ZORGeoPointOnCurve::~ZORGeoPointOnCurve() = default;

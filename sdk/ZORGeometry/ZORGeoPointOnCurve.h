@@ -28,5 +28,5 @@ public:
 
 private:
     const ZORGeoLocationOnCurve m_location;
-    const ZORGeoReference<const ZORGeoCurve> m_curve;
+    ZORGeoReference<const ZORGeoCurve> m_curve;
 };

@@ -11,11 +11,11 @@ ZOR_GEO_REGISTER_TYPE(ZORGeoPointOnSurface)
 ZORGeoPointOnSurface::ZORGeoPointOnSurface(const ZORGeoLocationOnSurface& location)
     : ZORGeoPoint(location.surface ? location.surface->GetContainer() : nullptr)
     , m_location(location)
-    , m_surface(location.surface, this)
 {
     ZOR_TRACE_CALL(location);
     if (location.IsNull())
         throw ZORSysException(tr("location is not on a surface"));
+    m_surface = ZORGeoReference<const ZORGeoSurface>(location.surface, this);
 }
 
 ZORGeoPointOnSurface::~ZORGeoPointOnSurface() = default;

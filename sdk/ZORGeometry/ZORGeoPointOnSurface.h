@@ -29,5 +29,5 @@ public:
 
 private:
     const ZORGeoLocationOnSurface m_location;
-    const ZORGeoReference<const ZORGeoSurface> m_surface;
+    ZORGeoReference<const ZORGeoSurface> m_surface;
 };
