@@ -294,9 +294,25 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         if (className.startsWith("ZORTest")) // others belong to this program
             operations.insert(className);
     }
-    EXPECT_EQ((QSet<QByteArray>{"ZORTestLaunchStandardCmd", "ZORTestImportSTLCmd", "ZORTestExportSTLDlg",
-                                "ZORTestVisVectorTextDlg"}),
-              operations);
+    const QSet<QByteArray> expected{
+        // clang-format off
+        "ZORTestCreatePointCmd",
+        "ZORTestExportSTLDlg",
+        "ZORTestGeoCleanCurveDlg",
+        "ZORTestGeoCreateCartesianPointDlg",
+        "ZORTestGeoCreatePointOnCurveDlg",
+        "ZORTestGeoGeodesicDlg",
+        "ZORTestGeoProjectCurveSurDlg",
+        "ZORTestGeoProjectPointCurveDlg",
+        "ZORTestGeoProjectPointSurfaceDlg",
+        "ZORTestGeoSurfaceEdgeDlg",
+        "ZORTestImportCatiaXMLCurvesDlg",
+        "ZORTestImportSTLCmd",
+        "ZORTestLaunchStandardCmd",
+        "ZORTestVisVectorTextDlg",
+        // clang-format on
+    };
+    EXPECT_EQ(expected, operations);
 
     QSet<QByteArray> visualizers;
     for (const QMetaObject* visualizer : bench.GetVisualizers())

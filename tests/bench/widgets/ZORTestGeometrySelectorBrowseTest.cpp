@@ -102,7 +102,7 @@ TEST_F(ZORTestGeometrySelectorBrowseTest, UnknownClassHasNoCommand)
 
 TEST_F(ZORTestGeometrySelectorBrowseTest, CreatedClassIsComparedExactly)
 {
-    Configure("ZORGeoPoint"); // a base of what the command creates
+    Configure("ZORGeoGeometry"); // a base of what the command creates
     answers.CancelInput();
     Browse();
     EXPECT_EQ(QStringList(), answers.Take().constFirst().items);

@@ -1,0 +1,162 @@
+#include "exchange/ZORTestImportCatiaXMLCurvesDlg.h"
+
+#include "core/ZORTestEnvironment.h"
+#include "core/ZORTestRegistration.h"
+#include "exchange/ZORTestXmlGuard.h"
+#include "ui_ZORTestImportCatiaXMLCurvesDlg.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORGeometry/ZORGeoPolyline.h>
+#include <ZORSystem/ZORSysSettingGroupContext.h>
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QSettings>
+#include <QXmlStreamReader>
+
+#include <array>
+
+ZOR_TEST_REGISTER(ZORTestImportCatiaXMLCurvesDlg)
+
+namespace {
+
+/// "A/B/OuterContour": the names of the elements around a contour, up to the first one without.
+QString GetName(const QDomNode& contour)
+{
+    QString name = QLatin1String("OuterContour");
+    for (QDomElement parent = contour.parentNode().toElement(); parent.hasAttribute(QLatin1String("NAME"));
+         parent = parent.parentNode().toElement())
+        name.prepend(parent.attribute(QLatin1String("NAME")) + QLatin1Char('/'));
+    return name;
+}
+
+/// "X=1 Y=2 Z=3", with any or no keys.
+ZORMathPoint ParsePoint(QStringView text)
+{
+    std::array<double, 3> coordinates{};
+    qsizetype begin = 0;
+    for (double& coordinate : coordinates) {
+        while (begin < text.size() && text[begin].isSpace())
+            ++begin;
+        qsizetype end = begin;
+        while (end < text.size() && !text[end].isSpace())
+            ++end;
+        const QStringView part = text.sliced(begin, end - begin);
+        coordinate = part.sliced(part.lastIndexOf(u'=') + 1).toDouble();
+        begin = end;
+    }
+    return {coordinates[0], coordinates[1], coordinates[2]};
+}
+
+} // namespace
+
+ZORTestImportCatiaXMLCurvesDlg::ZORTestImportCatiaXMLCurvesDlg(ZORTestEnvironment* environment)
+    : ZORTestDialog(environment)
+    , m_ui(std::make_unique<Ui::ZORTestImportCatiaXMLCurvesDlg>())
+{
+    m_ui->setupUi(this);
+    connect(m_ui->_XmlBtn, &QPushButton::clicked, this, &ZORTestImportCatiaXMLCurvesDlg::OnXmlClicked);
+
+    QString fileName;
+    {
+        QSettings* settings = GetEnvironment()->GetSettings();
+        const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+        const ZORSysSettingGroupContext group(settings, QLatin1String("ImportCatiaXML"));
+        fileName = settings->value("File").toString();
+    }
+    if (!fileName.isEmpty()) {
+        m_ui->_XmlEdit->setText(fileName);
+        Load();
+    }
+}
+
+ZORTestImportCatiaXMLCurvesDlg::~ZORTestImportCatiaXMLCurvesDlg() = default;
+
+void ZORTestImportCatiaXMLCurvesDlg::OnXmlClicked()
+{
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Open XML file"), m_ui->_XmlEdit->text(),
+                                                          tr("XML files (*.xml)"));
+    if (fileName.isEmpty())
+        return;
+    {
+        QSettings* settings = GetEnvironment()->GetSettings();
+        const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+        const ZORSysSettingGroupContext group(settings, QLatin1String("ImportCatiaXML"));
+        settings->setValue("File", fileName);
+    }
+    m_ui->_XmlEdit->setText(fileName);
+    Load();
+}
+
+void ZORTestImportCatiaXMLCurvesDlg::Load()
+{
+    QFile file(m_ui->_XmlEdit->text());
+    // A pipe or a device could keep the reader waiting for ever.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+        QMessageBox::critical(nullptr, tr("Error"), tr("Cannot open the file for reading."), QMessageBox::Ok);
+        return;
+    }
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    Parse(file);
+    const QDomNodeList lengths = m_document.elementsByTagName(QLatin1String("Length"));
+    if (lengths.at(0).toElement().text() == QLatin1String("in"))
+        m_lengthScale = 25.4;
+
+    // Neither the list nor the scale starts anew with another file: both are established.
+    const QDomNodeList contours = FindContours();
+    const int numContours = contours.length();
+    for (int i = 0; i < numContours; ++i) {
+        auto* item = new QListWidgetItem(GetName(contours.at(i)), m_ui->_CurveList);
+        item->setData(Qt::UserRole, i);
+    }
+    QGuiApplication::restoreOverrideCursor();
+}
+
+/// Leaves the document empty when the file cannot be parsed.
+void ZORTestImportCatiaXMLCurvesDlg::Parse(QFile& file)
+{
+    m_document = QDomDocument();
+    if (!ZORTestXmlGuard::IsHarmless(&file) || !file.seek(0))
+        return;
+    QXmlStreamReader reader(&file);
+    reader.setNamespaceProcessing(false);
+    reader.setEntityExpansionLimit(0);
+    if (!m_document.setContent(&reader, false))
+        m_document = QDomDocument();
+}
+
+/// In document order. One walk over the document; looking up each of the result is cheap as long as the
+/// document does not change.
+QDomNodeList ZORTestImportCatiaXMLCurvesDlg::FindContours() const
+{
+    return m_document.elementsByTagName(QLatin1String("OuterContour"));
+}
+
+bool ZORTestImportCatiaXMLCurvesDlg::Apply()
+{
+    ZORGeoContainer* container = GetEnvironment()->GetEnvironment()->GetContainer();
+    const QDomNodeList contours = FindContours();
+    const QList<QListWidgetItem*> selected = m_ui->_CurveList->selectedItems();
+    for (const QListWidgetItem* item : selected) {
+        const QDomNode contour = contours.at(item->data(Qt::UserRole).toInt());
+        Create<ZORGeoPolyline>(container, ReadPoints(contour), true);
+    }
+    return true;
+}
+
+/// Scaled to millimetres; none for a contour that the document does not have.
+ZORMathSetOfPoints ZORTestImportCatiaXMLCurvesDlg::ReadPoints(const QDomNode& contour) const
+{
+    const QLatin1String tag("Pt");
+    ZORMathSetOfPoints points;
+    for (QDomElement element = contour.firstChildElement(tag); !element.isNull();
+         element = element.nextSiblingElement(tag)) {
+        ZORMathPoint point = ParsePoint(element.text());
+        point *= m_lengthScale;
+        points.append(point);
+    }
+    return points;
+}

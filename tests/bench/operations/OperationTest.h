@@ -1,0 +1,60 @@
+// Fixture of the tests of modelling dialogs.
+
+#pragma once
+
+#include "core/ZORTestDialog.h"
+#include "support/BenchTest.h"
+#include "widgets/ZORTestGeometrySelector.h"
+
+#include <QStringList>
+
+class ZORFeatFolder;
+class ZORGeoPointOnSurface;
+
+/// Opens dialogs by class name, looks at their forms and records the SDK calls of OK.
+class OperationTest : public BenchTest
+{
+protected:
+    /// A feature folder in the root "ZORFeatRoot".
+    ZORFeatFolder* AddFolder(const QString& name);
+    /// A square of \a size x \a size mm in the plane z = 0 from the origin, two triangles, with an open border.
+    ZORGeoSurface* AddSquare(const QString& name, double size = 10);
+    /// A cube of edge length 1 at the origin: no border.
+    ZORGeoSurface* AddCube(const QString& name);
+    ZORGeoPointOnSurface* AddPointOn(ZORGeoSurface* surface, const QString& name, const ZORMathPoint& point);
+
+    /// The class information \a key of the open dialog; empty without one.
+    QString GetClassInfo(const char* key) const;
+    /// The captions of the open dialog from top to bottom and left to right: its labels and check boxes.
+    QStringList GetCaptions() const;
+    /// "geoType" of the selectors of the open dialog in the order of their creation.
+    QStringList GetGeoTypes() const;
+    /// The entries of the combo box in the selector \a objectName.
+    QStringList GetCandidates(const char* objectName) const;
+    /// Presses OK and returns the SDK calls that it made, in order.
+    QStringList TraceOk();
+    /// The geometries that were added to the container since the start of the test or the last call.
+    QList<ZORGeoGeometry*> TakeNew();
+    void TypeInto(const char* objectName, const QString& text);
+
+    template<class Widget>
+    Widget* Field(const char* objectName) const
+    {
+        auto* field = dialog->findChild<Widget*>(QLatin1String(objectName));
+        EXPECT_NE(nullptr, field) << objectName;
+        return field;
+    }
+    /// The only new geometry, as a \a Geometry; a failure when there is another number of them.
+    template<class Geometry>
+    Geometry* TakeOnly()
+    {
+        const QList<ZORGeoGeometry*> added = TakeNew();
+        EXPECT_EQ(1, added.size());
+        auto* geometry = added.isEmpty() ? nullptr : qobject_cast<Geometry*>(added.constFirst());
+        EXPECT_NE(nullptr, geometry);
+        return geometry;
+    }
+
+private:
+    int m_numKnown = 0;
+};

@@ -1,0 +1,414 @@
+#include "OperationTest.h"
+
+#include <ZORCommonUI/ZORCmnUnitSpinBox.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoPointOnSurface.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QListWidget>
+#include <QSpinBox>
+
+namespace {
+
+constexpr double Pi = 3.141592653589793;
+const QString Group = QStringLiteral("Debug/GeoGeodesic/");
+
+/// A square of 100 mm with the start point "P" in its middle.
+class ZORTestGeoGeodesicDlgTest : public OperationTest
+{
+protected:
+    ZORTestGeoGeodesicDlgTest()
+        : surface(AddSquare("S", 100))
+    {
+        AddPointOn(surface, "P", {40, 60, 0});
+    }
+
+    void OpenDialog() { ASSERT_NE(nullptr, Open("ZORTestGeoGeodesicDlg")); }
+    void Check(const char* objectName, bool checked = true)
+    {
+        Field<QCheckBox>(objectName)->setChecked(checked);
+    }
+    void SetLength(const char* objectName, double length)
+    {
+        Field<ZORCmnUnitSpinBox>(objectName)->setValue(length);
+    }
+    void SetBruteForce(int numIterations)
+    {
+        Check("_BruteForceCheck");
+        Field<QSpinBox>("_BruteForceSpin")->setValue(numIterations);
+    }
+    QVariant Setting(const char* key) { return GetSettings()->value(Group + QLatin1String(key)); }
+    /// Puts a geometry into the list of the selector \a objectName and selects it.
+    void SelectInList(const char* objectName, ZORGeoGeometry* geometry)
+    {
+        auto* list = Field<ZORTestGeometrySelector>(objectName)->findChild<QListWidget*>("_List");
+        auto* item = new QListWidgetItem(geometry->objectName(), list);
+        item->setData(Qt::UserRole, QVariant::fromValue(geometry));
+        item->setSelected(true);
+    }
+    ZORGeoCurveOnSurface* AddLimit(const QString& name, double x)
+    {
+        auto* curve =
+            new ZORGeoCurveOnSurface({surface->Project({x, 55, 0}), surface->Project({x, 65, 0})}, false);
+        curve->setObjectName(name);
+        curve->Initialize();
+        TakeNew();
+        return curve;
+    }
+    /// The angles of the computations among \a calls.
+    static QList<double> AnglesOf(const QStringList& calls)
+    {
+        QList<double> angles;
+        for (const QString& call : calls.filter("::ComputeGeodesic("))
+            angles.append(call.section(", ", -1).chopped(1).toDouble());
+        return angles;
+    }
+    QList<const ZORGeoCurveOnSurface*> TakeCurves()
+    {
+        QList<const ZORGeoCurveOnSurface*> curves;
+        for (const ZORGeoGeometry* geometry : TakeNew()) {
+            curves.append(qobject_cast<const ZORGeoCurveOnSurface*>(geometry));
+            EXPECT_NE(nullptr, curves.constLast());
+        }
+        return curves;
+    }
+    static ZORMathPoint EndOf(const ZORGeoCurveOnSurface* curve)
+    {
+        return curve->GetPoint(curve->GetNumPoints() - 1);
+    }
+
+    ZORGeoSurface* surface;
+};
+
+void ExpectAngles(const QList<double>& expected, const QList<double>& angles)
+{
+    ASSERT_EQ(expected.size(), angles.size());
+    for (qsizetype i = 0; i < expected.size(); ++i)
+        EXPECT_DOUBLE_EQ(expected[i], angles[i]) << i;
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, FormStandsAsItIsKnown)
+{
+    AddPoint("Free");
+    OpenDialog();
+    EXPECT_EQ(QString("Create Geodesic"), dialog->windowTitle());
+    EXPECT_EQ(QString("Create Geodesic Curve"), GetClassInfo("label"));
+    EXPECT_EQ(QString("ZORGeoCurveOnSurface"), GetClassInfo("createdTypes"));
+    EXPECT_EQ(
+        QStringList({"Start Point:  ", "End Point:  ", "Angle: ", "Start Length: ", "End Length: ",
+                     "Reference Dir: ", "Compute as fan", "Brute Force", "Brute Force Limits Preprocessing",
+                     "Start Limits: ", "End Limits: ", "Soft Start Limits: ", "Soft End Limits: "}),
+        GetCaptions());
+    const QString point("ZORGeoPointOnSurface"), curve("ZORGeoCurveOnSurface");
+    EXPECT_EQ(QStringList({point, point, curve, curve, curve, curve}), GetGeoTypes());
+    EXPECT_EQ(QStringList({"P"}), GetCandidates("_StartSel"));
+    EXPECT_EQ(QStringList({"P"}), GetCandidates("_EndSel"));
+    for (const char* name : {"_StartLimSel", "_EndLimSel", "_StartSoftSel", "_EndSoftSel"})
+        EXPECT_TRUE(Field<ZORTestGeometrySelector>(name)->property("multi").toBool()) << name;
+    EXPECT_EQ(QString("Angle"), Field<ZORCmnUnitSpinBox>("_AngleSpin")->property("magnitude").toString());
+    for (const char* name : {"_StartLenSpin", "_EndLenSpin"})
+        EXPECT_EQ(QString("Length"), Field<ZORCmnUnitSpinBox>(name)->property("magnitude").toString());
+
+    const auto* combo = Field<QComboBox>("_DirCombo");
+    QStringList directions;
+    for (int i = 0; i < combo->count(); ++i)
+        directions.append(combo->itemText(i));
+    EXPECT_EQ(QStringList({"X", "Y", "Z", "Second Pt"}), directions);
+    EXPECT_EQ(0, Field<QSpinBox>("_BruteForceSpin")->minimum());
+    EXPECT_EQ(99, Field<QSpinBox>("_BruteForceSpin")->maximum());
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, FieldsStartWithTheirDefaultsAndStayEnabled)
+{
+    OpenDialog();
+    for (const char* name : {"_AngleSpin", "_StartLenSpin", "_EndLenSpin"}) {
+        EXPECT_EQ(0.0, Field<ZORCmnUnitSpinBox>(name)->GetInternalValue()) << name;
+        EXPECT_TRUE(Field<ZORCmnUnitSpinBox>(name)->isEnabled()) << name;
+    }
+    for (const char* name :
+         {"_StartLenCheck", "_EndLenCheck", "_FanCheck", "_BruteForceCheck", "_BruteForceLimitsCheck"})
+        EXPECT_FALSE(Field<QCheckBox>(name)->isChecked()) << name;
+    EXPECT_EQ(0, Field<QComboBox>("_DirCombo")->currentIndex());
+    EXPECT_EQ(1, Field<QSpinBox>("_BruteForceSpin")->value());
+    EXPECT_TRUE(Field<QSpinBox>("_BruteForceSpin")->isEnabled());
+    PressCancel();
+    EXPECT_TRUE(GetSettings()->allKeys().isEmpty()) << "written by OK alone";
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, OneGeodesicRunsFromBorderToBorderWithoutLengths)
+{
+    OpenDialog();
+    EXPECT_EQ(QStringList({"ZORGeoCurveOnSurfaceProcessor::ZORGeoCurveOnSurfaceProcessor(<S>, nan, nan)",
+                           "ZORGeoCurveOnSurfaceProcessor::ClearGeometricLimits()"}),
+              TraceOk().filter("Processor").mid(0, 2));
+    const QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
+    ASSERT_EQ(1, curves.size());
+    EXPECT_TRUE(IsNear({0, 60, 0}, curves[0]->GetPoint(0)));
+    EXPECT_TRUE(IsNear({100, 60, 0}, EndOf(curves[0])));
+    EXPECT_EQ(QList<bool>({true, true}), finished);
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, CheckedLengthsBoundTheSides)
+{
+    OpenDialog();
+    Check("_StartLenCheck");
+    SetLength("_StartLenSpin", 5);
+    SetLength("_EndLenSpin", 7); // not checked
+    EXPECT_TRUE(TraceOk().join('\n').contains("ZORGeoCurveOnSurfaceProcessor(<S>, 5, nan)"));
+    OpenDialog();
+    Check("_StartLenCheck", false);
+    Check("_EndLenCheck");
+    SetLength("_EndLenSpin", 7);
+    EXPECT_TRUE(TraceOk().join('\n').contains("ZORGeoCurveOnSurfaceProcessor(<S>, nan, 7)"));
+    const QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
+    ASSERT_EQ(2, curves.size());
+    EXPECT_TRUE(IsNear({35, 60, 0}, curves[0]->GetPoint(0)));
+    EXPECT_TRUE(IsNear({100, 60, 0}, EndOf(curves[0])));
+    EXPECT_TRUE(IsNear({0, 60, 0}, curves[1]->GetPoint(0)));
+    EXPECT_TRUE(IsNear({47, 60, 0}, EndOf(curves[1])));
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, DirectionsGoByTheirIndex)
+{
+    const QString expected[] = {"(1, 0, 0)", "(0, 1, 0)", "(0, 0, 1)", "(0, 0, 0)"};
+    for (int i = 0; i < 4; ++i) {
+        OpenDialog();
+        Field<QComboBox>("_DirCombo")->setCurrentIndex(i);
+        const QString call = TraceOk().filter("::ComputeGeodesic(").value(0);
+        EXPECT_TRUE(call.endsWith(QString(", %1, 0)").arg(expected[i]))) << call.toStdString();
+    }
+    OpenDialog();
+    Field<QComboBox>("_DirCombo")->setCurrentIndex(-1);
+    EXPECT_TRUE(TraceOk().filter("::ComputeGeodesic(").value(0).endsWith(", (0, 0, 0), 0)"));
+    EXPECT_EQ(5, TakeCurves().size()) << "a vanishing reference gives a curve as well";
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, AngleIsShownInDegreesAndPassedInRadians)
+{
+    OpenDialog();
+    Field<ZORCmnUnitSpinBox>("_AngleSpin")->setValue(90);
+    ExpectAngles({Pi / 2}, AnglesOf(TraceOk()));
+    EXPECT_DOUBLE_EQ(Pi / 2, Setting("Angle").toDouble());
+    const QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
+    ASSERT_EQ(1, curves.size());
+    EXPECT_TRUE(IsNear({40, 100, 0}, EndOf(curves[0])));
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, BruteForceWithoutFanKeepsTheFirstCurveOfAll)
+{
+    OpenDialog();
+    SetBruteForce(4);
+    Field<ZORCmnUnitSpinBox>("_AngleSpin")->SetInternalValue(0.25);
+    const QStringList calls = TraceOk();
+    ExpectAngles({0.25, 0.25 + Pi / 2, 0.25 + Pi, 0.25 + 3 * Pi / 2}, AnglesOf(calls));
+    EXPECT_EQ(1, calls.filter("::ClearGeometricLimits(").size());
+    EXPECT_EQ(4, calls.filter("::AddGeometricLimits(").size());
+    EXPECT_EQ(1, TakeCurves().size());
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, FanKeepsAllOfThem)
+{
+    OpenDialog();
+    SetBruteForce(4);
+    Check("_FanCheck");
+    Check("_EndLenCheck");
+    SetLength("_EndLenSpin", 10);
+    Check("_StartLenCheck"); // of length 0
+    TraceOk();
+    const QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
+    ASSERT_EQ(4, curves.size());
+    const ZORMathPoint ends[] = {{50, 60, 0}, {40, 70, 0}, {30, 60, 0}, {40, 50, 0}};
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(IsNear({40, 60, 0}, curves[i]->GetPoint(0))) << i;
+        EXPECT_TRUE(IsNear(ends[i], EndOf(curves[i]))) << i;
+    }
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, FanWithoutBruteForceIsOneCurve)
+{
+    OpenDialog();
+    Check("_FanCheck");
+    Field<QSpinBox>("_BruteForceSpin")->setValue(7);
+    EXPECT_EQ(1, AnglesOf(TraceOk()).size());
+    EXPECT_EQ(1, TakeCurves().size());
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, NoIterationsComputeNothingAndSucceed)
+{
+    OpenDialog();
+    SetBruteForce(0);
+    const QStringList calls = TraceOk();
+    EXPECT_EQ(1, calls.filter("Processor").size()) << "it is made: " << calls.join('\n').toStdString();
+    EXPECT_EQ(0, calls.filter("GeometricLimits").size());
+    EXPECT_TRUE(TakeNew().isEmpty());
+    EXPECT_EQ(QList<bool>({true, true}), finished);
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, LimitsAreSetOnceOrForEveryIterationInTheOrderOfTheirBehaviour)
+{
+    const QStringList once{"ZORGeoCurveOnSurfaceProcessor::ClearGeometricLimits()",
+                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 1)",
+                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 2)",
+                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 9)",
+                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 10)"};
+    OpenDialog();
+    SetBruteForce(3);
+    EXPECT_EQ(once, TraceOk().filter("Limits"));
+    OpenDialog();
+    SetBruteForce(3);
+    Check("_BruteForceLimitsCheck");
+    EXPECT_EQ(once + once + once, TraceOk().filter("Limits"));
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, SoftLimitsComeFromTheirSelectorsAndEndTheirSides)
+{
+    ZORGeoCurveOnSurface* const left = AddLimit("Left", 20);
+    ZORGeoCurveOnSurface* const right = AddLimit("Right", 90);
+    OpenDialog();
+    SelectInList("_StartSoftSel", left);
+    SelectInList("_EndSoftSel", right);
+    SelectInList("_EndSoftSel", GetContainer()->GetGeometryByIndex(0)); // no curve: skipped
+    const QStringList calls = TraceOk().filter("::AddGeometricLimits(");
+    EXPECT_EQ(QStringList({"ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 1)",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 2)",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 9)",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 10)"}),
+              calls);
+    const QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
+    ASSERT_EQ(1, curves.size());
+    EXPECT_TRUE(IsNear({20, 60, 0}, curves[0]->GetPoint(0)));
+    EXPECT_TRUE(IsNear({90, 60, 0}, EndOf(curves[0])));
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, HardLimitsAreReadFromThePointSelectorsAlone)
+{
+    ZORGeoCurveOnSurface* const left = AddLimit("Left", 20);
+    ZORGeoCurveOnSurface* const right = AddLimit("Right", 90);
+    OpenDialog();
+    SelectInList("_StartLimSel", left); // nothing reads these two
+    SelectInList("_EndLimSel", right);
+    EXPECT_EQ(4, TraceOk().filter("::AddGeometricLimits([0]").size());
+    QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
+    ASSERT_EQ(1, curves.size());
+    EXPECT_TRUE(IsNear({100, 60, 0}, EndOf(curves[0])));
+
+    OpenDialog();
+    SelectInList("_StartSel", left);
+    SelectInList("_EndSel", right);
+    EXPECT_EQ(QStringList({"ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 9)",
+                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 10)"}),
+              TraceOk().filter("::AddGeometricLimits([1]"));
+    curves = TakeCurves();
+    ASSERT_EQ(1, curves.size());
+    EXPECT_TRUE(IsNear({20, 60, 0}, curves[0]->GetPoint(0)));
+    EXPECT_TRUE(IsNear({90, 60, 0}, EndOf(curves[0])));
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, InvalidStartPointIsReportedAfterTheSettingsAreWritten)
+{
+    OpenDialog();
+    Field<ZORTestGeometrySelector>("_StartSel")->findChild<QComboBox*>("_Combo")->clear();
+    Check("_FanCheck");
+    EXPECT_EQ(QStringList({"ZORSysSettingGroupContext::ZORSysSettingGroupContext(<>, \"Debug\")",
+                           "ZORSysSettingGroupContext::ZORSysSettingGroupContext(<>, \"GeoGeodesic\")"}),
+              TraceOk());
+    EXPECT_EQ(QStringList({"Invalid start point selection"}), boxes.TakeErrors());
+    EXPECT_TRUE(Setting("ComputeAsFan").toBool());
+    EXPECT_TRUE(TakeNew().isEmpty());
+    EXPECT_EQ(QList<bool>({true}), finished);
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, WritesTheSettingsOfWhatIsUsed)
+{
+    OpenDialog();
+    SetLength("_StartLenSpin", 3);
+    Field<QSpinBox>("_BruteForceSpin")->setValue(9);
+    PressOk();
+    QStringList keys = GetSettings()->allKeys();
+    for (QString& key : keys)
+        key.remove(Group);
+    EXPECT_EQ(QStringList({"Angle", "BruteForce", "BruteForceLimits", "ComputeAsFan", "Direction",
+                           "UseEndLen", "UseStartLen"}),
+              keys)
+        << "neither length nor iterations, which are not used";
+    for (const char* key : {"BruteForce", "BruteForceLimits", "ComputeAsFan", "UseEndLen", "UseStartLen"}) {
+        EXPECT_EQ(QMetaType::Bool, Setting(key).typeId()) << key;
+        EXPECT_FALSE(Setting(key).toBool()) << key;
+    }
+    EXPECT_EQ(QMetaType::Double, Setting("Angle").typeId());
+    EXPECT_EQ(QVariant(0), Setting("Direction"));
+
+    OpenDialog();
+    SetBruteForce(2);
+    Check("_StartLenCheck");
+    Check("_EndLenCheck");
+    SetLength("_StartLenSpin", 3);
+    SetLength("_EndLenSpin", 4);
+    PressOk();
+    EXPECT_EQ(QVariant(3.0), Setting("StartLen"));
+    EXPECT_EQ(QVariant(2), Setting("BruteForceIter"));
+    EXPECT_FALSE(Setting("EndLen").isValid()) << "the end length never reaches the settings";
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, ReopeningRestoresEverythingButTheEndLength)
+{
+    OpenDialog();
+    Field<ZORCmnUnitSpinBox>("_AngleSpin")->setValue(33);
+    Field<QComboBox>("_DirCombo")->setCurrentIndex(3);
+    SetLength("_StartLenSpin", 1.5);
+    SetLength("_EndLenSpin", 2.5);
+    SetBruteForce(6);
+    for (const char* name : {"_StartLenCheck", "_EndLenCheck", "_FanCheck", "_BruteForceLimitsCheck"})
+        Check(name);
+    PressOk();
+    OpenDialog();
+    EXPECT_DOUBLE_EQ(33, Field<ZORCmnUnitSpinBox>("_AngleSpin")->value());
+    EXPECT_EQ(3, Field<QComboBox>("_DirCombo")->currentIndex());
+    EXPECT_EQ(1.5, Field<ZORCmnUnitSpinBox>("_StartLenSpin")->value());
+    EXPECT_EQ(0.0, Field<ZORCmnUnitSpinBox>("_EndLenSpin")->value());
+    EXPECT_EQ(6, Field<QSpinBox>("_BruteForceSpin")->value());
+    for (const char* name :
+         {"_StartLenCheck", "_EndLenCheck", "_FanCheck", "_BruteForceCheck", "_BruteForceLimitsCheck"})
+        EXPECT_TRUE(Field<QCheckBox>(name)->isChecked()) << name;
+    PressCancel();
+
+    GetSettings()->setValue(Group + "EndLen", 8.0);
+    OpenDialog();
+    EXPECT_EQ(8.0, Field<ZORCmnUnitSpinBox>("_EndLenSpin")->value()) << "whatever the key held before";
+    SetLength("_EndLenSpin", 2);
+    EXPECT_TRUE(TraceOk().join('\n').contains("Processor(<S>, 1.5, 2)")) << "the field is what counts";
+    EXPECT_EQ(QVariant(8.0), Setting("EndLen"));
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, FailureOfTheSdkIsShown)
+{
+    OpenDialog();
+    Check("_EndLenCheck");
+    SetLength("_EndLenSpin", -1);
+    PressOk();
+    EXPECT_EQ(QStringList({"end length is negative"}), boxes.TakeErrors());
+    EXPECT_TRUE(TakeNew().isEmpty());
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, StartPointWhoseSurfaceIsGoneIsReportedByTheSdk)
+{
+    OpenDialog();
+    delete surface;
+    PressOk();
+    EXPECT_EQ(QStringList({"surface is null"}), boxes.TakeErrors());
+}
+
+TEST_F(ZORTestGeoGeodesicDlgTest, ConsoleOpensItFromItsMenu)
+{
+    OpenConsole();
+    ASSERT_NE(nullptr, TriggerMenu("_GeodesicCurveAction"));
+    EXPECT_STREQ("ZORTestGeoGeodesicDlg", dialog->metaObject()->className());
+}
+
+} // namespace
