@@ -1,8 +1,10 @@
 #include "ZORGeoCurveOnSurfaceProcessor.h"
 
+#include "ZORGeoConstantAngleWalk_p.h"
 #include "ZORGeoShortestPath_p.h"
-#include "ZORGeoSurfaceTrace_p.h"
+#include "ZORGeoStraightWalk_p.h"
 #include "ZORGeoSurface_p.h"
+#include "ZORGeoWalk_p.h"
 #include "ZORGeometryLog_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
@@ -12,7 +14,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <numbers>
+#include <optional>
 #include <utility>
 
 using Result = ZORGeoCurveOnSurfaceResult;
@@ -29,7 +34,10 @@ public:
 
     void Check(const ZORGeoLocationOnSurface& location, const QString& name) const;
     void Check(const ZORGeoLocationOnSurface& start, const ZORMathVector& direction, double angle) const;
+    std::optional<ZORGeoWalkPlace> FindPlace(const ZORGeoLocationOnSurface& start) const;
     Result Straight(const ZORGeoLocationOnSurface& start, const ZORMathVector& direction, double angle) const;
+    Result ConstantAngle(const ZORGeoLocationOnSurface& start, const ZORMathVector& direction,
+                         double angle) const;
     Result Shortest(const ZORGeoLocationOnSurface& start, const ZORGeoLocationOnSurface& end) const;
 
     const ZORGeoSurface* surface; // not owned
@@ -39,9 +47,14 @@ public:
     double endLength = 0;
 
 private:
-    using Starts = ZORGeoStraightStarts;
-    template<class Trace>
-    Result TraceSides(const ZORGeoLocationOnSurface& start, const Starts& starts, const Trace& trace) const;
+    struct Side
+    {
+        std::optional<ZORGeoWalkStart> start;
+        Result::StopReason otherwise; // why there is no start
+        std::function<void(const ZORGeoWalkStart&, ZORGeoTraceRecorder&)> walk;
+    };
+    void Walk(const Side& side, double length, ZORGeoTraceRecorder& recorder) const;
+    Result Join(const ZORGeoLocationOnSurface& start, const Side& ahead, const Side& behind) const;
 };
 
 void ZORGeoCurveOnSurfaceProcessor::Private::Check(const ZORGeoLocationOnSurface& location,
@@ -67,58 +80,84 @@ void ZORGeoCurveOnSurfaceProcessor::Private::Check(const ZORGeoLocationOnSurface
         throw ZORSysException(tr("angle is not finite"));
 }
 
-// Joins both sides to one curve.
-template<class Trace>
-Result ZORGeoCurveOnSurfaceProcessor::Private::TraceSides(const ZORGeoLocationOnSurface& start,
-                                                          const Starts& starts, const Trace& trace) const
+std::optional<ZORGeoWalkPlace>
+ZORGeoCurveOnSurfaceProcessor::Private::FindPlace(const ZORGeoLocationOnSurface& start) const
+{
+    const double weights[3] = {1 - start.weightB - start.weightC, start.weightB, start.weightC};
+    return ZorGeoFindWalkPlace(*mesh, start.triangle - 1, weights);
+}
+
+void ZORGeoCurveOnSurfaceProcessor::Private::Walk(const Side& side, double length,
+                                                  ZORGeoTraceRecorder& recorder) const
+{
+    if (length == 0 && !recorder.HasHardLimits())
+        return;
+    if (!side.start)
+        return recorder.Stop(side.otherwise);
+    side.walk(*side.start, recorder);
+    if (recorder.GetSide().reason == Result::Cap)
+        qCWarning(ZorGeometryLog, "curve over a surface ends after %lld triangles, %g mm from its start",
+                  ZorGeoGetMaximumCrossings(*mesh), recorder.GetSide().length);
+}
+
+// Both sides as one curve.
+Result ZORGeoCurveOnSurfaceProcessor::Private::Join(const ZORGeoLocationOnSurface& start, const Side& ahead,
+                                                    const Side& behind) const
 {
     const ZORGeoLimitBuckets* const used = limits.HasAny(0) ? &limits : nullptr;
-    const auto run = [&](const std::optional<ZORGeoWalkStart>& walk, ZORGeoTraceRecorder& recorder,
-                         double length) {
-        if (length == 0)
-            return;
-        if (walk)
-            trace(*walk, recorder);
-        else
-            recorder.Stop(Result::Border);
-        if (recorder.GetSide().reason == Result::Cap)
-            qCWarning(ZorGeometryLog, "curve over a surface ends after %lld triangles, %g mm from its start",
-                      ZorGeoGetMaximumCrossings(*mesh), recorder.GetSide().length);
-    };
-    ZORGeoTraceRecorder ahead({surface, used, End, endLength}, true);
-    run(starts.ahead, ahead, endLength);
-    ZORGeoTraceRecorder behind({surface, used, ZORGeoCurveOnSurfaceProcessor::Start, startLength}, false);
+    ZORGeoTraceRecorder end({surface, used, End, endLength}, true);
+    Walk(ahead, endLength, end);
+    ZORGeoTraceRecorder begin({surface, used, Start, startLength}, false);
     // A closed curve is complete.
-    if (ahead.GetSide().reason == Result::Closed)
-        behind.Stop(Result::Closed);
+    if (end.GetSide().reason == Result::Closed)
+        begin.Stop(Result::Closed);
     else
-        run(starts.behind, behind, startLength);
+        Walk(behind, startLength, begin);
 
-    const auto& back = behind.GetLocations();
-    const auto& forth = ahead.GetLocations();
+    const auto& back = begin.GetLocations();
+    const auto& forth = end.GetLocations();
     QList<ZORGeoLocationOnSurface> locations;
     locations.reserve(qsizetype(back.size() + forth.size() + 1));
     std::copy(back.rbegin(), back.rend(), std::back_inserter(locations));
     if (forth.empty())
         locations.append(start);
     std::copy(forth.begin(), forth.end(), std::back_inserter(locations));
-    return Result(locations, int(back.size()), behind.GetSide(), ahead.GetSide());
+    return Result(locations, int(back.size()), begin.GetSide(), end.GetSide());
 }
 
 Result ZORGeoCurveOnSurfaceProcessor::Private::Straight(const ZORGeoLocationOnSurface& start,
                                                         const ZORMathVector& direction, double angle) const
 {
-    const int triangle = start.triangle - 1;
-    const double weights[3] = {1 - start.weightB - start.weightC, start.weightB, start.weightC};
-    const auto place = ZorGeoFindWalkPlace(*mesh, triangle, weights);
+    const auto place = FindPlace(start);
     if (!place)
         return Result({start}, 0, {0, Result::Degenerate}, {0, Result::Degenerate});
-    const ZORGeoMesh::Corners& corners = mesh->triangles[triangle];
+    const ZORGeoMesh::Corners& corners = mesh->triangles[start.triangle - 1];
     const ZORMathVector zero = mesh->vertices[corners[1]] - mesh->vertices[corners[0]];
-    const Starts starts = ZorGeoStartStraight(*mesh, *place, direction, zero, angle);
-    return TraceSides(start, starts, [this](const ZORGeoWalkStart& walk, ZORGeoTraceRecorder& recorder) {
-        ZorGeoTraceStraight(*mesh, walk, recorder);
-    });
+    const auto [ahead, behind] = ZorGeoStartStraight(*mesh, *place, direction, zero, angle);
+    const auto walk = [this](const ZORGeoWalkStart& from, ZORGeoTraceRecorder& recorder) {
+        ZorGeoWalkStraight(*mesh, from, recorder);
+    };
+    return Join(start, {ahead, Result::Border, walk}, {behind, Result::Border, walk});
+}
+
+Result ZORGeoCurveOnSurfaceProcessor::Private::ConstantAngle(const ZORGeoLocationOnSurface& start,
+                                                             const ZORMathVector& direction,
+                                                             double angle) const
+{
+    const auto place = FindPlace(start);
+    if (!place)
+        return Result({start}, 0, {0, Result::Degenerate}, {0, Result::Degenerate});
+    const auto makeSide = [&](const ZORGeoAngleField& field) -> Side {
+        bool isBorder = false;
+        const auto first = ZorGeoStartAlongField(*mesh, field, *place, isBorder);
+        return {first, isBorder ? Result::Border : Result::Degenerate,
+                [this, &field](const ZORGeoWalkStart& from, ZORGeoTraceRecorder& recorder) {
+                    ZorGeoWalkAlongField(*mesh, field, from, recorder);
+                }};
+    };
+    const ZORGeoAngleField ahead(direction, angle);
+    const ZORGeoAngleField behind(direction, angle + std::numbers::pi);
+    return Join(start, makeSide(ahead), makeSide(behind));
 }
 
 Result ZORGeoCurveOnSurfaceProcessor::Private::Shortest(const ZORGeoLocationOnSurface& start,
@@ -189,6 +228,15 @@ ZORGeoCurveOnSurfaceProcessor::ComputeGeodesic(const ZORGeoLocationOnSurface& st
     ZOR_TRACE_CALL(start, direction, angle);
     d->Check(start, direction, angle);
     return d->Straight(start, direction, angle);
+}
+
+ZORGeoCurveOnSurfaceResult
+ZORGeoCurveOnSurfaceProcessor::ComputeConstantAngle(const ZORGeoLocationOnSurface& start,
+                                                    const ZORMathVector& direction, double angle) const
+{
+    ZOR_TRACE_CALL(start, direction, angle);
+    d->Check(start, direction, angle);
+    return d->ConstantAngle(start, direction, angle);
 }
 
 ZORGeoCurveOnSurfaceResult

@@ -92,6 +92,20 @@ public:
     ZORGeoCurveOnSurfaceResult ComputeGeodesic(const ZORGeoLocationOnSurface& start,
                                                const ZORMathVector& direction, double angle) const;
 
+    /// The curve that runs in every triangle at \a angle, counter-clockwise, to the projection of
+    /// \a direction on the plane of the triangle; the start side runs the opposite way.
+    ///
+    /// Where the triangles on both sides of an edge push into it the curve slides along the edge, the way that
+    /// both push together. In a vertex it goes on where the triangles lead away from it, by the least turn. It
+    /// ends where the projection vanishes (below 1e-12) and in vertices that all triangles around lead into:
+    /// Degenerate. So it does at once for a zero direction. A start on an edge or vertex takes the triangle
+    /// of the location where that leads on. Triangles without area are passed straight on.
+    /// \param direction  of any length
+    /// \param angle      radians
+    /// \throws ZORSysException as ComputeGeodesic()
+    ZORGeoCurveOnSurfaceResult ComputeConstantAngle(const ZORGeoLocationOnSurface& start,
+                                                    const ZORMathVector& direction, double angle) const;
+
     /// A shortest way over the surface: straight everywhere but at vertices, and there at least pi wide on both
     /// sides. Among the ways with this property a search over three points on every edge chooses; of 1000 pairs
     /// the longest was 1.02 times as long as the shortest way that there is at most. The same way in both

@@ -74,6 +74,7 @@ ZORGeoLimitBuckets::ZORGeoLimitBuckets(const ZORGeoSurface& surface)
 
 void ZORGeoLimitBuckets::Clear()
 {
+    m_curveCount = 0;
     m_segments.clear();
     m_isLimited.clear();
 }
@@ -100,6 +101,7 @@ void ZORGeoLimitBuckets::AddCurve(const ZORGeoCurveOnSurface* curve, int behavio
         throw ZORSysException(Processor::tr("limit curve %1 is null").arg(number));
     if (curve->GetNumPoints() > 0 && curve->GetSurface() != m_surface)
         throw ZORSysException(Processor::tr("limit curve %1 is on another surface").arg(number));
+    ++m_curveCount;
     const QList<ZORGeoLocationOnSurface> locations = curve->GetLocations();
     for (qsizetype i = 0; i + 1 < locations.size(); ++i) {
         // As a rule the first triangle holds the segment.
@@ -130,8 +132,11 @@ bool ZORGeoLimitBuckets::AddSegment(int triangle, int behavior, const ZORMathPoi
         if (!(place.squaredDistance <= 1e-16 * size * size))
             return false;
     }
-    Insert(
-        {triangle, behavior, {places[0].weightB, places[0].weightC}, {places[1].weightB, places[1].weightC}});
+    Insert({triangle,
+            behavior,
+            m_curveCount - 1,
+            {places[0].weightB, places[0].weightC},
+            {places[1].weightB, places[1].weightC}});
     for (int side = 0; side < 3; ++side)
         AddAcross(triangle, side, behavior, places);
     return true;
@@ -158,7 +163,7 @@ void ZORGeoLimitBuckets::AddAcross(int triangle, int side, int behavior,
     const int beyond = int(neighbor / 4) - 1;
     const int first = int(neighbor % 4);
     const bool isSame = m_mesh->triangles[beyond][size_t(first)] == corners[size_t(side)];
-    Segment segment{beyond, behavior, {0, 0}, {0, 0}};
+    Segment segment{beyond, behavior, m_curveCount - 1, {0, 0}, {0, 0}};
     // One end on the side is a point for the neighbour.
     for (int i = 0; i < 2; ++i) {
         const double place = along[isOnSide[i] ? i : 1 - i];
@@ -177,7 +182,11 @@ void ZORGeoLimitBuckets::AddAround(int triangle, int corner, int behavior)
     for (const auto& sector : fan.GetSectors()) {
         double weights[3] = {0, 0, 0};
         weights[sector.entry.p] = 1;
-        Insert({sector.entry.triangle, behavior, {weights[1], weights[2]}, {weights[1], weights[2]}});
+        Insert({sector.entry.triangle,
+                behavior,
+                m_curveCount - 1,
+                {weights[1], weights[2]},
+                {weights[1], weights[2]}});
     }
 }
 
@@ -202,6 +211,7 @@ void ZORGeoLimitBuckets::FindHits(int triangle, const double (&begin)[3], const 
         const Vector side = Vector{segment->end[0], segment->end[1]} - limit;
         Hit hit;
         hit.behavior = segment->behavior;
+        hit.curve = segment->curve;
         if (FindHit(from, way, limit, side, hit.begin, hit.end))
             hits.push_back(hit);
     }

@@ -26,6 +26,7 @@ public:
     /// \throws ZORSysException as ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits() tells
     void Add(const QList<const ZORGeoCurveOnSurface*>& curves, int behavior);
 
+    int GetNumCurves() const { return m_curveCount; }
     /// Whether some limit has all of these bits.
     bool HasAny(int behavior) const;
     bool Has(int triangle) const
@@ -39,6 +40,7 @@ public:
         double begin = 0; // 0 at the begin of the segment, 1 at its end
         double end = 0;   // larger where both run along each other
         int behavior = 0;
+        int curve = 0; // 0 ... GetNumCurves() - 1
     };
     /// The hits of a segment in a triangle with limits, by their begin.
     /// \param begin,end  weights of the corners A, B, C
@@ -51,6 +53,7 @@ private:
     {
         int triangle = 0;
         int behavior = 0;
+        int curve = 0;
         double begin[2]; // weights of the corners B and C
         double end[2];
     };
@@ -60,8 +63,9 @@ private:
     void AddAround(int triangle, int corner, int behavior);
     void Insert(const Segment& segment);
 
-    const ZORGeoSurface* m_surface;   // not owned
-    const ZORGeoMesh* m_mesh;         // not owned
+    const ZORGeoSurface* m_surface; // not owned
+    const ZORGeoMesh* m_mesh;       // not owned
+    int m_curveCount = 0;
     std::vector<Segment> m_segments;  // by triangle
     std::vector<quint64> m_isLimited; // a bit a triangle; empty without limits
 };

@@ -139,3 +139,33 @@ std::optional<ZORGeoVertexFan::Departure> ZORGeoVertexFan::GoStraight(double ang
         return std::nullopt;
     return left ? left : right;
 }
+
+ZORGeoVertexArrival ZorGeoArriveAtCorner(const ZORGeoMeshWalker& walker, int corner)
+{
+    struct Vector
+    {
+        double x;
+        double y;
+    };
+    const ZORGeoMeshEntry& from = walker.GetEntry();
+    const double x = walker.GetApexAlong();
+    const double y = walker.GetApexAcross();
+    // The sides at the corner in the frame of the walk.
+    ZORGeoMeshEntry entry = {from.triangle, from.p, from.q, from.r, 0};
+    Vector right = {1, 0};
+    Vector left = {x, y};
+    if (corner == from.q) {
+        entry = {from.triangle, from.q, from.r, from.p, 0};
+        right = {x - 1, y};
+        left = {-1, 0};
+    } else if (corner == from.r) {
+        entry = {from.triangle, from.r, from.p, from.q, 0};
+        right = {-x, -y};
+        left = {1 - x, -y};
+    }
+    const auto angle = [&right](const Vector& v) {
+        return std::atan2(right.x * v.y - right.y * v.x, right.x * v.x + right.y * v.y);
+    };
+    const Vector back = {-walker.GetHeading().along, -walker.GetHeading().across};
+    return {entry, std::clamp(angle(back), 0.0, std::max(0.0, angle(left)))};
+}

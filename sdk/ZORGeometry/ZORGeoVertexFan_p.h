@@ -57,3 +57,12 @@ private:
     size_t m_first = 0;
     bool m_isClosed = false;
 };
+
+/// How a walk comes to a corner of the triangle it is in.
+struct ZORGeoVertexArrival
+{
+    ZORGeoMeshEntry entry; // the corner at P, as a fan wants it
+    double back = 0;       // angle from the side PQ to where the walk comes from
+};
+/// \param corner  0 ... 2
+ZORGeoVertexArrival ZorGeoArriveAtCorner(const ZORGeoMeshWalker& walker, int corner);

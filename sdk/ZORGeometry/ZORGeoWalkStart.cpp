@@ -1,13 +1,11 @@
 #include "ZORGeoTriangle_p.h"
-#include "ZORGeoVertexFan_p.h"
 #include "ZORGeoWalkStart_p.h"
 
 #include <algorithm>
-#include <numbers>
+#include <vector>
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
 constexpr double snap = ZORGeoMeshWalker::Snap;
 
 const ZORMathPoint& Corner(const ZORGeoMesh& mesh, int triangle, int corner)
@@ -49,136 +47,6 @@ ZORGeoWalkPlace Classify(int triangle, const double (&weights)[3])
         }
     }
     return place;
-}
-
-// Turns `angle` into (-pi, pi].
-double Wrap(double angle)
-{
-    return std::remainder(angle, 2 * pi);
-}
-
-// The reference direction in the plane perpendicular to `normal`.
-ZORMathVector ProjectDirection(const ZORMathVector& direction, const ZORMathVector& zero,
-                               const ZORMathVector& normal)
-{
-    for (const ZORMathVector& vector : {direction.GetNormalized(), zero.GetNormalized()}) {
-        const ZORMathVector projected = vector - Dot(vector, normal) * normal;
-        if (projected.GetLength() > 1e-12)
-            return projected.GetNormalized();
-    }
-    // The plane of a vertex may be perpendicular to the side.
-    const ZORMathVector axis =
-        std::abs(normal.GetX()) < 0.6 ? ZORMathVector(1, 0, 0) : ZORMathVector(0, 1, 0);
-    return Cross(normal, axis).GetNormalized();
-}
-
-double AngleAbout(const ZORMathVector& normal, const ZORMathVector& from, const ZORMathVector& to)
-{
-    return std::atan2(Dot(Cross(from, to), normal), Dot(from, to));
-}
-
-// The angle on the surface that stands for a direction in the plane of a vertex.
-double FindFanAngle(const ZORGeoVertexFan& fan, const ZORMathVector& normal, const ZORMathVector& projected)
-{
-    const auto& sectors = fan.GetSectors();
-    const auto planeAngle = [&](const ZORMathVector& edge) {
-        const ZORMathVector inPlane = edge - Dot(edge, normal) * normal;
-        return AngleAbout(normal, projected, inPlane);
-    };
-    double nearest = 2 * pi;
-    double angle = 0;
-    const auto offer = [&](double distance, double value) {
-        if (distance < nearest) {
-            nearest = distance;
-            angle = value;
-        }
-    };
-    for (const auto& sector : sectors) {
-        const double right = planeAngle(sector.right);
-        const double width = Wrap(planeAngle(sector.left) - right);
-        if (right <= 0 && width > 0 && right + width >= 0)
-            return sector.begin + (sector.end - sector.begin) * (-right / width);
-        if (right > 0 && width > 0 && right + width >= 2 * pi)
-            return sector.begin + (sector.end - sector.begin) * ((2 * pi - right) / width);
-        if (fan.IsClosed()) {
-            offer(std::abs(right), sector.begin);
-            offer(std::abs(Wrap(right + width)), sector.end);
-        }
-    }
-    if (!fan.IsClosed()) {
-        // Outside of the surface: as far beyond its border as the projection says.
-        const auto positive = [](double value) { return value < 0 ? value + 2 * pi : value; };
-        const double before = positive(planeAngle(sectors.front().right));
-        const double behind = positive(-planeAngle(sectors.back().left));
-        offer(before, -before);
-        offer(behind, fan.GetTotalAngle() + behind);
-    }
-    return angle;
-}
-
-std::optional<ZORGeoWalkStart> LeaveVertex(const ZORGeoVertexFan& fan, double angle)
-{
-    auto departure = fan.Leave(angle);
-    // Angles beyond the border are known but for full turns.
-    for (const int turns : {-1, 1, -2, 2}) {
-        if (!departure)
-            departure = fan.Leave(angle + 2 * pi * turns);
-    }
-    if (!departure)
-        return std::nullopt;
-    ZORGeoWalkStart start;
-    start.entry = departure->entry;
-    start.heading = departure->heading;
-    for (double& weight : start.weights)
-        weight = 0;
-    start.weights[start.entry.p] = 1 - start.entry.u;
-    start.weights[start.entry.q] = start.entry.u;
-    return start;
-}
-
-ZORGeoStraightStarts StartAtVertex(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
-                                   const ZORMathVector& direction, const ZORMathVector& zero, double angle)
-{
-    const int p = place.corner;
-    const ZORGeoVertexFan fan(mesh, {place.triangle, p, (p + 1) % 3, (p + 2) % 3, 0});
-    ZORMathVector normal;
-    for (const auto& sector : fan.GetSectors())
-        normal += Cross(sector.right, sector.left);
-    normal = normal.GetNormalized();
-    if (normal == ZORMathVector())
-        normal = ZorGeoTwiceAreaNormal(mesh, place.triangle).GetNormalized();
-    const double reference = FindFanAngle(fan, normal, ProjectDirection(direction, zero, normal));
-    if (fan.IsClosed()) {
-        const double total = fan.GetTotalAngle();
-        const double ahead = reference + Wrap(angle) * total / (2 * pi);
-        return {LeaveVertex(fan, ahead), LeaveVertex(fan, ahead + total / 2)};
-    }
-    const double ahead = reference + Wrap(angle);
-    return {LeaveVertex(fan, ahead), LeaveVertex(fan, ahead + pi)};
-}
-
-ZORGeoStraightStarts StartOnSide(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
-                                 const ZORMathVector& direction, const ZORMathVector& zero, double angle)
-{
-    ZORMathVector normal = ZorGeoTwiceAreaNormal(mesh, place.triangle);
-    const quint32 neighbor = mesh.GetNeighbor(place.triangle, place.corner);
-    const int next = (place.corner + 1) % 3;
-    if (neighbor != 0) {
-        const int other = int(neighbor / 4) - 1;
-        // Same way round: the common side runs the other way in the neighbour.
-        const bool isFlipped =
-            mesh.triangles[other][neighbor % 4] == mesh.triangles[place.triangle][size_t(place.corner)];
-        const ZORMathVector beyond = ZorGeoTwiceAreaNormal(mesh, other);
-        normal += isFlipped ? -beyond : beyond;
-    }
-    normal = normal.GetNormalized();
-    if (normal == ZORMathVector())
-        normal = ZorGeoTwiceAreaNormal(mesh, place.triangle).GetNormalized();
-    const ZORMathVector side =
-        Corner(mesh, place.triangle, next) - Corner(mesh, place.triangle, place.corner);
-    const ZORMathVector projected = ProjectDirection(direction, zero, normal);
-    const double ahead = AngleAbout(normal, side.GetNormalized(), projected) + Wrap(angle);
-    return {ZorGeoStartOnSide(mesh, place, ahead), ZorGeoStartOnSide(mesh, place, ahead + pi)};
 }
 
 } // namespace
@@ -255,58 +123,53 @@ ZORGeoWalkStart ZorGeoStartInside(const ZORGeoMesh& mesh, const ZORGeoWalkPlace&
     return start;
 }
 
+ZORGeoMeshEntry ZorGeoMakeEntry(const ZORGeoWalkPlace& place)
+{
+    const int p = place.corner;
+    return {place.triangle, p, (p + 1) % 3, (p + 2) % 3, place.part == ZORGeoWalkPlace::OnSide ? place.u : 0};
+}
+
+std::optional<ZORGeoMeshEntry> ZorGeoEnterBeyond(const ZORGeoMesh& mesh, const ZORGeoMeshEntry& entry)
+{
+    const quint32 neighbor = mesh.GetNeighbor(entry.triangle, (entry.r + 1) % 3);
+    if (neighbor == 0)
+        return std::nullopt;
+    // There the same side runs from Q to P, so that the third corner is on its left.
+    const int triangle = int(neighbor / 4) - 1;
+    const int first = int(neighbor % 4);
+    const int second = (first + 1) % 3;
+    const bool isSame =
+        mesh.triangles[triangle][size_t(first)] == mesh.triangles[entry.triangle][size_t(entry.p)];
+    return ZORGeoMeshEntry{triangle, isSame ? second : first, isSame ? first : second, 3 - first - second,
+                           1 - entry.u};
+}
+
+ZORGeoWalkStart ZorGeoStartAt(const ZORGeoMeshEntry& entry, const ZORGeoMeshHeading& heading)
+{
+    ZORGeoWalkStart start{entry, heading, 0, {0, 0, 0}};
+    start.weights[entry.p] = 1 - entry.u;
+    start.weights[entry.q] = entry.u;
+    return start;
+}
+
 std::optional<ZORGeoWalkStart> ZorGeoStartOnSide(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
                                                  double angle)
 {
-    const int p = place.corner;
-    const int q = (p + 1) % 3;
-    const quint32 neighbor = mesh.GetNeighbor(place.triangle, p);
-    const int beyond = int(neighbor / 4) - 1;
-    const double length = (Corner(mesh, place.triangle, q) - Corner(mesh, place.triangle, p)).GetLength();
+    const ZORGeoMeshEntry entry = ZorGeoMakeEntry(place);
+    const auto beyond = ZorGeoEnterBeyond(mesh, entry);
+    const double length =
+        (Corner(mesh, entry.triangle, entry.q) - Corner(mesh, entry.triangle, entry.p)).GetLength();
     double along = std::cos(angle);
     double across = std::sin(angle);
     bool isBeyond = across < 0;
     if (std::abs(across) <= snap) {
         along = along > 0 ? 1 : -1;
         across = 0;
-        isBeyond = neighbor != 0 && beyond < place.triangle;
+        isBeyond = beyond && beyond->triangle < entry.triangle;
     }
-    ZORGeoWalkStart start;
-    start.heading = {along / length, across / length};
-    if (!isBeyond) {
-        start.entry = {place.triangle, p, q, 3 - p - q, place.u};
-    } else {
-        if (neighbor == 0)
-            return std::nullopt;
-        // There the same side runs from Q to P, so that the third corner is on its left.
-        const int first = int(neighbor % 4);
-        const int second = (first + 1) % 3;
-        const bool isSame =
-            mesh.triangles[beyond][size_t(first)] == mesh.triangles[place.triangle][size_t(p)];
-        start.entry = {beyond, isSame ? second : first, isSame ? first : second, 3 - first - second,
-                       1 - place.u};
-        start.heading = {-along / length, -across / length};
-    }
-    std::fill(std::begin(start.weights), std::end(start.weights), 0.0);
-    start.weights[start.entry.p] = 1 - start.entry.u;
-    start.weights[start.entry.q] = start.entry.u;
-    return start;
-}
-
-ZORGeoStraightStarts ZorGeoStartStraight(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
-                                         const ZORMathVector& direction, const ZORMathVector& zero,
-                                         double angle)
-{
-    switch (place.part) {
-    case ZORGeoWalkPlace::OnCorner:
-        return StartAtVertex(mesh, place, direction, zero, angle);
-    case ZORGeoWalkPlace::OnSide:
-        return StartOnSide(mesh, place, direction, zero, angle);
-    case ZORGeoWalkPlace::Inside:
-        break;
-    }
-    const ZORMathVector normal = ZorGeoTwiceAreaNormal(mesh, place.triangle).GetNormalized();
-    const ZORMathVector projected = ProjectDirection(direction, zero, normal);
-    const ZORMathVector ahead = std::cos(angle) * projected + std::sin(angle) * Cross(normal, projected);
-    return {ZorGeoStartInside(mesh, place, ahead), ZorGeoStartInside(mesh, place, -ahead)};
+    if (!isBeyond)
+        return ZorGeoStartAt(entry, {along / length, across / length});
+    if (!beyond)
+        return std::nullopt;
+    return ZorGeoStartAt(*beyond, {-along / length, -across / length});
 }

@@ -38,6 +38,14 @@ struct ZORGeoWalkPlace
 std::optional<ZORGeoWalkPlace> ZorGeoFindWalkPlace(const ZORGeoMesh& mesh, int triangle,
                                                    const double (&weights)[3]);
 
+/// The entry into the triangle at a place on a side or corner.
+ZORGeoMeshEntry ZorGeoMakeEntry(const ZORGeoWalkPlace& place);
+/// The same place of the side PQ as an entry into the triangle on its other side.
+/// \return nothing at the border
+std::optional<ZORGeoMeshEntry> ZorGeoEnterBeyond(const ZORGeoMesh& mesh, const ZORGeoMeshEntry& entry);
+
+/// A start on the side PQ of an entry.
+ZORGeoWalkStart ZorGeoStartAt(const ZORGeoMeshEntry& entry, const ZORGeoMeshHeading& heading);
 /// A start inside a triangle.
 /// \param direction  unit vector in the plane of the triangle
 ZORGeoWalkStart ZorGeoStartInside(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
@@ -47,19 +55,6 @@ ZORGeoWalkStart ZorGeoStartInside(const ZORGeoMesh& mesh, const ZORGeoWalkPlace&
 /// \return nothing when it leaves over the border
 std::optional<ZORGeoWalkStart> ZorGeoStartOnSide(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
                                                  double angle);
-
-/// The two sides of a straightest curve; nothing where a side leaves the surface at once.
-struct ZORGeoStraightStarts
-{
-    std::optional<ZORGeoWalkStart> ahead;
-    std::optional<ZORGeoWalkStart> behind;
-};
-/// \param direction  finite reference, projected as ZORGeoCurveOnSurfaceProcessor::ComputeGeodesic() tells
-/// \param zero       the vector that stands in for a vanishing direction
-/// \param angle      finite, radians
-ZORGeoStraightStarts ZorGeoStartStraight(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
-                                         const ZORMathVector& direction, const ZORMathVector& zero,
-                                         double angle);
 
 /// Area times 2 times normal of a triangle.
 ZORMathVector ZorGeoTwiceAreaNormal(const ZORGeoMesh& mesh, int triangle);

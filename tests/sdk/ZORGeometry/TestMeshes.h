@@ -9,7 +9,9 @@
 
 #include <cmath>
 #include <memory>
+#include <numbers>
 #include <random>
+#include <utility>
 
 struct TestMesh
 {
@@ -131,6 +133,134 @@ inline TestMesh Soup(int triangles, unsigned seed)
         const int first = int(mesh.vertices.size());
         mesh.vertices << a << b << c;
         mesh.triangles.append({first, first + 1, first + 2});
+    }
+    return mesh;
+}
+
+/// Grid of columns * rows cells with normals to the left of (column direction x row direction). Where it is
+/// closed, the last column or row joins the first.
+/// \param place  the vertex of a column and row, both counted from 0
+template<class Place>
+TestMesh Grid(int columns, int rows, bool isColumnsClosed, bool isRowsClosed, const Place& place)
+{
+    TestMesh mesh;
+    const int width = columns + (isColumnsClosed ? 0 : 1);
+    const int height = rows + (isRowsClosed ? 0 : 1);
+    for (int row = 0; row < height; ++row) {
+        for (int column = 0; column < width; ++column)
+            mesh.vertices.append(place(column, row));
+    }
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const int right = (column + 1) % width;
+            const int below = row * width;
+            const int above = (row + 1) % height * width;
+            mesh.triangles.append({below + column, below + right, above + right});
+            mesh.triangles.append({below + column, above + right, above + column});
+        }
+    }
+    return mesh;
+}
+
+/// An open prism around the z axis from z = 0 on, its first edge at (radius, 0).
+inline TestMesh Prism(int sides, double radius, double height, int rows = 1)
+{
+    return Grid(sides, rows, true, false, [=](int column, int row) {
+        const double angle = 2 * std::numbers::pi * column / sides;
+        return ZORMathPoint(radius * std::cos(angle), radius * std::sin(angle), height * row / rows);
+    });
+}
+
+/// A closed torus about the z axis.
+/// \param phase  cells by which the vertices are moved along both circles
+inline TestMesh Torus(int columns, int rows, double radius, double tubeRadius, double phase = 0)
+{
+    return Grid(columns, rows, true, true, [=](int column, int row) {
+        const double longitude = 2 * std::numbers::pi * (column + phase) / columns;
+        const double around = 2 * std::numbers::pi * (row + phase) / rows;
+        const double distance = radius + tubeRadius * std::cos(around);
+        return ZORMathPoint(distance * std::cos(longitude), distance * std::sin(longitude),
+                            tubeRadius * std::sin(around));
+    });
+}
+
+/// The sheet with its inner vertices moved within the plane, so that no two triangles are alike.
+inline TestMesh JitteredSheet(int cells, unsigned seed)
+{
+    TestMesh mesh = Sheet(cells);
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> shift(-0.3 / cells, 0.3 / cells);
+    for (int row = 1; row < cells; ++row) {
+        for (int column = 1; column < cells; ++column) {
+            const double x = shift(random);
+            const double y = shift(random);
+            ZORMathPoint& vertex = mesh.vertices[row * (cells + 1) + column];
+            vertex = vertex + ZORMathVector(x, y, 0);
+        }
+    }
+    return mesh;
+}
+
+/// The sheet, the diagonal of every cell torn open for a triangle without area with its third corner in the
+/// middle of the diagonal. Exact for powers of two.
+inline TestMesh SliverSheet(int cells)
+{
+    TestMesh mesh{Sheet(cells).vertices, {}};
+    for (int row = 0; row < cells; ++row) {
+        for (int column = 0; column < cells; ++column) {
+            const int a = row * (cells + 1) + column;
+            const int b = a + cells + 1;
+            const int middle = int(mesh.vertices.size());
+            mesh.vertices.append(ZORMathPoint((column + 0.5) / cells, (row + 0.5) / cells, 0));
+            mesh.triangles.append({a, a + 1, middle});
+            mesh.triangles.append({a + 1, b + 1, middle});
+            mesh.triangles.append({a, middle, b + 1});
+            mesh.triangles.append({a, b + 1, b});
+        }
+    }
+    return mesh;
+}
+
+/// The sheet; every inner vertex is two at the same place, joined by an edge of no length with triangles of
+/// no height on both sides.
+inline TestMesh DoubledSheet(int cells)
+{
+    TestMesh mesh = Sheet(cells);
+    const QList<ZORGeoSurface::Corners> triangles = mesh.triangles;
+    for (int row = 1; row < cells; ++row) {
+        for (int column = 1; column < cells; ++column) {
+            // The twin takes the triangles above the edges to the left and right neighbour.
+            const int vertex = row * (cells + 1) + column;
+            const int twin = int(mesh.vertices.size());
+            mesh.vertices.append(mesh.vertices[vertex]);
+            const int cell = row * cells + column;
+            const auto replace = [&](int triangle) {
+                for (int& corner : mesh.triangles[triangle]) {
+                    if (corner == vertex)
+                        corner = twin;
+                }
+            };
+            const auto cornerOf = [&](int triangle, qsizetype index) {
+                return mesh.triangles[triangle][size_t(index)];
+            };
+            replace(2 * cell);
+            replace(2 * cell + 1);
+            replace(2 * (cell - 1));
+            // Corner 1 of the cell's lower triangle is to the right; the upper left cell's, corner 0.
+            mesh.triangles.append({vertex, cornerOf(2 * cell, 1), twin});
+            mesh.triangles.append({vertex, twin, cornerOf(2 * (cell - 1), 0)});
+        }
+    }
+    return mesh;
+}
+
+/// The mesh with the winding of every triangle left to chance.
+inline TestMesh WithRandomWindings(TestMesh mesh, unsigned seed)
+{
+    std::mt19937 random(seed);
+    for (auto& corners : mesh.triangles) {
+        if (random() % 2 == 0)
+            std::swap(corners[1], corners[2]);
     }
     return mesh;
 }

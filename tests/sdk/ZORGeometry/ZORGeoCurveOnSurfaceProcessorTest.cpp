@@ -1,17 +1,19 @@
 // Tests of ZORGeoCurveOnSurfaceProcessor: straightest geodesics from all kinds of starts.
 
 #include "TestMeshes.h"
-#include "support/Printers.h"
+#include "TraceChecks.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
-#include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numbers>
+#include <random>
+#include <tuple>
 
 namespace {
 
@@ -22,14 +24,57 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double pi = std::numbers::pi;
 
+Result Shoot(const ZORGeoSurface& surface, const ZORGeoLocationOnSurface& start, double length,
+             const ZORMathVector& direction, double angle = 0)
+{
+    const Result result = Processor(&surface, 0, length).ComputeGeodesic(start, direction, angle);
+    ExpectConsistent(surface, result);
+    ExpectStraight(surface, result.GetLocations());
+    return result;
+}
+
+Result ShootBoth(const ZORGeoSurface& surface, const ZORGeoLocationOnSurface& start,
+                 const ZORMathVector& direction, double angle = 0)
+{
+    const Result result = Processor(&surface, nan, nan).ComputeGeodesic(start, direction, angle);
+    ExpectConsistent(surface, result);
+    return result;
+}
+
+ZORMathPoint EndOf(const Result& result)
+{
+    return result.GetLocations().constLast().point;
+}
+
+ZORMathPoint BeginOf(const Result& result)
+{
+    return result.GetLocations().constFirst().point;
+}
+
+ZORGeoLocationOnSurface CornerOf(const ZORGeoSurface& surface, int triangle, int corner)
+{
+    return {&surface, triangle, corner == 1 ? 1.0 : 0.0, corner == 2 ? 1.0 : 0.0,
+            CornersOf(surface, triangle)[size_t(corner)]};
+}
+
+QString MessageOf(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (const ZORSysException& exception) {
+        return exception.GetMessage();
+    }
+    return {};
+}
+
 TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsAroundACubeBackToItsStart)
 {
     const auto cube = Cube().Make();
-    const Result result =
-        Processor(cube.get(), 0, 4).ComputeGeodesic(cube->Project({0.5, 0.5, 1}), {1, 0, 0}, 0);
-    EXPECT_NEAR(4, result.GetEndLength(), 1e-12);
+    const Result result = Shoot(*cube, cube->Project({0.5, 0.5, 1}), 4, {1, 0, 0});
+    EXPECT_EQ(4, result.GetEndLength());
     EXPECT_EQ(Result::Length, result.GetEndReason());
-    EXPECT_TRUE(IsNear({0.5, 0.5, 1}, result.GetLocations().constLast().point));
+    EXPECT_TRUE(IsNear({0.5, 0.5, 1}, EndOf(result)));
+    EXPECT_TRUE(IsNear({0, 0.3, 0.5}, EndOf(Shoot(*cube, cube->Project({0.5, 0.3, 1}), 3, {1, 0, 0}))));
 }
 
 TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsFromTheEndBehindToTheEndAhead)
@@ -37,10 +82,10 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsFromTheEndBehindToTheEndAhead)
     const auto sheet = Sheet(20).Make();
     const Result result = Processor(sheet.get(), nan, 0.25)
                               .ComputeGeodesic(sheet->Project({0.52, 0.53, 0}), {0, 1, 0}, -pi / 2);
-    const auto locations = result.GetLocations();
-    EXPECT_TRUE(IsNear({0, 0.53, 0}, locations.constFirst().point));
-    EXPECT_TRUE(IsNear({0.52, 0.53, 0}, locations[result.GetStartIndex()].point));
-    EXPECT_TRUE(IsNear({0.77, 0.53, 0}, locations.constLast().point));
+    ExpectConsistent(*sheet, result);
+    EXPECT_TRUE(IsNear({0, 0.53, 0}, BeginOf(result)));
+    EXPECT_TRUE(IsNear({0.52, 0.53, 0}, result.GetLocations()[result.GetStartIndex()].point));
+    EXPECT_TRUE(IsNear({0.77, 0.53, 0}, EndOf(result)));
     EXPECT_NEAR(0.52, result.GetStartLength(), 1e-12);
     EXPECT_EQ(Result::Border, result.GetStartReason());
     EXPECT_EQ(0.25, result.GetEndLength());
@@ -50,10 +95,486 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsFromTheEndBehindToTheEndAhead)
 TEST(ZORGeoCurveOnSurfaceProcessorTest, LengthsOfZeroGiveTheStart)
 {
     const auto cube = Cube().Make();
-    const auto start = cube->Project({0.2, 0.3, 1});
-    const Result result = Processor(cube.get(), 0, 0).ComputeGeodesic(start, {1, 0, 0}, 0);
-    ASSERT_EQ(1, result.GetLocations().size());
-    EXPECT_EQ(start.point, result.GetLocations().constFirst().point);
+    for (const auto& start :
+         {cube->Project({0.2, 0.3, 1}), cube->Project({1, 1, 1}), CornerOf(*cube, 3, 2)}) {
+        const Result result = Processor(cube.get(), 0, 0).ComputeGeodesic(start, {1, 0, 0}, 0);
+        ASSERT_EQ(1, result.GetLocations().size());
+        EXPECT_EQ(start.point, BeginOf(result));
+        EXPECT_EQ(start.triangle, result.GetLocations().constFirst().triangle);
+        EXPECT_EQ(0, result.GetStartIndex());
+        EXPECT_EQ(0, result.GetStartLength() + result.GetEndLength());
+        EXPECT_EQ(Result::Length, result.GetEndReason());
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, ClimbsAPrism)
+{
+    const auto prism = Prism(64, 50, 400).Make();
+    // From an edge of the first facet, so that the facets count from there.
+    const Result result = Shoot(*prism, prism->Project({50, 0, 10}), 500, {0, 0, 1}, -pi / 3);
+    EXPECT_EQ(Result::Length, result.GetEndReason());
+    EXPECT_NEAR(260, EndOf(result).GetZ(), 1e-9);
+    const double width = 100 * std::sin(pi / 64);
+    EXPECT_NEAR(88.248058998, 500 * std::sin(pi / 3) / width, 1e-9);
+    // 88 facets are 24 more than around, then a part of the next.
+    const double turned = 2 * pi * 24 / 64;
+    const ZORMathPoint from(50 * std::cos(turned), 50 * std::sin(turned), 260);
+    const double next = turned + 2 * pi / 64;
+    const ZORMathPoint to(50 * std::cos(next), 50 * std::sin(next), 260);
+    EXPECT_LE((from + 0.248058998 * (to - from)).DistanceTo(EndOf(result)), 1e-7);
+}
+
+// How the error falls when the mesh gets finer: with the square of the factor for one of second order.
+double GainOfFiner(const std::function<double(int)>& error, int cells, int factor)
+{
+    const double coarse = error(cells);
+    const double fine = error(factor * cells);
+    EXPECT_GT(fine, 0);
+    return coarse / fine;
+}
+
+double MeanOf(int count, const std::function<double(int)>& error)
+{
+    double sum = 0;
+    for (int i = 0; i < count; ++i)
+        sum += error(i);
+    return sum / count;
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, ConvergesOnACylinder)
+{
+    const auto error = [](int cells) {
+        const auto prism = Prism(cells, 50, 400, 16).Make();
+        const Result result = Shoot(*prism, prism->Project({50, 0, 10}), 500, {0, 0, 1}, -pi / 3);
+        const ZORMathPoint exact(50 * std::cos(8.660254038), 50 * std::sin(8.660254038), 260);
+        return EndOf(result).DistanceTo(exact);
+    };
+    EXPECT_NEAR(16, GainOfFiner(error, 64, 4), 2);
+    EXPECT_LT(error(512), 0.003);
+}
+
+// On which side of a vertex a curve passes makes a difference of its curvature. These errors fall with the square
+// of the cell, too, but add up like a random walk over the vertices; hence the means and the wide bounds.
+TEST(ZORGeoCurveOnSurfaceProcessorTest, ConvergesToTheAntipodeOnASphere)
+{
+    const auto error = [](int rows) {
+        const auto sphere = Sphere(100, rows).Make();
+        std::mt19937 random(1);
+        std::uniform_real_distribution<double> coordinate(-1, 1);
+        return MeanOf(40, [&](int) {
+            const double x = coordinate(random);
+            const double y = coordinate(random);
+            const ZORMathVector toStart = ZORMathVector(x, y, coordinate(random)).GetNormalized();
+            const auto start = sphere->Project(ZORMathPoint() + 100 * toStart);
+            const double angle = pi * coordinate(random);
+            const Result result = Shoot(*sphere, start, 100 * pi, {0.2, -0.4, 1}, angle);
+            return EndOf(result).DistanceTo(ZORMathPoint() - 100 * toStart);
+        });
+    };
+    EXPECT_GT(GainOfFiner(error, 24, 4), 7);
+    EXPECT_LT(error(96), 0.25);
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, ConvergesOnATorus)
+{
+    const auto error = [](int cells) {
+        return MeanOf(3, [cells](int i) {
+            const auto torus = Torus(2 * cells, cells, 100, 30, 0.3 * i).Make();
+            const Result result = Shoot(*torus, torus->Project({130, 0, 0}), 600, {0, 0, 1}, -pi / 3);
+            return EndOf(result).DistanceTo({-6.021401, -126.809620, 13.174324});
+        });
+    };
+    EXPECT_GT(GainOfFiner(error, 24, 8), 15);
+    EXPECT_LT(error(192), 0.2);
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, IsAStraightLineOnFlatSheets)
+{
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> inside(0.001, 0.999);
+    std::uniform_real_distribution<double> angles(-pi, pi);
+    for (const auto& mesh :
+         {JitteredSheet(16, 3), SliverSheet(16), DoubledSheet(16),
+          WithRandomWindings(JitteredSheet(16, 4), 1), WithRandomWindings(DoubledSheet(9), 2)}) {
+        const auto sheet = mesh.Make();
+        for (int i = 0; i < 200; ++i) {
+            const double x = inside(random);
+            const double y = inside(random);
+            const double angle = angles(random);
+            auto start = sheet->Project({x, y, 0});
+            const ZORMathPoint origin = start.point;
+            // Seen from below, angles turn the other way.
+            const TestTriangle t = CornersOf(*sheet, start.triangle);
+            const double turn = Cross(t[1] - t[0], t[2] - t[0]).GetZ() < 0 ? -angle : angle;
+            const Result result = ShootBoth(*sheet, start, {1, 0, 0}, turn);
+            const ZORMathVector direction(std::cos(angle), std::sin(angle), 0);
+            const auto toBorder = [&](double sign) {
+                const double dx = sign * direction.GetX();
+                const double dy = sign * direction.GetY();
+                return std::min((dx > 0 ? 1 - origin.GetX() : -origin.GetX()) / dx,
+                                (dy > 0 ? 1 - origin.GetY() : -origin.GetY()) / dy);
+            };
+            ASSERT_EQ(Result::Border, result.GetStartReason());
+            ASSERT_EQ(Result::Border, result.GetEndReason());
+            ASSERT_NEAR(toBorder(1), result.GetEndLength(), 1e-9);
+            ASSERT_NEAR(toBorder(-1), result.GetStartLength(), 1e-9);
+            double last = -infinity;
+            for (const auto& location : result.GetLocations()) {
+                const ZORMathVector from = location.point - origin;
+                ASSERT_NEAR(0, Cross(direction, from).GetZ(), 1e-9);
+                ASSERT_GT(Dot(direction, from), last);
+                last = Dot(direction, from);
+            }
+        }
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsThroughTheVerticesOfADiagonal)
+{
+    for (const auto& mesh : {Sheet(10), DoubledSheet(10), SliverSheet(8)}) {
+        const auto sheet = mesh.Make();
+        for (const double sign : {1.0, -1.0}) {
+            const Result result = ShootBoth(*sheet, sheet->Project({0.5, 0.5, 0}), {1, sign, 0});
+            EXPECT_TRUE(IsNear({1, 0.5 + sign * 0.5, 0}, EndOf(result)));
+            EXPECT_TRUE(IsNear({0, 0.5 - sign * 0.5, 0}, BeginOf(result)));
+            EXPECT_NEAR(std::sqrt(2), result.GetStartLength() + result.GetEndLength(), 1e-12);
+        }
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsAlongTheEdgesOfARow)
+{
+    for (const auto& mesh : {Sheet(10), DoubledSheet(10), WithRandomWindings(Sheet(10), 3)}) {
+        const auto sheet = mesh.Make();
+        for (const ZORMathPoint& start : {ZORMathPoint(0.5, 0.5, 0), ZORMathPoint(0.43, 0.5, 0)}) {
+            const Result result = ShootBoth(*sheet, sheet->Project(start), {-1, 0, 0});
+            EXPECT_TRUE(IsNear({0, 0.5, 0}, EndOf(result)));
+            EXPECT_TRUE(IsNear({1, 0.5, 0}, BeginOf(result)));
+        }
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, LeavesAVertexWithTheSameAngleOnBothSides)
+{
+    const auto cube = Cube().Make();
+    // Towards the corner (1, 1, 1) on the diagonal of the top; 270 degrees are around it, so that it goes on
+    // in the middle between the two other faces: down the edge.
+    const Result result = Shoot(*cube, cube->Project({0.25, 0.25, 1}), 0.75 * std::sqrt(2) + 0.5, {1, 1, 0});
+    EXPECT_TRUE(IsNear({1, 1, 0.5}, EndOf(result)));
+    // Up the edge and back.
+    const Result back = Shoot(*cube, cube->Project({1, 1, 0.5}), 0.5 + 0.75 * std::sqrt(2), {0, 0, 1});
+    EXPECT_TRUE(IsNear({0.25, 0.25, 1}, EndOf(back)));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, ScalesAnglesAtAVertex)
+{
+    const auto cube = Cube().Make();
+    for (const int triangle : {3, 4, 7, 8, 9, 10}) {
+        for (int corner = 0; corner < 3; ++corner) {
+            if (CornersOf(*cube, triangle)[size_t(corner)] != ZORMathPoint(1, 1, 1))
+                continue;
+            const auto start = CornerOf(*cube, triangle, corner);
+            const auto shoot = [&](double angle) {
+                return EndOf(Shoot(*cube, start, 0.5, {-1, 0, 0}, angle));
+            };
+            // The three edges are 120 degrees from each other as seen from the corner, 90 on the cube.
+            EXPECT_TRUE(IsNear({0.5, 1, 1}, shoot(0)));
+            EXPECT_TRUE(IsNear({1, 0.5, 1}, shoot(2 * pi / 3)));
+            EXPECT_TRUE(IsNear({1, 1, 0.5}, shoot(4 * pi / 3)));
+            const double diagonal = 0.5 * std::sqrt(0.5);
+            EXPECT_TRUE(IsNear({1 - diagonal, 1 - diagonal, 1}, shoot(pi / 3)));
+            // Half way around.
+            EXPECT_TRUE(IsNear({1, 1 - diagonal, 1 - diagonal}, shoot(pi)));
+            EXPECT_TRUE(IsNear({1, 1 - diagonal, 1 - diagonal}, shoot(-pi)));
+        }
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, TheSidesOfAVertexStartHaveTheSameAngleBetweenThem)
+{
+    const auto cube = Cube().Make();
+    const Result result =
+        Processor(cube.get(), 0.5, 0.5).ComputeGeodesic(cube->Project({1, 1, 1}), {-1, 0, 0}, 0);
+    ExpectConsistent(*cube, result);
+    EXPECT_TRUE(IsNear({0.5, 1, 1}, EndOf(result)));
+    const double diagonal = 0.5 * std::sqrt(0.5);
+    EXPECT_TRUE(IsNear({1, 1 - diagonal, 1 - diagonal}, BeginOf(result)));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, AnEdgeStartTakesThePlaneBetweenBothTriangles)
+{
+    const auto cube = Cube().Make();
+    const auto start = cube->Project({1, 0.5, 1});
+    // The plane rises at 45 degrees; its normal is (1, 0, 1).
+    for (const ZORMathVector& direction :
+         {ZORMathVector(-1, 0, 0), ZORMathVector(0, 0, 1), ZORMathVector(-1, 0, 3)}) {
+        const Result result = Processor(cube.get(), 0.25, 0.25).ComputeGeodesic(start, direction, 0);
+        ExpectConsistent(*cube, result);
+        EXPECT_TRUE(IsNear({0.75, 0.5, 1}, EndOf(result)));
+        EXPECT_TRUE(IsNear({1, 0.5, 0.75}, BeginOf(result)));
+    }
+    const Result slanting = Shoot(*cube, start, 0.1, {-1, 0, 1}, pi / 6);
+    EXPECT_TRUE(IsNear({1 - 0.1 * std::cos(pi / 6), 0.5 - 0.1 * std::sin(pi / 6), 1}, EndOf(slanting)));
+    const Result along = Shoot(*cube, start, nan, {0, 1, 0});
+    EXPECT_TRUE(IsNear({1, 1, 1}, along.GetLocations()[1].point));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, AVanishingProjectionTakesTheFirstSideOfTheTriangle)
+{
+    const auto cube = Cube().Make();
+    // Triangle 3 of the top has A (0, 0, 1) and B (1, 0, 1).
+    const ZORGeoLocationOnSurface inside{cube.get(), 3, 0.25, 0.25, {0.5, 0.25, 1}};
+    for (const ZORMathVector& direction :
+         {ZORMathVector(), ZORMathVector(0, 0, 1), ZORMathVector(1e-13, 1e-14, -1)}) {
+        EXPECT_TRUE(IsNear({0.75, 0.25, 1}, EndOf(Shoot(*cube, inside, 0.25, direction))));
+        EXPECT_TRUE(IsNear({0.5, 0.35, 1}, EndOf(Shoot(*cube, inside, 0.1, direction, pi / 2))));
+    }
+    // Directions that are only small do not vanish.
+    EXPECT_TRUE(IsNear({0.5, 0.35, 1}, EndOf(Shoot(*cube, inside, 0.1, {0, 1e-300, 0}))));
+    // In a corner and on a side, too.
+    EXPECT_TRUE(IsNear({0.25, 0, 1}, EndOf(Shoot(*cube, CornerOf(*cube, 3, 0), 0.25, {}))));
+    EXPECT_TRUE(
+        IsNear({1, 0.5, 0.75}, EndOf(Shoot(*cube, {cube.get(), 3, 0.5, 0.5, {1, 0.5, 1}}, 0.25, {}))));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, BorderStartsStayOnTheSurface)
+{
+    const auto sheet = Sheet(10).Make();
+    const auto onSide = sheet->Project({0.55, 0, 0});
+    const Result out = ShootBoth(*sheet, onSide, {0, -1, 0});
+    EXPECT_EQ(0, out.GetEndLength());
+    EXPECT_EQ(Result::Border, out.GetEndReason());
+    EXPECT_NEAR(1, out.GetStartLength(), 1e-12);
+    EXPECT_TRUE(IsNear({0.55, 1, 0}, BeginOf(out)));
+    EXPECT_TRUE(IsNear({0.55, 0, 0}, EndOf(out)));
+    const Result along = ShootBoth(*sheet, onSide, {1, 0, 0});
+    EXPECT_TRUE(IsNear({0, 0, 0}, BeginOf(along)));
+    EXPECT_TRUE(IsNear({1, 0, 0}, EndOf(along)));
+    const auto corner = sheet->Project({0, 0, 0});
+    for (const double angle : {0.0, 0.3, pi / 4, 1.2, pi / 2}) {
+        const Result inwards = ShootBoth(*sheet, corner, {1, 0, 0}, angle);
+        EXPECT_NEAR(1 / std::max(std::cos(angle), std::sin(angle)), inwards.GetEndLength(), 1e-12) << angle;
+        EXPECT_EQ(0, inwards.GetStartLength());
+        const Result outwards = ShootBoth(*sheet, corner, {-1, 0, 0}, angle);
+        EXPECT_EQ(0, outwards.GetEndLength());
+        EXPECT_NEAR(inwards.GetEndLength(), outwards.GetStartLength(), 1e-12) << angle;
+    }
+    const Result outside = ShootBoth(*sheet, corner, {-1, 1, 0});
+    EXPECT_EQ(1, outside.GetLocations().size());
+    EXPECT_EQ(Result::Border, outside.GetStartReason());
+    EXPECT_EQ(Result::Border, outside.GetEndReason());
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, PassesAConcaveCornerWhereItCanGoStraightOn)
+{
+    // Without the cells to the right of and above the middle.
+    TestMesh mesh = Sheet(2);
+    mesh.triangles.resize(6);
+    const auto sheet = mesh.Make();
+    const Result past = ShootBoth(*sheet, sheet->Project({0.25, 0.75, 0}), {1, -1, 0});
+    EXPECT_TRUE(IsNear({1, 0, 0}, EndOf(past)));
+    const Result into = ShootBoth(*sheet, sheet->Project({0.25, 0.25, 0}), {1, 1, 0});
+    EXPECT_TRUE(IsNear({0.5, 0.5, 0}, EndOf(into)));
+    EXPECT_EQ(Result::Border, into.GetEndReason());
+    const Result along = ShootBoth(*sheet, sheet->Project({1, 0.5, 0}), {-1, 0, 0});
+    EXPECT_TRUE(IsNear({0, 0.5, 0}, EndOf(along)));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, UnboundedCurvesStopWhereTheyClose)
+{
+    const auto cube = Cube().Make();
+    for (const ZORMathPoint& start :
+         {ZORMathPoint(0.5, 0.5, 1), ZORMathPoint(0.3, 0.7, 1), ZORMathPoint(1, 0.2, 0.6)}) {
+        const Result result = ShootBoth(*cube, cube->Project(start), {0, 1, 0});
+        EXPECT_NEAR(4, result.GetEndLength(), 1e-12);
+        EXPECT_EQ(Result::Closed, result.GetEndReason());
+        EXPECT_EQ(Result::Closed, result.GetStartReason());
+        EXPECT_EQ(0, result.GetStartLength());
+        EXPECT_EQ(BeginOf(result), EndOf(result));
+    }
+    const auto prism = Prism(64, 50, 100, 4).Make();
+    // Along the edges between the rows as well.
+    for (const double z : {30.0, 50.0}) {
+        const Result ring = ShootBoth(*prism, prism->Project({50, 0, z}), {0, 1, 0});
+        EXPECT_EQ(Result::Closed, ring.GetEndReason());
+        EXPECT_NEAR(6400 * std::sin(pi / 64), ring.GetEndLength(), 1e-9);
+        EXPECT_EQ(BeginOf(ring), EndOf(ring));
+    }
+    // A given length goes on over the start.
+    const Result twice = Shoot(*cube, cube->Project({0.5, 0.5, 1}), 6, {1, 0, 0});
+    EXPECT_EQ(Result::Length, twice.GetEndReason());
+    EXPECT_TRUE(IsNear({0.5, 0.5, 0}, EndOf(twice)));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, EndsAtTheCapWithAWarning)
+{
+    const auto cube = Cube().Make();
+    QStringList messages;
+    static QStringList* received = nullptr;
+    received = &messages;
+    const auto handler =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+            if (type == QtWarningMsg && QLatin1String(context.category) == QLatin1String("zor.geometry"))
+                received->append(text);
+        });
+    const Result result =
+        Processor(cube.get(), 1, nan)
+            .ComputeGeodesic(cube->Project({0.3, 0.4, 1}), {1, std::numbers::phi - 1, 0}, 0);
+    qInstallMessageHandler(handler);
+    EXPECT_EQ(Result::Cap, result.GetEndReason());
+    EXPECT_EQ(Result::Length, result.GetStartReason());
+    EXPECT_EQ(10000 + 2 * 12 + 1, result.GetLocations().size() - result.GetStartIndex() - 1);
+    ASSERT_EQ(1, messages.size());
+    EXPECT_TRUE(
+        messages.constFirst().startsWith(QLatin1String("curve over a surface ends after 10024 triangles")))
+        << messages.constFirst().toStdString();
+    ExpectConsistent(*cube, result);
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, NonManifoldEdgesAreBorders)
+{
+    TestMesh mesh = Sheet(2);
+    // A fin on the edge from (0.5, 0) to (0.5, 0.5).
+    mesh.vertices.append({0.5, 0.2, 1});
+    mesh.triangles.append({1, 4, 9});
+    const auto sheet = mesh.Make();
+    const Result result = ShootBoth(*sheet, sheet->Project({0.25, 0.1, 0}), {1, 0, 0});
+    EXPECT_TRUE(IsNear({0.5, 0.1, 0}, EndOf(result)));
+    EXPECT_EQ(Result::Border, result.GetEndReason());
+    EXPECT_TRUE(IsNear({0, 0.1, 0}, BeginOf(result)));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, StaysInItsPiece)
+{
+    TestMesh mesh = Sheet(4);
+    const TestMesh other = Sheet(4);
+    const int shift = int(mesh.vertices.size());
+    for (const ZORMathPoint& vertex : other.vertices)
+        mesh.vertices.append(vertex + ZORMathVector(1, 0, 0));
+    for (const auto& [a, b, c] : other.triangles)
+        mesh.triangles.append({a + shift, b + shift, c + shift});
+    const auto sheets = mesh.Make();
+    const Result result = ShootBoth(*sheets, sheets->Project({0.3, 0.6, 0}), {1, 0, 0});
+    EXPECT_TRUE(IsNear({1, 0.6, 0}, EndOf(result)));
+    EXPECT_EQ(Result::Border, result.GetEndReason());
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, FlippedNeighboursChangeNothing)
+{
+    const TestMesh regular = Torus(40, 20, 100, 30);
+    TestMesh mixed = WithRandomWindings(regular, 8);
+    const auto torus = regular.Make();
+    std::mt19937 random(2);
+    std::uniform_int_distribution<int> triangles(1, torus->GetNumTriangles());
+    for (int i = 0; i < 100; ++i) {
+        // The start triangle tells the sense of rotation.
+        const int t = triangles(random);
+        TestMesh turned = mixed;
+        turned.triangles[t - 1] = regular.triangles[t - 1];
+        const auto flipped = turned.Make();
+        const TestTriangle corners = CornersOf(*torus, t);
+        const ZORMathPoint point =
+            corners[0] + 0.3 * (corners[1] - corners[0]) + 0.4 * (corners[2] - corners[0]);
+        const Result a =
+            Processor(torus.get(), 200, 300).ComputeGeodesic({torus.get(), t, 0.3, 0.4, point}, {1, 2, 3}, i);
+        const Result b = Processor(flipped.get(), 200, 300)
+                             .ComputeGeodesic({flipped.get(), t, 0.3, 0.4, point}, {1, 2, 3}, i);
+        ASSERT_EQ(a.GetLocations().size(), b.GetLocations().size());
+        for (qsizetype k = 0; k < a.GetLocations().size(); ++k)
+            ASSERT_LE(a.GetLocations()[k].point.DistanceTo(b.GetLocations()[k].point), 1e-9);
+        ExpectConsistent(*flipped, b);
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, StartsInTrianglesWithoutArea)
+{
+    const auto sheet = SliverSheet(8).Make();
+    const int sliver = 3;
+    const ZORGeoLocationOnSurface middle{sheet.get(), sliver, 0.5, 0.25, CornersOf(*sheet, sliver)[0]};
+    const TestTriangle t = CornersOf(*sheet, sliver);
+    ZORGeoLocationOnSurface start = middle;
+    start.point = t[0] + 0.5 * (t[1] - t[0]) + 0.25 * (t[2] - t[0]);
+    const Result result = ShootBoth(*sheet, start, {1, 0, 0}, 0);
+    EXPECT_TRUE(IsNear({1, start.point.GetY(), 0}, EndOf(result)));
+    EXPECT_TRUE(IsNear({0, start.point.GetY(), 0}, BeginOf(result)));
+    const Result atCorner = ShootBoth(*sheet, CornerOf(*sheet, sliver, 1), {0, 1, 0}, 0);
+    EXPECT_TRUE(IsNear({0.0625, 1, 0}, EndOf(atCorner)));
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, TrianglesAloneWithoutAreaGiveTheStart)
+{
+    const QList<TestMesh> meshes = {{{{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}, {{0, 1, 2}}},
+                                    {{{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}, {{0, 1, 1}}},
+                                    {{{1, 2, 3}, {1, 2, 3}, {1, 2, 3}}, {{0, 1, 2}}},
+                                    {{{1, 2, 3}, {1, 2, 3}, {1, 2, 3}}, {{0, 0, 0}}}};
+    for (const TestMesh& mesh : meshes) {
+        const auto surface = mesh.Make();
+        for (const ZORMathVector& direction : {ZORMathVector(), ZORMathVector(1, 2, 3)}) {
+            const ZORGeoLocationOnSurface start{surface.get(), 1, 0.25, 0.5, CornersOf(*surface, 1)[0]};
+            const Result result = Processor(surface.get(), nan, 1).ComputeGeodesic(start, direction, 1);
+            EXPECT_EQ(1, result.GetLocations().size());
+            EXPECT_EQ(Result::Degenerate, result.GetStartReason());
+            EXPECT_EQ(Result::Degenerate, result.GetEndReason());
+        }
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, RefusesWrongInput)
+{
+    const auto cube = Cube().Make();
+    const auto other = Cube().Make();
+    EXPECT_EQ(QString("surface is null"), MessageOf([] { Processor(nullptr, 1, 1); }));
+    for (const double length : {-1.0, -1e-300, -infinity}) {
+        EXPECT_EQ(QString("start length is negative"), MessageOf([&] { Processor(cube.get(), length, 1); }));
+        EXPECT_EQ(QString("end length is negative"), MessageOf([&] { Processor(cube.get(), nan, length); }));
+    }
+    const Processor processor(cube.get(), 1, 1);
+    const auto message = [&](const ZORGeoLocationOnSurface& start, const ZORMathVector& direction,
+                             double angle) {
+        const QString text = MessageOf([&] { processor.ComputeGeodesic(start, direction, angle); });
+        EXPECT_EQ(text, MessageOf([&] { processor.ComputeConstantAngle(start, direction, angle); }));
+        return text;
+    };
+    const auto start = cube->Project({0.3, 0.4, 1});
+    EXPECT_EQ(QString("start location is not on a surface"), message({}, {1, 0, 0}, 0));
+    EXPECT_EQ(QString("start location is on another surface"),
+              message(other->Project({0, 0, 0}), {1, 0, 0}, 0));
+    for (const auto& [triangle, b, c] :
+         {std::tuple(0, 0.2, 0.2), std::tuple(13, 0.2, 0.2), std::tuple(1, -0.1, 0.5),
+          std::tuple(1, 0.6, 0.6), std::tuple(1, nan, 0.5), std::tuple(1, 0.5, infinity)})
+        EXPECT_EQ(QString("start location is not within its triangle"),
+                  message({cube.get(), triangle, b, c, {}}, {1, 0, 0}, 0));
+    for (const double value : {nan, infinity, -infinity}) {
+        EXPECT_EQ(QString("direction is not finite"), message(start, {0, value, 1}, 0));
+        EXPECT_EQ(QString("angle is not finite"), message(start, {0, 1, 1}, value));
+    }
+}
+
+TEST(ZORGeoCurveOnSurfaceProcessorTest, TakesExtremeDirectionsAnglesAndLengths)
+{
+    const auto sheet = Sheet(4).Make();
+    const auto start = sheet->Project({0.3, 0.4, 0});
+    for (const double size : {1e-300, 1e-150, 1e150, 1e300}) {
+        const Result result = ShootBoth(*sheet, start, {size, 0, size});
+        EXPECT_TRUE(IsNear({1, 0.4, 0}, EndOf(result))) << size;
+    }
+    const Result turned = ShootBoth(*sheet, start, {1, 0, 0}, 2e6 * pi);
+    EXPECT_TRUE(IsNear({1, 0.4, 0}, EndOf(turned)));
+    const Result endless = Processor(sheet.get(), infinity, 1e300).ComputeGeodesic(start, {1, 0, 0}, 0);
+    EXPECT_EQ(Result::Border, endless.GetStartReason());
+    EXPECT_EQ(Result::Border, endless.GetEndReason());
+    const Result tiny = Processor(sheet.get(), 0, 1e-300).ComputeGeodesic(start, {1, 0, 0}, 0);
+    EXPECT_EQ(Result::Length, tiny.GetEndReason());
+    for (const double scale : {1e-50, 1e50}) {
+        TestMesh mesh = Sheet(4);
+        for (ZORMathPoint& vertex : mesh.vertices)
+            vertex *= scale;
+        const auto scaled = mesh.Make();
+        const Result result =
+            Processor(scaled.get(), nan, nan)
+                .ComputeGeodesic(scaled->Project({0.3 * scale, 0.4 * scale, 0}), {1, 0, 0}, 0.3);
+        EXPECT_NEAR(0.7 / std::cos(0.3), result.GetEndLength() / scale, 1e-12);
+    }
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "ZORGeoLimitBuckets_p.h"
-#include "ZORGeoWalkStart_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurfaceResult.h>
 
@@ -38,6 +37,9 @@ public:
     ///                 begin; else of those that they end, which begin there once the side is reversed
     ZORGeoTraceRecorder(const ZORGeoTraceBounds& bounds, bool isAhead);
 
+    /// Whether a hard limit may prolong the side.
+    bool HasHardLimits() const { return m_hasHardLimits; }
+
     /// \return true when the side ends in the segment or at its end
     bool Add(const ZORGeoTraceSegment& segment);
     /// Ends the side where it is. A length that had been reached before counts.
@@ -61,9 +63,9 @@ private:
     const ZORGeoTraceBounds m_bounds;
     const bool m_isAhead;
     const bool m_hasHardLimits;
+    std::vector<double> m_touched; // up to here the side has run along limit curves through its start
     std::vector<ZORGeoLocationOnSurface> m_locations;
     ZORGeoCurveOnSurfaceResult::Side m_side;
-    double m_touched = 0; // up to here the side has run along limits through its start
     std::vector<ZORGeoLimitBuckets::Hit> m_hits;
 
     ZORGeoLocationOnSurface m_lastEnd;
@@ -78,12 +80,3 @@ private:
     ZORGeoLocationOnSurface m_firstLocation;
     ZORMathVector m_firstDirection;
 };
-
-/// The number of triangles that one side may cross.
-inline qint64 ZorGeoGetMaximumCrossings(const ZORGeoMesh& mesh)
-{
-    return 10000 + 2 * qint64(mesh.GetNumTriangles());
-}
-
-/// Walks one side of a straightest curve.
-void ZorGeoTraceStraight(const ZORGeoMesh& mesh, const ZORGeoWalkStart& start, ZORGeoTraceRecorder& recorder);

@@ -1,5 +1,5 @@
-#include "ZORGeoSurfaceTrace_p.h"
-#include "ZORGeoVertexFan_p.h"
+#include "ZORGeoMeshWalker_p.h"
+#include "ZORGeoTraceRecorder_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
 
@@ -29,6 +29,7 @@ ZORGeoTraceRecorder::ZORGeoTraceRecorder(const ZORGeoTraceBounds& bounds, bool i
     , m_isAhead(isAhead)
     , m_hasHardLimits(bounds.limits
                       && bounds.limits->HasAny(bounds.side | ZORGeoCurveOnSurfaceProcessor::Hard))
+    , m_touched(bounds.limits ? size_t(bounds.limits->GetNumCurves()) : 0)
 {
 }
 
@@ -93,8 +94,9 @@ bool ZORGeoTraceRecorder::MeetsLimit(const ZORGeoTraceSegment& segment, double& 
         if ((hit.behavior & m_bounds.side) == 0)
             continue;
         const double begin = m_side.length + hit.begin * segment.length;
-        if (begin <= m_touched + tolerance) {
-            m_touched = std::max(m_touched, m_side.length + hit.end * segment.length);
+        double& touched = m_touched[size_t(hit.curve)];
+        if (begin <= touched + tolerance) {
+            touched = std::max(touched, m_side.length + hit.end * segment.length);
             continue;
         }
         const bool isHard = (hit.behavior & ZORGeoCurveOnSurfaceProcessor::Hard) != 0;
@@ -119,7 +121,7 @@ bool ZORGeoTraceRecorder::Closes(const ZORGeoTraceSegment& segment, double& frac
     }
     if (std::isfinite(m_bounds.length) && !m_isProlonged)
         return false;
-    const double tolerance = 1e-10 * m_side.length;
+    const double tolerance = 1e-12 * m_side.length;
     const ZORMathVector direction = (segment.endPoint - segment.beginPoint).GetNormalized();
     if (Dot(direction, m_firstDirection) < 1 - 1e-12)
         return false;
@@ -186,118 +188,4 @@ void ZORGeoTraceRecorder::Stop(Result::StopReason reason)
     m_side.reason = reason;
     if (m_isAhead && !m_locations.empty())
         m_locations.push_back(m_lastEnd);
-}
-
-namespace {
-
-// Goes on straight behind an exit.
-class StraightGuide
-{
-public:
-    explicit StraightGuide(const ZORGeoMesh& mesh)
-        : m_mesh(mesh)
-    {
-    }
-
-    // Returns false when the walk ends here.
-    bool Advance(ZORGeoMeshWalker& walker, const ZORGeoMeshWalker::Exit& exit) const
-    {
-        if (ZORGeoMeshWalker::IsCorner(exit)) [[unlikely]]
-            return PassVertex(walker, walker.GetCorner(exit));
-        return walker.Continue(exit);
-    }
-
-private:
-    bool PassVertex(ZORGeoMeshWalker& walker, int corner) const
-    {
-        const ZORGeoMeshEntry& from = walker.GetEntry();
-        const double x = walker.GetApexAlong();
-        const double y = walker.GetApexAcross();
-        struct Vector
-        {
-            double x, y;
-        };
-        // The sides at the corner in the frame of the walk, the right one first.
-        ZORGeoMeshEntry entry = from;
-        Vector right = {1, 0};
-        Vector left = {x, y};
-        if (corner == from.q) {
-            entry = {from.triangle, from.q, from.r, from.p, 0};
-            right = {x - 1, y};
-            left = {-1, 0};
-        } else if (corner == from.r) {
-            entry = {from.triangle, from.r, from.p, from.q, 0};
-            right = {-x, -y};
-            left = {1 - x, -y};
-        }
-        const ZORGeoVertexFan fan(m_mesh, entry);
-        const Vector back = {-walker.GetHeading().along, -walker.GetHeading().across};
-        const auto angle = [&right](const Vector& v) {
-            return std::atan2(right.x * v.y - right.y * v.x, right.x * v.x + right.y * v.y);
-        };
-        const double sector = std::max(0.0, angle(left));
-        const auto departure = fan.GoStraight(fan.GetFirstAngle() + std::clamp(angle(back), 0.0, sector));
-        if (!departure)
-            return false;
-        walker.Enter(departure->entry);
-        walker.SetHeading(departure->heading);
-        return true;
-    }
-
-    const ZORGeoMesh& m_mesh;
-};
-
-// The place where a walk that begins inside leaves the first triangle, never behind the start.
-void ShortenFirst(ZORGeoMeshWalker::Exit& exit, const ZORGeoWalkStart& start)
-{
-    if (exit.length < start.skipped) {
-        const double far = start.weights[start.entry.r];
-        const double near = start.weights[exit.isOverQ ? start.entry.q : start.entry.p];
-        exit.s = far + near > 0 ? far / (far + near) : 0;
-        exit.length = start.skipped;
-    }
-    exit.length -= start.skipped;
-}
-
-template<class Guide>
-void Trace(ZORGeoMeshWalker& walker, Guide& guide, const ZORGeoWalkStart& start, qint64 cap,
-           ZORGeoTraceRecorder& recorder)
-{
-    walker.Enter(start.entry);
-    walker.SetHeading(start.heading);
-    ZORGeoTraceSegment segment;
-    std::copy(std::begin(start.weights), std::end(start.weights), std::begin(segment.begin));
-    const ZORGeoMeshEntry& entry = walker.GetEntry();
-    segment.beginPoint = walker.GetP() + start.weights[entry.q] * (walker.GetQ() - walker.GetP())
-                         + start.weights[entry.r] * (walker.GetR() - walker.GetP());
-    for (qint64 crossed = 0;; ++crossed) {
-        ZORGeoMeshWalker::Exit exit = walker.FindExit();
-        if (!exit.isFinite)
-            return recorder.Stop(Result::Degenerate);
-        if (crossed == 0)
-            ShortenFirst(exit, start);
-        else
-            walker.GetEntryWeights(segment.begin);
-        segment.triangle = entry.triangle;
-        walker.GetExitWeights(exit, segment.end);
-        segment.endPoint = walker.GetPoint(exit);
-        segment.length = exit.length;
-        segment.squaredScale = walker.GetSquaredLength();
-        if (recorder.Add(segment))
-            return;
-        if (crossed >= cap)
-            return recorder.Stop(Result::Cap);
-        if (!guide.Advance(walker, exit))
-            return recorder.Stop(Result::Border);
-        segment.beginPoint = segment.endPoint;
-    }
-}
-
-} // namespace
-
-void ZorGeoTraceStraight(const ZORGeoMesh& mesh, const ZORGeoWalkStart& start, ZORGeoTraceRecorder& recorder)
-{
-    ZORGeoMeshWalker walker(mesh);
-    StraightGuide guide(mesh);
-    Trace(walker, guide, start, ZorGeoGetMaximumCrossings(mesh), recorder);
 }

@@ -1,0 +1,65 @@
+// The loop of all walks over a mesh.
+
+#pragma once
+
+#include "ZORGeoTraceRecorder_p.h"
+#include "ZORGeoWalkStart_p.h"
+
+#include <optional>
+
+/// The number of triangles that one side may cross.
+inline qint64 ZorGeoGetMaximumCrossings(const ZORGeoMesh& mesh)
+{
+    return 10000 + 2 * qint64(mesh.GetNumTriangles());
+}
+
+/// Corrects the place where a walk that begins inside leaves the first triangle: never behind the start.
+inline void ZorGeoShortenFirst(ZORGeoMeshWalker::Exit& exit, const ZORGeoWalkStart& start)
+{
+    if (start.skipped > 0 && exit.length < start.skipped) {
+        const double far = start.weights[start.entry.r];
+        const double near = start.weights[exit.isOverQ ? start.entry.q : start.entry.p];
+        exit.s = far + near > 0 ? far / (far + near) : 0;
+        exit.length = start.skipped;
+    }
+    exit.length -= start.skipped;
+}
+
+/// Walks one side of a curve until the recorder has enough or the guide knows no way on.
+/// \param guide  has `std::optional<StopReason> Advance(ZORGeoMeshWalker&, const ZORGeoMeshWalker::Exit&)`,
+///               which enters the next triangle and sets the heading there, or tells why it cannot
+template<class Guide>
+void ZorGeoWalk(const ZORGeoMesh& mesh, Guide& guide, const ZORGeoWalkStart& start,
+                ZORGeoTraceRecorder& recorder)
+{
+    const qint64 cap = ZorGeoGetMaximumCrossings(mesh);
+    ZORGeoMeshWalker walker(mesh);
+    walker.Enter(start.entry);
+    walker.SetHeading(start.heading);
+    ZORGeoTraceSegment segment;
+    std::copy(std::begin(start.weights), std::end(start.weights), std::begin(segment.begin));
+    const ZORGeoMeshEntry& entry = walker.GetEntry();
+    segment.beginPoint = walker.GetP() + start.weights[entry.q] * (walker.GetQ() - walker.GetP())
+                         + start.weights[entry.r] * (walker.GetR() - walker.GetP());
+    for (qint64 crossed = 0;; ++crossed) {
+        ZORGeoMeshWalker::Exit exit = walker.FindExit();
+        if (!exit.isFinite)
+            return recorder.Stop(ZORGeoCurveOnSurfaceResult::Degenerate);
+        if (crossed == 0)
+            ZorGeoShortenFirst(exit, start);
+        else
+            walker.GetEntryWeights(segment.begin);
+        segment.triangle = entry.triangle;
+        walker.GetExitWeights(exit, segment.end);
+        segment.endPoint = walker.GetPoint(exit);
+        segment.length = exit.length;
+        segment.squaredScale = walker.GetSquaredLength();
+        if (recorder.Add(segment))
+            return;
+        if (crossed >= cap)
+            return recorder.Stop(ZORGeoCurveOnSurfaceResult::Cap);
+        if (const auto reason = guide.Advance(walker, exit))
+            return recorder.Stop(*reason);
+        segment.beginPoint = segment.endPoint;
+    }
+}
