@@ -12,6 +12,7 @@ namespace {
 constexpr int maximumSteps = 100000;
 constexpr int maximumHalvings = 100000;
 constexpr int maximumDepth = 16;
+constexpr int borderDepth = 12;
 constexpr int maximumDescent = 10000;
 
 // Far from the surface the steps grow with the distance, of which this is the part.
@@ -146,8 +147,15 @@ bool ZORGeoCurveProjection::TryJoin(const Sample& sample)
 {
     const double chord = m_last.place.point.DistanceTo(sample.place.point);
     const bool isLast = sample.depth >= maximumDepth || m_halvings >= maximumHalvings;
-    if (!isLast && !m_isDetached && chord > 2 * GetStep(m_last) && chord > 2 * GetStep(sample))
-        return false;
+    if (!isLast && !m_isDetached) {
+        if (chord > 2 * GetStep(m_last) && chord > 2 * GetStep(sample))
+            return false;
+        // Where the source passes over the border the curve turns into it.
+        const bool isPassing =
+            ZorGeoIsOnBorder(m_mesh, m_last.place) != ZorGeoIsOnBorder(m_mesh, sample.place);
+        if (isPassing && sample.depth < borderDepth && chord > 0)
+            return false;
+    }
     if (!m_join.Append(m_runs.back(), sample.place, longestWay * chord))
         return false;
     m_last = sample;

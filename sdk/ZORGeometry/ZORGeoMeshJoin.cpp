@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -88,9 +89,12 @@ bool ZORGeoMeshJoin::AppendSection(ZORGeoMeshPath& path)
     const ZORMathVector direction = m_chord.GetNormalized();
     const ZORMathVector first = ZorGeoTwiceAreaNormal(m_mesh, m_from.triangle).GetNormalized();
     const ZORMathVector last = ZorGeoTwiceAreaNormal(m_mesh, m_to.triangle).GetNormalized();
-    // The second one for neighbours of opposite winding, the others where the two cancel each other.
-    for (const ZORMathVector& up : {first + last, first - last, first, last}) {
-        const ZORMathVector normal = Cross(direction, up);
+    // The mean normal; where neighbours are of opposite winding, half the difference.
+    std::array<ZORMathVector, 4> normals = {Cross(direction, first + last), Cross(direction, first - last),
+                                            Cross(direction, first), Cross(direction, last)};
+    if (normals[1].GetLength() > normals[0].GetLength())
+        std::swap(normals[0], normals[1]);
+    for (const ZORMathVector& normal : normals) {
         if (normal.GetLength() < 1e-3)
             continue;
         for (const bool isZeroPositive : {true, false}) {

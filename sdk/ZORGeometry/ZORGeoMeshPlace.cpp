@@ -127,6 +127,15 @@ void ZorGeoFindTriangles(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, s
     }
 }
 
+bool ZorGeoIsOnBorder(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place)
+{
+    for (int side = 0; side < 3; ++side) {
+        if (place.IsOnSide(side) && mesh.GetNeighbor(place.triangle, side) == 0)
+            return true;
+    }
+    return false;
+}
+
 ZORGeoLocationOnSurface ZorGeoLocationOf(const ZORGeoSurface* surface, const ZORGeoMeshPlace& place)
 {
     return {surface, place.triangle + 1, place.weights[1], place.weights[2], place.point};

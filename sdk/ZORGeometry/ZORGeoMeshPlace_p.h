@@ -35,6 +35,9 @@ bool ZorGeoExpressPlace(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, in
 /// one of an edge, all of a vertex. Replaces \a triangles.
 void ZorGeoFindTriangles(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, std::vector<int>& triangles);
 
+/// Whether the place lies on a side of its triangle that has no neighbour.
+bool ZorGeoIsOnBorder(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place);
+
 /// The corner of a triangle at a vertex. \return -1 when it has none there
 int ZorGeoCornerOf(const ZORGeoMesh& mesh, int triangle, int vertex);
 

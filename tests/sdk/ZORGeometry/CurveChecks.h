@@ -12,15 +12,36 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
-/// How far a point lies from a triangle of a surface (1 ... T).
-inline double DistanceToTriangle(const ZORGeoSurface& surface, int triangle, const ZORMathPoint& point)
+/// The point of a triangle of a surface (1 ... T) that is nearest to a point: the best of its sides and face.
+inline ZORMathPoint NearestOfTriangle(const ZORGeoSurface& surface, int triangle, const ZORMathPoint& point)
 {
-    QList<ZORMathPoint> corners(3);
+    std::array<ZORMathPoint, 3> corners;
     surface.GetVertices(triangle, corners[0], corners[1], corners[2]);
-    const ZORGeoSurface alone(nullptr, corners, {{0, 1, 2}});
-    return alone.Project(point).point.DistanceTo(point);
+    ZORMathPoint nearest = corners[0];
+    const auto tryPoint = [&](const ZORMathPoint& candidate) {
+        if (candidate.DistanceTo(point) < nearest.DistanceTo(point))
+            nearest = candidate;
+    };
+    for (size_t i = 0; i < 3; ++i) {
+        const ZORMathVector side = corners[(i + 1) % 3] - corners[i];
+        const double squared = Dot(side, side);
+        if (squared > 0)
+            tryPoint(corners[i] + std::clamp(Dot(point - corners[i], side) / squared, 0.0, 1.0) * side);
+    }
+    const ZORMathVector b = corners[1] - corners[0];
+    const ZORMathVector c = corners[2] - corners[0];
+    const ZORMathVector normal = Cross(b, c);
+    const double squared = Dot(normal, normal);
+    if (squared > 1e-20 * Dot(b, b) * Dot(c, c)) {
+        const double weightB = Dot(Cross(point - corners[0], c), normal) / squared;
+        const double weightC = Dot(Cross(b, point - corners[0]), normal) / squared;
+        if (weightB >= 0 && weightC >= 0 && weightB + weightC <= 1)
+            tryPoint(corners[0] + weightB * b + weightC * c);
+    }
+    return nearest;
 }
 
 /// The largest distance of a location's weights from its point, and of both ends of a segment from the
@@ -45,7 +66,8 @@ inline double DeviationFromSurface(const QList<ZORGeoLocationOnSurface>& locatio
             return INFINITY;
         deviation = std::max(deviation, point.DistanceTo(a + weightB * (b - a) + weightC * (c - a)));
         if (i + 1 < locations.size())
-            deviation = std::max(deviation, DistanceToTriangle(surface, triangle, locations[i + 1].point));
+            deviation = std::max(deviation, NearestOfTriangle(surface, triangle, locations[i + 1].point)
+                                                .DistanceTo(locations[i + 1].point));
     }
     return extent > 0 ? deviation / extent : deviation;
 }
