@@ -5,6 +5,7 @@
 
 wing_skin.stl   upper skin of a tapered, swept and twisted wing between front and rear spar, with one
                 elliptical access cut-out; binary, millimetres, open surface with two border loops
+contours.xml    closed outlines of three plies for that skin, millimetres, hovering above it
 
 The same bytes on every run and machine: coordinates are rounded to 1/1024 mm before they are stored.
 """
@@ -29,6 +30,8 @@ CHORD_CELLS, SPAN_CELLS = 28, 100
 BLOCK = (10, 18, 30, 38)  # first and last grid line along the chord, then along the span
 RINGS = 4
 HOLE = 0.45  # semi-axes of the cut-out relative to the half block
+
+PLY_HEIGHT = 20.0  # of the ply outlines over the skin, millimetres
 
 
 def upper_side(x):
@@ -112,10 +115,50 @@ def write_stl(path, title, triangles):
     path.write_bytes(data)
 
 
+def ellipse(center, semi, count):
+    """Points (u, v) of an ellipse of the parameter plane, counter-clockwise."""
+    angles = [2 * math.pi * k / count for k in range(count)]
+    return [(center[0] + semi[0] * math.cos(a), center[1] + semi[1] * math.sin(a)) for a in angles]
+
+
+def ply_outlines():
+    """Name and parameter outline of every ply, without the repeated first point."""
+    count = 48
+    low, high = 0.06, 0.94
+    side = [low + (high - low) * k / count for k in range(count)]
+    cover = [(low, t) for t in side] + [(t, high) for t in side]
+    cover += [(high, low + high - t) for t in side] + [(low + high - t, low) for t in side]
+    i0, i1, j0, j1 = BLOCK
+    cut_out = ((i0 + i1) / 2 / CHORD_CELLS, (j0 + j1) / 2 / SPAN_CELLS)
+    return [
+        ("Ply.1", cover[::-1]),
+        ("Ply.2", ellipse((0.5, 0.72), (0.35, 0.18), count)),
+        ("Ply.3", ellipse(cut_out, (0.22, 0.07), count)),
+    ]
+
+
+def write_contours(path):
+    lines = [
+        '<?xml version="1.0" encoding="UTF-8"?>',
+        '<Laminate NAME="Upper skin">',
+        " <Units><Length>mm</Length></Units>",
+        ' <Sequence NAME="Sequence.1">',
+    ]
+    for name, outline in ply_outlines():
+        lines += [f'  <Ply NAME="{name}">', "   <OuterContour>"]
+        for u, v in outline + outline[:1]:
+            x, y, z = wing_point(u, v)
+            lines.append(f"    <Pt>X={x} Y={y} Z={z + PLY_HEIGHT}</Pt>")
+        lines += ["   </OuterContour>", "  </Ply>"]
+    lines += [" </Sequence>", "</Laminate>"]
+    path.write_bytes(("\n".join(lines) + "\n").encode())
+
+
 def main():
     output = pathlib.Path(sys.argv[1])
     output.mkdir(parents=True, exist_ok=True)
     write_stl(output / "wing_skin.stl", "Zorvane sample: upper wing skin, millimetres", wing_skin())
+    write_contours(output / "contours.xml")
 
 
 if __name__ == "__main__":

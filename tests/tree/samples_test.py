@@ -7,6 +7,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 
 GENERATOR = pathlib.Path(sys.argv.pop(1)) / "make_samples.py"
 
@@ -15,6 +16,17 @@ def generate():
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run([sys.executable, GENERATOR, folder], check=True)
         return {path.name: path.read_bytes() for path in pathlib.Path(folder).iterdir()}
+
+
+def height_over(triangle, x, y):
+    """Height of the triangle at (x, y); None beside it."""
+    (ax, ay, az), (bx, by, bz), (cx, cy, cz) = triangle[0:3], triangle[3:6], triangle[6:9]
+    area = (bx - ax) * (cy - ay) - (by - ay) * (cx - ax)
+    b = ((x - ax) * (cy - ay) - (y - ay) * (cx - ax)) / area
+    c = ((bx - ax) * (y - ay) - (by - ay) * (x - ax)) / area
+    if min(b, c, 1 - b - c) < 0:
+        return None
+    return az + b * (bz - az) + c * (cz - az)
 
 
 class SamplesTest(unittest.TestCase):
@@ -44,6 +56,32 @@ class SamplesTest(unittest.TestCase):
             while point in following:
                 point = following.pop(point)
         self.assertEqual(2, loops)
+
+    def test_contours_are_closed_named_and_hover_above_the_skin(self):
+        samples = generate()
+        root = xml.etree.ElementTree.fromstring(samples["contours.xml"])
+        self.assertEqual("mm", next(root.iter("Length")).text)
+        plies = list(root.iter("Ply"))
+        self.assertEqual(["Ply.1", "Ply.2", "Ply.3"], [ply.get("NAME") for ply in plies])
+
+        data = samples["wing_skin.stl"]
+        (count,) = struct.unpack_from("<I", data, 80)
+        skin = [struct.unpack_from("<9f", data, 84 + 50 * k + 12) for k in range(count)]
+        for ply in plies:
+            contours = ply.findall("OuterContour")
+            self.assertEqual(1, len(contours))
+            points = [
+                tuple(float(part.split("=")[1]) for part in element.text.split()) for element in contours[0].findall("Pt")
+            ]
+            self.assertGreater(len(points), 20)
+            self.assertEqual(points[0], points[-1])
+            self.assertEqual(len(points) - 1, len(set(points)), "no other point is repeated")
+            for x, y, z in points[::4]:
+                heights = [height for t in skin if (height := height_over(t, x, y)) is not None]
+                if ply.get("NAME") != "Ply.3":  # around the cut-out
+                    self.assertTrue(heights)
+                for height in heights:
+                    self.assertAlmostEqual(20, z - height, delta=3)
 
 
 if __name__ == "__main__":
