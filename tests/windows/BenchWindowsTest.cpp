@@ -11,9 +11,13 @@
 #include "visualization/ZORTestSurfaceVisOptionsDlg.h"
 #include "widgets/ZORTestGeometrySelector.h"
 
+#include <ZORGeometry/ZORGeoPointOnSurface.h>
+#include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 
 #include <QAction>
+#include <QDoubleSpinBox>
+#include <QFile>
 #include <QInputDialog>
 #include <QListWidget>
 #include <QPushButton>
@@ -79,6 +83,55 @@ TEST_P(BenchWindowsTest, VectorText)
 {
     ASSERT_NE(nullptr, Open("ZORTestVisVectorTextDlg"));
     Walk(dialog, "vector-text");
+}
+
+TEST_P(BenchWindowsTest, Operations)
+{
+    AddSurface("Wing skin");
+    AddPolyline("A curve with a name from an importer", {{0, 0, 0}, {1, 0, 0}});
+    AddPoint("Origin");
+    const std::pair<const char*, const char*> operations[] = {
+        {"ZORTestCreatePointCmd", "create-point"},
+        {"ZORTestGeoCleanCurveDlg", "clean-curve"},
+        {"ZORTestGeoCreateCartesianPointDlg", "create-cartesian-point"},
+        {"ZORTestGeoCreatePointOnCurveDlg", "create-point-on-curve"},
+        {"ZORTestGeoProjectCurveSurDlg", "project-curve-to-surface"},
+        {"ZORTestGeoProjectPointCurveDlg", "project-point-to-curve"},
+        {"ZORTestGeoProjectPointSurfaceDlg", "project-point-to-surface"},
+        {"ZORTestGeoSurfaceEdgeDlg", "surface-edges"},
+    };
+    for (const auto& [className, name] : operations) {
+        ASSERT_NE(nullptr, Open(className)) << className;
+        Walk(dialog, QLatin1String(name));
+        PressCancel();
+    }
+}
+
+TEST_P(BenchWindowsTest, Geodesic)
+{
+    auto* point = new ZORGeoPointOnSurface(AddSurface("Wing skin")->Project({0.5, 0.5, 0}));
+    point->setObjectName("A point with a name as long as importers make them");
+    point->Initialize();
+    ASSERT_NE(nullptr, Open("ZORTestGeoGeodesicDlg"));
+    dialog->findChild<QDoubleSpinBox*>("_StartLenSpin")->setValue(-123456.789);
+    Walk(dialog, "geodesic");
+}
+
+TEST_P(BenchWindowsTest, ImportContours)
+{
+    QFile file(GetPath("contours.xml"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<Laminate NAME='Upper skin'>");
+    for (int i = 1; i <= 30; ++i)
+        file.write("<Ply NAME='Ply." + QByteArray::number(i) + "'><OuterContour/></Ply>");
+    file.write("</Laminate>");
+    file.close();
+    GetSettings()->setValue("Debug/ImportCatiaXML/File", file.fileName());
+    ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg"));
+    auto* list = dialog->findChild<QListWidget*>("_CurveList");
+    ASSERT_EQ(30, list->count());
+    list->item(1)->setSelected(true);
+    Walk(dialog, "import-contours");
 }
 
 TEST_P(BenchWindowsTest, SelectorOfSeveralGeometries)

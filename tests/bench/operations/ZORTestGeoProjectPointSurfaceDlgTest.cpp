@@ -3,6 +3,8 @@
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 
+#include <QComboBox>
+
 namespace {
 
 class ZORTestGeoProjectPointSurfaceDlgTest : public OperationTest
@@ -23,6 +25,16 @@ TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, FormAsksForAPointAndASurface)
     EXPECT_EQ(QStringList({"ZORGeoPoint", "ZORGeoSurface"}), GetGeoTypes());
     EXPECT_EQ(QStringList({"P"}), GetCandidates("_PointSel"));
     EXPECT_EQ(QStringList({"S"}), GetCandidates("_SurfaceSel"));
+}
+
+TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, ChoicesStandBelowEachOther)
+{
+    OpenDialog();
+    const auto left = [this](const char* name) {
+        const auto* combo = Field<ZORTestGeometrySelector>(name)->findChild<QComboBox*>("_Combo");
+        return combo->mapTo(dialog.data(), QPoint()).x();
+    };
+    EXPECT_EQ(left("_PointSel"), left("_SurfaceSel"));
 }
 
 TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, OkAddsTheNearestPlaceOfTheSurface)

@@ -4,8 +4,12 @@
 #include "support/BenchTest.h"
 #include "widgets/ZORTestGeometrySelector.h"
 
+#include <ZORCommonUI/ZORCmnUnitSpinBox.h>
+
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
@@ -52,6 +56,35 @@ TEST_F(ZORTestFormTest, RowsStandInTheOrderOfTheCalls)
             rows.append(widget);
     }
     EXPECT_EQ(QList<QWidget*>({first, second, buttonBox}), rows);
+}
+
+TEST_F(ZORTestFormTest, ConsecutiveFieldsShareAGrid)
+{
+    QDialog window;
+    ZORTestForm form(&window);
+    auto* length = form.AddUnitSpinBox("_LengthSpin", "Length: ", "Length");
+    auto* text = form.AddLineEdit("_TextEdit", "Text: ");
+    auto* selector = form.AddSelector("_PointSel", "Point: ", "ZORGeoPoint");
+    auto* angle = form.AddUnitSpinBox("_AngleSpin", "Angle", "Angle");
+    form.AddButtonBox();
+
+    EXPECT_EQ(QString("_LengthSpin"), length->objectName());
+    EXPECT_EQ(QString(" mm"), length->suffix());
+    EXPECT_EQ(QString("_TextEdit"), text->objectName());
+    EXPECT_EQ(QString("Angle"), angle->property("magnitude").toString());
+    window.show();
+    EXPECT_EQ(length->x(), text->x());
+    EXPECT_EQ(length->width(), text->width());
+    EXPECT_LT(length->y(), text->y());
+    EXPECT_LT(text->y(), selector->y());
+    EXPECT_LT(selector->y(), angle->y());
+
+    const auto captions = window.findChildren<QLabel*>(QString("_Label"), Qt::FindDirectChildrenOnly);
+    ASSERT_EQ(3, captions.size());
+    EXPECT_EQ(QString("Length: "), captions[0]->text());
+    EXPECT_EQ(length, captions[0]->buddy());
+    EXPECT_EQ(text, captions[1]->buddy());
+    EXPECT_EQ(angle, captions[2]->buddy());
 }
 
 TEST_F(ZORTestFormTest, EnterPressesOk)
