@@ -88,7 +88,7 @@ TEST_P(BenchWindowsTest, VectorText)
 TEST_P(BenchWindowsTest, Operations)
 {
     AddSurface("Wing skin");
-    AddPolyline("A curve with a name from an importer", {{0, 0, 0}, {1, 0, 0}});
+    AddPolyline("A curve with a name as long as importers make them", {{0, 0, 0}, {1, 0, 0}});
     AddPoint("Origin");
     const std::pair<const char*, const char*> operations[] = {
         {"ZORTestCreatePointCmd", "create-point"},
