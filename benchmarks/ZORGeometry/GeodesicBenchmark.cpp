@@ -62,5 +62,8 @@ BENCHMARK_CAPTURE(ToTheBorder, Geodesic, &ZORGeoCurveOnSurfaceProcessor::Compute
 BENCHMARK_CAPTURE(ToTheBorder, GeodesicShuffled, &ZORGeoCurveOnSurfaceProcessor::ComputeGeodesic,
                   TriangleOrder::Shuffled)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ToTheBorder, ConstantAngle, &ZORGeoCurveOnSurfaceProcessor::ComputeConstantAngle,
+                  TriangleOrder::Rows)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -116,12 +116,10 @@ Result ZORGeoCurveOnSurfaceProcessor::Private::Join(const ZORGeoLocationOnSurfac
 
     const auto& back = begin.GetLocations();
     const auto& forth = end.GetLocations();
-    QList<ZORGeoLocationOnSurface> locations;
-    locations.reserve(qsizetype(back.size() + forth.size() + 1));
-    std::copy(back.rbegin(), back.rend(), std::back_inserter(locations));
-    if (forth.empty())
-        locations.append(start);
-    std::copy(forth.begin(), forth.end(), std::back_inserter(locations));
+    QList<ZORGeoLocationOnSurface> locations(qsizetype(back.size() + std::max<size_t>(1, forth.size())));
+    const auto middle = std::copy(back.rbegin(), back.rend(), locations.begin());
+    *middle = start;
+    std::copy(forth.begin(), forth.end(), middle);
     return Result(locations, int(back.size()), begin.GetSide(), end.GetSide());
 }
 

@@ -31,6 +31,7 @@ ZORGeoTraceRecorder::ZORGeoTraceRecorder(const ZORGeoTraceBounds& bounds, bool i
                       && bounds.limits->HasAny(bounds.side | ZORGeoCurveOnSurfaceProcessor::Hard))
     , m_touched(bounds.limits ? size_t(bounds.limits->GetNumCurves()) : 0)
 {
+    m_locations.reserve(256);
 }
 
 ZORGeoLocationOnSurface ZORGeoTraceRecorder::MakeLocation(int triangle, const double (&weights)[3],
