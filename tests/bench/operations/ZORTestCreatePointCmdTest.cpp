@@ -134,6 +134,18 @@ TEST_F(ZORTestCreatePointCmdTest, SelectorsFindItsFeatureBodyAndPointByTheirOwnK
     EXPECT_EQ(QString("CartesianPoint.1"), find("ZORGeoPoint", ""));
 }
 
+TEST_F(ZORTestCreatePointCmdTest, PointOfTheFeatureIsWhatCanBeVisualized)
+{
+    ZORTestCommandRegistry& registry = ZORTestCommandRegistry::Instance();
+    EXPECT_EQ(nullptr, registry.CreateVisualizer(&ZORWFRawPoint::staticMetaObject))
+        << "a feature is no geometry of points, curves or surfaces";
+    AddFolder("F");
+    OpenDialog();
+    PressOk();
+    const auto* point = TakeRawPoint()->GetBody()->GetGeometry();
+    EXPECT_NE(nullptr, registry.CreateVisualizer(point->metaObject()));
+}
+
 TEST_F(ZORTestCreatePointCmdTest, ConsoleOpensItFromItsMenu)
 {
     OpenConsole();
