@@ -11,9 +11,13 @@ namespace {
 
 constexpr int maximumSteps = 100000;
 constexpr int maximumHalvings = 100000;
+constexpr int maximumJumps = 1000; // beyond, the source is not halved to find where it jumps
 constexpr int maximumDepth = 16;
 constexpr int borderDepth = 12;
 constexpr int maximumDescent = 10000;
+
+// Sides that are shorter, compared to the longest, do not shorten the steps.
+constexpr double maximumSlenderness = 50;
 
 // Far from the surface the steps grow with the distance, of which this is the part.
 constexpr double stepOfDistance = 0.25;
@@ -105,8 +109,9 @@ double ZORGeoCurveProjection::GetStep(const Sample& sample) const
     const double sides[3] = {m_mesh.vertices[a].DistanceTo(m_mesh.vertices[b]),
                              m_mesh.vertices[b].DistanceTo(m_mesh.vertices[c]),
                              m_mesh.vertices[c].DistanceTo(m_mesh.vertices[a])};
-    const double shortest = *std::min_element(sides, sides + 3);
-    return std::max({shortest, m_minimumSide, stepOfDistance * sample.distance, m_minimumStep});
+    const auto [shortest, longest] = std::minmax_element(sides, sides + 3);
+    return std::max({*shortest, *longest / maximumSlenderness, m_minimumSide,
+                     stepOfDistance * sample.distance, m_minimumStep});
 }
 
 // Goes straight from the last sample to the end, step by step.
@@ -167,7 +172,8 @@ bool ZORGeoCurveProjection::TryJoin(const Sample& sample)
 bool ZORGeoCurveProjection::Halve(std::vector<Sample>& pending)
 {
     const Sample& target = pending.back();
-    if (m_isDetached || target.depth >= maximumDepth || m_halvings >= maximumHalvings)
+    if (m_isDetached || target.depth >= maximumDepth || m_halvings >= maximumHalvings
+        || m_jumps >= maximumJumps)
         return false;
     const ZORMathPoint middle = m_last.point + 0.5 * (target.point - m_last.point);
     if (middle == m_last.point || middle == target.point)
@@ -185,6 +191,7 @@ bool ZORGeoCurveProjection::Halve(std::vector<Sample>& pending)
 // The nearest place is torn from the last one: stays near that one or begins anew.
 void ZORGeoCurveProjection::Jump(const Sample& sample)
 {
+    ++m_jumps;
     ZORGeoMeshPath& run = m_runs.back();
     const double chord = m_last.place.point.DistanceTo(sample.place.point);
     if (m_join.Append(run, sample.place, longestWay * chord + GetStep(sample))) {

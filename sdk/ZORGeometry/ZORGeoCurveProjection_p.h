@@ -50,6 +50,7 @@ private:
     double m_minimumSide = 0; // shorter sides do not shorten the steps
     double m_minimumStep = 0;
     int m_halvings = 0;
+    int m_jumps = 0;
     Sample m_last;
     bool m_isDetached = false; // the path is beside the nearest places
     std::vector<ZORGeoMeshPath> m_runs;

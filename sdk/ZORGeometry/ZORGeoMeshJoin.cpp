@@ -10,7 +10,7 @@ namespace {
 // Of the length of the chord: how far rounding may seem to lead a section backwards.
 constexpr double backwards = 1e-9;
 
-constexpr int maximumCrossings = 100000;
+constexpr int maximumCrossings = 10000;
 
 double LargestCoordinate(const ZORMathPoint& point)
 {
@@ -238,6 +238,7 @@ bool ZORGeoMeshJoin::AppendBorder(ZORGeoMeshPath& path)
 
 bool ZORGeoMeshJoin::FollowBorder(ZORGeoMeshPath& path, ZORGeoDirectedSide at)
 {
+    const ZORGeoDirectedSide first = at;
     double travelled = 0;
     for (int crossings = 0; crossings < maximumCrossings; ++crossings) {
         ZORGeoMeshPlace end;
@@ -250,6 +251,8 @@ bool ZORGeoMeshJoin::FollowBorder(ZORGeoMeshPath& path, ZORGeoDirectedSide at)
         if (travelled > m_maximumLength)
             return false;
         at = ZorGeoFindNextBorderSide(m_mesh, at);
+        if (at.triangle == first.triangle && at.side == first.side)
+            return false;
         ZORGeoMeshPlace entered;
         if (!ZorGeoExpressPlace(m_mesh, corner, at.triangle, entered))
             return false;
