@@ -1,48 +1,71 @@
 #include "ZORTopBody.h"
 
+#include "ZORTopBody_p.h"
+#include "ZORTopCurveDivision_p.h"
+#include "ZORTopSurfaceDivision_p.h"
+
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORGeometry/ZORGeoPoint.h>
-#include <ZORGeometry/ZORGeoReference.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-ZOR_GEO_REGISTER_TYPE(ZORTopBody)
+#include <numbers>
 
-class ZORTopBodyPrivate
-{
-public:
-    ZORGeoReference<const ZORGeoGeometry> geometry;
-    int dimension = ZORTopBody::EmptyDimension; // of the geometry
-};
+ZOR_GEO_REGISTER_TYPE(ZORTopBody)
 
 namespace {
 
-int DimensionOf(const ZORGeoGeometry* geometry)
+ZORTopStructure Divide(const ZORGeoGeometry* geometry, double tolerance)
 {
+    if (!(tolerance >= 0))
+        throw ZORSysException(
+            ZORTopBody::tr("edge tolerance %1 is not an angle of 0 or more").arg(tolerance));
     if (!geometry)
-        return ZORTopBody::EmptyDimension;
-    if (qobject_cast<const ZORGeoPoint*>(geometry))
-        return 0;
-    if (qobject_cast<const ZORGeoCurve*>(geometry))
-        return 1;
-    if (qobject_cast<const ZORGeoSurface*>(geometry))
-        return 2;
+        return {};
+    if (const auto* point = qobject_cast<const ZORGeoPoint*>(geometry)) {
+        ZORTopStructure structure;
+        structure.vertices.push_back({point->GetMathPoint(), 0});
+        structure.Complete();
+        return structure;
+    }
+    if (const auto* curve = qobject_cast<const ZORGeoCurve*>(geometry))
+        return ZorTopDivideCurve(*curve, tolerance);
+    if (const auto* surface = qobject_cast<const ZORGeoSurface*>(geometry))
+        return ZorTopDivideSurface(*surface, tolerance);
     throw ZORSysException(ZORTopBody::tr("a body needs a point, a curve or a surface"));
 }
 
 } // namespace
 
 ZORTopBody::ZORTopBody(ZORGeoContainer* container, const ZORGeoGeometry* geometry)
+    : ZORTopBody(container, geometry, std::numbers::pi)
+{
+}
+
+ZORTopBody::ZORTopBody(ZORGeoContainer* container, const ZORGeoGeometry* geometry, double tolerance)
     : ZORGeoGeometry(container)
     , d_ptr(std::make_unique<ZORTopBodyPrivate>())
 {
-    ZOR_TRACE_CALL(container, geometry);
+    ZOR_TRACE_CALL(container, geometry, tolerance);
     Q_D(ZORTopBody);
-    d->dimension = DimensionOf(geometry);
-    d->geometry = ZORGeoReference<const ZORGeoGeometry>(geometry, this);
+    d->structure = Divide(geometry, tolerance);
+    if (geometry)
+        d->parts.emplace_back(geometry, this);
+}
+
+ZORTopBody::ZORTopBody(ZORGeoContainer* container, ZORTopStructure structure,
+                       const QList<const ZORGeoGeometry*>& parts)
+    : ZORGeoGeometry(container)
+    , d_ptr(std::make_unique<ZORTopBodyPrivate>())
+{
+    Q_D(ZORTopBody);
+    d->structure = std::move(structure);
+    d->parts.reserve(size_t(parts.size()));
+    for (const ZORGeoGeometry* part : parts)
+        d->parts.emplace_back(part, this);
 }
 
 ZORTopBody::~ZORTopBody() = default;
@@ -50,11 +73,64 @@ ZORTopBody::~ZORTopBody() = default;
 int ZORTopBody::GetDimension() const
 {
     Q_D(const ZORTopBody);
-    return d->geometry.Get() ? d->dimension : EmptyDimension;
+    if (!d->IsComplete())
+        return EmptyDimension;
+    if (d->structure.GetNumFaces() > 0)
+        return 2;
+    if (d->structure.GetNumEdges() > 0)
+        return 1;
+    return d->structure.GetNumVertices() > 0 ? 0 : EmptyDimension;
 }
 
 const ZORGeoGeometry* ZORTopBody::GetGeometry() const
 {
     Q_D(const ZORTopBody);
-    return d->geometry.Get();
+    return d->parts.size() == 1 ? d->GetPart(0) : nullptr;
+}
+
+QList<const ZORGeoGeometry*> ZORTopBody::GetGeometries() const
+{
+    Q_D(const ZORTopBody);
+    if (!d->IsComplete())
+        return {};
+    return {d->parts.begin(), d->parts.end()};
+}
+
+int ZORTopBody::GetNumVertices() const
+{
+    Q_D(const ZORTopBody);
+    return d->IsComplete() ? d->structure.GetNumVertices() : 0;
+}
+
+int ZORTopBody::GetNumEdges() const
+{
+    Q_D(const ZORTopBody);
+    return d->IsComplete() ? d->structure.GetNumEdges() : 0;
+}
+
+int ZORTopBody::GetNumFaces() const
+{
+    Q_D(const ZORTopBody);
+    return d->IsComplete() ? d->structure.GetNumFaces() : 0;
+}
+
+ZORTopVertex ZORTopBody::GetVertex(int index) const
+{
+    Q_D(const ZORTopBody);
+    Q_ASSERT(index >= 0 && index < GetNumVertices());
+    return {d, index};
+}
+
+ZORTopEdge ZORTopBody::GetEdge(int index) const
+{
+    Q_D(const ZORTopBody);
+    Q_ASSERT(index >= 0 && index < GetNumEdges());
+    return {d, index};
+}
+
+ZORTopFace ZORTopBody::GetFace(int index) const
+{
+    Q_D(const ZORTopBody);
+    Q_ASSERT(index >= 0 && index < GetNumFaces());
+    return {d, index};
 }

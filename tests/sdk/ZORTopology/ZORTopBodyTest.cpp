@@ -45,6 +45,46 @@ TEST_F(ZORTopBodyTest, HasTheDimensionOfItsGeometry)
     EXPECT_EQ(AddBody(surface)->GetGeometry(), surface);
 }
 
+TEST_F(ZORTopBodyTest, IsInOnePieceWithoutATolerance)
+{
+    const ZORGeoGeometry* const point = AddPoint();
+    const ZORTopBody* const pointBody = AddBody(point);
+    ASSERT_EQ(pointBody->GetNumVertices(), 1);
+    EXPECT_EQ(pointBody->GetVertex(0).GetGeometry(), point);
+    EXPECT_EQ(pointBody->GetVertex(0).GetPoint(), ZORMathPoint(1, 2, 3));
+
+    const ZORMathSetOfPoints corners{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    const ZORTopBody* const curve = AddBody(Register(new ZORGeoPolyline(&container, corners, true)));
+    EXPECT_EQ(curve->GetNumEdges(), 1);
+    EXPECT_EQ(curve->GetNumVertices(), 2);
+    EXPECT_EQ(curve->GetEdge(0).GetPoints(), corners);
+
+    const QList<ZORGeoSurface::Corners> sides{{0, 2, 1}, {0, 1, 3}, {1, 2, 3}, {2, 0, 3}};
+    const ZORTopBody* const surface = AddBody(Register(new ZORGeoSurface(&container, corners, sides)));
+    EXPECT_EQ(surface->GetNumFaces(), 1);
+    EXPECT_EQ(surface->GetNumEdges(), 0);
+    EXPECT_EQ(surface->GetFace(0).GetNumTriangles(), 4);
+}
+
+TEST_F(ZORTopBodyTest, OfNothingIsEmpty)
+{
+    EXPECT_EQ(AddBody(Register(new ZORGeoPolyline(&container, {}, true)))->GetDimension(), -1);
+    EXPECT_EQ(AddBody(Register(new ZORGeoSurface(&container, {}, {})))->GetDimension(), -1);
+}
+
+TEST_F(ZORTopBodyTest, PartsOutliveTheirGeometryWithoutTheirPoints)
+{
+    auto* const curve = Register(new ZORGeoLine(&container, {0, 0, 0}, {1, 0, 0}));
+    const ZORTopBody* const body = AddBody(curve);
+    const ZORTopEdge edge = body->GetEdge(0);
+    delete curve;
+    EXPECT_EQ(body->GetNumEdges(), 0);
+    EXPECT_EQ(edge.GetCurve(), nullptr);
+    EXPECT_TRUE(edge.GetPoints().isEmpty());
+    EXPECT_TRUE(edge.GetSides().isEmpty());
+    EXPECT_EQ(edge.GetVertex(1).GetPoint(), ZORMathPoint(1, 0, 0));
+}
+
 TEST_F(ZORTopBodyTest, RefusesGeometriesThatAreNoShapes)
 {
     const ZORTopBody* const body = AddBody(nullptr);
