@@ -297,6 +297,8 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
     const QSet<QByteArray> expected{
         // clang-format off
         "ZORTestCreatePointCmd",
+        "ZORTestCreateTopCurveDlg",
+        "ZORTestCreateTopSurfaceDlg",
         "ZORTestExportSTLDlg",
         "ZORTestGeoCleanCurveDlg",
         "ZORTestGeoCreateCartesianPointDlg",
@@ -309,6 +311,7 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         "ZORTestImportCatiaXMLCurvesDlg",
         "ZORTestImportSTLCmd",
         "ZORTestLaunchStandardCmd",
+        "ZORTestTopProjectDlg",
         "ZORTestVisVectorTextDlg",
         // clang-format on
     };

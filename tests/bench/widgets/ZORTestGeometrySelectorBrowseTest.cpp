@@ -116,8 +116,9 @@ TEST_F(ZORTestGeometrySelectorBrowseTest, BodiesAreCreatedOnlyByCommandsOfAnAdmi
         const char* bodyDim;
         QStringList choices;
     };
+    const QString probe = "Create Curve Body", curve = "Create Topological Curve";
     const QList<Row> table = {
-        {"1", {"Create Curve Body"}}, {"0 1 2", {"Create Curve Body"}}, {"2", {}}, {"", {}}};
+        {"1", {probe, curve}}, {"0 1 2", {probe, curve, "Create Topological Surface"}}, {"0", {}}, {"", {}}};
     for (const Row& row : table) {
         Configure("ZORTopBody", row.bodyDim);
         answers.CancelInput();

@@ -1,0 +1,26 @@
+// Test dialog "Create Topological Curve".
+
+#pragma once
+
+#include "core/ZORTestDialog.h"
+
+class QDoubleSpinBox;
+class ZORTestGeometrySelector;
+
+/// Adds the body of a curve, divided into edges where it turns.
+class ZORTestCreateTopCurveDlg final : public ZORTestDialog
+{
+    Q_OBJECT
+    Q_CLASSINFO("label", "Create Topological Curve")
+    Q_CLASSINFO("createdTypes", "ZORTopBody")
+    Q_CLASSINFO("bodyDim", "1")
+
+public:
+    Q_INVOKABLE explicit ZORTestCreateTopCurveDlg(ZORTestEnvironment* environment);
+
+    bool Apply() override;
+
+private:
+    ZORTestGeometrySelector* m_curveSel = nullptr;
+    QDoubleSpinBox* m_toleranceSpin = nullptr; // degrees
+};
