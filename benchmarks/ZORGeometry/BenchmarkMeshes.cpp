@@ -1,7 +1,5 @@
 #include "BenchmarkMeshes.h"
 
-#include <ZORMathematics/ZORMathPoint.h>
-
 #include <QFile>
 
 #include <algorithm>
@@ -38,6 +36,20 @@ std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order)
     if (order == TriangleOrder::Shuffled)
         std::shuffle(triangles.begin(), triangles.end(), std::mt19937(1));
     return std::make_unique<ZORGeoSurface>(nullptr, vertices, triangles);
+}
+
+std::vector<ZORMathPoint> MakePointsOverSheet(double lower, double upper)
+{
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> across(0, 1000);
+    std::uniform_real_distribution<double> height(lower, upper);
+    std::vector<ZORMathPoint> points(100000);
+    for (ZORMathPoint& point : points) {
+        const double x = across(random);
+        const double y = across(random);
+        point = ZORMathPoint(x, y, GetSheetHeight(x, y) + height(random));
+    }
+    return points;
 }
 
 QString GetSheetFile(TriangleOrder order, ZORGeoStlWriter::FileFormats format)

@@ -4,10 +4,12 @@
 
 #include <ZORGeometry/ZORGeoStlWriter.h>
 #include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORMathematics/ZORMathPoint.h>
 
 #include <QTemporaryDir>
 
 #include <memory>
+#include <vector>
 
 enum class TriangleOrder {
     Rows,     // as a mesh generator writes them
@@ -19,6 +21,9 @@ std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order);
 
 /// z of the sheet.
 double GetSheetHeight(double x, double y);
+
+/// 100000 points, at random between two heights over the sheet.
+std::vector<ZORMathPoint> MakePointsOverSheet(double lower, double upper);
 
 /// Path of the sheet as an STL file, written on first use into a folder that lasts as long as the process.
 QString GetSheetFile(TriangleOrder order, ZORGeoStlWriter::FileFormats format);

@@ -7,7 +7,6 @@
 #include <ZORMathematics/ZORMathVector.h>
 
 #include <benchmark/benchmark.h>
-#include <random>
 #include <vector>
 
 namespace {
@@ -78,24 +77,11 @@ void TreeBuild(benchmark::State& state, TriangleOrder order)
     }
 }
 
-std::vector<ZORMathPoint> RandomPoints(double lowerZ, double upperZ)
-{
-    std::mt19937 random(7);
-    std::uniform_real_distribution<double> across(0, 1000);
-    std::uniform_real_distribution<double> height(lowerZ, upperZ);
-    std::vector<ZORMathPoint> points(100000);
-    for (ZORMathPoint& point : points)
-        point = ZORMathPoint(across(random), across(random), height(random));
-    return points;
-}
-
 // 100000 closest points for places at a height over the sheet.
 void Project(benchmark::State& state, double lower, double upper)
 {
     const auto sheet = MakeSheet(TriangleOrder::Rows);
-    std::vector<ZORMathPoint> points = RandomPoints(lower, upper);
-    for (ZORMathPoint& point : points)
-        point.SetZ(point.GetZ() + GetSheetHeight(point.GetX(), point.GetY()));
+    const std::vector<ZORMathPoint> points = MakePointsOverSheet(lower, upper);
     sheet->Project(points.front());
     for (auto _ : state) {
         for (const ZORMathPoint& point : points)
@@ -107,7 +93,7 @@ void Project(benchmark::State& state, double lower, double upper)
 void IntersectRay(benchmark::State& state)
 {
     const auto sheet = MakeSheet(TriangleOrder::Rows);
-    const std::vector<ZORMathPoint> points = RandomPoints(100, 500);
+    const std::vector<ZORMathPoint> points = MakePointsOverSheet(100, 500);
     sheet->Project(points.front());
     for (auto _ : state) {
         for (const ZORMathPoint& point : points)
