@@ -92,6 +92,8 @@ TEST_P(BenchWindowsTest, Operations)
     AddPoint("Origin");
     const std::pair<const char*, const char*> operations[] = {
         {"ZORTestCreatePointCmd", "create-point"},
+        {"ZORTestCreateTopCurveDlg", "create-topological-curve"},
+        {"ZORTestCreateTopSurfaceDlg", "create-topological-surface"},
         {"ZORTestGeoCleanCurveDlg", "clean-curve"},
         {"ZORTestGeoCreateCartesianPointDlg", "create-cartesian-point"},
         {"ZORTestGeoCreatePointOnCurveDlg", "create-point-on-curve"},
@@ -99,6 +101,7 @@ TEST_P(BenchWindowsTest, Operations)
         {"ZORTestGeoProjectPointCurveDlg", "project-point-to-curve"},
         {"ZORTestGeoProjectPointSurfaceDlg", "project-point-to-surface"},
         {"ZORTestGeoSurfaceEdgeDlg", "surface-edges"},
+        {"ZORTestTopProjectDlg", "create-topological-projection"},
     };
     for (const auto& [className, name] : operations) {
         ASSERT_NE(nullptr, Open(className)) << className;
