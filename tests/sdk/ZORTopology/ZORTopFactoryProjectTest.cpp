@@ -153,6 +153,49 @@ TEST_F(ZORTopFactoryProjectTest, EdgesThatTheSurfaceTearsApartKeepVerticesOfThei
     }
 }
 
+TEST_F(ZORTopFactoryProjectTest, EdgesAndVerticesFitTogetherWhateverTheSurface)
+{
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> coordinate(-1.5, 1.5);
+    const TestMesh meshes[] = {Soup(60, 3), Cube(), Torus(12, 8, 1, 0.4),
+                               WithRandomWindings(Sphere(1, 6), 5)};
+    for (int run = 0; run < 80; ++run) {
+        SCOPED_TRACE(run);
+        const TestMesh& mesh = meshes[run % 4];
+        ZORMathSetOfPoints points;
+        for (unsigned i = 2 + random() % 5; i > 0; --i)
+            points.append(ZORMathPoint(coordinate(random), coordinate(random), coordinate(random)));
+        if (run % 3 == 0)
+            points.append(points.constFirst());
+        const ZORTopBody* const source = Divide(points, 30);
+        const int count = container.GetNumGeometry();
+        const ZORTopBody* const body = factory.Project(Divide(mesh), source);
+        ASSERT_NE(nullptr, body);
+        EXPECT_GE(body->GetDimension(), 0);
+        EXPECT_LE(body->GetNumEdges(), source->GetNumEdges());
+        EXPECT_EQ(count + 3 + body->GetGeometries().size(), container.GetNumGeometry())
+            << "support with surface, parts and body, nothing else";
+        for (int i = 0; i < body->GetNumEdges(); ++i) {
+            const ZORTopEdge edge = body->GetEdge(i);
+            const ZORMathSetOfPoints path = edge.GetPoints();
+            const int numVertices = edge.GetNumVertices();
+            EXPECT_GE(path.size(), 2);
+            EXPECT_LT(0, edge.GetCurve()->GetLength());
+            if (numVertices < 2) {
+                EXPECT_TRUE(IsNear(path.constFirst(), path.constLast()));
+            }
+            if (numVertices > 0) {
+                EXPECT_TRUE(IsNear(edge.GetVertex(0).GetPoint(), path.constFirst()));
+                EXPECT_TRUE(IsNear(edge.GetVertex(numVertices - 1).GetPoint(), path.constLast()));
+            }
+        }
+        for (int i = 0; i < body->GetNumVertices(); ++i) {
+            const ZORTopVertex vertex = body->GetVertex(i);
+            EXPECT_EQ(vertex.GetNumEdges() == 0, vertex.GetGeometry() != nullptr);
+        }
+    }
+}
+
 TEST_F(ZORTopFactoryProjectTest, OtherDimensionsMakeNoBody)
 {
     const ZORTopBody* const surface = Divide(Sheet(2));
