@@ -18,4 +18,9 @@ public:
 
     /// The shape; owned by the container. Null when there is none (yet), as here in the base.
     virtual ZORTopBody* GetBody() const;
+
+signals:
+    /// GetBody() is another one now: features computed from this one follow. Not emitted when somebody else
+    /// destroys the body or what it is made of.
+    void BodyChanged();
 };

@@ -11,11 +11,14 @@
 #include "visualization/ZORTestSurfaceVisOptionsDlg.h"
 #include "widgets/ZORTestGeometrySelector.h"
 
+#include <ZORFeature/ZORFeatRoot.h>
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORWireframe/ZORWFRawSurface.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFile>
 #include <QInputDialog>
@@ -91,9 +94,12 @@ TEST_P(BenchWindowsTest, Operations)
     AddPolyline("A curve with a name as long as importers make them", {{0, 0, 0}, {1, 0, 0}});
     AddPoint("Origin");
     const std::pair<const char*, const char*> operations[] = {
+        {"ZORTestCreateFolderDlg", "create-folder"},
         {"ZORTestCreatePointCmd", "create-point"},
         {"ZORTestCreateTopCurveDlg", "create-topological-curve"},
         {"ZORTestCreateTopSurfaceDlg", "create-topological-surface"},
+        {"ZORTestCreateWFRawCurveDlg", "create-raw-curve"},
+        {"ZORTestCreateWFRawSurfaceDlg", "create-raw-surface"},
         {"ZORTestGeoCleanCurveDlg", "clean-curve"},
         {"ZORTestGeoCreateCartesianPointDlg", "create-cartesian-point"},
         {"ZORTestGeoCreatePointOnCurveDlg", "create-point-on-curve"},
@@ -118,6 +124,21 @@ TEST_P(BenchWindowsTest, Geodesic)
     ASSERT_NE(nullptr, Open("ZORTestGeoGeodesicDlg"));
     dialog->findChild<QDoubleSpinBox*>("_StartLenSpin")->setValue(-123456.789);
     Walk(dialog, "geodesic");
+}
+
+TEST_P(BenchWindowsTest, CurveOnSupport)
+{
+    auto* feature =
+        new ZORWFRawSurface(GetContainer()->GetFeatureRoot("ZORFeatRoot"), AddSurface("Wing skin"));
+    feature->setObjectName("A support with a name as long as importers make them");
+    feature->Initialize();
+    for (int type = 0; type < 3; ++type) {
+        ASSERT_NE(nullptr, Open("ZORTestWFCurveOnSupportDlg"));
+        dialog->findChild<QComboBox*>("_TypeCombo")->setCurrentIndex(type);
+        dialog->findChild<QDoubleSpinBox*>("_EndLenSpin")->setValue(-123456.789);
+        Walk(dialog, "curve-on-support-" + QString::number(type));
+        PressCancel();
+    }
 }
 
 TEST_P(BenchWindowsTest, ImportContours)

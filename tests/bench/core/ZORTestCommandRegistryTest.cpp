@@ -296,9 +296,12 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
     }
     const QSet<QByteArray> expected{
         // clang-format off
+        "ZORTestCreateFolderDlg",
         "ZORTestCreatePointCmd",
         "ZORTestCreateTopCurveDlg",
         "ZORTestCreateTopSurfaceDlg",
+        "ZORTestCreateWFRawCurveDlg",
+        "ZORTestCreateWFRawSurfaceDlg",
         "ZORTestExportSTLDlg",
         "ZORTestGeoCleanCurveDlg",
         "ZORTestGeoCreateCartesianPointDlg",
@@ -313,6 +316,7 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         "ZORTestLaunchStandardCmd",
         "ZORTestTopProjectDlg",
         "ZORTestVisVectorTextDlg",
+        "ZORTestWFCurveOnSupportDlg",
         // clang-format on
     };
     EXPECT_EQ(expected, operations);

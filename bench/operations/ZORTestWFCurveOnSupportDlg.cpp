@@ -1,0 +1,153 @@
+#include "operations/ZORTestWFCurveOnSupportDlg.h"
+
+#include "core/ZORTestEnvironment.h"
+#include "core/ZORTestRegistration.h"
+#include "ui_ZORTestWFCurveOnSupportDlg.h"
+
+#include <ZORFeature/ZORFeatFolder.h>
+#include <ZORSystem/ZORSysSettingGroupContext.h>
+#include <ZORWireframe/ZORWFCurveOnSupport.h>
+
+#include <QSettings>
+
+#include <limits>
+
+ZOR_TEST_REGISTER(ZORTestWFCurveOnSupportDlg)
+
+namespace {
+
+constexpr int PointToPoint = 0; // index of the type
+constexpr double Unbounded = std::numeric_limits<double>::quiet_NaN();
+
+} // namespace
+
+ZORTestWFCurveOnSupportDlg::ZORTestWFCurveOnSupportDlg(ZORTestEnvironment* environment)
+    : ZORTestDialog(environment)
+    , m_ui(std::make_unique<Ui::ZORTestWFCurveOnSupportDlg>())
+{
+    m_ui->setupUi(this);
+    ReadSettings();
+    connect(m_ui->_TypeCombo, &QComboBox::currentIndexChanged, this,
+            &ZORTestWFCurveOnSupportDlg::OnTypeChanged);
+    OnTypeChanged(m_ui->_TypeCombo->currentIndex());
+}
+
+ZORTestWFCurveOnSupportDlg::~ZORTestWFCurveOnSupportDlg() = default;
+
+void ZORTestWFCurveOnSupportDlg::OnTypeChanged(int type)
+{
+    const bool isDirected = type != PointToPoint;
+    m_ui->_EndPtSel->setVisible(!isDirected);
+    m_ui->_DirSel->setVisible(isDirected);
+    m_ui->_AngleLabel->setVisible(isDirected);
+    m_ui->_AngleSpin->setVisible(isDirected);
+    m_ui->_FlipCheck->setVisible(isDirected);
+}
+
+void ZORTestWFCurveOnSupportDlg::ReadSettings()
+{
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext group(settings, QLatin1String("WFCurveOnSupport"));
+    m_ui->_TypeCombo->setCurrentIndex(settings->value("Type", 0).toInt());
+    m_ui->_AngleSpin->SetInternalValue(settings->value("Angle", 0.0).toDouble());
+    m_ui->_FlipCheck->setChecked(settings->value("Flip", false).toBool());
+    m_ui->_StartLenCheck->setChecked(settings->value("UseStartLen", true).toBool());
+    m_ui->_StartLenSpin->SetInternalValue(settings->value("StartLen", 0.0).toDouble());
+    m_ui->_EndLenCheck->setChecked(settings->value("UseEndLen", true).toBool());
+    m_ui->_EndLenSpin->SetInternalValue(settings->value("EndLen", 100.0).toDouble());
+}
+
+void ZORTestWFCurveOnSupportDlg::WriteSettings() const
+{
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext group(settings, QLatin1String("WFCurveOnSupport"));
+    settings->setValue("Type", m_ui->_TypeCombo->currentIndex());
+    settings->setValue("UseStartLen", m_ui->_StartLenCheck->isChecked());
+    settings->setValue("UseEndLen", m_ui->_EndLenCheck->isChecked());
+    settings->setValue("Flip", m_ui->_FlipCheck->isChecked());
+    if (m_ui->_StartLenCheck->isChecked())
+        settings->setValue("StartLen", m_ui->_StartLenSpin->GetInternalValue());
+    if (m_ui->_EndLenCheck->isChecked())
+        settings->setValue("EndLen", m_ui->_EndLenSpin->GetInternalValue());
+}
+
+void ZORTestWFCurveOnSupportDlg::WriteAngle() const
+{
+    QSettings* settings = GetEnvironment()->GetSettings();
+    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
+    const ZORSysSettingGroupContext group(settings, QLatin1String("WFCurveOnSupport"));
+    settings->setValue("Angle", m_ui->_AngleSpin->GetInternalValue());
+}
+
+std::optional<QList<ZORFeatGeometry*>>
+ZORTestWFCurveOnSupportDlg::RequireLimits(const ZORTestGeometrySelector* selector, const QString& message)
+{
+    QList<ZORFeatGeometry*> limits;
+    const QList<ZORGeoGeometry*> selected = selector->GetSelectedGeometries();
+    for (ZORGeoGeometry* geometry : selected) {
+        limits.append(qobject_cast<ZORFeatGeometry*>(geometry));
+        if (!limits.constLast()) {
+            ShowError(message);
+            return {};
+        }
+    }
+    return limits;
+}
+
+bool ZORTestWFCurveOnSupportDlg::Apply()
+{
+    WriteSettings();
+    const int type = m_ui->_TypeCombo->currentIndex();
+    const double startLength =
+        m_ui->_StartLenCheck->isChecked() ? m_ui->_StartLenSpin->GetInternalValue() : Unbounded;
+    const double endLength =
+        m_ui->_EndLenCheck->isChecked() ? m_ui->_EndLenSpin->GetInternalValue() : Unbounded;
+    const double angle = m_ui->_AngleSpin->GetInternalValue();
+
+    auto* support = Require<ZORFeatGeometry>(m_ui->_SurfaceSel, tr("Surface selection invalid"));
+    if (!support)
+        return false;
+    auto* startPoint = Require<ZORFeatGeometry>(m_ui->_StartPtSel, tr("Start point selection invalid"));
+    if (!startPoint)
+        return false;
+    ZORFeatGeometry* endPoint = nullptr;
+    if (type == PointToPoint) {
+        endPoint = Require<ZORFeatGeometry>(m_ui->_EndPtSel, tr("End point selection invalid"));
+        if (!endPoint)
+            return false;
+    }
+    WriteAngle();
+    auto* folder = Require<ZORFeatFolder>(m_ui->_FolderSel, tr("Folder selection invalid"));
+    if (!folder)
+        return false;
+    ZORFeatObject* direction = nullptr;
+    if (type != PointToPoint) {
+        direction = Require<ZORFeatObject>(m_ui->_DirSel, tr("Direction selection invalid"));
+        if (!direction)
+            return false;
+    }
+    const auto startLimits = RequireLimits(m_ui->_StartLimitSel, tr("Start limit selection invalid"));
+    if (!startLimits)
+        return false;
+    const auto endLimits = RequireLimits(m_ui->_EndLimitSel, tr("End limit selection invalid"));
+    if (!endLimits)
+        return false;
+
+    auto* curve = Create<ZORWFCurveOnSupport>(folder);
+    curve->SetSupport(support);
+    curve->SetComputationMethod(static_cast<ZORWFCurveOnSupport::ComputationMethod>(type));
+    curve->SetStartPoint(startPoint);
+    curve->SetEndPoint(endPoint);
+    curve->SetStartLength(startLength);
+    curve->SetEndLength(endLength);
+    for (ZORFeatGeometry* limit : *startLimits)
+        curve->AddStartLimit(limit);
+    for (ZORFeatGeometry* limit : *endLimits)
+        curve->AddEndLimit(limit);
+    curve->SetDirection(direction);
+    curve->SetAngle(angle);
+    curve->SetDirectionFlipped(m_ui->_FlipCheck->isChecked());
+    return true;
+}

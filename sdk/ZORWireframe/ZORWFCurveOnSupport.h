@@ -1,0 +1,134 @@
+// Feature that is a curve computed over a surface from other features.
+
+#pragma once
+
+#include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORWireframe/ZORWireframeGlobal.h>
+
+#include <QList>
+
+#include <memory>
+
+struct ZORGeoLocationOnSurface;
+template<class T>
+class ZORGeoReference;
+class ZORWFCurveOnSupportPrivate;
+
+/// A curve over a support surface, kept up to date with its inputs.
+///
+/// Methods.    PointToPoint: a shortest way from the start to the end point. PointDirection: the straightest
+///             geodesic through the start point. ConstantAngle: the curve through the start point that keeps
+///             its angle to the projected direction. ZORGeoCurveOnSurfaceProcessor says more. Lengths, limits,
+///             direction, angle and flip belong to the latter two, which run both ways from the start point;
+///             the end point belongs to the first.
+/// Inputs.     Features; their geometry is that of their bodies. The feature holds a counted reference to each.
+///             What the method does not use may be set all the same and is kept.
+/// Updates.    Registered, the feature computes whenever an input of its method is set to something else, or
+///             the body of one changes, at once and in the calling thread. It waits while an input is missing:
+///             null, removed, or without geometry. A setter throws what a computation that has all inputs
+///             throws, see Failures; the new input is then kept. A failure after the change of another feature
+///             is a warning of category "zor.wireframe".
+/// Result.     The last good one stays through missing inputs and failures. A body around a
+///             ZORGeoCurveOnSurface, both registered and owned by the feature: each computation replaces them,
+///             and with them goes what others still reference. A curve without length has one point.
+/// Failures.   "the support is no surface", "the start point is no point", "the start point cannot be projected
+///             onto the support" (it is empty), the same of "the end point", "the support does not connect the
+///             start point with the end point", "the direction is neither a curve nor a point", "the curve of
+///             the direction ends where it starts", "the point of the direction is the start point", "the
+///             direction is perpendicular to the support at the start point" (for ConstantAngle), "the limit
+///             '%1' is no curve on the support", "start length is negative", "end length is negative", "angle
+///             is not finite".
+class ZORWIREFRAME_EXPORT ZORWFCurveOnSupport : public ZORFeatGeometry
+{
+    Q_OBJECT
+
+public:
+    enum ComputationMethod : int {
+        PointToPoint = 0,
+        PointDirection = 1,
+        ConstantAngle = 2,
+    };
+
+    /// Without inputs and lengths, for the method PointToPoint, with the angle 0.
+    /// \param folder  the feature the curve lies in; null leaves it without a container
+    explicit ZORWFCurveOnSupport(ZORFeatObject* folder);
+    ~ZORWFCurveOnSupport() override;
+
+    /// Registers the feature, then computes if all inputs are there.
+    /// \throws ZORSysException as ZORFeatObject::Initialize(), and those of failures; the feature is then
+    ///         registered
+    void Initialize() override;
+
+    /// Null until the first computation has succeeded, and once somebody has destroyed it.
+    ZORTopBody* GetBody() const override;
+    /// The message of the last computation if it failed, else empty.
+    QString GetFailure() const;
+
+    // All setters of features throw "a curve on support cannot depend on itself" for this feature and those
+    // computed from it, and change nothing then. Nothing is owned; null takes the input away.
+
+    /// \param support  a feature around a surface
+    void SetSupport(ZORFeatGeometry* support);
+    /// \throws ZORSysException "computation method %1 is unknown"; nothing is changed then
+    void SetComputationMethod(ComputationMethod method);
+    /// \param point  a feature around a point. The curve starts at its own place if that is tied to the support,
+    ///               else at the place of the support nearest to it.
+    void SetStartPoint(ZORFeatGeometry* point);
+    /// \param point  as for the start point
+    void SetEndPoint(ZORFeatGeometry* point);
+
+    /// \param length  millimetres against the direction; NaN or infinity: no bound
+    void SetStartLength(double length);
+    /// \param length  millimetres in the direction; NaN or infinity: no bound
+    void SetEndLength(double length);
+    /// Adds a curve on the support that ends the side against the direction where it meets it first. Limits are
+    /// soft: they never lengthen a side beyond its length.
+    /// \param limit  a feature around a ZORGeoCurveOnSurface on the surface of the support. Null, and one that is
+    ///               removed later, limits nothing.
+    void AddStartLimit(ZORFeatGeometry* limit);
+    /// As AddStartLimit(), for the side in the direction.
+    void AddEndLimit(ZORFeatGeometry* limit);
+    /// Removes the limits of both sides.
+    void ClearLimits();
+
+    /// \param direction  a feature around a curve: from its first to its last point; around a point: from the
+    ///                   place of the start point to it; a feature without a shape of its own, a folder or
+    ///                   root: along X, or Y where X is perpendicular to the support at the start point
+    void SetDirection(ZORFeatObject* direction);
+    /// \param angle  radians, from the direction, counter-clockwise about the normal of the support
+    void SetAngle(double angle);
+    /// Adds half a turn to the angle.
+    void SetDirectionFlipped(bool isFlipped);
+
+    ZORFeatGeometry* GetSupport() const;
+    ComputationMethod GetComputationMethod() const;
+    ZORFeatGeometry* GetStartPoint() const;
+    ZORFeatGeometry* GetEndPoint() const;
+    /// NaN without a bound.
+    double GetStartLength() const;
+    /// NaN without a bound.
+    double GetEndLength() const;
+    /// Those that are left, in the order in which they were added.
+    QList<ZORFeatGeometry*> GetStartLimits() const;
+    QList<ZORFeatGeometry*> GetEndLimits() const;
+    ZORFeatObject* GetDirection() const;
+    double GetAngle() const;
+    bool IsDirectionFlipped() const;
+
+private:
+    template<class Feature>
+    void SetInput(ZORGeoReference<Feature>& input, Feature* feature, bool isUsed);
+    void SetNumber(double& member, double value);
+    void AddLimit(QList<ZORGeoReference<ZORFeatGeometry>>& limits, ZORFeatGeometry* limit);
+    bool IsDirected() const;
+    QList<ZORFeatObject*> GetInputs() const;
+    void CheckInput(ZORFeatObject* feature) const;
+    void Follow(ZORFeatObject* feature);
+    void Unfollow(ZORFeatObject* feature);
+    void OnInputChanged();
+    void Update();
+    void Replace(const QList<ZORGeoLocationOnSurface>& locations);
+
+    Q_DECLARE_PRIVATE(ZORWFCurveOnSupport)
+    const std::unique_ptr<ZORWFCurveOnSupportPrivate> d_ptr;
+};

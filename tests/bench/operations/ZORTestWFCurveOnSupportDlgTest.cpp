@@ -1,0 +1,401 @@
+#include "OperationTest.h"
+
+#include <ZORCommonUI/ZORCmnUnitSpinBox.h>
+#include <ZORFeature/ZORFeatFolder.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoPolyline.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORTopology/ZORTopBody.h>
+#include <ZORWireframe/ZORWFCurveOnSupport.h>
+#include <ZORWireframe/ZORWFRawCurve.h>
+#include <ZORWireframe/ZORWFRawPoint.h>
+#include <ZORWireframe/ZORWFRawSurface.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLayout>
+#include <QListWidget>
+
+namespace {
+
+const QString Group = QStringLiteral("Debug/WFCurveOnSupport/");
+const QString Class = QStringLiteral("ZORWFCurveOnSupport::");
+
+/// A folder "F" with the raw surface "Su", 200 mm square, and the raw points "St" and "En".
+class ZORTestWFCurveOnSupportDlgTest : public OperationTest
+{
+protected:
+    void OpenDialog(int type = 0)
+    {
+        ASSERT_NE(nullptr, Open("ZORTestWFCurveOnSupportDlg"));
+        Field<QComboBox>("_TypeCombo")->setCurrentIndex(type);
+    }
+    template<class Feature, class... Args>
+    Feature* AddFeature(const QString& name, Args&&... args)
+    {
+        auto* const feature = new Feature(folder, std::forward<Args>(args)...);
+        feature->setObjectName(name);
+        feature->Initialize();
+        TakeNew();
+        return feature;
+    }
+    void AddFolderF()
+    {
+        folder = AddFolder("F");
+        folder->GetParentFeature()->setObjectName("Root");
+    }
+    void AddInputs()
+    {
+        AddFolderF();
+        surface = AddSquare("S", 200);
+        AddFeature<ZORWFRawSurface>("Su", surface);
+        AddFeature<ZORWFRawPoint>("St", ZORMathPoint(50, 20, 0));
+        AddFeature<ZORWFRawPoint>("En", ZORMathPoint(90, 50, 0));
+    }
+    void SelectInputs()
+    {
+        SelectFeature("_FolderSel", "F");
+        SelectFeature("_SurfaceSel", "Su");
+        SelectFeature("_StartPtSel", "St");
+        SelectFeature("_EndPtSel", "En");
+        SelectFeature("_DirSel", "F");
+    }
+    void SelectFeature(const char* objectName, const QString& name)
+    {
+        Select(objectName, QString("%1 (%1)").arg(name));
+    }
+    /// Makes the choice of a selector nothing.
+    void Clear(const char* objectName)
+    {
+        Field<ZORTestGeometrySelector>(objectName)->findChild<QComboBox*>("_Combo")->setCurrentIndex(-1);
+    }
+    /// Puts a geometry into the list of the selector \a objectName and selects it.
+    void SelectInList(const char* objectName, ZORGeoGeometry* geometry)
+    {
+        auto* list = Field<ZORTestGeometrySelector>(objectName)->findChild<QListWidget*>("_List");
+        auto* item = new QListWidgetItem(geometry->objectName(), list);
+        item->setData(Qt::UserRole, QVariant::fromValue(geometry));
+        item->setSelected(true);
+    }
+    ZORWFRawCurve* AddLimit(const QString& name, double x)
+    {
+        auto* curve =
+            new ZORGeoCurveOnSurface({surface->Project({x, 15, 0}), surface->Project({x, 25, 0})}, false);
+        curve->Initialize();
+        return AddFeature<ZORWFRawCurve>(name, curve);
+    }
+    void Check(const char* objectName, bool checked) { Field<QCheckBox>(objectName)->setChecked(checked); }
+    void SetValue(const char* objectName, double value)
+    {
+        Field<ZORCmnUnitSpinBox>(objectName)->setValue(value);
+    }
+    QVariant Setting(const char* key) { return GetSettings()->value(Group + QLatin1String(key)); }
+    QStringList SettingKeys()
+    {
+        GetSettings()->beginGroup(Group.chopped(1));
+        const QStringList keys = GetSettings()->allKeys();
+        GetSettings()->endGroup();
+        return keys;
+    }
+    /// The new feature; the last of what was added.
+    ZORWFCurveOnSupport* TakeFeature()
+    {
+        ZORWFCurveOnSupport* feature = nullptr;
+        for (ZORGeoGeometry* geometry : TakeNew()) {
+            if (auto* found = qobject_cast<ZORWFCurveOnSupport*>(geometry)) {
+                EXPECT_EQ(nullptr, feature) << "only one";
+                feature = found;
+            }
+        }
+        EXPECT_NE(nullptr, feature);
+        return feature;
+    }
+    void ExpectRun(const ZORFeatGeometry* feature, const ZORMathPoint& from, const ZORMathPoint& to)
+    {
+        ASSERT_TRUE(feature && feature->GetBody());
+        const auto* curve = qobject_cast<const ZORGeoCurveOnSurface*>(feature->GetBody()->GetGeometry());
+        ASSERT_TRUE(curve);
+        EXPECT_TRUE(IsNear(from, curve->GetPoint(0))) << testing::PrintToString(curve->GetPoint(0));
+        const ZORMathPoint end = curve->GetPoint(curve->GetNumPoints() - 1);
+        EXPECT_TRUE(IsNear(to, end)) << testing::PrintToString(end);
+    }
+    /// Presses OK and returns the SDK calls that it made but those for its settings.
+    QStringList TraceFeature()
+    {
+        QStringList calls = TraceOk();
+        calls.removeIf([](const QString& call) { return call.startsWith("ZORSysSettingGroupContext::"); });
+        return calls;
+    }
+    /// Presses OK, which must show \a message and call nothing of the SDK.
+    void ExpectRefusal(const QString& message)
+    {
+        EXPECT_EQ(QStringList(), TraceFeature());
+        EXPECT_EQ(QStringList({message}), boxes.TakeErrors());
+        EXPECT_TRUE(TakeNew().isEmpty());
+    }
+
+    ZORFeatFolder* folder = nullptr;
+    ZORGeoSurface* surface = nullptr;
+};
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, FormStandsAsItIsKnown)
+{
+    AddInputs();
+    OpenDialog(1);
+    Field<ZORTestGeometrySelector>("_EndPtSel")->show(); // all of it at once
+    EXPECT_EQ(QString("Create Curve on Support"), dialog->windowTitle());
+    EXPECT_EQ(QString("Curve on Support"), GetClassInfo("label"));
+    EXPECT_EQ(QString(), GetClassInfo("createdTypes"));
+    dialog->adjustSize();
+    dialog->layout()->activate();
+    EXPECT_EQ(QStringList({"Type: ", "Folder: ", "Support: ", "Start Point: ", "End Point: ", "Direction: ",
+                           "Angle: ", "Flip direction", "Limit start to:", "Limit end to:",
+                           "Start Limit Geometry:", "End Limit Geometry: "}),
+              GetCaptions());
+    const QString geometry("ZORFeatGeometry");
+    EXPECT_EQ(
+        QStringList({"ZORFeatFolder", geometry, geometry, geometry, "ZORFeatObject", geometry, geometry}),
+        GetGeoTypes());
+    const QStringList shapes{"Su (Su)", "St (St)", "En (En)"};
+    for (const char* name : {"_SurfaceSel", "_StartPtSel", "_EndPtSel"})
+        EXPECT_EQ(shapes, GetCandidates(name)) << name;
+    EXPECT_EQ(5, GetCandidates("_DirSel").size()) << "folders as well";
+    for (const char* name : {"_StartLimitSel", "_EndLimitSel"})
+        EXPECT_TRUE(Field<ZORTestGeometrySelector>(name)->property("multi").toBool()) << name;
+    EXPECT_EQ(QString("Angle"), Field<ZORCmnUnitSpinBox>("_AngleSpin")->property("magnitude").toString());
+    for (const char* name : {"_StartLenSpin", "_EndLenSpin"})
+        EXPECT_EQ(QString("Length"), Field<ZORCmnUnitSpinBox>(name)->property("magnitude").toString());
+    const auto* combo = Field<QComboBox>("_TypeCombo");
+    QStringList types;
+    for (int i = 0; i < combo->count(); ++i)
+        types.append(combo->itemText(i));
+    EXPECT_EQ(QStringList({"point to point", "point direction", "constant angle"}), types);
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, FirstTimeUserFindsTheDefaults)
+{
+    OpenDialog();
+    EXPECT_EQ(0, Field<QComboBox>("_TypeCombo")->currentIndex());
+    EXPECT_TRUE(Field<QCheckBox>("_StartLenCheck")->isChecked());
+    EXPECT_TRUE(Field<QCheckBox>("_EndLenCheck")->isChecked());
+    EXPECT_FALSE(Field<QCheckBox>("_FlipCheck")->isChecked());
+    EXPECT_EQ(0.0, Field<ZORCmnUnitSpinBox>("_StartLenSpin")->GetInternalValue());
+    EXPECT_EQ(100.0, Field<ZORCmnUnitSpinBox>("_EndLenSpin")->GetInternalValue());
+    EXPECT_EQ(0.0, Field<ZORCmnUnitSpinBox>("_AngleSpin")->GetInternalValue());
+    PressCancel();
+    EXPECT_TRUE(SettingKeys().isEmpty()) << "written by OK alone";
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, TypeShowsWhatItNeeds)
+{
+    const auto expectShown = [&](bool endPoint) {
+        EXPECT_EQ(endPoint, Field<QWidget>("_EndPtSel")->isVisible());
+        for (const char* name : {"_DirSel", "_AngleLabel", "_AngleSpin", "_FlipCheck"})
+            EXPECT_EQ(!endPoint, Field<QWidget>(name)->isVisible()) << name;
+        for (const char* name : {"_StartLenCheck", "_StartLenSpin", "_EndLenCheck", "_EndLenSpin",
+                                 "_StartLimitSel", "_EndLimitSel", "_AngleSpin"})
+            EXPECT_TRUE(Field<QWidget>(name)->isEnabled()) << name;
+        for (const char* name : {"_StartLenCheck", "_EndLenSpin", "_StartLimitSel", "_EndLimitSel"})
+            EXPECT_TRUE(Field<QWidget>(name)->isVisible()) << name;
+    };
+    OpenDialog();
+    expectShown(true);
+    for (const int type : {1, 0, 2, 1, 0}) {
+        Field<QComboBox>("_TypeCombo")->setCurrentIndex(type);
+        expectShown(type == 0);
+    }
+    PressCancel();
+    GetSettings()->setValue(Group + "Type", 2);
+    ASSERT_NE(nullptr, Open("ZORTestWFCurveOnSupportDlg"));
+    expectShown(false);
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, PointToPointPassesEverythingInOrder)
+{
+    AddInputs();
+    OpenDialog();
+    SelectInputs();
+    Clear("_DirSel"); // hidden, not read
+    Check("_FlipCheck", true);
+    SetValue("_AngleSpin", 90);
+    SetValue("_StartLenSpin", 2.5);
+    EXPECT_EQ(
+        QStringList({Class + "ZORWFCurveOnSupport(<F>)", Class + "Initialize()", Class + "SetSupport(<Su>)",
+                     Class + "SetComputationMethod(0)", Class + "SetStartPoint(<St>)",
+                     Class + "SetEndPoint(<En>)", Class + "SetStartLength(2.5)", Class + "SetEndLength(100)",
+                     Class + "SetDirection(null)", Class + "SetAngle(1.5707963267948966)",
+                     Class + "SetDirectionFlipped(true)"}),
+        TraceFeature());
+    ExpectRun(TakeFeature(), {50, 20, 0}, {90, 50, 0});
+    EXPECT_EQ(QList<bool>({true, true}), finished);
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, DirectedTypesPassEverythingInOrder)
+{
+    AddInputs();
+    ZORWFRawCurve* const first = AddLimit("L1", 45);
+    ZORWFRawCurve* const second = AddLimit("L2", 75);
+    for (const int type : {1, 2}) {
+        OpenDialog(type);
+        SelectInputs();
+        Clear("_EndPtSel"); // hidden, not read
+        SetValue("_StartLenSpin", 30);
+        SelectInList("_StartLimitSel", second);
+        SelectInList("_StartLimitSel", first);
+        SelectInList("_EndLimitSel", second);
+        EXPECT_EQ(
+            QStringList(
+                {Class + "ZORWFCurveOnSupport(<F>)", Class + "Initialize()", Class + "SetSupport(<Su>)",
+                 Class + QString("SetComputationMethod(%1)").arg(type), Class + "SetStartPoint(<St>)",
+                 Class + "SetEndPoint(null)", Class + "SetStartLength(30)", Class + "SetEndLength(100)",
+                 Class + "AddStartLimit(<L2>)", Class + "AddStartLimit(<L1>)", Class + "AddEndLimit(<L2>)",
+                 Class + "SetDirection(<F>)", Class + "SetAngle(0)", Class + "SetDirectionFlipped(false)"}),
+            TraceFeature());
+        ExpectRun(TakeFeature(), {45, 20, 0}, {75, 20, 0});
+    }
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, AngleAndFlipTurnTheCurve)
+{
+    AddInputs();
+    OpenDialog(2);
+    SelectInputs();
+    SetValue("_AngleSpin", -90);
+    SetValue("_EndLenSpin", 30);
+    Check("_FlipCheck", true);
+    PressOk();
+    ExpectRun(TakeFeature(), {50, 20, 0}, {50, 50, 0});
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, UncheckedLengthsAreNanAndKeepTheirSettings)
+{
+    AddInputs();
+    GetSettings()->setValue(Group + "StartLen", 7.0);
+    OpenDialog(1);
+    SelectInputs();
+    Check("_StartLenCheck", false);
+    Check("_EndLenCheck", false);
+    SetValue("_StartLenSpin", 1);
+    SetValue("_EndLenSpin", 2);
+    const QStringList calls = TraceOk();
+    EXPECT_TRUE(calls.contains(Class + "SetStartLength(nan)"));
+    EXPECT_TRUE(calls.contains(Class + "SetEndLength(nan)"));
+    EXPECT_EQ(7.0, Setting("StartLen").toDouble());
+    EXPECT_FALSE(Setting("EndLen").isValid());
+    EXPECT_EQ(QVariant(false), Setting("UseStartLen"));
+    EXPECT_EQ(QVariant(false), Setting("UseEndLen"));
+    ExpectRun(TakeFeature(), {0, 20, 0}, {200, 20, 0});
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, SettingsComeBackInTheNextDialog)
+{
+    AddInputs();
+    OpenDialog(2);
+    SelectInputs();
+    SetValue("_AngleSpin", 45);
+    SetValue("_StartLenSpin", 3);
+    SetValue("_EndLenSpin", 4);
+    Check("_FlipCheck", true);
+    PressOk();
+    EXPECT_EQ(QStringList({"Angle", "EndLen", "Flip", "StartLen", "Type", "UseEndLen", "UseStartLen"}),
+              SettingKeys());
+    EXPECT_EQ(2, Setting("Type").toInt());
+    EXPECT_NEAR(0.7853981633974483, Setting("Angle").toDouble(), 1e-12) << "radians";
+    EXPECT_EQ(QVariant(true), Setting("Flip"));
+    ASSERT_NE(nullptr, Open("ZORTestWFCurveOnSupportDlg"));
+    EXPECT_EQ(2, Field<QComboBox>("_TypeCombo")->currentIndex());
+    EXPECT_NEAR(45, Field<ZORCmnUnitSpinBox>("_AngleSpin")->value(), 1e-9);
+    EXPECT_EQ(3.0, Field<ZORCmnUnitSpinBox>("_StartLenSpin")->GetInternalValue());
+    EXPECT_EQ(4.0, Field<ZORCmnUnitSpinBox>("_EndLenSpin")->GetInternalValue());
+    EXPECT_TRUE(Field<QCheckBox>("_FlipCheck")->isChecked());
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, MissingInputsAreReportedInTheirOrder)
+{
+    const QStringList early{"EndLen", "Flip", "StartLen", "Type", "UseEndLen", "UseStartLen"};
+    OpenDialog();
+    ExpectRefusal("Surface selection invalid");
+    EXPECT_EQ(early, SettingKeys()) << "written before anything is checked, the angle is not";
+    AddInputs();
+    OpenDialog();
+    SelectInputs();
+    Clear("_StartPtSel");
+    Clear("_EndPtSel");
+    ExpectRefusal("Start point selection invalid");
+    OpenDialog();
+    SelectInputs();
+    Clear("_EndPtSel");
+    Clear("_FolderSel");
+    ExpectRefusal("End point selection invalid");
+    EXPECT_EQ(early, SettingKeys());
+    OpenDialog();
+    SelectInputs();
+    Clear("_FolderSel");
+    ExpectRefusal("Folder selection invalid");
+    EXPECT_TRUE(SettingKeys().contains("Angle"));
+    for (const int type : {1, 2}) {
+        OpenDialog(type);
+        SelectInputs();
+        Clear("_EndPtSel");
+        Clear("_DirSel");
+        ExpectRefusal("Direction selection invalid");
+    }
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, LimitsThatAreNoFeaturesAreReported)
+{
+    AddInputs();
+    ZORGeoPolyline* const polyline = AddPolyline("L", {{0, 0, 0}, {1, 0, 0}});
+    ZORWFRawCurve* const limit = AddLimit("L1", 75);
+    OpenDialog(0); // read for every type
+    SelectInputs();
+    SelectInList("_StartLimitSel", limit);
+    SelectInList("_StartLimitSel", polyline);
+    SelectInList("_EndLimitSel", polyline);
+    ExpectRefusal("Start limit selection invalid");
+    OpenDialog(2);
+    SelectInputs();
+    SelectInList("_StartLimitSel", limit);
+    SelectInList("_EndLimitSel", polyline);
+    ExpectRefusal("End limit selection invalid");
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, FailureOfTheSdkIsShownAndTheFeatureStays)
+{
+    AddInputs();
+    OpenDialog();
+    SelectInputs();
+    SelectFeature("_SurfaceSel", "St");
+    const QStringList calls = TraceOk();
+    EXPECT_EQ(QStringList({"the support is no surface"}), boxes.TakeErrors());
+    EXPECT_EQ(Class + "SetEndPoint(<En>) ! the support is no surface", calls.constLast());
+    const ZORWFCurveOnSupport* const feature = TakeFeature();
+    EXPECT_EQ(folder, feature->GetParentFeature());
+    EXPECT_EQ(nullptr, feature->GetBody());
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, SelectorsFindTheCurveInItsBody)
+{
+    AddInputs();
+    OpenDialog();
+    SelectInputs();
+    PressOk();
+    const ZORWFCurveOnSupport* const feature = TakeFeature();
+    ZORTestGeometrySelector selector(nullptr);
+    selector.setProperty("geoType", "ZORFeatGeometry");
+    selector.setProperty("bodyDim", "1");
+    selector.SetEnvironment(GetEnvironment());
+    EXPECT_EQ(feature, selector.GetSelectedGeometry());
+    selector.setProperty("geoType", "ZORGeoCurveOnSurface");
+    selector.OnReload();
+    EXPECT_EQ(feature->GetBody()->GetGeometry(), selector.GetSelectedGeometry());
+}
+
+TEST_F(ZORTestWFCurveOnSupportDlgTest, ConsoleOpensItFromItsMenu)
+{
+    OpenConsole();
+    ASSERT_NE(nullptr, TriggerMenu("actionCreate_Curve_on_Support"));
+    EXPECT_STREQ("ZORTestWFCurveOnSupportDlg", dialog->metaObject()->className());
+}
+
+} // namespace
