@@ -3,7 +3,7 @@
 # summaries with the paths of the pictures, which lie in the folder "demo" of the build unless another is
 # named. Exits non-zero if anything differs from what it should be.
 set -eu
-host=$1
+host=$(realpath "$1") # file dialogs take relative paths from where they were last
 root=$(cd "$(dirname "$0")/.." && pwd)
 out=${2:-$(cd "$(dirname "$host")/.." && pwd)/demo}
 rm -rf "$out"
