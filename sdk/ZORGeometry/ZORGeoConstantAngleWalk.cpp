@@ -119,12 +119,7 @@ private:
         const ZORMathVector before =
             walker.GetHeading().along * side + walker.GetHeading().across * Cross(normal, side);
         const ZORGeoVertexFan fan(m_mesh, ZorGeoArriveAtCorner(walker, corner).entry);
-        const auto departure = LeaveAlongField(fan, m_field, before);
-        if (!departure)
-            return fan.IsClosed() ? Result::Degenerate : Result::Border;
-        walker.Enter(departure->entry);
-        walker.SetHeading(departure->heading);
-        return std::nullopt;
+        return ZorGeoDepart(walker, fan, LeaveAlongField(fan, m_field, before));
     }
 
     const ZORGeoMesh& m_mesh;

@@ -30,12 +30,7 @@ private:
     {
         const ZORGeoVertexArrival arrival = ZorGeoArriveAtCorner(walker, corner);
         const ZORGeoVertexFan fan(m_mesh, arrival.entry);
-        const auto departure = fan.GoStraight(fan.GetFirstAngle() + arrival.back);
-        if (!departure)
-            return fan.IsClosed() ? Result::Degenerate : Result::Border;
-        walker.Enter(departure->entry);
-        walker.SetHeading(departure->heading);
-        return std::nullopt;
+        return ZorGeoDepart(walker, fan, fan.GoStraight(fan.GetFirstAngle() + arrival.back));
     }
 
     const ZORGeoMesh& m_mesh;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORGeoTraceRecorder_p.h"
+#include "ZORGeoVertexFan_p.h"
 #include "ZORGeoWalkStart_p.h"
 
 #include <optional>
@@ -23,6 +24,18 @@ inline void ZorGeoShortenFirst(ZORGeoMeshWalker::Exit& exit, const ZORGeoWalkSta
         exit.length = start.skipped;
     }
     exit.length -= start.skipped;
+}
+
+/// Goes on from the vertex of a fan. \return why the walk ends there when there is no departure
+inline std::optional<ZORGeoCurveOnSurfaceResult::StopReason>
+ZorGeoDepart(ZORGeoMeshWalker& walker, const ZORGeoVertexFan& fan,
+             const std::optional<ZORGeoVertexFan::Departure>& departure)
+{
+    if (!departure)
+        return fan.IsClosed() ? ZORGeoCurveOnSurfaceResult::Degenerate : ZORGeoCurveOnSurfaceResult::Border;
+    walker.Enter(departure->entry);
+    walker.SetHeading(departure->heading);
+    return std::nullopt;
 }
 
 /// Walks one side of a curve until the recorder has enough or the guide knows no way on.
