@@ -1,0 +1,182 @@
+#include "ZORCompLayup.h"
+
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompPly.h>
+#include <ZORComposites/ZORCompRosette.h>
+#include <ZORComposites/ZORCompSequence.h>
+#include <ZORGeometry/ZORGeoReference.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+
+#include <QHash>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+ZOR_GEO_REGISTER_TYPE(ZORCompLayup)
+
+namespace {
+
+constexpr double SameAngle = 1e-9; // radians
+
+// Fibres have no sense: the same direction within (-pi/2, pi/2].
+double ReduceAngle(double angle)
+{
+    const double reduced = std::remainder(angle, std::numbers::pi);
+    return reduced < -std::numbers::pi / 2 + SameAngle ? reduced + std::numbers::pi : reduced;
+}
+
+bool IsSameDirection(double a, double b)
+{
+    return std::abs(std::remainder(a - b, std::numbers::pi)) <= SameAngle;
+}
+
+// As many angles above 0 as below, pairwise opposite.
+bool IsBalancedSet(const std::vector<double>& angles)
+{
+    std::vector<double> positive;
+    std::vector<double> negative;
+    for (const double angle : angles) {
+        const double reduced = ReduceAngle(angle);
+        if (IsSameDirection(reduced, 0) || IsSameDirection(reduced, std::numbers::pi / 2))
+            continue;
+        (reduced > 0 ? positive : negative).push_back(std::abs(reduced));
+    }
+    std::sort(positive.begin(), positive.end());
+    std::sort(negative.begin(), negative.end());
+    return std::equal(positive.begin(), positive.end(), negative.begin(), negative.end(), IsSameDirection);
+}
+
+} // namespace
+
+class ZORCompLayupPrivate
+{
+public:
+    ZORGeoReference<const ZORGeoSurface> surface;
+    ZORGeoReference<ZORCompRosette> rosette;
+    QString source;
+};
+
+ZORCompLayup::ZORCompLayup(ZORFeatObject* parent)
+    : ZORFeatFolder(parent)
+    , d_ptr(std::make_unique<ZORCompLayupPrivate>())
+{
+    ZOR_TRACE_CALL(parent);
+}
+
+ZORCompLayup::~ZORCompLayup() = default;
+
+void ZORCompLayup::SetSurface(const ZORGeoSurface* surface)
+{
+    ZOR_TRACE_CALL(surface);
+    Q_D(ZORCompLayup);
+    if (surface == d->surface)
+        return;
+    d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
+    emit InputsChanged();
+}
+
+const ZORGeoSurface* ZORCompLayup::GetSurface() const
+{
+    Q_D(const ZORCompLayup);
+    return d->surface;
+}
+
+void ZORCompLayup::SetRosette(ZORCompRosette* rosette)
+{
+    ZOR_TRACE_CALL(rosette);
+    Q_D(ZORCompLayup);
+    if (rosette == d->rosette)
+        return;
+    d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
+    emit InputsChanged();
+}
+
+ZORCompRosette* ZORCompLayup::GetRosette() const
+{
+    Q_D(const ZORCompLayup);
+    return d->rosette;
+}
+
+void ZORCompLayup::SetSource(const QString& fileName)
+{
+    ZOR_TRACE_CALL(fileName);
+    Q_D(ZORCompLayup);
+    d->source = fileName;
+}
+
+QString ZORCompLayup::GetSource() const
+{
+    Q_D(const ZORCompLayup);
+    return d->source;
+}
+
+QList<ZORCompSequence*> ZORCompLayup::GetSequences() const
+{
+    QList<ZORCompSequence*> sequences;
+    for (ZORFeatObject* child : GetChildren()) {
+        if (auto* sequence = qobject_cast<ZORCompSequence*>(child))
+            sequences.append(sequence);
+    }
+    return sequences;
+}
+
+QList<ZORCompPly*> ZORCompLayup::GetPlies() const
+{
+    QList<ZORCompPly*> plies;
+    QList<ZORFeatObject*> pending{const_cast<ZORCompLayup*>(this)};
+    while (!pending.isEmpty()) {
+        ZORFeatObject* const feature = pending.takeLast();
+        auto* const ply = qobject_cast<ZORCompPly*>(feature);
+        const auto* const sequence = qobject_cast<const ZORCompSequence*>(feature);
+        if (ply && ply->IsActive())
+            plies.append(ply);
+        if (feature != this && !(sequence && sequence->IsActive()))
+            continue;
+        const QList<ZORFeatObject*> children = feature->GetChildren();
+        std::copy(children.rbegin(), children.rend(), std::back_inserter(pending));
+    }
+    return plies;
+}
+
+int ZORCompLayup::GetNumPlies() const
+{
+    return int(GetPlies().size());
+}
+
+double ZORCompLayup::GetThickness() const
+{
+    double thickness = 0;
+    for (const ZORCompPly* ply : GetPlies())
+        thickness += ply->GetThickness();
+    return thickness;
+}
+
+double ZORCompLayup::GetMass() const
+{
+    double mass = 0;
+    for (const ZORCompPly* ply : GetPlies())
+        mass += ply->GetMass();
+    return mass;
+}
+
+bool ZORCompLayup::IsSymmetric() const
+{
+    const QList<ZORCompPly*> plies = GetPlies();
+    return std::equal(plies.begin(), plies.begin() + plies.size() / 2, plies.rbegin(),
+                      [](const ZORCompPly* a, const ZORCompPly* b) {
+                          return a->GetMaterial() == b->GetMaterial()
+                                 && IsSameDirection(a->GetAngle(), b->GetAngle());
+                      });
+}
+
+bool ZORCompLayup::IsBalanced() const
+{
+    QHash<const ZORCompMaterial*, std::vector<double>> angles;
+    for (const ZORCompPly* ply : GetPlies())
+        angles[ply->GetMaterial()].push_back(ply->GetAngle());
+    return std::all_of(angles.cbegin(), angles.cend(), IsBalancedSet);
+}

@@ -1,0 +1,32 @@
+// Material of plies.
+
+#pragma once
+
+#include <ZORComposites/ZORCompAttributed.h>
+#include <ZORComposites/ZORCompMaterialProperties.h>
+#include <ZORFeature/ZORFeatObject.h>
+
+class ZORCompMaterialLibrary;
+
+/// A material of the library; its name is its label.
+class ZORCOMPOSITES_EXPORT ZORCompMaterial : public ZORFeatObject, public ZORCompAttributed
+{
+    Q_OBJECT
+
+public:
+    /// A material of which nothing is known.
+    /// \param library  null leaves the material without a container
+    explicit ZORCompMaterial(ZORCompMaterialLibrary* library);
+    ~ZORCompMaterial() override;
+
+    const ZORCompMaterialProperties& GetProperties() const { return m_properties; }
+    /// Replaces all of them.
+    /// \throws ZORSysException as ZORCompMaterialProperties::Check(); nothing is changed then
+    void SetProperties(const ZORCompMaterialProperties& properties);
+
+signals:
+    void PropertiesChanged();
+
+private:
+    ZORCompMaterialProperties m_properties;
+};

@@ -1,0 +1,238 @@
+#include "ZORCompPly.h"
+
+#include "ZORCompShape_p.h"
+
+#include <ZORComposites/ZORCompLayup.h>
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompRosette.h>
+#include <ZORComposites/ZORCompSequence.h>
+#include <ZORGeometry/ZORGeoReference.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORMathematics/ZORMathBoundingBox.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <cmath>
+#include <limits>
+
+ZOR_GEO_REGISTER_TYPE(ZORCompPly)
+
+namespace {
+
+constexpr double Unknown = std::numeric_limits<double>::quiet_NaN();
+constexpr double Flat = 1e-6; // of the extent of a boundary
+
+// Half of the sum of the cross products of neighbouring points: its length is the area of a planar polygon.
+ZORMathVector GetAreaVector(const ZORGeoCurve& boundary)
+{
+    ZORMathVector sum;
+    const ZORMathPoint origin = boundary.GetPoint(0);
+    for (int i = 2; i < boundary.GetNumPoints(); ++i)
+        sum += 0.5 * Cross(boundary.GetPoint(i - 1) - origin, boundary.GetPoint(i) - origin);
+    return sum;
+}
+
+// NaN for a boundary off the plane through a point.
+double GetPlanarArea(const ZORGeoCurve& boundary, const ZORMathPoint& origin, const ZORMathVector& normal)
+{
+    if (boundary.GetNumPoints() == 0)
+        return 0;
+    const double tolerance = Flat * boundary.GetBoundingBox().GetDiagonal();
+    for (int i = 0; i < boundary.GetNumPoints(); ++i) {
+        if (!(std::abs(Dot(boundary.GetPoint(i) - origin, normal)) <= tolerance))
+            return Unknown;
+    }
+    return GetAreaVector(boundary).GetLength();
+}
+
+} // namespace
+
+class ZORCompPlyPrivate
+{
+public:
+    explicit ZORCompPlyPrivate(ZORCompPly* ply)
+        : shape(ply)
+    {
+    }
+
+    ZORGeoReference<ZORCompMaterial> material;
+    ZORGeoReference<ZORCompRosette> rosette;
+    QList<ZORGeoReference<const ZORGeoCurve>> boundaries; // null for those that are gone
+    double angle = 0;
+    bool isActive = true;
+    ZORCompShape shape;
+};
+
+ZORCompPly::ZORCompPly(ZORCompSequence* sequence)
+    : ZORFeatGeometry(sequence)
+    , d_ptr(std::make_unique<ZORCompPlyPrivate>(this))
+{
+    ZOR_TRACE_CALL(sequence);
+}
+
+ZORCompPly::~ZORCompPly() = default;
+
+void ZORCompPly::Initialize()
+{
+    ZOR_TRACE_CALL();
+    Q_D(ZORCompPly);
+    if (d->shape.Register())
+        ZORFeatGeometry::Initialize();
+}
+
+ZORTopBody* ZORCompPly::GetBody() const
+{
+    Q_D(const ZORCompPly);
+    return d->shape.GetBody();
+}
+
+void ZORCompPly::SetMaterial(ZORCompMaterial* material)
+{
+    ZOR_TRACE_CALL(material);
+    Q_D(ZORCompPly);
+    if (material == d->material)
+        return;
+    d->material = ZORGeoReference<ZORCompMaterial>(material, this);
+    emit PlyChanged();
+}
+
+ZORCompMaterial* ZORCompPly::GetMaterial() const
+{
+    Q_D(const ZORCompPly);
+    return d->material;
+}
+
+void ZORCompPly::SetAngle(double angle)
+{
+    ZOR_TRACE_CALL(angle);
+    Q_D(ZORCompPly);
+    if (!std::isfinite(angle))
+        throw ZORSysException(tr("the angle of the ply is not finite"));
+    if (angle == d->angle)
+        return;
+    d->angle = angle;
+    emit PlyChanged();
+}
+
+double ZORCompPly::GetAngle() const
+{
+    Q_D(const ZORCompPly);
+    return d->angle;
+}
+
+void ZORCompPly::SetRosette(ZORCompRosette* rosette)
+{
+    ZOR_TRACE_CALL(rosette);
+    Q_D(ZORCompPly);
+    if (rosette == d->rosette)
+        return;
+    d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
+    emit PlyChanged();
+}
+
+ZORCompRosette* ZORCompPly::GetRosette() const
+{
+    Q_D(const ZORCompPly);
+    return d->rosette;
+}
+
+ZORCompRosette* ZORCompPly::GetEffectiveRosette() const
+{
+    if (GetRosette())
+        return GetRosette();
+    const ZORCompSequence* sequence = GetSequence();
+    return sequence ? sequence->GetEffectiveRosette() : nullptr;
+}
+
+void ZORCompPly::SetBoundaries(const QList<const ZORGeoCurve*>& boundaries)
+{
+    ZOR_TRACE_CALL(boundaries);
+    Q_D(ZORCompPly);
+    QList<const ZORGeoCurve*> curves = boundaries;
+    curves.removeAll(nullptr);
+    if (curves == GetBoundaries() && curves.size() == d->boundaries.size())
+        return;
+    QList<ZORGeoReference<const ZORGeoCurve>> references;
+    for (const ZORGeoCurve* curve : curves)
+        references.append(ZORGeoReference<const ZORGeoCurve>(curve, this));
+    d->boundaries = references;
+    const QPointer<ZORCompPly> self = this; // receivers of signals may remove it
+    if (d->shape.Replace(curves.isEmpty() ? nullptr : curves.first(), false))
+        emit BodyChanged();
+    if (self)
+        emit PlyChanged();
+}
+
+QList<const ZORGeoCurve*> ZORCompPly::GetBoundaries() const
+{
+    Q_D(const ZORCompPly);
+    QList<const ZORGeoCurve*> boundaries;
+    for (const ZORGeoReference<const ZORGeoCurve>& boundary : d->boundaries) {
+        if (boundary.Get())
+            boundaries.append(boundary.Get());
+    }
+    return boundaries;
+}
+
+void ZORCompPly::SetActive(bool isActive)
+{
+    ZOR_TRACE_CALL(isActive);
+    Q_D(ZORCompPly);
+    if (isActive == d->isActive)
+        return;
+    d->isActive = isActive;
+    emit PlyChanged();
+}
+
+bool ZORCompPly::IsActive() const
+{
+    Q_D(const ZORCompPly);
+    return d->isActive;
+}
+
+ZORCompSequence* ZORCompPly::GetSequence() const
+{
+    return qobject_cast<ZORCompSequence*>(GetParentFeature());
+}
+
+ZORCompLayup* ZORCompPly::GetLayup() const
+{
+    const ZORCompSequence* sequence = GetSequence();
+    return sequence ? sequence->GetLayup() : nullptr;
+}
+
+const ZORGeoSurface* ZORCompPly::GetSurface() const
+{
+    const ZORCompLayup* layup = GetLayup();
+    return layup ? layup->GetSurface() : nullptr;
+}
+
+double ZORCompPly::GetThickness() const
+{
+    return GetMaterial() ? GetMaterial()->GetProperties().thickness : Unknown;
+}
+
+double ZORCompPly::GetArea() const
+{
+    Q_D(const ZORCompPly);
+    if (d->boundaries.isEmpty())
+        return GetSurface() ? GetSurface()->GetArea() : Unknown;
+    const QList<const ZORGeoCurve*> boundaries = GetBoundaries();
+    if (boundaries.size() != d->boundaries.size() || boundaries.first()->GetNumPoints() == 0)
+        return Unknown;
+    const ZORMathPoint origin = boundaries.first()->GetPoint(0);
+    const ZORMathVector normal = GetAreaVector(*boundaries.first()).GetNormalized();
+    double area = GetPlanarArea(*boundaries.first(), origin, normal);
+    for (const ZORGeoCurve* hole : boundaries.mid(1))
+        area -= GetPlanarArea(*hole, origin, normal);
+    return area;
+}
+
+double ZORCompPly::GetMass() const
+{
+    if (!GetMaterial())
+        return Unknown;
+    constexpr double KilogramsPerTonne = 1000;
+    return GetArea() * GetThickness() * GetMaterial()->GetProperties().density * KilogramsPerTonne;
+}

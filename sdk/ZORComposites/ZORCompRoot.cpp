@@ -1,0 +1,15 @@
+#include "ZORCompRoot.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+
+ZOR_GEO_REGISTER_TYPE(ZORCompRoot)
+
+ZORCompRoot::ZORCompRoot(ZORFeatContainer* container)
+    : ZORFeatRoot(container)
+{
+    ZOR_TRACE_CALL(container);
+}
+
+ZORCompRoot::~ZORCompRoot() = default;

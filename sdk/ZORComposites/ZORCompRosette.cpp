@@ -1,0 +1,219 @@
+#include "ZORCompRosette.h"
+
+#include "ZORCompShape_p.h"
+
+#include <ZORGeometry/ZORGeoLine.h>
+#include <ZORGeometry/ZORGeoReference.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <cmath>
+
+ZOR_GEO_REGISTER_TYPE(ZORCompRosette)
+
+namespace {
+
+constexpr double Parallel = 1e-9; // radians
+constexpr double Farthest = 1e60; // millimetres
+
+struct Axes
+{
+    ZORMathPoint origin;
+    ZORMathVector x{1, 0, 0};
+    ZORMathVector z{0, 0, 1};
+};
+
+// The direction of a vector within the plane of a normal of length 1; zero when it is parallel to the normal.
+ZORMathVector ProjectDirection(const ZORMathVector& vector, const ZORMathVector& normal)
+{
+    const ZORMathVector direction = vector.GetNormalized();
+    const ZORMathVector inPlane = direction - Dot(direction, normal) * normal;
+    return inPlane.GetLength() > Parallel ? inPlane.GetNormalized() : ZORMathVector();
+}
+
+bool IsZero(const ZORMathVector& vector)
+{
+    return vector == ZORMathVector();
+}
+
+bool IsNear(const ZORMathPoint& point)
+{
+    return std::abs(point.GetX()) <= Farthest && std::abs(point.GetY()) <= Farthest
+           && std::abs(point.GetZ()) <= Farthest;
+}
+
+Axes Orthonormalize(const Axes& given)
+{
+    if (!IsNear(given.origin))
+        throw ZORSysException(ZORCompRosette::tr("the origin of the rosette is not finite or too far away"));
+    const ZORMathVector z = given.z.GetNormalized();
+    if (IsZero(z))
+        throw ZORSysException(ZORCompRosette::tr("the normal of the rosette has no direction"));
+    if (IsZero(given.x.GetNormalized()))
+        throw ZORSysException(ZORCompRosette::tr("the X axis of the rosette has no direction"));
+    const ZORMathVector x = ProjectDirection(given.x, z);
+    if (IsZero(x))
+        throw ZORSysException(ZORCompRosette::tr("the X axis of the rosette is parallel to its normal"));
+    return {given.origin, x, z};
+}
+
+Axes PutOnSurface(const Axes& axes, const ZORGeoSurface& surface)
+{
+    const ZORGeoLocationOnSurface place = surface.Project(axes.origin);
+    if (place.IsNull())
+        throw ZORSysException(ZORCompRosette::tr("the surface of the rosette is empty"));
+    ZORMathPoint a, b, c;
+    surface.GetVertices(place.triangle, a, b, c);
+    ZORMathVector z = Cross((b - a).GetNormalized(), (c - a).GetNormalized()).GetNormalized();
+    if (IsZero(z)) // a triangle without area
+        z = axes.z;
+    const ZORMathVector x = ProjectDirection(axes.x, z);
+    if (IsZero(x))
+        throw ZORSysException(
+            ZORCompRosette::tr("the X axis of the rosette is perpendicular to the surface"));
+    return {place.point, x, z};
+}
+
+Axes Resolve(const Axes& given, const ZORGeoSurface* surface)
+{
+    const Axes axes = Orthonormalize(given);
+    return surface ? PutOnSurface(axes, *surface) : axes;
+}
+
+} // namespace
+
+class ZORCompRosettePrivate
+{
+public:
+    explicit ZORCompRosettePrivate(ZORCompRosette* rosette)
+        : shape(rosette)
+    {
+    }
+
+    Axes given;
+    Axes axes;
+    ZORGeoReference<const ZORGeoSurface> surface;
+    ZORCompShape shape;
+};
+
+ZORCompRosette::ZORCompRosette(ZORFeatObject* parent)
+    : ZORCompRosette(parent, {}, {1, 0, 0}, {0, 0, 1})
+{
+}
+
+ZORCompRosette::ZORCompRosette(ZORFeatObject* parent, const ZORMathPoint& origin, const ZORMathVector& xAxis,
+                               const ZORMathVector& normal)
+    : ZORFeatGeometry(parent)
+    , d_ptr(std::make_unique<ZORCompRosettePrivate>(this))
+{
+    ZOR_TRACE_CALL(parent, origin, xAxis, normal);
+    Q_D(ZORCompRosette);
+    d->given = {origin, xAxis, normal};
+    d->axes = Resolve(d->given, nullptr);
+    ReplaceBody();
+}
+
+ZORCompRosette::~ZORCompRosette() = default;
+
+void ZORCompRosette::Initialize()
+{
+    ZOR_TRACE_CALL();
+    Q_D(ZORCompRosette);
+    if (d->shape.Register())
+        ZORFeatGeometry::Initialize();
+}
+
+ZORTopBody* ZORCompRosette::GetBody() const
+{
+    Q_D(const ZORCompRosette);
+    return d->shape.GetBody();
+}
+
+void ZORCompRosette::SetAxes(const ZORMathPoint& origin, const ZORMathVector& xAxis,
+                             const ZORMathVector& normal)
+{
+    ZOR_TRACE_CALL(origin, xAxis, normal);
+    Q_D(ZORCompRosette);
+    const Axes given{origin, xAxis, normal};
+    d->axes = Resolve(given, d->surface);
+    d->given = given;
+    ReplaceBody();
+}
+
+void ZORCompRosette::SetSurface(const ZORGeoSurface* surface)
+{
+    ZOR_TRACE_CALL(surface);
+    Q_D(ZORCompRosette);
+    d->axes = Resolve(d->given, surface);
+    d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
+    ReplaceBody();
+}
+
+const ZORGeoSurface* ZORCompRosette::GetSurface() const
+{
+    Q_D(const ZORCompRosette);
+    return d->surface;
+}
+
+ZORMathPoint ZORCompRosette::GetOrigin() const
+{
+    Q_D(const ZORCompRosette);
+    return d->axes.origin;
+}
+
+ZORMathVector ZORCompRosette::GetXAxis() const
+{
+    Q_D(const ZORCompRosette);
+    return d->axes.x;
+}
+
+ZORMathVector ZORCompRosette::GetYAxis() const
+{
+    Q_D(const ZORCompRosette);
+    return Cross(d->axes.z, d->axes.x);
+}
+
+ZORMathVector ZORCompRosette::GetNormal() const
+{
+    Q_D(const ZORCompRosette);
+    return d->axes.z;
+}
+
+ZORMathPoint ZORCompRosette::GetGivenOrigin() const
+{
+    Q_D(const ZORCompRosette);
+    return d->given.origin;
+}
+
+ZORMathVector ZORCompRosette::GetGivenXAxis() const
+{
+    Q_D(const ZORCompRosette);
+    return d->given.x;
+}
+
+ZORMathVector ZORCompRosette::GetGivenNormal() const
+{
+    Q_D(const ZORCompRosette);
+    return d->given.z;
+}
+
+ZORMathVector ZORCompRosette::GetDirection(const ZORMathVector& normal, double angle) const
+{
+    Q_D(const ZORCompRosette);
+    const ZORMathVector z = normal.GetNormalized();
+    const ZORMathVector x = IsZero(z) ? z : ProjectDirection(d->axes.x, z);
+    if (IsZero(x) || !std::isfinite(angle))
+        return {};
+    return (std::cos(angle) * x + std::sin(angle) * Cross(z, x)).GetNormalized();
+}
+
+void ZORCompRosette::ReplaceBody()
+{
+    Q_D(ZORCompRosette);
+    auto line =
+        std::make_unique<ZORGeoLine>(GetContainer(), d->axes.origin, d->axes.origin + AxisLength * d->axes.x);
+    if (d->shape.Replace(line.release(), true))
+        emit BodyChanged();
+}

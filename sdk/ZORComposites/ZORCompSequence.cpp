@@ -1,0 +1,91 @@
+#include "ZORCompSequence.h"
+
+#include <ZORComposites/ZORCompLayup.h>
+#include <ZORComposites/ZORCompPly.h>
+#include <ZORComposites/ZORCompRosette.h>
+#include <ZORGeometry/ZORGeoReference.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+ZOR_GEO_REGISTER_TYPE(ZORCompSequence)
+
+class ZORCompSequencePrivate
+{
+public:
+    ZORGeoReference<ZORCompRosette> rosette;
+    bool isActive = true;
+};
+
+ZORCompSequence::ZORCompSequence(ZORFeatObject* parent)
+    : ZORFeatFolder(parent)
+    , d_ptr(std::make_unique<ZORCompSequencePrivate>())
+{
+    ZOR_TRACE_CALL(parent);
+    if (parent && !qobject_cast<ZORCompLayup*>(parent) && !qobject_cast<ZORCompSequence*>(parent))
+        throw ZORSysException(tr("a sequence needs a layup or a sequence as its parent"));
+}
+
+ZORCompSequence::~ZORCompSequence() = default;
+
+void ZORCompSequence::SetRosette(ZORCompRosette* rosette)
+{
+    ZOR_TRACE_CALL(rosette);
+    Q_D(ZORCompSequence);
+    if (rosette == d->rosette)
+        return;
+    d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
+    emit RosetteChanged();
+}
+
+ZORCompRosette* ZORCompSequence::GetRosette() const
+{
+    Q_D(const ZORCompSequence);
+    return d->rosette;
+}
+
+ZORCompRosette* ZORCompSequence::GetEffectiveRosette() const
+{
+    const ZORFeatObject* feature = this;
+    while (const auto* sequence = qobject_cast<const ZORCompSequence*>(feature)) {
+        if (sequence->GetRosette())
+            return sequence->GetRosette();
+        feature = sequence->GetParentFeature();
+    }
+    const auto* layup = qobject_cast<const ZORCompLayup*>(feature);
+    return layup ? layup->GetRosette() : nullptr;
+}
+
+void ZORCompSequence::SetActive(bool isActive)
+{
+    ZOR_TRACE_CALL(isActive);
+    Q_D(ZORCompSequence);
+    if (isActive == d->isActive)
+        return;
+    d->isActive = isActive;
+    emit ActiveChanged(isActive);
+}
+
+bool ZORCompSequence::IsActive() const
+{
+    Q_D(const ZORCompSequence);
+    return d->isActive;
+}
+
+ZORCompLayup* ZORCompSequence::GetLayup() const
+{
+    ZORFeatObject* feature = GetParentFeature();
+    while (feature && !qobject_cast<ZORCompLayup*>(feature))
+        feature = feature->GetParentFeature();
+    return static_cast<ZORCompLayup*>(feature);
+}
+
+QList<ZORCompPly*> ZORCompSequence::GetPlies() const
+{
+    QList<ZORCompPly*> plies;
+    for (ZORFeatObject* child : GetChildren()) {
+        if (auto* ply = qobject_cast<ZORCompPly*>(child))
+            plies.append(ply);
+    }
+    return plies;
+}
