@@ -1,5 +1,6 @@
 #include "ZORFeatFolder.h"
 
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
@@ -17,3 +18,16 @@ ZORFeatFolder::ZORFeatFolder(ZORGeoContainer* container)
 }
 
 ZORFeatFolder::~ZORFeatFolder() = default;
+
+struct ZORFeatFolderStorage
+{
+    static void Write(const ZORFeatFolder&, ZORGeoObjectWriter&) {}
+    static ZORFeatFolder* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        if (auto* parent = reader.GetReference<ZORFeatObject>("parent"))
+            return new ZORFeatFolder(parent);
+        return new ZORFeatFolder(container);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORFeatFolder)

@@ -16,4 +16,7 @@ public:
 protected:
     /// A folder at the top of a tree.
     explicit ZORFeatFolder(ZORGeoContainer* container);
+
+private:
+    friend struct ZORFeatFolderStorage;
 };

@@ -1,6 +1,7 @@
 #include "ZORFeatObject.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
@@ -211,3 +212,24 @@ void ZORFeatObject::DestroyDescendants()
         feature = parent;
     }
 }
+
+struct ZORFeatObjectStorage
+{
+    static void Write(const ZORFeatObject& feature, ZORGeoObjectWriter& writer)
+    {
+        const ZORFeatObjectPrivate& data = *feature.d_func();
+        writer.WriteReference("parent", data.parent);
+        writer.WriteString("label", data.label);
+    }
+    static void Complete(ZORFeatObject& feature, const ZORGeoObjectReader& reader)
+    {
+        ZORFeatObject* const parent = reader.GetReference<ZORFeatObject>("parent");
+        if (parent != feature.d_func()->futureParent)
+            reader.Fail(ZORFeatObject::tr("it is not made with its parent"));
+        if (parent && !reader.IsReferenceEarlier("parent"))
+            reader.Fail(ZORFeatObject::tr("it comes before its parent"));
+        feature.d_func()->label = reader.GetString("label");
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORFeatObject)

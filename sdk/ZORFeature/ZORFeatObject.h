@@ -64,5 +64,6 @@ private:
     void DestroyDescendants();
 
     Q_DECLARE_PRIVATE(ZORFeatObject)
+    friend struct ZORFeatObjectStorage;
     const std::unique_ptr<ZORFeatObjectPrivate> d_ptr;
 };

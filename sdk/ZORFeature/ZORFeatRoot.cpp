@@ -1,6 +1,7 @@
 #include "ZORFeatRoot.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatRootStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
@@ -32,3 +33,7 @@ void ZORFeatRoot::Initialize()
     ZORFeatFolder::Initialize();
     container->AddRoot(this);
 }
+
+using ZORFeatRootStorage = ZORFeatRootStorageOf<ZORFeatRoot>;
+
+ZOR_GEO_REGISTER_STORAGE(ZORFeatRoot)

@@ -1,6 +1,7 @@
 #include "ZORGeoCartesianPoint.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
@@ -22,3 +23,17 @@ ZORMathPoint ZORGeoCartesianPoint::GetMathPoint() const
 {
     return m_point;
 }
+
+struct ZORGeoCartesianPointStorage
+{
+    static void Write(const ZORGeoCartesianPoint& point, ZORGeoObjectWriter& writer)
+    {
+        writer.WritePoint("point", point.GetMathPoint());
+    }
+    static ZORGeoCartesianPoint* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        return new ZORGeoCartesianPoint(container, reader.GetPoint("point"));
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORGeoCartesianPoint)

@@ -1,7 +1,6 @@
 #include "ZORGeoContainer.h"
 
-#include "ZORGeoContainerIndex_p.h"
-#include "ZORGeoContainerNames_p.h"
+#include "ZORGeoContainer_p.h"
 #include "ZORGeoGeometry_p.h"
 
 #include <ZORGeometry/ZORGeoGeometry.h>
@@ -11,18 +10,6 @@
 
 #include <algorithm>
 #include <cstring>
-
-class ZORGeoContainerPrivate
-{
-public:
-    void Register(ZORGeoGeometry* geometry);
-    void Rename(ZORGeoGeometry* geometry);
-    void TakeOut(ZORGeoGeometry* geometry);
-
-    ZORGeoContainerIndex index;
-    mutable ZORGeoContainerNames names;
-    bool closing = false;
-};
 
 namespace {
 

@@ -9,6 +9,8 @@
 
 #include <memory>
 
+class QIODevice;
+class ZORGeoContainerLoader;
 class ZORGeoContainerPrivate;
 class ZORGeoGeometry;
 
@@ -39,6 +41,23 @@ public:
     /// A name that no geometry of this container bears now: \a wanted itself where it is free, else
     /// "wanted.2", "wanted.3" ...; constant time, amortised.
     QString GetUniqueName(const QString& wanted) const;
+
+    /// Writes all geometries to a container file (*.ZORCont): with their names, references and exact numbers,
+    /// in their order. Equal containers give equal bytes. Everything is put together in memory first; only
+    /// a whole file is written.
+    /// \param device  open for writing
+    /// \throws ZORSysFileException "cannot write the container file: %1", "objects of these classes cannot be
+    ///         saved: %1"
+    /// \throws ZORSysException "'%1' uses '%2', which is not in the container"
+    void Save(QIODevice& device) const;
+    /// Adds the geometries of a container file: all of them, or none when it throws. Names that are taken
+    /// become unique ("wanted.2"); a feature root joins the present one of its class. Writes the load dump
+    /// of ZORGeoDebugOptions.
+    /// \param device  open for reading, and holding nothing but the file from where it stands
+    /// \throws ZORSysFileException "cannot read the container file: %1", "the file is not a container file",
+    ///         "container file is of version %1, up to version %2 can be read", "container file is damaged: %1",
+    ///         "container file holds objects of unknown classes: %1"
+    void Load(QIODevice& device);
 
     /// The classes, base classes included, that containers may hold: those of all loaded libraries that were
     /// registered with RegisterType(), by class name ascending. Every class comes once.

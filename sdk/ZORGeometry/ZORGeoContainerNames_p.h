@@ -16,6 +16,7 @@ public:
 
     void Insert(const QString& name) { ++m_used[name]; }
     void Remove(const QString& name);
+    bool IsUsed(const QString& name) const { return m_used.contains(name); }
 
     /// "stem.N", N counting from 1.
     QString MakeNumbered(const QString& stem) { return NextFree(stem, 1); }

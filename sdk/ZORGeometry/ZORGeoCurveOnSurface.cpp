@@ -1,6 +1,9 @@
 #include "ZORGeoCurveOnSurface.h"
 
+#include "ZORGeoStoredLocations_p.h"
+
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
@@ -64,6 +67,12 @@ ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>&
     m_surface = ZORGeoReference<const ZORGeoSurface>(SurfaceOf(locations), this);
 }
 
+ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(ZORGeoContainer* container, const ZORMathSetOfPoints& points)
+    : ZORGeoCurve(container, points)
+{
+    CheckPoints();
+}
+
 ZORGeoCurveOnSurface::~ZORGeoCurveOnSurface() = default;
 
 const ZORGeoSurface* ZORGeoCurveOnSurface::GetSurface() const
@@ -80,3 +89,27 @@ bool ZORGeoCurveOnSurface::IsClosed() const
 {
     return GetNumPoints() > 1 && GetPoint(0) == GetPoint(GetNumPoints() - 1);
 }
+
+struct ZORGeoCurveOnSurfaceStorage
+{
+    static void Write(const ZORGeoCurveOnSurface& curve, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteReference("surface", curve.GetSurface());
+        if (curve.GetSurface())
+            ZorGeoWriteLocations(writer, curve.GetLocations());
+        else
+            writer.WritePoints("points", curve.GetPoints());
+    }
+    static ZORGeoCurveOnSurface* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        const auto* surface = reader.GetReference<ZORGeoSurface>("surface");
+        if (!surface)
+            return new ZORGeoCurveOnSurface(container, reader.GetPoints("points"));
+        const Locations locations = ZorGeoReadLocations(reader, *surface);
+        if (locations.isEmpty())
+            reader.Fail(ZORGeoCurveOnSurface::tr("it has a surface, but no place on it"));
+        return new ZORGeoCurveOnSurface(locations, false);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORGeoCurveOnSurface)

@@ -37,7 +37,14 @@ public:
     /// Whether the curve ends at the point where it starts; false for fewer than two points.
     bool IsClosed() const;
 
+protected:
+    /// A curve whose surface has been destroyed.
+    /// \throws ZORSysException "point %1 of the curve is not finite or too far away", counted from 0
+    ZORGeoCurveOnSurface(ZORGeoContainer* container, const ZORMathSetOfPoints& points);
+
 private:
+    friend struct ZORGeoCurveOnSurfaceStorage;
+
     const QList<ZORGeoLocationOnSurface> m_locations;
     ZORGeoReference<const ZORGeoSurface> m_surface;
 };

@@ -61,6 +61,7 @@ protected:
 private:
     Q_DECLARE_PRIVATE(ZORGeoGeometry)
     friend class ZORGeoContainer;
+    friend class ZORGeoContainerLoader;
     friend class ZORGeoContainerPrivate;
     friend class ZORGeoContainerIndex;
     const std::unique_ptr<ZORGeoGeometryPrivate> d_ptr;

@@ -2,9 +2,12 @@
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+
+#include <cmath>
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoPointOnCurve)
 
@@ -16,6 +19,12 @@ ZORGeoPointOnCurve::ZORGeoPointOnCurve(const ZORGeoLocationOnCurve& location)
     if (location.IsNull())
         throw ZORSysException(tr("location is not on a curve"));
     m_curve = ZORGeoReference<const ZORGeoCurve>(location.curve, this);
+}
+
+ZORGeoPointOnCurve::ZORGeoPointOnCurve(ZORGeoContainer* container, const ZORMathPoint& point)
+    : ZORGeoPoint(container)
+    , m_location{nullptr, 0, point}
+{
 }
 
 ZORGeoPointOnCurve::~ZORGeoPointOnCurve() = default;
@@ -34,3 +43,26 @@ ZORGeoLocationOnCurve ZORGeoPointOnCurve::GetLocationOnCurve() const
 {
     return m_curve ? m_location : ZORGeoLocationOnCurve();
 }
+
+struct ZORGeoPointOnCurveStorage
+{
+    static void Write(const ZORGeoPointOnCurve& point, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteReference("curve", point.GetCurve());
+        writer.WriteDouble("distance", point.GetLocationOnCurve().distance);
+        writer.WritePoint("point", point.GetMathPoint());
+    }
+    static ZORGeoPointOnCurve* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        const ZORMathPoint point = reader.GetPoint("point");
+        const double distance = reader.GetDouble("distance");
+        if (!point.IsFinite() || !std::isfinite(distance))
+            reader.Fail(ZORGeoPointOnCurve::tr("location is not finite"));
+        const auto* curve = reader.GetReference<ZORGeoCurve>("curve");
+        if (!curve)
+            return new ZORGeoPointOnCurve(container, point);
+        return new ZORGeoPointOnCurve(ZORGeoLocationOnCurve{curve, distance, point});
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORGeoPointOnCurve)

@@ -27,6 +27,10 @@ public:
     ZORGeoLocationOnCurve GetLocationOnCurve() const;
 
 private:
+    friend struct ZORGeoPointOnCurveStorage;
+    /// A point whose curve has been destroyed.
+    ZORGeoPointOnCurve(ZORGeoContainer* container, const ZORMathPoint& point);
+
     const ZORGeoLocationOnCurve m_location;
     ZORGeoReference<const ZORGeoCurve> m_curve;
 };

@@ -1,6 +1,9 @@
 #include "ZORGeoPointOnSurface.h"
 
+#include "ZORGeoStoredLocations_p.h"
+
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -16,6 +19,12 @@ ZORGeoPointOnSurface::ZORGeoPointOnSurface(const ZORGeoLocationOnSurface& locati
     if (location.IsNull())
         throw ZORSysException(tr("location is not on a surface"));
     m_surface = ZORGeoReference<const ZORGeoSurface>(location.surface, this);
+}
+
+ZORGeoPointOnSurface::ZORGeoPointOnSurface(ZORGeoContainer* container, const ZORMathPoint& point)
+    : ZORGeoPoint(container)
+    , m_location{nullptr, 0, 0, 0, point}
+{
 }
 
 ZORGeoPointOnSurface::~ZORGeoPointOnSurface() = default;
@@ -34,3 +43,27 @@ ZORGeoLocationOnSurface ZORGeoPointOnSurface::GetLocationOnSurface() const
 {
     return m_surface ? m_location : ZORGeoLocationOnSurface();
 }
+
+struct ZORGeoPointOnSurfaceStorage
+{
+    static void Write(const ZORGeoPointOnSurface& point, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteReference("surface", point.GetSurface());
+        if (point.GetSurface())
+            ZorGeoWriteLocations(writer, {point.GetLocationOnSurface()});
+        else
+            writer.WritePoint("points", point.GetMathPoint());
+    }
+    static ZORGeoPointOnSurface* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        const ZORMathPoint point = reader.GetPoint("points");
+        if (!point.IsFinite())
+            reader.Fail(ZORGeoPointOnSurface::tr("point is not finite"));
+        const auto* surface = reader.GetReference<ZORGeoSurface>("surface");
+        if (!surface)
+            return new ZORGeoPointOnSurface(container, point);
+        return new ZORGeoPointOnSurface(ZorGeoReadLocations(reader, *surface).constFirst());
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORGeoPointOnSurface)

@@ -28,6 +28,10 @@ public:
     ZORGeoLocationOnSurface GetLocationOnSurface() const;
 
 private:
+    friend struct ZORGeoPointOnSurfaceStorage;
+    /// A point whose surface has been destroyed.
+    ZORGeoPointOnSurface(ZORGeoContainer* container, const ZORMathPoint& point);
+
     const ZORGeoLocationOnSurface m_location;
     ZORGeoReference<const ZORGeoSurface> m_surface;
 };

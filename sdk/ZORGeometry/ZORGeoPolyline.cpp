@@ -1,6 +1,7 @@
 #include "ZORGeoPolyline.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
@@ -27,3 +28,21 @@ ZORGeoPolyline::ZORGeoPolyline(ZORGeoContainer* container, const ZORMathSetOfPoi
 }
 
 ZORGeoPolyline::~ZORGeoPolyline() = default;
+
+struct ZORGeoPolylineStorage
+{
+    static void Write(const ZORGeoPolyline& polyline, ZORGeoObjectWriter& writer)
+    {
+        QList<ZORMathPoint> points;
+        points.reserve(polyline.GetNumPoints());
+        for (int i = 0; i < polyline.GetNumPoints(); ++i)
+            points.append(polyline.GetPoint(i));
+        writer.WritePoints("points", points);
+    }
+    static ZORGeoPolyline* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        return new ZORGeoPolyline(container, ZORMathSetOfPoints(reader.GetPoints("points")), true);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORGeoPolyline)

@@ -5,6 +5,7 @@
 #include "ZORGeoSurface_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTriangleEdgeCurve.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoSurface)
 
@@ -173,3 +175,31 @@ QList<const ZORGeoTriangleEdgeCurve*> ZORGeoSurface::CreateEdges()
     }
     return curves;
 }
+
+struct ZORGeoSurfaceStorage
+{
+    using Corners = ZORGeoSurface::Corners;
+    static_assert(sizeof(Corners) == 3 * sizeof(qint32));
+
+    static void Write(const ZORGeoSurface& surface, ZORGeoObjectWriter& writer)
+    {
+        const QList<Corners>& triangles = surface.GetCornerArray();
+        QList<qint32> corners(3 * triangles.size());
+        if (!triangles.isEmpty())
+            std::memcpy(corners.data(), triangles.constData(), size_t(triangles.size()) * sizeof(Corners));
+        writer.WritePoints("vertices", surface.GetVertexArray());
+        writer.WriteInts("triangles", corners);
+    }
+    static ZORGeoSurface* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        const QList<qint32>& corners = reader.GetInts("triangles");
+        if (corners.size() % 3 != 0)
+            reader.Fail(ZORGeoSurface::tr("value 'triangles' ends within a triangle"));
+        QList<Corners> triangles(corners.size() / 3);
+        if (!triangles.isEmpty())
+            std::memcpy(triangles.data(), corners.constData(), size_t(triangles.size()) * sizeof(Corners));
+        return new ZORGeoSurface(container, reader.GetPoints("vertices"), triangles);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORGeoSurface)

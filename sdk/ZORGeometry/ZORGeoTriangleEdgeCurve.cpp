@@ -1,7 +1,9 @@
 #include "ZORGeoTriangleEdgeCurve.h"
 
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
@@ -64,4 +66,44 @@ ZORGeoTriangleEdgeCurve::ZORGeoTriangleEdgeCurve(const ZORGeoSurface* surface, c
     ZOR_TRACE_CALL(surface, edges);
 }
 
+ZORGeoTriangleEdgeCurve::ZORGeoTriangleEdgeCurve(ZORGeoContainer* container, const ZORMathSetOfPoints& points,
+                                                 const QList<Edge>& edges)
+    : ZORGeoCurveOnSurface(container, points)
+    , m_edges(edges)
+{
+}
+
 ZORGeoTriangleEdgeCurve::~ZORGeoTriangleEdgeCurve() = default;
+
+struct ZORGeoTriangleEdgeCurveStorage
+{
+    static void Write(const ZORGeoTriangleEdgeCurve& curve, ZORGeoObjectWriter& writer)
+    {
+        QList<qint32> edges;
+        edges.reserve(3 * curve.GetEdges().size());
+        for (const Edge& edge : curve.GetEdges())
+            edges << edge.triangle << edge.side << int(edge.isReversed);
+        writer.WriteReference("surface", curve.GetSurface());
+        writer.WriteInts("edges", edges);
+        if (!curve.GetSurface())
+            writer.WritePoints("points", curve.GetPoints());
+    }
+    static ZORGeoTriangleEdgeCurve* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
+    {
+        const QList<qint32>& numbers = reader.GetInts("edges");
+        if (numbers.size() % 3 != 0)
+            reader.Fail(ZORGeoTriangleEdgeCurve::tr("value 'edges' ends within an edge"));
+        QList<Edge> edges;
+        edges.reserve(numbers.size() / 3);
+        for (qsizetype i = 0; i < numbers.size(); i += 3)
+            edges.append({numbers[i], numbers[i + 1], numbers[i + 2] != 0});
+        if (const auto* surface = reader.GetReference<ZORGeoSurface>("surface")) {
+            if (edges.isEmpty())
+                reader.Fail(ZORGeoTriangleEdgeCurve::tr("it has a surface, but no edge of it"));
+            return new ZORGeoTriangleEdgeCurve(surface, edges);
+        }
+        return new ZORGeoTriangleEdgeCurve(container, reader.GetPoints("points"), edges);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORGeoTriangleEdgeCurve)

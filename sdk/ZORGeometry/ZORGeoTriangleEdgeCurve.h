@@ -29,5 +29,10 @@ public:
     const QList<Edge>& GetEdges() const { return m_edges; }
 
 private:
+    friend struct ZORGeoTriangleEdgeCurveStorage;
+    /// A curve whose surface has been destroyed.
+    ZORGeoTriangleEdgeCurve(ZORGeoContainer* container, const ZORMathSetOfPoints& points,
+                            const QList<Edge>& edges);
+
     const QList<Edge> m_edges;
 };

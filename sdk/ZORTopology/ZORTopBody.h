@@ -73,6 +73,7 @@ public:
 
 private:
     friend class ZORTopFactory;
+    friend struct ZORTopBodyStorage;
     ZORTopBody(ZORGeoContainer* container, ZORTopStructure structure,
                const QList<const ZORGeoGeometry*>& parts);
 

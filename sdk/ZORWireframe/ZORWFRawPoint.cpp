@@ -1,6 +1,7 @@
 #include "ZORWFRawPoint.h"
 
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
@@ -17,6 +18,15 @@ ZORWFRawPoint::ZORWFRawPoint(ZORFeatObject* folder, const ZORMathPoint& point)
     body->AddReference(this);
     m_body = body.release();
     m_point = geometry.release();
+}
+
+ZORWFRawPoint::ZORWFRawPoint(ZORFeatObject* folder, ZORGeoCartesianPoint* point, ZORTopBody* body)
+    : ZORFeatGeometry(folder)
+    , m_point(point)
+    , m_body(body)
+{
+    if (body)
+        body->AddReference(this);
 }
 
 ZORWFRawPoint::~ZORWFRawPoint()
@@ -40,3 +50,20 @@ ZORTopBody* ZORWFRawPoint::GetBody() const
 {
     return m_body;
 }
+
+struct ZORWFRawPointStorage
+{
+    static void Write(const ZORWFRawPoint& feature, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteReference("point", feature.m_point);
+        writer.WriteReference("body", feature.m_body);
+    }
+    static ZORWFRawPoint* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        return new ZORWFRawPoint(reader.GetReference<ZORFeatObject>("parent"),
+                                 reader.GetReference<ZORGeoCartesianPoint>("point"),
+                                 reader.GetReference<ZORTopBody>("body"));
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORWFRawPoint)

@@ -40,6 +40,10 @@ public:
     ZORTopBody* GetBody() const override;
 
 private:
+    friend struct ZORWFRawPointStorage;
+    /// The feature around a point and a body that are there already; null for what has been destroyed.
+    ZORWFRawPoint(ZORFeatObject* folder, ZORGeoCartesianPoint* point, ZORTopBody* body);
+
     QPointer<ZORGeoCartesianPoint> m_point; // owned, by the container once it is registered
     QPointer<ZORTopBody> m_body;            // the same
 };

@@ -1,0 +1,20 @@
+// The inner form of a container file: the CBOR document.
+
+#pragma once
+
+#include "ZORGeoStoredObject_p.h"
+
+#include <vector>
+
+/// RFC 8949 with all lengths given: {"format": "ZORCont", "objects": [[class, name, {references}, {links},
+/// {values}], ...]}. References and links are lists of object numbers, -1 for none. Bulk numbers are the typed
+/// arrays of RFC 8746: float64, tag 86, and sint32, tag 78, low byte first.
+class ZORGeoContainerDocument
+{
+public:
+    static QByteArray Write(const std::vector<ZORGeoStoredObject>& objects);
+    /// Takes no more memory than a small multiple of the document's length, whatever is in it. The numbers of
+    /// references and links are those of objects of the document.
+    /// \throws ZORSysFileException "container file is damaged: %1"
+    static std::vector<ZORGeoStoredObject> Read(const QByteArray& document);
+};

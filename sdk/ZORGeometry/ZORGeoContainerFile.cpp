@@ -1,0 +1,108 @@
+// Saving a container to a device and loading it back.
+
+#include "ZORGeoContainer.h"
+#include "ZORGeoContainerDocument_p.h"
+#include "ZORGeoContainerDump_p.h"
+#include "ZORGeoContainerEnvelope_p.h"
+#include "ZORGeoContainerLoader_p.h"
+#include "ZORGeoContainer_p.h"
+
+#include <ZORGeometry/ZORGeoGeometry.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysFileException.h>
+
+#include <QFileDevice>
+#include <QStringList>
+
+namespace {
+
+QStringList ClassesThatCannotBeSaved(const ZORGeoContainer& container)
+{
+    QStringList names;
+    QHash<const QMetaObject*, bool> seen;
+    for (int i = 0; i < container.GetNumGeometry(); ++i) {
+        const QMetaObject* const type = container.GetGeometryByIndex(i)->metaObject();
+        if (seen.contains(type))
+            continue;
+        seen.insert(type, true);
+        const auto* storage = ZORGeoObjectStorage::Find(type->className());
+        if (!storage || !storage->create)
+            names.append(QLatin1String(type->className()));
+    }
+    names.sort();
+    return names;
+}
+
+std::vector<ZORGeoStoredObject> Describe(const ZORGeoContainer& container)
+{
+    QHash<const ZORGeoGeometry*, int> numbers;
+    numbers.reserve(container.GetNumGeometry());
+    for (int i = 0; i < container.GetNumGeometry(); ++i)
+        numbers.insert(container.GetGeometryByIndex(i), i);
+
+    QHash<const QMetaObject*, ZORGeoObjectStorage::Chain> chains;
+    std::vector<ZORGeoStoredObject> objects(size_t(container.GetNumGeometry()));
+    for (int i = 0; i < container.GetNumGeometry(); ++i) {
+        const ZORGeoGeometry& geometry = *container.GetGeometryByIndex(i);
+        ZORGeoStoredObject& object = objects[size_t(i)];
+        object.className = geometry.metaObject()->className();
+        object.name = geometry.objectName();
+        ZORGeoObjectWriter writer(object, numbers, geometry);
+        ZORGeoObjectStorage::Chain& chain = chains[geometry.metaObject()];
+        if (chain.empty())
+            chain = ZORGeoObjectStorage::ChainOf(geometry.metaObject());
+        for (const ZORGeoObjectStorage* storage : chain)
+            storage->write(geometry, writer);
+    }
+    return objects;
+}
+
+void Write(QIODevice& device, const QByteArray& file)
+{
+    bool isWritten = device.write(file) == file.size();
+    if (auto* const onDisk = qobject_cast<QFileDevice*>(&device); onDisk && isWritten)
+        isWritten = onDisk->flush();
+    if (!isWritten) {
+        throw ZORSysFileException(
+            ZORGeoContainer::tr("cannot write the container file: %1").arg(device.errorString()));
+    }
+}
+
+} // namespace
+
+void ZORGeoContainer::Save(QIODevice& device) const
+{
+    ZOR_TRACE_CALL(&device);
+    if (!device.isWritable())
+        throw ZORSysFileException(tr("cannot write the container file: the device is not open for writing"));
+    if (const QStringList names = ClassesThatCannotBeSaved(*this); !names.isEmpty()) {
+        throw ZORSysFileException(
+            tr("objects of these classes cannot be saved: %1").arg(names.join(QLatin1String(", "))));
+    }
+    Write(device, ZORGeoContainerEnvelope::Wrap(ZORGeoContainerDocument::Write(Describe(*this))));
+}
+
+void ZORGeoContainer::Load(QIODevice& device)
+{
+    ZOR_TRACE_CALL(&device);
+    Q_D(ZORGeoContainer);
+    if (!device.isReadable())
+        throw ZORSysFileException(tr("cannot read the container file: the device is not open for reading"));
+    const QByteArray file = device.readAll();
+    if (auto* const onDisk = qobject_cast<QFileDevice*>(&device);
+        onDisk && onDisk->error() != QFileDevice::NoError) {
+        throw ZORSysFileException(tr("cannot read the container file: %1").arg(device.errorString()));
+    }
+    const std::vector<ZORGeoStoredObject> objects =
+        ZORGeoContainerDocument::Read(ZORGeoContainerEnvelope::Unwrap(file));
+    try {
+        ZORGeoContainerLoader loader(*this, objects);
+        loader.Make();
+        ZorGeoDumpLoad(objects, tr("all objects are made"));
+        loader.Register(d->names);
+    } catch (const ZORSysException& exception) {
+        ZorGeoDumpLoad(objects, exception.GetMessage());
+        throw;
+    }
+}

@@ -1,0 +1,234 @@
+#include "console/ZORTestInitializeRootCmd.h"
+#include "console/ZORTestLoadContainerCmd.h"
+#include "console/ZORTestMainDialog.h"
+#include "console/ZORTestSaveContainerCmd.h"
+#include "support/BenchTest.h"
+
+#include <ZORFeature/ZORFeatRoot.h>
+#include <ZORGeometry/ZORGeoPoint.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QMetaClassInfo>
+#include <QPushButton>
+#include <QTableView>
+#include <QTreeWidget>
+
+namespace {
+
+class ContainerFilesTest : public BenchTest
+{
+protected:
+    ContainerFilesTest()
+        : path(GetPath("part.ZORCont"))
+    {
+    }
+
+    static QByteArray LabelOf(const QMetaObject& type)
+    {
+        return type.classInfo(type.indexOfClassInfo("label")).value();
+    }
+    void Save()
+    {
+        answers.AnswerFile(path);
+        Open("ZORTestSaveContainerCmd");
+        answers.Take();
+        finished.clear();
+    }
+    static QByteArray ReadFile(const QString& name)
+    {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+    MessageBoxCatcher::Box ErrorBox(const char* text) const
+    {
+        return {QMessageBox::Critical, "Error", text, QMessageBox::Ok, nullptr};
+    }
+
+    const QString path;
+};
+
+TEST_F(ContainerFilesTest, CommandsHaveTheirLabels)
+{
+    EXPECT_EQ("Save Container", LabelOf(ZORTestSaveContainerCmd::staticMetaObject));
+    EXPECT_EQ("Save Container", LabelOf(ZORTestLoadContainerCmd::staticMetaObject)) << "the same on purpose";
+    EXPECT_EQ("Initialize Root", LabelOf(ZORTestInitializeRootCmd::staticMetaObject));
+}
+
+TEST_F(ContainerFilesTest, SavesToTheChosenFileAndStoresItsPath)
+{
+    AddPoint("P", {1, 2, 3});
+    answers.AnswerFile(path);
+    Open("ZORTestSaveContainerCmd");
+    const QList<DialogAnswerer::Shown> shown = answers.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_EQ(QString("Save Container"), shown[0].title);
+    EXPECT_EQ(QStringList({"Zorvane Container Files (*.ZORCont)"}), shown[0].filters);
+    EXPECT_EQ(QString(), shown[0].fileName);
+    EXPECT_TRUE(shown[0].isSaving);
+    EXPECT_EQ(QList<bool>({true}), finished);
+    EXPECT_EQ(path, GetSettings()->value("Debug/SaveContainer/Dir").toString());
+    EXPECT_EQ(QStringList({"Debug/SaveContainer/Dir"}), GetSettings()->allKeys());
+    EXPECT_TRUE(QFile::exists(path));
+}
+
+TEST_F(ContainerFilesTest, StartsAtTheFileOfTheLastTime)
+{
+    Save();
+    answers.CancelFile();
+    Open("ZORTestSaveContainerCmd");
+    EXPECT_EQ(QString("part.ZORCont"), answers.Take().constFirst().fileName);
+    EXPECT_EQ(QList<bool>({false}), finished);
+    EXPECT_EQ(path, GetSettings()->value("Debug/SaveContainer/Dir").toString());
+}
+
+TEST_F(ContainerFilesTest, LoadsWhatWasSavedAndStoresItsPath)
+{
+    AddPoint("P", {1, 2, 3});
+    Save();
+    GetContainer()->Clear();
+    answers.AnswerFile(path);
+    Open("ZORTestLoadContainerCmd");
+    const QList<DialogAnswerer::Shown> shown = answers.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_EQ(QString("Load Container"), shown[0].title);
+    EXPECT_EQ(QStringList({"Zorvane Container Files (*.ZORCont)"}), shown[0].filters);
+    EXPECT_FALSE(shown[0].isSaving);
+    EXPECT_EQ(QList<bool>({true}), finished);
+    EXPECT_EQ(path, GetSettings()->value("Debug/LoadContainer/Dir").toString());
+    ASSERT_EQ(1, GetContainer()->GetNumGeometry());
+    const auto* point = qobject_cast<ZORGeoPoint*>(GetContainer()->GetGeometryByIndex(0));
+    ASSERT_TRUE(point);
+    EXPECT_EQ(QString("P"), point->objectName());
+    EXPECT_EQ(ZORMathPoint(1, 2, 3), point->GetMathPoint());
+}
+
+TEST_F(ContainerFilesTest, CancelledDialogsChangeNothing)
+{
+    for (const char* name : {"ZORTestSaveContainerCmd", "ZORTestLoadContainerCmd"}) {
+        answers.CancelFile();
+        Open(name);
+    }
+    EXPECT_EQ(QList<bool>({false, false}), finished);
+    EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
+}
+
+TEST_F(ContainerFilesTest, ReportsFilesThatCannotBeOpened)
+{
+    answers.AnswerFile(GetPath("part.ZORCont"), [this] { QDir().mkpath(path); });
+    Open("ZORTestSaveContainerCmd");
+    EXPECT_EQ(QList{ErrorBox("Cannot open the file for writing.")}, boxes.Take());
+    QDir().rmdir(path);
+    QFile(path).open(QIODevice::WriteOnly);
+    answers.AnswerFile(path, [this] { QFile::remove(path); });
+    Open("ZORTestLoadContainerCmd");
+    EXPECT_EQ(QList{ErrorBox("Cannot open the file for reading.")}, boxes.Take());
+    EXPECT_EQ(QList<bool>({false, false}), finished);
+    EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
+}
+
+TEST_F(ContainerFilesTest, ReportsAFullDiskAndKeepsThePath)
+{
+    if (!QFile::exists("/dev/full"))
+        GTEST_SKIP() << "no device that is always full";
+    OpenConsole();
+    AddPoint("P");
+    answers.AnswerFile("/dev/full");
+    TriggerMenu("_FileMenuSaveAction");
+    const QList<MessageBoxCatcher::Box> shown = boxes.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_TRUE(shown[0].text.startsWith("cannot write the container file: ")) << shown[0].text.toStdString();
+    EXPECT_FALSE(GetSettings()->contains("Debug/SaveContainer/Dir"));
+}
+
+TEST_F(ContainerFilesTest, KeepsThePresentFileWhenSavingFails)
+{
+    AddPoint("P");
+    Save();
+    const QByteArray before = ReadFile(path);
+    class Unsaved : public ZORGeoGeometry
+    {
+    public:
+        explicit Unsaved(ZORGeoContainer* container)
+            : ZORGeoGeometry(container)
+        {
+        }
+    };
+    (new Unsaved(GetContainer()))->Initialize();
+    answers.AnswerFile(path);
+    EXPECT_THROW(Open("ZORTestSaveContainerCmd"), ZORSysException);
+    EXPECT_EQ(before, ReadFile(path));
+}
+
+TEST_F(ContainerFilesTest, ShowsWhatIsWrongWithALoadedFile)
+{
+    OpenConsole();
+    AddPoint("P");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("solid part");
+    file.close();
+    answers.AnswerFile(path);
+    TriggerMenu("_FileMenuLoadAction");
+    EXPECT_EQ(
+        (QList{MessageBoxCatcher::Box{QMessageBox::Critical, "Error", "the file is not a container file",
+                                      QMessageBox::Ok, console.data()}}),
+        boxes.Take());
+    EXPECT_EQ(1, GetContainer()->GetNumGeometry());
+    EXPECT_FALSE(GetSettings()->contains("Debug/LoadContainer/Dir"));
+}
+
+TEST_F(ContainerFilesTest, LoadingRefreshesTheConsole)
+{
+    AddPoint("P");
+    Save();
+    OpenConsole();
+    answers.AnswerFile(path);
+    TriggerMenu("_FileMenuLoadAction");
+    EXPECT_EQ(2, InConsole<QTableView>("_ContTable")->model()->rowCount());
+    EXPECT_EQ(QString("P.2"), GetContainer()->GetGeometryByIndex(1)->objectName());
+}
+
+TEST_F(ContainerFilesTest, InitializesTheRootOfTheChosenClass)
+{
+    answers.AnswerItem("ZORFeatRoot");
+    Open("ZORTestInitializeRootCmd");
+    const QList<DialogAnswerer::Shown> shown = answers.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_EQ(QString("Select the environment to initialize"), shown[0].title);
+    EXPECT_EQ(QString("Environment Class:"), shown[0].label);
+    EXPECT_TRUE(shown[0].items.contains("ZORFeatRoot"));
+    EXPECT_FALSE(shown[0].items.contains("ZORFeatFolder"));
+    EXPECT_EQ(0, shown[0].currentIndex);
+    EXPECT_FALSE(shown[0].isEditable);
+    EXPECT_EQ(QList<bool>({true}), finished);
+    ASSERT_EQ(1, GetContainer()->GetFeatureRoots().size());
+    answers.AnswerItem("ZORFeatRoot");
+    Open("ZORTestInitializeRootCmd");
+    EXPECT_EQ(1, GetContainer()->GetFeatureRoots().size()) << "it was there already";
+}
+
+TEST_F(ContainerFilesTest, CancellingTheRootQueryChoosesItsCurrentClass)
+{
+    answers.CancelInput();
+    Open("ZORTestInitializeRootCmd");
+    const QStringList items = answers.Take().constFirst().items;
+    ASSERT_EQ(1, GetContainer()->GetFeatureRoots().size());
+    EXPECT_EQ(items.constFirst(),
+              QString::fromLatin1(GetContainer()->GetFeatureRoots().constFirst()->metaObject()->className()));
+}
+
+TEST_F(ContainerFilesTest, TransactionButtonsChangeNothing)
+{
+    OpenConsole();
+    AddPoint("P");
+    for (const char* name : {"_TransBeginBtn", "_TransEndBtn", "_TransUndoBtn", "_TransRedoBtn"})
+        Click(name);
+    EXPECT_EQ(1, GetContainer()->GetNumGeometry());
+    EXPECT_EQ(0, InConsole<QTreeWidget>("_TransTree")->topLevelItemCount());
+}
+
+} // namespace
