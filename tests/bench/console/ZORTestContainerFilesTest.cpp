@@ -43,7 +43,7 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
     }
-    MessageBoxCatcher::Box ErrorBox(const char* text) const
+    MessageBoxCatcher::Box ErrorBox(const QString& text) const
     {
         return {QMessageBox::Critical, "Error", text, QMessageBox::Ok, nullptr};
     }
