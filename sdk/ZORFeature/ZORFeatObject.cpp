@@ -7,6 +7,7 @@
 #include <ZORSystem/ZORSysException.h>
 
 #include <QPointer>
+#include <QSet>
 
 ZOR_GEO_REGISTER_TYPE(ZORFeatObject)
 
@@ -126,6 +127,28 @@ QList<ZORFeatObject*> ZORFeatObject::GetAllChildren() const
         feature = feature == this ? nullptr : feature->d_func()->next;
     }
     return all;
+}
+
+QList<ZORFeatObject*> ZORFeatObject::GetInputs() const
+{
+    return {};
+}
+
+bool ZORFeatObject::DependsOn(const ZORFeatObject* other) const
+{
+    QSet<const ZORFeatObject*> seen;
+    QList<const ZORFeatObject*> pending{this};
+    while (!pending.isEmpty()) {
+        const ZORFeatObject* const feature = pending.takeLast();
+        if (feature == other)
+            return true;
+        if (seen.contains(feature))
+            continue;
+        seen.insert(feature);
+        for (const ZORFeatObject* input : feature->GetInputs())
+            pending.append(input);
+    }
+    return false;
 }
 
 void ZORFeatObject::SetLabel(const QString& label)

@@ -41,6 +41,11 @@ public:
     /// All features below this one, depth first, each before its own children. O(result).
     QList<ZORFeatObject*> GetAllChildren() const;
 
+    /// The features that this one is made from, some perhaps more than once, none null; here none.
+    virtual QList<ZORFeatObject*> GetInputs() const;
+    /// Whether this is \a other or made from it, at any distance. O(features that this one is made from).
+    bool DependsOn(const ZORFeatObject* other) const;
+
     /// The name shown to people. An empty label brings back the default one.
     void SetLabel(const QString& label);
     /// The label that was set, else the object name ("Folder.1").

@@ -8,46 +8,12 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORTopology/ZORTopBody.h>
 
-#include <QLoggingCategory>
-#include <QPointer>
-#include <QSet>
-
 #include <cmath>
-#include <utility>
+#include <memory>
 
 ZOR_GEO_REGISTER_TYPE(ZORWFCurveOnSupport)
 
 namespace {
-
-Q_LOGGING_CATEGORY(ZorWireframeLog, "zor.wireframe")
-
-// The curve of a feature and its body; destroys what is left of them.
-class OwnedResult
-{
-public:
-    OwnedResult() = default;
-    ~OwnedResult() { Destroy(); }
-    Q_DISABLE_COPY_MOVE(OwnedResult)
-
-    // Receivers of the container's signals find none of it in the feature any more.
-    void Destroy()
-    {
-        ZORTopBody* const oldBody = body;
-        body.clear();
-        delete oldBody;
-        ZORGeoCurveOnSurface* const oldCurve = curve;
-        curve.clear();
-        delete oldCurve;
-    }
-    void swap(OwnedResult& other)
-    {
-        curve.swap(other.curve);
-        body.swap(other.body);
-    }
-
-    QPointer<ZORGeoCurveOnSurface> curve; // owned, by the container once it is registered
-    QPointer<ZORTopBody> body;            // the same
-};
 
 bool IsSame(double a, double b)
 {
@@ -68,55 +34,16 @@ class ZORWFCurveOnSupportPrivate
 {
 public:
     ZORWFCurveComputation inputs;
-    OwnedResult result;
-    QString failure;
 };
 
 ZORWFCurveOnSupport::ZORWFCurveOnSupport(ZORFeatObject* folder)
-    : ZORFeatGeometry(folder)
+    : ZORFeatComputedGeometry(folder)
     , d_ptr(std::make_unique<ZORWFCurveOnSupportPrivate>())
 {
     ZOR_TRACE_CALL(folder);
 }
 
 ZORWFCurveOnSupport::~ZORWFCurveOnSupport() = default;
-
-void ZORWFCurveOnSupport::Initialize()
-{
-    ZOR_TRACE_CALL();
-    if (IsInitialized())
-        return;
-    const QPointer<ZORWFCurveOnSupport> self = this; // a receiver of the container's signal may remove it
-    ZORFeatGeometry::Initialize();
-    if (self)
-        Update();
-}
-
-ZORTopBody* ZORWFCurveOnSupport::GetBody() const
-{
-    Q_D(const ZORWFCurveOnSupport);
-    return d->result.body;
-}
-
-QString ZORWFCurveOnSupport::GetFailure() const
-{
-    Q_D(const ZORWFCurveOnSupport);
-    return d->failure;
-}
-
-template<class Feature>
-void ZORWFCurveOnSupport::SetInput(ZORGeoReference<Feature>& input, Feature* feature, bool isUsed)
-{
-    if (input.Get() == feature)
-        return;
-    CheckInput(feature);
-    Feature* const before = input.Get();
-    input = ZORGeoReference<Feature>(feature, this);
-    Unfollow(before);
-    Follow(feature);
-    if (isUsed)
-        Update();
-}
 
 void ZORWFCurveOnSupport::SetNumber(double& member, double value)
 {
@@ -130,7 +57,7 @@ void ZORWFCurveOnSupport::SetNumber(double& member, double value)
 void ZORWFCurveOnSupport::SetSupport(ZORFeatGeometry* support)
 {
     ZOR_TRACE_CALL(support);
-    SetInput(d_ptr->inputs.support, support, true);
+    SetInput(d_ptr->inputs.support, support);
 }
 
 void ZORWFCurveOnSupport::SetComputationMethod(ComputationMethod method)
@@ -148,7 +75,7 @@ void ZORWFCurveOnSupport::SetComputationMethod(ComputationMethod method)
 void ZORWFCurveOnSupport::SetStartPoint(ZORFeatGeometry* point)
 {
     ZOR_TRACE_CALL(point);
-    SetInput(d_ptr->inputs.startPoint, point, true);
+    SetInput(d_ptr->inputs.startPoint, point);
 }
 
 void ZORWFCurveOnSupport::SetEndPoint(ZORFeatGeometry* point)
@@ -314,85 +241,16 @@ QList<ZORFeatObject*> ZORWFCurveOnSupport::GetInputs() const
     return features;
 }
 
-// Refuses this feature and those computed from it, at any distance.
-void ZORWFCurveOnSupport::CheckInput(ZORFeatObject* feature) const
+bool ZORWFCurveOnSupport::IsComplete() const
 {
-    QSet<const ZORFeatObject*> seen;
-    QList<ZORFeatObject*> pending{feature};
-    while (!pending.isEmpty()) {
-        const auto* curve = qobject_cast<const ZORWFCurveOnSupport*>(pending.takeLast());
-        if (!curve || seen.contains(curve))
-            continue;
-        if (curve == this)
-            throw ZORSysException(tr("a curve on support cannot depend on itself"));
-        seen.insert(curve);
-        pending += curve->GetInputs();
-    }
+    Q_D(const ZORWFCurveOnSupport);
+    return d->inputs.IsComplete();
 }
 
-void ZORWFCurveOnSupport::Follow(ZORFeatObject* feature)
+ZORFeatShape ZORWFCurveOnSupport::Compute() const
 {
-    if (const auto* shaped = qobject_cast<const ZORFeatGeometry*>(feature))
-        connect(shaped, &ZORFeatGeometry::BodyChanged, this, &ZORWFCurveOnSupport::OnInputChanged,
-                Qt::UniqueConnection);
-}
-
-void ZORWFCurveOnSupport::Unfollow(ZORFeatObject* feature)
-{
-    if (feature && !GetInputs().contains(feature))
-        disconnect(feature, nullptr, this, nullptr);
-}
-
-// Nobody who could be told asked for this computation: exceptions must not leave a signal.
-void ZORWFCurveOnSupport::OnInputChanged()
-{
-    try {
-        Update();
-    } catch (const ZORSysException& exception) {
-        qCWarning(ZorWireframeLog).noquote()
-            << tr("'%1' keeps its last curve: %2").arg(GetLabel(), exception.GetMessage());
-    }
-}
-
-void ZORWFCurveOnSupport::Update()
-{
-    Q_D(ZORWFCurveOnSupport);
-    d->failure.clear();
-    if (!IsInitialized() || !d->inputs.IsComplete())
-        return;
-    const QPointer<ZORWFCurveOnSupport> self = this;
-    try {
-        Replace(d->inputs.Run());
-    } catch (const ZORSysException& exception) {
-        if (self)
-            d->failure = exception.GetMessage();
-        throw;
-    }
-}
-
-void ZORWFCurveOnSupport::Replace(const QList<ZORGeoLocationOnSurface>& locations)
-{
-    Q_D(ZORWFCurveOnSupport);
-    const QPointer<ZORWFCurveOnSupport> self = this; // receivers of the container's signals may remove it
-    OwnedResult result;
-    result.curve = new ZORGeoCurveOnSurface(locations, false);
-    result.body = new ZORTopBody(GetContainer(), result.curve);
-    result.body->AddReference(this);
-    result.curve->Initialize();
-    if (self && result.body)
-        result.body->Initialize();
-    if (!self)
-        return;
-    result.swap(d->result);
-
-    // The new ones take over the names of the old.
-    const QString curveName = result.curve ? result.curve->objectName() : QString();
-    const QString bodyName = result.body ? result.body->objectName() : QString();
-    result.Destroy();
-    if (self && d->result.curve && !curveName.isEmpty())
-        d->result.curve->setObjectName(curveName);
-    if (self && d->result.body && !bodyName.isEmpty())
-        d->result.body->setObjectName(bodyName);
-    if (self)
-        emit BodyChanged();
+    Q_D(const ZORWFCurveOnSupport);
+    auto curve = std::make_unique<ZORGeoCurveOnSurface>(d->inputs.Run(), false);
+    auto* const body = new ZORTopBody(GetContainer(), curve.get());
+    return {body, {curve.release()}};
 }

@@ -2,35 +2,25 @@
 
 #pragma once
 
-#include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORFeature/ZORFeatComputedGeometry.h>
 #include <ZORWireframe/ZORWireframeGlobal.h>
 
 #include <QList>
 
 #include <memory>
 
-struct ZORGeoLocationOnSurface;
-template<class T>
-class ZORGeoReference;
 class ZORWFCurveOnSupportPrivate;
 
-/// A curve over a support surface, kept up to date with its inputs.
+/// A curve over a support surface, kept up to date with its inputs as every ZORFeatComputedGeometry.
 ///
 /// Methods.    PointToPoint: a shortest way from the start to the end point. PointDirection: the straightest
 ///             geodesic through the start point. ConstantAngle: the curve through the start point that keeps
 ///             its angle to the projected direction. ZORGeoCurveOnSurfaceProcessor says more. Lengths, limits,
 ///             direction, angle and flip belong to the latter two, which run both ways from the start point;
 ///             the end point belongs to the first.
-/// Inputs.     Features; their geometry is that of their bodies. The feature holds a counted reference to each.
-///             What the method does not use may be set all the same and is kept.
-/// Updates.    Registered, the feature computes whenever an input of its method is set to something else, or
-///             the body of one changes, at once and in the calling thread. It waits while an input is missing:
-///             null, removed, or without geometry. A setter throws what a computation that has all inputs
-///             throws, see Failures; the new input is then kept. A failure after the change of another feature
-///             is a warning of category "zor.wireframe".
-/// Result.     The last good one stays through missing inputs and failures. A body around a
-///             ZORGeoCurveOnSurface, both registered and owned by the feature: each computation replaces them,
-///             and with them goes what others still reference. A curve without length has one point.
+/// Inputs.     Features; their geometry is that of their bodies. What the method does not use may be set all the
+///             same and is kept.
+/// Result.     A body around a ZORGeoCurveOnSurface. A curve without length has one point.
 /// Failures.   "the support is no surface", "the start point is no point", "the start point cannot be projected
 ///             onto the support" (it is empty), the same of "the end point", "the support does not connect the
 ///             start point with the end point", "the direction is neither a curve nor a point", "the curve of
@@ -38,7 +28,7 @@ class ZORWFCurveOnSupportPrivate;
 ///             direction is perpendicular to the support at the start point" (for ConstantAngle), "the limit
 ///             '%1' is no curve on the support", "start length is negative", "end length is negative", "angle
 ///             is not finite".
-class ZORWIREFRAME_EXPORT ZORWFCurveOnSupport : public ZORFeatGeometry
+class ZORWIREFRAME_EXPORT ZORWFCurveOnSupport : public ZORFeatComputedGeometry
 {
     Q_OBJECT
 
@@ -54,18 +44,11 @@ public:
     explicit ZORWFCurveOnSupport(ZORFeatObject* folder);
     ~ZORWFCurveOnSupport() override;
 
-    /// Registers the feature, then computes if all inputs are there.
-    /// \throws ZORSysException as ZORFeatObject::Initialize(), and those of failures; the feature is then
-    ///         registered
-    void Initialize() override;
+    /// As ZORFeatObject; those of the limits last.
+    QList<ZORFeatObject*> GetInputs() const override;
 
-    /// Null until the first computation has succeeded, and once somebody has destroyed it.
-    ZORTopBody* GetBody() const override;
-    /// The message of the last computation if it failed, else empty.
-    QString GetFailure() const;
-
-    // All setters of features throw "a curve on support cannot depend on itself" for this feature and those
-    // computed from it, and change nothing then. Nothing is owned; null takes the input away.
+    // All setters of features throw "a feature cannot depend on itself" for this feature and those computed
+    // from it, and change nothing then. Nothing is owned; null takes the input away.
 
     /// \param support  a feature around a surface
     void SetSupport(ZORFeatGeometry* support);
@@ -115,19 +98,14 @@ public:
     double GetAngle() const;
     bool IsDirectionFlipped() const;
 
+protected:
+    bool IsComplete() const override;
+    ZORFeatShape Compute() const override;
+
 private:
-    template<class Feature>
-    void SetInput(ZORGeoReference<Feature>& input, Feature* feature, bool isUsed);
     void SetNumber(double& member, double value);
     void AddLimit(QList<ZORGeoReference<ZORFeatGeometry>>& limits, ZORFeatGeometry* limit);
     bool IsDirected() const;
-    QList<ZORFeatObject*> GetInputs() const;
-    void CheckInput(ZORFeatObject* feature) const;
-    void Follow(ZORFeatObject* feature);
-    void Unfollow(ZORFeatObject* feature);
-    void OnInputChanged();
-    void Update();
-    void Replace(const QList<ZORGeoLocationOnSurface>& locations);
 
     Q_DECLARE_PRIVATE(ZORWFCurveOnSupport)
     const std::unique_ptr<ZORWFCurveOnSupportPrivate> d_ptr;

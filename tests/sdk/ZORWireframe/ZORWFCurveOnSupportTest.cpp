@@ -257,7 +257,7 @@ TEST_F(ZORWFCurveOnSupportTest, CannotDependOnItself)
     auto* const third = AddDirected(ConstantAngle);
     second->AddEndLimit(first);
     third->AddStartLimit(second);
-    const QString message("a curve on support cannot depend on itself");
+    const QString message("a feature cannot depend on itself");
     EXPECT_EQ(MessageOf([&] { first->SetDirection(first); }), message);
     EXPECT_EQ(MessageOf([&] { first->SetDirection(third); }), message);
     EXPECT_EQ(MessageOf([&] { first->AddStartLimit(third); }), message);

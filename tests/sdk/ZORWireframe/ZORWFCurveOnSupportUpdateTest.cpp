@@ -262,27 +262,27 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, TracesItsOwnCallsAlone)
     support->setObjectName("Su");
     start->setObjectName("St");
     const QString name("ZORWFCurveOnSupport::");
-    EXPECT_EQ(
-        TraceOf([&] {
-            feature = Add<ZORWFCurveOnSupport>();
-            feature->SetSupport(support);
-            feature->SetComputationMethod(ConstantAngle);
-            feature->SetStartPoint(start);
-            feature->SetEndPoint(nullptr);
-            feature->SetStartLength(nan);
-            feature->SetEndLength(2.5);
-            feature->AddStartLimit(nullptr);
-            feature->AddEndLimit(nullptr);
-            feature->SetDirection(folder);
-            feature->SetAngle(0.25);
-            feature->SetDirectionFlipped(true);
-            feature->ClearLimits();
-        }),
-        (QStringList{name + "ZORWFCurveOnSupport(<F>)", name + "Initialize()", name + "SetSupport(<Su>)",
-                     name + "SetComputationMethod(2)", name + "SetStartPoint(<St>)",
-                     name + "SetEndPoint(null)", name + "SetStartLength(nan)", name + "SetEndLength(2.5)",
-                     name + "AddStartLimit(null)", name + "AddEndLimit(null)", name + "SetDirection(<F>)",
-                     name + "SetAngle(0.25)", name + "SetDirectionFlipped(true)", name + "ClearLimits()"}));
+    EXPECT_EQ(TraceOf([&] {
+                  feature = Add<ZORWFCurveOnSupport>();
+                  feature->SetSupport(support);
+                  feature->SetComputationMethod(ConstantAngle);
+                  feature->SetStartPoint(start);
+                  feature->SetEndPoint(nullptr);
+                  feature->SetStartLength(nan);
+                  feature->SetEndLength(2.5);
+                  feature->AddStartLimit(nullptr);
+                  feature->AddEndLimit(nullptr);
+                  feature->SetDirection(folder);
+                  feature->SetAngle(0.25);
+                  feature->SetDirectionFlipped(true);
+                  feature->ClearLimits();
+              }),
+              (QStringList{
+                  name + "ZORWFCurveOnSupport(<F>)", "ZORFeatComputedGeometry::Initialize()",
+                  name + "SetSupport(<Su>)", name + "SetComputationMethod(2)", name + "SetStartPoint(<St>)",
+                  name + "SetEndPoint(null)", name + "SetStartLength(nan)", name + "SetEndLength(2.5)",
+                  name + "AddStartLimit(null)", name + "AddEndLimit(null)", name + "SetDirection(<F>)",
+                  name + "SetAngle(0.25)", name + "SetDirectionFlipped(true)", name + "ClearLimits()"}));
     EXPECT_EQ(TraceOf([&] { MessageOf([&] { feature->SetStartLength(-1); }); }),
               QStringList(name + "SetStartLength(-1) ! start length is negative"));
 }

@@ -1,0 +1,79 @@
+#include "ZORWFProjection.h"
+
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORTopology/ZORTopBody.h>
+#include <ZORTopology/ZORTopFactory.h>
+
+ZOR_GEO_REGISTER_TYPE(ZORWFProjection)
+
+namespace {
+
+bool HasShape(const ZORFeatGeometry* feature)
+{
+    const ZORTopBody* const body = feature ? feature->GetBody() : nullptr;
+    return body && !body->GetGeometries().isEmpty();
+}
+
+} // namespace
+
+ZORWFProjection::ZORWFProjection(ZORFeatObject* folder)
+    : ZORFeatComputedGeometry(folder)
+{
+    ZOR_TRACE_CALL(folder);
+}
+
+ZORWFProjection::~ZORWFProjection() = default;
+
+QList<ZORFeatObject*> ZORWFProjection::GetInputs() const
+{
+    QList<ZORFeatObject*> features{GetSource(), GetSupport()};
+    features.removeAll(nullptr);
+    return features;
+}
+
+void ZORWFProjection::SetSource(ZORFeatGeometry* source)
+{
+    ZOR_TRACE_CALL(source);
+    SetInput(m_source, source);
+}
+
+void ZORWFProjection::SetSupport(ZORFeatGeometry* support)
+{
+    ZOR_TRACE_CALL(support);
+    SetInput(m_support, support);
+}
+
+ZORFeatGeometry* ZORWFProjection::GetSource() const
+{
+    return m_source;
+}
+
+ZORFeatGeometry* ZORWFProjection::GetSupport() const
+{
+    return m_support;
+}
+
+bool ZORWFProjection::IsComplete() const
+{
+    return HasShape(m_source) && HasShape(m_support);
+}
+
+ZORFeatShape ZORWFProjection::Compute() const
+{
+    const ZORTopBody* const support = m_support->GetBody();
+    const ZORTopBody* const source = m_source->GetBody();
+    if (!qobject_cast<const ZORGeoSurface*>(support->GetGeometry()))
+        throw ZORSysException(tr("the support is no surface"));
+    if (source->GetDimension() > 1)
+        throw ZORSysException(tr("the source is neither a point nor a curve"));
+    ZORTopBody* const body = ZORTopFactory(GetContainer()).Project(support, source);
+    if (!body)
+        throw ZORSysException(tr("nothing of the source can be projected onto the support"));
+    QList<ZORGeoGeometry*> geometry;
+    for (const ZORGeoGeometry* part : body->GetGeometries())
+        geometry.append(const_cast<ZORGeoGeometry*>(part)); // made for this body alone
+    return {body, geometry};
+}
