@@ -1,0 +1,49 @@
+// Content of a nesting result file.
+
+#pragma once
+
+#include <ZORMathematics/ZORMathBoundingBox.h>
+#include <ZORNesting/ZORNestResultItem.h>
+#include <ZORNesting/ZORNestingGlobal.h>
+
+#include <QList>
+#include <QSharedDataPointer>
+
+class ZORNestResultData;
+
+/// The parts that a translation gave, or those that lie on one sheet. A value; copies share their data and
+/// their items.
+class ZORNESTING_EXPORT ZORNestResult
+{
+public:
+    /// Files may hold other numbers too, which mean nestings.
+    enum ResultType : int { Nesting = 0, Translation = 1 };
+
+    /// An invalid result without items, as given for a file that cannot be read.
+    ZORNestResult();
+    /// A valid result without items.
+    explicit ZORNestResult(ResultType type);
+    ZORNestResult(const ZORNestResult& other);
+    ZORNestResult& operator=(const ZORNestResult& other);
+    ~ZORNestResult();
+
+    bool IsValid() const;
+    /// Nesting for an invalid result.
+    ResultType GetResultType() const;
+
+    /// The sheet on which the items lie; empty (as at first) for a result without one.
+    ZORMathBoundingBox GetSheet() const;
+    void SetSheet(const ZORMathBoundingBox& sheet);
+
+    /// The pointers stay the same in all copies of this result, and live as long as one of them. O(1)
+    QList<const ZORNestResultItem*> GetItems() const;
+    void AddItem(const ZORNestResultItem& item);
+
+    /// Same validity, type, sheet and items.
+    friend ZORNESTING_EXPORT bool operator==(const ZORNestResult& a, const ZORNestResult& b);
+    /// [n], n items
+    friend ZORNESTING_EXPORT void ZorTraceAppend(QByteArray& out, const ZORNestResult& result);
+
+private:
+    QSharedDataPointer<ZORNestResultData> d;
+};

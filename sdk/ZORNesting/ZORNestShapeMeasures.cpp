@@ -1,0 +1,220 @@
+#include "ZORNestArc_p.h"
+#include "ZORNestShapeMeasures_p.h"
+
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+using Segment = ZORNestResultSegment;
+
+/// A number with the moment of what it measures about a fixed point; sums up.
+struct Amount
+{
+    double size = 0;
+    double momentX = 0;
+    double momentY = 0;
+
+    void Add(double amount, double x, double y)
+    {
+        size += amount;
+        momentX += amount * x;
+        momentY += amount * y;
+    }
+    void Add(const Amount& other, double factor)
+    {
+        size += factor * other.size;
+        momentX += factor * other.momentX;
+        momentY += factor * other.momentY;
+    }
+};
+
+/// t - sin(t), without the cancellation of small angles.
+double AngleMinusSine(double t)
+{
+    if (std::abs(t) > 0.05)
+        return t - std::sin(t);
+    const double square = t * t;
+    return t * square / 6 * (1 - square / 20 * (1 - square / 42));
+}
+
+/// Distance of the centre of mass of a circle's segment from its chord, in radii, for half the angle.
+double SegmentCentroid(double half)
+{
+    const double square = half * half;
+    if (std::abs(half) < 0.025)
+        return square * (0.2 - 13.0 / 1050 * square);
+    const double sine = std::sin(half);
+    return 4 * sine * sine * sine / (3 * AngleMinusSine(2 * half)) - std::cos(half);
+}
+
+class Measuring
+{
+public:
+    void Add(const Segment& segment);
+    ZORNestShapeMeasures GetMeasures();
+
+private:
+    void AddPart(Segment::SegmentType type, const ZORMathPoint& start, const ZORMathPoint& end,
+                 const ZORMathPoint& center);
+    void AddLine(const ZORMathPoint& start, const ZORMathPoint& end);
+    void AddArc(const ZORNestArc& arc);
+    void EndChain();
+    double X(const ZORMathPoint& point) const { return point.GetX() - m_origin.GetX(); }
+    double Y(const ZORMathPoint& point) const { return point.GetY() - m_origin.GetY(); }
+
+    bool m_isEmpty = true;
+    ZORMathPoint m_origin; // moments are taken about it: the start of the outline
+    ZORMathPoint m_chainStart;
+    ZORMathPoint m_chainEnd;
+    Amount m_chainArea;
+    Amount m_area;
+    Amount m_length;
+};
+
+void Measuring::Add(const Segment& segment)
+{
+    if (segment.GetType() != Segment::Spline) {
+        AddPart(segment.GetType(), segment.GetStartPoint(), segment.GetEndPoint(), segment.GetArcCenter());
+        return;
+    }
+    for (int i = 0; i < segment.GetNumSplineGeometry(); ++i)
+        AddPart(segment.GetType(i), segment.GetStartPoint(i), segment.GetEndPoint(i),
+                segment.GetArcCenter(i));
+}
+
+void Measuring::AddPart(Segment::SegmentType type, const ZORMathPoint& start, const ZORMathPoint& end,
+                        const ZORMathPoint& center)
+{
+    if (m_isEmpty) {
+        m_origin = m_chainStart = start;
+        m_isEmpty = false;
+    } else if (m_chainEnd.DistanceTo(start) > Segment::joinTolerance) {
+        EndChain();
+        m_chainStart = start;
+    }
+    if (type == Segment::Line)
+        AddLine(start, end);
+    else
+        AddArc({type, start, end, center});
+    m_chainEnd = end;
+}
+
+void Measuring::AddLine(const ZORMathPoint& start, const ZORMathPoint& end)
+{
+    const double x = (X(start) + X(end)) / 2;
+    const double y = (Y(start) + Y(end)) / 2;
+    m_length.Add(std::hypot(X(end) - X(start), Y(end) - Y(start)), x, y);
+    // The triangle with the origin of the moments.
+    m_chainArea.Add((X(start) * Y(end) - Y(start) * X(end)) / 2, x * 2 / 3, y * 2 / 3);
+}
+
+void Measuring::AddArc(const ZORNestArc& arc)
+{
+    const ZORMathPoint last = arc.GetEndOnCircle();
+    const double half = arc.sweep / 2;
+    const double middle = arc.startAngle + half;
+    const double chordX = (X(arc.start) + X(last)) / 2;
+    const double chordY = (Y(arc.start) + Y(last)) / 2;
+
+    const double towards = arc.radius * (half == 0.0 ? 0.0 : std::sin(half) / half - std::cos(half));
+    m_length.Add(arc.radius * std::abs(arc.sweep), chordX + towards * std::cos(middle),
+                 chordY + towards * std::sin(middle));
+
+    // The triangle over the chord, and the segment of the circle between chord and arc.
+    m_chainArea.Add((X(arc.start) * Y(last) - Y(arc.start) * X(last)) / 2, chordX * 2 / 3, chordY * 2 / 3);
+    if (half != 0.0) {
+        const double outwards = arc.radius * SegmentCentroid(half);
+        m_chainArea.Add(arc.radius * arc.radius / 2 * AngleMinusSine(arc.sweep),
+                        chordX + outwards * std::cos(middle), chordY + outwards * std::sin(middle));
+    }
+    if (arc.HasTail())
+        AddLine(last, arc.end);
+}
+
+void Measuring::EndChain()
+{
+    if (m_chainStart.DistanceTo(m_chainEnd) <= Segment::joinTolerance)
+        m_area.Add(m_chainArea, m_chainArea.size < 0 ? -1 : 1);
+    m_chainArea = {};
+}
+
+ZORNestShapeMeasures Measuring::GetMeasures()
+{
+    EndChain();
+    ZORNestShapeMeasures measures;
+    measures.area = m_area.size;
+    measures.perimeter = m_length.size;
+    // What rounding leaves of the area of a chain that runs back on itself is no area.
+    const bool hasArea = m_area.size > 1e-12 * m_length.size * m_length.size;
+    const Amount& amount = hasArea ? m_area : m_length;
+    if (amount.size > 0) {
+        measures.centerOfMass = {m_origin.GetX() + amount.momentX / amount.size,
+                                 m_origin.GetY() + amount.momentY / amount.size, 0};
+    }
+    return measures;
+}
+
+/// Adds the ends of an arc, and where it is farthest in the directions of the axes.
+void AddArcTo(ZORMathBoundingBox& box, const ZORNestArc& arc)
+{
+    box.Add(arc.start);
+    box.Add(arc.end);
+    if (arc.HasTail())
+        box.Add(arc.GetEndOnCircle());
+    constexpr double quarter = std::numbers::pi / 2;
+    const double low = std::min(arc.startAngle, arc.startAngle + arc.sweep);
+    const double high = std::max(arc.startAngle, arc.startAngle + arc.sweep);
+    static constexpr std::array<std::array<int, 2>, 4> directions = {{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}};
+    for (int i = int(std::ceil(low / quarter)); i <= int(std::floor(high / quarter)); ++i) {
+        const auto& direction = directions[size_t((i % 4 + 4) % 4)];
+        box.Add(ZORMathPoint(arc.center.GetX() + direction[0] * arc.radius,
+                             arc.center.GetY() + direction[1] * arc.radius, arc.start.GetZ()));
+    }
+}
+
+bool IsArc(Segment::SegmentType type)
+{
+    return type == Segment::ArcClockwise || type == Segment::ArcCounterClockwise;
+}
+
+void AddTo(ZORMathBoundingBox& box, const Segment& segment)
+{
+    if (segment.GetType() == Segment::Spline && segment.GetNumSplineGeometry() == 0)
+        return;
+    for (int i = segment.GetType() == Segment::Spline ? 0 : -1; i < segment.GetNumSplineGeometry(); ++i) {
+        if (IsArc(segment.GetType(i))) {
+            AddArcTo(box, {segment.GetType(i), segment.GetStartPoint(i), segment.GetEndPoint(i),
+                           segment.GetArcCenter(i)});
+        } else {
+            box.Add(segment.GetStartPoint(i));
+            box.Add(segment.GetEndPoint(i));
+        }
+    }
+}
+
+bool IsOfOutline(const Segment& segment)
+{
+    const Segment::SegmentType type = segment.GetType();
+    return (type == Segment::Line || type == Segment::Spline || IsArc(type))
+           && segment.GetLayer() != Segment::LeadIn && segment.GetLayer() != Segment::LeadOut;
+}
+
+} // namespace
+
+ZORNestShapeMeasures ZORNestShapeMeasures::Of(const QList<ZORNestResultSegment>& segments)
+{
+    Measuring measuring;
+    ZORMathBoundingBox box;
+    for (const Segment& segment : segments) {
+        AddTo(box, segment);
+        if (IsOfOutline(segment))
+            measuring.Add(segment);
+    }
+    ZORNestShapeMeasures measures = measuring.GetMeasures();
+    measures.box = box;
+    if (measures.perimeter == 0.0)
+        measures.centerOfMass = {box.GetCenter().GetX(), box.GetCenter().GetY(), 0};
+    return measures;
+}
