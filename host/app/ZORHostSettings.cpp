@@ -1,5 +1,6 @@
 #include "app/ZORHostSettings.h"
 
+#include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORSystem/ZORSysSettingsManager.h>
 
 #include <QCoreApplication>
@@ -35,6 +36,24 @@ ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
     if (m_warning.isEmpty())
         CheckWritable();
     ZORSysSettingsManager::GetManager()->SetSource(m_store.get());
+}
+
+QVariant ZORHostSettings::Read(const QString& key, const QVariant& defaultValue)
+{
+    QSettings* store = ZORSysSettingsManager::GetManager()->GetSource();
+    if (!store)
+        return defaultValue;
+    const ZORSysSettingGroupContext group(store, "Host");
+    return store->value(key, defaultValue);
+}
+
+void ZORHostSettings::Write(const QString& key, const QVariant& value)
+{
+    QSettings* store = ZORSysSettingsManager::GetManager()->GetSource();
+    if (!store)
+        return;
+    const ZORSysSettingGroupContext group(store, "Host");
+    store->setValue(key, value);
 }
 
 ZORHostSettings::~ZORHostSettings()

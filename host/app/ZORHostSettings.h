@@ -4,6 +4,7 @@
 
 #include <QSettings>
 #include <QString>
+#include <QVariant>
 
 #include <memory>
 
@@ -19,6 +20,12 @@ public:
     ZORHostSettings(const QString& fileName, bool clean);
     ~ZORHostSettings();
     Q_DISABLE_COPY_MOVE(ZORHostSettings)
+
+    /// A setting of the host, group "Host" of the store that the settings manager has now; the default without
+    /// a store. The group is entered for this access only: dialogs run in between, and others use the store.
+    static QVariant Read(const QString& key, const QVariant& defaultValue = {});
+    /// Does nothing without a store.
+    static void Write(const QString& key, const QVariant& value);
 
     QSettings* GetStore() const { return m_store.get(); }
     /// What the user has to know about the file: it cannot be written (nothing will be kept), or it

@@ -35,8 +35,19 @@ Dialog* Expect(QDialog* dialog, const QString& kind)
     return wanted;
 }
 
-void AnswerFile(QFileDialog* dialog, const QString& path)
+void ChooseFilter(QFileDialog* dialog, const QString& filter)
 {
+    if (!dialog->nameFilters().contains(filter)) {
+        throw ZORHostScriptError(QStringLiteral("the file dialog has no filter '%1', but: %2")
+                                     .arg(filter, dialog->nameFilters().join(QLatin1String(", "))));
+    }
+    dialog->selectNameFilter(filter);
+}
+
+void AnswerFile(QFileDialog* dialog, const QString& path, const QStringList& filter)
+{
+    if (!filter.isEmpty())
+        ChooseFilter(dialog, filter.constFirst());
     auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
     if (!edit)
         throw ZORHostScriptError("a file dialog of the platform cannot be answered");
@@ -131,7 +142,7 @@ void ZORHostModalAnswerer::Apply(const ZORHostScriptStep& step, QDialog* dialog)
     const QString& kind = step.arguments.constFirst();
     const QStringList values = step.arguments.mid(1);
     if (kind == QLatin1String("file")) {
-        AnswerFile(Expect<QFileDialog>(dialog, kind), values.constFirst());
+        AnswerFile(Expect<QFileDialog>(dialog, kind), values.constFirst(), values.mid(1));
     } else if (kind == QLatin1String("item")) {
         AnswerItem(Expect<QInputDialog>(dialog, kind), values);
     } else if (kind == QLatin1String("text")) {

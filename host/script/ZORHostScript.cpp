@@ -34,7 +34,7 @@ const QHash<QString, WordCount>& Verbs()
 /// Words after "answer <kind>".
 const QHash<QString, WordCount>& Answers()
 {
-    static const QHash<QString, WordCount> answers = {{"file", {1, 1}},  {"item", {0, 1}}, {"text", {1, 1}},
+    static const QHash<QString, WordCount> answers = {{"file", {1, 2}},  {"item", {0, 1}}, {"text", {1, 1}},
                                                       {"color", {1, 1}}, {"box", {1, 2}},  {"cancel", {0, 0}},
                                                       {"form", {1, 1}}};
     return answers;

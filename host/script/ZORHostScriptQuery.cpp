@@ -6,6 +6,7 @@
 #include "script/ZORHostWidgetFinder.h"
 
 #include <QAction>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QImage>
@@ -22,6 +23,20 @@ using namespace ZORHostWidgetFinder;
 QString Either(bool first, const char* yes, const char* no)
 {
     return QString::fromLatin1(first ? yes : no);
+}
+
+QString IsSameContent(const QString& first, const QString& second)
+{
+    QByteArray contents[2];
+    const QString* names[] = {&first, &second};
+    for (int i = 0; i < 2; ++i) {
+        QFile file(*names[i]);
+        if (!file.open(QIODevice::ReadOnly))
+            throw ZORHostScriptError(
+                QStringLiteral("'%1' cannot be read: %2").arg(*names[i], file.errorString()));
+        contents[i] = file.readAll();
+    }
+    return Either(contents[0] == contents[1], "yes", "no");
 }
 
 /// A picture of one colour shows nothing; a count above some tens says that something was drawn.
@@ -91,6 +106,7 @@ const QHash<QString, Query>& Queries()
         {"deviation", {2, false, [](W, A a) { return QString::number(MeasureDeviation(a[0], a[1])); }}},
         {"size", {1, false, [](W, A a) { return QString::number(QFileInfo(a[0]).size()); }}},
         {"file", {1, false, [](W, A a) { return Either(QFileInfo::exists(a[0]), "there", "missing"); }}},
+        {"same", {2, false, [](W, A a) { return IsSameContent(a[0], a[1]); }}},
         {"colors", {1, false, [](W, A a) { return CountColors(a[0]); }}},
     };
     return queries;

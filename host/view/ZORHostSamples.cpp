@@ -18,13 +18,11 @@ namespace {
 
 const QColor surfaceColor(0x8f, 0xa9, 0xc4);
 
-void Show(const ZORGeoSurface* surface, ZORFeatEnvironment* environment)
+void Show(ZORGeoSurface* surface, ZORFeatEnvironment* environment)
 {
     ZORVisOptions options;
     options.SetColor(surfaceColor);
-    auto* owner =
-        const_cast<ZORGeoSurface*>(surface); // the loader hands out const surfaces; only its name is asked
-    auto* object = new ZORVisVirtualObject(environment, owner);
+    auto* object = new ZORVisVirtualObject(environment, surface);
     object->SetRep(new ZORVisRepGraphics({new ZORVisSurfacePrimitive(surface)}, options));
     environment->AddVirtualObject(object);
     QObject::connect(surface, &QObject::destroyed, object, &QObject::deleteLater);
@@ -63,10 +61,15 @@ int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(QDir::toNativeSeparators(fileName), file.errorString());
-    ZORGeoStlLoader loader(&file);
-    const QList<const ZORGeoSurface*> surfaces =
-        loader.Load(environment->GetContainer(), ZORSysValue::Millimeter);
-    for (const ZORGeoSurface* surface : surfaces)
-        Show(surface, environment);
-    return int(surfaces.size());
+    ZORFeatContainer* container = environment->GetContainer();
+    const int before = container->GetNumGeometry();
+    if (fileName.endsWith(QLatin1String(".ZORCont"), Qt::CaseInsensitive))
+        container->Load(file);
+    else
+        ZORGeoStlLoader(&file).Load(container, ZORSysValue::Millimeter);
+    for (int i = before; i < container->GetNumGeometry(); ++i) {
+        if (auto* surface = qobject_cast<ZORGeoSurface*>(container->GetGeometryByIndex(i)))
+            Show(surface, environment);
+    }
+    return container->GetNumGeometry() - before;
 }

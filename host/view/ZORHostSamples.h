@@ -18,7 +18,8 @@ QStringList GetFiles();
 
 } // namespace ZORHostSamples
 
-/// Imports the surfaces of an STL file (lengths in millimetres) into the container of \a environment and adds
-/// a shaded visual object for each, which goes when its surface goes. \return number of surfaces \throws
-/// ZORSysFileOpenException when the file cannot be opened; ZORSysException as the loader does
+/// Adds the contents of a file to the container of \a environment: of a container file (by its suffix, .ZORCont), else
+/// of an STL file (lengths in millimetres). Each new surface gets a shaded visual object, which goes with it.
+/// \return number of geometries added
+/// \throws ZORSysFileOpenException when the file cannot be opened; ZORSysException as the loaders do
 int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment);

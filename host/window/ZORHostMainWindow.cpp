@@ -1,14 +1,15 @@
 #include "window/ZORHostMainWindow.h"
 
+#include "app/ZORHostSettings.h"
 #include "app/ZORHostTheme.h"
 #include "docks/ZORHostApiDock.h"
 #include "docks/ZORHostLogDock.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
-#include "view/ZORHostSamples.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
 #include "window/ZORHostCommandPalette.h"
+#include "window/ZORHostFileMenu.h"
 #include "window/ZORHostIcons.h"
 #include "window/ZORHostNoticeBar.h"
 #include "window/ZORHostPublishedActions.h"
@@ -18,22 +19,13 @@
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORFeatureUI/ZORFeatBrowserWidget.h>
 #include <ZORGeometry/ZORGeoGeometry.h>
-#include <ZORSystem/ZORSysException.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
-#include <ZORSystem/ZORSysSettingsManager.h>
 
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDir>
 #include <QDockWidget>
-#include <QElapsedTimer>
-#include <QFileDialog>
-#include <QImageWriter>
+#include <QFileInfo>
 #include <QMenuBar>
-#include <QMessageBox>
-#include <QSaveFile>
-#include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -42,25 +34,6 @@ namespace {
 
 /// Of saveState(): raise when docks or tool bars change their meaning.
 constexpr int layoutVersion = 1;
-
-// The group is entered for one access only: dialogs run in between, and others use the store as well.
-QVariant ReadSetting(const QString& key, const QVariant& defaultValue = {})
-{
-    QSettings* store = ZORSysSettingsManager::GetManager()->GetSource();
-    if (!store)
-        return defaultValue;
-    const ZORSysSettingGroupContext group(store, "Host");
-    return store->value(key, defaultValue);
-}
-
-void WriteSetting(const QString& key, const QVariant& value)
-{
-    QSettings* store = ZORSysSettingsManager::GetManager()->GetSource();
-    if (!store)
-        return;
-    const ZORSysSettingGroupContext group(store, "Host");
-    store->setValue(key, value);
-}
 
 } // namespace
 
@@ -85,7 +58,11 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     setCentralWidget(central);
     statusBar()->setObjectName("_StatusBar");
 
-    CreateFileMenu();
+    m_fileMenu = new ZORHostFileMenu(this, m_view);
+    m_viewToolBar = addToolBar(tr("File and View"));
+    m_viewToolBar->setObjectName("_ViewToolBar");
+    m_fileMenu->AddTo(m_viewToolBar);
+    m_viewToolBar->addSeparator();
     CreateDocks(log);
     CreateViewMenu();
     CreateHelpMenu();
@@ -111,54 +88,6 @@ QAction* ZORHostMainWindow::AddAction(const QString& objectName, const QString& 
     auto* action = new QAction(ZORHostIcon(icon), text, this);
     action->setObjectName(objectName);
     return action;
-}
-
-void ZORHostMainWindow::CreateFileMenu()
-{
-    QMenu* menu = menuBar()->addMenu(tr("&File"));
-    menu->setObjectName("_FileMenu");
-    QAction* open = AddAction("_OpenAction", "open", tr("&Open..."));
-    open->setShortcut(QKeySequence::Open);
-    open->setToolTip(tr("Opens an STL file and shows its surfaces"));
-    connect(open, &QAction::triggered, this, &ZORHostMainWindow::OnOpenTriggered);
-    menu->addAction(open);
-    QMenu* samples = menu->addMenu(tr("Open &Samples"));
-    samples->setObjectName("_SamplesMenu");
-    connect(samples, &QMenu::aboutToShow, this, [this, samples] { FillSamplesMenu(samples); });
-    FillSamplesMenu(samples);
-    menu->addSeparator();
-    QAction* save = AddAction("_SavePictureAction", "save-picture", tr("Save &Picture..."));
-    save->setShortcut(QKeySequence::Save);
-    save->setToolTip(tr("Writes the 3D view into a PNG file"));
-    connect(save, &QAction::triggered, this, &ZORHostMainWindow::OnSavePictureTriggered);
-    menu->addAction(save);
-    menu->addSeparator();
-    QAction* quit = AddAction("_QuitAction", QString(), tr("&Quit"));
-    quit->setShortcut(QKeySequence::Quit);
-    quit->setMenuRole(QAction::QuitRole);
-    connect(quit, &QAction::triggered, this, &QWidget::close);
-    menu->addAction(quit);
-
-    m_viewToolBar = addToolBar(tr("File and View"));
-    m_viewToolBar->setObjectName("_ViewToolBar");
-    m_viewToolBar->addAction(open);
-    m_viewToolBar->addAction(save);
-    m_viewToolBar->addSeparator();
-}
-
-void ZORHostMainWindow::FillSamplesMenu(QMenu* menu)
-{
-    menu->clear();
-    const QStringList files = ZORHostSamples::GetFiles();
-    for (const QString& file : files) {
-        auto* action = new QAction(QFileInfo(file).fileName(), menu);
-        action->setObjectName(QStringLiteral("_Sample_%1").arg(QFileInfo(file).completeBaseName()));
-        action->setToolTip(QDir::toNativeSeparators(file));
-        connect(action, &QAction::triggered, this, [this, file] { OpenFile(file); });
-        menu->addAction(action);
-    }
-    if (files.isEmpty())
-        menu->addAction(tr("No samples found"))->setEnabled(false);
 }
 
 void ZORHostMainWindow::CreateDocks(ZORHostLineQueue* log)
@@ -241,94 +170,25 @@ void ZORHostMainWindow::SetTheme(ZORHostOptions::Theme theme)
 
 void ZORHostMainWindow::RestoreSettings()
 {
-    restoreGeometry(ReadSetting("Geometry").toByteArray());
-    restoreState(ReadSetting("Layout").toByteArray(), layoutVersion);
-    SetTheme(ZORHostTheme::FromName(ReadSetting("Theme").toString()));
-    const bool wireframe = ReadSetting("Wireframe").toBool();
+    restoreGeometry(ZORHostSettings::Read("Geometry").toByteArray());
+    restoreState(ZORHostSettings::Read("Layout").toByteArray(), layoutVersion);
+    SetTheme(ZORHostTheme::FromName(ZORHostSettings::Read("Theme").toString()));
+    const bool wireframe = ZORHostSettings::Read("Wireframe").toBool();
     m_view->SetDisplayMode(wireframe ? ZORVisRenderer::Wireframe : ZORVisRenderer::Shaded);
 }
 
 void ZORHostMainWindow::SaveSettings() const
 {
-    WriteSetting("Geometry", saveGeometry());
-    WriteSetting("Layout", saveState(layoutVersion));
-    WriteSetting("Wireframe", m_view->GetDisplayMode() == ZORVisRenderer::Wireframe);
+    ZORHostSettings::Write("Geometry", saveGeometry());
+    ZORHostSettings::Write("Layout", saveState(layoutVersion));
+    ZORHostSettings::Write("Wireframe", m_view->GetDisplayMode() == ZORVisRenderer::Wireframe);
     if (const QAction* theme = m_themes->checkedAction())
-        WriteSetting("Theme", theme->objectName().section(u'_', 2));
+        ZORHostSettings::Write("Theme", theme->objectName().section(u'_', 2));
 }
 
 bool ZORHostMainWindow::OpenFile(const QString& fileName)
 {
-    ZORFeatEnvironment* environment = ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
-    if (!environment)
-        return false;
-    QElapsedTimer timer;
-    timer.start();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    QString error;
-    int surfaces = 0;
-    try {
-        surfaces = ZORHostOpenFile(fileName, environment);
-    } catch (const ZORSysException& exception) {
-        error = exception.GetMessage();
-    }
-    QApplication::restoreOverrideCursor();
-    if (!error.isEmpty()) {
-        ShowError(error);
-        return false;
-    }
-    m_view->FitAll();
-    statusBar()->showMessage(tr("%1: %n surface(s) in %2 s", nullptr, surfaces)
-                                 .arg(QFileInfo(fileName).fileName())
-                                 .arg(double(timer.elapsed()) / 1000, 0, 'f', 2));
-    return true;
-}
-
-void ZORHostMainWindow::OnOpenTriggered()
-{
-    const QString start = ReadSetting("OpenDir", ZORHostSamples::FindFolder()).toString();
-    const QStringList files =
-        QFileDialog::getOpenFileNames(this, tr("Open"), start, tr("STL files (*.stl *.STL);;All files (*)"));
-    for (const QString& file : files) {
-        if (OpenFile(file))
-            WriteSetting("OpenDir", QFileInfo(file).absolutePath());
-    }
-}
-
-void ZORHostMainWindow::OnSavePictureTriggered()
-{
-    const QString start = ReadSetting("PictureFile", "view.png").toString();
-    QString file = QFileDialog::getSaveFileName(this, tr("Save Picture"), start, tr("PNG pictures (*.png)"));
-    if (file.isEmpty())
-        return;
-    if (QFileInfo(file).suffix().isEmpty())
-        file += ".png";
-    if (SavePicture(file))
-        WriteSetting("PictureFile", file);
-}
-
-bool ZORHostMainWindow::SavePicture(const QString& fileName)
-{
-    const QImage picture = m_view->RenderPicture(m_view->GetDevicePixels(), m_view->devicePixelRatioF());
-    QSaveFile file(fileName);
-    QString error;
-    if (picture.isNull()) {
-        error = tr("The view is too small for a picture.");
-    } else if (!file.open(QIODevice::WriteOnly)) {
-        error = file.errorString();
-    } else {
-        QImageWriter writer(&file, "png");
-        if (!writer.write(picture))
-            error = writer.errorString();
-        else if (!file.commit())
-            error = file.errorString();
-    }
-    if (!error.isEmpty()) {
-        ShowError(tr("Cannot write '%1': %2").arg(QDir::toNativeSeparators(fileName), error));
-        return false;
-    }
-    statusBar()->showMessage(tr("Picture saved as '%1'").arg(QDir::toNativeSeparators(fileName)));
-    return true;
+    return m_fileMenu->OpenFile(fileName);
 }
 
 void ZORHostMainWindow::OnAboutTriggered()
@@ -373,11 +233,6 @@ void ZORHostMainWindow::OnPicked(QObject* owner, const QString& name, const ZORM
     if (auto* geometry = qobject_cast<ZORGeoGeometry*>(owner))
         m_browser->SelectGeometry(geometry);
     statusBar()->showMessage(tr("%1 at %2 mm").arg(name, point.ToString('f', 3)));
-}
-
-void ZORHostMainWindow::ShowError(const QString& message)
-{
-    QMessageBox::critical(this, tr("Error"), message);
 }
 
 void ZORHostMainWindow::closeEvent(QCloseEvent* event)

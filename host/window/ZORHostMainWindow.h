@@ -14,6 +14,7 @@ class QToolBar;
 class ZORFeatBrowserWidget;
 class ZORFeatEnvironment;
 class ZORHostApiDock;
+class ZORHostFileMenu;
 class ZORHostLineQueue;
 class ZORHostLogDock;
 class ZORHostNoticeBar;
@@ -43,15 +44,12 @@ public:
     void SaveSettings() const;
     void SetTheme(ZORHostOptions::Theme theme);
 
-    /// Opens an STL file and fits the view. Shows an "Error" box on failure.
-    /// \return whether it was opened
+    /// See ZORHostFileMenu::OpenFile().
     bool OpenFile(const QString& fileName);
     /// Puts plug-ins that did not load on the notice bar.
     void ShowPluginProblems();
 
 public slots:
-    void OnOpenTriggered();
-    void OnSavePictureTriggered();
     void OnAboutTriggered();
     void OnPluginsTriggered();
     void OnPaletteTriggered();
@@ -60,20 +58,17 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void CreateFileMenu();
     void CreateViewMenu();
     void CreateHelpMenu();
     void CreateDocks(ZORHostLineQueue* log);
-    void FillSamplesMenu(QMenu* menu);
     void SetEnvironment(ZORFeatEnvironment* environment);
     void OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point);
     QAction* AddAction(const QString& objectName, const QString& icon, const QString& text);
-    bool SavePicture(const QString& fileName);
-    void ShowError(const QString& message);
 
     ZORHostPluginManager* m_plugins; // not owned
     ZORHostView3D* m_view;
     ZORHostNoticeBar* m_notices;
+    ZORHostFileMenu* m_fileMenu = nullptr;
     ZORFeatBrowserWidget* m_browser = nullptr;
     ZORHostLogDock* m_logDock = nullptr;
     ZORHostApiDock* m_apiDock = nullptr;

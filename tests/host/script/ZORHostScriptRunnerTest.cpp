@@ -251,6 +251,8 @@ TEST_F(ZORHostScriptRunnerTest, AStepThatCannotBeDoneEndsTheScript)
         {"key Hyper+Foo", "'Hyper+Foo' is no key"},
         {"timeout soon", "'soon' is no number of seconds"},
         {"expect triangles Nothing is 1", "no geometry 'Nothing'"},
+        {"expect same /proc/none /proc/none is yes",
+         "'/proc/none' cannot be read: No such file or directory"},
         {"repeat I 1 many\nend", "'many' is no whole number of at most 10000"},
         {"repeat I 1 10001\nend", "'10001' is no whole number of at most 10000"},
     };
@@ -288,6 +290,21 @@ TEST_F(ZORHostScriptRunnerTest, AnswersFileDialogs)
     EXPECT_EQ(existing, saved);
     EXPECT_TRUE(Play({"in Playground", "answer cancel", "trigger Open"})) << report.toStdString();
     EXPECT_TRUE(opened.isEmpty());
+}
+
+TEST_F(ZORHostScriptRunnerTest, ChoosesTheFilterOfAFileDialog)
+{
+    QString filter;
+    window.Add("Open", [&] {
+        QFileDialog::getOpenFileName(&window, "Open it", {}, "First (*.stl);;Second (*.stl *.x)", &filter);
+    });
+    variables = {{"IN", WriteFile("in.stl", "x")}};
+    EXPECT_TRUE(Play({"in Playground", "answer file ${IN} \"Second (*.stl *.x)\"", "trigger Open"}))
+        << report.toStdString();
+    EXPECT_EQ(QString("Second (*.stl *.x)"), filter);
+    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the file dialog has no filter 'Third', but: "
+                      "First (*.stl), Second (*.stl *.x)"),
+              FailureOf({"in Playground", "answer file ${IN} Third", "trigger Open"}));
 }
 
 TEST_F(ZORHostScriptRunnerTest, AnswersInputAndColourDialogs)
@@ -404,10 +421,16 @@ TEST_F(ZORHostScriptRunnerTest, AsksAboutTheDocumentAndFiles)
 {
     AddBox("Box");
     WriteFile("some.txt", "12345");
-    variables = {{"FILE", GetPath("some.txt")}, {"NONE", GetPath("none.txt")}};
+    WriteFile("equal.txt", "12345");
+    WriteFile("other.txt", "12346");
+    variables = {{"FILE", GetPath("some.txt")},
+                 {"NONE", GetPath("none.txt")},
+                 {"EQUAL", GetPath("equal.txt")},
+                 {"OTHER", GetPath("other.txt")}};
     EXPECT_TRUE(Play({"expect geometries is 1", "expect triangles Box is 12", "expect references Box is 0",
                       "expect objects is 1", "expect size ${FILE} is 5", "expect file ${FILE} is there",
-                      "expect file ${NONE} is missing"}))
+                      "expect file ${NONE} is missing", "expect same ${FILE} ${EQUAL} is yes",
+                      "expect same ${FILE} ${OTHER} is no"}))
         << report.toStdString();
 }
 

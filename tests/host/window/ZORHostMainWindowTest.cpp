@@ -16,6 +16,7 @@
 #include <ZORVisualization/ZORVisGraphicsContext.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDockWidget>
@@ -25,6 +26,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 
 namespace {
@@ -57,6 +59,15 @@ public:
         auto* action = window->findChild<QAction*>(QString::fromLatin1(name));
         EXPECT_NE(nullptr, action) << name;
         return action;
+    }
+    /// Presses a button of the next message box, which need not be its default.
+    static void PressInNextBox(QMessageBox::StandardButton button)
+    {
+        QTimer::singleShot(0, qApp, [button] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(nullptr, box);
+            box->button(button)->click();
+        });
     }
     QString Status() { return window->statusBar()->currentMessage(); }
 
@@ -92,7 +103,7 @@ TEST_F(ZORHostMainWindowTest, ASampleOpensFromTheMenuAndIsShown)
     Action("_Sample_part")->trigger();
     EXPECT_EQ(1, GetEnvironment()->GetContainer()->GetNumGeometry());
     EXPECT_EQ(1, GetEnvironment()->GetNumVirtualObjects());
-    EXPECT_TRUE(Status().startsWith("part.stl: 1 surface(s)")) << Status().toStdString();
+    EXPECT_TRUE(Status().startsWith("part.stl: 1 object(s)")) << Status().toStdString();
 }
 
 TEST_F(ZORHostMainWindowTest, OpeningABrokenFileShowsAnErrorAndAddsNothing)
@@ -108,6 +119,57 @@ TEST_F(ZORHostMainWindowTest, OpeningABrokenFileShowsAnErrorAndAddsNothing)
     const QStringList errors = boxes.TakeErrors();
     ASSERT_EQ(1, errors.size());
     EXPECT_TRUE(errors[0].startsWith("cannot open file '")) << errors[0].toStdString();
+}
+
+TEST_F(ZORHostMainWindowTest, NewTakesEverythingOutAfterAQuestion)
+{
+    Action("_NewAction")->trigger(); // nothing to ask about
+    ZORFeatContainer* container = GetEnvironment()->GetContainer();
+    AddBox("Box");
+    Action("_NewAction")->trigger(); // Cancel is the default
+    const QList<MessageBoxCatcher::Box> shown = boxes.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_EQ(QString("Remove all 1 object(s)?"), shown[0].text);
+    EXPECT_EQ(1, container->GetNumGeometry());
+    PressInNextBox(QMessageBox::Yes);
+    Action("_NewAction")->trigger();
+    EXPECT_EQ(1, boxes.Take().size());
+    EXPECT_EQ(0, container->GetNumGeometry());
+    EXPECT_EQ(0, GetEnvironment()->GetNumVirtualObjects());
+    EXPECT_EQ(QString("1 object(s) removed"), Status());
+}
+
+TEST_F(ZORHostMainWindowTest, TheDocumentGoesToAContainerFileAndComesBack)
+{
+    AddBox("Box");
+    answers.AnswerFile(GetPath("document"));
+    Action("_SaveDocumentAction")->trigger();
+    const QString file = GetPath("document.ZORCont");
+    EXPECT_EQ("Document saved as '" + file + "'", Status());
+    EXPECT_EQ(file, GetSettings()->value("Host/DocumentFile").toString());
+    PressInNextBox(QMessageBox::Yes);
+    Action("_NewAction")->trigger();
+    boxes.Take();
+    answers.AnswerFile(file);
+    Action("_OpenAction")->trigger();
+    EXPECT_TRUE(Status().startsWith("document.ZORCont: 1 object(s)")) << Status().toStdString();
+    ASSERT_EQ(1, GetEnvironment()->GetContainer()->GetNumGeometry());
+    EXPECT_EQ(QString("Box"), GetEnvironment()->GetContainer()->GetGeometryByIndex(0)->objectName());
+    EXPECT_EQ(1, GetEnvironment()->GetNumVirtualObjects());
+}
+
+TEST_F(ZORHostMainWindowTest, ADocumentThatCannotBeWrittenShowsAnError)
+{
+    AddBox("Box");
+    QDir().mkpath(GetPath("missing"));
+    answers.AnswerFile(GetPath("missing/folder.ZORCont"),
+                       [this] { QDir(GetPath("missing")).removeRecursively(); });
+    Action("_SaveDocumentAction")->trigger();
+    const QStringList errors = boxes.TakeErrors();
+    ASSERT_EQ(1, errors.size());
+    EXPECT_TRUE(errors[0].startsWith("Cannot write '" + GetPath("missing/folder.ZORCont") + "': "))
+        << errors[0].toStdString();
+    EXPECT_FALSE(GetSettings()->contains("Host/DocumentFile"));
 }
 
 TEST_F(ZORHostMainWindowTest, SavesThePictureOfTheView)

@@ -1,0 +1,232 @@
+#include "window/ZORHostFileMenu.h"
+
+#include "app/ZORHostSettings.h"
+#include "view/ZORHostSamples.h"
+#include "view/ZORHostView3D.h"
+#include "window/ZORHostIcons.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QImageWriter>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPointer>
+#include <QSaveFile>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace {
+
+ZORFeatEnvironment* Environment()
+{
+    return ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
+}
+
+/// The error of writing \a contents, none of it or all; empty when it went well.
+QString Write(const QString& fileName, const QByteArray& contents)
+{
+    QSaveFile file(fileName);
+    if (file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit())
+        return {};
+    return ZORHostFileMenu::tr("Cannot write '%1': %2")
+        .arg(QDir::toNativeSeparators(fileName), file.errorString());
+}
+
+QString WithSuffix(const QString& fileName, const QString& suffix)
+{
+    return QFileInfo(fileName).suffix().isEmpty() ? fileName + u'.' + suffix : fileName;
+}
+
+} // namespace
+
+ZORHostFileMenu::ZORHostFileMenu(QMainWindow* window, ZORHostView3D* view)
+    : QObject(window)
+    , m_window(window)
+    , m_view(view)
+{
+    QMenu* menu = window->menuBar()->addMenu(tr("&File"));
+    menu->setObjectName("_FileMenu");
+    m_new = AddAction(menu, "_NewAction", "new", tr("&New"), tr("Takes everything out of the document"));
+    m_new->setShortcut(QKeySequence::New);
+    connect(m_new, &QAction::triggered, this, &ZORHostFileMenu::OnNewTriggered);
+    m_open = AddAction(menu, "_OpenAction", "open", tr("&Open..."),
+                       tr("Adds the contents of STL and container files to the document"));
+    m_open->setShortcut(QKeySequence::Open);
+    connect(m_open, &QAction::triggered, this, &ZORHostFileMenu::OnOpenTriggered);
+    QMenu* samples = menu->addMenu(tr("Open &Samples"));
+    samples->setObjectName("_SamplesMenu");
+    connect(samples, &QMenu::aboutToShow, this, [this, samples] { FillSamplesMenu(samples); });
+    FillSamplesMenu(samples);
+    menu->addSeparator();
+    m_saveDocument = AddAction(menu, "_SaveDocumentAction", "save", tr("&Save As..."),
+                               tr("Writes the document into a container file"));
+    m_saveDocument->setShortcut(QKeySequence::Save);
+    connect(m_saveDocument, &QAction::triggered, this, &ZORHostFileMenu::OnSaveDocumentTriggered);
+    m_savePicture = AddAction(menu, "_SavePictureAction", "save-picture", tr("Save &Picture..."),
+                              tr("Writes the 3D view into a PNG file"));
+    m_savePicture->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    connect(m_savePicture, &QAction::triggered, this, &ZORHostFileMenu::OnSavePictureTriggered);
+    menu->addSeparator();
+    QAction* quit = AddAction(menu, "_QuitAction", QString(), tr("&Quit"), QString());
+    quit->setShortcut(QKeySequence::Quit);
+    quit->setMenuRole(QAction::QuitRole);
+    connect(quit, &QAction::triggered, window, &QWidget::close);
+}
+
+QAction* ZORHostFileMenu::AddAction(QMenu* menu, const QString& objectName, const QString& icon,
+                                    const QString& text, const QString& toolTip)
+{
+    auto* action = new QAction(ZORHostIcon(icon), text, this);
+    action->setObjectName(objectName);
+    action->setToolTip(toolTip);
+    menu->addAction(action);
+    return action;
+}
+
+void ZORHostFileMenu::AddTo(QToolBar* toolBar) const
+{
+    toolBar->addActions({m_new, m_open, m_saveDocument, m_savePicture});
+}
+
+void ZORHostFileMenu::FillSamplesMenu(QMenu* menu)
+{
+    menu->clear();
+    const QStringList files = ZORHostSamples::GetFiles();
+    for (const QString& file : files) {
+        auto* action = new QAction(QFileInfo(file).fileName(), menu);
+        action->setObjectName(QStringLiteral("_Sample_%1").arg(QFileInfo(file).completeBaseName()));
+        action->setToolTip(QDir::toNativeSeparators(file));
+        connect(action, &QAction::triggered, this, [this, file] { OpenFile(file); });
+        menu->addAction(action);
+    }
+    if (files.isEmpty())
+        menu->addAction(tr("No samples found"))->setEnabled(false);
+}
+
+void ZORHostFileMenu::OnNewTriggered()
+{
+    ZORFeatEnvironment* environment = Environment();
+    const int count = environment ? environment->GetContainer()->GetNumGeometry() : 0;
+    if (count == 0)
+        return;
+    const auto answer =
+        QMessageBox::question(m_window, tr("New Document"), tr("Remove all %n object(s)?", nullptr, count),
+                              QMessageBox::Yes | QMessageBox::Cancel);
+    if (answer != QMessageBox::Yes)
+        return;
+    const QList<ZORVisVirtualObject*> shown = environment->GetVirtualObjects();
+    QList<QPointer<ZORVisVirtualObject>> objects(shown.cbegin(), shown.cend());
+    for (const QPointer<ZORVisVirtualObject>& object : std::as_const(objects))
+        delete object; // one may take others with it
+    environment->GetContainer()->Clear();
+    m_window->statusBar()->showMessage(tr("%n object(s) removed", nullptr, count));
+}
+
+bool ZORHostFileMenu::OpenFile(const QString& fileName)
+{
+    ZORFeatEnvironment* environment = Environment();
+    if (!environment)
+        return false;
+    QElapsedTimer timer;
+    timer.start();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QString error;
+    int count = 0;
+    try {
+        count = ZORHostOpenFile(fileName, environment);
+    } catch (const ZORSysException& exception) {
+        error = exception.GetMessage();
+    }
+    QApplication::restoreOverrideCursor();
+    if (error.isEmpty())
+        m_view->FitAll();
+    return Report(error, tr("%1: %n object(s) in %2 s", nullptr, count)
+                             .arg(QFileInfo(fileName).fileName())
+                             .arg(double(timer.elapsed()) / 1000, 0, 'f', 2));
+}
+
+void ZORHostFileMenu::OnOpenTriggered()
+{
+    const QString start = ZORHostSettings::Read("OpenDir", ZORHostSamples::FindFolder()).toString();
+    const QStringList files = QFileDialog::getOpenFileNames(
+        m_window, tr("Open"), start,
+        tr("All that can be opened (*.stl *.STL *.ZORCont);;STL files (*.stl *.STL);;"
+           "Container files (*.ZORCont);;All files (*)"));
+    for (const QString& file : files) {
+        if (OpenFile(file))
+            ZORHostSettings::Write("OpenDir", QFileInfo(file).absolutePath());
+    }
+}
+
+void ZORHostFileMenu::OnSaveDocumentTriggered()
+{
+    const QString start = ZORHostSettings::Read("DocumentFile", "document.ZORCont").toString();
+    const QString file =
+        QFileDialog::getSaveFileName(m_window, tr("Save As"), start, tr("Container files (*.ZORCont)"));
+    if (!file.isEmpty() && SaveDocument(WithSuffix(file, "ZORCont")))
+        ZORHostSettings::Write("DocumentFile", WithSuffix(file, "ZORCont"));
+}
+
+bool ZORHostFileMenu::SaveDocument(const QString& fileName)
+{
+    ZORFeatEnvironment* environment = Environment();
+    if (!environment)
+        return false;
+    QByteArray contents;
+    QString error;
+    try {
+        QBuffer buffer(&contents);
+        buffer.open(QIODevice::WriteOnly);
+        environment->GetContainer()->Save(buffer);
+        error = Write(fileName, contents);
+    } catch (const ZORSysException& exception) {
+        error = exception.GetMessage();
+    }
+    return Report(error, tr("Document saved as '%1'").arg(QDir::toNativeSeparators(fileName)));
+}
+
+void ZORHostFileMenu::OnSavePictureTriggered()
+{
+    const QString start = ZORHostSettings::Read("PictureFile", "view.png").toString();
+    const QString file =
+        QFileDialog::getSaveFileName(m_window, tr("Save Picture"), start, tr("PNG pictures (*.png)"));
+    if (!file.isEmpty() && SavePicture(WithSuffix(file, "png")))
+        ZORHostSettings::Write("PictureFile", WithSuffix(file, "png"));
+}
+
+bool ZORHostFileMenu::SavePicture(const QString& fileName)
+{
+    const QImage picture = m_view->RenderPicture(m_view->GetDevicePixels(), m_view->devicePixelRatioF());
+    QByteArray contents;
+    QBuffer buffer(&contents);
+    buffer.open(QIODevice::WriteOnly);
+    QString error;
+    if (picture.isNull())
+        error = tr("The view is too small for a picture.");
+    else if (QImageWriter writer(&buffer, "png"); !writer.write(picture))
+        error = writer.errorString();
+    else
+        error = Write(fileName, contents);
+    return Report(error, tr("Picture saved as '%1'").arg(QDir::toNativeSeparators(fileName)));
+}
+
+bool ZORHostFileMenu::Report(const QString& error, const QString& message)
+{
+    if (!error.isEmpty()) {
+        QMessageBox::critical(m_window, tr("Error"), error);
+        return false;
+    }
+    m_window->statusBar()->showMessage(message);
+    return true;
+}
