@@ -107,6 +107,7 @@ TEST_P(BenchWindowsTest, Operations)
         {"ZORTestGeoProjectPointCurveDlg", "project-point-to-curve"},
         {"ZORTestGeoProjectPointSurfaceDlg", "project-point-to-surface"},
         {"ZORTestGeoSurfaceEdgeDlg", "surface-edges"},
+        {"ZORTestTPCourseSmoothingDlg", "course-smoothing"},
         {"ZORTestTopProjectDlg", "create-topological-projection"},
     };
     for (const auto& [className, name] : operations) {

@@ -317,6 +317,7 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         "ZORTestLaunchStandardCmd",
         "ZORTestLoadContainerCmd",
         "ZORTestSaveContainerCmd",
+        "ZORTestTPCourseSmoothingDlg",
         "ZORTestTopProjectDlg",
         "ZORTestVisVectorTextDlg",
         "ZORTestWFCurveOnSupportDlg",

@@ -1,0 +1,229 @@
+#include "ZORGeoArcSearch_p.h"
+#include "ZORGeoStraightWalk_p.h"
+
+#include <algorithm>
+#include <numbers>
+
+using std::numbers::pi;
+
+namespace {
+
+// Parts of the radius, or of the path if that is shorter: arcs that turn away from the start of the path meet
+// nothing before the first, and ends that are nearer to a place than the second are that place.
+constexpr double shortestArc = 1e-6;
+constexpr double samePlace = 1e-9;
+// Just before the end of a segment, so that the arc arrives there in the triangle of the segment.
+constexpr double beforeEnd = 1 - 1e-8;
+constexpr double largestRadius = 1e6; // in the radius to use
+constexpr double turnStep = pi / 36;
+constexpr int bisections = 60;
+
+void AppendPlace(ZORGeoMeshPath& path, const ZORGeoMeshPlace& place)
+{
+    if (!path.empty() && path.back().point == place.point && path.back().triangle == place.triangle)
+        path.back() = place;
+    else
+        path.push_back(place);
+}
+
+// Halves the interval between an argument for which the predicate holds and one for which it does not.
+template<class Predicate>
+void Bisect(double& yes, double& no, const Predicate& predicate)
+{
+    for (int i = 0; i < bisections; ++i) {
+        const double middle = (yes + no) / 2;
+        (predicate(middle) ? yes : no) = middle;
+    }
+}
+
+} // namespace
+
+std::optional<ZORGeoMeshPlace> ZorGeoPlaceOnSegment(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path,
+                                                    size_t segment, double u)
+{
+    const ZORGeoMeshPlace& from = path[segment];
+    ZORGeoMeshPlace to;
+    if (!ZorGeoExpressPlace(mesh, path[segment + 1], from.triangle, to))
+        return std::nullopt;
+    ZORGeoMeshPlace place = from;
+    for (size_t corner = 0; corner < 3; ++corner)
+        place.weights[corner] = (1 - u) * from.weights[corner] + u * to.weights[corner];
+    place.point = from.point + u * (to.point - from.point);
+    return place;
+}
+
+double ZorGeoLengthOf(const ZORGeoMeshPath& path)
+{
+    double length = 0;
+    for (size_t i = 1; i < path.size(); ++i)
+        length += path[i - 1].point.DistanceTo(path[i].point);
+    return length;
+}
+
+ZORGeoArcSearch::ZORGeoArcSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path,
+                                 const ZORGeoPathTurns& turns, size_t place, double radius)
+    : m_mesh(mesh)
+    , m_path(path)
+    , m_turns(turns)
+    , m_place(place)
+    , m_radius(radius)
+    , m_isLeft(turns.GetTurns()[place].angle > 0)
+    , m_ahead(mesh, path, place)
+    , m_length(ZorGeoLengthOf(path))
+{
+}
+
+std::optional<ZORGeoArcStart> ZORGeoArcSearch::StartOn(size_t segment, double u) const
+{
+    const ZORMathVector direction = (m_path[segment + 1].point - m_path[segment].point).GetNormalized();
+    const ZORMathVector normal = ZorGeoTwiceAreaNormal(m_mesh, m_path[segment].triangle).GetNormalized();
+    const auto place = ZorGeoPlaceOnSegment(m_mesh, m_path, segment, u);
+    if (!place || direction == ZORMathVector() || normal == ZORMathVector())
+        return std::nullopt;
+    const ZORMathVector left = Cross(normal, direction).GetNormalized();
+    return ZORGeoArcStart{*place, direction, m_isLeft == m_turns.IsOwnSide(segment) ? left : -left};
+}
+
+// From the start of the path, turned inwards from the path's own direction.
+std::optional<ZORGeoArcStart> ZORGeoArcSearch::StartTurned(double angle) const
+{
+    size_t segment = 0;
+    while (segment + 2 < m_path.size() && m_path[segment].point == m_path[segment + 1].point)
+        ++segment;
+    const ZORGeoMeshPlace& place = m_path[segment];
+    const double weights[3] = {place.weights[0], place.weights[1], place.weights[2]};
+    const auto found = ZorGeoFindWalkPlace(m_mesh, place.triangle, weights);
+    if (!found || found->triangle != place.triangle)
+        return std::nullopt;
+    const ZORMathVector direction = m_path[segment + 1].point - place.point;
+    const bool isLeft = m_isLeft == m_turns.IsOwnSide(segment);
+    const auto walk = ZorGeoStartStraight(m_mesh, *found, direction, direction, isLeft ? angle : -angle);
+    auto start = walk.ahead ? ZorGeoMakeArcStart(m_mesh, *walk.ahead) : std::nullopt;
+    if (start && !isLeft)
+        start->inward = -start->inward;
+    if (start)
+        start->place.point = place.point;
+    return start;
+}
+
+bool ZORGeoArcSearch::IsClear(const std::optional<ZORGeoArcStart>& start, double curvature) const
+{
+    return start && !ZORGeoArcWalk(m_mesh, curvature).Meet(*start, {0, m_length}, m_ahead, nullptr);
+}
+
+// The last segment from the beginning of which the arc is clear of the path, and the one after it.
+bool ZORGeoArcSearch::FindSegment(size_t& clear, size_t& crossing) const
+{
+    crossing = m_place;
+    for (size_t step = 1;; step *= 2) {
+        clear = crossing - std::min(step, crossing);
+        while (clear > 0 && !IsUsable(clear))
+            --clear;
+        if (IsClear(StartOn(clear, 0), 1 / m_radius))
+            break;
+        crossing = clear;
+        if (clear == 0)
+            return false;
+    }
+    size_t untried = crossing; // segments from here on to `crossing` cannot be used
+    while (untried - clear > 1) {
+        size_t middle = (untried + clear) / 2;
+        const size_t half = middle;
+        while (middle > clear && !IsUsable(middle))
+            --middle;
+        if (middle == clear) {
+            untried = half;
+        } else if (IsClear(StartOn(middle, 0), 1 / m_radius)) {
+            clear = middle;
+        } else {
+            crossing = middle;
+            untried = middle;
+        }
+    }
+    return true;
+}
+
+std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindOnSegments() const
+{
+    size_t clear = 0;
+    size_t crossing = 0;
+    if (!FindSegment(clear, crossing))
+        return std::nullopt;
+    if (crossing < m_place && IsClear(StartOn(clear, beforeEnd), 1 / m_radius))
+        return FindAtEnd(clear);
+    double from = 0;
+    double to = 1;
+    Bisect(from, to, [&](double u) { return IsClear(StartOn(clear, u), 1 / m_radius); });
+    const auto start = StartOn(clear, to);
+    return start ? std::optional(Arc{*start, 1 / m_radius, clear, true}) : std::nullopt;
+}
+
+std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtEnd(size_t segment) const
+{
+    const auto start = StartOn(segment, beforeEnd);
+    double clear = 1 / m_radius;
+    if (!IsClear(start, clear))
+        return std::nullopt;
+    double crossing = clear / 2;
+    while (IsClear(start, crossing)) {
+        clear = crossing;
+        crossing /= 2;
+        if (crossing * m_radius * largestRadius < 1)
+            return std::nullopt;
+    }
+    Bisect(clear, crossing, [&](double curvature) { return IsClear(start, curvature); });
+    return Arc{*start, crossing, segment, true};
+}
+
+std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtStart() const
+{
+    const ZORGeoPathSegments all(m_mesh, m_path, 0);
+    const ZORGeoArcWalk walk(m_mesh, 1 / m_radius);
+    const auto isClear = [&](double angle) {
+        const auto start = StartTurned(angle);
+        return start
+               && !walk.Meet(*start, {shortestArc * std::min(m_radius, m_length), m_length}, all, nullptr);
+    };
+    double clear = turnStep;
+    while (!isClear(clear)) {
+        clear += turnStep;
+        if (clear > pi)
+            return std::nullopt;
+    }
+    double crossing = clear - turnStep;
+    Bisect(clear, crossing, isClear);
+    const auto start = StartTurned(crossing);
+    return start ? std::optional(Arc{*start, 1 / m_radius, 0, false}) : std::nullopt;
+}
+
+std::optional<ZORGeoArcSearch::Replacement> ZORGeoArcSearch::Replace(const Arc& arc) const
+{
+    ZORGeoMeshPath places;
+    const double scale = std::min(m_radius, m_length);
+    const double shortest = arc.isTangent ? 0 : shortestArc * scale;
+    const auto meeting =
+        ZORGeoArcWalk(m_mesh, arc.curvature).Meet(arc.start, {shortest, m_length}, m_ahead, &places);
+    if (!meeting)
+        return std::nullopt;
+    const size_t met = meeting->segment;
+    const double length = m_path[met].point.DistanceTo(m_path[met + 1].point);
+    const bool isAtNext = (1 - meeting->u) * length <= samePlace * scale;
+    const bool isAtPlace = meeting->u * length <= samePlace * scale;
+    const auto end = ZorGeoPlaceOnSegment(m_mesh, m_path, met, isAtPlace ? 0 : meeting->u);
+    if (!end)
+        return std::nullopt;
+
+    Replacement result;
+    ZORGeoMeshPath& path = result.path;
+    if (arc.isTangent)
+        path.assign(m_path.begin(), m_path.begin() + qsizetype(arc.segment) + 1);
+    result.first = path.size();
+    places.pop_back();
+    for (const ZORGeoMeshPlace& place : places)
+        AppendPlace(path, place);
+    if (!isAtNext)
+        AppendPlace(path, *end);
+    result.last = isAtNext ? path.size() : path.size() - 1;
+    path.insert(path.end(), m_path.begin() + qsizetype(met) + 1, m_path.end());
+    return result;
+}

@@ -1,0 +1,364 @@
+#include "ZORGeoArcWalk_p.h"
+#include "ZORGeoPathTurns_p.h"
+#include "ZORGeoVertexFan_p.h"
+#include "ZORGeoWalk_p.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+using std::numbers::pi;
+
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+// Triangles lower than this part of the side by which they are entered are passed on their line.
+constexpr double flatHeight = 1e-11;
+// Meetings count up to this part of a segment, or of a step, beyond its ends.
+constexpr double meetingTolerance = 1e-11;
+constexpr double pointAngle = pi / 1800;
+
+ZORMathPoint CornerPoint(const ZORGeoMesh& mesh, int triangle, int corner)
+{
+    return mesh.vertices[mesh.triangles[triangle][size_t(corner)]];
+}
+
+ZORMathVector SideOf(const ZORGeoMesh& mesh, int triangle, int side)
+{
+    return CornerPoint(mesh, triangle, (side + 1) % 3) - CornerPoint(mesh, triangle, side);
+}
+
+// The unit vector across a side of a triangle that points to the third corner; zero without an area.
+ZORMathVector InwardOf(const ZORGeoMesh& mesh, int triangle, int side)
+{
+    return Cross(ZorGeoTwiceAreaNormal(mesh, triangle).GetNormalized(), SideOf(mesh, triangle, side))
+        .GetNormalized();
+}
+
+bool IsFlat(const ZORGeoMesh& mesh, int triangle, int side)
+{
+    const ZORMathVector along = SideOf(mesh, triangle, side);
+    return !(ZorGeoTwiceAreaNormal(mesh, triangle).GetLength() > flatHeight * Dot(along, along));
+}
+
+// The place of a point that lies in the plane of a triangle with an area.
+ZORGeoMeshPlace PlaceInside(const ZORGeoMesh& mesh, int triangle, const ZORMathPoint& point)
+{
+    const ZORMathPoint a = CornerPoint(mesh, triangle, 0);
+    const ZORMathVector b = SideOf(mesh, triangle, 0);
+    const ZORMathVector c = CornerPoint(mesh, triangle, 2) - a;
+    const ZORMathVector normal = Cross(b, c);
+    const double squared = Dot(normal, normal);
+    return ZorGeoSnapPlace(mesh, triangle, Dot(Cross(point - a, c), normal) / squared,
+                           Dot(Cross(b, point - a), normal) / squared);
+}
+
+// Both roots of a w^2 + 2 b w + c = 0, the smaller first; infinite ones where there are none.
+std::array<double, 2> SolveQuadratic(double a, double b, double c)
+{
+    const double discriminant = b * b - a * c;
+    if (!(discriminant >= 0))
+        return {infinity, infinity};
+    const double q = -(b + (b < 0 ? -1 : 1) * std::sqrt(discriminant));
+    std::array<double, 2> roots = {q != 0 ? c / q : 0, a != 0 ? q / a : infinity};
+    if (roots[1] < roots[0])
+        std::swap(roots[0], roots[1]);
+    return roots;
+}
+
+} // namespace
+
+ZORGeoPathSegments::ZORGeoPathSegments(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path, size_t first)
+    : m_path(path)
+    , m_first(first)
+{
+    ZORGeoMeshPlace end;
+    for (size_t i = first; i + 1 < path.size(); ++i) {
+        const int triangle = path[i].triangle;
+        m_segments[triangle].push_back(i);
+        if (!ZorGeoExpressPlace(mesh, path[i + 1], triangle, end))
+            continue;
+        for (int side = 0; side < 3; ++side) {
+            const quint32 neighbor = mesh.GetNeighbor(triangle, side);
+            if (neighbor != 0 && path[i].IsOnSide(side) && end.IsOnSide(side))
+                m_segments[int(neighbor / 4) - 1].push_back(i);
+        }
+    }
+}
+
+const std::vector<size_t>* ZORGeoPathSegments::Find(int triangle) const
+{
+    const auto found = m_segments.find(triangle);
+    return found == m_segments.end() ? nullptr : &found->second;
+}
+
+ZORGeoArcWalk::ZORGeoArcWalk(const ZORGeoMesh& mesh, double curvature)
+    : m_mesh(mesh)
+    , m_curvature(curvature)
+{
+}
+
+double ZORGeoArcWalk::LengthOf(double w) const
+{
+    return m_curvature > 0 ? 2 * std::atan(m_curvature * w) / m_curvature : 2 * w;
+}
+
+// The point at the angle 2 atan(k w), with the height over a line through the start
+// (h + 2 s w + (h k^2 + 2 b k) w^2) / (1 + k^2 w^2), s and b the slopes of the direction and of inward.
+ZORMathPoint ZORGeoArcWalk::PointAt(const State& state, double w) const
+{
+    const double t = m_curvature * w;
+    const double scale = 2 * w / (1 + t * t);
+    return state.place.point + scale * state.direction + scale * t * state.inward;
+}
+
+void ZORGeoArcWalk::Turn(State& state, double w) const
+{
+    const double t = m_curvature * w;
+    const double cosine = (1 - t * t) / (1 + t * t);
+    const double sine = 2 * t / (1 + t * t);
+    const ZORMathVector direction = cosine * state.direction + sine * state.inward;
+    state.inward = cosine * state.inward - sine * state.direction;
+    state.direction = direction;
+}
+
+// The first w above 0 at which the arc goes below a side that it is above of or on.
+double ZORGeoArcWalk::SmallestExit(double height, double slope, double bend) const
+{
+    const double squared = height * m_curvature * m_curvature + 2 * bend * m_curvature;
+    if (height <= 0) { // on the side: where it comes back, if it leaves it inwards
+        if (slope < 0 || (slope == 0 && bend * m_curvature < 0))
+            return 0;
+        return squared < 0 ? -2 * slope / squared : infinity;
+    }
+    for (const double root : SolveQuadratic(squared, slope, height)) {
+        if (root > 0)
+            return root;
+    }
+    return infinity;
+}
+
+ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
+{
+    const int triangle = state.place.triangle;
+    // At most a quarter turn in a step: the circle is simple to follow then.
+    Step step;
+    step.w = m_curvature > 0 ? std::tan(pi / 8) / m_curvature : infinity;
+    for (int side = 0; side < 3; ++side) {
+        const ZORMathVector inward = InwardOf(m_mesh, triangle, side);
+        if (inward == ZORMathVector())
+            continue;
+        const ZORMathPoint from = CornerPoint(m_mesh, triangle, side);
+        const double slope = Dot(state.direction, inward);
+        double height = Dot(state.place.point - from, inward);
+        if (side == state.side || state.place.IsOnSide(side))
+            height = 0;
+        // Entered by this side it can only be left where the arc comes back to it.
+        if (side == state.side && slope <= 0)
+            continue;
+        const double w = SmallestExit(height, slope, Dot(state.inward, inward));
+        if (w >= step.w)
+            continue;
+        step.w = w;
+        step.side = side;
+    }
+    if (step.side < 0)
+        return step;
+    const ZORMathVector along = SideOf(m_mesh, triangle, step.side);
+    const ZORMathPoint from = CornerPoint(m_mesh, triangle, step.side);
+    step.t = std::clamp(Dot(PointAt(state, step.w) - from, along) / Dot(along, along), 0.0, 1.0);
+    if (step.t <= ZORGeoMeshWalker::Snap)
+        step.corner = step.side;
+    else if (step.t >= 1 - ZORGeoMeshWalker::Snap)
+        step.corner = (step.side + 1) % 3;
+    // An arc that leaves a corner along a side and turns over it has not come to the corner.
+    if (step.corner >= 0 && step.corner == ZorGeoCornerOfPlace(state.place)) {
+        step.t = step.corner == step.side ? 0 : 1;
+        step.corner = -1;
+    }
+    return step;
+}
+
+std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcWalk::FindMeeting(const State& state, const Step& step,
+                                                                 const ZORGeoPathSegments& path,
+                                                                 double minimum, double& w) const
+{
+    const std::vector<size_t>* const segments = path.Find(state.place.triangle);
+    if (!segments)
+        return std::nullopt;
+    const ZORMathVector normal = Cross(state.direction, state.inward);
+    std::optional<Meeting> first;
+    w = step.w * (1 + meetingTolerance);
+    for (const size_t segment : *segments) {
+        const ZORMathPoint& from = path.GetPath()[segment].point;
+        const ZORMathVector along = path.GetPath()[segment + 1].point - from;
+        const double squared = Dot(along, along);
+        const ZORMathVector across = Cross(normal, along).GetNormalized();
+        if (!(squared > 0))
+            continue;
+        const double height = Dot(state.place.point - from, across);
+        const double slope = Dot(state.direction, across);
+        const double bend = Dot(state.inward, across);
+        const auto roots =
+            SolveQuadratic(height * m_curvature * m_curvature + 2 * bend * m_curvature, slope, height);
+        const auto placeAt = [&](double root) { return Dot(PointAt(state, root) - from, along) / squared; };
+        const auto isMeeting = [&](double root) {
+            if (!(root >= 0 && LengthOf(root) >= minimum && root <= step.w * (1 + meetingTolerance)))
+                return false;
+            const double u = placeAt(root);
+            return u >= -meetingTolerance && u <= 1 + meetingTolerance;
+        };
+        double root = roots[0];
+        if (isMeeting(roots[0]) && isMeeting(roots[1]))
+            root = (roots[0] + roots[1]) / 2;
+        else if (!isMeeting(roots[0]))
+            root = roots[1];
+        if (!isMeeting(root) || (first && root >= w))
+            continue;
+        w = root;
+        first = Meeting{segment, std::clamp(placeAt(root), 0.0, 1.0), 0};
+    }
+    return first;
+}
+
+// Appends the places of a step but for its first and last one.
+void ZORGeoArcWalk::Append(const State& state, double end, ZORGeoMeshPath& arc) const
+{
+    if (!(m_curvature > 0))
+        return;
+    const double angle = 2 * std::atan(m_curvature * end);
+    const int pieces = int(std::ceil(angle / pointAngle - 1e-9));
+    for (int i = 1; i < pieces; ++i) {
+        const double w = std::tan(angle * i / pieces / 2) / m_curvature;
+        arc.push_back(PlaceInside(m_mesh, state.place.triangle, PointAt(state, w)));
+    }
+}
+
+// Enters the triangle behind a side, and those behind it as long as they have no height.
+bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* arc) const
+{
+    int side = step.side;
+    double t = step.t;
+    const ZORMathVector inward = InwardOf(m_mesh, state.place.triangle, side);
+    const ZORMathVector along = SideOf(m_mesh, state.place.triangle, side).GetNormalized();
+    for (int flat = 0; flat < 1000; ++flat) {
+        const int triangle = state.place.triangle;
+        const quint32 neighbor = m_mesh.GetNeighbor(triangle, side);
+        if (neighbor == 0)
+            return false;
+        const int next = int(neighbor / 4) - 1;
+        const int entered = int(neighbor % 4);
+        const bool isReversed =
+            m_mesh.triangles[next][size_t(entered)] != m_mesh.triangles[triangle][size_t(side)];
+        t = isReversed ? 1 - t : t;
+        state.place = ZorGeoPlaceOnSide(m_mesh, next, entered, t);
+        state.side = entered;
+        if (!IsFlat(m_mesh, next, entered)) {
+            const ZORMathVector ahead = InwardOf(m_mesh, next, entered);
+            const auto unfold = [&](const ZORMathVector& v) {
+                return Dot(v, along) * along - Dot(v, inward) * ahead;
+            };
+            state.direction = unfold(state.direction);
+            state.inward = unfold(state.inward);
+            return true;
+        }
+        // The third corner lies on the line: leaves by the side that lies under the place.
+        if (arc)
+            arc->push_back(state.place);
+        const ZORMathVector base = SideOf(m_mesh, next, entered);
+        const ZORMathVector apex =
+            CornerPoint(m_mesh, next, (entered + 2) % 3) - CornerPoint(m_mesh, next, entered);
+        const double apexT = Dot(apex, base) / Dot(base, base);
+        const bool isOverLast = apexT > 0 && t <= apexT; // over the side from the apex to the first corner
+        side = isOverLast ? (entered + 2) % 3 : (entered + 1) % 3;
+        t = std::clamp(isOverLast ? 1 - t / apexT : (t - 1) / (apexT - 1), 0.0, 1.0);
+    }
+    return false;
+}
+
+bool ZORGeoArcWalk::PassCorner(State& state, int corner) const
+{
+    const ZORMathVector normal = ZorGeoTwiceAreaNormal(m_mesh, state.place.triangle);
+    const bool isOwnSide = Dot(Cross(state.direction, state.inward), normal) > 0;
+    const ZORGeoMeshEntry entry = ZorGeoFanEntry(state.place.triangle, corner, isOwnSide);
+    const ZORGeoVertexFan fan(m_mesh, entry);
+    const ZORMathVector right =
+        CornerPoint(m_mesh, entry.triangle, entry.q) - CornerPoint(m_mesh, entry.triangle, corner);
+    const double back = std::atan2(Cross(right, state.direction).GetLength(), -Dot(right, state.direction));
+    const auto departure = fan.GoStraight(fan.GetFirstAngle() + back);
+    if (!departure)
+        return false;
+    const auto start = ZorGeoMakeArcStart(m_mesh, ZorGeoStartAt(departure->entry, departure->heading));
+    if (!start)
+        return false;
+    state = {start->place, start->direction, start->inward, -1};
+    return true;
+}
+
+std::optional<ZORGeoArcStart> ZorGeoMakeArcStart(const ZORGeoMesh& mesh, const ZORGeoWalkStart& start)
+{
+    const ZORGeoMeshEntry& entry = start.entry;
+    const ZORMathPoint p = CornerPoint(mesh, entry.triangle, entry.p);
+    const ZORMathVector side = CornerPoint(mesh, entry.triangle, entry.q) - p;
+    const ZORMathVector apex = CornerPoint(mesh, entry.triangle, entry.r) - p;
+    const ZORMathVector normal = Cross(side, apex).GetNormalized();
+    if (normal == ZORMathVector())
+        return std::nullopt;
+    const ZORMathVector across = Cross(normal, side);
+    const ZORMathVector direction = start.heading.along * side + start.heading.across * across;
+    ZORGeoArcStart result;
+    result.place = ZorGeoSnapPlace(mesh, entry.triangle, start.weights[1], start.weights[2]);
+    result.direction = direction.GetNormalized();
+    result.inward = Cross(normal, result.direction);
+    return result;
+}
+
+std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcWalk::Meet(const ZORGeoArcStart& start, const Bounds& bounds,
+                                                          const ZORGeoPathSegments& path,
+                                                          ZORGeoMeshPath* arc) const
+{
+    State state = {start.place, start.direction, start.inward, -1};
+    const double end = m_curvature > 0 ? std::min(bounds.maximum, 2 * pi / m_curvature) : bounds.maximum;
+    const qint64 cap = ZorGeoGetMaximumCrossings(m_mesh);
+    if (arc)
+        arc->assign(1, state.place);
+    double length = 0;
+    for (qint64 crossed = 0; length <= end && crossed < cap; ++crossed) {
+        const Step step = FindStep(state);
+        if (!std::isfinite(step.w))
+            return std::nullopt;
+        double w = 0;
+        if (auto meeting = FindMeeting(state, step, path, bounds.minimum - length, w)) {
+            meeting->length = length + LengthOf(w);
+            if (meeting->length > end)
+                return std::nullopt;
+            if (arc) {
+                Append(state, w, *arc);
+                const ZORMathPoint a = path.GetPath()[meeting->segment].point;
+                ZORGeoMeshPlace last = state.place;
+                last.point = a + meeting->u * (path.GetPath()[meeting->segment + 1].point - a);
+                arc->push_back(last);
+            }
+            return meeting;
+        }
+        if (arc)
+            Append(state, step.w, *arc);
+        length += LengthOf(step.w);
+        const ZORMathPoint point = PointAt(state, step.w);
+        Turn(state, step.w);
+        if (step.corner >= 0) {
+            if (!PassCorner(state, step.corner))
+                return std::nullopt;
+        } else if (step.side >= 0) {
+            if (!CrossSide(state, step, arc))
+                return std::nullopt;
+        } else {
+            state.place = PlaceInside(m_mesh, state.place.triangle, point);
+            state.side = -1;
+        }
+        if (arc)
+            arc->push_back(state.place);
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,155 @@
+#include "ZORGeoCurveOnSurfaceSmoother.h"
+
+#include "ZORGeoPathSmoother_p.h"
+#include "ZORGeoShortestPath_p.h"
+#include "ZORGeoSurface_p.h"
+
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+using Locations = ZORGeoCurveOnSurfaceSmoother::Locations;
+
+namespace {
+
+constexpr double smallestRadius = 1e-6; // as part of the coordinates
+constexpr double weightTolerance = 1e-9;
+
+void Check(const Locations& locations)
+{
+    const auto isWeight = [](double weight) {
+        return weight >= -weightTolerance && weight <= 1 + weightTolerance;
+    };
+    for (qsizetype i = 0; i < locations.size(); ++i) {
+        const ZORGeoLocationOnSurface& at = locations[i];
+        const char* error = nullptr;
+        if (at.IsNull())
+            error = QT_TR_NOOP("location %1 of the curve is not on a surface");
+        else if (at.surface != locations.constFirst().surface)
+            error = QT_TR_NOOP("location %1 of the curve is on another surface");
+        else if (at.triangle < 1 || at.triangle > at.surface->GetNumTriangles() || !isWeight(at.weightB)
+                 || !isWeight(at.weightC) || !isWeight(at.weightB + at.weightC) || !at.point.IsFinite())
+            error = QT_TR_NOOP("location %1 of the curve is not within its triangle");
+        if (error)
+            throw ZORSysException(ZORGeoCurveOnSurfaceSmoother::tr(error).arg(i));
+    }
+}
+
+const ZORGeoMesh& MeshOf(const Locations& locations)
+{
+    return *ZORGeoSurfacePrivate::Of(*locations.constFirst().surface).mesh;
+}
+
+ZORGeoMeshPlace PlaceOf(const ZORGeoMesh& mesh, const ZORGeoLocationOnSurface& location)
+{
+    ZORGeoMeshPlace place = ZorGeoSnapPlace(mesh, location.triangle - 1, location.weightB, location.weightC);
+    place.point = location.point;
+    return place;
+}
+
+// The path through the locations; \a isConnected tells whether it consists of them alone.
+ZORGeoMeshPath PathOf(const Locations& locations, bool& isConnected)
+{
+    Check(locations);
+    isConnected = true;
+    ZORGeoMeshPath path;
+    for (qsizetype i = 0; i < locations.size(); ++i) {
+        const ZORGeoMesh& mesh = MeshOf(locations);
+        const ZORGeoMeshPlace place = PlaceOf(mesh, locations[i]);
+        if (path.empty() || ZorGeoHoldsPlace(mesh, path.back().triangle, place)) {
+            path.push_back(place);
+            continue;
+        }
+        isConnected = false;
+        const ZORGeoMeshPath way = ZORGeoShortestPath(mesh).Find(path.back(), place);
+        if (way.empty())
+            throw ZORSysException(
+                ZORGeoCurveOnSurfaceSmoother::tr("no way over the surface leads to location %1 of the curve")
+                    .arg(i));
+        const ZORMathPoint former = path.back().point;
+        path.pop_back();
+        path.insert(path.end(), way.begin(), way.end());
+        path[path.size() - way.size()].point = former;
+        path.back().point = place.point;
+    }
+    return path;
+}
+
+// Locations of a path; those of its beginning and end that are among the given ones stay as they are.
+Locations LocationsOf(const ZORGeoMeshPath& path, const Locations& given)
+{
+    const ZORGeoMesh& mesh = MeshOf(given);
+    const auto isSame = [&](const ZORGeoMeshPlace& place, const ZORGeoLocationOnSurface& location) {
+        const ZORGeoMeshPlace other = PlaceOf(mesh, location);
+        return place.triangle == other.triangle && place.weights == other.weights
+               && place.point == other.point;
+    };
+    Locations locations;
+    locations.reserve(qsizetype(path.size()));
+    for (const ZORGeoMeshPlace& place : path)
+        locations.append(ZorGeoLocationOf(given.constFirst().surface, place));
+    const qsizetype common = std::min(locations.size(), given.size());
+    for (qsizetype i = 0; i < common && isSame(path[size_t(i)], given[i]); ++i)
+        locations[i] = given[i];
+    for (qsizetype i = 1; i <= common; ++i) {
+        if (!isSame(path[path.size() - size_t(i)], given[given.size() - i]))
+            break;
+        locations[locations.size() - i] = given[given.size() - i];
+    }
+    return locations;
+}
+
+} // namespace
+
+ZORGeoCurveOnSurfaceSmoother::ZORGeoCurveOnSurfaceSmoother(double radius)
+    : m_radius(radius)
+{
+    ZOR_TRACE_CALL(radius);
+    if (radius < 0)
+        throw ZORSysException(tr("radius is negative"));
+    if (std::isinf(radius))
+        throw ZORSysException(tr("radius is infinite"));
+}
+
+bool ZORGeoCurveOnSurfaceSmoother::IsEverySmooth(const Locations& locations) const
+{
+    double extent = 0;
+    for (const ZORGeoLocationOnSurface& location : locations)
+        extent = std::max(extent, (location.point - ZORMathPoint()).GetLength());
+    return !(m_radius > smallestRadius * extent);
+}
+
+Locations ZORGeoCurveOnSurfaceSmoother::Smooth(const Locations& locations) const
+{
+    ZOR_TRACE_CALL(locations);
+    Check(locations);
+    if (locations.size() < 2 || IsEverySmooth(locations))
+        return locations;
+    bool isConnected = true;
+    ZORGeoMeshPath path = PathOf(locations, isConnected);
+    if (!ZORGeoPathSmoother(MeshOf(locations), m_radius).Run(path))
+        return locations;
+    return LocationsOf(path, locations);
+}
+
+double ZORGeoCurveOnSurfaceSmoother::FindSmallestRadius(const Locations& locations) const
+{
+    ZOR_TRACE_CALL(locations);
+    bool isConnected = true;
+    ZORGeoMeshPath path = PathOf(locations, isConnected);
+    if (path.size() < 3 || !(m_radius > 0))
+        return std::numeric_limits<double>::infinity();
+    ZorGeoFillGaps(MeshOf(locations), path);
+    return ZORGeoPathSmoother(MeshOf(locations), m_radius).FindSmallestRadius(path);
+}
+
+Locations ZORGeoCurveOnSurfaceSmoother::Connect(const Locations& locations)
+{
+    ZOR_TRACE_CALL(locations);
+    bool isConnected = true;
+    const ZORGeoMeshPath path = PathOf(locations, isConnected);
+    return isConnected ? locations : LocationsOf(path, locations);
+}

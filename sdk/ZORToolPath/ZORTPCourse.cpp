@@ -1,0 +1,109 @@
+#include "ZORTPCourse.h"
+
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoCurveOnSurfaceSmoother.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <cmath>
+#include <memory>
+
+ZOR_GEO_REGISTER_TYPE(ZORTPCourse)
+
+ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const ZORGeoCurveOnSurface* centerLine, double width)
+    : ZORFeatGeometry(folder)
+    , m_width(width)
+{
+    ZOR_TRACE_CALL(folder, centerLine, width);
+    if (!centerLine)
+        throw ZORSysException(tr("centre line is null"));
+    Make(centerLine->GetLocations());
+}
+
+ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const QList<ZORGeoLocationOnSurface>& locations, double width)
+    : ZORFeatGeometry(folder)
+    , m_width(width)
+{
+    ZOR_TRACE_CALL(folder, locations, width);
+    Make(locations);
+}
+
+ZORTPCourse::~ZORTPCourse()
+{
+    // Its reference of the body goes with the body.
+    delete m_body;
+    delete m_centerLine;
+}
+
+void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
+{
+    if (!(m_width > 0) || std::isinf(m_width))
+        throw ZORSysException(tr("width is not a positive number"));
+    if (locations.size() < 2)
+        throw ZORSysException(tr("a course needs two places"));
+    const QList<ZORGeoLocationOnSurface> connected = ZORGeoCurveOnSurfaceSmoother::Connect(locations);
+    if (GetContainer() && connected.constFirst().surface->GetContainer() != GetContainer())
+        throw ZORSysException(tr("surface is in another container"));
+    MakeBody(connected);
+}
+
+void ZORTPCourse::MakeBody(const QList<ZORGeoLocationOnSurface>& locations)
+{
+    auto line = std::make_unique<ZORGeoCurveOnSurface>(locations, false);
+    auto body = std::make_unique<ZORTopBody>(line->GetContainer(), line.get());
+    body->AddReference(this);
+    m_centerLine = line.release();
+    m_body = body.release();
+}
+
+void ZORTPCourse::Initialize()
+{
+    ZOR_TRACE_CALL();
+    if (m_centerLine)
+        m_centerLine->Initialize();
+    if (m_body)
+        m_body->Initialize();
+    ZORFeatGeometry::Initialize();
+}
+
+ZORTopBody* ZORTPCourse::GetBody() const
+{
+    return m_body;
+}
+
+const ZORGeoCurveOnSurface* ZORTPCourse::GetCenterLine() const
+{
+    return m_centerLine;
+}
+
+const ZORGeoSurface* ZORTPCourse::GetSurface() const
+{
+    return m_centerLine ? m_centerLine->GetSurface() : nullptr;
+}
+
+void ZORTPCourse::Smooth(double radius)
+{
+    ZOR_TRACE_CALL(radius);
+    const ZORGeoCurveOnSurfaceSmoother smoother(radius);
+    if (!m_centerLine)
+        throw ZORSysException(tr("the course has no centre line"));
+    if (!m_centerLine->GetSurface())
+        throw ZORSysException(tr("the surface of the course does not exist any more"));
+    const QList<ZORGeoLocationOnSurface> locations = m_centerLine->GetLocations();
+    const QList<ZORGeoLocationOnSurface> smooth = smoother.Smooth(locations);
+    // A list that was left as it is shares its data.
+    if (smooth.constData() == locations.constData())
+        return;
+    const QPointer<ZORGeoCurveOnSurface> formerLine = m_centerLine;
+    const QPointer<ZORTopBody> formerBody = m_body;
+    MakeBody(smooth);
+    if (IsInitialized()) {
+        m_centerLine->Initialize();
+        m_body->Initialize();
+    }
+    delete formerBody;
+    delete formerLine;
+    emit BodyChanged();
+}

@@ -1,0 +1,76 @@
+// Feature that is a course of a fibre placement machine.
+
+#pragma once
+
+#include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORGeometry/ZORGeoLocationOnSurface.h>
+#include <ZORToolPath/ZORToolPathGlobal.h>
+#include <ZORTopology/ZORTopBody.h>
+
+#include <QList>
+#include <QPointer>
+
+class ZORGeoCurveOnSurface;
+class ZORGeoSurface;
+
+/// A strip of tows that is laid on a surface: a centre line on the surface and a width. The shape of the
+/// feature is a body of dimension 1 around the centre line.
+///
+/// Ownership.  The course makes the centre line and the body of its own, registers them with its container, and
+///             takes them out again when it is removed or destroyed, whatever their reference counts are. It
+///             holds a reference to the body, which holds one to the centre line, and that to the surface:
+///             nobody can remove them as unused while the course is there.
+/// Changes.    Curves never change. When the course does, it gets another centre line and another body; with
+///             the former ones goes what others still reference. It stays the same feature with its name, label
+///             and place in the tree, and tells by BodyChanged().
+/// Lifetime.   When somebody destroys the body or the centre line all the same, the course stays, without a
+///             body or with an empty one. When the surface is destroyed the points of the centre line remain.
+class ZORTOOLPATH_EXPORT ZORTPCourse : public ZORFeatGeometry
+{
+    Q_OBJECT
+
+public:
+    /// A course along a copy of a curve.
+    /// \param folder      the feature the course lies in; null leaves it without a container
+    /// \param centerLine  not kept
+    /// \param width       of the strip, millimetres
+    /// \throws ZORSysException "centre line is null", and as the other constructor
+    ZORTPCourse(ZORFeatObject* folder, const ZORGeoCurveOnSurface* centerLine, double width);
+    /// A course through places of a surface. Where two of them are not in one triangle the centre line takes a
+    /// shortest way from one to the next.
+    /// \param locations  two or more places of one surface
+    /// \throws ZORSysException "a course needs two places", "width is not a positive number", "surface is in
+    ///         another container", and as ZORGeoCurveOnSurfaceSmoother::Connect()
+    ZORTPCourse(ZORFeatObject* folder, const QList<ZORGeoLocationOnSurface>& locations, double width);
+    ~ZORTPCourse() override;
+
+    /// Registers the centre line, its body and then the course, so that receivers of the container's signals
+    /// meet the course complete.
+    /// \throws ZORSysException as ZORFeatObject::Initialize(); centre line and body then go with the course
+    void Initialize() override;
+
+    /// Of dimension 1, from construction on; null once somebody has destroyed it.
+    ZORTopBody* GetBody() const override;
+    /// From construction on; null once somebody has destroyed it.
+    const ZORGeoCurveOnSurface* GetCenterLine() const;
+    /// Null once it has been destroyed.
+    const ZORGeoSurface* GetSurface() const;
+    /// Millimetres.
+    double GetWidth() const { return m_width; }
+
+    /// Gives the centre line a minimum radius: bends below it become tangent arcs, as
+    /// ZORGeoCurveOnSurfaceSmoother tells. Both ends stay. A course that is smooth already, and every course
+    /// for a radius of 0 or NaN, is left as it is, its centre line and body the same.
+    /// \param radius  millimetres
+    /// \throws ZORSysException "radius is negative", "radius is infinite", "the course has no centre line",
+    ///         "the surface of the course does not exist any more"; the course is unchanged then
+    void Smooth(double radius);
+
+private:
+    void Make(const QList<ZORGeoLocationOnSurface>& locations);
+    void MakeBody(const QList<ZORGeoLocationOnSurface>& locations);
+
+    const double m_width;
+    QPointer<ZORGeoCurveOnSurface> m_centerLine; // owned, by the container once it is registered
+    QPointer<ZORTopBody> m_body;                 // the same
+};

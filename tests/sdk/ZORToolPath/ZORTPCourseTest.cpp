@@ -1,0 +1,231 @@
+// Tests of ZORTPCourse.
+
+#include "support/Printers.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatFolder.h>
+#include <ZORFeature/ZORFeatRoot.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORToolPath/ZORTPCourse.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <memory>
+
+namespace {
+
+class ZORTPCourseTest : public testing::Test
+{
+protected:
+    ZORTPCourseTest()
+        : folder(new ZORFeatFolder(container.GetFeatureRoot("ZORFeatRoot")))
+        , surface(MakeSquare(&container))
+    {
+        folder->Initialize();
+        surface->Initialize();
+        numBefore = container.GetNumGeometry();
+    }
+
+    static ZORGeoSurface* MakeSquare(ZORGeoContainer* owner)
+    {
+        const QList<ZORMathPoint> corners{{-300, -300, 0}, {300, -300, 0}, {300, 300, 0}, {-300, 300, 0}};
+        return new ZORGeoSurface(owner, corners, {{0, 1, 2}, {0, 2, 3}});
+    }
+    /// Two legs of 200 mm with a bend of 60 degrees between them.
+    QList<ZORGeoLocationOnSurface> Corner() const
+    {
+        return {surface->Project({-200, 0, 0}), surface->Project({0, 0, 0}),
+                surface->Project({100, 200 * std::sqrt(0.75), 0})};
+    }
+    ZORTPCourse* Add()
+    {
+        auto* const course = new ZORTPCourse(folder, Corner(), 6.35);
+        course->Initialize();
+        return course;
+    }
+    QStringList GetNewNames() const
+    {
+        QStringList names;
+        for (int i = numBefore; i < container.GetNumGeometry(); ++i)
+            names.append(container.GetGeometryByIndex(i)->objectName());
+        return names;
+    }
+
+    ZORFeatContainer container;
+    ZORFeatFolder* folder;
+    ZORGeoSurface* surface;
+    int numBefore = 0;
+};
+
+QString MessageOf(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (const ZORSysException& exception) {
+        return exception.GetMessage();
+    }
+    return {};
+}
+
+TEST_F(ZORTPCourseTest, BringsItsCentreLineAndABodyOfDimensionOneIntoTheContainer)
+{
+    const ZORTPCourse* const course = Add();
+    EXPECT_EQ(GetNewNames(), (QStringList{"CurveOnSurface.1", "Body.1", "Course.1"}));
+    ASSERT_TRUE(course->GetBody());
+    EXPECT_EQ(course->GetBody()->GetDimension(), 1);
+    EXPECT_EQ(course->GetBody()->GetGeometry(), course->GetCenterLine());
+    EXPECT_EQ(course->GetSurface(), surface);
+    EXPECT_EQ(course->GetWidth(), 6.35);
+    EXPECT_EQ(course->GetParentFeature(), folder);
+    EXPECT_EQ(course->GetLabel(), QStringLiteral("Course.1"));
+    EXPECT_TRUE(container.GetRegisteredTypes().contains(&ZORTPCourse::staticMetaObject));
+}
+
+TEST_F(ZORTPCourseTest, CopiesACurveAndLeavesItAlone)
+{
+    const ZORGeoCurveOnSurface source(Corner(), false);
+    const ZORTPCourse course(folder, &source, 10);
+    ASSERT_TRUE(course.GetCenterLine());
+    EXPECT_NE(course.GetCenterLine(), &source);
+    ASSERT_EQ(course.GetCenterLine()->GetNumPoints(), source.GetNumPoints());
+    for (int i = 0; i < source.GetNumPoints(); ++i)
+        EXPECT_EQ(course.GetCenterLine()->GetPoint(i), source.GetPoint(i));
+}
+
+TEST_F(ZORTPCourseTest, TakesShortestWaysBetweenPlacesOfDifferentTriangles)
+{
+    const ZORTPCourse course(folder, {surface->Project({250, -200, 0}), surface->Project({-200, 250, 0})},
+                             10);
+    EXPECT_EQ(course.GetCenterLine()->GetNumPoints(), 3) << "over the diagonal";
+    EXPECT_NEAR(course.GetCenterLine()->GetLength(), 450 * std::sqrt(2.0), 1e-9);
+}
+
+TEST_F(ZORTPCourseTest, RefusesWhatMakesNoCourse)
+{
+    const auto messageOf = [&](const QList<ZORGeoLocationOnSurface>& locations, double width) {
+        return MessageOf([&] { ZORTPCourse(folder, locations, width); });
+    };
+    for (const double width : {0.0, -1.0, std::nan(""), double(INFINITY)})
+        EXPECT_EQ(messageOf(Corner(), width), QStringLiteral("width is not a positive number")) << width;
+    EXPECT_EQ(messageOf({}, 1), QStringLiteral("a course needs two places"));
+    EXPECT_EQ(messageOf({surface->Project({0, 0, 0})}, 1), QStringLiteral("a course needs two places"));
+    EXPECT_EQ(messageOf({surface->Project({0, 0, 0}), {}}, 1),
+              QStringLiteral("location 1 of the curve is not on a surface"));
+    EXPECT_EQ(MessageOf([&] { ZORTPCourse(folder, static_cast<ZORGeoCurveOnSurface*>(nullptr), 1); }),
+              QStringLiteral("centre line is null"));
+    ZORGeoContainer other;
+    const std::unique_ptr<ZORGeoSurface> foreign(MakeSquare(&other));
+    EXPECT_EQ(messageOf({foreign->Project({0, 0, 0}), foreign->Project({1, 0, 0})}, 1),
+              QStringLiteral("surface is in another container"));
+    EXPECT_EQ(container.GetNumGeometry(), numBefore);
+}
+
+TEST_F(ZORTPCourseTest, SmoothsInPlace)
+{
+    ZORTPCourse* const course = Add();
+    int changes = 0;
+    QObject::connect(course, &ZORFeatGeometry::BodyChanged, course, [&] { ++changes; });
+    const QPointer<ZORTopBody> formerBody = course->GetBody();
+    const QPointer<const ZORGeoCurveOnSurface> formerLine = course->GetCenterLine();
+    course->Smooth(100);
+    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(formerBody.isNull());
+    EXPECT_TRUE(formerLine.isNull());
+    ASSERT_TRUE(course->GetBody());
+    EXPECT_TRUE(course->GetBody()->IsInitialized());
+    EXPECT_TRUE(course->GetCenterLine()->IsInitialized());
+    EXPECT_EQ(course->GetBody()->GetGeometry(), course->GetCenterLine());
+    EXPECT_EQ(course->GetBody()->GetReferenceCount(), 1);
+    EXPECT_NEAR(course->GetCenterLine()->GetLength(), 400 - 2 * 57.735027 + 104.719755, 3e-5);
+    EXPECT_EQ(course->GetLabel(), QStringLiteral("Course.1"));
+    EXPECT_EQ(folder->GetChildren(), QList<ZORFeatObject*>{course});
+    EXPECT_EQ(container.GetNumGeometry(), numBefore + 3);
+}
+
+TEST_F(ZORTPCourseTest, LeavesASmoothCourseAsItIs)
+{
+    ZORTPCourse* const course = Add();
+    int changes = 0;
+    QObject::connect(course, &ZORFeatGeometry::BodyChanged, course, [&] { ++changes; });
+    const ZORGeoCurveOnSurface* line = course->GetCenterLine();
+    for (const double radius : {0.0, -0.0, std::nan("")}) {
+        course->Smooth(radius);
+        EXPECT_EQ(course->GetCenterLine(), line) << radius;
+    }
+    course->Smooth(100);
+    line = course->GetCenterLine();
+    for (const double radius : {100.0, 50.0}) {
+        course->Smooth(radius);
+        EXPECT_EQ(course->GetCenterLine(), line) << radius;
+    }
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(ZORTPCourseTest, SmoothsBeforeItIsRegistered)
+{
+    ZORTPCourse course(folder, Corner(), 10);
+    course.Smooth(100);
+    EXPECT_FALSE(course.GetBody()->IsInitialized());
+    EXPECT_GT(course.GetCenterLine()->GetNumPoints(), 100);
+    EXPECT_EQ(container.GetNumGeometry(), numBefore);
+}
+
+TEST_F(ZORTPCourseTest, RefusesToSmoothWithARadiusThatIsNone)
+{
+    ZORTPCourse* const course = Add();
+    const ZORGeoCurveOnSurface* const line = course->GetCenterLine();
+    EXPECT_EQ(MessageOf([&] { course->Smooth(-1); }), QStringLiteral("radius is negative"));
+    EXPECT_EQ(MessageOf([&] { course->Smooth(INFINITY); }), QStringLiteral("radius is infinite"));
+    EXPECT_EQ(course->GetCenterLine(), line);
+}
+
+TEST_F(ZORTPCourseTest, OutlivesItsSurfaceAndItsCentreLine)
+{
+    ZORTPCourse* const course = Add();
+    delete surface;
+    EXPECT_EQ(course->GetSurface(), nullptr);
+    EXPECT_EQ(course->GetCenterLine()->GetNumPoints(), 3);
+    EXPECT_EQ(MessageOf([&] { course->Smooth(100); }),
+              QStringLiteral("the surface of the course does not exist any more"));
+    delete course->GetCenterLine();
+    EXPECT_EQ(course->GetCenterLine(), nullptr);
+    EXPECT_EQ(course->GetBody()->GetDimension(), ZORTopBody::EmptyDimension);
+    EXPECT_EQ(MessageOf([&] { course->Smooth(100); }), QStringLiteral("the course has no centre line"));
+}
+
+TEST_F(ZORTPCourseTest, RemoveUndoesEverything)
+{
+    ZORTPCourse* const course = Add();
+    course->Smooth(100);
+    course->Remove();
+    EXPECT_EQ(container.GetNumGeometry(), numBefore);
+    EXPECT_EQ(surface->GetReferenceCount(), 0);
+}
+
+TEST_F(ZORTPCourseTest, ShowsItsCallsInTheTrace)
+{
+    ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();
+    QStringList lines;
+    const auto connection = QObject::connect(trace, &ZORSysApiTrace::CallTraced, [&](const QByteArray& line) {
+        lines.append(QString::fromUtf8(line));
+    });
+    folder->setObjectName("F");
+    trace->SetEnabled(true);
+    auto* const course = new ZORTPCourse(folder, Corner().mid(0, 2), 6.5);
+    course->Initialize();
+    course->Smooth(0);
+    trace->SetEnabled(false);
+    QObject::disconnect(connection);
+    EXPECT_TRUE(lines.contains(QStringLiteral("ZORTPCourse::ZORTPCourse(<F>, [2], 6.5)")))
+        << lines.join('\n').toStdString();
+    EXPECT_EQ(lines.mid(lines.size() - 2),
+              (QStringList{"ZORTPCourse::Initialize()", "ZORTPCourse::Smooth(0)"}));
+}
+
+} // namespace
