@@ -1,5 +1,6 @@
 #include "ZORFeatComputedGeometry.h"
 
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
@@ -23,6 +24,7 @@ class ZORFeatComputedGeometryPrivate
 public:
     ZORFeatShape shape;
     QString failure;
+    bool isRestored = false; // made with its result: nothing to compute when it is registered
 };
 
 ZORFeatComputedGeometry::ZORFeatComputedGeometry(ZORFeatObject* parent)
@@ -38,9 +40,11 @@ void ZORFeatComputedGeometry::Initialize()
     ZOR_TRACE_CALL();
     if (IsInitialized())
         return;
+    Q_D(ZORFeatComputedGeometry);
+    const bool isRestored = std::exchange(d->isRestored, false);
     const QPointer<ZORFeatComputedGeometry> self = this; // a receiver of the container's signal may remove it
     ZORFeatGeometry::Initialize();
-    if (self)
+    if (self && !isRestored)
         Update();
 }
 
@@ -91,8 +95,10 @@ void ZORFeatComputedGeometry::OnInputChanged()
 void ZORFeatComputedGeometry::Update()
 {
     Q_D(ZORFeatComputedGeometry);
+    if (!IsInitialized())
+        return;
     d->failure.clear();
-    if (!IsInitialized() || !IsComplete())
+    if (!IsComplete())
         return;
     const QPointer<ZORFeatComputedGeometry> self = this;
     try {
@@ -120,3 +126,28 @@ void ZORFeatComputedGeometry::Replace(ZORFeatShape&& shape)
     if (self)
         emit BodyChanged();
 }
+
+/// Links: nothing of the result is needed to make the feature.
+struct ZORFeatComputedGeometryStorage
+{
+    static void Write(const ZORFeatComputedGeometry& feature, ZORGeoObjectWriter& writer)
+    {
+        const ZORFeatComputedGeometryPrivate& data = *feature.d_func();
+        const QList<ZORGeoGeometry*> geometry = data.shape.GetGeometry();
+        writer.WriteLink("body", data.shape.GetBody());
+        writer.WriteLinks("geometry", {geometry.begin(), geometry.end()});
+        writer.WriteString("failure", data.failure);
+    }
+    static void Complete(ZORFeatComputedGeometry& feature, const ZORGeoObjectReader& reader)
+    {
+        ZORFeatComputedGeometryPrivate& data = *feature.d_func();
+        data.failure = reader.GetString("failure");
+        data.shape =
+            ZORFeatShape(reader.GetLink<ZORTopBody>("body"), reader.GetLinks<ZORGeoGeometry>("geometry"));
+        if (ZORTopBody* const body = data.shape.GetBody())
+            body->AddReference(&feature);
+        data.isRestored = true;
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORFeatComputedGeometry)

@@ -26,6 +26,9 @@ class ZORFeatComputedGeometryPrivate;
 /// Result.     The last good one stays through missing inputs and failures. Body and geometry are registered and
 ///             owned by the feature: each computation replaces them, and with them goes what others still
 ///             reference; the new ones take over the names of the old.
+/// Files.      The result is saved and comes back as it was. The storage of a derived class adds the inputs, as
+///             links, and sets them in its Complete(): nothing is computed before the feature is registered, and
+///             nothing when it is registered with a result that was loaded.
 class ZORFEATURE_EXPORT ZORFeatComputedGeometry : public ZORFeatGeometry
 {
     Q_OBJECT
@@ -80,6 +83,7 @@ protected:
     void Update();
 
 private:
+    friend struct ZORFeatComputedGeometryStorage;
     void OnInputChanged();
     void Replace(ZORFeatShape&& shape);
 

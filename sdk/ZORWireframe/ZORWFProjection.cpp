@@ -1,5 +1,6 @@
 #include "ZORWFProjection.h"
 
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -77,3 +78,23 @@ ZORFeatShape ZORWFProjection::Compute() const
         geometry.append(const_cast<ZORGeoGeometry*>(part)); // made for this body alone
     return {body, geometry};
 }
+
+struct ZORWFProjectionStorage
+{
+    static void Write(const ZORWFProjection& feature, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteLink("source", feature.GetSource());
+        writer.WriteLink("support", feature.GetSupport());
+    }
+    static ZORWFProjection* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        return new ZORWFProjection(reader.GetReference<ZORFeatObject>("parent"));
+    }
+    static void Complete(ZORWFProjection& feature, const ZORGeoObjectReader& reader)
+    {
+        feature.SetSource(reader.GetLink<ZORFeatGeometry>("source"));
+        feature.SetSupport(reader.GetLink<ZORFeatGeometry>("support"));
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORWFProjection)

@@ -1,6 +1,7 @@
 #include "ZORWFRawCurve.h"
 
 #include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
@@ -15,6 +16,14 @@ ZORWFRawCurve::ZORWFRawCurve(ZORFeatObject* folder, const ZORGeoCurve* curve)
     auto body = std::make_unique<ZORTopBody>(GetContainer(), curve);
     body->AddReference(this);
     m_body = body.release();
+}
+
+ZORWFRawCurve::ZORWFRawCurve(ZORFeatObject* folder, const Stored& stored)
+    : ZORFeatGeometry(folder)
+    , m_body(stored.body)
+{
+    if (m_body)
+        m_body->AddReference(this);
 }
 
 ZORWFRawCurve::~ZORWFRawCurve()
@@ -35,3 +44,18 @@ ZORTopBody* ZORWFRawCurve::GetBody() const
 {
     return m_body;
 }
+
+struct ZORWFRawCurveStorage
+{
+    static void Write(const ZORWFRawCurve& feature, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteReference("body", feature.m_body);
+    }
+    static ZORWFRawCurve* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        return new ZORWFRawCurve(reader.GetReference<ZORFeatObject>("parent"),
+                                 ZORWFRawCurve::Stored{reader.GetReference<ZORTopBody>("body")});
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORWFRawCurve)

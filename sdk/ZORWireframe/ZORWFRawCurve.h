@@ -36,5 +36,13 @@ public:
     ZORTopBody* GetBody() const override;
 
 private:
+    friend struct ZORWFRawCurveStorage;
+    struct Stored
+    {
+        ZORTopBody* body; // null: has been destroyed
+    };
+    /// The feature around a body that is there already.
+    ZORWFRawCurve(ZORFeatObject* folder, const Stored& stored);
+
     QPointer<ZORTopBody> m_body; // owned, by the container once it is registered
 };

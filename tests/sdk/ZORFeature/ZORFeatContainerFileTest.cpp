@@ -1,3 +1,4 @@
+#include "support/ContainerFiles.h"
 #include "support/Printers.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -7,27 +8,9 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORTopology/ZORTopBody.h>
 
-#include <QBuffer>
-
 #include <gtest/gtest.h>
 
 namespace {
-
-QByteArray Save(const ZORGeoContainer& container)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    container.Save(buffer);
-    return buffer.data();
-}
-
-void Load(ZORGeoContainer& container, const QByteArray& file)
-{
-    QBuffer buffer;
-    buffer.setData(file);
-    buffer.open(QIODevice::ReadOnly);
-    container.Load(buffer);
-}
 
 void Fill(ZORFeatContainer& container)
 {
@@ -47,10 +30,8 @@ TEST(ZORFeatContainerFileTest, RoundTripsTheTreeWithLabelsAndBodies)
 {
     ZORFeatContainer container;
     Fill(container);
-    const QByteArray file = Save(container);
     ZORFeatContainer loaded;
-    Load(loaded, file);
-    EXPECT_EQ(file, Save(loaded));
+    ASSERT_TRUE(RoundTrips(container, loaded));
     ASSERT_EQ(1, loaded.GetFeatureRoots().size());
     const QList<ZORFeatObject*> children = loaded.GetFeatureRoots().constFirst()->GetChildren();
     ASSERT_EQ(2, children.size());
@@ -69,11 +50,11 @@ TEST(ZORFeatContainerFileTest, ALoadedRootJoinsThePresentOne)
 {
     ZORFeatContainer container;
     Fill(container);
-    const QByteArray file = Save(container);
+    const QByteArray file = SaveContainer(container);
     ZORFeatRoot* const root = container.GetFeatureRoots().constFirst();
     root->SetLabel("mine");
     const int before = container.GetNumGeometry();
-    Load(container, file);
+    LoadContainer(container, file);
     EXPECT_EQ(2 * before - 1, container.GetNumGeometry());
     EXPECT_EQ(QList<ZORFeatRoot*>{root}, container.GetFeatureRoots());
     EXPECT_EQ(QString("mine"), root->GetLabel());
@@ -87,7 +68,7 @@ TEST(ZORFeatContainerFileTest, OnlyFeatureContainersTakeRoots)
     ZORFeatContainer container;
     Fill(container);
     ZORGeoContainer plain;
-    EXPECT_THROW(Load(plain, Save(container)), ZORSysFileException);
+    EXPECT_THROW(LoadContainer(plain, SaveContainer(container)), ZORSysFileException);
     EXPECT_EQ(0, plain.GetNumGeometry());
 }
 
@@ -100,11 +81,9 @@ TEST(ZORFeatContainerFileTest, RoundTripsADeepTree)
         folder->Initialize();
         parent = folder;
     }
-    const QByteArray file = Save(container);
     ZORFeatContainer loaded;
-    Load(loaded, file);
+    EXPECT_TRUE(RoundTrips(container, loaded));
     EXPECT_EQ(20000, loaded.GetFeatureRoots().constFirst()->GetAllChildren().size());
-    EXPECT_EQ(file, Save(loaded));
 }
 
 } // namespace

@@ -1,45 +1,22 @@
 #include "BodyChecks.h"
 #include "TopologyTest.h"
+#include "support/ContainerFiles.h"
 
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
 #include <ZORSystem/ZORSysFileException.h>
 
-#include <QBuffer>
-
 namespace {
-
-QByteArray Save(const ZORGeoContainer& container)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    container.Save(buffer);
-    return buffer.data();
-}
-
-void Load(ZORGeoContainer& container, const QByteArray& file)
-{
-    QBuffer buffer;
-    buffer.setData(file);
-    buffer.open(QIODevice::ReadOnly);
-    container.Load(buffer);
-}
 
 class ZORTopContainerFileTest : public TopologyTest
 {
 protected:
-    /// Saves, loads and saves again.
+    /// Bodies come back with all they are made of.
     void RoundTrip()
     {
-        const QByteArray file = Save(container);
-        Load(loaded, file);
-        EXPECT_EQ(file, Save(loaded));
-        ASSERT_EQ(container.GetNumGeometry(), loaded.GetNumGeometry());
+        ASSERT_TRUE(RoundTrips(container, loaded));
         for (int i = 0; i < container.GetNumGeometry(); ++i) {
             const auto* a = qobject_cast<ZORTopBody*>(container.GetGeometryByIndex(i));
             const auto* b = qobject_cast<ZORTopBody*>(loaded.GetGeometryByIndex(i));
-            ASSERT_EQ(!a, !b);
-            EXPECT_EQ(container.GetGeometryByIndex(i)->GetReferenceCount(),
-                      loaded.GetGeometryByIndex(i)->GetReferenceCount());
             if (a)
                 Compare(*a, *b);
         }
