@@ -1,0 +1,216 @@
+#include "ZORWorkProcessor.h"
+
+#include "ZORWorkResponse_p.h"
+#include "ZORWorkTeam_p.h"
+
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QDir>
+#include <QHash>
+#include <QLoggingCategory>
+#include <QPointer>
+#include <QTemporaryDir>
+
+#include <thread>
+
+namespace {
+
+Q_LOGGING_CATEGORY(ZorWorkerLog, "zor.worker")
+
+} // namespace
+
+class ZORWorkProcessor::Private
+{
+public:
+    // Every notice has an event of its own, so that a receiver that runs an event loop of its own (a message
+    // box) gets the later ones there.
+    explicit Private(ZORWorkProcessor* processor)
+        : team([processor, this] {
+            QMetaObject::invokeMethod(
+                processor, [this] { Deliver(); }, Qt::QueuedConnection);
+        })
+    {
+    }
+
+    void Deliver();
+    static void Succeed(ZORWorkResponse* response, ZORWorkNotice notice);
+    static void Fail(ZORWorkResponse* response, const QString& reason);
+    void Execute(ZORWorkResponse* response);
+    void Stop(ZORWorkResponse* response);
+    void Cancel(ZORWorkResponse* response);
+
+    /// Calls \a function with \a response, or with every response as long as the processor lives.
+    template<class Function>
+    void ForEach(ZORWorkProcessor* processor, ZORWorkResponse* response, Function function)
+    {
+        const QPointer<ZORWorkProcessor> guard(processor);
+        const QList<ZORWorkResponse*> chosen = response ? QList{response} : responses;
+        for (ZORWorkResponse* each : chosen) {
+            if (responses.contains(each))
+                function(each);
+            if (!guard)
+                return;
+        }
+    }
+
+    QString baseDirectory = QDir::tempPath();
+    QList<ZORWorkResponse*> responses; // QObject children of the processor
+    QHash<quint64, ZORWorkJob> notExecuted;
+    ZORWorkTeam team; // joined before the rest goes
+};
+
+// The receivers of a signal may destroy the processor: signals come last, or are followed by a look.
+void ZORWorkProcessor::Private::Deliver()
+{
+    std::optional<ZORWorkNotice> notice = team.TakeNotice();
+    if (!notice)
+        return;
+    ZORWorkResponse* const response = responses.at(qsizetype(notice->job));
+    ZORWorkResponse::Private& data = *response->d;
+    switch (notice->kind) {
+    case ZORWorkNotice::Started:
+        data.directoryPath = data.control->directory;
+        if (data.status == ZORWorkResponse::Queued)
+            response->SetStatus(ZORWorkResponse::Running);
+        break;
+    case ZORWorkNotice::Progressed:
+        data.control->isProgressPending = false;
+        response->SetProgress(data.control->progress);
+        break;
+    case ZORWorkNotice::Finished:
+        // Cancelled while the news was on its way.
+        if (data.status == ZORWorkResponse::Canceling)
+            Fail(response, ZORWorkTeam::GetCanceledReason());
+        else
+            Succeed(response, std::move(*notice));
+        break;
+    case ZORWorkNotice::Failed:
+        Fail(response, notice->reason);
+        break;
+    }
+}
+
+void ZORWorkProcessor::Private::Succeed(ZORWorkResponse* response, ZORWorkNotice notice)
+{
+    const QPointer<ZORWorkResponse> guard(response);
+    response->d->result = notice.result;
+    response->d->directory = notice.directory;
+    response->SetProgress(1);
+    if (guard)
+        response->SetStatus(ZORWorkResponse::Finished);
+}
+
+void ZORWorkProcessor::Private::Fail(ZORWorkResponse* response, const QString& reason)
+{
+    if (response->d->status == ZORWorkResponse::Canceling)
+        qCDebug(ZorWorkerLog).noquote() << QStringLiteral("job '%1': %2").arg(response->d->name, reason);
+    else
+        qCWarning(ZorWorkerLog).noquote()
+            << QStringLiteral("job '%1' failed: %2").arg(response->d->name, reason);
+    response->d->reason = reason;
+    response->SetStatus(ZORWorkResponse::Failed);
+}
+
+void ZORWorkProcessor::Private::Execute(ZORWorkResponse* response)
+{
+    const ZORWorkResponse::Private& data = *response->d;
+    if (data.status != ZORWorkResponse::Created)
+        return;
+    team.Add(data.id, notExecuted.value(data.id), baseDirectory, data.control);
+    notExecuted.remove(data.id);
+    response->SetStatus(ZORWorkResponse::Queued);
+}
+
+void ZORWorkProcessor::Private::Stop(ZORWorkResponse* response)
+{
+    const ZORWorkResponse::Private& data = *response->d;
+    if (data.status == ZORWorkResponse::Created
+        || (data.status == ZORWorkResponse::Queued && team.IsWaiting(data.id))) {
+        Cancel(response);
+        return;
+    }
+    if (data.status != ZORWorkResponse::Queued && data.status != ZORWorkResponse::Running)
+        return;
+    data.control->isStopped = true;
+    response->SetStatus(ZORWorkResponse::Stopping);
+}
+
+void ZORWorkProcessor::Private::Cancel(ZORWorkResponse* response)
+{
+    const ZORWorkResponse::Private& data = *response->d;
+    if (response->IsAtEnd() || data.status == ZORWorkResponse::Canceling)
+        return;
+    data.control->isCanceled = true;
+    const bool hasNoThread = data.status == ZORWorkResponse::Created || team.Withdraw(data.id);
+    notExecuted.remove(data.id);
+    if (hasNoThread) {
+        QMetaObject::invokeMethod(
+            response, [response] { Fail(response, ZORWorkTeam::GetCanceledReason()); }, Qt::QueuedConnection);
+    }
+    response->SetStatus(ZORWorkResponse::Canceling);
+}
+
+ZORWorkProcessor::ZORWorkProcessor(QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>(this))
+{
+    ZOR_TRACE_CALL(parent);
+    SetMaximumThreads(int(std::thread::hardware_concurrency()));
+}
+
+ZORWorkProcessor::~ZORWorkProcessor() = default;
+
+void ZORWorkProcessor::SetBaseDirectory(const QString& directory)
+{
+    ZOR_TRACE_CALL(directory);
+    d->baseDirectory = directory;
+}
+
+QString ZORWorkProcessor::GetBaseDirectory() const
+{
+    return d->baseDirectory;
+}
+
+void ZORWorkProcessor::SetMaximumThreads(int count)
+{
+    ZOR_TRACE_CALL(count);
+    d->team.SetMaximumThreads(count);
+}
+
+ZORWorkResponse* ZORWorkProcessor::AddJob(const ZORWorkJob& job)
+{
+    ZOR_TRACE_CALL(job.name, job.isDirectoryKept);
+    if (!job.run)
+        throw ZORSysException(tr("job has nothing to run"));
+    auto data = std::make_unique<ZORWorkResponse::Private>();
+    data->id = quint64(d->responses.size());
+    data->name = job.name;
+    data->control = std::make_shared<ZORWorkControl>();
+    d->notExecuted.insert(data->id, job);
+    d->responses.append(new ZORWorkResponse(std::move(data), this));
+    return d->responses.constLast();
+}
+
+QList<ZORWorkResponse*> ZORWorkProcessor::GetResponses() const
+{
+    return d->responses;
+}
+
+void ZORWorkProcessor::Execute(ZORWorkResponse* response)
+{
+    ZOR_TRACE_CALL(response);
+    d->ForEach(this, response, [this](ZORWorkResponse* each) { d->Execute(each); });
+}
+
+void ZORWorkProcessor::Stop(ZORWorkResponse* response)
+{
+    ZOR_TRACE_CALL(response);
+    d->ForEach(this, response, [this](ZORWorkResponse* each) { d->Stop(each); });
+}
+
+void ZORWorkProcessor::Cancel(ZORWorkResponse* response)
+{
+    ZOR_TRACE_CALL(response);
+    d->ForEach(this, response, [this](ZORWorkResponse* each) { d->Cancel(each); });
+}

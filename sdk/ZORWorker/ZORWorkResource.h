@@ -1,0 +1,42 @@
+// A file that goes into a job or comes out of one.
+
+#pragma once
+
+#include <ZORWorker/ZORWorkerGlobal.h>
+
+#include <QString>
+#include <QStringList>
+
+/// Names a file; does not own it, and does not ask for its existence. A value.
+class ZORWORKER_EXPORT ZORWorkResource
+{
+public:
+    /// What becomes of the file when it is brought into a directory. The numbers are established.
+    enum LocalConversionBehavior {
+        CopyIfElsewhere = 0, ///< a file that lies in the directory already stays as it is; others are copied
+        Move = 1,            ///< the file leaves its place once it has arrived
+        Copy = 2             ///< the file stays in its place
+    };
+
+    ZORWorkResource() = default;
+    explicit ZORWorkResource(const QString& path);
+
+    /// The path as it was given.
+    QString GetFilePath() const { return m_path; }
+
+    /// Brings the file into the existing directory \a directory, under its own name, or, where that is taken,
+    /// under the first free one of "name-2.suffix", "name-3.suffix" ... up to 9999. No existing file is ever
+    /// written over, not even one that comes into being meanwhile. The resource keeps naming the original.
+    /// \param written  gets the path of the new file appended (for CopyIfElsewhere that of the file that
+    ///                 stayed); not owned, null: not wanted
+    /// \return false when the file cannot be read, the directory is none or cannot be written, or no name is
+    ///         free; the directory then is as it was, and so is the file
+    bool ConvertToLocalStorage(const QString& directory, LocalConversionBehavior behavior,
+                               QStringList* written = nullptr) const;
+
+    friend bool operator==(const ZORWorkResource&, const ZORWorkResource&) = default;
+    friend ZORWORKER_EXPORT void ZorTraceAppend(QByteArray& out, const ZORWorkResource& resource);
+
+private:
+    QString m_path;
+};

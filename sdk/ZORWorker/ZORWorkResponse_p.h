@@ -1,0 +1,24 @@
+// State of a response.
+
+#pragma once
+
+#include "ZORWorkControl_p.h"
+#include "ZORWorkResponse.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+class ZORWorkResponse::Private
+{
+public:
+    quint64 id = 0;
+    QString name;
+    Status status = Created;
+    double progress = 0;
+    ZORWorkResult result;
+    QString reason;
+    QString directoryPath;
+    std::shared_ptr<QTemporaryDir> directory; // of a finished job
+    std::shared_ptr<ZORWorkControl> control;
+};

@@ -1,0 +1,212 @@
+#include "ZORWorkTeam_p.h"
+
+#include <ZORSystem/ZORSysException.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <system_error>
+
+namespace {
+
+// Names of jobs come from files: only what every file system takes.
+QString GetDirectoryTemplate(const QString& baseDirectory, const QString& jobName)
+{
+    QString name = jobName.left(40);
+    for (QChar& character : name) {
+        const char16_t code = character.unicode();
+        if (code >= 128 || !(character.isLetterOrNumber() || code == u'-'))
+            character = u'_';
+    }
+    return QDir(baseDirectory).filePath(name + QStringLiteral("-XXXXXX"));
+}
+
+std::shared_ptr<QTemporaryDir> MakeDirectory(const QString& baseDirectory, const ZORWorkJob& job)
+{
+    QDir().mkpath(baseDirectory);
+    auto directory = std::make_shared<QTemporaryDir>(GetDirectoryTemplate(baseDirectory, job.name));
+    if (!directory->isValid()) {
+        throw ZORSysException(
+            QCoreApplication::translate("ZORWorkTeam", "cannot make a work directory in '%1': %2")
+                .arg(baseDirectory, directory->errorString()));
+    }
+    directory->setAutoRemove(!job.isDirectoryKept);
+    return directory;
+}
+
+QString GetReasonOfCurrentException()
+{
+    try {
+        throw;
+    } catch (const ZORSysException& exception) {
+        return exception.GetMessage();
+    } catch (const std::bad_alloc&) {
+        return QCoreApplication::translate("ZORWorkTeam", "out of memory");
+    } catch (const std::exception& exception) {
+        return QString::fromUtf8(exception.what());
+    } catch (...) {
+        return QCoreApplication::translate("ZORWorkTeam", "unknown exception");
+    }
+}
+
+} // namespace
+
+ZORWorkTeam::ZORWorkTeam(std::function<void()> noticed)
+    : m_noticed(std::move(noticed))
+{
+}
+
+ZORWorkTeam::~ZORWorkTeam()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isEnding = true;
+        for (const std::shared_ptr<ZORWorkControl>& control : m_running)
+            control->isCanceled = true;
+    }
+    m_changed.notify_all();
+    for (std::thread& thread : m_threads)
+        thread.join();
+}
+
+void ZORWorkTeam::SetMaximumThreads(int count)
+{
+    const std::lock_guard lock(m_mutex);
+    m_maximumThreads = size_t(std::max(1, count));
+}
+
+void ZORWorkTeam::Add(quint64 id, ZORWorkJob job, const QString& baseDirectory,
+                      std::shared_ptr<ZORWorkControl> control)
+{
+    const std::lock_guard lock(m_mutex);
+    m_waiting.push_back({id, std::move(job), baseDirectory, std::move(control)});
+    try {
+        EnsureThread();
+    } catch (const std::system_error& error) {
+        if (!m_threads.empty())
+            return;
+        m_waiting.pop_back();
+        throw ZORSysException(QCoreApplication::translate("ZORWorkTeam", "cannot start a thread: %1")
+                                  .arg(QString::fromUtf8(error.what())));
+    }
+    m_changed.notify_all();
+}
+
+// One thread more when those that do not run a job cannot take all that waits.
+void ZORWorkTeam::EnsureThread()
+{
+    const size_t idle = m_threads.size() - m_running.size();
+    if (m_waiting.size() > idle && m_threads.size() < m_maximumThreads)
+        m_threads.emplace_back(&ZORWorkTeam::Work, this);
+}
+
+QString ZORWorkTeam::GetCanceledReason()
+{
+    return QCoreApplication::translate("ZORWorkTeam", "canceled");
+}
+
+bool ZORWorkTeam::IsWaiting(quint64 id)
+{
+    const std::lock_guard lock(m_mutex);
+    return std::any_of(m_waiting.begin(), m_waiting.end(),
+                       [id](const Task& waiting) { return waiting.id == id; });
+}
+
+bool ZORWorkTeam::Withdraw(quint64 id)
+{
+    Task task; // destroyed without the lock: what the job captured may come back here
+    const std::lock_guard lock(m_mutex);
+    const auto found = std::find_if(m_waiting.begin(), m_waiting.end(),
+                                    [id](const Task& waiting) { return waiting.id == id; });
+    if (found == m_waiting.end())
+        return false;
+    task = std::move(*found);
+    m_waiting.erase(found);
+    return true;
+}
+
+std::optional<ZORWorkNotice> ZORWorkTeam::TakeNotice()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_notices.empty())
+        return {};
+    ZORWorkNotice notice = std::move(m_notices.front());
+    m_notices.pop_front();
+    return notice;
+}
+
+void ZORWorkTeam::Notify(ZORWorkNotice notice)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_notices.push_back(std::move(notice));
+    }
+    m_noticed();
+}
+
+void ZORWorkTeam::Work()
+{
+    for (;;) {
+        Task task;
+        {
+            std::unique_lock lock(m_mutex);
+            m_changed.wait(lock, [this] {
+                return m_isEnding || (!m_waiting.empty() && m_running.size() < m_maximumThreads);
+            });
+            if (m_isEnding)
+                return;
+            task = std::move(m_waiting.front());
+            m_waiting.pop_front();
+            m_running.push_back(task.control);
+        }
+        Run(task);
+    }
+}
+
+void ZORWorkTeam::Run(Task& task)
+{
+    ZORWorkNotice end{task.id, ZORWorkNotice::Failed, {}, {}, {}};
+    {
+        std::shared_ptr<QTemporaryDir> directory;
+        try {
+            Execute(task, end, directory);
+        } catch (const ZORWorkCanceled&) {
+            end.reason = GetCanceledReason();
+        } catch (...) {
+            end.reason = task.control->isCanceled ? GetCanceledReason() : GetReasonOfCurrentException();
+        }
+        task.job.run = nullptr;
+    }
+    {
+        const std::lock_guard lock(m_mutex);
+        m_running.erase(std::find(m_running.begin(), m_running.end(), task.control));
+    }
+    // A thread that was kept from a job by a lowered maximum may have its turn.
+    m_changed.notify_one();
+    Notify(std::move(end));
+}
+
+void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTemporaryDir>& directory)
+{
+    if (task.control->isCanceled)
+        throw ZORWorkCanceled();
+    directory = MakeDirectory(task.baseDirectory, task.job);
+    task.control->directory = directory->path();
+    Notify({task.id, ZORWorkNotice::Started, {}, {}, {}});
+
+    const std::function<void()> progressed = [this, &task] {
+        if (!task.control->isProgressPending.exchange(true))
+            Notify({task.id, ZORWorkNotice::Progressed, {}, {}, {}});
+    };
+    end.result = task.job.run(ZORWorkContext(*task.control, progressed));
+    if (task.control->isCanceled) {
+        end.result = ZORWorkResult();
+        throw ZORWorkCanceled();
+    }
+    end.kind = ZORWorkNotice::Finished;
+    end.directory = directory;
+}

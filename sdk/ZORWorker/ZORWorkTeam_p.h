@@ -1,0 +1,81 @@
+// The threads that work off the jobs of a processor.
+
+#pragma once
+
+#include "ZORWorkContext.h"
+#include "ZORWorkControl_p.h"
+#include "ZORWorkResult.h"
+
+#include <QString>
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+class QTemporaryDir;
+
+/// What happened to a job, in the order in which it happened.
+struct ZORWorkNotice
+{
+    enum Kind { Started, Progressed, Finished, Failed };
+
+    quint64 job = 0;
+    Kind kind = Started;
+    ZORWorkResult result;                     // Finished
+    QString reason;                           // Failed
+    std::shared_ptr<QTemporaryDir> directory; // Finished: lives as long as somebody holds it, unless kept
+};
+
+/// A queue of jobs over a bounded number of threads, which start when there is work and live until the end.
+///
+/// The owner gets notices from a queue; it is called once, in any thread, for each notice put in.
+class ZORWorkTeam
+{
+public:
+    /// \param noticed  called without any lock held
+    explicit ZORWorkTeam(std::function<void()> noticed);
+    /// Cancels what runs, drops what waits and joins the threads.
+    ~ZORWorkTeam();
+    Q_DISABLE_COPY_MOVE(ZORWorkTeam)
+
+    /// Holds for jobs that have not been started. At least 1.
+    void SetMaximumThreads(int count);
+    /// \throws ZORSysException "cannot start a thread: %1" when there is not a single one; the job is not added
+    void Add(quint64 id, ZORWorkJob job, const QString& baseDirectory,
+             std::shared_ptr<ZORWorkControl> control);
+    static QString GetCanceledReason();
+    bool IsWaiting(quint64 id);
+    /// \return whether the job was still waiting; it is gone then, without a notice
+    bool Withdraw(quint64 id);
+    std::optional<ZORWorkNotice> TakeNotice();
+
+private:
+    struct Task
+    {
+        quint64 id = 0;
+        ZORWorkJob job;
+        QString baseDirectory;
+        std::shared_ptr<ZORWorkControl> control;
+    };
+
+    void Work();
+    void Run(Task& task);
+    void Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTemporaryDir>& directory);
+    void Notify(ZORWorkNotice notice);
+    void EnsureThread();
+
+    const std::function<void()> m_noticed;
+    std::mutex m_mutex; // of everything below
+    std::condition_variable m_changed;
+    std::deque<Task> m_waiting;
+    std::deque<ZORWorkNotice> m_notices;
+    std::vector<std::shared_ptr<ZORWorkControl>> m_running;
+    std::vector<std::thread> m_threads;
+    size_t m_maximumThreads = 1;
+    bool m_isEnding = false;
+};

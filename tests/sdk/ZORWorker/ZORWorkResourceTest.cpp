@@ -1,0 +1,124 @@
+// Tests of ZORWorkResource.
+
+#include "support/Printers.h"
+
+#include <ZORWorker/ZORWorkResource.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class ZORWorkResourceTest : public testing::Test
+{
+protected:
+    QString Write(const QString& name, const QByteArray& content) const
+    {
+        const QString path = base.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return path;
+    }
+    QByteArray Read(const QString& name) const
+    {
+        QFile file(base.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        return file.readAll();
+    }
+    QStringList GetFiles(const QString& directory) const
+    {
+        return QDir(base.filePath(directory))
+            .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System, QDir::Name);
+    }
+
+    const QTemporaryDir base;
+};
+
+TEST_F(ZORWorkResourceTest, CopyKeepsNameAndSource)
+{
+    EXPECT_EQ(2, int(ZORWorkResource::Copy));
+    Write("out/other", "");
+    const ZORWorkResource resource(Write("part.msi", "content"));
+    QStringList written;
+    EXPECT_TRUE(resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy, &written));
+    EXPECT_EQ("content", Read("out/part.msi"));
+    EXPECT_EQ("content", Read("part.msi"));
+    EXPECT_EQ(base.filePath("part.msi"), resource.GetFilePath());
+    EXPECT_EQ(QStringList(base.filePath("out/part.msi")), written);
+}
+
+TEST_F(ZORWorkResourceTest, TakenNamesGetANumber)
+{
+    Write("out/part.msi", "old");
+    Write("out/part-2.msi", "older");
+    Write("out/.hidden", "old");
+    Write("out/plain", "old");
+    for (const QString& name : QStringList{"part.msi", ".hidden", "plain"})
+        EXPECT_TRUE(ZORWorkResource(Write(name, "new"))
+                        .ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy));
+    EXPECT_EQ("old", Read("out/part.msi"));
+    EXPECT_EQ("older", Read("out/part-2.msi"));
+    EXPECT_EQ("new", Read("out/part-3.msi"));
+    EXPECT_EQ("old", Read("out/.hidden"));
+    EXPECT_EQ("new", Read("out/.hidden-2"));
+    EXPECT_EQ("new", Read("out/plain-2"));
+}
+
+TEST_F(ZORWorkResourceTest, DanglingLinkIsNotWrittenThrough)
+{
+    Write("out/x", "");
+    ASSERT_TRUE(QFile::link(base.filePath("elsewhere"), base.filePath("out/part.msi")));
+    EXPECT_TRUE(ZORWorkResource(Write("part.msi", "new"))
+                    .ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy));
+    EXPECT_FALSE(QFile::exists(base.filePath("elsewhere")));
+    EXPECT_EQ("new", Read("out/part-2.msi"));
+}
+
+TEST_F(ZORWorkResourceTest, CopyIntoItsOwnDirectoryIsASecondFile)
+{
+    const ZORWorkResource resource(Write("out/part.msi", "content"));
+    EXPECT_TRUE(resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy));
+    EXPECT_EQ(QStringList({"part-2.msi", "part.msi"}), GetFiles("out"));
+    QStringList written;
+    EXPECT_TRUE(
+        resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::CopyIfElsewhere, &written));
+    EXPECT_EQ(QStringList({"part-2.msi", "part.msi"}), GetFiles("out"));
+    EXPECT_EQ(QStringList(base.filePath("out/part.msi")), written);
+}
+
+TEST_F(ZORWorkResourceTest, MoveTakesTheFileAway)
+{
+    Write("out/part.msi", "old");
+    EXPECT_TRUE(ZORWorkResource(Write("part.msi", "new"))
+                    .ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Move));
+    EXPECT_FALSE(QFile::exists(base.filePath("part.msi")));
+    EXPECT_EQ("old", Read("out/part.msi"));
+    EXPECT_EQ("new", Read("out/part-2.msi"));
+}
+
+TEST_F(ZORWorkResourceTest, FailuresLeaveEverythingAsItIs)
+{
+    Write("out/part.msi", "old");
+    const ZORWorkResource resource(Write("part.msi", "new"));
+    for (const auto behavior :
+         {ZORWorkResource::CopyIfElsewhere, ZORWorkResource::Move, ZORWorkResource::Copy}) {
+        EXPECT_FALSE(resource.ConvertToLocalStorage(base.filePath("missing"), behavior));
+        EXPECT_FALSE(resource.ConvertToLocalStorage("", behavior));
+        EXPECT_FALSE(resource.ConvertToLocalStorage(base.filePath("part.msi"), behavior));
+        EXPECT_FALSE(
+            ZORWorkResource(base.filePath("no.msi")).ConvertToLocalStorage(base.filePath("out"), behavior));
+        EXPECT_FALSE(ZORWorkResource(base.path()).ConvertToLocalStorage(base.filePath("out"), behavior));
+        EXPECT_FALSE(ZORWorkResource().ConvertToLocalStorage(base.filePath("out"), behavior));
+    }
+    EXPECT_EQ(QStringList("part.msi"), GetFiles("out"));
+    EXPECT_EQ("new", Read("part.msi"));
+    EXPECT_FALSE(QFile::exists(base.filePath("missing")));
+}
+
+} // namespace
