@@ -2,14 +2,14 @@
 
 #pragma once
 
-#include <ZORComposites/ZORCompAttributed.h>
+#include <ZORComposites/ZORCompositesGlobal.h>
 #include <ZORFeature/ZORFeatFolder.h>
 
 class ZORCompMaterial;
 class ZORCompRoot;
 
 /// The materials that the plies of a container are made of. A root has at most one library.
-class ZORCOMPOSITES_EXPORT ZORCompMaterialLibrary : public ZORFeatFolder, public ZORCompAttributed
+class ZORCOMPOSITES_EXPORT ZORCompMaterialLibrary : public ZORFeatFolder
 {
     Q_OBJECT
 

@@ -1,0 +1,93 @@
+#include "ZORCompReadProcessor.h"
+
+#include "ZORCompDocumentBuilder_p.h"
+
+#include <ZORComposites/ZORCompRoot.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QPointer>
+
+#include <utility>
+
+namespace {
+
+Q_LOGGING_CATEGORY(ZorCompositesLog, "zor.composites")
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORCompReadProcessor)
+};
+
+void Log(const ZORCompReadReport& report, const QString& source)
+{
+    for (auto it = report.kept.begin(); it != report.kept.end(); ++it) {
+        qCInfo(ZorCompositesLog).noquote()
+            << Texts::tr("'%1': kept as attributes: %2 (%3)").arg(source, it.key()).arg(it.value());
+    }
+    for (const QString& warning : report.warnings)
+        qCWarning(ZorCompositesLog).noquote() << Texts::tr("'%1': %2").arg(source, warning);
+}
+
+} // namespace
+
+class ZORCompReadProcessorPrivate
+{
+public:
+    struct Staged
+    {
+        ZORCompDocument document;
+        QString source;
+        ZORCompReadReport report;
+    };
+
+    QPointer<ZORCompRoot> root; // not owned
+    bool replaces = false;
+    QList<Staged> staged;
+    ZORCompReadReport report;
+};
+
+ZORCompReadProcessor::ZORCompReadProcessor(ZORCompRoot* root, bool replaces)
+    : d_ptr(std::make_unique<ZORCompReadProcessorPrivate>())
+{
+    ZOR_TRACE_CALL(root, replaces);
+    if (!root)
+        throw ZORSysException(Texts::tr("composites root is null"));
+    d_ptr->root = root;
+    d_ptr->replaces = replaces;
+}
+
+ZORCompReadProcessor::~ZORCompReadProcessor() = default;
+
+void ZORCompReadProcessor::Add(const ZORCompDocument& document, const QString& source,
+                               const ZORCompReadReport& report)
+{
+    ZOR_TRACE_CALL(&document, source, &report);
+    document.Check();
+    d_ptr->staged.append({document, source, report});
+}
+
+void ZORCompReadProcessor::Finalize()
+{
+    ZOR_TRACE_CALL();
+    QList<ZORCompReadProcessorPrivate::Staged> staged = std::exchange(d_ptr->staged, {});
+    if (staged.isEmpty())
+        return;
+    if (!d_ptr->root)
+        throw ZORSysException(Texts::tr("the composites root does not exist any more"));
+    ZORCompDocumentBuilder builder(d_ptr->root, d_ptr->replaces);
+    for (ZORCompReadProcessorPrivate::Staged& each : staged)
+        builder.Build(each.document, each.source, each.report);
+    builder.Commit();
+    for (const ZORCompReadProcessorPrivate::Staged& each : std::as_const(staged)) {
+        Log(each.report, each.source);
+        d_ptr->report.Add(each.report);
+    }
+}
+
+const ZORCompReadReport& ZORCompReadProcessor::GetReport() const
+{
+    return d_ptr->report;
+}

@@ -1,0 +1,42 @@
+#include "ZORCompReadReport.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORCompReadReport)
+};
+
+} // namespace
+
+void ZORCompReadReport::Add(const ZORCompReadReport& other)
+{
+    numMaterials += other.numMaterials;
+    numLayups += other.numLayups;
+    numSequences += other.numSequences;
+    numPlies += other.numPlies;
+    numRosettes += other.numRosettes;
+    numContours += other.numContours;
+    for (auto it = other.kept.begin(); it != other.kept.end(); ++it)
+        kept[it.key()] += it.value();
+    warnings += other.warnings;
+}
+
+QString ZORCompReadReport::ToString() const
+{
+    QStringList lines;
+    lines.append(Texts::tr("%1 layups, %2 sequences, %3 plies, %4 materials, %5 rosettes, %6 contours")
+                     .arg(numLayups)
+                     .arg(numSequences)
+                     .arg(numPlies)
+                     .arg(numMaterials)
+                     .arg(numRosettes)
+                     .arg(numContours));
+    for (auto it = kept.begin(); it != kept.end(); ++it)
+        lines.append(Texts::tr("kept as attributes: %1 (%2)").arg(it.key()).arg(it.value()));
+    for (const QString& warning : warnings)
+        lines.append(Texts::tr("warning: %1").arg(warning));
+    return lines.join(QLatin1Char('\n'));
+}

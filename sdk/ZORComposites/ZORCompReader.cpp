@@ -1,0 +1,71 @@
+#include "ZORCompReader.h"
+
+#include <ZORComposites/ZORCompFormat.h>
+#include <ZORComposites/ZORCompReadProcessor.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysFileException.h>
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace {
+
+constexpr qint64 MaximumSize = qint64(1) << 30; // bytes; what the parsers make of a file is many times larger
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORCompReader)
+};
+
+QByteArray ReadAll(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ZORSysFileOpenException(fileName, file.errorString());
+    QByteArray content = file.read(MaximumSize + 1);
+    if (file.error() != QFile::NoError)
+        throw ZORSysException(file.errorString());
+    if (content.size() > MaximumSize)
+        throw ZORSysException(Texts::tr("the file is larger than %1 bytes").arg(MaximumSize));
+    return content;
+}
+
+} // namespace
+
+QList<QByteArray> ZORCompReader::GetSupportedFormats()
+{
+    QList<QByteArray> ids;
+    for (const ZORCompFormat* format : ZORCompFormat::GetFormats())
+        ids.append(format->GetId());
+    return ids;
+}
+
+QList<QString> ZORCompReader::GetFormatFileExtensions(const QByteArray& format)
+{
+    return ZORCompFormat::Find(format).GetFileFilters();
+}
+
+ZORCompReader::ZORCompReader(const QString& file, const QByteArray& format)
+    : m_file(file)
+    , m_format(format)
+{
+    ZOR_TRACE_CALL(file, QString::fromUtf8(format));
+    ZORCompFormat::Find(format);
+}
+
+void ZORCompReader::Read(ZORCompReadProcessor* processor) const
+{
+    ZOR_TRACE_CALL(processor);
+    if (!processor)
+        throw ZORSysException(Texts::tr("read processor is null"));
+    const ZORCompFormat& format = ZORCompFormat::Find(m_format);
+    try {
+        ZORCompReadReport report;
+        const ZORCompDocument document = format.Parse(ReadAll(m_file), report);
+        processor->Add(document, m_file, report);
+    } catch (const ZORSysFileException&) {
+        throw;
+    } catch (const ZORSysException& exception) {
+        throw ZORSysFileException(Texts::tr("cannot read '%1': %2").arg(m_file, exception.GetMessage()));
+    }
+}

@@ -1,0 +1,36 @@
+// Reads composites source files.
+
+#pragma once
+
+#include <ZORComposites/ZORCompositesGlobal.h>
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+class ZORCompReadProcessor;
+
+/// A composites source file in one of the formats of the registry, see ZORCompFormat.
+class ZORCOMPOSITES_EXPORT ZORCompReader
+{
+public:
+    /// The identifiers of all formats, in the order of their registration: "compost-json", "layup-xml", then those
+    /// of other libraries.
+    static QList<QByteArray> GetSupportedFormats();
+    /// The entries of a file dialog for a format: "CompoST Layup (*.json)".
+    /// \throws ZORSysException "composites format '%1' is unknown"
+    static QList<QString> GetFormatFileExtensions(const QByteArray& format);
+
+    /// \throws ZORSysException "composites format '%1' is unknown"
+    ZORCompReader(const QString& file, const QByteArray& format);
+
+    /// Reads the whole file and hands it to the processor, which makes the features in Finalize(). O(size).
+    /// \throws ZORSysException "read processor is null"; ZORSysFileOpenException for a file that cannot be opened;
+    ///         ZORSysFileException "cannot read '%1': %2" for anything wrong in it, with the place there, "the file
+    ///         is larger than %1 bytes" among others. The processor is as before then.
+    void Read(ZORCompReadProcessor* processor) const;
+
+private:
+    const QString m_file;
+    const QByteArray m_format;
+};

@@ -1,0 +1,86 @@
+#include "ZORCompWriter.h"
+
+#include "ZORCompDocumentCollector_p.h"
+
+#include <ZORComposites/ZORCompFormat.h>
+#include <ZORComposites/ZORCompRoot.h>
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysFileException.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <memory>
+
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORCompWriter)
+};
+
+// What is no plain file, a device or a pipe, must not be replaced by one.
+std::unique_ptr<QFileDevice> MakeFile(const QString& fileName)
+{
+    const QFileInfo present(fileName);
+    if (present.exists() && !present.isFile())
+        return std::make_unique<QFile>(fileName);
+    return std::make_unique<QSaveFile>(fileName);
+}
+
+void Save(const QString& fileName, const QByteArray& content)
+{
+    const std::unique_ptr<QFileDevice> file = MakeFile(fileName);
+    if (!file->open(QIODevice::WriteOnly))
+        throw ZORSysFileOpenException(fileName, file->errorString());
+    if (file->write(content) != content.size() || !file->flush())
+        throw ZORSysException(file->errorString());
+    auto* const whole = qobject_cast<QSaveFile*>(file.get());
+    if (whole && !whole->commit())
+        throw ZORSysException(whole->errorString());
+}
+
+} // namespace
+
+QList<QByteArray> ZORCompWriter::GetSupportedFormats()
+{
+    QList<QByteArray> ids;
+    for (const ZORCompFormat* format : ZORCompFormat::GetFormats()) {
+        if (format->CanWrite())
+            ids.append(format->GetId());
+    }
+    return ids;
+}
+
+QList<QString> ZORCompWriter::GetFormatFileExtensions(const QByteArray& format)
+{
+    return ZORCompFormat::Find(format).GetFileFilters();
+}
+
+ZORCompWriter::ZORCompWriter(const QString& file, const QByteArray& format)
+    : m_file(file)
+    , m_format(format)
+{
+    ZOR_TRACE_CALL(file, QString::fromUtf8(format));
+    if (!ZORCompFormat::Find(format).CanWrite())
+        throw ZORSysException(
+            Texts::tr("composites format '%1' cannot be written").arg(QString::fromUtf8(format)));
+}
+
+QStringList ZORCompWriter::Write(const ZORCompRoot* root) const
+{
+    ZOR_TRACE_CALL(root);
+    if (!root)
+        throw ZORSysException(Texts::tr("composites root is null"));
+    const ZORCompFormat& format = ZORCompFormat::Find(m_format);
+    try {
+        const ZORCompDocumentCollector collector(*root);
+        Save(m_file, format.Write(collector.GetDocument()));
+        return collector.GetOmitted();
+    } catch (const ZORSysFileException&) {
+        throw;
+    } catch (const ZORSysException& exception) {
+        throw ZORSysFileException(Texts::tr("cannot write '%1': %2").arg(m_file, exception.GetMessage()));
+    }
+}

@@ -1,0 +1,407 @@
+#include "CompositesTest.h"
+#include "support/TestData.h"
+
+#include <ZORComposites/ZORCompContour.h>
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
+#include <ZORComposites/ZORCompRosette.h>
+#include <ZORGeometry/ZORGeoCurve.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace {
+
+#define REQUIRE_SAMPLE(path) ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json")
+
+class ZORCompJsonFormatTest : public CompositesTest
+{
+protected:
+    QList<ZORCompPly*> GetPlies() const { return GetLayup()->GetPlies(); }
+    template<class Feature>
+    QList<Feature*> GetAll() const
+    {
+        QList<Feature*> found;
+        for (ZORFeatObject* feature : root->GetAllChildren()) {
+            if (auto* match = qobject_cast<Feature*>(feature))
+                found.append(match);
+        }
+        return found;
+    }
+    // A file of these components and whatever else.
+    static QByteArray File(const QByteArray& components, const QByteArray& more = {})
+    {
+        return "{\"allComposite\": [" + components + "]" + (more.isEmpty() ? more : ", " + more) + "}";
+    }
+    static QByteArray Sequence(const QByteArray& components)
+    {
+        return R"({"_serialized_type": "X.Sequence", "subComponents": [)" + components + "]}";
+    }
+    static QByteArray Ply(const QByteArray& more = {})
+    {
+        return R"({"_serialized_type": "X.Ply")" + (more.isEmpty() ? more : ", " + more) + "}";
+    }
+    static QByteArray InSequence(const QByteArray& plies, const QByteArray& more = {})
+    {
+        return File(Sequence(plies), more);
+    }
+};
+
+double Degrees(double radians)
+{
+    return radians * 180 / std::numbers::pi;
+}
+
+TEST_F(ZORCompJsonFormatTest, TheSampleHasItsPliesWithTheirAngles)
+{
+    REQUIRE_SAMPLE(path);
+    const ZORCompReadReport report = Read(path, JsonId);
+    EXPECT_EQ(1, report.numLayups);
+    EXPECT_EQ(1, report.numSequences);
+    EXPECT_EQ(16, report.numPlies);
+    EXPECT_EQ(2, report.numMaterials);
+    EXPECT_EQ(5, report.numContours);
+    EXPECT_EQ(0, report.numRosettes);
+    EXPECT_EQ(QStringList(), report.warnings);
+
+    EXPECT_EQ(QString("test"), GetLayup()->GetLabel());
+    EXPECT_EQ(path, GetLayup()->GetSource());
+    const QList<double> expected{-45, 45, -45, 45, 0, 0, 90, 0, 0, 90, 0, 0, 45, -45, 45, -45};
+    const QList<ZORCompPly*> plies = GetPlies();
+    ASSERT_EQ(16, plies.size());
+    for (int i = 0; i < 16; ++i)
+        EXPECT_NEAR(expected.at(i), Degrees(plies.at(i)->GetAngle()), 1e-13) << i;
+    EXPECT_EQ(7, plies.first()->GetAttributes().value("ID").toInt());
+    EXPECT_EQ(37, plies.last()->GetAttributes().value("ID").toInt());
+}
+
+TEST_F(ZORCompJsonFormatTest, TheSampleHasItsMaterialsInSpiteOfBlanksAroundNumbers)
+{
+    REQUIRE_SAMPLE(path);
+    Read(path, JsonId);
+    const auto* const library = ZORCompMaterialLibrary::Find(root);
+    ASSERT_TRUE(library);
+    ASSERT_EQ(2, library->GetMaterials().size());
+    const ZORCompMaterial* const glass = library->FindMaterial("made3");
+    ASSERT_TRUE(glass);
+    ZORCompMaterialProperties expected;
+    expected.type = "GFRP";
+    expected.thickness = 0.3;
+    expected.density = 2e-9;
+    expected.E1 = 190000;
+    expected.E2 = 10000;
+    expected.G12 = 6000;
+    expected.G23 = 5000;
+    expected.v12 = 0.2;
+    expected.permeability1 = 8e-13;
+    EXPECT_TRUE(expected == glass->GetProperties());
+    EXPECT_EQ(QString("\tmade up"), glass->GetAttributes().value("infoSource").toString());
+
+    const QList<ZORCompPly*> plies = GetPlies();
+    EXPECT_EQ(glass, plies.at(1)->GetMaterial());
+    EXPECT_EQ(library->FindMaterial("aksaca_a42"), plies.at(2)->GetMaterial());
+    EXPECT_NEAR(4 * 0.3 + 12 * 0.2, GetLayup()->GetThickness(), 1e-12);
+    EXPECT_TRUE(GetLayup()->IsSymmetric());
+    EXPECT_TRUE(GetLayup()->IsBalanced());
+}
+
+TEST_F(ZORCompJsonFormatTest, TheSampleHasItsBoundariesToTheLastBit)
+{
+    REQUIRE_SAMPLE(path);
+    Read(path, JsonId);
+    const QList<ZORCompContour*> contours = GetAll<ZORCompContour>();
+    ASSERT_EQ(5, contours.size());
+    EXPECT_EQ(QString("edge"), contours.at(0)->GetLabel());
+    EXPECT_EQ(QString("Circle.6"), contours.at(1)->GetLabel());
+    ASSERT_EQ(100, contours.at(0)->GetCurve()->GetNumPoints());
+    EXPECT_EQ(ZORMathPoint(0, 0, 0), contours.at(0)->GetCurve()->GetPoint(0));
+    EXPECT_EQ(ZORMathPoint(0, 8.17602, 0), contours.at(0)->GetCurve()->GetPoint(1));
+    EXPECT_EQ(ZORMathPoint(195.055, 54.3337, 65.6122), contours.at(1)->GetCurve()->GetPoint(1));
+    ASSERT_EQ(7, contours.at(4)->GetCurve()->GetNumPoints());
+    EXPECT_EQ(ZORMathPoint(201.15570068359375, 79.24125671386719, 72.88253784179688),
+              contours.at(4)->GetCurve()->GetPoint(0));
+
+    const QList<ZORCompPly*> plies = GetPlies();
+    for (int i = 0; i < 16; ++i) {
+        const int expected = i == 4 ? 3 : i == 8 ? 1 : i == 10 ? 2 : 0;
+        ASSERT_EQ(1, plies.at(i)->GetBoundaries().size()) << i;
+        EXPECT_EQ(contours.at(expected)->GetCurve(), plies.at(i)->GetBoundaries().first()) << i;
+    }
+}
+
+TEST_F(ZORCompJsonFormatTest, WhatHasNoPlaceInTheFeaturesIsKeptAndReported)
+{
+    REQUIRE_SAMPLE(path);
+    const ZORCompReadReport report = Read(path, JsonId);
+    const QJsonObject file = QJsonDocument::fromJson(ReadFile(path)).object();
+    const QJsonObject kept = GetLayup()->GetAttributes();
+    for (const char* const name : {"allDefects", "allStages", "allEvents", "allTolerances", "fileMetadata"})
+        EXPECT_EQ(file.value(QLatin1String(name)), kept.value(QLatin1String(name))) << name;
+    EXPECT_EQ(QJsonArray{file.value("allGeometry")[5]}, kept.value("allGeometry").toArray());
+    const ZORCompSequence* const sequence = GetLayup()->GetSequences().first();
+    EXPECT_EQ(file.value("allComposite")[0]["defects"], sequence->GetAttributes().value("defects"));
+
+    const QMap<QString, int> expected{{"AreaMesh", 1},    {"Material.infoSource", 2}, {"Sequence.defects", 1},
+                                      {"allDefects", 1},  {"allGeometry", 1},         {"allStages", 1},
+                                      {"fileMetadata", 1}};
+    EXPECT_EQ(expected, report.kept);
+}
+
+// The values of all fields that are not null, as texts; numbers by their values.
+void Collect(const QJsonValue& value, QStringList& leaves)
+{
+    if (value.isObject()) {
+        const QJsonObject object = value.toObject();
+        for (auto it = object.begin(); it != object.end(); ++it)
+            Collect(it.value(), leaves);
+    } else if (value.isArray()) {
+        for (const QJsonValue& each : value.toArray())
+            Collect(each, leaves);
+    } else if (value.isString()) {
+        leaves.append(value.toString().trimmed());
+    }
+}
+
+TEST_F(ZORCompJsonFormatTest, EveryTextOfTheSampleIsInTheXmlOfIt)
+{
+    REQUIRE_SAMPLE(path);
+    Read(path, JsonId);
+    const QString xml = QString::fromUtf8(ToXml()).replace("&quot;", "\"");
+    QStringList leaves;
+    Collect(QJsonDocument::fromJson(ReadFile(path)).object(), leaves);
+    ASSERT_GT(leaves.size(), 500);
+    for (const QString& leaf : leaves) {
+        bool isNumber = false;
+        const double number = leaf.toDouble(&isNumber);
+        const QString wanted = isNumber ? QString::number(number) : leaf;
+        if (leaf != "CompositeStandard.Point" && !xml.contains(wanted))
+            ADD_FAILURE() << qPrintable(leaf);
+    }
+}
+
+TEST_F(ZORCompJsonFormatTest, TheSampleComesBackFromXmlTheSame)
+{
+    REQUIRE_SAMPLE(path);
+    Read(path, JsonId);
+    const QByteArray xml = ToXml();
+    const QList<double> angles = [this] {
+        QList<double> list;
+        for (const ZORCompPly* ply : GetPlies())
+            list.append(ply->GetAngle());
+        return list;
+    }();
+    const QJsonObject attributes = GetLayup()->GetAttributes();
+    container.Clear();
+    root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
+    ReadContent(xml, XmlId);
+    EXPECT_EQ(xml, ToXml());
+    EXPECT_EQ(attributes, GetLayup()->GetAttributes());
+    const QList<ZORCompPly*> plies = GetPlies();
+    ASSERT_EQ(16, plies.size());
+    for (int i = 0; i < 16; ++i)
+        EXPECT_EQ(angles.at(i), plies.at(i)->GetAngle()) << i;
+    EXPECT_EQ(100, plies.first()->GetBoundaries().first()->GetNumPoints());
+}
+
+TEST_F(ZORCompJsonFormatTest, InactivePartsAreKeptButNotPartOfTheStack)
+{
+    ReadContent(InSequence(Ply(R"("active": false)") + "," + Ply()), JsonId);
+    EXPECT_EQ(1, GetLayup()->GetNumPlies());
+    EXPECT_EQ(2, GetLayup()->GetSequences().first()->GetPlies().size());
+    EXPECT_FALSE(GetLayup()->GetSequences().first()->GetPlies().first()->IsActive());
+}
+
+TEST_F(ZORCompJsonFormatTest, SequencesNestAndComponentsOfOtherTypesKeepTheirPlaces)
+{
+    const ZORCompReadReport report = ReadContent(
+        InSequence(Ply() + R"(, {"_serialized_type": "X.Core", "height": 12},)" + Sequence(Ply())), JsonId);
+    const ZORCompSequence* const outer = GetLayup()->GetSequences().first();
+    EXPECT_EQ(2, outer->GetNumChildren());
+    EXPECT_EQ(2, GetLayup()->GetNumPlies());
+    const QJsonArray kept = outer->GetAttributes().value("subComponents").toArray();
+    ASSERT_EQ(1, kept.size());
+    EXPECT_EQ(1, kept[0]["position"].toInt());
+    EXPECT_EQ(12, kept[0]["component"]["height"].toInt());
+    EXPECT_EQ(1, report.kept.value("Core"));
+}
+
+TEST_F(ZORCompJsonFormatTest, AnUnknownTypeWithComponentsIsReadAsASequence)
+{
+    const ZORCompReadReport report =
+        ReadContent(File(R"({"_serialized_type": "X.Piece", "subComponents": [)" + Ply() + "]}"), JsonId);
+    EXPECT_EQ(1, GetLayup()->GetNumPlies());
+    EXPECT_EQ(QStringList{"allComposite[0]: 'Piece' is read as a sequence"}, report.warnings);
+    EXPECT_EQ(QString("X.Piece"),
+              GetLayup()->GetSequences().first()->GetAttributes().value("_serialized_type").toString());
+}
+
+TEST_F(ZORCompJsonFormatTest, PliesOutsideSequencesShareOneOfTheirOwn)
+{
+    const ZORCompReadReport report = ReadContent(File(Ply() + "," + Ply() + "," + Sequence(Ply())), JsonId);
+    ASSERT_EQ(2, GetLayup()->GetSequences().size());
+    EXPECT_EQ(2, GetLayup()->GetSequences().first()->GetPlies().size());
+    EXPECT_EQ(2, report.warnings.size());
+}
+
+TEST_F(ZORCompJsonFormatTest, ComponentsMayStandForOthersByTheirIdentifiers)
+{
+    ReadContent(File(R"({"_serialized_type": "X.Ply", "ID": 5, "orientation": 30},)" + Sequence("5")),
+                JsonId);
+    ASSERT_EQ(1, GetLayup()->GetNumPlies());
+    EXPECT_NEAR(30, Degrees(GetPlies().first()->GetAngle()), 1e-13);
+}
+
+TEST_F(ZORCompJsonFormatTest, ComponentsInCirclesOrInTwoPlacesAreRefused)
+{
+    const QByteArray a = R"({"_serialized_type": "X.Sequence", "ID": 1, "subComponents": [2]})";
+    const QByteArray b = R"({"_serialized_type": "X.Sequence", "ID": 2, "subComponents": [1]})";
+    EXPECT_TRUE(FailureOf(File(a + "," + b), JsonId).endsWith("is part of itself"));
+    const QByteArray self = R"({"_serialized_type": "X.Sequence", "ID": 1, "subComponents": [1]})";
+    EXPECT_EQ(QString("component 1 is part of itself"), FailureOf(File(self), JsonId));
+    const QByteArray ply = R"({"_serialized_type": "X.Ply", "ID": 3})";
+    EXPECT_EQ(QString("allComposite[1].subComponents[1]: component 3 is there twice or part of itself"),
+              FailureOf(File(ply + "," + Sequence("3, 3")), JsonId));
+    EXPECT_EQ(QString("allComposite[1].ID: identifier 3 is there twice"),
+              FailureOf(File(ply + "," + ply), JsonId));
+}
+
+TEST_F(ZORCompJsonFormatTest, ReferencesToNothingAreReportedAndKept)
+{
+    const ZORCompReadReport report = ReadContent(
+        InSequence(Ply(R"("material": "gold", "splineRelimitationRef": 7, "axisSystemID": 8)") + ", 99"),
+        JsonId);
+    const QStringList expected{
+        "allComposite[0].subComponents[0].axisSystemID: there is no axis system 8",
+        "allComposite[0].subComponents[0].material: there is no material 'gold'",
+        "allComposite[0].subComponents[0].splineRelimitationRef: there is no spline 7",
+        "allComposite[0].subComponents[1]: there is no component 99",
+    };
+    EXPECT_EQ(expected, report.warnings);
+    const ZORCompPly* const ply = GetPlies().first();
+    EXPECT_FALSE(ply->GetMaterial());
+    EXPECT_EQ(QString("gold"), ply->GetAttributes().value("material").toString());
+    EXPECT_EQ(7, ply->GetAttributes().value("splineRelimitationRef").toInt());
+    EXPECT_EQ(8, ply->GetAttributes().value("axisSystemID").toInt());
+    EXPECT_EQ(99, ply->GetSequence()->GetAttributes().value("subComponents")[0]["component"].toInt());
+}
+
+TEST_F(ZORCompJsonFormatTest, AxisSystemsBecomeRosettes)
+{
+    const QByteArray point = R"({"x": 1, "y": 2, "z": 3})";
+    const QByteArray system =
+        R"({"_serialized_type": "X.AxisSystem", "ID": 4, "memberName": "A", "o_pt": )" + point
+        + R"(, "v1x": 0, "v1y": 2, "v1z": 0, "v2x": 0, "v2y": 1, "v2z": 5, "unit": "mm"})";
+    ReadContent(InSequence(Ply(R"("axisSystemID": 4)"), "\"allGeometry\": [" + system + "]"), JsonId);
+    const ZORCompRosette* const rosette = GetPlies().first()->GetRosette();
+    ASSERT_TRUE(rosette);
+    EXPECT_EQ(QString("A"), rosette->GetLabel());
+    EXPECT_EQ(ZORMathPoint(1, 2, 3), rosette->GetOrigin());
+    EXPECT_EQ(ZORMathVector(0, 1, 0), rosette->GetXAxis());
+    EXPECT_NEAR(0, (rosette->GetYAxis() - ZORMathVector(0, 0, 1)).GetLength(), 1e-15);
+    EXPECT_EQ(QString("mm"), rosette->GetAttributes().value("unit").toString());
+}
+
+TEST_F(ZORCompJsonFormatTest, AnAxisSystemThatIsNotUnderstoodIsKeptAsItIs)
+{
+    const ZORCompReadReport report = ReadContent(
+        InSequence(Ply(), R"("allGeometry": [{"_serialized_type": "X.AxisSystem", "ID": 4}])"), JsonId);
+    EXPECT_EQ(QStringList{"allGeometry[0]: the axes are not understood"}, report.warnings);
+    EXPECT_EQ(4, GetLayup()->GetAttributes().value("allGeometry")[0]["ID"].toInt());
+}
+
+TEST_F(ZORCompJsonFormatTest, PointsKeepWhatTheySayBesidesTheirCoordinates)
+{
+    ReadContent(InSequence(Ply(), R"("allGeometry": [{"_serialized_type": "X.Spline", "points": [
+        {"x": 0, "y": 0, "z": 0, "active": true, "source": null, "_serialized_type": "X.Point"},
+        {"x": " 1e1", "y": 0, "z": 0, "memberName": "corner"}]}])"),
+                JsonId);
+    const ZORCompContour* const contour = GetAll<ZORCompContour>().first();
+    EXPECT_EQ(ZORMathPoint(10, 0, 0), contour->GetCurve()->GetPoint(1));
+    const QJsonArray expected{QJsonObject{{"position", 1}, {"memberName", "corner"}}};
+    EXPECT_EQ(expected, contour->GetAttributes().value("points").toArray());
+}
+
+TEST_F(ZORCompJsonFormatTest, NumbersThatNoMaterialCanHaveAreKeptAsAttributes)
+{
+    const ZORCompReadReport report = ReadContent(
+        InSequence(Ply(),
+                   R"("allMaterials": [{"materialName": "a", "E1": "0", "thickness": 0.2, "density": " "}])"),
+        JsonId);
+    const ZORCompMaterial* const material = GetAll<ZORCompMaterial>().first();
+    EXPECT_TRUE(std::isnan(material->GetProperties().E1));
+    EXPECT_EQ(0.2, material->GetProperties().thickness);
+    EXPECT_EQ(QString("0"), material->GetAttributes().value("E1").toString());
+    EXPECT_EQ(QStringList{"allMaterials[0]: material property 'E1' is 0, but must be positive"},
+              report.warnings);
+}
+
+TEST_F(ZORCompJsonFormatTest, NamesWithControlCharactersAreCleanedAndKeptAsTheyWere)
+{
+    ReadContent(InSequence(Ply(R"("memberName": "a\u0001b")")), JsonId);
+    EXPECT_EQ(QString("a b"), GetPlies().first()->GetLabel());
+    EXPECT_EQ(QString("a\u0001b"), GetPlies().first()->GetAttributes().value("memberName").toString());
+    EXPECT_FALSE(ToXml().isEmpty());
+}
+
+struct BadJson
+{
+    const char* content;
+    const char* message;
+};
+
+class BadJsonTest : public ZORCompJsonFormatTest, public testing::WithParamInterface<BadJson>
+{
+};
+
+TEST_P(BadJsonTest, IsRefusedWithThePlace)
+{
+    EXPECT_EQ(QString::fromUtf8(GetParam().message), FailureOf(GetParam().content, JsonId));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Wrong, BadJsonTest,
+    testing::Values(
+        BadJson{"", "offset 0: illegal value"}, BadJson{"{", "offset 1: unterminated object"},
+        BadJson{"[]", "this is no object"}, BadJson{"{}", "there is no list 'allComposite'"},
+        BadJson{R"({"allComposite": 5})", "allComposite: this is no list"},
+        BadJson{R"({"allComposite": ["x"]})", "allComposite[0]: this is no object"},
+        BadJson{R"({"allComposite": [], "allMaterials": [5]})", "allMaterials[0]: this is no object"},
+        BadJson{R"({"allComposite": [], "allMaterials": [{"E1": "stiff"}]})",
+                "allMaterials[0].E1: this is no number"},
+        BadJson{R"({"allComposite": [], "allMaterials": [{"E1": true}]})",
+                "allMaterials[0].E1: this is no number"},
+        BadJson{R"({"allComposite": [], "allMaterials": [{"materialName": "a"}, {"materialName": " a"}]})",
+                "allMaterials[1]: material 'a' is there twice"},
+        BadJson{R"({"allComposite": [], "allGeometry": [{"ID": 1}, {"ID": 1}]})",
+                "allGeometry[1].ID: identifier 1 is there twice"},
+        BadJson{
+            R"({"allComposite": [], "allGeometry": [{"_serialized_type": "X.Spline", "points": [{"x": 1}]}]})",
+            "allGeometry[0].points[0].y: this is no number"},
+        BadJson{R"({"allComposite": [], "allGeometry": [{"_serialized_type": "Spline",
+                "points": [{"x": 1e61, "y": 0, "z": 0}]}]})",
+                "contour 0: point 0 of the curve is not finite or too far away"},
+        BadJson{R"({"allComposite": [{"_serialized_type": "Ply", "orientation": "nan"}]})",
+                "allComposite[0].orientation: this is no number"},
+        BadJson{R"({"allComposite": [{"_serialized_type": "Ply", "active": 1}]})",
+                "allComposite[0].active: this is neither true nor false"},
+        BadJson{R"({"allComposite": [{"_serialized_type": "Ply", "memberName": 1}]})",
+                "allComposite[0].memberName: this is no text"},
+        BadJson{R"({"allComposite": [{"_serialized_type": "Ply", "splineRelimitationRef": 1.5}]})",
+                "allComposite[0].splineRelimitationRef: this is no identifier"},
+        BadJson{R"({"allComposite": [], "name": 1e999})", "offset 34: illegal number"}));
+
+TEST_F(ZORCompJsonFormatTest, SequencesThatNestTooDeeplyAreRefused)
+{
+    QByteArray deep = Ply();
+    for (int i = 0; i < 65; ++i)
+        deep = Sequence(deep);
+    EXPECT_TRUE(FailureOf(File(deep), JsonId).endsWith("sequences are nested more than 64 deep"));
+    const QByteArray bomb = "{\"allComposite\":" + QByteArray(100000, '[');
+    EXPECT_NE(QString(), FailureOf(bomb, JsonId));
+}
+
+} // namespace

@@ -1,0 +1,409 @@
+#include "CompositesTest.h"
+#include "support/TestData.h"
+
+#include <ZORComposites/ZORCompFormat.h>
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
+#include <ZORComposites/ZORCompReadProcessor.h>
+#include <ZORComposites/ZORCompReader.h>
+#include <ZORComposites/ZORCompWriter.h>
+#include <ZORSystem/ZORSysFileException.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <csignal>
+#include <fcntl.h>
+#include <limits>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class ZORCompReaderTest : public CompositesTest
+{
+protected:
+    // A layup of one ply of one material.
+    static QByteArray File(double thickness)
+    {
+        return R"(<layups version="1" length="mm" angle="deg" stress="MPa" density="t/mm3" permeability="m2">
+            <materials><material id="m" name="Twill" thickness=")"
+               + QByteArray::number(thickness) + R"("/></materials>
+            <layup name="L"><sequence><ply material="m" angle="45"/></sequence></layup></layups>)";
+    }
+    int CountLayups() const
+    {
+        int count = 0;
+        for (ZORFeatObject* feature : root->GetAllChildren())
+            count += qobject_cast<ZORCompLayup*>(feature) ? 1 : 0;
+        return count;
+    }
+};
+
+TEST_F(ZORCompReaderTest, FormatsComeWithTheirFilters)
+{
+    EXPECT_EQ((QList<QByteArray>{JsonId, XmlId}), ZORCompReader::GetSupportedFormats());
+    EXPECT_EQ(QList<QString>{"CompoST Layup (*.json)"}, ZORCompReader::GetFormatFileExtensions(JsonId));
+    EXPECT_EQ(QList<QString>{"Layup XML (*.xml)"}, ZORCompReader::GetFormatFileExtensions(XmlId));
+    EXPECT_EQ(QList<QByteArray>{XmlId}, ZORCompWriter::GetSupportedFormats());
+    EXPECT_EQ(QList<QString>{"Layup XML (*.xml)"}, ZORCompWriter::GetFormatFileExtensions(XmlId));
+}
+
+TEST_F(ZORCompReaderTest, UnknownFormatsAreRefused)
+{
+    const QString unknown = "composites format 'x' is unknown";
+    EXPECT_EQ(unknown, MessageOf([] { ZORCompReader::GetFormatFileExtensions("x"); }));
+    EXPECT_EQ(unknown, MessageOf([] { ZORCompReader("file", "x"); }));
+    EXPECT_EQ(unknown, MessageOf([] { ZORCompWriter("file", "x"); }));
+    EXPECT_EQ(QString("composites format 'compost-json' cannot be written"),
+              MessageOf([] { ZORCompWriter("file", JsonId); }));
+}
+
+TEST_F(ZORCompReaderTest, NullsAreRefused)
+{
+    EXPECT_EQ(QString("composites root is null"), MessageOf([] { ZORCompReadProcessor(nullptr, false); }));
+    EXPECT_EQ(QString("read processor is null"),
+              MessageOf([] { ZORCompReader("file", XmlId).Read(nullptr); }));
+    EXPECT_EQ(QString("composites root is null"),
+              MessageOf([] { ZORCompWriter("file", XmlId).Write(nullptr); }));
+}
+
+TEST_F(ZORCompReaderTest, MissingFilesFoldersAndPlacesThatCannotBeWrittenAreTold)
+{
+    const QString missing = folder.filePath("missing");
+    EXPECT_THROW(Read(missing, XmlId), ZORSysFileOpenException);
+    EXPECT_THROW(Read(folder.path(), JsonId), ZORSysFileOpenException);
+    EXPECT_THROW(ZORCompWriter(missing + "/x.xml", XmlId).Write(root), ZORSysFileOpenException);
+    EXPECT_THROW(ZORCompWriter(folder.path(), XmlId).Write(root), ZORSysFileException);
+}
+
+// A format of another library: one layup named after the content.
+class NameFormat : public ZORCompFormat
+{
+public:
+    QByteArray GetId() const override { return "name"; }
+    QList<QString> GetFileFilters() const override { return {"Name (*.name)", "Name (*.nm)"}; }
+    ZORCompDocument Parse(const QByteArray& content, ZORCompReadReport& report) const override
+    {
+        report.Warn("only a name");
+        ZORCompDocument document;
+        document.layups.append({QString::fromUtf8(content), document.layups.size() > 0 ? 0 : -1, {}, {}});
+        return document;
+    }
+};
+
+TEST_F(ZORCompReaderTest, FormatsOfOtherLibrariesComeAndGo)
+{
+    const NameFormat format;
+    {
+        const ZORCompFormatRegistration registration(format);
+        EXPECT_EQ((QList<QByteArray>{JsonId, XmlId, "name"}), ZORCompReader::GetSupportedFormats());
+        EXPECT_EQ((QList<QString>{"Name (*.name)", "Name (*.nm)"}),
+                  ZORCompReader::GetFormatFileExtensions("name"));
+        EXPECT_EQ(QList<QByteArray>{XmlId}, ZORCompWriter::GetSupportedFormats());
+        EXPECT_EQ(QStringList{"only a name"}, ReadContent("Wing", "name").warnings);
+        EXPECT_EQ(QString("Wing"), GetLayup()->GetLabel());
+        {
+            const ZORCompFormatRegistration second(format);
+            EXPECT_EQ(3, ZORCompReader::GetSupportedFormats().size());
+        }
+        EXPECT_EQ(3, ZORCompReader::GetSupportedFormats().size());
+    }
+    EXPECT_EQ(2, ZORCompReader::GetSupportedFormats().size());
+    EXPECT_EQ(QString("composites format 'name' is unknown"),
+              MessageOf([] { ZORCompReader::GetFormatFileExtensions("name"); }));
+}
+
+TEST_F(ZORCompReaderTest, DocumentsOfFormatsAreChecked)
+{
+    ZORCompReadProcessor processor(root, false);
+    ZORCompDocument document;
+    document.layups.append({"L", 3, {}, {}});
+    EXPECT_EQ(QString("layup 0: there is no rosette 3"),
+              MessageOf([&] { processor.Add(document, "f", {}); }));
+    document.layups.first().rosette = -1;
+    ZORCompDocument::Component ply;
+    ply.kind = ZORCompDocument::Component::Ply;
+    document.layups.first().sequences = {ply};
+    EXPECT_EQ(QString("layup 0: a layup has no plies of its own"),
+              MessageOf([&] { processor.Add(document, "f", {}); }));
+    ZORCompDocument::Component sequence;
+    ply.boundaries = {-1};
+    sequence.components = {ply};
+    document.layups.first().sequences = {sequence};
+    EXPECT_EQ(QString("layup 0: there is no contour 0"),
+              MessageOf([&] { processor.Add(document, "f", {}); }));
+    ply.boundaries.clear();
+    ply.angle = std::numeric_limits<double>::infinity();
+    document.layups.first().sequences.first().components = {ply};
+    EXPECT_EQ(QString("layup 0: the angle is not finite"),
+              MessageOf([&] { processor.Add(document, "f", {}); }));
+    processor.Finalize();
+    EXPECT_EQ(0, root->GetNumChildren());
+}
+
+TEST_F(ZORCompReaderTest, NothingIsMadeBeforeFinalizeAndOnlyOnce)
+{
+    const QString path = WriteFile("a.xml", File(0.2));
+    ZORCompReadProcessor processor(root, false);
+    ZORCompReader(path, XmlId).Read(&processor);
+    EXPECT_EQ(0, root->GetNumChildren());
+    processor.Finalize();
+    EXPECT_EQ(1, CountLayups());
+    processor.Finalize();
+    EXPECT_EQ(1, CountLayups());
+    EXPECT_EQ(1, processor.GetReport().numPlies);
+}
+
+TEST_F(ZORCompReaderTest, AProcessorWithoutReplacingAlwaysAddsButSharesEqualMaterials)
+{
+    const QString path = WriteFile("a.xml", File(0.2));
+    Read(path, XmlId);
+    EXPECT_EQ(0, Read(path, XmlId).numMaterials);
+    EXPECT_EQ(2, CountLayups());
+    EXPECT_EQ(1, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
+    const ZORCompReadReport report = ReadContent(File(0.3), XmlId);
+    EXPECT_EQ(QStringList{"another material is named 'Twill', this one becomes 'Twill.2'"}, report.warnings);
+    ASSERT_EQ(2, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
+    EXPECT_EQ(0.3, ZORCompMaterialLibrary::Find(root)->FindMaterial("Twill.2")->GetProperties().thickness);
+}
+
+TEST_F(ZORCompReaderTest, AReplacingProcessorTakesAwayWhatTheSameFileMade)
+{
+    Read(WriteFile("other.xml", File(0.2)), XmlId, true);
+    const QString path = WriteFile("a.xml", File(0.2));
+    Read(path, XmlId, true);
+    EXPECT_EQ(2, CountLayups());
+    WriteFile("a.xml", File(0.3));
+    Read(path, XmlId, true);
+    EXPECT_EQ(2, CountLayups());
+    ASSERT_EQ(1, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
+    EXPECT_EQ(0.3, ZORCompMaterialLibrary::Find(root)->FindMaterial("Twill")->GetProperties().thickness);
+}
+
+TEST_F(ZORCompReaderTest, ARootThatIsGoneIsTold)
+{
+    const QString path = WriteFile("a.xml", File(0.2));
+    ZORCompReadProcessor processor(root, false);
+    ZORCompReader(path, XmlId).Read(&processor);
+    root->Remove();
+    EXPECT_EQ(QString("the composites root does not exist any more"),
+              MessageOf([&] { processor.Finalize(); }));
+    EXPECT_EQ(0, container.GetNumGeometry());
+}
+
+TEST_F(ZORCompReaderTest, WhoeverRemovesWhatIsBeingReadLeavesTheRootAsBefore)
+{
+    const QString path = WriteFile("a.xml", File(0.2));
+    const int numBefore = container.GetNumGeometry();
+    QObject context;
+    QObject::connect(&container, &ZORGeoContainer::GeometryAdded, &context, [](ZORGeoGeometry* geometry) {
+        if (auto* sequence = qobject_cast<ZORCompSequence*>(geometry))
+            sequence->Remove();
+    });
+    EXPECT_EQ(QString("'%1' was removed while it was being read").arg(path),
+              MessageOf([&] { Read(path, XmlId); }));
+    EXPECT_EQ(numBefore, container.GetNumGeometry());
+}
+
+// Files cannot grow beyond a limit while it lives.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+        : m_handler(signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+
+private:
+    rlimit m_before{};
+    const sighandler_t m_handler;
+};
+
+TEST_F(ZORCompReaderTest, AFileThatCannotBeWrittenToItsEndStaysAsItWas)
+{
+    Read(WriteFile("a.xml", File(0.2)), XmlId);
+    const QString path = WriteFile("b.xml", "before");
+    {
+        const FileSizeLimit limit(100);
+        EXPECT_THROW(ZORCompWriter(path, XmlId).Write(root), ZORSysFileException);
+    }
+    EXPECT_EQ(QByteArray("before"), ReadFile(path));
+    EXPECT_EQ(QStringList({"a.xml", "b.xml"}), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
+}
+
+TEST_F(ZORCompReaderTest, WhatIsNoPlainFileIsWrittenToAndNotReplaced)
+{
+    Read(WriteFile("a.xml", File(0.2)), XmlId);
+    const QString path = folder.filePath("pipe");
+    ASSERT_EQ(0, mkfifo(QFile::encodeName(path).constData(), 0600));
+    const int reader = open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    ZORCompWriter(path, XmlId).Write(root);
+    QByteArray content(100000, '\0');
+    content.resize(qsizetype(read(reader, content.data(), size_t(content.size()))));
+    close(reader);
+    EXPECT_TRUE(QFileInfo::exists(path));
+    EXPECT_FALSE(QFileInfo(path).isFile());
+    EXPECT_EQ(ToXml(), content);
+}
+
+/// Reads content that may be anything; whatever is wrong must be an exception that leaves nothing behind.
+class ReaderFuzz : public ZORCompReaderTest
+{
+protected:
+    void Try(const QByteArray& content, const QByteArray& format)
+    {
+        const ZORCompFormat& parser = ZORCompFormat::Find(format);
+        ZORCompReadReport report;
+        ZORCompReadProcessor processor(root, false);
+        try {
+            processor.Add(parser.Parse(content, report), "fuzz", report);
+            processor.Finalize();
+            if (++numGood % 16 == 0)
+                ToXml();
+        } catch (const ZORSysException& exception) {
+            EXPECT_FALSE(exception.GetMessage().isEmpty());
+            ++numBad;
+        }
+        for (ZORFeatObject* child : root->GetChildren())
+            child->Remove();
+    }
+    void Mutate(const QByteArray& good, const QByteArray& format, int numRounds)
+    {
+        const QByteArray interesting = QByteArrayLiteral("\0\xff<>&\"{}[],:-.e9 tnfalsrue");
+        for (int round = 0; round < numRounds; ++round) {
+            QByteArray content = good;
+            const int numFlips = 1 + int(random() % 4);
+            for (int flip = 0; flip < numFlips; ++flip) {
+                const auto at = qsizetype(random() % size_t(content.size()));
+                if (random() % 2 == 0)
+                    content[at] = char(content.at(at) ^ (1 << random() % 8));
+                else
+                    content[at] = interesting.at(qsizetype(random() % size_t(interesting.size())));
+            }
+            Try(content, format);
+            if (round % 4 == 0)
+                Try(good.left(qsizetype(random() % size_t(good.size()))), format);
+        }
+    }
+
+    std::mt19937 random{11};
+    int numGood = 0;
+    int numBad = 0;
+};
+
+// The sample, cut down to what is quick to read thousands of times.
+QJsonObject SmallSample(const QByteArray& content)
+{
+    QJsonObject file = QJsonDocument::fromJson(content).object();
+    QJsonArray geometry = file.value("allGeometry").toArray();
+    for (int i = 0; i < 5; ++i) {
+        QJsonObject spline = geometry.at(i).toObject();
+        QJsonArray points = spline.value("points").toArray();
+        while (points.size() > 3)
+            points.removeLast();
+        spline.insert("points", points);
+        geometry[i] = spline;
+    }
+    geometry.removeLast();
+    file.insert("allGeometry", geometry);
+    return file;
+}
+
+TEST_F(ReaderFuzz, BytesOfJsonMayBeAnything)
+{
+    ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json");
+    Mutate(QJsonDocument(SmallSample(ReadFile(path))).toJson(QJsonDocument::Compact), JsonId, 1500);
+    EXPECT_GT(numGood, 100);
+    EXPECT_GT(numBad, 100);
+}
+
+TEST_F(ReaderFuzz, BytesOfXmlMayBeAnything)
+{
+    ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json");
+    ReadContent(QJsonDocument(SmallSample(ReadFile(path))).toJson(), JsonId);
+    Mutate(ToXml(), XmlId, 1500);
+    EXPECT_GT(numGood, 50);
+    EXPECT_GT(numBad, 100);
+}
+
+QJsonValue RandomValue(std::mt19937& random)
+{
+    switch (random() % 10) {
+    case 0:
+        return QJsonValue();
+    case 1:
+        return true;
+    case 2:
+        return 1e308;
+    case 3:
+        return -1.5;
+    case 4:
+        return 1;
+    case 5:
+        return 9;
+    case 6:
+        return "text\u0001";
+    case 7:
+        return QJsonArray{5, 7, QJsonObject()};
+    case 8:
+        return QJsonObject{{"_serialized_type", "Ply"}, {"ID", 5}};
+    default:
+        return " 7 ";
+    }
+}
+
+// Replaces one field or element at any depth.
+QJsonValue Edit(const QJsonValue& value, std::mt19937& random)
+{
+    if (random() % 6 == 0)
+        return RandomValue(random);
+    if (value.isArray() && !value.toArray().isEmpty()) {
+        QJsonArray array = value.toArray();
+        const auto at = qsizetype(random() % size_t(array.size()));
+        if (random() % 8 == 0)
+            array.append(array.at(at));
+        else
+            array[at] = Edit(array.at(at), random);
+        return array;
+    }
+    if (value.isObject() && !value.toObject().isEmpty()) {
+        QJsonObject object = value.toObject();
+        const QString name = object.keys().at(qsizetype(random() % size_t(object.size())));
+        object.insert(name, Edit(object.value(name), random));
+        return object;
+    }
+    return RandomValue(random);
+}
+
+TEST_F(ReaderFuzz, FieldsOfJsonMayBeAnything)
+{
+    ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json");
+    const QJsonObject good = SmallSample(ReadFile(path));
+    for (int round = 0; round < 1500; ++round) {
+        QJsonValue file = good;
+        const int numEdits = 1 + int(random() % 3);
+        for (int edit = 0; edit < numEdits; ++edit)
+            file = Edit(file, random);
+        if (file.isObject())
+            Try(QJsonDocument(file.toObject()).toJson(QJsonDocument::Compact), JsonId);
+    }
+    EXPECT_GT(numGood, 100);
+    EXPECT_GT(numBad, 100);
+}
+
+} // namespace
