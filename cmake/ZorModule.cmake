@@ -4,8 +4,24 @@
 # One shared SDK library ZOR<name>, known to everybody as ZorSDK::<name>. A module may depend only
 # on modules of a strictly lower layer; a violation stops the configuration. PRIVATE_LINK names what
 # the implementation alone needs: nothing of it may show in a public header.
+#
+# zor_add_plugin(<name> LAYER <n> [DEPENDS <module>...] [QT <component>...] SOURCES <file>...)
+#
+# One library ZOR<name> of the SDK that applications load and nobody links. The same rule of layers.
 include_guard(GLOBAL)
 include(GNUInstallDirs)
+
+function(zor_check_layers name layer)
+  foreach(dependency IN LISTS ARGN)
+    if(NOT TARGET ZOR${dependency})
+      message(FATAL_ERROR "ZOR${name} depends on ZOR${dependency}, which is not built before it")
+    endif()
+    get_target_property(dependency_layer ZOR${dependency} ZOR_LAYER)
+    if(NOT dependency_layer LESS layer)
+      message(FATAL_ERROR "ZOR${name} (layer ${layer}) must not use ZOR${dependency} (layer ${dependency_layer})")
+    endif()
+  endforeach()
+endfunction()
 
 function(zor_add_module name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;PRIVATE_LINK;HEADERS;SOURCES")
@@ -13,15 +29,7 @@ function(zor_add_module name)
     message(FATAL_ERROR "zor_add_module(${name}): LAYER missing or bad arguments: ${arg_UNPARSED_ARGUMENTS}")
   endif()
 
-  foreach(dependency IN LISTS arg_DEPENDS)
-    if(NOT TARGET ZOR${dependency})
-      message(FATAL_ERROR "ZOR${name} depends on ZOR${dependency}, which is not built before it")
-    endif()
-    get_target_property(layer ZOR${dependency} ZOR_LAYER)
-    if(NOT layer LESS arg_LAYER)
-      message(FATAL_ERROR "ZOR${name} (layer ${arg_LAYER}) must not use ZOR${dependency} (layer ${layer})")
-    endif()
-  endforeach()
+  zor_check_layers(${name} ${arg_LAYER} ${arg_DEPENDS})
 
   set(target ZOR${name})
   add_library(${target} SHARED ${arg_SOURCES})
@@ -32,7 +40,8 @@ function(zor_add_module name)
   list(TRANSFORM arg_DEPENDS PREPEND ZOR)
   list(TRANSFORM arg_QT PREPEND Qt6::)
   target_link_libraries(${target} PUBLIC ${arg_DEPENDS} ${arg_QT} PRIVATE ${arg_PRIVATE_LINK})
-  target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  # A module stays in memory when the plug-in that brought it goes: containers may hold objects of its classes.
+  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,-z,nodelete)
   set_target_properties(${target} PROPERTIES
     ZOR_LAYER ${arg_LAYER}
     EXPORT_NAME ${name}
@@ -44,4 +53,26 @@ function(zor_add_module name)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorsdk)
   set_property(GLOBAL APPEND PROPERTY ZOR_MODULES ${name})
+endfunction()
+
+function(zor_add_plugin name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;SOURCES")
+  if(arg_UNPARSED_ARGUMENTS OR NOT DEFINED arg_LAYER)
+    message(FATAL_ERROR "zor_add_plugin(${name}): LAYER missing or bad arguments: ${arg_UNPARSED_ARGUMENTS}")
+  endif()
+  zor_check_layers(${name} ${arg_LAYER} ${arg_DEPENDS})
+
+  set(target ZOR${name})
+  add_library(${target} SHARED ${arg_SOURCES})
+  zor_set_target_defaults(${target})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    # A library with a unique symbol can never be unloaded.
+    target_compile_options(${target} PRIVATE -fno-gnu-unique)
+  endif()
+  list(TRANSFORM arg_DEPENDS PREPEND ZOR)
+  list(TRANSFORM arg_QT PREPEND Qt6::)
+  target_link_libraries(${target} PRIVATE ${arg_DEPENDS} ${arg_QT})
+  target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  set_target_properties(${target} PROPERTIES ZOR_LAYER ${arg_LAYER} INSTALL_RPATH "$ORIGIN/../..")
+  install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/zorsdk/plugins)
 endfunction()

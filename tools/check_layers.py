@@ -38,9 +38,10 @@ def module_table(root):
     table = {}
     for cmake in sorted((root / "sdk").glob("ZOR*/CMakeLists.txt")):
         words = re.sub(r"#.*", "", cmake.read_text()).replace("(", " ").replace(")", " ").split()
-        if "zor_add_module" not in words:
+        kind = next((word for word in words if word in {"zor_add_module", "zor_add_plugin"}), None)
+        if not kind:
             continue
-        words = words[words.index("zor_add_module") + 1 :]
+        words = words[words.index(kind) + 1 :]
         lists, key = {}, None
         for word in words[1:]:
             if word in {"LAYER", "DEPENDS", "QT", "PRIVATE_LINK", "HEADERS", "SOURCES"}:

@@ -4,26 +4,60 @@
 #include <ZORSystem/ZORSysException.h>
 
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScopedValueRollback>
+#include <QStyle>
 #include <QVBoxLayout>
 
 ZORHostDialogFrame::ZORHostDialogFrame(ZORCmdDialogCommand* command, QWidget* parent)
     : QDialog(parent)
     , m_command(command)
+    , m_problemIcon(new QLabel(this))
+    , m_problemLbl(new QLabel(this))
+    , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setObjectName("_DialogFrame");
     setWindowTitle(command->GetTitle());
     setAttribute(Qt::WA_DeleteOnClose);
     auto* column = new QVBoxLayout(this);
     EmbedContent(command->BuildContent(this));
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->setObjectName("_ButtonBox");
-    column->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &ZORHostDialogFrame::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &ZORHostDialogFrame::reject);
+    column->addLayout(MakeProblemLine());
+    m_buttons->setObjectName("_ButtonBox");
+    column->addWidget(m_buttons);
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &ZORHostDialogFrame::accept);
+    connect(m_buttons, &QDialogButtonBox::rejected, this, &ZORHostDialogFrame::reject);
+    connect(command, &ZORCmdDialogCommand::ProblemChanged, this, &ZORHostDialogFrame::ShowProblem);
+    ShowProblem(command->GetProblem());
     // The command may be withdrawn with its library.
     connect(command, &QObject::destroyed, this, &ZORHostDialogFrame::reject);
+}
+
+void ZORHostDialogFrame::ShowProblem(const QString& problem)
+{
+    m_buttons->button(QDialogButtonBox::Ok)->setEnabled(problem.isEmpty());
+    m_problemLbl->setText(problem);
+    // Once shown the line keeps its place: the buttons must not jump while somebody types.
+    if (!problem.isEmpty())
+        m_problemLbl->show();
+    m_problemIcon->setVisible(!problem.isEmpty());
+}
+
+QLayout* ZORHostDialogFrame::MakeProblemLine()
+{
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    m_problemIcon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size));
+    m_problemIcon->hide();
+    m_problemLbl->setObjectName("_ProblemLbl");
+    m_problemLbl->setTextFormat(Qt::PlainText);
+    m_problemLbl->setWordWrap(true);
+    m_problemLbl->hide();
+    auto* line = new QHBoxLayout;
+    line->addWidget(m_problemIcon, 0, Qt::AlignTop);
+    line->addWidget(m_problemLbl, 1);
+    return line;
 }
 
 void ZORHostDialogFrame::EmbedContent(QWidget* content)

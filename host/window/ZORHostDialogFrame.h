@@ -5,10 +5,14 @@
 #include <QDialog>
 #include <QPointer>
 
+class QDialogButtonBox;
+class QLabel;
+class QLayout;
 class ZORCmdDialogCommand;
 
 /// Non-modal dialog with the content of a command, OK and Cancel. OK accepts the command; when that throws,
-/// an "Error" box shows the message and the frame stays open with the user's input. Deletes itself on close.
+/// an "Error" box shows the message and the frame stays open with the user's input. While the command tells of
+/// a problem with the input, a line above the buttons shows it and there is no OK. Deletes itself on close.
 class ZORHostDialogFrame : public QDialog
 {
     Q_OBJECT
@@ -24,8 +28,13 @@ public:
 
 private:
     void EmbedContent(QWidget* content);
+    QLayout* MakeProblemLine();
+    void ShowProblem(const QString& problem);
 
     QPointer<ZORCmdDialogCommand> m_command; // not owned; null once it was ended
     QPointer<QWidget> m_content;             // child
+    QLabel* m_problemIcon;
+    QLabel* m_problemLbl; // hidden until there is a problem
+    QDialogButtonBox* m_buttons;
     bool m_committing = false;
 };

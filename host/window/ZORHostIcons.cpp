@@ -6,6 +6,10 @@ QIcon ZORHostIcon(const QString& name)
 {
     if (name.isEmpty())
         return {};
-    const QString file = QStringLiteral(":/host/icons/%1.svg").arg(name);
-    return QIcon(QFile::exists(file) ? file : QStringLiteral(":/host/icons/command.svg"));
+    for (const char* folder : {"host", "zorsdk"}) {
+        const QString file = QStringLiteral(":/%1/icons/%2.svg").arg(QLatin1String(folder), name);
+        if (QFile::exists(file))
+            return QIcon(file);
+    }
+    return QIcon(QStringLiteral(":/host/icons/command.svg"));
 }

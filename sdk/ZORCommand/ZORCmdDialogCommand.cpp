@@ -42,6 +42,8 @@ void ZORCmdDialogCommand::Accept()
     ZOR_TRACE_CALL();
     if (IsFinishing())
         return;
+    if (!m_problem.isEmpty())
+        throw ZORSysException(m_problem);
     Commit();
     FinishLater();
 }
@@ -53,3 +55,11 @@ void ZORCmdDialogCommand::Reject()
 }
 
 void ZORCmdDialogCommand::Commit() {}
+
+void ZORCmdDialogCommand::SetProblem(const QString& problem)
+{
+    if (problem == m_problem)
+        return;
+    m_problem = problem;
+    emit ProblemChanged(problem);
+}

@@ -28,8 +28,13 @@ public:
     /// The content; null before BuildContent() and after its frame was destroyed.
     QWidget* GetContentWidget() const { return m_content; }
 
+    /// What is wrong with the input, a sentence for the user; empty when Accept() may be tried. A frame shows it
+    /// and offers no OK meanwhile.
+    QString GetProblem() const { return m_problem; }
+
     /// For the frame: OK. Commits, then finishes the command; does nothing once it is finishing.
-    /// \throws ZORSysException from Commit(); the command then goes on and the frame stays open
+    /// \throws ZORSysException the problem, if there is one, and from Commit(); the command then goes on and the
+    ///         frame stays open
     void Accept();
     /// For the frame: Cancel, or the frame was closed. Finishes the command without a commit.
     void Reject();
@@ -40,6 +45,14 @@ public:
     /// Applies what the user entered. The base does nothing.
     virtual void Commit();
 
+signals:
+    void ProblemChanged(const QString& problem);
+
+protected:
+    /// For commands that check their input while it is entered; without a call there is no problem.
+    void SetProblem(const QString& problem);
+
 private:
+    QString m_problem;
     QPointer<QWidget> m_content; // owned by the frame as long as both live
 };

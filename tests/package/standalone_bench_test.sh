@@ -15,6 +15,8 @@ cmake --install "$build" --prefix "$prefix" >"$work/install.log" || { cat "$work
 plugin=$(find "$prefix" -name 'libZORTesting*')
 [ -n "$plugin" ] || { echo "the bench is not among the installed files"; exit 1; }
 rm $plugin
+find "$prefix" -path '*/zorsdk/plugins/libZORStandardCommands.so' | grep -q . ||
+  { echo "the SDK's own commands are not among the installed plug-ins"; exit 1; }
 
 grep -q 'Dr. A. V. Hershey' "$prefix/share/doc/zorsdk/acknowledgements.txt"
 
@@ -27,7 +29,7 @@ cmake --install "$work/build" >/dev/null
 
 plugin=$(find "$prefix" -name 'libZORTesting.so')
 [ -f "$plugin" ] || { echo "the bench built alone was not installed"; exit 1; }
-if readelf -d "$plugin" "$prefix"/bin/zorhost "$prefix"/lib*/libZOR*.so | grep -E 'RUNPATH|RPATH' | grep -v '\[\$ORIGIN'; then
+if readelf -d $(find "$prefix" -path '*/plugins/*.so') "$prefix"/bin/zorhost "$prefix"/lib*/libZOR*.so | grep -E 'RUNPATH|RPATH' | grep -v '\[\$ORIGIN'; then
   echo "an installed file looks for libraries outside its own prefix"
   exit 1
 fi

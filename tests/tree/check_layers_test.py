@@ -45,6 +45,15 @@ class CheckLayersTest(unittest.TestCase):
         text = "zor_add_module(Geometry LAYER 0 DEPENDS System HEADERS ZORGeoA.h)"
         self.assert_found("sdk/ZORGeometry/CMakeLists.txt", text, "layer 0 must not use ZORSystem")
 
+    def test_plugin_is_held_to_the_layers(self):
+        name = "sdk/ZORCommands/CMakeLists.txt"
+        plugin = "zor_add_plugin(Commands LAYER 7 DEPENDS {} SOURCES c.cpp)"
+        source = {"sdk/ZORCommands/c.cpp": "#include <ZORGeometry/ZORGeoA.h>\n"}
+        self.assertEqual(0, run({name: plugin.format("Geometry"), **source})[0])
+        code, output = run({name: plugin.format("System"), **source})
+        self.assertEqual(1, code)
+        self.assertIn("ZORCommands does not depend on ZORGeometry", output)
+
     def test_undeclared_module(self):
         self.assert_found("sdk/ZORSystem/a.cpp", "#include <ZORGeometry/ZORGeoA.h>\n", "ZORSystem does not depend on ZORGeometry")
 

@@ -14,10 +14,16 @@
 #include "window/ZORHostNoticeBar.h"
 
 #include <ZORCommand/ZORCmdController.h>
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
+#include <ZORComposites/ZORCompRoot.h>
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
+#include <QPushButton>
+#include <QTableView>
 
 #include <optional>
 
@@ -66,6 +72,116 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Themes, HostWindowsTest,
                          testing::Values(ZORHostOptions::Theme::Light, ZORHostOptions::Theme::Dark),
                          [](const auto& tested) { return ZORHostTheme::ToName(tested.param).toStdString(); });
+
+/// Walks the dialogs of the SDK's own commands in the frame of the host.
+class StandardCommandWindowsTest : public HostWindowsTest
+{
+protected:
+    StandardCommandWindowsTest()
+    {
+        EXPECT_TRUE(plugins->Load(library)) << plugins->GetPlugins().constLast().reason.toStdString();
+        window->show();
+    }
+    ~StandardCommandWindowsTest() override { EXPECT_TRUE(plugins->Unload(library)); }
+
+    void AddObjects()
+    {
+        AddSurface("Wing skin");
+        AddPoint("Corner of the spar");
+        auto* const root = qobject_cast<ZORCompRoot*>(GetContainer()->GetFeatureRoot("ZORCompRoot"));
+        for (const char* name : {"Prepreg UD 134", "Glass fabric"}) {
+            auto* const material = new ZORCompMaterial(ZORCompMaterialLibrary::Of(root));
+            material->SetLabel(QLatin1String(name));
+            ZORCompMaterialProperties properties;
+            properties.type = QStringLiteral("CFRP");
+            properties.thickness = 0.125;
+            properties.density = 1.6e-9;
+            properties.E1 = 135000;
+            properties.permeability1 = 1.25e-12;
+            material->SetProperties(properties);
+            material->Initialize();
+        }
+    }
+    QDialog* OpenFrame(const char* id)
+    {
+        ZORCmdController::GetController()->GetAction(id)->trigger();
+        return FindDialog("ZORHostDialogFrame");
+    }
+    static void Click(const QWidget* frame, const char* button)
+    {
+        frame->findChild<QPushButton*>(QLatin1String(button))->click();
+    }
+    /// Walks a dialog as it opens, empty and with objects.
+    void WalkCommand(const char* id, const QString& name)
+    {
+        for (const bool isEmpty : {true, false}) {
+            if (!isEmpty)
+                AddObjects();
+            QDialog* const frame = OpenFrame(id);
+            ASSERT_NE(nullptr, frame);
+            Walk(frame, isEmpty ? name + "-empty" : name);
+            frame->reject();
+        }
+    }
+
+    const QString library = QStringLiteral(ZOR_STANDARD_COMMANDS);
+};
+
+INSTANTIATE_TEST_SUITE_P(Themes, StandardCommandWindowsTest,
+                         testing::Values(ZORHostOptions::Theme::Light, ZORHostOptions::Theme::Dark),
+                         [](const auto& tested) { return ZORHostTheme::ToName(tested.param).toStdString(); });
+
+TEST_P(StandardCommandWindowsTest, HostWithTheirMenus)
+{
+    Walk(&*window, "host-commands");
+}
+
+TEST_P(StandardCommandWindowsTest, Projection)
+{
+    WalkCommand("ZORWFProjectionCmd.Create", "projection");
+}
+
+TEST_P(StandardCommandWindowsTest, Rosette)
+{
+    WalkCommand("ZORCompRosetteCmd.Create", "rosette");
+}
+
+TEST_P(StandardCommandWindowsTest, Strategy)
+{
+    WalkCommand("ZORCompStrategyCmd.Create", "strategy");
+}
+
+TEST_P(StandardCommandWindowsTest, Course)
+{
+    WalkCommand("ZORTPCourseCmd.Create", "course");
+    QDialog* const frame = OpenFrame("ZORTPCourseCmd.Create");
+    ASSERT_NE(nullptr, frame);
+    frame->findChild<QComboBox*>("_MethodCombo")->setCurrentIndex(1);
+    Walk(frame, "course-geodesic");
+    frame->reject();
+}
+
+TEST_P(StandardCommandWindowsTest, Layup)
+{
+    WalkCommand("ZORCompLayupCmd.Create", "layup");
+    QDialog* const frame = OpenFrame("ZORCompLayupCmd.Create");
+    ASSERT_NE(nullptr, frame);
+    for (int i = 0; i < 4; ++i)
+        Click(frame, "_AddPlyBtn");
+    Walk(frame, "layup-plies");
+    frame->reject();
+}
+
+TEST_P(StandardCommandWindowsTest, MaterialLibrary)
+{
+    WalkCommand("ZORCompMaterialLibraryCmd.Edit", "material-library");
+    QDialog* const frame = OpenFrame("ZORCompMaterialLibraryCmd.Edit");
+    ASSERT_NE(nullptr, frame);
+    QAbstractItemModel* const model = frame->findChild<QTableView*>("_MaterialTable")->model();
+    model->setData(model->index(1, 2), "thin");
+    Walk(frame, "material-library-problem");
+    frame->reject();
+}
 
 TEST_P(HostWindowsTest, MainWindow)
 {

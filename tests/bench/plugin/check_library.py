@@ -14,8 +14,11 @@ import subprocess
 import sys
 from pathlib import Path
 
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "support"))
+from check_plugin import find_bonds, find_static_literals
+
 EXPORTED_CLASSES = ["ZORTestEnvironment", "ZORTestMainDialog", "ZORTestOptionsDlg"]
-STATIC_LITERALS = re.compile(r'\b(QStringLiteral|QByteArrayLiteral)\s*\(|"_qs\b|"_qba\b|"_s\b|"_ba\b')
 
 
 def run(*command):
@@ -23,16 +26,13 @@ def run(*command):
 
 
 def check(bench, library, nm, readelf):
-    errors = []
+    errors = list(find_static_literals(bench))
     sources = sorted(p for p in bench.rglob("*") if p.suffix in (".cpp", ".h"))
 
     registered = []
     for path in sources:
         text = path.read_text(encoding="utf-8")
         registered += re.findall(r"^ZOR_TEST_REGISTER\((\w+)\)", text, re.MULTILINE)
-        for number, line in enumerate(text.splitlines(), 1):
-            if STATIC_LITERALS.search(line):
-                errors.append(f"{path}:{number}: this literal may outlive the library: use QLatin1String or tr()")
     if not registered:
         errors.append(f"no ZOR_TEST_REGISTER line under {bench}")
     symbols = re.findall(r" registrationOf(\w+)$", run(nm, "-C", str(library)), re.MULTILINE)
@@ -41,11 +41,7 @@ def check(bench, library, nm, readelf):
         errors.append(f"registered in the sources {len(registered)}, in the library {len(symbols)}; lost: {sorted(lost)}")
 
     elf = run(readelf, "--dyn-syms", "--wide", str(library))
-    unique = [line.split()[-1] for line in elf.splitlines() if " UNIQUE " in line]
-    if unique:
-        errors.append(f"unique symbols keep the library loaded: {unique[:5]}")
-    if "__cxa_thread_atexit" in elf:
-        errors.append("thread-local variables with destructors keep the library loaded")
+    errors += find_bonds(elf)
 
     exported = run(nm, "-C", "-D", "--defined-only", str(library))
     for name in EXPORTED_CLASSES:

@@ -100,6 +100,28 @@ TEST_F(ZORHostProgramTest, AnErrorBoxNobodyExpectsFailsTheScript)
     EXPECT_TRUE(out.contains("unexpected dialog 'Error' (QMessageBox)")) << out.toStdString();
 }
 
+TEST_F(ZORHostProgramTest, LoadsTheBenchAndTheStandardCommandsOfTheBuildTree)
+{
+    const QString script =
+        WriteFile("commands.zorscript", "in ZORHostMainWindow\n"
+                                        "trigger _PluginsAction\n"
+                                        "in _PluginDialog\n"
+                                        "expect cell _PluginTable ZORStandardCommands State is Loaded\n"
+                                        "expect cell _PluginTable ZORTesting State is Loaded\n"
+                                        "close\n"
+                                        "in ZORHostMainWindow\n"
+                                        "expect geometries is 0\n"
+                                        "trigger \"Create Rosette\"\n"
+                                        "in _DialogFrame\n"
+                                        "set _LabelEdit Axes\n"
+                                        "click OK\n"
+                                        "wait 5 window _DialogFrame is closed\n"
+                                        "in ZORHostMainWindow\n"
+                                        "expect geometries is 4\n");
+    EXPECT_EQ(0, Run({"--script", script, "--settings", GetPath("host.ini")}))
+        << out.toStdString() << err.toStdString();
+}
+
 TEST_F(ZORHostProgramTest, LoadsPluginsByOptionAndSearchPathAndReportsBadOnes)
 {
     const QString folder = QStringLiteral(ZOR_TEST_PLUGIN_DIR);

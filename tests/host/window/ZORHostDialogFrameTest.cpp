@@ -8,6 +8,7 @@
 #include <ZORSystem/ZORSysException.h>
 
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -24,6 +25,8 @@ public:
         SetTitle("Title of the Action");
     }
     ~NotingCommand() override { m_notes->append("deleted"); }
+
+    using ZORCmdDialogCommand::SetProblem;
 
     bool fail = false;
     bool closesContent = false; // as a content does that closes itself on OK
@@ -127,6 +130,35 @@ TEST_F(ZORHostDialogFrameTest, AFailedCommitShowsTheMessageAndKeepsTheFrame)
         EXPECT_EQ(QStringList({"commit", "commit", "deleted"}), notes);
         EXPECT_FALSE(frame);
     }
+}
+
+TEST_F(ZORHostDialogFrameTest, ThereIsNoOkWhileTheInputHasAProblem)
+{
+    auto* command = new NotingCommand(&notes);
+    Show(command);
+    const auto* ok = frame->findChild<QDialogButtonBox*>("_ButtonBox")->button(QDialogButtonBox::Ok);
+    const auto* label = frame->findChild<QLabel*>("_ProblemLbl");
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_FALSE(label->isVisible());
+    command->SetProblem("Enter a name.");
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_TRUE(label->isVisible());
+    EXPECT_EQ(QString("Enter a name."), label->text());
+    QTest::keyClick(frame, Qt::Key_Return);
+    frame->accept();
+    EXPECT_EQ(QStringList("Enter a name."), boxes.TakeErrors());
+    EXPECT_TRUE(frame->isVisible());
+    command->SetProblem({});
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_EQ(QString(), label->text());
+    Press(QDialogButtonBox::Ok);
+    Settle();
+    EXPECT_EQ(QStringList({"commit", "deleted"}), notes);
+
+    auto* later = new NotingCommand(&notes);
+    later->SetProblem("Choose a surface.");
+    Show(later);
+    EXPECT_TRUE(frame->findChild<QLabel*>("_ProblemLbl")->isVisible()) << "from the start";
 }
 
 TEST_F(ZORHostDialogFrameTest, EscapeAndCloseEndTheCommandWithoutCommit)

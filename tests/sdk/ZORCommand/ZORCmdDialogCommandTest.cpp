@@ -89,6 +89,33 @@ TEST_F(ZORCmdDialogCommandTest, FailingCommitKeepsItAlive)
     EXPECT_FALSE(command);
 }
 
+TEST_F(ZORCmdDialogCommandTest, IsNotCommittedWhileItsInputHasAProblem)
+{
+    class CheckedCommand final : public ScriptedDialogCommand
+    {
+    public:
+        using ScriptedDialogCommand::ScriptedDialogCommand;
+        using ScriptedDialogCommand::SetProblem;
+    } checked(nullptr);
+    int commits = 0;
+    ScriptedDialogCommand::s_commit = [&commits] { ++commits; };
+    QSignalSpy changes(&checked, &ZORCmdDialogCommand::ProblemChanged);
+    EXPECT_EQ(checked.GetProblem(), QString());
+    checked.SetProblem("Enter a name.");
+    checked.SetProblem("Enter a name.");
+    EXPECT_EQ(checked.GetProblem(), QString("Enter a name."));
+    ASSERT_EQ(changes.size(), 1);
+    EXPECT_EQ(changes[0][0].toString(), QString("Enter a name."));
+    EXPECT_EQ("Enter a name.", MessageOf([&] { checked.Accept(); }));
+    EXPECT_EQ(commits, 0);
+    EXPECT_FALSE(checked.IsFinishing());
+    checked.SetProblem({});
+    checked.Accept();
+    EXPECT_EQ(commits, 1);
+    EXPECT_TRUE(checked.IsFinishing());
+    QCoreApplication::removePostedEvents(&checked); // it is not to delete itself
+}
+
 TEST_F(ZORCmdDialogCommandTest, RejectFinishesWithoutACommit)
 {
     int commits = 0;

@@ -1,0 +1,110 @@
+#include "ZORCompMaterialLibraryCmd.h"
+
+#include "ZORStdContent.h"
+#include "ZORStdMaterialModel.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStyle>
+#include <QTableView>
+
+namespace {
+
+class Content final : public ZORStdContent
+{
+public:
+    Content(ZORFeatEnvironment* environment, QWidget* parent)
+        : ZORStdContent(environment, parent)
+        , m_model(new ZORStdMaterialModel(GetContainer(), style()->standardIcon(QStyle::SP_MessageBoxWarning),
+                                          this))
+        , m_table(new QTableView(this))
+    {
+        m_table->setObjectName(QLatin1String("_MaterialTable"));
+        m_table->setAccessibleName(tr("Materials"));
+        m_table->setModel(m_model);
+        m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+        m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+        m_table->setTabKeyNavigation(false);
+        m_table->verticalHeader()->hide();
+        m_table->resizeColumnsToContents();
+        WidenColumn(ZORStdMaterialModel::Name, 160); // room for names to come
+        WidenColumn(ZORStdMaterialModel::Type, 80);
+        m_table->setMinimumSize(720, 240);
+        GetForm()->addRow(m_table);
+        GetForm()->addRow(MakeButtons());
+        connect(m_model, &QAbstractItemModel::dataChanged, this, &Content::Check);
+        connect(m_model, &QAbstractItemModel::rowsInserted, this, &Content::Check);
+        connect(m_model, &QAbstractItemModel::rowsRemoved, this, &Content::Check);
+        connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &Content::Check);
+        if (m_model->rowCount() > 0)
+            m_table->setCurrentIndex(m_model->index(0, 0));
+        Check();
+    }
+
+    void Apply() override { m_model->Apply(); }
+
+protected:
+    void UpdateRows() override { m_removeBtn->setEnabled(m_table->currentIndex().isValid()); }
+    QString FindProblem() const override { return m_model->FindProblem(); }
+
+private:
+    void WidenColumn(int column, int width)
+    {
+        m_table->setColumnWidth(column, qMax(width, m_table->columnWidth(column)));
+    }
+    QLayout* MakeButtons()
+    {
+        auto* const line = new QHBoxLayout;
+        auto* const addBtn = new QPushButton(tr("Add"), this);
+        addBtn->setObjectName(QLatin1String("_AddBtn"));
+        m_removeBtn = new QPushButton(tr("Remove"), this);
+        m_removeBtn->setObjectName(QLatin1String("_RemoveBtn"));
+        for (QPushButton* button : {addBtn, m_removeBtn}) {
+            button->setAutoDefault(false);
+            line->addWidget(button);
+        }
+        line->addStretch();
+        connect(addBtn, &QPushButton::clicked, this, &Content::OnAdd);
+        connect(m_removeBtn, &QPushButton::clicked, this, &Content::OnRemove);
+        return line;
+    }
+    void OnAdd()
+    {
+        const QModelIndex name = m_model->index(m_model->AddMaterial(), ZORStdMaterialModel::Name);
+        m_table->setCurrentIndex(name);
+        m_table->edit(name);
+    }
+    void OnRemove()
+    {
+        const int row = m_table->currentIndex().row();
+        const int plies = m_model->CountPlies(row);
+        if (plies == 0) {
+            m_model->RemoveMaterial(row);
+            return;
+        }
+        QMessageBox::warning(
+            this, tr("Material in Use"),
+            tr("'%1' cannot be removed: plies are made of it (%2).").arg(m_model->GetName(row)).arg(plies));
+    }
+
+    ZORStdMaterialModel* m_model;
+    QTableView* m_table;
+    QPushButton* m_removeBtn = nullptr;
+};
+
+} // namespace
+
+ZORCompMaterialLibraryCmd::ZORCompMaterialLibraryCmd(QObject* parent)
+    : ZORStdDialogCommand(parent)
+{
+}
+
+ZORStdContent* ZORCompMaterialLibraryCmd::MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const
+{
+    return new Content(environment, parent);
+}

@@ -1,0 +1,110 @@
+#include "ZORCompStrategyCmd.h"
+
+#include "ZORStdContent.h"
+#include "ZORStdObjects.h"
+
+#include <ZORCommonUI/ZORCmnUnitSpinBox.h>
+#include <ZORComposites/ZORCompStrategy.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QComboBox>
+
+#include <limits>
+
+namespace {
+
+// A message of the SDK as a sentence.
+QString ToSentence(const QString& message)
+{
+    return message.left(1).toUpper() + message.mid(1) + u'.';
+}
+
+class Content final : public ZORStdContent
+{
+public:
+    Content(ZORFeatEnvironment* environment, QWidget* parent)
+        : ZORStdContent(environment, parent)
+    {
+        const ZORCompStrategyParameters defaults;
+        AddLabel(ZORStdUniqueLabel(*GetContainer(), tr("Strategy")));
+        // In the order of their codes.
+        m_generatorsCombo = AddChoice("_GeneratorsCombo", tr("Yarns through the seed:"),
+                                      {tr("Geodesic"), tr("Constant angle")});
+        m_stepSpin = AddNumber("_StepSpin", tr("Step:"), "Length", defaults.step);
+        m_fibreAngleSpin = AddNumber("_FibreAngleSpin", tr("Fibre angle:"), "Angle", defaults.fibreAngle);
+        m_yarnAngleSpin = AddNumber("_YarnAngleSpin", tr("Yarn angle:"), "Angle", defaults.yarnAngle);
+        m_lockingAngleSpin =
+            AddNumber("_LockingAngleSpin", tr("Locking angle:"), "Angle", defaults.lockingAngle);
+        m_warpExtentSpin = AddExtent("_WarpExtentSpin", tr("Extent along the warp:"));
+        m_weftExtentSpin = AddExtent("_WeftExtentSpin", tr("Extent along the weft:"));
+        AddFolder();
+        Check();
+    }
+
+    void Apply() override
+    {
+        ZORStdCreation creation;
+        auto* const strategy = new ZORCompStrategy(GetFolder(creation));
+        strategy->SetParameters(GetParameters());
+        creation.Add(strategy, GetLabel());
+        creation.Keep();
+    }
+
+protected:
+    QString FindProblem() const override
+    {
+        try {
+            GetParameters().Check();
+        } catch (const ZORSysException& exception) {
+            return ToSentence(exception.GetMessage());
+        }
+        return FindLabelProblem();
+    }
+
+private:
+    ZORCmnUnitSpinBox* AddExtent(const char* objectName, const QString& text)
+    {
+        ZORCmnUnitSpinBox* const spin = AddNumber(objectName, text, "Length", 0);
+        spin->setMinimum(0);
+        spin->setSpecialValueText(tr("No bound"));
+        return spin;
+    }
+    static double GetExtent(const ZORCmnUnitSpinBox* spin)
+    {
+        const double extent = spin->GetInternalValue();
+        return extent > 0 ? extent : std::numeric_limits<double>::infinity();
+    }
+    ZORCompStrategyParameters GetParameters() const
+    {
+        ZORCompStrategyParameters parameters;
+        parameters.generators = ZORCompStrategyParameters::Generators(m_generatorsCombo->currentIndex());
+        parameters.step = m_stepSpin->GetInternalValue();
+        parameters.fibreAngle = m_fibreAngleSpin->GetInternalValue();
+        parameters.yarnAngle = m_yarnAngleSpin->GetInternalValue();
+        parameters.lockingAngle = m_lockingAngleSpin->GetInternalValue();
+        parameters.warpExtent = GetExtent(m_warpExtentSpin);
+        parameters.weftExtent = GetExtent(m_weftExtentSpin);
+        return parameters;
+    }
+
+    QComboBox* m_generatorsCombo = nullptr;
+    ZORCmnUnitSpinBox* m_stepSpin = nullptr;
+    ZORCmnUnitSpinBox* m_fibreAngleSpin = nullptr;
+    ZORCmnUnitSpinBox* m_yarnAngleSpin = nullptr;
+    ZORCmnUnitSpinBox* m_lockingAngleSpin = nullptr;
+    ZORCmnUnitSpinBox* m_warpExtentSpin = nullptr;
+    ZORCmnUnitSpinBox* m_weftExtentSpin = nullptr;
+};
+
+} // namespace
+
+ZORCompStrategyCmd::ZORCompStrategyCmd(QObject* parent)
+    : ZORStdDialogCommand(parent)
+{
+}
+
+ZORStdContent* ZORCompStrategyCmd::MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const
+{
+    return new Content(environment, parent);
+}

@@ -1,0 +1,17 @@
+// Command that creates draping strategies.
+
+#pragma once
+
+#include "ZORStdDialogCommand.h"
+
+/// Asks for the parameters of a ZORCompStrategy and creates it.
+class ZORCompStrategyCmd final : public ZORStdDialogCommand
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE explicit ZORCompStrategyCmd(QObject* parent);
+
+protected:
+    ZORStdContent* MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const override;
+};

@@ -1,0 +1,44 @@
+#include "ZORStdDialogCommand.h"
+
+#include "ZORStdContent.h"
+
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORSystem/ZORSysException.h>
+
+ZORStdDialogCommand::ZORStdDialogCommand(QObject* parent)
+    : ZORCmdDialogCommand(parent, Dialog, OneStep)
+{
+}
+
+void ZORStdDialogCommand::Start()
+{
+    m_environment = ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
+    if (!m_environment)
+        throw ZORSysException(tr("there is no current environment"));
+    connect(m_environment, &ZORFeatEnvironment::AboutToBeDestroyed, this, [this] {
+        delete GetContentWidget(); // it looks at the container
+        Reject();
+    });
+    ZORCmdDialogCommand::Start();
+}
+
+QWidget* ZORStdDialogCommand::CreateContent(QWidget* parent)
+{
+    ZORStdContent* const content = MakeContent(m_environment, parent);
+    connect(content, &ZORStdContent::ProblemChanged, this, &ZORStdDialogCommand::SetProblem);
+    SetProblem(content->GetProblem());
+    return content;
+}
+
+void ZORStdDialogCommand::Commit()
+{
+    auto* const content = static_cast<ZORStdContent*>(GetContentWidget());
+    // OK by its shortcut leaves the editor of a table cell open, which takes over its text when it loses the focus.
+    if (QWidget* const editor = content->focusWidget())
+        editor->clearFocus();
+    content->Check(); // an object may have gone since
+    if (!content->GetProblem().isEmpty())
+        throw ZORSysException(content->GetProblem());
+    content->Apply();
+}

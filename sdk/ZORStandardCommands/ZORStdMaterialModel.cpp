@@ -1,0 +1,299 @@
+#include "ZORStdMaterialModel.h"
+
+#include "ZORStdObjects.h"
+
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
+#include <ZORComposites/ZORCompPly.h>
+#include <ZORComposites/ZORCompRoot.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using Properties = ZORCompMaterialProperties;
+
+constexpr double DensityFactor = 1e12; // tonnes per cubic millimetre to kilograms per cubic metre
+
+// As the numbers of the properties are ordered.
+struct NumberColumn
+{
+    const char* title;
+    double factor; // from the internal to the shown unit
+    bool mayBeZero;
+    bool mayBeNegative;
+};
+constexpr NumberColumn NumberColumns[Properties::NumNumbers] = {
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Thickness (mm)"), 1, false, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Density (kg/m\u00b3)"), DensityFactor, false, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "E1 (MPa)"), 1, false, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "E2 (MPa)"), 1, false, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "G12 (MPa)"), 1, false, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "G23 (MPa)"), 1, false, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "\u03bd12"), 1, true, true},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Permeability 1 (m\u00b2)"), 1, true, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Permeability 2 (m\u00b2)"), 1, true, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Permeability 3 (m\u00b2)"), 1, true, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Roll width (mm)"), 1, false, false},
+};
+
+double& NumberOf(Properties& properties, int column)
+{
+    return properties.*Properties::Numbers[column - ZORStdMaterialModel::FirstNumber].member;
+}
+
+double NumberOf(const Properties& properties, int column)
+{
+    return properties.*Properties::Numbers[column - ZORStdMaterialModel::FirstNumber].member;
+}
+
+const NumberColumn& ColumnOf(int column)
+{
+    return NumberColumns[column - ZORStdMaterialModel::FirstNumber];
+}
+
+QString ToText(double value)
+{
+    if (std::isnan(value))
+        return {};
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale.toString(value, 'g', 10);
+}
+
+// A point is a decimal separator in every locale. Not a number for an empty text.
+double ToNumber(const QString& text, bool& isNumber)
+{
+    isNumber = true;
+    if (text.isEmpty())
+        return Properties::Unknown;
+    double value = QLocale::c().toDouble(text, &isNumber);
+    if (!isNumber)
+        value = QLocale().toDouble(text, &isNumber);
+    isNumber = isNumber && std::isfinite(value);
+    return value;
+}
+
+ZORCompMaterialLibrary* FindLibrary(const ZORFeatContainer& container)
+{
+    for (ZORFeatRoot* root : container.GetFeatureRoots()) {
+        if (const auto* composites = qobject_cast<const ZORCompRoot*>(root))
+            return ZORCompMaterialLibrary::Find(composites);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+ZORStdMaterialModel::ZORStdMaterialModel(ZORFeatContainer* container, const QIcon& warning, QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_container(container)
+    , m_warning(warning)
+{
+    const ZORCompMaterialLibrary* const library = FindLibrary(*container);
+    if (!library)
+        return;
+    for (ZORCompMaterial* material : library->GetMaterials())
+        m_rows.push_back({material, material->GetLabel(), material->GetProperties(), {}});
+}
+
+ZORStdMaterialModel::~ZORStdMaterialModel() = default;
+
+int ZORStdMaterialModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int ZORStdMaterialModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : FirstNumber + Properties::NumNumbers;
+}
+
+QVariant ZORStdMaterialModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    if (section == Name)
+        return tr("Name");
+    return section == Type ? tr("Type") : tr(ColumnOf(section).title);
+}
+
+QVariant ZORStdMaterialModel::data(const QModelIndex& index, int role) const
+{
+    const Row& row = m_rows[size_t(index.row())];
+    const int column = index.column();
+    const QString problem = FindCellProblem(index.row(), column);
+    if (role == Qt::ToolTipRole)
+        return problem;
+    if (role == Qt::DecorationRole && !problem.isEmpty())
+        return m_warning;
+    if (role == Qt::TextAlignmentRole && column >= FirstNumber)
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    if (role != Qt::DisplayRole && role != Qt::EditRole)
+        return {};
+    if (column == Name)
+        return row.name;
+    if (column == Type)
+        return row.properties.type;
+    const auto invalid = row.invalid.find(column);
+    return invalid != row.invalid.end() ? *invalid
+                                        : ToText(NumberOf(row.properties, column) * ColumnOf(column).factor);
+}
+
+bool ZORStdMaterialModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    const QString text = value.toString().trimmed();
+    if (role != Qt::EditRole || text == data(index, role).toString())
+        return false;
+    Row& row = m_rows[size_t(index.row())];
+    const int column = index.column();
+    if (column == Name) {
+        row.name = text;
+    } else if (column == Type) {
+        row.properties.type = text;
+    } else {
+        bool isNumber = false;
+        const double number = ToNumber(text, isNumber);
+        row.invalid.remove(column);
+        if (isNumber)
+            NumberOf(row.properties, column) = number / ColumnOf(column).factor;
+        else
+            row.invalid.insert(column, text);
+    }
+    // Names concern each other.
+    emit dataChanged(this->index(0, column), this->index(rowCount() - 1, column));
+    return true;
+}
+
+Qt::ItemFlags ZORStdMaterialModel::flags(const QModelIndex& index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+}
+
+int ZORStdMaterialModel::AddMaterial()
+{
+    QString name;
+    const auto isTaken = [&name](const Row& row) { return row.name == name; };
+    for (int number = 1; name.isEmpty() || std::any_of(m_rows.begin(), m_rows.end(), isTaken); ++number)
+        name = tr("Material %1").arg(number);
+    const int row = rowCount();
+    beginInsertRows({}, row, row);
+    m_rows.push_back({nullptr, name, {}, {}});
+    endInsertRows();
+    return row;
+}
+
+void ZORStdMaterialModel::RemoveMaterial(int row)
+{
+    beginRemoveRows({}, row, row);
+    m_removed.append(m_rows[size_t(row)].material);
+    m_rows.erase(m_rows.begin() + row);
+    endRemoveRows();
+}
+
+QString ZORStdMaterialModel::GetName(int row) const
+{
+    return m_rows[size_t(row)].name;
+}
+
+int ZORStdMaterialModel::CountPlies(int row) const
+{
+    return CountPlies(m_rows[size_t(row)].material);
+}
+
+int ZORStdMaterialModel::CountPlies(const ZORCompMaterial* material) const
+{
+    int plies = 0;
+    for (int i = 0; material && i < m_container->GetNumGeometry(); ++i) {
+        const auto* const ply = qobject_cast<const ZORCompPly*>(m_container->GetGeometryByIndex(i));
+        plies += ply && ply->GetMaterial() == material;
+    }
+    return plies;
+}
+
+QString ZORStdMaterialModel::FindCellProblem(int row, int column) const
+{
+    const Row& cells = m_rows[size_t(row)];
+    if (column >= FirstNumber)
+        return FindNumberProblem(cells, column);
+    if (column == Type)
+        return {};
+    if (cells.name.isEmpty())
+        return tr("Row %1: enter a name.").arg(row + 1);
+    for (int other = 0; other < row; ++other) {
+        if (m_rows[size_t(other)].name == cells.name)
+            return tr("Row %1: another material is named '%2'.").arg(row + 1).arg(cells.name);
+    }
+    return {};
+}
+
+QString ZORStdMaterialModel::FindNumberProblem(const Row& row, int column) const
+{
+    const NumberColumn& rules = ColumnOf(column);
+    const QString title = tr(rules.title);
+    if (row.invalid.contains(column))
+        return tr("%1 of '%2': enter a number, or nothing.").arg(title, row.name);
+    const double value = NumberOf(row.properties, column);
+    if (std::isnan(value) || rules.mayBeNegative || value > 0 || (value == 0 && rules.mayBeZero))
+        return {};
+    return rules.mayBeZero ? tr("%1 of '%2' must not be negative.").arg(title, row.name)
+                           : tr("%1 of '%2' must be more than 0.").arg(title, row.name);
+}
+
+QString ZORStdMaterialModel::FindProblem() const
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        for (int column = 0; column < columnCount(); ++column) {
+            const QString problem = FindCellProblem(row, column);
+            if (!problem.isEmpty())
+                return problem;
+        }
+    }
+    return {};
+}
+
+// The dialog is not modal: plies and materials may have come meanwhile.
+void ZORStdMaterialModel::CheckUse() const
+{
+    for (const QPointer<ZORCompMaterial>& material : m_removed) {
+        if (material && CountPlies(material) > 0)
+            throw ZORSysException(tr("a ply is made of the removed material '%1'").arg(material->GetLabel()));
+    }
+    const ZORCompMaterialLibrary* const library = FindLibrary(*m_container);
+    if (!library)
+        return;
+    for (ZORCompMaterial* material : library->GetMaterials()) {
+        const auto is = [material](const Row& row) { return row.material == material; };
+        const auto hasItsName = [material](const Row& row) { return row.name == material->GetLabel(); };
+        if (!m_removed.contains(material) && std::none_of(m_rows.begin(), m_rows.end(), is)
+            && std::any_of(m_rows.begin(), m_rows.end(), hasItsName))
+            throw ZORSysException(
+                tr("the library has another material named '%1' by now").arg(material->GetLabel()));
+    }
+}
+
+void ZORStdMaterialModel::Apply()
+{
+    CheckUse();
+    ZORStdCreation creation;
+    auto* const root =
+        qobject_cast<ZORCompRoot*>(creation.AddRoot(m_container, ZORCompRoot::staticMetaObject.className()));
+    auto* const library = ZORCompMaterialLibrary::Of(root);
+    for (Row& row : m_rows) {
+        if (!row.material)
+            row.material = creation.Add(new ZORCompMaterial(library), row.name);
+        row.material->SetLabel(row.name);
+        if (!(row.material->GetProperties() == row.properties))
+            row.material->SetProperties(row.properties);
+    }
+    for (const QPointer<ZORCompMaterial>& material : std::as_const(m_removed)) {
+        if (material)
+            material->Remove();
+    }
+    creation.Keep();
+}

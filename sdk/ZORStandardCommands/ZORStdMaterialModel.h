@@ -1,0 +1,71 @@
+// The table of the materials of a library while it is edited.
+
+#pragma once
+
+#include <ZORComposites/ZORCompMaterialProperties.h>
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <QIcon>
+#include <QPointer>
+
+#include <vector>
+
+class ZORCompMaterial;
+class ZORFeatContainer;
+
+/// A row per material: name, type and the numbers, which are empty where they are unknown. The materials themselves
+/// change in Apply() alone; what was not edited keeps its exact value.
+class ZORStdMaterialModel final : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { Name, Type, FirstNumber };
+
+    /// \param container  not owned, must outlive the model
+    /// \param warning    icon of cells that do not fit
+    ZORStdMaterialModel(ZORFeatContainer* container, const QIcon& warning, QObject* parent);
+    ~ZORStdMaterialModel() override;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    /// Appends a material of which only a name of its own is known.
+    /// \return its row
+    int AddMaterial();
+    void RemoveMaterial(int row);
+    QString GetName(int row) const;
+    /// How many plies of the container are of the material of a row.
+    int CountPlies(int row) const;
+
+    /// What is wrong in the first cell that does not fit; empty for nothing.
+    QString FindProblem() const;
+    /// Brings the library of the container up to date: materials of removed rows go, those of new rows come. Without
+    /// problems only.
+    /// \throws ZORSysException when a name or a removed material is in use by now; nothing has changed then
+    void Apply();
+
+private:
+    struct Row
+    {
+        QPointer<ZORCompMaterial> material; // null: to be created
+        QString name;
+        ZORCompMaterialProperties properties;
+        QHash<int, QString> invalid; // texts that are no numbers, by column
+    };
+
+    int CountPlies(const ZORCompMaterial* material) const;
+    QString FindCellProblem(int row, int column) const;
+    QString FindNumberProblem(const Row& row, int column) const;
+    void CheckUse() const;
+
+    ZORFeatContainer* const m_container; // not owned
+    const QIcon m_warning;
+    std::vector<Row> m_rows;
+    QList<QPointer<ZORCompMaterial>> m_removed;
+};

@@ -1,0 +1,69 @@
+#include "ZORStdPlugin.h"
+
+#include "ZORCompLayupCmd.h"
+#include "ZORCompMaterialLibraryCmd.h"
+#include "ZORCompRosetteCmd.h"
+#include "ZORCompStrategyCmd.h"
+#include "ZORTPCourseCmd.h"
+#include "ZORWFProjectionCmd.h"
+
+#include <ZORCommand/ZORCmdActionPublisher.h>
+#include <ZORCommand/ZORCmdController.h>
+#include <ZORSystem/ZORSysMetaTypeCleanup.h>
+
+#include <QVariantMap>
+
+#include <list>
+
+// Not in a namespace: so the macro wants it.
+static void InitResources()
+{
+    Q_INIT_RESOURCE(standardcommands);
+}
+
+namespace {
+
+/// The actions of the library, in one place: applications show categories in the order of publication, which is
+/// an accident between static objects of different files.
+class Actions
+{
+public:
+    Actions()
+    {
+        InitResources(); // applications look for the icons at once
+        const char* const composites = "Composites";
+        Publish<ZORCompLayupCmd>(composites, "Create", "layup", "Create Layup",
+                                 "Creates a layup of plies on a surface");
+        Publish<ZORCompMaterialLibraryCmd>(composites, "Edit", "material-library", "Material Library",
+                                           "Edits the materials that plies are made of");
+        Publish<ZORCompRosetteCmd>(composites, "Create", "rosette", "Create Rosette",
+                                   "Creates an axis system from which fibre angles are measured");
+        Publish<ZORCompStrategyCmd>(composites, "Create", "strategy", "Create Draping Strategy",
+                                    "Creates a strategy by which layers are draped");
+        Publish<ZORWFProjectionCmd>("Wireframe", "Create", "projection", "Create Projection",
+                                    "Projects a point or a curve onto a surface and follows them");
+        Publish<ZORTPCourseCmd>("Tool Path", "Create", "course", "Create Course",
+                                "Creates a course of a fibre placement machine on a surface");
+    }
+
+private:
+    // The strings are allocated: literals vanish with the library.
+    template<class Command>
+    void Publish(const char* category, const char* method, const char* icon, const char* text,
+                 const char* toolTip)
+    {
+        const QMetaObject* const command = &Command::staticMetaObject;
+        ZORCmdController::GetController()->RegisterCommand(command);
+        m_publishers.emplace_back(QString::fromLatin1(category), command, QString::fromLatin1(icon),
+                                  QString::fromLatin1(text), QString::fromLatin1(toolTip),
+                                  int(m_publishers.size()), ZORCmdActionPublisher::MenuOnly,
+                                  QVariantMap{{QString::fromLatin1("method"), QString::fromLatin1(method)}});
+    }
+
+    std::list<ZORCmdActionPublisher> m_publishers;
+};
+
+const ZORSysMetaTypeCleanup metaTypeCleanup(&ZORStdPlugin::staticMetaObject);
+const Actions actions;
+
+} // namespace

@@ -1,0 +1,183 @@
+// The SDK's own commands in the host: menus, frames, the page of plug-ins.
+
+#include "HostTest.h"
+#include "docks/ZORHostLog.h"
+#include "plugins/ZORHostPluginDialog.h"
+#include "plugins/ZORHostPluginManager.h"
+#include "support/MessageBoxCatcher.h"
+#include "window/ZORHostDialogFrame.h"
+#include "window/ZORHostDialogHandler.h"
+#include "window/ZORHostIcons.h"
+#include "window/ZORHostMainWindow.h"
+
+#include <ZORCommand/ZORCmdController.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatObject.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+
+#include <QAction>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPointer>
+#include <QPushButton>
+#include <QTableWidget>
+
+namespace {
+
+class ZORHostStandardCommandsTest : public HostTest
+{
+public:
+    ZORHostStandardCommandsTest()
+    {
+        ZORCmdController::GetController()->SetIconResolver(&ZORHostIcon);
+        plugins.SetMainWindow(&window);
+        ZORCmdController::GetController()->SetDialogHandler(&dialogs);
+        window.show();
+        EXPECT_TRUE(plugins.Load(library));
+    }
+    ~ZORHostStandardCommandsTest() override
+    {
+        EXPECT_TRUE(plugins.Unload(library));
+        ZORCmdController::GetController()->SetIconResolver({});
+    }
+    QStringList GetEntries(const char* menuName) const
+    {
+        QStringList texts;
+        if (const auto* menu = window.findChild<QMenu*>(QLatin1String(menuName))) {
+            for (const QAction* action : menu->actions())
+                texts.append(action->text());
+        }
+        return texts;
+    }
+    /// Triggers an entry; its frame is then the last one.
+    ZORHostDialogFrame* Open(const char* id)
+    {
+        ZORCmdController::GetController()->GetAction(id)->trigger();
+        const auto frames = window.findChildren<ZORHostDialogFrame*>();
+        EXPECT_FALSE(frames.isEmpty());
+        return frames.isEmpty() ? nullptr : frames.constLast();
+    }
+    static void Press(const QWidget* frame, QDialogButtonBox::StandardButton button)
+    {
+        frame->findChild<QDialogButtonBox*>("_ButtonBox")->button(button)->click();
+        QCoreApplication::processEvents();
+        DeleteDeferred();
+    }
+
+    const QString library = QStringLiteral(ZOR_STANDARD_COMMANDS);
+    MessageBoxCatcher boxes;
+    ZORHostLog log;
+    ZORHostPluginManager plugins;
+    ZORHostMainWindow window{&plugins, log.GetQueue()};
+    ZORHostDialogHandler dialogs{&window};
+};
+
+TEST_F(ZORHostStandardCommandsTest, MenusNameThemWhileTheyAreLoaded)
+{
+    EXPECT_EQ(QStringList({"Create Layup", "Material Library", "Create Rosette", "Create Draping Strategy"}),
+              GetEntries("_CompositesMenu"));
+    EXPECT_EQ(QStringList{"Create Projection"}, GetEntries("_WireframeMenu"));
+    EXPECT_EQ(QStringList{"Create Course"}, GetEntries("_ToolPathMenu"));
+    ZORHostPluginDialog page(&plugins, nullptr);
+    const auto* table = page.findChild<QTableWidget*>("_PluginTable");
+    ASSERT_EQ(1, table->rowCount());
+    EXPECT_EQ(QString("ZORStandardCommands"), table->item(0, 0)->text());
+    EXPECT_EQ(QString("Loaded"), table->item(0, 2)->text());
+    EXPECT_TRUE(plugins.Unload(library));
+    DeleteDeferred();
+    for (const char* menu : {"_CompositesMenu", "_WireframeMenu", "_ToolPathMenu"})
+        EXPECT_EQ(nullptr, window.findChild<QMenu*>(QLatin1String(menu))) << menu;
+    EXPECT_TRUE(plugins.Load(library));
+}
+
+TEST_F(ZORHostStandardCommandsTest, HaveIconsOfTheirOwn)
+{
+    const QImage general = ZORHostIcon("no such icon").pixmap(24).toImage();
+    QList<QImage> images{general};
+    for (const char* category : {"Composites", "Wireframe", "Tool Path"}) {
+        for (const QAction* action : ZORCmdController::GetController()->GetActions(QLatin1String(category))) {
+            const QImage image = action->icon().pixmap(24).toImage();
+            EXPECT_FALSE(image.isNull());
+            EXPECT_FALSE(images.contains(image)) << action->text().toStdString();
+            images.append(image);
+        }
+    }
+    EXPECT_EQ(7, images.size());
+}
+
+TEST_F(ZORHostStandardCommandsTest, FrameShowsWhatIsWrongAndCreatesTheObject)
+{
+    QPointer<ZORHostDialogFrame> frame = Open("ZORWFProjectionCmd.Create");
+    ASSERT_TRUE(frame);
+    EXPECT_EQ(QString("Create Projection"), frame->windowTitle());
+    EXPECT_EQ(QString("Choose a point or a curve to project."),
+              frame->findChild<QLabel*>("_ProblemLbl")->text());
+    EXPECT_FALSE(
+        frame->findChild<QDialogButtonBox*>("_ButtonBox")->button(QDialogButtonBox::Ok)->isEnabled());
+    Press(frame, QDialogButtonBox::Cancel);
+    EXPECT_FALSE(frame);
+
+    frame = Open("ZORCompRosetteCmd.Create");
+    ASSERT_TRUE(frame);
+    frame->findChild<QLineEdit*>("_LabelEdit")->setText("Axes of the skin");
+    Press(frame, QDialogButtonBox::Ok);
+    EXPECT_FALSE(frame);
+    const ZORFeatContainer* container = GetEnvironment()->GetContainer();
+    bool isThere = false;
+    for (int i = 0; i < container->GetNumGeometry(); ++i)
+        isThere |= container->GetGeometryByIndex(i)->inherits("ZORCompRosette");
+    EXPECT_TRUE(isThere);
+}
+
+TEST_F(ZORHostStandardCommandsTest, FailureOfACommitIsShownAndTheFrameStays)
+{
+    AddBox("Box");
+    const QPointer<ZORHostDialogFrame> frame = Open("ZORCompRosetteCmd.Create");
+    ASSERT_TRUE(frame);
+    auto* surface = frame->findChild<QComboBox*>("_SurfaceCombo");
+    surface->setCurrentIndex(surface->findText("Box"));
+    frame->findChild<QDoubleSpinBox*>("_OriginZSpin")->setValue(500);
+    frame->findChild<QDoubleSpinBox*>("_XAxisXSpin")->setValue(0);
+    frame->findChild<QDoubleSpinBox*>("_XAxisZSpin")->setValue(1);
+    Press(frame, QDialogButtonBox::Ok);
+    EXPECT_EQ(QStringList("the X axis of the rosette is perpendicular to the surface"), boxes.TakeErrors());
+    ASSERT_TRUE(frame);
+    EXPECT_TRUE(frame->isVisible());
+    Press(frame, QDialogButtonBox::Cancel);
+}
+
+TEST_F(ZORHostStandardCommandsTest, ObjectsStayUsableWhenTheCommandsAreUnloaded)
+{
+    Press(Open("ZORCompRosetteCmd.Create"), QDialogButtonBox::Ok);
+    Press(Open("ZORCompLayupCmd.Create"), QDialogButtonBox::Ok);
+    Press(Open("ZORCompStrategyCmd.Create"), QDialogButtonBox::Ok);
+    ZORFeatContainer* container = GetEnvironment()->GetContainer();
+    const int numGeometry = container->GetNumGeometry();
+    EXPECT_TRUE(plugins.Unload(library));
+    for (int i = 0; i < numGeometry; ++i) {
+        if (auto* feature = qobject_cast<ZORFeatObject*>(container->GetGeometryByIndex(i)))
+            feature->SetLabel(QString::number(i));
+    }
+    QCoreApplication::processEvents();
+    container->Clear();
+    EXPECT_EQ(0, container->GetNumGeometry());
+    EXPECT_TRUE(plugins.Load(library));
+}
+
+TEST_F(ZORHostStandardCommandsTest, UnloadingClosesTheirFrames)
+{
+    const QPointer<ZORHostDialogFrame> first = Open("ZORCompLayupCmd.Create");
+    const QPointer<ZORHostDialogFrame> second = Open("ZORCompMaterialLibraryCmd.Edit");
+    EXPECT_TRUE(plugins.Unload(library)) << plugins.GetPlugins().constFirst().reason.toStdString();
+    DeleteDeferred();
+    EXPECT_FALSE(first);
+    EXPECT_FALSE(second);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(plugins.Load(library));
+}
+
+} // namespace

@@ -1,0 +1,214 @@
+#include "StandardCommandsTest.h"
+
+#include <ZORComposites/ZORCompLayup.h>
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
+#include <ZORComposites/ZORCompPly.h>
+#include <ZORComposites/ZORCompRoot.h>
+#include <ZORComposites/ZORCompRosette.h>
+#include <ZORComposites/ZORCompSequence.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORTopology/ZORTopBody.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QTableView>
+
+#include <numbers>
+
+namespace {
+
+constexpr const char* Id = "ZORCompLayupCmd.Create";
+enum Column { Material, Angle };
+
+class ZORCompLayupCmdTest : public StandardCommandsTest
+{
+protected:
+    ZORCompMaterial* AddMaterial(const QString& name, double thickness)
+    {
+        auto* const root = qobject_cast<ZORCompRoot*>(container->GetFeatureRoot("ZORCompRoot"));
+        auto* const material = new ZORCompMaterial(ZORCompMaterialLibrary::Of(root));
+        material->SetLabel(name);
+        ZORCompMaterialProperties properties;
+        properties.thickness = thickness;
+        material->SetProperties(properties);
+        material->Initialize();
+        return material;
+    }
+    QTableView* GetTable() const { return Find<QTableView>("_PlyTable"); }
+    void SetAngle(int row, double degrees)
+    {
+        SetCell("_PlyTable", row, Angle, degrees * std::numbers::pi / 180);
+    }
+    void SelectRow(int row) { GetTable()->setCurrentIndex(GetTable()->model()->index(row, Angle)); }
+    /// "Name angle" of each row.
+    QStringList GetStack() const
+    {
+        QStringList stack;
+        const QAbstractItemModel* const model = GetTable()->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            stack.append(model->index(row, Material).data().toString() + ' '
+                         + model->index(row, Angle).data().toString());
+        return stack;
+    }
+    QString GetSummary() const { return Find<QLabel>("_SummaryLbl")->text(); }
+    /// Edits a material through the combo box of its cell.
+    void ChooseMaterial(int row, const QString& name)
+    {
+        const QModelIndex cell = GetTable()->model()->index(row, Material);
+        GetTable()->setCurrentIndex(cell); // edits it
+        auto* const editor = qobject_cast<QComboBox*>(GetTable()->indexWidget(cell));
+        ASSERT_NE(editor, nullptr);
+        const int index = editor->findText(name);
+        ASSERT_GE(index, 0);
+        editor->setCurrentIndex(index);
+        GetTable()->setCurrentIndex(GetTable()->model()->index(row, Angle)); // ends the edit
+    }
+};
+
+TEST_F(ZORCompLayupCmdTest, CreatesALayupWithASequenceOfPlies)
+{
+    ZORCompMaterial* const carbon = AddMaterial("Carbon", 0.25);
+    ZORCompMaterial* const glass = AddMaterial("Glass", 0.5);
+    auto* const skin = AddSurface("Skin");
+    auto* const rosette = new ZORCompRosette(container->GetFeatureRoot("ZORCompRoot"));
+    rosette->SetLabel("Axes");
+    rosette->Initialize();
+    Open(Id);
+    EXPECT_EQ(GetEntries("_SurfaceCombo"), QStringList({"None", "Skin"}));
+    EXPECT_EQ(GetEntries("_RosetteCombo"), QStringList({"None", "Axes"}));
+    EXPECT_EQ(GetSummary(), QString("0 plies"));
+    Choose("_SurfaceCombo", "Skin");
+    Choose("_RosetteCombo", "Axes");
+    Click("_AddPlyBtn");
+    Click("_AddPlyBtn");
+    Click("_AddPlyBtn");
+    SetAngle(1, 45);
+    SetAngle(2, -30.5);
+    ChooseMaterial(2, "Glass");
+    EXPECT_EQ(GetStack(),
+              QStringList({QString::fromUtf8("Carbon 0\u00b0"), QString::fromUtf8("Carbon 45\u00b0"),
+                           QString::fromUtf8("Glass -30.5\u00b0")}));
+    EXPECT_EQ(GetSummary(), QString("3 plies, 1 mm thick"));
+    EXPECT_EQ(Accept(), QString());
+
+    const auto* const layup = GetOnly<ZORCompLayup>();
+    ASSERT_NE(layup, nullptr);
+    EXPECT_EQ(layup->GetLabel(), QString("Layup 1"));
+    EXPECT_EQ(layup->GetParentFeature(), GetOnly<ZORCompRoot>());
+    EXPECT_EQ(layup->GetSurface(), skin->GetBody()->GetGeometry());
+    EXPECT_EQ(layup->GetRosette(), rosette);
+    ASSERT_EQ(layup->GetSequences().size(), 1);
+    EXPECT_EQ(layup->GetSequences()[0]->GetLabel(), QString("Sequence 1"));
+    const QList<ZORCompPly*> plies = layup->GetPlies();
+    ASSERT_EQ(plies.size(), 3);
+    EXPECT_EQ(plies[0]->GetLabel(), QString("Ply 1"));
+    EXPECT_EQ(plies[0]->GetMaterial(), carbon);
+    EXPECT_EQ(plies[0]->GetAngle(), 0);
+    EXPECT_NEAR(plies[1]->GetAngle(), std::numbers::pi / 4, 1e-12);
+    EXPECT_EQ(plies[2]->GetMaterial(), glass);
+    EXPECT_EQ(layup->GetThickness(), 1);
+}
+
+TEST_F(ZORCompLayupCmdTest, NeedsNeitherSurfaceNorRosetteNorPlies)
+{
+    Open(Id);
+    EXPECT_EQ(GetProblem(), QString());
+    EXPECT_EQ(Accept(), QString());
+    const auto* const layup = GetOnly<ZORCompLayup>();
+    ASSERT_NE(layup, nullptr);
+    EXPECT_EQ(layup->GetSurface(), nullptr);
+    EXPECT_EQ(layup->GetRosette(), nullptr);
+    EXPECT_EQ(layup->GetNumPlies(), 0);
+    EXPECT_NE(GetOnly<ZORCompSequence>(), nullptr);
+}
+
+TEST_F(ZORCompLayupCmdTest, StackIsChangedByItsButtons)
+{
+    AddMaterial("Carbon", 0.25);
+    Open(Id);
+    for (const char* button : {"_RemovePlyBtn", "_PlyUpBtn", "_PlyDownBtn", "_MirrorBtn"})
+        EXPECT_FALSE(Find<QAbstractButton>(button)->isEnabled()) << button;
+    for (int row = 0; row < 3; ++row) {
+        Click("_AddPlyBtn");
+        SetAngle(row, 10 * row);
+    }
+    const auto angles = [this] {
+        QStringList texts = GetStack();
+        texts.replaceInStrings("Carbon ", "").replaceInStrings(QString(QChar(0xb0)), "");
+        return texts.join(' ');
+    };
+    EXPECT_FALSE(Find<QAbstractButton>("_PlyDownBtn")->isEnabled()) << "the last one is selected";
+    Click("_PlyUpBtn");
+    EXPECT_EQ(angles(), QString("0 20 10"));
+    Click("_PlyUpBtn");
+    EXPECT_EQ(angles(), QString("20 0 10"));
+    EXPECT_FALSE(Find<QAbstractButton>("_PlyUpBtn")->isEnabled());
+    Click("_PlyDownBtn");
+    EXPECT_EQ(angles(), QString("0 20 10"));
+    Click("_MirrorBtn");
+    EXPECT_EQ(angles(), QString("0 20 10 10 20 0"));
+    SelectRow(2);
+    Click("_RemovePlyBtn");
+    EXPECT_EQ(angles(), QString("0 20 10 20 0"));
+    EXPECT_EQ(GetSummary(), QString("5 plies, 1.25 mm thick"));
+    EXPECT_EQ(Accept(), QString());
+    EXPECT_TRUE(GetOnly<ZORCompLayup>()->IsSymmetric());
+}
+
+TEST_F(ZORCompLayupCmdTest, DoesNotTakePliesWithoutAMaterial)
+{
+    Open(Id);
+    Click("_AddPlyBtn");
+    EXPECT_EQ(GetProblem(), QString("Ply 1: choose a material."));
+    EXPECT_EQ(GetSummary(), QString("1 ply, thickness unknown"));
+    EXPECT_EQ(Accept(), GetProblem());
+    EXPECT_TRUE(GetAll<ZORCompLayup>().isEmpty());
+    ZORCompMaterial* const carbon = AddMaterial("Carbon", 0.25);
+    ChooseMaterial(0, "Carbon");
+    EXPECT_EQ(GetProblem(), QString());
+    carbon->SetLabel("Fibre");
+    EXPECT_EQ(GetStack(), QStringList{QString::fromUtf8("Fibre 0\u00b0")});
+    carbon->Remove();
+    EXPECT_EQ(GetProblem(), QString("Ply 1: choose a material."));
+    Click("_RemovePlyBtn");
+    Enter("_LabelEdit", "");
+    EXPECT_EQ(GetProblem(), QString("Enter a label."));
+    Cancel();
+}
+
+TEST_F(ZORCompLayupCmdTest, OffersTheRosetteThatIsCreatedMeanwhile)
+{
+    Open(Id);
+    const QPointer<ZORCmdDialogCommand> layup = frame.command;
+    const QPointer<QWidget> content = frame.content;
+    Click("_NewRosetteBtn");
+    ASSERT_NE(frame.command, layup) << "the dialog of the rosette";
+    EXPECT_EQ(Accept(), QString());
+    frame.command = layup;
+    frame.content = content;
+    EXPECT_EQ(GetEntry("_RosetteCombo"), QString("Rosette 1"));
+    EXPECT_EQ(Accept(), QString());
+    EXPECT_EQ(GetOnly<ZORCompLayup>()->GetRosette(), GetOnly<ZORCompRosette>());
+}
+
+TEST_F(ZORCompLayupCmdTest, OpensTheMaterialLibrary)
+{
+    Open(Id);
+    const QPointer<ZORCmdDialogCommand> layup = frame.command;
+    const QPointer<QWidget> content = frame.content;
+    Click("_MaterialsBtn");
+    ASSERT_NE(frame.command, layup);
+    Click("_AddBtn");
+    EXPECT_EQ(Accept(), QString());
+    frame.command = layup;
+    frame.content = content;
+    Click("_AddPlyBtn");
+    EXPECT_EQ(GetProblem(), QString());
+    EXPECT_EQ(GetStack(), QStringList{QString::fromUtf8("Material 1 0\u00b0")});
+    Cancel();
+    EXPECT_TRUE(GetAll<ZORCompLayup>().isEmpty());
+}
+
+} // namespace
