@@ -53,6 +53,8 @@ void WriteValues(QCborStreamWriter& writer, const Object::Table<Object::Value>& 
         WriteText(writer, key);
         if (const auto* plain = std::get_if<QCborValue>(&value))
             plain->toCbor(writer);
+        else if (const auto* number = std::get_if<double>(&value))
+            writer.append(*number);
         else if (const auto* doubles = std::get_if<QList<double>>(&value))
             WriteArray(writer, float64Tag, *doubles);
         else
@@ -179,6 +181,11 @@ void DocumentReader::ReadValues(Object::Table<Object::Value>& table)
     for (qsizetype left = Enter(m_reader.isMap()); left > 0; --left) {
         const QByteArray key = ReadKey();
         CheckKey(table, key);
+        if (m_reader.isDouble()) {
+            table.emplace_back(key, m_reader.toDouble());
+            Check(m_reader.next());
+            continue;
+        }
         if (!m_reader.isTag()) {
             table.emplace_back(key, QCborValue::fromCbor(m_reader));
             Check(m_reader.lastError() == QCborError::NoError);

@@ -32,6 +32,8 @@ QString TextOf(const ZORGeoStoredObject::Value& value)
         return TextOf(*doubles);
     if (const auto* integers = std::get_if<QList<qint32>>(&value))
         return TextOf(*integers);
+    if (const auto* number = std::get_if<double>(&value))
+        return QString::number(*number, 'g', 17);
     return std::get<QCborValue>(value).toDiagnosticNotation();
 }
 

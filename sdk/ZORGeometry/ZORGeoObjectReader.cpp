@@ -24,6 +24,8 @@ bool ZORGeoObjectReader::Has(const char* key) const
 QCborValue ZORGeoObjectReader::GetValue(const char* key) const
 {
     const auto* const value = ZORGeoStoredObject::Find(m_object.values, key);
+    if (const auto* const number = value ? std::get_if<double>(value) : nullptr)
+        return QCborValue(*number);
     const auto* const plain = value ? std::get_if<QCborValue>(value) : nullptr;
     if (!plain)
         Fail(ZORGeoContainer::tr("value '%1' is missing or of the wrong kind").arg(QLatin1String(key)));
@@ -48,10 +50,11 @@ qint64 ZORGeoObjectReader::GetInt(const char* key) const
 
 double ZORGeoObjectReader::GetDouble(const char* key) const
 {
-    const QCborValue value = GetValue(key);
-    if (!value.isDouble())
-        Fail(ZORGeoContainer::tr("value '%1' is no number").arg(QLatin1String(key)));
-    return value.toDouble();
+    const auto* const value = ZORGeoStoredObject::Find(m_object.values, key);
+    if (const auto* const number = value ? std::get_if<double>(value) : nullptr)
+        return *number;
+    Fail(value ? ZORGeoContainer::tr("value '%1' is no number").arg(QLatin1String(key))
+               : ZORGeoContainer::tr("value '%1' is missing or of the wrong kind").arg(QLatin1String(key)));
 }
 
 QString ZORGeoObjectReader::GetString(const char* key) const

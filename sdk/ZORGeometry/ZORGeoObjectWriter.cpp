@@ -45,7 +45,7 @@ void ZORGeoObjectWriter::WriteInt(const char* key, qint64 value)
 
 void ZORGeoObjectWriter::WriteDouble(const char* key, double value)
 {
-    WriteValue(key, value);
+    Append<ZORGeoStoredObject::Value>(m_object.values, key, value);
 }
 
 void ZORGeoObjectWriter::WriteString(const char* key, const QString& value)

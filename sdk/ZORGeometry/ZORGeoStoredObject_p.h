@@ -15,7 +15,8 @@
 /// from 0; -1 is none. Keys come once and in the order in which the class wrote them.
 struct ZORGeoStoredObject
 {
-    using Value = std::variant<QCborValue, QList<double>, QList<qint32>>;
+    // Doubles stand on their own: a QCborValue does not keep the payload of NaN.
+    using Value = std::variant<QCborValue, double, QList<double>, QList<qint32>>;
     using Numbers = QList<qint32>;
     template<class T>
     using Table = std::vector<std::pair<QByteArray, T>>;

@@ -2,6 +2,7 @@
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceSmoother.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -30,6 +31,18 @@ ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const QList<ZORGeoLocationOnSurf
     Make(locations);
 }
 
+ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, double width, ZORGeoCurveOnSurface* centerLine,
+                         ZORTopBody* body)
+    : ZORFeatGeometry(folder)
+    , m_width(width)
+{
+    CheckWidth();
+    if (body)
+        body->AddReference(this);
+    m_centerLine = centerLine;
+    m_body = body;
+}
+
 ZORTPCourse::~ZORTPCourse()
 {
     // Its reference of the body goes with the body.
@@ -37,10 +50,15 @@ ZORTPCourse::~ZORTPCourse()
     delete m_centerLine;
 }
 
-void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
+void ZORTPCourse::CheckWidth() const
 {
     if (!(m_width > 0) || std::isinf(m_width))
         throw ZORSysException(tr("width is not a positive number"));
+}
+
+void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
+{
+    CheckWidth();
     if (locations.size() < 2)
         throw ZORSysException(tr("a course needs two places"));
     const QList<ZORGeoLocationOnSurface> connected = ZORGeoCurveOnSurfaceSmoother::Connect(locations);
@@ -107,3 +125,21 @@ void ZORTPCourse::Smooth(double radius)
     delete formerLine;
     emit BodyChanged();
 }
+
+struct ZORTPCourseStorage
+{
+    static void Write(const ZORTPCourse& course, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteReference("centerLine", course.m_centerLine);
+        writer.WriteReference("body", course.m_body);
+        writer.WriteDouble("width", course.m_width);
+    }
+    static ZORTPCourse* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        return new ZORTPCourse(reader.GetReference<ZORFeatObject>("parent"), reader.GetDouble("width"),
+                               reader.GetReference<ZORGeoCurveOnSurface>("centerLine"),
+                               reader.GetReference<ZORTopBody>("body"));
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORTPCourse)

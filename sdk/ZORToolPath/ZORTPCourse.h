@@ -67,6 +67,10 @@ public:
     void Smooth(double radius);
 
 private:
+    friend struct ZORTPCourseStorage;
+    /// The course of a centre line and a body that are there already; null for what has been destroyed.
+    ZORTPCourse(ZORFeatObject* folder, double width, ZORGeoCurveOnSurface* centerLine, ZORTopBody* body);
+    void CheckWidth() const;
     void Make(const QList<ZORGeoLocationOnSurface>& locations);
     void MakeBody(const QList<ZORGeoLocationOnSurface>& locations);
 

@@ -1,0 +1,108 @@
+// Tests that courses come back from container files.
+
+#include "support/ContainerFiles.h"
+#include "support/Printers.h"
+
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatFolder.h>
+#include <ZORFeature/ZORFeatRoot.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORToolPath/ZORTPCourse.h>
+
+#include <QSignalSpy>
+
+namespace {
+
+class ZORTPContainerFileTest : public testing::Test
+{
+protected:
+    ZORTPContainerFileTest()
+        : surface(new ZORGeoSurface(&container,
+                                    {{-300, -300, 0}, {300, -300, 0}, {300, 300, 0}, {-300, 300, 0}},
+                                    {{0, 1, 2}, {0, 2, 3}}))
+        , course(new ZORTPCourse(
+              container.GetFeatureRoot("ZORFeatRoot"),
+              {surface->Project({-200, 0, 0}), surface->Project({0, 0, 0}), surface->Project({100, 170, 0})},
+              6.35))
+    {
+        surface->Initialize();
+        course->SetLabel("tow 1");
+        course->Initialize();
+    }
+    ZORTPCourse* LoadedCourse() const
+    {
+        for (int i = 0; i < loaded.GetNumGeometry(); ++i) {
+            if (auto* const found = qobject_cast<ZORTPCourse*>(loaded.GetGeometryByIndex(i)))
+                return found;
+        }
+        return nullptr;
+    }
+
+    ZORFeatContainer container;
+    ZORFeatContainer loaded;
+    ZORGeoSurface* surface;
+    ZORTPCourse* course;
+};
+
+TEST_F(ZORTPContainerFileTest, ACourseKeepsWidthCentreLineAndBody)
+{
+    ASSERT_TRUE(RoundTrips(container, loaded));
+    ZORTPCourse* const copy = LoadedCourse();
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(6.35, copy->GetWidth());
+    EXPECT_EQ(QString("tow 1"), copy->GetLabel());
+    ASSERT_TRUE(copy->GetCenterLine() && copy->GetSurface() && copy->GetBody());
+    EXPECT_EQ(course->GetCenterLine()->GetLength(), copy->GetCenterLine()->GetLength());
+    EXPECT_EQ(copy->GetCenterLine(), copy->GetBody()->GetGeometry());
+    EXPECT_EQ(&loaded, copy->GetSurface()->GetContainer());
+}
+
+TEST_F(ZORTPContainerFileTest, ALoadedCourseCanBeSmoothedAndRemoved)
+{
+    ASSERT_TRUE(RoundTrips(container, loaded));
+    ZORTPCourse* const copy = LoadedCourse();
+    QSignalSpy changes(copy, &ZORFeatGeometry::BodyChanged);
+    const int before = loaded.GetNumGeometry();
+    course->Smooth(50);
+    copy->Smooth(50);
+    EXPECT_EQ(1, changes.size());
+    EXPECT_EQ(course->GetCenterLine()->GetLength(), copy->GetCenterLine()->GetLength());
+    EXPECT_EQ(before, loaded.GetNumGeometry()) << "the loaded line and body have gone";
+    copy->Remove();
+    EXPECT_EQ(before - 3, loaded.GetNumGeometry());
+}
+
+TEST_F(ZORTPContainerFileTest, ACourseThatHasLostItsSurfaceOrBodyIsSavedWithoutIt)
+{
+    delete surface;
+    EXPECT_TRUE(RoundTrips(container, loaded));
+    EXPECT_EQ(course->GetCenterLine()->GetLength(), LoadedCourse()->GetCenterLine()->GetLength());
+    delete course->GetBody();
+    loaded.Clear();
+    EXPECT_TRUE(RoundTrips(container, loaded));
+    EXPECT_FALSE(LoadedCourse()->GetBody());
+    delete course->GetCenterLine();
+    loaded.Clear();
+    EXPECT_TRUE(RoundTrips(container, loaded));
+    EXPECT_FALSE(LoadedCourse()->GetCenterLine());
+}
+
+TEST_F(ZORTPContainerFileTest, RefusesAWidthThatIsNone)
+{
+    QByteArray document = OpenContainerFile(SaveContainer(container));
+    const qsizetype width = document.indexOf("width\xfb") + 6;
+    document.replace(width, 8, QByteArray("\xc0\x19\x66\x66\x66\x66\x66\x66", 8)); // -6.35
+    EXPECT_TRUE(LoadFailure(loaded, SealContainerFile(document)).endsWith("width is not a positive number"));
+    EXPECT_EQ(0, loaded.GetNumGeometry());
+}
+
+TEST_F(ZORTPContainerFileTest, SurvivesDamageBehindTheChecksum)
+{
+    const int failed = LoadDamagedFiles(
+        SaveContainer(container), [] { return std::make_unique<ZORFeatContainer>(); }, 2000, 6);
+    EXPECT_GT(failed, 500);
+    EXPECT_LT(failed, 2000) << "some damage only changes values";
+}
+
+} // namespace
