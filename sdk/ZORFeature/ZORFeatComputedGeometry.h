@@ -81,10 +81,11 @@ protected:
     void Unfollow(ZORFeatObject* feature);
     /// Computes if the feature is registered and its inputs are there.
     void Update();
+    /// Does the same after a signal of an input: a failure is a warning then.
+    void OnInputChanged();
 
 private:
     friend struct ZORFeatComputedGeometryStorage;
-    void OnInputChanged();
     void Replace(ZORFeatShape&& shape);
 
     Q_DECLARE_PRIVATE(ZORFeatComputedGeometry)
