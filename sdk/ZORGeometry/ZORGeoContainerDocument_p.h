@@ -15,6 +15,6 @@ public:
     static QByteArray Write(const std::vector<ZORGeoStoredObject>& objects);
     /// Takes no more memory than a small multiple of the document's length, whatever is in it. The numbers of
     /// references and links are those of objects of the document.
-    /// \throws ZORSysFileException "container file is damaged: %1"
+    /// \throws ZORSysFileException "container file is damaged: unexpected content at byte %1 of the document"
     static std::vector<ZORGeoStoredObject> Read(const QByteArray& document);
 };

@@ -3,19 +3,25 @@
 #include "ZORGeoContainer.h"
 #include "ZORGeoContainerDocument_p.h"
 #include "ZORGeoContainerDump_p.h"
-#include "ZORGeoContainerEnvelope_p.h"
 #include "ZORGeoContainerLoader_p.h"
 #include "ZORGeoContainer_p.h"
 
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysDocumentEnvelope.h>
 #include <ZORSystem/ZORSysFileException.h>
 
 #include <QFileDevice>
 #include <QStringList>
 
 namespace {
+
+/// Version of the format, and how well a document may be compressed.
+ZORSysDocumentEnvelope Envelope()
+{
+    return {ZORGeoContainer::tr("container file"), 1, 1000};
+}
 
 QStringList ClassesThatCannotBeSaved(const ZORGeoContainer& container)
 {
@@ -80,7 +86,7 @@ void ZORGeoContainer::Save(QIODevice& device) const
         throw ZORSysFileException(
             tr("objects of these classes cannot be saved: %1").arg(names.join(QLatin1String(", "))));
     }
-    Write(device, ZORGeoContainerEnvelope::Wrap(ZORGeoContainerDocument::Write(Describe(*this))));
+    Write(device, Envelope().Wrap(ZORGeoContainerDocument::Write(Describe(*this))));
 }
 
 void ZORGeoContainer::Load(QIODevice& device)
@@ -94,8 +100,7 @@ void ZORGeoContainer::Load(QIODevice& device)
         onDisk && onDisk->error() != QFileDevice::NoError) {
         throw ZORSysFileException(tr("cannot read the container file: %1").arg(device.errorString()));
     }
-    const std::vector<ZORGeoStoredObject> objects =
-        ZORGeoContainerDocument::Read(ZORGeoContainerEnvelope::Unwrap(file));
+    const std::vector<ZORGeoStoredObject> objects = ZORGeoContainerDocument::Read(Envelope().Unwrap(file));
     try {
         ZORGeoContainerLoader loader(*this, objects);
         loader.Make();

@@ -1,0 +1,43 @@
+// Base of what reads and writes nesting result files.
+
+#pragma once
+
+#include <ZORNesting/ZORNestingGlobal.h>
+
+#include <QString>
+
+class QIODevice;
+
+/// Where a result is read from or written to, and why that failed. docs/result-files.md tells the format.
+class ZORNESTING_EXPORT ZORNestResultIOBase
+{
+public:
+    enum FileFormat : int {
+        UnknownFormat = 0, ///< the file cannot be read
+        MsiFormat = 1      ///< *.msi
+    };
+
+    virtual ~ZORNestResultIOBase();
+    Q_DISABLE_COPY_MOVE(ZORNestResultIOBase)
+
+    /// The path as it was given; empty for a device.
+    QString GetFilePath() const { return m_path; }
+    /// Why the last call failed, as a sentence for users; empty when it did not.
+    QString GetFailure() const { return m_failure; }
+
+protected:
+    explicit ZORNestResultIOBase(const QString& path);
+    /// \param device  not taken over; must outlive this
+    explicit ZORNestResultIOBase(QIODevice* device);
+
+    QIODevice* GetDevice() const { return m_device; }
+    /// GetFilePath(), for a call without a device.
+    /// \throws ZORSysFileException "the path of the result file is empty"
+    const QString& RequirePath() const;
+    void SetFailure(const QString& failure) { m_failure = failure; }
+
+private:
+    QString m_path;
+    QIODevice* m_device = nullptr; // not owned; null where there is a path
+    QString m_failure;
+};

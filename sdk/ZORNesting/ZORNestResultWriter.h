@@ -1,0 +1,26 @@
+// Writes nesting result files.
+
+#pragma once
+
+#include <ZORNesting/ZORNestResult.h>
+#include <ZORNesting/ZORNestResultIOBase.h>
+#include <ZORNesting/ZORNestingGlobal.h>
+
+/// Writes a result to a file or a device. Equal results give equal bytes, on every machine with the same
+/// version of zstd: what was read is written as it was.
+class ZORNESTING_EXPORT ZORNestResultWriter final : public ZORNestResultIOBase
+{
+public:
+    explicit ZORNestResultWriter(const QString& path);
+    /// \param device  open for writing; not taken over
+    explicit ZORNestResultWriter(QIODevice* device);
+    ~ZORNestResultWriter() override;
+
+    /// A file is written beside its place and moved there when it is complete: when writing fails, a file
+    /// that was there before stays.
+    /// \return number of bytes, or -1 when the result is invalid or cannot be written; never throws
+    qint64 Write(const ZORNestResult& result);
+
+private:
+    void WriteBytes(const QByteArray& bytes) const;
+};

@@ -1,0 +1,51 @@
+// The outer form of the SDK's binary files: signature, version, checksum and compression.
+
+#pragma once
+
+#include <ZORSystem/ZORSystemGlobal.h>
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+/// Packs the document of a file and unpacks it.
+///
+/// Header of 64 bytes, numbers with the low byte first:
+/// | at | bytes | content                                                             |
+/// |----|-------|---------------------------------------------------------------------|
+/// | 0  | 8      | signature 89 'Z' 'O' 'R' 0D 0A 1A 0A                               |
+/// | 8  | 4      | version of the format                                              |
+/// | 12 | 4      | 0: content as it is; 1: compressed with zstd                       |
+/// | 16 | 8      | length of the document                                             |
+/// | 24 | 8      | length of what follows the header                                  |
+/// | 32 | 32     | BLAKE2b-256 of the header's first 32 bytes and of what follows it  |
+class ZORSYSTEM_EXPORT ZORSysDocumentEnvelope
+{
+public:
+    static constexpr qsizetype HeaderSize = 64;
+
+    /// \param kind          what messages call the file: "container file"
+    /// \param version       version of the format, from 1; lower ones can be read too
+    /// \param maximumRatio  a compressed document is at most that many times as long as its file: Wrap()
+    ///                      compresses no better, Unwrap() takes no more memory
+    ZORSysDocumentEnvelope(const QString& kind, quint32 version, qsizetype maximumRatio);
+
+    /// Whether bytes begin as every such file does.
+    static bool HasSignature(QByteArrayView bytes);
+    /// The bytes of a file; equal documents give equal bytes.
+    /// \throws ZORSysFileException "cannot compress the %1: %2" (kind, reason)
+    QByteArray Wrap(const QByteArray& document) const;
+    /// The document of a file.
+    /// \throws ZORSysFileException "the file is not a %1", "%1 is damaged: %2", "%1 is of version %2, up to
+    /// version %3 can be read"
+    QByteArray Unwrap(const QByteArray& file) const;
+
+private:
+    [[noreturn]] void FailDamaged(const QString& reason) const;
+    QByteArray Compress(const QByteArray& document) const;
+    QByteArray Decompress(QByteArrayView content, quint64 size) const;
+
+    QString m_kind;
+    quint32 m_version;
+    qsizetype m_maximumRatio;
+};

@@ -1,0 +1,120 @@
+#include "ZORSysDocumentReader.h"
+
+#include "ZORSysDocumentTags_p.h"
+
+#include <ZORSystem/ZORSysFileException.h>
+
+#include <QCoreApplication>
+#include <QtEndian>
+
+ZORSysDocumentReader::ZORSysDocumentReader(const QByteArray& document, const QString& kind)
+    : m_kind(kind)
+    , m_size(document.size())
+    , m_reader(document)
+{
+}
+
+void ZORSysDocumentReader::FailHere() const
+{
+    throw ZORSysFileException(QCoreApplication::translate("ZORSysDocumentReader",
+                                                          "%1 is damaged: unexpected content at byte %2 of "
+                                                          "the document")
+                                  .arg(m_kind, QString::number(m_reader.currentOffset())));
+}
+
+// Every element takes a byte at least, so a greater length cannot be true.
+qsizetype ZORSysDocumentReader::Enter(bool isWanted)
+{
+    Check(isWanted && m_reader.isLengthKnown() && m_reader.length() <= quint64(m_size));
+    const auto count = qsizetype(m_reader.length());
+    Check(m_reader.enterContainer());
+    return count;
+}
+
+void ZORSysDocumentReader::Leave()
+{
+    Check(m_reader.leaveContainer());
+}
+
+// Length before content: what is allocated is there.
+QByteArray ZORSysDocumentReader::ReadString(bool isWanted)
+{
+    Check(isWanted && m_reader.isLengthKnown()
+          && m_reader.length() <= quint64(m_size - m_reader.currentOffset()));
+    QByteArray bytes(qsizetype(m_reader.length()), Qt::Uninitialized);
+    auto chunk = m_reader.readStringChunk(bytes.data(), bytes.size());
+    if (chunk.status == QCborStreamReader::Ok) {
+        Check(chunk.data == bytes.size());
+        char rest = 0;
+        chunk = m_reader.readStringChunk(&rest, 1);
+    }
+    Check(chunk.status == QCborStreamReader::EndOfString);
+    return bytes;
+}
+
+bool ZORSysDocumentReader::ReadBool()
+{
+    Check(m_reader.isBool());
+    const bool value = m_reader.toBool();
+    Check(m_reader.next());
+    return value;
+}
+
+qint64 ZORSysDocumentReader::ReadInteger()
+{
+    Check(m_reader.isInteger());
+    const bool isNegative = m_reader.isNegativeInteger();
+    const qint64 value = m_reader.toInteger();
+    Check((value < 0) == isNegative); // else it is out of range
+    Check(m_reader.next());
+    return value;
+}
+
+QCborTag ZORSysDocumentReader::ReadTag()
+{
+    Check(m_reader.isTag());
+    const QCborTag tag = m_reader.toTag();
+    Check(m_reader.next());
+    return tag;
+}
+
+template<class T>
+QList<T> ZORSysDocumentReader::ReadArray()
+{
+    const QByteArray bytes = ReadBytes();
+    Check(bytes.size() % qsizetype(sizeof(T)) == 0);
+    QList<T> values(bytes.size() / qsizetype(sizeof(T)));
+    qFromLittleEndian<T>(bytes.constData(), values.size(), values.data());
+    return values;
+}
+
+QList<double> ZORSysDocumentReader::ReadDoubles()
+{
+    Check(ReadTag() == zorFloat64Tag);
+    return ReadArray<double>();
+}
+
+QList<qint32> ZORSysDocumentReader::ReadIntegers()
+{
+    Check(ReadTag() == zorInt32Tag);
+    return ReadArray<qint32>();
+}
+
+ZORSysDocumentReader::Value ZORSysDocumentReader::ReadValue()
+{
+    if (m_reader.isDouble()) {
+        const double number = m_reader.toDouble();
+        Check(m_reader.next());
+        return number;
+    }
+    if (!m_reader.isTag()) {
+        QCborValue value = QCborValue::fromCbor(m_reader);
+        Check(m_reader.lastError() == QCborError::NoError);
+        return value;
+    }
+    const QCborTag tag = ReadTag();
+    Check(tag == zorFloat64Tag || tag == zorInt32Tag);
+    if (tag == zorFloat64Tag)
+        return ReadArray<double>();
+    return ReadArray<qint32>();
+}

@@ -1,0 +1,284 @@
+// Tests of ZORNestResultReader and ZORNestResultWriter.
+
+#include "NestResults.h"
+#include "support/Printers.h"
+
+#include <ZORNesting/ZORNestResultReader.h>
+#include <ZORNesting/ZORNestResultWriter.h>
+#include <ZORSystem/ZORSysDocumentEnvelope.h>
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <malloc.h>
+#include <random>
+
+namespace {
+
+const ZORSysDocumentEnvelope envelope(QStringLiteral("result file"), 1, 100);
+
+QByteArray Save(const ZORNestResult& result)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    ZORNestResultWriter writer(&buffer);
+    EXPECT_EQ(buffer.data().size(), 0);
+    const qint64 size = writer.Write(result);
+    EXPECT_EQ(buffer.data().size(), size);
+    EXPECT_EQ(QString(), writer.GetFailure());
+    return buffer.data();
+}
+
+ZORNestResult Load(const QByteArray& file, QString* failure = nullptr)
+{
+    QBuffer buffer;
+    buffer.setData(file);
+    buffer.open(QIODevice::ReadOnly);
+    ZORNestResultReader reader(&buffer);
+    ZORNestResultIOBase::FileFormat format = ZORNestResultIOBase::FileFormat(77);
+    const ZORNestResult result = reader.Read(&format);
+    EXPECT_EQ(result.IsValid() ? ZORNestResultIOBase::MsiFormat : ZORNestResultIOBase::UnknownFormat, format);
+    EXPECT_EQ(result.IsValid(), reader.GetFailure().isEmpty());
+    EXPECT_TRUE(result.IsValid() || result == ZORNestResult());
+    if (failure)
+        *failure = reader.GetFailure();
+    return result;
+}
+
+QString FailureOf(const QByteArray& file)
+{
+    QString failure;
+    Load(file, &failure);
+    return failure;
+}
+
+QByteArray BytesOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+TEST(ZORNestResultFileTest, ReadsWhatWasWritten)
+{
+    const ZORNestResult result = CreateResultOfEverything();
+    const ZORNestResult read = Load(Save(result));
+    EXPECT_TRUE(read == result);
+    const ZORNestResultShape& shape = *read.GetItems().at(0)->GetShapes().at(0);
+    const ZORNestResultShape& original = *result.GetItems().at(0)->GetShapes().at(0);
+    EXPECT_EQ(original.GetArea(), shape.GetArea());
+    EXPECT_EQ(original.GetBoundingBox(), shape.GetBoundingBox());
+    EXPECT_TRUE(std::signbit(shape.GetSegments().at(6).GetStartPoint().GetX()));
+}
+
+TEST(ZORNestResultFileTest, WritingWhatWasReadGivesTheSameBytes)
+{
+    const QByteArray file = Save(CreateResultOfEverything());
+    EXPECT_EQ(file, Save(Load(file)));
+    const QByteArray empty = Save(ZORNestResult(ZORNestResult::Nesting));
+    EXPECT_EQ(empty, Save(Load(empty)));
+    EXPECT_TRUE(Load(empty).IsValid());
+}
+
+TEST(ZORNestResultFileTest, KeepsEveryNumberOfType)
+{
+    for (const int type : {0, 1, 2, 99, -1, -2147483647}) {
+        const ZORNestResult read = Load(Save(ZORNestResult(ZORNestResult::ResultType(type))));
+        EXPECT_TRUE(read.IsValid());
+        EXPECT_EQ(type, read.GetResultType());
+    }
+}
+
+TEST(ZORNestResultFileTest, ReadsFilesByTheirPath)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("sheet \u00e4.msi"));
+    ZORNestResultWriter writer(path);
+    const qint64 size = writer.Write(CreateResultOfEverything());
+    EXPECT_EQ(QFile(path).size(), size);
+    EXPECT_EQ(path, writer.GetFilePath());
+    ZORNestResultReader reader(path);
+    EXPECT_EQ(path, reader.GetFilePath());
+    EXPECT_TRUE(reader.Read(nullptr) == CreateResultOfEverything());
+    EXPECT_TRUE(reader.Read(nullptr).IsValid()); // a second time
+}
+
+TEST(ZORNestResultFileTest, ReadsADeviceFromItsPosition)
+{
+    QBuffer buffer;
+    buffer.setData("abc" + Save(CreateResultOfEverything()));
+    buffer.open(QIODevice::ReadOnly);
+    buffer.seek(3);
+    ZORNestResultReader reader(&buffer);
+    EXPECT_TRUE(reader.Read(nullptr).IsValid());
+    EXPECT_EQ(QString(), reader.GetFilePath());
+}
+
+TEST(ZORNestResultFileTest, WhatCannotBeReadIsInvalidAndEmpty)
+{
+    EXPECT_EQ("the file is not a result file", FailureOf(""));
+    EXPECT_EQ("the file is not a result file", FailureOf("G0 X1"));
+    ZORNestResultReader missing(QStringLiteral("/nowhere/sheet.msi"));
+    EXPECT_FALSE(missing.Read(nullptr).IsValid());
+    EXPECT_EQ("cannot open file '/nowhere/sheet.msi': No such file or directory", missing.GetFailure());
+    ZORNestResultReader noPath{QString()};
+    EXPECT_FALSE(noPath.Read(nullptr).IsValid());
+    EXPECT_EQ("the path of the result file is empty", noPath.GetFailure());
+    ZORNestResultReader folder(QDir::tempPath());
+    EXPECT_FALSE(folder.Read(nullptr).IsValid());
+    QBuffer closed;
+    ZORNestResultReader closedReader(&closed);
+    EXPECT_FALSE(closedReader.Read(nullptr).IsValid());
+    EXPECT_EQ("the device is not open for reading", closedReader.GetFailure());
+    ZORNestResultReader nothing(static_cast<QIODevice*>(nullptr));
+    EXPECT_FALSE(nothing.Read(nullptr).IsValid());
+}
+
+TEST(ZORNestResultFileTest, ForeignFilesWithoutEndAreNotReadToTheirEnd)
+{
+    if (!QFile::exists(QStringLiteral("/dev/zero")))
+        GTEST_SKIP() << "there is no /dev/zero";
+    ZORNestResultReader reader(QStringLiteral("/dev/zero"));
+    EXPECT_FALSE(reader.Read(nullptr).IsValid());
+}
+
+TEST(ZORNestResultFileTest, NamesTheReason)
+{
+    const QByteArray file = Save(CreateResultOfEverything());
+    EXPECT_EQ("result file is damaged: it ends within its header", FailureOf(file.first(20)));
+    QByteArray newer = file;
+    newer[8] = 2;
+    EXPECT_EQ("result file is of version 2, up to version 1 can be read", FailureOf(newer));
+    EXPECT_EQ("result file is damaged: unexpected content at byte 0 of the document",
+              FailureOf(envelope.Wrap("text")));
+    EXPECT_EQ("a number of the segment is not finite", [&] {
+        QByteArray document = envelope.Unwrap(file);
+        const double third = 1.0 / 3;
+        const qsizetype place = document.indexOf(QByteArray(reinterpret_cast<const char*>(&third), 8));
+        document.replace(place, 8, QByteArray("\0\0\0\0\0\0\xf8\x7f", 8));
+        return FailureOf(envelope.Wrap(document));
+    }());
+}
+
+TEST(ZORNestResultFileTest, EveryTruncatedFileIsInvalid)
+{
+    const QByteArray file = Save(CreateResultOfEverything());
+    for (qsizetype size = 0; size < file.size(); ++size)
+        ASSERT_FALSE(Load(file.first(size)).IsValid()) << size;
+    EXPECT_FALSE(Load(file + '\0').IsValid());
+}
+
+TEST(ZORNestResultFileTest, EveryFlippedByteMakesTheFileInvalid)
+{
+    const QByteArray file = Save(CreateResultOfEverything());
+    std::mt19937 random(1);
+    for (qsizetype i = 0; i < file.size(); ++i) {
+        QByteArray damaged = file;
+        damaged[i] ^= char(1 + random() % 255);
+        ASSERT_FALSE(Load(damaged).IsValid()) << i;
+    }
+}
+
+TEST(ZORNestResultFileTest, SurvivesDamageBehindTheChecksum)
+{
+    const QByteArray document = envelope.Unwrap(Save(CreateResultOfEverything()));
+    for (qsizetype size = 0; size < document.size(); ++size)
+        ASSERT_FALSE(Load(envelope.Wrap(document.first(size))).IsValid()) << size;
+    std::mt19937 random(2);
+    int invalid = 0;
+    for (int i = 0; i < 4000; ++i) {
+        QByteArray damaged = document;
+        for (int flips = 1 + int(random() % 3); flips > 0; --flips)
+            damaged[qsizetype(random() % size_t(damaged.size()))] = char(random());
+        const ZORNestResult result = Load(envelope.Wrap(damaged));
+        if (!result.IsValid()) {
+            ++invalid;
+            continue;
+        }
+        // What can be read has measures and points, and comes back from a file.
+        for (const ZORNestResultItem* item : result.GetItems()) {
+            for (const ZORNestResultShape* shape : item->GetShapes()) {
+                for (const ZORNestResultSegment& segment : shape->GetSegments())
+                    EXPECT_LE(segment.GetPoints(0.001).size(), 40000);
+            }
+        }
+        ASSERT_TRUE(Load(Save(result)) == result) << i;
+    }
+    EXPECT_GT(invalid, 400);
+}
+
+TEST(ZORNestResultFileTest, ClaimedLengthsTakeNoMemory)
+{
+    // Lists of 2^40 and 2^62 elements, behind a right checksum.
+    for (const char* const length : {"\x9b\0\0\1\0\0\0\0\0", "\x9b\x40\0\0\0\0\0\0\0"}) {
+        QByteArray document = envelope.Unwrap(Save(ZORNestResult(ZORNestResult::Nesting)));
+        ASSERT_TRUE(document.endsWith('\x80'));
+        document.chop(1);
+        document.append(length, 9);
+        EXPECT_EQ("result file is damaged",
+                  FailureOf(envelope.Wrap(document)).section(QLatin1Char(':'), 0, 0));
+    }
+    // A document that claims to be a thousand times as long as its file.
+    QByteArray file = envelope.Wrap(QByteArray(90, 'a'));
+    const quint64 claimed = 100 * 1000;
+    file.replace(16, 8, QByteArray(reinterpret_cast<const char*>(&claimed), 8));
+    EXPECT_FALSE(Load(file).IsValid());
+}
+
+TEST(ZORNestResultFileTest, MemoryIsAFixedMultipleOfTheFile)
+{
+    ZORNestResult result(ZORNestResult::Nesting);
+    ZORNestResultItem item;
+    for (int i = 0; i < 100000; ++i)
+        item.AddShape(ZORNestResultShape()); // the most memory for the shortest document
+    result.AddItem(item);
+    const QByteArray file = Save(result);
+    const auto used = [] { return qint64(mallinfo2().uordblks + mallinfo2().hblkhd); };
+    const qint64 before = used();
+    const ZORNestResult read = Load(file);
+    ASSERT_TRUE(read.IsValid());
+    EXPECT_LT(used() - before, 3000 * qint64(file.size()));
+}
+
+TEST(ZORNestResultFileTest, InvalidResultsAreNotWritten)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("sheet.msi"));
+    ZORNestResultWriter writer(path);
+    ASSERT_GT(writer.Write(ZORNestResult(ZORNestResult::Nesting)), 0);
+    const QByteArray before = BytesOf(path);
+    EXPECT_EQ(-1, writer.Write(ZORNestResult()));
+    EXPECT_EQ("an invalid result cannot be written", writer.GetFailure());
+    EXPECT_EQ(before, BytesOf(path));
+    EXPECT_GT(writer.Write(CreateResultOfEverything()), 0);
+    EXPECT_EQ(QString(), writer.GetFailure());
+    EXPECT_EQ(QStringList(QStringLiteral("sheet.msi")), QDir(dir.path()).entryList(QDir::Files));
+}
+
+TEST(ZORNestResultFileTest, AFailedWriteGivesMinusOneAndTheReason)
+{
+    ZORNestResultWriter nowhere(QStringLiteral("/nowhere/sheet.msi"));
+    EXPECT_EQ(-1, nowhere.Write(ZORNestResult(ZORNestResult::Nesting)));
+    EXPECT_EQ("cannot open file '/nowhere/sheet.msi': No such file or directory", nowhere.GetFailure());
+    ZORNestResultWriter noPath{QString()};
+    EXPECT_EQ(-1, noPath.Write(ZORNestResult(ZORNestResult::Nesting)));
+    EXPECT_EQ("the path of the result file is empty", noPath.GetFailure());
+    QBuffer buffer;
+    buffer.open(QIODevice::ReadOnly);
+    ZORNestResultWriter readOnly(&buffer);
+    EXPECT_EQ(-1, readOnly.Write(ZORNestResult(ZORNestResult::Nesting)));
+    EXPECT_EQ("the device is not open for writing", readOnly.GetFailure());
+    if (!QFile::exists(QStringLiteral("/dev/full")))
+        GTEST_SKIP() << "there is no /dev/full";
+    QFile full(QStringLiteral("/dev/full"));
+    ASSERT_TRUE(full.open(QIODevice::WriteOnly));
+    ZORNestResultWriter fullWriter(&full);
+    EXPECT_EQ(-1, fullWriter.Write(CreateResultOfEverything()));
+    EXPECT_TRUE(fullWriter.GetFailure().startsWith(QLatin1String("cannot write the result file: ")));
+}
+
+} // namespace
