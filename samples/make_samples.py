@@ -6,6 +6,7 @@
 wing_skin.stl   upper skin of a tapered, swept and twisted wing between front and rear spar, with one
                 elliptical access cut-out; binary, millimetres, open surface with two border loops
 contours.xml    closed outlines of three plies for that skin, millimetres, hovering above it
+layup.xml       a layup of eight plies within those outlines, lying on the skin, two materials and a rosette
 
 The same bytes on every run and machine: coordinates are rounded to 1/1024 mm before they are stored.
 """
@@ -154,11 +155,58 @@ def write_contours(path):
     path.write_bytes(("\n".join(lines) + "\n").encode())
 
 
+MATERIALS = [  # name, type, thickness mm, density t/mm3, E1, E2, G12 MPa, v12
+    ("Tape 194", "CFRP", 0.184, 1.58e-09, 135000, 9000, 4800, 0.31),
+    ("Fabric 280", "GFRP", 0.25, 1.9e-09, 24000, 23500, 4100, 0.12),
+]
+STACK = [  # material, degrees, outlines: the outer boundary and holes
+    (1, 45, "c1 c3"),
+    (0, 0, "c1"),
+    (0, -45, "c1"),
+    (0, 90, "c2"),
+    (0, 90, "c2"),
+    (0, -45, "c1"),
+    (0, 0, "c1"),
+    (1, 45, "c1 c3"),
+]
+
+
+def write_layup(path):
+    lines = [
+        '<?xml version="1.0" encoding="UTF-8"?>',
+        '<layups version="1" length="mm" angle="deg" stress="MPa" density="t/mm3" permeability="m2">',
+        "  <materials>",
+    ]
+    for i, (name, kind, thickness, density, e1, e2, g12, v12) in enumerate(MATERIALS):
+        lines.append(
+            f'    <material id="m{i + 1}" name="{name}" type="{kind}" thickness="{thickness}" density="{density}"'
+            f' E1="{e1}" E2="{e2}" G12="{g12}" v12="{v12}"/>'
+        )
+    lines += ["  </materials>", '  <layup name="Upper skin" rosette="r1">']
+    origin, along = wing_point(0.5, 0.1), wing_point(0.5, 0.9)
+    direction = " ".join(str(b - a) for a, b in zip(origin, along))
+    lines.append(
+        f'    <rosette id="r1" name="Span" origin="{" ".join(map(str, origin))}" x="{direction}" normal="0 0 1"/>'
+    )
+    for i, (name, outline) in enumerate(ply_outlines()):
+        lines += [f'    <contour id="c{i + 1}" name="{name}">', "      <points>"]
+        lines += ["        " + " ".join(map(str, wing_point(u, v))) for u, v in outline + outline[:1]]
+        lines += ["      </points>", "    </contour>"]
+    lines.append('    <sequence name="Sequence.1">')
+    for i, (material, angle, outlines) in enumerate(STACK):
+        lines.append(
+            f'      <ply name="P{i + 1}" material="m{material + 1}" angle="{angle}" boundaries="{outlines}"/>'
+        )
+    lines += ["    </sequence>", "  </layup>", "</layups>"]
+    path.write_bytes(("\n".join(lines) + "\n").encode())
+
+
 def main():
     output = pathlib.Path(sys.argv[1])
     output.mkdir(parents=True, exist_ok=True)
     write_stl(output / "wing_skin.stl", "Zorvane sample: upper wing skin, millimetres", wing_skin())
     write_contours(output / "contours.xml")
+    write_layup(output / "layup.xml")
 
 
 if __name__ == "__main__":

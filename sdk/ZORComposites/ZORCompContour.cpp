@@ -1,10 +1,12 @@
 #include "ZORCompContour.h"
 
 #include "ZORCompShape_p.h"
+#include "ZORCompStoredAttributes_p.h"
 
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORTopology/ZORTopBody.h>
 
 ZOR_GEO_REGISTER_TYPE(ZORCompContour)
 
@@ -15,6 +17,13 @@ ZORCompContour::ZORCompContour(ZORFeatObject* parent, const ZORMathSetOfPoints& 
     ZOR_TRACE_CALL(parent, points);
     auto curve = std::make_unique<ZORGeoPolyline>(GetContainer(), points, true);
     m_shape->Replace(curve.release(), true);
+}
+
+ZORCompContour::ZORCompContour(ZORFeatObject* parent, ZORGeoPolyline* curve, ZORTopBody* body)
+    : ZORFeatGeometry(parent)
+    , m_shape(std::make_unique<ZORCompShape>(this))
+{
+    m_shape->Adopt(curve, body);
 }
 
 ZORCompContour::~ZORCompContour() = default;
@@ -35,3 +44,25 @@ ZORGeoCurve* ZORCompContour::GetCurve() const
 {
     return m_shape->GetOwnedCurve();
 }
+
+struct ZORCompContourStorage
+{
+    static void Write(const ZORCompContour& contour, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteReference("curve", contour.GetCurve());
+        writer.WriteReference("body", contour.GetBody());
+        ZorCompWriteAttributes(contour, writer);
+    }
+    static ZORCompContour* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        return new ZORCompContour(reader.GetReference<ZORFeatObject>("parent"),
+                                  reader.GetReference<ZORGeoPolyline>("curve"),
+                                  reader.GetReference<ZORTopBody>("body"));
+    }
+    static void Complete(ZORCompContour& contour, const ZORGeoObjectReader& reader)
+    {
+        ZorCompReadAttributes(contour, reader);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompContour)

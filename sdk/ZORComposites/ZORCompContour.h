@@ -10,6 +10,7 @@
 
 class ZORCompShape;
 class ZORGeoCurve;
+class ZORGeoPolyline;
 
 /// A chain of points that plies take as boundaries, or that merely comes with a layup.
 ///
@@ -37,5 +38,8 @@ public:
 
 private:
     friend struct ZORCompContourStorage;
+    /// Around what is there already; null for what has been destroyed.
+    ZORCompContour(ZORFeatObject* parent, ZORGeoPolyline* curve, ZORTopBody* body);
+
     const std::unique_ptr<ZORCompShape> m_shape;
 };

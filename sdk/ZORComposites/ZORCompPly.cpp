@@ -1,17 +1,21 @@
 #include "ZORCompPly.h"
 
 #include "ZORCompShape_p.h"
+#include "ZORCompStoredAttributes_p.h"
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompRosette.h>
 #include <ZORComposites/ZORCompSequence.h>
+#include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORGeometry/ZORGeoReference.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>
+#include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORTopology/ZORTopBody.h>
 
 #include <cmath>
 #include <limits>
@@ -236,3 +240,40 @@ double ZORCompPly::GetMass() const
     constexpr double KilogramsPerTonne = 1000;
     return GetArea() * GetThickness() * GetMaterial()->GetProperties().density * KilogramsPerTonne;
 }
+
+struct ZORCompPlyStorage
+{
+    static void Write(const ZORCompPly& ply, ZORGeoObjectWriter& writer)
+    {
+        const ZORCompPlyPrivate& data = *ply.d_func();
+        writer.WriteReference("body", data.shape.GetBody());
+        writer.WriteLink("material", data.material);
+        writer.WriteLink("rosette", data.rosette);
+        QList<const ZORGeoGeometry*> boundaries; // null for those that are gone
+        for (const ZORGeoReference<const ZORGeoCurve>& boundary : data.boundaries)
+            boundaries.append(boundary.Get());
+        writer.WriteLinks("boundaries", boundaries);
+        writer.WriteDouble("angle", data.angle);
+        writer.WriteBool("isActive", data.isActive);
+        ZorCompWriteAttributes(ply, writer);
+    }
+    static ZORCompPly* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        auto ply = std::make_unique<ZORCompPly>(reader.GetReference<ZORCompSequence>("parent"));
+        ply->SetAngle(reader.GetDouble("angle"));
+        ply->SetActive(reader.GetBool("isActive"));
+        ply->d_func()->shape.Adopt(nullptr, reader.GetReference<ZORTopBody>("body"));
+        return ply.release();
+    }
+    static void Complete(ZORCompPly& ply, const ZORGeoObjectReader& reader)
+    {
+        ZORCompPlyPrivate& data = *ply.d_func();
+        ply.SetMaterial(reader.GetLink<ZORCompMaterial>("material"));
+        ply.SetRosette(reader.GetLink<ZORCompRosette>("rosette"));
+        for (const ZORGeoCurve* boundary : reader.GetLinks<ZORGeoCurve>("boundaries"))
+            data.boundaries.append(ZORGeoReference<const ZORGeoCurve>(boundary, &ply));
+        ZorCompReadAttributes(ply, reader);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompPly)

@@ -1,6 +1,7 @@
 #include "ZORCompRosette.h"
 
 #include "ZORCompShape_p.h"
+#include "ZORCompStoredAttributes_p.h"
 
 #include <ZORGeometry/ZORGeoLine.h>
 #include <ZORGeometry/ZORGeoReference.h>
@@ -8,6 +9,7 @@
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORTopology/ZORTopBody.h>
 
 #include <cmath>
 
@@ -217,3 +219,56 @@ void ZORCompRosette::ReplaceBody()
     if (d->shape.Replace(line.release(), true))
         emit BodyChanged();
 }
+
+struct ZORCompRosetteStorage
+{
+    // The axes in effect follow from the others only while the surface is there.
+    static void Write(const ZORCompRosette& rosette, ZORGeoObjectWriter& writer)
+    {
+        const ZORCompRosettePrivate& data = *rosette.d_func();
+        writer.WriteReference("line", data.shape.GetOwnedCurve());
+        writer.WriteReference("body", data.shape.GetBody());
+        writer.WriteLink("surface", data.surface);
+        WriteAxes("given", data.given, writer);
+        WriteAxes("axes", data.axes, writer);
+        ZorCompWriteAttributes(rosette, writer);
+    }
+    static ZORCompRosette* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        const Axes given = ReadAxes("given", reader);
+        auto rosette = std::make_unique<ZORCompRosette>(reader.GetReference<ZORFeatObject>("parent"),
+                                                        given.origin, given.x, given.z);
+        ZORCompRosettePrivate& data = *rosette->d_func();
+        data.axes = ReadAxes("axes", reader);
+        Orthonormalize(data.axes);
+        const double error = std::abs(data.axes.x.GetLength() - 1) + std::abs(data.axes.z.GetLength() - 1)
+                             + std::abs(Dot(data.axes.x, data.axes.z));
+        if (!(error <= Parallel))
+            reader.Fail(ZORCompRosette::tr("its axes are not perpendicular and of length 1"));
+        data.shape.Replace(nullptr, false);
+        data.shape.Adopt(reader.GetReference<ZORGeoLine>("line"), reader.GetReference<ZORTopBody>("body"));
+        return rosette.release();
+    }
+    static void Complete(ZORCompRosette& rosette, const ZORGeoObjectReader& reader)
+    {
+        rosette.d_func()->surface =
+            ZORGeoReference<const ZORGeoSurface>(reader.GetLink<ZORGeoSurface>("surface"), &rosette);
+        ZorCompReadAttributes(rosette, reader);
+    }
+
+private:
+    static void WriteAxes(const char* key, const Axes& axes, ZORGeoObjectWriter& writer)
+    {
+        writer.WritePoints(key, {axes.origin, ZORMathPoint(axes.x.GetX(), axes.x.GetY(), axes.x.GetZ()),
+                                 ZORMathPoint(axes.z.GetX(), axes.z.GetY(), axes.z.GetZ())});
+    }
+    static Axes ReadAxes(const char* key, const ZORGeoObjectReader& reader)
+    {
+        const QList<ZORMathPoint> points = reader.GetPoints(key);
+        if (points.size() != 3)
+            reader.Fail(ZORCompRosette::tr("its axes are incomplete"));
+        return {points[0], PositionVector(points[1]), PositionVector(points[2])};
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompRosette)

@@ -1,15 +1,17 @@
 #include "ZORCompShape_p.h"
 
 #include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORTopology/ZORTopBody.h>
 
 #include <memory>
+#include <utility>
 
 namespace {
 
-void Rename(const QPointer<ZORGeoGeometry>& geometry, const QString& name)
+ZORFeatShape MakeShape(ZORTopBody* body, ZORGeoCurve* ownedCurve)
 {
-    if (geometry && !name.isEmpty())
-        geometry->setObjectName(name);
+    return {body, ownedCurve ? QList<ZORGeoGeometry*>{ownedCurve} : QList<ZORGeoGeometry*>()};
 }
 
 } // namespace
@@ -19,10 +21,7 @@ ZORCompShape::ZORCompShape(ZORFeatGeometry* owner)
 {
 }
 
-ZORCompShape::~ZORCompShape()
-{
-    Destroy();
-}
+ZORCompShape::~ZORCompShape() = default;
 
 bool ZORCompShape::Replace(const ZORGeoCurve* curve, bool isOwned)
 {
@@ -31,33 +30,22 @@ bool ZORCompShape::Replace(const ZORGeoCurve* curve, bool isOwned)
         body = std::make_unique<ZORTopBody>(m_owner->GetContainer(), curve);
         body->AddReference(m_owner);
     }
+    ZORFeatShape shape = MakeShape(body.release(), isOwned ? const_cast<ZORGeoCurve*>(curve) : nullptr);
     const QPointer<ZORFeatGeometry> owner = m_owner;
-    QPointer<ZORGeoCurve> oldCurve = m_curve;
-    QPointer<ZORTopBody> oldBody = m_body;
-    m_curve = isOwned ? const_cast<ZORGeoCurve*>(curve) : nullptr;
-    m_body = body.release();
-    const bool isRegistered = m_owner->IsInitialized();
-    if (isRegistered)
-        Register();
-
-    // Receivers of the container's signals find none of the old in the feature any more.
-    const QString curveName = oldCurve ? oldCurve->objectName() : QString();
-    const QString bodyName = oldBody ? oldBody->objectName() : QString();
-    delete oldBody;
-    delete oldCurve;
+    if (m_owner->IsInitialized())
+        shape.Initialize();
     if (!owner)
         return false;
-    if (isRegistered) {
-        Rename(m_curve.data(), curveName);
-        Rename(m_body.data(), bodyName);
-    }
-    return true;
+    ZORFeatShape former = std::exchange(m_shape, std::move(shape));
+    m_isAdopted = false;
+    former.HandOver(m_shape);
+    return owner;
 }
 
 void ZORCompShape::Adopt(ZORGeoCurve* ownedCurve, ZORTopBody* body)
 {
-    m_curve = ownedCurve;
-    m_body = body;
+    m_shape = MakeShape(body, ownedCurve);
+    m_isAdopted = true;
     if (body)
         body->AddReference(m_owner);
 }
@@ -65,21 +53,12 @@ void ZORCompShape::Adopt(ZORGeoCurve* ownedCurve, ZORTopBody* body)
 bool ZORCompShape::Register()
 {
     const QPointer<ZORFeatGeometry> owner = m_owner;
-    const QPointer<ZORTopBody> body = m_body;
-    if (m_curve)
-        m_curve->Initialize();
-    if (body)
-        body->Initialize();
+    if (!m_isAdopted)
+        m_shape.Initialize();
     return owner;
 }
 
-void ZORCompShape::Destroy()
+ZORGeoCurve* ZORCompShape::GetOwnedCurve() const
 {
-    // The feature's reference of the body goes with the body.
-    ZORTopBody* const body = m_body;
-    m_body.clear();
-    delete body;
-    ZORGeoCurve* const curve = m_curve;
-    m_curve.clear();
-    delete curve;
+    return qobject_cast<ZORGeoCurve*>(m_shape.GetGeometry().value(0));
 }

@@ -2,15 +2,13 @@
 
 #pragma once
 
-#include <ZORGeometry/ZORGeoCurve.h>
-#include <ZORTopology/ZORTopBody.h>
-
-#include <QPointer>
+#include <ZORFeature/ZORFeatShape.h>
 
 class ZORFeatGeometry;
+class ZORGeoCurve;
 
-/// Registers a body with its feature and takes it out of the container again when it is replaced or the feature
-/// ends. The feature holds a reference to the body, which holds one to the curve.
+/// Makes the body of a feature around a curve and replaces it by others. The feature holds a reference to the body,
+/// which holds one to the curve.
 class ZORCompShape
 {
 public:
@@ -23,19 +21,18 @@ public:
     /// \param curve  taken over if \a isOwned; null: no body
     /// \return whether the owner is still there: receivers of the container's signals may have removed it
     bool Replace(const ZORGeoCurve* curve, bool isOwned);
-    /// Takes over a curve and a body that are there already; either may be null.
+    /// Takes over a curve and a body of a container file, which are registered with everything else of it; either
+    /// may be null.
     void Adopt(ZORGeoCurve* ownedCurve, ZORTopBody* body);
-    /// Registers what is there.
+    /// Registers what is there, unless that was taken over.
     /// \return as Replace()
     bool Register();
 
-    ZORTopBody* GetBody() const { return m_body; }
-    ZORGeoCurve* GetOwnedCurve() const { return m_curve; }
+    ZORTopBody* GetBody() const { return m_shape.GetBody(); }
+    ZORGeoCurve* GetOwnedCurve() const;
 
 private:
-    void Destroy();
-
     ZORFeatGeometry* const m_owner; // not owned
-    QPointer<ZORGeoCurve> m_curve;  // owned, by the container once it is registered
-    QPointer<ZORTopBody> m_body;    // the same
+    ZORFeatShape m_shape;
+    bool m_isAdopted = false;
 };

@@ -83,6 +83,22 @@ class SamplesTest(unittest.TestCase):
                 for height in heights:
                     self.assertAlmostEqual(20, z - height, delta=3)
 
+    def test_the_layup_is_a_symmetric_stack_on_the_skin(self):
+        samples = generate()
+        root = xml.etree.ElementTree.fromstring(samples["layup.xml"])
+        self.assertEqual("1", root.get("version"))
+        plies = [(ply.get("material"), ply.get("angle"), ply.get("boundaries")) for ply in root.iter("ply")]
+        self.assertEqual(8, len(plies))
+        self.assertEqual(plies, plies[::-1])
+        known = {element.get("id") for element in root.iter() if element.get("id")}
+        for material, _, boundaries in plies:
+            self.assertLessEqual({material, "r1", *boundaries.split()}, known)
+
+        contours = xml.etree.ElementTree.fromstring(samples["contours.xml"])
+        outlines = [len(ply.findall("OuterContour/Pt")) for ply in contours.iter("Ply")]
+        lines = [element.text.strip().splitlines() for element in root.iter("points")]
+        self.assertEqual(outlines, [len(points) for points in lines])
+
 
 if __name__ == "__main__":
     unittest.main()

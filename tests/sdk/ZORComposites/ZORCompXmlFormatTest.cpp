@@ -163,6 +163,24 @@ TEST_F(ZORCompXmlFormatTest, WhatTheFileCannotHoldIsTold)
     EXPECT_EQ(ZORMathVector(0, 0, 1), again->GetNormal());
 }
 
+TEST_F(ZORCompXmlFormatTest, TheSampleIsASymmetricLayup)
+{
+    const ZORCompReadReport report = Read(QStringLiteral(ZOR_SAMPLE_LAYUP), XmlId);
+    EXPECT_EQ(8, report.numPlies);
+    EXPECT_EQ(2, report.numMaterials);
+    EXPECT_EQ(3, report.numContours);
+    EXPECT_EQ(QStringList(), report.warnings);
+    EXPECT_TRUE(GetLayup()->IsSymmetric());
+    EXPECT_NEAR(6 * 0.184 + 2 * 0.25, GetLayup()->GetThickness(), 1e-12);
+    EXPECT_EQ(2, GetPly()->GetBoundaries().size());
+    EXPECT_EQ(GetLayup()->GetRosette(), GetPly()->GetEffectiveRosette());
+    const QByteArray xml = ToXml();
+    container.Clear();
+    root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
+    ReadContent(xml, XmlId);
+    EXPECT_EQ(xml, ToXml());
+}
+
 TEST_F(ZORCompXmlFormatTest, ReferencesMayComeBeforeWhatTheyName)
 {
     ReadContent(File(R"(<layup rosette="r"><sequence><ply angle="1" material="m" boundaries="c d"/></sequence>

@@ -1,0 +1,391 @@
+#include "CompositesTest.h"
+
+#include <ZORComposites/ZORCompContour.h>
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
+#include <ZORComposites/ZORCompRosette.h>
+#include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORTopology/ZORTopBody.h>
+
+#include <QSignalSpy>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <numbers>
+
+namespace {
+
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+
+class ZORCompFeaturesTest : public CompositesTest
+{
+protected:
+    ZORCompFeaturesTest()
+        : layup(Add<ZORCompLayup>(root))
+        , sequence(Add<ZORCompSequence>(layup))
+    {
+    }
+
+    ZORCompMaterial* AddMaterial(double thickness, double density = 2e-9)
+    {
+        auto* const material = Add<ZORCompMaterial>(ZORCompMaterialLibrary::Of(root));
+        ZORCompMaterialProperties properties;
+        properties.thickness = thickness;
+        properties.density = density;
+        material->SetProperties(properties);
+        return material;
+    }
+    ZORCompPly* AddPly(double degrees, ZORCompMaterial* material, ZORCompSequence* parent = nullptr)
+    {
+        auto* const ply = Add<ZORCompPly>(parent ? parent : sequence);
+        ply->SetAngle(degrees * std::numbers::pi / 180);
+        ply->SetMaterial(material);
+        return ply;
+    }
+    ZORCompContour* AddSquare(double size, double z = 0)
+    {
+        return Add<ZORCompContour>(
+            layup, ZORMathSetOfPoints{{0, 0, z}, {size, 0, z}, {size, size, z}, {0, size, z}});
+    }
+    // A right triangle in the plane x = 3 with the normal +X.
+    ZORGeoSurface* AddWall()
+    {
+        auto* const surface = new ZORGeoSurface(&container, {{3, 0, 0}, {3, 9, 0}, {3, 0, 9}}, {{0, 1, 2}});
+        surface->Initialize();
+        return surface;
+    }
+
+    ZORCompLayup* layup;
+    ZORCompSequence* sequence;
+};
+
+TEST_F(ZORCompFeaturesTest, ARootIsMadeByTheContainerAndHasOneLibrary)
+{
+    ASSERT_TRUE(root);
+    EXPECT_EQ(root, container.GetFeatureRoot("ZORCompRoot"));
+    EXPECT_FALSE(ZORCompMaterialLibrary::Find(root));
+    ZORCompMaterialLibrary* const library = ZORCompMaterialLibrary::Of(root);
+    ASSERT_TRUE(library);
+    EXPECT_EQ(QString("Materials"), library->GetLabel());
+    EXPECT_EQ(library, ZORCompMaterialLibrary::Of(root));
+    EXPECT_EQ(library, ZORCompMaterialLibrary::Find(root));
+    EXPECT_FALSE(ZORCompMaterialLibrary::Of(nullptr));
+    EXPECT_FALSE(ZORCompMaterialLibrary::Find(nullptr));
+    EXPECT_EQ(QString("the composites root already has a material library"),
+              MessageOf([&] { ZORCompMaterialLibrary(root).Initialize(); }));
+}
+
+TEST_F(ZORCompFeaturesTest, NamesOfMaterialsCanBeMadeUnique)
+{
+    ZORCompMaterialLibrary* const library = ZORCompMaterialLibrary::Of(root);
+    EXPECT_EQ(QString("Twill"), library->GetUniqueMaterialName("Twill"));
+    AddMaterial(1)->SetLabel("Twill");
+    EXPECT_EQ(QString("Twill.2"), library->GetUniqueMaterialName("Twill"));
+    EXPECT_FALSE(library->FindMaterial("Twill.2"));
+}
+
+TEST_F(ZORCompFeaturesTest, PropertiesThatNoMaterialCanHaveAreRefused)
+{
+    ZORCompMaterial* const material = AddMaterial(0.2);
+    QSignalSpy changes(material, &ZORCompMaterial::PropertiesChanged);
+    const auto messageOf = [material](double ZORCompMaterialProperties::*member, double value) {
+        ZORCompMaterialProperties properties = material->GetProperties();
+        properties.*member = value;
+        return MessageOf([&] { material->SetProperties(properties); });
+    };
+    using Properties = ZORCompMaterialProperties;
+    EXPECT_EQ(QString("material property 'thickness' is 0, but must be positive"),
+              messageOf(&Properties::thickness, 0));
+    EXPECT_EQ(QString("material property 'E1' is -1, but must be positive"), messageOf(&Properties::E1, -1));
+    EXPECT_EQ(QString("material property 'permeability_2' is -1, but must not be negative"),
+              messageOf(&Properties::permeability2, -1));
+    EXPECT_EQ(QString("material property 'v12' is not finite"), messageOf(&Properties::v12, Infinity));
+    EXPECT_EQ(0.2, material->GetProperties().thickness);
+    EXPECT_EQ(0, changes.size());
+    EXPECT_EQ(QString(), messageOf(&Properties::v12, -0.3));
+    EXPECT_EQ(QString(), messageOf(&Properties::permeability1, 0));
+    EXPECT_EQ(QString(), messageOf(&Properties::thickness, NaN));
+    EXPECT_EQ(3, changes.size());
+    material->SetProperties(material->GetProperties());
+    EXPECT_EQ(3, changes.size());
+}
+
+TEST_F(ZORCompFeaturesTest, ARosetteMakesItsAxesPerpendicular)
+{
+    const ZORCompRosette* const rosette =
+        Add<ZORCompRosette>(layup, ZORMathPoint(1, 2, 3), ZORMathVector(3, 4, 100), ZORMathVector(0, 0, 7));
+    EXPECT_NEAR(0, (rosette->GetXAxis() - ZORMathVector(0.6, 0.8, 0)).GetLength(), 1e-15);
+    EXPECT_NEAR(0, (rosette->GetYAxis() - ZORMathVector(-0.8, 0.6, 0)).GetLength(), 1e-15);
+    EXPECT_EQ(ZORMathVector(0, 0, 1), rosette->GetNormal());
+    EXPECT_EQ(ZORMathVector(3, 4, 100), rosette->GetGivenXAxis());
+    ASSERT_TRUE(rosette->GetBody());
+    const auto* const line = qobject_cast<const ZORGeoCurve*>(rosette->GetBody()->GetGeometry());
+    ASSERT_TRUE(line);
+    EXPECT_EQ(ZORMathPoint(1, 2, 3), line->GetPoint(0));
+    EXPECT_NEAR(10, line->GetLength(), 1e-14);
+}
+
+TEST_F(ZORCompFeaturesTest, AxesWithoutDirectionAreRefusedAndTheOldOnesStay)
+{
+    auto* const rosette = Add<ZORCompRosette>(layup);
+    const ZORMathVector x(1, 0, 0);
+    const ZORMathVector z(0, 0, 1);
+    const auto messageOf = [rosette](const ZORMathPoint& o, const ZORMathVector& a, const ZORMathVector& n) {
+        return MessageOf([&] { rosette->SetAxes(o, a, n); });
+    };
+    const ZORTopBody* const body = rosette->GetBody();
+    EXPECT_EQ(QString("the origin of the rosette is not finite or too far away"),
+              messageOf({NaN, 0, 0}, x, z));
+    EXPECT_EQ(QString("the origin of the rosette is not finite or too far away"),
+              messageOf({2e60, 0, 0}, x, z));
+    EXPECT_EQ(QString("the normal of the rosette has no direction"), messageOf({}, x, {}));
+    EXPECT_EQ(QString("the X axis of the rosette has no direction"), messageOf({}, {Infinity, 0, 0}, z));
+    EXPECT_EQ(QString("the X axis of the rosette is parallel to its normal"),
+              messageOf({}, {1e-10, 0, -1}, z));
+    EXPECT_EQ(x, rosette->GetXAxis());
+    EXPECT_EQ(body, rosette->GetBody());
+    EXPECT_EQ(QString(), messageOf({}, {1e-8, 0, -1}, z));
+    EXPECT_EQ(x, rosette->GetXAxis());
+    EXPECT_THROW(ZORCompRosette(layup, {}, x, x), ZORSysException);
+}
+
+TEST_F(ZORCompFeaturesTest, ANewBodyTakesOverTheNamesAndIsTold)
+{
+    auto* const rosette = Add<ZORCompRosette>(layup);
+    QSignalSpy changes(rosette, &ZORFeatGeometry::BodyChanged);
+    const QString name = rosette->GetBody()->objectName();
+    const int numBefore = container.GetNumGeometry();
+    rosette->SetAxes({1, 0, 0}, {0, 1, 0}, {0, 0, 1});
+    EXPECT_EQ(1, changes.size());
+    EXPECT_EQ(name, rosette->GetBody()->objectName());
+    EXPECT_EQ(numBefore, container.GetNumGeometry());
+    rosette->Remove();
+    EXPECT_EQ(numBefore - 3, container.GetNumGeometry());
+}
+
+TEST_F(ZORCompFeaturesTest, ARosetteOnASurfaceLiesInItsTangentPlaneAndStaysWithoutIt)
+{
+    ZORGeoSurface* const wall = AddWall();
+    auto* const rosette =
+        Add<ZORCompRosette>(layup, ZORMathPoint(5, 1, 2), ZORMathVector(1, 2, 0), ZORMathVector(0, 0, 1));
+    rosette->SetSurface(wall);
+    EXPECT_EQ(wall, rosette->GetSurface());
+    EXPECT_EQ(1, wall->GetReferenceCount());
+    EXPECT_NEAR(0, rosette->GetOrigin().DistanceTo({3, 1, 2}), 1e-15);
+    EXPECT_NEAR(0, (rosette->GetXAxis() - ZORMathVector(0, 1, 0)).GetLength(), 1e-15);
+    EXPECT_EQ(ZORMathVector(1, 0, 0), rosette->GetNormal());
+    EXPECT_EQ(QString("the X axis of the rosette is perpendicular to the surface"), MessageOf([&] {
+                  rosette->SetAxes({5, 1, 2}, {1, 0, 0}, {0, 0, 1});
+              }));
+    delete wall;
+    EXPECT_FALSE(rosette->GetSurface());
+    EXPECT_EQ(ZORMathVector(1, 0, 0), rosette->GetNormal());
+    rosette->SetSurface(nullptr);
+    EXPECT_EQ(ZORMathPoint(5, 1, 2), rosette->GetOrigin());
+    ZORGeoSurface empty(&container, {}, {});
+    EXPECT_EQ(QString("the surface of the rosette is empty"),
+              MessageOf([&] { rosette->SetSurface(&empty); }));
+}
+
+TEST_F(ZORCompFeaturesTest, DirectionsTurnAboutTheNormalFromTheProjectedX)
+{
+    const ZORCompRosette* const rosette = Add<ZORCompRosette>(layup);
+    const auto expectNear = [](const ZORMathVector& expected, const ZORMathVector& actual) {
+        EXPECT_NEAR(0, (expected - actual).GetLength(), 1e-15);
+    };
+    expectNear({0, 1, 0}, rosette->GetDirection({0, 0, 5}, std::numbers::pi / 2));
+    expectNear({0, -1, 0}, rosette->GetDirection({0, 0, -5}, std::numbers::pi / 2));
+    const double half = std::sqrt(0.5);
+    expectNear({half, 0, -half}, rosette->GetDirection({1, 0, 1}, 0));
+    EXPECT_EQ(ZORMathVector(), rosette->GetDirection({1, 0, 0}, 0));
+    EXPECT_EQ(ZORMathVector(), rosette->GetDirection({}, 0));
+    EXPECT_EQ(ZORMathVector(), rosette->GetDirection({0, 0, 1}, NaN));
+}
+
+TEST_F(ZORCompFeaturesTest, PliesTakeTheNearestRosetteAbove)
+{
+    auto* const inner = Add<ZORCompSequence>(sequence);
+    ZORCompPly* const ply = AddPly(0, nullptr, inner);
+    EXPECT_FALSE(ply->GetEffectiveRosette());
+    auto* const ofLayup = Add<ZORCompRosette>(layup);
+    auto* const ofSequence = Add<ZORCompRosette>(layup);
+    auto* const own = Add<ZORCompRosette>(layup);
+    layup->SetRosette(ofLayup);
+    EXPECT_EQ(ofLayup, ply->GetEffectiveRosette());
+    sequence->SetRosette(ofSequence);
+    EXPECT_EQ(ofSequence, ply->GetEffectiveRosette());
+    EXPECT_EQ(ofSequence, inner->GetEffectiveRosette());
+    ply->SetRosette(own);
+    EXPECT_EQ(own, ply->GetEffectiveRosette());
+    EXPECT_EQ(1, own->GetReferenceCount());
+    own->Remove();
+    EXPECT_EQ(ofSequence, ply->GetEffectiveRosette());
+    EXPECT_EQ(inner, ply->GetSequence());
+    EXPECT_EQ(layup, ply->GetLayup());
+    EXPECT_EQ(layup, inner->GetLayup());
+}
+
+TEST_F(ZORCompFeaturesTest, SequencesLieInLayupsAndSequencesOnly)
+{
+    EXPECT_EQ(QString("a sequence needs a layup or a sequence as its parent"),
+              MessageOf([&] { ZORCompSequence sequenceOfRoot(root); }));
+    EXPECT_EQ(QString("geometry has no container"), MessageOf([] { ZORCompSequence(nullptr).Initialize(); }));
+    EXPECT_EQ(QString("geometry has no container"), MessageOf([] { ZORCompPly(nullptr).Initialize(); }));
+}
+
+TEST_F(ZORCompFeaturesTest, APlyHasTheBodyOfItsOuterBoundaryUntilAnotherIsSet)
+{
+    ZORCompPly* const ply = AddPly(0, nullptr);
+    QSignalSpy bodies(ply, &ZORFeatGeometry::BodyChanged);
+    QSignalSpy changes(ply, &ZORCompPly::PlyChanged);
+    EXPECT_FALSE(ply->GetBody());
+    ZORCompContour* const outer = AddSquare(10);
+    ZORCompContour* const hole = AddSquare(2);
+    ply->SetBoundaries({outer->GetCurve(), nullptr, hole->GetCurve()});
+    EXPECT_EQ((QList<const ZORGeoCurve*>{outer->GetCurve(), hole->GetCurve()}), ply->GetBoundaries());
+    ASSERT_TRUE(ply->GetBody());
+    EXPECT_EQ(outer->GetCurve(), ply->GetBody()->GetGeometry());
+    EXPECT_EQ(1, bodies.size());
+    EXPECT_EQ(1, changes.size());
+    ply->SetBoundaries(ply->GetBoundaries());
+    EXPECT_EQ(1, changes.size());
+    const ZORTopBody* const body = ply->GetBody();
+    outer->Remove();
+    EXPECT_EQ(body, ply->GetBody());
+    EXPECT_EQ(QList<const ZORGeoCurve*>{hole->GetCurve()}, ply->GetBoundaries());
+    EXPECT_TRUE(std::isnan(ply->GetArea()));
+    ply->SetBoundaries({});
+    EXPECT_FALSE(ply->GetBody());
+    EXPECT_EQ(2, bodies.size());
+}
+
+TEST_F(ZORCompFeaturesTest, SettersTellOnlyChanges)
+{
+    ZORCompPly* const ply = AddPly(0, nullptr);
+    QSignalSpy changes(ply, &ZORCompPly::PlyChanged);
+    ZORCompMaterial* const material = AddMaterial(1);
+    for (int i = 0; i < 2; ++i) {
+        ply->SetMaterial(material);
+        ply->SetAngle(1);
+        ply->SetActive(false);
+    }
+    EXPECT_EQ(3, changes.size());
+    EXPECT_EQ(QString("the angle of the ply is not finite"), MessageOf([&] { ply->SetAngle(NaN); }));
+    QSignalSpy inputs(layup, &ZORCompLayup::InputsChanged);
+    layup->SetSurface(AddWall());
+    layup->SetSurface(layup->GetSurface());
+    layup->SetRosette(Add<ZORCompRosette>(layup));
+    EXPECT_EQ(2, inputs.size());
+    QSignalSpy active(sequence, &ZORCompSequence::ActiveChanged);
+    sequence->SetActive(false);
+    sequence->SetActive(false);
+    EXPECT_EQ(1, active.size());
+}
+
+TEST_F(ZORCompFeaturesTest, WhoeverRemovesAPlyWhileItChangesCausesNoHarm)
+{
+    ZORCompPly* const ply = AddPly(0, nullptr);
+    QObject::connect(&container, &ZORGeoContainer::GeometryAdded, ply, [ply](ZORGeoGeometry* geometry) {
+        if (qobject_cast<ZORTopBody*>(geometry))
+            ply->Remove();
+    });
+    const std::unique_ptr<ZORCompContour> loose(new ZORCompContour(layup, {{0, 0, 0}, {1, 0, 0}}));
+    const int numBefore = container.GetNumGeometry();
+    ply->SetBoundaries({loose->GetCurve()});
+    EXPECT_EQ(numBefore - 1, container.GetNumGeometry());
+}
+
+TEST_F(ZORCompFeaturesTest, TheStackHasTheActivePliesInTheOrderOfTheTree)
+{
+    ZORCompMaterial* const material = AddMaterial(0.25);
+    ZORCompPly* const first = AddPly(0, material);
+    auto* const inner = Add<ZORCompSequence>(sequence);
+    ZORCompPly* const third = AddPly(0, material);
+    ZORCompPly* const second = AddPly(0, material, inner);
+    EXPECT_EQ((QList<ZORCompPly*>{first, second, third}), layup->GetPlies());
+    EXPECT_EQ(0.75, layup->GetThickness());
+    inner->SetActive(false);
+    EXPECT_EQ(2, layup->GetNumPlies());
+    first->SetActive(false);
+    EXPECT_EQ(QList<ZORCompPly*>{third}, layup->GetPlies());
+    EXPECT_EQ((QList<ZORCompPly*>{first, third}), sequence->GetPlies());
+    material->Remove();
+    EXPECT_TRUE(std::isnan(layup->GetThickness()));
+    third->Remove();
+    EXPECT_EQ(0, layup->GetThickness());
+}
+
+TEST_F(ZORCompFeaturesTest, AreasAndMassesAreThoseOfPlanarBoundariesLessTheirHoles)
+{
+    ZORCompPly* const ply = AddPly(0, AddMaterial(0.5, 2e-9));
+    ply->SetBoundaries({AddSquare(1000)->GetCurve(), AddSquare(100)->GetCurve()});
+    EXPECT_NEAR(990000, ply->GetArea(), 1e-6);
+    EXPECT_NEAR(0.99, ply->GetMass(), 1e-12); // kilograms
+    EXPECT_NEAR(0.99, layup->GetMass(), 1e-12);
+    ply->SetBoundaries({AddSquare(1000)->GetCurve(), AddSquare(100, 5)->GetCurve()});
+    EXPECT_TRUE(std::isnan(ply->GetArea()));
+    const auto* const bent =
+        Add<ZORCompContour>(layup, ZORMathSetOfPoints{{0, 0, 0}, {9, 0, 0}, {9, 9, 1}, {0, 9, 0}});
+    ply->SetBoundaries({bent->GetCurve()});
+    EXPECT_TRUE(std::isnan(ply->GetArea()));
+    ply->SetBoundaries({});
+    EXPECT_TRUE(std::isnan(ply->GetArea()));
+    layup->SetSurface(AddWall());
+    EXPECT_NEAR(40.5, ply->GetArea(), 1e-12);
+    EXPECT_EQ(layup->GetSurface(), ply->GetSurface());
+    ply->SetMaterial(nullptr);
+    EXPECT_TRUE(std::isnan(ply->GetMass()));
+}
+
+TEST_F(ZORCompFeaturesTest, SymmetryLooksAtMaterialsAndAngles)
+{
+    ZORCompMaterial* const a = AddMaterial(1);
+    ZORCompMaterial* const b = AddMaterial(1);
+    EXPECT_TRUE(layup->IsSymmetric());
+    AddPly(45, a);
+    AddPly(-45, a);
+    EXPECT_FALSE(layup->IsSymmetric());
+    AddPly(90, b);
+    AddPly(135, a); // the same as -45
+    ZORCompPly* const last = AddPly(45, a);
+    EXPECT_TRUE(layup->IsSymmetric());
+    last->SetMaterial(b);
+    EXPECT_FALSE(layup->IsSymmetric());
+}
+
+TEST_F(ZORCompFeaturesTest, BalanceCountsOppositeAnglesOfEachMaterial)
+{
+    ZORCompMaterial* const a = AddMaterial(1);
+    ZORCompMaterial* const b = AddMaterial(1);
+    EXPECT_TRUE(layup->IsBalanced());
+    AddPly(0, a);
+    AddPly(90, a);
+    AddPly(-90, a);
+    AddPly(180, a);
+    EXPECT_TRUE(layup->IsBalanced());
+    AddPly(30, a);
+    EXPECT_FALSE(layup->IsBalanced());
+    ZORCompPly* const other = AddPly(150, b); // the same as -30
+    EXPECT_FALSE(layup->IsBalanced());
+    other->SetMaterial(a);
+    EXPECT_TRUE(layup->IsBalanced());
+    AddPly(60, a);
+    AddPly(-59, a);
+    EXPECT_FALSE(layup->IsBalanced());
+}
+
+TEST_F(ZORCompFeaturesTest, DeepTreesOfSequencesAreWalkedWithoutRecursion)
+{
+    ZORCompSequence* deepest = sequence;
+    for (int i = 0; i < 20000; ++i)
+        deepest = Add<ZORCompSequence>(deepest);
+    ZORCompPly* const ply = AddPly(0, nullptr, deepest);
+    EXPECT_EQ(QList<ZORCompPly*>{ply}, layup->GetPlies());
+    EXPECT_FALSE(ply->GetEffectiveRosette());
+}
+
+} // namespace
