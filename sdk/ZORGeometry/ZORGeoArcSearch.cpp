@@ -16,7 +16,7 @@ constexpr double samePlace = 1e-9;
 constexpr double beforeEnd = 1 - 1e-8;
 constexpr double largestRadius = 1e6; // in the radius to use
 constexpr double turnStep = pi / 36;
-constexpr int bisections = 60;
+constexpr int bisections = 46;
 
 void AppendPlace(ZORGeoMeshPath& path, const ZORGeoMeshPlace& place)
 {

@@ -24,21 +24,20 @@ ZORMathPoint CornerPoint(const ZORGeoMesh& mesh, int triangle, int corner)
     return mesh.vertices[mesh.triangles[triangle][size_t(corner)]];
 }
 
-ZORMathVector SideOf(const ZORGeoMesh& mesh, int triangle, int side)
+// The unit vector across a side of a triangle that points to the third corner; zero without an area.
+ZORMathVector InwardOf(const ZORGeoMesh& mesh, int triangle, int side, const ZORMathVector& unitNormal)
 {
-    return CornerPoint(mesh, triangle, (side + 1) % 3) - CornerPoint(mesh, triangle, side);
+    return Cross(unitNormal, ZorGeoSideVector(mesh, triangle, side)).GetNormalized();
 }
 
-// The unit vector across a side of a triangle that points to the third corner; zero without an area.
 ZORMathVector InwardOf(const ZORGeoMesh& mesh, int triangle, int side)
 {
-    return Cross(ZorGeoTwiceAreaNormal(mesh, triangle).GetNormalized(), SideOf(mesh, triangle, side))
-        .GetNormalized();
+    return InwardOf(mesh, triangle, side, ZorGeoTwiceAreaNormal(mesh, triangle).GetNormalized());
 }
 
 bool IsFlat(const ZORGeoMesh& mesh, int triangle, int side)
 {
-    const ZORMathVector along = SideOf(mesh, triangle, side);
+    const ZORMathVector along = ZorGeoSideVector(mesh, triangle, side);
     return !(ZorGeoTwiceAreaNormal(mesh, triangle).GetLength() > flatHeight * Dot(along, along));
 }
 
@@ -46,7 +45,7 @@ bool IsFlat(const ZORGeoMesh& mesh, int triangle, int side)
 ZORGeoMeshPlace PlaceInside(const ZORGeoMesh& mesh, int triangle, const ZORMathPoint& point)
 {
     const ZORMathPoint a = CornerPoint(mesh, triangle, 0);
-    const ZORMathVector b = SideOf(mesh, triangle, 0);
+    const ZORMathVector b = ZorGeoSideVector(mesh, triangle, 0);
     const ZORMathVector c = CornerPoint(mesh, triangle, 2) - a;
     const ZORMathVector normal = Cross(b, c);
     const double squared = Dot(normal, normal);
@@ -145,8 +144,9 @@ ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
     // At most a quarter turn in a step: the circle is simple to follow then.
     Step step;
     step.w = m_curvature > 0 ? std::tan(pi / 8) / m_curvature : infinity;
+    const ZORMathVector normal = ZorGeoTwiceAreaNormal(m_mesh, triangle).GetNormalized();
     for (int side = 0; side < 3; ++side) {
-        const ZORMathVector inward = InwardOf(m_mesh, triangle, side);
+        const ZORMathVector inward = InwardOf(m_mesh, triangle, side, normal);
         if (inward == ZORMathVector())
             continue;
         const ZORMathPoint from = CornerPoint(m_mesh, triangle, side);
@@ -165,7 +165,7 @@ ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
     }
     if (step.side < 0)
         return step;
-    const ZORMathVector along = SideOf(m_mesh, triangle, step.side);
+    const ZORMathVector along = ZorGeoSideVector(m_mesh, triangle, step.side);
     const ZORMathPoint from = CornerPoint(m_mesh, triangle, step.side);
     step.t = std::clamp(Dot(PointAt(state, step.w) - from, along) / Dot(along, along), 0.0, 1.0);
     if (step.t <= ZORGeoMeshWalker::Snap)
@@ -241,7 +241,7 @@ bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* ar
     int side = step.side;
     double t = step.t;
     const ZORMathVector inward = InwardOf(m_mesh, state.place.triangle, side);
-    const ZORMathVector along = SideOf(m_mesh, state.place.triangle, side).GetNormalized();
+    const ZORMathVector along = ZorGeoSideVector(m_mesh, state.place.triangle, side).GetNormalized();
     for (int flat = 0; flat < 1000; ++flat) {
         const int triangle = state.place.triangle;
         const quint32 neighbor = m_mesh.GetNeighbor(triangle, side);
@@ -266,7 +266,7 @@ bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* ar
         // The third corner lies on the line: leaves by the side that lies under the place.
         if (arc)
             arc->push_back(state.place);
-        const ZORMathVector base = SideOf(m_mesh, next, entered);
+        const ZORMathVector base = ZorGeoSideVector(m_mesh, next, entered);
         const ZORMathVector apex =
             CornerPoint(m_mesh, next, (entered + 2) % 3) - CornerPoint(m_mesh, next, entered);
         const double apexT = Dot(apex, base) / Dot(base, base);

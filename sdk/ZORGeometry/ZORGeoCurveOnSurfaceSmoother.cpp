@@ -1,5 +1,7 @@
 #include "ZORGeoCurveOnSurfaceSmoother.h"
 
+#include "ZORGeoArcSearch_p.h"
+#include "ZORGeoPathGaps_p.h"
 #include "ZORGeoPathSmoother_p.h"
 #include "ZORGeoShortestPath_p.h"
 #include "ZORGeoSurface_p.h"
@@ -16,6 +18,7 @@ using Locations = ZORGeoCurveOnSurfaceSmoother::Locations;
 namespace {
 
 constexpr double smallestRadius = 1e-6; // as part of the coordinates
+constexpr double smallestLength = 1e-9; // of the curve before
 constexpr double weightTolerance = 1e-9;
 
 void Check(const Locations& locations)
@@ -130,9 +133,20 @@ Locations ZORGeoCurveOnSurfaceSmoother::Smooth(const Locations& locations) const
         return locations;
     bool isConnected = true;
     ZORGeoMeshPath path = PathOf(locations, isConnected);
-    if (!ZORGeoPathSmoother(MeshOf(locations), m_radius).Run(path))
-        return locations;
-    return LocationsOf(path, locations);
+    const ZORGeoPathSmoother smoother(MeshOf(locations), m_radius);
+    const double length = ZorGeoLengthOf(path);
+    const bool isChanged = smoother.Run(path);
+    auto bend = smoother.FindSharpBend(path);
+    // A closed curve around less than its own arc: nothing would be left of it.
+    if (isChanged && ZorGeoLengthOf(path) <= smallestLength * length)
+        bend = path.front().point;
+    if (bend)
+        throw ZORSysException(tr("the surface has no room for the radius %1 at (%2, %3, %4)")
+                                  .arg(m_radius)
+                                  .arg(bend->GetX())
+                                  .arg(bend->GetY())
+                                  .arg(bend->GetZ()));
+    return isChanged ? LocationsOf(path, locations) : locations;
 }
 
 double ZORGeoCurveOnSurfaceSmoother::FindSmallestRadius(const Locations& locations) const

@@ -27,8 +27,9 @@
 ///          the curve at most four times the radius before and behind. A loop narrower than twice the radius
 ///          has no arc that could follow it and is shortened until it is none.
 /// Limits.  Where the surface has no room for an arc or a cut (the border is in the way, or a vertex around
-///          which the angles sum up to more than 2 pi) the bend stays. Of a radius below 1e-6 of the
-///          coordinates rounding would be left: every curve is smooth then.
+///          which the angles sum up to more than 2 pi), and where nothing would be left of a closed curve, there
+///          is no result: the curve is smoothed everywhere or not at all. Of a radius below 1e-6 of the coordinates rounding would be left: every curve is
+///          smooth then.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceSmoother
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoCurveOnSurfaceSmoother)
@@ -44,7 +45,8 @@ public:
     ///                   need not lie within triangles
     /// \return the locations as they are when the curve is smooth; else those of the smoothed curve, each
     ///         segment from location i to i + 1 within the triangle of location i
-    /// \throws ZORSysException as Connect()
+    /// \throws ZORSysException as Connect(); "the surface has no room for the radius %1 at (%2, %3, %4)" with
+    ///         the first bend that would be left
     Locations Smooth(const Locations& locations) const;
 
     /// The smallest radius of a curve, infinity for one without turns.

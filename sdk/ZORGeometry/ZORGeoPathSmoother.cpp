@@ -1,5 +1,7 @@
 #include "ZORGeoArcSearch_p.h"
+#include "ZORGeoPathGaps_p.h"
 #include "ZORGeoPathSmoother_p.h"
+#include "ZORGeoPathWindow_p.h"
 #include "ZORGeoShortestPath_p.h"
 
 #include <algorithm>
@@ -17,6 +19,10 @@ constexpr double radiusTolerance = 1e-4;
 constexpr double shortestCut = 0.25;
 constexpr double longestCut = 4;
 constexpr double smallestGain = 1e-9;
+// Bends are looked at with so much of the path on both sides, in the radius: room for a cut or for an arc and as
+// much again, up to bends of 175 degrees.
+constexpr double smallestWindow = 6;
+constexpr double largestWindow = 48;
 constexpr int placesToTry = 48;
 constexpr int maximumSweeps = 20;
 constexpr size_t largestNumber = 1000; // of arcs and cuts, besides one for each place
@@ -65,11 +71,14 @@ double ZORGeoPathSmoother::FindSmallestRadius(const ZORGeoMeshPath& path) const
     return curvature > 0 ? 1 / curvature : std::numeric_limits<double>::infinity();
 }
 
-bool ZORGeoPathSmoother::IsSmooth(const ZORGeoMeshPath& path) const
+std::optional<ZORMathPoint> ZORGeoPathSmoother::FindSharpBend(const ZORGeoMeshPath& path) const
 {
     const ZORGeoPathTurns turns(m_mesh, path);
-    return std::none_of(turns.GetTurns().begin(), turns.GetTurns().end(),
-                        [this](const ZORGeoPathTurn& turn) { return IsTooSharp(turn); });
+    for (size_t i = 0; i < path.size(); ++i) {
+        if (IsTooSharp(turns.GetTurns()[i]))
+            return path[i].point;
+    }
+    return std::nullopt;
 }
 
 bool ZORGeoPathSmoother::Run(ZORGeoMeshPath& path) const
@@ -80,7 +89,8 @@ bool ZORGeoPathSmoother::Run(ZORGeoMeshPath& path) const
         bool isSwept = Sweep(path);
         // Bends that find no arc from one end may find one from the other.
         ZORGeoMeshPath reversed = path;
-        if (!IsSmooth(path) && Reverse(m_mesh, reversed) && Sweep(reversed) && Reverse(m_mesh, reversed)) {
+        if (FindSharpBend(path) && Reverse(m_mesh, reversed) && Sweep(reversed)
+            && Reverse(m_mesh, reversed)) {
             path = std::move(reversed);
             isSwept = true;
         }
@@ -94,38 +104,76 @@ bool ZORGeoPathSmoother::Run(ZORGeoMeshPath& path) const
 bool ZORGeoPathSmoother::Sweep(ZORGeoMeshPath& path) const
 {
     bool isChanged = false;
+    ZORGeoPathWindow window(path);
     // Rounding could make two bends take turns.
-    size_t remaining = largestNumber + path.size();
-    size_t left = 0; // where the last bend is that nothing was found for, counted from the end
-    for (;; --remaining) {
-        const ZORGeoPathTurns turns(m_mesh, path);
-        size_t place = left > 0 ? path.size() - left + 1 : 1;
-        while (place < path.size() && !IsTooSharp(turns.GetTurns()[place]))
-            ++place;
-        if (place >= path.size() || remaining == 0)
-            return isChanged;
-        if (RoundOff(path, turns, place) || CutShort(path, turns, place))
+    for (size_t remaining = largestNumber + path.size(); !window.IsAtEnd() && remaining > 0;) {
+        window.Open(smallestWindow * m_radius);
+        if (const size_t smooth = CountSmooth(window)) {
+            window.Advance(smooth);
+        } else if (Improve(window)) {
             isChanged = true;
-        else
-            left = path.size() - place;
+            --remaining;
+        } else {
+            window.Advance(1);
+        }
     }
+    if (isChanged)
+        path = window.GetWholePath();
+    return isChanged;
 }
 
-bool ZORGeoPathSmoother::RoundOff(ZORGeoMeshPath& path, const ZORGeoPathTurns& turns, size_t place) const
+// The number of places from the one reached on that turn as they may and whose ways are all in the window.
+size_t ZORGeoPathSmoother::CountSmooth(const ZORGeoPathWindow& window) const
 {
-    const double length = ZorGeoLengthOf(path);
-    const ZORGeoArcSearch search(m_mesh, path, turns, place, m_radius);
+    const ZORGeoMeshPath& path = window.GetPath();
+    size_t end = path.size();
+    for (double length = 0;
+         !window.IsToEnd() && end > window.GetPlace() + 1 && length < m_radius * largestStep;)
+        length += path[end - 2].point.DistanceTo(path[end - 1].point), --end;
+    const ZORGeoPathTurns turns(m_mesh, path);
+    size_t place = window.GetPlace();
+    while (place < end && !IsTooSharp(turns.GetTurns()[place]))
+        ++place;
+    return place - window.GetPlace();
+}
+
+// Rounds off or cuts short the bend at the place reached.
+bool ZORGeoPathSmoother::Improve(ZORGeoPathWindow& window) const
+{
+    const ZORGeoPathTurns turns(m_mesh, window.GetPath());
+    const double tangentLength = std::tan(std::abs(turns.GetTurns()[window.GetPlace()].angle) / 2);
+    if (2 * tangentLength > smallestWindow)
+        window.Open(std::min(2 * tangentLength, largestWindow) * m_radius);
+    ZORGeoMeshPath changed;
+    bool isChanged = RoundOff(window, changed);
+    if (!isChanged) {
+        window.Open(smallestWindow * m_radius);
+        isChanged = CutShort(window, changed);
+    }
+    if (isChanged)
+        window.Replace(changed, m_radius * largestStep);
+    return isChanged;
+}
+
+bool ZORGeoPathSmoother::RoundOff(const ZORGeoPathWindow& window, ZORGeoMeshPath& changed) const
+{
+    const double length = ZorGeoLengthOf(window.GetPath());
+    const ZORGeoPathTurns turns(m_mesh, window.GetPath());
+    const ZORGeoArcSearch search(m_mesh, window.GetPath(), turns, window.GetPlace(), m_radius);
     const auto apply = [&](const std::optional<ZORGeoArcSearch::Arc>& arc) {
         auto replacement = arc ? search.Replace(*arc) : std::nullopt;
         if (!replacement || !IsBetter(replacement->path, replacement->first, replacement->last, length))
             return false;
-        path = std::move(replacement->path);
+        // Only at its own end may the path be left in another direction.
+        if (!window.IsToEnd() && replacement->last + 1 == replacement->path.size())
+            return false;
+        changed = std::move(replacement->path);
         return true;
     };
     const auto latest = search.FindOnSegments();
     if (apply(latest))
         return true;
-    size_t segment = latest ? latest->segment + 1 : place;
+    size_t segment = latest ? latest->segment + 1 : window.GetPlace();
     for (int tried = 0; segment > 0 && tried < placesToTry;) {
         // The farther away, the fewer of them.
         segment -= std::min(segment, size_t(1) << (tried / 8));
@@ -135,7 +183,7 @@ bool ZORGeoPathSmoother::RoundOff(ZORGeoMeshPath& path, const ZORGeoPathTurns& t
             return true;
         ++tried;
     }
-    return apply(search.FindAtStart());
+    return window.IsFromStart() && apply(search.FindAtStart());
 }
 
 namespace {
@@ -151,8 +199,11 @@ struct CutEnd
 } // namespace
 
 // Joins the turns before and behind, or places at a moderate distance, by a shortest way.
-bool ZORGeoPathSmoother::CutShort(ZORGeoMeshPath& path, const ZORGeoPathTurns& turns, size_t place) const
+bool ZORGeoPathSmoother::CutShort(const ZORGeoPathWindow& window, ZORGeoMeshPath& changed) const
 {
+    const ZORGeoMeshPath& path = window.GetPath();
+    const size_t place = window.GetPlace();
+    const ZORGeoPathTurns turns(m_mesh, path);
     const auto lengthOf = [&](size_t i) { return path[i].point.DistanceTo(path[i + 1].point); };
     const auto isEnd = [&](size_t i, double length) {
         return length >= shortestCut * m_radius && !turns.GetTurns()[i].IsStraight();
@@ -177,16 +228,17 @@ bool ZORGeoPathSmoother::CutShort(ZORGeoMeshPath& path, const ZORGeoPathTurns& t
     if (!start || !end)
         return false;
     ZORGeoMeshPath way = ZORGeoShortestPath(m_mesh).Find(*start, *end);
+    if (way.size() == 1) // the path turns back on itself: the fold goes
+        way.push_back(*end);
     if (way.size() < 2 || ZorGeoLengthOf(way) > (from.length + to.length) * (1 - smallestGain))
         return false;
     way.front().point = start->point;
     ZorGeoFillGaps(m_mesh, way);
-    ZORGeoMeshPath changed(path.begin(), path.begin() + qsizetype(from.segment) + (from.u > 0 ? 1 : 0));
+    changed.assign(path.begin(), path.begin() + qsizetype(from.segment) + (from.u > 0 ? 1 : 0));
     changed.insert(changed.end(), way.begin(), way.end() - 1);
     if (to.u < 1)
         changed.push_back(*end);
     changed.insert(changed.end(), path.begin() + qsizetype(to.segment) + 1, path.end());
-    path = std::move(changed);
     return true;
 }
 

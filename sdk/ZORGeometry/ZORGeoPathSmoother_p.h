@@ -4,7 +4,9 @@
 
 #include "ZORGeoPathTurns_p.h"
 
-class ZORGeoArcSearch;
+#include <optional>
+
+class ZORGeoPathWindow;
 
 /// Replaces bends of a path that are sharper than a radius by tangent arcs, one after the other from its start.
 ///
@@ -22,20 +24,23 @@ public:
     /// \param radius  millimetres, above 0 and finite
     ZORGeoPathSmoother(const ZORGeoMesh& mesh, double radius);
 
-    /// Both ends of the path stay where they are; the path never becomes longer.
+    /// Both ends of the path stay where they are; the path never becomes longer. Bends that the surface has no
+    /// room for stay as well: see FindSharpBend().
     /// \return whether the path was changed
     bool Run(ZORGeoMeshPath& path) const;
     /// The smallest radius of a path; infinite for one without turns.
     double FindSmallestRadius(const ZORGeoMeshPath& path) const;
-    /// Whether a path has its radius everywhere.
-    bool IsSmooth(const ZORGeoMeshPath& path) const;
+    /// The first place where a path is sharper than the radius.
+    std::optional<ZORMathPoint> FindSharpBend(const ZORGeoMeshPath& path) const;
 
 private:
     double CurvatureAt(const ZORGeoPathTurn& turn) const;
     bool IsTooSharp(const ZORGeoPathTurn& turn) const;
     bool Sweep(ZORGeoMeshPath& path) const;
-    bool RoundOff(ZORGeoMeshPath& path, const ZORGeoPathTurns& turns, size_t place) const;
-    bool CutShort(ZORGeoMeshPath& path, const ZORGeoPathTurns& turns, size_t place) const;
+    size_t CountSmooth(const ZORGeoPathWindow& window) const;
+    bool Improve(ZORGeoPathWindow& window) const;
+    bool RoundOff(const ZORGeoPathWindow& window, ZORGeoMeshPath& changed) const;
+    bool CutShort(const ZORGeoPathWindow& window, ZORGeoMeshPath& changed) const;
     bool IsBetter(const ZORGeoMeshPath& path, size_t first, size_t last, double oldLength) const;
 
     const ZORGeoMesh& m_mesh;

@@ -45,12 +45,6 @@ int SideTo(const ZORGeoMesh& mesh, int from, int to, int preferred)
     return -1;
 }
 
-ZORMathVector SideVector(const ZORGeoMesh& mesh, int triangle, int side)
-{
-    const auto& corners = mesh.triangles[triangle];
-    return mesh.vertices[corners[size_t(side + 1) % 3]] - mesh.vertices[corners[size_t(side)]];
-}
-
 // Whether both triangles run along their common side in opposite directions, as neighbours should.
 bool HaveSameWinding(const ZORGeoMesh& mesh, int triangle, int side)
 {
@@ -77,87 +71,6 @@ std::optional<double> AngleInFan(const ZORGeoVertexFan& fan, int triangle, const
 }
 
 } // namespace
-
-namespace {
-
-constexpr double sameEdge = 1e-10; // of the coordinates: how far from an edge a place may lie on it
-constexpr size_t mostTriangles = 64;
-
-// The place of a point on the edge of two neighbours, as the second one sees it.
-std::optional<ZORGeoMeshPlace> PlaceBeyond(const ZORGeoMesh& mesh, int triangle, int side,
-                                           const ZORMathPoint& point)
-{
-    const quint32 neighbor = mesh.GetNeighbor(triangle, side);
-    if (neighbor == 0)
-        return std::nullopt;
-    const int next = int(neighbor / 4) - 1;
-    const int entered = int(neighbor % 4);
-    const ZORMathPoint& from = mesh.vertices[mesh.triangles[next][size_t(entered)]];
-    const ZORMathVector along = SideVector(mesh, next, entered);
-    const double squared = Dot(along, along);
-    const double t = squared > 0 ? std::clamp(Dot(point - from, along) / squared, 0.0, 1.0) : 0;
-    ZORGeoMeshPlace place = ZorGeoPlaceOnSide(mesh, next, entered, t);
-    const double tolerance = sameEdge * (point - ZORMathPoint()).GetLength();
-    if (place.point.DistanceTo(point) > tolerance)
-        return std::nullopt;
-    place.point = point;
-    return place;
-}
-
-// The places of a point in the triangles on the way from one triangle to another, all of which hold it.
-ZORGeoMeshPath FindWayAt(const ZORGeoMesh& mesh, int from, const ZORGeoMeshPlace& to)
-{
-    struct Step
-    {
-        ZORGeoMeshPlace place;
-        size_t former;
-    };
-    ZORGeoMeshPlace start = to;
-    start.triangle = from;
-    std::vector<Step> steps = {{start, 0}};
-    for (size_t i = 0; i < steps.size() && i < mostTriangles; ++i) {
-        for (int side = 0; side < 3; ++side) {
-            const auto next = PlaceBeyond(mesh, steps[i].place.triangle, side, to.point);
-            const auto isKnown = [&](const Step& step) { return step.place.triangle == next->triangle; };
-            if (!next || std::any_of(steps.begin(), steps.end(), isKnown))
-                continue;
-            steps.push_back({*next, i});
-            if (next->triangle != to.triangle)
-                continue;
-            ZORGeoMeshPath way;
-            for (size_t at = steps.size() - 1; at > 0; at = steps[at].former)
-                way.insert(way.begin(), steps[at].place);
-            return way;
-        }
-    }
-    return {};
-}
-
-} // namespace
-
-bool ZorGeoHoldsPlace(const ZORGeoMesh& mesh, int triangle, const ZORGeoMeshPlace& place)
-{
-    ZORGeoMeshPlace expressed;
-    return ZorGeoExpressPlace(mesh, place, triangle, expressed) || !FindWayAt(mesh, triangle, place).empty();
-}
-
-void ZorGeoFillGaps(const ZORGeoMesh& mesh, ZORGeoMeshPath& path)
-{
-    ZORGeoMeshPath filled;
-    filled.reserve(path.size());
-    for (const ZORGeoMeshPlace& place : path) {
-        ZORGeoMeshPlace expressed;
-        if (!filled.empty() && !ZorGeoExpressPlace(mesh, place, filled.back().triangle, expressed)) {
-            const ZORGeoMeshPath way = FindWayAt(mesh, filled.back().triangle, place);
-            if (!way.empty()) {
-                filled.insert(filled.end(), way.begin(), way.end());
-                continue;
-            }
-        }
-        filled.push_back(place);
-    }
-    path = std::move(filled);
-}
 
 int ZorGeoCornerOfPlace(const ZORGeoMeshPlace& place)
 {
@@ -192,9 +105,7 @@ ZORGeoPathTurns::ZORGeoPathTurns(const ZORGeoMesh& mesh, const ZORGeoMeshPath& p
         if (last != none) {
             m_turns[i].before = path[last].point.DistanceTo(path[last + 1].point);
             m_turns[i].behind = length;
-            const bool isOneVertex =
-                path[last].triangle != path[i].triangle && path[last + 1].point == path[i].point;
-            if (!isOneVertex || !TurnRoundVertex(path, last, i))
+            if (path[last].triangle == path[i].triangle || !TurnRoundVertex(path, last, i))
                 TurnOverSides(path, last, i);
         }
         last = i;
@@ -236,16 +147,16 @@ void ZORGeoPathTurns::TurnOverSides(const ZORGeoMeshPath& path, size_t from, siz
             continue;
         const int side = SideTo(m_mesh, triangle, former, SideOfPlace(path[i]));
         if (side < 0) {
-            m_turns[to].angle = 0;
+            m_turns[to].angle = pi; // the triangles do not tell: nothing to be called smooth
             return;
         }
         const int exit = int(m_mesh.GetNeighbor(triangle, side) % 4);
-        const ZORMathVector over = SideVector(m_mesh, former, exit);
+        const ZORMathVector over = ZorGeoSideVector(m_mesh, former, exit);
         if (entered < 0)
             angle = left(i - 1) * AngleBetween(over, back);
         else if (exit != entered)
             angle -= left(i - 1) * (exit == (entered + 1) % 3 ? 1 : -1)
-                     * AngleBetween(SideVector(m_mesh, former, entered), over);
+                     * AngleBetween(ZorGeoSideVector(m_mesh, former, entered), over);
         if (HaveSameWinding(m_mesh, triangle, side))
             angle += pi;
         else
@@ -259,23 +170,24 @@ void ZORGeoPathTurns::TurnOverSides(const ZORGeoMeshPath& path, size_t from, siz
         m_turns[to].angle = isLeft ? turn : -turn;
         return;
     }
-    const double ahead = left(to) * AngleBetween(SideVector(m_mesh, path[to].triangle, entered), forth);
+    const double ahead = left(to) * AngleBetween(ZorGeoSideVector(m_mesh, path[to].triangle, entered), forth);
     m_turns[to].angle = std::remainder(ahead - angle - pi, 2 * pi);
 }
 
 bool ZORGeoPathTurns::TurnRoundVertex(const ZORGeoMeshPath& path, size_t from, size_t to)
 {
-    const int corner = ZorGeoCornerOfPlace(path[to]);
-    if (corner < 0)
-        return false;
+    const auto vertex =
+        std::find_if(path.begin() + qsizetype(from) + 1, path.begin() + qsizetype(to) + 1,
+                     [](const ZORGeoMeshPlace& place) { return ZorGeoCornerOfPlace(place) >= 0; });
     ZORGeoMeshPlace arrived;
-    if (!ZorGeoExpressPlace(m_mesh, path[to], path[from].triangle, arrived))
+    if (vertex == path.begin() + qsizetype(to) + 1
+        || !ZorGeoExpressPlace(m_mesh, *vertex, path[from].triangle, arrived))
         return false;
     const ZORGeoVertexFan fan(
         m_mesh, ZorGeoFanEntry(path[from].triangle, ZorGeoCornerOfPlace(arrived), m_isOwnSide[from]));
     bool isOwnSide = true;
-    const auto back = AngleInFan(fan, path[from].triangle, path[from].point - path[to].point, isOwnSide);
-    const auto forth = AngleInFan(fan, path[to].triangle, path[to + 1].point - path[to].point, isOwnSide);
+    const auto back = AngleInFan(fan, path[from].triangle, path[from].point - vertex->point, isOwnSide);
+    const auto forth = AngleInFan(fan, path[to].triangle, path[to + 1].point - vertex->point, isOwnSide);
     if (!back || !forth)
         return false;
     for (size_t i = from + 1; i <= to; ++i)

@@ -47,13 +47,6 @@ private:
     std::vector<char> m_isOwnSide; // of each segment
 };
 
-/// Inserts places without a length between them where a path passes over triangles without area, so that each
-/// place can be told by the triangles of both its segments.
-void ZorGeoFillGaps(const ZORGeoMesh& mesh, ZORGeoMeshPath& path);
-
-/// Whether a triangle holds a place of another triangle, directly or over triangles without area.
-bool ZorGeoHoldsPlace(const ZORGeoMesh& mesh, int triangle, const ZORGeoMeshPlace& place);
-
 /// Number of the corner that a place lies in, -1 when it is none.
 int ZorGeoCornerOfPlace(const ZORGeoMeshPlace& place);
 /// The vertex as the entry of a fan with the given side on the left.

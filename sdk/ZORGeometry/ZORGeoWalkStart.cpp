@@ -51,6 +51,12 @@ ZORGeoWalkPlace Classify(int triangle, const double (&weights)[3])
 
 } // namespace
 
+ZORMathVector ZorGeoSideVector(const ZORGeoMesh& mesh, int triangle, int side)
+{
+    const ZORGeoMesh::Corners& corners = mesh.triangles[triangle];
+    return mesh.vertices[corners[size_t(side + 1) % 3]] - mesh.vertices[corners[size_t(side)]];
+}
+
 ZORMathVector ZorGeoTwiceAreaNormal(const ZORGeoMesh& mesh, int triangle)
 {
     const ZORMathPoint& a = Corner(mesh, triangle, 0);

@@ -58,3 +58,5 @@ std::optional<ZORGeoWalkStart> ZorGeoStartOnSide(const ZORGeoMesh& mesh, const Z
 
 /// Area times 2 times normal of a triangle.
 ZORMathVector ZorGeoTwiceAreaNormal(const ZORGeoMesh& mesh, int triangle);
+/// From the start of a side to its end.
+ZORMathVector ZorGeoSideVector(const ZORGeoMesh& mesh, int triangle, int side);

@@ -2,7 +2,9 @@
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceSmoother.h>
+#include <ZORGeometry/ZORGeoObjectReader.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>
+#include <ZORGeometry/ZORGeoObjectWriter.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -10,8 +12,18 @@
 
 #include <cmath>
 #include <memory>
+#include <utility>
 
 ZOR_GEO_REGISTER_TYPE(ZORTPCourse)
+
+namespace {
+
+bool IsWidth(double width)
+{
+    return width > 0 && !std::isinf(width);
+}
+
+} // namespace
 
 ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const ZORGeoCurveOnSurface* centerLine, double width)
     : ZORFeatGeometry(folder)
@@ -31,16 +43,10 @@ ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const QList<ZORGeoLocationOnSurf
     Make(locations);
 }
 
-ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, double width, ZORGeoCurveOnSurface* centerLine,
-                         ZORTopBody* body)
+ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, double width)
     : ZORFeatGeometry(folder)
     , m_width(width)
 {
-    CheckWidth();
-    if (body)
-        body->AddReference(this);
-    m_centerLine = centerLine;
-    m_body = body;
 }
 
 ZORTPCourse::~ZORTPCourse()
@@ -50,15 +56,10 @@ ZORTPCourse::~ZORTPCourse()
     delete m_centerLine;
 }
 
-void ZORTPCourse::CheckWidth() const
-{
-    if (!(m_width > 0) || std::isinf(m_width))
-        throw ZORSysException(tr("width is not a positive number"));
-}
-
 void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
 {
-    CheckWidth();
+    if (!IsWidth(m_width))
+        throw ZORSysException(tr("width is not a positive number"));
     if (locations.size() < 2)
         throw ZORSysException(tr("a course needs two places"));
     const QList<ZORGeoLocationOnSurface> connected = ZORGeoCurveOnSurfaceSmoother::Connect(locations);
@@ -79,9 +80,10 @@ void ZORTPCourse::MakeBody(const QList<ZORGeoLocationOnSurface>& locations)
 void ZORTPCourse::Initialize()
 {
     ZOR_TRACE_CALL();
-    if (m_centerLine)
+    const bool isRestored = std::exchange(m_isRestored, false);
+    if (m_centerLine && !isRestored)
         m_centerLine->Initialize();
-    if (m_body)
+    if (m_body && !isRestored)
         m_body->Initialize();
     ZORFeatGeometry::Initialize();
 }
@@ -130,15 +132,29 @@ struct ZORTPCourseStorage
 {
     static void Write(const ZORTPCourse& course, ZORGeoObjectWriter& writer)
     {
-        writer.WriteReference("centerLine", course.m_centerLine);
-        writer.WriteReference("body", course.m_body);
+        // They may come behind the course, and keep their places in the container.
+        writer.WriteLink("centerLine", course.m_centerLine);
+        writer.WriteLink("body", course.m_body);
         writer.WriteDouble("width", course.m_width);
     }
     static ZORTPCourse* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
     {
-        return new ZORTPCourse(reader.GetReference<ZORFeatObject>("parent"), reader.GetDouble("width"),
-                               reader.GetReference<ZORGeoCurveOnSurface>("centerLine"),
-                               reader.GetReference<ZORTopBody>("body"));
+        const double width = reader.GetDouble("width");
+        if (!IsWidth(width))
+            reader.Fail(ZORTPCourse::tr("width is not a positive number"));
+        return new ZORTPCourse(reader.GetReference<ZORFeatObject>("parent"), width);
+    }
+    static void Complete(ZORTPCourse& course, const ZORGeoObjectReader& reader)
+    {
+        auto* const centerLine = reader.GetLink<ZORGeoCurveOnSurface>("centerLine");
+        auto* const body = reader.GetLink<ZORTopBody>("body");
+        if (body && body->GetGeometry() != centerLine)
+            reader.Fail(ZORTPCourse::tr("the body is not that of the centre line"));
+        if (body)
+            body->AddReference(&course);
+        course.m_centerLine = centerLine;
+        course.m_body = body;
+        course.m_isRestored = true;
     }
 };
 

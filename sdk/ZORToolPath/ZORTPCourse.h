@@ -63,18 +63,20 @@ public:
     /// for a radius of 0 or NaN, is left as it is, its centre line and body the same.
     /// \param radius  millimetres
     /// \throws ZORSysException "radius is negative", "radius is infinite", "the course has no centre line",
-    ///         "the surface of the course does not exist any more"; the course is unchanged then
+    ///         "the surface of the course does not exist any more", "the surface has no room for the radius %1
+    ///         at (%2, %3, %4)"; the course is unchanged then
     void Smooth(double radius);
 
 private:
     friend struct ZORTPCourseStorage;
-    /// The course of a centre line and a body that are there already; null for what has been destroyed.
-    ZORTPCourse(ZORFeatObject* folder, double width, ZORGeoCurveOnSurface* centerLine, ZORTopBody* body);
-    void CheckWidth() const;
+    /// To be completed with what was stored.
+    ZORTPCourse(ZORFeatObject* folder, double width);
+
     void Make(const QList<ZORGeoLocationOnSurface>& locations);
     void MakeBody(const QList<ZORGeoLocationOnSurface>& locations);
 
     const double m_width;
     QPointer<ZORGeoCurveOnSurface> m_centerLine; // owned, by the container once it is registered
     QPointer<ZORTopBody> m_body;                 // the same
+    bool m_isRestored = false;                   // centre line and body register themselves
 };

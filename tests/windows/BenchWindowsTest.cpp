@@ -94,6 +94,7 @@ TEST_P(BenchWindowsTest, Operations)
     AddPolyline("A curve with a name as long as importers make them", {{0, 0, 0}, {1, 0, 0}});
     AddPoint("Origin");
     const std::pair<const char*, const char*> operations[] = {
+        {"ZORTestCreateDrapingDlg", "create-draping"},
         {"ZORTestCreateFolderDlg", "create-folder"},
         {"ZORTestCreatePointCmd", "create-point"},
         {"ZORTestCreateTopCurveDlg", "create-topological-curve"},
@@ -107,6 +108,7 @@ TEST_P(BenchWindowsTest, Operations)
         {"ZORTestGeoProjectPointCurveDlg", "project-point-to-curve"},
         {"ZORTestGeoProjectPointSurfaceDlg", "project-point-to-surface"},
         {"ZORTestGeoSurfaceEdgeDlg", "surface-edges"},
+        {"ZORTestStrategyDlg", "using-strategy-selector"},
         {"ZORTestTPCourseSmoothingDlg", "course-smoothing"},
         {"ZORTestTopProjectDlg", "create-topological-projection"},
     };

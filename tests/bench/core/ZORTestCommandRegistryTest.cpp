@@ -296,6 +296,8 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
     }
     const QSet<QByteArray> expected{
         // clang-format off
+        "ZORTestCompReaderCmd",
+        "ZORTestCreateDrapingDlg",
         "ZORTestCreateFolderDlg",
         "ZORTestCreatePointCmd",
         "ZORTestCreateTopCurveDlg",
@@ -317,6 +319,7 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         "ZORTestLaunchStandardCmd",
         "ZORTestLoadContainerCmd",
         "ZORTestSaveContainerCmd",
+        "ZORTestStrategyDlg",
         "ZORTestTPCourseSmoothingDlg",
         "ZORTestTopProjectDlg",
         "ZORTestVisVectorTextDlg",

@@ -220,11 +220,11 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, PointToPointPassesEverythingInOrder)
     SetValue("_AngleSpin", 90);
     SetValue("_StartLenSpin", 2.5);
     EXPECT_EQ(
-        QStringList({Class + "ZORWFCurveOnSupport(<F>)", Class + "Initialize()", Class + "SetSupport(<Su>)",
-                     Class + "SetComputationMethod(0)", Class + "SetStartPoint(<St>)",
-                     Class + "SetEndPoint(<En>)", Class + "SetStartLength(2.5)", Class + "SetEndLength(100)",
-                     Class + "SetDirection(null)", Class + "SetAngle(1.5707963267948966)",
-                     Class + "SetDirectionFlipped(true)"}),
+        QStringList({Class + "ZORWFCurveOnSupport(<F>)", "ZORFeatComputedGeometry::Initialize()",
+                     Class + "SetSupport(<Su>)", Class + "SetComputationMethod(0)",
+                     Class + "SetStartPoint(<St>)", Class + "SetEndPoint(<En>)",
+                     Class + "SetStartLength(2.5)", Class + "SetEndLength(100)", Class + "SetDirection(null)",
+                     Class + "SetAngle(1.5707963267948966)", Class + "SetDirectionFlipped(true)"}),
         TraceFeature());
     ExpectRun(TakeFeature(), {50, 20, 0}, {90, 50, 0});
     EXPECT_EQ(QList<bool>({true, true}), finished);
@@ -244,12 +244,13 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, DirectedTypesPassEverythingInOrder)
         SelectInList("_StartLimitSel", first);
         SelectInList("_EndLimitSel", second);
         EXPECT_EQ(
-            QStringList(
-                {Class + "ZORWFCurveOnSupport(<F>)", Class + "Initialize()", Class + "SetSupport(<Su>)",
-                 Class + QString("SetComputationMethod(%1)").arg(type), Class + "SetStartPoint(<St>)",
-                 Class + "SetEndPoint(null)", Class + "SetStartLength(30)", Class + "SetEndLength(100)",
-                 Class + "AddStartLimit(<L2>)", Class + "AddStartLimit(<L1>)", Class + "AddEndLimit(<L2>)",
-                 Class + "SetDirection(<F>)", Class + "SetAngle(0)", Class + "SetDirectionFlipped(false)"}),
+            QStringList({Class + "ZORWFCurveOnSupport(<F>)", "ZORFeatComputedGeometry::Initialize()",
+                         Class + "SetSupport(<Su>)", Class + QString("SetComputationMethod(%1)").arg(type),
+                         Class + "SetStartPoint(<St>)", Class + "SetEndPoint(null)",
+                         Class + "SetStartLength(30)", Class + "SetEndLength(100)",
+                         Class + "AddStartLimit(<L2>)", Class + "AddStartLimit(<L1>)",
+                         Class + "AddEndLimit(<L2>)", Class + "SetDirection(<F>)", Class + "SetAngle(0)",
+                         Class + "SetDirectionFlipped(false)"}),
             TraceFeature());
         ExpectRun(TakeFeature(), {45, 20, 0}, {75, 20, 0});
     }

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 inline constexpr double allowed = 1 + 1.1e-4; // tolerance of the radius and some rounding
 
@@ -56,21 +57,37 @@ inline double DistanceTo(const QList<ZORGeoLocationOnSurface>& curve, const ZORM
     return distance;
 }
 
-/// Mean adjacent length over turn of a curve in a plane, where unfolding changes nothing.
-inline double SmallestPlaneRadius(const QList<ZORGeoLocationOnSurface>& curve)
+/// Mean adjacent length over turn of a curve in a plane, where unfolding changes nothing. Straight ways over
+/// several places count as one, with five degrees of the radius at most.
+inline double SmallestPlaneRadius(const QList<ZORGeoLocationOnSurface>& curve, double minimum)
 {
-    double radius = std::numeric_limits<double>::infinity();
-    QList<ZORMathVector> segments;
+    struct Way
+    {
+        ZORMathVector direction;
+        double length;
+        double turn; // at its end
+    };
+    QList<Way> ways;
     for (qsizetype i = 1; i < curve.size(); ++i) {
         const ZORMathVector segment = curve[i].point - curve[i - 1].point;
-        if (segment.GetLength() > 1e-8)
-            segments.append(segment);
+        const double length = segment.GetLength();
+        if (length < 1e-7)
+            continue;
+        if (!ways.isEmpty()) {
+            Way& last = ways.last();
+            last.turn = std::atan2(Cross(last.direction, segment).GetLength(), Dot(last.direction, segment));
+            if (last.turn < 1e-6) {
+                last.length += length;
+                continue;
+            }
+        }
+        ways.append({segment, length, 0});
     }
-    for (qsizetype i = 1; i < segments.size(); ++i) {
-        const double turn =
-            std::atan2(Cross(segments[i - 1], segments[i]).GetLength(), Dot(segments[i - 1], segments[i]));
-        if (turn > 1e-6)
-            radius = std::min(radius, (segments[i - 1].GetLength() + segments[i].GetLength()) / 2 / turn);
+    const double longest = minimum * std::numbers::pi / 36;
+    double radius = std::numeric_limits<double>::infinity();
+    for (qsizetype i = 1; i < ways.size(); ++i) {
+        const double length = std::min(ways[i - 1].length, longest) + std::min(ways[i].length, longest);
+        radius = std::min(radius, length / 2 / ways[i - 1].turn);
     }
     return radius;
 }

@@ -13,10 +13,10 @@ namespace {
 using Locations = ZORGeoCurveOnSurfaceSmoother::Locations;
 using std::numbers::pi;
 
-QString MessageOf(double radius)
+QString MessageOf(double radius, const Locations& curve = {})
 {
     try {
-        ZORGeoCurveOnSurfaceSmoother smoother(radius);
+        ZORGeoCurveOnSurfaceSmoother(radius).Smooth(curve);
     } catch (const ZORSysException& exception) {
         return exception.GetMessage();
     }
@@ -30,7 +30,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, RoundsOffACornerInAPlaneByTheTangentArc)
         const auto surface = Plane(cells).Make();
         const Locations curve = Through(*surface, Corner(pi / 3, 200, 200));
         const Locations smooth = SmoothAndCheck(curve, 100);
-        EXPECT_GE(SmallestPlaneRadius(smooth) * allowed, 100);
+        EXPECT_GE(SmallestPlaneRadius(smooth, 100) * allowed, 100);
         // Tangent length 57.735027, arc 104.719755, offset 15.470054; chords are shorter than arcs.
         EXPECT_NEAR(LengthOf(smooth), 400 - 2 * 57.735027 + 104.719755, 3e-5);
         EXPECT_NEAR(DistanceTo(smooth, {0, 0, 0}), 15.470054, 5e-5);
@@ -100,7 +100,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, TurnsAtTheEndsOfLegsThatAreTooShort)
     const Locations first = SmoothAndCheck(Through(*surface, Corner(pi / 3, 30, 200)), 100);
     const Locations last = SmoothAndCheck(Through(*surface, Corner(pi / 3, 200, 30)), 100);
     EXPECT_NEAR(LengthOf(first), LengthOf(last), 1e-4);
-    EXPECT_GE(SmallestPlaneRadius(first) * allowed, 100);
+    EXPECT_GE(SmallestPlaneRadius(first, 100) * allowed, 100);
 }
 
 TEST(ZORGeoCurveOnSurfaceSmootherTest, GivesNeighbouringCornersOneArcAndCutsCrowdedOnesShort)
@@ -127,6 +127,29 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, KeepsTheClosingPlaceOfClosedCurves)
         Through(*surface, {{-100, -100, 0}, {100, -100, 0}, {100, 100, 0}, {-100, 100, 0}, {-100, -100, 0}});
     const Locations smooth = SmoothAndCheck(square, 40);
     EXPECT_NEAR(LengthOf(smooth), 800 - 6 * 40 + 3 * 40 * pi / 2, 1e-3);
+}
+
+TEST(ZORGeoCurveOnSurfaceSmootherTest, ClosedCurvesThatWouldShrinkToAPointAreLeft)
+{
+    const auto surface = Plane(7).Make();
+    QList<ZORMathPoint> points;
+    for (int i = 0; i <= 72; ++i)
+        points.append({50 * std::cos(i * pi / 36), 50 * std::sin(i * pi / 36), 0});
+    points.last() = points.first();
+    const Locations circle = Through(*surface, points);
+    EXPECT_TRUE(
+        MessageOf(100, circle).startsWith(QStringLiteral("the surface has no room for the radius 100")))
+        << MessageOf(100, circle).toStdString();
+    const Locations fold = Through(*surface, {{0, 0, 0}, {40, 20, 0}, {0, 0, 0}});
+    EXPECT_FALSE(MessageOf(100, fold).isEmpty());
+}
+
+TEST(ZORGeoCurveOnSurfaceSmootherTest, TakesFoldsOutOfCurvesThatGoBackOnThemselves)
+{
+    const auto surface = Plane(7).Make();
+    const Locations smooth =
+        SmoothAndCheck(Through(*surface, {{-100, 0, 0}, {60, 0, 0}, {0, 0, 0}, {0, 100, 0}}), 20);
+    EXPECT_NEAR(LengthOf(smooth), 200 - 40 + 10 * pi, 1e-3);
 }
 
 TEST(ZORGeoCurveOnSurfaceSmootherTest, MeasuresTheSmallestRadius)
@@ -204,7 +227,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, PassesVerticesAndRunsAlongSides)
     }
 }
 
-TEST(ZORGeoCurveOnSurfaceSmootherTest, StaysOnTheSurfaceAroundHoles)
+TEST(ZORGeoCurveOnSurfaceSmootherTest, TellsWhereTheSurfaceHasNoRoom)
 {
     // A grid without its middle cells: the corner of the curve is that of the hole.
     TestMesh mesh = Plane(6);
@@ -215,11 +238,11 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, StaysOnTheSurfaceAroundHoles)
         return std::max(std::abs(sum.GetX()), std::abs(sum.GetY())) < 300;
     });
     const auto surface = mesh.Make();
+    // Shorter around the other side of the hole, where a corner stays.
     const Locations around = Through(*surface, {{-100, -250, 0}, {-100, 100, 0}, {250, 100, 0}});
-    const Locations kept = ZORGeoCurveOnSurfaceSmoother(60).Smooth(around);
-    EXPECT_LT(DeviationFromSurface(kept), 1e-9);
-    EXPECT_LE(LengthOf(kept), LengthOf(around));
-    EXPECT_EQ(around.constLast().point, kept.constLast().point);
+    EXPECT_EQ(QStringLiteral("the surface has no room for the radius 60 at (100, -100, 0)"),
+              MessageOf(60, around));
+    EXPECT_EQ(QString(), MessageOf(0, around));
     const Locations beside = Through(*surface, {{-250, -250, 0}, {-250, 250, 0}, {250, 250, 0}});
     SmoothAndCheck(beside, 60);
 }

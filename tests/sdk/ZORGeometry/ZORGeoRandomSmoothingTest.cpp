@@ -56,7 +56,7 @@ private:
 };
 
 template<class Place>
-void SmoothMany(const TestMesh& mesh, int count, unsigned seed, const Place& place)
+void SmoothMany(const TestMesh& mesh, int count, unsigned seed, const Place& place, bool isPlane = false)
 {
     const auto surface = mesh.Make();
     RandomCourses courses(seed);
@@ -64,7 +64,10 @@ void SmoothMany(const TestMesh& mesh, int count, unsigned seed, const Place& pla
         SCOPED_TRACE(i);
         const Locations course = courses.Make(*surface, place);
         const double radius = courses.Radius();
-        SmoothAndCheck(course, radius);
+        const Locations smooth = SmoothAndCheck(course, radius);
+        if (isPlane) {
+            EXPECT_GE(SmallestPlaneRadius(smooth, radius) * allowed, radius);
+        }
         if (testing::Test::HasFailure())
             return;
     }
@@ -78,14 +81,14 @@ ZORMathPoint InPlane(double x, double y)
 TEST(ZORGeoRandomSmoothingTest, ReachesTheRadiusOnRandomCoursesInAPlane)
 {
     for (unsigned seed = 1; seed <= 4; ++seed)
-        SmoothMany(Scaled(JitteredSheet(20, seed), 600, {-300, -300, 0}), 12, seed, InPlane);
+        SmoothMany(Scaled(JitteredSheet(20, seed), 600, {-300, -300, 0}), 12, seed, InPlane, true);
 }
 
 TEST(ZORGeoRandomSmoothingTest, ReachesTheRadiusOverTrianglesWithoutAreaAndAllWindings)
 {
     const ZORMathVector shift(-320, -320, 0);
-    SmoothMany(Scaled(SliverSheet(16), 640, shift), 40, 11, InPlane);
-    SmoothMany(Scaled(WithRandomWindings(DoubledSheet(16), 3), 640, shift), 30, 12, InPlane);
+    SmoothMany(Scaled(SliverSheet(16), 640, shift), 40, 11, InPlane, true);
+    SmoothMany(Scaled(WithRandomWindings(DoubledSheet(16), 3), 640, shift), 40, 12, InPlane, true);
 }
 
 TEST(ZORGeoRandomSmoothingTest, ReachesTheRadiusOnRandomCoursesOnCurvedSurfaces)
@@ -103,41 +106,48 @@ TEST(ZORGeoRandomSmoothingTest, ReachesTheRadiusOnRandomCoursesOnCurvedSurfaces)
     });
 }
 
-TEST(ZORGeoRandomSmoothingTest, KeepsToTheRulesOnRealMeshes)
+// A walk over a surface: every place is near to a point at a random distance of the former one.
+Locations MakeRandomWalk(const ZORGeoSurface& surface, double step, std::mt19937& random)
+{
+    const auto& vertices = surface.GetVertexArray();
+    std::uniform_real_distribution<double> shift(-step, step);
+    Locations places = {surface.Project(vertices[qsizetype(random() % size_t(vertices.size()))])};
+    for (int i = 0; i < 5; ++i) {
+        const double x = shift(random);
+        const double y = shift(random);
+        const double z = shift(random);
+        places.append(surface.Project(places.constLast().point + ZORMathVector(x, y, z)));
+    }
+    return ZORGeoCurveOnSurfaceSmoother::Connect(places);
+}
+
+TEST(ZORGeoRandomSmoothingTest, RealMeshesAreSmoothedByTheRulesOrNotAtAll)
 {
     ZOR_REQUIRE_TEST_DATA(folder, "meshes/meshes");
-    const QDir meshes(folder);
-    const QStringList files = meshes.entryList({QStringLiteral("*.stl")}, QDir::Files, QDir::Name);
-    ASSERT_FALSE(files.isEmpty());
-    for (const QString& name : files) {
-        SCOPED_TRACE(name.toStdString());
-        QFile file(meshes.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    int smoothed = 0;
+    for (const char* name : {"stanford-bunny.stl", "fandisk.stl", "blade.stl", "wing_5degrees.stl"}) {
+        QFile file(QDir(folder).filePath(QLatin1String(name)));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
         ZORGeoContainer container;
-        const auto surfaces = ZORGeoStlLoader(&file).Load(&container, ZORSysValue::Millimeter);
+        const ZORGeoSurface* surface =
+            ZORGeoStlLoader(&file).Load(&container, ZORSysValue::Millimeter).constFirst();
+        const ZORMathBoundingBox box = surface->GetBoundingBox();
+        const double extent = (box.GetUpperPoint() - box.GetLowerPoint()).GetLength();
         std::mt19937 random(7);
-        for (const ZORGeoSurface* surface : surfaces) {
-            const auto& vertices = surface->GetVertexArray();
-            const ZORMathBoundingBox box = surface->GetBoundingBox();
-            const double extent = (box.GetUpperPoint() - box.GetLowerPoint()).GetLength();
-            Locations places;
-            for (int i = 0; i < 3 && !vertices.isEmpty(); ++i)
-                places.append(surface->Project(vertices[qsizetype(random() % size_t(vertices.size()))]));
-            Locations course;
+        for (int i = 0; i < 6; ++i) {
+            SCOPED_TRACE(name);
             try {
-                course = ZORGeoCurveOnSurfaceSmoother::Connect(places);
-            } catch (const ZORSysException&) {
-                continue; // on different pieces
+                SmoothAndCheck(MakeRandomWalk(*surface, extent / 20, random), extent / 100);
+                ++smoothed;
+            } catch (const ZORSysException& exception) {
+                const QString message = exception.GetMessage();
+                EXPECT_TRUE(message.startsWith(QLatin1String("the surface has no room for the radius"))
+                            || message.startsWith(QLatin1String("no way over the surface leads to")))
+                    << message.toStdString();
             }
-            const Locations smooth = ZORGeoCurveOnSurfaceSmoother(extent / 20).Smooth(course);
-            if (smooth.isEmpty())
-                continue;
-            EXPECT_EQ(course.constFirst().point, smooth.constFirst().point);
-            EXPECT_EQ(course.constLast().point, smooth.constLast().point);
-            EXPECT_LE(LengthOf(smooth), LengthOf(course) * (1 + 1e-12));
-            EXPECT_LT(DeviationFromSurface(smooth), 1e-9);
         }
     }
+    EXPECT_GE(smoothed, 12);
 }
 
 } // namespace

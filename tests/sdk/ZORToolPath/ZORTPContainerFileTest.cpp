@@ -73,6 +73,26 @@ TEST_F(ZORTPContainerFileTest, ALoadedCourseCanBeSmoothedAndRemoved)
     EXPECT_EQ(before - 3, loaded.GetNumGeometry());
 }
 
+TEST_F(ZORTPContainerFileTest, ASmoothedCourseStandsBeforeItsCentreLine)
+{
+    course->Smooth(50);
+    ASSERT_TRUE(RoundTrips(container, loaded));
+    const ZORTPCourse* const copy = LoadedCourse();
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(copy, loaded.GetGeometryByIndex(2)) << "behind the root and the surface";
+    EXPECT_EQ(copy->GetBody(), loaded.GetGeometryByIndex(4));
+    EXPECT_EQ(1, copy->GetBody()->GetReferenceCount());
+    const auto expected = course->GetCenterLine()->GetLocations();
+    const auto locations = copy->GetCenterLine()->GetLocations();
+    ASSERT_EQ(expected.size(), locations.size());
+    for (qsizetype i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(expected[i].triangle, locations[i].triangle);
+        EXPECT_EQ(expected[i].weightB, locations[i].weightB);
+        EXPECT_EQ(expected[i].weightC, locations[i].weightC);
+        EXPECT_EQ(expected[i].point, locations[i].point);
+    }
+}
+
 TEST_F(ZORTPContainerFileTest, ACourseThatHasLostItsSurfaceOrBodyIsSavedWithoutIt)
 {
     delete surface;

@@ -185,6 +185,26 @@ TEST_F(ZORTPCourseTest, RefusesToSmoothWithARadiusThatIsNone)
     EXPECT_EQ(course->GetCenterLine(), line);
 }
 
+TEST_F(ZORTPCourseTest, StaysAsItIsWhereTheSurfaceHasNoRoom)
+{
+    // An L: the inner corner is the corner of the course.
+    auto* const angle = new ZORGeoSurface(
+        &container, {{0, 0, 0}, {9, 0, 0}, {9, 1, 0}, {1, 1, 0}, {1, 9, 0}, {0, 9, 0}, {0, 1, 0}},
+        {{0, 1, 2}, {0, 2, 3}, {0, 3, 6}, {6, 3, 4}, {6, 4, 5}});
+    angle->Initialize();
+    auto* const course = new ZORTPCourse(
+        folder, {angle->Project({8, 1, 0}), angle->Project({1, 1, 0}), angle->Project({1, 8, 0})}, 1);
+    course->Initialize();
+    const ZORGeoCurveOnSurface* const line = course->GetCenterLine();
+    int changes = 0;
+    QObject::connect(course, &ZORFeatGeometry::BodyChanged, course, [&] { ++changes; });
+    EXPECT_EQ(MessageOf([&] { course->Smooth(2); }),
+              QStringLiteral("the surface has no room for the radius 2 at (1, 1, 0)"));
+    EXPECT_EQ(course->GetCenterLine(), line);
+    EXPECT_EQ(line->GetNumPoints(), 3);
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(ZORTPCourseTest, OutlivesItsSurfaceAndItsCentreLine)
 {
     ZORTPCourse* const course = Add();

@@ -1,0 +1,86 @@
+#include "widgets/ZORTestStrategySelector.h"
+
+#include "core/ZORTestCommandRegistry.h"
+#include "core/ZORTestEnvironment.h"
+#include "ui_ZORTestGeometrySelector.h"
+
+#include <ZORComposites/ZORCompRoot.h>
+#include <ZORComposites/ZORCompStrategy.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+
+#include <QPointer>
+#include <QVariant>
+
+namespace {
+
+// Beside the strategy itself an entry of the combo box holds a guarded pointer to it: the dialogs are not
+// modal, so that a strategy may be deleted while it stands in a list.
+constexpr int guardRole = Qt::UserRole + 1;
+
+ZORCompStrategy* GetTestHandle()
+{
+    return reinterpret_cast<ZORCompStrategy*>(quintptr(0x234234234));
+}
+
+} // namespace
+
+ZORTestStrategySelector::ZORTestStrategySelector(QWidget* parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::ZORTestGeometrySelector>())
+{
+    setObjectName(QLatin1String("ZORTestStrategySelector")); // the form leaves names that are there
+    m_ui->setupUi(this);
+    m_ui->_List->hide();
+    connect(m_ui->_Button, &QPushButton::clicked, this, &ZORTestStrategySelector::OnBrowseClicked);
+}
+
+ZORTestStrategySelector::~ZORTestStrategySelector() = default;
+
+void ZORTestStrategySelector::SetEnvironment(ZORTestEnvironment* environment)
+{
+    m_environment = environment;
+    const QString label = property("label").toString();
+    m_ui->_Label->setText(label);
+    m_ui->horizontalLayout->setAlignment(m_ui->_Label, Qt::Alignment());
+    m_ui->_Button->setAccessibleName(tr("Browse: %1").arg(label.trimmed()));
+    OnReload();
+}
+
+bool ZORTestStrategySelector::IsTestHandle(const ZORCompStrategy* strategy)
+{
+    return strategy == GetTestHandle();
+}
+
+ZORCompStrategy* ZORTestStrategySelector::GetSelectedStrategy() const
+{
+    const QVariant guard = m_ui->_Combo->currentData(guardRole);
+    if (guard.isValid() && guard.value<QPointer<QObject>>().isNull())
+        return nullptr;
+    return m_ui->_Combo->currentData().value<ZORCompStrategy*>();
+}
+
+void ZORTestStrategySelector::OnReload()
+{
+    m_ui->_Combo->clear();
+    m_ui->_Combo->addItem(tr("mt Strategy test"), QVariant::fromValue(GetTestHandle()));
+    ZORFeatContainer* const container = m_environment->GetEnvironment()->GetContainer();
+    const auto* root =
+        qobject_cast<ZORCompRoot*>(container->GetFeatureRoot(ZORCompRoot::staticMetaObject.className()));
+    if (!root)
+        return;
+    const QList<ZORFeatObject*> children = root->GetAllChildren();
+    for (ZORFeatObject* child : children) {
+        auto* strategy = qobject_cast<ZORCompStrategy*>(child);
+        if (!strategy)
+            continue;
+        m_ui->_Combo->addItem(strategy->GetLabel(), QVariant::fromValue(strategy));
+        m_ui->_Combo->setItemData(m_ui->_Combo->count() - 1, QVariant::fromValue(QPointer<QObject>(strategy)),
+                                  guardRole);
+    }
+}
+
+void ZORTestStrategySelector::OnBrowseClicked()
+{
+    ZORTestCommandRegistry::Instance(); // no command creates strategies
+}
