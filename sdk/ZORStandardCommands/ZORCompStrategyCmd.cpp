@@ -4,13 +4,17 @@
 #include "ZORStdObjects.h"
 
 #include <ZORCommonUI/ZORCmnUnitSpinBox.h>
+#include <ZORComposites/ZORCompDrapingLayer.h>
+#include <ZORComposites/ZORCompRosette.h>
 #include <ZORComposites/ZORCompStrategy.h>
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <QComboBox>
 
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -39,6 +43,7 @@ public:
         m_warpExtentSpin = AddExtent("_WarpExtentSpin", tr("Extent along the warp:"));
         m_weftExtentSpin = AddExtent("_WeftExtentSpin", tr("Extent along the weft:"));
         AddFolder();
+        AddLayerRows();
         Check();
     }
 
@@ -48,10 +53,19 @@ public:
         auto* const strategy = new ZORCompStrategy(GetFolder(creation));
         strategy->SetParameters(GetParameters());
         creation.Add(strategy, GetLabel());
+        if (m_surfaceCombo->GetObject())
+            AddLayer(creation, strategy);
         creation.Keep();
     }
 
 protected:
+    void UpdateRows() override
+    {
+        const bool isDraped = m_surfaceCombo->GetObject();
+        for (QWidget* row : std::initializer_list<QWidget*>{m_seedCombo, m_rosetteCombo, m_direction.row})
+            SetRowVisible(row, isDraped);
+        m_direction.row->setEnabled(!m_rosetteCombo->GetObject());
+    }
     QString FindProblem() const override
     {
         try {
@@ -59,10 +73,36 @@ protected:
         } catch (const ZORSysException& exception) {
             return ToSentence(exception.GetMessage());
         }
+        if (m_surfaceCombo->GetObject()) {
+            if (!m_seedCombo->GetObject())
+                return tr("Choose the point where draping starts.");
+            if (!m_rosetteCombo->GetObject() && m_direction.GetVector().GetLength() == 0)
+                return tr("The direction has no length.");
+        }
         return FindLabelProblem();
     }
 
 private:
+    void AddLayerRows()
+    {
+        using Combo = ZORStdObjectCombo;
+        m_surfaceCombo = AddObjects("_SurfaceCombo", tr("Drape a surface:"),
+                                    Combo::ShapeFilter(Combo::Surfaces), tr("None"));
+        m_seedCombo = AddObjects("_SeedCombo", tr("Seed:"), Combo::ShapeFilter(Combo::Points));
+        m_rosetteCombo =
+            AddObjects("_RosetteCombo", tr("Rosette:"), Combo::ClassFilter<ZORCompRosette>(), tr("None"));
+        m_direction = AddTriple(QLatin1String("_Direction"), tr("Direction:"), "", {1, 0, 0});
+    }
+    void AddLayer(ZORStdCreation& creation, ZORCompStrategy* strategy) const
+    {
+        auto layer = std::make_unique<ZORCompDrapingLayer>(strategy->GetParentFeature());
+        layer->SetStrategy(strategy);
+        layer->SetSurface(m_surfaceCombo->GetObject());
+        layer->SetSeed(m_seedCombo->GetObject());
+        layer->SetRosette(m_rosetteCombo->Get<ZORCompRosette>());
+        layer->SetDirection(m_direction.GetVector());
+        creation.Add(layer.release(), ZORStdUniqueLabel(*GetContainer(), tr("Layer")));
+    }
     ZORCmnUnitSpinBox* AddExtent(const char* objectName, const QString& text)
     {
         ZORCmnUnitSpinBox* const spin = AddNumber(objectName, text, "Length", 0);
@@ -95,6 +135,10 @@ private:
     ZORCmnUnitSpinBox* m_lockingAngleSpin = nullptr;
     ZORCmnUnitSpinBox* m_warpExtentSpin = nullptr;
     ZORCmnUnitSpinBox* m_weftExtentSpin = nullptr;
+    ZORStdObjectCombo* m_surfaceCombo = nullptr; // null object: no layer
+    ZORStdObjectCombo* m_seedCombo = nullptr;
+    ZORStdObjectCombo* m_rosetteCombo = nullptr;
+    Triple m_direction;
 };
 
 } // namespace

@@ -4,7 +4,8 @@
 
 #include "ZORStdDialogCommand.h"
 
-/// Asks for the parameters of a ZORCompStrategy and creates it.
+/// Asks for the parameters of a ZORCompStrategy and creates it; where a surface is chosen, it is draped by the strategy:
+/// a ZORCompDrapingLayer.
 class ZORCompStrategyCmd final : public ZORStdDialogCommand
 {
     Q_OBJECT

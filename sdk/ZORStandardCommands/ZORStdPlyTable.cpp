@@ -94,9 +94,12 @@ ZORStdPlyTable::ZORStdPlyTable(ZORFeatContainer* container, QWidget* parent)
     m_view->setItemDelegate(new Delegate(container, this));
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_view->setEditTriggers(QAbstractItemView::AllEditTriggers);
+    // Not by becoming current: the Tab key would never leave the table.
+    m_view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked
+                            | QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
     m_view->setTabKeyNavigation(false);
     m_view->horizontalHeader()->setSectionResizeMode(ZORStdPlyModel::Material, QHeaderView::Stretch);
+    m_view->setColumnWidth(ZORStdPlyModel::Angle, 130); // room for the editor
     m_view->setMinimumHeight(180);
     setFocusProxy(m_view);
     m_summaryLbl->setObjectName(QLatin1String("_SummaryLbl"));
@@ -158,7 +161,9 @@ void ZORStdPlyTable::OnAdd()
 {
     const std::vector<ZORStdPlyModel::Ply>& plies = m_model->GetPlies();
     m_model->AddPly({plies.empty() ? FindFirstMaterial(*m_container) : plies.back().material.data(), 0});
-    m_view->setCurrentIndex(m_model->index(m_model->rowCount() - 1, ZORStdPlyModel::Angle));
+    const QModelIndex angle = m_model->index(m_model->rowCount() - 1, ZORStdPlyModel::Angle);
+    m_view->setCurrentIndex(angle);
+    m_view->edit(angle);
 }
 
 void ZORStdPlyTable::OnRemove()

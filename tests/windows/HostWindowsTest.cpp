@@ -1,5 +1,6 @@
 // The windows of the host.
 
+#include "WindowChecks.h"
 #include "WindowTest.h"
 #include "app/ZORHostTheme.h"
 #include "core/ZORTestOptionsCmd.h"
@@ -168,6 +169,10 @@ TEST_P(StandardCommandWindowsTest, Layup)
     ASSERT_NE(nullptr, frame);
     for (int i = 0; i < 4; ++i)
         Click(frame, "_AddPlyBtn");
+    auto* const table = frame->findChild<QTableView*>("_PlyTable");
+    const QStringList cut = FindCutTexts(frame); // with the editor of an angle
+    EXPECT_EQ(QStringList(), cut) << cut.join(", ").toStdString();
+    table->setCurrentIndex(table->model()->index(0, 0)); // ends the edit
     Walk(frame, "layup-plies");
     frame->reject();
 }

@@ -57,7 +57,8 @@ protected:
     void ChooseMaterial(int row, const QString& name)
     {
         const QModelIndex cell = GetTable()->model()->index(row, Material);
-        GetTable()->setCurrentIndex(cell); // edits it
+        GetTable()->setCurrentIndex(cell);
+        GetTable()->edit(cell);
         auto* const editor = qobject_cast<QComboBox*>(GetTable()->indexWidget(cell));
         ASSERT_NE(editor, nullptr);
         const int index = editor->findText(name);

@@ -1,7 +1,10 @@
 #include "StandardCommandsTest.h"
 
+#include <ZORComposites/ZORCompDrapingLayer.h>
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORComposites/ZORCompStrategy.h>
+#include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORTopology/ZORTopBody.h>
 
 #include <cmath>
 #include <numbers>
@@ -43,6 +46,53 @@ TEST_F(ZORCompStrategyCmdTest, TakesAllParameters)
     EXPECT_NEAR(parameters.lockingAngle, std::numbers::pi / 6, 1e-12);
     EXPECT_EQ(parameters.warpExtent, 100);
     EXPECT_TRUE(std::isinf(parameters.weftExtent));
+}
+
+TEST_F(ZORCompStrategyCmdTest, DrapesASurfaceWhereOneIsChosen)
+{
+    auto* const skin = AddSurface("Skin");
+    auto* const seed = AddPoint("Middle", {50, 50, 3});
+    Open(Id);
+    EXPECT_EQ(GetEntry("_SurfaceCombo"), QString("None"));
+    EXPECT_TRUE(Find<QWidget>("_SeedCombo")->isHidden());
+    Choose("_SurfaceCombo", "Skin");
+    EXPECT_FALSE(Find<QWidget>("_SeedCombo")->isHidden());
+    SetTriple("_Direction", 0, 0, 0);
+    EXPECT_EQ(GetProblem(), QString("The direction has no length."));
+    SetTriple("_Direction", 0, 1, 0);
+    EXPECT_EQ(Accept(), QString());
+    const auto* const layer = GetOnly<ZORCompDrapingLayer>();
+    ASSERT_NE(layer, nullptr);
+    EXPECT_EQ(layer->GetLabel(), QString("Layer 1"));
+    EXPECT_EQ(layer->GetStrategy(), GetOnly<ZORCompStrategy>());
+    EXPECT_EQ(layer->GetSurface(), skin);
+    EXPECT_EQ(layer->GetSeed(), seed);
+    EXPECT_EQ(layer->GetDirection(), ZORMathVector(0, 1, 0));
+    ASSERT_NE(layer->GetBody(), nullptr);
+    EXPECT_EQ(layer->GetBody()->GetDimension(), 2);
+    EXPECT_NEAR(layer->GetMaximumShear(), 0, 1e-6) << "a plane needs none";
+}
+
+TEST_F(ZORCompStrategyCmdTest, NeedsASeedToDrapeASurfaceAndKeepsNothingWhenThatFails)
+{
+    AddSurface("Skin");
+    auto* const empty = new ZORGeoSurface(container, QList<ZORMathPoint>{}, QList<ZORGeoSurface::Corners>{});
+    empty->setObjectName("Empty");
+    empty->Initialize();
+    Open(Id);
+    Choose("_SurfaceCombo", "Skin");
+    EXPECT_EQ(GetProblem(), QString("Choose the point where draping starts."));
+    AddPoint("Middle", {50, 50, 3});
+    ProcessEvents();
+    EXPECT_EQ(GetProblem(), QString());
+    Choose("_SurfaceCombo", "Empty");
+    const int numGeometry = container->GetNumGeometry();
+    EXPECT_EQ(Accept(), QString("the seed cannot be projected onto the surface"));
+    EXPECT_EQ(container->GetNumGeometry(), numGeometry);
+    Choose("_SurfaceCombo", "None");
+    EXPECT_EQ(Accept(), QString());
+    EXPECT_TRUE(GetAll<ZORCompDrapingLayer>().isEmpty());
+    EXPECT_NE(GetOnly<ZORCompStrategy>(), nullptr);
 }
 
 TEST_F(ZORCompStrategyCmdTest, DoesNotTakeParametersThatDoNotFit)
