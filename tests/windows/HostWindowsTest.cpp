@@ -150,6 +150,11 @@ TEST_P(StandardCommandWindowsTest, Rosette)
 TEST_P(StandardCommandWindowsTest, Strategy)
 {
     WalkCommand("ZORCompStrategyCmd.Create", "strategy");
+    QDialog* const frame = OpenFrame("ZORCompStrategyCmd.Create");
+    ASSERT_NE(nullptr, frame);
+    frame->findChild<QComboBox*>("_SurfaceCombo")->setCurrentIndex(1);
+    Walk(frame, "strategy-draping");
+    frame->reject();
 }
 
 TEST_P(StandardCommandWindowsTest, Course)
