@@ -240,6 +240,9 @@ TEST_F(ZORCompDrapingLayerTest, OutlivesItsSurface)
 TEST_F(ZORCompDrapingLayerTest, ComesBackFromContainerFilesAsItWas)
 {
     Complete();
+    auto* const rosette = new ZORCompRosette(root, {100, 0, 0}, {0, 1, 0.25}, {1, 0, 0});
+    rosette->Initialize();
+    layer->SetRosette(rosette);
     ZORFeatContainer loaded;
     ASSERT_TRUE(RoundTrips(container, loaded));
     ZORCompDrapingLayer* copy = nullptr;
@@ -259,7 +262,7 @@ TEST_F(ZORCompDrapingLayerTest, ComesBackFromContainerFilesAsItWas)
     EXPECT_EQ(layer->GetLockedCells(), copy->GetLockedCells());
     EXPECT_EQ(layer->GetDirection(), copy->GetDirection());
     EXPECT_EQ(ShapeOf(layer)->objectName(), ShapeOf(copy)->objectName());
-    ASSERT_TRUE(copy->GetStrategy() && copy->GetSeed() && copy->GetSurface());
+    ASSERT_TRUE(copy->GetStrategy() && copy->GetRosette() && copy->GetSeed() && copy->GetSurface());
 
     copy->GetStrategy()->SetParameters(WithStep(10));
     EXPECT_LT(copy->GetNet().GetCells().size(), net.GetCells().size() / 3) << "follows its inputs again";
