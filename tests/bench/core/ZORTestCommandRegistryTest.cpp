@@ -318,12 +318,15 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         "ZORTestInitializeRootCmd",
         "ZORTestLaunchStandardCmd",
         "ZORTestLoadContainerCmd",
+        "ZORTestNestVisualizeResultCmd",
+        "ZORTestReadMSIFileCmd",
         "ZORTestSaveContainerCmd",
         "ZORTestStrategyDlg",
         "ZORTestTPCourseSmoothingDlg",
         "ZORTestTopProjectDlg",
         "ZORTestVisVectorTextDlg",
         "ZORTestWFCurveOnSupportDlg",
+        "ZORTestWriteMSIFileCmd",
         // clang-format on
     };
     EXPECT_EQ(expected, operations);
