@@ -9,6 +9,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
 #include <QAction>
@@ -16,13 +17,13 @@
 #include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileDevice>
 #include <QFileDialog>
 #include <QImageWriter>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
-#include <QSaveFile>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -36,11 +37,16 @@ ZORFeatEnvironment* Environment()
 /// The error of writing \a contents, none of it or all; empty when it went well.
 QString Write(const QString& fileName, const QByteArray& contents)
 {
-    QSaveFile file(fileName);
-    if (file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit())
-        return {};
+    ZORSysReplacedFile file(fileName);
+    try {
+        file.Open();
+        if (file.GetDevice().write(contents) == contents.size() && file.Commit())
+            return {};
+    } catch (const ZORSysException&) {
+        // the device knows the reason as well
+    }
     return ZORHostFileMenu::tr("Cannot write '%1': %2")
-        .arg(QDir::toNativeSeparators(fileName), file.errorString());
+        .arg(QDir::toNativeSeparators(fileName), file.GetErrorString());
 }
 
 QString WithSuffix(const QString& fileName, const QString& suffix)

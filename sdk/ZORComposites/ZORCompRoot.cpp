@@ -10,6 +10,7 @@ ZORCompRoot::ZORCompRoot(ZORFeatContainer* container)
     : ZORFeatRoot(container)
 {
     ZOR_TRACE_CALL(container);
+    SetLabel(tr("Composites"));
 }
 
 ZORCompRoot::~ZORCompRoot() = default;

@@ -6,12 +6,10 @@
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QCoreApplication>
-#include <QFileInfo>
-#include <QSaveFile>
-
-#include <memory>
+#include <QFileDevice>
 
 namespace {
 
@@ -20,25 +18,12 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(ZORCompWriter)
 };
 
-// What is no plain file, a device or a pipe, must not be replaced by one.
-std::unique_ptr<QFileDevice> MakeFile(const QString& fileName)
-{
-    const QFileInfo present(fileName);
-    if (present.exists() && !present.isFile())
-        return std::make_unique<QFile>(fileName);
-    return std::make_unique<QSaveFile>(fileName);
-}
-
 void Save(const QString& fileName, const QByteArray& content)
 {
-    const std::unique_ptr<QFileDevice> file = MakeFile(fileName);
-    if (!file->open(QIODevice::WriteOnly))
-        throw ZORSysFileOpenException(fileName, file->errorString());
-    if (file->write(content) != content.size() || !file->flush())
-        throw ZORSysException(file->errorString());
-    auto* const whole = qobject_cast<QSaveFile*>(file.get());
-    if (whole && !whole->commit())
-        throw ZORSysException(whole->errorString());
+    ZORSysReplacedFile file(fileName);
+    file.Open();
+    if (file.GetDevice().write(content) != content.size() || !file.Commit())
+        throw ZORSysException(file.GetErrorString());
 }
 
 } // namespace

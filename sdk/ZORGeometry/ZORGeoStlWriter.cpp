@@ -5,10 +5,10 @@
 #include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QCoreApplication>
-#include <QFileInfo>
-#include <QSaveFile>
+#include <QFileDevice>
 #include <QtEndian>
 
 #include <bit>
@@ -187,21 +187,11 @@ int ZORGeoStlWriter::Write(ZORSysValue::Unit unit)
     const std::vector<FloatPoint> points =
         ToFile(m_surface->GetVertexArray(), ZORSysValue::GetUnitFactor(unit));
 
-    const auto write = [&](auto& file, auto finish) {
-        if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-            throw ZORSysFileOpenException(m_fileName, file.errorString());
-        if (!WriteFacets(file, *m_surface, points, m_format != Ascii) || !finish()) {
-            throw ZORSysFileException(
-                Translate("cannot write file '%1': %2").arg(m_fileName, file.errorString()));
-        }
-    };
-    const QFileInfo info(m_fileName);
-    if (info.exists() && !info.isFile() && !info.isDir()) {
-        QFile device(m_fileName); // a device or pipe must not be replaced by a file
-        write(device, [&device] { return device.flush(); });
-    } else {
-        QSaveFile file(m_fileName);
-        write(file, [&file] { return file.commit(); });
+    ZORSysReplacedFile file(m_fileName);
+    file.Open();
+    if (!WriteFacets(file.GetDevice(), *m_surface, points, m_format != Ascii) || !file.Commit()) {
+        throw ZORSysFileException(
+            Translate("cannot write file '%1': %2").arg(m_fileName, file.GetErrorString()));
     }
     return m_surface->GetNumTriangles();
 }

@@ -13,7 +13,11 @@
 
 namespace {
 
-const ZORSysDocumentEnvelope envelope(QStringLiteral("test file"), 2, 10);
+// Made when it is needed: as a static object it would be a call before the first one of other tests.
+ZORSysDocumentEnvelope Envelope()
+{
+    return ZORSysDocumentEnvelope(QStringLiteral("test file"), 2, 10);
+}
 
 template<class Function>
 std::string MessageOf(Function function)
@@ -96,11 +100,11 @@ TEST(ZORSysDocumentTest, RefusesIntegersBeyondTheirRange)
 TEST(ZORSysDocumentTest, EnvelopeGivesBackItsDocument)
 {
     for (const QByteArray& document : {QByteArray(), Document(), QByteArray(100000, 'a')}) {
-        const QByteArray file = envelope.Wrap(document);
+        const QByteArray file = Envelope().Wrap(document);
         EXPECT_TRUE(ZORSysDocumentEnvelope::HasSignature(file));
-        EXPECT_EQ(document, envelope.Unwrap(file));
+        EXPECT_EQ(document, Envelope().Unwrap(file));
         EXPECT_LE(document.size(), 10 * (file.size() - ZORSysDocumentEnvelope::HeaderSize) + 10);
-        EXPECT_EQ(file, envelope.Wrap(document));
+        EXPECT_EQ(file, Envelope().Wrap(document));
     }
     EXPECT_FALSE(ZORSysDocumentEnvelope::HasSignature("\x89ZOR"));
 }
@@ -108,17 +112,17 @@ TEST(ZORSysDocumentTest, EnvelopeGivesBackItsDocument)
 TEST(ZORSysDocumentTest, EnvelopeReadsOlderVersionsAndRefusesNewerOnes)
 {
     const ZORSysDocumentEnvelope older(QStringLiteral("test file"), 1, 10);
-    EXPECT_EQ(Document(), envelope.Unwrap(older.Wrap(Document())));
+    EXPECT_EQ(Document(), Envelope().Unwrap(older.Wrap(Document())));
     EXPECT_EQ("test file is of version 2, up to version 1 can be read",
-              MessageOf([&] { older.Unwrap(envelope.Wrap(Document())); }));
-    EXPECT_EQ("the file is not a test file", MessageOf([] { envelope.Unwrap("solid"); }));
+              MessageOf([&] { older.Unwrap(Envelope().Wrap(Document())); }));
+    EXPECT_EQ("the file is not a test file", MessageOf([] { Envelope().Unwrap("solid"); }));
 }
 
 TEST(ZORSysDocumentTest, EnvelopeTakesNoMoreMemoryThanItsRatioAllows)
 {
     const ZORSysDocumentEnvelope generous(QStringLiteral("test file"), 2, 1000);
     EXPECT_EQ("test file is damaged:",
-              MessageOf([&] { envelope.Unwrap(generous.Wrap(QByteArray(5000, 'a'))); }).substr(0, 21));
+              MessageOf([&] { Envelope().Unwrap(generous.Wrap(QByteArray(5000, 'a'))); }).substr(0, 21));
 }
 
 } // namespace

@@ -1,0 +1,92 @@
+#include "support/Printers.h"
+
+#include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileDevice>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class ZORSysReplacedFileTest : public testing::Test
+{
+protected:
+    QByteArray GetContent(const QString& path) const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+    void PutContent(const QString& path, const QByteArray& content) const
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("file");
+};
+
+TEST_F(ZORSysReplacedFileTest, TheNewContentIsThereOnceItIsCommitted)
+{
+    PutContent(path, "old content");
+    ZORSysReplacedFile file(path);
+    file.Open();
+    ASSERT_EQ(3, file.GetDevice().write("new"));
+    EXPECT_EQ(QByteArray("old content"), GetContent(path));
+    EXPECT_TRUE(file.Commit());
+    EXPECT_EQ(QByteArray("new"), GetContent(path));
+    EXPECT_EQ(QStringList("file"), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
+}
+
+TEST_F(ZORSysReplacedFileTest, WithoutCommitTheOldContentStays)
+{
+    PutContent(path, "old content");
+    {
+        ZORSysReplacedFile file(path);
+        file.Open();
+        file.GetDevice().write("new");
+    }
+    EXPECT_EQ(QByteArray("old content"), GetContent(path));
+    EXPECT_EQ(QStringList("file"), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
+}
+
+TEST_F(ZORSysReplacedFileTest, APipeIsWrittenToAndStaysAPipe)
+{
+    ASSERT_EQ(0, mkfifo(qPrintable(path), 0600));
+    const int reader = open(qPrintable(path), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    ZORSysReplacedFile file(path);
+    file.Open();
+    ASSERT_EQ(3, file.GetDevice().write("new"));
+    EXPECT_TRUE(file.Commit());
+    char received[8] = {};
+    EXPECT_EQ(3, read(reader, received, sizeof received));
+    EXPECT_STREQ("new", received);
+    close(reader);
+    struct stat status = {};
+    ASSERT_EQ(0, stat(qPrintable(path), &status));
+    EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+TEST_F(ZORSysReplacedFileTest, WhatCannotBeOpenedThrowsWithThePath)
+{
+    for (const QString& place : {folder.path(), folder.filePath("missing/file")}) {
+        try {
+            ZORSysReplacedFile(place).Open();
+            ADD_FAILURE() << "no exception for " << place.toStdString();
+        } catch (const ZORSysFileOpenException& exception) {
+            EXPECT_TRUE(exception.GetMessage().contains(place)) << exception.GetMessage().toStdString();
+        }
+    }
+}
+
+} // namespace
