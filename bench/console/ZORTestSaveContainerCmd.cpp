@@ -18,13 +18,16 @@ ZOR_TEST_REGISTER(ZORTestSaveContainerCmd)
 
 namespace {
 
-// A plain file is replaced in one step. What is no file, a device for example, can only be written to.
+// A file is replaced in one step where its folder allows that, and only written to where it does not. What is no
+// file, a device for example, can only be written to.
 std::unique_ptr<QFileDevice> MakeFile(const QString& path)
 {
     const QFileInfo present(path);
     if (present.exists() && !present.isFile())
         return std::make_unique<QFile>(path);
-    return std::make_unique<QSaveFile>(path);
+    auto file = std::make_unique<QSaveFile>(path);
+    file->setDirectWriteFallback(true);
+    return file;
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Saving and loading containers: a surface of a million triangles, and 100000 points.
+// Saving and loading containers: a surface of a million triangles, and 100000 points; levels of compression.
 
 #include "BenchmarkMeshes.h"
 
@@ -6,14 +6,19 @@
 #include <ZORGeometry/ZORGeoContainer.h>
 
 #include <QBuffer>
+#include <QtEndian>
 
 #include <benchmark/benchmark.h>
+#include <zstd.h>
 
 namespace {
 
+constexpr qsizetype headerSize = 64;
+
+template<TriangleOrder Order>
 void FillWithSheet(ZORGeoContainer& container)
 {
-    const std::unique_ptr<ZORGeoSurface> sheet = MakeSheet(TriangleOrder::Rows);
+    const std::unique_ptr<ZORGeoSurface> sheet = MakeSheet(Order);
     (new ZORGeoSurface(&container, sheet->GetVertexArray(), sheet->GetCornerArray()))->Initialize();
 }
 
@@ -55,9 +60,57 @@ void ContainerLoad(benchmark::State& state, void (*fill)(ZORGeoContainer&))
     }
 }
 
-BENCHMARK_CAPTURE(ContainerSave, MillionTriangles, FillWithSheet)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(ContainerLoad, MillionTriangles, FillWithSheet)->Unit(benchmark::kMillisecond);
+// The document of a surface, as the file holds it before compression.
+QByteArray MakeDocument(TriangleOrder order)
+{
+    ZORGeoContainer container;
+    order == TriangleOrder::Rows ? FillWithSheet<TriangleOrder::Rows>(container)
+                                 : FillWithSheet<TriangleOrder::Shuffled>(container);
+    const QByteArray file = Save(container);
+    QByteArray document(qFromLittleEndian<qint64>(file.constData() + 16), Qt::Uninitialized);
+    ZSTD_decompress(document.data(), size_t(document.size()), file.constData() + headerSize,
+                    size_t(file.size() - headerSize));
+    return document;
+}
+
+void ContainerCompress(benchmark::State& state, TriangleOrder order)
+{
+    const QByteArray document = MakeDocument(order);
+    QByteArray compressed(qsizetype(ZSTD_compressBound(size_t(document.size()))), Qt::Uninitialized);
+    size_t size = 0;
+    for (auto _ : state) {
+        size = ZSTD_compress(compressed.data(), size_t(compressed.size()), document.constData(),
+                             size_t(document.size()), int(state.range(0)));
+    }
+    state.counters["MiB"] = double(size) / (1 << 20);
+    state.counters["document"] = double(document.size()) / (1 << 20);
+}
+
+BENCHMARK_CAPTURE(ContainerSave, MillionTriangles, FillWithSheet<TriangleOrder::Rows>)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ContainerLoad, MillionTriangles, FillWithSheet<TriangleOrder::Rows>)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ContainerSave, Shuffled, FillWithSheet<TriangleOrder::Shuffled>)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ContainerLoad, Shuffled, FillWithSheet<TriangleOrder::Shuffled>)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ContainerSave, Points, FillWithPoints)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(ContainerLoad, Points, FillWithPoints)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ContainerCompress, MillionTriangles, TriangleOrder::Rows)
+    ->Arg(-5)
+    ->Arg(-1)
+    ->Arg(1)
+    ->Arg(2)
+    ->Arg(3)
+    ->Arg(6)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(ContainerCompress, Shuffled, TriangleOrder::Shuffled)
+    ->Arg(-5)
+    ->Arg(-1)
+    ->Arg(1)
+    ->Arg(2)
+    ->Arg(3)
+    ->Arg(6)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace

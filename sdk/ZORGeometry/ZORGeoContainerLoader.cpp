@@ -134,37 +134,52 @@ void ZORGeoContainerLoader::Complete(int number)
     }
 }
 
-// A name stays unless the container has it already. A new one is neither in the container nor in the file.
+bool ZORGeoContainerLoader::HasNewName(size_t object) const
+{
+    return !m_isJoined[object] && !m_objects[object].name.isEmpty();
+}
+
 void ZORGeoContainerLoader::SetNames(ZORGeoContainerNames& names)
 {
-    QSet<QString> wanted;
-    for (size_t i = 0; i < m_objects.size(); ++i) {
-        if (!m_isJoined[i] && !m_objects[i].name.isEmpty())
-            wanted.insert(m_objects[i].name);
-    }
-    QHash<QString, QString> given;
-    QStringList reserved;
-    for (const QString& name : qAsConst(wanted)) {
-        if (!names.IsUsed(name))
-            given.insert(name, name);
-    }
-    for (const QString& name : qAsConst(wanted)) {
-        names.Insert(name);
-        reserved.append(name);
-    }
+    bool isAnyUsed = false;
+    for (size_t i = 0; i < m_objects.size() && !isAnyUsed; ++i)
+        isAnyUsed = HasNewName(i) && names.IsUsed(m_objects[i].name);
+    const QHash<QString, QString> changed = isAnyUsed ? ReplaceUsedNames(names) : QHash<QString, QString>();
     for (size_t i = 0; i < m_objects.size(); ++i) {
         const QString& name = m_objects[i].name;
-        if (m_isJoined[i] || name.isEmpty())
+        if (HasNewName(i))
+            m_made[i]->setObjectName(isAnyUsed ? changed.value(name, name) : name);
+    }
+}
+
+// What the names become that the container has already: names that are neither in the container nor in the file.
+QHash<QString, QString> ZORGeoContainerLoader::ReplaceUsedNames(ZORGeoContainerNames& names) const
+{
+    QSet<QString> used;
+    QStringList reserved;
+    for (size_t i = 0; i < m_objects.size(); ++i) {
+        if (HasNewName(i) && names.IsUsed(m_objects[i].name))
+            used.insert(m_objects[i].name);
+    }
+    for (size_t i = 0; i < m_objects.size(); ++i) {
+        if (HasNewName(i))
+            reserved.append(m_objects[i].name);
+    }
+    for (const QString& name : qAsConst(reserved))
+        names.Insert(name);
+    QHash<QString, QString> changed;
+    for (size_t i = 0; i < m_objects.size(); ++i) {
+        const QString& name = m_objects[i].name;
+        if (!HasNewName(i) || !used.contains(name) || changed.contains(name))
             continue;
-        if (!given.contains(name)) {
-            given.insert(name, names.MakeUnique(name));
-            names.Insert(given.value(name));
-            reserved.append(given.value(name));
-        }
-        m_made[i]->setObjectName(given.value(name));
+        const QString replacement = names.MakeUnique(name);
+        changed.insert(name, replacement);
+        names.Insert(replacement);
+        reserved.append(replacement);
     }
     for (const QString& name : qAsConst(reserved))
         names.Remove(name);
+    return changed;
 }
 
 void ZORGeoContainerLoader::Initialize(ZORGeoGeometry& object)

@@ -8,6 +8,7 @@
 
 #include <QHash>
 #include <QPointer>
+#include <QString>
 
 #include <vector>
 
@@ -37,7 +38,9 @@ private:
     void MakeObject(int number);
     void Complete(int number);
     static void Initialize(ZORGeoGeometry& object);
+    bool HasNewName(size_t object) const;
     void SetNames(ZORGeoContainerNames& names);
+    QHash<QString, QString> ReplaceUsedNames(ZORGeoContainerNames& names) const;
 
     ZORGeoContainer& m_container;
     const std::vector<ZORGeoStoredObject>& m_objects;

@@ -36,19 +36,29 @@ void ZORSysDocumentReader::Leave()
     Check(m_reader.leaveContainer());
 }
 
-// Length before content: what is allocated is there.
-QByteArray ZORSysDocumentReader::ReadString(bool isWanted)
+// Length before content: what is allocated for it is there.
+qsizetype ZORSysDocumentReader::GetLength(bool isWanted) const
 {
     Check(isWanted && m_reader.isLengthKnown()
           && m_reader.length() <= quint64(m_size - m_reader.currentOffset()));
-    QByteArray bytes(qsizetype(m_reader.length()), Qt::Uninitialized);
-    auto chunk = m_reader.readStringChunk(bytes.data(), bytes.size());
+    return qsizetype(m_reader.length());
+}
+
+void ZORSysDocumentReader::ReadContent(char* bytes, qsizetype length)
+{
+    auto chunk = m_reader.readStringChunk(bytes, length);
     if (chunk.status == QCborStreamReader::Ok) {
-        Check(chunk.data == bytes.size());
+        Check(chunk.data == length);
         char rest = 0;
         chunk = m_reader.readStringChunk(&rest, 1);
     }
     Check(chunk.status == QCborStreamReader::EndOfString);
+}
+
+QByteArray ZORSysDocumentReader::ReadString(bool isWanted)
+{
+    QByteArray bytes(GetLength(isWanted), Qt::Uninitialized);
+    ReadContent(bytes.data(), bytes.size());
     return bytes;
 }
 
@@ -81,10 +91,12 @@ QCborTag ZORSysDocumentReader::ReadTag()
 template<class T>
 QList<T> ZORSysDocumentReader::ReadArray()
 {
-    const QByteArray bytes = ReadBytes();
-    Check(bytes.size() % qsizetype(sizeof(T)) == 0);
-    QList<T> values(bytes.size() / qsizetype(sizeof(T)));
-    qFromLittleEndian<T>(bytes.constData(), values.size(), values.data());
+    const qsizetype length = GetLength(m_reader.isByteArray());
+    Check(length % qsizetype(sizeof(T)) == 0);
+    QList<T> values(length / qsizetype(sizeof(T)));
+    ReadContent(reinterpret_cast<char*>(values.data()), length);
+    if constexpr (Q_BYTE_ORDER != Q_LITTLE_ENDIAN)
+        qFromLittleEndian<T>(values.constData(), values.size(), values.data());
     return values;
 }
 

@@ -57,6 +57,8 @@ public:
 private:
     [[noreturn]] void FailHere() const;
     qsizetype Enter(bool isWanted);
+    qsizetype GetLength(bool isWanted) const;
+    void ReadContent(char* bytes, qsizetype length);
     QByteArray ReadString(bool isWanted);
     QCborTag ReadTag();
     template<class T>

@@ -2,6 +2,7 @@
 #include "console/ZORTestLoadContainerCmd.h"
 #include "console/ZORTestMainDialog.h"
 #include "console/ZORTestSaveContainerCmd.h"
+#include "core/ZORTestOptionsDlg.h"
 #include "support/BenchTest.h"
 
 #include <ZORFeature/ZORFeatRoot.h>
@@ -9,8 +10,11 @@
 #include <ZORSystem/ZORSysException.h>
 
 #include <QAction>
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
 #include <QMetaClassInfo>
 #include <QPushButton>
 #include <QTableView>
@@ -128,6 +132,99 @@ TEST_F(ContainerFilesTest, ReportsFilesThatCannotBeOpened)
     EXPECT_EQ(QList{ErrorBox("Cannot open the file for reading.")}, boxes.Take());
     EXPECT_EQ(QList<bool>({false, false}), finished);
     EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
+}
+
+TEST_F(ContainerFilesTest, ReportsFoldersInsteadOfFiles)
+{
+    const QString folder = GetPath("folder.ZORCont");
+    ASSERT_TRUE(QDir().mkpath(folder));
+    for (const char* name : {"ZORTestSaveContainerCmd", "ZORTestLoadContainerCmd"}) {
+        QFile::remove(path);
+        QFile(path).open(QIODevice::WriteOnly);
+        answers.AnswerFile(path, [this, folder] {
+            QFile::remove(path);
+            QFile::link(folder, path);
+        });
+        Open(name);
+    }
+    EXPECT_EQ(
+        (QList{ErrorBox("Cannot open the file for writing."), ErrorBox("Cannot open the file for reading.")}),
+        boxes.Take());
+    EXPECT_EQ(QList<bool>({false, false}), finished);
+}
+
+TEST_F(ContainerFilesTest, KeepsAFileThatMustNotBeWritten)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("kept");
+    file.close();
+    file.setPermissions(QFileDevice::ReadOwner);
+    if (QFileInfo(path).isWritable())
+        GTEST_SKIP() << "permissions do not bind root";
+    answers.AnswerFile(path);
+    Open("ZORTestSaveContainerCmd");
+    EXPECT_EQ(QList{ErrorBox("Cannot open the file for writing.")}, boxes.Take());
+    EXPECT_EQ(QByteArray("kept"), ReadFile(path));
+}
+
+TEST_F(ContainerFilesTest, ReplacesALongerFileAndFollowsALink)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(100000, 'x'));
+    file.close();
+    const QString link = GetPath("link.ZORCont");
+    ASSERT_TRUE(QFile::link(path, link));
+    AddPoint("P");
+    answers.AnswerFile(link);
+    Open("ZORTestSaveContainerCmd");
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_LT(QFileInfo(path).size(), 1000);
+    answers.AnswerFile(path);
+    Open("ZORTestLoadContainerCmd");
+    EXPECT_EQ(2, GetContainer()->GetNumGeometry());
+}
+
+TEST_F(ContainerFilesTest, ATruncatedFileAddsNothing)
+{
+    OpenConsole();
+    AddPoint("P", {1, 2, 3});
+    Save();
+    QFile file(path);
+    ASSERT_TRUE(file.resize(file.size() - 1));
+    answers.AnswerFile(path);
+    TriggerMenu("_FileMenuLoadAction");
+    const QList<MessageBoxCatcher::Box> shown = boxes.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_TRUE(shown[0].text.startsWith("container file is damaged: ")) << shown[0].text.toStdString();
+    EXPECT_EQ(1, GetContainer()->GetNumGeometry());
+}
+
+TEST_F(ContainerFilesTest, DumpsTheLoadWhenTheOptionsAskForIt)
+{
+    const QString dumpPath = GetPath("dump.txt");
+    const auto setOptions = [](bool isOn, const QString& dumpFile) {
+        ZORTestOptionsDlg options(nullptr);
+        options.findChild<QCheckBox*>("_DumpContainerLoadChk")->setChecked(isOn);
+        options.findChild<QLineEdit*>("_ContainerDumpEdit")->setText(dumpFile);
+        options.OnOkClicked();
+    };
+    AddPoint("P", {1, 2, 3});
+    Save();
+    setOptions(true, dumpPath);
+    answers.AnswerFile(path);
+    Open("ZORTestLoadContainerCmd");
+    EXPECT_EQ(QByteArray("Objects: 1\n0 ZORGeoCartesianPoint \"P\"\n    point = [1, 2, 3]\n"
+                         "Outcome: all objects are made\n"),
+              ReadFile(dumpPath));
+    QFile::remove(dumpPath);
+    setOptions(false, dumpPath);
+    answers.AnswerFile(path);
+    Open("ZORTestLoadContainerCmd");
+    EXPECT_FALSE(QFile::exists(dumpPath));
+    EXPECT_EQ(QList<bool>({true, true}), finished);
+    setOptions(false, {});
 }
 
 TEST_F(ContainerFilesTest, ReportsAFullDiskAndKeepsThePath)
