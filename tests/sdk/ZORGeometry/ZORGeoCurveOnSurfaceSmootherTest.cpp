@@ -144,6 +144,28 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, ClosedCurvesThatWouldShrinkToAPointAreLef
     EXPECT_FALSE(MessageOf(100, fold).isEmpty());
 }
 
+TEST(ZORGeoCurveOnSurfaceSmootherTest, RoundsOffEveryCornerOfALongCurve)
+{
+    const auto surface = Plane(64).Make();
+    constexpr int legs = 20;
+    QList<ZORMathPoint> corners;
+    for (int i = 0; i < legs; ++i) {
+        const double x = -280 + i * 560.0 / legs;
+        const double y = i % 2 == 0 ? -100 : 100;
+        corners << ZORMathPoint(x, y, 0) << ZORMathPoint(x, -y, 0);
+    }
+    QList<ZORMathPoint> points;
+    for (qsizetype i = 0; i + 1 < corners.size(); ++i) {
+        for (int k = 0; k < 100; ++k)
+            points.append(corners[i] + k * 0.01 * (corners[i + 1] - corners[i]));
+    }
+    const Locations curve = Through(*surface, points);
+    const Locations smooth = SmoothAndCheck(curve, 2);
+    EXPECT_GE(SmallestPlaneRadius(smooth, 2) * allowed, 2);
+    const int bends = 2 * legs - 2;
+    EXPECT_NEAR(LengthOf(smooth), LengthOf(curve) - bends * (4 - pi), 1e-4);
+}
+
 TEST(ZORGeoCurveOnSurfaceSmootherTest, TakesFoldsOutOfCurvesThatGoBackOnThemselves)
 {
     const auto surface = Plane(7).Make();
