@@ -65,8 +65,9 @@ bool ZORGeoPathSmoother::IsTooSharp(const ZORGeoPathTurn& turn) const
 
 double ZORGeoPathSmoother::FindSmallestRadius(const ZORGeoMeshPath& path) const
 {
+    const ZORGeoPathTurns turns(m_mesh, path);
     double curvature = 0;
-    for (const ZORGeoPathTurn& turn : ZORGeoPathTurns(m_mesh, path).GetTurns())
+    for (const ZORGeoPathTurn& turn : turns.GetTurns())
         curvature = std::max(curvature, CurvatureAt(turn));
     return curvature > 0 ? 1 / curvature : std::numeric_limits<double>::infinity();
 }
