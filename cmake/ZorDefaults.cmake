@@ -23,13 +23,13 @@ add_compile_options($<$<CONFIG:Release>:-g1>)
 find_program(ZOR_CCACHE ccache)
 mark_as_advanced(ZOR_CCACHE)
 if(ZOR_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
-  # Relative paths make a second checkout of the same sources hit the cache.
+  # Relative paths make a second checkout of the same sources hit the cache; precompiled headers need the sloppiness.
   set(ccache_base ${CMAKE_SOURCE_DIR})
   if(DEFINED ENV{CCACHE_BASEDIR})
     set(ccache_base $ENV{CCACHE_BASEDIR})
   endif()
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${ccache_base} CCACHE_NOHASHDIR=1
-    ${ZOR_CCACHE})
+    CCACHE_SLOPPINESS=pch_defines,time_macros ${ZOR_CCACHE})
 endif()
 
 set(ZOR_SANITIZE "" CACHE STRING "Sanitizers to build with, for example address,undefined")

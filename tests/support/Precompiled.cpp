@@ -1,0 +1,1 @@
+// The object library of the precompiled headers needs a source.
