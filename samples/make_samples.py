@@ -7,6 +7,9 @@ wing_skin.stl   upper skin of a tapered, swept and twisted wing between front an
                 elliptical access cut-out; binary, millimetres, open surface with two border loops
 contours.xml    closed outlines of three plies for that skin, millimetres, hovering above it
 layup.xml       a layup of eight plies within those outlines, lying on the skin, two materials and a rosette
+ribs.dxf        sheet-metal parts in millimetres: two ribs from one block, one of them mirrored, a bracket of lines
+                and arcs, an elliptic doubler; holes, marks, texts and one entity that translations leave out
+patches.svg     fabric patches in millimetres: curved outlines, rounded rectangles, holes and a transformed group
 
 The same bytes on every run and machine: coordinates are rounded to 1/1024 mm before they are stored.
 """
@@ -201,12 +204,78 @@ def write_layup(path):
     path.write_bytes(("\n".join(lines) + "\n").encode())
 
 
+def dxf(*pairs):
+    """Group codes and values, one after the other, as lines."""
+    return "".join(f"{item}\n" for item in pairs)
+
+
+def dxf_polyline(layer, *vertices):
+    """Closed; vertices are (x, y) or (x, y, bulge)."""
+    text = dxf(0, "LWPOLYLINE", 8, layer, 90, len(vertices), 70, 1)
+    for x, y, *bulge in vertices:
+        text += dxf(10, x, 20, y, 42, bulge[0] if bulge else 0)
+    return text
+
+
+def dxf_circle(layer, x, y, radius):
+    return dxf(0, "CIRCLE", 8, layer, 10, x, 20, y, 40, radius)
+
+
+def dxf_line(layer, x1, y1, x2, y2):
+    return dxf(0, "LINE", 8, layer, 10, x1, 20, y1, 11, x2, 21, y2)
+
+
+def dxf_arc(layer, x, y, radius, start, end):
+    return dxf(0, "ARC", 8, layer, 10, x, 20, y, 40, radius, 50, start, 51, end)
+
+
+def write_drawing(path):
+    rib = dxf_polyline("0", (0, 0), (420, 0, 0.2), (420, 90), (300, 120, 0.12), (120, 120), (0, 80))
+    rib += dxf_circle("0", 110, 58, 32) + dxf_circle("0", 220, 60, 28) + dxf_circle("0", 325, 56, 24)
+    rib += dxf(0, "TEXT", 8, "etching data", 10, 30, 20, 15, 40, 12, 1, "RIB 4")
+    bracket = dxf_line("cut", 520, 0, 640, 0) + dxf_arc("cut", 640, 20, 20, 270, 0) + dxf_line("cut", 660, 20, 660, 60)
+    bracket += dxf_arc("cut", 600, 60, 60, 0, 90) + dxf_line("cut", 600, 120, 520, 120) + dxf_line("cut", 520, 120, 520, 0)
+    bracket += dxf_polyline("cut", (545, 30), (585, 30, 1), (585, 50), (545, 50, 1))
+    bracket += dxf_line("grain", 540, 80, 580, 80) + dxf(0, "POINT", 8, "cut", 10, 590, 20, 60)
+    doubler = dxf(0, "ELLIPSE", 8, "cut", 10, 600, 20, 220, 11, 80, 21, 0, 40, 0.5, 41, 0, 42, 2 * math.pi)
+    doubler += dxf_circle("cut", 600, 220, 15)
+    text = dxf(0, "SECTION", 2, "HEADER", 9, "$ACADVER", 1, "AC1015", 9, "$INSUNITS", 70, 4, 0, "ENDSEC")
+    text += dxf(0, "SECTION", 2, "TABLES", 0, "TABLE", 2, "LAYER", 70, 2)
+    text += dxf(0, "LAYER", 2, "cut", 70, 0, 62, 5, 0, "LAYER", 2, "grain", 70, 0, 62, 3, 0, "ENDTAB", 0, "ENDSEC")
+    text += dxf(0, "SECTION", 2, "BLOCKS", 0, "BLOCK", 8, "0", 2, "RIB", 70, 0, 10, 0, 20, 0)
+    text += rib + dxf(0, "ENDBLK", 8, "0", 0, "ENDSEC", 0, "SECTION", 2, "ENTITIES")
+    text += dxf(0, "INSERT", 2, "RIB", 8, "cut", 10, 0, 20, 0)
+    text += dxf(0, "INSERT", 2, "RIB", 8, "cut", 10, 440, 20, 160, 41, -1)
+    text += bracket + doubler + dxf(0, "ENDSEC", 0, "EOF")
+    path.write_bytes(text.encode())
+
+
+def write_patches(path):
+    path.write_bytes(b"""<?xml version="1.0" encoding="UTF-8"?>
+<svg xmlns="http://www.w3.org/2000/svg" width="400mm" height="300mm" viewBox="0 0 400 300">
+ <g id="patches" fill="none" stroke="#2060a0">
+  <path d="M20 60 C20 20 80 10 110 40 S170 80 180 40 L180 120 Q100 150 20 120 Z M60 70 a15 15 0 1 0 30 0 a15 15 0 1 0 -30 0 Z"/>
+  <rect x="210" y="20" width="160" height="90" rx="18"/>
+  <circle cx="290" cy="65" r="22"/>
+  <g transform="translate(110 220) rotate(-15)">
+   <ellipse rx="80" ry="45"/>
+   <polygon points="-20,-10 20,-10 0,20"/>
+  </g>
+  <path d="M240 160 h120 a20 20 0 0 1 20 20 v60 a20 20 0 0 1 -20 20 h-120 z"/>
+ </g>
+ <g id="grain" stroke="#c03030"><line x1="255" y1="210" x2="355" y2="210"/></g>
+</svg>
+""")
+
+
 def main():
     output = pathlib.Path(sys.argv[1])
     output.mkdir(parents=True, exist_ok=True)
     write_stl(output / "wing_skin.stl", "Zorvane sample: upper wing skin, millimetres", wing_skin())
     write_contours(output / "contours.xml")
     write_layup(output / "layup.xml")
+    write_drawing(output / "ribs.dxf")
+    write_patches(output / "patches.svg")
 
 
 if __name__ == "__main__":

@@ -1,0 +1,194 @@
+#include "ZORNestArcFit_p.h"
+
+#include <algorithm>
+
+namespace ZORNestArcFit {
+
+namespace {
+
+constexpr int samplesPerStretch = 8;
+// An arc this much flatter than its chord is a line: it differs from one by less than the last place of its
+// ends.
+constexpr double straightness = 1e-12;
+
+struct Biarc
+{
+    ZORNestPiece first;
+    ZORNestPiece second;
+};
+
+ZORNestPlanePoint GetDirection(const Place& place)
+{
+    const double length = place.derivative.GetLength();
+    if (!(length > 0) || !std::isfinite(length))
+        return {};
+    return (1 / length) * place.derivative;
+}
+
+// The biarc with tangents of equal lengths at both ends.
+bool MakeBiarc(ZORNestPlanePoint p, ZORNestPlanePoint u, ZORNestPlanePoint q, ZORNestPlanePoint v,
+               Biarc& biarc)
+{
+    const ZORNestPlanePoint chord = q - p;
+    const ZORNestPlanePoint sum = u + v;
+    const double square = chord.Dot(chord);
+    const double projection = chord.Dot(sum);
+    const double curvature = 2 * (1 - u.Dot(v));
+    double length = 0;
+    if (curvature > 1e-9) {
+        const double root = projection * projection + curvature * square;
+        // The form without cancellation of (sqrt(root) - projection) / curvature.
+        length = projection > 0 ? square / (std::sqrt(root) + projection)
+                                : (std::sqrt(root) - projection) / curvature;
+    } else {
+        if (!(projection > 0))
+            return false;
+        length = square / (2 * projection);
+    }
+    if (!(length > 0) || !std::isfinite(length))
+        return false;
+    const ZORNestPlanePoint joint = 0.5 * (p + q + length * (u - v));
+    biarc.first = MakeTangentArc(p, u, joint);
+    biarc.second = MakeTangentArc(q, ZORNestPlanePoint{-v.x, -v.y}, joint);
+    biarc.second.Reverse();
+    return true;
+}
+
+class Fitter
+{
+public:
+    Fitter(const Curve& curve, double tolerance, QList<ZORNestPiece>& pieces)
+        : m_curve(curve)
+        , m_tolerance(tolerance)
+        , m_pieces(pieces)
+    {
+    }
+
+    bool Fit(double from, const Place& a, double to, const Place& b, int depth)
+    {
+        if (!a.point.IsFinite() || !b.point.IsFinite() || m_pieces.size() > MaximumPieces)
+            return false;
+        Place samples[samplesPerStretch];
+        for (int i = 0; i < samplesPerStretch; ++i) {
+            samples[i] = m_curve(from + (to - from) * (i + 1) / (samplesPerStretch + 1));
+            if (!samples[i].point.IsFinite())
+                return false;
+        }
+        if (depth == MaximumDepth || TryBiarc(a, b, samples) || TryChord(a, b, samples)) {
+            if (depth == MaximumDepth)
+                Append({a.point, b.point, {}, 0});
+            return true;
+        }
+        const double middle = from + (to - from) / 2;
+        const Place half = m_curve(middle);
+        return Fit(from, a, middle, half, depth + 1) && Fit(middle, half, to, b, depth + 1);
+    }
+
+private:
+    bool TryBiarc(const Place& a, const Place& b, const Place (&samples)[samplesPerStretch])
+    {
+        const ZORNestPlanePoint u = GetDirection(a);
+        const ZORNestPlanePoint v = GetDirection(b);
+        if (u == ZORNestPlanePoint() || v == ZORNestPlanePoint() || a.point == b.point)
+            return false;
+        // Stretches that turn little are the ones that the samples tell all about.
+        ZORNestPlanePoint last = u;
+        for (const Place& sample : samples) {
+            const ZORNestPlanePoint direction = GetDirection(sample);
+            if (direction == ZORNestPlanePoint() || direction.Dot(last) < 0.5 || direction.Dot(u) < -0.1)
+                return false;
+            last = direction;
+        }
+        Biarc biarc;
+        if (v.Dot(last) < 0.5 || !MakeBiarc(a.point, u, b.point, v, biarc))
+            return false;
+        for (const Place& sample : samples) {
+            if (std::min(GetDistance(biarc.first, sample.point), GetDistance(biarc.second, sample.point))
+                > m_tolerance)
+                return false;
+        }
+        Append(biarc.first);
+        Append(biarc.second);
+        return true;
+    }
+
+    // Where the curve stands still or is shorter than the tolerance.
+    bool TryChord(const Place& a, const Place& b, const Place (&samples)[samplesPerStretch])
+    {
+        for (const Place& sample : samples) {
+            if (sample.point.DistanceTo(a.point) > m_tolerance
+                || sample.point.DistanceTo(b.point) > m_tolerance)
+                return false;
+        }
+        Append({a.point, b.point, {}, 0});
+        return true;
+    }
+
+    void Append(const ZORNestPiece& piece)
+    {
+        if (piece.start != piece.end)
+            m_pieces.append(piece);
+    }
+
+    const Curve& m_curve;
+    const double m_tolerance;
+    QList<ZORNestPiece>& m_pieces;
+};
+
+} // namespace
+
+QList<ZORNestPiece> Fit(const Curve& curve, const QList<double>& breaks, double tolerance)
+{
+    QList<ZORNestPiece> pieces;
+    Fitter fitter(curve, tolerance, pieces);
+    for (qsizetype i = 1; i < breaks.size(); ++i) {
+        // Each side of a corner has its own tangent: taken just inside.
+        const double from = breaks[i - 1];
+        const double to = breaks[i];
+        const double inside = (to - from) * 1e-9;
+        Place a = curve(from);
+        Place b = curve(to);
+        a.derivative = curve(from + inside).derivative;
+        b.derivative = curve(to - inside).derivative;
+        if (!fitter.Fit(from, a, to, b, 0))
+            return {};
+    }
+    return pieces;
+}
+
+ZORNestPiece MakeTangentArc(ZORNestPlanePoint start, ZORNestPlanePoint tangent, ZORNestPlanePoint end)
+{
+    const ZORNestPlanePoint chord = end - start;
+    const double side = tangent.Cross(chord);
+    const double square = chord.Dot(chord);
+    if (std::abs(side) <= straightness * std::sqrt(square) * tangent.GetLength() && tangent.Dot(chord) >= 0)
+        return {start, end, {}, 0};
+    const ZORNestPlanePoint normal = tangent.GetNormal();
+    return {start, end, start + (square / (2 * side)) * normal, side > 0 ? 1 : -1};
+}
+
+ZORNestPiece MakeBulgeArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double bulge)
+{
+    if (std::abs(bulge) < straightness || start == end)
+        return {start, end, {}, 0};
+    const ZORNestPlanePoint center =
+        0.5 * (start + end) + ((1 - bulge * bulge) / (4 * bulge)) * (end - start).GetNormal();
+    return {start, end, center, bulge > 0 ? 1 : -1};
+}
+
+double GetDistance(const ZORNestPiece& piece, ZORNestPlanePoint point)
+{
+    if (piece.IsLine()) {
+        const ZORNestPlanePoint chord = piece.end - piece.start;
+        const double square = chord.Dot(chord);
+        const double place =
+            square > 0 ? std::clamp((point - piece.start).Dot(chord) / square, 0.0, 1.0) : 0.0;
+        return point.DistanceTo(piece.start + place * chord);
+    }
+    const ZORNestPiece toPoint{piece.start, piece.center + (point - piece.center), piece.center, piece.turn};
+    if (toPoint.GetSweep() <= piece.GetSweep())
+        return std::abs(point.DistanceTo(piece.center) - piece.GetRadius());
+    return std::min(point.DistanceTo(piece.start), point.DistanceTo(piece.end));
+}
+
+} // namespace ZORNestArcFit

@@ -1,0 +1,45 @@
+// Lines and arcs along curves of other kinds.
+
+#pragma once
+
+#include "ZORNestOutline_p.h"
+
+#include <functional>
+
+/// Stands lines and arcs in for curves given by a parameter.
+///
+/// Two arcs that share a tangent where they meet (a biarc) replace a stretch of the curve, with its ends and
+/// its tangents; stretches are halved until no sampled point of the curve lies farther than the tolerance
+/// from them. (K. M. Bolton, Biarc curves, Computer-Aided Design 7, 1975.)
+namespace ZORNestArcFit {
+
+/// A place on a curve, and its derivative there.
+struct Place
+{
+    ZORNestPlanePoint point;
+    ZORNestPlanePoint derivative; ///< may be zero
+};
+using Curve = std::function<Place(double parameter)>;
+
+/// How far a curve is divided at most: 2^20 stretches.
+constexpr int MaximumDepth = 20;
+/// How many pieces one curve gives at most.
+constexpr int MaximumPieces = 100000;
+
+/// \param breaks     ascending parameters: the ends of the curve, and between them all places where it is not
+///                   smooth
+/// \param tolerance  above 0
+/// \return connected pieces from the first break to the last; none when the curve has no length,
+///         is not finite, or would need more than MaximumPieces
+QList<ZORNestPiece> Fit(const Curve& curve, const QList<double>& breaks, double tolerance);
+
+/// The arc from \a start in the direction of \a tangent (any length but 0) to \a end; a line where it is as
+/// good as straight.
+ZORNestPiece MakeTangentArc(ZORNestPlanePoint start, ZORNestPlanePoint tangent, ZORNestPlanePoint end);
+/// The arc from \a start to \a end whose quarter angle has the tangent \a bulge, positive to the left
+/// (counter-clockwise); a line where the bulge is as good as 0.
+ZORNestPiece MakeBulgeArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double bulge);
+/// Distance between a point and a piece.
+double GetDistance(const ZORNestPiece& piece, ZORNestPlanePoint point);
+
+} // namespace ZORNestArcFit

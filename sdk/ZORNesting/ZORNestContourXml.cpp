@@ -1,0 +1,98 @@
+#include "ZORNestContourXml_p.h"
+#include "ZORNestXml_p.h"
+
+#include <ZORSystem/ZORSysException.h>
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double inch = 25.4;
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORNestContourXml", text);
+}
+
+// "X=1 Y=2 Z=3", or the bare numbers.
+void ReadPoint(QXmlStreamReader& xml, ZORNestContourXml::Contour& contour)
+{
+    const qint64 line = xml.lineNumber();
+    const QStringList words = xml.readElementText(QXmlStreamReader::IncludeChildElements)
+                                  .simplified()
+                                  .split(u' ', Qt::SkipEmptyParts);
+    ZORNestXml::CheckError(xml);
+    double values[3] = {0, 0, 0};
+    for (qsizetype i = 0; i < std::min<qsizetype>(3, words.size()); ++i) {
+        bool isNumber = false;
+        values[i] = words[i].mid(words[i].lastIndexOf(u'=') + 1).toDouble(&isNumber);
+        if (!isNumber || !std::isfinite(values[i]))
+            throw ZORSysException(Tr("line %1: '%2' is no coordinate").arg(line).arg(words[i].left(40)));
+    }
+    if (words.size() < 2)
+        throw ZORSysException(Tr("line %1: point has less than two coordinates").arg(line));
+    if (contour.points.isEmpty())
+        contour.zMin = contour.zMax = values[2];
+    contour.zMin = std::min(contour.zMin, values[2]);
+    contour.zMax = std::max(contour.zMax, values[2]);
+    contour.points.append({values[0], values[1]});
+}
+
+ZORNestContourXml::Contour ReadContour(QXmlStreamReader& xml, const QList<QString>& names)
+{
+    ZORNestContourXml::Contour contour;
+    for (qsizetype i = names.size() - 1; i >= 0 && !names[i].isNull(); --i)
+        contour.name = contour.name.isEmpty() ? names[i] : names[i] + u'/' + contour.name;
+    while (xml.readNextStartElement()) {
+        if (xml.name() == u"Pt")
+            ReadPoint(xml, contour);
+        else
+            xml.skipCurrentElement();
+    }
+    return contour;
+}
+
+} // namespace
+
+QList<ZORNestContourXml::Contour> ZORNestContourXml::Read(const QByteArray& bytes)
+{
+    ZORNestXml::CheckMarkup(bytes);
+    QXmlStreamReader xml(bytes);
+    QList<Contour> contours;
+    QList<QString> names; // of the elements around, null for those without
+    QString unit;
+    while (!xml.atEnd()) {
+        switch (xml.readNext()) {
+        case QXmlStreamReader::StartElement:
+            ZORNestXml::CheckDepth(xml, int(names.size()) + 1);
+            if (xml.name() == u"OuterContour") {
+                contours.append(ReadContour(xml, names));
+            } else if (xml.name() == u"Length" && unit.isNull()) {
+                unit = xml.readElementText(QXmlStreamReader::IncludeChildElements) + QLatin1String("");
+            } else {
+                const QXmlStreamAttributes attributes = xml.attributes();
+                const QLatin1String key("NAME");
+                names.append(attributes.hasAttribute(key)
+                                 ? attributes.value(key).toString() + QLatin1String("")
+                                 : QString());
+            }
+            break;
+        case QXmlStreamReader::EndElement:
+            names.removeLast();
+            break;
+        default:
+            break;
+        }
+    }
+    ZORNestXml::CheckError(xml);
+    if (unit == u"in") {
+        for (Contour& contour : contours) {
+            for (ZORNestPlanePoint& point : contour.points)
+                point = inch * point;
+        }
+    }
+    return contours;
+}

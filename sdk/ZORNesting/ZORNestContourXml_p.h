@@ -1,0 +1,25 @@
+// Reads contour files (XML).
+
+#pragma once
+
+#include "ZORNestOutline_p.h"
+
+#include <QList>
+#include <QString>
+
+/// The outlines of a contour file: of every element "OuterContour" the points of its children "Pt", in the
+/// plane of x and y. A first element "Length" with the text "in" makes the numbers inches; they are
+/// millimetres otherwise.
+class ZORNestContourXml
+{
+public:
+    struct Contour
+    {
+        QString name; ///< "A/B" of the named elements around it, innermost last; may be empty
+        QList<ZORNestPlanePoint> points; ///< millimetres
+        double zMin = 0, zMax = 0;
+    };
+
+    /// \throws ZORSysException "line %1: ..."; see ZORNestXml
+    static QList<Contour> Read(const QByteArray& bytes);
+};

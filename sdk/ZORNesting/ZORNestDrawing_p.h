@@ -1,0 +1,108 @@
+// Collects what a source file draws.
+
+#pragma once
+
+#include "ZORNestOutline_p.h"
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+class ZORWorkContext;
+
+/// An affine map of the plane: p to x * p.x + y * p.y + origin.
+struct ZORNestPlaneMap
+{
+    ZORNestPlanePoint x{1, 0};
+    ZORNestPlanePoint y{0, 1};
+    ZORNestPlanePoint origin;
+
+    ZORNestPlanePoint MapVector(ZORNestPlanePoint v) const { return v.x * x + v.y * y; }
+    ZORNestPlanePoint Map(ZORNestPlanePoint p) const { return MapVector(p) + origin; }
+    double GetDeterminant() const { return x.Cross(y); }
+    /// Whether circles stay circles (to 1e-9 of their size).
+    bool IsSimilarity() const;
+    /// The map that applies \a inner first.
+    ZORNestPlaneMap operator*(const ZORNestPlaneMap& inner) const
+    {
+        return {MapVector(inner.x), MapVector(inner.y), Map(inner.origin)};
+    }
+};
+
+/// An arc of an ellipse (of a circle where u and v are alike): center + cos(t) * u + sin(t) * v for t from \a
+/// from to \a to.
+struct ZORNestConic
+{
+    ZORNestPlanePoint center;
+    ZORNestPlanePoint u;
+    ZORNestPlanePoint v;
+    double from = 0;
+    double to = 0; ///< above \a from by up to 2 pi, or below it to run the other way; 2 pi: closed
+};
+
+/// A rational spline; with as many weights as poles, or none when all are 1.
+struct ZORNestNurbs
+{
+    int degree = 3;
+    QList<double> knots; ///< ascending, poles + degree + 1 of them
+    QList<ZORNestPlanePoint> poles;
+    QList<double> weights;
+};
+
+/// Everything that a source draws, as chains of lines and arcs in millimetres. Bounded: more than
+/// MaximumCurves throw ZORSysException "drawing has more than %1 curves".
+class ZORNestDrawing
+{
+public:
+    static constexpr int MaximumCurves = 1000000;
+    /// Whatever has coordinates beyond this, in millimetres, is skipped.
+    static constexpr double MaximumCoordinate = 1e9;
+
+    /// \param tolerance  largest distance between a curve and the arcs that stand in for it
+    ZORNestDrawing(double tolerance, const ZORWorkContext& context);
+
+    /// Starts a chain; what is added up to EndChain() belongs to it. Every piece starts where the one before
+    /// ends.
+    void BeginChain(const ZORNestLook& look, const ZORNestPlaneMap& map);
+    void AddLine(ZORNestPlanePoint start, ZORNestPlanePoint end);
+    void AddBulge(ZORNestPlanePoint start, ZORNestPlanePoint end, double bulge);
+    /// \a start and \a end replace the computed ends where the caller knows them exactly; null: not known.
+    void AddConic(const ZORNestConic& conic, const ZORNestPlanePoint* start = nullptr,
+                  const ZORNestPlanePoint* end = nullptr);
+    /// \param poles  4 of a cubic, 3 of a quadratic Bezier curve
+    void AddBezier(const QList<ZORNestPlanePoint>& poles);
+    /// \pre the counts of \a nurbs fit, and its degree is 1 to 15
+    void AddNurbs(const ZORNestNurbs& nurbs);
+    /// \param what  name of the entity for the report, should it have to be skipped
+    /// \return false when it was skipped: without length, not finite, or beyond MaximumCoordinate
+    bool EndChain(const QString& what);
+
+    /// \param text  in the coordinates of \a map
+    void AddText(ZORNestDrawnText text, const ZORNestPlaneMap& map);
+
+    /// Counts something that has been left out.
+    void Skip(const QString& what) { ++m_skipped[what]; }
+    /// "skipped: %1 (%2 times)", sorted.
+    QStringList GetReport() const;
+
+    QList<ZORNestChain> TakeChains() { return std::move(m_chains); }
+    QList<ZORNestDrawnText> TakeTexts() { return std::move(m_texts); }
+
+private:
+    void Append(QList<ZORNestPiece> pieces, bool isSpline);
+    void AppendFitted(const QList<ZORNestPiece>& pieces);
+    void CountCurve();
+
+    const double m_tolerance;
+    const ZORWorkContext& m_context;
+    QList<ZORNestChain> m_chains;
+    QList<ZORNestDrawnText> m_texts;
+    QMap<QString, qint64> m_skipped;
+    qint64 m_curves = 0;
+
+    ZORNestChain m_chain; // the one that is being added
+    ZORNestLook m_look;
+    ZORNestPlaneMap m_map;
+    bool m_isBad = false;
+};

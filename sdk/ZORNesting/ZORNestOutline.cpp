@@ -1,0 +1,193 @@
+#include "ZORNestOutline_p.h"
+
+#include <algorithm>
+#include <numbers>
+
+namespace {
+
+constexpr double twoPi = 2 * std::numbers::pi;
+
+// Crossings of the ray with a part of an arc that rises or falls all the way from a to b.
+int CountMonotone(ZORNestPlanePoint a, ZORNestPlanePoint b, const ZORNestPiece& arc, double radius,
+                  bool isRight, ZORNestPlanePoint point)
+{
+    if ((a.y <= point.y) == (b.y <= point.y))
+        return 0;
+    const double height = point.y - arc.center.y;
+    const double half = std::sqrt(std::max(0.0, radius * radius - height * height));
+    return arc.center.x + (isRight ? half : -half) > point.x ? 1 : 0;
+}
+
+} // namespace
+
+void ZORNestPlaneBox::Add(ZORNestPlanePoint point)
+{
+    xMin = std::min(xMin, point.x);
+    yMin = std::min(yMin, point.y);
+    xMax = std::max(xMax, point.x);
+    yMax = std::max(yMax, point.y);
+}
+
+void ZORNestPlaneBox::Add(const ZORNestPlaneBox& box)
+{
+    xMin = std::min(xMin, box.xMin);
+    yMin = std::min(yMin, box.yMin);
+    xMax = std::max(xMax, box.xMax);
+    yMax = std::max(yMax, box.yMax);
+}
+
+double ZORNestPiece::GetSweep() const
+{
+    if (IsLine())
+        return 0;
+    if (start == end)
+        return twoPi;
+    const ZORNestPlanePoint from = start - center;
+    const ZORNestPlanePoint to = end - center;
+    const double angle = turn * std::atan2(from.Cross(to), from.Dot(to));
+    return angle > 0 ? angle : angle + twoPi;
+}
+
+double ZORNestPiece::GetLength() const
+{
+    return IsLine() ? start.DistanceTo(end) : GetRadius() * GetSweep();
+}
+
+ZORNestPlanePoint ZORNestPiece::GetMiddle() const
+{
+    if (IsLine())
+        return 0.5 * (start + end);
+    const double half = turn * GetSweep() / 2;
+    const ZORNestPlanePoint from = start - center;
+    return center + std::cos(half) * from + std::sin(half) * from.GetNormal();
+}
+
+ZORNestPlaneBox ZORNestPiece::GetBox() const
+{
+    ZORNestPlaneBox box;
+    box.Add(start);
+    box.Add(end);
+    if (IsLine())
+        return box;
+    const double radius = GetRadius();
+    const double sweep = GetSweep();
+    const ZORNestPlanePoint from = start - center;
+    for (const ZORNestPlanePoint& axis : {ZORNestPlanePoint{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
+        double angle = turn * std::atan2(from.Cross(axis), from.Dot(axis));
+        if (angle < 0)
+            angle += twoPi;
+        if (angle <= sweep)
+            box.Add(center + radius * axis);
+    }
+    return box;
+}
+
+double ZORNestPiece::GetTwiceArea(ZORNestPlanePoint origin) const
+{
+    const double chord = (start - origin).Cross(end - origin);
+    if (IsLine())
+        return chord;
+    const double radius = GetRadius();
+    const double sweep = GetSweep();
+    return chord + turn * radius * radius * (sweep - std::sin(sweep));
+}
+
+int ZORNestPiece::CountCrossings(ZORNestPlanePoint point) const
+{
+    if (IsLine()) {
+        if ((start.y <= point.y) == (end.y <= point.y))
+            return 0;
+        const double x = start.x + (point.y - start.y) * ((end.x - start.x) / (end.y - start.y));
+        return x > point.x ? 1 : 0;
+    }
+    // Cut at the top and the bottom of the circle.
+    const double radius = GetRadius();
+    const double sweep = GetSweep();
+    const ZORNestPlanePoint from = start - center;
+    double cuts[2];
+    int count = 0;
+    for (const double y : {radius, -radius}) {
+        const ZORNestPlanePoint axis{0, y};
+        double angle = turn * std::atan2(from.Cross(axis), from.Dot(axis));
+        if (angle < 0)
+            angle += twoPi;
+        if (angle > 0 && angle < sweep)
+            cuts[count++] = angle;
+    }
+    std::sort(cuts, cuts + count);
+    int crossings = 0;
+    double last = 0;
+    ZORNestPlanePoint a = start;
+    for (int i = 0; i <= count; ++i) {
+        const double next = i < count ? cuts[i] : sweep;
+        const double middle = turn * (last + next) / 2;
+        const bool isRight = std::cos(middle) * from.x - std::sin(middle) * from.y > 0;
+        ZORNestPlanePoint b = end;
+        if (i < count) {
+            const double y = std::sin(turn * next) * from.x + std::cos(turn * next) * from.y;
+            b = {center.x, center.y + (y > 0 ? radius : -radius)};
+        }
+        crossings += CountMonotone(a, b, *this, radius, isRight, point);
+        a = b;
+        last = next;
+    }
+    return crossings;
+}
+
+void ZORNestPiece::Reverse()
+{
+    std::swap(start, end);
+    turn = -turn;
+}
+
+ZORNestPlaneBox ZORNestCurve::GetBox() const
+{
+    ZORNestPlaneBox box;
+    for (const ZORNestPiece& piece : pieces)
+        box.Add(piece.GetBox());
+    return box;
+}
+
+void ZORNestCurve::Reverse()
+{
+    std::reverse(pieces.begin(), pieces.end());
+    for (ZORNestPiece& piece : pieces)
+        piece.Reverse();
+}
+
+ZORNestPlaneBox ZORNestChain::GetBox() const
+{
+    ZORNestPlaneBox box;
+    for (const ZORNestCurve& curve : curves)
+        box.Add(curve.GetBox());
+    return box;
+}
+
+double ZORNestChain::GetArea() const
+{
+    // About a point of the chain: far from the origin the products would lose the area.
+    const ZORNestPlanePoint origin = curves.constFirst().GetStart();
+    double area = 0;
+    for (const ZORNestCurve& curve : curves) {
+        for (const ZORNestPiece& piece : curve.pieces)
+            area += piece.GetTwiceArea(origin);
+    }
+    return area / 2;
+}
+
+bool ZORNestChain::Contains(ZORNestPlanePoint point) const
+{
+    int crossings = 0;
+    for (const ZORNestCurve& curve : curves) {
+        for (const ZORNestPiece& piece : curve.pieces)
+            crossings += piece.CountCrossings(point);
+    }
+    return crossings % 2 == 1;
+}
+
+void ZORNestChain::Reverse()
+{
+    std::reverse(curves.begin(), curves.end());
+    for (ZORNestCurve& curve : curves)
+        curve.Reverse();
+}

@@ -1,0 +1,187 @@
+#include "ZORNestBenchmarkJson_p.h"
+#include "ZORNestContourXml_p.h"
+#include "ZORNestDrawing_p.h"
+#include "ZORNestDxfReader_p.h"
+#include "ZORNestPartFinder_p.h"
+#include "ZORNestPartResult_p.h"
+#include "ZORNestSourceProvider.h"
+#include "ZORNestSourceProviders_p.h"
+#include "ZORNestSvgReader_p.h"
+#include "ZORNestTranslationInput.h"
+
+#include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysFileException.h>
+#include <ZORWorker/ZORWorkContext.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+constexpr qint64 megabyte = 1 << 20;
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORNestSourceProviders", text);
+}
+
+// The whole of a file of bounded size.
+QByteArray ReadFile(const QString& path, qint64 maximumMegabytes)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+        throw ZORSysFileOpenException(path, file.isOpen() || file.error() == QFileDevice::NoError
+                                                ? Tr("not a file")
+                                                : file.errorString());
+    }
+    if (file.size() > maximumMegabytes * megabyte)
+        throw ZORSysFileException(Tr("file is larger than %1 MB").arg(maximumMegabytes));
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        throw ZORSysFileException(Tr("cannot read the file: %1").arg(file.errorString()));
+    return bytes;
+}
+
+QList<ZORNestResult> MakeResults(const QList<ZORNestPart>& parts)
+{
+    QList<ZORNestResult> results;
+    for (const ZORNestPart& part : parts)
+        results.append(ZORNestMakePartResult(part));
+    return results;
+}
+
+// One reader of drawings that may hold several parts.
+template<class Reader>
+QList<ZORNestResult> TranslateDrawing(const QString& path, qint64 maximumMegabytes,
+                                      const ZORNestTranslationInput& input, const ZORWorkContext& context,
+                                      QStringList& report)
+{
+    const QByteArray bytes = ReadFile(path, maximumMegabytes);
+    ZORNestDrawing drawing(input.GetCurveTolerance(), context);
+    Reader(bytes, drawing, report, context).Read();
+    return MakeResults(ZORNestPartFinder::FindParts(drawing, input.GetJoinTolerance(),
+                                                    QFileInfo(path).completeBaseName(), report, context));
+}
+
+// An outline with its holes that the source says to be one part.
+ZORNestPart MakeSinglePart(ZORNestDrawing& drawing, const QString& name, QStringList& report,
+                           const ZORWorkContext& context)
+{
+    const QList<ZORNestPart> parts = ZORNestPartFinder::FindParts(drawing, 0, name, report, context);
+    if (parts.size() > 1)
+        throw ZORSysException(Tr("part '%1' has more than one outline").arg(name));
+    return parts.constFirst();
+}
+
+class DxfProvider final : public ZORNestSourceProvider
+{
+public:
+    DxfProvider()
+        : ZORNestSourceProvider("dxf")
+    {
+    }
+    QString GetDisplayName() const override { return Tr("DXF drawing"); }
+    QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
+                                   const ZORWorkContext& context, QStringList* report) const override
+    {
+        return TranslateDrawing<ZORNestDxfReader>(path, 1024, input, context, *report);
+    }
+};
+
+class SvgProvider final : public ZORNestSourceProvider
+{
+public:
+    SvgProvider()
+        : ZORNestSourceProvider("svg")
+    {
+    }
+    QString GetDisplayName() const override { return Tr("SVG drawing"); }
+    QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
+                                   const ZORWorkContext& context, QStringList* report) const override
+    {
+        return TranslateDrawing<ZORNestSvgReader>(path, 256, input, context, *report);
+    }
+};
+
+class ContourProvider final : public ZORNestSourceProvider
+{
+public:
+    ContourProvider()
+        : ZORNestSourceProvider("contour-xml")
+    {
+    }
+    QString GetDisplayName() const override { return Tr("Contours (XML)"); }
+    QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
+                                   const ZORWorkContext& context, QStringList* report) const override;
+};
+
+QList<ZORNestResult> ContourProvider::Translate(const QString& path, const ZORNestTranslationInput& input,
+                                                const ZORWorkContext& context, QStringList* report) const
+{
+    const QList<ZORNestContourXml::Contour> contours = ZORNestContourXml::Read(ReadFile(path, 256));
+    QList<ZORNestPart> parts;
+    for (qsizetype i = 0; i < contours.size(); ++i) {
+        const ZORNestContourXml::Contour& contour = contours[i];
+        const QStringList names = contour.name.split(u'/', Qt::SkipEmptyParts);
+        const QString name = names.isEmpty()
+                                 ? QFileInfo(path).completeBaseName() + u'-' + QString::number(i + 1)
+                                 : names.constLast();
+        ZORNestDrawing drawing(input.GetCurveTolerance(), context);
+        drawing.BeginChain({}, {});
+        for (qsizetype k = 0; k < contour.points.size(); ++k)
+            drawing.AddLine(contour.points[k], contour.points[(k + 1) % contour.points.size()]);
+        if (!drawing.EndChain(name))
+            throw ZORSysException(Tr("contour '%1' has no extent, or is out of range").arg(name));
+        if (contour.zMin != contour.zMax)
+            report->append(Tr("flattened: '%1', whose heights reach from %2 to %3")
+                               .arg(name)
+                               .arg(contour.zMin)
+                               .arg(contour.zMax));
+        parts.append(MakeSinglePart(drawing, name, *report, context));
+        parts.last().assembly = names.mid(0, names.size() - 1).join(u'/');
+    }
+    if (parts.isEmpty())
+        throw ZORSysException(Tr("no closed outline found"));
+    return MakeResults(parts);
+}
+
+class JsonProvider final : public ZORNestSourceProvider
+{
+public:
+    JsonProvider()
+        : ZORNestSourceProvider("nesting-json")
+    {
+    }
+    QString GetDisplayName() const override { return Tr("Nesting benchmark (JSON)"); }
+    QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
+                                   const ZORWorkContext& context, QStringList* report) const override;
+};
+
+QList<ZORNestResult> JsonProvider::Translate(const QString& path, const ZORNestTranslationInput& input,
+                                             const ZORWorkContext& context, QStringList* report) const
+{
+    const QList<ZORNestBenchmarkJson::Item> items = ZORNestBenchmarkJson::Read(ReadFile(path, 128));
+    QList<ZORNestPart> parts;
+    for (const ZORNestBenchmarkJson::Item& item : items) {
+        ZORNestDrawing drawing(input.GetCurveTolerance(), context);
+        ZORNestBenchmarkJson::Draw(item, drawing);
+        parts.append(MakeSinglePart(drawing, item.name, *report, context));
+        parts.last().assembly = QFileInfo(path).completeBaseName();
+    }
+    if (parts.isEmpty())
+        throw ZORSysException(Tr("no closed outline found"));
+    return MakeResults(parts);
+}
+
+} // namespace
+
+std::vector<std::unique_ptr<ZORNestSourceProvider>> ZORNestMakeSourceProviders()
+{
+    std::vector<std::unique_ptr<ZORNestSourceProvider>> providers;
+    providers.push_back(std::make_unique<DxfProvider>());
+    providers.push_back(std::make_unique<SvgProvider>());
+    providers.push_back(std::make_unique<ContourProvider>());
+    providers.push_back(std::make_unique<JsonProvider>());
+    return providers;
+}

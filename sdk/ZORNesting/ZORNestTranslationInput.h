@@ -1,0 +1,51 @@
+// How a source file is to be translated.
+
+#pragma once
+
+#include <ZORNesting/ZORNestingGlobal.h>
+
+#include <QByteArray>
+
+/// Settings of one translation. A value.
+class ZORNESTING_EXPORT ZORNestTranslationInput
+{
+public:
+    /// The numbers are established.
+    enum FileType {
+        PartFile = 0,      ///< a nesting result file (*.msi) of type translation, with one part
+        ProviderSource = 6 ///< whatever the pre-translation provider reads
+    };
+
+    /// From a provider's source to part files; without provider as yet; tolerances 0.01 mm.
+    ZORNestTranslationInput();
+
+    FileType GetInputFileType() const { return m_inputFileType; }
+    /// Only ProviderSource can be translated: jobs of every other type fail.
+    void SetInputFileType(FileType type);
+    FileType GetOutputFileType() const { return m_outputFileType; }
+    /// Only PartFile can be made: jobs of every other type fail.
+    void SetOutputFileType(FileType type);
+
+    QByteArray GetPreTranslateProvider() const { return m_providerId; }
+    /// \param providerId  see ZORNestSourceProvider::GetProviderId(); jobs with an unknown one fail
+    void SetPreTranslateProvider(const QByteArray& providerId);
+
+    /// Largest gap between the ends of curves that still make one outline, in millimetres.
+    double GetJoinTolerance() const { return m_joinTolerance; }
+    /// \throws ZORSysException "tolerance has to be a number from %1 to %2" outside of 0 to 1000
+    void SetJoinTolerance(double tolerance);
+    /// Largest distance between a curve that is neither line nor arc and the arcs that stand in for it, in
+    /// millimetres.
+    double GetCurveTolerance() const { return m_curveTolerance; }
+    /// \throws ZORSysException "tolerance has to be a number from %1 to %2" outside of 1e-6 to 1000
+    void SetCurveTolerance(double tolerance);
+
+    friend ZORNESTING_EXPORT void ZorTraceAppend(QByteArray& out, const ZORNestTranslationInput& input);
+
+private:
+    FileType m_inputFileType = ProviderSource;
+    FileType m_outputFileType = PartFile;
+    QByteArray m_providerId;
+    double m_joinTolerance = 0.01;
+    double m_curveTolerance = 0.01;
+};

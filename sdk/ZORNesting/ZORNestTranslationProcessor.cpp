@@ -1,0 +1,177 @@
+#include "ZORNestTranslationProcessor.h"
+
+#include "ZORNestDebugOptions.h"
+#include "ZORNestResultWriter.h"
+#include "ZORNestSourceProvider.h"
+
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysFileException.h>
+#include <ZORWorker/ZORWorkProcessor.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+namespace {
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORNestTranslationProcessor", text);
+}
+
+/// One translation, in its thread.
+class Translation
+{
+public:
+    Translation(const ZORNestTranslationInput& input, const QString& path, bool isKept, QStringList& report)
+        : m_input(input)
+        , m_path(path)
+        , m_isKept(isKept)
+        , m_report(report)
+    {
+    }
+
+    ZORWorkResult Run(const ZORWorkContext& context);
+
+private:
+    const ZORNestSourceProvider& GetProvider() const;
+    QString GetFileName(const ZORNestResult& part);
+    static QString MakeDirectory(const ZORWorkContext& context, const QString& name);
+    void WriteReport(const ZORWorkContext& context) const;
+
+    const ZORNestTranslationInput m_input;
+    const QString m_path;
+    const bool m_isKept;
+    QStringList& m_report;
+    QSet<QString> m_names; // in lower case: not every file system tells cases apart
+};
+
+const ZORNestSourceProvider& Translation::GetProvider() const
+{
+    const bool isPossible = m_input.GetInputFileType() == ZORNestTranslationInput::ProviderSource
+                            && m_input.GetOutputFileType() == ZORNestTranslationInput::PartFile;
+    if (!isPossible) {
+        throw ZORSysException(Tr("cannot translate from file type %1 to file type %2")
+                                  .arg(int(m_input.GetInputFileType()))
+                                  .arg(int(m_input.GetOutputFileType())));
+    }
+    const ZORNestSourceProvider* const provider =
+        ZORNestSourceProvider::GetProvider(m_input.GetPreTranslateProvider());
+    if (!provider)
+        throw ZORSysException(
+            Tr("there is no provider '%1'").arg(QString::fromUtf8(m_input.GetPreTranslateProvider())));
+    return *provider;
+}
+
+// Names of parts come from files: only what every file system takes, once.
+QString Translation::GetFileName(const ZORNestResult& part)
+{
+    QString name =
+        part.GetItems().isEmpty() ? QString() : part.GetItems().constFirst()->GetName().left(100).trimmed();
+    for (QChar& character : name) {
+        if (!character.isPrint() || QStringView(u"/\\:*?\"<>|").contains(character))
+            character = u'_';
+    }
+    while (name.startsWith(u'.'))
+        name[0] = u'_';
+    if (name.isEmpty())
+        name = QStringLiteral("part");
+    QString unique = name;
+    for (int number = 2; m_names.contains(unique.toLower()); ++number)
+        unique = name + u'-' + QString::number(number);
+    m_names.insert(unique.toLower());
+    return unique + QStringLiteral(".msi");
+}
+
+QString Translation::MakeDirectory(const ZORWorkContext& context, const QString& name)
+{
+    const QString path = QDir(context.GetWorkDirectory()).filePath(name);
+    if (!QDir().mkpath(path))
+        throw ZORSysFileException(Tr("cannot make the directory '%1'").arg(path));
+    return path;
+}
+
+// For whoever looks into a directory that was kept; a missing report fails nothing.
+void Translation::WriteReport(const ZORWorkContext& context) const
+{
+    QFile file(QDir(context.GetWorkDirectory()).filePath(QStringLiteral("report.txt")));
+    if (file.open(QIODevice::WriteOnly))
+        file.write((m_path + u'\n' + m_report.join(u'\n') + u'\n').toUtf8());
+}
+
+ZORWorkResult Translation::Run(const ZORWorkContext& context)
+{
+    const QList<ZORNestResult> parts = GetProvider().Translate(m_path, m_input, context, &m_report);
+    const QDir handedOut(MakeDirectory(context, QStringLiteral("parts")));
+    const QDir kept(m_isKept ? MakeDirectory(context, QStringLiteral("kept")) : QString());
+    QList<ZORWorkResource> resources;
+    for (const ZORNestResult& part : parts) {
+        context.ThrowIfCanceled();
+        const QString name = GetFileName(part);
+        const QString path = handedOut.filePath(name);
+        ZORNestResultWriter writer(path);
+        if (writer.Write(part) < 0)
+            throw ZORSysFileException(Tr("cannot write part '%1': %2").arg(name, writer.GetFailure()));
+        if (m_isKept && !QFile::copy(path, kept.filePath(name)))
+            throw ZORSysFileException(Tr("cannot keep a copy of part '%1'").arg(name));
+        resources.append(ZORWorkResource(path));
+        context.SetProgress(0.8 + 0.2 * double(resources.size()) / double(parts.size()));
+    }
+    WriteReport(context);
+    return ZORWorkResult(resources);
+}
+
+} // namespace
+
+class ZORNestTranslationProcessor::Private
+{
+public:
+    QList<ZORNestTranslationResponse*> responses; // QObject children of the processor
+    ZORWorkProcessor worker;
+};
+
+ZORNestTranslationProcessor::ZORNestTranslationProcessor(QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    ZOR_TRACE_CALL(parent);
+}
+
+ZORNestTranslationProcessor::~ZORNestTranslationProcessor() = default;
+
+ZORNestTranslationResponse* ZORNestTranslationProcessor::AddInput(const ZORNestTranslationInput& input,
+                                                                  const ZORWorkResource& source)
+{
+    ZOR_TRACE_CALL(input, source);
+    const QString path = source.GetFilePath();
+    const bool isKept = ZORNestDebugOptions::GetInstance()->GetKeepTranslationWorkDirectories();
+    const auto report = std::make_shared<QStringList>();
+    ZORWorkJob job;
+    job.name = QFileInfo(path).fileName();
+    job.run = [=](const ZORWorkContext& context) {
+        return Translation(input, path, isKept, *report).Run(context);
+    };
+    job.isDirectoryKept = isKept;
+    d->responses.append(new ZORNestTranslationResponse(d->worker.AddJob(job), report, this));
+    return d->responses.constLast();
+}
+
+QList<ZORNestTranslationResponse*> ZORNestTranslationProcessor::GetResponses() const
+{
+    return d->responses;
+}
+
+void ZORNestTranslationProcessor::Execute()
+{
+    ZOR_TRACE_CALL();
+    d->worker.Execute();
+}
+
+void ZORNestTranslationProcessor::Cancel()
+{
+    ZOR_TRACE_CALL();
+    d->worker.Cancel();
+}

@@ -1,0 +1,46 @@
+// Translates source files into part files.
+
+#pragma once
+
+#include <ZORNesting/ZORNestTranslationInput.h>
+#include <ZORNesting/ZORNestTranslationResponse.h>
+#include <ZORNesting/ZORNestingGlobal.h>
+
+#include <QList>
+#include <QObject>
+
+#include <memory>
+
+class ZORWorkResource;
+
+/// Runs translations as jobs in threads (see ZORWorkProcessor), one job a source file, one part file (*.msi)
+/// a part.
+///
+/// The work directories of jobs hold the part files for the reader, who may delete them, and a report. With
+/// ZORNestDebugOptions::GetKeepTranslationWorkDirectories() they stay, with a second copy of the part files
+/// that nobody is told of.
+class ZORNESTING_EXPORT ZORNestTranslationProcessor : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ZORNestTranslationProcessor(QObject* parent = nullptr);
+    /// Cancels what runs; see ZORWorkProcessor.
+    ~ZORNestTranslationProcessor() override;
+
+    /// Takes a file, which waits for Execute(). Never throws for what the file or the settings hold: the job
+    /// then fails and tells why.
+    /// \return owned by the processor and living as long
+    ZORNestTranslationResponse* AddInput(const ZORNestTranslationInput& input, const ZORWorkResource& source);
+    /// In the order in which they were added.
+    QList<ZORNestTranslationResponse*> GetResponses() const;
+
+    /// Starts what has not been started before.
+    void Execute();
+    /// Gives up whatever has not ended: those jobs fail with the reason "canceled".
+    void Cancel();
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

@@ -1,0 +1,36 @@
+// The answer to one translation.
+
+#pragma once
+
+#include <ZORNesting/ZORNestingGlobal.h>
+
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+class ZORWorkResponse;
+
+/// One source file on its way through a ZORNestTranslationProcessor, which makes and owns it.
+class ZORNESTING_EXPORT ZORNestTranslationResponse : public QObject
+{
+    Q_OBJECT
+
+public:
+    ~ZORNestTranslationResponse() override;
+
+    /// Status, reason of a failure, and the part files. They are the job's own and may be deleted. Never
+    /// null, not owned.
+    ZORWorkResponse* GetWorkResponse() const { return m_workResponse; }
+    /// What the translation has to tell about units, closed gaps and whatever was left out; a line each.
+    /// Empty until the job is at its end.
+    QStringList GetReport() const;
+
+private:
+    friend class ZORNestTranslationProcessor;
+    ZORNestTranslationResponse(ZORWorkResponse* workResponse, std::shared_ptr<const QStringList> report,
+                               QObject* parent);
+
+    ZORWorkResponse* const m_workResponse;             // not owned
+    const std::shared_ptr<const QStringList> m_report; // written by the job
+};

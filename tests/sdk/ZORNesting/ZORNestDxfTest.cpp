@@ -1,0 +1,352 @@
+// Tests of the provider "dxf".
+
+#include "DxfText.h"
+#include "TranslationTest.h"
+
+#include <QColor>
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr double pi = std::numbers::pi;
+
+class ZORNestDxfTest : public TranslationTest
+{
+protected:
+    ZORNestDxfTest()
+        : TranslationTest("dxf")
+    {
+    }
+
+    QStringList DescribeOnly(const QByteArray& content)
+    {
+        const QList<ZORNestResult> results = Translate(content);
+        EXPECT_EQ("", failure);
+        EXPECT_EQ(1, results.size());
+        return results.isEmpty() ? QStringList() : Describe(results.constFirst());
+    }
+    double GetOnlyArea(const QByteArray& content)
+    {
+        const QList<ZORNestResult> results = Translate(content);
+        EXPECT_EQ("", failure);
+        EXPECT_EQ(1, results.size());
+        return results.isEmpty() ? 0 : GetArea(results.constFirst());
+    }
+};
+
+TEST_F(ZORNestDxfTest, LinesMakeAnOutline)
+{
+    const QByteArray content = Dxf(Line(0, 0, 4, 0) + Line(4, 3, 4, 0) + Line(4, 3, 0, 0));
+    EXPECT_EQ(QStringList("outline (0 0) L(4 0) L(4 3) L(0 0)"), DescribeOnly(content));
+    EXPECT_EQ("drawing", GetItem(Translate(content).constFirst()).GetName());
+    EXPECT_EQ(QStringList("units: 1 mm"), report);
+}
+
+TEST_F(ZORNestDxfTest, OutlinesRunCounterClockwiseAndHolesClockwise)
+{
+    const QByteArray content = Dxf(Square(0, 0, 10, true) + Square(1, 1, 2, false) + Circle(7, 7, 1));
+    EXPECT_EQ(QStringList({"outline (0 0) L(10 0) L(10 10) L(0 10) L(0 0)",
+                           "hole (1 1) L(1 3) L(3 3) L(3 1) L(1 1)", "hole (8 7) A-(8 7 | 7 7)"}),
+              DescribeOnly(content));
+    EXPECT_NEAR(100 - 4 - pi, GetOnlyArea(content), 1e-12);
+}
+
+TEST_F(ZORNestDxfTest, IslandInAHoleIsAPartOfItsOwn)
+{
+    const QList<ZORNestResult> results =
+        Translate(Dxf(Square(2, 2, 2, false) + Square(0, 0, 10, false) + Square(1, 1, 5, false)));
+    ASSERT_EQ(2, results.size());
+    EXPECT_EQ("drawing-1", GetItem(results[0]).GetName());
+    EXPECT_EQ(4, GetArea(results[0]));
+    EXPECT_EQ("drawing-2", GetItem(results[1]).GetName());
+    EXPECT_EQ(75, GetArea(results[1]));
+}
+
+TEST_F(ZORNestDxfTest, ArcsStayArcs)
+{
+    const QByteArray arc = Lines("0|ARC|8|0|10|0|20|0|40|5|50|0|51|180|");
+    EXPECT_EQ(QStringList("outline (5 0) A+(-5 0 | 0 0) L(5 0)"), DescribeOnly(Dxf(arc + Line(-5, 0, 5, 0))));
+    EXPECT_NEAR(12.5 * pi, GetOnlyArea(Dxf(arc + Line(-5, 0, 5, 0))), 1e-12);
+    EXPECT_EQ(QStringList("units: 1 mm"), report) << "ends that differ by rounding are no gap";
+    // Across the zero angle.
+    const QByteArray across = Lines("0|ARC|8|0|10|0|20|0|40|5|50|270|51|90|");
+    EXPECT_EQ(QStringList("outline (0 -5) A+(0 5 | 0 0) L(0 -5)"),
+              DescribeOnly(Dxf(across + Line(0, 5, 0, -5))));
+}
+
+TEST_F(ZORNestDxfTest, CircleIsOneArc)
+{
+    EXPECT_EQ(QStringList("outline (5 2) A+(5 2 | 2 2)"), DescribeOnly(Dxf(Circle(2, 2, 3))));
+    EXPECT_NEAR(9 * pi, GetOnlyArea(Dxf(Circle(2, 2, 3))), 1e-12);
+}
+
+TEST_F(ZORNestDxfTest, EllipseIsASplineOfArcsWithinTheTolerance)
+{
+    const QByteArray ellipse =
+        Lines("0|ELLIPSE|8|0|10|1|20|2|30|0|11|30|21|40|31|0|40|0.4|41|0|42|6.283185307179586|");
+    for (const double tolerance : {1.0, 0.01, 0.0001}) {
+        input.SetCurveTolerance(tolerance);
+        const QList<ZORNestResult> results = Translate(Dxf(ellipse));
+        ASSERT_EQ(1, results.size());
+        const QList<ZORNestResultSegment> segments = GetShape(results[0]).GetSegments();
+        ASSERT_EQ(1, segments.size());
+        ASSERT_EQ(ZORNestResultSegment::Spline, segments[0].GetType());
+        EXPECT_NEAR(pi * 50 * 20, GetArea(results[0]), 250 * tolerance);
+        for (const ZORMathPoint& point : segments[0].GetPoints(tolerance / 10)) {
+            const double x = point.GetX() - 1, y = point.GetY() - 2;
+            const double along = (0.6 * x + 0.8 * y) / 50, across = (0.6 * y - 0.8 * x) / 20;
+            // Distance to the ellipse, to first order: value of the implicit function over its gradient.
+            const double value = along * along + across * across - 1;
+            ASSERT_LT(std::abs(value) / (2 * std::hypot(along / 50, across / 20)), 1.3 * tolerance);
+        }
+    }
+}
+
+TEST_F(ZORNestDxfTest, PartOfAnEllipseHasItsEnds)
+{
+    const QByteArray half = Lines("0|ELLIPSE|8|0|10|0|20|0|11|4|21|0|40|0.5|41|0|42|3.141592653589793|");
+    EXPECT_NEAR(4 * pi, GetOnlyArea(Dxf(half + Line(-4, 0, 4, 0))), 0.1);
+    const QByteArray round = Lines("0|ELLIPSE|8|0|10|0|20|0|11|4|21|0|40|1|41|0|42|3.141592653589793|");
+    EXPECT_EQ(QStringList("outline (4 0) A+(-4 0 | 0 0) L(4 0)"),
+              DescribeOnly(Dxf(round + Line(-4, 0, 4, 0))));
+}
+
+TEST_F(ZORNestDxfTest, LwPolylineHasBulges)
+{
+    const QByteArray slot =
+        Lines("0|LWPOLYLINE|8|0|90|4|70|1|10|0|20|0|10|10|20|0|42|1|10|10|20|4|10|0|20|4|42|1|");
+    EXPECT_EQ(QStringList("outline (0 0) L(10 0) A+(10 4 | 10 2) L(0 4) A+(0 0 | 0 2)"),
+              DescribeOnly(Dxf(slot)));
+    EXPECT_NEAR(40 + 4 * pi, GetOnlyArea(Dxf(slot)), 1e-12);
+    const QByteArray inward = Lines("0|LWPOLYLINE|8|0|90|2|70|1|10|0|20|0|42|-0.5|10|8|20|0|42|2|");
+    EXPECT_EQ(QStringList("outline (0 0) A-(8 0 | 4 -3) A+(0 0 | 4 3)"), DescribeOnly(Dxf(inward)));
+}
+
+TEST_F(ZORNestDxfTest, PolylineReadsItsVertices)
+{
+    const QByteArray polyline = Lines("0|POLYLINE|8|0|66|1|70|1|"
+                                      "0|VERTEX|8|0|10|0|20|0|0|VERTEX|8|0|10|6|20|0|42|1|"
+                                      "0|VERTEX|8|0|10|99|20|99|70|16|"
+                                      "0|VERTEX|8|0|10|6|20|2|0|VERTEX|8|0|10|0|20|2|0|SEQEND|8|0|");
+    EXPECT_EQ(QStringList("outline (0 0) L(6 0) A+(6 2 | 6 1) L(0 2) L(0 0)"), DescribeOnly(Dxf(polyline)));
+    const QByteArray mesh = Lines("0|POLYLINE|8|0|66|1|70|64|0|VERTEX|8|0|10|0|20|0|0|SEQEND|8|0|");
+    DescribeOnly(Dxf(polyline + mesh));
+    EXPECT_TRUE(report.contains("skipped: POLYLINE that is a mesh (1 times)"));
+}
+
+TEST_F(ZORNestDxfTest, RationalSplineFollowsItsCircle)
+{
+    const QByteArray quarter = Lines("0|SPLINE|8|0|70|4|71|2|72|6|73|3|40|0|40|0|40|0|40|1|40|1|40|1|"
+                                     "41|1|41|0.7071067811865476|41|1|10|10|20|0|10|10|20|10|10|0|20|10|");
+    EXPECT_NEAR(25 * pi, GetOnlyArea(Dxf(quarter + Line(0, 10, 0, 0) + Line(0, 0, 10, 0))), 0.05);
+}
+
+TEST_F(ZORNestDxfTest, SplineOfDegreeThreeWithKinksAndDegreeOne)
+{
+    const QByteArray straight =
+        Lines("0|SPLINE|8|0|71|1|40|0|40|0|40|1|40|2|40|2|10|0|20|0|10|4|20|0|10|4|20|4|");
+    EXPECT_EQ(QStringList("outline (0 0) L(4 0) L(4 4) L(0 0)"),
+              DescribeOnly(Dxf(straight + Line(4, 4, 0, 0))));
+    // Two cubics with a corner between them: area by the closed form of each.
+    const QByteArray kinked =
+        Lines("0|SPLINE|8|0|71|3|40|0|40|0|40|0|40|0|40|1|40|1|40|1|40|2|40|2|40|2|40|2|"
+              "10|0|20|0|10|0|20|6|10|6|20|6|10|6|20|0|10|6|20|6|10|12|20|6|10|12|20|0|");
+    EXPECT_NEAR(2 * 0.6 * 36, GetOnlyArea(Dxf(kinked + Line(12, 0, 0, 0))), 0.2);
+}
+
+TEST_F(ZORNestDxfTest, FaultySplinesAreSkipped)
+{
+    const QByteArray counts = Lines("0|SPLINE|8|0|71|3|40|0|40|1|10|0|20|0|10|4|20|0|");
+    const QByteArray falling = Lines("0|SPLINE|8|0|71|1|40|0|40|3|40|1|40|2|10|0|20|0|10|4|20|0|");
+    const QByteArray fit = Lines("0|SPLINE|8|0|71|3|74|2|11|0|21|0|11|4|21|0|");
+    DescribeOnly(Dxf(Square(0, 0, 1, false) + counts + falling + fit));
+    EXPECT_TRUE(report.contains("skipped: SPLINE (2 times)"));
+    EXPECT_TRUE(report.contains("skipped: SPLINE without control points (1 times)"));
+}
+
+TEST_F(ZORNestDxfTest, TextsLieOnTheirPart)
+{
+    const QByteArray text =
+        Lines("0|TEXT|8|0|10|1|20|2|40|3|1|50%%d \\U+00e4|50|90|41|0.8|51|15|7|ROMANS|72|4|11|5|21|6|");
+    const QByteArray paragraphs = Lines("0|MTEXT|8|0|10|7|20|8|40|2|71|5|3|{\\fArial;one}\\P|1|t\\S1^2;\\~o|"
+                                        "50|30|0|TEXT|10|50|20|50|40|1|1|outside|");
+    const QList<ZORNestResult> results = Translate(Dxf(Square(0, 0, 10, false) + text + paragraphs));
+    ASSERT_EQ(1, results.size());
+    ASSERT_EQ(2, GetItem(results[0]).GetShapes().size());
+    const QList<ZORNestResultSegment> segments = GetShape(results[0], 1).GetSegments();
+    ASSERT_EQ(2, segments.size());
+    EXPECT_EQ(QString::fromUtf8("50° ä"), segments[0].GetText());
+    EXPECT_EQ(ZORMathPoint(5, 6, 0), segments[0].GetStartPoint());
+    EXPECT_EQ(3, segments[0].GetTextHeight());
+    EXPECT_NEAR(pi / 2, segments[0].GetTextAngle(), 1e-12);
+    EXPECT_NEAR(0.8, segments[0].GetTextWidth(), 1e-12);
+    EXPECT_NEAR(pi / 12, segments[0].GetTextTiltAngle(), 1e-12);
+    EXPECT_EQ(ZORNestResultSegment::MiddleCenter, segments[0].GetTextJustification());
+    EXPECT_EQ("ROMANS", segments[0].GetFont());
+    EXPECT_EQ(ZORNestResultSegment::EtchingData, segments[0].GetLayer());
+    EXPECT_EQ(QString::fromUtf8("one\nt1/2\u00a0o"), segments[1].GetText());
+    EXPECT_EQ(ZORNestResultSegment::MiddleCenter, segments[1].GetTextJustification());
+    EXPECT_NEAR(pi / 6, segments[1].GetTextAngle(), 1e-12);
+    EXPECT_TRUE(report.contains("left out: 1 curves and texts that lie on no part"));
+}
+
+TEST_F(ZORNestDxfTest, BlocksAreScaledTurnedMirroredAndRepeated)
+{
+    const QByteArray blocks =
+        Block("SLOT", 1, 1, Lines("0|LWPOLYLINE|8|0|70|1|10|1|20|1|10|3|20|1|42|1|10|3|20|2|10|1|20|2|"));
+    EXPECT_EQ(QStringList("outline (10 20) L(10 24) A+(8 24 | 9 24) L(8 20) L(10 20)"),
+              DescribeOnly(Dxf(Lines("0|INSERT|2|slot|8|0|10|10|20|20|41|2|42|2|50|90|"), blocks)));
+    EXPECT_EQ(QStringList("outline (0 0) L(0 1) L(-2 1) A+(-2 0 | -2 0.5) L(0 0)"),
+              DescribeOnly(Dxf(Lines("0|INSERT|2|SLOT|8|0|10|0|20|0|41|-1|"), blocks)));
+    const QList<ZORNestResult> results =
+        Translate(Dxf(Lines("0|INSERT|2|SLOT|8|0|10|0|20|0|50|90|70|3|71|2|44|10|45|20|"), blocks));
+    ASSERT_EQ(6, results.size());
+    EXPECT_EQ("outline (0 0) L(0 2) A+(-1 2 | -0.5 2) L(-1 0) L(0 0)", Describe(results[0])[0]);
+    EXPECT_EQ("outline (-20 20) L(-20 22) A+(-21 22 | -20.5 22) L(-21 20) L(-20 20)",
+              Describe(results[5])[0]);
+}
+
+TEST_F(ZORNestDxfTest, UnevenlyScaledCirclesAreEllipses)
+{
+    const QByteArray blocks = Block("DOT", 0, 0, Circle(0, 0, 2));
+    EXPECT_NEAR(pi * 2 * 6, GetOnlyArea(Dxf(Lines("0|INSERT|2|DOT|8|0|42|3|50|30|"), blocks)), 0.2);
+}
+
+TEST_F(ZORNestDxfTest, BlocksLieInBlocks)
+{
+    const QByteArray blocks = Block("INNER", 0, 0, Square(0, 0, 1, false))
+                              + Block("OUTER", 0, 0, Lines("0|INSERT|2|INNER|8|0|10|5|20|0|41|2|42|2|"));
+    EXPECT_EQ(QStringList("outline (15 0) L(21 0) L(21 6) L(15 6) L(15 0)"),
+              DescribeOnly(Dxf(Lines("0|INSERT|2|OUTER|8|0|41|3|42|3|"), blocks)));
+}
+
+TEST_F(ZORNestDxfTest, BlockInItselfFails)
+{
+    const QByteArray blocks = Block("A", 0, 0, Lines("0|INSERT|2|A|8|0|"));
+    Translate(Dxf(Lines("0|INSERT|2|A|8|0|"), blocks));
+    EXPECT_EQ("blocks lie in each other more than 32 deep", failure);
+}
+
+TEST_F(ZORNestDxfTest, MissingBlocksAndUnknownEntitiesAreReported)
+{
+    DescribeOnly(
+        Dxf(Square(0, 0, 1, false) + Lines("0|INSERT|2|NONE|8|0|0|HATCH|8|0|0|HATCH|8|0|0|POINT|8|0|")));
+    EXPECT_TRUE(report.contains("skipped: HATCH (2 times)"));
+    EXPECT_TRUE(report.contains("skipped: INSERT of the missing block 'NONE' (1 times)"));
+    EXPECT_TRUE(report.contains("skipped: POINT (1 times)"));
+}
+
+TEST_F(ZORNestDxfTest, ColorsComeFromEntityLayerAndBlock)
+{
+    const QByteArray tables = Lines(
+        "0|SECTION|2|TABLES|0|TABLE|2|LAYER|0|LAYER|2|Cut|70|0|62|5|0|LAYER|2|True|70|0|62|1|420|1193046|"
+        "0|ENDTAB|0|ENDSEC|");
+    const QByteArray blocks =
+        Block("B", 0, 0, Lines("0|CIRCLE|8|0|62|0|10|5|20|2|40|1|0|CIRCLE|8|0|10|5|20|5|40|1|"));
+    const QByteArray entities = Lines("0|LWPOLYLINE|8|CUT|70|1|10|0|20|0|10|10|20|0|10|10|20|10|10|0|20|10|"
+                                      "0|CIRCLE|8|True|10|2|20|2|40|1|0|CIRCLE|8|Cut|62|30|10|2|20|5|40|1|"
+                                      "0|CIRCLE|8|Cut|420|255|10|2|20|8|40|1|0|INSERT|2|B|8|Cut|62|3|");
+    const QList<ZORNestResult> results = Translate(Dxf(entities, blocks, QByteArray(), tables));
+    ASSERT_EQ(1, results.size());
+    QStringList colors;
+    for (const ZORNestResultShape* shape : GetItem(results[0]).GetShapes())
+        colors.append(shape->GetSegments().constFirst().GetColor().name());
+    EXPECT_EQ(QStringList({"#0000ff", "#123456", "#ff7f00", "#0000ff", "#00ff00", "#0000ff"}), colors);
+}
+
+TEST_F(ZORNestDxfTest, LayersWithKnownNamesAreNoOutlines)
+{
+    const QByteArray entities =
+        Square(0, 0, 10, false) + Lines("0|CIRCLE|8|Etching_Data|10|5|20|5|40|1|")
+        + Lines("0|LINE|8|GRAIN|10|1|20|1|11|2|21|1|0|LINE|8|notes|10|3|20|1|11|4|21|1|");
+    const QList<ZORNestResult> results = Translate(Dxf(entities));
+    ASSERT_EQ(1, results.size());
+    EXPECT_EQ(QStringList({"outline (0 0) L(10 0) L(10 10) L(0 10) L(0 0)", "mark (1 1) L(2 1)",
+                           "mark (3 1) L(4 1)", "mark (6 5) A+(6 5 | 5 5)"}),
+              Describe(results[0]));
+    EXPECT_EQ(ZORNestResultSegment::Nest, GetShape(results[0], 0).GetSegments()[0].GetLayer());
+    EXPECT_EQ(ZORNestResultSegment::Grain, GetShape(results[0], 1).GetSegments()[0].GetLayer());
+    EXPECT_EQ(ZORNestResultSegment::EtchingData, GetShape(results[0], 2).GetSegments()[0].GetLayer());
+    EXPECT_EQ(ZORNestResultSegment::EtchingData, GetShape(results[0], 3).GetSegments()[0].GetLayer());
+}
+
+TEST_F(ZORNestDxfTest, HiddenThingsAreLeftOut)
+{
+    const QByteArray tables =
+        Lines("0|SECTION|2|TABLES|0|LAYER|2|OFF|70|0|62|-5|0|LAYER|2|COLD|70|1|62|5|0|ENDSEC|");
+    const QByteArray entities = Square(0, 0, 10, false)
+                                + Lines("0|CIRCLE|8|off|10|5|20|5|40|1|0|CIRCLE|8|Cold|10|5|20|5|40|1|")
+                                + Lines("0|CIRCLE|8|0|60|1|10|5|20|5|40|1|0|CIRCLE|8|0|67|1|10|5|20|5|40|1|");
+    EXPECT_EQ(1, DescribeOnly(Dxf(entities, QByteArray(), QByteArray(), tables)).size());
+    EXPECT_TRUE(report.contains("skipped: CIRCLE on hidden layer 'off' (1 times)"));
+    EXPECT_TRUE(report.contains("skipped: CIRCLE on hidden layer 'Cold' (1 times)"));
+    EXPECT_TRUE(report.contains("skipped: invisible CIRCLE (1 times)"));
+}
+
+TEST_F(ZORNestDxfTest, NamesOfOldFilesAreLatin)
+{
+    const QByteArray tables = Lines("0|SECTION|2|TABLES|0|LAYER|2|L\xd6"
+                                    "CHER|70|0|62|-5|0|ENDSEC|");
+    const QByteArray entities = Square(0, 0, 10, false)
+                                + Lines("0|CIRCLE|8|l\xf6"
+                                        "cher|10|5|20|5|40|1|");
+    EXPECT_EQ(1, DescribeOnly(Dxf(entities, QByteArray(), QByteArray(), tables)).size());
+}
+
+TEST_F(ZORNestDxfTest, UnitsComeFromTheHeader)
+{
+    const QByteArray square = Square(0, 0, 1, false);
+    EXPECT_NEAR(25.4 * 25.4, GetOnlyArea(Dxf(square, {}, Lines("9|$INSUNITS|70|1|"))), 1e-9);
+    EXPECT_NEAR(100, GetOnlyArea(Dxf(square, {}, Lines("9|$MEASUREMENT|70|0|9|$INSUNITS|70|5|"))), 1e-9);
+    EXPECT_NEAR(1e6, GetOnlyArea(Dxf(square, {}, Lines("9|$INSUNITS|70|     6|"))), 1e-6);
+    EXPECT_NEAR(25.4 * 25.4, GetOnlyArea(Dxf(square, {}, Lines("9|$INSUNITS|70|0|9|$MEASUREMENT|70|0|"))),
+                1e-9);
+    EXPECT_NEAR(1, GetOnlyArea(Dxf(square, {}, Lines("9|$MEASUREMENT|70|1|"))), 1e-12);
+    EXPECT_EQ(QStringList("units: 1 mm, since the file names none"), report);
+    EXPECT_NEAR(1, GetOnlyArea(Dxf(square, {}, Lines("9|$ACADVER|1|AC1009|"))), 1e-12);
+}
+
+TEST_F(ZORNestDxfTest, EntitiesSeenFromBelowAreMirrored)
+{
+    const QByteArray arc = Lines("0|ARC|8|0|10|-2|20|0|40|5|50|0|51|180|230|-1|");
+    EXPECT_EQ(QStringList("outline (-3 0) L(7 0) A+(-3 0 | 2 0)"),
+              DescribeOnly(Dxf(arc + Line(-3, 0, 7, 0))));
+    DescribeOnly(Dxf(Square(0, 0, 1, false) + Lines("0|CIRCLE|8|0|10|0|20|0|40|1|210|1|230|0|")));
+    EXPECT_TRUE(report.contains("skipped: CIRCLE out of the plane (1 times)"));
+}
+
+TEST_F(ZORNestDxfTest, LineEndsOfOtherSystemsAndCommentsAreFine)
+{
+    QByteArray content = Lines("999|made by hand|") + Dxf(Square(0, 0, 2, false));
+    EXPECT_EQ(4, GetOnlyArea(content));
+    content.replace('\n', "\r\n");
+    EXPECT_EQ(4, GetOnlyArea(content));
+    EXPECT_EQ(4, GetOnlyArea(content + "\r\n\r\n"));
+}
+
+TEST_F(ZORNestDxfTest, MalformedFilesFailWithAReason)
+{
+    const QList<std::pair<QByteArray, QString>> cases{
+        {"", "no DXF file: SECTION is missing"},
+        {"Somebody Binary DXF\r\n\x1a", "binary DXF cannot be read, only ASCII DXF"},
+        {"hello\nworld\n", "line 1: group code expected"},
+        {"0\nSECTION\n2\n", "line 3: value missing"},
+        {Lines("0|SECTION|2|ENTITIES|0|LINE|10|0|"), "file is incomplete: EOF is missing"},
+        {Lines("0|SECTION|2|ENTITIES|0|LINE|10|x|20|0|11|1|21|1|0|ENDSEC|0|EOF|"), "line 8: number expected"},
+        {Lines("0|SECTION|2|ENTITIES|0|LINE|10|nan|20|0|11|1|21|1|0|ENDSEC|0|EOF|"),
+         "line 8: number expected"},
+        {Dxf(""), "no closed outline found"},
+        {Dxf(Line(0, 0, 1, 0) + Line(5, 0, 5, 5)), "no closed outline found: 2 curves have loose ends"},
+    };
+    for (const auto& [content, reason] : cases) {
+        EXPECT_TRUE(Translate(content).isEmpty());
+        EXPECT_EQ(reason, failure);
+    }
+    EXPECT_TRUE(TranslateFile(directory.filePath("missing.dxf")).isEmpty());
+    EXPECT_TRUE(failure.startsWith("cannot open file '" + directory.filePath("missing.dxf") + "': "))
+        << failure.toStdString();
+}
+
+} // namespace

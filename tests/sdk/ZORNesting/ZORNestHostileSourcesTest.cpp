@@ -1,0 +1,179 @@
+// Every provider on damaged, huge and malicious files: a reason or parts, never anything else.
+
+#include "DxfText.h"
+#include "TranslationTest.h"
+
+#include <ZORNesting/ZORNestSourceProvider.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORWorker/ZORWorkContext.h>
+
+#include <QFile>
+
+#include <random>
+
+namespace {
+
+struct Source
+{
+    QByteArray providerId;
+    QByteArray content;
+};
+
+void PrintTo(const Source& source, std::ostream* stream)
+{
+    *stream << source.providerId.constData();
+}
+
+QList<Source> GetSources()
+{
+    const QByteArray dxf = Dxf(
+        Square(0, 0, 50, false) + Circle(20, 20, 5) + Line(1, 1, 2, 2)
+            + Lines("0|ARC|8|0|10|5|20|30|40|2|50|10|51|170|0|ELLIPSE|8|0|10|30|20|30|11|4|21|1|40|0.5|41|0|"
+                    "42|6.283185307179586|"
+                    "0|SPLINE|8|0|70|4|71|2|72|6|73|3|40|0|40|0|40|0|40|1|40|1|40|1|41|1|41|0.7|41|1|10|10|"
+                    "20|0|10|10|20|10|10|0|20|10|"
+                    "0|TEXT|8|0|10|1|20|2|40|3|1|50%%d|0|MTEXT|8|0|10|7|20|8|40|2|1|{\\fArial;one}\\P|"
+                    "0|POLYLINE|8|0|66|1|70|1|0|VERTEX|8|0|10|30|20|5|42|0.5|0|VERTEX|8|0|10|36|20|5|0|"
+                    "SEQEND|8|0|"
+                    "0|INSERT|2|B|8|0|10|40|20|40|41|2|42|1|50|30|70|2|71|2|44|3|45|3|"),
+        Block("B", 1, 1, Circle(0, 0, 1) + Line(0, 0, 1, 0)), Lines("9|$INSUNITS|70|4|9|$MEASUREMENT|70|1|"),
+        Lines("0|SECTION|2|TABLES|0|LAYER|2|0|70|0|62|5|0|ENDSEC|"));
+    const QByteArray svg =
+        "<svg width='100mm' height='100mm' viewBox='0 0 100 100'><g id='a' transform='rotate(10) scale(1.5)'>"
+        "<path d='M10 10C10 20 40 20 40 50S9 9 8 40Q25 20 40 50T1 2A20 10 30 0 1 50 50Z'/>"
+        "<rect x='1' y='2' width='30' height='20' rx='3'/><circle r='3'/><polygon points='0,0 1,1 2,0'/>"
+        "</g><ellipse rx='3' ry='4' style='stroke: red'/></svg>";
+    const QByteArray xml =
+        "<a NAME='x'><Length>in</Length><OuterContour><Pt>X=0 Y=0 Z=1</Pt><Pt>4 0 1</Pt><Pt>4 3 1</Pt>"
+        "</OuterContour></a>";
+    const QByteArray json =
+        R"({"items": [{"id": 5, "shape": {"type": "polygon", "data": {"outer": [[0, 0], [9, 0], [9, 9]], "inner": []}}},
+        {"shape": {"type": "path", "contours": [{"start": [20, 0], "segs": [["A", 0, 0, 10, 0, "cw"], ["L", 20, 0]]}]}}]})";
+    return {{"dxf", dxf}, {"svg", svg}, {"contour-xml", xml}, {"nesting-json", json}};
+}
+
+class ZORNestHostileSourcesTest : public testing::TestWithParam<Source>
+{
+};
+
+class Runner : public TranslationTest
+{
+public:
+    explicit Runner(const QByteArray& providerId)
+        : TranslationTest(providerId)
+    {
+    }
+    void TestBody() override {}
+    using TranslationTest::failure;
+    using TranslationTest::report;
+    using TranslationTest::Translate;
+
+    /// Translates many contents in one job; \return how many gave parts
+    int TranslateAll(const QList<QByteArray>& contents)
+    {
+        int successes = 0;
+        const QString reason = RunAsJob([&](const ZORWorkContext& context) {
+            const ZORNestSourceProvider* const source = ZORNestSourceProvider::GetProvider(provider);
+            for (const QByteArray& content : contents) {
+                const QString path = Write(content);
+                try {
+                    if (!source->Translate(path, input, context, &report).isEmpty())
+                        ++successes;
+                } catch (const ZORSysException& exception) {
+                    EXPECT_FALSE(exception.GetMessage().isEmpty());
+                }
+            }
+        });
+        EXPECT_EQ("", reason);
+        return successes;
+    }
+};
+
+TEST_P(ZORNestHostileSourcesTest, WholeFileGivesParts)
+{
+    Runner runner(GetParam().providerId);
+    EXPECT_FALSE(runner.Translate(GetParam().content).isEmpty());
+    EXPECT_EQ("", runner.failure);
+}
+
+TEST_P(ZORNestHostileSourcesTest, TruncatedFilesFail)
+{
+    Runner runner(GetParam().providerId);
+    QList<QByteArray> contents;
+    // The last character may be white space or a line end.
+    for (qsizetype length = 0; length < GetParam().content.size() - 4; length += 3)
+        contents.append(GetParam().content.first(length));
+    EXPECT_EQ(0, runner.TranslateAll(contents));
+}
+
+TEST_P(ZORNestHostileSourcesTest, DamagedFilesGivePartsOrAReason)
+{
+    std::mt19937 random(11);
+    Runner runner(GetParam().providerId);
+    QList<QByteArray> contents;
+    const QByteArray spice = "0123456789.-+eE'\"<>/=,[]{}MLAZ \n";
+    for (int i = 0; i < 600; ++i) {
+        QByteArray content = GetParam().content;
+        for (int k = int(random() % 6); k >= 0; --k) {
+            const qsizetype at = qsizetype(random() % size_t(content.size()));
+            switch (random() % 4) {
+            case 0:
+                content[at] = char(random());
+                break;
+            case 1:
+                content[at] = spice[qsizetype(random() % size_t(spice.size()))];
+                break;
+            case 2:
+                content.remove(at, 1 + qsizetype(random() % 8));
+                break;
+            default:
+                content.insert(
+                    at, content.mid(qsizetype(random() % size_t(content.size())), qsizetype(random() % 40)));
+            }
+            if (content.isEmpty())
+                content = " ";
+        }
+        contents.append(content);
+    }
+    EXPECT_GT(runner.TranslateAll(contents), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Providers, ZORNestHostileSourcesTest, testing::ValuesIn(GetSources()),
+                         [](const auto& info) {
+                             return QByteArray(info.param.providerId).replace('-', '_').toStdString();
+                         });
+
+TEST(ZORNestHostileDxfTest, BlocksThatMultiplyAreBounded)
+{
+    Runner runner("dxf");
+    QByteArray blocks = Block("B0", 0, 0, Circle(0, 0, 1));
+    for (int i = 1; i < 30; ++i)
+        blocks += Block("B" + QByteArray::number(i), 0, 0,
+                        Lines("0|INSERT|2|B" + QByteArray::number(i - 1) + "|8|0|70|9|71|9|44|5|45|5|"));
+    EXPECT_TRUE(runner.Translate(Dxf(Lines("0|INSERT|2|B29|8|0|"), blocks)).isEmpty());
+    EXPECT_TRUE(runner.failure == "drawing has more than 1000000 curves"
+                || runner.failure == "drawing has more than 4000000 entities")
+        << runner.failure.toStdString();
+}
+
+TEST(ZORNestHostileDxfTest, HugeNumbersAreSkipped)
+{
+    Runner runner("dxf");
+    const QByteArray entities =
+        Square(0, 0, 1, false) + Line(-1e300, 0, 1e300, 1e308) + Circle(1e12, 0, 1) + Circle(0, 0, 1e200)
+        + Lines("0|LWPOLYLINE|8|0|70|1|10|0|20|0|42|1e-300|10|1|20|0|42|1e300|10|1|20|5|");
+    EXPECT_EQ(1, runner.Translate(Dxf(entities)).size());
+    EXPECT_EQ("", runner.failure);
+}
+
+TEST(ZORNestHostileDxfTest, ManyEndsAtOnePlaceAreJoinedInTime)
+{
+    Runner runner("dxf");
+    QByteArray entities = Square(-50, -50, 100, false);
+    for (int i = 1; i <= 4000; ++i)
+        entities += Line(0, 0, i * 0.01, 20);
+    EXPECT_EQ(1, runner.Translate(Dxf(entities)).size());
+    EXPECT_EQ("", runner.failure);
+}
+
+} // namespace

@@ -1,0 +1,192 @@
+// Tests of ZORNestTranslationProcessor.
+
+#include "DxfText.h"
+
+#include <ZORNesting/ZORNestDebugOptions.h>
+#include <ZORNesting/ZORNestResultReader.h>
+#include <ZORNesting/ZORNestTranslationProcessor.h>
+#include <ZORWorker/ZORWorkResource.h>
+#include <ZORWorker/ZORWorkResponse.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+constexpr int Patience = 30000; // ms until a test gives up
+
+class ZORNestTranslationProcessorTest : public testing::Test
+{
+protected:
+    ~ZORNestTranslationProcessorTest() override
+    {
+        ZORNestDebugOptions::GetInstance()->SetKeepTranslationWorkDirectories(false);
+    }
+
+    QString Write(const QString& name, const QByteArray& content) const
+    {
+        const QString path = directory.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        return path;
+    }
+    ZORNestTranslationResponse* Add(const QString& path, const QByteArray& provider = "dxf")
+    {
+        ZORNestTranslationInput input;
+        input.SetInputFileType(ZORNestTranslationInput::FileType(6));
+        input.SetOutputFileType(ZORNestTranslationInput::FileType(0));
+        input.SetPreTranslateProvider(provider);
+        return processor->AddInput(input, ZORWorkResource(path));
+    }
+    static bool WaitForEnd(const ZORNestTranslationResponse* response)
+    {
+        return QTest::qWaitFor([=] { return response->GetWorkResponse()->IsAtEnd(); }, Patience);
+    }
+    static QStringList GetFiles(const ZORNestTranslationResponse* response)
+    {
+        QStringList paths;
+        for (const ZORWorkResource& resource : response->GetWorkResponse()->GetResult().GetResources())
+            paths.append(resource.GetFilePath());
+        return paths;
+    }
+
+    const QTemporaryDir directory;
+    std::unique_ptr<ZORNestTranslationProcessor> processor = std::make_unique<ZORNestTranslationProcessor>();
+};
+
+TEST_F(ZORNestTranslationProcessorTest, EachPartIsAResultFileOfTypeTranslation)
+{
+    const QString path =
+        Write("kit.dxf", Dxf(Square(0, 0, 10, false) + Square(20, 0, 5, false) + Circle(5, 5, 2)));
+    ZORNestTranslationResponse* const response = Add(path);
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(response));
+    ASSERT_EQ(ZORWorkResponse::Finished, response->GetWorkResponse()->GetStatus());
+    const QStringList files = GetFiles(response);
+    ASSERT_EQ(2, files.size());
+    EXPECT_EQ("kit-1.msi", QFileInfo(files[0]).fileName());
+    EXPECT_EQ("kit-2.msi", QFileInfo(files[1]).fileName());
+    const ZORNestResult first = ZORNestResultReader(files[0]).Read(nullptr);
+    ASSERT_TRUE(first.IsValid());
+    EXPECT_EQ(ZORNestResult::Translation, first.GetResultType());
+    ASSERT_EQ(1, first.GetItems().size());
+    EXPECT_EQ("kit-1", first.GetItems()[0]->GetPartName());
+    ASSERT_EQ(2, first.GetItems()[0]->GetShapes().size());
+    EXPECT_EQ(100, first.GetItems()[0]->GetShapes()[0]->GetArea());
+    EXPECT_EQ(1, first.GetItems()[0]->GetShapes()[1]->GetShapeHole());
+    EXPECT_EQ(QStringList("units: 1 mm"), response->GetReport());
+    EXPECT_TRUE(QFile::exists(path));
+}
+
+TEST_F(ZORNestTranslationProcessorTest, FilesAreGoneWithTheProcessor)
+{
+    ZORNestTranslationResponse* const response = Add(Write("a.dxf", Dxf(Circle(0, 0, 1))));
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(response));
+    const QString work = response->GetWorkResponse()->GetWorkDirectory();
+    EXPECT_TRUE(QFile::exists(GetFiles(response).constFirst()));
+    processor.reset();
+    EXPECT_FALSE(QFile::exists(work));
+}
+
+TEST_F(ZORNestTranslationProcessorTest, KeptDirectoriesHoldPartsThatNobodyDeletes)
+{
+    ZORNestDebugOptions::GetInstance()->SetKeepTranslationWorkDirectories(true);
+    ZORNestTranslationResponse* const response = Add(Write("a.dxf", Dxf(Circle(0, 0, 1))));
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(response));
+    QDir work(response->GetWorkResponse()->GetWorkDirectory());
+    for (const QString& file : GetFiles(response))
+        EXPECT_TRUE(QFile::remove(file));
+    processor.reset();
+    EXPECT_TRUE(work.exists("kept/a.msi"));
+    EXPECT_TRUE(work.exists("report.txt"));
+    work.removeRecursively();
+}
+
+TEST_F(ZORNestTranslationProcessorTest, NamesOfPartsBecomeNamesOfFilesOnce)
+{
+    const QByteArray contour = "<OuterContour><Pt>0 0</Pt><Pt>1 0</Pt><Pt>1 1</Pt></OuterContour>";
+    QByteArray xml = "<r>";
+    for (const char* name : {"../up", "P", "p", "", ".hid", "a:b"})
+        xml += QByteArray("<Ply NAME='") + name + "'>" + contour + "</Ply>";
+    ZORNestTranslationResponse* const response = Add(Write("x.xml", xml + "</r>"), "contour-xml");
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(response));
+    QStringList names;
+    for (const QString& file : GetFiles(response)) {
+        names.append(QFileInfo(file).fileName());
+        EXPECT_TRUE(file.startsWith(response->GetWorkResponse()->GetWorkDirectory()));
+        EXPECT_TRUE(QFile::exists(file));
+    }
+    EXPECT_EQ(QStringList({"up.msi", "P.msi", "p-2.msi", "x-4.msi", "_hid.msi", "a_b.msi"}), names);
+}
+
+TEST_F(ZORNestTranslationProcessorTest, BadInputsFailTheirOwnJobsOnly)
+{
+    ZORNestTranslationResponse* const good = Add(Write("a.dxf", Dxf(Circle(0, 0, 1))));
+    ZORNestTranslationResponse* const bad = Add(Write("b.dxf", "nonsense"));
+    ZORNestTranslationResponse* const missing = Add(directory.filePath("c.dxf"));
+    ZORNestTranslationResponse* const folder = Add(directory.path());
+    ZORNestTranslationResponse* const unknown = Add(directory.filePath("a.dxf"), "paper");
+    ZORNestTranslationInput input;
+    input.SetPreTranslateProvider("dxf");
+    input.SetInputFileType(ZORNestTranslationInput::FileType(3));
+    ZORNestTranslationResponse* const type =
+        processor->AddInput(input, ZORWorkResource(directory.filePath("a.dxf")));
+    processor->Execute();
+    for (const ZORNestTranslationResponse* response : processor->GetResponses())
+        ASSERT_TRUE(WaitForEnd(response));
+    EXPECT_EQ(1, GetFiles(good).size());
+    EXPECT_EQ("line 1: group code expected", bad->GetWorkResponse()->GetFailureReason());
+    EXPECT_TRUE(missing->GetWorkResponse()->GetFailureReason().startsWith("cannot open file '"));
+    EXPECT_TRUE(folder->GetWorkResponse()->GetFailureReason().startsWith("cannot open file '"));
+    EXPECT_EQ("there is no provider 'paper'", unknown->GetWorkResponse()->GetFailureReason());
+    EXPECT_EQ("cannot translate from file type 3 to file type 0",
+              type->GetWorkResponse()->GetFailureReason());
+    EXPECT_EQ(QStringList(), GetFiles(bad));
+}
+
+TEST_F(ZORNestTranslationProcessorTest, SecondBatchLeavesTheFirstAlone)
+{
+    ZORNestTranslationResponse* const first = Add(Write("a.dxf", Dxf(Circle(0, 0, 1))));
+    QSignalSpy spy(first->GetWorkResponse(), &ZORWorkResponse::StatusChanged);
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(first));
+    const qsizetype count = spy.size();
+    ZORNestTranslationResponse* const second = Add(directory.filePath("a.dxf"));
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(second));
+    EXPECT_EQ(count, spy.size());
+    EXPECT_EQ(QList<ZORNestTranslationResponse*>({first, second}), processor->GetResponses());
+}
+
+TEST_F(ZORNestTranslationProcessorTest, CancelledTranslationsFail)
+{
+    QByteArray entities;
+    for (int i = 0; i < 20000; ++i)
+        entities += Circle(10 * i, 0, 1);
+    ZORNestTranslationResponse* const response = Add(Write("a.dxf", Dxf(entities)));
+    processor->Execute();
+    processor->Cancel();
+    ASSERT_TRUE(WaitForEnd(response));
+    EXPECT_EQ(ZORWorkResponse::Failed, response->GetWorkResponse()->GetStatus());
+    EXPECT_EQ("canceled", response->GetWorkResponse()->GetFailureReason());
+}
+
+TEST_F(ZORNestTranslationProcessorTest, NothingToDoIsFine)
+{
+    processor->Execute();
+    EXPECT_TRUE(processor->GetResponses().isEmpty());
+}
+
+} // namespace
