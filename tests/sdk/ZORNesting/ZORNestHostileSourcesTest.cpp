@@ -139,8 +139,8 @@ TEST_P(ZORNestHostileSourcesTest, DamagedFilesGivePartsOrAReason)
 }
 
 INSTANTIATE_TEST_SUITE_P(Providers, ZORNestHostileSourcesTest, testing::ValuesIn(GetSources()),
-                         [](const auto& info) {
-                             return QByteArray(info.param.providerId).replace('-', '_').toStdString();
+                         [](const auto& source) {
+                             return QByteArray(source.param.providerId).replace('-', '_').toStdString();
                          });
 
 TEST(ZORNestHostileDxfTest, BlocksThatMultiplyAreBounded)
