@@ -4,10 +4,10 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QCoreApplication>
 #include <QFileDevice>
-#include <QSaveFile>
 
 namespace {
 
@@ -49,12 +49,11 @@ void ZORNestResultWriter::WriteBytes(const QByteArray& bytes) const
         WriteTo(*device, bytes);
         return;
     }
-    QSaveFile file(RequirePath());
-    if (!file.open(QIODevice::WriteOnly))
-        throw ZORSysFileOpenException(GetFilePath(), file.errorString());
-    WriteTo(file, bytes);
-    if (!file.commit())
-        throw ZORSysFileException(Translate("cannot write the result file: %1").arg(file.errorString()));
+    ZORSysReplacedFile file(RequirePath());
+    file.Open();
+    WriteTo(file.GetDevice(), bytes);
+    if (!file.Commit())
+        throw ZORSysFileException(Translate("cannot write the result file: %1").arg(file.GetErrorString()));
 }
 
 qint64 ZORNestResultWriter::Write(const ZORNestResult& result)
