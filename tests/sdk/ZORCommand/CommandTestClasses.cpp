@@ -67,13 +67,3 @@ void DeletePosted()
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
-
-QString MessageOf(const std::function<void()>& function)
-{
-    try {
-        function();
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
-}

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "support/MessageOf.h"
+
 #include <ZORCommand/ZORCmdDialogCommand.h>
 #include <ZORCommand/ZORCmdDialogHandler.h>
 #include <ZORSystem/ZORSysException.h>
@@ -82,6 +84,3 @@ public:
 
 /// Lets posted deletions happen.
 void DeletePosted();
-
-/// The message of the ZORSysException that \a function throws; empty when it throws none.
-QString MessageOf(const std::function<void()>& function);

@@ -73,13 +73,3 @@ ZORCompLayup* CompositesTest::GetLayup() const
     }
     return found;
 }
-
-QString CompositesTest::MessageOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
-}

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "support/MessageOf.h"
 #include "support/Printers.h"
 
 #include <ZORComposites/ZORCompLayup.h>
@@ -47,8 +48,6 @@ protected:
 
     /// The one layup below the root.
     ZORCompLayup* GetLayup() const;
-    /// The message of the ZORSysException that \a call throws; empty when it throws none.
-    static QString MessageOf(const std::function<void()>& call);
 
     ZORFeatContainer container;
     ZORCompRoot* root;

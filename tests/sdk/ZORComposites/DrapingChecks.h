@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "support/MessageOf.h"
+
 #include <ZORComposites/ZORCompKinematicDraping.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathVector.h>
@@ -28,18 +30,6 @@ inline ZORCompDrapingNet Drape(const ZORGeoSurface& surface, const ZORCompStrate
                                const ZORMathPoint& seed, const ZORMathVector& direction)
 {
     return ZORCompKinematicDraping(&surface, parameters).Run(surface.Project(seed), direction);
-}
-
-/// The message of the exception; empty when there is none.
-template<class Action>
-QString FailureOf(const Action& action)
-{
-    try {
-        action();
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
 }
 
 inline double AreaOf(const ZORCompDrapingNet& net)

@@ -1,4 +1,5 @@
 #include "CompositesTest.h"
+#include "support/ContainerFiles.h"
 #include "support/TestData.h"
 
 #include <ZORComposites/ZORCompContour.h>
@@ -9,27 +10,10 @@
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORTopology/ZORTopBody.h>
 
-#include <QBuffer>
 #include <QJsonArray>
 #include <QJsonObject>
 
 namespace {
-
-QByteArray Save(const ZORGeoContainer& container)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    container.Save(buffer);
-    return buffer.data();
-}
-
-void Load(ZORGeoContainer& container, const QByteArray& file)
-{
-    QBuffer buffer;
-    buffer.setData(file);
-    buffer.open(QIODevice::ReadOnly);
-    container.Load(buffer);
-}
 
 class ZORCompContainerFileTest : public CompositesTest
 {
@@ -83,10 +67,10 @@ TEST_F(ZORCompContainerFileTest, EveryFeatureComesBackWithItsInputsAndAttributes
     ply->SetAttributes(attributes);
     gone->Remove();
 
-    const QByteArray file = Save(container);
+    const QByteArray file = SaveContainer(container);
     ZORFeatContainer loaded;
-    Load(loaded, file);
-    EXPECT_EQ(file, Save(loaded));
+    LoadContainer(loaded, file);
+    EXPECT_EQ(file, SaveContainer(loaded));
 
     const auto* const plyAgain = GetAll<ZORCompPly>(loaded).value(0);
     ASSERT_TRUE(plyAgain);
@@ -129,7 +113,7 @@ TEST_F(ZORCompContainerFileTest, ARosetteKeepsTheAxesOfASurfaceThatIsGone)
     rosette->SetSurface(surface);
     delete surface;
     ZORFeatContainer loaded;
-    Load(loaded, Save(container));
+    LoadContainer(loaded, SaveContainer(container));
     const auto* const again = GetAll<ZORCompRosette>(loaded).value(0);
     ASSERT_TRUE(again);
     EXPECT_EQ(rosette->GetNormal(), again->GetNormal());
@@ -142,10 +126,10 @@ TEST_F(ZORCompContainerFileTest, TheSampleComesBackTheSame)
     ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json");
     Read(path, JsonId);
     const QByteArray xml = ToXml();
-    const QByteArray file = Save(container);
+    const QByteArray file = SaveContainer(container);
     container.Clear();
-    Load(container, file);
-    EXPECT_EQ(file, Save(container));
+    LoadContainer(container, file);
+    EXPECT_EQ(file, SaveContainer(container));
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
     EXPECT_EQ(xml, ToXml());
     EXPECT_EQ(16, GetLayup()->GetNumPlies());
@@ -154,8 +138,8 @@ TEST_F(ZORCompContainerFileTest, TheSampleComesBackTheSame)
 TEST_F(ZORCompContainerFileTest, ALibraryOfAFileJoinsTheOneThatIsThere)
 {
     Add<ZORCompMaterial>(ZORCompMaterialLibrary::Of(root))->SetLabel("Twill");
-    const QByteArray file = Save(container);
-    Load(container, file);
+    const QByteArray file = SaveContainer(container);
+    LoadContainer(container, file);
     EXPECT_EQ(1, GetAll<ZORCompMaterialLibrary>(container).size());
     EXPECT_EQ(2, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
 }

@@ -26,7 +26,7 @@ qsizetype CellsFrom(const ZORGeoSurface& surface, int triangle, const ZORCompStr
     surface.GetVertices(triangle, a, b, c);
     const ZORMathPoint middle = a + (1 / 3.0) * ((b - a) + (c - a));
     ZORCompDrapingNet net;
-    const QString failure = FailureOf([&] {
+    const QString failure = MessageOf([&] {
         net = ZORCompKinematicDraping(&surface, parameters)
                   .Run({&surface, triangle, 1 / 3.0, 1 / 3.0, middle}, {1, 0.3, 0.2});
     });

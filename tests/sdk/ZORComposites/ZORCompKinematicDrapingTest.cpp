@@ -275,10 +275,10 @@ TEST(ZORCompKinematicDrapingTest, SaysWhatIsWrong)
     const ZORGeoLocationOnSurface seed = sheet->Project({0.5, 0.5, 0});
     const auto failureOf = [&](const ZORCompStrategyParameters& parameters,
                                const ZORGeoLocationOnSurface& start, const ZORMathVector& direction) {
-        return FailureOf([&] { ZORCompKinematicDraping(sheet.get(), parameters).Run(start, direction); });
+        return MessageOf([&] { ZORCompKinematicDraping(sheet.get(), parameters).Run(start, direction); });
     };
     EXPECT_EQ(QLatin1String("surface is null"),
-              FailureOf([] { ZORCompKinematicDraping(nullptr, WithStep(1)); }));
+              MessageOf([] { ZORCompKinematicDraping(nullptr, WithStep(1)); }));
     for (const double step : {0.0, -1.0, NaN, Infinity})
         EXPECT_EQ(QLatin1String("step is not a length above 0"), failureOf(WithStep(step), seed, {1, 0, 0}));
     EXPECT_EQ(QLatin1String("the step is too small for the surface"),
@@ -300,7 +300,7 @@ TEST(ZORCompKinematicDrapingTest, SaysWhatIsWrong)
     EXPECT_EQ(QLatin1String("direction is not finite"), failureOf(WithStep(0.1), seed, {NaN, 0, 0}));
 
     const ZORGeoSurface empty(nullptr, {}, {});
-    EXPECT_EQ(QLatin1String("seed is not on the surface"), FailureOf([&] {
+    EXPECT_EQ(QLatin1String("seed is not on the surface"), MessageOf([&] {
                   ZORCompKinematicDraping(&empty, WithStep(1)).Run({}, {1, 0, 0});
               }));
 }

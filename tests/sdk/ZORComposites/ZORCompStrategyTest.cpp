@@ -71,7 +71,7 @@ TEST_F(ZORCompStrategyTest, RefusesBadParametersAndKeepsThoseBefore)
     const auto failureOf = [&](const std::function<void(ZORCompStrategyParameters&)>& change) {
         ZORCompStrategyParameters parameters = WithStep(7);
         change(parameters);
-        const QString failure = FailureOf([&] { strategy->SetParameters(parameters); });
+        const QString failure = MessageOf([&] { strategy->SetParameters(parameters); });
         EXPECT_EQ(10, strategy->GetParameters().step);
         return failure;
     };

@@ -1,3 +1,4 @@
+#include "support/MessageOf.h"
 #include "support/Printers.h"
 
 #include <ZORFeature/ZORFeatComputedGeometry.h>
@@ -98,16 +99,6 @@ protected:
         feature->Initialize();
         return feature;
     }
-    static QString MessageOf(const std::function<void()>& call)
-    {
-        try {
-            call();
-        } catch (const ZORSysException& exception) {
-            return exception.GetMessage();
-        }
-        return {};
-    }
-
     ZORFeatContainer container;
     ZORFeatRoot* const root = container.GetFeatureRoot("ZORFeatRoot");
 };

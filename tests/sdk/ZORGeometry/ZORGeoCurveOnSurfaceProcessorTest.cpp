@@ -2,6 +2,7 @@
 
 #include "TestMeshes.h"
 #include "TraceChecks.h"
+#include "support/MessageOf.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
 #include <ZORSystem/ZORSysException.h>
@@ -55,16 +56,6 @@ ZORGeoLocationOnSurface CornerOf(const ZORGeoSurface& surface, int triangle, int
 {
     return {&surface, triangle, corner == 1 ? 1.0 : 0.0, corner == 2 ? 1.0 : 0.0,
             CornersOf(surface, triangle)[size_t(corner)]};
-}
-
-QString MessageOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
 }
 
 TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsAroundACubeBackToItsStart)

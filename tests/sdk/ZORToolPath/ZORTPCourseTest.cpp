@@ -1,5 +1,6 @@
 // Tests of ZORTPCourse.
 
+#include "support/MessageOf.h"
 #include "support/Printers.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -62,16 +63,6 @@ protected:
     ZORGeoSurface* surface;
     int numBefore = 0;
 };
-
-QString MessageOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
-}
 
 TEST_F(ZORTPCourseTest, BringsItsCentreLineAndABodyOfDimensionOneIntoTheContainer)
 {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "sdk/ZORGeometry/TestMeshes.h"
+#include "support/MessageOf.h"
 #include "support/Printers.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
@@ -38,18 +39,6 @@ protected:
     {
         geometry->Initialize();
         return geometry;
-    }
-
-    /// The message of the SDK's exception that \a function throws; empty without one.
-    template<class Function>
-    QString MessageOf(Function function)
-    {
-        try {
-            function();
-        } catch (const ZORSysException& exception) {
-            return exception.GetMessage();
-        }
-        return {};
     }
 
     /// "faces/edges/vertices"

@@ -16,16 +16,6 @@ ZORGeoSurface* WireframeTest::AddSquare(const QString& name, double size)
     return Make<ZORGeoSurface>(name, corners, QList<ZORGeoSurface::Corners>{{0, 1, 2}, {0, 2, 3}});
 }
 
-QString WireframeTest::MessageOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
-}
-
 QStringList WireframeTest::TraceOf(const std::function<void()>& call)
 {
     ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();

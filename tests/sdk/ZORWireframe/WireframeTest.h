@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "support/MessageOf.h"
 #include "support/Printers.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -45,8 +46,6 @@ protected:
     /// A square of \a size x \a size mm in the plane z = 0 from the origin, two triangles.
     ZORGeoSurface* AddSquare(const QString& name, double size = 10);
 
-    /// The message of the ZORSysException that \a call throws; empty when it throws none.
-    static QString MessageOf(const std::function<void()>& call);
     /// The SDK calls that \a call makes.
     static QStringList TraceOf(const std::function<void()>& call);
 

@@ -96,10 +96,10 @@ TYPED_TEST(ZORWFRawGeometryTest, CannotBeRegisteredWithoutALivingFolder)
 {
     auto* const geometry = this->MakeGeometry();
     auto orphan = std::make_unique<TypeParam>(nullptr, geometry);
-    EXPECT_EQ(TestFixture::MessageOf([&] { orphan->Initialize(); }), QString("geometry has no container"));
+    EXPECT_EQ(MessageOf([&] { orphan->Initialize(); }), QString("geometry has no container"));
     auto late = std::make_unique<TypeParam>(this->folder, geometry);
     this->folder->Remove();
-    EXPECT_EQ(TestFixture::MessageOf([&] { late->Initialize(); }),
+    EXPECT_EQ(MessageOf([&] { late->Initialize(); }),
               QString("the parent feature does not exist any more"));
     orphan.reset();
     late.reset();

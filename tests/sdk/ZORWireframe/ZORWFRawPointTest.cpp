@@ -1,3 +1,4 @@
+#include "support/MessageOf.h"
 #include "support/Printers.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -51,16 +52,6 @@ protected:
     ZORFeatFolder* folder;
     int numBefore = 0;
 };
-
-QString MessageOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
-}
 
 TEST_F(ZORWFRawPointTest, LiesInItsFolderWithANameAndALabelOfItsOwn)
 {
