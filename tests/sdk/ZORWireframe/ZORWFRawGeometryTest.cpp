@@ -99,8 +99,7 @@ TYPED_TEST(ZORWFRawGeometryTest, CannotBeRegisteredWithoutALivingFolder)
     EXPECT_EQ(MessageOf([&] { orphan->Initialize(); }), QString("geometry has no container"));
     auto late = std::make_unique<TypeParam>(this->folder, geometry);
     this->folder->Remove();
-    EXPECT_EQ(MessageOf([&] { late->Initialize(); }),
-              QString("the parent feature does not exist any more"));
+    EXPECT_EQ(MessageOf([&] { late->Initialize(); }), QString("the parent feature does not exist any more"));
     orphan.reset();
     late.reset();
     EXPECT_EQ(geometry->GetReferenceCount(), 0) << "nothing is left behind";
