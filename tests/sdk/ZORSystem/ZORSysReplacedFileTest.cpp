@@ -19,12 +19,12 @@ namespace {
 class ZORSysReplacedFileTest : public testing::Test
 {
 protected:
-    QByteArray GetContent(const QString& path) const
+    QByteArray GetContent() const
     {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
-    void PutContent(const QString& path, const QByteArray& content) const
+    void PutContent(const QByteArray& content) const
     {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -37,25 +37,25 @@ protected:
 
 TEST_F(ZORSysReplacedFileTest, TheNewContentIsThereOnceItIsCommitted)
 {
-    PutContent(path, "old content");
+    PutContent("old content");
     ZORSysReplacedFile file(path);
     file.Open();
     ASSERT_EQ(3, file.GetDevice().write("new"));
-    EXPECT_EQ(QByteArray("old content"), GetContent(path));
+    EXPECT_EQ(QByteArray("old content"), GetContent());
     EXPECT_TRUE(file.Commit());
-    EXPECT_EQ(QByteArray("new"), GetContent(path));
+    EXPECT_EQ(QByteArray("new"), GetContent());
     EXPECT_EQ(QStringList("file"), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
 }
 
 TEST_F(ZORSysReplacedFileTest, WithoutCommitTheOldContentStays)
 {
-    PutContent(path, "old content");
+    PutContent("old content");
     {
         ZORSysReplacedFile file(path);
         file.Open();
         file.GetDevice().write("new");
     }
-    EXPECT_EQ(QByteArray("old content"), GetContent(path));
+    EXPECT_EQ(QByteArray("old content"), GetContent());
     EXPECT_EQ(QStringList("file"), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
 }
 
