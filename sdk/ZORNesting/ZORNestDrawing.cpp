@@ -42,7 +42,7 @@ ZORNestArcFit::Place Evaluate(const ZORNestNurbs& nurbs, double parameter)
     {
         double x, y, w;
     };
-    std::array<Pole, maximumDegree + 1> poles;
+    std::array<Pole, maximumDegree + 1> poles{};
     for (int i = 0; i <= degree; ++i) {
         const int index = span - degree + i;
         const double weight = nurbs.weights.isEmpty() ? 1 : nurbs.weights[index];
