@@ -114,7 +114,8 @@ int ZORNestPiece::CountCrossings(ZORNestPlanePoint point) const
         if (angle > 0 && angle < sweep)
             cuts[count++] = angle;
     }
-    std::sort(cuts, cuts + count);
+    if (count == 2 && cuts[1] < cuts[0])
+        std::swap(cuts[0], cuts[1]);
     int crossings = 0;
     double last = 0;
     ZORNestPlanePoint a = start;
