@@ -95,7 +95,7 @@ TEST_F(ZORTestStrategySelectorTest, StrategiesFollowInTheOrderOfTheRoot)
     folder->Initialize();
     ZORCompStrategy* const last = AddStrategy(GetRoot(), "A");
     ZORCompStrategy* const inner = AddStrategy(folder, "Z");
-    new ZORFeatFolder(GetContainer()->GetFeatureRoot("ZORFeatRoot"));
+    AddStrategy(GetContainer()->GetFeatureRoot("ZORFeatRoot"), "Elsewhere");
     Configure();
     EXPECT_EQ(QStringList({"mt Strategy test", "Z", "A"}), Entries()) << "folders are walked, others skipped";
     EXPECT_EQ(0, Combo()->currentIndex());
