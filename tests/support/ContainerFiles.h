@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoGeometry.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -9,8 +12,6 @@
 
 #include <functional>
 #include <memory>
-
-class ZORGeoContainer;
 
 QByteArray SaveContainer(const ZORGeoContainer& container);
 /// \throws ZORSysFileException as ZORGeoContainer::Load()
@@ -21,6 +22,19 @@ QString LoadFailure(ZORGeoContainer& container, const QByteArray& file);
 /// Saves the one, loads the file into the other, which is empty, and saves that: the bytes must be the same,
 /// and so must names, classes and reference counts.
 testing::AssertionResult RoundTrips(const ZORGeoContainer& container, ZORGeoContainer& loaded);
+
+/// What has the place of \a original in a container that was loaded from a file of \a container, before anything
+/// changes in either; null if that is of another class.
+template<class Geometry>
+Geometry* CounterpartOf(const Geometry* original, const ZORGeoContainer& container,
+                        const ZORGeoContainer& loaded)
+{
+    for (int i = 0; i < container.GetNumGeometry(); ++i) {
+        if (container.GetGeometryByIndex(i) == original)
+            return qobject_cast<Geometry*>(loaded.GetGeometryByIndex(i));
+    }
+    return nullptr;
+}
 
 /// The document of a container file, without compression.
 QByteArray OpenContainerFile(const QByteArray& file);

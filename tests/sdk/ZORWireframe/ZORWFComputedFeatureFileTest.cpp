@@ -17,11 +17,7 @@ protected:
     template<class Feature>
     Feature* LoadedCopy(const Feature* feature) const
     {
-        for (int i = 0; i < container.GetNumGeometry(); ++i) {
-            if (container.GetGeometryByIndex(i) == feature)
-                return qobject_cast<Feature*>(loaded.GetGeometryByIndex(i));
-        }
-        return nullptr;
+        return CounterpartOf(feature, container, loaded);
     }
     /// The points and locations of two curves are the same, bit for bit.
     static void Compare(const ZORGeoCurveOnSurface* a, const ZORGeoCurveOnSurface* b)
