@@ -7,7 +7,8 @@ SDK      A module may include its own headers and those of the modules in the DE
          CMakeLists.txt, nothing that merely arrives through them; every module it depends on lies in a
          strictly lower layer. A quoted include names a file of the same folder. Private headers (*_p.h)
          stay inside their module, and public headers show nothing of the libraries that only
-         implementations use.
+         implementations use. A folder in a module (sdk/ZORNesting/solver) is plain C++: it sees
+         neither Qt nor the modules; its module includes it with its folder, never in public headers.
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
@@ -60,11 +61,16 @@ def check_sdk(root, table):
             if other not in table or table[other][0] >= layer:
                 yield f"sdk/{name}/CMakeLists.txt: layer {layer} must not use {other}"
         folder = root / "sdk" / name
+        inner = {p.name for p in folder.iterdir() if p.is_dir()}
         for path in sources(folder):
             for number, quoted, target in includes(path):
                 where = f"{path.relative_to(root)}:{number}"
                 module = target.split("/")[0]
-                if quoted and not (folder / target).exists() and not re.match(r"(ui_|moc_)|.*\.moc$", target):
+                if path.parent != folder and re.match(r"Q[A-Z]|Qt|ZOR\w+/", target):
+                    yield f"{where}: a folder in a module is plain C++ and must not use {target}"
+                elif path.name in headers and module in inner:
+                    yield f"{where}: a public header must not show {target}"
+                elif quoted and not (path.parent / target).exists() and not re.match(r"(ui_|moc_)|.*\.moc$", target):
                     yield f"{where}: a quoted include names a file of the same folder, not {target}"
                 elif module in table and module != name and module not in depends:
                     yield f"{where}: {name} does not depend on {module}"

@@ -3,7 +3,7 @@
 # To build and run SDK, bench and host, with the virtual display of the demo.
 run_packages="
   ca-certificates g++ cmake ninja-build python3-minimal
-  qt6-base-dev qt6-svg-dev libqt6svg6 libcoin-dev libzstd-dev libegl-dev libgl-dev hershey-fonts-data
+  qt6-base-dev qt6-svg-dev libqt6svg6 libcoin-dev libzstd-dev libpolyclipping-dev libegl-dev libgl-dev hershey-fonts-data
   libegl1 libgl1-mesa-dri fonts-dejavu-core
   xvfb openbox x11-utils"
 

@@ -54,6 +54,16 @@ class CheckLayersTest(unittest.TestCase):
         self.assertEqual(1, code)
         self.assertIn("ZORCommands does not depend on ZORGeometry", output)
 
+    def test_folder_in_a_module_is_plain(self):
+        solver = {"sdk/ZORGeometry/solver/Run.h": "#include <vector>\n", "sdk/ZORGeometry/solver/Run.cpp": '#include "Run.h"\n'}
+        self.assertEqual(0, run({**solver, "sdk/ZORGeometry/a.cpp": '#include "solver/Run.h"\n'})[0])
+        for text in ("#include <QString>\n", "#include <ZORSystem/ZORSysA.h>\n"):
+            self.assert_found("sdk/ZORGeometry/solver/Run.cpp", text, "plain C++ and must not use")
+        self.assert_found("sdk/ZORGeometry/solver/Run.cpp", '#include "ZORGeoA.h"\n', "a file of the same folder, not ZORGeoA.h")
+        code, output = run({**solver, "sdk/ZORGeometry/ZORGeoA.h": '#include "solver/Run.h"\n'})
+        self.assertEqual(1, code)
+        self.assertIn("a public header must not show solver/Run.h", output)
+
     def test_undeclared_module(self):
         self.assert_found("sdk/ZORSystem/a.cpp", "#include <ZORGeometry/ZORGeoA.h>\n", "ZORSystem does not depend on ZORGeometry")
 

@@ -1,0 +1,81 @@
+#include "ZORNestSolverBudget.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <limits>
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr double HalfWay = 30; // seconds to half the progress of a run without end
+
+void Raise(std::atomic<double>& progress, double value)
+{
+    double known = progress;
+    while (known < value && !progress.compare_exchange_weak(known, value)) {
+    }
+}
+
+} // namespace
+
+Budget::Budget(Control& control, Clock clock, double seconds)
+    : m_control(&control)
+    , m_clock(clock)
+    , m_runStart(Read())
+    , m_runEnd(seconds > 0 ? m_runStart + seconds : std::numeric_limits<double>::infinity())
+    , m_start(m_runStart)
+    , m_end(m_runEnd)
+{
+}
+
+Budget Budget::Part(double fraction) const
+{
+    Budget part = *this;
+    part.m_start = Read();
+    part.m_end = part.m_start + (m_end - part.m_start) * fraction;
+    return part;
+}
+
+Budget Budget::Limited(double seconds) const
+{
+    Budget part = *this;
+    part.m_start = Read();
+    part.m_end = std::min(m_end, part.m_start + seconds);
+    return part;
+}
+
+bool Budget::HasEnd() const
+{
+    return std::isfinite(m_end);
+}
+
+bool Budget::IsOver() const
+{
+    if (IsStopped())
+        return true;
+    ++m_control->steps;
+    const double now = Read();
+    const double elapsed = now - m_runStart;
+    const double share =
+        std::isfinite(m_runEnd) ? elapsed / (m_runEnd - m_runStart) : elapsed / (elapsed + HalfWay);
+    Raise(m_control->progress, std::clamp(share, 0.0, 0.999));
+    return now >= m_end;
+}
+
+double Budget::GetRatio() const
+{
+    return HasEnd() && m_end > m_start ? std::min(1.0, GetElapsed() / (m_end - m_start)) : 1;
+}
+
+double Budget::Read() const
+{
+    if (m_clock == Clock::Steps)
+        return static_cast<double>(m_control->steps);
+    timespec now{};
+    clock_gettime(m_clock == Clock::Wall ? CLOCK_MONOTONIC : CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+} // namespace ZORNestSolver

@@ -1,0 +1,57 @@
+// Time limits and requests to stop.
+
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace ZORNestSolver {
+
+/// Shared between the caller and a run; the caller may change it from any thread.
+struct Control
+{
+    std::atomic<bool> stop = false;   // finish now with the best so far
+    std::atomic<bool> cancel = false; // finish now without a result
+    std::atomic<double> progress = 0; // 0 to 1, never falling
+    std::atomic<uint64_t> steps = 0;  // moves of items so far
+};
+
+/// When a step of a run has to end. Copies share the control. Asking whether it is over reports the progress
+/// of the whole run.
+class Budget
+{
+public:
+    enum class Clock {
+        Wall,
+        Processor, // of the whole process
+        Steps      // "seconds" are moves of items: a run on one thread can be repeated exactly
+    };
+    /// \param seconds  0: without end; the progress then approaches 1 ever more slowly
+    Budget(Control& control, Clock clock, double seconds);
+
+    /// The same run; ends at a fraction of what remains.
+    Budget Part(double fraction) const;
+    /// The same run; ends after so many seconds, or when this one does.
+    Budget Limited(double seconds) const;
+
+    bool IsStopped() const { return m_control->stop || m_control->cancel; }
+    /// Asked before every move of an item, which it counts.
+    bool IsOver() const;
+    bool HasEnd() const;
+    double GetElapsed() const { return Read() - m_start; }
+    double GetRest() const { return m_end - Read(); }
+    /// 0 at the start, 1 at the end.
+    double GetRatio() const;
+
+private:
+    double Read() const;
+
+    Control* m_control; // not owned
+    Clock m_clock;
+    double m_runStart;
+    double m_runEnd;
+    double m_start;
+    double m_end;
+};
+
+} // namespace ZORNestSolver

@@ -1,0 +1,240 @@
+#include "ZORNestSolverGeometry.h"
+
+#include <numbers>
+
+namespace ZORNestSolver {
+
+namespace {
+
+struct Edge
+{
+    Point a;
+    Point b;
+    size_t ring;
+    size_t index;
+    double GetMinX() const { return std::min(a.x, b.x); }
+    double GetMaxX() const { return std::max(a.x, b.x); }
+};
+
+std::vector<Edge> GetSortedEdges(const Polygon& polygon)
+{
+    std::vector<Edge> edges;
+    for (size_t r = 0; r < polygon.size(); ++r) {
+        const Ring& ring = polygon[r];
+        for (size_t i = 0; i < ring.size(); ++i)
+            edges.push_back({ring[i], ring[(i + 1) % ring.size()], r, i});
+    }
+    std::sort(edges.begin(), edges.end(),
+              [](const Edge& a, const Edge& b) { return a.GetMinX() < b.GetMinX(); });
+    return edges;
+}
+
+/// Neighbours share an end and may have nothing else in common.
+bool DoEdgesConflict(const Edge& a, const Edge& b, size_t ringSize)
+{
+    const bool follows = a.ring == b.ring && b.index == (a.index + 1) % ringSize;
+    const bool precedes = a.ring == b.ring && a.index == (b.index + 1) % ringSize;
+    if (!follows && !precedes)
+        return DoSegmentsMeet(a.a, a.b, b.a, b.b);
+    const Point in = follows ? a.b - a.a : b.b - b.a;
+    const Point out = follows ? b.b - b.a : a.b - a.a;
+    return Cross(in, out) == 0 && Dot(in, out) <= 0; // folded back
+}
+
+} // namespace
+
+void Box::Add(Point p)
+{
+    min = {std::min(min.x, p.x), std::min(min.y, p.y)};
+    max = {std::max(max.x, p.x), std::max(max.y, p.y)};
+}
+
+double NormalizeAngle(double angle)
+{
+    constexpr double turn = 2 * std::numbers::pi;
+    constexpr double quarter = std::numbers::pi / 2;
+    const double quarters = std::round(angle / quarter);
+    if (std::abs(angle - quarters * quarter) < 1e-12)
+        return (quarters - 4 * std::floor(quarters / 4)) * quarter;
+    const double rest = std::fmod(angle, turn);
+    return rest < 0 ? rest + turn : rest;
+}
+
+Transform::Transform(const Pose& pose)
+    : m_hand(pose.mirrored ? -1 : 1)
+    , m_cosine(std::cos(pose.angle))
+    , m_sine(std::sin(pose.angle))
+    , m_move(pose.position)
+{
+    constexpr double noise = 1e-12;
+    if (std::abs(m_cosine) < noise || std::abs(m_sine) < noise) {
+        m_cosine = std::round(m_cosine);
+        m_sine = std::round(m_sine);
+    }
+}
+
+Polygon Transform::Apply(const Polygon& polygon) const
+{
+    Polygon result = polygon;
+    for (Ring& ring : result) {
+        for (Point& p : ring)
+            p = Apply(p);
+        if (m_hand < 0)
+            std::reverse(ring.begin(), ring.end());
+    }
+    return result;
+}
+
+double GetSignedArea(const Ring& ring)
+{
+    double twice = 0;
+    for (size_t i = 0; i < ring.size(); ++i) // relative to the first point, which keeps the digits
+        twice += Cross(ring[i] - ring[0], ring[(i + 1) % ring.size()] - ring[0]);
+    return twice / 2;
+}
+
+double GetArea(const Polygon& polygon)
+{
+    double area = 0;
+    for (const Ring& ring : polygon)
+        area += GetSignedArea(ring);
+    return area;
+}
+
+Box GetBox(const Ring& ring)
+{
+    Box box;
+    for (const Point& p : ring)
+        box.Add(p);
+    return box;
+}
+
+Box GetBox(const Polygon& polygon)
+{
+    Box box;
+    for (const Ring& ring : polygon)
+        for (const Point& p : ring)
+            box.Add(p);
+    return box;
+}
+
+Ring GetConvexHull(const Polygon& polygon)
+{
+    Ring points;
+    for (const Ring& ring : polygon)
+        points.insert(points.end(), ring.begin(), ring.end());
+    std::sort(points.begin(), points.end(),
+              [](Point a, Point b) { return a.x < b.x || (a.x == b.x && a.y < b.y); });
+    points.erase(std::unique(points.begin(), points.end()), points.end());
+    if (points.size() < 3)
+        return points;
+    Ring hull;
+    const auto append = [&hull](Point p, size_t keep) {
+        while (hull.size() > keep && Cross(hull.back() - hull[hull.size() - 2], p - hull.back()) <= 0)
+            hull.pop_back();
+        hull.push_back(p);
+    };
+    for (const Point& p : points)
+        append(p, 1);
+    const size_t lower = hull.size();
+    for (size_t i = points.size() - 1; i-- > 0;)
+        append(points[i], lower);
+    hull.pop_back();
+    return hull;
+}
+
+double GetDiameter(const Ring& hull)
+{
+    double diameter = 0;
+    for (size_t i = 0; i < hull.size(); ++i)
+        for (size_t j = i + 1; j < hull.size(); ++j)
+            diameter = std::max(diameter, Length(hull[i] - hull[j]));
+    return diameter;
+}
+
+double GetDistanceToSegment(Point p, Point a, Point b)
+{
+    const Point along = b - a;
+    const double squared = Dot(along, along);
+    const double t = squared > 0 ? std::clamp(Dot(p - a, along) / squared, 0.0, 1.0) : 0.0;
+    return Length(p - (a + along * t));
+}
+
+double GetDistanceToBoundary(Point p, const Polygon& polygon)
+{
+    double distance = std::numeric_limits<double>::infinity();
+    for (const Ring& ring : polygon)
+        for (size_t i = 0; i < ring.size(); ++i)
+            distance = std::min(distance, GetDistanceToSegment(p, ring[i], ring[(i + 1) % ring.size()]));
+    return distance;
+}
+
+bool IsInside(Point p, const Polygon& polygon)
+{
+    bool inside = false;
+    for (const Ring& ring : polygon) {
+        for (size_t i = 0; i < ring.size(); ++i) {
+            const Point a = ring[i];
+            const Point b = ring[(i + 1) % ring.size()];
+            if ((a.y > p.y) == (b.y > p.y))
+                continue;
+            const bool left = Cross(b - a, p - a) > 0;
+            if (left == (b.y > a.y))
+                inside = !inside;
+        }
+    }
+    return inside;
+}
+
+bool DoSegmentsMeet(Point a1, Point a2, Point b1, Point b2)
+{
+    if (std::max(a1.x, a2.x) < std::min(b1.x, b2.x) || std::max(b1.x, b2.x) < std::min(a1.x, a2.x)
+        || std::max(a1.y, a2.y) < std::min(b1.y, b2.y) || std::max(b1.y, b2.y) < std::min(a1.y, a2.y))
+        return false;
+    const double d1 = Cross(a2 - a1, b1 - a1);
+    const double d2 = Cross(a2 - a1, b2 - a1);
+    const double d3 = Cross(b2 - b1, a1 - b1);
+    const double d4 = Cross(b2 - b1, a2 - b1);
+    return !((d1 > 0 && d2 > 0) || (d1 < 0 && d2 < 0) || (d3 > 0 && d4 > 0) || (d3 < 0 && d4 < 0));
+}
+
+double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2)
+{
+    if (DoSegmentsMeet(a1, a2, b1, b2))
+        return 0;
+    return std::min({GetDistanceToSegment(a1, b1, b2), GetDistanceToSegment(a2, b1, b2),
+                     GetDistanceToSegment(b1, a1, a2), GetDistanceToSegment(b2, a1, a2)});
+}
+
+bool IsSimple(const Polygon& polygon)
+{
+    const std::vector<Edge> edges = GetSortedEdges(polygon);
+    for (size_t i = 0; i < edges.size(); ++i) {
+        const double end = edges[i].GetMaxX();
+        for (size_t j = i + 1; j < edges.size() && edges[j].GetMinX() <= end; ++j)
+            if (DoEdgesConflict(edges[i], edges[j], polygon[edges[i].ring].size()))
+                return false;
+    }
+    return true;
+}
+
+Ring RemoveIdlePoints(const Ring& ring, double tolerance)
+{
+    Ring result;
+    for (const Point& p : ring)
+        if (result.empty() || Length(p - result.back()) > tolerance)
+            result.push_back(p);
+    while (result.size() > 1 && Length(result.front() - result.back()) <= tolerance)
+        result.pop_back();
+    for (size_t i = 0; i < result.size() && result.size() > 3;) {
+        const Point before = result[(i + result.size() - 1) % result.size()];
+        const Point after = result[(i + 1) % result.size()];
+        if (GetDistanceToSegment(result[i], before, after) <= tolerance)
+            result.erase(result.begin() + static_cast<std::ptrdiff_t>(i));
+        else
+            ++i;
+    }
+    return result;
+}
+
+} // namespace ZORNestSolver

@@ -1,0 +1,103 @@
+#include "ZORNestSolverItemType.h"
+
+#include "ZORNestSolverOffset.h"
+#include "ZORNestSolverSimplify.h"
+
+#include <numbers>
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr double LargestGrowth = 0.001;
+constexpr int MostIncrements = 720;
+
+std::vector<double> GetMiddleAngles(const Item& item, const Job& job)
+{
+    if (!item.allowedAngles.empty())
+        return item.allowedAngles;
+    constexpr double quarter = std::numbers::pi / 2;
+    std::vector<double> angles{item.orientation};
+    if (item.grain90 || job.grain90)
+        angles.push_back(item.orientation + quarter);
+    if (item.grain180 || job.grain180)
+        angles.push_back(item.orientation + 2 * quarter);
+    if (item.grain270 || job.grain270)
+        angles.push_back(item.orientation + 3 * quarter);
+    return angles;
+}
+
+void AddClass(std::vector<PoseClass>& classes, const PoseClass& added)
+{
+    const bool known = std::any_of(classes.begin(), classes.end(), [&](const PoseClass& other) {
+        return other.mirrored == added.mirrored && std::abs(other.angle - added.angle) < 1e-9;
+    });
+    if (!known)
+        classes.push_back(added);
+}
+
+void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, double deviation,
+               double increment)
+{
+    if (increment > 0 && deviation > 0) {
+        const int steps = std::min(static_cast<int>(deviation / increment + 1e-9), MostIncrements);
+        for (int i = -steps; i <= steps; ++i)
+            AddClass(classes, {mirrored, NormalizeAngle(middle + i * increment), 0});
+    } else {
+        AddClass(classes, {mirrored, NormalizeAngle(middle), std::min(deviation, std::numbers::pi)});
+    }
+}
+
+/// The body, moved so that its deepest point is the origin.
+void SetBody(ItemType& type, const Polygon& body)
+{
+    const std::vector<Circle> poles = FindPoles(body);
+    type.reference = poles.front().centre;
+    type.body = Transform({false, 0, Point{} - type.reference}).Apply(body);
+    std::vector<Circle> moved = poles;
+    for (Circle& circle : moved)
+        circle.centre = circle.centre - type.reference;
+    type.base = MakeShape(type.body, moved);
+    type.smallerSide = std::min(type.base.box.GetWidth(), type.base.box.GetHeight());
+}
+
+} // namespace
+
+std::vector<PoseClass> GetPoseClasses(const Item& item, const Job& job)
+{
+    const double deviation = item.maxDeviation > 0 ? item.maxDeviation : std::max(job.maxDeviation, 0.0);
+    const double increment = item.deviationIncrement > 0 ? item.deviationIncrement : job.deviationIncrement;
+    std::vector<PoseClass> classes;
+    for (const double angle : GetMiddleAngles(item, job)) {
+        AddAngles(classes, item.mirrored, angle, deviation, increment);
+        if (item.flippable && !job.singleSided)
+            AddAngles(classes, !item.mirrored, angle, deviation, increment);
+    }
+    return classes;
+}
+
+Pose ItemType::GetPose(size_t poseClass, double angle, Point position) const
+{
+    Pose pose{classes[poseClass].mirrored, angle, {}};
+    pose.position = position - Transform(pose).Apply(reference);
+    return pose;
+}
+
+ItemType PrepareItem(const Item& item, const Job& job, std::string& reason)
+{
+    ItemType type;
+    type.outer = MakeOuterPolygon(item.contours, reason);
+    if (type.outer.empty())
+        return type;
+    type.area = GetArea(type.outer);
+    const Polygon grown = job.separation > 0 ? GrowPolygon(type.outer, job.separation / 2) : type.outer;
+    SetBody(type, SimplifyOutwards(grown, LargestGrowth));
+    type.classes = GetPoseClasses(item, job);
+    for (const PoseClass& poseClass : type.classes) {
+        type.shapes.emplace_back();
+        TurnShape(type.base, poseClass.mirrored, poseClass.angle, type.shapes.back());
+    }
+    return type;
+}
+
+} // namespace ZORNestSolver

@@ -1,0 +1,43 @@
+// Items prepared for the search.
+
+#pragma once
+
+#include "ZORNestSolverModel.h"
+#include "ZORNestSolverShape.h"
+
+namespace ZORNestSolver {
+
+/// A family of allowed rotations: every angle within `deviation` of `angle`.
+struct PoseClass
+{
+    bool mirrored = false;
+    double angle = 0;
+    double deviation = 0;
+
+    bool IsContinuous() const { return deviation > 0; }
+};
+
+/// The rotations and hands that the job allows for an item, without repetitions. Never empty.
+std::vector<PoseClass> GetPoseClasses(const Item& item, const Job& job);
+
+/// What all copies of an item share.
+struct ItemType
+{
+    Polygon outer;   // contains the outline, in the item's coordinates
+    Polygon body;    // outer grown by half the separation and simplified, relative to the reference point
+    Point reference; // in the item's coordinates, deep inside
+    Shape base;      // neither mirrored nor turned
+    std::vector<PoseClass> classes;
+    std::vector<Shape> shapes; // one for each class, at its middle angle
+    double area = 0;           // of outer
+    double smallerSide = 0;    // of the box of the base
+
+    /// The pose of the item's own coordinates when the reference point lies at \a position.
+    Pose GetPose(size_t poseClass, double angle, Point position) const;
+};
+
+/// \param reason  why the item cannot be nested; "" otherwise
+/// \return  a type without outer polygon if it cannot
+ItemType PrepareItem(const Item& item, const Job& job, std::string& reason);
+
+} // namespace ZORNestSolver

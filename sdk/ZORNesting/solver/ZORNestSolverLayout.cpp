@@ -1,0 +1,303 @@
+#include "ZORNestSolverLayout.h"
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr size_t BoxPadding = 8;
+constexpr int FittingAngles = 64;
+constexpr float WeightDecay = 0.95F;
+constexpr float LowestRaise = 1.2F;
+constexpr float HighestRaise = 2.0F;
+constexpr float LargestWeight = 1e15F;
+
+typedef float Octet __attribute__((vector_size(32), aligned(4), may_alias));
+typedef int32_t OctetMask __attribute__((vector_size(32)));
+typedef int64_t PairMask __attribute__((vector_size(32)));
+
+const Octet& At(const float* values)
+{
+    return *reinterpret_cast<const Octet*>(values);
+}
+
+struct FloatBox
+{
+    float minX, minY, maxX, maxY;
+};
+
+float RoundedDown(double value)
+{
+    const float rounded = static_cast<float>(value);
+    return rounded > value ? std::nextafterf(rounded, -std::numeric_limits<float>::infinity()) : rounded;
+}
+
+float RoundedUp(double value)
+{
+    return -RoundedDown(-value);
+}
+
+FloatBox Rounded(const Box& box)
+{
+    return {RoundedDown(box.min.x), RoundedDown(box.min.y), RoundedUp(box.max.x), RoundedUp(box.max.y)};
+}
+
+/// Writes the indices of the boxes that overlap the given one and returns their number.
+__attribute__((target_clones("avx2", "default"))) size_t FindOverlaps(const float* minX, const float* minY,
+                                                                      const float* maxX, const float* maxY,
+                                                                      size_t count, const FloatBox& box,
+                                                                      uint32_t* found)
+{
+    size_t number = 0;
+    for (size_t i = 0; i < count; i += BoxPadding) {
+        const OctetMask mask = (At(minX + i) <= box.maxX) & (At(maxX + i) >= box.minX)
+                               & (At(minY + i) <= box.maxY) & (At(maxY + i) >= box.minY);
+        const auto pairs = reinterpret_cast<PairMask>(mask);
+        if ((pairs[0] | pairs[1] | pairs[2] | pairs[3]) == 0)
+            continue;
+        for (size_t lane = 0; lane < BoxPadding; ++lane) {
+            found[number] = static_cast<uint32_t>(i + lane);
+            number += static_cast<size_t>(mask[lane] & 1);
+        }
+    }
+    return number;
+}
+
+/// The first number of each type, and the number of all shapes.
+std::vector<uint32_t> NumberShapes(const Problem& problem)
+{
+    std::vector<uint32_t> first{0};
+    for (const auto& type : problem.types)
+        first.push_back(first.back() + static_cast<uint32_t>(type->shapes.size()));
+    return first;
+}
+
+} // namespace
+
+Box GetRoom(const Box& window, const Shape& shape)
+{
+    return {window.min - shape.box.min, window.max - shape.box.max};
+}
+
+std::optional<Stand> FindFitting(const ItemType& type, const Box& window)
+{
+    Shape turned;
+    for (uint32_t c = 0; c < type.classes.size(); ++c) {
+        const PoseClass& poseClass = type.classes[c];
+        const int steps = poseClass.IsContinuous() ? FittingAngles : 0;
+        for (int i = 0; i <= steps; ++i) { // around the middle, alternating
+            const double share = (i + 1) / 2 * (i % 2 == 0 ? 1 : -1) * 2.0 / FittingAngles;
+            const double angle = poseClass.angle + poseClass.deviation * share;
+            if (i > 0)
+                TurnShape(type.base, poseClass.mirrored, angle, turned);
+            const Box room = GetRoom(window, i > 0 ? turned : type.shapes[c]);
+            if (!room.IsEmpty())
+                return Stand{room.min, angle, c, 0};
+        }
+    }
+    return std::nullopt;
+}
+
+Layout::Layout(std::shared_ptr<const Problem> problem)
+    : m_problem(std::move(problem))
+    , m_windows(m_problem->windows)
+    , m_stands(m_problem->items.size())
+    , m_turned(m_problem->items.size())
+    , m_firstNumbers(NumberShapes(*m_problem))
+    , m_tables(m_firstNumbers.back())
+{
+    const size_t items = m_stands.size();
+    const size_t all = items + m_problem->hazards.size();
+    m_stride = (all + BoxPadding - 1) / BoxPadding * BoxPadding;
+    m_shapes.assign(all, nullptr);
+    m_positions.resize(all);
+    m_numbers.assign(all, PairTables::NoShape);
+    m_losses.assign(items * m_stride, 0);
+    m_weights.assign(items * m_stride, 1);
+    constexpr float far = std::numeric_limits<float>::infinity();
+    m_minX.assign(m_stride, far);
+    m_minY.assign(m_stride, far);
+    m_maxX.assign(m_stride, -far);
+    m_maxY.assign(m_stride, -far);
+    m_neighbours.resize(m_stride + BoxPadding);
+    for (size_t h = 0; h < m_problem->hazards.size(); ++h) {
+        const Hazard& hazard = m_problem->hazards[h];
+        const FloatBox box = Rounded(hazard.shape.box.Moved(hazard.position));
+        const size_t index = items + h;
+        m_shapes[index] = &hazard.shape;
+        m_positions[index] = hazard.position;
+        m_minX[index] = box.minX;
+        m_minY[index] = box.minY;
+        m_maxX[index] = box.maxX;
+        m_maxY[index] = box.maxY;
+    }
+}
+
+std::span<const uint32_t> Layout::FindNeighbours(const Box& box)
+{
+    const size_t count = FindOverlaps(m_minX.data(), m_minY.data(), m_maxX.data(), m_maxY.data(), m_stride,
+                                      Rounded(box), m_neighbours.data());
+    return {m_neighbours.data(), count};
+}
+
+double Layout::Evaluate(size_t item, const Shape& shape, Point position, double bound)
+{
+    ++m_evaluations;
+    m_pending.clear();
+    double total = 0;
+    const uint32_t number = GetShapeNumber(item, shape);
+    for (const uint32_t other : FindNeighbours(shape.box.Moved(position))) {
+        if (other == item)
+            continue;
+        const Point offset = m_positions[other] - position;
+        const Shape& otherShape = *m_shapes[other];
+        PairTables::Verdict verdict = m_tables.Look(number, shape, m_numbers[other], otherShape, offset);
+        if (verdict.answer == PairTables::Answer::Apart)
+            continue;
+        if (verdict.answer == PairTables::Answer::Unknown) {
+            const PoleOverlap overlap = MeasurePoles(shape, otherShape, offset);
+            verdict = {overlap.certain ? PairTables::Answer::Colliding : PairTables::Answer::Unsure,
+                       overlap.loss};
+        }
+        const double loss = static_cast<double>(verdict.loss) * static_cast<double>(Weight(item, other));
+        if (verdict.answer == PairTables::Answer::Unsure) {
+            m_pending.push_back({other, loss, offset});
+            continue;
+        }
+        total += loss;
+        if (total >= bound)
+            return total;
+    }
+    for (const Pending& pending : m_pending) {
+        if (!m_outlineTest.DoCollide(shape, *m_shapes[pending.other], pending.offset))
+            continue;
+        total += pending.loss;
+        if (total >= bound)
+            return total;
+    }
+    return total;
+}
+
+void Layout::SetStand(size_t item, const Stand& stand)
+{
+    const ItemType& type = GetType(item);
+    const PoseClass& poseClass = type.classes[stand.poseClass];
+    if (poseClass.IsContinuous())
+        TurnShape(type.base, poseClass.mirrored, stand.angle, m_turned[item]);
+    m_stands[item] = stand;
+    m_positions[item] = stand.position;
+    m_shapes[item] = poseClass.IsContinuous() ? &m_turned[item] : &type.shapes[stand.poseClass];
+    m_numbers[item] = GetShapeNumber(item, *m_shapes[item]);
+    const FloatBox box = Rounded(GetItemBox(item));
+    m_minX[item] = box.minX;
+    m_minY[item] = box.minY;
+    m_maxX[item] = box.maxX;
+    m_maxY[item] = box.maxY;
+}
+
+/// The number of a shape of the item's type; none for one at a free angle.
+uint32_t Layout::GetShapeNumber(size_t item, const Shape& shape) const
+{
+    const ItemType& type = GetType(item);
+    for (size_t c = 0; c < type.shapes.size(); ++c)
+        if (&type.shapes[c] == &shape)
+            return m_firstNumbers[m_problem->items[item]] + static_cast<uint32_t>(c);
+    return PairTables::NoShape;
+}
+
+float Layout::MeasurePair(size_t item, size_t other)
+{
+    const Point offset = m_positions[other] - m_positions[item];
+    const PoleOverlap overlap = MeasurePoles(*m_shapes[item], *m_shapes[other], offset);
+    if (!overlap.certain && !m_outlineTest.DoCollide(*m_shapes[item], *m_shapes[other], offset))
+        return 0;
+    return overlap.loss;
+}
+
+void Layout::MeasureItem(size_t item)
+{
+    const size_t items = GetItemCount();
+    std::fill_n(&Loss(item, 0), m_stride, 0.0F);
+    for (size_t other = 0; other < items; ++other)
+        Loss(other, item) = 0;
+    for (const uint32_t other : FindNeighbours(GetItemBox(item))) {
+        if (other == item)
+            continue;
+        const float loss = MeasurePair(item, other);
+        Loss(item, other) = loss;
+        if (other < items)
+            Loss(other, item) = loss;
+    }
+}
+
+void Layout::Place(size_t item, const Stand& stand)
+{
+    SetStand(item, stand);
+    MeasureItem(item);
+}
+
+void Layout::PlaceAll(const std::vector<Stand>& stands)
+{
+    for (size_t i = 0; i < stands.size(); ++i)
+        SetStand(i, stands[i]);
+    for (size_t i = 0; i < stands.size(); ++i)
+        MeasureItem(i);
+}
+
+double Layout::GetItemLoss(size_t item) const
+{
+    double total = 0;
+    for (size_t other = 0; other < m_stride; ++other)
+        total += static_cast<double>(Loss(item, other));
+    return total;
+}
+
+double Layout::GetWeightedItemLoss(size_t item) const
+{
+    double total = 0;
+    for (size_t other = 0; other < m_stride; ++other)
+        if (Loss(item, other) > 0)
+            total += static_cast<double>(Loss(item, other)) * static_cast<double>(Weight(item, other));
+    return total;
+}
+
+double Layout::GetTotalLoss() const
+{
+    const size_t items = GetItemCount();
+    double total = 0;
+    for (size_t item = 0; item < items; ++item)
+        for (size_t other = item + 1; other < m_stride; ++other)
+            total += static_cast<double>(Loss(item, other));
+    return total;
+}
+
+double Layout::GetWeightedTotalLoss() const
+{
+    const size_t items = GetItemCount();
+    double total = 0;
+    for (size_t item = 0; item < items; ++item)
+        for (size_t other = item + 1; other < m_stride; ++other)
+            total += static_cast<double>(Loss(item, other)) * static_cast<double>(Weight(item, other));
+    return total;
+}
+
+void Layout::UpdateWeights()
+{
+    float largest = 0;
+    for (const float loss : m_losses)
+        largest = std::max(largest, loss);
+    for (size_t i = 0; i < m_losses.size(); ++i) {
+        float& weight = m_weights[i];
+        if (m_losses[i] > 0)
+            weight = std::min(LargestWeight,
+                              weight * (LowestRaise + (HighestRaise - LowestRaise) * m_losses[i] / largest));
+        else
+            weight = std::max(1.0F, weight * WeightDecay);
+    }
+}
+
+void Layout::ResetWeights()
+{
+    std::fill(m_weights.begin(), m_weights.end(), 1.0F);
+}
+
+} // namespace ZORNestSolver

@@ -1,0 +1,252 @@
+#include "ZORNestSolverMover.h"
+
+#include <array>
+#include <numbers>
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr double Degree = std::numbers::pi / 180;
+constexpr double SuccessFactor = 1.1;
+constexpr double FailureFactor = 0.5;
+constexpr int FreeAngles = 16; // samples of a full turn
+constexpr double SameDistance = 0.01;
+constexpr double NearbyReach = 0.5; // of the item's smaller side
+constexpr double HeightShare = 0.1; // how much less it matters to lie low than to lie left
+constexpr double SlideAccuracy = 1e-4;
+constexpr int MostRounds = 300; // of a descent
+constexpr double SmallestLoss = 1e-30;
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+
+/// Directions of a descent: x, y, both diagonals, rotation.
+constexpr std::array<Point, 5> Axes{{{1, 0}, {0, 1}, {0.7071, 0.7071}, {0.7071, -0.7071}, {0, 0}}};
+constexpr size_t RotationAxis = 4;
+
+} // namespace
+
+Mover::Mover(Layout& layout, Random& random)
+    : m_layout(layout)
+    , m_random(random)
+{
+}
+
+const Shape& Mover::GetShape(size_t item, const Stand& stand)
+{
+    const ItemType& type = m_layout.GetType(item);
+    const PoseClass& poseClass = type.classes[stand.poseClass];
+    if (!poseClass.IsContinuous())
+        return type.shapes[stand.poseClass];
+    if (m_scratchBase != &type.base || m_scratchAngle != stand.angle
+        || m_scratchMirrored != poseClass.mirrored) {
+        TurnShape(type.base, poseClass.mirrored, stand.angle, m_scratch);
+        m_scratchBase = &type.base;
+        m_scratchAngle = stand.angle;
+        m_scratchMirrored = poseClass.mirrored;
+    }
+    return m_scratch;
+}
+
+double Mover::Evaluate(size_t item, const Stand& stand, double bound)
+{
+    return m_layout.Evaluate(item, GetShape(item, stand), stand.position, bound);
+}
+
+/// A random place in the window, or in the part of it that \a around covers; none if the item does not fit.
+std::optional<Stand> Mover::SampleIn(size_t item, Stand stand, const Box* around)
+{
+    Box room = GetRoom(m_layout.GetWindow(stand.window), GetShape(item, stand));
+    if (room.IsEmpty())
+        return std::nullopt;
+    if (around) {
+        const Box window = room;
+        room.min = {std::clamp(around->min.x, window.min.x, window.max.x),
+                    std::clamp(around->min.y, window.min.y, window.max.y)};
+        room.max = {std::clamp(around->max.x, window.min.x, window.max.x),
+                    std::clamp(around->max.y, window.min.y, window.max.y)};
+    }
+    stand.position = {m_random.Between(room.min.x, room.max.x), m_random.Between(room.min.y, room.max.y)};
+    return stand;
+}
+
+std::optional<Stand> Mover::Sample(size_t item, uint32_t window)
+{
+    const ItemType& type = m_layout.GetType(item);
+    Stand stand;
+    stand.window = window;
+    stand.poseClass = static_cast<uint32_t>(m_random.Index(type.classes.size()));
+    const PoseClass& poseClass = type.classes[stand.poseClass];
+    stand.angle = poseClass.angle;
+    if (poseClass.IsContinuous()) {
+        const double step = 2 * std::numbers::pi / FreeAngles;
+        const double steps = std::floor(poseClass.deviation / step);
+        stand.angle += steps >= 1 ? step * std::round(m_random.Between(-steps, steps))
+                                  : m_random.Between(-poseClass.deviation, poseClass.deviation);
+    }
+    return SampleIn(item, stand, nullptr);
+}
+
+std::optional<Stand> Mover::SampleNear(size_t item, const Stand& centre)
+{
+    const double reach = NearbyReach * m_layout.GetType(item).smallerSide;
+    const Box around = Box{centre.position, centre.position}.Grown(reach);
+    return SampleIn(item, centre, &around);
+}
+
+void Mover::Offer(size_t item, const Stand& stand, size_t keep)
+{
+    const double bound = m_best.size() < keep ? Infinity : m_best.back().loss;
+    const double loss = Evaluate(item, stand, bound);
+    if (loss >= bound)
+        return;
+    const double same = SameDistance * m_layout.GetType(item).smallerSide;
+    for (size_t i = 0; i < m_best.size(); ++i) {
+        const Stand& other = m_best[i].stand;
+        if (other.poseClass != stand.poseClass || std::abs(other.angle - stand.angle) > Degree
+            || Length(other.position - stand.position) > same)
+            continue;
+        if (m_best[i].loss <= loss)
+            return;
+        m_best.erase(m_best.begin() + static_cast<std::ptrdiff_t>(i));
+        break;
+    }
+    if (m_best.size() == keep)
+        m_best.pop_back();
+    const auto place =
+        std::find_if(m_best.begin(), m_best.end(), [loss](const Candidate& c) { return c.loss > loss; });
+    m_best.insert(place, {stand, loss});
+}
+
+void Mover::Clamp(size_t item, Stand& stand)
+{
+    const Box room = GetRoom(m_layout.GetWindow(stand.window), GetShape(item, stand));
+    stand.position.x =
+        room.min.x <= room.max.x ? std::clamp(stand.position.x, room.min.x, room.max.x) : room.min.x;
+    stand.position.y =
+        room.min.y <= room.max.y ? std::clamp(stand.position.y, room.min.y, room.max.y) : room.min.y;
+}
+
+Stand Mover::Shifted(size_t item, const Stand& stand, Point by, double turn)
+{
+    Stand shifted = stand;
+    shifted.position = stand.position + by;
+    if (turn != 0) {
+        const PoseClass& poseClass = m_layout.GetType(item).classes[stand.poseClass];
+        shifted.angle = std::clamp(stand.angle + turn, poseClass.angle - poseClass.deviation,
+                                   poseClass.angle + poseClass.deviation);
+        const Box room = GetRoom(m_layout.GetWindow(stand.window), GetShape(item, shifted));
+        if (room.IsEmpty())
+            return stand;
+    }
+    Clamp(item, shifted);
+    return shifted;
+}
+
+void Mover::Descend(size_t item, Candidate& candidate, const Steps& steps)
+{
+    const ItemType& type = m_layout.GetType(item);
+    const size_t axes = type.classes[candidate.stand.poseClass].IsContinuous() ? 5 : 4;
+    double step = steps.first * type.smallerSide;
+    double turn = steps.firstTurn;
+    size_t axis = m_random.Index(axes);
+    for (int round = 0; round < MostRounds && candidate.loss > 0
+                        && (step > steps.last * type.smallerSide || (axes == 5 && turn > steps.lastTurn));
+         ++round) {
+        bool improved = false;
+        const Stand from = candidate.stand;
+        for (const double sign : {1.0, -1.0}) {
+            const double by = axis == RotationAxis ? sign * turn : 0;
+            const Stand tried = Shifted(item, from, Axes[axis] * (sign * step), by);
+            const double loss = Evaluate(item, tried, candidate.loss);
+            if (loss < candidate.loss) {
+                candidate = {tried, loss};
+                improved = true;
+            }
+        }
+        double& length = axis == RotationAxis ? turn : step;
+        length *= improved ? SuccessFactor : FailureFactor;
+        if (!improved)
+            axis = m_random.Index(axes);
+        if (axes == 5 && axis == RotationAxis && turn <= steps.lastTurn)
+            axis = m_random.Index(4);
+        else if (axes == 5 && axis != RotationAxis && step <= steps.last * type.smallerSide)
+            axis = RotationAxis;
+    }
+}
+
+/// Ends early with a place without loss.
+void Mover::OfferSamples(size_t item, const MoveEffort& effort)
+{
+    const Stand present = m_best.front().stand;
+    const size_t windows = m_layout.GetWindows().size();
+    for (int i = 0; i < effort.nearby + effort.everywhere && m_best.front().loss > 0; ++i) {
+        std::optional<Stand> stand;
+        if (i < effort.nearby)
+            stand = SampleNear(item, present);
+        else
+            stand = Sample(item, static_cast<uint32_t>(windows > 1 ? m_random.Index(windows) : 0));
+        if (stand)
+            Offer(item, *stand, effort.refined);
+    }
+}
+
+Stand Mover::FindBetter(size_t item, const MoveEffort& effort)
+{
+    constexpr Steps coarse{0.25, 0.02, 5 * Degree, 1 * Degree};
+    constexpr Steps fine{0.01, 0.001, 0.5 * Degree, 0.05 * Degree};
+    const Stand present = m_layout.GetStand(item);
+    const double presentLoss = m_layout.GetWeightedItemLoss(item);
+    m_best.clear();
+    m_best.push_back({present, presentLoss});
+    OfferSamples(item, effort);
+    if (m_best.front().loss <= 0)
+        return m_best.front().stand;
+    for (Candidate& candidate : m_best)
+        Descend(item, candidate, coarse);
+    Candidate best = *std::min_element(
+        m_best.begin(), m_best.end(), [](const Candidate& a, const Candidate& b) { return a.loss < b.loss; });
+    Descend(item, best, fine);
+    return best.loss < presentLoss ? best.stand : present;
+}
+
+bool Mover::SlideToCorner(size_t item, Stand& stand, double step)
+{
+    bool moved = false;
+    for (const Point& direction : {Point{-1, 0}, Point{-1, 1}, Point{-1, -1}, Point{0, -1}}) {
+        const Stand tried = Shifted(item, stand, direction * step, 0);
+        const bool nearer = tried.position.x < stand.position.x
+                            || (tried.position.x == stand.position.x && tried.position.y < stand.position.y);
+        if (nearer && Evaluate(item, tried, SmallestLoss) <= 0) {
+            stand = tried;
+            moved = true;
+        }
+    }
+    return moved;
+}
+
+std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
+{
+    std::optional<Stand> best;
+    double bestEnd = Infinity;
+    for (int i = 0; i < count; ++i) {
+        const auto stand = Sample(item, window);
+        if (!stand)
+            continue;
+        const Point corner =
+            stand->position + GetShape(item, *stand).box.max - m_layout.GetWindow(window).min;
+        const double end = corner.x + HeightShare * corner.y;
+        if (end < bestEnd && Evaluate(item, *stand, SmallestLoss) <= 0) {
+            best = stand;
+            bestEnd = end;
+        }
+    }
+    if (!best)
+        return best;
+    const double side = m_layout.GetType(item).smallerSide;
+    for (double step = side; step > SlideAccuracy * side;)
+        if (!SlideToCorner(item, *best, step))
+            step /= 2;
+    return best;
+}
+
+} // namespace ZORNestSolver

@@ -1,0 +1,37 @@
+// Outlines as they are drawn, of lines and arcs, and the polygons that contain them.
+
+#pragma once
+
+#include "ZORNestSolverGeometry.h"
+
+#include <string>
+
+namespace ZORNestSolver {
+
+struct Segment
+{
+    Point end;
+    bool isArc = false;
+    bool counterClockwise = true; // of the arc
+    Point centre;                 // of the arc
+};
+
+/// A closed chain of segments; where the last one does not end at the start, a straight one closes it.
+struct Contour
+{
+    Point start;
+    std::vector<Segment> segments;
+};
+
+/// A contour of straight edges; the first point may be repeated at the end.
+Contour MakeContour(const Ring& ring);
+
+/// The outline as a polygon that contains it: arcs that bulge outwards become tangents, the others chords,
+/// within min(0.05, 2e-4 of the diameter) of the arc. The largest contour is the outer ring, the others
+/// are holes; contours may come in either direction. An outline that crosses itself is cleaned by
+/// the non-zero rule.
+/// \param reason  why there is no polygon; "" otherwise
+/// \return  empty where the outline has coordinates that are no numbers or encloses no area
+Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason);
+
+} // namespace ZORNestSolver

@@ -1,0 +1,20 @@
+// Circles inside a polygon that stand for its area.
+
+#pragma once
+
+#include "ZORNestSolverGeometry.h"
+
+namespace ZORNestSolver {
+
+struct Circle
+{
+    Point centre;
+    double radius = 0;
+};
+
+/// The largest inscribed circle, then each time the largest one that lies inside and overlaps no earlier one.
+/// Ends at 8 circles where they cover 90 % of the area, at 16 where they cover 80 %, else at \a limit.
+/// Radii are within 1 % of the largest possible ones. The polygon encloses area; at least one circle returns.
+std::vector<Circle> FindPoles(const Polygon& polygon, size_t limit = 32);
+
+} // namespace ZORNestSolver

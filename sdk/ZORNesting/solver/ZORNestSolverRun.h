@@ -1,0 +1,28 @@
+// Solves a nesting job.
+
+#pragma once
+
+#include "ZORNestSolverBudget.h"
+#include "ZORNestSolverModel.h"
+
+#include <optional>
+
+namespace ZORNestSolver {
+
+struct RunOptions
+{
+    Budget::Clock clock = Budget::Clock::Wall;
+    double maximumTime = 0; // seconds; 0: until nothing is gained any more
+    double minimumTime = 0; // seconds; no end for lack of progress before
+    int threads = 1;
+};
+
+/// Nests the items of the job on its sheets. What cannot be nested is reported with its reason and stops
+/// nothing. Every solution has passed the check of FindFaults(). With the same job and an equal number of
+/// evaluations on one thread the solution is the same.
+///
+/// May run in any thread; \a control is read and written meanwhile.
+/// \return  nothing if the run was cancelled
+std::optional<Solution> Solve(const Job& job, const RunOptions& options, Control& control);
+
+} // namespace ZORNestSolver

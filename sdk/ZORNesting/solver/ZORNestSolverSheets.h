@@ -1,0 +1,54 @@
+// The fewest sheets of one kind that hold given items.
+
+#pragma once
+
+#include "ZORNestSolverArea.h"
+#include "ZORNestSolverSeparator.h"
+
+namespace ZORNestSolver {
+
+struct PackedItem
+{
+    size_t item = 0; // index in the list that was to be packed
+    Stand stand;     // window: number of the sheet; position: on the sheet
+};
+
+struct Packing
+{
+    std::vector<PackedItem> placed;
+    std::vector<size_t> rest; // what found no room
+    size_t sheets = 0;
+};
+
+/// Packs items on equal sheets, first one after another, then by separating overlaps on fewer sheets.
+class SheetSearch
+{
+public:
+    /// \param items  the types of the items, in the order of their claims to a place
+    SheetSearch(std::vector<std::shared_ptr<const ItemType>> types, std::vector<size_t> items, SheetArea area,
+                size_t mostSheets, uint64_t seed);
+
+    /// Places the items one after another on the first sheet with room.
+    Packing Construct(const Budget& budget);
+    /// Puts what is left on the sheets where overlaps can be removed, then empties sheets. Ends when a
+    /// lower bound is reached or nothing was gained for a while.
+    void Improve(Packing& packing, const Budget& budget);
+
+private:
+    std::shared_ptr<Problem> MakeProblem(const std::vector<PackedItem>& items, size_t sheets) const;
+    Point GetOrigin(size_t sheet) const { return {m_pitch * static_cast<double>(sheet), 0}; }
+    bool Separate(std::vector<PackedItem>& items, size_t sheets, const Budget& budget);
+    bool AddRest(Packing& packing, const Budget& budget);
+    bool RemoveSheet(Packing& packing, const Budget& budget);
+    PackedItem PutAnywhere(size_t item, size_t sheets);
+    size_t GetFewestSheets() const;
+
+    std::vector<std::shared_ptr<const ItemType>> m_types;
+    std::vector<size_t> m_items;
+    SheetArea m_area;
+    size_t m_mostSheets;
+    double m_pitch = 0; // distance of the sheets in the plane
+    Random m_random;
+};
+
+} // namespace ZORNestSolver

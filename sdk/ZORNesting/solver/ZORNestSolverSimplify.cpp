@@ -1,0 +1,191 @@
+#include "ZORNestSolverSimplify.h"
+
+#include <queue>
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr size_t FewestCorners = 4; // of a ring that is simplified
+
+/// Rings as linked lists, and the changes that would remove a corner, the one of least area first.
+class Simplifier
+{
+public:
+    Simplifier(const Polygon& polygon, double budget);
+    void Run();
+    Polygon GetResult() const;
+
+private:
+    struct Corner
+    {
+        Point place;
+        size_t before;
+        size_t after;
+        size_t ring;
+        unsigned stamp = 0; // changes proposed with an older one are void
+        bool isAlive = true;
+    };
+    enum class Kind {
+        Cut,   // a reflex corner gives way to its chord
+        Extend // the edge after a corner gives way to the meeting point of the edges next to it
+    };
+    struct Change
+    {
+        double area;
+        size_t corner;
+        Kind kind;
+        unsigned stamp;
+        Point meeting;
+        bool operator<(const Change& other) const { return area > other.area; } // least area on top
+    };
+
+    size_t Before(size_t corner) const { return m_corners[corner].before; }
+    size_t After(size_t corner) const { return m_corners[corner].after; }
+    Point At(size_t corner) const { return m_corners[corner].place; }
+    void ProposeCut(size_t corner);
+    void ProposeExtension(size_t corner);
+    void Refresh(size_t corner);
+    bool IsFree(Point from, Point to, std::initializer_list<size_t> vanishing) const;
+    bool IsAllowed(const Change& change) const;
+    void Apply(const Change& change);
+    void RemoveAfter(size_t corner);
+
+    std::vector<Corner> m_corners;
+    std::vector<size_t> m_ringSizes;
+    std::priority_queue<Change> m_changes;
+    double m_budget;
+};
+
+Simplifier::Simplifier(const Polygon& polygon, double budget)
+    : m_budget(budget)
+{
+    for (size_t r = 0; r < polygon.size(); ++r) {
+        const size_t first = m_corners.size();
+        const size_t size = polygon[r].size();
+        m_ringSizes.push_back(size);
+        for (size_t i = 0; i < size; ++i)
+            m_corners.push_back({polygon[r][i], first + (i + size - 1) % size, first + (i + 1) % size, r});
+    }
+    for (size_t i = 0; i < m_corners.size(); ++i)
+        Refresh(i);
+}
+
+void Simplifier::ProposeCut(size_t corner)
+{
+    const double twice = Cross(At(corner) - At(Before(corner)), At(After(corner)) - At(corner));
+    if (twice <= 0)
+        m_changes.push({-twice / 2, corner, Kind::Cut, m_corners[corner].stamp, {}});
+}
+
+void Simplifier::ProposeExtension(size_t corner)
+{
+    const Point a = At(corner);
+    const Point b = At(After(corner));
+    const Point in = a - At(Before(corner));
+    const Point out = At(After(After(corner))) - b;
+    const double turn = Cross(in, out);
+    if (Cross(in, b - a) <= 0 || Cross(b - a, out) <= 0 || turn <= 0)
+        return;
+    const Point meeting = a + in * (Cross(b - a, out) / turn);
+    if (IsFinite(meeting))
+        m_changes.push({std::abs(Cross(b - a, meeting - a)) / 2, corner, Kind::Extend,
+                        m_corners[corner].stamp, meeting});
+}
+
+void Simplifier::Refresh(size_t corner)
+{
+    ++m_corners[corner].stamp;
+    ProposeCut(corner);
+    ProposeExtension(corner);
+}
+
+/// No edge but the vanishing ones, named by their first corners, meets the new edge.
+bool Simplifier::IsFree(Point from, Point to, std::initializer_list<size_t> vanishing) const
+{
+    for (size_t i = 0; i < m_corners.size(); ++i) {
+        if (!m_corners[i].isAlive || !DoSegmentsMeet(from, to, At(i), At(After(i))))
+            continue;
+        if (std::find(vanishing.begin(), vanishing.end(), i) == vanishing.end())
+            return false;
+    }
+    return true;
+}
+
+bool Simplifier::IsAllowed(const Change& change) const
+{
+    const Corner& corner = m_corners[change.corner];
+    if (m_ringSizes[corner.ring] <= FewestCorners)
+        return false;
+    const size_t i = change.corner;
+    const size_t before = corner.before;
+    const size_t next = corner.after;
+    if (change.kind == Kind::Cut)
+        return IsFree(At(before), At(next), {Before(before), before, i, next});
+    const size_t end = After(next);
+    return IsFree(At(before), change.meeting, {Before(before), before, i, next})
+           && IsFree(change.meeting, At(end), {before, i, next, end});
+}
+
+void Simplifier::RemoveAfter(size_t corner)
+{
+    Corner& removed = m_corners[m_corners[corner].after];
+    removed.isAlive = false;
+    --m_ringSizes[removed.ring];
+    m_corners[corner].after = removed.after;
+    m_corners[removed.after].before = corner;
+}
+
+void Simplifier::Apply(const Change& change)
+{
+    size_t kept = change.corner;
+    if (change.kind == Kind::Cut)
+        kept = Before(kept);
+    else
+        m_corners[kept].place = change.meeting;
+    RemoveAfter(kept);
+    for (const size_t corner : {Before(Before(kept)), Before(kept), kept, After(kept)})
+        Refresh(corner);
+}
+
+void Simplifier::Run()
+{
+    while (!m_changes.empty() && m_changes.top().area <= m_budget) {
+        const Change change = m_changes.top();
+        m_changes.pop();
+        const Corner& corner = m_corners[change.corner];
+        if (!corner.isAlive || corner.stamp != change.stamp || !IsAllowed(change))
+            continue;
+        m_budget -= change.area;
+        Apply(change);
+    }
+}
+
+Polygon Simplifier::GetResult() const
+{
+    Polygon result(m_ringSizes.size());
+    std::vector<bool> isDone(m_ringSizes.size(), false);
+    for (size_t i = 0; i < m_corners.size(); ++i) {
+        const size_t ring = m_corners[i].ring;
+        if (!m_corners[i].isAlive || isDone[ring])
+            continue;
+        isDone[ring] = true;
+        size_t corner = i;
+        do {
+            result[ring].push_back(At(corner));
+            corner = After(corner);
+        } while (corner != i);
+    }
+    return result;
+}
+
+} // namespace
+
+Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth)
+{
+    Simplifier simplifier(polygon, GetArea(polygon) * largestGrowth);
+    simplifier.Run();
+    return simplifier.GetResult();
+}
+
+} // namespace ZORNestSolver

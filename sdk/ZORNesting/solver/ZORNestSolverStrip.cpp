@@ -1,0 +1,247 @@
+#include "ZORNestSolverStrip.h"
+
+#include <numeric>
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr int ConstructionSamples = 300;
+constexpr double LastExploreStep = 0.001;
+constexpr double FirstCompressStep = 0.0005;
+constexpr double LastCompressStep = 0.00001;
+constexpr double SuccessFactor = 1.2;
+constexpr double FailureFactor = 0.6;
+constexpr SeparationLimits ProbeLimits{50, 1}; // while the steps are large
+constexpr SeparationLimits ExploreLimits{200, 3};
+constexpr SeparationLimits CompressLimits{100, 5};
+constexpr double PoolDeviation = 0.25; // of the pool's size
+constexpr double RowGap = 0.001;
+constexpr int ExchangeAttempts = 20;
+constexpr double LargeShare = 0.75; // of the total hull area belongs to the large items
+
+double GetSize(const ItemType& type)
+{
+    return type.base.weight * type.base.weight * type.base.diameter;
+}
+
+} // namespace
+
+StripSearch::StripSearch(std::shared_ptr<const Problem> problem, uint64_t seed, Listener listener)
+    : m_random(seed)
+    , m_layout(std::move(problem))
+    , m_mover(m_layout, m_random)
+    , m_separator(m_layout, m_random)
+    , m_listener(std::move(listener))
+    , m_shortest(GetShortestLength())
+{
+}
+
+/// No layout can be shorter: the longest item must fit, and the area.
+double StripSearch::GetShortestLength() const
+{
+    double longest = 0;
+    double area = 0;
+    for (size_t i = 0; i < m_layout.GetItemCount(); ++i) {
+        const ItemType& type = m_layout.GetType(i);
+        double own = std::numeric_limits<double>::infinity();
+        for (size_t c = 0; c < type.classes.size(); ++c)
+            own = std::min(own, type.classes[c].IsContinuous() ? 2.0 * static_cast<double>(type.base.poleR[0])
+                                                               : type.shapes[c].box.GetWidth());
+        longest = std::max(longest, own);
+        area += type.area;
+    }
+    return std::max(longest, area / m_layout.GetWindow(0).GetHeight());
+}
+
+void StripSearch::SetLength(double length)
+{
+    Box window = m_layout.GetWindow(0);
+    window.max.x = window.min.x + length;
+    m_layout.SetWindow(0, window);
+}
+
+void StripSearch::Construct()
+{
+    std::vector<size_t> order(m_layout.GetItemCount());
+    std::iota(order.begin(), order.end(), size_t{0});
+    std::stable_sort(order.begin(), order.end(), [this](size_t a, size_t b) {
+        return GetSize(m_layout.GetType(a)) > GetSize(m_layout.GetType(b));
+    });
+    const double left = m_layout.GetWindow(0).min.x;
+    double used = 0;
+    for (const size_t item : order) {
+        SetLength(used + m_layout.GetType(item).base.diameter);
+        auto stand = m_mover.FindFree(item, 0, ConstructionSamples);
+        if (!stand) { // behind all others is room
+            Box behind = m_layout.GetWindow(0);
+            behind.min.x = left + used;
+            behind.max.x = std::numeric_limits<double>::infinity();
+            stand = FindFitting(m_layout.GetType(item), behind);
+        }
+        m_layout.Place(item, *stand);
+        used = std::max(used, m_layout.GetItemBox(item).max.x - left);
+    }
+    SetLength(used);
+    if (!KeepAsBest())
+        PlaceInRow();
+}
+
+/// One item behind the other with a gap, which is valid whatever the shapes.
+void StripSearch::PlaceInRow()
+{
+    double used = 0;
+    for (size_t item = 0; item < m_layout.GetItemCount(); ++item) {
+        Box behind = m_layout.GetWindow(0);
+        behind.min.x += used;
+        behind.max.x = std::numeric_limits<double>::infinity();
+        m_layout.Place(item, *FindFitting(m_layout.GetType(item), behind));
+        used = m_layout.GetItemBox(item).max.x - m_layout.GetWindow(0).min.x;
+        used += RowGap * m_layout.GetType(item).base.diameter;
+    }
+    SetLength(used);
+    KeepAsBest();
+}
+
+void StripSearch::ClampItems()
+{
+    std::vector<Stand> stands = m_layout.GetStands();
+    for (size_t i = 0; i < stands.size(); ++i) {
+        const Box room = GetRoom(m_layout.GetWindow(0), m_layout.GetShape(i));
+        Point& p = stands[i].position;
+        p.x = std::max(room.min.x, std::min(p.x, room.max.x));
+        p.y = std::max(room.min.y, std::min(p.y, room.max.y));
+    }
+    m_layout.PlaceAll(stands);
+}
+
+/// Pushes the items right of a random cut to the left, and into the strip.
+void StripSearch::ShrinkTo(double length)
+{
+    const Box window = m_layout.GetWindow(0);
+    const double by = window.GetWidth() - length;
+    const double cut = m_random.Between(window.min.x, window.max.x);
+    std::vector<Stand> stands = m_layout.GetStands();
+    for (size_t i = 0; i < stands.size(); ++i)
+        if (m_layout.GetItemBox(i).GetCentre().x > cut)
+            stands[i].position.x -= by;
+    SetLength(length);
+    m_layout.PlaceAll(stands);
+    ClampItems();
+}
+
+bool StripSearch::KeepAsBest()
+{
+    double right = -std::numeric_limits<double>::infinity();
+    for (size_t i = 0; i < m_layout.GetItemCount(); ++i)
+        right = std::max(right, m_layout.GetItemBox(i).max.x);
+    const double length = right - m_layout.GetWindow(0).min.x;
+    const bool isInside = length <= m_layout.GetWindow(0).GetWidth() * (1 + 1e-12);
+    if (!isInside || !m_listener(m_layout.GetStands(), length))
+        return false;
+    m_length = length;
+    m_best = m_layout.GetStands();
+    m_deadEnds.clear();
+    SetLength(m_length);
+    return true;
+}
+
+std::vector<size_t> StripSearch::GetLargeItems() const
+{
+    const auto getArea = [this](size_t item) { return std::pow(m_layout.GetType(item).base.weight, 2); };
+    std::vector<size_t> order(m_layout.GetItemCount());
+    std::iota(order.begin(), order.end(), size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) { return getArea(a) > getArea(b); });
+    double total = 0;
+    for (const size_t item : order)
+        total += getArea(item);
+    double covered = 0;
+    size_t large = 0;
+    while (large < order.size() && covered < LargeShare * total)
+        covered += getArea(order[large++]);
+    order.resize(large);
+    return order;
+}
+
+/// Two items of different types among the large ones change places.
+void StripSearch::ExchangeLargeItems()
+{
+    const std::vector<size_t> large = GetLargeItems();
+    const size_t first = large[m_random.Index(large.size())];
+    for (int attempt = 0; attempt < ExchangeAttempts; ++attempt) {
+        const size_t second = large[m_random.Index(large.size())];
+        if (&m_layout.GetType(first) == &m_layout.GetType(second))
+            continue;
+        const Point move = m_layout.GetItemBox(second).GetCentre() - m_layout.GetItemBox(first).GetCentre();
+        Stand a = m_layout.GetStand(first);
+        Stand b = m_layout.GetStand(second);
+        a.position = a.position + move;
+        b.position = b.position - move;
+        m_layout.Place(first, a);
+        m_layout.Place(second, b);
+        ClampItems();
+        return;
+    }
+}
+
+/// Remembers the state and returns to one of the better ones met at this length, changed at random.
+void StripSearch::LeaveDeadEnd(double loss)
+{
+    const auto place = std::find_if(m_deadEnds.begin(), m_deadEnds.end(),
+                                    [loss](const DeadEnd& other) { return other.loss > loss; });
+    m_deadEnds.insert(place, DeadEnd{loss, m_layout.GetStands()});
+    const double size = static_cast<double>(m_deadEnds.size());
+    const double chosen = std::min(std::abs(m_random.Normal(PoolDeviation * size)), size - 1);
+    m_layout.ResetWeights();
+    m_layout.PlaceAll(m_deadEnds[static_cast<size_t>(chosen)].stands);
+    ExchangeLargeItems();
+}
+
+void StripSearch::Explore(const Budget& budget)
+{
+    bool restart = true;
+    while (!budget.IsOver() && CanShrink()) {
+        if (restart) {
+            RestoreBest();
+            ShrinkTo(std::max(m_shortest, m_length * (1 - m_exploreStep)));
+        }
+        const bool isProbe = m_exploreStep > LastExploreStep;
+        const double loss = m_separator.Separate(isProbe ? ProbeLimits : ExploreLimits, budget);
+        const bool shorter = loss <= 0 && KeepAsBest();
+        restart = shorter || isProbe;
+        if (!shorter && isProbe)
+            m_exploreStep = std::max(LastExploreStep, m_exploreStep / 2); // too bold
+        else if (!shorter)
+            LeaveDeadEnd(loss);
+    }
+}
+
+void StripSearch::RestoreBest()
+{
+    SetLength(m_length);
+    m_layout.PlaceAll(m_best);
+    m_layout.ResetWeights();
+}
+
+void StripSearch::Continue(const std::vector<Stand>& stands)
+{
+    if (stands.empty())
+        return;
+    SetLength(std::numeric_limits<double>::infinity());
+    m_layout.PlaceAll(stands);
+    KeepAsBest();
+}
+
+void StripSearch::Compress(const Budget& budget)
+{
+    double step = FirstCompressStep;
+    while (!budget.IsOver() && CanShrink()) {
+        RestoreBest();
+        ShrinkTo(std::max(m_shortest, m_length * (1 - step)));
+        const bool shorter = m_separator.Separate(CompressLimits, budget) <= 0 && KeepAsBest();
+        step =
+            std::clamp(step * (shorter ? SuccessFactor : FailureFactor), LastCompressStep, FirstCompressStep);
+    }
+}
+
+} // namespace ZORNestSolver

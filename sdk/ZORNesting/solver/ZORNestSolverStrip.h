@@ -1,0 +1,66 @@
+// The shortest layout on a sheet that is open to the right.
+
+#pragma once
+
+#include "ZORNestSolverSeparator.h"
+
+#include <functional>
+
+namespace ZORNestSolver {
+
+/// Shrinks a strip as far as its items can be separated. The strip is the only window of the problem; its
+/// right end is free.
+class StripSearch
+{
+public:
+    /// Receives every layout that is shorter than the one before; refuses it by returning false.
+    using Listener = std::function<bool(const std::vector<Stand>& stands, double length)>;
+
+    StripSearch(std::shared_ptr<const Problem> problem, uint64_t seed, Listener listener);
+
+    /// Places the items one after another. Every item fits the width in one of its rotations and hands.
+    void Construct();
+    /// Goes on from a valid layout instead of its own.
+    void Continue(const std::vector<Stand>& stands);
+    /// Shrinks in steps that become smaller where separation fails; at the smallest one, leaves dead ends by
+    /// exchanging large items.
+    void Explore(const Budget& budget);
+    /// Shrinks the best layout in small steps.
+    void Compress(const Budget& budget);
+
+    double GetLength() const { return m_length; }
+    const std::vector<Stand>& GetStands() const { return m_best; }
+    uint64_t GetEvaluationCount() const { return m_layout.GetEvaluationCount(); }
+
+private:
+    struct DeadEnd
+    {
+        double loss = 0;
+        std::vector<Stand> stands;
+    };
+
+    void SetLength(double length);
+    void ShrinkTo(double length);
+    void PlaceInRow();
+    void RestoreBest();
+    void ClampItems();
+    bool KeepAsBest();
+    void LeaveDeadEnd(double loss);
+    std::vector<size_t> GetLargeItems() const;
+    void ExchangeLargeItems();
+    double GetShortestLength() const;
+    bool CanShrink() const { return m_length > m_shortest * (1 + 1e-9); }
+
+    Random m_random;
+    Layout m_layout;
+    Mover m_mover;
+    Separator m_separator;
+    Listener m_listener;
+    double m_length = 0;
+    double m_shortest = 0;
+    double m_exploreStep = 0.04; // the next shrinkage, as a share of the length
+    std::vector<Stand> m_best;
+    std::vector<DeadEnd> m_deadEnds; // at the present length, ascending by loss
+};
+
+} // namespace ZORNestSolver

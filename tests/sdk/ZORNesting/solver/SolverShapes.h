@@ -1,0 +1,76 @@
+// Outlines and jobs for the tests of the nesting solver.
+
+#pragma once
+
+#include "ZORNestSolverModel.h"
+#include "ZORNestSolverRandom.h"
+
+#include <numbers>
+
+namespace SolverShapes {
+
+using namespace ZORNestSolver;
+
+inline Ring Rectangle(double width, double height, Point corner = {})
+{
+    return {corner, corner + Point{width, 0}, corner + Point{width, height}, corner + Point{0, height}};
+}
+
+/// Star-shaped around the origin, counter-clockwise.
+inline Ring RandomStar(Random& random, size_t corners, double radius)
+{
+    Ring ring;
+    for (size_t i = 0; i < corners; ++i) {
+        const double angle = 2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(corners);
+        const double r = radius * random.Between(0.3, 1);
+        ring.push_back({r * std::cos(angle), r * std::sin(angle)});
+    }
+    return ring;
+}
+
+inline Ring Reversed(Ring ring)
+{
+    std::reverse(ring.begin(), ring.end());
+    return ring;
+}
+
+inline Contour RoundContour(Point centre, double radius)
+{
+    Contour contour;
+    contour.start = centre + Point{radius, 0};
+    contour.segments = {{centre - Point{radius, 0}, true, true, centre}, {contour.start, true, true, centre}};
+    return contour;
+}
+
+inline Item MakeItem(const Ring& ring, int quantity = 1)
+{
+    Item item;
+    item.contours = {MakeContour(ring)};
+    item.quantity = quantity;
+    return item;
+}
+
+inline SheetKind Sheet(double length, double width, int quantity = 1)
+{
+    SheetKind kind;
+    kind.name = "sheet";
+    kind.length = length;
+    kind.width = width;
+    kind.quantity = quantity;
+    return kind;
+}
+
+inline SheetKind Roll(double width)
+{
+    return Sheet(std::numeric_limits<double>::quiet_NaN(), width);
+}
+
+inline int CountPlaced(const Solution& solution)
+{
+    int count = 0;
+    for (const NestedSheet& sheet : solution.sheets)
+        count += sheet.stack * static_cast<int>(sheet.placements.size());
+    return count;
+}
+
+} // namespace SolverShapes

@@ -1,0 +1,185 @@
+#include "ZORNestSolverRun.h"
+
+#include "SolverShapes.h"
+#include "ZORNestSolverCheck.h"
+#include "ZORNestSolverItemType.h"
+
+#include <gtest/gtest.h>
+
+using namespace SolverShapes;
+
+namespace {
+
+Solution SolveFor(const Job& job, double seconds)
+{
+    Control control;
+    RunOptions options;
+    options.clock = Budget::Clock::Processor;
+    options.maximumTime = seconds;
+    Solution solution = *Solve(job, options, control);
+    EXPECT_EQ(control.progress, 1);
+    EXPECT_TRUE(FindFaults(job, solution).empty());
+    return solution;
+}
+
+} // namespace
+
+TEST(ZORNestSolverRunTest, SquaresFillARollToTheEnd)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 20)};
+    job.kinds = {Roll(20.001)};
+    const Solution solution = SolveFor(job, 2);
+    ASSERT_EQ(solution.sheets.size(), 1U);
+    EXPECT_EQ(CountPlaced(solution), 20);
+    EXPECT_LT(solution.sheets[0].usedLength, 105);
+}
+
+TEST(ZORNestSolverRunTest, SeparationAndFrameAreKept)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 4)};
+    job.separation = 2;
+    job.frameWidth = 3;
+    job.kinds = {Sheet(28.05, 28.05)};
+    EXPECT_EQ(CountPlaced(SolveFor(job, 2)), 4);
+    job.kinds = {Sheet(27.9, 27.9)};
+    EXPECT_LT(CountPlaced(SolveFor(job, 1)), 4);
+}
+
+TEST(ZORNestSolverRunTest, WhatDoesNotFitIsReportedWithItsReason)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 3), MakeItem(Rectangle(100, 1)), MakeItem({{0, 0}, {1, 1}}),
+                 MakeItem({{0, 0}, {NAN, 1}, {3, 4}}), MakeItem(Rectangle(1, 1), 0)};
+    job.kinds = {Sheet(12, 12, 2), Sheet(0, 0)};
+    const Solution solution = SolveFor(job, 2);
+    EXPECT_EQ(CountPlaced(solution), 2);
+    ASSERT_EQ(solution.unplaced.size(), 4U);
+    EXPECT_EQ(solution.unplaced[0].reason, "larger than every sheet");
+    EXPECT_EQ(solution.unplaced[1].reason, "outline encloses no area");
+    EXPECT_EQ(solution.unplaced[2].reason, "outline has coordinates that are no numbers");
+    EXPECT_EQ(solution.unplaced[3].reason, "no sheet left");
+    EXPECT_EQ(solution.unplaced[3].count, 1);
+    EXPECT_EQ(solution.remarks, std::vector<std::string>{"sheet \"sheet\" has no usable area"});
+}
+
+TEST(ZORNestSolverRunTest, AJobWithoutItemsOrSheetsEnds)
+{
+    Job job;
+    EXPECT_TRUE(SolveFor(job, 1).sheets.empty());
+    job.items = {MakeItem(Rectangle(1, 1))};
+    EXPECT_EQ(SolveFor(job, 1).unplaced.size(), 1U);
+}
+
+TEST(ZORNestSolverRunTest, StacksNeverOverproduce)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 7), MakeItem(Rectangle(5, 5), 3)};
+    job.kinds = {Roll(30)};
+    job.kinds[0].quantity = -1;
+    job.stackSize = 3;
+    const Solution solution = SolveFor(job, 3);
+    EXPECT_EQ(CountPlaced(solution), 10);
+    EXPECT_EQ(solution.sheets.front().stack, 3);
+    EXPECT_EQ(solution.sheets.back().stack, 1);
+}
+
+TEST(ZORNestSolverRunTest, ScarceSheetsGoToTheHighestPriority)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 3), MakeItem(Rectangle(9, 9), 3)};
+    job.items[1].priority = 5;
+    job.kinds = {Sheet(12, 12, 3)};
+    const Solution solution = SolveFor(job, 2);
+    for (const NestedSheet& sheet : solution.sheets)
+        EXPECT_EQ(sheet.placements.at(0).item, 1U);
+}
+
+TEST(ZORNestSolverRunTest, TheCheapestKindServesAll)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 4)};
+    job.kinds = {Sheet(50, 50, 10), Sheet(22, 22, 10)};
+    job.kinds[0].cost = 10;
+    job.kinds[1].cost = 1;
+    job.usageRule = UsageRule::BestSize;
+    const Solution solution = SolveFor(job, 2);
+    EXPECT_EQ(CountPlaced(solution), 4);
+    EXPECT_DOUBLE_EQ(solution.cost, 1);
+    job.usageRule = UsageRule::AsListed;
+    EXPECT_DOUBLE_EQ(SolveFor(job, 2).cost, 10);
+}
+
+TEST(ZORNestSolverRunTest, DefectsAreLeftFree)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 3)};
+    job.kinds = {Sheet(21, 21)};
+    job.kinds[0].defects = {{Rectangle(8, 8, {12, 12})}};
+    EXPECT_EQ(CountPlaced(SolveFor(job, 3)), 3);
+}
+
+TEST(ZORNestSolverRunTest, PartsLieInHoles)
+{
+    Job job;
+    Item frame = MakeItem(Rectangle(20, 20));
+    frame.contours.push_back(MakeContour(Rectangle(16, 16, {2, 2})));
+    job.items = {frame, MakeItem(Rectangle(12, 12))};
+    job.kinds = {Sheet(20.5, 20.5)};
+    EXPECT_EQ(CountPlaced(SolveFor(job, 3)), 2);
+}
+
+TEST(ZORNestSolverRunTest, HandsAndGrainAreKept)
+{
+    Item item = MakeItem(Rectangle(10, 4));
+    item.mirrored = true;
+    item.grain180 = true;
+    Job job;
+    EXPECT_EQ(GetPoseClasses(item, job).size(), 2U);
+    item.flippable = true;
+    EXPECT_EQ(GetPoseClasses(item, job).size(), 4U);
+    job.singleSided = true;
+    EXPECT_EQ(GetPoseClasses(item, job).size(), 2U);
+    item.maxDeviation = 0.3;
+    item.deviationIncrement = 0.1;
+    EXPECT_EQ(GetPoseClasses(item, job).size(), 14U);
+    item.deviationIncrement = 0;
+    EXPECT_TRUE(GetPoseClasses(item, job).front().IsContinuous());
+}
+
+TEST(ZORNestSolverRunTest, ACancelledRunHasNoResultAndAStoppedOneHas)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 20)};
+    job.kinds = {Roll(35)};
+    Control control;
+    control.cancel = true;
+    EXPECT_FALSE(Solve(job, {}, control).has_value());
+    Control stopped;
+    stopped.stop = true;
+    EXPECT_EQ(CountPlaced(*Solve(job, {}, stopped)), 20);
+}
+
+TEST(ZORNestSolverRunTest, TheSameStepsGiveTheSameLayout)
+{
+    Job job;
+    Random random(21);
+    for (int i = 0; i < 12; ++i)
+        job.items.push_back(MakeItem(RandomStar(random, 9, 10), 2));
+    job.kinds = {Roll(60)};
+    job.items[0].maxDeviation = 0.5;
+    std::vector<Solution> solutions;
+    for (int i = 0; i < 2; ++i) {
+        Control control;
+        RunOptions options;
+        options.clock = Budget::Clock::Steps;
+        options.maximumTime = options.minimumTime = 3000;
+        solutions.push_back(*Solve(job, options, control));
+    }
+    ASSERT_EQ(solutions[0].sheets[0].placements.size(), 24U);
+    EXPECT_EQ(solutions[0].sheets[0].usedLength, solutions[1].sheets[0].usedLength);
+    for (size_t i = 0; i < 24; ++i)
+        EXPECT_EQ(solutions[0].sheets[0].placements[i].pose.position,
+                  solutions[1].sheets[0].placements[i].pose.position);
+}
