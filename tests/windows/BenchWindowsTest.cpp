@@ -161,6 +161,16 @@ TEST_P(BenchWindowsTest, ImportContours)
     Walk(dialog, "import-contours");
 }
 
+TEST_P(BenchWindowsTest, TranslateForNesting)
+{
+    ASSERT_NE(nullptr, Open("ZORTestNestTranslateDlg"));
+    auto* list = dialog->findChild<QListWidget*>("_FileList");
+    for (int i = 1; i <= 30; ++i)
+        list->addItem("/home/somebody/drawings/a folder with a long name/rib " + QString::number(i) + ".dxf");
+    list->item(1)->setSelected(true);
+    Walk(dialog, "translate-for-nesting");
+}
+
 TEST_P(BenchWindowsTest, SelectorOfSeveralGeometries)
 {
     ZORTestGeometrySelector selector(nullptr);

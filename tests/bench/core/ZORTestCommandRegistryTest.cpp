@@ -318,6 +318,7 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         "ZORTestInitializeRootCmd",
         "ZORTestLaunchStandardCmd",
         "ZORTestLoadContainerCmd",
+        "ZORTestNestTranslateDlg",
         "ZORTestNestVisualizeResultCmd",
         "ZORTestReadMSIFileCmd",
         "ZORTestSaveContainerCmd",
