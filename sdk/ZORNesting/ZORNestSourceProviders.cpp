@@ -29,12 +29,13 @@ QString Tr(const char* text)
 // The whole of a file of bounded size.
 QByteArray ReadFile(const QString& path, qint64 maximumMegabytes)
 {
+    // A directory can be opened on some systems, and a pipe never ends.
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        throw ZORSysFileOpenException(path, Tr("not a file"));
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
-        throw ZORSysFileOpenException(path, file.isOpen() || file.error() == QFileDevice::NoError
-                                                ? Tr("not a file")
-                                                : file.errorString());
-    }
+    if (!file.open(QIODevice::ReadOnly))
+        throw ZORSysFileOpenException(path, file.errorString());
     if (file.size() > maximumMegabytes * megabyte)
         throw ZORSysFileException(Tr("file is larger than %1 MB").arg(maximumMegabytes));
     const QByteArray bytes = file.readAll();

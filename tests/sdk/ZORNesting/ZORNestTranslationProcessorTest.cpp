@@ -148,8 +148,10 @@ TEST_F(ZORNestTranslationProcessorTest, BadInputsFailTheirOwnJobsOnly)
         ASSERT_TRUE(WaitForEnd(response));
     EXPECT_EQ(1, GetFiles(good).size());
     EXPECT_EQ("line 1: group code expected", bad->GetWorkResponse()->GetFailureReason());
-    EXPECT_TRUE(missing->GetWorkResponse()->GetFailureReason().startsWith("cannot open file '"));
-    EXPECT_TRUE(folder->GetWorkResponse()->GetFailureReason().startsWith("cannot open file '"));
+    EXPECT_EQ("cannot open file '" + directory.filePath("c.dxf") + "': No such file or directory",
+              missing->GetWorkResponse()->GetFailureReason());
+    EXPECT_EQ("cannot open file '" + directory.path() + "': not a file",
+              folder->GetWorkResponse()->GetFailureReason());
     EXPECT_EQ("there is no provider 'paper'", unknown->GetWorkResponse()->GetFailureReason());
     EXPECT_EQ("cannot translate from file type 3 to file type 0",
               type->GetWorkResponse()->GetFailureReason());
