@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 
 ZOR_TEST_REGISTER(ZORTestNestTranslateDlg)
@@ -47,9 +48,11 @@ void ZORTestNestTranslateDlg::OnRemoveClicked()
 
 void ZORTestNestTranslateDlg::OnTranslateClicked()
 {
-    m_outputDirectory = QFileDialog::getExistingDirectory(this);
-    if (m_outputDirectory.isEmpty())
+    const QString directory = QFileDialog::getExistingDirectory(this);
+    // What an earlier batch still translates goes where it was meant to go.
+    if (directory.isEmpty())
         return;
+    m_outputDirectory = directory;
 
     // Those of an earlier batch are connected already.
     m_responses.clear();
@@ -80,7 +83,9 @@ void ZORTestNestTranslateDlg::OnStatusUpdated()
     const QList<ZORWorkResource> resources = response->GetResult().GetResources();
     for (const ZORWorkResource& resource : resources) {
         const QString path = resource.GetFilePath();
-        resource.ConvertToLocalStorage(m_outputDirectory, ZORWorkResource::Copy);
+        if (!resource.ConvertToLocalStorage(m_outputDirectory, ZORWorkResource::Copy))
+            qWarning("cannot copy part '%ls' into '%ls'", qUtf16Printable(QFileInfo(path).fileName()),
+                     qUtf16Printable(m_outputDirectory));
         QFile::remove(path);
     }
     m_ui->_ProgBar->setValue(m_ui->_ProgBar->value() + 1);

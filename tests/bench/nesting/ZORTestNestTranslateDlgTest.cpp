@@ -3,31 +3,78 @@
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
 
+#include <ZORNesting/ZORNestDebugOptions.h>
 #include <ZORNesting/ZORNestResultReader.h>
 #include <ZORNesting/ZORNestSourceProvider.h>
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORWorker/ZORWorkContext.h>
 
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMetaClassInfo>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSemaphore>
 #include <QTest>
 
 namespace {
 
 constexpr int Patience = 30000; // ms until a test gives up
 
+/// Translates a file when it is let go, into one part with the file's name.
+class GateProvider final : public ZORNestSourceProvider
+{
+public:
+    GateProvider()
+        : ZORNestSourceProvider("gate")
+    {
+        RegisterProvider(this);
+    }
+
+    QString GetDisplayName() const override { return "Gate"; }
+    void LetGo(int count) { m_semaphore.release(count); }
+    QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& /*input*/,
+                                   const ZORWorkContext& context, QStringList* /*report*/) const override
+    {
+        while (!m_semaphore.tryAcquire(1, 1))
+            context.ThrowIfCanceled();
+        ZORNestResult result(ZORNestResult::Translation);
+        result.AddItem(ZORNestResultItem(QFileInfo(path).completeBaseName()));
+        return {result};
+    }
+
+private:
+    mutable QSemaphore m_semaphore;
+};
+
+/// Work directories lie in the folder "work" of the test.
 class ZORTestNestTranslateDlgTest : public BenchTest
 {
 protected:
-    ZORTestNestTranslateDlgTest() { QDir().mkpath(GetPath("out")); }
+    ZORTestNestTranslateDlgTest()
+        : m_formerTemporary(qgetenv("TMPDIR"))
+    {
+        QDir().mkpath(GetPath("out"));
+        QDir().mkpath(GetPath("work"));
+        qputenv("TMPDIR", GetPath("work").toUtf8());
+    }
+    ~ZORTestNestTranslateDlgTest() override
+    {
+        delete dialog;
+        ZORNestDebugOptions::GetInstance()->SetKeepTranslationWorkDirectories(false);
+        if (m_formerTemporary.isNull())
+            qunsetenv("TMPDIR");
+        else
+            qputenv("TMPDIR", m_formerTemporary);
+    }
 
     void OpenDialog() { ASSERT_NE(nullptr, Open("ZORTestNestTranslateDlg")); }
     QString Write(const QString& name, const QByteArray& content)
@@ -86,6 +133,34 @@ protected:
         return isThere;
     }
     QStringList GetOutput() const { return QDir(GetPath("out")).entryList(QDir::Files, QDir::Name); }
+    /// The part files in the work directories, relative to the directory of their job.
+    QStringList GetWorkParts() const
+    {
+        QStringList found;
+        QDirIterator files(GetPath("work"), {"*.msi"}, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString file = QDir(GetPath("work")).relativeFilePath(files.next());
+            found.append(file.section('/', 1));
+        }
+        return found;
+    }
+    /// The calls that pressing "Translate" makes until it returns.
+    QStringList TraceTranslate(const char* provider = "nesting-json")
+    {
+        QStringList calls;
+        QObject receiver;
+        QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, &receiver,
+                         [&calls](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
+        ZORSysApiTrace::GetInstance()->SetEnabled(true);
+        Translate(provider);
+        ZORSysApiTrace::GetInstance()->SetEnabled(false);
+        return calls;
+    }
+
+    GateProvider gate; // outlives the dialog
+
+private:
+    const QByteArray m_formerTemporary;
 };
 
 TEST_F(ZORTestNestTranslateDlgTest, FormShowsFilesProvidersAndProgress)
@@ -105,7 +180,9 @@ TEST_F(ZORTestNestTranslateDlgTest, FormShowsFilesProvidersAndProgress)
     EXPECT_EQ("%v/%m %p%", Bar()->format());
     EXPECT_EQ(0, Bar()->value());
     EXPECT_EQ(0, List()->count());
-    ASSERT_NE(nullptr, dialog->findChild<QDialogButtonBox*>());
+    const auto* buttonBox = dialog->findChild<QDialogButtonBox*>("_ButtonBox");
+    ASSERT_NE(nullptr, buttonBox);
+    EXPECT_EQ(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, buttonBox->standardButtons());
     const QList<ZORNestSourceProvider*> providers = ZORNestSourceProvider::GetProviders();
     ASSERT_EQ(providers.size(), Combo()->count());
     for (int i = 0; i < providers.size(); ++i) {
@@ -144,6 +221,12 @@ TEST_F(ZORTestNestTranslateDlgTest, AddAsksForFilesAndAppendsThem)
     answers.CancelFile();
     Click("_AddBtn", dialog);
     EXPECT_EQ(3, List()->count());
+    for (const DialogAnswerer::Shown& shown : answers.Take()) {
+        EXPECT_EQ("Select Input File", shown.title);
+        EXPECT_EQ(dialog, shown.parent);
+        EXPECT_EQ(QStringList("All Files (*)"), shown.filters);
+        EXPECT_FALSE(shown.isSaving);
+    }
 }
 
 TEST_F(ZORTestNestTranslateDlgTest, RemoveTakesEverySelectedEntry)
@@ -158,16 +241,68 @@ TEST_F(ZORTestNestTranslateDlgTest, RemoveTakesEverySelectedEntry)
     EXPECT_EQ(QStringList({"2", "4"}), Entries());
 }
 
+TEST_F(ZORTestNestTranslateDlgTest, TranslateAsksForADirectory)
+{
+    OpenDialog();
+    answers.Answer("QFileDialog", [this](QDialog* shown) {
+        const auto* files = qobject_cast<QFileDialog*>(shown);
+        EXPECT_EQ(QFileDialog::Directory, files->fileMode());
+        EXPECT_TRUE(files->testOption(QFileDialog::ShowDirsOnly));
+        EXPECT_EQ(dialog, shown->parentWidget());
+        shown->reject();
+    });
+    Click("_TranslateBtn", dialog);
+}
+
 TEST_F(ZORTestNestTranslateDlgTest, WithoutOutputDirectoryNothingStarts)
 {
     OpenDialog();
     Add(WriteSource("kit.json", {"rib"}));
     Bar()->setValue(17);
     answers.CancelFile();
+    QStringList calls;
+    QObject receiver;
+    QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, &receiver,
+                     [&calls](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
+    ZORSysApiTrace::GetInstance()->SetEnabled(true);
     Click("_TranslateBtn", dialog);
+    ZORSysApiTrace::GetInstance()->SetEnabled(false);
+    EXPECT_EQ(QStringList(), calls);
     EXPECT_EQ(17, Bar()->value());
     EXPECT_EQ(100, Bar()->maximum());
     EXPECT_EQ(QStringList(), GetOutput());
+}
+
+TEST_F(ZORTestNestTranslateDlgTest, CancellingTheDirectoryLeavesARunningBatchAlone)
+{
+    OpenDialog();
+    List()->addItem(GetPath("rib.gate"));
+    Translate("gate");
+    answers.CancelFile();
+    Click("_TranslateBtn", dialog);
+    EXPECT_EQ(1, Bar()->maximum());
+    EXPECT_EQ(0, Bar()->value());
+    gate.LetGo(1);
+    ASSERT_TRUE(WaitForBox());
+    EXPECT_EQ(QStringList("rib.msi"), GetOutput());
+}
+
+TEST_F(ZORTestNestTranslateDlgTest, EveryEndIsOneStepAndTheMessageComesWithTheLast)
+{
+    OpenDialog();
+    List()->addItems({GetPath("a.gate"), GetPath("b.gate"), GetPath("c.gate")});
+    Translate("gate");
+    EXPECT_EQ(3, Bar()->maximum());
+    EXPECT_EQ(0, Bar()->value());
+    for (int value = 1; value < 3; ++value) {
+        gate.LetGo(1);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return Bar()->value() == value; }, Patience));
+        EXPECT_TRUE(boxes.Take().isEmpty());
+        EXPECT_EQ(value, GetOutput().size());
+    }
+    gate.LetGo(1);
+    ASSERT_TRUE(WaitForBox());
+    EXPECT_EQ(QStringList({"a.msi", "b.msi", "c.msi"}), GetOutput());
 }
 
 TEST_F(ZORTestNestTranslateDlgTest, PartFilesArriveInTheDirectory)
@@ -212,18 +347,57 @@ TEST_F(ZORTestNestTranslateDlgTest, FilesThatAreThereStay)
     EXPECT_EQ("mine", file.readAll());
 }
 
+TEST_F(ZORTestNestTranslateDlgTest, PartsLeaveTheWorkDirectoryAndKeptOnesAreCopies)
+{
+    ZORNestDebugOptions::GetInstance()->SetKeepTranslationWorkDirectories(true);
+    OpenDialog();
+    Add(WriteSource("kit.json", {"rib"}));
+    Translate();
+    ASSERT_TRUE(WaitForBox());
+    EXPECT_EQ(QStringList("rib.msi"), GetOutput());
+    EXPECT_EQ(QStringList("kept/rib.msi"), GetWorkParts());
+    PressCancel();
+    EXPECT_EQ(QStringList("kept/rib.msi"), GetWorkParts());
+}
+
+TEST_F(ZORTestNestTranslateDlgTest, WorkDirectoriesGoWithTheDialog)
+{
+    OpenDialog();
+    Add(WriteSource("kit.json", {"rib"}));
+    Translate();
+    ASSERT_TRUE(WaitForBox());
+    EXPECT_EQ(1, QDir(GetPath("work")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size());
+    EXPECT_EQ(QStringList(), GetWorkParts());
+    PressOk();
+    EXPECT_EQ(QStringList(), QDir(GetPath("work")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot));
+}
+
+TEST_F(ZORTestNestTranslateDlgTest, PartsThatCannotBeCopiedCountAndAreGoneFromTheWorkDirectory)
+{
+    OpenDialog();
+    List()->addItem(GetPath("rib.gate"));
+    Translate("gate");
+    ASSERT_TRUE(QDir().rmdir(GetPath("out")));
+    gate.LetGo(1);
+    ASSERT_TRUE(WaitForBox());
+    EXPECT_EQ(1, Bar()->value());
+    EXPECT_EQ(QStringList(), GetWorkParts());
+    EXPECT_FALSE(QFileInfo::exists(GetPath("out")));
+}
+
 TEST_F(ZORTestNestTranslateDlgTest, EmptyListSetsTheBarToZeroOfZeroWithoutMessage)
 {
     OpenDialog();
-    Translate();
+    Bar()->setValue(17);
+    EXPECT_EQ(QStringList("ZORNestTranslationProcessor::Execute()"), TraceTranslate());
     EXPECT_EQ(0, Bar()->maximum());
-    EXPECT_LE(Bar()->value(), 0);
+    EXPECT_EQ(0, Bar()->value());
     QCoreApplication::processEvents();
     EXPECT_TRUE(boxes.Take().isEmpty());
     EXPECT_EQ(QStringList(), GetOutput());
 }
 
-TEST_F(ZORTestNestTranslateDlgTest, SecondBatchResetsTheBar)
+TEST_F(ZORTestNestTranslateDlgTest, SecondBatchResetsTheBarAndGoesToTheSameProcessor)
 {
     OpenDialog();
     Add(WriteSource("kit.json", {"rib"}));
@@ -232,25 +406,37 @@ TEST_F(ZORTestNestTranslateDlgTest, SecondBatchResetsTheBar)
     ASSERT_TRUE(WaitForBox());
     List()->item(0)->setSelected(true);
     Click("_RemoveBtn", dialog);
-    Translate();
+    const QStringList calls = TraceTranslate();
+    EXPECT_TRUE(calls.filter("::ZORNestTranslationProcessor(").isEmpty());
+    EXPECT_EQ(1, calls.filter("ZORNestTranslationProcessor::AddInput(").size());
     EXPECT_EQ(1, Bar()->maximum());
-    EXPECT_EQ(0, Bar()->value());
     ASSERT_TRUE(WaitForBox());
     EXPECT_EQ(1, Bar()->value());
     EXPECT_EQ(QStringList({"cap-2.msi", "cap.msi", "rib.msi"}), GetOutput());
+}
+
+TEST_F(ZORTestNestTranslateDlgTest, SecondBatchWhileTheFirstRunsStartsAtZero)
+{
+    OpenDialog();
+    List()->addItems({GetPath("a.gate"), GetPath("b.gate"), GetPath("c.gate")});
+    Translate("gate");
+    gate.LetGo(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Bar()->value() == 1; }, Patience));
+    List()->addItem(GetPath("d.gate"));
+    Translate("gate");
+    EXPECT_EQ(4, Bar()->maximum());
+    EXPECT_EQ(0, Bar()->value());
+    // Two of the first batch have not ended: their ends count as well.
+    gate.LetGo(4);
+    ASSERT_TRUE(WaitForBox());
+    EXPECT_EQ(5, GetOutput().size());
 }
 
 TEST_F(ZORTestNestTranslateDlgTest, CallsTheSdkInOrderWithTheChosenProvider)
 {
     OpenDialog();
     Add(WriteSource("kit.json", {"rib"}));
-    QStringList calls;
-    QObject receiver;
-    QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, &receiver,
-                     [&calls](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
-    ZORSysApiTrace::GetInstance()->SetEnabled(true);
-    Translate();
-    ZORSysApiTrace::GetInstance()->SetEnabled(false);
+    const QStringList calls = TraceTranslate();
     ASSERT_TRUE(WaitForBox());
     EXPECT_EQ(QStringList({"ZORNestTranslationInput::SetInputFileType(6)",
                            "ZORNestTranslationInput::SetOutputFileType(0)",
@@ -262,18 +448,21 @@ TEST_F(ZORTestNestTranslateDlgTest, CallsTheSdkInOrderWithTheChosenProvider)
               calls.mid(0, 6));
 }
 
-TEST_F(ZORTestNestTranslateDlgTest, ClosingEndsWhatIsBeingTranslated)
+TEST_F(ZORTestNestTranslateDlgTest, BothButtonsEndWhatIsBeingTranslated)
 {
-    QList<QByteArray> names;
-    for (int i = 0; i < 500; ++i)
-        names.append("p" + QByteArray::number(i));
-    OpenDialog();
-    for (int i = 0; i < 8; ++i)
-        List()->addItem(WriteSource("kit" + QString::number(i) + ".json", names));
-    Translate();
-    PressOk();
-    EXPECT_EQ(QStringList(), GetOutput());
-    EXPECT_TRUE(boxes.Take().isEmpty());
+    for (const bool isOk : {true, false}) {
+        OpenDialog();
+        List()->addItems({GetPath("a.gate"), GetPath("b.gate"), GetPath("c.gate")});
+        Translate("gate");
+        if (isOk)
+            PressOk();
+        else
+            PressCancel();
+        EXPECT_EQ(nullptr, dialog);
+        EXPECT_TRUE(boxes.Take().isEmpty());
+        EXPECT_EQ(QStringList(), GetOutput());
+        EXPECT_EQ(QStringList(), QDir(GetPath("work")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot));
+    }
 }
 
 } // namespace
