@@ -1,0 +1,94 @@
+// Reading, writing and drawing nesting results.
+
+#include "ResultOfItems.h"
+
+#include <ZORNesting/ZORNestResultReader.h>
+#include <ZORNesting/ZORNestResultWriter.h>
+#include <ZORNesting/ZORNestVisOptions.h>
+#include <ZORNesting/ZORNestVisRepFactory.h>
+#include <ZORVisualization/ZORVisRep.h>
+#include <ZORVisualization/ZORVisRepFactory.h>
+
+#include <QBuffer>
+#include <QGuiApplication>
+#include <QImage>
+
+#include <benchmark/benchmark.h>
+#include <memory>
+#include <sys/resource.h>
+
+namespace {
+
+QByteArray Save(const ZORNestResult& result)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    ZORNestResultWriter(&buffer).Write(result);
+    return buffer.data();
+}
+
+double PeakMebibytes()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return double(usage.ru_maxrss) / 1024;
+}
+
+/// 1.6 million segments: a file of 100 MB.
+void ReadResult(benchmark::State& state)
+{
+    QByteArray file = Save(MakeResult(int(state.range(0)), 100));
+    for (auto _ : state) {
+        QBuffer buffer(&file);
+        buffer.open(QIODevice::ReadOnly);
+        const ZORNestResult result = ZORNestResultReader(&buffer).Read(nullptr);
+        if (!result.IsValid())
+            state.SkipWithError("the file cannot be read");
+    }
+    state.counters["MB"] = double(file.size()) / 1e6;
+    state.counters["peak MiB"] = PeakMebibytes();
+    state.SetBytesProcessed(int64_t(state.iterations()) * file.size());
+}
+BENCHMARK(ReadResult)->Arg(16000)->Unit(benchmark::kMillisecond);
+
+void WriteResult(benchmark::State& state)
+{
+    const ZORNestResult result = MakeResult(int(state.range(0)), 100);
+    qsizetype size = 0;
+    for (auto _ : state)
+        size = Save(result).size();
+    state.SetBytesProcessed(int64_t(state.iterations()) * size);
+}
+BENCHMARK(WriteResult)->Arg(16000)->Unit(benchmark::kMillisecond);
+
+void CreateRep(benchmark::State& state)
+{
+    const ZORNestResult result = MakeResult(int(state.range(0)), 40);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            std::unique_ptr<ZORVisRep>(ZORNestVisRepFactory::CreateRep(result, ZORNestVisOptions())));
+}
+BENCHMARK(CreateRep)->Arg(200)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+/// 4000 x 2000 pixels.
+void CreatePicture(benchmark::State& state)
+{
+    const ZORNestResult result = MakeResult(int(state.range(0)), 40);
+    const std::unique_ptr<ZORVisRep> rep(ZORNestVisRepFactory::CreateRep(result, ZORNestVisOptions()));
+    QImage image;
+    for (auto _ : state)
+        image = ZORVisRepFactory::CreateImage(QSize(4000, 2000), {rep.get()}, QColor::fromRgb(0));
+    if (const QByteArray path = qgetenv("ZOR_BENCHMARK_PICTURE"); !path.isEmpty())
+        image.save(QString::fromLocal8Bit(path));
+}
+BENCHMARK(CreatePicture)->Arg(200)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
