@@ -136,12 +136,16 @@ QString ZORNestDxfRecord::ToText(QByteArrayView value)
     QString text = utf8(value);
     if (utf8.hasError())
         text = QString::fromLatin1(value);
+    QString plain;
+    qsizetype done = 0;
     for (qsizetype at = text.indexOf(QLatin1String("\\U+")); at >= 0;
          at = text.indexOf(QLatin1String("\\U+"), at + 1)) {
         bool isNumber = false;
         const ushort code = QStringView(text).mid(at + 3, 4).toUShort(&isNumber, 16);
-        if (isNumber && text.size() >= at + 7)
-            text.replace(at, 7, QChar(code));
+        if (isNumber && text.size() >= at + 7) {
+            plain.append(QStringView(text).mid(done, at - done)).append(QChar(code));
+            done = at + 7;
+        }
     }
-    return text;
+    return plain.append(QStringView(text).mid(done));
 }

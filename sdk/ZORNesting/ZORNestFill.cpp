@@ -22,7 +22,7 @@ struct Edge
     double lowerY;
     double upperX;
     double upperY;
-    double middleX = 0; // in the present slab
+    double place = 0; // where it crosses the present slab
     const Edge* right = nullptr;
     double areaBegin = 0;
     size_t slab = 0; // the last one in which it was a left side, from 1
@@ -59,7 +59,17 @@ std::vector<double> HeightsOf(const std::vector<Edge>& edges)
     return heights;
 }
 
-/// The sweep from the lowest height to the highest, slab by slab.
+// Crossings of outlines, times the edges beside each, beyond which they are no longer looked at.
+constexpr size_t mostWork = 40'000'000;
+
+double CrossingHeight(const Edge& a, const Edge& b, double low, double high)
+{
+    const double below = b.XAt(low) - a.XAt(low);
+    const double above = b.XAt(high) - a.XAt(high);
+    return low + below / (below - above) * (high - low);
+}
+
+/// The sweep from the lowest height to the highest, slab by slab. Edges cross within no slab.
 class Sweep
 {
 public:
@@ -71,34 +81,78 @@ public:
     ZORMathSetOfPoints Run();
 
 private:
-    void FindCrossing(double low, double high);
-    void FollowAreas(size_t slab);
+    void FindEdges(double low);
+    void SortEdges(double height);
+    void FindCrossings(double low, double high);
+    void FollowAreas(double low);
     void EndArea(const Edge& left, double high);
 
     std::vector<Edge> m_edges;
     std::vector<double> m_heights;
     size_t m_next = 0;             // first edge that has not begun yet
     std::vector<Edge*> m_crossing; // the edges of the slab from left to right
+    std::vector<double> m_cuts;    // heights within the slab where some of them cross
+    size_t m_slab = 0;             // its number, from 1
+    size_t m_work = 0;             // that crossings have taken so far
     std::vector<Edge*> m_lefts;    // left sides of the areas of the slab before
     std::vector<Edge*> m_newLefts;
     ZORMathSetOfPoints m_triangles;
 };
 
-// The order hardly changes from slab to slab: sorting by insertion takes little more than a pass.
-void Sweep::FindCrossing(double low, double high)
+void Sweep::FindEdges(double low)
 {
     std::erase_if(m_crossing, [low](const Edge* edge) { return edge->upperY <= low; });
     for (; m_next < m_edges.size() && m_edges[m_next].lowerY <= low; ++m_next)
         m_crossing.push_back(&m_edges[m_next]);
-    const double middle = low + (high - low) / 2;
+}
+
+// The order hardly changes from slab to slab: sorting by insertion takes little more than a pass.
+void Sweep::SortEdges(double height)
+{
+    for (Edge* edge : m_crossing)
+        edge->place = edge->XAt(height);
+    size_t moves = 8 * m_crossing.size();
     for (size_t i = 0; i < m_crossing.size(); ++i) {
         Edge* const edge = m_crossing[i];
-        edge->middleX = edge->XAt(middle);
         size_t place = i;
-        for (; place > 0 && m_crossing[place - 1]->middleX > edge->middleX; --place)
+        for (; place > 0 && m_crossing[place - 1]->place > edge->place; --place)
             m_crossing[place] = m_crossing[place - 1];
         m_crossing[place] = edge;
+        if (i - place > moves) {
+            std::stable_sort(m_crossing.begin(), m_crossing.end(),
+                             [](const Edge* a, const Edge* b) { return a->place < b->place; });
+            return;
+        }
+        moves -= i - place;
     }
+}
+
+// Sorting by insertion from the order at the lower side to that at the upper one swaps each pair that crosses.
+// Leaves the edges in their order within the slab where none do.
+void Sweep::FindCrossings(double low, double high)
+{
+    m_cuts.clear();
+    SortEdges(low);
+    for (Edge* edge : m_crossing)
+        edge->place = edge->XAt(high);
+    for (size_t i = 0; i < m_crossing.size() && m_work < mostWork; ++i) {
+        Edge* const edge = m_crossing[i];
+        size_t place = i;
+        for (; place > 0 && m_crossing[place - 1]->place > edge->place; --place) {
+            const double cut = CrossingHeight(*m_crossing[place - 1], *edge, low, high);
+            if (cut > low && cut < high)
+                m_cuts.push_back(cut);
+            m_crossing[place] = m_crossing[place - 1];
+        }
+        m_crossing[place] = edge;
+        m_work += (i - place) * m_crossing.size();
+    }
+    if (m_work >= mostWork) {
+        m_cuts.clear();
+        SortEdges(low + (high - low) / 2);
+    }
+    std::sort(m_cuts.begin(), m_cuts.end());
+    m_cuts.erase(std::unique(m_cuts.begin(), m_cuts.end()), m_cuts.end());
 }
 
 void Sweep::EndArea(const Edge& left, double high)
@@ -115,25 +169,25 @@ void Sweep::EndArea(const Edge& left, double high)
 }
 
 // An area goes on while its sides stay the same.
-void Sweep::FollowAreas(size_t slab)
+void Sweep::FollowAreas(double low)
 {
-    const double low = m_heights[slab - 1];
+    ++m_slab;
     m_newLefts.clear();
     for (size_t pair = 0; pair + 1 < m_crossing.size(); pair += 2) {
         Edge& left = *m_crossing[pair];
         const Edge* const right = m_crossing[pair + 1];
-        const bool isOpen = left.right && left.slab + 1 == slab;
+        const bool isOpen = left.right && left.slab + 1 == m_slab;
         if (!isOpen || left.right != right) {
             if (isOpen)
                 EndArea(left, low);
             left.right = right;
             left.areaBegin = low;
         }
-        left.slab = slab;
+        left.slab = m_slab;
         m_newLefts.push_back(&left);
     }
     for (const Edge* left : m_lefts) {
-        if (left->slab != slab)
+        if (left->slab != m_slab)
             EndArea(*left, low);
     }
     m_lefts.swap(m_newLefts);
@@ -141,9 +195,20 @@ void Sweep::FollowAreas(size_t slab)
 
 ZORMathSetOfPoints Sweep::Run()
 {
-    for (size_t slab = 1; slab < m_heights.size(); ++slab) {
-        FindCrossing(m_heights[slab - 1], m_heights[slab]);
-        FollowAreas(slab);
+    for (size_t i = 1; i < m_heights.size(); ++i) {
+        double low = m_heights[i - 1];
+        FindEdges(low);
+        FindCrossings(low, m_heights[i]);
+        if (m_cuts.empty()) {
+            FollowAreas(low);
+            continue;
+        }
+        m_cuts.push_back(m_heights[i]);
+        for (const double cut : m_cuts) {
+            SortEdges(low + (cut - low) / 2);
+            FollowAreas(low);
+            low = cut;
+        }
     }
     for (const Edge* left : m_lefts)
         EndArea(*left, m_heights.back());

@@ -7,7 +7,8 @@
 #include <ZORDebug/ZORDebugVizContainer.h>
 #include <ZORDebug/ZORDebugVizObject.h>
 #include <ZORNesting/ZORNestResultWriter.h>
-#include <ZORVisualization/ZORVisRep.h>
+#include <ZORVisualization/ZORVisPolylinePrimitive.h>
+#include <ZORVisualization/ZORVisRepGraphics.h>
 
 #include <QAction>
 #include <QFile>
@@ -62,18 +63,6 @@ protected:
         EXPECT_GT(ZORNestResultWriter(path).Write(result), 0);
         return DumpFile(path);
     }
-    /// The dump of one item with one shape of one segment, from the line behind the segment's number to its rule.
-    QStringList DumpSegment(const Segment& segment)
-    {
-        ZORNestResultItem item;
-        item.AddShape(ZORNestResultShape({segment}));
-        ZORNestResult result(ZORNestResult::Nesting);
-        result.AddItem(item);
-        const QStringList lines = Dump(result);
-        EXPECT_EQ(QString("\t\t\t\tSegment #:  0"), lines.value(27));
-        return lines.mid(28, lines.size() - 30);
-    }
-
     const QString path = GetPath("sheet.msi");
 };
 
@@ -143,9 +132,74 @@ TEST_F(ZORTestReadMSIFileCmdTest, OnlyTypeOneIsATranslation)
     }
 }
 
-TEST_F(ZORTestReadMSIFileCmdTest, AnItemWithoutShapesHasTwelveLinesAndItsFooter)
+/// A outline of layers 0 to 3 with notches.
+ZORNestResultShape CreateOutline()
 {
-    ZORNestResult result(ZORNestResult::Translation);
+    QList<Segment> segments = {
+        Segment::CreateLine({0, 0, 0}, {40, 0, 0}),
+        Segment::CreateArc(Segment::ArcCounterClockwise, {40, 0, 0}, {40, 20, 0}, {40, 10, 0}),
+        Segment::CreateSpline(
+            {Segment::CreateLine({40, 20, 0}, {30, 20, 0}),
+             Segment::CreateArc(Segment::ArcClockwise, {30, 20, 0}, {10, 20, 0}, {20, 20, 0}),
+             Segment::CreateLine({10, 20, 0}, {0, 20, 0})}),
+        Segment::CreateArc(Segment::ArcClockwise, {0, 20, 0}, {0, 0, 0}, {0, 10, 0})};
+    for (int layer = 0; layer < 4; ++layer)
+        segments[layer].SetLayer(Segment::Layer(layer));
+    segments[0].SetColor(QColor(255, 0, 51));
+    segments[0].SetLineStyle(3);
+    segments[1].SetColor(QColor(0, 102, 0, 51));
+    segments[1].SetLineStyle(-3);
+    ZORNestResultShape shape(segments);
+    shape.SetShapeStatus(-32768);
+    return shape;
+}
+
+ZORNestResultShape CreateHole()
+{
+    Segment circle = Segment::CreateCircle(Segment::ArcClockwise, {32, 8, 0}, {30, 8, 0});
+    circle.SetLayer(Segment::EtchingData);
+    ZORNestResultShape shape({circle});
+    shape.SetRawShapeFather(0);
+    shape.SetShapeHole(1);
+    shape.SetShapeStatus(7);
+    return shape;
+}
+
+/// Whatever else there is, on layers 5 to 15 and one that is none.
+ZORNestResultShape CreateMarks()
+{
+    Segment text = Segment::CreateText({1, 2, 0}, {31, 2, 0}, QString::fromUtf8("P \"1\"\t\u2116"));
+    text.SetTextJustification(Segment::MiddleCenter);
+    text.SetTextHeight(1234567.8);
+    text.SetTextAngle(0.1234567);
+    text.SetTextWidth(0.8);
+    text.SetTextTiltAngle(-1e-7);
+    text.SetFont("futu\"ral");
+    QList<Segment> segments = {
+        text,
+        Segment::CreateArc(Segment::ArcCounterClockwise, {5, 0, 0}, {0, 8, 0}, {0, 0, 0}), // ends elsewhere
+        Segment::CreateLine({0, 0, 0}, {-2, 0.5, 0}),
+        Segment::CreateCircle(Segment::ArcClockwise, {1, 1, 0}, {1, 1, 0}), // no radius
+        Segment::CreateSpline({}),
+        Segment::CreateOther(Segment::SegmentType(17), {1, 1, 0}, {2, 2, 0}),
+        Segment::CreateOther(Segment::SegmentType(-2), {2, 2, 0}, {1, 1, 0}),
+        Segment::CreateText({}, {}, QString()),
+        Segment::CreateLine({0, 0, 0}, {3, 4, 0}),
+        Segment::CreateLine({0, 0, 0}, {6, 8, 0}),
+        Segment::CreateLine({0, 0, 0}, {0, 1, 0}),
+        Segment::CreateLine({0, 0, 0}, {1, 0, 0})};
+    for (int i = 0; i < 11; ++i)
+        segments[i].SetLayer(Segment::Layer(5 + i));
+    segments[11].SetLayer(Segment::Layer(-1));
+    ZORNestResultShape shape(segments);
+    shape.SetRawShapeFather(32767);
+    shape.SetShapeHole(-1);
+    return shape;
+}
+
+/// A sheet of two items; the second one has no shapes.
+ZORNestResult CreateResultOfEverything()
+{
     ZORNestResultItem item(QString::fromUtf8("Rib \"7\"\t\u00e4"));
     item.SetPosition({1.5, -2, 1.0 / 3});
     item.SetOrientation(1.5707963267948966);
@@ -155,11 +209,20 @@ TEST_F(ZORTestReadMSIFileCmdTest, AnItemWithoutShapesHasTwelveLinesAndItsFooter)
     item.SetSubassemblyName("Box");
     item.SetJobName("J-7");
     item.SetComment("a\nb");
+    for (const ZORNestResultShape& shape :
+         {CreateOutline(), CreateHole(), CreateMarks(), ZORNestResultShape()})
+        item.AddShape(shape);
+    ZORNestResult result(ZORNestResult::Translation);
     result.AddItem(item);
-    QStringList lines = Dump(result);
-    EXPECT_EQ(QStringLiteral("Result file:  \"%1\"").arg(path), lines.takeFirst());
-    ExpectLines(R"dump(
-	Number of Items:  1
+    result.AddItem(ZORNestResultItem());
+    return result;
+}
+
+// By hand: the outline encloses 40 * 20 + (1 - 1 - 1) * 50 pi; a half circle of radius 10 to 0.001 takes
+// pi / (2 acos(0.9999)) * 2 = 111.1 steps, thus 112. Two blanks stand behind most names, one at the end of
+// "Segments: ", "Points: " and "Spline Types: ".
+const char* const dumpOfEverything = R"dump(
+	Number of Items:  2
 	Type of result:  translation
 	Items Dump below
 	========================================================
@@ -172,125 +235,124 @@ TEST_F(ZORTestReadMSIFileCmdTest, AnItemWithoutShapesHasTwelveLinesAndItsFooter)
 		Subassembly Name:  "Box"
 		Job Name:  "J-7"
 		Comment:  "a\nb"
-		Number of Shapes:  0
-		Shape Dump Below
-		========================================================
-	-----------------------------------------------------
-)dump",
-                lines);
-}
-
-TEST_F(ZORTestReadMSIFileCmdTest, ShapesAndLinesLineByLine)
-{
-    Segment line = Segment::CreateLine({0, 0, 0}, {10, 0, 0});
-    line.SetColor(QColor(255, 0, 51));
-    line.SetLayer(Segment::Nest);
-    line.SetLineStyle(3);
-    const ZORNestResultShape outer(
-        {line, Segment::CreateLine({10, 0, 0}, {10, 20, 0}), Segment::CreateLine({10, 20, 0}, {0, 0, 0})});
-    ZORNestResultShape hole;
-    hole.SetRawShapeFather(0);
-    hole.SetShapeHole(1);
-    hole.SetShapeStatus(-32768);
-    ZORNestResultItem item;
-    item.AddShape(outer);
-    item.AddShape(hole);
-    ZORNestResult result(ZORNestResult::Nesting);
-    result.AddItem(item);
-    ExpectLines(R"dump(
-		Number of Shapes:  2
+		Number of Shapes:  4
 		Shape Dump Below
 		========================================================
 			Shape #:  0
-			Area:  100
-			Perimeter:  52.3607
-			Bounding Box:  "(0.000, 0.000, 0.000)" | "(10.000, 20.000, 0.000)"
-			Center of Mass:  "(6.667, 6.667, 0.000)"
+			Area:  642.92
+			Perimeter:  154.248
+			Bounding Box:  "(0.000, 0.000, 0.000)" | "(50.000, 20.000, 0.000)"
+			Center of Mass:  "(29.773, 8.594, 0.000)"
 			Shape Father:  -1
 			Shape Hole:  0
-			Shape Status:  0
-			Number of Segments:  3
+			Shape Status:  -32768
+			Number of Segments:  4
 			========================================================
 				Segment #:  0
 				Type: line
 				Start Point:  "(0.000, 0.000, 0.000)"
-				End Point:  "(10.000, 0.000, 0.000)"
+				End Point:  "(40.000, 0.000, 0.000)"
 				Color:  QColor(ARGB 1, 1, 0, 0.2)
-				Layer: nest
+				Layer: automatic
 				Line Style:  3
 			-----------------------------------------------------
 				Segment #:  1
-				Type: line
-				Start Point:  "(10.000, 0.000, 0.000)"
-				End Point:  "(10.000, 20.000, 0.000)"
-				Color:  QColor(Invalid)
-				Layer: automatic
-				Line Style:  0
+				Type: arc
+				Orientation:  counter-clockwise
+				Center:  "(40.000, 10.000, 0.000)"
+				Radius:  10
+				Start Angle:  4.71239
+				Start Param:  0.75
+				End Angle:  1.5708
+				End Param:  0.25
+				Color:  QColor(ARGB 0.2, 0, 0.4, 0)
+				Layer: nest
+				Line Style:  -3
 			-----------------------------------------------------
 				Segment #:  2
-				Type: line
-				Start Point:  "(10.000, 20.000, 0.000)"
-				End Point:  "(0.000, 0.000, 0.000)"
+				Type: spline
+				Number of Points:  115
+				Segments: 
+					 1 Type:  "line"  -  "(40.000, 20.000, 0.000)"  -  "(30.000, 20.000, 0.000)" ""
+					 2 Type:  "arc"  -  "(30.000, 20.000, 0.000)"  -  "(10.000, 20.000, 0.000)" " - (20.000, 20.000, 0.000)"
+					 3 Type:  "line"  -  "(10.000, 20.000, 0.000)"  -  "(0.000, 20.000, 0.000)" ""
+				Points: 
+					 1 "(40.000, 20.000, 0.000)"
+					 2 "(30.000, 20.000, 0.000)"
+					 3 "(10.000, 20.000, 0.000)"
+					 4 "(0.000, 20.000, 0.000)"
+				Spline Types: 
+					 1 Type:  0
+					 2 Type:  1
+					 3 Type:  0
 				Color:  QColor(Invalid)
-				Layer: automatic
+				Layer: tabs
+				Line Style:  0
+			-----------------------------------------------------
+				Segment #:  3
+				Type: arc
+				Orientation:  clockwise
+				Center:  "(0.000, 10.000, 0.000)"
+				Radius:  10
+				Start Angle:  1.5708
+				Start Param:  0.25
+				End Angle:  4.71239
+				End Param:  0.75
+				Color:  QColor(Invalid)
+				Layer: etch box
 				Line Style:  0
 			-----------------------------------------------------
 		-----------------------------------------------------
 			Shape #:  1
-			Area:  0
-			Perimeter:  0
-			Bounding Box:  "(0.000, 0.000, 0.000)" | "(0.000, 0.000, 0.000)"
-			Center of Mass:  "(0.000, 0.000, 0.000)"
+			Area:  12.5664
+			Perimeter:  12.5664
+			Bounding Box:  "(28.000, 6.000, 0.000)" | "(32.000, 10.000, 0.000)"
+			Center of Mass:  "(30.000, 8.000, 0.000)"
 			Shape Father:  0
 			Shape Hole:  1
-			Shape Status:  -32768
-			Number of Segments:  0
+			Shape Status:  7
+			Number of Segments:  1
 			========================================================
-		-----------------------------------------------------
-	-----------------------------------------------------
-)dump",
-                Dump(result).mid(14));
-}
-
-TEST_F(ZORTestReadMSIFileCmdTest, ArcsInBothDirections)
-{
-    ExpectLines(R"dump(
+				Segment #:  0
 				Type: arc
 				Orientation:  clockwise
-				Center:  "(1.000, 2.000, 0.000)"
-				Radius:  5
-				Start Angle:  1.5708
-				Start Param:  0.25
+				Center:  "(30.000, 8.000, 0.000)"
+				Radius:  2
+				Start Angle:  0
+				Start Param:  0
 				End Angle:  0
 				End Param:  0
 				Color:  QColor(Invalid)
-				Layer: automatic
+				Layer: etching data
 				Line Style:  0
 			-----------------------------------------------------
-)dump",
-                DumpSegment(Segment::CreateArc(Segment::ArcClockwise, {1, 7, 0}, {6, 2, 0}, {1, 2, 0})));
-    ExpectLines(R"dump(
-				Type: arc
-				Orientation:  counter-clockwise
-				Center:  "(0.000, 0.000, 0.000)"
-				Radius:  1234.57
-				Start Angle:  3.14159
-				Start Param:  0.5
-				End Angle:  4.71239
-				End Param:  0.75
+		-----------------------------------------------------
+			Shape #:  2
+			Area:  0
+			Perimeter:  27.854
+			Bounding Box:  "(-2.000, 0.000, 0.000)" | "(31.000, 8.000, 0.000)"
+			Center of Mass:  "(2.262, 3.411, 0.000)"
+			Shape Father:  32767
+			Shape Hole:  -1
+			Shape Status:  0
+			Number of Segments:  12
+			========================================================
+				Segment #:  0
+				Type: Text
+				Start Point:  "(1.000, 2.000, 0.000)"
+				End Point:  "(31.000, 2.000, 0.000)"
+				Text:  "P \"1\"\t№"
+				Justification:  7
+				Height:  1.23457e+06
+				Angle:  0.123457
+				Width:  0.8
+				Tilt Angle:  -1e-07
+				Font:  "futu\"ral"
 				Color:  QColor(Invalid)
-				Layer: automatic
+				Layer: non-nestable
 				Line Style:  0
 			-----------------------------------------------------
-)dump",
-                DumpSegment(Segment::CreateArc(Segment::ArcCounterClockwise, {-1234.5678, 0, 0},
-                                               {0, -1234.5678, 0}, {0, 0, 0})));
-}
-
-TEST_F(ZORTestReadMSIFileCmdTest, ArcEndOffItsCircleHasNoAngle)
-{
-    ExpectLines(
-        R"dump(
+				Segment #:  1
 				Type: arc
 				Orientation:  counter-clockwise
 				Center:  "(0.000, 0.000, 0.000)"
@@ -298,147 +360,157 @@ TEST_F(ZORTestReadMSIFileCmdTest, ArcEndOffItsCircleHasNoAngle)
 				Start Angle:  0
 				Start Param:  0
 				Color:  QColor(Invalid)
-				Layer: automatic
+				Layer: extra
 				Line Style:  0
 			-----------------------------------------------------
-)dump",
-        DumpSegment(Segment::CreateArc(Segment::ArcCounterClockwise, {5, 0, 0}, {0, 8, 0}, {0, 0, 0})));
-    // An arc without radius has no angles at all.
-    ExpectLines(R"dump(
+				Segment #:  2
+				Type: line
+				Start Point:  "(0.000, 0.000, 0.000)"
+				End Point:  "(-2.000, 0.500, 0.000)"
+				Color:  QColor(Invalid)
+				Layer: lead out
+				Line Style:  0
+			-----------------------------------------------------
+				Segment #:  3
 				Type: arc
 				Orientation:  clockwise
 				Center:  "(1.000, 1.000, 0.000)"
 				Radius:  0
 				Color:  QColor(Invalid)
-				Layer: automatic
+				Layer: lead in
 				Line Style:  0
 			-----------------------------------------------------
-)dump",
-                DumpSegment(Segment::CreateCircle(Segment::ArcClockwise, {1, 1, 0}, {1, 1, 0})));
-}
-
-TEST_F(ZORTestReadMSIFileCmdTest, SplinesTellTheirPartsPointsAndTypes)
-{
-    // The half circle of radius 1 to 0.001 takes pi / (2 acos(0.999)) = 35.1 steps, thus 36.
-    const Segment spline = Segment::CreateSpline(
-        {Segment::CreateLine({0, 0, 0}, {10, 0, 0}),
-         Segment::CreateArc(Segment::ArcCounterClockwise, {10, 0, 0}, {10, 2, 0}, {10, 1, 0}),
-         Segment::CreateLine({10, 2, 0}, {0, 2, 0})});
-    ExpectLines(
-        "\n"
-        "\t\t\t\tType: spline\n"
-        "\t\t\t\tNumber of Points:  39\n"
-        "\t\t\t\tSegments: \n"
-        "\t\t\t\t\t 1 Type:  \"line\"  -  \"(0.000, 0.000, 0.000)\"  -  \"(10.000, 0.000, 0.000)\" \"\"\n"
-        "\t\t\t\t\t 2 Type:  \"arc\"  -  \"(10.000, 0.000, 0.000)\"  -  \"(10.000, 2.000, 0.000)\" "
-        "\" - (10.000, 1.000, 0.000)\"\n"
-        "\t\t\t\t\t 3 Type:  \"line\"  -  \"(10.000, 2.000, 0.000)\"  -  \"(0.000, 2.000, 0.000)\" \"\"\n"
-        "\t\t\t\tPoints: \n"
-        "\t\t\t\t\t 1 \"(0.000, 0.000, 0.000)\"\n"
-        "\t\t\t\t\t 2 \"(10.000, 0.000, 0.000)\"\n"
-        "\t\t\t\t\t 3 \"(10.000, 2.000, 0.000)\"\n"
-        "\t\t\t\t\t 4 \"(0.000, 2.000, 0.000)\"\n"
-        "\t\t\t\tSpline Types: \n"
-        "\t\t\t\t\t 1 Type:  0\n"
-        "\t\t\t\t\t 2 Type:  -1\n"
-        "\t\t\t\t\t 3 Type:  0\n"
-        "\t\t\t\tColor:  QColor(Invalid)\n"
-        "\t\t\t\tLayer: automatic\n"
-        "\t\t\t\tLine Style:  0\n"
-        "\t\t\t-----------------------------------------------------\n",
-        DumpSegment(spline));
-    ExpectLines("\n"
-                "\t\t\t\tType: spline\n"
-                "\t\t\t\tNumber of Points:  0\n"
-                "\t\t\t\tSegments: \n"
-                "\t\t\t\tPoints: \n"
-                "\t\t\t\tSpline Types: \n"
-                "\t\t\t\tColor:  QColor(Invalid)\n"
-                "\t\t\t\tLayer: automatic\n"
-                "\t\t\t\tLine Style:  0\n"
-                "\t\t\t-----------------------------------------------------\n",
-                DumpSegment(Segment::CreateSpline({})));
-}
-
-TEST_F(ZORTestReadMSIFileCmdTest, TextsTellAllOfTheirForm)
-{
-    Segment text = Segment::CreateText({1, 2, 0}, {31, 2, 0}, "P \"1\"");
-    text.SetTextJustification(Segment::MiddleCenter);
-    text.SetTextHeight(2.5);
-    text.SetTextAngle(0.1234567);
-    text.SetTextWidth(0.8);
-    text.SetTextTiltAngle(-1e-7);
-    text.SetFont("futu\"ral");
-    text.SetLayer(Segment::EtchingData);
-    ExpectLines(R"dump(
-				Type: Text
-				Start Point:  "(1.000, 2.000, 0.000)"
-				End Point:  "(31.000, 2.000, 0.000)"
-				Text:  "P \"1\""
-				Justification:  7
-				Height:  2.5
-				Angle:  0.123457
-				Width:  0.8
-				Tilt Angle:  -1e-07
-				Font:  "futu\"ral"
+				Segment #:  4
+				Type: spline
+				Number of Points:  0
+				Segments: 
+				Points: 
+				Spline Types: 
 				Color:  QColor(Invalid)
-				Layer: etching data
+				Layer: line string
 				Line Style:  0
 			-----------------------------------------------------
-)dump",
-                DumpSegment(text));
-}
-
-TEST_F(ZORTestReadMSIFileCmdTest, OtherTypesHaveNoBlockOfTheirOwn)
-{
-    Segment other = Segment::CreateOther(Segment::SegmentType(17), {1, 1, 0}, {2, 2, 0});
-    other.SetLayer(Segment::Layer(-1));
-    other.SetLineStyle(-3);
-    other.SetColor(QColor(0, 0, 0, 51));
-    ExpectLines(R"dump(
-				Color:  QColor(ARGB 0.2, 0, 0, 0)
-				Line Style:  -3
+				Segment #:  5
+				Color:  QColor(Invalid)
+				Layer: grid string
+				Line Style:  0
 			-----------------------------------------------------
-)dump",
-                DumpSegment(other));
-}
+				Segment #:  6
+				Color:  QColor(Invalid)
+				Layer: auto nibble
+				Line Style:  0
+			-----------------------------------------------------
+				Segment #:  7
+				Type: Text
+				Start Point:  "(0.000, 0.000, 0.000)"
+				End Point:  "(0.000, 0.000, 0.000)"
+				Text:  ""
+				Justification:  0
+				Height:  10
+				Angle:  0
+				Width:  1
+				Tilt Angle:  0
+				Font:  ""
+				Color:  QColor(Invalid)
+				Layer: auto bridge
+				Line Style:  0
+			-----------------------------------------------------
+				Segment #:  8
+				Type: line
+				Start Point:  "(0.000, 0.000, 0.000)"
+				End Point:  "(3.000, 4.000, 0.000)"
+				Color:  QColor(Invalid)
+				Line Style:  0
+			-----------------------------------------------------
+				Segment #:  9
+				Type: line
+				Start Point:  "(0.000, 0.000, 0.000)"
+				End Point:  "(6.000, 8.000, 0.000)"
+				Color:  QColor(Invalid)
+				Layer: grain
+				Line Style:  0
+			-----------------------------------------------------
+				Segment #:  10
+				Type: line
+				Start Point:  "(0.000, 0.000, 0.000)"
+				End Point:  "(0.000, 1.000, 0.000)"
+				Color:  QColor(Invalid)
+				Line Style:  0
+			-----------------------------------------------------
+				Segment #:  11
+				Type: line
+				Start Point:  "(0.000, 0.000, 0.000)"
+				End Point:  "(1.000, 0.000, 0.000)"
+				Color:  QColor(Invalid)
+				Line Style:  0
+			-----------------------------------------------------
+		-----------------------------------------------------
+			Shape #:  3
+			Area:  0
+			Perimeter:  0
+			Bounding Box:  "(0.000, 0.000, 0.000)" | "(0.000, 0.000, 0.000)"
+			Center of Mass:  "(0.000, 0.000, 0.000)"
+			Shape Father:  -1
+			Shape Hole:  0
+			Shape Status:  0
+			Number of Segments:  0
+			========================================================
+		-----------------------------------------------------
+	-----------------------------------------------------
+		Item Name:  ""
+		Position:  "(0.000, 0.000, 0.000)"
+		Orientation:  0
+		Is Mirrored:  false
+		Part Name:  ""
+		Assembly Name:  ""
+		Subassembly Name:  ""
+		Job Name:  ""
+		Comment:  ""
+		Number of Shapes:  0
+		Shape Dump Below
+		========================================================
+	-----------------------------------------------------
+)dump";
 
-TEST_F(ZORTestReadMSIFileCmdTest, EveryLayerHasItsLineButThirteenAndThoseBeyond)
+TEST_F(ZORTestReadMSIFileCmdTest, DumpsEverythingLineByLine)
 {
-    const char* const expected[16] = {"\t\t\t\tLayer: automatic",    "\t\t\t\tLayer: nest",
-                                      "\t\t\t\tLayer: tabs",         "\t\t\t\tLayer: etch box",
-                                      "\t\t\t\tLayer: etching data", "\t\t\t\tLayer: non-nestable",
-                                      "\t\t\t\tLayer: extra",        "\t\t\t\tLayer: lead out",
-                                      "\t\t\t\tLayer: lead in",      "\t\t\t\tLayer: line string",
-                                      "\t\t\t\tLayer: grid string",  "\t\t\t\tLayer: auto nibble",
-                                      "\t\t\t\tLayer: auto bridge",  nullptr,
-                                      "\t\t\t\tLayer: grain",        nullptr};
-    for (int layer = 0; layer < 16; ++layer) {
-        Segment segment = Segment::CreateLine({}, {1, 0, 0});
-        segment.SetLayer(Segment::Layer(layer));
-        QStringList wanted = {"\t\t\t\tColor:  QColor(Invalid)"};
-        if (expected[layer])
-            wanted.append(QString::fromLatin1(expected[layer]));
-        wanted.append("\t\t\t\tLine Style:  0");
-        wanted.append("\t\t\t-----------------------------------------------------");
-        EXPECT_EQ(wanted, DumpSegment(segment).mid(3)) << layer;
-    }
-}
-
-TEST_F(ZORTestReadMSIFileCmdTest, EverySegmentIsDrawn)
-{
-    ZORNestResultItem item;
-    item.AddShape(ZORNestResultShape({Segment::CreateLine({0, 0, 0}, {10, 0, 0}),
-                                      Segment::CreateCircle(Segment::ArcClockwise, {5, 0, 0}, {})}));
-    ZORNestResult result(ZORNestResult::Nesting);
-    result.AddItem(item);
-    Dump(result);
-    auto* const drawings = ZORDebugVizContainer::GetContainer();
-    ASSERT_EQ(2, drawings->GetNumObjects());
-    EXPECT_EQ(ZORMathPoint(10, 0, 0), drawings->GetObject(0)->GetRep()->GetBoundingBox().GetUpperPoint());
-    EXPECT_NEAR(-5, drawings->GetObject(1)->GetRep()->GetBoundingBox().GetLowerPoint().GetX(), 0.001);
+    QStringList lines = Dump(CreateResultOfEverything());
+    EXPECT_EQ(QStringLiteral("Result file:  \"%1\"").arg(path), lines.takeFirst());
+    ExpectLines(dumpOfEverything, lines);
     EXPECT_EQ(0, GetContainer()->GetNumGeometry());
     EXPECT_EQ(QList<bool>({true}), finished);
+}
+
+TEST_F(ZORTestReadMSIFileCmdTest, DrawsEverySegmentInItsColour)
+{
+    const ZORNestResult result = CreateResultOfEverything();
+    Dump(result);
+    auto* const drawings = ZORDebugVizContainer::GetContainer();
+    int number = 0;
+    for (const ZORNestResultShape* shape : result.GetItems().first()->GetShapes()) {
+        for (const Segment& segment : shape->GetSegments()) {
+            SCOPED_TRACE(number);
+            const ZORDebugVizObject* const drawing = drawings->GetObject(number++);
+            ASSERT_NE(nullptr, drawing);
+            EXPECT_EQ(QString(), drawing->GetLabel());
+            const auto* const graphics = dynamic_cast<const ZORVisRepGraphics*>(drawing->GetRep());
+            ASSERT_EQ(segment.GetPoints(0.001).size() < 2, graphics == nullptr);
+            if (!graphics)
+                continue;
+            EXPECT_EQ(ZORVisOptions::Solid, graphics->GetOptions().GetLineStyle());
+            const QColor color = segment.GetColor();
+            EXPECT_EQ(color.isValid() ? QColor(color.rgb()) : QColor(0, 0, 0),
+                      graphics->GetOptions().GetColor());
+            ASSERT_EQ(1, graphics->GetPrimitives().size());
+            const auto* const polyline =
+                dynamic_cast<const ZORVisPolylinePrimitive*>(graphics->GetPrimitives().first());
+            ASSERT_NE(nullptr, polyline);
+            EXPECT_EQ(ZORVisPolylinePrimitive::Chain, polyline->GetStructure());
+            EXPECT_EQ(segment.GetPoints(0.001), polyline->GetPoints());
+        }
+    }
+    EXPECT_EQ(17, number);
+    EXPECT_EQ(17, drawings->GetNumObjects());
 }
 
 TEST_F(ZORTestReadMSIFileCmdTest, RunsFromTheMenu)

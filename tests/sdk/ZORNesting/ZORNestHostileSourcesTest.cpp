@@ -1,5 +1,6 @@
 // Every provider on damaged, huge and malicious files: a reason or parts, never anything else.
 
+#include "Damage.h"
 #include "DxfText.h"
 #include "TranslationTest.h"
 
@@ -7,9 +8,8 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
+#include <QElapsedTimer>
 #include <QFile>
-
-#include <random>
 
 namespace {
 
@@ -17,6 +17,7 @@ struct Source
 {
     QByteArray providerId;
     QByteArray content;
+    QList<QByteArray> words;
 };
 
 void PrintTo(const Source& source, std::ostream* stream)
@@ -49,7 +50,29 @@ QList<Source> GetSources()
     const QByteArray json =
         R"({"items": [{"id": 5, "shape": {"type": "polygon", "data": {"outer": [[0, 0], [9, 0], [9, 9]], "inner": []}}},
         {"shape": {"type": "path", "contours": [{"start": [20, 0], "segs": [["A", 0, 0, 10, 0, "cw"], ["L", 20, 0]]}]}}]})";
-    return {{"dxf", dxf}, {"svg", svg}, {"contour-xml", xml}, {"nesting-json", json}};
+    const QList<QByteArray> numbers = {"-1",  "0",          "1e308",       "-1e-308", "nan",
+                                       "inf", "2147483647", "99999999999", "1000000"};
+    return {
+        {"dxf", dxf,
+         numbers
+             + QList<QByteArray>{"\n0\nSECTION\n2\nENTITIES\n", "\n0\nENDSEC\n", "\n0\nINSERT\n2\nB\n8\n0\n",
+                                 "\n70\n32767\n", "\n71\n-1\n", "\n42\n1\n", "\n42\n-1e9\n", "\n0\nSPLINE\n",
+                                 "\n0\nBLOCK\n", "\n0\nENDBLK\n", "\n0\nSEQEND\n", "\n66\n1\n", "\n210\n0\n",
+                                 "\n230\n-1\n", "\\U+00e4", "\n0\nELLIPSE\n"}},
+        {"svg", svg,
+         numbers
+             + QList<QByteArray>{"<g>", "</g>", "transform='matrix(1e9 0 0 1e9 0 0)'", "scale(0)",
+                                 "skewX(90)", "<!DOCTYPE a [", "<!ENTITY b 'b'>", "&b;", "<use href='#a'/>",
+                                 "width='1e99mm'", "viewBox='0 0 0 0'", "A1 1 0 1 1 1e99 0", "C1 1 1 1 1 1",
+                                 "M", "z", "%"}},
+        {"contour-xml", xml,
+         numbers
+             + QList<QByteArray>{"<Pt>", "</Pt>", "<OuterContour>", "</OuterContour>", "<Length>ft</Length>",
+                                 "X="}},
+        {"nesting-json", json,
+         numbers
+             + QList<QByteArray>{"[", "]", "{", "}", ",", "null", "[[[[[[[[", "\"A\"", "\"ccw\"",
+                                 "\"inner\":", "\"simple_polygon\"", "\"\\ud800\""}}};
 }
 
 class ZORNestHostileSourcesTest : public testing::TestWithParam<Source>
@@ -76,12 +99,15 @@ public:
             const ZORNestSourceProvider* const source = ZORNestSourceProvider::GetProvider(provider);
             for (const QByteArray& content : contents) {
                 const QString path = Write(content);
+                QElapsedTimer timer;
+                timer.start();
                 try {
                     if (!source->Translate(path, input, context, &report).isEmpty())
                         ++successes;
                 } catch (const ZORSysException& exception) {
                     EXPECT_FALSE(exception.GetMessage().isEmpty());
                 }
+                EXPECT_LT(timer.elapsed(), 30000) << content.toStdString();
             }
         });
         EXPECT_EQ("", reason);
@@ -111,30 +137,8 @@ TEST_P(ZORNestHostileSourcesTest, DamagedFilesGivePartsOrAReason)
     std::mt19937 random(11);
     Runner runner(GetParam().providerId);
     QList<QByteArray> contents;
-    const QByteArray spice = "0123456789.-+eE'\"<>/=,[]{}MLAZ \n";
-    for (int i = 0; i < 600; ++i) {
-        QByteArray content = GetParam().content;
-        for (int k = int(random() % 6); k >= 0; --k) {
-            const qsizetype at = qsizetype(random() % size_t(content.size()));
-            switch (random() % 4) {
-            case 0:
-                content[at] = char(random());
-                break;
-            case 1:
-                content[at] = spice[qsizetype(random() % size_t(spice.size()))];
-                break;
-            case 2:
-                content.remove(at, 1 + qsizetype(random() % 8));
-                break;
-            default:
-                content.insert(
-                    at, content.mid(qsizetype(random() % size_t(content.size())), qsizetype(random() % 40)));
-            }
-            if (content.isEmpty())
-                content = " ";
-        }
-        contents.append(content);
-    }
+    for (int i = GetFuzzRuns(600); i > 0; --i)
+        contents.append(Damage(GetParam().content, GetParam().words, random));
     EXPECT_GT(runner.TranslateAll(contents), 0);
 }
 
@@ -154,6 +158,16 @@ TEST(ZORNestHostileDxfTest, BlocksThatMultiplyAreBounded)
     EXPECT_TRUE(runner.failure == "drawing has more than 1000000 curves"
                 || runner.failure == "drawing has more than 4000000 entities")
         << runner.failure.toStdString();
+}
+
+TEST(ZORNestHostileDxfTest, LongTextsOfEscapesAreReadInTime)
+{
+    Runner runner("dxf");
+    QElapsedTimer timer;
+    timer.start();
+    const QByteArray text = "0|TEXT|8|0|10|1|20|2|40|3|1|" + QByteArray("\\U+00e4").repeated(1000000) + "|";
+    EXPECT_EQ(1, runner.Translate(Dxf(Square(0, 0, 50, false) + Lines(text))).size());
+    EXPECT_LT(timer.elapsed(), 20000);
 }
 
 TEST(ZORNestHostileDxfTest, HugeNumbersAreSkipped)

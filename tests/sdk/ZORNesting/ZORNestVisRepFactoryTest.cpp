@@ -12,6 +12,7 @@
 #include <ZORVisualization/ZORVisRep.h>
 #include <ZORVisualization/ZORVisRepFactory.h>
 
+#include <QElapsedTimer>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -20,6 +21,7 @@
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <random>
 #include <set>
 
 namespace {
@@ -110,7 +112,51 @@ TEST(ZORNestVisRepFactoryTest, AreasAreFilledWithoutTheirHoles)
                                      Segment::CreateLine(corner(100, 100), corner(100, -100)),
                                      Segment::CreateLine(corner(100, -100), corner(-100, 100)),
                                      Segment::CreateLine(corner(-100, 100), corner(-100, -100))});
-    EXPECT_GT(DrawnArea(ResultOf({bowTie})), 10000);
+    EXPECT_NEAR(20000, DrawnArea(ResultOf({bowTie})), 100);
+}
+
+TEST(ZORNestVisRepFactoryTest, WhatACrossingOutlineEnclosesTwiceIsNotFilled)
+{
+    // With two corners of the sheet, so that all pictures have its scale.
+    const auto framed = [](const QList<ZORNestResultShape>& shapes) {
+        return DrawnArea(ResultOf(shapes + QList{Square({-100, -100, 0}, 1), Square({99, 99, 0}, 1)}));
+    };
+    // A star of five points: its pentagon in the middle is enclosed twice.
+    QList<Segment> star;
+    const auto at = [](int step) {
+        const double angle = 4 * std::numbers::pi / 5 * step;
+        return ZORMathPoint(100 * std::sin(angle), 100 * std::cos(angle), 0);
+    };
+    for (int step = 0; step < 5; ++step)
+        star.append(Segment::CreateLine(at(step), at(step + 1)));
+    const double inner = 100 * std::pow(2 * std::cos(2 * std::numbers::pi / 5), 2); // radius of the pentagon
+    const double tip =
+        std::tan(72 * std::numbers::pi / 180) / 4 * std::pow(2 * inner * std::sin(std::numbers::pi / 5), 2);
+    EXPECT_NEAR(5 * tip, framed({ZORNestResultShape(star)}), 100);
+    // Two discs that overlap, and outlines that touch along an edge.
+    const double lens = 7200 * std::acos(0.5) - 30 * std::sqrt(3 * 3600.0);
+    EXPECT_NEAR(2 * std::numbers::pi * 3600 - 2 * lens,
+                framed({Circle({-30, 0, 0}, 60), Circle({30, 0, 0}, 60)}), 150);
+    EXPECT_NEAR(20000, framed({Square({-100, -50, 0}, 100), Square({0, -50, 0}, 100)}), 100);
+}
+
+TEST(ZORNestVisRepFactoryTest, AnOutlineOfVeryManyCrossingsIsDrawnInTime)
+{
+    // 3,000 lines to and fro cross each other millions of times.
+    std::mt19937 random(5);
+    QList<Segment> segments;
+    ZORMathPoint last(-100, -100, 0);
+    for (int i = 1; i <= 3000; ++i) {
+        const ZORMathPoint next = i == 3000
+                                      ? ZORMathPoint(-100, -100, 0)
+                                      : ZORMathPoint(double(random() % 200) - 100, i % 2 ? 100 : -100, 0);
+        segments.append(Segment::CreateLine(last, next));
+        last = next;
+    }
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_GT(CountDrawn(Draw(ResultOf({ZORNestResultShape(segments)}), Options::Fill)), 1000);
+    EXPECT_LT(timer.elapsed(), 30000);
 }
 
 TEST(ZORNestVisRepFactoryTest, OpenChainsAndMarksAreNotFilled)
