@@ -300,5 +300,8 @@ void ZORNestDxfReader::InsertBlock(const Block& block, const Place& place)
     ZORNestDxfTag tag;
     if (m_tags.Read(tag))
         ReadEntities(tag, "ENDBLK", place);
+    m_blockBytes += m_tags.GetPosition().offset - block.entities.offset;
+    if (m_blockBytes > MaximumBlockBytes)
+        throw ZORSysException(Tr("blocks are inserted too often: more than %1 bytes").arg(MaximumBlockBytes));
     m_tags.SetPosition(behind);
 }

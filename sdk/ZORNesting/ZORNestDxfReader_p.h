@@ -23,6 +23,8 @@ public:
     /// How deep blocks may lie in blocks, and how many entities they may give in all.
     static constexpr int MaximumDepth = 32;
     static constexpr int MaximumEntities = 4000000;
+    /// How much of the file inserted blocks may read again, in all.
+    static constexpr qint64 MaximumBlockBytes = qint64(1) << 30;
 
     /// \param bytes   the whole file; not owned, has to outlive the reader
     /// \param report  not owned; gets a line about the units
@@ -30,7 +32,8 @@ public:
                      const ZORWorkContext& context);
 
     /// \throws ZORSysException "binary DXF cannot be read, only ASCII DXF", "no DXF file: SECTION is
-    ///         missing", "file is incomplete: EOF is missing", "line %1: ..."
+    ///         missing", "file is incomplete: EOF is missing", "line %1: ...", or what tells that a maximum
+    ///         is exceeded
     void Read();
 
 private:
@@ -81,4 +84,5 @@ private:
     double m_unit = 1;              // in millimetres
     bool m_hasUnits = false;
     qint64 m_entities = 0;
+    qint64 m_blockBytes = 0; // read by insertions
 };

@@ -82,6 +82,8 @@ bool ZORNestDxfRecord::Read(ZORNestDxfTags& tags, const ZORNestDxfTag& type, ZOR
     while (tags.Read(next)) {
         if (next.code == 0)
             return true;
+        if (m_tags.size() == MaximumTags)
+            Fail(type.line, QT_TRANSLATE_NOOP("ZORNestDxfTags", "entity has too many values"));
         m_tags.push_back(next);
     }
     return false;

@@ -55,9 +55,13 @@ private:
 class ZORNestDxfRecord
 {
 public:
+    /// Pairs of one record.
+    static constexpr size_t MaximumTags = 8000000;
+
     /// Reads from behind the pair of code 0 up to the next one or the end of the file.
     /// \param type  that pair; \param next gets the following one of code 0
     /// \return false when the file has ended
+    /// \throws ZORSysException "line %1: entity has too many values"
     bool Read(ZORNestDxfTags& tags, const ZORNestDxfTag& type, ZORNestDxfTag& next);
 
     QByteArrayView GetType() const { return m_type.value; }

@@ -17,13 +17,16 @@ constexpr qint64 largestTile = qint64(9) * 1024 * 1024; // pixels: the window of
 constexpr int tileSize = 2048;
 constexpr int largestSoftwareTile = 16384; // edge, pixels
 
-// The whole picture, or tiles of it in rows.
+// The whole picture, or tiles of it in rows; narrow pictures have long ones.
 QList<QRect> TilesOf(const QSize& size, int maximumSize)
 {
     const bool whole = size.width() <= maximumSize && size.height() <= maximumSize
                        && qint64(size.width()) * size.height() <= largestTile;
     const int edge = std::min(tileSize, maximumSize);
-    const QSize tile = whole ? size : QSize(edge, edge);
+    const auto along = [&](int across) {
+        return std::min(maximumSize, edge * edge / std::min(across, edge));
+    };
+    const QSize tile = whole ? size : QSize(along(size.height()), along(size.width()));
     QList<QRect> tiles;
     for (int y = 0; y < size.height(); y += tile.height()) {
         for (int x = 0; x < size.width(); x += tile.width())

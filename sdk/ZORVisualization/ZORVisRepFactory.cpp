@@ -1,10 +1,8 @@
 #include "ZORVisRepFactory.h"
 
-#include "ZORVisGlScene_p.h"
 #include "ZORVisPicture_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORVisualization/ZORVisGraphicsContext.h>
 
 #include <map>
 
@@ -40,15 +38,6 @@ QImage ZORVisRepFactory::CreateImage(const QSize& size, const QList<const ZORVis
     camera.FitAll(box, size);
     ZORVisFrame frame(camera, size, 1, drawn);
     frame.top = frame.bottom = background.isValid() ? background.rgb() : 0xffffffffU;
-
-    frame.samples = ZORVisGraphicsContext::GetInstance()->GetSamples();
-
-    std::unique_ptr<ZORVisGlScene> glScene;
-    if (ZORVisGraphicsContext::GetInstance()->MakeCurrent()) {
-        glScene = std::make_unique<ZORVisGlScene>();
-        for (const auto& [key, object] : objects)
-            glScene->Touch(key);
-        glScene->Update(objects);
-    }
-    return ZORVisPicture().Draw(frame, drawn, glScene.get());
+    // Without OpenGL: pictures in files shall not depend on a driver.
+    return ZORVisPicture().Draw(frame, drawn, nullptr);
 }

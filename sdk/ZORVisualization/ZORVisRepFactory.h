@@ -16,6 +16,7 @@ class ZORVISUALIZATION_EXPORT ZORVisRepFactory
 {
 public:
     /// All of the representations seen from the top (x to the right, y up), as large as the picture allows.
+    /// Drawn without OpenGL: the same everywhere, pixel by pixel.
     /// \param size        pixels
     /// \param reps        not taken over; null entries are ignored; none gives an empty picture
     /// \param background  one colour for the whole picture; alpha is ignored, an invalid colour counts as

@@ -53,9 +53,13 @@ void ZORVisSoftware::Draw(const ZORVisDrawList& objects)
     DrawBackground();
     DrawMeshes(objects, false);
     {
-        QPainter painter(&m_picture);
+        // QPainter cannot address all of a large picture.
+        QImage view(
+            reinterpret_cast<uchar*>(m_pixels + qsizetype(m_tile.y()) * m_picture.width() + m_tile.x()),
+            m_tile.width(), m_tile.height(), m_picture.bytesPerLine(), m_picture.format());
+        QPainter painter(&view);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setClipRect(m_tile);
+        painter.translate(-m_tile.topLeft());
         for (const ZORVisDrawObject* object : objects) {
             for (const auto& item : object->items)
                 DrawLines(painter, *item);

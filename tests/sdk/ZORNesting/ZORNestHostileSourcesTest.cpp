@@ -160,6 +160,28 @@ TEST(ZORNestHostileDxfTest, BlocksThatMultiplyAreBounded)
         << runner.failure.toStdString();
 }
 
+TEST(ZORNestHostileDxfTest, LongBlocksAreNotReadForEver)
+{
+    Runner runner("dxf");
+    QElapsedTimer timer;
+    timer.start();
+    // A million insertions of a megabyte.
+    const QByteArray block = Block("B", 0, 0, Lines("0|IMAGE|8|0|1|" + QByteArray(1000000, 'x') + "|"));
+    EXPECT_TRUE(
+        runner.Translate(Dxf(Square(0, 0, 50, false) + Lines("0|INSERT|2|B|8|0|70|1000|71|1000|"), block))
+            .isEmpty());
+    EXPECT_EQ("blocks are inserted too often: more than 1073741824 bytes", runner.failure);
+    EXPECT_LT(timer.elapsed(), 60000);
+}
+
+TEST(ZORNestHostileDxfTest, AnEntityOfTooManyValuesIsRefused)
+{
+    Runner runner("dxf");
+    const QByteArray pairs = QByteArray("10\n1\n").repeated(8000001);
+    EXPECT_TRUE(runner.Translate(Dxf("0\nLWPOLYLINE\n" + pairs)).isEmpty());
+    EXPECT_EQ("line 16: entity has too many values", runner.failure);
+}
+
 TEST(ZORNestHostileDxfTest, LongTextsOfEscapesAreReadInTime)
 {
     Runner runner("dxf");

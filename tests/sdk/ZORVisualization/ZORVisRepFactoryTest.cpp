@@ -78,6 +78,25 @@ TEST(ZORVisRepFactoryTest, TheSamePictureTwiceIsTheSameBytes)
     EXPECT_EQ(ZORVisRepFactory::CreateImage(QSize(333, 222), {rep.get()}, Qt::black), first);
 }
 
+TEST(ZORVisRepFactoryTest, WidePicturesAreDrawnToTheirEnd)
+{
+    // QPainter alone ends at 32767 pixels.
+    const std::unique_ptr<ZORVisRep> wide = CreateFrame(0, 0, 70000, 20);
+    const QImage image = ZORVisRepFactory::CreateImage(QSize(70000, 40), {wide.get()}, Qt::black);
+    const std::unique_ptr<ZORVisRep> high = CreateFrame(0, 0, 20, 70000);
+    const QImage turned = ZORVisRepFactory::CreateImage(QSize(40, 70000), {high.get()}, Qt::black);
+    for (int from = 10000; from < 60000; from += 1000) {
+        EXPECT_GT(
+            CountPixels(image.copy(from, 0, 5, 40), [](const QColor& color) { return color != Qt::black; }),
+            9)
+            << from;
+        EXPECT_GT(
+            CountPixels(turned.copy(0, from, 40, 5), [](const QColor& color) { return color != Qt::black; }),
+            9)
+            << from;
+    }
+}
+
 TEST(ZORVisRepFactoryTest, PicturesComeInManySizes)
 {
     const std::unique_ptr<ZORVisRep> rep = CreateFrame(0, 0, 100, 100);
