@@ -228,7 +228,13 @@ void ZORNestDrawing::AddText(ZORNestDrawnText text, const ZORNestPlaneMap& map)
         map.MapVector(ZORNestPlanePoint{-std::sin(text.angle), std::cos(text.angle)});
     text.start = map.Map(text.start);
     text.end = map.Map(text.end);
-    text.angle = std::atan2(along.y, along.x);
+    // Mirrored texts stay readable: they run the other way through the place of their mirror image.
+    const double way = map.GetDeterminant() < 0 ? -1 : 1;
+    if (way < 0) {
+        const int column = text.justification % 3;
+        text.justification += 2 - 2 * column;
+    }
+    text.angle = std::atan2(way * along.y, way * along.x);
     text.width *= along.GetLength() / std::max(up.GetLength(), 1e-300);
     text.height *= up.GetLength();
     const bool isFine = text.start.IsFinite() && text.end.IsFinite() && std::isfinite(text.height)

@@ -208,6 +208,31 @@ TEST_F(ZORNestDxfTest, BlocksAreScaledTurnedMirroredAndRepeated)
               Describe(results[5])[0]);
 }
 
+TEST_F(ZORNestDxfTest, MirroredTextsAreReadableAndLieWhereTheirImageLies)
+{
+    const auto textOf = [this](const QByteArray& justification, const QByteArray& scale) {
+        const QByteArray text = Lines("0|TEXT|8|0|10|2|20|3|11|2|21|3|40|1|1|RIB|") + Lines(justification);
+        const QList<ZORNestResult> results =
+            Translate(Dxf(Lines("0|INSERT|2|PART|8|0|10|0|20|0|") + Lines(scale),
+                          Block("PART", 0, 0, Square(0, 0, 10, false) + text)));
+        EXPECT_EQ(1, results.size());
+        return GetShape(results.value(0), 1).GetSegments().constFirst();
+    };
+    const ZORNestResultSegment left = textOf("72|0|", "41|-1|");
+    EXPECT_EQ(ZORMathPoint(-2, 3, 0), left.GetStartPoint());
+    EXPECT_NEAR(0, std::remainder(left.GetTextAngle(), 2 * pi), 1e-12);
+    EXPECT_EQ(ZORNestResultSegment::BaselineRight, left.GetTextJustification());
+    EXPECT_EQ(ZORNestResultSegment::BaselineCenter, textOf("72|1|", "41|-1|").GetTextJustification());
+    EXPECT_EQ(ZORNestResultSegment::MiddleLeft, textOf("72|2|73|2|", "41|-1|").GetTextJustification());
+    const ZORNestResultSegment below = textOf("72|0|73|3|", "42|-1|");
+    EXPECT_EQ(ZORMathPoint(2, -3, 0), below.GetStartPoint());
+    EXPECT_NEAR(0, std::remainder(below.GetTextAngle() - pi, 2 * pi), 1e-12);
+    EXPECT_EQ(ZORNestResultSegment::TopRight, below.GetTextJustification());
+    const ZORNestResultSegment both = textOf("72|0|", "41|-1|42|-1|");
+    EXPECT_NEAR(0, std::remainder(both.GetTextAngle() - pi, 2 * pi), 1e-12);
+    EXPECT_EQ(ZORNestResultSegment::BaselineLeft, both.GetTextJustification());
+}
+
 TEST_F(ZORNestDxfTest, UnevenlyScaledCirclesAreEllipses)
 {
     const QByteArray blocks = Block("DOT", 0, 0, Circle(0, 0, 2));
