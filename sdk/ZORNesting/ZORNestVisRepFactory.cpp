@@ -1,6 +1,7 @@
 #include "ZORNestVisRepFactory.h"
 
 #include "ZORNestFill_p.h"
+#include "ZORNestLabelPlace_p.h"
 #include "ZORNestLayerLook_p.h"
 
 #include <ZORMathematics/ZORMathPlane.h>
@@ -87,9 +88,9 @@ private:
     /// Order of drawing, thickness, line style, colour.
     using Look = std::tuple<int, double, int, QRgb>;
 
-    void AddSegment(const Segment& segment);
-    void AddFill(const ZORNestResultItem& item);
-    void AddLabel(const ZORNestResultItem& item);
+    QList<ZORMathSetOfPoints> AddSegment(const Segment& segment);
+    void AddLabel(const ZORNestResultItem& item, const QList<ZORMathSetOfPoints>& outlines,
+                  const QList<ZORMathSetOfPoints>& drawn);
     void AddChain(const Look& look, const ZORMathSetOfPoints& points);
 
     const ZORNestVisOptions m_options;
@@ -120,22 +121,24 @@ void Drawing::AddSheet(const ZORMathBoundingBox& sheet)
                                                                 a});
 }
 
-void Drawing::AddSegment(const Segment& segment)
+// Returns the chains that were added.
+QList<ZORMathSetOfPoints> Drawing::AddSegment(const Segment& segment)
 {
     const ZORNestLayerLook& layer = ZORNestLayerLook::Of(segment.GetLayer());
     const bool isText = segment.GetType() == Segment::Text;
     if (!m_options.IsShown(layer.filter) || (isText && !m_options.IsShown(ZORNestVisOptions::Texts)))
-        return;
+        return {};
     const QColor color = segment.GetColor().isValid() ? segment.GetColor() : layer.color;
     const int ownStyle = segment.GetLineStyle();
     const bool hasStyle = ownStyle > 0 && ownStyle < ZORVisOptions::lineStyleCount;
-    if (!isText) {
-        AddChain({layer.layer, layer.thickness, hasStyle ? ownStyle : int(layer.lineStyle), color.rgba()},
-                 segment.GetPoints(m_tolerance));
-        return;
-    }
-    for (const ZORMathSetOfPoints& stroke : StrokesOf(segment))
-        AddChain({layer.layer, 1, ZORVisOptions::Solid, color.rgba()}, stroke);
+    const Look look =
+        isText ? Look{layer.layer, 1, ZORVisOptions::Solid, color.rgba()}
+               : Look{layer.layer, layer.thickness, hasStyle ? ownStyle : int(layer.lineStyle), color.rgba()};
+    const QList<ZORMathSetOfPoints> chains =
+        isText ? StrokesOf(segment) : QList<ZORMathSetOfPoints>{segment.GetPoints(m_tolerance)};
+    for (const ZORMathSetOfPoints& chain : chains)
+        AddChain(look, chain);
+    return chains;
 }
 
 bool IsAreaBorder(const Segment& segment)
@@ -168,33 +171,22 @@ QList<ZORMathSetOfPoints> ClosedChainsOf(const ZORNestResultShape& shape, double
     return chains;
 }
 
-void Drawing::AddFill(const ZORNestResultItem& item)
-{
-    if (!m_options.IsShown(ZORNestVisOptions::Fill))
-        return;
-    QList<ZORMathSetOfPoints> outlines;
-    for (const ZORNestResultShape* shape : item.GetShapes())
-        outlines += ClosedChainsOf(*shape, m_tolerance);
-    m_fills[item.IsMirrored()].append(ZorNestFill(outlines));
-}
-
-// The name stands where the largest shape has its centre of mass.
-void Drawing::AddLabel(const ZORNestResultItem& item)
+// The name stands within the area, as near to the centre of mass of the largest shape as it has room; where it
+// has none it stands on that centre.
+void Drawing::AddLabel(const ZORNestResultItem& item, const QList<ZORMathSetOfPoints>& outlines,
+                       const QList<ZORMathSetOfPoints>& drawn)
 {
     const ZORMathBoundingBox box = BoxOf(item);
-    if (!m_options.IsShown(ZORNestVisOptions::Labels) || box.IsEmpty() || item.GetName().isEmpty())
+    if (box.IsEmpty() || item.GetName().isEmpty())
         return;
     const ZORNestResultShape* largest = item.GetShapes().first();
     for (const ZORNestResultShape* shape : item.GetShapes()) {
         if (shape->GetArea() > largest->GetArea())
             largest = shape;
     }
-    ZORMathPlane plane;
-    plane.SetOrigin(largest->GetArea() > 0 ? largest->GetCenterOfMass() : box.GetCenter());
     ZORVisVectorText label;
     label.SetFont(FontOf({}));
     label.SetAnchor(ZORVisVectorText::MiddleCenter);
-    label.SetPlane(plane);
     label.SetText(item.GetName());
     label.SetTextSize(1);
     ZORMathBoundingBox unit;
@@ -204,20 +196,40 @@ void Drawing::AddLabel(const ZORNestResultItem& item)
     }
     const ZORMathVector room = box.GetUpperPoint() - box.GetLowerPoint();
     const ZORMathVector needed = unit.GetUpperPoint() - unit.GetLowerPoint();
-    label.SetTextSize(std::min(0.6 * room.GetX() / std::max(1.0, needed.GetX()),
-                               0.3 * room.GetY() / std::max(1.0, needed.GetY())));
+    const double width = std::max(1.0, needed.GetX());
+    const double height = std::max(1.0, needed.GetY());
+    const double size = std::min(0.6 * room.GetX() / width, 0.3 * room.GetY() / height);
+    const ZORMathPoint center = largest->GetArea() > 0 ? largest->GetCenterOfMass() : box.GetCenter();
+    // Some air around it.
+    const auto place = ZORNestLabelPlace(box, outlines, drawn)
+                           .Find(center, (width + 0.4) * size, (height + 0.4) * size)
+                           .value_or(ZORNestLabelPlace::Place{center, 1});
+    ZORMathPlane plane;
+    plane.SetOrigin(place.center);
+    label.SetPlane(plane);
+    label.SetTextSize(size * place.scale);
     for (const ZORMathSetOfPoints& stroke : label.GetPolylines())
-        AddChain({1000, 1, ZORVisOptions::Solid, labelColor.rgba()}, stroke);
+        AddChain({1000, 1.5, ZORVisOptions::Solid, labelColor.rgba()}, stroke);
 }
 
 void Drawing::AddItem(const ZORNestResultItem& item)
 {
-    AddFill(item);
+    const bool hasFill = m_options.IsShown(ZORNestVisOptions::Fill);
+    const bool hasLabel = m_options.IsShown(ZORNestVisOptions::Labels);
+    QList<ZORMathSetOfPoints> outlines;
+    if (hasFill || hasLabel) {
+        for (const ZORNestResultShape* shape : item.GetShapes())
+            outlines += ClosedChainsOf(*shape, m_tolerance);
+    }
+    if (hasFill)
+        m_fills[item.IsMirrored()].append(ZorNestFill(outlines));
+    QList<ZORMathSetOfPoints> drawn;
     for (const ZORNestResultShape* shape : item.GetShapes()) {
         for (const Segment& segment : shape->GetSegments())
-            AddSegment(segment);
+            drawn += AddSegment(segment);
     }
-    AddLabel(item);
+    if (hasLabel)
+        AddLabel(item, outlines, drawn);
 }
 
 ZORVisRep* Drawing::CreateRep() const

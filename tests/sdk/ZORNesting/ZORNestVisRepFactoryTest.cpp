@@ -18,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <numbers>
@@ -207,6 +208,89 @@ TEST(ZORNestVisRepFactoryTest, SheetTextsAndLabelsHaveFiltersOfTheirOwn)
     EXPECT_EQ(0, CountDrawn(Draw(text, Options::Outlines)));
     EXPECT_EQ(0, CountDrawn(Draw(text, Options::Texts)));
     EXPECT_EQ(0, CountDrawn(Draw(CreateResultOfEverything(), 0)));
+}
+
+/// Of the label and what else is shown.
+ZORMathBoundingBox BoxOfLabel(const ZORNestResult& result, int otherFilters = 0)
+{
+    Options options;
+    options.SetFilters(Options::Labels | otherFilters);
+    const std::unique_ptr<ZORVisRep> rep(ZORNestVisRepFactory::CreateRep(result, options));
+    return rep->GetBoundingBox();
+}
+
+bool IsWithin(const ZORMathBoundingBox& box, double lower, double upper)
+{
+    return box.GetLowerPoint().GetX() > lower && box.GetLowerPoint().GetY() > lower
+           && box.GetUpperPoint().GetX() < upper && box.GetUpperPoint().GetY() < upper;
+}
+
+double DistanceFromOrigin(const ZORMathBoundingBox& box)
+{
+    return std::hypot(std::clamp(0.0, box.GetLowerPoint().GetX(), box.GetUpperPoint().GetX()),
+                      std::clamp(0.0, box.GetLowerPoint().GetY(), box.GetUpperPoint().GetY()));
+}
+
+TEST(ZORNestVisRepFactoryTest, LabelsStandOnTheCentreOfMassWhereThereIsRoom)
+{
+    const ZORMathBoundingBox box =
+        BoxOfLabel(ResultOf({Square({-90, -90, 0}, 180)}, QStringLiteral("HHHHHH")));
+    EXPECT_NEAR(0, box.GetCenter().GetX(), 3);
+    EXPECT_NEAR(0, box.GetCenter().GetY(), 3);
+    EXPECT_GT(box.GetUpperPoint().GetX() - box.GetLowerPoint().GetX(), 90);
+}
+
+TEST(ZORNestVisRepFactoryTest, LabelsKeepOffHoles)
+{
+    const ZORMathBoundingBox box =
+        BoxOfLabel(ResultOf({Square({-90, -90, 0}, 180), Circle({}, 40)}, QStringLiteral("HHHHHH")));
+    EXPECT_TRUE(IsWithin(box, -90, 90));
+    EXPECT_GT(DistanceFromOrigin(box), 40);
+    EXPECT_GT(box.GetUpperPoint().GetX() - box.GetLowerPoint().GetX(), 90);
+    // In a narrow frame they are smaller.
+    const ZORMathBoundingBox small =
+        BoxOfLabel(ResultOf({Square({-90, -90, 0}, 180), Circle({}, 75)}, QStringLiteral("HHHHHH")));
+    EXPECT_TRUE(IsWithin(small, -90, 90));
+    EXPECT_GT(DistanceFromOrigin(small), 75);
+}
+
+TEST(ZORNestVisRepFactoryTest, LabelsKeepOffMarksThatAreShown)
+{
+    Segment mark = Segment::CreateLine({-80, 0, 0}, {80, 0, 0});
+    mark.SetLayer(Segment::Grain);
+    const ZORNestResult result =
+        ResultOf({Square({-90, -90, 0}, 180), ZORNestResultShape({mark})}, QStringLiteral("HHHH"));
+    const ZORMathBoundingBox alone = BoxOfLabel(result);
+    EXPECT_LT(alone.GetLowerPoint().GetY(), -10);
+    EXPECT_GT(alone.GetUpperPoint().GetY(), 10);
+    const ZORMathBoundingBox both = BoxOfLabel(result, Options::GrainMarks);
+    EXPECT_NEAR(0, std::min(-both.GetLowerPoint().GetY(), both.GetUpperPoint().GetY()), 1e-9);
+    EXPECT_GT(std::max(-both.GetLowerPoint().GetY(), both.GetUpperPoint().GetY()), 20);
+}
+
+TEST(ZORNestVisRepFactoryTest, LabelsWithoutRoomStandOnTheCentreOfMass)
+{
+    const ZORMathBoundingBox box =
+        BoxOfLabel(ResultOf({Square({-90, -90, 0}, 180), Square({-88, -88, 0}, 176)}, QStringLiteral("HH")));
+    EXPECT_NEAR(0, box.GetCenter().GetX(), 3);
+    EXPECT_NEAR(0, box.GetCenter().GetY(), 3);
+    // Without an outline on the middle of the box.
+    const ZORMathBoundingBox open = BoxOfLabel(ResultOf(
+        {ZORNestResultShape({Segment::CreateLine({10, 10, 0}, {50, 90, 0})})}, QStringLiteral("HH")));
+    EXPECT_NEAR(30, open.GetCenter().GetX(), 3);
+    EXPECT_NEAR(50, open.GetCenter().GetY(), 3);
+}
+
+TEST(ZORNestVisRepFactoryTest, LabelsOfAnyExtentAreHarmless)
+{
+    for (const double extent : {0.0, 1e-300, 1e-9, 1e12, 1e300, 1.7e308}) {
+        const ZORNestResultShape shape({Segment::CreateLine({-extent, -extent, 0}, {extent, -extent, 0}),
+                                        Segment::CreateLine({extent, -extent, 0}, {extent, extent, 0}),
+                                        Segment::CreateLine({extent, extent, 0}, {-extent, -extent, 0})});
+        EXPECT_EQ(QSize(50, 50),
+                  Draw(ResultOf({shape}, QStringLiteral("P")), Options::allFilters, {50, 50}).size())
+            << extent;
+    }
 }
 
 TEST(ZORNestVisRepFactoryTest, OwnColoursAndLineStylesReplaceThoseOfTheLayer)
