@@ -12,10 +12,12 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr size_t MostPoles = 64;
 constexpr float RelativeEpsilon = 0.01F;
+constexpr float RelativeMargin = 1e-6F; // more than single precision is wrong by
 
 typedef double Quad __attribute__((vector_size(32), aligned(8), may_alias));
+typedef float Octet __attribute__((vector_size(32), aligned(4), may_alias));
+typedef int32_t OctetMask __attribute__((vector_size(32)));
 typedef int64_t QuadMask __attribute__((vector_size(32)));
 
 /// Four numbers at a time, wherever they lie.
@@ -24,47 +26,93 @@ const Quad& At(const double* values)
     return *reinterpret_cast<const Quad*>(values);
 }
 
-struct PoleSums
+/// Eight numbers at a time, wherever they lie.
+const Octet& At(const float* values)
 {
-    float area = 0;
-    float deepest = 0;
-};
+    return *reinterpret_cast<const Octet*>(values);
+}
 
-ZOR_VECTOR_CLONES
-PoleSums SumPoles(const Shape& a, const Shape& b, float dx, float dy, float epsilon)
+void TakeRoots(Octet& values)
 {
-    alignas(32) std::array<float, MostPoles> sums;
-    alignas(32) std::array<float, MostPoles> depths;
+    for (int lane = 0; lane < 8; ++lane)
+        values[lane] = __builtin_sqrtf(values[lane]);
+}
+
+/// In an order that does not depend on the vector unit.
+float GetSum(const Octet& v)
+{
+    return ((v[0] + v[4]) + (v[2] + v[6])) + ((v[1] + v[5]) + (v[3] + v[7]));
+}
+
+/// Sums up, over all pairs of poles, how deep they reach into each other times the smaller radius. Leaves off
+/// as soon as the sum reaches the bound.
+ZOR_VECTOR_CLONES
+float SumPoles(const Shape& a, const Shape& b, float dx, float dy, float epsilon, float bound)
+{
     const size_t count = b.GetPaddedPoles();
-    const float* bX = b.poleX.data();
-    const float* bY = b.poleY.data();
-    const float* bR = b.poleR.data();
     const float squared = epsilon * epsilon;
-    for (size_t k = 0; k < count; ++k) {
-        sums[k] = 0;
-        depths[k] = 0;
-    }
+    const float twice = 2 * epsilon;
+    Octet sums{};
     for (size_t i = 0; i < a.poleCount; ++i) {
         const float x = a.poleX[i] - dx;
         const float y = a.poleY[i] - dy;
         const float r = a.poleR[i];
-        for (size_t k = 0; k < count; ++k) {
-            const float ex = x - bX[k];
-            const float ey = y - bY[k];
-            const float depth = r + bR[k] - __builtin_sqrtf(ex * ex + ey * ey);
-            const float decayed = squared / (2 * epsilon - (depth < epsilon ? depth : epsilon));
-            const float term = depth < epsilon ? decayed : depth;
-            sums[k] += term * (r < bR[k] ? r : bR[k]);
-            const float inside = bR[k] > 0 ? depth : 0;
-            depths[k] = inside > depths[k] ? inside : depths[k];
+        for (size_t k = 0; k < count; k += 8) {
+            const Octet radii = At(&b.poleR[k]);
+            const Octet ex = x - At(&b.poleX[k]);
+            const Octet ey = y - At(&b.poleY[k]);
+            Octet distance = ex * ex + ey * ey;
+            TakeRoots(distance);
+            const Octet depth = r + radii - distance;
+            const Octet decayed = squared / (twice - (depth < epsilon ? depth : epsilon + Octet{}));
+            sums += (depth < epsilon ? decayed : depth) * (radii < r ? radii : r + Octet{});
+        }
+        if (i % 4 == 3 && GetSum(sums) >= bound)
+            break;
+    }
+    return GetSum(sums);
+}
+
+/// No lane of the mask is set.
+bool IsClear(const OctetMask& mask)
+{
+    const auto halves = reinterpret_cast<QuadMask>(mask);
+    return (halves[0] | halves[1] | halves[2] | halves[3]) == 0;
+}
+
+/// Poles of both shapes overlap by more than the margin. Only those of the first one are looked at that reach
+/// into the box of the second one.
+ZOR_VECTOR_CLONES
+bool FindPoleOverlap(const Shape& a, const Shape& b, float dx, float dy, float margin)
+{
+    const float left = static_cast<float>(b.box.min.x) + dx;
+    const float right = static_cast<float>(b.box.max.x) + dx;
+    const float low = static_cast<float>(b.box.min.y) + dy;
+    const float high = static_cast<float>(b.box.max.y) + dy;
+    const size_t countA = a.GetPaddedPoles();
+    const size_t countB = b.GetPaddedPoles();
+    for (size_t i = 0; i < countA; i += 8) {
+        const Octet x = At(&a.poleX[i]);
+        const Octet y = At(&a.poleY[i]);
+        const Octet r = At(&a.poleR[i]) - margin;
+        const OctetMask reaching = (x + r > left) & (x - r < right) & (y + r > low) & (y - r < high);
+        if (IsClear(reaching))
+            continue;
+        for (size_t lane = 0; lane < 8; ++lane) {
+            if (reaching[lane] == 0)
+                continue;
+            OctetMask hits{};
+            for (size_t k = 0; k < countB; k += 8) {
+                const Octet ex = x[lane] - dx - At(&b.poleX[k]);
+                const Octet ey = y[lane] - dy - At(&b.poleY[k]);
+                const Octet reach = r[lane] + At(&b.poleR[k]);
+                hits |= ex * ex + ey * ey < reach * reach;
+            }
+            if (!IsClear(hits))
+                return true;
         }
     }
-    PoleSums result;
-    for (size_t k = 0; k < count; ++k) {
-        result.area += sums[k];
-        result.deepest = std::max(result.deepest, depths[k]);
-    }
-    return result;
+    return false;
 }
 
 /// Collects the edges that reach into the box, moved by the offset. Returns their number.
@@ -134,13 +182,21 @@ bool IsPointInside(const Shape& shape, Point p)
 
 } // namespace
 
-PoleOverlap MeasurePoles(const Shape& a, const Shape& b, Point offset)
+bool DoPolesOverlap(const Shape& a, const Shape& b, Point offset)
+{
+    return FindPoleOverlap(a, b, static_cast<float>(offset.x), static_cast<float>(offset.y),
+                           RelativeMargin * static_cast<float>(std::max(a.diameter, b.diameter)));
+}
+
+float MeasureLoss(const Shape& a, const Shape& b, Point offset, float bound)
 {
     const float epsilon = RelativeEpsilon * static_cast<float>(std::max(a.diameter, b.diameter));
-    const PoleSums sums = SumPoles(a, b, static_cast<float>(offset.x), static_cast<float>(offset.y), epsilon);
-    const float area = std::numbers::pi_v<float> * sums.area;
     const float size = static_cast<float>(std::sqrt(a.weight * b.weight));
-    return {std::sqrt(area + epsilon * epsilon) * size, sums.deepest, sums.deepest > 1e-4F * epsilon};
+    const float root = bound / size;
+    const float most = (root * root - epsilon * epsilon) / std::numbers::pi_v<float>;
+    const float sum =
+        SumPoles(a, b, static_cast<float>(offset.x), static_cast<float>(offset.y), epsilon, most);
+    return std::sqrt(std::numbers::pi_v<float> * sum + epsilon * epsilon) * size;
 }
 
 void OutlineTest::Select(const Shape& shape, Point offset, const Box& box, Edges& edges)

@@ -6,16 +6,14 @@
 
 namespace ZORNestSolver {
 
-/// How much two shapes would overlap, judged by their poles alone.
-struct PoleOverlap
-{
-    float loss = 0;       // positive even for shapes that are apart; counts only if they collide
-    float depth = 0;      // by which two poles overlap at most
-    bool certain = false; // two poles overlap, hence the shapes collide
-};
-
+/// Two poles overlap, hence the shapes collide. Cheap; that none do proves nothing.
 /// \param offset  of b's reference point from a's
-PoleOverlap MeasurePoles(const Shape& a, const Shape& b, Point offset);
+bool DoPolesOverlap(const Shape& a, const Shape& b, Point offset);
+
+/// How much two shapes overlap that collide, judged by their poles alone: positive even for shapes that are
+/// apart. As soon as it reaches \a bound, some value not below it.
+float MeasureLoss(const Shape& a, const Shape& b, Point offset,
+                  float bound = std::numeric_limits<float>::infinity());
 
 /// Tells collisions by the outlines. Holds scratch memory: one for each thread.
 class OutlineTest

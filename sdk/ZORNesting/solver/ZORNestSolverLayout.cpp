@@ -25,20 +25,19 @@ struct FloatBox
     float minX, minY, maxX, maxY;
 };
 
-float RoundedDown(double value)
+/// At least as large; in no time.
+FloatBox Widened(const Box& box)
 {
-    const float rounded = static_cast<float>(value);
-    return rounded > value ? std::nextafterf(rounded, -std::numeric_limits<float>::infinity()) : rounded;
-}
-
-float RoundedUp(double value)
-{
-    return -RoundedDown(-value);
-}
-
-FloatBox Rounded(const Box& box)
-{
-    return {RoundedDown(box.min.x), RoundedDown(box.min.y), RoundedUp(box.max.x), RoundedUp(box.max.y)};
+    constexpr float unit = 0x1p-23F;
+    const auto low = [](double value) {
+        const float rounded = static_cast<float>(value);
+        return rounded - std::abs(rounded) * unit;
+    };
+    const auto high = [](double value) {
+        const float rounded = static_cast<float>(value);
+        return rounded + std::abs(rounded) * unit;
+    };
+    return {low(box.min.x), low(box.min.y), high(box.max.x), high(box.max.y)};
 }
 
 /// Writes the indices of the boxes that overlap the given one and returns their number.
@@ -60,15 +59,6 @@ __attribute__((target_clones("avx2", "default"))) size_t FindOverlaps(const floa
         }
     }
     return number;
-}
-
-/// The first number of each type, and the number of all shapes.
-std::vector<uint32_t> NumberShapes(const Problem& problem)
-{
-    std::vector<uint32_t> first{0};
-    for (const auto& type : problem.types)
-        first.push_back(first.back() + static_cast<uint32_t>(type->shapes.size()));
-    return first;
 }
 
 } // namespace
@@ -102,15 +92,12 @@ Layout::Layout(std::shared_ptr<const Problem> problem)
     , m_windows(m_problem->windows)
     , m_stands(m_problem->items.size())
     , m_turned(m_problem->items.size())
-    , m_firstNumbers(NumberShapes(*m_problem))
-    , m_tables(m_firstNumbers.back())
 {
     const size_t items = m_stands.size();
     const size_t all = items + m_problem->hazards.size();
     m_stride = (all + BoxPadding - 1) / BoxPadding * BoxPadding;
     m_shapes.assign(all, nullptr);
     m_positions.resize(all);
-    m_numbers.assign(all, PairTables::NoShape);
     m_losses.assign(items * m_stride, 0);
     m_weights.assign(items * m_stride, 1);
     constexpr float far = std::numeric_limits<float>::infinity();
@@ -121,7 +108,7 @@ Layout::Layout(std::shared_ptr<const Problem> problem)
     m_neighbours.resize(m_stride + BoxPadding);
     for (size_t h = 0; h < m_problem->hazards.size(); ++h) {
         const Hazard& hazard = m_problem->hazards[h];
-        const FloatBox box = Rounded(hazard.shape.box.Moved(hazard.position));
+        const FloatBox box = Widened(hazard.shape.box.Moved(hazard.position));
         const size_t index = items + h;
         m_shapes[index] = &hazard.shape;
         m_positions[index] = hazard.position;
@@ -135,7 +122,7 @@ Layout::Layout(std::shared_ptr<const Problem> problem)
 std::span<const uint32_t> Layout::FindNeighbours(const Box& box)
 {
     const size_t count = FindOverlaps(m_minX.data(), m_minY.data(), m_maxX.data(), m_maxY.data(), m_stride,
-                                      Rounded(box), m_neighbours.data());
+                                      Widened(box), m_neighbours.data());
     return {m_neighbours.data(), count};
 }
 
@@ -144,36 +131,25 @@ double Layout::Evaluate(size_t item, const Shape& shape, Point position, double 
     ++m_evaluations;
     m_pending.clear();
     double total = 0;
-    const uint32_t number = GetShapeNumber(item, shape);
+    const auto add = [&](size_t other, Point offset) {
+        const double weight = static_cast<double>(Weight(item, other));
+        const float rest = static_cast<float>((bound - total) / weight);
+        total += weight * static_cast<double>(MeasureLoss(shape, *m_shapes[other], offset, rest));
+        return total >= bound;
+    };
     for (const uint32_t other : FindNeighbours(shape.box.Moved(position))) {
         if (other == item)
             continue;
         const Point offset = m_positions[other] - position;
-        const Shape& otherShape = *m_shapes[other];
-        PairTables::Verdict verdict = m_tables.Look(number, shape, m_numbers[other], otherShape, offset);
-        if (verdict.answer == PairTables::Answer::Apart)
-            continue;
-        if (verdict.answer == PairTables::Answer::Unknown) {
-            const PoleOverlap overlap = MeasurePoles(shape, otherShape, offset);
-            verdict = {overlap.certain ? PairTables::Answer::Colliding : PairTables::Answer::Unsure,
-                       overlap.loss};
-        }
-        const double loss = static_cast<double>(verdict.loss) * static_cast<double>(Weight(item, other));
-        if (verdict.answer == PairTables::Answer::Unsure) {
-            m_pending.push_back({other, loss, offset});
-            continue;
-        }
-        total += loss;
-        if (total >= bound)
+        if (!DoPolesOverlap(shape, *m_shapes[other], offset))
+            m_pending.push_back({other, offset});
+        else if (add(other, offset))
             return total;
     }
-    for (const Pending& pending : m_pending) {
-        if (!m_outlineTest.DoCollide(shape, *m_shapes[pending.other], pending.offset))
-            continue;
-        total += pending.loss;
-        if (total >= bound)
+    for (const Pending& pending : m_pending)
+        if (m_outlineTest.DoCollide(shape, *m_shapes[pending.other], pending.offset)
+            && add(pending.other, pending.offset))
             return total;
-    }
     return total;
 }
 
@@ -186,31 +162,20 @@ void Layout::SetStand(size_t item, const Stand& stand)
     m_stands[item] = stand;
     m_positions[item] = stand.position;
     m_shapes[item] = poseClass.IsContinuous() ? &m_turned[item] : &type.shapes[stand.poseClass];
-    m_numbers[item] = GetShapeNumber(item, *m_shapes[item]);
-    const FloatBox box = Rounded(GetItemBox(item));
+    const FloatBox box = Widened(GetItemBox(item));
     m_minX[item] = box.minX;
     m_minY[item] = box.minY;
     m_maxX[item] = box.maxX;
     m_maxY[item] = box.maxY;
 }
 
-/// The number of a shape of the item's type; none for one at a free angle.
-uint32_t Layout::GetShapeNumber(size_t item, const Shape& shape) const
-{
-    const ItemType& type = GetType(item);
-    for (size_t c = 0; c < type.shapes.size(); ++c)
-        if (&type.shapes[c] == &shape)
-            return m_firstNumbers[m_problem->items[item]] + static_cast<uint32_t>(c);
-    return PairTables::NoShape;
-}
-
 float Layout::MeasurePair(size_t item, size_t other)
 {
     const Point offset = m_positions[other] - m_positions[item];
-    const PoleOverlap overlap = MeasurePoles(*m_shapes[item], *m_shapes[other], offset);
-    if (!overlap.certain && !m_outlineTest.DoCollide(*m_shapes[item], *m_shapes[other], offset))
-        return 0;
-    return overlap.loss;
+    const Shape& a = *m_shapes[item];
+    const Shape& b = *m_shapes[other];
+    return DoPolesOverlap(a, b, offset) || m_outlineTest.DoCollide(a, b, offset) ? MeasureLoss(a, b, offset)
+                                                                                 : 0;
 }
 
 void Layout::MeasureItem(size_t item)

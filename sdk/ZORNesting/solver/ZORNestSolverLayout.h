@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "ZORNestSolverCollision.h"
 #include "ZORNestSolverItemType.h"
-#include "ZORNestSolverPairTable.h"
 
 #include <cstdint>
 #include <memory>
@@ -90,14 +90,12 @@ private:
     struct Pending
     {
         size_t other;
-        double loss;
         Point offset;
     };
     std::span<const uint32_t> FindNeighbours(const Box& box);
     void SetStand(size_t item, const Stand& stand);
     void MeasureItem(size_t item);
     float MeasurePair(size_t item, size_t other);
-    uint32_t GetShapeNumber(size_t item, const Shape& shape) const;
     float& Loss(size_t item, size_t other) { return m_losses[item * m_stride + other]; }
     float Loss(size_t item, size_t other) const { return m_losses[item * m_stride + other]; }
     float Weight(size_t item, size_t other) const { return m_weights[item * m_stride + other]; }
@@ -114,9 +112,6 @@ private:
     std::vector<float> m_minX, m_minY, m_maxX, m_maxY; // boxes rounded outwards
     std::vector<uint32_t> m_neighbours;
     std::vector<Pending> m_pending;
-    std::vector<uint32_t> m_firstNumbers; // of the shapes of each type
-    std::vector<uint32_t> m_numbers;      // of the shapes of items and hazards
-    PairTables m_tables;
     OutlineTest m_outlineTest;
     uint64_t m_evaluations = 0;
 };

@@ -18,8 +18,8 @@ struct StripEffort
 /// Tells whether a layout is valid. Called from several threads.
 using StripProof = std::function<bool(const std::vector<Stand>& stands)>;
 
-/// The shortest layout found, its items pushed together at the end by their true outlines. Ends when nothing is gained for a while, or with the budget; an unlimited
-/// budget ends for lack of progress only.
+/// The shortest layout found, its items pushed together at the end by their true outlines. Ends when nothing is
+/// gained for a while, or with the budget; an unlimited budget ends for lack of progress only.
 std::vector<Stand> SearchStrip(const std::shared_ptr<const Problem>& problem, uint64_t seed,
                                const StripProof& proof, const StripEffort& effort, const Budget& budget);
 

@@ -1,6 +1,7 @@
+#include "ZORNestSolverCollision.h"
+
 #include "SolverShapes.h"
 #include "ZORNestSolverCheck.h"
-#include "ZORNestSolverPairTable.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,7 @@ Shape ShapeOf(const Polygon& polygon)
 bool DoCollide(const Shape& a, const Shape& b, Point offset)
 {
     OutlineTest test;
-    return MeasurePoles(a, b, offset).certain || test.DoCollide(a, b, offset);
+    return DoPolesOverlap(a, b, offset) || test.DoCollide(a, b, offset);
 }
 
 } // namespace
@@ -42,28 +43,64 @@ TEST(ZORNestSolverCollisionTest, RandomStarsCollideAsTrueDistancesSay)
     EXPECT_LT(collisions, 1350);
 }
 
-TEST(ZORNestSolverCollisionTest, PairTablesAgreeWithTheOutlines)
+TEST(ZORNestSolverCollisionTest, PolesOverlapOnlyWhereOutlinesDo)
 {
     Random random(13);
-    for (int i = 0; i < 5; ++i) {
+    int overlaps = 0;
+    for (int i = 0; i < 40; ++i) {
+        const Polygon a{RandomStar(random, 9, 10)};
+        const Polygon b{RandomStar(random, 12, 6)};
+        const Shape shapeA = ShapeOf(a);
+        const Shape shapeB = ShapeOf(b);
+        for (int k = 0; k < 100; ++k) {
+            const Point offset{random.Between(-15, 15), random.Between(-15, 15)};
+            if (!DoPolesOverlap(shapeA, shapeB, offset))
+                continue;
+            ++overlaps;
+            EXPECT_FALSE(AreApart(a, Transform({false, 0, offset}).Apply(b), 0, 1e-12));
+        }
+    }
+    EXPECT_GT(overlaps, 400);
+}
+
+/// The definition of the loss, in double precision and one pair of poles after the other.
+TEST(ZORNestSolverCollisionTest, LossesAreThoseOfAllPairsOfPoles)
+{
+    Random random(17);
+    for (int i = 0; i < 100; ++i) {
         const Shape a = ShapeOf({RandomStar(random, 9, 10)});
         const Shape b = ShapeOf({RandomStar(random, 12, 6)});
-        PairTables tables(2);
-        int settled = 0;
-        for (int k = 0; k < 60000; ++k) {
-            const Point offset{random.Between(a.box.min.x - b.box.max.x, a.box.max.x - b.box.min.x),
-                               random.Between(a.box.min.y - b.box.max.y, a.box.max.y - b.box.min.y)};
-            const bool swapped = k % 2 == 0;
-            const auto verdict =
-                swapped ? tables.Look(1, b, 0, a, Point{} - offset) : tables.Look(0, a, 1, b, offset);
-            if (verdict.answer == PairTables::Answer::Apart) {
-                EXPECT_FALSE(DoCollide(a, b, offset));
-            } else if (verdict.answer == PairTables::Answer::Colliding) {
-                EXPECT_TRUE(DoCollide(a, b, offset));
+        const Point offset{random.Between(-15, 15), random.Between(-15, 15)};
+        const double epsilon = 0.01 * std::max(a.diameter, b.diameter);
+        double area = 0;
+        for (size_t j = 0; j < a.poleCount; ++j) {
+            for (size_t k = 0; k < b.poleCount; ++k) {
+                const double distance =
+                    std::hypot(a.poleX[j] - b.poleX[k] - offset.x, a.poleY[j] - b.poleY[k] - offset.y);
+                const double depth = a.poleR[j] + b.poleR[k] - distance;
+                const double decayed = depth < epsilon ? epsilon * epsilon / (2 * epsilon - depth) : depth;
+                area += std::numbers::pi * decayed * std::min(a.poleR[j], b.poleR[k]);
             }
-            settled += verdict.answer == PairTables::Answer::Unknown ? 0 : 1;
         }
-        EXPECT_GT(settled, 40000);
+        const double loss = std::sqrt(area + epsilon * epsilon) * std::sqrt(a.weight * b.weight);
+        EXPECT_NEAR(MeasureLoss(a, b, offset), loss, 1e-4 * loss);
+    }
+}
+
+TEST(ZORNestSolverCollisionTest, ALossIsLeftAtItsBound)
+{
+    Random random(19);
+    for (int i = 0; i < 300; ++i) {
+        const Shape a = ShapeOf({RandomStar(random, 9, 10)});
+        const Shape b = ShapeOf({RandomStar(random, 12, 6)});
+        const Point offset{random.Between(-15, 15), random.Between(-15, 15)};
+        const float loss = MeasureLoss(a, b, offset);
+        const float bound = loss * static_cast<float>(random.Between(0.1, 1.9));
+        const float bounded = MeasureLoss(a, b, offset, bound);
+        if (bounded < bound)
+            EXPECT_EQ(bounded, loss);
+        else
+            EXPECT_LE(bounded, loss * 1.0001F);
     }
 }
 
@@ -98,7 +135,7 @@ TEST(ZORNestSolverCollisionTest, DeeperOverlapLosesMore)
     const Shape square = ShapeOf({Rectangle(2, 2, {-1, -1})});
     float last = 0;
     for (const double x : {1.9, 1.5, 1.0, 0.5, 0.0}) {
-        const float loss = MeasurePoles(square, square, {x, 0}).loss;
+        const float loss = MeasureLoss(square, square, {x, 0});
         EXPECT_GT(loss, last);
         last = loss;
     }
