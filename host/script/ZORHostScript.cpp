@@ -26,7 +26,7 @@ const QHash<QString, WordCount>& Verbs()
         {"in", {1, 1}},         {"trigger", {1, 1}}, {"click", {1, 1}},  {"set", {2, 2}},
         {"select", {2, many}},  {"key", {1, 2}},     {"answer", {1, 3}}, {"end", {0, 0}},
         {"expect", {3, many}},  {"wait", {4, many}}, {"let", {2, many}}, {"close", {0, 0}},
-        {"screenshot", {2, 2}}, {"repeat", {3, 3}},
+        {"screenshot", {2, 2}}, {"repeat", {3, 3}},  {"edit", {4, 4}},
     };
     return verbs;
 }

@@ -220,6 +220,9 @@ void ZORHostScriptRunner::PlayAct(const ZORHostScriptStep& step, Sequence& seque
     else if (step.verb == QLatin1String("set"))
         ZORHostWidgetAccess::SetValue(ZORHostWidgetFinder::FindWidget(GetWindow(sequence), words[0]),
                                       words[1]);
+    else if (step.verb == QLatin1String("edit"))
+        ZORHostWidgetAccess::SetCell(ZORHostWidgetFinder::FindWidget(GetWindow(sequence), words[0]), words[1],
+                                     words[2], words[3]);
     else if (step.verb == QLatin1String("select"))
         ZORHostWidgetAccess::SelectRows(ZORHostWidgetFinder::FindWidget(GetWindow(sequence), words[0]),
                                         words.mid(1));

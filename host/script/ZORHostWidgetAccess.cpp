@@ -29,6 +29,14 @@ ZORHostScriptError Error(const QWidget* widget, const QString& message)
     return ZORHostScriptError(QStringLiteral("widget '%1' %2").arg(NameOf(widget), message));
 }
 
+void RequireUsable(const QWidget* widget)
+{
+    if (!widget->isVisible())
+        throw Error(widget, "is not visible");
+    if (!widget->isEnabled())
+        throw Error(widget, "is disabled");
+}
+
 QString OnOff(bool on)
 {
     return on ? QStringLiteral("on") : QStringLiteral("off");
@@ -168,10 +176,7 @@ QString ZORHostWidgetAccess::GetValue(const QWidget* widget)
 
 void ZORHostWidgetAccess::SetValue(QWidget* widget, const QString& value)
 {
-    if (!widget->isVisible())
-        throw Error(widget, "is not visible");
-    if (!widget->isEnabled())
-        throw Error(widget, "is disabled");
+    RequireUsable(widget);
     if (auto* combo = qobject_cast<QComboBox*>(widget))
         SetCombo(combo, value);
     else if (auto* spin = qobject_cast<QSpinBox*>(widget))
@@ -202,6 +207,28 @@ int ZORHostWidgetAccess::GetNumRows(const QWidget* widget)
 QString ZORHostWidgetAccess::GetCell(const QWidget* widget, const QString& row, const QString& column)
 {
     return ModelOf(widget)->index(FindRow(widget, row), FindColumn(widget, column)).data().toString();
+}
+
+void ZORHostWidgetAccess::SetCell(QWidget* widget, const QString& row, const QString& column,
+                                  const QString& value)
+{
+    RequireUsable(widget);
+    const QModelIndex index = ModelOf(widget)->index(FindRow(widget, row), FindColumn(widget, column));
+    auto* view = qobject_cast<QAbstractItemView*>(widget);
+    if (!index.flags().testFlag(Qt::ItemIsEditable)
+        || view->editTriggers() == QAbstractItemView::NoEditTriggers)
+        throw Error(widget, QStringLiteral("has no cell to edit in column '%1'").arg(column));
+
+    QVariant typed = value;
+    const QMetaType type = index.data(Qt::EditRole).metaType();
+    const bool fits = type.id() == QMetaType::Bool
+                          ? value == QLatin1String("true") || value == QLatin1String("false")
+                          : !type.isValid() || typed.convert(type);
+    if (!fits)
+        throw Error(widget, QStringLiteral("takes no '%1' in column '%2'").arg(value, column));
+    if (type.id() == QMetaType::Bool)
+        typed = value == QLatin1String("true");
+    view->model()->setData(index, typed, Qt::EditRole);
 }
 
 void ZORHostWidgetAccess::SelectRows(QWidget* widget, const QStringList& rows)

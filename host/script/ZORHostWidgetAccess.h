@@ -24,6 +24,9 @@ int GetNumRows(const QWidget* widget);
 /// \param column  from 0, or the text of the header
 /// \throws ZORHostScriptError when there is no such cell
 QString GetCell(const QWidget* widget, const QString& row, const QString& column);
+/// Gives a cell another value, of the kind that it holds: flags are true or false. The view has to be visible
+/// and enabled, and the cell one that the user can edit. \throws ZORHostScriptError otherwise
+void SetCell(QWidget* widget, const QString& row, const QString& column, const QString& value);
 /// Makes the first of \a rows current and selects all of them. \throws ZORHostScriptError as GetCell()
 void SelectRows(QWidget* widget, const QStringList& rows);
 

@@ -174,6 +174,31 @@ TEST_F(ZORHostScriptRunnerTest, ReadsAndSelectsRows)
     EXPECT_EQ(QString("gamma"), window.table->currentIndex().data().toString());
 }
 
+TEST_F(ZORHostScriptRunnerTest, EditsCellsAsTheirKindTakesIt)
+{
+    window.model.setData(window.model.index(0, 1), 7);
+    window.model.setData(window.model.index(1, 1), 0.5);
+    window.model.setData(window.model.index(2, 1), true);
+    EXPECT_TRUE(Play({"in Playground", "edit _Table alpha Count 12", "edit _Table 1 1 2.25",
+                      "edit _Table gamma Count false", "edit _Table -1 Name delta"}))
+        << report.toStdString();
+    EXPECT_EQ(QVariant(12), window.model.data(window.model.index(0, 1)));
+    EXPECT_EQ(QVariant(2.25), window.model.data(window.model.index(1, 1)));
+    EXPECT_EQ(QVariant(false), window.model.data(window.model.index(2, 1)));
+    EXPECT_EQ(QVariant("delta"), window.model.data(window.model.index(2, 0)));
+
+    EXPECT_EQ("test.zorscript:2: widget '_Table' takes no 'many' in column 'Count'",
+              FailureOf({"in Playground", "edit _Table 0 Count many"}));
+    EXPECT_EQ("test.zorscript:2: widget '_Table' takes no 'maybe' in column 'Count'",
+              FailureOf({"in Playground", "edit _Table 2 Count maybe"}));
+    EXPECT_EQ("test.zorscript:2: widget '_Edit' has no rows",
+              FailureOf({"in Playground", "edit _Edit 0 0 x"}));
+    window.table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    EXPECT_EQ("test.zorscript:2: widget '_Table' has no cell to edit in column 'Name'",
+              FailureOf({"in Playground", "edit _Table 0 Name x"}));
+    EXPECT_EQ(QVariant("alpha"), window.model.data(window.model.index(0, 0)));
+}
+
 TEST_F(ZORHostScriptRunnerTest, TriggersClicksAndPressesKeys)
 {
     QStringList done;
