@@ -9,7 +9,9 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double HalfWay = 30; // seconds to half the progress of a run without end
+constexpr double HalfWay = 30;     // seconds to half the progress of a run without end
+constexpr double LongTime = 86400; // seconds; runs end for lack of progress before
+constexpr double MovesPerSecond = 10000;
 
 void Raise(std::atomic<double>& progress, double value)
 {
@@ -38,12 +40,17 @@ Budget Budget::Part(double fraction) const
     return part;
 }
 
-Budget Budget::Limited(double seconds) const
+Budget Budget::LimitedTo(double units) const
 {
     Budget part = *this;
     part.m_start = Read();
-    part.m_end = std::min(m_end, part.m_start + seconds);
+    part.m_end = std::min(m_end, part.m_start + units);
     return part;
+}
+
+Budget Budget::Limited(double seconds) const
+{
+    return LimitedTo(seconds * (m_clock == Clock::Steps ? MovesPerSecond : 1));
 }
 
 bool Budget::HasEnd() const
@@ -53,15 +60,32 @@ bool Budget::HasEnd() const
 
 bool Budget::IsOver() const
 {
-    if (IsStopped())
-        return true;
+    return IsStopped() || Count() >= m_end;
+}
+
+bool Budget::IsRunOver() const
+{
+    return IsStopped() || Count() >= m_runEnd;
+}
+
+/// Counts a step, reports the progress and tells the time.
+double Budget::Count() const
+{
     ++m_control->steps;
     const double now = Read();
     const double elapsed = now - m_runStart;
-    const double share =
-        std::isfinite(m_runEnd) ? elapsed / (m_runEnd - m_runStart) : elapsed / (elapsed + HalfWay);
+    const double length = m_runEnd - m_runStart;
+    const bool isCounted = m_clock == Clock::Steps;
+    const double share = isCounted && std::isfinite(length)
+                             ? elapsed / length
+                             : GetShare(elapsed / (isCounted ? MovesPerSecond : 1), length);
     Raise(m_control->progress, std::clamp(share, 0.0, 0.999));
-    return now >= m_end;
+    return now;
+}
+
+double Budget::GetShare(double elapsed, double seconds)
+{
+    return seconds > 0 && seconds < LongTime ? elapsed / seconds : elapsed / (elapsed + HalfWay);
 }
 
 double Budget::GetRatio() const

@@ -29,14 +29,23 @@ public:
     /// \param seconds  0: without end; the progress then approaches 1 ever more slowly
     Budget(Control& control, Clock clock, double seconds);
 
+    /// The progress of a run that takes so many seconds; one without end, or of more than a day, comes ever more
+    /// slowly towards 1.
+    static double GetShare(double elapsed, double seconds);
+
     /// The same run; ends at a fraction of what remains.
     Budget Part(double fraction) const;
-    /// The same run; ends after so many seconds, or when this one does.
+    /// The same run; ends after so many seconds, or when this one does. Where moves are counted, a second
+    /// is ten thousand of them.
     Budget Limited(double seconds) const;
+    /// The same in units of the clock.
+    Budget LimitedTo(double units) const;
 
     bool IsStopped() const { return m_control->stop || m_control->cancel; }
     /// Asked before every move of an item, which it counts.
     bool IsOver() const;
+    /// The same for the whole run instead of this step.
+    bool IsRunOver() const;
     bool HasEnd() const;
     double GetElapsed() const { return Read() - m_start; }
     double GetRest() const { return m_end - Read(); }
@@ -45,6 +54,7 @@ public:
 
 private:
     double Read() const;
+    double Count() const;
 
     Control* m_control; // not owned
     Clock m_clock;

@@ -83,6 +83,17 @@ Pose ItemType::GetPose(size_t poseClass, double angle, Point position) const
     return pose;
 }
 
+size_t ItemType::FindClass(const Pose& pose) const
+{
+    constexpr double noise = 1e-9;
+    const auto holds = [&pose](const PoseClass& poseClass) {
+        const double turn = std::remainder(pose.angle - poseClass.angle, 2 * std::numbers::pi);
+        return poseClass.mirrored == pose.mirrored && std::abs(turn) <= poseClass.deviation + noise;
+    };
+    const auto found = std::find_if(classes.begin(), classes.end(), holds);
+    return found == classes.end() ? 0 : static_cast<size_t>(found - classes.begin());
+}
+
 ItemType PrepareItem(const Item& item, const Job& job, std::string& reason)
 {
     ItemType type;

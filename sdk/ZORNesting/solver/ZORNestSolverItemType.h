@@ -34,6 +34,8 @@ struct ItemType
 
     /// The pose of the item's own coordinates when the reference point lies at \a position.
     Pose GetPose(size_t poseClass, double angle, Point position) const;
+    /// The family of rotations that holds the pose, or the first one if none does.
+    size_t FindClass(const Pose& pose) const;
 };
 
 /// \param reason  why the item cannot be nested; "" otherwise

@@ -70,6 +70,7 @@ struct NestedSheet
     double usedLength = 0; // of a roll; the length of any other sheet
     int stack = 1;         // so many equal sheets are cut at once
     std::vector<Placement> placements;
+    double remnantLength = 0; // of what a cut right of all parts leaves of the sheet; 0 of a roll
 };
 
 struct UnplacedItem

@@ -5,6 +5,7 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr int ConstructionSamples = 200;
+constexpr size_t SpareSheets = 2; // on top of twice as many as the area takes
 constexpr SeparationLimits SheetLimits{60, 2};
 constexpr int MostFailures = 12; // in a row of one kind of improvement
 
@@ -40,29 +41,52 @@ std::shared_ptr<Problem> SheetSearch::MakeProblem(const std::vector<PackedItem>&
     return problem;
 }
 
-Packing SheetSearch::Construct(const Budget& budget)
+/// Adds items as long as so many sheets have room, and returns the others.
+std::vector<size_t> SheetSearch::AddTo(Packing& packing, const std::vector<size_t>& items, size_t sheets,
+                                       const Budget& budget)
 {
-    std::vector<PackedItem> all(m_items.size());
-    for (size_t i = 0; i < all.size(); ++i)
-        all[i].item = i;
-    Layout layout(MakeProblem(all, m_mostSheets));
+    std::vector<PackedItem> all = packing.placed;
+    for (const size_t item : items)
+        all.push_back({item, {}});
+    Layout layout(MakeProblem(all, sheets));
     Mover mover(layout, m_random);
-    Packing packing;
-    for (size_t i = 0; i < all.size(); ++i) {
+    for (size_t i = 0; i < packing.placed.size(); ++i) {
+        Stand stand = packing.placed[i].stand;
+        stand.position = stand.position + GetOrigin(stand.window);
+        layout.Place(i, stand);
+    }
+    std::vector<size_t> rest;
+    for (size_t i = packing.placed.size(); i < all.size(); ++i) {
         std::optional<Stand> stand;
-        if (FindFitting(layout.GetType(i), m_area.window) && !budget.IsStopped())
-            for (uint32_t s = 0; s < m_mostSheets && !stand; ++s)
-                stand = mover.FindFree(i, s, ConstructionSamples);
+        for (uint32_t s = 0; s < sheets && !stand && Fits(all[i].item) && !budget.IsRunOver(); ++s) {
+            stand = mover.FindFree(i, s, ConstructionSamples);
+            if (!stand && s >= packing.sheets && m_area.hazards.empty()) { // an empty sheet has room
+                stand = FindFitting(layout.GetType(i), layout.GetWindow(s));
+                stand->window = s;
+            }
+        }
         if (!stand) {
-            packing.rest.push_back(i);
+            rest.push_back(all[i].item);
             continue;
         }
         layout.Place(i, *stand);
         packing.sheets = std::max(packing.sheets, size_t{stand->window} + 1);
         stand->position = stand->position - GetOrigin(stand->window);
-        packing.placed.push_back({i, *stand});
+        packing.placed.push_back({all[i].item, *stand});
     }
-    return packing;
+    return rest;
+}
+
+void SheetSearch::Add(Packing& packing, std::vector<size_t> items, const Budget& budget)
+{
+    size_t sheets = 0;
+    for (size_t before = items.size() + 1;
+         !items.empty() && items.size() < before && sheets < m_mostSheets;) {
+        before = items.size();
+        sheets = std::min(m_mostSheets, packing.sheets + 2 * GetFewestSheets(items) + SpareSheets);
+        items = AddTo(packing, items, sheets, budget);
+    }
+    packing.rest.insert(packing.rest.end(), items.begin(), items.end());
 }
 
 /// Removes the overlaps of items on so many sheets, leaving the items as they were if that fails.
@@ -92,11 +116,10 @@ PackedItem SheetSearch::PutAnywhere(size_t item, size_t sheets)
     return packed;
 }
 
-/// Adds the first item left that can be added.
-bool SheetSearch::AddRest(Packing& packing, const Budget& budget)
+bool SheetSearch::AddOneOfRest(Packing& packing, const Budget& budget)
 {
     for (size_t i = 0; i < packing.rest.size() && !budget.IsOver(); ++i) {
-        if (packing.sheets == 0 || !FindFitting(*m_types[m_items[packing.rest[i]]], m_area.window))
+        if (packing.sheets == 0 || !Fits(packing.rest[i]))
             continue;
         std::vector<PackedItem> items = packing.placed;
         items.push_back(PutAnywhere(packing.rest[i], packing.sheets));
@@ -131,22 +154,33 @@ bool SheetSearch::RemoveSheet(Packing& packing, const Budget& budget)
     return true;
 }
 
-size_t SheetSearch::GetFewestSheets() const
+/// No fewer sheets can hold these items, by their areas.
+size_t SheetSearch::GetFewestSheets(const std::vector<size_t>& items) const
 {
     double area = 0;
-    for (const size_t item : m_items)
-        area += m_types[item]->area;
-    return static_cast<size_t>(std::ceil(area / m_area.area - 1e-9));
+    for (const size_t item : items)
+        area += m_types[m_items[item]]->area;
+    return static_cast<size_t>(std::max(1.0, std::ceil(area / m_area.area - 1e-9)));
 }
 
-void SheetSearch::Improve(Packing& packing, const Budget& budget)
+void SheetSearch::AddRest(Packing& packing, double shortestTime, const Budget& budget)
 {
-    int failures = 0;
-    while (!packing.rest.empty() && failures < MostFailures && !budget.IsOver())
-        failures = AddRest(packing, budget) ? 0 : failures + 1;
-    const size_t fewest = packing.rest.empty() ? GetFewestSheets() : packing.sheets;
-    failures = 0;
-    while (packing.sheets > std::max<size_t>(fewest, 1) && failures < MostFailures && !budget.IsOver())
+    const auto fits = [this](size_t item) { return Fits(item); };
+    for (int failures = 0; std::any_of(packing.rest.begin(), packing.rest.end(), fits) && packing.sheets > 0
+                           && (failures < MostFailures || budget.GetElapsed() < shortestTime)
+                           && !budget.IsOver();)
+        failures = AddOneOfRest(packing, budget) ? 0 : failures + 1;
+}
+
+void SheetSearch::RemoveSheets(Packing& packing, double shortestTime, const Budget& budget)
+{
+    std::vector<size_t> items;
+    for (const PackedItem& packed : packing.placed)
+        items.push_back(packed.item);
+    const size_t fewest = GetFewestSheets(items);
+    for (int failures = 0; packing.sheets > fewest
+                           && (failures < MostFailures || budget.GetElapsed() < shortestTime)
+                           && !budget.IsOver();)
         failures = RemoveSheet(packing, budget) ? 0 : failures + 1;
 }
 

@@ -28,20 +28,26 @@ public:
     SheetSearch(std::vector<std::shared_ptr<const ItemType>> types, std::vector<size_t> items, SheetArea area,
                 size_t mostSheets, uint64_t seed);
 
-    /// Places the items one after another on the first sheet with room.
-    Packing Construct(const Budget& budget);
-    /// Puts what is left on the sheets where overlaps can be removed, then empties sheets. Ends when a
-    /// lower bound is reached or nothing was gained for a while.
-    void Improve(Packing& packing, const Budget& budget);
+    /// Places items one after another on the first sheet with room.
+    /// \param items  indices in the list that is to be packed
+    void Add(Packing& packing, std::vector<size_t> items, const Budget& budget);
+    /// Puts items that found no room on the sheets where overlaps can be removed, in their order.
+    /// \param shortestTime  no end for lack of progress before, in seconds
+    void AddRest(Packing& packing, double shortestTime, const Budget& budget);
+    /// Empties sheets. Ends when a lower bound is reached, or for lack of progress.
+    void RemoveSheets(Packing& packing, double shortestTime, const Budget& budget);
 
 private:
     std::shared_ptr<Problem> MakeProblem(const std::vector<PackedItem>& items, size_t sheets) const;
     Point GetOrigin(size_t sheet) const { return {m_pitch * static_cast<double>(sheet), 0}; }
     bool Separate(std::vector<PackedItem>& items, size_t sheets, const Budget& budget);
-    bool AddRest(Packing& packing, const Budget& budget);
+    std::vector<size_t> AddTo(Packing& packing, const std::vector<size_t>& items, size_t sheets,
+                              const Budget& budget);
+    bool AddOneOfRest(Packing& packing, const Budget& budget);
     bool RemoveSheet(Packing& packing, const Budget& budget);
     PackedItem PutAnywhere(size_t item, size_t sheets);
-    size_t GetFewestSheets() const;
+    bool Fits(size_t item) const { return FindFitting(*m_types[m_items[item]], m_area.window).has_value(); }
+    size_t GetFewestSheets(const std::vector<size_t>& items) const;
 
     std::vector<std::shared_ptr<const ItemType>> m_types;
     std::vector<size_t> m_items;

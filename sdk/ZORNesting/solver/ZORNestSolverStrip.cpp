@@ -61,7 +61,7 @@ void StripSearch::SetLength(double length)
     m_layout.SetWindow(0, window);
 }
 
-void StripSearch::Construct()
+void StripSearch::Construct(const Budget& budget)
 {
     std::vector<size_t> order(m_layout.GetItemCount());
     std::iota(order.begin(), order.end(), size_t{0});
@@ -72,7 +72,9 @@ void StripSearch::Construct()
     double used = 0;
     for (const size_t item : order) {
         SetLength(used + m_layout.GetType(item).base.diameter);
-        auto stand = m_mover.FindFree(item, 0, ConstructionSamples);
+        std::optional<Stand> stand;
+        if (!budget.IsRunOver())
+            stand = m_mover.FindFree(item, 0, ConstructionSamples);
         if (!stand) { // behind all others is room
             Box behind = m_layout.GetWindow(0);
             behind.min.x = left + used;

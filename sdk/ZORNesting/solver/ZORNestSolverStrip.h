@@ -18,8 +18,9 @@ public:
 
     StripSearch(std::shared_ptr<const Problem> problem, uint64_t seed, Listener listener);
 
-    /// Places the items one after another. Every item fits the width in one of its rotations and hands.
-    void Construct();
+    /// Places the items one after another; where the run is over, simply behind each other. Every item fits
+    /// the width in one of its rotations and hands.
+    void Construct(const Budget& budget);
     /// Goes on from a valid layout instead of its own.
     void Continue(const std::vector<Stand>& stands);
     /// Shrinks in steps that become smaller where separation fails; at the smallest one, leaves dead ends by

@@ -86,7 +86,7 @@ std::vector<Stand> SearchStrip(const std::shared_ptr<const Problem>& problem, ui
                                const StripProof& proof, const StripEffort& effort, const Budget& budget)
 {
     StripTeam team(problem, seed, proof, effort.quick ? 1 : effort.threads);
-    team.ForEach([](StripSearch& search) { search.Construct(); });
+    team.ForEach([&budget](StripSearch& search) { search.Construct(budget); });
     if (effort.quick)
         return team.GetBest().GetStands();
     const bool useAll = budget.HasEnd() && effort.shortestTime >= budget.GetElapsed() + budget.GetRest();

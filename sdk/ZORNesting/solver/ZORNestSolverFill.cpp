@@ -1,0 +1,341 @@
+#include "ZORNestSolverFill.h"
+
+#include "ZORNestSolverCheck.h"
+#include "ZORNestSolverCompaction.h"
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr int CoverAttempts = 8;
+constexpr double CoverShare = 0.2; // of the time at most goes to exact covers
+constexpr double RemnantTime = 1;  // seconds to push a sheet's items to the left
+constexpr double RemnantTimeOfItem = 0.05;
+constexpr double ExploreShare = 0.7; // of that time
+
+Budget PartOf(const Budget& budget, double share)
+{
+    return budget.HasEnd() ? budget.Part(share) : budget;
+}
+
+} // namespace
+
+PreparedJob::PreparedJob(const Job& newJob)
+    : job(newJob)
+{
+    for (const Item& item : job.items) {
+        reasons.emplace_back();
+        types.push_back(std::make_shared<const ItemType>(PrepareItem(item, job, reasons.back())));
+    }
+    for (const SheetKind& kind : job.kinds) {
+        areas.push_back(PrepareSheet(kind, job));
+        if (areas.back().window.IsEmpty())
+            remarks.push_back("sheet \"" + kind.name + "\" has no usable area");
+    }
+}
+
+bool PreparedJob::FitsOn(size_t item, size_t kind) const
+{
+    return reasons[item].empty() && !areas[kind].window.IsEmpty()
+           && FindFitting(*types[item], areas[kind].window).has_value();
+}
+
+double PreparedJob::GetArea(const std::vector<size_t>& items) const
+{
+    double area = 0;
+    for (const size_t item : items)
+        area += types[item]->area;
+    return area;
+}
+
+double PreparedJob::GetCost(size_t kind) const
+{
+    const bool isFree =
+        std::all_of(job.kinds.begin(), job.kinds.end(), [](const SheetKind& k) { return k.cost == 0; });
+    if (!isFree)
+        return job.kinds[kind].cost;
+    return job.kinds[kind].width * (job.kinds[kind].IsRoll() ? 1 : job.kinds[kind].length);
+}
+
+bool Plan::IsBetterThan(const Plan& other) const
+{
+    constexpr double noise = 1e-9;
+    if (std::abs(restArea - other.restArea) > noise * std::max(restArea, other.restArea))
+        return restArea < other.restArea;
+    return cost < other.cost;
+}
+
+Filler::Filler(const PreparedJob& prepared, int stack)
+    : m_prepared(prepared)
+    , m_job(prepared.job)
+    , m_stack(stack)
+{
+}
+
+std::vector<Placement> Filler::GetPlacements(const std::vector<size_t>& items,
+                                             const std::vector<Stand>& stands) const
+{
+    std::vector<Placement> placements;
+    for (size_t i = 0; i < items.size(); ++i)
+        placements.push_back({items[i], m_prepared.types[items[i]]->GetPose(
+                                            stands[i].poseClass, stands[i].angle, stands[i].position)});
+    return placements;
+}
+
+double Filler::GetRightEnd(const std::vector<Placement>& placements) const
+{
+    double right = 0;
+    for (const Placement& placement : placements)
+        right = std::max(
+            right, GetBox(Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer)).max.x);
+    return right;
+}
+
+double Filler::GetUsedLength(size_t kind, const std::vector<Placement>& placements) const
+{
+    const SheetKind& sheet = m_job.kinds[kind];
+    return sheet.IsRoll() ? GetRightEnd(placements) + m_job.frameWidth + sheet.rightTrim : sheet.length;
+}
+
+bool Filler::AreApart(const std::vector<Placement>& placements) const
+{
+    std::vector<Polygon> placed;
+    for (const Placement& placement : placements)
+        placed.push_back(Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer));
+    return AreAllApart(placed, m_job.separation);
+}
+
+void Filler::SetCost(Plan& plan) const
+{
+    plan.cost = 0;
+    for (NestedSheet& sheet : plan.sheets) {
+        const bool isRoll = m_job.kinds[sheet.kind].IsRoll();
+        plan.cost += m_prepared.GetCost(sheet.kind) * (isRoll ? sheet.usedLength : 1) * sheet.stack;
+        if (!isRoll)
+            sheet.remnantLength =
+                std::max(0.0, sheet.usedLength - GetRightEnd(sheet.placements) - m_job.separation);
+    }
+    plan.restArea = m_prepared.GetArea(plan.rest);
+}
+
+std::shared_ptr<Problem> Filler::MakeProblem(size_t kind, std::vector<size_t> items) const
+{
+    auto problem = std::make_shared<Problem>();
+    problem->types = m_prepared.types;
+    problem->windows = {m_prepared.areas[kind].window};
+    problem->hazards = m_prepared.areas[kind].hazards;
+    problem->items = std::move(items);
+    return problem;
+}
+
+/// A strip without waste; empty if there is none.
+std::vector<Stand> Filler::CoverRoll(size_t kind, const std::vector<size_t>& items,
+                                     const Budget& budget) const
+{
+    Box box = m_prepared.areas[kind].window;
+    box.max.x = box.min.x + m_prepared.GetArea(items) / box.GetHeight();
+    if (m_job.separation > 0 || !m_prepared.areas[kind].hazards.empty())
+        return {};
+    Jigsaw jigsaw(m_prepared.types, items, m_job.seed);
+    const auto places = jigsaw.Fill(box, 1, PartOf(budget, CoverShare));
+    if (places.size() != items.size())
+        return {};
+    std::vector<Stand> stands(items.size());
+    for (const Jigsaw::Place& place : places)
+        stands[place.item] = place.stand;
+    return AreApart(GetPlacements(items, stands)) ? stands : std::vector<Stand>{};
+}
+
+void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const Budget& budget) const
+{
+    std::vector<size_t> items;
+    std::vector<size_t> rest;
+    for (const size_t item : plan.rest)
+        (m_prepared.FitsOn(item, kind) ? items : rest).push_back(item);
+    if (items.empty())
+        return;
+    std::vector<Stand> stands = CoverRoll(kind, items, budget);
+    if (stands.empty()) {
+        const auto proof = [this, &items](const std::vector<Stand>& tried) {
+            return AreApart(GetPlacements(items, tried));
+        };
+        const StripEffort stripEffort{effort.threads, effort.shortestTime, m_job.separation, effort.quick};
+        stands = SearchStrip(MakeProblem(kind, items), m_job.seed, proof, stripEffort, budget);
+    }
+    const std::vector<Placement> placements = GetPlacements(items, stands);
+    plan.sheets.push_back({kind, GetUsedLength(kind, placements), m_stack, placements});
+    plan.rest = std::move(rest);
+}
+
+/// Takes items off the sheet that, by true distances, are too near to earlier ones.
+void Filler::KeepApart(NestedSheet& sheet, std::vector<size_t>& removed) const
+{
+    std::vector<Polygon> kept;
+    std::vector<Placement> placements;
+    for (const Placement& placement : sheet.placements) {
+        Polygon placed = Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer);
+        const bool isApart = std::all_of(kept.begin(), kept.end(), [&](const Polygon& other) {
+            return ZORNestSolver::AreApart(placed, other, m_job.separation);
+        });
+        if (isApart) {
+            kept.push_back(std::move(placed));
+            placements.push_back(placement);
+        } else {
+            removed.push_back(placement.item);
+        }
+    }
+    sheet.placements = std::move(placements);
+}
+
+/// Sheets that the items fill without waste, where all of them may: what remains is filled by searching.
+size_t Filler::CoverSheets(const Mix::Part& part, Plan& plan, const FillEffort& effort,
+                           const Budget& budget) const
+{
+    const SheetArea& area = m_prepared.areas[part.kind];
+    if (m_job.separation > 0 || !area.hazards.empty() || effort.byPriority
+        || !IsWholeNumberOf(m_prepared.GetArea(plan.rest), area.area))
+        return 0;
+    Jigsaw jigsaw(m_prepared.types, plan.rest, m_job.seed);
+    const Budget own = PartOf(budget, CoverShare);
+    std::vector<bool> used(plan.rest.size(), false);
+    size_t sheets = 0;
+    while (sheets < part.most) {
+        const auto places = jigsaw.Fill(area.window, effort.quick ? 1 : CoverAttempts, own);
+        std::vector<size_t> items;
+        std::vector<Stand> stands;
+        for (const Jigsaw::Place& place : places) {
+            items.push_back(plan.rest[place.item]);
+            stands.push_back(place.stand);
+        }
+        const std::vector<Placement> placements = GetPlacements(items, stands);
+        if (places.empty() || !AreApart(placements))
+            break;
+        for (const Jigsaw::Place& place : places)
+            used[place.item] = true;
+        plan.sheets.push_back({part.kind, m_job.kinds[part.kind].length, m_stack, placements});
+        ++sheets;
+    }
+    std::vector<size_t> rest;
+    for (size_t i = 0; i < used.size(); ++i)
+        if (!used[i])
+            rest.push_back(plan.rest[i]);
+    plan.rest = std::move(rest);
+    return sheets;
+}
+
+/// With an effort by priority, the items of each priority are all given a place before those of the next.
+Packing Filler::Pack(SheetSearch& search, const std::vector<size_t>& items, const FillEffort& effort,
+                     const Budget& budget) const
+{
+    Packing packing;
+    for (size_t first = 0; first < items.size();) {
+        size_t last = items.size();
+        if (effort.byPriority) {
+            const int priority = m_job.items[items[first]].priority;
+            last = first + 1;
+            while (last < items.size() && m_job.items[items[last]].priority == priority)
+                ++last;
+        }
+        std::vector<size_t> level;
+        for (size_t i = first; i < last; ++i)
+            level.push_back(i);
+        search.Add(packing, level, budget);
+        const double share = static_cast<double>(last - first) / static_cast<double>(items.size() - first);
+        if (!effort.quick)
+            search.AddRest(packing, effort.shortestTime * share, PartOf(budget, share));
+        first = last;
+    }
+    if (!effort.quick)
+        search.RemoveSheets(packing, effort.shortestTime - budget.GetElapsed(), budget);
+    return packing;
+}
+
+void Filler::FillSheets(const Mix::Part& part, Plan& plan, const FillEffort& effort,
+                        const Budget& budget) const
+{
+    const size_t most = part.most - CoverSheets(part, plan, effort, budget);
+    if (most == 0 || plan.rest.empty())
+        return;
+    SheetSearch search(m_prepared.types, plan.rest, m_prepared.areas[part.kind], most, m_job.seed);
+    const Packing packing = Pack(search, plan.rest, effort, budget);
+    std::vector<NestedSheet> sheets(packing.sheets, {part.kind, m_job.kinds[part.kind].length, m_stack, {}});
+    for (const PackedItem& packed : packing.placed) {
+        const auto placements = GetPlacements({plan.rest[packed.item]}, {packed.stand});
+        sheets[packed.stand.window].placements.push_back(placements.front());
+    }
+    std::vector<size_t> rest;
+    for (NestedSheet& sheet : sheets)
+        KeepApart(sheet, rest);
+    std::erase_if(sheets, [](const NestedSheet& sheet) { return sheet.placements.empty(); });
+    const auto getArea = [this](const NestedSheet& sheet) {
+        double area = 0;
+        for (const Placement& placement : sheet.placements)
+            area += m_prepared.types[placement.item]->area;
+        return area;
+    };
+    std::stable_sort(sheets.begin(), sheets.end(), [&getArea](const NestedSheet& a, const NestedSheet& b) {
+        return getArea(a) > getArea(b);
+    });
+    plan.sheets.insert(plan.sheets.end(), sheets.begin(), sheets.end());
+    for (const size_t i : packing.rest)
+        rest.push_back(plan.rest[i]);
+    plan.rest = std::move(rest);
+}
+
+Plan Filler::Follow(const Mix& mix, const std::vector<size_t>& items, const FillEffort& effort,
+                    const Budget& budget) const
+{
+    Plan plan;
+    plan.rest = items;
+    for (size_t i = 0; i < mix.parts.size() && !plan.rest.empty(); ++i) {
+        const Mix::Part& part = mix.parts[i];
+        if (part.most == 0 || m_prepared.areas[part.kind].window.IsEmpty())
+            continue;
+        const double share = 1.0 / static_cast<double>(mix.parts.size() - i);
+        FillEffort own = effort;
+        own.shortestTime = std::max(0.0, effort.shortestTime - budget.GetElapsed()) * share;
+        if (m_job.kinds[part.kind].IsRoll())
+            FillRoll(part.kind, plan, own, PartOf(budget, share));
+        else
+            FillSheets(part, plan, own, PartOf(budget, share));
+    }
+    SetCost(plan);
+    return plan;
+}
+
+void Filler::PackLastSheet(Plan& plan, double shortestTime, const Budget& budget) const
+{
+    if (plan.sheets.empty() || !plan.rest.empty() || m_job.kinds[plan.sheets.back().kind].IsRoll())
+        return;
+    NestedSheet& sheet = plan.sheets.back();
+    std::vector<size_t> items;
+    std::vector<Stand> stands;
+    for (const Placement& placement : sheet.placements) {
+        const ItemType& type = *m_prepared.types[placement.item];
+        const auto poseClass = type.FindClass(placement.pose);
+        items.push_back(placement.item);
+        stands.push_back({Transform(placement.pose).Apply(type.reference), placement.pose.angle,
+                          static_cast<uint32_t>(poseClass), 0});
+    }
+    const auto problem = MakeProblem(sheet.kind, items);
+    const auto proof = [this, &items](const std::vector<Stand>& tried) {
+        return AreApart(GetPlacements(items, tried));
+    };
+    StripSearch search(problem, m_job.seed,
+                       [&proof](const std::vector<Stand>& tried, double) { return proof(tried); });
+    search.Continue(stands);
+    if (search.GetStands().empty())
+        return;
+    const double time = RemnantTime + RemnantTimeOfItem * static_cast<double>(items.size());
+    const Budget own = budget.Limited(std::max(time, shortestTime));
+    search.Explore(own.HasEnd() ? own.Part(ExploreShare) : own);
+    search.Compress(own);
+    const Compaction compaction(*problem, m_job.separation, proof);
+    const auto placements =
+        GetPlacements(items, compaction.Shorten(search.GetStands(), [&budget] { return budget.IsOver(); }));
+    if (GetRightEnd(placements) < GetRightEnd(sheet.placements))
+        sheet.placements = placements;
+    SetCost(plan);
+}
+
+} // namespace ZORNestSolver
