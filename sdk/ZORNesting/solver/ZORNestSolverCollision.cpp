@@ -1,12 +1,10 @@
 #include "ZORNestSolverCollision.h"
 
+#include "ZORNestSolverVector.h"
+
 #include <array>
 #include <cstdint>
 #include <numbers>
-
-// One source, compiled for the vector unit at hand; no operation is contracted or reordered, so that
-// every processor decides alike.
-#define ZOR_VECTOR_CLONES __attribute__((target_clones("avx2", "default")))
 
 namespace ZORNestSolver {
 
@@ -14,23 +12,6 @@ namespace {
 
 constexpr float RelativeEpsilon = 0.01F;
 constexpr float RelativeMargin = 1e-6F; // more than single precision is wrong by
-
-typedef double Quad __attribute__((vector_size(32), aligned(8), may_alias));
-typedef float Octet __attribute__((vector_size(32), aligned(4), may_alias));
-typedef int32_t OctetMask __attribute__((vector_size(32)));
-typedef int64_t QuadMask __attribute__((vector_size(32)));
-
-/// Four numbers at a time, wherever they lie.
-const Quad& At(const double* values)
-{
-    return *reinterpret_cast<const Quad*>(values);
-}
-
-/// Eight numbers at a time, wherever they lie.
-const Octet& At(const float* values)
-{
-    return *reinterpret_cast<const Octet*>(values);
-}
 
 void TakeRoots(Octet& values)
 {
@@ -71,13 +52,6 @@ float SumPoles(const Shape& a, const Shape& b, float dx, float dy, float epsilon
             break;
     }
     return GetSum(sums);
-}
-
-/// No lane of the mask is set.
-bool IsClear(const OctetMask& mask)
-{
-    const auto halves = reinterpret_cast<QuadMask>(mask);
-    return (halves[0] | halves[1] | halves[2] | halves[3]) == 0;
 }
 
 /// Poles of both shapes overlap by more than the margin. Only those of the first one are looked at that reach
@@ -159,7 +133,7 @@ bool DoesEdgeMeet(Point p, Point q, std::array<const double*, 4> edges, size_t c
         const Quad ends = (ex * (p.y - ay) - ey * (p.x - ax)) * (ex * (q.y - ay) - ey * (q.x - ax));
         hit |= (sides <= 0) & (ends <= 0) & ((sides < 0) | (ends < 0));
     }
-    return (hit[0] | hit[1] | hit[2] | hit[3]) != 0;
+    return !IsClear(hit);
 }
 
 /// Even-odd rule for a point relative to the shape.

@@ -1,5 +1,7 @@
 #include "ZORNestSolverLayout.h"
 
+#include "ZORNestSolverVector.h"
+
 namespace ZORNestSolver {
 
 namespace {
@@ -10,15 +12,6 @@ constexpr float WeightDecay = 0.95F;
 constexpr float LowestRaise = 1.2F;
 constexpr float HighestRaise = 2.0F;
 constexpr float LargestWeight = 1e15F;
-
-typedef float Octet __attribute__((vector_size(32), aligned(4), may_alias));
-typedef int32_t OctetMask __attribute__((vector_size(32)));
-typedef int64_t PairMask __attribute__((vector_size(32)));
-
-const Octet& At(const float* values)
-{
-    return *reinterpret_cast<const Octet*>(values);
-}
 
 struct FloatBox
 {
@@ -41,17 +34,15 @@ FloatBox Widened(const Box& box)
 }
 
 /// Writes the indices of the boxes that overlap the given one and returns their number.
-__attribute__((target_clones("avx2", "default"))) size_t FindOverlaps(const float* minX, const float* minY,
-                                                                      const float* maxX, const float* maxY,
-                                                                      size_t count, const FloatBox& box,
-                                                                      uint32_t* found)
+ZOR_VECTOR_CLONES
+size_t FindOverlaps(const float* minX, const float* minY, const float* maxX, const float* maxY, size_t count,
+                    const FloatBox& box, uint32_t* found)
 {
     size_t number = 0;
     for (size_t i = 0; i < count; i += BoxPadding) {
         const OctetMask mask = (At(minX + i) <= box.maxX) & (At(maxX + i) >= box.minX)
                                & (At(minY + i) <= box.maxY) & (At(maxY + i) >= box.minY);
-        const auto pairs = reinterpret_cast<PairMask>(mask);
-        if ((pairs[0] | pairs[1] | pairs[2] | pairs[3]) == 0)
+        if (IsClear(mask))
             continue;
         for (size_t lane = 0; lane < BoxPadding; ++lane) {
             found[number] = static_cast<uint32_t>(i + lane);

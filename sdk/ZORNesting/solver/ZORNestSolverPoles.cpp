@@ -1,5 +1,7 @@
 #include "ZORNestSolverPoles.h"
 
+#include "ZORNestSolverVector.h"
+
 #include <queue>
 
 #include <numbers>
@@ -11,17 +13,15 @@ namespace {
 constexpr int DeepestLevel = 12;
 constexpr double Accuracy = 0.01;
 
-/// How far a point lies inside of a polygon and outside of the circles found so far.
+/// How far a point lies inside of a polygon.
 class DepthField
 {
 public:
     explicit DepthField(const Polygon& polygon);
     double GetDepth(Point p) const;
-    void Add(const Circle& circle) { m_circles.push_back(circle); }
 
 private:
-    std::vector<double> m_x, m_y, m_dx, m_dy, m_inverse, m_slope, m_endY;
-    std::vector<Circle> m_circles;
+    std::vector<double> m_x, m_y, m_dx, m_dy, m_inverse, m_slope, m_endY; // of edges, in fours
 };
 
 DepthField::DepthField(const Polygon& polygon)
@@ -40,95 +40,146 @@ DepthField::DepthField(const Polygon& polygon)
             m_slope.push_back(along.y != 0 ? along.x / along.y : 0);
         }
     }
+    while (m_x.size() % 4 != 0) // edges that are nowhere
+        for (auto* array : {&m_x, &m_y, &m_dx, &m_dy, &m_inverse, &m_slope, &m_endY})
+            array->push_back(std::numeric_limits<double>::quiet_NaN());
 }
 
+ZOR_VECTOR_CLONES
 double DepthField::GetDepth(Point p) const
 {
-    double nearest = std::numeric_limits<double>::infinity();
-    int crossings = 0;
-    const size_t count = m_x.size();
-    for (size_t i = 0; i < count; ++i) {
-        const double px = p.x - m_x[i];
-        const double py = p.y - m_y[i];
-        const double t = std::min(1.0, std::max(0.0, (px * m_dx[i] + py * m_dy[i]) * m_inverse[i]));
-        const double ex = px - t * m_dx[i];
-        const double ey = py - t * m_dy[i];
-        const double squared = ex * ex + ey * ey;
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    Quad nearest{infinity, infinity, infinity, infinity};
+    QuadMask odd{};
+    for (size_t i = 0; i < m_x.size(); i += 4) {
+        const Quad px = p.x - At(&m_x[i]);
+        const Quad py = p.y - At(&m_y[i]);
+        const Quad dx = At(&m_dx[i]);
+        const Quad dy = At(&m_dy[i]);
+        Quad t = (px * dx + py * dy) * At(&m_inverse[i]);
+        t = t > 0 ? t : Quad{};
+        t = t < 1 ? t : Quad{} + 1;
+        const Quad ex = px - t * dx;
+        const Quad ey = py - t * dy;
+        const Quad squared = ex * ex + ey * ey;
         nearest = squared < nearest ? squared : nearest;
-        const bool spans = (m_y[i] > p.y) != (m_endY[i] > p.y);
-        crossings += static_cast<int>(spans && px < py * m_slope[i]);
+        odd ^= ((At(&m_y[i]) > p.y) ^ (At(&m_endY[i]) > p.y)) & (px < py * At(&m_slope[i]));
     }
-    double depth = std::sqrt(nearest) * (crossings % 2 == 1 ? 1 : -1);
-    for (const Circle& circle : m_circles)
-        depth = std::min(depth, Length(p - circle.centre) - circle.radius);
-    return depth;
+    const double least = std::min(std::min(nearest[0], nearest[1]), std::min(nearest[2], nearest[3]));
+    const bool isInside = ((odd[0] ^ odd[1] ^ odd[2] ^ odd[3]) & 1) != 0;
+    return std::sqrt(least) * (isInside ? 1 : -1);
 }
 
+/// A square of a tree that grows where circles were searched for and serves for the next ones too.
 struct Cell
 {
     Point centre;
     double half = 0;
-    double depth = 0;
-    double bound = 0; // no point of the cell lies deeper
+    double depth = 0; // of the centre inside of the polygon, and outside of the circles looked at so far
+    size_t circles = 0;
+    size_t children = 0; // index of the first of four; 0: none yet
     int level = 0;
-    bool operator<(const Cell& other) const { return bound < other.bound; }
+    double GetBound() const { return depth + half * std::numbers::sqrt2; } // no point of it lies deeper
 };
 
-Cell MakeCell(const DepthField& field, Point centre, double half, int level)
+class PoleSearch
 {
-    const double depth = field.GetDepth(centre);
-    return {centre, half, depth, depth + half * std::numbers::sqrt2, level};
-}
+public:
+    explicit PoleSearch(const Polygon& polygon);
+    Circle FindDeepest();
+    void Add(const Circle& circle) { m_circles.push_back(circle); }
 
-Circle FindDeepest(const DepthField& field, const Box& box)
+private:
+    void AddCell(Point centre, double half, int level);
+    void Visit(size_t index);
+    void VisitChildren(size_t index);
+
+    DepthField m_field;
+    std::vector<Cell> m_cells;
+    std::vector<Circle> m_circles;
+    size_t m_roots = 0;
+    std::priority_queue<std::pair<double, size_t>> m_open; // bound and cell
+    Circle m_best;
+};
+
+PoleSearch::PoleSearch(const Polygon& polygon)
+    : m_field(polygon)
 {
+    const Box box = GetBox(polygon);
     const double size = std::min(box.GetWidth(), box.GetHeight());
-    std::priority_queue<Cell> open;
-    Circle best;
-    best.radius = -std::numeric_limits<double>::infinity();
-    const auto visit = [&](const Cell& cell) {
-        if (cell.depth > best.radius)
-            best = {cell.centre, cell.depth};
-        if (cell.bound > best.radius && cell.level < DeepestLevel)
-            open.push(cell);
-    };
     const int columns = std::clamp(static_cast<int>(std::ceil(box.GetWidth() / size)), 1, 64);
     const int rows = std::clamp(static_cast<int>(std::ceil(box.GetHeight() / size)), 1, 64);
     const double half = std::max(box.GetWidth() / columns, box.GetHeight() / rows) / 2;
     for (int i = 0; i < columns; ++i)
         for (int j = 0; j < rows; ++j)
-            visit(MakeCell(field,
-                           {box.min.x + box.GetWidth() * (i + 0.5) / columns,
-                            box.min.y + box.GetHeight() * (j + 0.5) / rows},
-                           half, 0));
-    while (!open.empty()) {
-        const Cell cell = open.top();
-        open.pop();
-        if (cell.bound <= best.radius + Accuracy * std::max(best.radius, 0.0))
-            break;
+            AddCell({box.min.x + box.GetWidth() * (i + 0.5) / columns,
+                     box.min.y + box.GetHeight() * (j + 0.5) / rows},
+                    half, 0);
+    m_roots = m_cells.size();
+}
+
+void PoleSearch::AddCell(Point centre, double half, int level)
+{
+    m_cells.push_back({centre, half, m_field.GetDepth(centre), 0, 0, level});
+}
+
+void PoleSearch::Visit(size_t index)
+{
+    Cell& cell = m_cells[index];
+    for (; cell.circles < m_circles.size(); ++cell.circles) {
+        const Circle& circle = m_circles[cell.circles];
+        cell.depth = std::min(cell.depth, Length(cell.centre - circle.centre) - circle.radius);
+    }
+    if (cell.depth > m_best.radius)
+        m_best = {cell.centre, cell.depth};
+    if (cell.GetBound() > m_best.radius && cell.level < DeepestLevel)
+        m_open.push({cell.GetBound(), index});
+}
+
+void PoleSearch::VisitChildren(size_t index)
+{
+    if (m_cells[index].children == 0) {
+        const Cell cell = m_cells[index];
+        m_cells[index].children = m_cells.size();
         const double quarter = cell.half / 2;
         for (const double x : {-quarter, quarter})
             for (const double y : {-quarter, quarter})
-                visit(MakeCell(field, cell.centre + Point{x, y}, quarter, cell.level + 1));
+                AddCell(cell.centre + Point{x, y}, quarter, cell.level + 1);
     }
-    return best;
+    for (size_t child = 0; child < 4; ++child)
+        Visit(m_cells[index].children + child);
+}
+
+Circle PoleSearch::FindDeepest()
+{
+    m_open = {};
+    m_best.radius = -std::numeric_limits<double>::infinity();
+    for (size_t root = 0; root < m_roots; ++root)
+        Visit(root);
+    while (!m_open.empty()) {
+        const auto [bound, index] = m_open.top();
+        m_open.pop();
+        if (bound <= m_best.radius + Accuracy * std::max(m_best.radius, 0.0))
+            break;
+        VisitChildren(index);
+    }
+    return m_best;
 }
 
 } // namespace
 
 std::vector<Circle> FindPoles(const Polygon& polygon, size_t limit)
 {
-    const Box box = GetBox(polygon);
     const double area = GetArea(polygon);
-    DepthField field(polygon);
+    PoleSearch search(polygon);
     std::vector<Circle> poles;
     double covered = 0;
     while (poles.size() < limit) {
-        const Circle circle = FindDeepest(field, box);
+        const Circle circle = search.FindDeepest();
         if (!poles.empty() && circle.radius <= 0.02 * poles.front().radius)
             break;
         poles.push_back(circle);
-        field.Add(circle);
+        search.Add(circle);
         covered += std::numbers::pi * circle.radius * circle.radius / area;
         if ((poles.size() >= 8 && covered >= 0.9) || (poles.size() >= 16 && covered >= 0.8))
             break;

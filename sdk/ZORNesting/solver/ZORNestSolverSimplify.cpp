@@ -103,8 +103,15 @@ void Simplifier::Refresh(size_t corner)
 /// No edge but the vanishing ones, named by their first corners, meets the new edge.
 bool Simplifier::IsFree(Point from, Point to, std::initializer_list<size_t> vanishing) const
 {
+    Box box;
+    box.Add(from);
+    box.Add(to);
     for (size_t i = 0; i < m_corners.size(); ++i) {
-        if (!m_corners[i].isAlive || !DoSegmentsMeet(from, to, At(i), At(After(i))))
+        const Point a = At(i);
+        const Point b = At(After(i));
+        if (!m_corners[i].isAlive || (a.x < box.min.x && b.x < box.min.x)
+            || (a.x > box.max.x && b.x > box.max.x) || (a.y < box.min.y && b.y < box.min.y)
+            || (a.y > box.max.y && b.y > box.max.y) || !DoSegmentsMeet(from, to, a, b))
             continue;
         if (std::find(vanishing.begin(), vanishing.end(), i) == vanishing.end())
             return false;
