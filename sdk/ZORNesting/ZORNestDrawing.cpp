@@ -102,6 +102,16 @@ void ZORNestDrawing::CountCurve()
         m_context.ThrowIfCanceled();
 }
 
+void ZORNestDrawing::CountSample()
+{
+    if (++m_samples > MaximumSamples) {
+        throw ZORSysException(QCoreApplication::translate(
+            "ZORNestDrawing", "curves of the drawing need too many arcs for the tolerance"));
+    }
+    if (m_samples % 4096 == 0)
+        m_context.ThrowIfCanceled();
+}
+
 void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, bool isSpline)
 {
     CountCurve();
@@ -160,6 +170,7 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
         breaks.append(mapped.from + (mapped.to - mapped.from) * i / std::max(1, quarters));
     const double direction = mapped.to > mapped.from ? 1 : -1;
     const auto curve = [&](double t) {
+        CountSample();
         return ZORNestArcFit::Place{GetConicPoint(mapped, t),
                                     direction * (std::cos(t) * mapped.v - std::sin(t) * mapped.u)};
     };
@@ -206,7 +217,11 @@ void ZORNestDrawing::AddNurbs(const ZORNestNurbs& nurbs)
                     [&](ZORNestPlanePoint pole) { return pole == mapped.poles.constFirst(); })) {
         return; // no length: leaves the chain as it is
     }
-    AppendFitted(ZORNestArcFit::Fit([&](double t) { return Evaluate(mapped, t); }, breaks, m_tolerance));
+    const auto curve = [&](double t) {
+        CountSample();
+        return Evaluate(mapped, t);
+    };
+    AppendFitted(ZORNestArcFit::Fit(curve, breaks, m_tolerance));
 }
 
 bool ZORNestDrawing::EndChain(const QString& what)

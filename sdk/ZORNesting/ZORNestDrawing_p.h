@@ -51,11 +51,14 @@ struct ZORNestNurbs
 };
 
 /// Everything that a source draws, as chains of lines and arcs in millimetres. Bounded: more than
-/// MaximumCurves throw ZORSysException "drawing has more than %1 curves".
+/// MaximumCurves throw ZORSysException "drawing has more than %1 curves", curves that take more than
+/// MaximumSamples "curves of the drawing need too many arcs for the tolerance".
 class ZORNestDrawing
 {
 public:
     static constexpr int MaximumCurves = 1000000;
+    /// How many points of curves are looked at to find their arcs, in all: six to nine for an arc.
+    static constexpr qint64 MaximumSamples = 16000000;
     /// Whatever has coordinates beyond this, in millimetres, is skipped.
     static constexpr double MaximumCoordinate = 1e9;
 
@@ -93,6 +96,7 @@ private:
     void Append(QList<ZORNestPiece> pieces, bool isSpline);
     void AppendFitted(const QList<ZORNestPiece>& pieces);
     void CountCurve();
+    void CountSample();
 
     const double m_tolerance;
     const ZORWorkContext& m_context;
@@ -100,6 +104,7 @@ private:
     QList<ZORNestDrawnText> m_texts;
     QMap<QString, qint64> m_skipped;
     qint64 m_curves = 0;
+    qint64 m_samples = 0;
 
     ZORNestChain m_chain; // the one that is being added
     ZORNestLook m_look;

@@ -192,6 +192,19 @@ TEST(ZORNestHostileDxfTest, LongTextsOfEscapesAreReadInTime)
     EXPECT_LT(timer.elapsed(), 20000);
 }
 
+TEST(ZORNestHostileSvgTest, CurvesOfEndlesslyManyArcsAreRefused)
+{
+    Runner runner("svg");
+    const auto translate = [&runner](const QByteArray& path, int count) {
+        return runner.Translate("<svg xmlns='http://www.w3.org/2000/svg'><path d='M0 0" + path.repeated(count)
+                                + "z'/></svg>");
+    };
+    // Each takes thousands.
+    EXPECT_TRUE(translate(" a1e8 5e7 0 1 1 1 1", 200000).isEmpty());
+    EXPECT_EQ("curves of the drawing need too many arcs for the tolerance", runner.failure);
+    EXPECT_EQ(1, translate(" a1e8 5e7 0 1 1 1 1", 3).size());
+}
+
 TEST(ZORNestHostileDxfTest, HugeNumbersAreSkipped)
 {
     Runner runner("dxf");
