@@ -76,13 +76,14 @@ void FindFathers(std::vector<Thing>& things, const ZORWorkContext& context)
             context.ThrowIfCanceled();
             Thing& thing = things[order[first]];
             std::erase_if(open, [&](int i) { return things[i].box.xMax < thing.box.xMin; });
-            for (const int candidate : open) {
-                const Thing& around = things[candidate];
-                const bool isPossible = candidate != order[first] && around.box.Contains(thing.box)
+            // What opened last is most often what lies closest around: larger outlines need no look then.
+            for (auto candidate = open.crbegin(); candidate != open.crend(); ++candidate) {
+                const Thing& around = things[*candidate];
+                const bool isPossible = *candidate != order[first] && around.box.Contains(thing.box)
                                         && (!thing.outline || around.area > thing.area)
                                         && (thing.father < 0 || around.area < things[thing.father].area);
                 if (isPossible && IsWithin(thing, around))
-                    thing.father = candidate;
+                    thing.father = *candidate;
             }
         }
     }

@@ -205,6 +205,19 @@ TEST(ZORNestHostileSvgTest, CurvesOfEndlesslyManyArcsAreRefused)
     EXPECT_EQ(1, translate(" a1e8 5e7 0 1 1 1 1", 3).size());
 }
 
+TEST(ZORNestHostileDxfTest, ManyOutlinesInEachOtherAlternate)
+{
+    Runner runner("dxf");
+    QByteArray circles;
+    constexpr int count = 4000;
+    for (int i = 1; i <= count; ++i)
+        circles += Circle(0, 0, i);
+    const QList<ZORNestResult> results = runner.Translate(Dxf(circles));
+    ASSERT_EQ(count / 2, results.size());
+    for (const ZORNestResult& result : results)
+        EXPECT_EQ(2, result.GetItems().constFirst()->GetShapes().size());
+}
+
 TEST(ZORNestHostileDxfTest, HugeNumbersAreSkipped)
 {
     Runner runner("dxf");
