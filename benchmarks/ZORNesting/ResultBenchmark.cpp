@@ -14,8 +14,10 @@
 #include <QImage>
 
 #include <benchmark/benchmark.h>
+#include <fstream>
+#include <malloc.h>
 #include <memory>
-#include <sys/resource.h>
+#include <string>
 
 namespace {
 
@@ -27,17 +29,31 @@ QByteArray Save(const ZORNestResult& result)
     return buffer.data();
 }
 
-double PeakMebibytes()
+/// Forgets the most memory that the process has had so far, where the system can.
+void ResetPeak()
 {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return double(usage.ru_maxrss) / 1024;
+    if (std::ofstream refs("/proc/self/clear_refs"); refs)
+        refs << 5;
 }
 
-/// 1.6 million segments: a file of 100 MB.
+double PeakMebibytes()
+{
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    double kibibytes = 0;
+    while (status >> word) {
+        if (word == "VmHWM:")
+            status >> kibibytes;
+    }
+    return kibibytes / 1024;
+}
+
+/// 4.7 million segments, half of them arcs: a file of 100 MB, whose document is 390 MB long.
 void ReadResult(benchmark::State& state)
 {
     QByteArray file = Save(MakeResult(int(state.range(0)), 100));
+    malloc_trim(0);
+    ResetPeak();
     for (auto _ : state) {
         QBuffer buffer(&file);
         buffer.open(QIODevice::ReadOnly);
@@ -49,7 +65,7 @@ void ReadResult(benchmark::State& state)
     state.counters["peak MiB"] = PeakMebibytes();
     state.SetBytesProcessed(int64_t(state.iterations()) * file.size());
 }
-BENCHMARK(ReadResult)->Arg(16000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadResult)->Arg(47000)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 void WriteResult(benchmark::State& state)
 {

@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr qsizetype maximumLists = 4000000; // each takes up to 300 bytes once it is read
+
 QString Tr(const char* text)
 {
     return QCoreApplication::translate("ZORNestBenchmarkJson", text);
@@ -149,6 +151,8 @@ void Drawer::Draw()
 
 QList<ZORNestBenchmarkJson::Item> ZORNestBenchmarkJson::Read(const QByteArray& bytes)
 {
+    if (bytes.count('[') + bytes.count('{') > maximumLists)
+        throw ZORSysException(Tr("JSON has more than %1 lists and objects").arg(maximumLists));
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)

@@ -29,7 +29,8 @@ public:
         QJsonObject shape;
     };
 
-    /// \throws ZORSysException "no JSON: %1 (byte %2)", "no nesting instance: 'items' is missing"
+    /// \throws ZORSysException "no JSON: %1 (byte %2)", "no nesting instance: 'items' is missing", "JSON has more
+    ///         than 4000000 lists and objects"
     static QList<Item> Read(const QByteArray& bytes);
     /// \throws ZORSysException "item '%1': ..."
     static void Draw(const Item& item, ZORNestDrawing& drawing);

@@ -52,14 +52,13 @@ double SegmentCentroid(double half)
 class Measuring
 {
 public:
-    void Add(const Segment& segment);
+    void AddLine(const ZORMathPoint& start, const ZORMathPoint& end);
+    void AddArc(const ZORNestArc& arc);
     ZORNestShapeMeasures GetMeasures();
 
 private:
-    void AddPart(Segment::SegmentType type, const ZORMathPoint& start, const ZORMathPoint& end,
-                 const ZORMathPoint& center);
-    void AddLine(const ZORMathPoint& start, const ZORMathPoint& end);
-    void AddArc(const ZORNestArc& arc);
+    void BeginPart(const ZORMathPoint& start, const ZORMathPoint& end);
+    void MeasureLine(const ZORMathPoint& start, const ZORMathPoint& end);
     void EndChain();
     double X(const ZORMathPoint& point) const { return point.GetX() - m_origin.GetX(); }
     double Y(const ZORMathPoint& point) const { return point.GetY() - m_origin.GetY(); }
@@ -73,19 +72,7 @@ private:
     Amount m_length;
 };
 
-void Measuring::Add(const Segment& segment)
-{
-    if (segment.GetType() != Segment::Spline) {
-        AddPart(segment.GetType(), segment.GetStartPoint(), segment.GetEndPoint(), segment.GetArcCenter());
-        return;
-    }
-    for (int i = 0; i < segment.GetNumSplineGeometry(); ++i)
-        AddPart(segment.GetType(i), segment.GetStartPoint(i), segment.GetEndPoint(i),
-                segment.GetArcCenter(i));
-}
-
-void Measuring::AddPart(Segment::SegmentType type, const ZORMathPoint& start, const ZORMathPoint& end,
-                        const ZORMathPoint& center)
+void Measuring::BeginPart(const ZORMathPoint& start, const ZORMathPoint& end)
 {
     if (m_isEmpty) {
         m_origin = m_chainStart = start;
@@ -94,14 +81,16 @@ void Measuring::AddPart(Segment::SegmentType type, const ZORMathPoint& start, co
         EndChain();
         m_chainStart = start;
     }
-    if (type == Segment::Line)
-        AddLine(start, end);
-    else
-        AddArc({type, start, end, center});
     m_chainEnd = end;
 }
 
 void Measuring::AddLine(const ZORMathPoint& start, const ZORMathPoint& end)
+{
+    BeginPart(start, end);
+    MeasureLine(start, end);
+}
+
+void Measuring::MeasureLine(const ZORMathPoint& start, const ZORMathPoint& end)
 {
     const double x = (X(start) + X(end)) / 2;
     const double y = (Y(start) + Y(end)) / 2;
@@ -112,6 +101,7 @@ void Measuring::AddLine(const ZORMathPoint& start, const ZORMathPoint& end)
 
 void Measuring::AddArc(const ZORNestArc& arc)
 {
+    BeginPart(arc.start, arc.end);
     const ZORMathPoint last = arc.GetEndOnCircle();
     const double half = arc.sweep / 2;
     const double middle = arc.startAngle + half;
@@ -130,7 +120,7 @@ void Measuring::AddArc(const ZORNestArc& arc)
                         chordX + outwards * std::cos(middle), chordY + outwards * std::sin(middle));
     }
     if (arc.HasTail())
-        AddLine(last, arc.end);
+        MeasureLine(last, arc.end);
 }
 
 void Measuring::EndChain()
@@ -179,19 +169,24 @@ bool IsArc(Segment::SegmentType type)
     return type == Segment::ArcClockwise || type == Segment::ArcCounterClockwise;
 }
 
-void AddTo(ZORMathBoundingBox& box, const Segment& segment)
+/// \param sub  a part of a spline, or -1 for the whole
+/// \param measuring  null for what is not of the outline
+void AddPart(const Segment& segment, int sub, ZORMathBoundingBox& box, Measuring* measuring)
 {
-    if (segment.GetType() == Segment::Spline && segment.GetNumSplineGeometry() == 0)
+    const Segment::SegmentType type = segment.GetType(sub);
+    const ZORMathPoint start = segment.GetStartPoint(sub);
+    const ZORMathPoint end = segment.GetEndPoint(sub);
+    if (IsArc(type)) {
+        const ZORNestArc arc(type, start, end, segment.GetArcCenter(sub));
+        AddArcTo(box, arc);
+        if (measuring)
+            measuring->AddArc(arc);
         return;
-    for (int i = segment.GetType() == Segment::Spline ? 0 : -1; i < segment.GetNumSplineGeometry(); ++i) {
-        if (IsArc(segment.GetType(i))) {
-            AddArcTo(box, {segment.GetType(i), segment.GetStartPoint(i), segment.GetEndPoint(i),
-                           segment.GetArcCenter(i)});
-        } else {
-            box.Add(segment.GetStartPoint(i));
-            box.Add(segment.GetEndPoint(i));
-        }
     }
+    box.Add(start);
+    box.Add(end);
+    if (measuring)
+        measuring->AddLine(start, end);
 }
 
 bool IsOfOutline(const Segment& segment)
@@ -208,9 +203,11 @@ ZORNestShapeMeasures ZORNestShapeMeasures::Of(const QList<ZORNestResultSegment>&
     Measuring measuring;
     ZORMathBoundingBox box;
     for (const Segment& segment : segments) {
-        AddTo(box, segment);
-        if (IsOfOutline(segment))
-            measuring.Add(segment);
+        Measuring* const ofOutline = IsOfOutline(segment) ? &measuring : nullptr;
+        if (segment.GetType() != Segment::Spline)
+            AddPart(segment, -1, box, ofOutline);
+        for (int i = 0; i < segment.GetNumSplineGeometry(); ++i)
+            AddPart(segment, i, box, ofOutline);
     }
     ZORNestShapeMeasures measures = measuring.GetMeasures();
     measures.box = box;

@@ -129,12 +129,17 @@ void ZORVisSoftware::Project(const ZORVisMeshArrays& arrays, const ZORMathPoint&
         (0.15 * m_frame.right - 0.25 * m_frame.up + m_frame.direction).GetNormalized();
     const ZORMathVector halfway = (light + m_frame.direction).GetNormalized();
     m_vertices.resize(arrays.positions.size() / 3);
+    ZORMathVector normal;
+    double shine = 0;
     for (size_t i = 0; i < m_vertices.size(); ++i) {
         const float* p = arrays.positions.data() + 3 * i;
         const float* n = arrays.normals.data() + 3 * i;
         const ZORMathVector offset = {double(p[0]), double(p[1]), double(p[2])};
-        const ZORMathVector normal = {double(n[0]), double(n[1]), double(n[2])};
-        const double shine = std::pow(std::abs(Dot(normal, halfway)), 32);
+        const ZORMathVector next = {double(n[0]), double(n[1]), double(n[2])};
+        if (i == 0 || next != normal) { // else a flat area goes on
+            normal = next;
+            shine = std::pow(std::abs(Dot(normal, halfway)), 32);
+        }
         m_vertices[i] = {float(base.x() + Dot(offset, m_frame.right) / m_frame.pixelSize),
                          float(base.y() - Dot(offset, m_frame.up) / m_frame.pixelSize),
                          float(baseDepth + Dot(offset, m_frame.direction) * depthScale),
@@ -276,16 +281,21 @@ void ZORVisSoftware::DrawChain(QPainter& painter, const std::vector<Place>& chai
         if (first > 0)
             endRun();
         const int steps = m_hasDepth ? std::max(1, int(std::ceil((last - first) * length))) : 1;
+        int seenFrom = 0; // first step of those in sight
         for (int step = 0; step <= steps; ++step) {
             const double t = first + (last - first) * step / steps;
             const Place place{from.pixel + t * along, from.depth + t * (to.depth - from.depth)};
             if (m_hasDepth && !IsSeen(place)) {
                 endRun();
+                seenFrom = step + 1;
                 continue;
             }
             if (run.isEmpty())
                 runStart = travelled + t * length;
-            if (step > 0 || run.isEmpty())
+            // Steps of one line need no points of their own between its ends.
+            if (step > seenFrom + 1)
+                run.last() = place.pixel;
+            else if (step > 0 || run.isEmpty())
                 run << place.pixel;
         }
         if (last < 1)
