@@ -40,6 +40,7 @@ private:
     const ZORNestSourceProvider& GetProvider() const;
     QString GetFileName(const ZORNestResult& part);
     static QString MakeDirectory(const ZORWorkContext& context, const QString& name);
+    static void WritePart(const QString& path, const QString& name, const ZORNestResult& part);
     void WriteReport(const ZORWorkContext& context) const;
 
     const ZORNestTranslationInput m_input;
@@ -94,6 +95,21 @@ QString Translation::MakeDirectory(const ZORWorkContext& context, const QString&
     return path;
 }
 
+// Nobody else knows the directory, so that files need not be replaced in one step, which waits for the disk:
+// there may be tens of thousands.
+void Translation::WritePart(const QString& path, const QString& name, const ZORNestResult& part)
+{
+    QFile file(path);
+    ZORNestResultWriter writer(&file);
+    QString failure;
+    if (!file.open(QIODevice::WriteOnly))
+        failure = file.errorString();
+    else if (writer.Write(part) < 0)
+        failure = writer.GetFailure();
+    if (!failure.isEmpty())
+        throw ZORSysFileException(Tr("cannot write part '%1': %2").arg(name, failure));
+}
+
 // For whoever looks into a directory that was kept; a missing report fails nothing.
 void Translation::WriteReport(const ZORWorkContext& context) const
 {
@@ -112,9 +128,7 @@ ZORWorkResult Translation::Run(const ZORWorkContext& context)
         context.ThrowIfCanceled();
         const QString name = GetFileName(part);
         const QString path = handedOut.filePath(name);
-        ZORNestResultWriter writer(path);
-        if (writer.Write(part) < 0)
-            throw ZORSysFileException(Tr("cannot write part '%1': %2").arg(name, writer.GetFailure()));
+        WritePart(path, name, part);
         if (m_isKept && !QFile::copy(path, kept.filePath(name)))
             throw ZORSysFileException(Tr("cannot keep a copy of part '%1'").arg(name));
         resources.append(ZORWorkResource(path));
