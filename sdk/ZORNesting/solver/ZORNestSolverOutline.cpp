@@ -19,23 +19,6 @@ bool IsFinite(const Contour& contour)
               });
 }
 
-/// Twice the signed area of the contour with its arcs.
-double GetTwiceArea(const Contour& contour);
-
-/// The signed angle of an arc, a full turn where it ends where it starts.
-double GetSweep(Point start, const Segment& arc)
-{
-    constexpr double turn = 2 * std::numbers::pi;
-    const Point from = start - arc.centre;
-    const Point to = arc.end - arc.centre;
-    double sweep = std::atan2(Cross(from, to), Dot(from, to));
-    if (arc.counterClockwise && sweep <= 1e-12)
-        sweep += turn;
-    if (!arc.counterClockwise && sweep >= -1e-12)
-        sweep -= turn;
-    return sweep;
-}
-
 Point Rotated(Point p, double angle)
 {
     const double c = std::cos(angle);
@@ -74,38 +57,19 @@ Box GetRoughBox(const std::vector<Contour>& contours)
         Point from = contour.start;
         for (const Segment& segment : contour.segments) {
             box.Add(segment.end);
-            if (segment.isArc) {
-                const double radius = Length(from - segment.centre);
-                box.Add(segment.centre - Point{radius, radius});
-                box.Add(segment.centre + Point{radius, radius});
-            }
+            for (int i = 1; segment.isArc && i < 8; ++i)
+                box.Add(segment.centre + Rotated(from - segment.centre, GetSweep(from, segment) * i / 8));
             from = segment.end;
         }
     }
     return box;
 }
 
-double GetTwiceArea(const Contour& contour)
-{
-    double area = 0;
-    Point from = contour.start;
-    for (const Segment& segment : contour.segments) {
-        area += Cross(from - contour.start, segment.end - contour.start);
-        if (segment.isArc) {
-            const double sweep = GetSweep(from, segment);
-            const Point arm = from - segment.centre;
-            area += Dot(arm, arm) * (sweep - std::sin(sweep));
-        }
-        from = segment.end;
-    }
-    return area;
-}
-
 /// The ring lies outside of the material's boundary: outwards is right of the drawing direction of an
 /// outer contour drawn counter-clockwise and of a hole drawn clockwise.
 Ring Flatten(const Contour& contour, bool isHole, double sagitta)
 {
-    const bool materialLeft = (GetTwiceArea(contour) > 0) != isHole;
+    const bool materialLeft = (GetSignedArea(contour) > 0) != isHole;
     Ring ring{contour.start};
     Point from = contour.start;
     for (const Segment& segment : contour.segments) {
@@ -122,6 +86,47 @@ Ring Flatten(const Contour& contour, bool isHole, double sagitta)
 }
 
 } // namespace
+
+double GetSweep(Point start, const Segment& arc)
+{
+    constexpr double turn = 2 * std::numbers::pi;
+    const Point from = start - arc.centre;
+    const Point to = arc.end - arc.centre;
+    double sweep = std::atan2(Cross(from, to), Dot(from, to));
+    if (arc.counterClockwise && sweep <= 1e-12)
+        sweep += turn;
+    if (!arc.counterClockwise && sweep >= -1e-12)
+        sweep -= turn;
+    return sweep;
+}
+
+double GetSignedArea(const Contour& contour)
+{
+    double twice = 0;
+    Point from = contour.start;
+    for (const Segment& segment : contour.segments) {
+        twice += Cross(from - contour.start, segment.end - contour.start);
+        if (segment.isArc) {
+            const double sweep = GetSweep(from, segment);
+            const Point arm = from - segment.centre;
+            twice += Dot(arm, arm) * (sweep - std::sin(sweep));
+        }
+        from = segment.end;
+    }
+    return twice / 2;
+}
+
+double GetLength(const Contour& contour)
+{
+    double length = 0;
+    Point from = contour.start;
+    for (const Segment& segment : contour.segments) {
+        length += segment.isArc ? std::abs(GetSweep(from, segment)) * Length(from - segment.centre)
+                                : Length(segment.end - from);
+        from = segment.end;
+    }
+    return length;
+}
 
 Contour MakeContour(const Ring& ring)
 {
@@ -144,7 +149,7 @@ Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reas
     }
     size_t outer = 0;
     for (size_t i = 1; i < contours.size(); ++i)
-        if (std::abs(GetTwiceArea(contours[i])) > std::abs(GetTwiceArea(contours[outer])))
+        if (std::abs(GetSignedArea(contours[i])) > std::abs(GetSignedArea(contours[outer])))
             outer = i;
     const Box box = GetRoughBox(contours);
     const double diameter = box.IsEmpty() ? 0 : Length(box.max - box.min);

@@ -26,6 +26,13 @@ struct Contour
 /// A contour of straight edges; the first point may be repeated at the end.
 Contour MakeContour(const Ring& ring);
 
+/// With the arcs as they are, closed; positive for a counter-clockwise contour.
+double GetSignedArea(const Contour& contour);
+/// Length of the segments, arcs as they are; without the straight one that closes an open contour.
+double GetLength(const Contour& contour);
+/// The signed angle of an arc that begins at \a start, counter-clockwise positive; a full turn where it ends there.
+double GetSweep(Point start, const Segment& arc);
+
 /// The outline as a polygon that contains it: arcs that bulge outwards become tangents, the others chords,
 /// within min(0.05, 2e-4 of the diameter) of the arc. The largest contour is the outer ring, the others
 /// are holes; contours may come in either direction. An outline that crosses itself is cleaned by
