@@ -1,5 +1,6 @@
 #include "ZORSysApiTrace.h"
 
+#include "ZORSysApiTracePause.h"
 #include "ZORSysCalledName_p.h"
 #include "ZORSysException_p.h"
 
@@ -166,5 +167,15 @@ void ZORSysApiTraceCall::End(Call* ended)
     } catch (...) {
         qWarning("receiver of the API trace failed");
     }
+    --depth;
+}
+
+ZORSysApiTracePause::ZORSysApiTracePause()
+{
+    ++depth;
+}
+
+ZORSysApiTracePause::~ZORSysApiTracePause()
+{
     --depth;
 }
