@@ -1,0 +1,189 @@
+#include "ZORNestNestingInput.h"
+#include "ZORNestNestingJob_p.h"
+#include "ZORNestResult.h"
+#include "ZORNestResultDocument_p.h"
+
+#include <QCoreApplication>
+
+#include <cmath>
+
+namespace {
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORNestNestingJob", text);
+}
+
+ZORNestSolver::UsageRule ToUsageRule(ZORNestBaseFeature::PackagingUsageRule rule)
+{
+    switch (rule) {
+    case ZORNestBaseFeature::BestMix:
+        return ZORNestSolver::UsageRule::BestMix;
+    case ZORNestBaseFeature::BestSize:
+        return ZORNestSolver::UsageRule::BestSize;
+    case ZORNestBaseFeature::AsListed:
+        break;
+    }
+    return ZORNestSolver::UsageRule::AsListed;
+}
+
+} // namespace
+
+ZORNestNestingJob::ZORNestNestingJob(const ZORNestNestingInput& input,
+                                     const std::function<bool()>& isCanceled)
+{
+    for (qsizetype i = 0; i < input.GetItems().size() && !isCanceled(); ++i)
+        AddItem(input, i);
+    for (qsizetype i = 0; i < input.GetPackagings().size(); ++i)
+        AddKind(input, i);
+    m_job.separation = GetNumber(input.GetItemSeparation(), Tr("item separation"));
+    m_job.frameWidth = GetNumber(input.GetFrameWidth(), Tr("frame width"));
+    m_job.maxDeviation = GetNumber(input.GetMaxDeviation(), Tr("maximum deviation"));
+    m_job.deviationIncrement = GetNumber(input.GetDeviationIncrement(), Tr("deviation increment"));
+    m_job.grain90 = input.IsGrain90Set();
+    m_job.grain180 = input.IsGrain180Set();
+    m_job.grain270 = input.IsGrain270Set();
+    m_job.singleSided = input.IsSingleSidedMaterial();
+    m_job.stackSize = std::max(1, input.GetStackSize());
+    m_job.usageRule = ToUsageRule(input.GetPackagingUsageRule());
+    m_job.seed = input.GetSeed();
+    LimitQuantities();
+}
+
+/// \return 0 for a number that cannot be used, with a remark
+double ZORNestNestingJob::GetNumber(double value, const QString& meaning)
+{
+    if (value >= 0 && std::isfinite(value))
+        return value;
+    m_remarks.append(Tr("%1 counts as 0 instead of %2").arg(meaning, QString::number(value)));
+    return 0;
+}
+
+void ZORNestNestingJob::AddItem(const ZORNestNestingInput& input, qsizetype index)
+{
+    const ZORNestNestingInputItem source = input.GetItems().at(index);
+    const QList<ZORNestNestingPart> parts = ZORNestReadParts(source.GetName(), source.GetContents());
+    ZORNestSolver::Item item;
+    if (source.GetQuantity() < 0)
+        m_remarks.append(Tr("part '%1': quantity %2 counts as 0")
+                             .arg(source.GetName(), QString::number(source.GetQuantity())));
+    item.quantity = std::max(0, source.GetQuantity());
+    item.priority = source.GetPriority();
+    item.orientation = source.GetOrientation();
+    if (!std::isfinite(item.orientation)) {
+        m_remarks.append(Tr("part '%1': orientation counts as 0 instead of %2")
+                             .arg(source.GetName(), QString::number(item.orientation)));
+        item.orientation = 0;
+    }
+    item.grain90 = source.IsGrain90Set();
+    item.grain180 = source.IsGrain180Set();
+    item.grain270 = source.IsGrain270Set();
+    item.maxDeviation =
+        GetNumber(source.GetMaxDeviation(), Tr("part '%1': maximum deviation").arg(source.GetName()));
+    item.deviationIncrement = source.GetDeviationIncrement();
+    item.mirrored = source.IsMirrored();
+    item.flippable = source.IsFlippable();
+    for (const ZORNestNestingPart& part : parts) {
+        const QString name = parts.size() == 1
+                                 ? source.GetName()
+                                 : source.GetName() + QStringLiteral(" / ") + part.item.GetName();
+        if (item.quantity == 0 && !part.failure.isEmpty())
+            m_remarks.append(Tr("part '%1': %2").arg(name, part.failure));
+        if (!part.remark.isEmpty())
+            m_remarks.append(Tr("part '%1' %2").arg(name, part.remark));
+        item.name = name.toStdString();
+        item.contours = part.contours;
+        m_job.items.push_back(item);
+        m_parts.append(part);
+    }
+}
+
+void ZORNestNestingJob::AddKind(const ZORNestNestingInput& input, qsizetype index)
+{
+    const ZORNestNestingInputPackaging source = input.GetPackagings().at(index);
+    const auto getNumber = [&](double value, const QString& meaning) {
+        return GetNumber(value, Tr("sheet '%1': %2").arg(source.GetName(), meaning));
+    };
+    if (source.GetQuantity() < 0) {
+        m_remarks.append(Tr("sheet '%1': quantity %2 counts as 0")
+                             .arg(source.GetName(), QString::number(source.GetQuantity())));
+    }
+    ZORNestSolver::SheetKind kind;
+    kind.name = source.GetName().toStdString();
+    kind.quantity = std::max(0, source.GetQuantity());
+    kind.width = getNumber(source.GetWidth(), Tr("width"));
+    kind.length =
+        std::isnan(source.GetLength()) ? source.GetLength() : getNumber(source.GetLength(), Tr("length"));
+    kind.leftTrim = getNumber(source.GetLeftTrim(), Tr("left trim"));
+    kind.rightTrim = getNumber(source.GetRightTrim(), Tr("right trim"));
+    kind.topTrim = getNumber(source.GetTopTrim(), Tr("top trim"));
+    kind.bottomTrim = getNumber(source.GetBottomTrim(), Tr("bottom trim"));
+    kind.cost = getNumber(source.GetCost(), Tr("cost"));
+    m_job.kinds.push_back(kind);
+}
+
+// Copies beyond what the area of all sheets can hold have no place, whatever the search does. One copy of each
+// part is always passed on: the solver knows whether it fits at all.
+void ZORNestNestingJob::LimitQuantities()
+{
+    double room = 0;
+    for (const ZORNestSolver::SheetKind& kind : m_job.kinds) {
+        const double length = kind.IsRoll() ? HUGE_VAL : kind.length;
+        room += kind.quantity > 0 && kind.width > 0 ? kind.quantity * (kind.width * length) : 0;
+    }
+    int left = mostCopies;
+    for (size_t i = 0; i < m_job.items.size(); ++i) {
+        ZORNestSolver::Item& item = m_job.items[i];
+        Excess excess;
+        if (!item.contours.empty()) {
+            const double byArea = std::floor(room / m_parts[qsizetype(i)].cut.area * (1 + 1e-9));
+            const int byRoom = int(std::clamp(byArea, 1.0, double(mostCopies + 1)));
+            excess.isByLimit = left < byRoom;
+            excess.count = std::max(0, item.quantity - std::min(left, byRoom));
+            item.quantity -= excess.count;
+            left -= item.quantity;
+        }
+        m_excess.push_back(excess);
+    }
+}
+
+void ZORNestNestingJob::Complete(ZORNestSolver::Solution& solution) const
+{
+    std::vector<ZORNestSolver::UnplacedItem> unplaced = std::move(solution.unplaced);
+    for (ZORNestSolver::UnplacedItem& entry : unplaced) {
+        const QString& failure = m_parts[qsizetype(entry.item)].failure;
+        if (!failure.isEmpty())
+            entry.reason = failure.toStdString();
+    }
+    for (size_t i = 0; i < m_excess.size(); ++i) {
+        const Excess& excess = m_excess[i];
+        if (excess.count == 0)
+            continue;
+        const auto known = std::find_if(unplaced.begin(), unplaced.end(),
+                                        [i](const auto& entry) { return entry.item == i; });
+        if (known != unplaced.end())
+            known->count += excess.count;
+        else
+            unplaced.push_back({i, excess.count,
+                                excess.isByLimit
+                                    ? Tr("one job nests at most %1 parts").arg(mostCopies).toStdString()
+                                    : "no sheet left"});
+    }
+    std::stable_sort(unplaced.begin(), unplaced.end(),
+                     [](const auto& a, const auto& b) { return a.item < b.item; });
+    solution.unplaced = std::move(unplaced);
+}
+
+QByteArray ZORNestNestingJob::WriteSheet(const ZORNestSolver::NestedSheet& sheet) const
+{
+    ZORNestResult result(ZORNestResult::Nesting);
+    ZORMathBoundingBox box;
+    box.Add(ZORMathPoint(0, 0, 0));
+    box.Add(ZORMathPoint(sheet.usedLength, m_job.kinds[sheet.kind].width, 0));
+    result.SetSheet(box);
+    for (const ZORNestSolver::Placement& placement : sheet.placements) {
+        const QString name = QString::fromStdString(m_job.items[placement.item].name);
+        result.AddItem(ZORNestPlaceItem(m_parts[qsizetype(placement.item)].item, name, placement.pose));
+    }
+    return ZORNestResultDocument::Write(result);
+}

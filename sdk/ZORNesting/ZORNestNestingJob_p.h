@@ -1,0 +1,51 @@
+// A nesting job as the solver takes it.
+
+#pragma once
+
+#include "ZORNestNestingPart_p.h"
+
+#include <QStringList>
+
+#include <functional>
+
+class ZORNestNestingInput;
+
+/// What an input asks for, with the values that can be used.
+class ZORNestNestingJob
+{
+public:
+    /// Most copies of parts that one job takes; the rest has no place.
+    static constexpr int mostCopies = 20000;
+
+    /// Reads the part files. Calls \a isCanceled between them and gives up if it is true.
+    ZORNestNestingJob(const ZORNestNestingInput& input, const std::function<bool()>& isCanceled);
+
+    const ZORNestSolver::Job& GetSolverJob() const { return m_job; }
+    /// One for each item of the solver's job.
+    const QList<ZORNestNestingPart>& GetParts() const { return m_parts; }
+    const QStringList& GetRemarks() const { return m_remarks; }
+
+    /// Gives the parts that cannot be nested the true reasons, and adds what the job did not even pass on.
+    void Complete(ZORNestSolver::Solution& solution) const;
+
+    /// The result file (*.msi) of a sheet of the solution.
+    QByteArray WriteSheet(const ZORNestSolver::NestedSheet& sheet) const;
+
+private:
+    /// Copies that are not passed on to the solver.
+    struct Excess
+    {
+        int count = 0;
+        bool isByLimit = false;
+    };
+
+    void AddItem(const ZORNestNestingInput& input, qsizetype index);
+    void AddKind(const ZORNestNestingInput& input, qsizetype index);
+    void LimitQuantities();
+    double GetNumber(double value, const QString& meaning);
+
+    ZORNestSolver::Job m_job;
+    QList<ZORNestNestingPart> m_parts;
+    std::vector<Excess> m_excess; // one for each item
+    QStringList m_remarks;
+};

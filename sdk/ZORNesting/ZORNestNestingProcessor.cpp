@@ -1,0 +1,72 @@
+#include "ZORNestNestingProcessor.h"
+
+#include "ZORNestDebugOptions.h"
+#include "ZORNestNestingRun_p.h"
+
+#include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORWorker/ZORWorkContext.h>
+#include <ZORWorker/ZORWorkProcessor.h>
+
+class ZORNestNestingProcessor::Private
+{
+public:
+    /// Calls a function of the worker for \a response, or with null for all.
+    void Do(void (ZORWorkProcessor::*function)(ZORWorkResponse*), ZORNestNestingResponse* response)
+    {
+        if (!response)
+            (worker.*function)(nullptr);
+        else if (responses.contains(response))
+            (worker.*function)(response->m_workResponse);
+    }
+
+    QList<ZORNestNestingResponse*> responses; // QObject children of the processor
+    ZORWorkProcessor worker;
+};
+
+ZORNestNestingProcessor::ZORNestNestingProcessor(QObject* parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    ZOR_TRACE_CALL(parent);
+}
+
+ZORNestNestingProcessor::~ZORNestNestingProcessor() = default;
+
+ZORNestNestingResponse* ZORNestNestingProcessor::AddInput(const ZORNestNestingInput& input)
+{
+    ZOR_TRACE_CALL(input);
+    const bool isKept = ZORNestDebugOptions::GetInstance()->GetKeepNestingWorkDirectories();
+    const auto outcome = std::make_shared<ZORNestNestingOutcome>();
+    ZORWorkJob job;
+    job.name = QStringLiteral("nesting");
+    job.run = [=](const ZORWorkContext& context) {
+        *outcome = ZORNestRunNesting(input, context, isKept);
+        return ZORWorkResult();
+    };
+    job.isDirectoryKept = isKept;
+    d->responses.append(new ZORNestNestingResponse(d->worker.AddJob(job), outcome, this));
+    return d->responses.constLast();
+}
+
+QList<ZORNestNestingResponse*> ZORNestNestingProcessor::GetResponses() const
+{
+    return d->responses;
+}
+
+void ZORNestNestingProcessor::Execute(ZORNestNestingResponse* response)
+{
+    ZOR_TRACE_CALL(response);
+    d->Do(&ZORWorkProcessor::Execute, response);
+}
+
+void ZORNestNestingProcessor::Stop(ZORNestNestingResponse* response)
+{
+    ZOR_TRACE_CALL(response);
+    d->Do(&ZORWorkProcessor::Stop, response);
+}
+
+void ZORNestNestingProcessor::Cancel(ZORNestNestingResponse* response)
+{
+    ZOR_TRACE_CALL(response);
+    d->Do(&ZORWorkProcessor::Cancel, response);
+}

@@ -1,0 +1,348 @@
+#include "ZORNestHtml_p.h"
+#include "ZORNestReport_p.h"
+#include "ZORNestSheetPicture_p.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+
+#include <cmath>
+#include <map>
+#include <numbers>
+#include <set>
+
+namespace {
+
+using ZORNestHtml::Area;
+using ZORNestHtml::BadColor;
+using ZORNestHtml::Bar;
+using ZORNestHtml::Facts;
+using ZORNestHtml::GoodColor;
+using ZORNestHtml::Heading;
+using ZORNestHtml::Length;
+using ZORNestHtml::LongLength;
+using ZORNestHtml::PageWidth;
+using ZORNestHtml::Paragraph;
+using ZORNestHtml::Percent;
+using ZORNestHtml::Plain;
+using ZORNestHtml::QuietColor;
+using ZORNestHtml::Table;
+using ZORNestHtml::Time;
+using ZORNestSolver::Box;
+using ZORNestSolver::Contour;
+using ZORNestSolver::Item;
+using ZORNestSolver::Job;
+using ZORNestSolver::NestedSheet;
+using ZORNestSolver::Placement;
+using ZORNestSolver::Polygon;
+using ZORNestSolver::SheetKind;
+using ZORNestSolver::Solution;
+using ZORNestSolver::Transform;
+using ZORNestSolver::UnplacedItem;
+
+constexpr int PixelRatio = 2;            // pictures are crisp on screens of high density
+constexpr int PngQuality = 80;           // fast, and hardly larger than the best
+constexpr size_t MostAngles = 4;         // in a list
+constexpr char LabelColor[] = "#1d2630"; // on the light colours of the parts
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORNestReport", text);
+}
+
+QString Escape(const std::string& text)
+{
+    return QString::fromStdString(text).toHtmlEscaped();
+}
+
+double Share(double part, double whole)
+{
+    return whole > 0 ? part / whole : 0;
+}
+
+QString NumberCell(size_t item)
+{
+    return QStringLiteral("<td width=\"32\" align=\"center\" bgcolor=\"%1\" style=\"color:%2; "
+                          "font-weight:600;\">%3</td>")
+        .arg(ZORNestSheetPicture::GetColor(item).name(), QLatin1String(LabelColor))
+        .arg(item + 1);
+}
+
+/// The copies of a part on a sheet.
+struct Copies
+{
+    int count = 0;
+    int mirrored = 0;
+    std::set<double> degrees;
+};
+
+QString Angles(const std::set<double>& degrees)
+{
+    QStringList texts;
+    for (const double angle : degrees) {
+        if (size_t(texts.size()) == MostAngles)
+            return texts.join(QStringLiteral(", ")) + QStringLiteral(" …");
+        texts.append(Plain(angle, 2) + u'°');
+    }
+    return texts.join(QStringLiteral(", "));
+}
+
+QString Hands(const Copies& copies)
+{
+    if (copies.mirrored == 0)
+        return Tr("no");
+    return copies.mirrored == copies.count ? Tr("yes")
+                                           : Tr("%1 of %2").arg(copies.mirrored).arg(copies.count);
+}
+
+} // namespace
+
+struct ZORNestReport::Totals
+{
+    double partArea = 0;
+    double sheetArea = 0;
+    double cutLength = 0; // a stack is cut once
+    qint64 placed = 0;
+    qint64 unplaced = 0;
+    qint64 sheets = 0;
+};
+
+ZORNestReport::ZORNestReport(const Job& job, const Solution& solution, const ZORNestReportDetails& details)
+    : m_job(job)
+    , m_solution(solution)
+    , m_details(details)
+{
+    for (const Item& item : job.items) {
+        std::string reason;
+        m_polygons.push_back(MakeOuterPolygon(item.contours, reason));
+    }
+    m_picture = std::make_unique<ZORNestSheetPicture>(job, details.parts, m_polygons);
+}
+
+ZORNestReport::~ZORNestReport() = default;
+
+std::vector<ZORNestReportPart> ZORNestReport::MeasureParts(const Job& job)
+{
+    std::vector<ZORNestReportPart> parts;
+    for (const Item& item : job.items) {
+        ZORNestReportPart part;
+        double largest = 0;
+        for (Contour contour : item.contours) {
+            contour.segments.push_back({contour.start, false, true, {}}); // closed, if it was not
+            const double area = std::abs(GetSignedArea(contour));
+            largest = std::max(largest, area);
+            part.area -= area;
+            part.cutLength += GetLength(contour);
+            part.contours.push_back(std::move(contour));
+        }
+        part.area += 2 * largest;
+        parts.push_back(std::move(part));
+    }
+    return parts;
+}
+
+double ZORNestReport::GetPartArea(const NestedSheet& sheet) const
+{
+    double area = 0;
+    for (const Placement& placement : sheet.placements)
+        area += m_details.parts[placement.item].area;
+    return area;
+}
+
+double ZORNestReport::GetCutLength(const NestedSheet& sheet) const
+{
+    double length = 0;
+    for (const Placement& placement : sheet.placements)
+        length += m_details.parts[placement.item].cutLength;
+    return length;
+}
+
+double ZORNestReport::GetSheetArea(const NestedSheet& sheet) const
+{
+    return sheet.usedLength * m_job.kinds[sheet.kind].width;
+}
+
+Box ZORNestReport::GetOccupied(const NestedSheet& sheet) const
+{
+    Box box;
+    for (const Placement& placement : sheet.placements) {
+        const Box placed = GetBox(Transform(placement.pose).Apply(m_polygons[placement.item]));
+        box.Add(placed.min);
+        box.Add(placed.max);
+    }
+    return box;
+}
+
+QImage ZORNestReport::DrawSheet(size_t sheet, int width) const
+{
+    return m_picture->Draw(m_solution.sheets.at(sheet), width);
+}
+
+// What a straight cut right of the parts, or above them, leaves as a rectangle.
+QString ZORNestReport::WriteRemnant(const NestedSheet& sheet) const
+{
+    const SheetKind& kind = m_job.kinds[sheet.kind];
+    if (kind.IsRoll())
+        return Tr("the rest of the roll");
+    const Box occupied = GetOccupied(sheet);
+    const double right = sheet.usedLength - occupied.max.x - m_job.separation;
+    const double above = kind.width - occupied.max.y - m_job.separation;
+    if (right <= 0 && above <= 0)
+        return Tr("none");
+    if (right * kind.width >= above * sheet.usedLength)
+        return Tr("%1 × %2").arg(Plain(right, 1), Length(kind.width));
+    return Tr("%1 × %2").arg(Plain(sheet.usedLength, 1), Length(above));
+}
+
+ZORNestReport::Totals ZORNestReport::GetTotals() const
+{
+    Totals totals;
+    for (const NestedSheet& sheet : m_solution.sheets) {
+        totals.partArea += GetPartArea(sheet) * sheet.stack;
+        totals.sheetArea += GetSheetArea(sheet) * sheet.stack;
+        totals.cutLength += GetCutLength(sheet);
+        totals.placed += qint64(sheet.placements.size()) * sheet.stack;
+        totals.sheets += sheet.stack;
+    }
+    for (const UnplacedItem& entry : m_solution.unplaced)
+        totals.unplaced += entry.count;
+    return totals;
+}
+
+QString ZORNestReport::WriteTitle(const Totals& totals) const
+{
+    QStringList material;
+    if (!m_details.material.isEmpty())
+        material.append(m_details.material.toHtmlEscaped());
+    if (m_details.thickness > 0)
+        material.append(Tr("%1 mm").arg(Plain(m_details.thickness, 3)));
+    const qint64 all = totals.placed + totals.unplaced;
+    const QString verdict = all == 0 ? Tr("There is nothing to nest.")
+                            : totals.unplaced == 0
+                                ? Tr("All parts are placed.")
+                                : Tr("%1 of %2 parts found no place.").arg(totals.unplaced).arg(all);
+    return QStringLiteral(
+               "<p style=\"font-size:20pt; font-weight:600; margin-top:0px; margin-bottom:0px;\">%1</p>")
+               .arg(Tr("Nesting report"))
+           + Paragraph(material.join(QStringLiteral(" · ")), QuietColor)
+           + Paragraph(verdict, totals.unplaced == 0 ? GoodColor : BadColor,
+                       "font-size:12pt; font-weight:600;");
+}
+
+QString ZORNestReport::WriteTotals(const Totals& totals) const
+{
+    const bool isFree = std::all_of(m_job.kinds.begin(), m_job.kinds.end(),
+                                    [](const SheetKind& kind) { return kind.cost == 0; });
+    const double share = Share(totals.partArea, totals.sheetArea);
+    Facts facts;
+    facts.Add(Tr("Utilisation"), Percent(share));
+    facts.Add(Tr("Parts placed"), Tr("%1 of %2").arg(totals.placed).arg(totals.placed + totals.unplaced));
+    facts.Add(Tr("Material used"), Area(totals.sheetArea));
+    facts.Add(Tr("Sheets"), QString::number(totals.sheets));
+    facts.Add(Tr("Area of parts"), Area(totals.partArea));
+    facts.Add(Tr("Cut length"), LongLength(totals.cutLength));
+    facts.Add(Tr("Cost"), isFree ? Tr("none given") : QString::number(m_solution.cost, 'f', 2));
+    facts.Add(Tr("Run time"), Time(m_details.runTime));
+    facts.Add(Tr("Seed"), QString::number(m_job.seed));
+    facts.Add(Tr("Ended"), m_details.ending.toHtmlEscaped());
+    return Bar(share) + facts.Write();
+}
+
+QString ZORNestReport::WriteUnplaced() const
+{
+    if (m_solution.unplaced.empty())
+        return {};
+    Table table({Tr("No."), Tr("Part"), Tr("Count"), Tr("Reason")});
+    for (const UnplacedItem& entry : m_solution.unplaced)
+        table.AddRow(NumberCell(entry.item), {Escape(m_job.items[entry.item].name),
+                                              QString::number(entry.count), Escape(entry.reason)});
+    return Heading(Tr("Not placed")) + table.Write();
+}
+
+QString ZORNestReport::WriteRemarks() const
+{
+    QStringList remarks = m_details.remarks;
+    for (const std::string& remark : m_solution.remarks)
+        remarks.append(QString::fromStdString(remark));
+    if (remarks.isEmpty())
+        return {};
+    QString html;
+    for (const QString& remark : remarks)
+        html += QStringLiteral("<li>%1</li>").arg(remark.toHtmlEscaped());
+    return Heading(Tr("Remarks")) + QStringLiteral("<ul style=\"margin-top:0px;\">%1</ul>").arg(html);
+}
+
+QString ZORNestReport::WriteParts(size_t index) const
+{
+    std::map<size_t, Copies> parts;
+    for (const Placement& placement : m_solution.sheets[index].placements) {
+        Copies& copies = parts[placement.item];
+        ++copies.count;
+        copies.mirrored += placement.pose.mirrored ? 1 : 0;
+        const double degrees = ZORNestSolver::NormalizeAngle(placement.pose.angle) * 180 / std::numbers::pi;
+        copies.degrees.insert(std::fmod(std::round(degrees * 100) / 100, 360));
+    }
+    Table table({Tr("No."), Tr("Part"), Tr("Count"), Tr("Mirrored"), Tr("Turned by"), Tr("Area")});
+    for (const auto& [item, copies] : parts)
+        table.AddRow(NumberCell(item),
+                     {Escape(m_job.items[item].name), QString::number(copies.count), Hands(copies),
+                      Angles(copies.degrees), Area(m_details.parts[item].area)});
+    return table.Write();
+}
+
+QString ZORNestReport::WriteSheetFacts(size_t index) const
+{
+    const NestedSheet& sheet = m_solution.sheets[index];
+    const SheetKind& kind = m_job.kinds[sheet.kind];
+    const double share = Share(GetPartArea(sheet), GetSheetArea(sheet));
+    Facts facts;
+    facts.Add(Tr("Utilisation"), Percent(share));
+    facts.Add(Tr("Parts"), QString::number(sheet.placements.size()));
+    if (kind.IsRoll()) {
+        facts.Add(Tr("Roll width"), Length(kind.width));
+        facts.Add(Tr("Used length"), Length(sheet.usedLength));
+    } else {
+        facts.Add(Tr("Size"), Tr("%1 × %2").arg(Plain(kind.length, 1), Length(kind.width)));
+        facts.Add(Tr("Used length"), Length(GetOccupied(sheet).max.x));
+    }
+    facts.Add(Tr("Remnant"), WriteRemnant(sheet));
+    facts.Add(Tr("Cut length"), LongLength(GetCutLength(sheet)));
+    if (sheet.stack > 1)
+        facts.Add(Tr("Stack"), Tr("%1 sheets at once").arg(sheet.stack));
+    return Bar(share) + facts.Write();
+}
+
+QString ZORNestReport::WritePicture(size_t index) const
+{
+    const QImage picture = DrawSheet(index, PageWidth * PixelRatio);
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG", PngQuality);
+    return QStringLiteral("<p style=\"margin-top:6px; margin-bottom:6px;\"><img width=\"%1\" height=\"%2\" "
+                          "src=\"data:image/png;base64,%3\"></p>")
+        .arg(picture.width() / PixelRatio)
+        .arg(picture.height() / PixelRatio)
+        .arg(QString::fromLatin1(png.toBase64()));
+}
+
+// Numbered as in lists of the sheet files, from 0.
+QString ZORNestReport::WriteSheet(size_t index) const
+{
+    const SheetKind& kind = m_job.kinds[m_solution.sheets[index].kind];
+    return Heading(Tr("Sheet %1: %2").arg(QString::number(index), Escape(kind.name))) + WriteSheetFacts(index)
+           + WritePicture(index) + WriteParts(index);
+}
+
+QByteArray ZORNestReport::Write() const
+{
+    QString html = QStringLiteral("<html><head><meta charset=\"utf-8\"><title>%1</title></head><body>")
+                       .arg(Tr("Nesting report"));
+    const Totals totals = GetTotals();
+    html += WriteTitle(totals);
+    if (totals.sheets > 0)
+        html += WriteTotals(totals);
+    html += WriteUnplaced() + WriteRemarks();
+    for (size_t i = 0; i < m_solution.sheets.size(); ++i)
+        html += WriteSheet(i);
+    return (html + QStringLiteral("</body></html>\n")).toUtf8();
+}
