@@ -9,7 +9,7 @@ out=${2:-$(cd "$(dirname "$host")/.." && pwd)/demo}
 rm -rf "$out"
 mkdir -p "$out"
 failed=0
-for job in spine geometry features nesting; do
+for job in spine geometry features nesting nest; do
   "$host" --script "$root/host/demo/$job.zorscript" --settings "$out/settings.ini" --theme light \
     --define "SAMPLES=$(dirname "$host")/../samples" --define "OUT=$out" || failed=1
 done

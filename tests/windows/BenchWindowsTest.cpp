@@ -6,6 +6,7 @@
 #include "console/ZORTestMainDialog.h"
 #include "core/ZORTestDialog.h"
 #include "core/ZORTestOptionsDlg.h"
+#include "nesting/ZORTestNestNestingResultDlg.h"
 #include "visualization/ZORTestCurveVisOptionsDlg.h"
 #include "visualization/ZORTestPointVisOptionsDlg.h"
 #include "visualization/ZORTestSurfaceVisOptionsDlg.h"
@@ -24,6 +25,7 @@
 #include <QInputDialog>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTableWidget>
 
 namespace {
 
@@ -169,6 +171,37 @@ TEST_P(BenchWindowsTest, TranslateForNesting)
         list->addItem("/home/somebody/drawings/a folder with a long name/rib " + QString::number(i) + ".dxf");
     list->item(1)->setSelected(true);
     Walk(dialog, "translate-for-nesting");
+}
+
+TEST_P(BenchWindowsTest, Nesting)
+{
+    ASSERT_NE(nullptr, Open("ZORTestNestNestingDlg"));
+    const auto addRow = [](QTableWidget* table, const QVariantList& values) {
+        const int row = table->rowCount();
+        table->insertRow(row);
+        for (int column = 0; column < values.size(); ++column) {
+            table->setItem(row, column, new QTableWidgetItem);
+            table->item(row, column)->setData(Qt::EditRole, values[column]);
+        }
+    };
+    auto* items = dialog->findChild<QTableWidget*>("_ItemTable");
+    for (int i = 1; i <= 30; ++i) {
+        addRow(items,
+               {"rib " + QString::number(i), i, i % 2 == 0, 90.0, true, false, true, false, 2.5, 0.5, 0,
+                "/home/somebody/drawings/a folder with a long name/rib " + QString::number(i) + ".msi"});
+    }
+    items->selectRow(1);
+    auto* sheets = dialog->findChild<QTableWidget*>("_PackagingTable");
+    addRow(sheets, {"roll", 1, 1250.0, "inf", true, 10.0, 10.0, 5.0, 5.0, 0.0});
+    addRow(sheets, {"remnant", 12, 1000.0, 2000.0, false, 0.0, 0.0, 0.0, 0.0, 87.5});
+    Walk(dialog, "nesting");
+}
+
+TEST_P(BenchWindowsTest, NestingResults)
+{
+    ZORTestNestNestingResultDlg results(nullptr, GetEnvironment());
+    results.SetData("<h1>Nesting</h1><p>Two sheets.</p>", {"unreadable", "unreadable"});
+    Walk(&results, "nesting-results");
 }
 
 TEST_P(BenchWindowsTest, SelectorOfSeveralGeometries)

@@ -318,6 +318,7 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         "ZORTestInitializeRootCmd",
         "ZORTestLaunchStandardCmd",
         "ZORTestLoadContainerCmd",
+        "ZORTestNestNestingDlg",
         "ZORTestNestTranslateDlg",
         "ZORTestNestVisualizeResultCmd",
         "ZORTestReadMSIFileCmd",
@@ -338,6 +339,29 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
     EXPECT_EQ(
         (QSet<QByteArray>{"ZORTestCurveVisualizer", "ZORTestPointVisualizer", "ZORTestSurfaceVisualizer"}),
         visualizers);
+    EXPECT_EQ(36, operations.size() + visualizers.size());
+}
+
+TEST_F(ZORTestCommandRegistryTest, CreatesEveryClassOfTheBench)
+{
+    const ZORTestCommandRegistry& bench = ZORTestCommandRegistry::Instance();
+    const QList<QByteArray> classNames = bench.GetClassNames();
+    for (const QByteArray& className : classNames) {
+        if (!className.startsWith("ZORTest"))
+            continue;
+        const ZORTestCommand* command = bench.Create(className, GetEnvironment());
+        ASSERT_NE(nullptr, command) << className.constData();
+        EXPECT_EQ(GetEnvironment(), command->parent()) << className.constData();
+        EXPECT_GE(command->metaObject()->indexOfSignal("Finished(bool)"), 0) << className.constData();
+    }
+    for (const QMetaObject* visualizer : bench.GetVisualizers()) {
+        const std::unique_ptr<QObject> instance(visualizer->newInstance());
+        EXPECT_NE(nullptr, qobject_cast<ZORTestVisualizer*>(instance.get())) << visualizer->className();
+    }
+    // Dialogs that are not shown are not closed either.
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows)
+        delete qobject_cast<ZORTestDialog*>(window);
 }
 
 TEST_F(ZORTestCommandRegistryTest, DoesNotKnowNamesOfTheMenusThatHaveNoClass)
@@ -348,9 +372,10 @@ TEST_F(ZORTestCommandRegistryTest, DoesNotKnowNamesOfTheMenusThatHaveNoClass)
 
 TEST_F(ZORTestCommandRegistryTest, DoesNotHoldTheClassesThatAreNoOperations)
 {
-    for (const char* name :
-         {"ZORTestMainCommand", "ZORTestOptionsCmd", "ZORTestMainDialog", "ZORTestOptionsDlg",
-          "ZORTestGeoInspectionDlg", "ZORTestCommand", "ZORTestDialogCommand"})
+    for (const char* name : {"ZORTestMainCommand", "ZORTestOptionsCmd", "ZORTestMainDialog",
+                             "ZORTestOptionsDlg", "ZORTestGeoInspectionDlg", "ZORTestNestNestingResultDlg",
+                             "ZORTestCurveVisOptionsDlg", "ZORTestPointVisOptionsDlg",
+                             "ZORTestSurfaceVisOptionsDlg", "ZORTestCommand", "ZORTestDialogCommand"})
         EXPECT_EQ(nullptr, ZORTestCommandRegistry::Instance().Create(name, GetEnvironment())) << name;
 }
 
