@@ -102,16 +102,32 @@ protected:
 
     static QAction* GetAction(const char* id) { return ZORCmdController::GetController()->GetAction(id); }
 
+    /// The window of that class that is to be seen; null without one.
+    static QWidget* FindWindow(const char* className)
+    {
+        const auto windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows) {
+            if (window->inherits(className) && window->isVisible())
+                return window;
+        }
+        return nullptr;
+    }
     /// Opens a console through the published action.
     static QMainWindow* OpenConsole()
     {
         GetAction("ZORTestMainCommand")->trigger();
-        const auto windows = QApplication::topLevelWidgets();
-        for (QWidget* window : windows) {
-            if (window->inherits("ZORTestMainDialog") && window->isVisible())
-                return qobject_cast<QMainWindow*>(window);
-        }
-        return nullptr;
+        return qobject_cast<QMainWindow*>(FindWindow("ZORTestMainDialog"));
+    }
+    /// Nests nothing, which gives results too.
+    static void Nest(const QMainWindow* console)
+    {
+        console->findChild<QAction*>(QStringLiteral("actionNest"))->trigger();
+        const QWidget* dialog = FindWindow("ZORTestNestNestingDlg");
+        ASSERT_NE(nullptr, dialog);
+        Click(dialog, "_ComputeBtn");
+        constexpr int patience = 30000;
+        ASSERT_TRUE(QTest::qWaitFor([] { return FindWindow("ZORTestNestNestingResultDlg"); }, patience));
+        FindWindow("ZORTestNestNestingResultDlg")->close();
     }
 
     static void Click(const QWidget* window, const char* objectName)
@@ -128,7 +144,7 @@ protected:
     }
 
     /// One session of a developer with the bench: a geometry is listed, inspected and displayed, a dialog is
-    /// opened and left open, an entry fails, the options are written. Only the geometry stays.
+    /// opened and left open, an entry fails, a nesting runs, the options are written. Only the geometry stays.
     ZORGeoPolyline* UseBench()
     {
         ZORMathSetOfPoints points;
@@ -151,6 +167,7 @@ protected:
         console->findChild<QAction*>(QStringLiteral("_ExportSTLAction"))->trigger();
         console->findChild<QAction*>(QStringLiteral("_OffsetCurveAction"))->trigger();
         EXPECT_EQ(QStringList{"Command not registered"}, boxes.TakeErrors());
+        Nest(console);
 
         DialogFrame frame;
         GetAction("ZORTestOptionsCmd")->trigger();
