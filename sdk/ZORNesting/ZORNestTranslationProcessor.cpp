@@ -5,6 +5,7 @@
 #include "ZORNestSourceProvider.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORWorker/ZORWorkProcessor.h>
@@ -166,6 +167,7 @@ ZORNestTranslationResponse* ZORNestTranslationProcessor::AddInput(const ZORNestT
     ZORWorkJob job;
     job.name = QFileInfo(path).fileName();
     job.run = [=](const ZORWorkContext& context) {
+        const ZORSysApiTracePause pause;
         return Translation(input, path, isKept, *report).Run(context);
     };
     job.isDirectoryKept = isKept;

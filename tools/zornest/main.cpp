@@ -4,9 +4,13 @@
 #include "ZORNestSolverRun.h"
 #include "ZorNestInstance.h"
 
+#include <ZORNesting/ZORNestReport_p.h>
+
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QTextStream>
 
 #include <csignal>
@@ -20,6 +24,7 @@ namespace {
 constexpr int ExitUsage = 2;
 constexpr int ExitFile = 3;
 constexpr int ExitUnplaced = 1;
+constexpr int PictureWidth = 1600;
 
 Control* runningControl = nullptr;
 
@@ -83,15 +88,40 @@ void PrintSummary(const Job& job, const Solution& solution, QTextStream& out)
 bool Save(const QString& path, const QByteArray& content)
 {
     QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+}
+
+/// Writes the files that were asked for.
+/// \return  the first one that cannot be written; empty if all could
+QString SaveResults(const QCommandLineParser& parser, const Job& job, const Solution& solution,
+                    double seconds)
+{
+    if (parser.isSet("out") && !Save(parser.value("out"), ZorNest::WriteLayout(job, solution)))
+        return parser.value("out");
+    ZORNestReportDetails details;
+    details.runTime = seconds;
+    details.parts = ZORNestReport::MeasureParts(job);
+    const ZORNestReport report(job, solution, details);
+    if (parser.isSet("html") && !Save(parser.value("html"), report.Write()))
+        return parser.value("html");
+    const QDir folder(parser.value("png"));
+    for (size_t s = 0; parser.isSet("png") && s < solution.sheets.size(); ++s) {
+        const QString path = folder.filePath(QStringLiteral("sheet-%1.png").arg(s));
+        if (!folder.mkpath(".") || !report.DrawSheet(s, PictureWidth).save(path))
+            return path;
+    }
+    return {};
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName("zornest");
+    // Fonts of reports need an application with a platform, and no display.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setApplicationName("zornest");
     QCommandLineParser parser;
     parser.setApplicationDescription(
         "Nests the items of an instance on its sheets. Interrupt it to finish with "
@@ -103,6 +133,8 @@ int main(int argc, char** argv)
     parser.addOption({"seed", "Seed of the random numbers.", "number", "1"});
     parser.addOption({"threads", "Number of threads.", "number", "1"});
     parser.addOption({"out", "Write the layout there.", "file"});
+    parser.addOption({"html", "Write a report there.", "file"});
+    parser.addOption({"png", "Write a picture of each sheet there.", "folder"});
     parser.process(application);
     QTextStream out(stdout);
     QTextStream errors(stderr);
@@ -130,17 +162,21 @@ int main(int argc, char** argv)
     runningControl = &control;
     std::signal(SIGINT, OnInterrupt);
     std::optional<Solution> solution;
+    QElapsedTimer timer;
+    timer.start();
     {
         std::optional<ProgressBar> bar;
         if (isatty(STDERR_FILENO) != 0)
             bar.emplace(control);
         solution = Solve(instance.job, options, control);
     }
+    const double seconds = 1e-3 * static_cast<double>(timer.elapsed());
     PrintSummary(instance.job, *solution, out);
     for (const std::string& fault : FindFaults(instance.job, *solution))
         errors << "fault: " << QString::fromStdString(fault) << "\n";
-    if (parser.isSet("out") && !Save(parser.value("out"), ZorNest::WriteLayout(instance.job, *solution))) {
-        errors << parser.value("out") << ": cannot be written\n";
+    const QString unwritten = SaveResults(parser, instance.job, *solution, seconds);
+    if (!unwritten.isEmpty()) {
+        errors << unwritten << ": cannot be written\n";
         return ExitFile;
     }
     return solution->unplaced.empty() ? 0 : ExitUnplaced;

@@ -3,6 +3,7 @@
 #include "NestingTest.h"
 
 #include <ZORNesting/ZORNestDebugOptions.h>
+#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -215,6 +216,22 @@ TEST_F(ZORNestNestingProcessorTest, EqualJobsOfEqualStepsHaveEqualSheets)
     }
     ASSERT_EQ(2, files.size());
     EXPECT_EQ(files[0], files[1]);
+}
+
+TEST_F(ZORNestNestingProcessorTest, JobsLeaveNoTraceOfTheirOwnCalls)
+{
+    Response* const response = processor->AddInput(MakeJob({MakeSquare("a", 1)}, {MakeSheets("s", 2, 2)}));
+    QStringList lines;
+    const QMetaObject::Connection connection =
+        QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, qApp,
+                         [&lines](const QByteArray& line) { lines.append(QString::fromUtf8(line)); });
+    ZORSysApiTrace::GetInstance()->SetEnabled(true);
+    processor->Execute(nullptr);
+    EXPECT_TRUE(WaitForEnd(response));
+    ZORSysApiTrace::GetInstance()->SetEnabled(false);
+    QCoreApplication::processEvents();
+    QObject::disconnect(connection);
+    EXPECT_EQ(QStringList({"ZORNestNestingProcessor::Execute(null)"}), lines);
 }
 
 TEST_F(ZORNestNestingProcessorTest, AZeroRunTimeEndsWhenNothingIsGained)

@@ -7,6 +7,7 @@
 #include <ZORMathematics/ZORMathPlane.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFileException.h>
 
@@ -205,6 +206,19 @@ TEST_F(ZORSysApiTraceTest, OnlyTheOutermostCallIsWritten)
     EXPECT_EQ(2, recorder.lines.size());
     for (const qint64 duration : recorder.durations)
         EXPECT_GE(duration, 0);
+}
+
+TEST_F(ZORSysApiTraceTest, APauseKeepsCallsOfItsThreadOut)
+{
+    TracedCalls calls;
+    Recorder recorder;
+    {
+        const ZORSysApiTracePause pause;
+        calls.TakeAny(1);
+        std::thread([&calls] { calls.TakeAny(2); }).join();
+    }
+    calls.TakeAny(3);
+    EXPECT_EQ(QStringList({"TracedCalls::TakeAny(2)", "TracedCalls::TakeAny(3)"}), recorder.lines);
 }
 
 TEST_F(ZORSysApiTraceTest, CallsThatAReceiverMakesAreNested)
