@@ -1,10 +1,12 @@
 #include "ZorNestInstance.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "ZorNestJson.h"
 
+#include <QJsonDocument>
+
+#include <cmath>
 #include <numbers>
+#include <set>
 
 using namespace ZORNestSolver;
 
@@ -15,162 +17,230 @@ namespace {
 constexpr double Degree = std::numbers::pi / 180;
 constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
 
-Point ReadPoint(const QJsonArray& values, int at = 0)
+/// Two of the elements as coordinates.
+Point ReadPoint(const Node& node, size_t at = 0)
 {
-    return {values[at].toDouble(NotANumber), values[at + 1].toDouble(NotANumber)};
+    const std::vector<Node> values = node.GetElements();
+    if (values.size() < at + 2)
+        node.Refuse("coordinates are missing");
+    return {values[at].GetNumber(), values[at + 1].GetNumber()};
 }
 
 /// Without the repeated first point.
-Ring ReadRing(const QJsonArray& values)
+Ring ReadRing(const Node& node)
 {
+    if (node.IsAbsent())
+        node.Refuse("is missing");
     Ring ring;
-    for (const QJsonValue& value : values)
-        ring.push_back(ReadPoint(value.toArray()));
+    for (const Node& point : node.GetElements())
+        ring.push_back(ReadPoint(point));
     if (ring.size() > 1 && ring.front() == ring.back())
         ring.pop_back();
     return ring;
 }
 
-Polygon ReadPolygon(const QJsonObject& shape)
+Polygon ReadPolygon(const Node& shape)
 {
-    const QJsonValue data = shape["data"];
-    if (data.isArray())
-        return {ReadRing(data.toArray())};
-    Polygon polygon{ReadRing(data["outer"].toArray())};
-    for (const QJsonValue& inner : data["inner"].toArray())
-        polygon.push_back(ReadRing(inner.toArray()));
+    const Node data = shape["data"];
+    if (data.IsAbsent() || data.IsArray())
+        return {ReadRing(data)};
+    Polygon polygon{ReadRing(data["outer"])};
+    for (const Node& inner : data["inner"].GetElements())
+        polygon.push_back(ReadRing(inner));
     return polygon;
 }
 
 /// ["L", x, y] or ["A", x, y, centre x, centre y, "ccw" or "cw"].
-Contour ReadContour(const QJsonObject& object)
+Segment ReadSegment(const Node& node)
 {
-    Contour contour;
-    contour.start = ReadPoint(object["start"].toArray());
-    for (const QJsonValue& value : object["segs"].toArray()) {
-        const QJsonArray values = value.toArray();
-        Segment segment;
-        segment.end = ReadPoint(values, 1);
-        segment.isArc = values[0].toString() == QLatin1String("A");
-        if (segment.isArc) {
-            segment.centre = ReadPoint(values, 3);
-            segment.counterClockwise = values[5].toString() != QLatin1String("cw");
-        }
-        contour.segments.push_back(segment);
+    const std::vector<Node> values = node.GetElements();
+    const QString type = values.empty() ? QString() : values[0].GetText({});
+    Segment segment;
+    segment.end = ReadPoint(node, 1);
+    segment.isArc = type == QLatin1String("A");
+    if (!segment.isArc && type != QLatin1String("L"))
+        node.Refuse("a segment begins with \"L\" or \"A\"");
+    if (segment.isArc) {
+        segment.centre = ReadPoint(node, 3);
+        const QString turn = values.size() > 5 ? values[5].GetText({}) : QString();
+        segment.counterClockwise = turn == QLatin1String("ccw");
+        if (!segment.counterClockwise && turn != QLatin1String("cw"))
+            node.Refuse("an arc ends with \"ccw\" or \"cw\"");
     }
-    return contour;
+    return segment;
 }
 
-std::vector<Contour> ReadContours(const QJsonObject& shape)
+std::vector<Contour> ReadContours(const Node& shape)
 {
+    if (shape.IsAbsent())
+        shape.Refuse("is missing");
+    const QString type = shape["type"].GetText("simple_polygon");
     std::vector<Contour> contours;
-    for (const QJsonValue& contour : shape["contours"].toArray())
-        contours.push_back(ReadContour(contour.toObject()));
-    if (contours.empty())
+    if (type == QLatin1String("path")) {
+        for (const Node& node : shape["contours"].GetElements()) {
+            Contour contour;
+            contour.start = ReadPoint(node["start"]);
+            for (const Node& segment : node["segs"].GetElements())
+                contour.segments.push_back(ReadSegment(segment));
+            contours.push_back(contour);
+        }
+    } else if (type == QLatin1String("simple_polygon") || type == QLatin1String("polygon")) {
         for (const Ring& ring : ReadPolygon(shape))
             contours.push_back(MakeContour(ring));
+    } else {
+        shape["type"].Refuse("must be \"simple_polygon\", \"polygon\" or \"path\"");
+    }
     return contours;
 }
 
-Item ReadItem(const QJsonObject& object)
+Item ReadItem(const Node& node, int id)
 {
     Item item;
-    item.name = object["name"].toString(QString::number(object["id"].toInt())).toStdString();
-    item.quantity = object["demand"].toInt(1);
-    item.priority = object["priority"].toInt();
-    item.mirrored = object["mirrored"].toBool();
-    item.flippable = object["flippable"].toBool();
-    item.contours = ReadContours(object["shape"].toObject());
-    for (const QJsonValue& angle : object["allowed_orientations"].toArray())
-        item.allowedAngles.push_back(angle.toDouble() * Degree);
-    if (object.contains("orientation_deg")) {
-        item.orientation = object["orientation_deg"].toDouble() * Degree;
-        item.grain90 = object["grain90"].toBool();
-        item.grain180 = object["grain180"].toBool();
-        item.grain270 = object["grain270"].toBool();
-        item.maxDeviation = object["max_deviation_deg"].toDouble() * Degree;
-        item.deviationIncrement = object["deviation_increment_deg"].toDouble() * Degree;
-    } else if (item.allowedAngles.empty()) {
-        item.maxDeviation = std::numbers::pi;
-    }
+    item.name = node["name"].GetText(QString::number(id)).toStdString();
+    item.quantity = node["demand"].GetInteger(1, 0);
+    item.priority = node["priority"].GetInteger(0, std::numeric_limits<int>::min());
+    item.mirrored = node["mirrored"].GetFlag();
+    item.flippable = node["flippable"].GetFlag();
+    item.contours = ReadContours(node["shape"]);
+    for (const Node& angle : node["allowed_orientations"].GetElements())
+        item.allowedAngles.push_back(angle.GetNumber() * Degree);
+    item.orientation = node["orientation_deg"].GetNumber(0) * Degree;
+    item.grain90 = node["grain90"].GetFlag();
+    item.grain180 = node["grain180"].GetFlag();
+    item.grain270 = node["grain270"].GetFlag();
+    const bool isFree = item.allowedAngles.empty() && node["orientation_deg"].IsAbsent();
+    item.maxDeviation = node["max_deviation_deg"].GetSize(isFree ? 180 : 0) * Degree;
+    item.deviationIncrement = node["deviation_increment_deg"].GetSize(0) * Degree;
     return item;
 }
 
 /// Zones of quality 0 are defects.
-std::vector<Polygon> ReadDefects(const QJsonObject& object)
+std::vector<Polygon> ReadDefects(const Node& node)
 {
     std::vector<Polygon> defects;
-    for (const QJsonValue& defect : object["defects"].toArray())
-        defects.push_back(ReadPolygon(defect.toObject()));
-    for (const QJsonValue& zone : object["zones"].toArray())
-        if (zone["quality"].toInt(1) == 0)
-            defects.push_back(ReadPolygon(zone["shape"].toObject()));
+    for (const Node& defect : node["defects"].GetElements())
+        defects.push_back(ReadPolygon(defect));
+    for (const Node& zone : node["zones"].GetElements())
+        if (zone["quality"].GetInteger(1, 0) == 0)
+            defects.push_back(ReadPolygon(zone["shape"]));
     return defects;
 }
 
-int ReadStock(const QJsonValue& value)
+int ReadStock(const Node& node)
 {
-    return value.isNull() ? -1 : value.toInt(1);
+    return node.IsNull() ? -1 : node.GetInteger(1, 0);
 }
 
-SheetKind ReadKind(const QJsonObject& object)
+SheetKind ReadKind(const Node& node, int id)
 {
     SheetKind kind;
-    kind.name = object["name"].toString(QString::number(object["id"].toInt())).toStdString();
-    kind.cost = object["cost"].toDouble();
-    kind.defects = ReadDefects(object);
-    if (object.contains("outline"))
-        kind.outline = ReadPolygon(object["outline"].toObject());
-    const QJsonValue trims = object["trims"];
-    kind.leftTrim = trims["left"].toDouble();
-    kind.rightTrim = trims["right"].toDouble();
-    kind.topTrim = trims["top"].toDouble();
-    kind.bottomTrim = trims["bottom"].toDouble();
-    if (object.contains("stock")) { // a bin: its width lies along x
-        kind.quantity = ReadStock(object["stock"]);
-        kind.length = object["width"].toDouble();
-        kind.width = object["height"].toDouble();
-    } else {
-        kind.quantity = ReadStock(object["quantity"]);
-        kind.width = object["width"].toDouble();
-        kind.length = object["length"].toDouble(NotANumber);
-    }
-    if (object.contains("shape")) {
-        kind.outline = ReadPolygon(object["shape"].toObject());
+    kind.name = node["name"].GetText(QString::number(id)).toStdString();
+    kind.cost = node["cost"].GetSize(0);
+    kind.defects = ReadDefects(node);
+    const Node trims = node["trims"];
+    kind.leftTrim = trims["left"].GetSize(0);
+    kind.rightTrim = trims["right"].GetSize(0);
+    kind.topTrim = trims["top"].GetSize(0);
+    kind.bottomTrim = trims["bottom"].GetSize(0);
+    const bool isBin = !node["stock"].IsAbsent(); // its width lies along x
+    const Node length = isBin ? node["width"] : node["length"];
+    kind.quantity = ReadStock(isBin ? node["stock"] : node["quantity"]);
+    kind.width = (isBin ? node["height"] : node["width"]).GetSize(0);
+    kind.length = !isBin && (length.IsNull() || length.IsAbsent()) ? NotANumber : length.GetSize(0);
+    for (const char* key : {"outline", "shape"})
+        if (!node[key].IsAbsent())
+            kind.outline = ReadPolygon(node[key]);
+    if (!node["shape"].IsAbsent()) {
         const Box box = GetBox(kind.outline);
-        kind.length = box.max.x;
-        kind.width = box.max.y;
+        kind.length = std::max(0.0, box.max.x);
+        kind.width = std::max(0.0, box.max.y);
     }
     return kind;
 }
 
-std::vector<SheetKind> ReadKinds(const QJsonObject& root)
+/// The number of the item or sheet in the document, the same for no two of them.
+int ReadId(const Node& node, size_t index, std::set<int>& known)
 {
-    std::vector<SheetKind> kinds;
-    if (root.contains("strip_height")) {
-        SheetKind strip;
-        strip.name = "strip";
-        strip.width = root["strip_height"].toDouble();
-        strip.length = NotANumber;
-        kinds.push_back(strip);
-    }
-    for (const char* key : {"bins", "packagings"})
-        for (const QJsonValue& kind : root[QLatin1String(key)].toArray())
-            kinds.push_back(ReadKind(kind.toObject()));
-    return kinds;
+    const int id = node["id"].GetInteger(static_cast<int>(index), 0);
+    if (!known.insert(id).second)
+        node["id"].Refuse(QString("%1 is used twice").arg(id));
+    return id;
 }
 
-void ReadParameters(const QJsonObject& parameters, Job& job)
+void ReadKinds(const Node& root, Instance& instance)
 {
-    job.separation = parameters["item_separation"].toDouble();
-    job.frameWidth = parameters["frame_width"].toDouble();
-    job.defectSeparation = parameters["defect_separation"].toDouble();
-    job.stackSize = parameters["stack_size"].toInt(1);
-    job.singleSided = parameters["single_sided"].toBool();
-    const QString rule = parameters["usage_rule"].toString();
-    job.usageRule = rule == QLatin1String("BestMix")    ? UsageRule::BestMix
-                    : rule == QLatin1String("BestSize") ? UsageRule::BestSize
-                                                        : UsageRule::AsListed;
+    std::set<int> known;
+    if (!root["strip_height"].IsAbsent()) {
+        SheetKind strip;
+        strip.name = "strip";
+        strip.width = root["strip_height"].GetSize(0);
+        strip.length = NotANumber;
+        instance.job.kinds.push_back(strip);
+        instance.kindIds.push_back(0);
+        known.insert(0);
+    }
+    for (const char* key : {"bins", "packagings"}) {
+        for (const Node& node : root[key].GetElements()) {
+            instance.kindIds.push_back(ReadId(node, instance.kindIds.size(), known));
+            instance.job.kinds.push_back(ReadKind(node, instance.kindIds.back()));
+        }
+    }
+}
+
+UsageRule ReadUsageRule(const Node& node)
+{
+    const QString rule = node.GetText("AsListed");
+    if (rule == QLatin1String("AsListed"))
+        return UsageRule::AsListed;
+    if (rule == QLatin1String("BestMix"))
+        return UsageRule::BestMix;
+    if (rule != QLatin1String("BestSize"))
+        node.Refuse("must be \"AsListed\", \"BestMix\" or \"BestSize\"");
+    return UsageRule::BestSize;
+}
+
+void ReadParameters(const Node& parameters, Job& job)
+{
+    job.separation = parameters["item_separation"].GetSize(0);
+    job.frameWidth = parameters["frame_width"].GetSize(0);
+    job.defectSeparation = parameters["defect_separation"].GetSize(0);
+    job.maxDeviation = parameters["max_deviation_deg"].GetSize(0) * Degree;
+    job.deviationIncrement = parameters["deviation_increment_deg"].GetSize(0) * Degree;
+    job.grain90 = parameters["grain90"].GetFlag();
+    job.grain180 = parameters["grain180"].GetFlag();
+    job.grain270 = parameters["grain270"].GetFlag();
+    job.stackSize = parameters["stack_size"].GetInteger(1, 0);
+    job.singleSided = parameters["single_sided"].GetFlag();
+    parameters["allow_overproduction"].GetFlag();
+    job.usageRule = ReadUsageRule(parameters["usage_rule"]);
+}
+
+void Read(const Node& root, Instance& instance)
+{
+    instance.name = root["name"].GetText({});
+    std::set<int> known;
+    for (const Node& node : root["items"].GetElements()) {
+        instance.itemIds.push_back(ReadId(node, instance.itemIds.size(), known));
+        instance.job.items.push_back(ReadItem(node, instance.itemIds.back()));
+    }
+    ReadKinds(root, instance);
+    ReadParameters(root["params"], instance.job);
+    if (instance.job.items.empty())
+        root["items"].Refuse("there are none");
+    if (instance.job.kinds.empty())
+        root.Refuse("\"strip_height\", \"bins\" or \"packagings\" are missing");
+}
+
+QJsonArray WritePlacements(const Instance& instance, const NestedSheet& sheet)
+{
+    QJsonArray placements;
+    for (const Placement& placement : sheet.placements)
+        placements.append(QJsonObject{{"item", instance.itemIds[placement.item]},
+                                      {"mirror", placement.pose.mirrored},
+                                      {"rotation_deg", placement.pose.angle / Degree},
+                                      {"x", placement.pose.position.x},
+                                      {"y", placement.pose.position.y}});
+    return placements;
 }
 
 } // namespace
@@ -179,43 +249,33 @@ Instance ReadInstance(const QByteArray& document)
 {
     Instance instance;
     QJsonParseError error;
-    const QJsonObject root = QJsonDocument::fromJson(document, &error).object();
+    const QJsonDocument parsed = QJsonDocument::fromJson(document, &error);
     if (error.error != QJsonParseError::NoError) {
-        instance.error = error.errorString();
+        instance.error = QString("%1, at byte %2").arg(error.errorString()).arg(error.offset);
         return instance;
     }
-    instance.name = root["name"].toString();
-    for (const QJsonValue& item : root["items"].toArray())
-        instance.job.items.push_back(ReadItem(item.toObject()));
-    instance.job.kinds = ReadKinds(root);
-    ReadParameters(root["params"].toObject(), instance.job);
-    if (instance.job.items.empty())
-        instance.error = QLatin1String("no items");
-    else if (instance.job.kinds.empty())
-        instance.error = QLatin1String("no sheets");
+    try {
+        Read(Node(parsed.isObject() ? QJsonValue(parsed.object()) : QJsonValue(parsed.array())), instance);
+    } catch (const DocumentError& found) {
+        instance.error = found.message;
+    }
     return instance;
 }
 
-QByteArray WriteLayout(const Job& job, const Solution& solution)
+QByteArray WriteLayout(const Instance& instance, const Solution& solution)
 {
     QJsonArray sheets;
     for (const NestedSheet& sheet : solution.sheets) {
-        QJsonArray placements;
-        for (const Placement& placement : sheet.placements)
-            placements.append(QJsonObject{{"item", static_cast<int>(placement.item)},
-                                          {"mirror", placement.pose.mirrored},
-                                          {"rotation_deg", placement.pose.angle / Degree},
-                                          {"x", placement.pose.position.x},
-                                          {"y", placement.pose.position.y}});
-        QJsonObject object{
-            {"packaging", static_cast<int>(sheet.kind)}, {"stack", sheet.stack}, {"placements", placements}};
-        if (job.kinds[sheet.kind].IsRoll())
+        QJsonObject object{{"packaging", instance.kindIds[sheet.kind]},
+                           {"stack", sheet.stack},
+                           {"placements", WritePlacements(instance, sheet)}};
+        if (instance.job.kinds[sheet.kind].IsRoll())
             object.insert("length", sheet.usedLength);
         sheets.append(object);
     }
     QJsonArray unplaced;
     for (const UnplacedItem& item : solution.unplaced)
-        unplaced.append(QJsonObject{{"item", static_cast<int>(item.item)},
+        unplaced.append(QJsonObject{{"item", instance.itemIds[item.item]},
                                     {"count", item.count},
                                     {"reason", QString::fromStdString(item.reason)}});
     return QJsonDocument(

@@ -1,4 +1,4 @@
-// Nesting instances as JSON documents.
+// Nesting instances as JSON documents, and the layouts that answer them.
 
 #pragma once
 
@@ -13,6 +13,8 @@ namespace ZorNest {
 struct Instance
 {
     ZORNestSolver::Job job;
+    std::vector<int> itemIds; // by which layouts name the items
+    std::vector<int> kindIds; // by which layouts name the sheets
     QString name;
     QString error;
 };
@@ -21,10 +23,11 @@ struct Instance
 /// "allowed_orientations" in degrees or "orientation_deg" with "grain90", "grain180", "grain270",
 /// "max_deviation_deg" and "deviation_increment_deg"; an item with neither may be turned freely. Sheets are
 /// "strip_height" (one roll), "bins" or "packagings"; "params" hold the separations, the frame, the stack
-/// size, "single_sided" and "usage_rule".
+/// size, "single_sided" and "usage_rule", and what holds for every item of grain and deviation. Quantities are
+/// exact: "allow_overproduction" changes nothing. Items and sheets without "id" are numbered from 0.
 Instance ReadInstance(const QByteArray& document);
 
 /// The layout document of a solution: sheets with their placements, and what was not placed.
-QByteArray WriteLayout(const ZORNestSolver::Job& job, const ZORNestSolver::Solution& solution);
+QByteArray WriteLayout(const Instance& instance, const ZORNestSolver::Solution& solution);
 
 } // namespace ZorNest

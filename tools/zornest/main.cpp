@@ -1,37 +1,39 @@
 // zornest: nests an instance from the command line.
 
 #include "ZORNestSolverCheck.h"
-#include "ZORNestSolverRun.h"
 #include "ZorNestInstance.h"
+#include "ZorNestOptions.h"
 
 #include <ZORNesting/ZORNestReport_p.h>
 
-#include <QCommandLineParser>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
+#include <QSaveFile>
 #include <QTextStream>
 
 #include <csignal>
+#include <memory>
+#include <string_view>
 #include <thread>
 #include <unistd.h>
 
 using namespace ZORNestSolver;
+using namespace ZorNest;
 
 namespace {
 
-constexpr int ExitUsage = 2;
-constexpr int ExitFile = 3;
-constexpr int ExitUnplaced = 1;
-constexpr int PictureWidth = 1600;
+constexpr int PictureWidth = 2000; // pixels
 
 Control* runningControl = nullptr;
 
-void OnInterrupt(int)
+/// The first request finishes the run, the second one ends the program.
+void OnInterrupt(int signal)
 {
     if (runningControl)
         runningControl->stop = true;
+    std::signal(signal, SIG_DFL);
 }
 
 /// A bar on the terminal that follows a run until destroyed.
@@ -39,7 +41,7 @@ class ProgressBar
 {
 public:
     explicit ProgressBar(const Control& control)
-        : m_thread([&control](std::stop_token token) {
+        : m_thread([&control](const std::stop_token& token) {
             while (!token.stop_requested()) {
                 Draw(control.progress);
                 std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -63,121 +65,198 @@ private:
     std::jthread m_thread;
 };
 
-void PrintSummary(const Job& job, const Solution& solution, QTextStream& out)
+/// A result that is written when the run is over; opened before, so that nobody waits for nothing.
+class Output
+{
+public:
+    explicit Output(const QString& path)
+        : m_file(path)
+        , m_isWanted(!path.isEmpty())
+    {
+    }
+    bool Open() { return !m_isWanted || m_file.open(QIODevice::WriteOnly); }
+    bool Write(const QByteArray& content)
+    {
+        return !m_isWanted || (m_file.write(content) == content.size() && m_file.commit());
+    }
+    bool IsWanted() const { return m_isWanted; }
+    QString GetError() const { return m_file.fileName() + ": " + m_file.errorString(); }
+
+private:
+    QSaveFile m_file;
+    bool m_isWanted;
+};
+
+double GetPartArea(const Job& job, const NestedSheet& sheet)
+{
+    double area = 0;
+    std::string reason;
+    for (const Placement& placement : sheet.placements)
+        area += GetArea(MakeOuterPolygon(job.items[placement.item].contours, reason));
+    return area;
+}
+
+void PrintSummary(const Instance& instance, const Solution& solution, QTextStream& out)
 {
     for (size_t s = 0; s < solution.sheets.size(); ++s) {
         const NestedSheet& sheet = solution.sheets[s];
-        const SheetKind& kind = job.kinds[sheet.kind];
-        double area = 0;
-        for (const Placement& placement : sheet.placements) {
-            std::string reason;
-            area += GetArea(MakeOuterPolygon(job.items[placement.item].contours, reason));
-        }
+        const SheetKind& kind = instance.job.kinds[sheet.kind];
+        const double area = kind.outline.empty() ? kind.width * sheet.usedLength : GetArea(kind.outline);
         out << "sheet " << s << ": " << QString::fromStdString(kind.name) << ", " << sheet.placements.size()
-            << " parts, length " << sheet.usedLength << ", stack " << sheet.stack << ", density "
-            << QString::number(100 * area / (kind.width * sheet.usedLength), 'f', 3) << " %\n";
+            << " parts, length " << QString::number(sheet.usedLength, 'f', 3) << ", stack " << sheet.stack
+            << ", density " << QString::number(100 * GetPartArea(instance.job, sheet) / area, 'f', 3) << " %";
+        if (!kind.IsRoll())
+            out << ", remnant " << QString::number(sheet.remnantLength, 'f', 3);
+        out << "\n";
     }
     out << "cost " << QString::number(solution.cost, 'f', 3) << "\n";
     for (const UnplacedItem& item : solution.unplaced)
-        out << "not placed: " << item.count << " of item " << item.item << ", "
-            << QString::fromStdString(item.reason) << "\n";
+        out << "not placed: " << item.count << " of item " << instance.itemIds[item.item] << " \""
+            << QString::fromStdString(instance.job.items[item.item].name)
+            << "\": " << QString::fromStdString(item.reason) << "\n";
     for (const std::string& remark : solution.remarks)
         out << QString::fromStdString(remark) << "\n";
 }
 
-bool Save(const QString& path, const QByteArray& content)
+/// A run and what is told of it.
+struct Outcome
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+    Solution solution;
+    double seconds = 0;
+    bool isStopped = false;
+};
+
+Outcome SolveVisibly(const Job& job, const RunOptions& options)
+{
+    QElapsedTimer timer;
+    timer.start();
+    Control control;
+    runningControl = &control;
+    std::signal(SIGINT, OnInterrupt);
+    std::signal(SIGTERM, OnInterrupt);
+    std::optional<ProgressBar> bar;
+    if (isatty(STDERR_FILENO) != 0)
+        bar.emplace(control);
+    Outcome outcome;
+    outcome.solution = *Solve(job, options, control); // only a cancelled run has none
+    outcome.seconds = 1e-3 * static_cast<double>(timer.elapsed());
+    outcome.isStopped = control.stop;
+    runningControl = nullptr;
+    return outcome;
 }
 
-/// Writes the files that were asked for.
-/// \return  the first one that cannot be written; empty if all could
-QString SaveResults(const QCommandLineParser& parser, const Job& job, const Solution& solution,
-                    double seconds)
+/// Everything that a run writes besides its summary.
+class Results
 {
-    if (parser.isSet("out") && !Save(parser.value("out"), ZorNest::WriteLayout(job, solution)))
-        return parser.value("out");
-    ZORNestReportDetails details;
-    details.runTime = seconds;
-    details.parts = ZORNestReport::MeasureParts(job);
-    const ZORNestReport report(job, solution, details);
-    if (parser.isSet("html") && !Save(parser.value("html"), report.Write()))
-        return parser.value("html");
-    const QDir folder(parser.value("png"));
-    for (size_t s = 0; parser.isSet("png") && s < solution.sheets.size(); ++s) {
-        const QString path = folder.filePath(QStringLiteral("sheet-%1.png").arg(s));
-        if (!folder.mkpath(".") || !report.DrawSheet(s, PictureWidth).save(path))
-            return path;
+public:
+    explicit Results(const Options& options)
+        : m_layout(options.layout)
+        , m_report(options.report)
+        , m_pictures(options.pictures)
+    {
     }
-    return {};
+
+    /// \return  what cannot be written; "" if everything can
+    QString Open()
+    {
+        for (Output* output : {&m_layout, &m_report})
+            if (!output->Open())
+                return output->GetError();
+        if (!m_pictures.isEmpty() && !QDir().mkpath(m_pictures))
+            return m_pictures + ": cannot be made";
+        return {};
+    }
+
+    /// The same, afterwards.
+    QString Write(const Instance& instance, const Outcome& outcome)
+    {
+        if (!m_layout.Write(WriteLayout(instance, outcome.solution)))
+            return m_layout.GetError();
+        if (!m_report.IsWanted() && m_pictures.isEmpty())
+            return {};
+        ZORNestReportDetails details;
+        details.runTime = outcome.seconds;
+        details.ending = outcome.isStopped ? QString("stopped") : QString();
+        details.parts = ZORNestReport::MeasureParts(instance.job);
+        const ZORNestReport report(instance.job, outcome.solution, details);
+        if (m_report.IsWanted() && !m_report.Write(report.Write()))
+            return m_report.GetError();
+        for (size_t s = 0; s < outcome.solution.sheets.size() && !m_pictures.isEmpty(); ++s) {
+            const QString path = QDir(m_pictures).filePath(QString("sheet-%1.png").arg(s));
+            if (!report.DrawSheet(s, PictureWidth).save(path))
+                return path + ": cannot be written";
+        }
+        return {};
+    }
+
+private:
+    Output m_layout;
+    Output m_report;
+    QString m_pictures;
+};
+
+int Run(const Options& options, QTextStream& out, QTextStream& errors)
+{
+    QFile file(options.instance);
+    if (!file.open(QIODevice::ReadOnly)) {
+        errors << file.fileName() << ": " << file.errorString() << "\n";
+        return BadInstance;
+    }
+    Instance instance = ReadInstance(file.readAll());
+    if (!instance.error.isEmpty()) {
+        errors << file.fileName() << ": " << instance.error << "\n";
+        return BadInstance;
+    }
+    Results results(options);
+    if (const QString error = results.Open(); !error.isEmpty()) {
+        errors << error << "\n";
+        return CannotWrite;
+    }
+    instance.job.seed = options.seed;
+    const Outcome outcome = SolveVisibly(instance.job, options.run);
+    PrintSummary(instance, outcome.solution, out);
+    out.flush();
+    if (const QString error = results.Write(instance, outcome); !error.isEmpty()) {
+        errors << error << "\n";
+        return CannotWrite;
+    }
+    const std::vector<std::string> faults = FindFaults(instance.job, outcome.solution);
+    for (const std::string& fault : faults)
+        errors << "fault: " << QString::fromStdString(fault) << "\n";
+    if (!faults.empty())
+        return Faulty;
+    return outcome.solution.unplaced.empty() ? AllPlaced : SomeNotPlaced;
+}
+
+/// Pictures need fonts, but no window system.
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv)
+{
+    const bool draws = std::any_of(argv, argv + argc, [](const char* argument) {
+        const std::string_view text(argument);
+        return text.starts_with("--png") || text.starts_with("--html");
+    });
+    if (!draws)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    // Fonts of reports need an application with a platform, and no display.
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
-    QGuiApplication::setApplicationName("zornest");
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        "Nests the items of an instance on its sheets. Interrupt it to finish with "
-        "the best layout so far.");
-    parser.addHelpOption();
-    parser.addPositionalArgument("instance", "JSON document of the job");
-    parser.addOption({"time", "End after so many seconds.", "seconds", "60"});
-    parser.addOption({"cpu", "End after so many seconds of processor time instead.", "seconds"});
-    parser.addOption({"seed", "Seed of the random numbers.", "number", "1"});
-    parser.addOption({"threads", "Number of threads.", "number", "1"});
-    parser.addOption({"out", "Write the layout there.", "file"});
-    parser.addOption({"html", "Write a report there.", "file"});
-    parser.addOption({"png", "Write a picture of each sheet there.", "folder"});
-    parser.process(application);
+    const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
+    QCoreApplication::setApplicationName("zornest");
     QTextStream out(stdout);
     QTextStream errors(stderr);
-    if (parser.positionalArguments().size() != 1) {
-        errors << "one instance is needed; see --help\n";
-        return ExitUsage;
+    const Options options = ReadOptions(QCoreApplication::arguments());
+    if (!options.help.isEmpty()) {
+        out << options.help;
+        return AllPlaced;
     }
-    QFile file(parser.positionalArguments().front());
-    if (!file.open(QIODevice::ReadOnly)) {
-        errors << file.fileName() << ": " << file.errorString() << "\n";
-        return ExitFile;
+    if (!options.error.isEmpty()) {
+        errors << options.error << "; see zornest --help\n";
+        return BadUsage;
     }
-    ZorNest::Instance instance = ZorNest::ReadInstance(file.readAll());
-    if (!instance.error.isEmpty()) {
-        errors << file.fileName() << ": " << instance.error << "\n";
-        return ExitFile;
-    }
-    instance.job.seed = parser.value("seed").toULongLong();
-    RunOptions options;
-    options.clock = parser.isSet("cpu") ? Budget::Clock::Processor : Budget::Clock::Wall;
-    options.maximumTime = (parser.isSet("cpu") ? parser.value("cpu") : parser.value("time")).toDouble();
-    options.minimumTime = options.maximumTime;
-    options.threads = parser.value("threads").toInt();
-    Control control;
-    runningControl = &control;
-    std::signal(SIGINT, OnInterrupt);
-    std::optional<Solution> solution;
-    QElapsedTimer timer;
-    timer.start();
-    {
-        std::optional<ProgressBar> bar;
-        if (isatty(STDERR_FILENO) != 0)
-            bar.emplace(control);
-        solution = Solve(instance.job, options, control);
-    }
-    const double seconds = 1e-3 * static_cast<double>(timer.elapsed());
-    PrintSummary(instance.job, *solution, out);
-    for (const std::string& fault : FindFaults(instance.job, *solution))
-        errors << "fault: " << QString::fromStdString(fault) << "\n";
-    const QString unwritten = SaveResults(parser, instance.job, *solution, seconds);
-    if (!unwritten.isEmpty()) {
-        errors << unwritten << ": cannot be written\n";
-        return ExitFile;
-    }
-    return solution->unplaced.empty() ? 0 : ExitUnplaced;
+    return Run(options, out, errors);
 }

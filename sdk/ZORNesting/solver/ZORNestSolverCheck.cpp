@@ -185,6 +185,14 @@ private:
     std::vector<Polygon> m_placed;
 };
 
+/// Whether the sheet names sheets and items of the job only.
+bool IsOfJob(const Job& job, const NestedSheet& sheet)
+{
+    return sheet.kind < job.kinds.size()
+           && std::all_of(sheet.placements.begin(), sheet.placements.end(),
+                          [&job](const Placement& placement) { return placement.item < job.items.size(); });
+}
+
 std::vector<Polygon> GetOutlines(const Job& job)
 {
     std::vector<Polygon> outlines;
@@ -199,12 +207,15 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
     std::vector<int> counts(job.items.size(), 0);
     std::vector<int> sheets(job.kinds.size(), 0);
     for (const NestedSheet& sheet : solution.sheets) {
+        if (!IsOfJob(job, sheet))
+            continue;
         sheets[sheet.kind] += sheet.stack;
         for (const Placement& placement : sheet.placements)
             counts[placement.item] += sheet.stack;
     }
     for (const UnplacedItem& unplaced : solution.unplaced)
-        counts[unplaced.item] += unplaced.count;
+        if (unplaced.item < counts.size())
+            counts[unplaced.item] += unplaced.count;
     for (size_t i = 0; i < counts.size(); ++i)
         if (counts[i] != std::max(0, job.items[i].quantity))
             faults.push_back("item " + std::to_string(i) + ": " + std::to_string(counts[i]) + " of "
@@ -266,7 +277,11 @@ std::vector<std::string> FindFaults(const Job& job, const Solution& solution)
     std::vector<std::string> faults;
     const std::vector<Polygon> outlines = GetOutlines(job);
     for (size_t number = 0; number < solution.sheets.size(); ++number)
-        SheetCheck(job, outlines, solution.sheets[number], number, faults).Run();
+        if (!IsOfJob(job, solution.sheets[number]))
+            faults.push_back("sheet " + std::to_string(number)
+                             + ": is of no kind or holds no item of the job");
+        else
+            SheetCheck(job, outlines, solution.sheets[number], number, faults).Run();
     CheckQuantities(job, solution, faults);
     return faults;
 }

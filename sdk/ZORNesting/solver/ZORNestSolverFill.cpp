@@ -7,7 +7,8 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr int CoverAttempts = 8;
+constexpr int CoverAttempts = 20; // where the time is unlimited
+constexpr int MostCoverAttempts = 1000;
 constexpr double CoverShare = 0.2; // of the time at most goes to exact covers
 constexpr double RemnantTime = 1;  // seconds to push a sheet's items to the left
 constexpr double RemnantTimeOfItem = 0.05;
@@ -198,9 +199,10 @@ size_t Filler::CoverSheets(const Mix::Part& part, Plan& plan, const FillEffort& 
     Jigsaw jigsaw(m_prepared.types, plan.rest, m_job.seed);
     const Budget own = PartOf(budget, CoverShare);
     std::vector<bool> used(plan.rest.size(), false);
+    const int attempts = effort.quick ? 1 : budget.HasEnd() ? MostCoverAttempts : CoverAttempts;
     size_t sheets = 0;
     while (sheets < part.most) {
-        const auto places = jigsaw.Fill(area.window, effort.quick ? 1 : CoverAttempts, own);
+        const auto places = jigsaw.Fill(area.window, attempts, own);
         std::vector<size_t> items;
         std::vector<Stand> stands;
         for (const Jigsaw::Place& place : places) {

@@ -8,10 +8,11 @@
 
 namespace ZORNestSolver {
 
-/// Fills one box with items that leave nothing of it free. The leftmost, then lowest point of what is free
-/// must be the leftmost, lowest corner of an item whose next edge runs along the lower edge there; so few
-/// items come into question at each step that a search in depth decides. Items with holes or free angles
-/// are never used.
+/// Fills one box with items that leave nothing of it free. At every corner of
+/// what is free some item must have a corner from which its edge runs along the
+/// edge there; the corner where the fewest items do is filled first. So few
+/// items come into question that a search in depth decides. Items with holes or
+/// free angles are never used.
 class Jigsaw
 {
 public:
@@ -26,22 +27,30 @@ public:
     Jigsaw(const std::vector<std::shared_ptr<const ItemType>>& types, std::vector<size_t> items,
            uint64_t seed);
 
-    /// A cover of the box by some of the items that are left, which are then no longer left; empty where
-    /// there is none, or none was found in so many attempts.
+    /// A cover of the box by some of the items that are left, which are then no
+    /// longer left; empty where there is none, or none was found in so many
+    /// attempts.
     std::vector<Place> Fill(const Box& box, int mostAttempts, const Budget& budget);
 
 private:
-    /// An item in one of its rotations and hands, relative to its leftmost, lowest corner.
+    /// An item in one of its rotations and hands.
     struct Piece
     {
         size_t type = 0;
-        Stand stand;       // when that corner is the origin
-        Ring ring;         // from that corner, counter-clockwise
-        double edge = 0;   // direction of the edge after the corner
-        double corner = 0; // angle inside of the corner
+        Stand stand; // when the first point of the ring is the origin
+        Ring ring;   // counter-clockwise, from the origin
         double area = 0;
         double rank = 0;      // the order in which pieces are tried
         double tolerance = 0; // by which areas may differ
+    };
+    /// A corner of a piece, or of what is free.
+    struct Corner
+    {
+        double direction = 0; // of the edge after it
+        double angle = 0;     // inside
+        double length = 0;    // of the edge after it
+        size_t piece = 0;
+        Point point;
     };
     struct State;
 
@@ -49,11 +58,16 @@ private:
     void OrderPieces(int attempt);
     bool Descend(State& state);
     bool CanBeFilled(const State& state) const;
+    std::vector<size_t> FindCorners(const State& state, const Corner& free, bool canExceed) const;
+    std::vector<size_t> ChooseCorner(const State& state, Point& point) const;
+    bool TryPiece(State& state, const Piece& piece, Point at);
+    static std::vector<Corner> GetCorners(const Ring& ring);
 
     const std::vector<std::shared_ptr<const ItemType>>& m_types;
     std::vector<size_t> m_items;
     std::vector<std::vector<size_t>> m_left; // the items of each type that are not used up
     std::vector<Piece> m_pieces;
+    std::vector<Corner> m_corners; // of all pieces, ascending by direction
     Random m_random;
 };
 

@@ -7,6 +7,7 @@ namespace {
 constexpr double TrialShare = 0.08; // of the time of all trials goes to one
 constexpr double TrialTime = 1;     // seconds of a trial without end
 constexpr double TrialTimeOfItem = 0.01;
+constexpr double HopeForDensity = 1.2;
 
 } // namespace
 
@@ -48,21 +49,34 @@ Mix MixSearch::MakeMix(const Counts& counts) const
     return mix;
 }
 
-/// The costs of the sheets, and of the roll for what by its area they cannot hold.
-double MixSearch::GetBound(const Counts& counts) const
+/// The costs of the sheets, and of the roll for what by its area they cannot hold. Infinite where they cannot
+/// hold it and there is no roll.
+double MixSearch::GetBound(const Counts& counts, double area) const
 {
     double cost = 0;
-    double left = m_area;
+    double left = area;
     for (size_t k = 0; k < counts.size(); ++k) {
         if (IsRoll(k))
             continue;
         cost += static_cast<double>(counts[k]) * m_prepared.GetCost(k);
         left -= static_cast<double>(counts[k]) * m_prepared.areas[k].area;
     }
+    if (left <= 1e-9 * area)
+        return cost;
     for (size_t k = 0; k < counts.size(); ++k)
-        if (IsRoll(k) && counts[k] > 0 && left > 0)
+        if (IsRoll(k) && counts[k] > 0)
             return cost + m_prepared.GetCost(k) * left / m_prepared.areas[k].window.GetHeight();
-    return left > 1e-9 * m_area && m_best.rest.empty() ? std::numeric_limits<double>::infinity() : cost;
+    return std::numeric_limits<double>::infinity();
+}
+
+/// Which share of the sheets of the best plan its items fill, with some hope for more.
+double MixSearch::GetDensity() const
+{
+    double sheets = 0;
+    for (const NestedSheet& sheet : m_best.sheets)
+        sheets += IsRoll(sheet.kind) ? m_prepared.areas[sheet.kind].window.GetHeight() * sheet.usedLength
+                                     : m_prepared.areas[sheet.kind].area;
+    return sheets > 0 ? std::clamp(HopeForDensity * (m_area - m_best.restArea) / sheets, 0.1, 1.0) : 1;
 }
 
 void MixSearch::AddMove(const Counts& counts, std::vector<Move>& moves) const
@@ -71,10 +85,10 @@ void MixSearch::AddMove(const Counts& counts, std::vector<Move>& moves) const
         if (counts[k] > m_stock[k] || (counts[k] > 0 && m_prepared.areas[k].window.IsEmpty()))
             return;
     const bool isEmpty = std::all_of(counts.begin(), counts.end(), [](size_t count) { return count == 0; });
-    const double bound = GetBound(counts);
-    const double ownCost = m_best.rest.empty() ? m_best.cost : std::numeric_limits<double>::infinity();
-    if (!isEmpty && bound < ownCost && !m_tried.contains(counts))
-        moves.push_back({counts, bound});
+    const double bound = GetBound(counts, m_area);
+    const bool canHelp = !m_best.rest.empty() || bound < m_best.cost;
+    if (!isEmpty && canHelp && !m_tried.contains(counts))
+        moves.push_back({counts, bound, GetBound(counts, m_area / GetDensity())});
 }
 
 void MixSearch::AddSheetMoves(const Counts& from, std::vector<Move>& moves) const
@@ -140,8 +154,9 @@ void MixSearch::Improve(const FillEffort& effort, const Budget& budget)
         std::vector<Move> moves;
         AddSheetMoves(Count(m_best), moves);
         AddRollMoves(Count(m_best), moves);
-        std::stable_sort(moves.begin(), moves.end(),
-                         [](const Move& a, const Move& b) { return a.bound < b.bound; });
+        std::stable_sort(moves.begin(), moves.end(), [](const Move& a, const Move& b) {
+            return a.estimate != b.estimate ? a.estimate < b.estimate : a.bound < b.bound;
+        });
         for (size_t i = 0; i < moves.size() && !improved && !budget.IsOver(); ++i) {
             if (!m_tried.insert(moves[i].counts).second)
                 continue;

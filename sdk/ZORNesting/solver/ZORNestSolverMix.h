@@ -33,12 +33,14 @@ private:
     struct Move
     {
         Counts counts;
-        double bound = 0; // no plan with these sheets costs less
+        double bound = 0;    // no plan with these sheets costs less
+        double estimate = 0; // what they cost if they are filled like those of the best plan
     };
 
     Counts Count(const Plan& plan) const;
     Mix MakeMix(const Counts& counts) const;
-    double GetBound(const Counts& counts) const;
+    double GetBound(const Counts& counts, double area) const;
+    double GetDensity() const;
     void AddMove(const Counts& counts, std::vector<Move>& moves) const;
     void AddSheetMoves(const Counts& from, std::vector<Move>& moves) const;
     void AddRollMoves(const Counts& from, std::vector<Move>& moves) const;

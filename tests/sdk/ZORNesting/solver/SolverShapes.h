@@ -2,8 +2,11 @@
 
 #pragma once
 
-#include "ZORNestSolverModel.h"
+#include "ZORNestSolverCheck.h"
 #include "ZORNestSolverRandom.h"
+#include "ZORNestSolverRun.h"
+
+#include <gtest/gtest.h>
 
 #include <numbers>
 
@@ -71,6 +74,31 @@ inline int CountPlaced(const Solution& solution)
     for (const NestedSheet& sheet : solution.sheets)
         count += sheet.stack * static_cast<int>(sheet.placements.size());
     return count;
+}
+
+inline Placement At(size_t item, Point position, double angle = 0, bool mirrored = false)
+{
+    return {item, {mirrored, angle, position}};
+}
+
+/// Runs the job with a budget of the clock; every solution is checked.
+inline Solution SolveWith(const Job& job, Budget::Clock clock, double budget, double least = 0)
+{
+    Control control;
+    RunOptions options;
+    options.clock = clock;
+    options.maximumTime = budget;
+    options.minimumTime = least;
+    Solution solution = *Solve(job, options, control);
+    EXPECT_EQ(control.progress, 1);
+    EXPECT_EQ(FindFaults(job, solution), std::vector<std::string>());
+    return solution;
+}
+
+/// The same result on every machine.
+inline Solution SolveInSteps(const Job& job, double steps)
+{
+    return SolveWith(job, Budget::Clock::Steps, steps);
 }
 
 } // namespace SolverShapes

@@ -1,10 +1,7 @@
 #include "ZORNestSolverRun.h"
 
 #include "SolverShapes.h"
-#include "ZORNestSolverCheck.h"
 #include "ZORNestSolverItemType.h"
-
-#include <gtest/gtest.h>
 
 using namespace SolverShapes;
 
@@ -12,14 +9,7 @@ namespace {
 
 Solution SolveFor(const Job& job, double seconds)
 {
-    Control control;
-    RunOptions options;
-    options.clock = Budget::Clock::Processor;
-    options.maximumTime = seconds;
-    Solution solution = *Solve(job, options, control);
-    EXPECT_EQ(control.progress, 1);
-    EXPECT_TRUE(FindFaults(job, solution).empty());
-    return solution;
+    return SolveWith(job, Budget::Clock::Processor, seconds);
 }
 
 } // namespace
@@ -159,27 +149,4 @@ TEST(ZORNestSolverRunTest, ACancelledRunHasNoResultAndAStoppedOneHas)
     Control stopped;
     stopped.stop = true;
     EXPECT_EQ(CountPlaced(*Solve(job, {}, stopped)), 20);
-}
-
-TEST(ZORNestSolverRunTest, TheSameStepsGiveTheSameLayout)
-{
-    Job job;
-    Random random(21);
-    for (int i = 0; i < 12; ++i)
-        job.items.push_back(MakeItem(RandomStar(random, 9, 10), 2));
-    job.kinds = {Roll(60)};
-    job.items[0].maxDeviation = 0.5;
-    std::vector<Solution> solutions;
-    for (int i = 0; i < 2; ++i) {
-        Control control;
-        RunOptions options;
-        options.clock = Budget::Clock::Steps;
-        options.maximumTime = options.minimumTime = 3000;
-        solutions.push_back(*Solve(job, options, control));
-    }
-    ASSERT_EQ(solutions[0].sheets[0].placements.size(), 24U);
-    EXPECT_EQ(solutions[0].sheets[0].usedLength, solutions[1].sheets[0].usedLength);
-    for (size_t i = 0; i < 24; ++i)
-        EXPECT_EQ(solutions[0].sheets[0].placements[i].pose.position,
-                  solutions[1].sheets[0].placements[i].pose.position);
 }

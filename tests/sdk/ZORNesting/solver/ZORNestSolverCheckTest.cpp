@@ -1,0 +1,195 @@
+#include "ZORNestSolverCheck.h"
+
+#include "SolverShapes.h"
+
+using namespace SolverShapes;
+
+namespace {
+
+constexpr double Slip = 1e-5; // clearly more than the tolerance
+
+/// Two squares, a triangle and a frame with a square in it, everything touching, on a sheet with a defect.
+struct Tight
+{
+    Job job;
+    Solution solution;
+
+    Tight()
+    {
+        Item frame = MakeItem(Rectangle(20, 20));
+        frame.contours.push_back(MakeContour(Reversed(Rectangle(10, 10, {5, 5}))));
+        job.items = {MakeItem(Rectangle(10, 10), 3), MakeItem({{0, 0}, {10, 0}, {0, 10}}), frame};
+        job.kinds = {Sheet(40, 20, 1)};
+        job.kinds[0].defects = {{Rectangle(10, 10, {30, 10})}};
+        NestedSheet sheet;
+        sheet.usedLength = 40;
+        sheet.placements = {At(0, {20, 0}), At(0, {20, 10}), At(0, {5, 5}), At(1, {30, 0}), At(2, {0, 0})};
+        solution.sheets = {sheet};
+    }
+    size_t CountFaults() const { return FindFaults(job, solution).size(); }
+    Placement& GetPlacement(size_t i) { return solution.sheets[0].placements[i]; }
+};
+
+/// The largest depth of a grid point in both polygons.
+double SampleDepth(const Polygon& a, const Polygon& b)
+{
+    constexpr int count = 60;
+    const Box box = GetBox(a);
+    double depth = 0;
+    for (int i = 0; i <= count; ++i) {
+        for (int j = 0; j <= count; ++j) {
+            const Point p = box.min + Point{box.GetWidth() * i / count, box.GetHeight() * j / count};
+            if (IsInside(p, a) && IsInside(p, b))
+                depth = std::max(depth, std::min(GetDistanceToBoundary(p, a), GetDistanceToBoundary(p, b)));
+        }
+    }
+    return depth;
+}
+
+double MeasureDistance(const Polygon& a, const Polygon& b)
+{
+    double distance = std::numeric_limits<double>::infinity();
+    for (const Ring& first : a)
+        for (const Ring& second : b)
+            for (size_t i = 0; i < first.size(); ++i)
+                for (size_t j = 0; j < second.size(); ++j)
+                    distance =
+                        std::min(distance, GetSegmentDistance(first[i], first[(i + 1) % first.size()],
+                                                              second[j], second[(j + 1) % second.size()]));
+    return IsInside(a[0][0], b) || IsInside(b[0][0], a) ? 0 : distance;
+}
+
+} // namespace
+
+TEST(ZORNestSolverCheckTest, TouchingPartsAreNoFault)
+{
+    EXPECT_EQ(Tight().CountFaults(), 0U);
+}
+
+TEST(ZORNestSolverCheckTest, EverySlipOfAPartIsFound)
+{
+    const std::vector<std::pair<size_t, Point>> slips{{0, {-1, 0}}, {0, {1, 0}},  {0, {0, 1}},  {0, {0, -1}},
+                                                      {1, {0, 1}},  {1, {1, 0}},  {2, {1, 0}},  {2, {0, -1}},
+                                                      {2, {-1, 1}}, {3, {-1, 0}}, {3, {0, -1}}, {4, {0, 1}}};
+    for (const auto& [placement, direction] : slips) {
+        Tight tight;
+        tight.GetPlacement(placement).pose.position =
+            tight.GetPlacement(placement).pose.position + direction * Slip;
+        EXPECT_GE(tight.CountFaults(), 1U) << placement << " by " << direction.x << ", " << direction.y;
+        tight = Tight();
+        tight.GetPlacement(placement).pose.position =
+            tight.GetPlacement(placement).pose.position + direction * 1e-8;
+        EXPECT_EQ(tight.CountFaults(), 0U) << placement;
+    }
+}
+
+TEST(ZORNestSolverCheckTest, ATurnOrAHandThatIsNotAllowedIsFound)
+{
+    Tight tight;
+    tight.GetPlacement(2).pose.angle = 1e-7;
+    EXPECT_GE(tight.CountFaults(), 1U);
+    tight = Tight();
+    tight.GetPlacement(0).pose = {true, 0, {30, 0}}; // covers the same square
+    EXPECT_EQ(tight.CountFaults(), 1U);
+    tight.job.items[0].flippable = true;
+    EXPECT_EQ(tight.CountFaults(), 0U);
+    tight.job.singleSided = true;
+    EXPECT_EQ(tight.CountFaults(), 1U);
+    tight = Tight();
+    tight.job.items[0].maxDeviation = 0.2;
+    tight.job.items[0].deviationIncrement = 0.1;
+    tight.GetPlacement(2).pose.angle = 0.15;
+    EXPECT_GE(tight.CountFaults(), 1U);
+}
+
+TEST(ZORNestSolverCheckTest, MissingAndSurplusPartsAndSheetsAreFound)
+{
+    Tight tight;
+    tight.solution.sheets[0].placements.pop_back();
+    EXPECT_EQ(tight.CountFaults(), 1U);
+    tight.solution.unplaced = {{2, 1, "no sheet left"}};
+    EXPECT_EQ(tight.CountFaults(), 0U);
+    tight = Tight();
+    tight.job.items[0].quantity = 2;
+    EXPECT_EQ(tight.CountFaults(), 1U);
+    tight = Tight();
+    tight.solution.sheets[0].stack = 2; // twice of everything, and twice the sheet
+    EXPECT_EQ(tight.CountFaults(), 4U);
+    tight = Tight();
+    tight.solution.sheets[0].kind = 7;
+    EXPECT_GE(tight.CountFaults(), 1U);
+    tight = Tight();
+    tight.GetPlacement(1).item = 9;
+    EXPECT_GE(tight.CountFaults(), 1U);
+}
+
+TEST(ZORNestSolverCheckTest, TrimsFrameAndSeparationsAreMeasured)
+{
+    for (const double slip : {0.0, Slip}) {
+        Job job;
+        job.items = {MakeItem(Rectangle(10, 10), 2)};
+        job.kinds = {Sheet(31, 16)};
+        job.kinds[0].leftTrim = 1;
+        job.kinds[0].rightTrim = 2;
+        job.kinds[0].bottomTrim = 1.5;
+        job.kinds[0].topTrim = 0.5;
+        job.frameWidth = 2;
+        job.separation = 4;
+        Solution solution;
+        solution.sheets.resize(1);
+        solution.sheets[0].usedLength = 31;
+        solution.sheets[0].placements = {At(0, {3, 3.5}), At(0, {17, 3.5})};
+        EXPECT_EQ(FindFaults(job, solution).size(), 0U);
+        for (double* value : {&job.separation, &job.frameWidth, &job.kinds[0].leftTrim,
+                              &job.kinds[0].rightTrim, &job.kinds[0].bottomTrim, &job.kinds[0].topTrim}) {
+            const double kept = *value;
+            *value += slip;
+            EXPECT_EQ(FindFaults(job, solution).empty(), slip == 0);
+            *value = kept;
+        }
+        job.kinds[0].defects = {{Rectangle(1, 1, {28 + 1, 14})}};
+        job.defectSeparation = std::hypot(2, 0.5) + slip;
+        EXPECT_EQ(FindFaults(job, solution).empty(), slip == 0);
+    }
+}
+
+TEST(ZORNestSolverCheckTest, TheOutlineOfAHideIsKept)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10))};
+    job.kinds = {Sheet(30, 30)};
+    job.kinds[0].outline = {{{0, 0}, {30, 0}, {0, 30}}};
+    Solution solution;
+    solution.sheets.resize(1);
+    solution.sheets[0].usedLength = 30;
+    solution.sheets[0].placements = {At(0, {5, 5})};
+    EXPECT_TRUE(FindFaults(job, solution).empty());
+    solution.sheets[0].placements = {At(0, {5 + Slip, 5 + Slip})};
+    EXPECT_FALSE(FindFaults(job, solution).empty());
+}
+
+TEST(ZORNestSolverCheckTest, RandomPairsAreJudgedAsByBruteForce)
+{
+    Random random(77);
+    int overlaps = 0;
+    for (int i = 0; i < 400; ++i) {
+        const Polygon a{RandomStar(random, 9, 10)};
+        Polygon b{RandomStar(random, 7, 8)};
+        if (i % 4 == 0) // a ring around the origin
+            b = {Rectangle(40, 40, {-20, -20}), Reversed(RandomStar(random, 11, 16))};
+        const Pose pose{i % 2 == 1, random.Between(0, 6), {random.Between(-16, 16), random.Between(-16, 16)}};
+        const Polygon placed = Transform(pose).Apply(b);
+        const double depth = SampleDepth(a, placed);
+        const double distance = MeasureDistance(a, placed);
+        if (depth > 1e-3) {
+            EXPECT_FALSE(AreApart(a, placed, 0)) << i;
+            ++overlaps;
+        }
+        if (distance > 0) {
+            EXPECT_TRUE(AreApart(a, placed, 0)) << i;
+        }
+        for (const double separation : {0.5, 3.0})
+            EXPECT_EQ(AreApart(a, placed, separation), distance >= separation) << i;
+    }
+    EXPECT_GT(overlaps, 50);
+}

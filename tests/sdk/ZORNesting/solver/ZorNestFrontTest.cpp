@@ -1,0 +1,284 @@
+#include "support/TestData.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace {
+
+struct Outcome
+{
+    int code = -1;
+    QString output;
+    QString errors;
+};
+
+const char* const Squares = R"({
+  "items": [
+    {"id": 7, "name": "square", "demand": 3, "allowed_orientations": [0],
+     "shape": {"type": "simple_polygon", "data": [[0, 0], [10, 0], [10, 10], [0, 10], [0, 0]]}},
+    {"id": 9, "name": "disc", "demand": 1, "orientation_deg": 30, "mirrored": true,
+     "shape": {"type": "path", "contours": [{"start": [5, 0],
+       "segs": [["A", -5, 0, 0, 0, "ccw"], ["A", 5, 0, 0, 0, "ccw"]]}]}}%1],
+  "packagings": [{"id": 4, "name": "board", "quantity": 2, "width": 22, "length": 22, "cost": 3,
+    "trims": {"left": 0.5}, "defects": []}],
+  "params": {"item_separation": 0.5, "usage_rule": "BestSize", "stack_size": 1}})";
+
+/// The program with files in a folder of its own.
+class ZorNestFrontTest : public testing::Test
+{
+protected:
+    QString GetPath(const QString& name) const { return m_folder.filePath(name); }
+    QString Save(const QString& name, const QByteArray& content) const
+    {
+        QFile file(GetPath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        return file.fileName();
+    }
+    QString SaveSquares(const QString& more = {}) const
+    {
+        return Save(QStringLiteral("squares.json"), QString::fromLatin1(Squares).arg(more).toUtf8());
+    }
+    static Outcome Run(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(QStringLiteral(ZORNEST_PROGRAM), arguments);
+        EXPECT_TRUE(process.waitForFinished(120000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+    QJsonObject ReadLayout(const QString& name) const
+    {
+        QFile file(GetPath(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QJsonDocument::fromJson(file.readAll()).object();
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+TEST_F(ZorNestFrontTest, ALayoutNamesItemsAndSheetsByTheirIds)
+{
+    const Outcome outcome = Run({SaveSquares(), QStringLiteral("--steps"), QStringLiteral("3000"),
+                                 QStringLiteral("--out"), GetPath(QStringLiteral("layout.json"))});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.errors, QString()) << "no bar where nobody watches";
+    EXPECT_TRUE(outcome.output.contains(QLatin1String("remnant")));
+    const QJsonObject layout = ReadLayout(QStringLiteral("layout.json"));
+    EXPECT_EQ(layout["format"].toString(), QLatin1String("nest-layout"));
+    EXPECT_EQ(layout["version"].toInt(), 1);
+    ASSERT_EQ(layout["sheets"].toArray().size(), 1);
+    const QJsonObject sheet = layout["sheets"].toArray()[0].toObject();
+    EXPECT_EQ(sheet["packaging"].toInt(), 4);
+    EXPECT_EQ(sheet["stack"].toInt(), 1);
+    EXPECT_FALSE(sheet.contains("length")) << "of rolls only";
+    int discs = 0;
+    for (const QJsonValue placement : sheet["placements"].toArray()) {
+        const bool isDisc = placement["item"].toInt() == 9;
+        EXPECT_EQ(placement["mirror"].toBool(), isDisc);
+        EXPECT_NEAR(placement["rotation_deg"].toDouble(), isDisc ? 30 : 0, 1e-9);
+        discs += isDisc ? 1 : 0;
+    }
+    EXPECT_EQ(discs, 1);
+    EXPECT_EQ(sheet["placements"].toArray().size(), 4);
+}
+
+TEST_F(ZorNestFrontTest, WhatIsNotPlacedIsNamedWithItsReason)
+{
+    const QString large = QStringLiteral(R"(,{"id": 12, "name": "door", "demand": 2,
+        "shape": {"type": "polygon", "data": {"outer": [[0, 0], [90, 0], [90, 90]], "inner": []}}})");
+    const Outcome outcome = Run({SaveSquares(large), QStringLiteral("--steps"), QStringLiteral("1000"),
+                                 QStringLiteral("--out"), GetPath(QStringLiteral("layout.json"))});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_TRUE(outcome.output.contains(
+        QLatin1String("not placed: 2 of item 12 \"door\": larger than every sheet\n")));
+    const QJsonArray unplaced = ReadLayout(QStringLiteral("layout.json"))["unplaced"].toArray();
+    ASSERT_EQ(unplaced.size(), 1);
+    EXPECT_EQ(unplaced[0]["item"].toInt(), 12);
+    EXPECT_EQ(unplaced[0]["count"].toInt(), 2);
+    EXPECT_EQ(unplaced[0]["reason"].toString(), QLatin1String("larger than every sheet"));
+}
+
+TEST_F(ZorNestFrontTest, EveryBadDocumentIsRefusedWithThePlaceOfItsFault)
+{
+    const QByteArray item = R"({"shape": {"data": [[0, 0], [1, 0], [0, 1]]}})";
+    const std::vector<std::pair<QByteArray, const char*>> documents{
+        {"", "illegal value, at byte"},
+        {"{\"items\": [", "unterminated array, at byte"},
+        {"[1]", "document: an object is expected"},
+        {"{}", "items: there are none"},
+        {R"({"items": {}})", "items: an array is expected"},
+        {R"({"items": [3]})", "items[0]: an object is expected"},
+        {R"({"items": [{}]})", "items[0].shape: is missing"},
+        {R"({"items": [{"demand": -1}]})", "items[0].demand: must be at least 0"},
+        {R"({"items": [{"demand": 1.5}]})", "items[0].demand: an integer is expected"},
+        {R"({"items": [{"demand": 1e12}]})", "items[0].demand: an integer is expected"},
+        {R"({"items": [{"demand": "many"}]})", "items[0].demand: a number is expected"},
+        {R"({"items": [{"mirrored": 1}]})", "items[0].mirrored: true or false is expected"},
+        {R"({"items": [{"shape": {}}]})", "items[0].shape.data: is missing"},
+        {R"({"items": [{"shape": {"type": "disc"}}]})", "items[0].shape.type: must be"},
+        {R"({"items": [{"shape": {"data": [[0, 0], [1]]}}]})",
+         "items[0].shape.data[1]: coordinates are missing"},
+        {R"({"items": [{"shape": {"data": [[0, 0], [1, null]]}}]})",
+         "items[0].shape.data[1][1]: a number is expected"},
+        {R"({"items": [{"shape": {"type": "path", "contours": [{"start": [0, 0], "segs": [["Q", 1, 2]]}]}}]})",
+         "items[0].shape.contours[0].segs[0]: a segment begins with"},
+        {"{\"items\": [" + item + "]}", "document: \"strip_height\", \"bins\" or \"packagings\" are missing"},
+        {"{\"strip_height\": -4, \"items\": [" + item + "]}", "strip_height: must not be negative"},
+        {"{\"packagings\": [{\"quantity\": 0.5}], \"items\": [" + item + "]}",
+         "packagings[0].quantity: an integer is expected"},
+        {"{\"packagings\": [{\"id\": 1}, {\"id\": 1}], \"items\": [" + item + "]}",
+         "packagings[1].id: 1 is used twice"},
+        {"{\"strip_height\": 4, \"params\": {\"usage_rule\": \"Any\"}, \"items\": [" + item + "]}",
+         "params.usage_rule: must be"},
+        {"{\"strip_height\": 4, \"params\": {\"item_separation\": -1}, \"items\": [" + item + "]}",
+         "params.item_separation: must not be negative"}};
+    for (const auto& [document, message] : documents) {
+        const Outcome outcome = Run({Save(QStringLiteral("bad.json"), document)});
+        EXPECT_EQ(outcome.code, 3) << document.constData();
+        EXPECT_TRUE(outcome.errors.contains(QLatin1String(message)))
+            << message << ": " << outcome.errors.toStdString();
+        EXPECT_TRUE(outcome.errors.startsWith(GetPath(QStringLiteral("bad.json"))));
+    }
+    EXPECT_EQ(Run({GetPath(QStringLiteral("none.json"))}).code, 3);
+    EXPECT_EQ(Run({QDir::tempPath()}).code, 3);
+}
+
+TEST_F(ZorNestFrontTest, WrongUsageIsExplained)
+{
+    const std::vector<std::pair<QString, const char*>> uses{
+        {QString(), "one instance is needed"},
+        {QStringLiteral("a b"), "one instance is needed"},
+        {QStringLiteral("a --time soon"), "--time: 'soon' is not a number"},
+        {QStringLiteral("a --time -1"), "--time: '-1' is not a number"},
+        {QStringLiteral("a --cpu nan"), "--cpu: 'nan' is not a number"},
+        {QStringLiteral("a --cpu 3 --time 4"), "--time and --cpu exclude each other"},
+        {QStringLiteral("a --seed x"), "--seed: 'x' is not an integer"},
+        {QStringLiteral("a --threads 0"), "--threads: '0' is not an integer from 1 to 256"},
+        {QStringLiteral("a --fast"), "fast"}};
+    for (const auto& [use, message] : uses) {
+        const Outcome outcome = Run(use.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+        EXPECT_EQ(outcome.code, 2) << use.toStdString();
+        EXPECT_TRUE(outcome.errors.contains(QLatin1String(message))) << outcome.errors.toStdString();
+    }
+    const Outcome help = Run({QStringLiteral("--help")});
+    EXPECT_EQ(help.code, 0);
+    for (const char* text :
+         {"--time", "--cpu", "--steps", "--seed", "--threads", "--out", "--png", "--html", "Exit codes"})
+        EXPECT_TRUE(help.output.contains(QLatin1String(text))) << text;
+}
+
+TEST_F(ZorNestFrontTest, PicturesAndAReportAreWritten)
+{
+    const QString folder = GetPath(QStringLiteral("pictures/of"));
+    const Outcome outcome =
+        Run({SaveSquares(), QStringLiteral("--steps"), QStringLiteral("1000"), QStringLiteral("--png"),
+             folder, QStringLiteral("--html"), GetPath(QStringLiteral("report.html"))});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList(QStringLiteral("sheet-0.png")));
+    const QImage picture(QDir(folder).filePath(QStringLiteral("sheet-0.png")));
+    EXPECT_GT(picture.width(), 500);
+    EXPECT_GT(picture.height(), 500) << "of a square sheet";
+    QFile report(GetPath(QStringLiteral("report.html")));
+    ASSERT_TRUE(report.open(QIODevice::ReadOnly));
+    const QString html = QString::fromUtf8(report.readAll());
+    for (const char* text : {"board", "square", "disc", "<img"})
+        EXPECT_TRUE(html.contains(QLatin1String(text))) << text;
+    EXPECT_EQ(Run({SaveSquares(), QStringLiteral("--png"), GetPath(QStringLiteral("report.html/x"))}).code,
+              4);
+}
+
+TEST_F(ZorNestFrontTest, AFileThatCannotBeWrittenIsToldBeforeTheRun)
+{
+    const Outcome outcome =
+        Run({SaveSquares(), QStringLiteral("--out"), GetPath(QStringLiteral("no/x.json"))});
+    EXPECT_EQ(outcome.code, 4);
+    EXPECT_TRUE(outcome.errors.contains(QLatin1String("no/x.json: ")));
+    EXPECT_EQ(outcome.output, QString());
+}
+
+TEST_F(ZorNestFrontTest, AnInterruptedRunWritesItsBestLayout)
+{
+    const QString path = GetPath(QStringLiteral("layout.json"));
+    QProcess process;
+    process.start(QStringLiteral(ZORNEST_PROGRAM),
+                  {Save(QStringLiteral("strip.json"), R"({"strip_height": 30,
+        "items": [{"demand": 9, "shape": {"data": [[0, 0], [10, 0], [12, 9], [4, 7]]}},
+                  {"demand": 9, "shape": {"data": [[0, 0], [7, 1], [3, 8]]}}]})"),
+                   QStringLiteral("--time"), QStringLiteral("600"), QStringLiteral("--out"), path});
+    ASSERT_TRUE(process.waitForStarted());
+    QFile status(QStringLiteral("/proc/%1/status").arg(process.processId()));
+    const auto catchesInterrupts = [&status] { // the mask has the bit of the signal once the run begins
+        if (!status.open(QIODevice::ReadOnly))
+            return true;
+        const QList<QByteArray> lines = status.readAll().split('\n');
+        status.close();
+        for (const QByteArray& line : lines)
+            if (line.startsWith("SigCgt:"))
+                return (line.mid(7).trimmed().toULongLong(nullptr, 16) & (1ULL << (SIGINT - 1))) != 0;
+        return false;
+    };
+    while (!catchesInterrupts() && process.state() == QProcess::Running)
+        process.waitForFinished(10);
+    kill(static_cast<pid_t>(process.processId()), SIGINT);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_EQ(ReadLayout(QStringLiteral("layout.json"))["sheets"][0]["placements"].toArray().size(), 18);
+}
+
+TEST_F(ZorNestFrontTest, TheSameStepsWriteTheSameFile)
+{
+    QList<QByteArray> layouts;
+    for (const QString& seed : {QStringLiteral("3"), QStringLiteral("3"), QStringLiteral("4")}) {
+        const QString path = GetPath(QStringLiteral("layout.json"));
+        EXPECT_EQ(Run({SaveSquares(), QStringLiteral("--steps"), QStringLiteral("2000"),
+                       QStringLiteral("--seed"), seed, QStringLiteral("--out"), path})
+                      .code,
+                  0);
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        layouts.append(file.readAll());
+    }
+    EXPECT_EQ(layouts[0], layouts[1]);
+    EXPECT_NE(layouts[0], layouts[2]);
+}
+
+TEST_F(ZorNestFrontTest, BinsThatWereCutWithoutWasteAreFilledAgain)
+{
+    ZOR_REQUIRE_TEST_DATA(folder, "nesting/multibin");
+    int optimal = 0;
+    int known = 0;
+    for (const QString& name :
+         QDir(folder).entryList({QStringLiteral("terashima1_*.json")}, QDir::Files, QDir::Name)) {
+        QFile file(QDir(folder).filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QJsonValue optimum =
+            QJsonDocument::fromJson(file.readAll()).object().value(QLatin1String("known_optimum_bins"));
+        if (!optimum.isDouble())
+            continue;
+        const QString path = GetPath(QStringLiteral("layout.json"));
+        EXPECT_EQ(Run({file.fileName(), QStringLiteral("--steps"), QStringLiteral("60000"),
+                       QStringLiteral("--out"), path})
+                      .code,
+                  0)
+            << name.toStdString();
+        const qsizetype bins = ReadLayout(QStringLiteral("layout.json"))["sheets"].toArray().size();
+        EXPECT_LE(bins, optimum.toInt() + 1) << name.toStdString();
+        optimal += bins == optimum.toInt() ? 1 : 0;
+        ++known;
+    }
+    EXPECT_GE(2 * optimal, known);
+}

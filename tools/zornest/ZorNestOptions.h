@@ -1,0 +1,37 @@
+// What the command line of zornest asks for.
+
+#pragma once
+
+#include "ZORNestSolverRun.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace ZorNest {
+
+/// How zornest ends.
+enum ExitCode {
+    AllPlaced = 0,
+    SomeNotPlaced = 1,
+    BadUsage = 2,
+    BadInstance = 3,
+    CannotWrite = 4,
+    Faulty = 5
+};
+
+struct Options
+{
+    QString instance;
+    QString layout;   // "": none
+    QString pictures; // a folder; "": none
+    QString report;   // "": none
+    uint64_t seed = 1;
+    ZORNestSolver::RunOptions run;
+    QString help;  // not empty: to be printed instead of a run
+    QString error; // not empty: why there is nothing to run
+};
+
+/// \param arguments  with the name of the program first
+Options ReadOptions(const QStringList& arguments);
+
+} // namespace ZorNest
