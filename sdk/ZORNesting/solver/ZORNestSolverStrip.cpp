@@ -13,7 +13,7 @@ constexpr double LastCompressStep = 0.00001;
 constexpr double SuccessFactor = 1.2;
 constexpr double FailureFactor = 0.6;
 constexpr SeparationLimits ProbeLimits{50, 1}; // while the steps are large
-constexpr SeparationLimits ExploreLimits{200, 3};
+constexpr SeparationLimits ExploreLimits{50, 2};
 constexpr SeparationLimits CompressLimits{100, 5};
 constexpr double PoolDeviation = 0.25; // of the pool's size
 constexpr double RowGap = 0.001;
