@@ -260,6 +260,7 @@ void Filler::FillSheets(const Mix::Part& part, Plan& plan, const FillEffort& eff
         return;
     SheetSearch search(m_prepared.types, plan.rest, m_prepared.areas[part.kind], most, m_job.seed);
     const Packing packing = Pack(search, plan.rest, effort, budget);
+    plan.isCutShort = plan.isCutShort || packing.isCutShort;
     std::vector<NestedSheet> sheets(packing.sheets, {part.kind, m_job.kinds[part.kind].length, m_stack, {}});
     for (const PackedItem& packed : packing.placed) {
         const auto placements = GetPlacements({plan.rest[packed.item]}, {packed.stand});

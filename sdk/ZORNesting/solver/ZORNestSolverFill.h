@@ -34,6 +34,7 @@ struct Plan
     std::vector<size_t> rest; // items of the job, one entry for each copy
     double cost = 0;
     double restArea = 0;
+    bool isCutShort = false; // some of the rest were not tried, since the run was over
 
     bool IsBetterThan(const Plan& other) const;
 };

@@ -60,7 +60,7 @@ public:
         for (int stack = std::min(m_job.stackSize, most); stack >= 1; --stack)
             SolveStack(stack);
         for (size_t i = 0; i < m_left.size(); ++i)
-            Report(i, m_left[i], "no sheet left");
+            Report(i, m_left[i], m_isCutShort ? "no time left" : "no sheet left");
         m_solution.remarks = m_prepared.remarks;
         return std::move(m_solution);
     }
@@ -128,6 +128,7 @@ private:
         const Budget budget = m_budget.HasEnd() ? m_budget.Part(share) : m_budget;
         Planner planner(m_prepared, stack, m_options.threads, Positive(m_options.minimumTime) * share);
         Plan plan = planner.Run(items, GetStock(stack), budget);
+        m_isCutShort = m_isCutShort || plan.isCutShort;
         for (const NestedSheet& sheet : plan.sheets) {
             m_used[sheet.kind] += stack;
             for (const Placement& placement : sheet.placements)
@@ -141,8 +142,9 @@ private:
     const RunOptions& m_options;
     Budget m_budget;
     PreparedJob m_prepared;
-    std::vector<int> m_left; // copies still to be placed, by item
-    std::vector<int> m_used; // physical sheets, by kind
+    std::vector<int> m_left;   // copies still to be placed, by item
+    std::vector<int> m_used;   // physical sheets, by kind
+    bool m_isCutShort = false; // the run was over before all items were tried
     Solution m_solution;
 };
 

@@ -56,15 +56,20 @@ std::vector<size_t> SheetSearch::AddTo(Packing& packing, const std::vector<size_
         layout.Place(i, stand);
     }
     std::vector<size_t> rest;
+    std::vector<uint32_t> firstSheets(m_types.size(), 0); // those before had no room for an equal item
     for (size_t i = packing.placed.size(); i < all.size(); ++i) {
         std::optional<Stand> stand;
-        for (uint32_t s = 0; s < sheets && !stand && Fits(all[i].item) && !budget.IsRunOver(); ++s) {
+        const bool fits = Fits(all[i].item);
+        uint32_t& s = firstSheets[m_items[all[i].item]];
+        while (s < sheets && !stand && fits && !budget.IsRunOver()) {
             stand = mover.FindFree(i, s, ConstructionSamples);
             if (!stand && s >= packing.sheets && m_area.hazards.empty()) { // an empty sheet has room
                 stand = FindFitting(layout.GetType(i), layout.GetWindow(s));
                 stand->window = s;
             }
+            s += stand ? 0 : 1;
         }
+        packing.isCutShort = packing.isCutShort || (!stand && fits && s < sheets);
         if (!stand) {
             rest.push_back(all[i].item);
             continue;

@@ -128,6 +128,16 @@ TEST(ZORNestSolverControlTest, TheMaximumTimeIsHard)
     }
 }
 
+TEST(ZORNestSolverControlTest, WhatTheTimeDoesNotSufficeForIsReportedSo)
+{
+    const Job job = MakeJob(40, 4, Sheet(100, 100, -1));
+    const Solution solution = SolveInSteps(job, 40);
+    EXPECT_GT(CountPlaced(solution), 10);
+    ASSERT_FALSE(solution.unplaced.empty());
+    EXPECT_EQ(solution.unplaced.front().reason, "no time left");
+    EXPECT_EQ(CountPlaced(SolveInSteps(MakeJob(40, 4, Roll(100)), 40)), 160) << "a roll takes all in a row";
+}
+
 TEST(ZORNestSolverControlTest, TheMinimumTimeIsUsedWhereSomethingCanBeGained)
 {
     for (const SheetKind& kind : {Roll(30), Sheet(200, 30, 1)}) {
