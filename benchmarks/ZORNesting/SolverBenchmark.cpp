@@ -1,0 +1,112 @@
+// How fast the nesting solver prepares items, finds a first layout and judges places.
+
+#include "ZORNestSolverPlan.h"
+#include "ZORNestSolverRandom.h"
+#include "ZORNestSolverStrip.h"
+
+#include <array>
+#include <benchmark/benchmark.h>
+
+using namespace ZORNestSolver;
+
+namespace {
+
+/// Round the origin with a few waves, counter-clockwise.
+Ring MakeWavyRing(Random& random, int corners, double radius)
+{
+    struct Wave
+    {
+        double height;
+        double phase;
+    };
+    std::array<Wave, 6> waves{};
+    for (size_t k = 0; k < waves.size(); ++k)
+        waves[k] = {random.Between(0, 0.3) / static_cast<double>(k + 1), random.Between(0, 6)};
+    Ring ring;
+    for (int i = 0; i < corners; ++i) {
+        const double angle = 2 * std::numbers::pi * i / corners;
+        double r = radius;
+        for (size_t k = 0; k < waves.size(); ++k)
+            r += radius * waves[k].height * std::cos(static_cast<double>(k + 1) * angle + waves[k].phase);
+        ring.push_back({r * std::cos(angle), r * std::sin(angle)});
+    }
+    return ring;
+}
+
+Job MakeJob(int types, int corners, int quantity)
+{
+    Random random(1);
+    Job job;
+    for (int i = 0; i < types; ++i) {
+        Item item;
+        item.contours = {MakeContour(MakeWavyRing(random, corners, random.Between(50, 150)))};
+        item.grain180 = true;
+        item.quantity = quantity;
+        job.items.push_back(item);
+    }
+    SheetKind roll;
+    roll.width = 1500;
+    roll.length = std::numeric_limits<double>::quiet_NaN();
+    job.kinds = {roll};
+    return job;
+}
+
+/// The strip of a job of one roll.
+std::shared_ptr<Problem> MakeProblem(const PreparedJob& prepared)
+{
+    auto problem = std::make_shared<Problem>();
+    problem->types = prepared.types;
+    problem->windows = {prepared.areas[0].window};
+    for (size_t i = 0; i < prepared.job.items.size(); ++i)
+        problem->items.insert(problem->items.end(), static_cast<size_t>(prepared.job.items[i].quantity), i);
+    return problem;
+}
+
+bool Accept(const std::vector<Stand>&, double)
+{
+    return true;
+}
+
+/// 100 outlines of 400 corners; the argument is the separation.
+void Prepare(benchmark::State& state)
+{
+    Job job = MakeJob(100, 400, 1);
+    job.separation = static_cast<double>(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PreparedJob(job).types.data());
+}
+BENCHMARK(Prepare)->Arg(0)->Arg(5)->Unit(benchmark::kMillisecond);
+
+/// The argument is the number of items, of twenty types.
+void FirstLayout(benchmark::State& state)
+{
+    const Job job = MakeJob(20, 60, static_cast<int>(state.range(0)) / 20);
+    for (auto _ : state) {
+        const PreparedJob prepared(job);
+        Control control;
+        StripSearch search(MakeProblem(prepared), 1, Accept);
+        search.Construct(Budget(control, Budget::Clock::Processor, 0));
+        benchmark::DoNotOptimize(search.GetLength());
+    }
+}
+BENCHMARK(FirstLayout)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+/// A search of 20,000 moves for 100 items; evaluations per second are its measure.
+void Explore(benchmark::State& state)
+{
+    const PreparedJob prepared(MakeJob(20, 60, 5));
+    uint64_t evaluations = 0;
+    for (auto _ : state) {
+        Control control;
+        const Budget budget(control, Budget::Clock::Steps, 20000);
+        StripSearch search(MakeProblem(prepared), 1, Accept);
+        search.Construct(budget);
+        search.Explore(budget);
+        evaluations += search.GetEvaluationCount();
+    }
+    state.counters["evaluations"] =
+        benchmark::Counter(static_cast<double>(evaluations), benchmark::Counter::kIsRate);
+}
+BENCHMARK(Explore)->Unit(benchmark::kMillisecond);
+
+} // namespace
