@@ -15,7 +15,8 @@ constexpr double SameDistance = 0.01;
 constexpr double NearbyReach = 0.5; // of the item's smaller side
 constexpr double HeightShare = 0.1; // how much less it matters to lie low than to lie left
 constexpr double SlideAccuracy = 1e-4;
-constexpr int MostRounds = 300; // of a descent
+constexpr double ShortestSlide = 1e-3; // of the height of the window: the first step
+constexpr int MostRounds = 300;        // of a descent
 constexpr double SmallestLoss = 1e-30;
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 
@@ -243,7 +244,8 @@ std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
     if (!best)
         return best;
     const double side = m_layout.GetType(item).smallerSide;
-    for (double step = side; step > SlideAccuracy * side;)
+    const double reach = m_layout.GetWindow(window).GetHeight() * ShortestSlide; // slivers would crawl
+    for (double step = std::max(side, reach); step > SlideAccuracy * side;)
         if (!SlideToCorner(item, *best, step))
             step /= 2;
     return best;

@@ -11,6 +11,7 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr int DeepestLevel = 12;
+constexpr size_t MostCells = 60000;
 constexpr double Accuracy = 0.01;
 
 /// How far a point lies inside of a polygon.
@@ -159,7 +160,8 @@ Circle PoleSearch::FindDeepest()
     while (!m_open.empty()) {
         const auto [bound, index] = m_open.top();
         m_open.pop();
-        if (bound <= m_best.radius + Accuracy * std::max(m_best.radius, 0.0))
+        const bool isEnough = m_best.radius > 0 && m_cells.size() > MostCells; // of slivers
+        if (isEnough || bound <= m_best.radius + Accuracy * std::max(m_best.radius, 0.0))
             break;
         VisitChildren(index);
     }
