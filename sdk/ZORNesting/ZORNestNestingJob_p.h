@@ -15,7 +15,7 @@ class ZORNestNestingJob
 {
 public:
     /// Most copies of parts that one job takes; the rest has no place.
-    static constexpr int mostCopies = 20000;
+    static constexpr int mostCopies = 5000;
 
     /// Reads the part files. Calls \a isCanceled between them and gives up if it is true.
     ZORNestNestingJob(const ZORNestNestingInput& input, const std::function<bool()>& isCanceled);
@@ -25,7 +25,7 @@ public:
     const QList<ZORNestNestingPart>& GetParts() const { return m_parts; }
     const QStringList& GetRemarks() const { return m_remarks; }
 
-    /// Gives the parts that cannot be nested the true reasons, and adds what the job did not even pass on.
+    /// Gives the parts without a place the true reasons, and adds what the job did not even pass on.
     void Complete(ZORNestSolver::Solution& solution) const;
 
     /// The result file (*.msi) of a sheet of the solution.

@@ -13,6 +13,7 @@ using Segment = ZORNestResultSegment;
 using ZORNestSolver::Contour;
 
 constexpr double LargestCoordinate = 1e6; // mm: no part has a kilometre
+constexpr double LeastArea = Segment::joinTolerance * Segment::joinTolerance;
 
 QString Tr(const char* text)
 {
@@ -82,7 +83,7 @@ std::vector<Contour> GetChains(const ZORNestResultShape& shape)
 bool IsClosed(const Contour& contour)
 {
     return Length(contour.segments.back().end - contour.start) <= Segment::joinTolerance
-           && GetSignedArea(contour) != 0;
+           && std::abs(GetSignedArea(contour)) > LeastArea;
 }
 
 bool IsWithinReach(const ZORMathBoundingBox& box)

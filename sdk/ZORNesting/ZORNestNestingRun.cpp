@@ -156,6 +156,7 @@ ZORNestNestingOutcome Run::Execute()
     const ZORNestNestingJob job(m_input, [this] { return m_context.IsCanceled(); });
     m_context.ThrowIfCanceled();
     ZORNestSolver::Solution solution = Solve(job.GetSolverJob());
+    const double seconds = 1e-3 * double(m_timer.elapsed());
     job.Complete(solution);
 
     ZORNestNestingOutcome outcome;
@@ -166,8 +167,8 @@ ZORNestNestingOutcome Run::Execute()
     ZORNestReportDetails details;
     details.material = m_input.GetMaterialID();
     details.thickness = m_input.GetMaterialThickness();
-    details.runTime = 1e-3 * double(m_timer.elapsed());
-    details.ending = GetEnding(details.runTime);
+    details.runTime = seconds;
+    details.ending = GetEnding(seconds);
     details.remarks = job.GetRemarks();
     for (const ZORNestNestingPart& part : job.GetParts())
         details.parts.push_back(part.cut);

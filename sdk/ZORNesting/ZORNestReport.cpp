@@ -42,6 +42,7 @@ using ZORNestSolver::UnplacedItem;
 constexpr int PixelRatio = 2;            // pictures are crisp on screens of high density
 constexpr int PngQuality = 80;           // fast, and hardly larger than the best
 constexpr size_t MostAngles = 4;         // in a list
+constexpr double NarrowestRemnant = 10;  // mm that are worth keeping
 constexpr char LabelColor[] = "#1d2630"; // on the light colours of the parts
 
 QString Tr(const char* text)
@@ -186,7 +187,7 @@ QString ZORNestReport::WriteRemnant(const NestedSheet& sheet) const
     const Box occupied = GetOccupied(sheet);
     const double right = sheet.usedLength - occupied.max.x - m_job.separation;
     const double above = kind.width - occupied.max.y - m_job.separation;
-    if (right <= 0 && above <= 0)
+    if (right < NarrowestRemnant && above < NarrowestRemnant)
         return Tr("none");
     if (right * kind.width >= above * sheet.usedLength)
         return Tr("%1 × %2").arg(Plain(right, 1), Length(kind.width));
@@ -223,7 +224,7 @@ QString ZORNestReport::WriteTitle(const Totals& totals) const
     return QStringLiteral(
                "<p style=\"font-size:20pt; font-weight:600; margin-top:0px; margin-bottom:0px;\">%1</p>")
                .arg(Tr("Nesting report"))
-           + Paragraph(material.join(QStringLiteral(" · ")), QuietColor)
+           + (material.isEmpty() ? QString() : Paragraph(material.join(QStringLiteral(" · ")), QuietColor))
            + Paragraph(verdict, totals.unplaced == 0 ? GoodColor : BadColor,
                        "font-size:12pt; font-weight:600;");
 }
@@ -243,7 +244,8 @@ QString ZORNestReport::WriteTotals(const Totals& totals) const
     facts.Add(Tr("Cost"), isFree ? Tr("none given") : QString::number(m_solution.cost, 'f', 2));
     facts.Add(Tr("Run time"), Time(m_details.runTime));
     facts.Add(Tr("Seed"), QString::number(m_job.seed));
-    facts.Add(Tr("Ended"), m_details.ending.toHtmlEscaped());
+    if (!m_details.ending.isEmpty())
+        facts.Add(Tr("Ended"), m_details.ending.toHtmlEscaped());
     return Bar(share) + facts.Write();
 }
 

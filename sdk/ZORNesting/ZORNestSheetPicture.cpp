@@ -168,7 +168,7 @@ void ZORNestSheetPicture::DrawPart(QPainter& painter, const Placement& placement
 void ZORNestSheetPicture::DrawLabel(QPainter& painter, const Placement& placement,
                                     const QTransform& toPixels) const
 {
-    constexpr double smallest = 9; // pixels that can be read
+    constexpr double smallest = 14; // pixels that can be read at half the size
     constexpr double largest = 30;
     const Label& label = m_labels[placement.item];
     const Point center = Transform(placement.pose).Apply(label.center);

@@ -320,12 +320,26 @@ TEST_F(ZORNestNestingRunTest, EveryItemOfAFileIsAPart)
     EXPECT_EQ(QStringList({"kit / left", "kit / left", "kit / right", "kit / right"}), GetNames(response));
 }
 
-TEST_F(ZORNestNestingRunTest, ManyPartsStayWithinTheLimit)
+TEST_F(ZORNestNestingRunTest, MoreCopiesThanAJobTakesAreReported)
 {
-    QList<ZORNestNestingInputItem> items;
-    ZORNestNestingInput input =
-        MakeJob({MakeSquare("a", 10, 30000)}, {MakeSheets("tiny", 5, 5), MakeSheets("r", 1, Roll)});
-    const Response* const response = Nest(input);
-    EXPECT_EQ(QStringList({"not placed: 30000 of part 'a': larger than every sheet"}),
+    const Response* const response =
+        Nest(MakeJob({MakeSquare("large", 10, 30000)}, {MakeSheets("r", 1, Roll)}));
+    EXPECT_EQ(QStringList({"not placed: 30000 of part 'large': larger than every sheet"}),
               response->GetRemarks());
+
+    const Response* const after =
+        Nest(MakeJob({MakeSquare("large", 10, 5000), MakeSquare("b", 0.5, 3)}, {MakeSheets("r", 1, Roll)}));
+    EXPECT_EQ(QStringList({"not placed: 5000 of part 'large': larger than every sheet",
+                           "not placed: 3 of part 'b': one job nests at most 5000 parts"}),
+              after->GetRemarks());
+}
+
+TEST_F(ZORNestNestingRunTest, SpecksAndSliversHoldNothingUp)
+{
+    const QByteArray sliver = MakePart({ZORNestResultShape(MakeRectangle(90, 1e-4))});
+    const Response* const response =
+        Nest(MakeJob({MakeSquare("speck", 1e-7), MakeItem("sliver", sliver, 3), MakeSquare("a", 50)},
+                     {MakeSheets("s", 100, 100)}));
+    EXPECT_EQ(QStringList({"a", "sliver", "sliver", "sliver"}), GetNames(response));
+    EXPECT_EQ(QStringList({"not placed: 1 of part 'speck': has no closed outline"}), response->GetRemarks());
 }

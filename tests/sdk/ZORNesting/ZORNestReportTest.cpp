@@ -129,9 +129,19 @@ TEST_F(ZORNestReportTest, TheLargerOfTwoRemnantsIsTold)
 {
     solution.sheets[0].placements = {{0, {false, 0, {600, 0}}}};
     EXPECT_EQ(u"1000 × 395 mm", GetValue(GetLines(), "Remnant"));
-    job.items[0] = MakeRectangle("plate", 1000, 500);
+    job.items[0] = MakeRectangle("plate", 986, 486); // 9 mm are left of either side
     solution.sheets[0].placements = {{0, {}}};
     EXPECT_EQ("none", GetValue(GetLines(), "Remnant"));
+}
+
+TEST_F(ZORNestReportTest, WhatIsNotKnownIsLeftOut)
+{
+    details.ending.clear();
+    details.material.clear();
+    details.thickness = 0;
+    const QStringList lines = GetLines();
+    EXPECT_FALSE(lines.contains("Ended"));
+    EXPECT_EQ("All parts are placed.", lines.value(1));
 }
 
 TEST_F(ZORNestReportTest, EveryPartWithoutAPlaceIsListedWithItsReason)
