@@ -67,6 +67,8 @@ void SetBody(ItemType& type, const Polygon& body)
     for (Circle& circle : moved)
         circle.centre = circle.centre - type.reference;
     type.base = MakeShape(type.body, moved);
+    for (size_t hole = 1; hole < type.body.size(); ++hole)
+        type.holes.push_back(FindPoles({Ring(type.body[hole].rbegin(), type.body[hole].rend())}, 1).front());
     type.smallerSide = std::min(type.base.box.GetWidth(), type.base.box.GetHeight());
 }
 

@@ -27,6 +27,7 @@ struct ItemType
     Polygon body;    // outer grown by half the separation and simplified, relative to the reference point
     Point reference; // in the item's coordinates, deep inside
     Shape base;      // neither mirrored nor turned
+    std::vector<Circle> holes; // the largest circle in each hole of the body
     std::vector<PoseClass> classes;
     std::vector<Shape> shapes; // one for each class, at its middle angle
     double area = 0;           // of outer

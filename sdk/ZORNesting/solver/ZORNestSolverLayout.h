@@ -66,6 +66,7 @@ public:
     const Shape& GetShape(size_t item) const { return *m_shapes[item]; }
     Box GetItemBox(size_t item) const { return m_shapes[item]->box.Moved(m_stands[item].position); }
 
+    bool IsStanding(size_t item) const { return m_shapes[item] != nullptr; }
     /// Puts the item there and measures its losses anew.
     void Place(size_t item, const Stand& stand);
     /// Puts all items there, more quickly than one by one.

@@ -13,6 +13,7 @@ constexpr double FailureFactor = 0.5;
 constexpr int FreeAngles = 16; // samples of a full turn
 constexpr double SameDistance = 0.01;
 constexpr double NearbyReach = 0.5; // of the item's smaller side
+constexpr double HoleReach = 0.5;   // of the radius: how far from the middle of a hole samples lie
 constexpr double HeightShare = 0.1; // how much less it matters to lie low than to lie left
 constexpr double SlideAccuracy = 1e-4;
 constexpr double ShortestSlide = 1e-3; // of the height of the window: the first step
@@ -30,6 +31,9 @@ Mover::Mover(Layout& layout, Random& random)
     : m_layout(layout)
     , m_random(random)
 {
+    for (size_t item = 0; item < layout.GetItemCount(); ++item)
+        if (!layout.GetType(item).holes.empty())
+            m_holders.push_back(item);
 }
 
 const Shape& Mover::GetShape(size_t item, const Stand& stand)
@@ -92,6 +96,28 @@ std::optional<Stand> Mover::SampleNear(size_t item, const Stand& centre)
     const double reach = NearbyReach * m_layout.GetType(item).smallerSide;
     const Box around = Box{centre.position, centre.position}.Grown(reach);
     return SampleIn(item, centre, &around);
+}
+
+/// A place in some hole of another item that may be large enough; none where there is none.
+std::optional<Stand> Mover::SampleInHole(size_t item)
+{
+    const size_t holder = m_holders[m_random.Index(m_holders.size())];
+    if (holder == item || !m_layout.IsStanding(holder))
+        return std::nullopt;
+    const ItemType& other = m_layout.GetType(holder);
+    const Circle& hole = other.holes[m_random.Index(other.holes.size())];
+    if (hole.radius < static_cast<double>(m_layout.GetType(item).base.poleR[0]))
+        return std::nullopt;
+    const Stand& around = m_layout.GetStand(holder);
+    std::optional<Stand> stand = Sample(item, around.window);
+    if (!stand)
+        return std::nullopt;
+    const Transform place({other.classes[around.poseClass].mirrored, around.angle, around.position});
+    const double reach = HoleReach * hole.radius;
+    const Point offset{m_random.Between(-reach, reach), m_random.Between(-reach, reach)};
+    stand->position = place.Apply(hole.centre) + offset - GetShape(item, *stand).box.GetCentre();
+    Clamp(item, *stand);
+    return stand;
 }
 
 void Mover::Offer(size_t item, const Stand& stand, size_t keep)
@@ -180,10 +206,14 @@ void Mover::OfferSamples(size_t item, const MoveEffort& effort)
 {
     const Stand present = m_best.front().stand;
     const size_t windows = m_layout.GetWindows().size();
-    for (int i = 0; i < effort.nearby + effort.everywhere && m_best.front().loss > 0; ++i) {
+    const int open = effort.nearby + effort.everywhere;
+    const int count = open + (m_holders.empty() ? 0 : effort.inHoles);
+    for (int i = 0; i < count && m_best.front().loss > 0; ++i) {
         std::optional<Stand> stand;
         if (i < effort.nearby)
             stand = SampleNear(item, present);
+        else if (i >= open)
+            stand = SampleInHole(item);
         else
             stand = Sample(item, static_cast<uint32_t>(windows > 1 ? m_random.Index(windows) : 0));
         if (stand)
@@ -229,9 +259,10 @@ std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
 {
     std::optional<Stand> best;
     double bestEnd = Infinity;
-    for (int i = 0; i < count; ++i) {
-        const auto stand = Sample(item, window);
-        if (!stand)
+    const int inHoles = m_holders.empty() ? 0 : count / 2;
+    for (int i = 0; i < count + inHoles; ++i) {
+        const auto stand = i < count ? Sample(item, window) : SampleInHole(item);
+        if (!stand || stand->window != window)
             continue;
         const Point corner =
             stand->position + GetShape(item, *stand).box.max - m_layout.GetWindow(window).min;

@@ -14,6 +14,7 @@ struct MoveEffort
 {
     int everywhere = 50; // samples over all sheets
     int nearby = 25;     // samples around the present place
+    int inHoles = 10;    // samples in holes of other items
     size_t refined = 3;  // so many of the best are improved
 };
 
@@ -47,6 +48,7 @@ private:
     double Evaluate(size_t item, const Stand& stand, double bound);
     std::optional<Stand> Sample(size_t item, uint32_t window);
     bool SlideToCorner(size_t item, Stand& stand, double step);
+    std::optional<Stand> SampleInHole(size_t item);
     std::optional<Stand> SampleNear(size_t item, const Stand& centre);
     std::optional<Stand> SampleIn(size_t item, Stand stand, const Box* around);
     void Offer(size_t item, const Stand& stand, size_t keep);
@@ -57,6 +59,7 @@ private:
 
     Layout& m_layout;
     Random& m_random;
+    std::vector<size_t> m_holders; // the items with holes
     std::vector<Candidate> m_best; // ascending by loss
     Shape m_scratch;
     const Shape* m_scratchBase = nullptr;
