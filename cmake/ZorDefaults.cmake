@@ -45,3 +45,26 @@ function(zor_set_target_defaults target)
     QT_RESTRICTED_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH
     QT_NO_JAVA_STYLE_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 endfunction()
+
+# Compiles the headers of Qt and of the standard library that most sources include once for all libraries.
+# A source includes what it uses all the same.
+function(zor_precompile_headers target)
+  if(NOT TARGET ZorPrecompiled)
+    set(source ${CMAKE_BINARY_DIR}/ZorPrecompiled.cpp)
+    file(CONFIGURE OUTPUT ${source} CONTENT "")
+    add_library(ZorPrecompiled OBJECT ${source})
+    set_target_properties(ZorPrecompiled PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+    zor_set_target_defaults(ZorPrecompiled)
+    # The folders alone: definitions that a user of the headers does not have would forbid him to use them.
+    target_include_directories(ZorPrecompiled SYSTEM PRIVATE
+      $<TARGET_PROPERTY:Qt6::Widgets,INTERFACE_INCLUDE_DIRECTORIES>
+      $<TARGET_PROPERTY:Qt6::Gui,INTERFACE_INCLUDE_DIRECTORIES>)
+    target_link_libraries(ZorPrecompiled PRIVATE Qt6::Core)
+    target_precompile_headers(ZorPrecompiled PRIVATE
+      <QByteArray> <QCoreApplication> <QFile> <QHash> <QList> <QObject> <QPointer> <QString> <QStringList> <QVariant>
+      <QAction> <QColor> <QDialog> <QImage> <QLabel>
+      <algorithm> <array> <cmath> <functional> <limits> <map> <memory> <mutex> <numbers> <optional> <string> <utility>
+      <vector>)
+  endif()
+  target_precompile_headers(${target} REUSE_FROM ZorPrecompiled)
+endfunction()
