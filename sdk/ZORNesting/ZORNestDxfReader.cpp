@@ -33,11 +33,18 @@ QString GetKey(QByteArrayView name)
     return ZORNestDxfRecord::ToText(name).toUpper();
 }
 
+// Of UTF-8, which some editors put before the text.
+QByteArrayView SkipByteOrderMark(QByteArrayView bytes)
+{
+    constexpr QByteArrayView mark("\xEF\xBB\xBF");
+    return bytes.startsWith(mark) ? bytes.sliced(mark.size()) : bytes;
+}
+
 } // namespace
 
 ZORNestDxfReader::ZORNestDxfReader(QByteArrayView bytes, ZORNestDrawing& drawing, QStringList& report,
                                    const ZORWorkContext& context)
-    : m_tags(bytes)
+    : m_tags(SkipByteOrderMark(bytes))
     , m_size(bytes.size())
     , m_drawing(drawing)
     , m_report(report)

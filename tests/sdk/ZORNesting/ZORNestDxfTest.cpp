@@ -44,6 +44,11 @@ TEST_F(ZORNestDxfTest, LinesMakeAnOutline)
     EXPECT_EQ(QStringList("units: 1 mm"), report);
 }
 
+TEST_F(ZORNestDxfTest, ByteOrderMarkBeforeTheTextIsNoPartOfIt)
+{
+    EXPECT_EQ(100, GetOnlyArea("\xEF\xBB\xBF" + Dxf(Square(0, 0, 10, true))));
+}
+
 TEST_F(ZORNestDxfTest, OutlinesRunCounterClockwiseAndHolesClockwise)
 {
     const QByteArray content = Dxf(Square(0, 0, 10, true) + Square(1, 1, 2, false) + Circle(7, 7, 1));
