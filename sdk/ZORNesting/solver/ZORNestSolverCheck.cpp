@@ -220,9 +220,12 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
         if (counts[i] != std::max(0, job.items[i].quantity))
             faults.push_back("item " + std::to_string(i) + ": " + std::to_string(counts[i]) + " of "
                              + std::to_string(job.items[i].quantity) + " are placed or reported");
-    for (size_t k = 0; k < sheets.size(); ++k)
-        if (job.kinds[k].quantity >= 0 && sheets[k] > job.kinds[k].quantity)
+    for (size_t k = 0; k < sheets.size(); ++k) {
+        const int quantity = job.kinds[k].quantity;
+        const bool isEndless = quantity < 0 || (quantity > 0 && job.kinds[k].IsRoll());
+        if (!isEndless && sheets[k] > quantity)
             faults.push_back("sheet kind " + std::to_string(k) + ": more used than there are");
+    }
 }
 
 } // namespace

@@ -29,7 +29,7 @@ struct Item
 struct SheetKind
 {
     std::string name;
-    int quantity = 1;  // negative: any number
+    int quantity = 1;  // negative: any number; a single roll never ends
     double width = 0;  // along y
     double length = 0; // along x; not a number: a roll, open to the right
     double leftTrim = 0, rightTrim = 0, topTrim = 0, bottomTrim = 0;

@@ -93,9 +93,13 @@ private:
     {
         std::vector<size_t> stock;
         for (size_t k = 0; k < m_job.kinds.size(); ++k) {
-            const int quantity = m_job.kinds[k].quantity;
-            const int left = std::max(0, quantity - m_used[k]) / stack;
-            stock.push_back(quantity < 0 ? std::numeric_limits<uint32_t>::max() : static_cast<size_t>(left));
+            const SheetKind& kind = m_job.kinds[k];
+            if (kind.IsRoll()) // never ends, however many layers of a stack are cut from it
+                stock.push_back(kind.quantity == 0 ? 0 : 1);
+            else if (kind.quantity < 0)
+                stock.push_back(std::numeric_limits<uint32_t>::max());
+            else
+                stock.push_back(static_cast<size_t>(std::max(0, kind.quantity - m_used[k]) / stack));
         }
         return stock;
     }

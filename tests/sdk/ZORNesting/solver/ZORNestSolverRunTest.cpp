@@ -67,12 +67,16 @@ TEST(ZORNestSolverRunTest, StacksNeverOverproduce)
     Job job;
     job.items = {MakeItem(Rectangle(10, 10), 7), MakeItem(Rectangle(5, 5), 3)};
     job.kinds = {Roll(30)};
-    job.kinds[0].quantity = -1;
     job.stackSize = 3;
-    const Solution solution = SolveFor(job, 3);
-    EXPECT_EQ(CountPlaced(solution), 10);
-    EXPECT_EQ(solution.sheets.front().stack, 3);
-    EXPECT_EQ(solution.sheets.back().stack, 1);
+    for (const int rolls : {-1, 1}) { // one is long enough for all layers
+        job.kinds[0].quantity = rolls;
+        const Solution solution = SolveFor(job, 3);
+        EXPECT_EQ(CountPlaced(solution), 10);
+        EXPECT_EQ(solution.sheets.front().stack, 3);
+        EXPECT_EQ(solution.sheets.back().stack, 1);
+    }
+    job.kinds[0].quantity = 0;
+    EXPECT_TRUE(SolveFor(job, 1).sheets.empty());
 }
 
 TEST(ZORNestSolverRunTest, ScarceSheetsGoToTheHighestPriority)
