@@ -40,7 +40,7 @@ void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, do
                double increment)
 {
     if (increment > 0 && deviation > 0) {
-        const int steps = std::min(static_cast<int>(deviation / increment + 1e-9), MostIncrements);
+        const auto steps = static_cast<int>(std::min<double>(deviation / increment + 1e-9, MostIncrements));
         for (int i = -steps; i <= steps; ++i)
             AddClass(classes, {mirrored, NormalizeAngle(middle + i * increment), 0});
     } else {
