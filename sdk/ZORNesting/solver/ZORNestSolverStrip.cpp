@@ -13,7 +13,9 @@ constexpr double LastCompressStep = 0.00001;
 constexpr double SuccessFactor = 1.2;
 constexpr double FailureFactor = 0.6;
 constexpr SeparationLimits ProbeLimits{50, 1}; // while the steps are large
-constexpr SeparationLimits ExploreLimits{50, 2};
+constexpr SeparationLimits QuickLimits{50, 2}; // at the first dead ends of a length
+constexpr SeparationLimits PatientLimits{200, 3};
+constexpr int PatienceGrowth = 10; // iterations for each dead end
 constexpr SeparationLimits CompressLimits{100, 5};
 constexpr double PoolDeviation = 0.25; // of the pool's size
 constexpr double RowGap = 0.001;
@@ -199,6 +201,14 @@ void StripSearch::LeaveDeadEnd(double loss)
     ExchangeLargeItems();
 }
 
+/// The more dead ends were met at this length, the more thoroughly each is searched.
+SeparationLimits StripSearch::GetExploreLimits() const
+{
+    const int iterations = QuickLimits.iterations + PatienceGrowth * static_cast<int>(m_deadEnds.size());
+    return iterations < PatientLimits.iterations ? SeparationLimits{iterations, QuickLimits.attempts}
+                                                 : PatientLimits;
+}
+
 void StripSearch::Explore(const Budget& budget)
 {
     bool restart = true;
@@ -208,7 +218,7 @@ void StripSearch::Explore(const Budget& budget)
             ShrinkTo(std::max(m_shortest, m_length * (1 - m_exploreStep)));
         }
         const bool isProbe = m_exploreStep > LastExploreStep;
-        const double loss = m_separator.Separate(isProbe ? ProbeLimits : ExploreLimits, budget);
+        const double loss = m_separator.Separate(isProbe ? ProbeLimits : GetExploreLimits(), budget);
         const bool shorter = loss <= 0 && KeepAsBest();
         restart = shorter || isProbe;
         if (!shorter && isProbe)

@@ -46,6 +46,7 @@ private:
     void RestoreBest();
     void ClampItems();
     bool KeepAsBest();
+    SeparationLimits GetExploreLimits() const;
     void LeaveDeadEnd(double loss);
     std::vector<size_t> GetLargeItems() const;
     void ExchangeLargeItems();
