@@ -17,6 +17,7 @@ constexpr SeparationLimits QuickLimits{50, 2}; // at the first dead ends of a le
 constexpr SeparationLimits PatientLimits{200, 3};
 constexpr int PatienceGrowth = 10; // iterations for each dead end
 constexpr SeparationLimits CompressLimits{100, 5};
+constexpr size_t MostDeadEnds = 256;   // the worst ones are forgotten
 constexpr double PoolDeviation = 0.25; // of the pool's size
 constexpr double RowGap = 0.001;
 constexpr int ExchangeAttempts = 20;
@@ -194,6 +195,8 @@ void StripSearch::LeaveDeadEnd(double loss)
     const auto place = std::find_if(m_deadEnds.begin(), m_deadEnds.end(),
                                     [loss](const DeadEnd& other) { return other.loss > loss; });
     m_deadEnds.insert(place, DeadEnd{loss, m_layout.GetStands()});
+    if (m_deadEnds.size() > MostDeadEnds)
+        m_deadEnds.pop_back();
     const double size = static_cast<double>(m_deadEnds.size());
     const double chosen = std::min(std::abs(m_random.Normal(PoolDeviation * size)), size - 1);
     m_layout.ResetWeights();
