@@ -36,10 +36,10 @@ protected:
     void Set(const char* spinBox, double value) { Find<QDoubleSpinBox>(spinBox)->setValue(value); }
     void Check(const char* checkBox) { Find<QCheckBox>(checkBox)->setChecked(true); }
     void Compute() { Click("_ComputeBtn", dialog); }
-    /// Starts a run that would go on for minutes.
+    /// Starts a run that would go on for minutes: no layout is so short that nothing could be gained.
     void StartLongRun()
     {
-        AddItem(WritePart("rib.msi"), 20);
+        AddItem(WritePart("rib.msi", 700, 300), 20);
         AddRoll(1000);
         Set("_MinRunTimeSpn", 600);
         Compute();
