@@ -109,6 +109,23 @@ bool AreEdgesShallow(const Polygon& a, const Polygon& b, const Box& common, doub
                        [&test](const Edge& edge) { return test.IsShallow(edge.a, edge.b); });
 }
 
+/// Calls a function with the places of two polygons whose boxes come that near, until it returns false; a sweep
+/// along x. Returns whether it never did.
+template<class Function>
+bool ForEachNearPair(const std::vector<Polygon>& polygons, double distance, Function function)
+{
+    std::vector<std::pair<Box, size_t>> sorted;
+    for (size_t i = 0; i < polygons.size(); ++i)
+        sorted.push_back({GetBox(polygons[i]).Grown(distance / 2), i});
+    std::sort(sorted.begin(), sorted.end(),
+              [](const auto& a, const auto& b) { return a.first.min.x < b.first.min.x; });
+    for (size_t a = 0; a < sorted.size(); ++a)
+        for (size_t b = a + 1; b < sorted.size() && sorted[b].first.min.x <= sorted[a].first.max.x; ++b)
+            if (sorted[a].first.Overlaps(sorted[b].first) && !function(sorted[a].second, sorted[b].second))
+                return false;
+    return true;
+}
+
 bool IsAngleAllowed(const Pose& pose, const Item& item, const Job& job)
 {
     const auto classes = GetPoseClasses(item, job);
@@ -171,10 +188,15 @@ private:
     }
     void CheckPairs()
     {
-        for (size_t i = 0; i < m_placed.size(); ++i)
-            for (size_t j = i + 1; j < m_placed.size(); ++j)
-                if (!AreApart(m_placed[i], m_placed[j], m_job.separation))
-                    Report(i, "is too near to item " + std::to_string(m_sheet.placements[j].item));
+        std::vector<std::pair<size_t, size_t>> tooNear;
+        ForEachNearPair(m_placed, m_job.separation, [&](size_t i, size_t j) {
+            if (!AreApart(m_placed[i], m_placed[j], m_job.separation))
+                tooNear.push_back(std::minmax(i, j));
+            return true;
+        });
+        std::sort(tooNear.begin(), tooNear.end());
+        for (const auto& [i, j] : tooNear)
+            Report(i, "is too near to item " + std::to_string(m_sheet.placements[j].item));
     }
 
     const Job& m_job;
@@ -255,17 +277,9 @@ bool AreApart(const Polygon& a, const Polygon& b, double distance, double tolera
 
 bool AreAllApart(const std::vector<Polygon>& polygons, double distance)
 {
-    std::vector<std::pair<Box, const Polygon*>> sorted;
-    for (const Polygon& polygon : polygons)
-        sorted.push_back({GetBox(polygon).Grown(distance / 2), &polygon});
-    std::sort(sorted.begin(), sorted.end(),
-              [](const auto& a, const auto& b) { return a.first.min.x < b.first.min.x; });
-    for (size_t i = 0; i < sorted.size(); ++i)
-        for (size_t j = i + 1; j < sorted.size() && sorted[j].first.min.x <= sorted[i].first.max.x; ++j)
-            if (sorted[i].first.Overlaps(sorted[j].first)
-                && !AreApart(*sorted[i].second, *sorted[j].second, distance))
-                return false;
-    return true;
+    return ForEachNearPair(polygons, distance, [&polygons, distance](size_t i, size_t j) {
+        return AreApart(polygons[i], polygons[j], distance);
+    });
 }
 
 std::vector<std::string> FindSheetFaults(const Job& job, const NestedSheet& sheet)
