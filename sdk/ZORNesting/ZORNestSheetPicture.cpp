@@ -94,6 +94,7 @@ ZORNestSheetPicture::ZORNestSheetPicture(const Job& job, const std::vector<ZORNe
 {
     for (size_t i = 0; i < parts.size(); ++i) {
         m_outlines.push_back(MakePath(parts[i].contours));
+        m_bounds.push_back(m_outlines.back().controlPointRect());
         if (polygons[i].empty())
             continue;
         const Circle circle = ZORNestSolver::FindPoles(polygons[i], 1).front();
@@ -142,10 +143,17 @@ void ZORNestSheetPicture::DrawRow(QPainter& painter, const NestedSheet& sheet, c
     painter.setPen(Qt::NoPen);
     painter.fillRect(place, wasteColor);
     painter.fillRect(toPixels.mapRect(GetUsable(m_job, sheet).intersected(ToRect(view))), sheetColor);
+    // Of a long sheet a row shows few parts.
+    const QRectF seen =
+        toPixels.inverted().mapRect(place.adjusted(-LineWidth, -LineWidth, LineWidth, LineWidth));
+    std::vector<Placement> visible;
     for (const Placement& placement : sheet.placements)
+        if (ToTransform(placement.pose).mapRect(m_bounds[placement.item]).intersects(seen))
+            visible.push_back(placement);
+    for (const Placement& placement : visible)
         DrawPart(painter, placement, toPixels);
     if (qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
-        for (const Placement& placement : sheet.placements)
+        for (const Placement& placement : visible)
             DrawLabel(painter, placement, toPixels);
     }
     painter.setPen(QPen(borderColor, Border));

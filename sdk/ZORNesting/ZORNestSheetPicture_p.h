@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QPainterPath>
+#include <QRectF>
 
 class QPainter;
 
@@ -38,5 +39,6 @@ private:
 
     const ZORNestSolver::Job& m_job;
     std::vector<QPainterPath> m_outlines; // one for each item of the job
+    std::vector<QRectF> m_bounds;         // of the outlines
     std::vector<Label> m_labels;
 };

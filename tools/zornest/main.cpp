@@ -13,8 +13,11 @@
 #include <QSaveFile>
 #include <QTextStream>
 
+#include <chrono>
+#include <condition_variable>
 #include <csignal>
 #include <memory>
+#include <mutex>
 #include <string_view>
 #include <thread>
 #include <unistd.h>
@@ -41,10 +44,11 @@ class ProgressBar
 {
 public:
     explicit ProgressBar(const Control& control)
-        : m_thread([&control](const std::stop_token& token) {
+        : m_thread([this, &control](const std::stop_token& token) {
+            std::unique_lock lock(m_mutex);
             while (!token.stop_requested()) {
                 Draw(control.progress);
-                std::this_thread::sleep_for(std::chrono::milliseconds(200));
+                m_ended.wait_for(lock, token, std::chrono::milliseconds(200), [] { return false; });
             }
             Draw(1);
             std::fputc('\n', stderr);
@@ -62,7 +66,9 @@ private:
                      static_cast<int>(ratio * 100));
     }
 
-    std::jthread m_thread;
+    std::mutex m_mutex;
+    std::condition_variable_any m_ended; // the stop of the thread wakes it
+    std::jthread m_thread;               // last: it uses the rest
 };
 
 /// A result that is written when the run is over; opened before, so that nobody waits for nothing.
