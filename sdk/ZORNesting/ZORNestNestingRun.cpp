@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <future>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -106,6 +107,7 @@ public:
 private:
     ZORNestSolver::Solution Solve(const ZORNestSolver::Job& job) const;
     QString GetEnding(double seconds) const;
+    ZORNestReportDetails GetDetails(const ZORNestNestingJob& job, double seconds) const;
     static QStringList GetRemarks(const ZORNestNestingJob& job, const ZORNestSolver::Solution& solution);
 
     const ZORNestNestingInput& m_input;
@@ -151,19 +153,8 @@ QStringList Run::GetRemarks(const ZORNestNestingJob& job, const ZORNestSolver::S
     return remarks;
 }
 
-ZORNestNestingOutcome Run::Execute()
+ZORNestReportDetails Run::GetDetails(const ZORNestNestingJob& job, double seconds) const
 {
-    const ZORNestNestingJob job(m_input, [this] { return m_context.IsCanceled(); });
-    m_context.ThrowIfCanceled();
-    ZORNestSolver::Solution solution = Solve(job.GetSolverJob());
-    const double seconds = 1e-3 * double(m_timer.elapsed());
-    job.Complete(solution);
-
-    ZORNestNestingOutcome outcome;
-    for (const ZORNestSolver::NestedSheet& sheet : solution.sheets) {
-        m_context.ThrowIfCanceled();
-        outcome.sheetFiles.append(job.WriteSheet(sheet));
-    }
     ZORNestReportDetails details;
     details.material = m_input.GetMaterialID();
     details.thickness = m_input.GetMaterialThickness();
@@ -172,7 +163,29 @@ ZORNestNestingOutcome Run::Execute()
     details.remarks = job.GetRemarks();
     for (const ZORNestNestingPart& part : job.GetParts())
         details.parts.push_back(part.cut);
-    outcome.report = ZORNestReport(job.GetSolverJob(), solution, details).Write();
+    return details;
+}
+
+ZORNestNestingOutcome Run::Execute()
+{
+    const ZORNestNestingJob job(m_input, [this] { return m_context.IsCanceled(); });
+    m_context.ThrowIfCanceled();
+    ZORNestSolver::Solution solution = Solve(job.GetSolverJob());
+    const double seconds = 1e-3 * double(m_timer.elapsed());
+    job.Complete(solution);
+
+    const ZORNestReportDetails details = GetDetails(job, seconds);
+    // Pictures take as long as sheet files do; who stops a job waits for both.
+    std::future<QByteArray> report = std::async(std::launch::async, [&job, &solution, &details] {
+        const ZORSysApiTracePause pause;
+        return ZORNestReport(job.GetSolverJob(), solution, details).Write();
+    });
+    ZORNestNestingOutcome outcome;
+    for (const ZORNestSolver::NestedSheet& sheet : solution.sheets) {
+        m_context.ThrowIfCanceled();
+        outcome.sheetFiles.append(job.WriteSheet(sheet));
+    }
+    outcome.report = report.get();
     outcome.remarks = GetRemarks(job, solution);
     return outcome;
 }

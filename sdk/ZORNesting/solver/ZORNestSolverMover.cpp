@@ -12,9 +12,11 @@ constexpr double SuccessFactor = 1.1;
 constexpr double FailureFactor = 0.5;
 constexpr int FreeAngles = 16; // samples of a full turn
 constexpr double SameDistance = 0.01;
-constexpr double NearbyReach = 0.5; // of the item's smaller side
-constexpr double HoleReach = 0.5;   // of the radius: how far from the middle of a hole samples lie
-constexpr double HeightShare = 0.1; // how much less it matters to lie low than to lie left
+constexpr double NearbyReach = 0.5;    // of the item's smaller side
+constexpr double HoleReach = 0.5;      // of the radius: how far from the middle of a hole samples lie
+constexpr double SameDirection = 0.01; // the sine between edges that count as parallel
+constexpr double ClampReach = 0.25;    // of the item's smaller side: how far a window may push a sample
+constexpr double HeightShare = 0.1;    // how much less it matters to lie low than to lie left
 constexpr double SlideAccuracy = 1e-4;
 constexpr double ShortestSlide = 1e-3; // of the height of the window: the first step
 constexpr int MostRounds = 300;        // of a descent
@@ -24,6 +26,27 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 /// Directions of a descent: x, y, both diagonals, rotation.
 constexpr std::array<Point, 5> Axes{{{1, 0}, {0, 1}, {0.7071, 0.7071}, {0.7071, -0.7071}, {0, 0}}};
 constexpr size_t RotationAxis = 4;
+
+struct Edge
+{
+    Point from, to;
+
+    Point GetVector() const { return to - from; }
+};
+
+/// The edge with the inside of the shape left of it.
+Edge GetEdge(const Shape& shape, size_t index, bool mirrored)
+{
+    const Point a{shape.ax[index], shape.ay[index]};
+    const Point b{shape.bx[index], shape.by[index]};
+    return mirrored ? Edge{b, a} : Edge{a, b};
+}
+
+bool AreOpposite(Point u, Point v)
+{
+    const double cosine = u.x * v.x + u.y * v.y;
+    return cosine < 0 && std::abs(u.x * v.y - u.y * v.x) < -SameDirection * cosine;
+}
 
 } // namespace
 
@@ -96,6 +119,56 @@ std::optional<Stand> Mover::SampleNear(size_t item, const Stand& centre)
     const double reach = NearbyReach * m_layout.GetType(item).smallerSide;
     const Box around = Box{centre.position, centre.position}.Grown(reach);
     return SampleIn(item, centre, &around);
+}
+
+/// An edge of the item, picked at random among those that run against the direction; among all of them where
+/// there is none. At a free angle any edge does, since the item is turned for it.
+size_t Mover::PickEdgeAgainst(size_t item, Stand& stand, Point direction)
+{
+    const PoseClass& poseClass = m_layout.GetType(item).classes[stand.poseClass];
+    const Shape& shape = GetShape(item, stand);
+    const size_t start = m_random.Index(shape.edgeCount);
+    if (poseClass.IsContinuous()) {
+        const Point own = GetEdge(shape, start, poseClass.mirrored).GetVector();
+        const double turn = std::atan2(-direction.y, -direction.x) - std::atan2(own.y, own.x);
+        const double off = std::remainder(stand.angle + turn - poseClass.angle, 2 * std::numbers::pi);
+        if (std::abs(off) <= poseClass.deviation)
+            stand.angle = poseClass.angle + off;
+        return start;
+    }
+    for (size_t n = 0; n < shape.edgeCount; ++n) {
+        const size_t index = (start + n) % shape.edgeCount;
+        if (AreOpposite(GetEdge(shape, index, poseClass.mirrored).GetVector(), direction))
+            return index;
+    }
+    return start;
+}
+
+/// A place where an edge of the item lies along an edge of another one, with an end at its end; where none can
+/// lie so, a corner at a corner. None where the window is in the way.
+std::optional<Stand> Mover::SampleMatch(size_t item)
+{
+    const size_t other = m_random.Index(m_layout.GetItemCount());
+    if (other == item || !m_layout.IsStanding(other))
+        return std::nullopt;
+    const Stand& beside = m_layout.GetStand(other);
+    std::optional<Stand> stand = Sample(item, beside.window);
+    if (!stand)
+        return std::nullopt;
+    const Shape& fixed = m_layout.GetShape(other);
+    const Edge along = GetEdge(fixed, m_random.Index(fixed.edgeCount),
+                               m_layout.GetType(other).classes[beside.poseClass].mirrored);
+    const size_t chosen = PickEdgeAgainst(item, *stand, along.GetVector());
+    const Shape& shape = GetShape(item, *stand);
+    if (GetRoom(m_layout.GetWindow(beside.window), shape).IsEmpty())
+        return std::nullopt;
+    const Edge own = GetEdge(shape, chosen, m_layout.GetType(item).classes[stand->poseClass].mirrored);
+    const bool isForward = m_random.Index(2) == 0;
+    const Point place = beside.position + (isForward ? along.to - own.from : along.from - own.to);
+    stand->position = place;
+    Clamp(item, *stand);
+    const double reach = ClampReach * m_layout.GetType(item).smallerSide;
+    return Length(stand->position - place) <= reach ? stand : std::nullopt;
 }
 
 /// A place in some hole of another item that may be large enough; none where there is none.
@@ -206,11 +279,15 @@ void Mover::OfferSamples(size_t item, const MoveEffort& effort)
 {
     const Stand present = m_best.front().stand;
     const size_t windows = m_layout.GetWindows().size();
-    const int open = effort.nearby + effort.everywhere;
+    const int matched = effort.matching;
+    const int around = matched + effort.nearby;
+    const int open = around + effort.everywhere;
     const int count = open + (m_holders.empty() ? 0 : effort.inHoles);
     for (int i = 0; i < count && m_best.front().loss > 0; ++i) {
         std::optional<Stand> stand;
-        if (i < effort.nearby)
+        if (i < matched)
+            stand = SampleMatch(item);
+        else if (i < around)
             stand = SampleNear(item, present);
         else if (i >= open)
             stand = SampleInHole(item);

@@ -14,6 +14,7 @@ struct MoveEffort
 {
     int everywhere = 50; // samples over all sheets
     int nearby = 25;     // samples around the present place
+    int matching = 15;   // samples with an edge along an edge of another item
     int inHoles = 10;    // samples in holes of other items
     size_t refined = 3;  // so many of the best are improved
 };
@@ -49,6 +50,8 @@ private:
     std::optional<Stand> Sample(size_t item, uint32_t window);
     bool SlideToCorner(size_t item, Stand& stand, double step);
     std::optional<Stand> SampleInHole(size_t item);
+    size_t PickEdgeAgainst(size_t item, Stand& stand, Point direction);
+    std::optional<Stand> SampleMatch(size_t item);
     std::optional<Stand> SampleNear(size_t item, const Stand& centre);
     std::optional<Stand> SampleIn(size_t item, Stand stand, const Box* around);
     void Offer(size_t item, const Stand& stand, size_t keep);

@@ -7,7 +7,9 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr int ConstructionSamples = 300;
+constexpr double FirstExploreStep = 0.04; // the share of the length by which it shrinks
 constexpr double LastExploreStep = 0.001;
+constexpr double ExploreFactor = 2;
 constexpr double FirstCompressStep = 0.0005;
 constexpr double LastCompressStep = 0.00001;
 constexpr double SuccessFactor = 1.2;
@@ -37,6 +39,7 @@ StripSearch::StripSearch(std::shared_ptr<const Problem> problem, uint64_t seed, 
     , m_separator(m_layout, m_random)
     , m_listener(std::move(listener))
     , m_shortest(GetShortestLength())
+    , m_exploreStep(FirstExploreStep)
 {
 }
 
@@ -224,9 +227,11 @@ void StripSearch::Explore(const Budget& budget)
         const double loss = m_separator.Separate(isProbe ? ProbeLimits : GetExploreLimits(), budget);
         const bool shorter = loss <= 0 && KeepAsBest();
         restart = shorter || isProbe;
-        if (!shorter && isProbe)
-            m_exploreStep = std::max(LastExploreStep, m_exploreStep / 2); // too bold
-        else if (!shorter)
+        if (shorter)
+            m_exploreStep = std::min(FirstExploreStep, m_exploreStep * ExploreFactor);
+        else if (isProbe) // too bold
+            m_exploreStep = std::max(LastExploreStep, m_exploreStep / ExploreFactor);
+        else
             LeaveDeadEnd(loss);
     }
 }

@@ -23,8 +23,8 @@ public:
     void Construct(const Budget& budget);
     /// Goes on from a valid layout instead of its own.
     void Continue(const std::vector<Stand>& stands);
-    /// Shrinks in steps that become smaller where separation fails; at the smallest one, leaves dead ends by
-    /// exchanging large items.
+    /// Shrinks in steps that become smaller where separation fails and larger where it succeeds; at the smallest
+    /// one, leaves dead ends by exchanging large items.
     void Explore(const Budget& budget);
     /// Shrinks the best layout in small steps.
     void Compress(const Budget& budget);
@@ -60,7 +60,7 @@ private:
     Listener m_listener;
     double m_length = 0;
     double m_shortest = 0;
-    double m_exploreStep = 0.04; // the next shrinkage, as a share of the length
+    double m_exploreStep = 0; // the next shrinkage, as a share of the length
     std::vector<Stand> m_best;
     std::vector<DeadEnd> m_deadEnds; // at the present length, ascending by loss
 };
