@@ -163,6 +163,8 @@ void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const B
         const StripEffort stripEffort{effort.threads, effort.shortestTime, m_job.separation, effort.quick};
         stands = SearchStrip(MakeProblem(kind, items), m_job.seed, proof, stripEffort, budget);
     }
+    if (stands.empty()) // no proof even of the items one behind the other
+        return;
     const std::vector<Placement> placements = GetPlacements(items, stands);
     plan.sheets.push_back({kind, GetUsedLength(kind, placements), m_stack, placements});
     plan.rest = std::move(rest);

@@ -8,6 +8,7 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr double Grid = 1e-6;
+constexpr double NoArea = 1e-6;          // of a hole: less outside of the outline is due to rounding
 constexpr double CornerTolerance = 0.01; // of the distance: how far a corner may reach beyond the circle
 
 /// The grid coarsens where the coordinates would leave the range of the clipping library's fast path.
@@ -32,6 +33,13 @@ struct Scale
         for (const Point& p : ring)
             path.push_back(ToGrid(p));
         return path;
+    }
+    ClipperLib::Paths ToGrid(const Polygon& rings) const
+    {
+        ClipperLib::Paths paths;
+        for (const Ring& ring : rings)
+            paths.push_back(ToGrid(ring));
+        return paths;
     }
     Ring FromGrid(const ClipperLib::Path& path) const
     {
@@ -109,16 +117,48 @@ Polygon TakeLargest(std::vector<Polygon>& polygons)
     return largest;
 }
 
+/// Neither the clipper nor a tree of paths can be copied.
+void Load(ClipperLib::Clipper& clipper, const ClipperLib::Paths& subject, const ClipperLib::Paths& clip)
+{
+    clipper.StrictlySimple(true);
+    clipper.AddPaths(subject, ClipperLib::ptSubject, true);
+    clipper.AddPaths(clip, ClipperLib::ptClip, true);
+}
+
+ClipperLib::Paths Combine(ClipperLib::ClipType type, const ClipperLib::Paths& subject,
+                          const ClipperLib::Paths& clip)
+{
+    ClipperLib::Clipper clipper;
+    Load(clipper, subject, clip);
+    ClipperLib::Paths paths;
+    clipper.Execute(type, paths, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
+    return paths;
+}
+
+std::vector<Polygon> MakePieces(ClipperLib::ClipType type, const ClipperLib::Paths& subject,
+                                const ClipperLib::Paths& clip, ClipperLib::PolyFillType fill,
+                                const Scale& scale)
+{
+    ClipperLib::Clipper clipper;
+    Load(clipper, subject, clip);
+    ClipperLib::PolyTree tree;
+    clipper.Execute(type, tree, fill, fill);
+    std::vector<Polygon> pieces;
+    CollectPolygons(tree, scale, pieces);
+    return pieces;
+}
+
+double GetArea(const ClipperLib::Paths& paths)
+{
+    double area = 0;
+    for (const ClipperLib::Path& path : paths)
+        area += ClipperLib::Area(path);
+    return area;
+}
+
 std::vector<Polygon> Unite(const Polygon& rings, const Scale& scale, ClipperLib::PolyFillType fill)
 {
-    ClipperLib::Clipper clipper(ClipperLib::ioStrictlySimple);
-    for (const Ring& ring : rings)
-        clipper.AddPath(scale.ToGrid(ring), ClipperLib::ptSubject, true);
-    ClipperLib::PolyTree tree;
-    clipper.Execute(ClipperLib::ctUnion, tree, fill, fill);
-    std::vector<Polygon> polygons;
-    CollectPolygons(tree, scale, polygons);
-    return polygons;
+    return MakePieces(ClipperLib::ctUnion, scale.ToGrid(rings), {}, fill, scale);
 }
 
 } // namespace
@@ -142,19 +182,34 @@ Polygon CleanPolygon(const Polygon& polygon)
     return TakeLargest(pieces);
 }
 
+Polygon CleanPiece(const Polygon& rings)
+{
+    const Scale scale(GetBox(rings));
+    const ClipperLib::Paths outline = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[0])}, {});
+    ClipperLib::Paths solid = outline;
+    ClipperLib::Paths holes;
+    for (size_t i = 1; i < rings.size(); ++i) {
+        const ClipperLib::Paths hole = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[i])}, {});
+        const double area = GetArea(hole);
+        const double beyond = GetArea(Combine(ClipperLib::ctDifference, hole, outline));
+        if (area > 0 && beyond >= (1 - NoArea) * area)
+            return {};
+        ClipperLib::Paths& kind = beyond > NoArea * area ? solid : holes;
+        kind.insert(kind.end(), hole.begin(), hole.end());
+    }
+    constexpr auto fill = ClipperLib::pftNonZero;
+    std::vector<Polygon> pieces = MakePieces(ClipperLib::ctDifference, solid, holes, fill, scale);
+    if (pieces.size() > 1)
+        pieces = MakePieces(ClipperLib::ctUnion, solid, {}, fill, scale);
+    return TakeLargest(pieces);
+}
+
 std::vector<Polygon> CutFromBox(const Box& box, const Polygon& polygon)
 {
     const Scale scale(box);
-    ClipperLib::Clipper clipper(ClipperLib::ioStrictlySimple);
     const Ring frame{box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
-    clipper.AddPath(scale.ToGrid(frame), ClipperLib::ptSubject, true);
-    for (const Ring& ring : polygon)
-        clipper.AddPath(scale.ToGrid(ring), ClipperLib::ptClip, true);
-    ClipperLib::PolyTree tree;
-    clipper.Execute(ClipperLib::ctDifference, tree, ClipperLib::pftNonZero, ClipperLib::pftEvenOdd);
-    std::vector<Polygon> rest;
-    CollectPolygons(tree, scale, rest);
-    return rest;
+    return MakePieces(ClipperLib::ctDifference, {scale.ToGrid(frame)}, scale.ToGrid(polygon),
+                      ClipperLib::pftEvenOdd, scale);
 }
 
 } // namespace ZORNestSolver

@@ -15,6 +15,12 @@ Polygon GrowPolygon(const Polygon& polygon, double distance);
 /// joined to it where they touch and dropped otherwise. Empty where nothing remains.
 Polygon CleanPolygon(const Polygon& polygon);
 
+/// One piece of material whose rings may cross: the first one is the outline, cleaned like a polygon; the others
+/// are holes. Holes that cross the outline are not cut out but added to it, whole; holes within holes are part
+/// of them; holes that would cut the piece in two are left filled.
+/// \return  empty where a hole lies outside of the outline, or nothing remains
+Polygon CleanPiece(const Polygon& rings);
+
 /// What remains of the box outside of the polygon, whose rings may have either direction, as polygons of one outer ring each with holes.
 std::vector<Polygon> CutFromBox(const Box& box, const Polygon& polygon);
 

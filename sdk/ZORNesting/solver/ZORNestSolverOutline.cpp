@@ -85,6 +85,21 @@ Ring Flatten(const Contour& contour, bool isHole, double sagitta)
     return clean;
 }
 
+/// Of rings that do not cross, all but the first one lie in it and in no other one.
+bool AreHolesInside(const Polygon& polygon)
+{
+    std::vector<Box> boxes;
+    for (const Ring& ring : polygon)
+        boxes.push_back(GetBox(ring));
+    for (size_t i = 1; i < polygon.size(); ++i) {
+        const Point corner = polygon[i][0];
+        for (size_t k = 0; k < polygon.size(); ++k)
+            if (k != i && (boxes[k].Contains(corner) && IsInside(corner, {polygon[k]})) != (k == 0))
+                return false;
+    }
+    return true;
+}
+
 } // namespace
 
 double GetSweep(Point start, const Segment& arc)
@@ -165,10 +180,13 @@ Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reas
     for (size_t i = 0; i < contours.size() && !polygon.empty(); ++i)
         if (i != outer)
             append(i);
-    if (!polygon.empty() && !IsSimple(polygon))
-        polygon = CleanPolygon(polygon);
-    if (polygon.empty())
+    if (polygon.empty()) {
         reason = "outline encloses no area";
+    } else if (!IsSimple(polygon) || !AreHolesInside(polygon)) {
+        polygon = CleanPiece(polygon);
+        if (polygon.empty())
+            reason = "a hole lies outside of the outline";
+    }
     return polygon;
 }
 

@@ -36,9 +36,9 @@ double GetSweep(Point start, const Segment& arc);
 /// The outline as a polygon that contains it: arcs that bulge outwards become tangents, the others chords,
 /// within min(0.05, 2e-4 of the diameter) of the arc. The largest contour is the outer ring, the others
 /// are holes; contours may come in either direction. An outline that crosses itself is cleaned by
-/// the non-zero rule.
+/// the non-zero rule; holes that cross it are added to it, holes within holes are part of them.
 /// \param reason  why there is no polygon; "" otherwise
-/// \return  empty where the outline has coordinates that are no numbers or encloses no area
+/// \return  empty where the outline has coordinates that are no numbers, encloses no area or has a hole outside
 Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason);
 
 } // namespace ZORNestSolver

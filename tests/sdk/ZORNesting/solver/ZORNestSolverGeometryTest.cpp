@@ -151,6 +151,53 @@ TEST(ZORNestSolverOutlineTest, OutlinesThatCannotBeNestedHaveAReason)
     EXPECT_EQ(reason, "outline has coordinates that are no numbers");
 }
 
+TEST(ZORNestSolverOutlineTest, AHoleOutsideOfTheOutlineIsRefused)
+{
+    std::string reason;
+    const Contour outline = MakeContour(Rectangle(10, 10));
+    EXPECT_TRUE(MakeOuterPolygon({outline, MakeContour(Rectangle(2, 2, {20, 0}))}, reason).empty());
+    EXPECT_EQ(reason, "a hole lies outside of the outline");
+    EXPECT_TRUE(
+        MakeOuterPolygon({outline, MakeContour(Rectangle(2, 2, {10, 0}))}, reason).empty()); // touches
+    EXPECT_EQ(reason, "a hole lies outside of the outline");
+}
+
+TEST(ZORNestSolverOutlineTest, AHoleThatCrossesTheOutlineBelongsToThePart)
+{
+    std::string reason;
+    const Polygon polygon =
+        MakeOuterPolygon({MakeContour(Rectangle(10, 10)), MakeContour(Rectangle(4, 2, {8, 4})),
+                          MakeContour(Reversed(Rectangle(3, 3, {1, 1})))},
+                         reason);
+    EXPECT_EQ(reason, "");
+    ASSERT_EQ(polygon.size(), 2U);
+    EXPECT_NEAR(GetArea(polygon), 100 + 4 - 9, 1e-4);
+    EXPECT_TRUE(IsInside({9, 5}, polygon));
+    EXPECT_TRUE(IsInside({11.9, 5}, polygon));
+    EXPECT_FALSE(IsInside({2, 2}, polygon));
+}
+
+TEST(ZORNestSolverOutlineTest, HolesThatCrossOrHoldEachOtherAreOne)
+{
+    std::string reason;
+    const Polygon polygon =
+        MakeOuterPolygon({MakeContour(Rectangle(20, 20)), MakeContour(Rectangle(6, 6, {2, 2})),
+                          MakeContour(Rectangle(2, 2, {3, 3})), MakeContour(Rectangle(6, 6, {5, 5}))},
+                         reason);
+    EXPECT_EQ(reason, "");
+    ASSERT_EQ(polygon.size(), 2U);
+    EXPECT_NEAR(GetArea(polygon), 400 - 36 - 36 + 9, 1e-4);
+}
+
+TEST(ZORNestSolverOutlineTest, AHoleThatCutsThePartInTwoIsFilled)
+{
+    std::string reason;
+    const Polygon polygon =
+        MakeOuterPolygon({MakeContour(Rectangle(20, 10)), MakeContour(Rectangle(2, 10, {9, 0}))}, reason);
+    EXPECT_EQ(reason, "");
+    EXPECT_NEAR(GetArea(polygon), 200, 1e-4);
+}
+
 TEST(ZORNestSolverOutlineTest, AnOutlineThatCrossesItselfIsCleaned)
 {
     Ring pentagram;

@@ -54,6 +54,20 @@ TEST(ZORNestSolverRunTest, WhatDoesNotFitIsReportedWithItsReason)
     EXPECT_EQ(solution.remarks, std::vector<std::string>{"sheet \"sheet\" has no usable area"});
 }
 
+TEST(ZORNestSolverRunTest, PartsWithAHoleOutsideDoNotStopTheOthersOnARoll)
+{
+    Job job;
+    job.separation = 4;
+    job.items = {MakeItem(Rectangle(12, 31), 2), MakeItem(Rectangle(10, 10), 3)};
+    job.items[0].contours.push_back(RoundContour({15, 16}, 1));
+    job.kinds = {Roll(66)};
+    const Solution solution = SolveFor(job, 1);
+    EXPECT_EQ(CountPlaced(solution), 3);
+    ASSERT_EQ(solution.unplaced.size(), 1U);
+    EXPECT_EQ(solution.unplaced[0].count, 2);
+    EXPECT_EQ(solution.unplaced[0].reason, "a hole lies outside of the outline");
+}
+
 TEST(ZORNestSolverRunTest, AJobWithoutItemsOrSheetsEnds)
 {
     Job job;
