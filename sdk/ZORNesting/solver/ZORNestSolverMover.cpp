@@ -44,8 +44,7 @@ Edge GetEdge(const Shape& shape, size_t index, bool mirrored)
 
 bool AreOpposite(Point u, Point v)
 {
-    const double cosine = u.x * v.x + u.y * v.y;
-    return cosine < 0 && std::abs(u.x * v.y - u.y * v.x) < -SameDirection * cosine;
+    return std::abs(Cross(u, v)) < -SameDirection * Dot(u, v);
 }
 
 } // namespace
@@ -279,13 +278,12 @@ void Mover::OfferSamples(size_t item, const MoveEffort& effort)
 {
     const Stand present = m_best.front().stand;
     const size_t windows = m_layout.GetWindows().size();
-    const int matched = effort.matching;
-    const int around = matched + effort.nearby;
+    const int around = effort.matching + effort.nearby;
     const int open = around + effort.everywhere;
     const int count = open + (m_holders.empty() ? 0 : effort.inHoles);
     for (int i = 0; i < count && m_best.front().loss > 0; ++i) {
         std::optional<Stand> stand;
-        if (i < matched)
+        if (i < effort.matching)
             stand = SampleMatch(item);
         else if (i < around)
             stand = SampleNear(item, present);

@@ -183,9 +183,10 @@ Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reas
     if (polygon.empty()) {
         reason = "outline encloses no area";
     } else if (!IsSimple(polygon) || !AreHolesInside(polygon)) {
+        const bool hasHoles = polygon.size() > 1;
         polygon = CleanPiece(polygon);
         if (polygon.empty())
-            reason = "a hole lies outside of the outline";
+            reason = hasHoles ? "a hole lies outside of the outline" : "outline encloses no area";
     }
     return polygon;
 }

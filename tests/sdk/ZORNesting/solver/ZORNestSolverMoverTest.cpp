@@ -54,8 +54,8 @@ bool LieAlongEachOther(const Layout& layout)
                  {std::tuple{a, b, c, d}, {a, b, d, c}, {b, a, c, d}, {b, a, d, c}}) {
                 const Point u = to - from;
                 const Point v = otherTo - otherFrom;
-                if (Length(from - otherFrom) < 1e-9 && u.x * v.x + u.y * v.y > 0
-                    && std::abs(u.x * v.y - u.y * v.x) < 1e-9 * Length(u) * Length(v))
+                if (Length(from - otherFrom) < 1e-9 && Dot(u, v) > 0
+                    && std::abs(Cross(u, v)) < 1e-9 * Length(u) * Length(v))
                     return true;
             }
         }
@@ -88,14 +88,4 @@ TEST(ZORNestSolverMoverTest, FreeAnglesAreTurnedToTheNeighboursEdge)
         EXPECT_EQ(layout.GetTotalLoss(), 0);
         EXPECT_TRUE(LieAlongEachOther(layout)) << mirrored;
     }
-}
-
-TEST(ZORNestSolverMoverTest, WithoutAnotherItemNothingIsMatched)
-{
-    Layout layout(MakeProblem({MakeItem(Triangle)}, {{0, 0}, {50, 50}}));
-    const Stand stand{{25, 25}, 0, 0, 0};
-    layout.Place(0, stand);
-    Random random(3);
-    Mover mover(layout, random);
-    EXPECT_EQ(mover.FindBetter(0, OnlyMatching).position, stand.position);
 }
