@@ -152,10 +152,16 @@ void ZORHostView3D::paintEvent(QPaintEvent*)
         }
         PaintPick(painter);
     }
-    if (hasFocus()) {
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    }
+    if (hasFocus())
+        PaintFocus(painter);
+}
+
+void ZORHostView3D::PaintFocus(QPainter& painter)
+{
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.setBrush(Qt::NoBrush); // the frame surrounds the scene, which must stay visible
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void ZORHostView3D::PaintReason(QPainter& painter)
@@ -174,6 +180,7 @@ void ZORHostView3D::PaintPick(QPainter& painter)
     if (!m_pickedPoint)
         return;
     const QPointF point = m_camera.WorldToPixel(*m_pickedPoint, size());
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
     painter.setBrush(palette().color(QPalette::HighlightedText));
@@ -189,6 +196,7 @@ void ZORHostView3D::PaintPick(QPainter& painter)
     painter.drawRoundedRect(frame, 3, 3);
     painter.setPen(palette().color(QPalette::HighlightedText));
     painter.drawText(frame, Qt::AlignCenter, m_pickedName);
+    painter.restore();
 }
 
 void ZORHostView3D::resizeEvent(QResizeEvent*)

@@ -88,7 +88,9 @@ private:
     void PickAt(const QPointF& position);
     void ClearPick();
     void PaintReason(QPainter& painter);
+    /// Draws a mark and the name at the picked point; leaves the state of \a painter as it was.
     void PaintPick(QPainter& painter);
+    void PaintFocus(QPainter& painter);
 
     std::unique_ptr<ZORVisScene> m_scene;
     std::unique_ptr<ZORVisRenderer> m_renderer;

@@ -180,6 +180,31 @@ TEST_F(ZORHostView3DTest, AClickPicksAndSaysTheName)
     EXPECT_EQ(before, Look());
 }
 
+TEST_F(ZORHostView3DTest, APickInTheFocusedViewMarksTheObjectOnly)
+{
+    AddBox("Box");
+    view.activateWindow();
+    view.setFocus();
+    ASSERT_TRUE(WaitFor([this] { return view.hasFocus(); }));
+    const QImage before = Look();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, {160, 120});
+    const QImage after = Look();
+    // The mark with its name covers some hundred pixels about the click; everything else stays.
+    const QRect mark(QPoint(140, 80), QPoint(320, 140));
+    int inside = 0;
+    int outside = 0;
+    for (int y = 0; y < before.height(); ++y) {
+        for (int x = 0; x < before.width(); ++x) {
+            if (before.pixel(x, y) != after.pixel(x, y))
+                ++(mark.contains(x, y) ? inside : outside);
+        }
+    }
+    EXPECT_GT(inside, 100);
+    EXPECT_EQ(0, outside);
+    QTest::keyClick(&view, Qt::Key_Escape);
+    EXPECT_EQ(before, Look());
+}
+
 TEST_F(ZORHostView3DTest, ADragIsNoClick)
 {
     AddBox("Box");
