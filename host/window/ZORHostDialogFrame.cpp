@@ -5,6 +5,7 @@
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -72,13 +73,28 @@ void ZORHostDialogFrame::EmbedContent(QWidget* content)
     layout()->addWidget(content);
     content->show();
     resize(sizeHint().expandedTo(size));
+    auto* dialog = qobject_cast<QDialog*>(content);
+    if (!dialog)
+        return;
+    dialog->installEventFilter(this);
     // Escape inside a content that is a dialog closes only that: the frame would be left empty.
-    if (auto* dialog = qobject_cast<QDialog*>(content)) {
-        connect(dialog, &QDialog::finished, this, [this] {
-            if (!m_committing)
-                reject();
-        });
+    connect(dialog, &QDialog::finished, this, [this] {
+        if (!m_committing)
+            reject();
+    });
+}
+
+bool ZORHostDialogFrame::eventFilter(QObject* watched, QEvent* event)
+{
+    // A content that is a dialog searches only itself for a default button, and swallows Return where it has none.
+    if (watched == m_content && event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            keyPressEvent(key);
+            return true;
+        }
     }
+    return QDialog::eventFilter(watched, event);
 }
 
 void ZORHostDialogFrame::accept()

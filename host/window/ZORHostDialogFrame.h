@@ -11,8 +11,11 @@ class QLayout;
 class ZORCmdDialogCommand;
 
 /// Non-modal dialog with the content of a command, OK and Cancel. OK accepts the command; when that throws,
-/// an "Error" box shows the message and the frame stays open with the user's input. While the command tells of
-/// a problem with the input, a line above the buttons shows it and there is no OK. Deletes itself on close.
+/// an "Error" box shows the message and the frame stays open with the user's input. While the command reports
+/// a problem with the input, a line above the buttons shows it and OK is disabled. Deletes itself on close.
+///
+/// Return in a field of the content presses the default button, which is OK unless the content has a default
+/// button itself; Escape presses Cancel. Both hold for contents that are dialogs, too.
 class ZORHostDialogFrame : public QDialog
 {
     Q_OBJECT
@@ -25,6 +28,9 @@ public:
     void accept() override;
     /// Also the way out for Escape and the close button of the window.
     void reject() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void EmbedContent(QWidget* content);

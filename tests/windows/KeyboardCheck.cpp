@@ -1,10 +1,17 @@
 #include "WindowChecks.h"
 
+#include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSet>
+#include <QSignalBlocker>
 #include <QTest>
 #include <QToolBar>
 
@@ -64,7 +71,52 @@ QSet<QWidget*> PressTab(QWidget* window)
     return reached;
 }
 
+/// The button that accepts the window; null where there is none or it cannot be pressed.
+QPushButton* FindAcceptButton(QWidget* window)
+{
+    const auto boxes = window->findChildren<QDialogButtonBox*>();
+    for (const QDialogButtonBox* box : boxes) {
+        const auto buttons = box->buttons();
+        for (QAbstractButton* button : buttons) {
+            if (button->isVisible() && button->isEnabled()
+                && box->buttonRole(button) == QDialogButtonBox::AcceptRole)
+                return qobject_cast<QPushButton*>(button);
+        }
+    }
+    return nullptr;
+}
+
+/// Whether the user enters a single value in it, so that Return ends the input.
+bool IsField(const QWidget* widget)
+{
+    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget)
+           || qobject_cast<const QComboBox*>(widget) || qobject_cast<const QCheckBox*>(widget)
+           || qobject_cast<const QRadioButton*>(widget);
+}
+
 } // namespace
+
+QStringList FindSwallowedReturns(QWidget* window)
+{
+    QPushButton* const accept = FindAcceptButton(window);
+    if (!accept)
+        return {};
+    QStringList problems;
+    const QSignalBlocker shield(accept);
+    accept->setCheckable(true); // its state shows what its blocked signals would
+    const QList<QWidget*> widgets = GetVisibleWidgets(window);
+    for (QWidget* widget : widgets) {
+        if (!IsOwnControl(widget) || !IsField(widget))
+            continue;
+        accept->setChecked(false);
+        widget->setFocus();
+        QTest::keyClick(widget, Qt::Key_Return);
+        if (!accept->isChecked())
+            problems.append(Describe(widget) + QStringLiteral(" swallows Return"));
+    }
+    accept->setCheckable(false);
+    return problems;
+}
 
 QStringList FindUnreachableWidgets(QWidget* window)
 {

@@ -27,6 +27,11 @@ QStringList FindFaintTexts(QWidget* window);
 /// left out.
 QStringList FindUnreachableWidgets(QWidget* window);
 
+/// Visible, enabled fields (line edits, spin boxes, combo boxes, check boxes and radio buttons) in which Return
+/// does not press the enabled OK of the window's button box. Windows without such a button have no problem. Presses
+/// nothing: the button is shielded meanwhile.
+QStringList FindSwallowedReturns(QWidget* window);
+
 /// Runs \a visit for every combination of pages: with each tab of each tab widget of \a window in front once.
 void ForEachPage(QWidget* window, const std::function<void()>& visit);
 

@@ -6,9 +6,13 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
@@ -127,6 +131,34 @@ TEST_F(WindowChecksTest, TableThatKeepsTheTabKeyIsFound)
     EXPECT_EQ(QStringList({"QPushButton is not reached by Tab"}), FindUnreachableWidgets(&window));
     table->setTabKeyNavigation(false);
     EXPECT_EQ(QStringList(), FindUnreachableWidgets(&window));
+}
+
+TEST_F(WindowChecksTest, FieldsThatSwallowReturnAreFoundAndNothingIsPressed)
+{
+    class Swallowing : public QLineEdit
+    {
+    protected:
+        void keyPressEvent(QKeyEvent* event) override { event->accept(); }
+    };
+    QDialog dialog;
+    auto* column = new QVBoxLayout(&dialog);
+    column->addWidget(new QLineEdit);
+    column->addWidget(new QComboBox);
+    column->addWidget(new QDoubleSpinBox);
+    column->addWidget(new QCheckBox("Flip"));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    column->addWidget(buttons);
+    QSignalSpy accepted(buttons, &QDialogButtonBox::accepted);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    EXPECT_EQ(QStringList(), FindSwallowedReturns(&dialog));
+    auto* swallowing = new Swallowing;
+    column->insertWidget(0, swallowing);
+    swallowing->show();
+    EXPECT_EQ(QStringList({"QLineEdit swallows Return"}), FindSwallowedReturns(&dialog));
+    EXPECT_EQ(0, accepted.size());
+    buttons->button(QDialogButtonBox::Ok)->click();
+    EXPECT_EQ(1, accepted.size());
 }
 
 TEST_F(WindowChecksTest, EveryPageIsVisited)

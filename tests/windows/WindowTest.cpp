@@ -37,4 +37,6 @@ void WindowTest::Check(QWidget* window, const QString& name)
         ADD_FAILURE() << name.toStdString() << ": faint: " << problem.toStdString();
     for (const QString& problem : FindUnreachableWidgets(window))
         ADD_FAILURE() << name.toStdString() << ": keyboard: " << problem.toStdString();
+    for (const QString& problem : FindSwallowedReturns(window))
+        ADD_FAILURE() << name.toStdString() << ": keyboard: " << problem.toStdString();
 }

@@ -13,8 +13,8 @@ class WindowTest : public BenchTest, public testing::WithParamInterface<ZORHostO
 protected:
     WindowTest();
 
-    /// Shows \a window and expects that its texts fit and stand out, and that the keyboard reaches it all,
-    /// with every page in front. Keeps pictures of it where the environment variable ZOR_WINDOW_PICTURES
+    /// Shows \a window and expects that its texts fit and stand out, that the keyboard reaches it all, and that
+    /// Return in its fields presses OK, with every page in front. Keeps pictures of it where the environment variable ZOR_WINDOW_PICTURES
     /// names a folder.
     void Walk(QWidget* window, const QString& name);
 

@@ -186,6 +186,41 @@ TEST_F(ZORHostDialogFrameTest, EscapeInAContentThatIsADialogClosesTheFrame)
     EXPECT_FALSE(frame);
 }
 
+TEST_F(ZORHostDialogFrameTest, ReturnInAFieldPressesOkAlsoInAContentThatIsADialog)
+{
+    for (const bool isDialog : {false, true}) {
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+            notes.clear();
+            auto* command = new NotingCommand(&notes);
+            command->closesContent = isDialog;
+            Show(command);
+            QTest::keyClick(frame->findChild<QLineEdit*>(), key,
+                            key == Qt::Key_Enter ? Qt::KeypadModifier : Qt::NoModifier);
+            Settle();
+            EXPECT_EQ(QStringList({"commit", "deleted"}), notes) << isDialog << ' ' << key;
+            EXPECT_FALSE(frame);
+        }
+    }
+}
+
+TEST_F(ZORHostDialogFrameTest, ReturnDoesNothingWhileTheInputHasAProblem)
+{
+    for (const bool isDialog : {false, true}) {
+        auto* command = new NotingCommand(&notes);
+        command->closesContent = isDialog;
+        Show(command);
+        command->SetProblem("Enter a name.");
+        QTest::keyClick(frame->findChild<QLineEdit*>(), Qt::Key_Return);
+        Settle();
+        EXPECT_EQ(QStringList(), notes);
+        ASSERT_TRUE(frame);
+        EXPECT_TRUE(frame->isVisible());
+        Press(QDialogButtonBox::Cancel);
+        Settle();
+        notes.clear();
+    }
+}
+
 TEST_F(ZORHostDialogFrameTest, SeveralFramesAtOnce)
 {
     const QPointer<ZORHostDialogFrame> first = Show(new NotingCommand(&notes));
