@@ -181,6 +181,7 @@ QByteArray ZORNestNestingJob::WriteSheet(const ZORNestSolver::NestedSheet& sheet
     box.Add(ZORMathPoint(0, 0, 0));
     box.Add(ZORMathPoint(sheet.usedLength, m_job.kinds[sheet.kind].width, 0));
     result.SetSheet(box);
+    result.SetStackSize(sheet.stack);
     for (const ZORNestSolver::Placement& placement : sheet.placements) {
         const QString name = QString::fromStdString(m_job.items[placement.item].name);
         result.AddItem(ZORNestPlaceItem(m_parts[qsizetype(placement.item)].item, name, placement.pose));

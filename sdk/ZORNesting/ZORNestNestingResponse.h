@@ -44,7 +44,7 @@ public:
     double GetProgress() const;
 
     /// A complete result file (*.msi) of type nesting for each layout that is cut at once: a sheet, or a stack of
-    /// equal ones. Empty unless the job is completed.
+    /// equal ones (ZORNestResult::GetStackSize()). Empty unless the job is completed.
     QList<QByteArray> GetSheetFiles() const;
     /// A text in HTML that QTextDocument shows, pictures included. Empty unless the job is completed.
     QByteArray GetReportFile() const;

@@ -3,6 +3,9 @@
 #include "ZORNestSharedList_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QCoreApplication>
 
 class ZORNestResultData : public QSharedData
 {
@@ -10,6 +13,7 @@ public:
     bool isValid = false;
     ZORNestResult::ResultType type = ZORNestResult::Nesting;
     ZORMathBoundingBox sheet;
+    int stackSize = 1;
     ZORNestSharedList<ZORNestResultItem> items;
 };
 
@@ -51,6 +55,21 @@ void ZORNestResult::SetSheet(const ZORMathBoundingBox& sheet)
     d->sheet = sheet;
 }
 
+int ZORNestResult::GetStackSize() const
+{
+    return d->stackSize;
+}
+
+void ZORNestResult::SetStackSize(int count)
+{
+    ZOR_TRACE_CALL(count);
+    if (count < 1) {
+        throw ZORSysException(
+            QCoreApplication::translate("ZORNestResult", "a stack needs at least one sheet"));
+    }
+    d->stackSize = count;
+}
+
 QList<const ZORNestResultItem*> ZORNestResult::GetItems() const
 {
     return d->items.GetPointers();
@@ -66,7 +85,7 @@ bool operator==(const ZORNestResult& a, const ZORNestResult& b)
 {
     return a.d == b.d
            || (a.d->isValid == b.d->isValid && a.d->type == b.d->type && a.d->sheet == b.d->sheet
-               && a.d->items == b.d->items);
+               && a.d->stackSize == b.d->stackSize && a.d->items == b.d->items);
 }
 
 void ZorTraceAppend(QByteArray& out, const ZORNestResult& result)

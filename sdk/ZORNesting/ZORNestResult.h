@@ -35,11 +35,17 @@ public:
     ZORMathBoundingBox GetSheet() const;
     void SetSheet(const ZORMathBoundingBox& sheet);
 
+    /// Number of equal sheets that are cut at once with these items, at least 1 (as at first).
+    int GetStackSize() const;
+    /// \throws ZORSysException "a stack needs at least one sheet" when \a count is less than 1; the size
+    ///         then stays as it is
+    void SetStackSize(int count);
+
     /// The pointers stay the same in all copies of this result, and live as long as one of them. O(1)
     QList<const ZORNestResultItem*> GetItems() const;
     void AddItem(const ZORNestResultItem& item);
 
-    /// Same validity, type, sheet and items.
+    /// Same validity, type, sheet, stack size and items.
     friend ZORNESTING_EXPORT bool operator==(const ZORNestResult& a, const ZORNestResult& b);
     /// [n], n items
     friend ZORNESTING_EXPORT void ZorTraceAppend(QByteArray& out, const ZORNestResult& result);

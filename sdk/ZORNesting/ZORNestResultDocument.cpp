@@ -15,6 +15,8 @@ namespace {
 using Segment = ZORNestResultSegment;
 
 constexpr char formatName[] = "ZORNest";
+constexpr char stackKey[] = "stack";
+constexpr qsizetype entryCount = 4;      // of a file without a stack
 constexpr qsizetype codesPerSegment = 5; // type, layer, line style, whether it has a colour, ARGB
 
 QString Kind()
@@ -161,6 +163,7 @@ private:
     QString ReadText();
     QList<double> ReadDoubles(qsizetype count);
     ZORMathBoundingBox ReadSheet();
+    int ReadStackSize();
     ZORNestResultItem ReadItem();
     ZORNestResultShape ReadShape();
     Segment ReadSegment(Segment::SegmentType type, Numbers& numbers, qsizetype& details);
@@ -198,6 +201,15 @@ ZORMathBoundingBox ResultReader::ReadSheet()
     for (int i = 0; i < 3; ++i)
         m_reader.Check(numbers[i] <= numbers[i + 3]);
     return {{numbers[0], numbers[1], numbers[2]}, {numbers[3], numbers[4], numbers[5]}};
+}
+
+// Refuses the 1 that is never written, so that every file that can be read is written again with the same bytes.
+int ResultReader::ReadStackSize()
+{
+    m_reader.Check(m_reader.ReadText() == stackKey);
+    const qint64 count = m_reader.ReadInteger();
+    m_reader.Check(count > 1 && count == qint32(count));
+    return int(count);
 }
 
 Segment ResultReader::ReadSpline()
@@ -317,13 +329,16 @@ ZORNestResultItem ResultReader::ReadItem()
 
 ZORNestResult ResultReader::Read()
 {
-    m_reader.Check(m_reader.EnterMap() == 4);
+    const qsizetype entries = m_reader.EnterMap();
+    m_reader.Check(entries == entryCount || entries == entryCount + 1);
     m_reader.Check(m_reader.ReadText() == "format" && m_reader.ReadText() == formatName
                    && m_reader.ReadText() == "type");
     const qint64 type = m_reader.ReadInteger();
     m_reader.Check(type == qint32(type) && m_reader.ReadText() == "sheet");
     ZORNestResult result{ZORNestResult::ResultType(type)};
     result.SetSheet(ReadSheet());
+    if (entries > entryCount)
+        result.SetStackSize(ReadStackSize());
     m_reader.Check(m_reader.ReadText() == "items");
     for (qsizetype left = m_reader.EnterArray(); left > 0; --left)
         result.AddItem(ReadItem());
@@ -339,7 +354,8 @@ QByteArray ZORNestResultDocument::Write(const ZORNestResult& result)
 {
     QByteArray document;
     ZORSysDocumentWriter writer(&document);
-    writer.StartMap(4);
+    const bool isStack = result.GetStackSize() > 1;
+    writer.StartMap(entryCount + (isStack ? 1 : 0));
     writer.WriteText(QByteArray("format"));
     writer.WriteText(QByteArray(formatName));
     writer.WriteText(QByteArray("type"));
@@ -351,6 +367,10 @@ QByteArray ZORNestResultDocument::Write(const ZORNestResult& result)
         Append(sheet, result.GetSheet().GetUpperPoint());
     }
     writer.WriteNumbers(sheet);
+    if (isStack) {
+        writer.WriteText(QByteArray(stackKey));
+        writer.WriteInteger(result.GetStackSize());
+    }
     writer.WriteText(QByteArray("items"));
     const QList<const ZORNestResultItem*> items = result.GetItems();
     writer.StartArray(items.size());

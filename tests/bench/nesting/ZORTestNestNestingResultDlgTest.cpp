@@ -22,7 +22,7 @@ namespace {
 
 using Segment = ZORNestResultSegment;
 
-/// A result file of one sheet of this length, with a disc in its corner.
+/// A result file of one stack of sheets of this length, with a disc in its corner.
 QByteArray MakeSheet(double length)
 {
     ZORNestResultItem item(QStringLiteral("disc"));
@@ -30,6 +30,7 @@ QByteArray MakeSheet(double length)
         ZORNestResultShape({Segment::CreateCircle(Segment::ArcClockwise, {20, 10, 0}, {10, 10, 0})}));
     ZORNestResult result(ZORNestResult::Nesting);
     result.SetSheet({{0, 0, 0}, {length, 100, 0}});
+    result.SetStackSize(7); // shown in the report only
     result.AddItem(item);
     QBuffer buffer;
     EXPECT_TRUE(buffer.open(QIODevice::WriteOnly));

@@ -197,7 +197,7 @@ ZORNestResultShape CreateMarks()
     return shape;
 }
 
-/// A sheet of two items; the second one has no shapes.
+/// A stack of sheets with two items each; the second one has no shapes.
 ZORNestResult CreateResultOfEverything()
 {
     ZORNestResultItem item(QString::fromUtf8("Rib \"7\"\t\u00e4"));
@@ -213,6 +213,7 @@ ZORNestResult CreateResultOfEverything()
          {CreateOutline(), CreateHole(), CreateMarks(), ZORNestResultShape()})
         item.AddShape(shape);
     ZORNestResult result(ZORNestResult::Translation);
+    result.SetStackSize(5); // the dump has nothing on it
     result.AddItem(item);
     result.AddItem(ZORNestResultItem());
     return result;

@@ -19,6 +19,7 @@ protected:
     QString WriteResult(const QString& name, int numItems = 2)
     {
         ZORNestResult result(ZORNestResult::Translation);
+        result.SetStackSize(numItems);
         for (int i = 0; i < numItems; ++i) {
             ZORNestResultItem item(QStringLiteral("Part %1").arg(i));
             item.AddShape(ZORNestResultShape({ZORNestResultSegment::CreateCircle(

@@ -4,7 +4,8 @@
 
 #include <ZORNesting/ZORNestResult.h>
 
-/// Every kind of segment, layers 0 to 15, a hole in its father, an item without shapes, odd texts and numbers.
+/// A stack with every kind of segment, layers 0 to 15, a hole in its father, an item without shapes, odd texts and
+/// numbers.
 inline ZORNestResult CreateResultOfEverything()
 {
     using Segment = ZORNestResultSegment;
@@ -53,6 +54,7 @@ inline ZORNestResult CreateResultOfEverything()
 
     ZORNestResult result(ZORNestResult::Translation);
     result.SetSheet({{0, 0, 0}, {1000, 500, 0}});
+    result.SetStackSize(3);
     result.AddItem(item);
     result.AddItem(ZORNestResultItem(QStringLiteral("empty")));
     return result;

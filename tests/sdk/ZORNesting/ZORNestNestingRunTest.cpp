@@ -269,7 +269,10 @@ TEST_F(ZORNestNestingRunTest, StacksAreOneFileAndNeverOverproduce)
     ZORNestNestingInput input = MakeJob({MakeSquare("a", 10, 5)}, {MakeSheets("s", 10.5, 10.5, 5)});
     input.SetStackSize(2);
     const Response* const response = Nest(input);
-    EXPECT_EQ(3, response->GetSheetFiles().size()); // two stacks of two, and one sheet
+    QList<int> sizes;
+    for (const ZORNestResult& sheet : ReadSheets(response))
+        sizes.append(sheet.GetStackSize());
+    EXPECT_EQ(QList<int>({2, 2, 1}), sizes);
     EXPECT_TRUE(response->GetRemarks().isEmpty());
     const QString report = QString::fromUtf8(response->GetReportFile());
     EXPECT_EQ(2, report.count("2 sheets at once"));

@@ -85,6 +85,64 @@ TEST(ZORNestResultFileTest, WritingWhatWasReadGivesTheSameBytes)
     EXPECT_TRUE(Load(empty).IsValid());
 }
 
+// A short text as CBOR.
+QByteArray Text(const QByteArray& text)
+{
+    return QByteArray(1, char(0x60 + text.size())) + text;
+}
+
+// A document without items, with a stack of the encoded size unless that is empty.
+QByteArray MakeDocument(const QByteArray& stack)
+{
+    return (stack.isEmpty() ? "\xa4" : "\xa5") + Text("format") + Text("ZORNest") + Text("type") + '\0'
+           + Text("sheet") + QByteArray::fromHex("d85640") + (stack.isEmpty() ? stack : Text("stack") + stack)
+           + Text("items") + "\x80";
+}
+
+TEST(ZORNestResultFileTest, OnlyStacksAreWrittenWithTheirSize)
+{
+    ZORNestResult result(ZORNestResult::Nesting);
+    result.SetStackSize(1);
+    const QByteArray plain = MakeDocument({});
+    EXPECT_EQ(plain, envelope.Unwrap(Save(result)));
+    EXPECT_EQ(1, Load(envelope.Wrap(plain)).GetStackSize());
+    EXPECT_EQ(envelope.Wrap(plain), Save(Load(envelope.Wrap(plain))));
+
+    const std::pair<int, QByteArray> stacks[] = {
+        {2, "02"}, {99, "1863"}, {std::numeric_limits<int>::max(), "1a7fffffff"}};
+    for (const auto& [size, bytes] : stacks) {
+        const QByteArray file = envelope.Wrap(MakeDocument(QByteArray::fromHex(bytes)));
+        EXPECT_EQ(size, Load(file).GetStackSize());
+        EXPECT_EQ(file, Save(Load(file)));
+        result.SetStackSize(size);
+        EXPECT_EQ(file, Save(result));
+    }
+}
+
+TEST(ZORNestResultFileTest, DamagedSizesOfStacksAreRefused)
+{
+    // 0, the 1 that is never written, -1, beyond 32 bits, the largest and the least of CBOR, 2.0, "2", true, null,
+    // [2], nothing
+    for (const char* size : {"00", "01", "20", "1a80000000", "1bffffffffffffffff", "3bffffffffffffffff",
+                             "fb4000000000000000", "6132", "f5", "f6", "8102", "f7"})
+        EXPECT_FALSE(Load(envelope.Wrap(MakeDocument(QByteArray::fromHex(size)))).IsValid()) << size;
+
+    const QByteArray document = MakeDocument("\x2");
+    ASSERT_TRUE(Load(envelope.Wrap(document)).IsValid());
+    const QByteArray entry = Text("stack") + "\x2";
+    const std::pair<QByteArray, char> replacements[] = {{entry, '\xa4'},
+                                                        {entry + entry, '\xa5'},
+                                                        {entry + entry, '\xa6'},
+                                                        {Text("stock") + "\x2", '\xa5'},
+                                                        {QByteArray(), '\xa5'}};
+    for (const auto& [replacement, map] : replacements) {
+        QByteArray damaged = document;
+        damaged[0] = map;
+        damaged.replace(entry, replacement);
+        EXPECT_FALSE(Load(envelope.Wrap(damaged)).IsValid()) << damaged.toHex().constData();
+    }
+}
+
 // Of every type of segment on every layer, with every kind of colour and the largest and smallest numbers.
 TEST(ZORNestResultFileTest, KeepsTheBytesOfAllNumbers)
 {
@@ -276,6 +334,7 @@ TEST(ZORNestResultFileTest, SurvivesDamageBehindTheChecksum)
                                      QByteArray("\xd8\x4e\x40"),
                                      QByteArray("\xd8\x56\x40"),
                                      QByteArray("\xf4"),
+                                     Text("stack") + "\x2",
                                      QByteArray("\x60")};
     const int runs = GetFuzzRuns(4000);
     for (int i = 0; i < runs; ++i) {

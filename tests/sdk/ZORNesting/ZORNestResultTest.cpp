@@ -86,6 +86,35 @@ TEST(ZORNestResultTest, ResultKeepsEveryType)
     }
 }
 
+TEST(ZORNestResultTest, AResultIsOneSheetUnlessItIsAStack)
+{
+    EXPECT_EQ(1, ZORNestResult().GetStackSize());
+    ZORNestResult result(ZORNestResult::Nesting);
+    EXPECT_EQ(1, result.GetStackSize());
+    const ZORNestResult copy = result;
+    for (const int count : {1, 2, 99, std::numeric_limits<int>::max()}) {
+        result.SetStackSize(count);
+        EXPECT_EQ(count, result.GetStackSize());
+        EXPECT_EQ(count == 1, result == copy);
+    }
+    EXPECT_EQ(1, copy.GetStackSize());
+}
+
+TEST(ZORNestResultTest, AStackWithoutSheetsIsRefused)
+{
+    ZORNestResult result(ZORNestResult::Nesting);
+    result.SetStackSize(4);
+    for (const int count : {0, -1, std::numeric_limits<int>::min()}) {
+        try {
+            result.SetStackSize(count);
+            ADD_FAILURE() << count;
+        } catch (const ZORSysException& exception) {
+            EXPECT_EQ("a stack needs at least one sheet", exception.GetMessage());
+        }
+        EXPECT_EQ(4, result.GetStackSize());
+    }
+}
+
 TEST(ZORNestResultTest, PointersStayTheSameInCopies)
 {
     std::optional<ZORNestResult> result(ZORNestResult::Translation);
