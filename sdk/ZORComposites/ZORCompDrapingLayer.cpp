@@ -107,6 +107,7 @@ void Layer::SetGeometry(ZORGeoReference<ZORGeoGeometry>& input, ZORGeoGeometry* 
     CheckInput(feature);
     auto* const before = qobject_cast<ZORFeatObject*>(input.Get());
     input = ZORGeoReference<ZORGeoGeometry>(geometry, this);
+    ReportChange();
     Unfollow(before);
     Follow(feature);
     Update();
@@ -125,6 +126,7 @@ void Layer::SetDirection(const ZORMathVector& direction)
     if (d->direction == direction)
         return;
     d->direction = direction;
+    ReportChange();
     if (!d->rosette)
         Update();
 }

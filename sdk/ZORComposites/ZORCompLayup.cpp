@@ -76,6 +76,7 @@ void ZORCompLayup::SetSurface(const ZORGeoSurface* surface)
     if (surface == d->surface)
         return;
     d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
+    ReportChange();
     emit InputsChanged();
 }
 
@@ -92,6 +93,7 @@ void ZORCompLayup::SetRosette(ZORCompRosette* rosette)
     if (rosette == d->rosette)
         return;
     d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
+    ReportChange();
     emit InputsChanged();
 }
 
@@ -105,7 +107,10 @@ void ZORCompLayup::SetSource(const QString& fileName)
 {
     ZOR_TRACE_CALL(fileName);
     Q_D(ZORCompLayup);
+    if (fileName == d->source)
+        return;
     d->source = fileName;
+    ReportChange();
 }
 
 QString ZORCompLayup::GetSource() const

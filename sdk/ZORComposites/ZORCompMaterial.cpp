@@ -21,5 +21,6 @@ void ZORCompMaterial::SetProperties(const ZORCompMaterialProperties& properties)
         return;
     properties.Check();
     m_properties = properties;
+    ReportChange();
     emit PropertiesChanged();
 }

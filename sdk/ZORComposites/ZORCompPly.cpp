@@ -98,6 +98,7 @@ void ZORCompPly::SetMaterial(ZORCompMaterial* material)
     if (material == d->material)
         return;
     d->material = ZORGeoReference<ZORCompMaterial>(material, this);
+    ReportChange();
     emit PlyChanged();
 }
 
@@ -116,6 +117,7 @@ void ZORCompPly::SetAngle(double angle)
     if (angle == d->angle)
         return;
     d->angle = angle;
+    ReportChange();
     emit PlyChanged();
 }
 
@@ -132,6 +134,7 @@ void ZORCompPly::SetRosette(ZORCompRosette* rosette)
     if (rosette == d->rosette)
         return;
     d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
+    ReportChange();
     emit PlyChanged();
 }
 
@@ -161,6 +164,7 @@ void ZORCompPly::SetBoundaries(const QList<const ZORGeoCurve*>& boundaries)
     for (const ZORGeoCurve* curve : curves)
         references.append(ZORGeoReference<const ZORGeoCurve>(curve, this));
     d->boundaries = references;
+    ReportChange();
     const QPointer<ZORCompPly> self = this; // receivers of signals may remove it
     if (d->shape.Replace(curves.isEmpty() ? nullptr : curves.first(), false))
         emit BodyChanged();
@@ -186,6 +190,7 @@ void ZORCompPly::SetActive(bool isActive)
     if (isActive == d->isActive)
         return;
     d->isActive = isActive;
+    ReportChange();
     emit PlyChanged();
 }
 

@@ -141,6 +141,7 @@ void ZORCompRosette::SetAxes(const ZORMathPoint& origin, const ZORMathVector& xA
     const Axes given{origin, xAxis, normal};
     d->axes = Resolve(given, d->surface);
     d->given = given;
+    ReportChange();
     ReplaceBody();
 }
 
@@ -150,6 +151,7 @@ void ZORCompRosette::SetSurface(const ZORGeoSurface* surface)
     Q_D(ZORCompRosette);
     d->axes = Resolve(d->given, surface);
     d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
+    ReportChange();
     ReplaceBody();
 }
 

@@ -35,6 +35,7 @@ void ZORCompSequence::SetRosette(ZORCompRosette* rosette)
     if (rosette == d->rosette)
         return;
     d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
+    ReportChange();
     emit RosetteChanged();
 }
 
@@ -63,6 +64,7 @@ void ZORCompSequence::SetActive(bool isActive)
     if (isActive == d->isActive)
         return;
     d->isActive = isActive;
+    ReportChange();
     emit ActiveChanged(isActive);
 }
 

@@ -22,6 +22,7 @@ void ZORCompStrategy::SetParameters(const ZORCompStrategyParameters& parameters)
     if (parameters == m_parameters)
         return;
     m_parameters = parameters;
+    ReportChange();
     emit ParametersChanged();
 }
 

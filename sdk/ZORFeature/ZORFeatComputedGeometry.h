@@ -68,6 +68,7 @@ protected:
         CheckInput(feature);
         Feature* const before = input.Get();
         input = ZORGeoReference<Feature>(feature, this);
+        ReportChange();
         Unfollow(before);
         Follow(feature);
         if (isUsed)

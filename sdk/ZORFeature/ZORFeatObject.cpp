@@ -155,8 +155,11 @@ void ZORFeatObject::SetLabel(const QString& label)
 {
     ZOR_TRACE_CALL(label);
     Q_D(ZORFeatObject);
+    if (label == d->label)
+        return;
     const QString before = GetLabel();
     d->label = label;
+    ReportChange();
     const QString now = GetLabel();
     if (now == before)
         return;

@@ -131,7 +131,11 @@ void ZORGeoContainer::Add(ZORGeoGeometry* geometry)
 {
     Q_D(ZORGeoContainer);
     d->Register(geometry);
-    connect(geometry, &QObject::objectNameChanged, this, [d, geometry] { d->Rename(geometry); });
+    connect(geometry, &QObject::objectNameChanged, this, [d, geometry] {
+        d->Rename(geometry);
+        geometry->ReportChange();
+    });
+    emit ContentChanged();
     emit GeometryAdded(geometry);
 }
 
@@ -144,8 +148,10 @@ void ZORGeoContainer::Forget(ZORGeoGeometry* geometry)
     if (!announced && !d->closing)
         emit GeometryAboutToBeRemoved(geometry);
     d->TakeOut(geometry);
-    if (!d->closing)
+    if (!d->closing) {
+        emit ContentChanged();
         emit GeometryRemoved();
+    }
 }
 
 // Removes a geometry while it is whole, so that receivers see all of it.
@@ -162,6 +168,8 @@ void ZORGeoContainer::Destroy(ZORGeoGeometry* geometry)
         return;
     d->TakeOut(geometry);
     delete geometry;
-    if (self)
+    if (self) {
+        emit ContentChanged();
         emit GeometryRemoved();
+    }
 }

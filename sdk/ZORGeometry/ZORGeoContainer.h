@@ -75,6 +75,10 @@ signals:
     void GeometryAboutToBeRemoved(ZORGeoGeometry* geometry);
     /// The geometry announced before has left the list.
     void GeometryRemoved();
+    /// What Save() writes has changed: a geometry was registered, removed or renamed, or reported a change of
+    /// its content (ZORGeoGeometry::ReportChange()). Emitted once or more per change, ahead of the signals that
+    /// name it. Receivers note the change; they must not change the container themselves.
+    void ContentChanged();
 
 private:
     friend class ZORGeoGeometry;

@@ -90,6 +90,13 @@ void ZORGeoGeometry::RemoveNoReferences()
     Destroy();
 }
 
+void ZORGeoGeometry::ReportChange()
+{
+    Q_D(ZORGeoGeometry);
+    if (d->container && d->IsListed())
+        emit d->container->ContentChanged();
+}
+
 void ZORGeoGeometry::Destroy()
 {
     Q_D(ZORGeoGeometry);

@@ -50,6 +50,10 @@ public:
     /// nothing otherwise.
     void RemoveNoReferences();
 
+    /// Reports that what container files keep of this geometry has changed: its container emits ContentChanged().
+    /// Called by setters once the new value is in place; does nothing while the geometry is not registered.
+    void ReportChange();
+
 protected:
     /// \param container  where Initialize() will register the geometry; not owned, may be null
     explicit ZORGeoGeometry(ZORGeoContainer* container);

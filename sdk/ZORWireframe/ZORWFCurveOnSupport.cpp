@@ -50,6 +50,7 @@ void ZORWFCurveOnSupport::SetNumber(double& member, double value)
     if (IsSame(member, value))
         return;
     member = value;
+    ReportChange();
     if (IsDirected())
         Update();
 }
@@ -69,6 +70,7 @@ void ZORWFCurveOnSupport::SetComputationMethod(ComputationMethod method)
     if (d->inputs.method == method)
         return;
     d->inputs.method = method;
+    ReportChange();
     Update();
 }
 
@@ -114,6 +116,7 @@ void ZORWFCurveOnSupport::AddLimit(QList<ZORGeoReference<ZORFeatGeometry>>& limi
         return;
     CheckInput(limit);
     limits.append(ZORGeoReference<ZORFeatGeometry>(limit, this));
+    ReportChange();
     Follow(limit);
     if (IsDirected())
         Update();
@@ -124,8 +127,11 @@ void ZORWFCurveOnSupport::ClearLimits()
     ZOR_TRACE_CALL();
     Q_D(ZORWFCurveOnSupport);
     const QList<ZORFeatGeometry*> before = GetStartLimits() + GetEndLimits();
+    if (d->inputs.startLimits.isEmpty() && d->inputs.endLimits.isEmpty())
+        return;
     d->inputs.startLimits.clear();
     d->inputs.endLimits.clear();
+    ReportChange();
     for (ZORFeatGeometry* limit : before)
         Unfollow(limit);
     if (IsDirected() && !before.isEmpty())
@@ -151,6 +157,7 @@ void ZORWFCurveOnSupport::SetDirectionFlipped(bool isFlipped)
     if (d->inputs.isFlipped == isFlipped)
         return;
     d->inputs.isFlipped = isFlipped;
+    ReportChange();
     if (IsDirected())
         Update();
 }

@@ -8,6 +8,7 @@
 
 #include <QBuffer>
 #include <QCryptographicHash>
+#include <QSignalSpy>
 #include <QtEndian>
 
 #include <random>
@@ -39,7 +40,37 @@ bool LoadDamagedFile(const QByteArray& file, const ContainerMaker& make)
     return false;
 }
 
+struct Observation
+{
+    bool hasChanged;
+    bool isReported;
+};
+
+Observation Observe(const ZORGeoContainer& container, const std::function<void()>& call)
+{
+    const QByteArray before = SaveContainer(container);
+    const QSignalSpy reports(&container, &ZORGeoContainer::ContentChanged);
+    call();
+    return {SaveContainer(container) != before, !reports.isEmpty()};
+}
+
 } // namespace
+
+testing::AssertionResult ReportsChange(const ZORGeoContainer& container, const std::function<void()>& change)
+{
+    const Observation seen = Observe(container, change);
+    if (!seen.hasChanged)
+        return testing::AssertionFailure() << "the file would stay as it was";
+    return seen.isReported ? testing::AssertionSuccess() : testing::AssertionFailure() << "not reported";
+}
+
+testing::AssertionResult ReportsNoChange(const ZORGeoContainer& container, const std::function<void()>& call)
+{
+    const Observation seen = Observe(container, call);
+    if (seen.hasChanged)
+        return testing::AssertionFailure() << "the file would change";
+    return seen.isReported ? testing::AssertionFailure() << "reported" : testing::AssertionSuccess();
+}
 
 QByteArray SaveContainer(const ZORGeoContainer& container)
 {

@@ -19,6 +19,11 @@ void LoadContainer(ZORGeoContainer& container, const QByteArray& file);
 /// The message of the ZORSysFileException that loading throws; empty when it throws none.
 QString LoadFailure(ZORGeoContainer& container, const QByteArray& file);
 
+/// Runs \a change, which has to change what SaveContainer() writes, and expects ContentChanged() of the container.
+testing::AssertionResult ReportsChange(const ZORGeoContainer& container, const std::function<void()>& change);
+/// Runs \a call, which has to leave what SaveContainer() writes as it is, and expects no ContentChanged().
+testing::AssertionResult ReportsNoChange(const ZORGeoContainer& container, const std::function<void()>& call);
+
 /// Saves the one, loads the file into the other, which is empty, and saves that: the bytes must be the same,
 /// and so must names, classes and reference counts.
 testing::AssertionResult RoundTrips(const ZORGeoContainer& container, ZORGeoContainer& loaded);

@@ -6,6 +6,7 @@
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORComposites/ZORCompRosette.h>
+#include <ZORComposites/ZORCompStrategy.h>
 #include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORTopology/ZORTopBody.h>
@@ -142,6 +143,42 @@ TEST_F(ZORCompContainerFileTest, ALibraryOfAFileJoinsTheOneThatIsThere)
     LoadContainer(container, file);
     EXPECT_EQ(1, GetAll<ZORCompMaterialLibrary>(container).size());
     EXPECT_EQ(2, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
+}
+
+TEST_F(ZORCompContainerFileTest, EveryPropertyIsReportedAsAChange)
+{
+    auto* const surface = new ZORGeoSurface(&container, {{3, 0, 0}, {3, 9, 0}, {3, 0, 9}}, {{0, 1, 2}});
+    surface->Initialize();
+    auto* const material = Add<ZORCompMaterial>(ZORCompMaterialLibrary::Of(root));
+    auto* const layup = Add<ZORCompLayup>(root);
+    auto* const rosette =
+        Add<ZORCompRosette>(layup, ZORMathPoint(5, 1, 2), ZORMathVector(1, 2, 0), ZORMathVector(0, 0, 1));
+    auto* const contour = Add<ZORCompContour>(layup, ZORMathSetOfPoints{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+    auto* const sequence = Add<ZORCompSequence>(layup);
+    auto* const ply = Add<ZORCompPly>(sequence);
+    auto* const strategy = Add<ZORCompStrategy>(root);
+    const auto expectChange = [this](const char* what, const std::function<void()>& change) {
+        EXPECT_TRUE(ReportsChange(container, change)) << what;
+    };
+    ZORCompMaterialProperties properties;
+    properties.type = "CFRP";
+    expectChange("material", [=] { material->SetProperties(properties); });
+    expectChange("attributes", [=] { contour->SetAttributes({{"text", "a"}}); });
+    ZORCompStrategyParameters parameters = strategy->GetParameters();
+    parameters.step *= 2;
+    expectChange("strategy", [=] { strategy->SetParameters(parameters); });
+    expectChange("axes", [=] { rosette->SetAxes({5, 1, 3}, {0, 0, 1}, {0, 1, 0}); });
+    expectChange("rosette's surface", [=] { rosette->SetSurface(surface); });
+    expectChange("layup's surface", [=] { layup->SetSurface(surface); });
+    expectChange("layup's rosette", [=] { layup->SetRosette(rosette); });
+    expectChange("layup's source", [=] { layup->SetSource("file.xml"); });
+    expectChange("sequence's rosette", [=] { sequence->SetRosette(rosette); });
+    expectChange("sequence's activity", [=] { sequence->SetActive(false); });
+    expectChange("ply's material", [=] { ply->SetMaterial(material); });
+    expectChange("ply's rosette", [=] { ply->SetRosette(rosette); });
+    expectChange("ply's angle", [=] { ply->SetAngle(0.1); });
+    expectChange("ply's activity", [=] { ply->SetActive(false); });
+    expectChange("ply's boundaries", [=] { ply->SetBoundaries({contour->GetCurve()}); });
 }
 
 } // namespace

@@ -81,6 +81,19 @@ TEST_F(ZORCompDrapingLayerTest, WaitsForItsInputsInEveryOrder)
     EXPECT_FALSE(layer->GetNet().IsEmpty());
 }
 
+TEST_F(ZORCompDrapingLayerTest, EveryInputIsReportedAsAChange)
+{
+    auto* const rosette = new ZORCompRosette(root, {}, {1, 0, 0}, {0, 0, 1});
+    rosette->Initialize();
+    // Nothing is computed without a seed, so that only the setters report.
+    EXPECT_TRUE(ReportsChange(container, [this] { layer->SetStrategy(strategy); }));
+    EXPECT_TRUE(ReportsChange(container, [this] { layer->SetSurface(surface); }));
+    EXPECT_TRUE(ReportsChange(container, [=, this] { layer->SetRosette(rosette); }));
+    EXPECT_TRUE(ReportsChange(container, [this] { layer->SetDirection({0, 1, 0}); }));
+    EXPECT_TRUE(ReportsChange(container, [this] { layer->SetSeed(seed); }));
+    EXPECT_TRUE(ReportsNoChange(container, [this] { layer->SetSeed(seed); }));
+}
+
 TEST_F(ZORCompDrapingLayerTest, MakesASurfaceOfItsCells)
 {
     Complete();

@@ -86,4 +86,15 @@ TEST(ZORFeatContainerFileTest, RoundTripsADeepTree)
     EXPECT_EQ(20000, loaded.GetFeatureRoots().constFirst()->GetAllChildren().size());
 }
 
+TEST(ZORFeatContainerFileTest, ANewLabelIsReportedAsAChange)
+{
+    ZORFeatContainer container;
+    ZORFeatRoot* root = nullptr;
+    EXPECT_TRUE(ReportsChange(container, [&] { root = container.GetFeatureRoot("ZORFeatRoot"); }));
+    EXPECT_TRUE(ReportsChange(container, [&] { root->SetLabel("skin"); }));
+    EXPECT_TRUE(ReportsNoChange(container, [&] { root->SetLabel("skin"); }));
+    EXPECT_TRUE(ReportsChange(container, [&] { root->SetLabel(root->objectName()); }));
+    EXPECT_TRUE(ReportsChange(container, [&] { root->SetLabel({}); })) << "follows the name again";
+}
+
 } // namespace

@@ -142,4 +142,29 @@ TEST_F(ZORGeoContainerFileTest, LoadedGeometryIsReferredToByWhatCameWithIt)
     }
 }
 
+TEST_F(ZORGeoContainerFileTest, EveryChangeOfTheFileIsReportedAndNothingElse)
+{
+    ZORGeoContainer container;
+    ZORGeoCartesianPoint* point = nullptr;
+    EXPECT_TRUE(ReportsChange(
+        container, [&] { point = Add<ZORGeoCartesianPoint>("point", &container, ZORMathPoint(1, 2, 3)); }));
+    EXPECT_TRUE(ReportsChange(container, [&] { point->setObjectName("corner"); }));
+    EXPECT_TRUE(ReportsNoChange(container, [&] {
+        point->setObjectName("corner");
+        point->AddReference(nullptr);
+        point->RemoveNoReferences();
+        point->RemoveReference(nullptr);
+        const ZORGeoCartesianPoint unregistered(&container, {});
+        container.GetUniqueName("corner");
+    }));
+    EXPECT_TRUE(ReportsChange(container, [&] { point->RemoveNoReferences(); }));
+    Add<ZORGeoCartesianPoint>("deleted", &container, ZORMathPoint());
+    EXPECT_TRUE(ReportsChange(container, [&] { delete container.GetGeometryByIndex(0); }));
+    Fill(container);
+    const QByteArray file = SaveContainer(container);
+    EXPECT_TRUE(ReportsChange(container, [&] { container.Clear(); }));
+    EXPECT_TRUE(ReportsNoChange(container, [&] { container.Clear(); }));
+    EXPECT_TRUE(ReportsChange(container, [&] { LoadContainer(container, file); }));
+}
+
 } // namespace

@@ -202,4 +202,31 @@ TEST_F(ZORWFComputedFeatureFileTest, SurvivesDamageBehindTheChecksum)
     EXPECT_LT(failed, 3000) << "some damage only changes values";
 }
 
+TEST_F(ZORWFComputedFeatureFileTest, EveryInputIsReportedAsAChange)
+{
+    auto* const curve = Add<ZORWFCurveOnSupport>();
+    ZORWFRawPoint* const end = AddPoint({90, 70, 0});
+    ZORWFRawCurve* const limit = AddLimit({45, 0, 0}, {45, 40, 0});
+    const auto expectChange = [this](const char* what, const std::function<void()>& change) {
+        EXPECT_TRUE(ReportsChange(container, change)) << what;
+        EXPECT_TRUE(ReportsNoChange(container, change)) << what << " again";
+    };
+    // Nothing is computed before the inputs are complete, so that only the setters report.
+    expectChange("method", [=] { curve->SetComputationMethod(ConstantAngle); });
+    expectChange("start point", [this, curve] { curve->SetStartPoint(start); });
+    expectChange("end point", [=] { curve->SetEndPoint(end); });
+    expectChange("start length", [=] { curve->SetStartLength(10); });
+    expectChange("end length", [=] { curve->SetEndLength(30); });
+    expectChange("angle", [=] { curve->SetAngle(0.5); });
+    expectChange("flip", [=] { curve->SetDirectionFlipped(true); });
+    EXPECT_TRUE(ReportsChange(container, [=] { curve->AddStartLimit(limit); }));
+    EXPECT_TRUE(ReportsChange(container, [=] { curve->AddEndLimit(limit); }));
+    expectChange("limits", [=] { curve->ClearLimits(); });
+    expectChange("direction", [this, curve] { curve->SetDirection(folder); });
+    expectChange("support", [this, curve] { curve->SetSupport(support); });
+    auto* const projection = Add<ZORWFProjection>();
+    expectChange("projection's support", [=, this] { projection->SetSupport(support); });
+    expectChange("projection's source", [=] { projection->SetSource(end); });
+}
+
 } // namespace
