@@ -12,6 +12,7 @@ struct Control
 {
     std::atomic<bool> stop = false;   // finish now with the best so far
     std::atomic<bool> cancel = false; // finish now without a result
+    std::atomic<bool> failed = false; // set by the run, where one of its threads has thrown
     std::atomic<double> progress = 0; // 0 to 1, never falling
     std::atomic<uint64_t> steps = 0;  // moves of items so far
 };
@@ -41,7 +42,9 @@ public:
     /// The same in units of the clock.
     Budget LimitedTo(double units) const;
 
-    bool IsStopped() const { return m_control->stop || m_control->cancel; }
+    bool IsStopped() const { return m_control->stop || m_control->cancel || m_control->failed; }
+    /// Ends the run at once in all threads, since one of them has thrown.
+    void Fail() const { m_control->failed = true; }
     /// Asked before every move of an item, which it counts.
     bool IsOver() const;
     /// The same for the whole run instead of this step.

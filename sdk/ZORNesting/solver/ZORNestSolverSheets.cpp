@@ -121,10 +121,18 @@ PackedItem SheetSearch::PutAnywhere(size_t item, size_t sheets)
     return packed;
 }
 
+/// Tries one item of each type, since equal ones have equal chances.
 bool SheetSearch::AddOneOfRest(Packing& packing, const Budget& budget)
 {
-    for (size_t i = 0; i < packing.rest.size() && !budget.IsOver(); ++i) {
-        if (packing.sheets == 0 || !Fits(packing.rest[i]))
+    std::vector<bool> isTried(m_types.size(), false);
+    for (size_t i = 0; i < packing.rest.size() && packing.sheets > 0; ++i) {
+        const size_t type = m_items[packing.rest[i]];
+        if (isTried[type])
+            continue;
+        if (budget.IsOver())
+            return false;
+        isTried[type] = true;
+        if (!Fits(packing.rest[i]))
             continue;
         std::vector<PackedItem> items = packing.placed;
         items.push_back(PutAnywhere(packing.rest[i], packing.sheets));

@@ -2,6 +2,8 @@
 
 #include "ZORNestSolverCompaction.h"
 
+#include <exception>
+#include <system_error>
 #include <thread>
 
 namespace ZORNestSolver {
@@ -29,13 +31,23 @@ public:
                 [proof](const std::vector<Stand>& stands, double) { return proof(stands); }));
     }
 
+    /// Works on all searches side by side. What one of them throws stops the whole run and is thrown here.
     template<class Work>
-    void ForEach(Work work)
+    void ForEach(const Budget& budget, Work work)
     {
-        std::vector<std::jthread> others;
-        for (size_t t = 1; t < m_searches.size(); ++t)
-            others.emplace_back([&work, this, t] { work(*m_searches[t]); });
-        work(*m_searches.front());
+        std::vector<std::exception_ptr> failures(m_searches.size());
+        const auto run = [&](size_t t) {
+            try {
+                work(*m_searches[t]);
+            } catch (...) {
+                failures[t] = std::current_exception();
+                budget.Fail();
+            }
+        };
+        RunSideBySide(run);
+        for (const std::exception_ptr& failure : failures)
+            if (failure)
+                std::rethrow_exception(failure);
     }
 
     const StripSearch& GetBest() const
@@ -53,15 +65,32 @@ public:
     }
 
 private:
+    template<class Run>
+    void RunSideBySide(const Run& run)
+    {
+        std::vector<std::jthread> others;
+        others.reserve(m_searches.size());
+        size_t started = 1;
+        try {
+            for (; started < m_searches.size(); ++started)
+                others.emplace_back(run, started);
+        } catch (const std::system_error&) {
+            // The machine has no threads left: this one does the work of the others too.
+        }
+        run(0);
+        for (size_t t = started; t < m_searches.size(); ++t)
+            run(t);
+    }
+
     std::vector<std::unique_ptr<StripSearch>> m_searches;
 };
 
 void RunRound(StripTeam& team, const Budget& budget)
 {
     const Budget explore = budget.Part(ExploreShare);
-    team.ForEach([&explore](StripSearch& search) { search.Explore(explore); });
+    team.ForEach(budget, [&explore](StripSearch& search) { search.Explore(explore); });
     team.ContinueFromBest();
-    team.ForEach([&budget](StripSearch& search) { search.Compress(budget.Part(1)); });
+    team.ForEach(budget, [&budget](StripSearch& search) { search.Compress(budget.Part(1)); });
     team.ContinueFromBest();
 }
 
@@ -86,7 +115,7 @@ std::vector<Stand> SearchStrip(const std::shared_ptr<const Problem>& problem, ui
                                const StripProof& proof, const StripEffort& effort, const Budget& budget)
 {
     StripTeam team(problem, seed, proof, effort.quick ? 1 : effort.threads);
-    team.ForEach([&budget](StripSearch& search) { search.Construct(budget); });
+    team.ForEach(budget, [&budget](StripSearch& search) { search.Construct(budget); });
     if (effort.quick)
         return team.GetBest().GetStands();
     const bool useAll = budget.HasEnd() && effort.shortestTime >= budget.GetElapsed() + budget.GetRest();
