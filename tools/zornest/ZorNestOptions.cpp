@@ -19,7 +19,8 @@ void AddOptions(QCommandLineParser& parser)
         "Nests the items of an instance on its sheets. Interrupt it to finish with the best layout so far.\n"
         "\n"
         "Exit codes: 0 all items are placed, 1 some are not (see \"not placed\"), 2 wrong usage,\n"
-        "3 the instance cannot be read, 4 a result cannot be written, 5 the layout has faults.");
+        "3 the instance cannot be read, 4 a result cannot be written, 5 the layout has faults,\n"
+        "6 the run failed, for instance for lack of memory.");
     parser.addHelpOption();
     parser.addPositionalArgument("instance", "JSON document of the job.");
     parser.addOption(

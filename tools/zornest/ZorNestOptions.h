@@ -16,7 +16,8 @@ enum ExitCode {
     BadUsage = 2,
     BadInstance = 3,
     CannotWrite = 4,
-    Faulty = 5
+    Faulty = 5,
+    Failed = 6
 };
 
 struct Options

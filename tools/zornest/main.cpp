@@ -57,12 +57,13 @@ public:
     }
 
 private:
+    /// Allocates nothing, since an exception would end the program.
     static void Draw(double ratio)
     {
-        constexpr int width = 40;
+        static constexpr char full[] = "########################################";
+        constexpr int width = static_cast<int>(sizeof full) - 1;
         const int filled = static_cast<int>(ratio * width);
-        std::fprintf(stderr, "\r[%s%s] %3d %%", std::string(static_cast<size_t>(filled), '#').c_str(),
-                     std::string(static_cast<size_t>(width - filled), ' ').c_str(),
+        std::fprintf(stderr, "\r[%.*s%*s] %3d %%", filled, full, width - filled, "",
                      static_cast<int>(ratio * 100));
     }
 
@@ -132,14 +133,26 @@ struct Outcome
     bool isStopped = false;
 };
 
+/// Directs interrupts to the control of a run until destroyed.
+class Interruptible
+{
+public:
+    explicit Interruptible(Control& control)
+    {
+        runningControl = &control;
+        std::signal(SIGINT, OnInterrupt);
+        std::signal(SIGTERM, OnInterrupt);
+    }
+    ~Interruptible() { runningControl = nullptr; }
+    Q_DISABLE_COPY_MOVE(Interruptible)
+};
+
 Outcome SolveVisibly(const Job& job, const RunOptions& options)
 {
     QElapsedTimer timer;
     timer.start();
     Control control;
-    runningControl = &control;
-    std::signal(SIGINT, OnInterrupt);
-    std::signal(SIGTERM, OnInterrupt);
+    const Interruptible interruptible(control);
     std::optional<ProgressBar> bar;
     if (isatty(STDERR_FILENO) != 0)
         bar.emplace(control);
@@ -147,7 +160,6 @@ Outcome SolveVisibly(const Job& job, const RunOptions& options)
     outcome.solution = *Solve(job, options, control); // only a cancelled run has none
     outcome.seconds = 1e-3 * static_cast<double>(timer.elapsed());
     outcome.isStopped = control.stop;
-    runningControl = nullptr;
     return outcome;
 }
 
@@ -234,6 +246,19 @@ int Run(const Options& options, QTextStream& out, QTextStream& errors)
     return outcome.solution.unplaced.empty() ? AllPlaced : SomeNotPlaced;
 }
 
+/// The same; an exception becomes a message.
+int RunSafely(const Options& options, QTextStream& out, QTextStream& errors)
+{
+    try {
+        return Run(options, out, errors);
+    } catch (const std::bad_alloc&) {
+        errors << "out of memory\n";
+    } catch (const std::exception& exception) {
+        errors << exception.what() << "\n";
+    }
+    return Failed;
+}
+
 /// Pictures need fonts, but no window system.
 std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv)
 {
@@ -264,5 +289,5 @@ int main(int argc, char** argv)
         errors << options.error << "; see zornest --help\n";
         return BadUsage;
     }
-    return Run(options, out, errors);
+    return RunSafely(options, out, errors);
 }

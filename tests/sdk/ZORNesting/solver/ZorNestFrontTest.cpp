@@ -112,6 +112,23 @@ TEST_F(ZorNestFrontTest, WhatIsNotPlacedIsNamedWithItsReason)
     EXPECT_EQ(unplaced[0]["reason"].toString(), QLatin1String("larger than every sheet"));
 }
 
+TEST_F(ZorNestFrontTest, ARunWithoutMemoryFailsWithAMessage)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs the address space";
+#endif
+    QFile file(GetPath(QStringLiteral("large.json")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(4) << 30)); // takes no room on the disk
+    QProcess process;
+    process.start(QStringLiteral("/bin/sh"),
+                  {QStringLiteral("-c"), QStringLiteral("ulimit -v 2000000; exec \"$@\""),
+                   QStringLiteral("sh"), QStringLiteral(ZORNEST_PROGRAM), file.fileName()});
+    ASSERT_TRUE(process.waitForFinished(120000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 6);
+    EXPECT_EQ(process.readAllStandardError(), "out of memory\n");
+}
+
 TEST_F(ZorNestFrontTest, EveryBadDocumentIsRefusedWithThePlaceOfItsFault)
 {
     const QByteArray item = R"({"shape": {"data": [[0, 0], [1, 0], [0, 1]]}})";
