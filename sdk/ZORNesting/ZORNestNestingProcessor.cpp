@@ -44,6 +44,7 @@ ZORNestNestingResponse* ZORNestNestingProcessor::AddInput(const ZORNestNestingIn
         return ZORWorkResult();
     };
     job.isDirectoryKept = isKept;
+    job.runsWhenStopped = true;
     d->responses.append(new ZORNestNestingResponse(d->worker.AddJob(job), outcome, this));
     return d->responses.constLast();
 }

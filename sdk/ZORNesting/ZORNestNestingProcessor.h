@@ -35,7 +35,8 @@ public:
     /// \throws ZORSysException "cannot start a thread: %1"; the job stays as it is
     void Execute(ZORNestNestingResponse* response = nullptr);
     /// Asks the given job, or with null all of them, to complete with the best layout so far. One that has no thread
-    /// yet is cancelled.
+    /// yet, executed or not, completes with the first layout, at once even where all threads are busy.
+    /// \throws ZORSysException "cannot start a thread: %1"; the job stays as it is
     void Stop(ZORNestNestingResponse* response = nullptr);
     /// Asks the given job, or with null all of them, to end without a result. What has ended already stays as
     /// it is.

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <future>
 #include <mutex>
 #include <optional>
@@ -40,11 +41,31 @@ public:
         : m_context(context)
         , m_control(control)
         , m_duration(duration)
-        , m_thread([this](const std::stop_token& token) { Follow(token); })
+        , m_thread([this](const std::stop_token& token) { FollowSafely(token); })
     {
     }
 
+    /// Ends the thread. Throws what has ended it before.
+    void Finish()
+    {
+        m_thread.request_stop();
+        m_thread.join();
+        if (m_failure)
+            std::rethrow_exception(m_failure);
+    }
+
 private:
+    /// A request that does not reach the solver would let it run without end: an exception ends the run.
+    void FollowSafely(const std::stop_token& token)
+    {
+        try {
+            Follow(token);
+        } catch (...) {
+            m_failure = std::current_exception();
+            m_control.cancel = true;
+        }
+    }
+
     void Follow(const std::stop_token& token)
     {
         std::unique_lock lock(m_mutex);
@@ -72,6 +93,7 @@ private:
         timer.start();
         return timer;
     }();
+    std::exception_ptr m_failure; // read when the thread has ended
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
     std::jthread m_thread; // last: it uses the rest
@@ -119,9 +141,11 @@ ZORNestSolver::Solution Run::Solve(const ZORNestSolver::Job& job) const
 {
     const ZORNestSolver::RunOptions options = GetOptions(m_input);
     ZORNestSolver::Control control;
+    control.stop = m_context.IsStopped(); // before the start already
     const bool isTimed = options.clock == ZORNestSolver::Budget::Clock::Wall;
-    const Link link(m_context, control, isTimed ? std::optional(options.maximumTime) : std::nullopt);
+    Link link(m_context, control, isTimed ? std::optional(options.maximumTime) : std::nullopt);
     std::optional<ZORNestSolver::Solution> solution = ZORNestSolver::Solve(job, options, control);
+    link.Finish();
     if (!solution)
         throw ZORWorkCanceled();
     return *std::move(solution);

@@ -54,4 +54,7 @@ struct ZORWORKER_EXPORT ZORWorkJob
     std::function<ZORWorkResult(const ZORWorkContext& context)> run;
     /// Whether the work directory stays.
     bool isDirectoryKept = false;
+    /// Whether a stop before the start makes the job run all the same, with IsStopped() true from the beginning.
+    /// Otherwise it is cancelled.
+    bool runsWhenStopped = false;
 };

@@ -36,6 +36,7 @@ public:
     void Deliver();
     static void Succeed(ZORWorkResponse* response, ZORWorkNotice notice);
     static void Fail(ZORWorkResponse* response, const QString& reason);
+    void Enqueue(const ZORWorkResponse::Private& data);
     void Execute(ZORWorkResponse* response);
     void Stop(ZORWorkResponse* response);
     void Cancel(ZORWorkResponse* response);
@@ -112,27 +113,40 @@ void ZORWorkProcessor::Private::Fail(ZORWorkResponse* response, const QString& r
     response->SetStatus(ZORWorkResponse::Failed);
 }
 
-void ZORWorkProcessor::Private::Execute(ZORWorkResponse* response)
+void ZORWorkProcessor::Private::Enqueue(const ZORWorkResponse::Private& data)
 {
-    const ZORWorkResponse::Private& data = *response->d;
-    if (data.status != ZORWorkResponse::Created)
-        return;
     team.Add(data.id, notExecuted.value(data.id), baseDirectory, data.control);
     notExecuted.remove(data.id);
+}
+
+void ZORWorkProcessor::Private::Execute(ZORWorkResponse* response)
+{
+    if (response->GetStatus() != ZORWorkResponse::Created)
+        return;
+    Enqueue(*response->d);
     response->SetStatus(ZORWorkResponse::Queued);
 }
 
 void ZORWorkProcessor::Private::Stop(ZORWorkResponse* response)
 {
     const ZORWorkResponse::Private& data = *response->d;
-    if (data.status == ZORWorkResponse::Created
-        || (data.status == ZORWorkResponse::Queued && team.IsWaiting(data.id))) {
+    const bool isCreated = data.status == ZORWorkResponse::Created;
+    if (!isCreated && data.status != ZORWorkResponse::Queued && data.status != ZORWorkResponse::Running)
+        return;
+    if (!data.runsWhenStopped && (isCreated || team.IsWaiting(data.id))) {
         Cancel(response);
         return;
     }
-    if (data.status != ZORWorkResponse::Queued && data.status != ZORWorkResponse::Running)
-        return;
-    data.control->isStopped = true;
+    data.control->isStopped = true; // before the job can run
+    if (isCreated) {
+        try {
+            Enqueue(data);
+        } catch (...) {
+            data.control->isStopped = false;
+            throw;
+        }
+    }
+    team.Hasten(data.id);
     response->SetStatus(ZORWorkResponse::Stopping);
 }
 
@@ -186,6 +200,7 @@ ZORWorkResponse* ZORWorkProcessor::AddJob(const ZORWorkJob& job)
     auto data = std::make_unique<ZORWorkResponse::Private>();
     data->id = quint64(d->responses.size());
     data->name = job.name;
+    data->runsWhenStopped = job.runsWhenStopped;
     data->control = std::make_shared<ZORWorkControl>();
     d->notExecuted.insert(data->id, job);
     d->responses.append(new ZORWorkResponse(std::move(data), this));

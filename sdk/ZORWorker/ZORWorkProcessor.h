@@ -31,7 +31,7 @@ public:
     void SetBaseDirectory(const QString& directory);
     QString GetBaseDirectory() const;
     /// How many jobs run at a time; at first as many as the machine has processors. Less than 1 is taken as 1.
-    /// Jobs that run already go on.
+    /// Jobs that run already go on. As many jobs more may run that were stopped before they had a thread.
     void SetMaximumThreads(int count);
 
     /// Takes a job, which waits for Execute().
@@ -44,8 +44,9 @@ public:
     /// Starts the given job, or with null all of them; those that were started before are left alone.
     /// \throws ZORSysException "cannot start a thread: %1"; the job stays as it is
     void Execute(ZORWorkResponse* response = nullptr);
-    /// Asks the given job, or with null all of them, to end with what it has. One that has not been started yet is
-    /// cancelled.
+    /// Asks the given job, or with null all of them, to end with what it has. One that has no thread yet, executed
+    /// or not, is cancelled, or runs at once if it is to (ZORWorkJob::runsWhenStopped).
+    /// \throws ZORSysException "cannot start a thread: %1"; the job stays as it is
     void Stop(ZORWorkResponse* response = nullptr);
     /// Asks the given job, or with null all of them, to give up: it fails with the reason "canceled", whatever
     /// it still makes. What has ended already stays as it is. The signal always comes from the event loop.

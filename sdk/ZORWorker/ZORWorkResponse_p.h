@@ -14,6 +14,7 @@ class ZORWorkResponse::Private
 public:
     quint64 id = 0;
     QString name;
+    bool runsWhenStopped = false;
     Status status = Created;
     double progress = 0;
     ZORWorkResult result;

@@ -85,7 +85,7 @@ void ZORWorkTeam::Add(quint64 id, ZORWorkJob job, const QString& baseDirectory,
     const std::lock_guard lock(m_mutex);
     m_waiting.push_back({id, std::move(job), baseDirectory, std::move(control)});
     try {
-        EnsureThread();
+        EnsureThread(m_waiting.size(), m_maximumThreads);
     } catch (const std::system_error& error) {
         if (!m_threads.empty())
             return;
@@ -97,11 +97,40 @@ void ZORWorkTeam::Add(quint64 id, ZORWorkJob job, const QString& baseDirectory,
 }
 
 // One thread more when those that do not run a job cannot take all that waits.
-void ZORWorkTeam::EnsureThread()
+void ZORWorkTeam::EnsureThread(size_t waiting, size_t most)
 {
     const size_t idle = m_threads.size() - m_running.size();
-    if (m_waiting.size() > idle && m_threads.size() < m_maximumThreads)
+    if (waiting > idle && m_threads.size() < most)
         m_threads.emplace_back(&ZORWorkTeam::Work, this);
+}
+
+// Urgent jobs do not wait for jobs that may run for hours.
+size_t ZORWorkTeam::GetMostRunning(const Task& task) const
+{
+    return (task.isUrgent ? 2 : 1) * m_maximumThreads;
+}
+
+std::deque<ZORWorkTeam::Task>::iterator ZORWorkTeam::FindWaiting(quint64 id)
+{
+    return std::find_if(m_waiting.begin(), m_waiting.end(),
+                        [id](const Task& waiting) { return waiting.id == id; });
+}
+
+void ZORWorkTeam::Hasten(quint64 id)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto found = FindWaiting(id);
+    if (found == m_waiting.end() || found->isUrgent)
+        return;
+    found->isUrgent = true;
+    const auto end = std::stable_partition(m_waiting.begin(), m_waiting.end(),
+                                           [](const Task& waiting) { return waiting.isUrgent; });
+    try {
+        EnsureThread(size_t(end - m_waiting.begin()), GetMostRunning(m_waiting.front()));
+    } catch (const std::system_error&) {
+        // The job is the next one on the threads that there are.
+    }
+    m_changed.notify_all();
 }
 
 QString ZORWorkTeam::GetCanceledReason()
@@ -112,16 +141,14 @@ QString ZORWorkTeam::GetCanceledReason()
 bool ZORWorkTeam::IsWaiting(quint64 id)
 {
     const std::lock_guard lock(m_mutex);
-    return std::any_of(m_waiting.begin(), m_waiting.end(),
-                       [id](const Task& waiting) { return waiting.id == id; });
+    return FindWaiting(id) != m_waiting.end();
 }
 
 bool ZORWorkTeam::Withdraw(quint64 id)
 {
     Task task; // destroyed without the lock: what the job captured may come back here
     const std::lock_guard lock(m_mutex);
-    const auto found = std::find_if(m_waiting.begin(), m_waiting.end(),
-                                    [id](const Task& waiting) { return waiting.id == id; });
+    const auto found = FindWaiting(id);
     if (found == m_waiting.end())
         return false;
     task = std::move(*found);
@@ -155,7 +182,8 @@ void ZORWorkTeam::Work()
         {
             std::unique_lock lock(m_mutex);
             m_changed.wait(lock, [this] {
-                return m_isEnding || (!m_waiting.empty() && m_running.size() < m_maximumThreads);
+                return m_isEnding
+                       || (!m_waiting.empty() && m_running.size() < GetMostRunning(m_waiting.front()));
             });
             if (m_isEnding)
                 return;
@@ -185,7 +213,7 @@ void ZORWorkTeam::Run(Task& task)
         const std::lock_guard lock(m_mutex);
         m_running.erase(std::find(m_running.begin(), m_running.end(), task.control));
     }
-    // A thread that was kept from a job by a lowered maximum may have its turn.
+    // A thread that was kept from a job by the maximum may have its turn.
     m_changed.notify_one();
     Notify(std::move(end));
 }

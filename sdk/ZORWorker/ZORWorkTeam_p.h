@@ -50,6 +50,9 @@ public:
              std::shared_ptr<ZORWorkControl> control);
     static QString GetCanceledReason();
     bool IsWaiting(quint64 id);
+    /// Lets a waiting job run before those that are not in a hurry, on one of as many further threads if all are
+    /// busy. Without effect on a job that does not wait.
+    void Hasten(quint64 id);
     /// \return whether the job was still waiting; it is gone then, without a notice
     bool Withdraw(quint64 id);
     std::optional<ZORWorkNotice> TakeNotice();
@@ -61,13 +64,16 @@ private:
         ZORWorkJob job;
         QString baseDirectory;
         std::shared_ptr<ZORWorkControl> control;
+        bool isUrgent = false; // those stand before all others
     };
 
+    std::deque<Task>::iterator FindWaiting(quint64 id);
+    size_t GetMostRunning(const Task& task) const;
     void Work();
     void Run(Task& task);
     void Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTemporaryDir>& directory);
     void Notify(ZORWorkNotice notice);
-    void EnsureThread();
+    void EnsureThread(size_t waiting, size_t most);
 
     const std::function<void()> m_noticed;
     std::mutex m_mutex; // of everything below

@@ -10,6 +10,7 @@
 #include <QMetaType>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QThread>
 
 using Response = ZORNestNestingResponse;
 
@@ -135,11 +136,89 @@ TEST_F(ZORNestNestingProcessorTest, ACancelledJobHasNoResult)
 TEST_F(ZORNestNestingProcessorTest, JobsThatWaitAreCancelledAndNeverStart)
 {
     Response* const response = processor->AddInput(MakeEndlessJob());
-    processor->Stop(response);
+    processor->Cancel(response);
     ASSERT_TRUE(WaitForEnd(response));
     EXPECT_EQ(Response::Canceled, response->GetStatus());
     processor->Execute(nullptr);
     EXPECT_EQ(Response::Canceled, response->GetStatus());
+}
+
+TEST_F(ZORNestNestingProcessorTest, AStoppedJobThatWaitsCompletesAtOnceThoughAllThreadsAreBusy)
+{
+    QList<Response*> busy;
+    for (int i = 0; i < QThread::idealThreadCount(); ++i)
+        busy.append(processor->AddInput(MakeEndlessJob()));
+    processor->Execute(nullptr);
+    for (const Response* response : busy)
+        ASSERT_TRUE(WaitForProgress(response));
+    for (const bool isExecuted : {true, false}) {
+        Response* const response = processor->AddInput(MakeEndlessJob());
+        const QSignalSpy statuses(response, &Response::StatusChanged);
+        if (isExecuted)
+            processor->Execute(response);
+        processor->Stop(response);
+        EXPECT_EQ(Response::Stopping, response->GetStatus());
+        processor->Execute(response);
+        ASSERT_TRUE(WaitForEnd(response));
+        EXPECT_EQ(QList<int>({Response::Stopping, Response::Completed}),
+                  GetStatuses(statuses).mid(isExecuted ? 1 : 0));
+        EXPECT_EQ(21, GetNames(response).size());
+        EXPECT_EQ(QStringList(), FindFaults(ReadSheets(response).constFirst(), 0));
+        EXPECT_EQ(1, response->GetProgress());
+        EXPECT_TRUE(response->GetReportFile().contains("stopped"));
+    }
+    for (const Response* response : busy)
+        EXPECT_FALSE(response->IsAtEnd());
+}
+
+TEST_F(ZORNestNestingProcessorTest, EveryJobThatWaitsCompletesOnceWhenAllAreStopped)
+{
+    QList<Response*> responses;
+    QList<std::shared_ptr<QSignalSpy>> spies;
+    for (int i = 0; i < 12; ++i) {
+        responses.append(processor->AddInput(MakeEndlessJob()));
+        spies.append(std::make_shared<QSignalSpy>(responses.last(), &Response::StatusChanged));
+        if (i % 3 != 0)
+            processor->Execute(responses.last());
+    }
+    processor->Stop(nullptr);
+    processor->Stop(nullptr);
+    for (int i = 0; i < responses.size(); ++i) {
+        ASSERT_TRUE(WaitForEnd(responses[i]));
+        EXPECT_EQ(Response::Completed, responses[i]->GetStatus());
+        EXPECT_EQ(21, GetNames(responses[i]).size());
+        EXPECT_EQ(1, GetStatuses(*spies[i]).count(int(Response::Completed)));
+    }
+}
+
+TEST_F(ZORNestNestingProcessorTest, CancelOverrulesAStop)
+{
+    QList<Response*> responses;
+    for (int i = 0; i < 6; ++i)
+        responses.append(processor->AddInput(MakeEndlessJob()));
+    processor->Execute(responses[0]);
+    processor->Execute(responses[1]);
+    processor->Stop(nullptr);
+    const QSignalSpy statuses(responses.constLast(), &Response::StatusChanged);
+    processor->Cancel(nullptr);
+    processor->Stop(nullptr);
+    for (const Response* response : responses) {
+        ASSERT_TRUE(WaitForEnd(response));
+        EXPECT_EQ(Response::Canceled, response->GetStatus());
+        EXPECT_TRUE(response->GetSheetFiles().isEmpty());
+        EXPECT_EQ("canceled", response->GetFailureReason());
+    }
+    EXPECT_EQ(QList<int>({Response::Canceling, Response::Canceled}), GetStatuses(statuses));
+}
+
+TEST_F(ZORNestNestingProcessorTest, TheProcessorMayGoRightAfterAStop)
+{
+    for (int i = 0; i < 8; ++i)
+        processor->AddInput(MakeEndlessJob());
+    processor->Execute(processor->GetResponses().constFirst());
+    processor->Stop(nullptr);
+    processor.reset();
+    QCoreApplication::processEvents();
 }
 
 TEST_F(ZORNestNestingProcessorTest, JobsAreToldApart)
