@@ -36,6 +36,15 @@ void CloseAllWindows()
     }
 }
 
+/// Whether somebody is there to answer. Scripts answer only what they expect, and nobody sees the windows of a
+/// platform without a screen.
+bool CanAskUser(const ZORHostOptions& options)
+{
+    const QString platform = QGuiApplication::platformName();
+    return options.scriptFile.isEmpty() && platform != QLatin1String("offscreen")
+           && platform != QLatin1String("minimal");
+}
+
 } // namespace
 
 ZORHostProgram::ZORHostProgram(const ZORHostOptions& options)
@@ -56,6 +65,7 @@ ZORHostProgram::ZORHostProgram(const ZORHostOptions& options)
     controller->SetDialogHandler(m_dialogs.get());
 
     m_window->RestoreSettings();
+    m_window->SetAsksToSave(CanAskUser(options));
     if (options.themeGiven)
         m_window->SetTheme(options.theme);
     if (!m_settings->GetWarning().isEmpty()) {

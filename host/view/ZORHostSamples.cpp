@@ -56,6 +56,11 @@ QStringList ZORHostSamples::GetFiles()
     return files;
 }
 
+bool ZORHostIsContainerFile(const QString& fileName)
+{
+    return fileName.endsWith(QLatin1String(".ZORCont"), Qt::CaseInsensitive);
+}
+
 int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
 {
     QFile file(fileName);
@@ -63,7 +68,7 @@ int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
         throw ZORSysFileOpenException(QDir::toNativeSeparators(fileName), file.errorString());
     ZORFeatContainer* container = environment->GetContainer();
     const int before = container->GetNumGeometry();
-    if (fileName.endsWith(QLatin1String(".ZORCont"), Qt::CaseInsensitive))
+    if (ZORHostIsContainerFile(fileName))
         container->Load(file);
     else
         ZORGeoStlLoader(&file).Load(container, ZORSysValue::Millimeter);

@@ -18,8 +18,11 @@ QStringList GetFiles();
 
 } // namespace ZORHostSamples
 
-/// Adds the contents of a file to the container of \a environment: of a container file (by its suffix, .ZORCont), else
-/// of an STL file (lengths in millimetres). Each new surface gets a shaded visual object, which goes with it.
+/// Whether the suffix is that of container files (.ZORCont).
+bool ZORHostIsContainerFile(const QString& fileName);
+
+/// Adds the contents of a file to the container of \a environment: of a container file, else of an STL file
+/// (lengths in millimeters). Each new surface gets a shaded visual object, which goes with it.
 /// \return number of geometries added
 /// \throws ZORSysFileOpenException when the file cannot be opened; ZORSysException as the loaders do
 int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment);

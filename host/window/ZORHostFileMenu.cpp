@@ -3,6 +3,7 @@
 #include "app/ZORHostSettings.h"
 #include "view/ZORHostSamples.h"
 #include "view/ZORHostView3D.h"
+#include "window/ZORHostDocumentState.h"
 #include "window/ZORHostIcons.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -24,6 +25,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -49,17 +51,13 @@ QString Write(const QString& fileName, const QByteArray& contents)
         .arg(QDir::toNativeSeparators(fileName), file.GetErrorString());
 }
 
-QString WithSuffix(const QString& fileName, const QString& suffix)
-{
-    return QFileInfo(fileName).suffix().isEmpty() ? fileName + u'.' + suffix : fileName;
-}
-
 } // namespace
 
 ZORHostFileMenu::ZORHostFileMenu(QMainWindow* window, ZORHostView3D* view)
     : QObject(window)
     , m_window(window)
     , m_view(view)
+    , m_state(new ZORHostDocumentState(this))
 {
     QMenu* menu = window->menuBar()->addMenu(tr("&File"));
     menu->setObjectName("_FileMenu");
@@ -88,6 +86,32 @@ ZORHostFileMenu::ZORHostFileMenu(QMainWindow* window, ZORHostView3D* view)
     quit->setShortcut(QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
     connect(quit, &QAction::triggered, window, &QWidget::close);
+}
+
+void ZORHostFileMenu::SetEnvironment(ZORFeatEnvironment* environment)
+{
+    m_state->SetContainer(environment ? environment->GetContainer() : nullptr);
+}
+
+bool ZORHostFileMenu::HasUnsavedChanges() const
+{
+    return m_state->IsChanged();
+}
+
+bool ZORHostFileMenu::ConfirmClosing()
+{
+    if (!HasUnsavedChanges())
+        return true;
+    if (m_isAsking)
+        return false;
+    const QScopedValueRollback guard(m_isAsking, true);
+    const auto answer = QMessageBox::warning(
+        m_window, tr("Unsaved Changes"),
+        tr("The document has changes that are in no file yet. Save them before closing?"),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    if (answer == QMessageBox::Save)
+        return SaveDocumentAs();
+    return answer == QMessageBox::Discard;
 }
 
 QAction* ZORHostFileMenu::AddAction(QMenu* menu, const QString& objectName, const QString& icon,
@@ -136,6 +160,7 @@ void ZORHostFileMenu::OnNewTriggered()
     for (const QPointer<ZORVisVirtualObject>& object : std::as_const(objects))
         delete object; // one may take others with it
     environment->GetContainer()->Clear();
+    m_state->MarkNew();
     m_window->statusBar()->showMessage(tr("%n object(s) removed", nullptr, count));
 }
 
@@ -150,7 +175,8 @@ bool ZORHostFileMenu::OpenFile(const QString& fileName)
     QString error;
     int count = 0;
     try {
-        count = ZORHostOpenFile(fileName, environment);
+        m_state->AddFromFile(ZORHostIsContainerFile(fileName),
+                             [&] { count = ZORHostOpenFile(fileName, environment); });
     } catch (const ZORSysException& exception) {
         error = exception.GetMessage();
     }
@@ -175,13 +201,31 @@ void ZORHostFileMenu::OnOpenTriggered()
     }
 }
 
+QString ZORHostFileMenu::ChooseFile(const QString& title, const QString& start, const QString& filter,
+                                    const QString& suffix)
+{
+    const QFileInfo proposed(start);
+    QFileDialog dialog(m_window, title, proposed.absolutePath(), filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Completed by the dialog itself, which then asks before it replaces the file of the whole name.
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(proposed.fileName());
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
 void ZORHostFileMenu::OnSaveDocumentTriggered()
 {
+    SaveDocumentAs();
+}
+
+bool ZORHostFileMenu::SaveDocumentAs()
+{
     const QString start = ZORHostSettings::Read("DocumentFile", "document.ZORCont").toString();
-    const QString file =
-        QFileDialog::getSaveFileName(m_window, tr("Save As"), start, tr("Container files (*.ZORCont)"));
-    if (!file.isEmpty() && SaveDocument(WithSuffix(file, "ZORCont")))
-        ZORHostSettings::Write("DocumentFile", WithSuffix(file, "ZORCont"));
+    const QString file = ChooseFile(tr("Save As"), start, tr("Container files (*.ZORCont)"), "ZORCont");
+    if (file.isEmpty() || !SaveDocument(file))
+        return false;
+    ZORHostSettings::Write("DocumentFile", file);
+    return true;
 }
 
 bool ZORHostFileMenu::SaveDocument(const QString& fileName)
@@ -199,16 +243,17 @@ bool ZORHostFileMenu::SaveDocument(const QString& fileName)
     } catch (const ZORSysException& exception) {
         error = exception.GetMessage();
     }
+    if (error.isEmpty())
+        m_state->MarkSaved();
     return Report(error, tr("Document saved as '%1'").arg(QDir::toNativeSeparators(fileName)));
 }
 
 void ZORHostFileMenu::OnSavePictureTriggered()
 {
     const QString start = ZORHostSettings::Read("PictureFile", "view.png").toString();
-    const QString file =
-        QFileDialog::getSaveFileName(m_window, tr("Save Picture"), start, tr("PNG pictures (*.png)"));
-    if (!file.isEmpty() && SavePicture(WithSuffix(file, "png")))
-        ZORHostSettings::Write("PictureFile", WithSuffix(file, "png"));
+    const QString file = ChooseFile(tr("Save Picture"), start, tr("PNG pictures (*.png)"), "png");
+    if (!file.isEmpty() && SavePicture(file))
+        ZORHostSettings::Write("PictureFile", file);
 }
 
 bool ZORHostFileMenu::SavePicture(const QString& fileName)

@@ -26,6 +26,7 @@
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QMenuBar>
+#include <QSessionManager>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -78,6 +79,9 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     connect(environments, &ZORFeatEnvironmentManager::CurrentEnvironmentChanged, this,
             &ZORHostMainWindow::SetEnvironment);
     SetEnvironment(environments->GetCurrentEnvironment());
+    // The session waits only for direct connections.
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &ZORHostMainWindow::OnSessionEnds,
+            Qt::DirectConnection);
     m_view->setFocus();
 }
 
@@ -157,6 +161,7 @@ void ZORHostMainWindow::SetEnvironment(ZORFeatEnvironment* environment)
 {
     m_view->SetEnvironment(environment);
     m_browser->SetEnvironment(environment);
+    m_fileMenu->SetEnvironment(environment);
 }
 
 void ZORHostMainWindow::SetTheme(ZORHostOptions::Theme theme)
@@ -235,8 +240,28 @@ void ZORHostMainWindow::OnPicked(QObject* owner, const QString& name, const ZORM
     statusBar()->showMessage(tr("%1 at %2 mm").arg(name, point.ToString('f', 3)));
 }
 
+bool ZORHostMainWindow::ConfirmClosing()
+{
+    return !m_asksToSave || m_fileMenu->ConfirmClosing();
+}
+
+void ZORHostMainWindow::OnSessionEnds(QSessionManager& session)
+{
+    if (!m_asksToSave || !m_fileMenu->HasUnsavedChanges() || !session.allowsInteraction())
+        return;
+    const bool mayEnd = ConfirmClosing();
+    session.release();
+    if (!mayEnd)
+        session.cancel();
+}
+
 void ZORHostMainWindow::closeEvent(QCloseEvent* event)
 {
+    // Before anything is closed, so that Cancel leaves everything as it is.
+    if (!ConfirmClosing()) {
+        event->ignore();
+        return;
+    }
     SaveSettings();
     // Windows of plug-ins hold on to the environment: they go first.
     const QWidgetList windows = QApplication::topLevelWidgets();

@@ -10,6 +10,7 @@
 
 class QActionGroup;
 class QMenu;
+class QSessionManager;
 class QToolBar;
 class ZORFeatBrowserWidget;
 class ZORFeatEnvironment;
@@ -24,7 +25,8 @@ class ZORHostView3D;
 /// 3D view in the middle, docks with feature browser, log and API calls around it; menus and tool bars with
 /// the host's own actions and those published through the command controller.
 ///
-/// Closing it closes every other window of the program first; one that refuses keeps it open.
+/// Closing it asks about unsaved changes of the document, then closes every other window of the program; Cancel,
+/// a save that fails and a window that refuses keep it open. The same question comes when the session ends.
 class ZORHostMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -46,6 +48,8 @@ public:
 
     /// See ZORHostFileMenu::OpenFile().
     bool OpenFile(const QString& fileName);
+    /// Whether unsaved changes are asked about; true by default. Without, closing discards them.
+    void SetAsksToSave(bool asks) { m_asksToSave = asks; }
     /// Puts plug-ins that did not load on the notice bar.
     void ShowPluginProblems();
 
@@ -62,6 +66,8 @@ private:
     void CreateHelpMenu();
     void CreateDocks(ZORHostLineQueue* log);
     void SetEnvironment(ZORFeatEnvironment* environment);
+    bool ConfirmClosing();
+    void OnSessionEnds(QSessionManager& session);
     void OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point);
     QAction* AddAction(const QString& objectName, const QString& icon, const QString& text);
 
@@ -76,4 +82,5 @@ private:
     QMenu* m_viewMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
     QActionGroup* m_themes = nullptr;
+    bool m_asksToSave = true;
 };

@@ -9,8 +9,10 @@
 #include <ZORVisualization/ZORVisSurfacePrimitive.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
-#include <QCoreApplication>
+#include <QAbstractButton>
+#include <QApplication>
 #include <QFile>
+#include <QTimer>
 
 HostTest::HostTest()
     : m_settings(std::make_unique<QSettings>(m_directory.filePath("settings.ini"), QSettings::IniFormat))
@@ -75,4 +77,13 @@ ZORGeoSurface* HostTest::AddBox(const QString& name)
 void HostTest::DeleteDeferred()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void HostTest::PressInNextBox(QMessageBox::StandardButton button)
+{
+    QTimer::singleShot(0, qApp, [button] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(nullptr, box);
+        box->button(button)->click();
+    });
 }

@@ -7,6 +7,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 
+#include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,6 +43,8 @@ protected:
     {
         return QTest::qWaitFor(condition, 10'000);
     }
+    /// Presses a button of the next message box, which need not be its default.
+    static void PressInNextBox(QMessageBox::StandardButton button);
     /// Deletes what waits for its deletion.
     static void DeleteDeferred();
 

@@ -26,7 +26,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTimer>
 #include <QToolBar>
 
 namespace {
@@ -59,15 +58,6 @@ public:
         auto* action = window->findChild<QAction*>(QString::fromLatin1(name));
         EXPECT_NE(nullptr, action) << name;
         return action;
-    }
-    /// Presses a button of the next message box, which need not be its default.
-    static void PressInNextBox(QMessageBox::StandardButton button)
-    {
-        QTimer::singleShot(0, qApp, [button] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_NE(nullptr, box);
-            box->button(button)->click();
-        });
     }
     QString Status() { return window->statusBar()->currentMessage(); }
 
