@@ -214,9 +214,7 @@ void ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits(const ZORGeoCurveOnSurfac
     ZOR_TRACE_CALL(limits, behavior);
     if ((behavior.toInt() & (Start | End)) == 0)
         throw ZORSysException(tr("limits apply to neither side"));
-    ZORGeoLimitBuckets more = d->limits;
-    more.Add(limits.GetGeometry(), behavior.toInt());
-    d->limits = std::move(more);
+    d->limits.Add(limits.GetGeometry(), behavior.toInt());
 }
 
 ZORGeoCurveOnSurfaceResult

@@ -66,7 +66,7 @@ public:
     /// Touching a limit in one point counts as a hit. A limit through the start location does not end a side
     /// there, nor where the side begins by running along it: only a later meeting does. Curves without a
     /// segment limit nothing.
-    /// Linear in the number of segments.
+    /// Linear in the number of segments added, whatever is there already.
     /// \throws ZORSysException "limits apply to neither side" without Start and End, "limit curve %1 is null",
     ///         "limit curve %1 is on another surface", "segment %1 of limit curve %2 is not within a triangle",
     ///         counted from 0; the limits are then those from before

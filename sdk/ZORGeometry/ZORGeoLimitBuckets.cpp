@@ -8,6 +8,7 @@
 #include <ZORSystem/ZORSysException.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -66,6 +67,37 @@ bool FindHit(const Vector& from, const Vector& way, const Vector& limit, const V
 
 } // namespace
 
+/// Collects the segments of a curve in all triangles that they touch.
+class ZORGeoLimitBuckets::Collector
+{
+public:
+    /// \param surface   of the curves; not owned
+    /// \param segments  not owned; segments are appended
+    Collector(const ZORGeoSurface& surface, int behavior, std::vector<Segment>& segments)
+        : m_surface(&surface)
+        , m_mesh(*ZORGeoSurfacePrivate::Of(surface).mesh)
+        , m_behavior(behavior)
+        , m_segments(segments)
+    {
+    }
+
+    /// \param number  of the curve in messages
+    /// \param id      of the curve in the segments
+    /// \throws ZORSysException as ZORGeoLimitBuckets::Add()
+    void AddCurve(const ZORGeoCurveOnSurface* curve, qsizetype number, int id);
+
+private:
+    bool AddSegment(int triangle, const ZORMathPoint& begin, const ZORMathPoint& end);
+    void AddAcross(int triangle, int side, const ZORGeoTrianglePlace (&places)[2]);
+    void AddAround(int triangle, int corner);
+
+    const ZORGeoSurface* m_surface;
+    const ZORGeoMesh& m_mesh;
+    const int m_behavior;
+    int m_curve = 0;
+    std::vector<Segment>& m_segments;
+};
+
 ZORGeoLimitBuckets::ZORGeoLimitBuckets(const ZORGeoSurface& surface)
     : m_surface(&surface)
     , m_mesh(ZORGeoSurfacePrivate::Of(surface).mesh.get())
@@ -76,39 +108,46 @@ void ZORGeoLimitBuckets::Clear()
 {
     m_curveCount = 0;
     m_segments.clear();
+    m_firstSegments.clear();
     m_isLimited.clear();
+    m_hasBehavior = {};
 }
 
 bool ZORGeoLimitBuckets::HasAny(int behavior) const
 {
-    return std::any_of(m_segments.begin(), m_segments.end(), [behavior](const Segment& segment) {
-        return (segment.behavior & behavior) == behavior;
-    });
+    for (size_t i = 0; i < kBehaviorCount; ++i) {
+        if (m_hasBehavior[i] && (int(i) & behavior) == behavior)
+            return true;
+    }
+    return false;
 }
 
 void ZORGeoLimitBuckets::Add(const QList<const ZORGeoCurveOnSurface*>& curves, int behavior)
 {
+    // Nothing is inserted before all curves have proved to be valid.
+    std::vector<Segment> segments;
+    Collector collector(*m_surface, behavior & int(kBehaviorCount - 1), segments);
     for (qsizetype i = 0; i < curves.size(); ++i)
-        AddCurve(curves[i], behavior, i);
-    std::stable_sort(m_segments.begin(), m_segments.end(),
-                     [](const Segment& a, const Segment& b) { return a.triangle < b.triangle; });
+        collector.AddCurve(curves[i], i, m_curveCount + int(i));
+    for (const Segment& segment : segments)
+        Insert(segment);
+    m_curveCount += int(curves.size());
 }
 
-void ZORGeoLimitBuckets::AddCurve(const ZORGeoCurveOnSurface* curve, int behavior, qsizetype number)
+void ZORGeoLimitBuckets::Collector::AddCurve(const ZORGeoCurveOnSurface* curve, qsizetype number, int id)
 {
     using Processor = ZORGeoCurveOnSurfaceProcessor;
     if (!curve)
         throw ZORSysException(Processor::tr("limit curve %1 is null").arg(number));
     if (curve->GetNumPoints() > 0 && curve->GetSurface() != m_surface)
         throw ZORSysException(Processor::tr("limit curve %1 is on another surface").arg(number));
-    ++m_curveCount;
+    m_curve = id;
     const QList<ZORGeoLocationOnSurface> locations = curve->GetLocations();
     for (qsizetype i = 0; i + 1 < locations.size(); ++i) {
-        // As a rule the first triangle holds the segment.
+        // Most segments lie within the triangle of their first location.
         const bool isHeld =
-            AddSegment(locations[i].triangle - 1, behavior, locations[i].point, locations[i + 1].point)
-            || AddSegment(locations[i + 1].triangle - 1, behavior, locations[i].point,
-                          locations[i + 1].point);
+            AddSegment(locations[i].triangle - 1, locations[i].point, locations[i + 1].point)
+            || AddSegment(locations[i + 1].triangle - 1, locations[i].point, locations[i + 1].point);
         if (!isHeld)
             throw ZORSysException(
                 Processor::tr("segment %1 of limit curve %2 is not within a triangle").arg(i).arg(number));
@@ -116,15 +155,15 @@ void ZORGeoLimitBuckets::AddCurve(const ZORGeoCurveOnSurface* curve, int behavio
 }
 
 // Adds a segment to the triangle that holds it, and what lies on its border to the triangles there.
-bool ZORGeoLimitBuckets::AddSegment(int triangle, int behavior, const ZORMathPoint& begin,
-                                    const ZORMathPoint& end)
+bool ZORGeoLimitBuckets::Collector::AddSegment(int triangle, const ZORMathPoint& begin,
+                                               const ZORMathPoint& end)
 {
-    if (triangle < 0 || triangle >= m_mesh->GetNumTriangles())
+    if (triangle < 0 || triangle >= m_mesh.GetNumTriangles())
         return false;
-    const ZORGeoMesh::Corners& corners = m_mesh->triangles[triangle];
-    const ZORMathPoint& a = m_mesh->vertices[corners[0]];
-    const ZORMathPoint& b = m_mesh->vertices[corners[1]];
-    const ZORMathPoint& c = m_mesh->vertices[corners[2]];
+    const ZORGeoMesh::Corners& corners = m_mesh.triangles[triangle];
+    const ZORMathPoint& a = m_mesh.vertices[corners[0]];
+    const ZORMathPoint& b = m_mesh.vertices[corners[1]];
+    const ZORMathPoint& c = m_mesh.vertices[corners[2]];
     const double size = std::max({a.DistanceTo(b), b.DistanceTo(c), c.DistanceTo(a)});
     const ZORGeoTrianglePlace places[2] = {ZorGeoClosestOnTriangle(begin, a, b, c),
                                            ZorGeoClosestOnTriangle(end, a, b, c)};
@@ -132,21 +171,20 @@ bool ZORGeoLimitBuckets::AddSegment(int triangle, int behavior, const ZORMathPoi
         if (!(place.squaredDistance <= 1e-16 * size * size))
             return false;
     }
-    Insert({triangle,
-            behavior,
-            m_curveCount - 1,
-            {places[0].weightB, places[0].weightC},
-            {places[1].weightB, places[1].weightC}});
+    m_segments.push_back({triangle,
+                          m_behavior,
+                          m_curve,
+                          {places[0].weightB, places[0].weightC},
+                          {places[1].weightB, places[1].weightC}});
     for (int side = 0; side < 3; ++side)
-        AddAcross(triangle, side, behavior, places);
+        AddAcross(triangle, side, places);
     return true;
 }
 
-void ZORGeoLimitBuckets::AddAcross(int triangle, int side, int behavior,
-                                   const ZORGeoTrianglePlace (&places)[2])
+void ZORGeoLimitBuckets::Collector::AddAcross(int triangle, int side, const ZORGeoTrianglePlace (&places)[2])
 {
-    const ZORGeoMesh::Corners& corners = m_mesh->triangles[triangle];
-    const quint32 neighbor = m_mesh->GetNeighbor(triangle, side);
+    const ZORGeoMesh::Corners& corners = m_mesh.triangles[triangle];
+    const quint32 neighbor = m_mesh.GetNeighbor(triangle, side);
     const int next = (side + 1) % 3;
     double along[2];
     bool isOnSide[2];
@@ -156,14 +194,14 @@ void ZORGeoLimitBuckets::AddAcross(int triangle, int side, int behavior,
         isOnSide[i] = weights[(side + 2) % 3] <= tolerance;
         along[i] = weights[next];
         if (weights[side] >= 1 - tolerance)
-            AddAround(triangle, side, behavior);
+            AddAround(triangle, side);
     }
     if (neighbor == 0 || (!isOnSide[0] && !isOnSide[1]))
         return;
     const int beyond = int(neighbor / 4) - 1;
     const int first = int(neighbor % 4);
-    const bool isSame = m_mesh->triangles[beyond][size_t(first)] == corners[size_t(side)];
-    Segment segment{beyond, behavior, m_curveCount - 1, {0, 0}, {0, 0}};
+    const bool isSame = m_mesh.triangles[beyond][size_t(first)] == corners[size_t(side)];
+    Segment segment{beyond, m_behavior, m_curve, {0, 0}, {0, 0}};
     // One end on the side is a point for the neighbour.
     for (int i = 0; i < 2; ++i) {
         const double place = along[isOnSide[i] ? i : 1 - i];
@@ -172,21 +210,18 @@ void ZORGeoLimitBuckets::AddAcross(int triangle, int side, int behavior,
         weights[(first + 1) % 3] = isSame ? place : 1 - place;
         std::copy(weights + 1, weights + 3, i == 0 ? segment.begin : segment.end);
     }
-    Insert(segment);
+    m_segments.push_back(segment);
 }
 
 // A limit through a vertex is met wherever the vertex is.
-void ZORGeoLimitBuckets::AddAround(int triangle, int corner, int behavior)
+void ZORGeoLimitBuckets::Collector::AddAround(int triangle, int corner)
 {
-    const ZORGeoVertexFan fan(*m_mesh, {triangle, corner, (corner + 1) % 3, (corner + 2) % 3, 0});
+    const ZORGeoVertexFan fan(m_mesh, {triangle, corner, (corner + 1) % 3, (corner + 2) % 3, 0});
     for (const auto& sector : fan.GetSectors()) {
         double weights[3] = {0, 0, 0};
         weights[sector.entry.p] = 1;
-        Insert({sector.entry.triangle,
-                behavior,
-                m_curveCount - 1,
-                {weights[1], weights[2]},
-                {weights[1], weights[2]}});
+        m_segments.push_back(
+            {sector.entry.triangle, m_behavior, m_curve, {weights[1], weights[2]}, {weights[1], weights[2]}});
     }
 }
 
@@ -195,23 +230,28 @@ void ZORGeoLimitBuckets::Insert(const Segment& segment)
     if (m_isLimited.empty())
         m_isLimited.resize(size_t(m_mesh->GetNumTriangles()) / 64 + 1);
     m_isLimited[size_t(segment.triangle) / 64] |= quint64(1) << (segment.triangle % 64);
+    m_hasBehavior[size_t(segment.behavior)] = true;
+    const auto [first, isNew] = m_firstSegments.try_emplace(segment.triangle, int(m_segments.size()));
     m_segments.push_back(segment);
+    m_segments.back().next = isNew ? -1 : std::exchange(first->second, int(m_segments.size()) - 1);
 }
 
 void ZORGeoLimitBuckets::FindHits(int triangle, const double (&begin)[3], const double (&end)[3],
                                   std::vector<Hit>& hits) const
 {
     hits.clear();
-    const auto first = std::lower_bound(m_segments.begin(), m_segments.end(), triangle,
-                                        [](const Segment& segment, int t) { return segment.triangle < t; });
+    const auto first = m_firstSegments.find(triangle);
+    if (first == m_firstSegments.end())
+        return;
     const Vector from = {begin[1], begin[2]};
     const Vector way = Vector{end[1], end[2]} - from;
-    for (auto segment = first; segment != m_segments.end() && segment->triangle == triangle; ++segment) {
-        const Vector limit = {segment->begin[0], segment->begin[1]};
-        const Vector side = Vector{segment->end[0], segment->end[1]} - limit;
+    for (int i = first->second; i >= 0; i = m_segments[size_t(i)].next) {
+        const Segment& segment = m_segments[size_t(i)];
+        const Vector limit = {segment.begin[0], segment.begin[1]};
+        const Vector side = Vector{segment.end[0], segment.end[1]} - limit;
         Hit hit;
-        hit.behavior = segment->behavior;
-        hit.curve = segment->curve;
+        hit.behavior = segment.behavior;
+        hit.curve = segment.curve;
         if (FindHit(from, way, limit, side, hit.begin, hit.end))
             hits.push_back(hit);
     }

@@ -6,6 +6,8 @@
 
 #include <QList>
 
+#include <array>
+#include <unordered_map>
 #include <vector>
 
 class ZORGeoCurveOnSurface;
@@ -21,13 +23,14 @@ public:
     explicit ZORGeoLimitBuckets(const ZORGeoSurface& surface);
 
     void Clear();
-    /// Adds the segments of curves. After an exception the buckets are of no more use.
+    /// Adds the segments of curves, linear in their number whatever has been added before.
     /// \param behavior  bits of ZORGeoCurveOnSurfaceProcessor::LimitBehavior
-    /// \throws ZORSysException as ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits() tells
+    /// \throws ZORSysException as ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits(); the limits are then those
+    ///         from before
     void Add(const QList<const ZORGeoCurveOnSurface*>& curves, int behavior);
 
     int GetNumCurves() const { return m_curveCount; }
-    /// Whether some limit has all of these bits.
+    /// Whether some segment has all of these bits. Costs the same for any number of segments.
     bool HasAny(int behavior) const;
     bool Has(int triangle) const
     {
@@ -56,16 +59,18 @@ private:
         int curve = 0;
         double begin[2]; // weights of the corners B and C
         double end[2];
+        int next = -1; // number of another segment of the triangle; -1 for none
     };
-    void AddCurve(const ZORGeoCurveOnSurface* curve, int behavior, qsizetype number);
-    bool AddSegment(int triangle, int behavior, const ZORMathPoint& begin, const ZORMathPoint& end);
-    void AddAcross(int triangle, int side, int behavior, const ZORGeoTrianglePlace (&places)[2]);
-    void AddAround(int triangle, int corner, int behavior);
+    class Collector;
     void Insert(const Segment& segment);
+
+    static constexpr size_t kBehaviorCount = 16; // combinations of the bits of LimitBehavior
 
     const ZORGeoSurface* m_surface; // not owned
     const ZORGeoMesh* m_mesh;       // not owned
     int m_curveCount = 0;
-    std::vector<Segment> m_segments;  // by triangle
-    std::vector<quint64> m_isLimited; // a bit a triangle; empty without limits
+    std::vector<Segment> m_segments;              // in the order in which they were added
+    std::unordered_map<int, int> m_firstSegments; // of the triangles that have some
+    std::vector<quint64> m_isLimited;             // a bit a triangle; empty without limits
+    std::array<bool, kBehaviorCount> m_hasBehavior = {};
 };
