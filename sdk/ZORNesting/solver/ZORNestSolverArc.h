@@ -24,8 +24,8 @@ struct Arc
 
     Arc(Point start, Point end, Point center, bool counterClockwise);
 
-    /// Returns the point of the circle at a part of the sweep, 0 to 1. Its error is in proportion to the length
-    /// of the arc, not to the radius.
+    /// Returns the point of the circle at a part of the sweep, 0 to 1. Its error is in proportion to the
+    /// length of the arc, not to the radius.
     Point Evaluate(double part) const;
     /// Returns the smallest box around all that is drawn.
     Box GetBox() const;

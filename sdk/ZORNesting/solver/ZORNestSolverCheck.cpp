@@ -1,210 +1,211 @@
 #include "ZORNestSolverCheck.h"
 
-#include "ZORNestSolverItemType.h"
-#include "ZORNestSolverOffset.h"
+#include "ZORNestSolverExactShape.h"
+
+#include <cstdint>
+#include <numbers>
+#include <tuple>
 
 namespace ZORNestSolver {
 
 namespace {
 
-constexpr double AngleTolerance = 1e-9;
+using Exact::AreApart;
+using Exact::kTolerance;
+using Exact::Shape;
 
-struct Edge
+constexpr double kFullTurn = 2 * std::numbers::pi;
+constexpr double kAngleTolerance = 1e-11;
+constexpr double kMostTurns = 1000; // of a deviation
+
+/// The rotations around one direction.
+struct Deviation
 {
-    Point a;
-    Point b;
-    Box GetBox() const
+    double largest = 0;
+    double increment = 0; // 0: every rotation within the largest
+
+    bool Allows(double turn) const
     {
-        Box box;
-        box.Add(a);
-        box.Add(b);
-        return box;
+        if (increment <= 0 || largest <= 0)
+            return std::abs(turn) <= largest + kAngleTolerance;
+        return std::abs(turn) <= largest + increment * 1e-9 + kAngleTolerance
+               && std::abs(std::remainder(turn, increment)) <= kAngleTolerance;
+    }
+    bool AllowsFullTurns(double turn) const
+    {
+        const double turns = std::min(std::ceil(largest / kFullTurn), kMostTurns);
+        for (double i = -turns; i <= turns; ++i)
+            if (Allows(turn + i * kFullTurn))
+                return true;
+        return false;
     }
 };
 
-/// The edges that reach into a box, in the order of their rings.
-std::vector<Edge> GetEdges(const Polygon& polygon, const Box& within)
+bool IsNear(double angle, double direction, const Deviation& deviation)
 {
-    std::vector<Edge> edges;
-    for (const Ring& ring : polygon) {
-        for (size_t i = 0; i < ring.size(); ++i) {
-            const Edge edge{ring[i], ring[(i + 1) % ring.size()]};
-            if (edge.GetBox().Overlaps(within))
-                edges.push_back(edge);
-        }
-    }
-    return edges;
+    const double turn = std::remainder(angle - direction, kFullTurn);
+    const double rounding = 4 * std::numeric_limits<double>::epsilon() * std::abs(direction);
+    Deviation wide = deviation;
+    wide.largest += std::isfinite(rounding) ? rounding : 0;
+    return wide.AllowsFullTurns(turn);
 }
 
-double GetDistance(Point p, const Edge& edge)
+/// The rotations of the hand that is asked for, along the grain; the other hand takes the negative ones.
+std::vector<double> GetDirections(const Item& item, const Job& job)
 {
-    return GetDistanceToSegment(p, edge.a, edge.b);
+    const bool quarters[] = {true, item.grain90 || job.grain90, item.grain180 || job.grain180,
+                             item.grain270 || job.grain270};
+    std::vector<double> directions;
+    for (int k = 0; k < 4; ++k)
+        if (quarters[k])
+            directions.push_back(item.orientation + k * kFullTurn / 4);
+    return directions;
 }
 
-/// Whether no point of a segment lies deeper in the polygon than the tolerance. The distance from one edge is
-/// convex along the segment: where both ends are near to the same edge, all of it is.
-class DepthTest
+bool IsPoseAllowed(const Pose& pose, const Item& item, const Job& job)
+{
+    const bool isOtherHand = pose.mirrored != item.mirrored;
+    if (isOtherHand && (!item.flippable || job.singleSided))
+        return false;
+    const Deviation deviation{item.maxDeviation > 0 ? item.maxDeviation : std::max(job.maxDeviation, 0.0),
+                              item.deviationIncrement > 0 ? item.deviationIncrement : job.deviationIncrement};
+    const auto isAllowed = [&](double direction) { return IsNear(pose.angle, direction, deviation); };
+    if (!item.allowedAngles.empty())
+        return std::any_of(item.allowedAngles.begin(), item.allowedAngles.end(), isAllowed);
+    const std::vector<double> directions = GetDirections(item, job);
+    return std::any_of(directions.begin(), directions.end(),
+                       [&](double direction) { return isAllowed(isOtherHand ? -direction : direction); });
+}
+
+/// The outlines of the items as they are drawn, made when they are needed first.
+class Shapes
 {
 public:
-    DepthTest(const Polygon& polygon, std::vector<Edge> edges, double tolerance)
-        : m_polygon(polygon)
-        , m_edges(std::move(edges))
-        , m_tolerance(tolerance)
+    explicit Shapes(const Job& job)
+        : m_job(job)
+        , m_shapes(job.items.size())
     {
     }
-    bool IsShallow(Point a, Point b) const
+    const Shape& Get(size_t item)
     {
-        const bool flat = std::any_of(m_edges.begin(), m_edges.end(), [&](const Edge& edge) {
-            return GetDistance(a, edge) <= m_tolerance && GetDistance(b, edge) <= m_tolerance;
-        });
-        if (flat || Length(b - a) <= m_tolerance)
-            return true;
-        const Point middle = (a + b) * 0.5;
-        if (!IsInside(middle, m_polygon) && !DoesCross(a, b))
-            return true;
-        return IsShallow(middle) && IsShallow(a, middle) && IsShallow(middle, b);
-    }
-    bool IsShallow(Point p) const
-    {
-        return !IsInside(p, m_polygon) || std::any_of(m_edges.begin(), m_edges.end(), [&](const Edge& edge) {
-            return GetDistance(p, edge) <= m_tolerance;
-        });
+        if (!m_shapes[item]) {
+            m_shapes[item].emplace(m_job.items[item].contours);
+            m_shapes[item]->FindProbes();
+        }
+        return *m_shapes[item];
     }
 
 private:
-    bool DoesCross(Point a, Point b) const
-    {
-        return std::any_of(m_edges.begin(), m_edges.end(),
-                           [&](const Edge& edge) { return DoSegmentsMeet(a, b, edge.a, edge.b); });
-    }
-
-    const Polygon& m_polygon;
-    std::vector<Edge> m_edges;
-    double m_tolerance;
+    const Job& m_job;
+    std::vector<std::optional<Shape>> m_shapes;
 };
-
-Point GetDeepPoint(const Polygon& polygon)
-{
-    return FindPoles(polygon, 1).front().centre;
-}
-
-bool IsDeepInside(Point p, const Polygon& polygon, double tolerance)
-{
-    return IsInside(p, polygon) && GetDistanceToBoundary(p, polygon) > tolerance;
-}
-
-bool IsNested(const Polygon& a, const Polygon& b, double tolerance)
-{
-    const Box boxA = GetBox(a).Grown(tolerance);
-    const Box boxB = GetBox(b).Grown(tolerance);
-    return (boxB.Contains(GetBox(a)) && IsDeepInside(GetDeepPoint(a), b, tolerance))
-           || (boxA.Contains(GetBox(b)) && IsDeepInside(GetDeepPoint(b), a, tolerance));
-}
-
-bool AreEdgesShallow(const Polygon& a, const Polygon& b, const Box& common, double tolerance)
-{
-    const DepthTest test(b, GetEdges(b, common), tolerance);
-    const std::vector<Edge> edges = GetEdges(a, common);
-    return std::all_of(edges.begin(), edges.end(),
-                       [&test](const Edge& edge) { return test.IsShallow(edge.a, edge.b); });
-}
-
-/// Calls a function with the places of two polygons whose boxes come that near, until it returns false; a sweep
-/// along x. Returns whether it never did.
-template<class Function>
-bool ForEachNearPair(const std::vector<Polygon>& polygons, double distance, Function function)
-{
-    std::vector<std::pair<Box, size_t>> sorted;
-    for (size_t i = 0; i < polygons.size(); ++i)
-        sorted.push_back({GetBox(polygons[i]).Grown(distance / 2), i});
-    std::sort(sorted.begin(), sorted.end(),
-              [](const auto& a, const auto& b) { return a.first.min.x < b.first.min.x; });
-    for (size_t a = 0; a < sorted.size(); ++a)
-        for (size_t b = a + 1; b < sorted.size() && sorted[b].first.min.x <= sorted[a].first.max.x; ++b)
-            if (sorted[a].first.Overlaps(sorted[b].first) && !function(sorted[a].second, sorted[b].second))
-                return false;
-    return true;
-}
-
-bool IsAngleAllowed(const Pose& pose, const Item& item, const Job& job)
-{
-    const auto classes = GetPoseClasses(item, job);
-    return std::any_of(classes.begin(), classes.end(), [&pose](const PoseClass& poseClass) {
-        if (poseClass.mirrored != pose.mirrored)
-            return false;
-        const double difference = std::remainder(pose.angle - poseClass.angle, 8 * std::atan(1.0));
-        return std::abs(difference) <= poseClass.deviation + AngleTolerance;
-    });
-}
 
 /// A sheet of the solution with its items where they lie.
 class SheetCheck
 {
 public:
-    SheetCheck(const Job& job, const std::vector<Polygon>& outlines, const NestedSheet& sheet, size_t number,
-               std::vector<std::string>& faults)
+    SheetCheck(const Job& job, Shapes& shapes, const NestedSheet& sheet, size_t number)
         : m_job(job)
         , m_kind(job.kinds[sheet.kind])
+        , m_shapes(shapes)
         , m_sheet(sheet)
         , m_number(number)
-        , m_faults(faults)
     {
-        for (const Placement& placement : sheet.placements)
-            m_placed.push_back(Transform(placement.pose).Apply(outlines[placement.item]));
+        for (const Polygon& defect : m_kind.defects)
+            m_defects.emplace_back(defect);
+        if (!m_kind.outline.empty())
+            m_outside.emplace(m_kind.outline, Shape::Side::Outside);
     }
 
-    void Run()
+    std::vector<PlacementFault> Run()
     {
-        const double length = m_kind.IsRoll() ? m_sheet.usedLength : m_kind.length;
-        const double frame = m_job.frameWidth - CheckTolerance;
-        const Box usable{{m_kind.leftTrim + frame, m_kind.bottomTrim + frame},
-                         {length - m_kind.rightTrim - frame, m_kind.width - m_kind.topTrim - frame}};
-        std::vector<Polygon> missing;
-        if (!m_kind.outline.empty())
-            missing = CutFromBox(GetBox(m_kind.outline).Grown(1), m_kind.outline);
-        for (size_t i = 0; i < m_placed.size(); ++i) {
-            if (!IsAngleAllowed(m_sheet.placements[i].pose, GetItem(i), m_job))
-                Report(i, "has a rotation or hand that is not allowed");
-            if (!usable.Contains(GetBox(m_placed[i])))
-                Report(i, "leaves the usable part of the sheet");
-            CheckAgainst(i, m_kind.defects, m_job.defectSeparation, "lies on a defect");
-            CheckAgainst(i, missing, m_job.frameWidth, "leaves the outline of the sheet");
-        }
-        CheckPairs();
+        for (size_t i = 0; i < m_sheet.placements.size(); ++i)
+            CheckBox(i);
+        std::sort(m_order.begin(), m_order.end(),
+                  [](const Boxed& a, const Boxed& b) { return a.box.min.x < b.box.min.x; });
+        for (const Boxed& boxed : m_order)
+            CheckPlaced(boxed);
+        std::sort(m_faults.begin(), m_faults.end(), [](const PlacementFault& a, const PlacementFault& b) {
+            return std::tie(a.placement, a.other, a.text) < std::tie(b.placement, b.other, b.text);
+        });
+        return std::move(m_faults);
     }
 
 private:
-    const Item& GetItem(size_t i) const { return m_job.items[m_sheet.placements[i].item]; }
-    void Report(size_t i, const std::string& fault)
+    struct Boxed
     {
-        m_faults.push_back("sheet " + std::to_string(m_number) + ": item "
-                           + std::to_string(m_sheet.placements[i].item) + " " + fault);
+        size_t placement;
+        Box box;
+    };
+    struct Placed
+    {
+        size_t placement;
+        Shape shape;
+    };
+
+    void Report(size_t i, const std::string& fault, std::optional<size_t> other = {})
+    {
+        m_faults.push_back({i, other,
+                            "sheet " + std::to_string(m_number) + ": item "
+                                + std::to_string(m_sheet.placements[i].item) + " " + fault});
     }
-    void CheckAgainst(size_t i, const std::vector<Polygon>& areas, double distance, const std::string& fault)
+
+    Box GetUsableBox() const
     {
-        for (const Polygon& area : areas)
-            if (!AreApart(m_placed[i], area, distance))
-                Report(i, fault);
+        const double frame = m_job.frameWidth - kTolerance;
+        const double length = m_kind.IsRoll() ? m_sheet.usedLength : m_kind.length;
+        return {{m_kind.leftTrim + frame, m_kind.bottomTrim + frame},
+                {length - m_kind.rightTrim - frame, m_kind.width - m_kind.topTrim - frame}};
     }
-    void CheckPairs()
+
+    void CheckBox(size_t i)
     {
-        std::vector<std::pair<size_t, size_t>> tooNear;
-        ForEachNearPair(m_placed, m_job.separation, [&](size_t i, size_t j) {
-            if (!AreApart(m_placed[i], m_placed[j], m_job.separation))
-                tooNear.push_back(std::minmax(i, j));
-            return true;
+        const Placement& placement = m_sheet.placements[i];
+        const Pose& pose = placement.pose;
+        if (!std::isfinite(pose.angle) || !IsFinite(pose.position))
+            return Report(i, "has a pose that is not finite");
+        if (!IsPoseAllowed(pose, m_job.items[placement.item], m_job))
+            Report(i, "has a rotation or hand that is not allowed");
+        const Box box = m_shapes.Get(placement.item).GetPlacedBox(pose);
+        if (box.IsEmpty())
+            return Report(i, "has an outline that cannot be measured");
+        if (!GetUsableBox().Contains(box))
+            Report(i, "leaves the usable part of the sheet");
+        m_order.push_back({i, box});
+    }
+
+    /// Compares a placement with those before it in the order of x that reach so far.
+    void CheckPlaced(const Boxed& boxed)
+    {
+        const Placement& placement = m_sheet.placements[boxed.placement];
+        const Shape shape = m_shapes.Get(placement.item).Placed(placement.pose);
+        for (const Shape& defect : m_defects)
+            if (!AreApart(shape, defect, m_job.defectSeparation))
+                Report(boxed.placement, "lies on a defect");
+        if (m_outside && !AreApart(shape, *m_outside, m_job.frameWidth))
+            Report(boxed.placement, "leaves the outline of the sheet");
+        std::erase_if(m_active, [&](const Placed& other) {
+            return other.shape.GetBox().max.x + m_job.separation < boxed.box.min.x;
         });
-        std::sort(tooNear.begin(), tooNear.end());
-        for (const auto& [i, j] : tooNear)
-            Report(i, "is too near to item " + std::to_string(m_sheet.placements[j].item));
+        for (const Placed& other : m_active) {
+            if (AreApart(shape, other.shape, m_job.separation))
+                continue;
+            const auto [first, second] = std::minmax(boxed.placement, other.placement);
+            Report(second, "is too near to item " + std::to_string(m_sheet.placements[first].item), first);
+        }
+        m_active.push_back({boxed.placement, shape});
     }
 
     const Job& m_job;
     const SheetKind& m_kind;
+    Shapes& m_shapes;
     const NestedSheet& m_sheet;
     size_t m_number;
-    std::vector<std::string>& m_faults;
-    std::vector<Polygon> m_placed;
+    std::vector<Shape> m_defects;
+    std::optional<Shape> m_outside;
+    std::vector<Boxed> m_order;
+    std::vector<Placed> m_active;
+    std::vector<PlacementFault> m_faults;
 };
 
 /// Whether the sheet names sheets and items of the job only.
@@ -215,19 +216,24 @@ bool IsOfJob(const Job& job, const NestedSheet& sheet)
                           [&job](const Placement& placement) { return placement.item < job.items.size(); });
 }
 
-std::vector<Polygon> GetOutlines(const Job& job)
+void AppendSheetFaults(std::vector<std::string>& faults, const Job& job, Shapes& shapes,
+                       const NestedSheet& sheet, size_t number)
 {
-    std::vector<Polygon> outlines;
-    std::string reason;
-    for (const Item& item : job.items)
-        outlines.push_back(MakeOuterPolygon(item.contours, reason));
-    return outlines;
+    const std::string name = "sheet " + std::to_string(number);
+    if (!IsOfJob(job, sheet)) {
+        faults.push_back(name + ": is of no kind or holds no item of the job");
+        return;
+    }
+    if (sheet.stack < 1 || sheet.stack > std::max(1, job.stackSize))
+        faults.push_back(name + ": a stack of " + std::to_string(sheet.stack) + " is not allowed");
+    for (const PlacementFault& fault : SheetCheck(job, shapes, sheet, number).Run())
+        faults.push_back(fault.text);
 }
 
 void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::string>& faults)
 {
-    std::vector<int> counts(job.items.size(), 0);
-    std::vector<int> sheets(job.kinds.size(), 0);
+    std::vector<int64_t> counts(job.items.size(), 0);
+    std::vector<int64_t> sheets(job.kinds.size(), 0);
     for (const NestedSheet& sheet : solution.sheets) {
         if (!IsOfJob(job, sheet))
             continue;
@@ -235,9 +241,13 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
         for (const Placement& placement : sheet.placements)
             counts[placement.item] += sheet.stack;
     }
-    for (const UnplacedItem& unplaced : solution.unplaced)
-        if (unplaced.item < counts.size())
+    for (const UnplacedItem& unplaced : solution.unplaced) {
+        if (unplaced.item >= counts.size() || unplaced.count < 1)
+            faults.push_back("unplaced item " + std::to_string(unplaced.item)
+                             + ": is not in the job or has no copies");
+        else
             counts[unplaced.item] += unplaced.count;
+    }
     for (size_t i = 0; i < counts.size(); ++i)
         if (counts[i] != std::max(0, job.items[i].quantity))
             faults.push_back("item " + std::to_string(i) + ": " + std::to_string(counts[i]) + " of "
@@ -252,53 +262,26 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
 
 } // namespace
 
-bool AreApart(const Polygon& a, const Polygon& b, double distance, double tolerance)
+std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet)
 {
-    const double reach = std::max(distance - tolerance, 0.0);
-    const Box boxA = GetBox(a).Grown(reach / 2 + tolerance);
-    const Box boxB = GetBox(b).Grown(reach / 2 + tolerance);
-    if (!boxA.Overlaps(boxB))
-        return true;
-    if (IsNested(a, b, tolerance))
-        return false;
-    const Box common{{std::max(boxA.min.x, boxB.min.x), std::max(boxA.min.y, boxB.min.y)},
-                     {std::min(boxA.max.x, boxB.max.x), std::min(boxA.max.y, boxB.max.y)}};
-    const Box wide = common.Grown(reach + tolerance);
-    if (reach <= 0)
-        return AreEdgesShallow(a, b, wide, tolerance) && AreEdgesShallow(b, a, wide, tolerance);
-    const std::vector<Edge> edgesB = GetEdges(b, wide);
-    for (const Edge& edge : GetEdges(a, wide))
-        for (const Edge& other : edgesB)
-            if (edge.GetBox().Grown(reach).Overlaps(other.GetBox())
-                && GetSegmentDistance(edge.a, edge.b, other.a, other.b) < reach)
-                return false;
-    return true;
-}
-
-bool AreAllApart(const std::vector<Polygon>& polygons, double distance)
-{
-    return ForEachNearPair(polygons, distance, [&polygons, distance](size_t i, size_t j) {
-        return AreApart(polygons[i], polygons[j], distance);
-    });
+    Shapes shapes(job);
+    return SheetCheck(job, shapes, sheet, 0).Run();
 }
 
 std::vector<std::string> FindSheetFaults(const Job& job, const NestedSheet& sheet)
 {
     std::vector<std::string> faults;
-    SheetCheck(job, GetOutlines(job), sheet, 0, faults).Run();
+    Shapes shapes(job);
+    AppendSheetFaults(faults, job, shapes, sheet, 0);
     return faults;
 }
 
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution)
 {
     std::vector<std::string> faults;
-    const std::vector<Polygon> outlines = GetOutlines(job);
+    Shapes shapes(job);
     for (size_t number = 0; number < solution.sheets.size(); ++number)
-        if (!IsOfJob(job, solution.sheets[number]))
-            faults.push_back("sheet " + std::to_string(number)
-                             + ": is of no kind or holds no item of the job");
-        else
-            SheetCheck(job, outlines, solution.sheets[number], number, faults).Run();
+        AppendSheetFaults(faults, job, shapes, solution.sheets[number], number);
     CheckQuantities(job, solution, faults);
     return faults;
 }

@@ -4,24 +4,32 @@
 
 #include "ZORNestSolverModel.h"
 
+#include <optional>
+
 namespace ZORNestSolver {
 
-/// Depth to which items may overlap each other, defects or the edge of the sheet, and by which distances may
-/// fall short.
-constexpr double CheckTolerance = 1e-6;
+/// A placement that is not valid.
+struct PlacementFault
+{
+    size_t placement = 0;
+    std::optional<size_t> other; // the earlier placement that it is too near to
+    std::string text;            // "sheet 2: item 5 lies on a defect"
+};
 
-/// What is wrong with the solution, a sentence each; none if it is valid. Outlines are compared by true
-/// distances of the polygons around them, sheet by sheet; rotations and hands with what the job allows;
-/// quantities with what was ordered.
+/// Returns what is wrong with the solution, a sentence each; nothing if it is valid.
+///
+/// The outlines are measured as they are drawn, lines and arcs, in the poses of the solution: penetration of
+/// at most 1e-6 mm and spacing of at least the separation less 1e-6 mm are valid. The proof covers items,
+/// frame, trims, the used length, defects, outlines of sheets, rotations, hands, stacks, and the quantities
+/// of items and sheets. It shares nothing with the search but the model.
+///
+/// Takes O(n log n) for n lines and arcs.
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution);
 
-/// The faults of a single sheet.
+/// Returns the faults of a single sheet, which counts as sheet 0.
 std::vector<std::string> FindSheetFaults(const Job& job, const NestedSheet& sheet);
 
-/// The polygons keep the distance, or with a distance of 0 overlap nowhere deeper than the tolerance.
-bool AreApart(const Polygon& a, const Polygon& b, double distance, double tolerance = CheckTolerance);
-
-/// Every two of the polygons are apart.
-bool AreAllApart(const std::vector<Polygon>& polygons, double distance);
+/// Returns the faults of the placements of a single sheet of a kind of the job, sorted by placement.
+std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet);
 
 } // namespace ZORNestSolver

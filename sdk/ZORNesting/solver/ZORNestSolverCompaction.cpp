@@ -1,6 +1,6 @@
 #include "ZORNestSolverCompaction.h"
 
-#include "ZORNestSolverCheck.h"
+#include "ZORNestSolverApart.h"
 #include "ZORNestSolverLinearProgram.h"
 
 namespace ZORNestSolver {
@@ -94,7 +94,7 @@ private:
         const Point along = b - a;
         const Point normal = Point{along.y, -along.x} * (1 / Length(along)); // away from the material
         const double distance = Dot(corner - a, normal);
-        if (distance >= -CheckTolerance && distance <= m_reach)
+        if (distance >= -kApartTolerance && distance <= m_reach)
             m_contacts.push_back({normal * sign, distance - m_separation});
     }
     void AddCorners(const Corner& a, const Corner& b)

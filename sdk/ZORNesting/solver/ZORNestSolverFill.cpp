@@ -1,6 +1,6 @@
 #include "ZORNestSolverFill.h"
 
-#include "ZORNestSolverCheck.h"
+#include "ZORNestSolverApart.h"
 #include "ZORNestSolverCompaction.h"
 
 namespace ZORNestSolver {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "ZORNestSolverApart.h"
 #include "ZORNestSolverCheck.h"
 #include "ZORNestSolverRandom.h"
 #include "ZORNestSolverRun.h"

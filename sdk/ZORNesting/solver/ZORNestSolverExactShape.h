@@ -1,0 +1,65 @@
+// Regions bounded by lines and arcs, as they are drawn. Part of the proof: the search does not use them.
+
+#pragma once
+
+#include "ZORNestSolverExactPiece.h"
+#include "ZORNestSolverExactTree.h"
+
+namespace ZORNestSolver::Exact {
+
+/// Depth to which regions may overlap, and by which distances may fall short, apart from rounding.
+constexpr double kTolerance = 1e-6;
+
+/// All points around which an odd number of contours winds, in either direction and however often: holes are
+/// cut out, islands in holes are part of the region, and loops of a contour that overlap are part of it, too.
+class Shape
+{
+public:
+    enum class Side { Inside, Outside };
+
+    Shape() = default;
+    explicit Shape(const std::vector<Contour>& contours);
+    /// A region of straight edges, or all that lies outside of it. Rings without area are ignored.
+    explicit Shape(const Polygon& polygon, Side side = Side::Inside);
+
+    /// Returns the box of all pieces; empty if there are none.
+    Box GetBox() const { return m_tree.IsEmpty() ? Box() : m_tree.GetBox(); }
+    /// Returns the box that the region will have.
+    Box GetPlacedBox(const Pose& pose) const;
+    Shape Placed(const Pose& pose) const;
+
+    /// Checks a point that does not lie on a piece.
+    bool IsInside(Point p) const;
+    double GetDistanceToPieces(Point p) const;
+    /// Finds points in every part of the region that is wider than the tolerance, for GetProbes().
+    void FindProbes();
+
+    bool IsBounded() const { return m_side == Side::Inside; }
+    const std::vector<Piece>& GetPieces() const { return m_pieces; }
+    const BoxTree& GetTree() const { return m_tree; }
+    /// Index of the first piece of each contour.
+    const std::vector<size_t>& GetStarts() const { return m_starts; }
+    const std::vector<Point>& GetProbes() const { return m_probes; }
+
+private:
+    void SetPieces(std::vector<Piece> pieces);
+    void AppendProbes(size_t contour, bool alongX, double share);
+
+    Side m_side = Side::Inside;
+    std::vector<Piece> m_pieces; // contour after contour
+    std::vector<size_t> m_starts;
+    BoxTree m_tree;
+    std::vector<Point> m_probes;
+};
+
+/// Checks that regions keep a distance, less the tolerance.
+///
+/// Regions that need no distance may overlap by the tolerance: no point of the lines and arcs of one lies
+/// deeper than that in the other, measured to the other's nearest line or arc, and they have no deeper point
+/// in common. So they may touch along edges and arcs; needles, equal regions and regions within each other
+/// overlap.
+///
+/// Takes O(n log n) for n pieces near each other.
+bool AreApart(const Shape& a, const Shape& b, double distance);
+
+} // namespace ZORNestSolver::Exact
