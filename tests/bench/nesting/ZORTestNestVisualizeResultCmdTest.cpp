@@ -4,13 +4,16 @@
 #include "support/BenchTest.h"
 
 #include <ZORNesting/ZORNestResultWriter.h>
+#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QAction>
 #include <QFile>
 #include <QImage>
 #include <QInputDialog>
 #include <QMetaClassInfo>
+#include <QSignalSpy>
 
+#include <functional>
 #include <limits>
 
 namespace {
@@ -48,6 +51,26 @@ protected:
         AnswerNumber(height);
         answers.AnswerFile(picture);
         Open("ZORTestNestVisualizeResultCmd");
+    }
+
+    /// The calls of the image factory that \a run makes.
+    static QStringList TraceImages(const std::function<void()>& run)
+    {
+        auto* const trace = ZORSysApiTrace::GetInstance();
+        const QSignalSpy lines(trace, &ZORSysApiTrace::CallTraced);
+        trace->SetEnabled(true);
+        run();
+        trace->SetEnabled(false);
+        QCoreApplication::processEvents();
+        QStringList calls;
+        for (const QList<QVariant>& line : lines)
+            calls.append(QString::fromUtf8(line[0].toByteArray()));
+        return calls.filter("::CreateImage(");
+    }
+    static QString MakeImageCall(const QSize& size)
+    {
+        return QStringLiteral("ZORVisRepFactory::CreateImage(%1, %2, [1], \"#000000\")")
+            .arg(QString::number(size.width()), QString::number(size.height()));
     }
 
     const QString path = GetPath("sheet.msi");
@@ -99,13 +122,23 @@ TEST_F(ZORTestNestVisualizeResultCmdTest, SizesWithoutAreaSaveNothing)
     }
 }
 
+TEST_F(ZORTestNestVisualizeResultCmdTest, PassesEverySizeOnUnchanged)
+{
+    for (const QSize& size :
+         {QSize(0, 0), QSize(0, 100), QSize(100, 0), QSize(-5, 7), QSize(3, -2147483647), QSize(30, 20)}) {
+        const QStringList calls = TraceImages([&] { Run(size.width(), size.height()); });
+        EXPECT_EQ(QStringList(MakeImageCall(size)), calls);
+    }
+}
+
 TEST_F(ZORTestNestVisualizeResultCmdTest, CancelledNumbersCountAsZero)
 {
     answers.AnswerFile(path);
     answers.CancelInput();
     answers.CancelInput();
     answers.AnswerFile(picture);
-    Open("ZORTestNestVisualizeResultCmd");
+    const QStringList calls = TraceImages([this] { Open("ZORTestNestVisualizeResultCmd"); });
+    EXPECT_EQ(QStringList(MakeImageCall(QSize(0, 0))), calls);
     EXPECT_FALSE(QFile::exists(picture));
     EXPECT_EQ(QList<bool>({true}), finished);
 }

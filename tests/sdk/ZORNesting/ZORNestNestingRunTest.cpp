@@ -204,14 +204,37 @@ TEST_F(ZORNestNestingRunTest, GrainFlagsOfPartAndJobAllowTurns)
     ZORNestNestingInput input = MakeJob({MakeItem("w", MakeWedge(), 8)}, {MakeSheets("r", 25, Roll)});
     input.SetGrain90(true);
     input.SetGrain270(true);
-    for (const int degrees : GetDegrees(Nest(input)))
+    const Response* const turned = Nest(input);
+    EXPECT_EQ(8, GetNames(turned).size());
+    for (const int degrees : GetDegrees(turned))
         EXPECT_TRUE(degrees == 0 || degrees == 90 || degrees == 270) << degrees;
+}
 
-    // Longer than the roll is wide: fits in one direction only.
-    item = MakeItem("bar", MakePart({ZORNestResultShape(MakeRectangle(5, 30))}), 2);
-    EXPECT_TRUE(Nest(MakeJob({item}, {MakeSheets("r", 10, Roll)}))->GetSheetFiles().isEmpty());
-    item.SetGrain270(true);
-    EXPECT_EQ(QList<int>({270}), GetDegrees(Nest(MakeJob({item}, {MakeSheets("r", 10, Roll)}))));
+TEST_F(ZORNestNestingRunTest, EachGrainFlagOfPartAndJobAllowsItsOwnTurn)
+{
+    // Longer than the roll is wide: fits across only.
+    const ZORNestNestingInputItem plain =
+        MakeItem("bar", MakePart({ZORNestResultShape(MakeRectangle(5, 30))}), 2);
+    const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 10, Roll)};
+    EXPECT_TRUE(Nest(MakeJob({plain}, rolls))->GetSheetFiles().isEmpty());
+    for (const int degrees : {90, 180, 270}) {
+        ZORNestNestingInputItem item = plain;
+        ZORNestNestingInput input = MakeJob({plain}, rolls);
+        if (degrees == 90) {
+            item.SetGrain90(true);
+            input.SetGrain90(true);
+        } else if (degrees == 180) {
+            item.SetGrain180(true);
+            input.SetGrain180(true);
+        } else {
+            item.SetGrain270(true);
+            input.SetGrain270(true);
+        }
+        for (const Response* response : {Nest(MakeJob({item}, rolls)), Nest(input)}) {
+            EXPECT_EQ(degrees == 180 ? 0 : 2, GetNames(response).size()) << degrees;
+            EXPECT_EQ(degrees == 180 ? QList<int>() : QList<int>({degrees}), GetDegrees(response));
+        }
+    }
 }
 
 TEST_F(ZORNestNestingRunTest, DeviationsTurnPartsByWholeIncrementsOrFreely)
@@ -226,9 +249,9 @@ TEST_F(ZORNestNestingRunTest, DeviationsTurnPartsByWholeIncrementsOrFreely)
     ZORNestNestingInput input = MakeJob({item}, sheets);
     input.SetMaxDeviation(12 * degree);
     input.SetDeviationIncrement(4 * degree);
-    for (const int degrees : GetDegrees(Nest(input)))
-        EXPECT_TRUE(degrees == 8 || degrees == 12 || degrees == 348 || degrees == 352) << degrees;
-    EXPECT_EQ(1, processor->GetResponses().constLast()->GetSheetFiles().size());
+    const QList<int> found = GetDegrees(Nest(input));
+    ASSERT_EQ(1, found.size());
+    EXPECT_TRUE(QList<int>({8, 12, 348, 352}).contains(found[0])) << found[0];
 
     item.SetMaxDeviation(3 * degree); // its own holds, and is too small
     input = MakeJob({item}, sheets);
@@ -241,7 +264,9 @@ TEST_F(ZORNestNestingRunTest, HandsAreThoseThatAreWanted)
 {
     ZORNestNestingInputItem item = MakeItem("w", MakeWedge(), 6);
     const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 32, Roll)};
-    EXPECT_EQ(0, CountMirrored(Nest(MakeJob({item}, rolls))));
+    const Response* const drawn = Nest(MakeJob({item}, rolls));
+    EXPECT_EQ(6, GetNames(drawn).size());
+    EXPECT_EQ(0, CountMirrored(drawn));
     item.SetMirrored(true);
     EXPECT_EQ(6, CountMirrored(Nest(MakeJob({item}, rolls))));
     item.SetFlippable(true);
@@ -252,16 +277,63 @@ TEST_F(ZORNestNestingRunTest, HandsAreThoseThatAreWanted)
 
 TEST_F(ZORNestNestingRunTest, FlippablePartsUseBothHands)
 {
-    // Two of one hand do not fit on the sheet; one of each do.
-    const QByteArray part = MakePart({ZORNestResultShape(MakeRing({{0, 0, 0}, {20, 0, 0}, {0, 10, 0}}))});
-    ZORNestNestingInputItem item = MakeItem("w", part, 2);
-    item.SetGrain180(true);
-    ZORNestNestingInput input = MakeJob({item}, {MakeSheets("s", 10.5, 20.5)});
-    input.SetMaxSteps(2000);
-    EXPECT_EQ(2, GetNames(Nest(input)).size()); // turned by 180 degrees
-    item.SetGrain180(false);
-    input = MakeJob({item}, {MakeSheets("s", 10.5, 20.5)});
-    EXPECT_EQ(1, GetNames(Nest(input)).size());
+    // Each has a side as long as two thirds of the sheet's width on the left, or mirrored on the right: two of one hand
+    // do not fit on the sheet, one of each do.
+    const QByteArray part = MakePart({ZORNestResultShape(MakeRing({{0, 0, 0}, {20, 10, 0}, {0, 20, 0}}))});
+    for (const bool isMirrored : {false, true}) {
+        for (const bool isFlippable : {false, true}) {
+            for (const bool isSingleSided : {false, true}) {
+                ZORNestNestingInputItem item = MakeItem("w", part, 2);
+                item.SetMirrored(isMirrored);
+                item.SetFlippable(isFlippable);
+                ZORNestNestingInput input = MakeJob({item}, {MakeSheets("s", 30.5, 20.5)});
+                input.SetSingleSidedMaterial(isSingleSided);
+                input.SetMaxSteps(2000);
+                const Response* const response = Nest(input);
+                const bool areBothUsed = isFlippable && !isSingleSided;
+                EXPECT_EQ(areBothUsed ? 2 : 1, GetNames(response).size());
+                EXPECT_EQ(areBothUsed || isMirrored ? 1 : 0, CountMirrored(response));
+                EXPECT_EQ(QList<int>({0}), GetDegrees(response));
+            }
+        }
+    }
+}
+
+TEST_F(ZORNestNestingRunTest, TheSeedDeterminesTheLayout)
+{
+    QList<QByteArray> files;
+    for (const quint64 seed : {1, 2, 2}) {
+        ZORNestNestingInput input =
+            MakeJob({MakeItem("w", MakeWedge(), 9), MakeSquare("b", 7, 9)}, {MakeSheets("r", 40, Roll)});
+        input.SetMaxSteps(1000);
+        input.SetMaxDeviation(0.4);
+        input.SetSeed(seed);
+        files += Nest(input)->GetSheetFiles();
+    }
+    ASSERT_EQ(3, files.size());
+    EXPECT_NE(files[0], files[1]);
+    EXPECT_EQ(files[1], files[2]);
+}
+
+TEST_F(ZORNestNestingRunTest, TheMinimumRunTimeKeepsAJobSearching)
+{
+    // Nothing can be gained: the second part has no room, though the area would suffice.
+    const QList<ZORNestNestingInputItem> items = {MakeSquare("a", 10, 2)};
+    const QList<ZORNestNestingInputPackaging> sheets = {MakeSheets("s", 15, 15)};
+    ZORNestNestingInput patient(QString(), 0, items, sheets);
+    patient.SetMinRunTime(1e21);
+    Response* const waiting = processor->AddInput(patient);
+    processor->Execute(waiting);
+    ASSERT_TRUE(QTest::qWaitFor([=] { return waiting->GetProgress() > 0; }, Patience));
+    for (int i = 0; i < 3; ++i) {
+        const Response* const response = Nest(ZORNestNestingInput(QString(), 0, items, sheets));
+        EXPECT_TRUE(response->GetReportFile().contains("no further gain"));
+    }
+    EXPECT_EQ(Response::Running, waiting->GetStatus());
+    processor->Stop(waiting);
+    ASSERT_TRUE(WaitForEnd(waiting));
+    EXPECT_EQ(QStringList({"a"}), GetNames(waiting));
+    EXPECT_EQ(Response::Completed, waiting->GetStatus());
 }
 
 TEST_F(ZORNestNestingRunTest, StacksAreOneFileAndNeverOverproduce)

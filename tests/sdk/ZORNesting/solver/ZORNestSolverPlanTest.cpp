@@ -116,6 +116,7 @@ TEST(ZORNestSolverPlanTest, LowPrioritiesTakeNothingFromHighOnes)
     EXPECT_EQ(counts[2], 6);
     EXPECT_GE(counts[1], 12);
     EXPECT_EQ(counts[0], 0);
+    ASSERT_FALSE(solution.unplaced.empty());
     for (const UnplacedItem& unplaced : solution.unplaced)
         EXPECT_EQ(unplaced.reason, "no sheet left");
 }

@@ -100,8 +100,14 @@ TEST(ZORNestSolverRunTest, ScarceSheetsGoToTheHighestPriority)
     job.items[1].priority = 5;
     job.kinds = {Sheet(12, 12, 3)};
     const Solution solution = SolveFor(job, 2);
-    for (const NestedSheet& sheet : solution.sheets)
-        EXPECT_EQ(sheet.placements.at(0).item, 1U);
+    EXPECT_EQ(solution.sheets.size(), 3U);
+    for (const NestedSheet& sheet : solution.sheets) {
+        ASSERT_EQ(sheet.placements.size(), 1U);
+        EXPECT_EQ(sheet.placements[0].item, 1U);
+    }
+    ASSERT_EQ(solution.unplaced.size(), 1U);
+    EXPECT_EQ(solution.unplaced[0].item, 0U);
+    EXPECT_EQ(solution.unplaced[0].count, 3);
 }
 
 TEST(ZORNestSolverRunTest, TheCheapestKindServesAll)
