@@ -79,10 +79,12 @@ std::vector<PoseClass> GetPoseClasses(const Item& item, const Job& job)
     const double deviation = item.maxDeviation > 0 ? item.maxDeviation : std::max(job.maxDeviation, 0.0);
     const double increment = item.deviationIncrement > 0 ? item.deviationIncrement : job.deviationIncrement;
     std::vector<PoseClass> classes;
+    // Flipping mirrors the grain as well: turned back by as much, it lies along the sheet again.
+    const double sign = item.allowedAngles.empty() ? -1 : 1;
     for (const double angle : GetMiddleAngles(item, job)) {
         AddAngles(classes, item.mirrored, angle, deviation, increment);
         if (item.flippable && !job.singleSided)
-            AddAngles(classes, !item.mirrored, angle, deviation, increment);
+            AddAngles(classes, !item.mirrored, sign * angle, deviation, increment);
     }
     return classes;
 }

@@ -17,7 +17,11 @@ struct PoseClass
     bool IsContinuous() const { return deviation > 0; }
 };
 
-/// The rotations and hands that the job allows for an item, without repetitions. Never empty.
+/// Returns the rotations and hands that the job allows for an item, without repetitions; never empty.
+///
+/// The hand that is asked for, mirrored or not, takes the orientation and the quarter turns from it that the
+/// grain allows, and the deviations around them. The other hand of a flippable item takes the negative
+/// rotations, so that its grain lies along the sheet's. Angles that are listed instead hold for both hands.
 std::vector<PoseClass> GetPoseClasses(const Item& item, const Job& job);
 
 /// What all copies of an item share.

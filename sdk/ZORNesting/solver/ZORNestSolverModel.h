@@ -15,15 +15,15 @@ struct Item
     std::vector<Contour> contours;
     int quantity = 1;
     int priority = 0;       // higher ones are served first where sheets are short
-    double orientation = 0; // the rotation that lies along the grain
+    double orientation = 0; // the rotation, after mirroring, that lies along the grain
     bool grain90 = false;   // the orientation plus a quarter turn is allowed as well
     bool grain180 = false;
     bool grain270 = false;
     double maxDeviation = 0;           // 0: the job's
     double deviationIncrement = 0;     // 0: any angle within the deviation
     bool mirrored = false;             // the wanted part is the mirror image of the outline
-    bool flippable = false;            // the other hand serves as well
-    std::vector<double> allowedAngles; // where not empty, instead of orientation and grain
+    bool flippable = false;            // the other hand serves as well, at the negative rotations
+    std::vector<double> allowedAngles; // where not empty, instead of orientation and grain; of both hands
 };
 
 struct SheetKind
