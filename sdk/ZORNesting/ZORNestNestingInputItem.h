@@ -16,8 +16,8 @@ class ZORNESTING_EXPORT ZORNestNestingInputItem
 public:
     /// One copy, priority 0, along the grain in the orientation of its drawing, no deviation, not mirrored.
     /// Never throws; the contents are read when the job runs.
-    /// \param contents  of a result file (*.msi). Where it holds several items, each of them is a part of its own,
-    ///                  with the settings of this one.
+    /// \param contents  of a result file (*.msi). Where it holds several items, each of them is a part of its
+    /// own, with the settings of this one.
     ZORNestNestingInputItem(const QString& name, const QByteArray& contents);
 
     QString GetName() const { return m_name; }
@@ -30,11 +30,12 @@ public:
     /// Whether the part that is needed is the mirror image of the drawn one.
     void SetMirrored(bool isMirrored);
     double GetOrientation() const { return m_orientation; }
-    /// \param angle  radians, counter-clockwise, by which the drawing is turned to lie along the grain (the
-    ///               length of the sheet)
+    /// \param angle  radians, counter-clockwise, by which the part, after mirroring if it is mirrored, is
+    /// turned to lie along the grain (the length of the sheet)
     void SetOrientation(double angle);
     bool IsFlippable() const { return m_isFlippable; }
-    /// Whether the part may be cut with either face up. Without effect on single-sided material.
+    /// Whether the part may be cut with either face up. The other face takes the negative turns, so that its
+    /// grain lies along the sheet's as well. Without effect on single-sided material.
     void SetFlippable(bool isFlippable);
 
     /// Whether the part may be turned by 90 (180, 270) degrees from its orientation.
@@ -46,8 +47,8 @@ public:
     void SetGrain270(bool isSet);
 
     double GetMaxDeviation() const { return m_maxDeviation; }
-    /// \param angle  radians, by which the part may be turned either way from its allowed directions; 0: that of
-    ///               the job holds
+    /// \param angle  radians, by which the part may be turned either way from its allowed directions; 0: that
+    /// of the job holds
     void SetMaxDeviation(double angle);
     /// Radians between the angles within the deviation; 0, as it always is: that of the job holds.
     double GetDeviationIncrement() const { return m_deviationIncrement; }
