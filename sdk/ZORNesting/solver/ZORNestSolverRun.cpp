@@ -2,6 +2,7 @@
 
 #include "ZORNestSolverCheck.h"
 #include "ZORNestSolverPlan.h"
+#include "ZORNestSolverRepair.h"
 
 namespace ZORNestSolver {
 
@@ -63,6 +64,13 @@ public:
             Report(i, m_left[i], m_isCutShort ? "no time left" : "no sheet left");
         m_solution.remarks = m_prepared.remarks;
         return std::move(m_solution);
+    }
+
+    /// Takes away what does not pass the check, in case that the search and the check should ever disagree.
+    void Prove(Solution& solution) const
+    {
+        if (!FindFaults(m_job, solution).empty())
+            RemoveFaults(m_prepared, solution);
     }
 
 private:
@@ -152,29 +160,16 @@ private:
     Solution m_solution;
 };
 
-/// Takes sheets with faults apart, in case that the search and the check should ever disagree.
-void RemoveFaults(const Job& job, Solution& solution)
-{
-    for (size_t s = solution.sheets.size(); s-- > 0;) {
-        if (FindSheetFaults(job, solution.sheets[s]).empty())
-            continue;
-        for (const Placement& placement : solution.sheets[s].placements)
-            solution.unplaced.push_back(
-                {placement.item, solution.sheets[s].stack, "its place did not pass the check"});
-        solution.sheets.erase(solution.sheets.begin() + static_cast<std::ptrdiff_t>(s));
-    }
-}
-
 } // namespace
 
 std::optional<Solution> Solve(const Job& job, const RunOptions& options, Control& control)
 {
     const Job usable = MakeUsable(job);
-    Solution solution = Run(usable, options, control).Solve();
+    Run run(usable, options, control);
+    Solution solution = run.Solve();
     if (control.cancel)
         return std::nullopt;
-    if (!FindFaults(usable, solution).empty())
-        RemoveFaults(usable, solution);
+    run.Prove(solution);
     control.progress = 1;
     return solution;
 }
