@@ -56,15 +56,19 @@ ZORVisVirtualObject* ZORTestCurveVisualizer::Visualize(ZORTestEnvironment* envir
     if (dialog.exec() != QDialog::Accepted || !curve) // it may have been deleted meanwhile
         return nullptr;
 
-    QList<const ZORVisPrimitive*> primitives;
-    if (dialog.IsDrawLines())
-        primitives.append(new ZORVisPolylinePrimitive(curve, ZORGeoRangeOfCurve()));
-    else
-        primitives.append(CreatePointMarks(curve));
-    if (dialog.IsShowPointIndexes())
-        AppendPointIndexes(primitives, curve);
-
+    const auto makeRep = [curve, isDrawLines = dialog.IsDrawLines(),
+                          isShowPointIndexes = dialog.IsShowPointIndexes(), options = dialog.GetOptions()] {
+        QList<const ZORVisPrimitive*> primitives;
+        if (isDrawLines)
+            primitives.append(new ZORVisPolylinePrimitive(curve, ZORGeoRangeOfCurve()));
+        else
+            primitives.append(CreatePointMarks(curve));
+        if (isShowPointIndexes)
+            AppendPointIndexes(primitives, curve);
+        return new ZORVisRepGraphics(primitives, options);
+    };
     auto* object = new ZORVisVirtualObject(environment->GetEnvironment(), curve);
-    object->SetRep(new ZORVisRepGraphics(primitives, dialog.GetOptions()));
+    object->SetRep(makeRep());
+    object->FollowGeometry(curve, makeRep);
     return object;
 }

@@ -28,10 +28,14 @@ ZORVisVirtualObject* ZORTestPointVisualizer::Visualize(ZORTestEnvironment* envir
     if (dialog.exec() != QDialog::Accepted || !point) // it may have been deleted meanwhile
         return nullptr;
 
-    ZORMathSetOfPoints points;
-    points.append(point->GetMathPoint());
+    const auto makeRep = [point, options = dialog.GetOptions()] {
+        ZORMathSetOfPoints points;
+        points.append(point->GetMathPoint());
+        return new ZORVisRepGraphics({new ZORVisPointPrimitive(points)}, options);
+    };
     // No owner, unlike curves and surfaces: this is established.
     auto* object = new ZORVisVirtualObject(environment->GetEnvironment(), nullptr);
-    object->SetRep(new ZORVisRepGraphics({new ZORVisPointPrimitive(points)}, dialog.GetOptions()));
+    object->SetRep(makeRep());
+    object->FollowGeometry(point, makeRep);
     return object;
 }

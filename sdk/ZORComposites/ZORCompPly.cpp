@@ -160,16 +160,27 @@ void ZORCompPly::SetBoundaries(const QList<const ZORGeoCurve*>& boundaries)
     curves.removeAll(nullptr);
     if (curves == GetBoundaries() && curves.size() == d->boundaries.size())
         return;
+    for (const ZORGeoCurve* curve : GetBoundaries())
+        disconnect(curve, nullptr, this, nullptr);
     QList<ZORGeoReference<const ZORGeoCurve>> references;
     for (const ZORGeoCurve* curve : curves)
         references.append(ZORGeoReference<const ZORGeoCurve>(curve, this));
     d->boundaries = references;
     ReportChange();
     const QPointer<ZORCompPly> self = this; // receivers of signals may remove it
-    if (d->shape.Replace(curves.isEmpty() ? nullptr : curves.first(), false))
+    if (d->shape.Replace(curves.isEmpty() ? nullptr : curves.first(), false)) {
+        FollowBoundaries();
         emit BodyChanged();
+    }
     if (self)
         emit PlyChanged();
+}
+
+// The body follows the outer boundary already, so that PlyChanged() comes after BodyChanged().
+void ZORCompPly::FollowBoundaries()
+{
+    for (const ZORGeoCurve* curve : GetBoundaries())
+        connect(curve, &ZORGeoGeometry::ShapeChanged, this, &ZORCompPly::PlyChanged, Qt::UniqueConnection);
 }
 
 QList<const ZORGeoCurve*> ZORCompPly::GetBoundaries() const
@@ -277,6 +288,7 @@ struct ZORCompPlyStorage
         ply.SetRosette(reader.GetLink<ZORCompRosette>("rosette"));
         for (const ZORGeoCurve* boundary : reader.GetLinks<ZORGeoCurve>("boundaries"))
             data.boundaries.append(ZORGeoReference<const ZORGeoCurve>(boundary, &ply));
+        ply.FollowBoundaries();
         ZorCompReadAttributes(ply, reader);
     }
 };

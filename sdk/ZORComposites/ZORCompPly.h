@@ -76,11 +76,14 @@ public:
     double GetMass() const;
 
 signals:
-    /// Material, angle, rosette, boundaries or activity are others; after BodyChanged().
+    /// Material, angle, rosette, boundaries or activity are others, or a boundary has changed in place; after
+    /// BodyChanged().
     void PlyChanged();
 
 private:
     friend struct ZORCompPlyStorage;
+    void FollowBoundaries();
+
     Q_DECLARE_PRIVATE(ZORCompPly)
     const std::unique_ptr<ZORCompPlyPrivate> d_ptr;
 };

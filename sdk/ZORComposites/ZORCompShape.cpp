@@ -9,6 +9,11 @@
 
 namespace {
 
+void Follow(ZORFeatGeometry* owner, const ZORTopBody* body)
+{
+    QObject::connect(body, &ZORGeoGeometry::ShapeChanged, owner, &ZORFeatGeometry::BodyChanged);
+}
+
 ZORFeatShape MakeShape(ZORTopBody* body, ZORGeoCurve* ownedCurve)
 {
     return {body, ownedCurve ? QList<ZORGeoGeometry*>{ownedCurve} : QList<ZORGeoGeometry*>()};
@@ -29,6 +34,7 @@ bool ZORCompShape::Replace(const ZORGeoCurve* curve, bool isOwned)
     if (curve) {
         body = std::make_unique<ZORTopBody>(m_owner->GetContainer(), curve);
         body->AddReference(m_owner);
+        Follow(m_owner, body.get());
     }
     ZORFeatShape shape = MakeShape(body.release(), isOwned ? const_cast<ZORGeoCurve*>(curve) : nullptr);
     const QPointer<ZORFeatGeometry> owner = m_owner;
@@ -46,8 +52,10 @@ void ZORCompShape::Adopt(ZORGeoCurve* ownedCurve, ZORTopBody* body)
 {
     m_shape = MakeShape(body, ownedCurve);
     m_isAdopted = true;
-    if (body)
+    if (body) {
         body->AddReference(m_owner);
+        Follow(m_owner, body);
+    }
 }
 
 bool ZORCompShape::Register()

@@ -7,8 +7,8 @@
 class ZORFeatGeometry;
 class ZORGeoCurve;
 
-/// Makes the body of a feature around a curve and replaces it by others. The feature holds a reference to the body,
-/// which holds one to the curve.
+/// Makes the body of a feature around a curve and replaces it by others. The feature holds a reference to the
+/// body, which holds one to the curve. It emits BodyChanged() when the body changes in place.
 class ZORCompShape
 {
 public:

@@ -121,6 +121,7 @@ void ZORFeatComputedGeometry::Replace(ZORFeatShape&& shape)
     shape.Initialize();
     if (!self)
         return;
+    FollowBody(shape.GetBody());
     ZORFeatShape former = std::exchange(d->shape, std::move(shape));
     former.HandOver(d->shape);
     if (self)
@@ -146,6 +147,7 @@ struct ZORFeatComputedGeometryStorage
             ZORFeatShape(reader.GetLink<ZORTopBody>("body"), reader.GetLinks<ZORGeoGeometry>("geometry"));
         if (ZORTopBody* const body = data.shape.GetBody())
             body->AddReference(&feature);
+        feature.FollowBody(data.shape.GetBody());
         data.isRestored = true;
     }
 };

@@ -1,6 +1,7 @@
 #include "ZORFeatGeometry.h"
 
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORTopology/ZORTopBody.h>
 
 ZOR_GEO_REGISTER_TYPE(ZORFeatGeometry)
 
@@ -14,4 +15,10 @@ ZORFeatGeometry::~ZORFeatGeometry() = default;
 ZORTopBody* ZORFeatGeometry::GetBody() const
 {
     return nullptr;
+}
+
+void ZORFeatGeometry::FollowBody(const ZORTopBody* body)
+{
+    if (body)
+        connect(body, &ZORGeoGeometry::ShapeChanged, this, &ZORFeatGeometry::BodyChanged);
 }

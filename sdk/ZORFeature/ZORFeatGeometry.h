@@ -20,7 +20,12 @@ public:
     virtual ZORTopBody* GetBody() const;
 
 signals:
-    /// GetBody() is another one now: features computed from this one follow. Not emitted when somebody else
-    /// destroys the body or what it is made of.
+    /// GetBody() is another one now, or has changed in place: features computed from this one follow. Not
+    /// emitted when somebody else destroys the body or what it is made of.
     void BodyChanged();
+
+protected:
+    /// Emits BodyChanged() whenever \a body changes in place. Derived classes call it once for each body.
+    /// \param body  null is ignored
+    void FollowBody(const ZORTopBody* body);
 };

@@ -12,6 +12,19 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoCurve)
 
+namespace {
+
+void Check(const ZORMathSetOfPoints& points)
+{
+    for (qsizetype i = 0; i < points.size(); ++i) {
+        if (!ZorGeoIsInRange(points[i]))
+            throw ZORSysException(
+                ZORGeoCurve::tr("point %1 of the curve is not finite or too far away").arg(i));
+    }
+}
+
+} // namespace
+
 ZORGeoCurve::ZORGeoCurve(ZORGeoContainer* container, const ZORMathSetOfPoints& points)
     : ZORGeoGeometry(container)
     , m_chain(std::make_unique<const ZORGeoChain>(points))
@@ -22,11 +35,13 @@ ZORGeoCurve::~ZORGeoCurve() = default;
 
 void ZORGeoCurve::CheckPoints() const
 {
-    const ZORMathSetOfPoints& points = m_chain->GetPoints();
-    for (qsizetype i = 0; i < points.size(); ++i) {
-        if (!ZorGeoIsInRange(points[i]))
-            throw ZORSysException(tr("point %1 of the curve is not finite or too far away").arg(i));
-    }
+    Check(m_chain->GetPoints());
+}
+
+void ZORGeoCurve::ReplacePoints(const ZORMathSetOfPoints& points)
+{
+    Check(points);
+    m_chain = std::make_unique<const ZORGeoChain>(points);
 }
 
 int ZORGeoCurve::GetNumPoints() const

@@ -12,8 +12,9 @@ class ZORMathSetOfPoints;
 
 /// A curve: a chain of straight segments through its points, measured by arc length.
 ///
-/// Units.    Millimetres.
-/// Threads.  Unchanging after construction; const members may be called concurrently.
+/// Units.    Millimeters.
+/// Changes.  Only derived classes that say so change after construction.
+/// Threads.  Const members may be called concurrently, but not while the curve changes.
 class ZORGEOMETRY_EXPORT ZORGeoCurve : public ZORGeoGeometry
 {
     Q_OBJECT
@@ -58,7 +59,10 @@ protected:
     /// \throws ZORSysException "point %1 of the curve is not finite or too far away", counted from 0, for a
     ///         coordinate beyond 1e60
     void CheckPoints() const;
+    /// Replaces the points and everything that is computed from them. The caller reports the change.
+    /// \throws ZORSysException as CheckPoints(); the curve is unchanged then
+    void ReplacePoints(const ZORMathSetOfPoints& points);
 
 private:
-    const std::unique_ptr<const ZORGeoChain> m_chain;
+    std::unique_ptr<const ZORGeoChain> m_chain;
 };

@@ -43,13 +43,13 @@ ZORMathSetOfPoints PointsOf(const Locations& locations)
     return points;
 }
 
-void Check(const Locations& locations)
+void Check(const Locations& locations, const ZORGeoSurface* surface)
 {
     for (qsizetype i = 0; i < locations.size(); ++i) {
         if (locations[i].IsNull())
             throw ZORSysException(
                 ZORGeoCurveOnSurface::tr("location %1 of the curve is not on a surface").arg(i));
-        if (locations[i].surface != locations.constFirst().surface)
+        if (locations[i].surface != surface)
             throw ZORSysException(
                 ZORGeoCurveOnSurface::tr("location %1 of the curve is on another surface").arg(i));
     }
@@ -62,7 +62,7 @@ ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>&
     , m_locations(Close(locations, isClosed))
 {
     ZOR_TRACE_CALL(locations, isClosed);
-    Check(locations);
+    Check(locations, SurfaceOf(locations));
     CheckPoints();
     m_surface = ZORGeoReference<const ZORGeoSurface>(SurfaceOf(locations), this);
 }
@@ -74,6 +74,19 @@ ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(ZORGeoContainer* container, const ZOR
 }
 
 ZORGeoCurveOnSurface::~ZORGeoCurveOnSurface() = default;
+
+void ZORGeoCurveOnSurface::SetLocations(const Locations& locations)
+{
+    ZOR_TRACE_CALL(locations);
+    if (!m_surface)
+        throw ZORSysException(tr("the curve has no surface"));
+    if (locations.isEmpty())
+        throw ZORSysException(tr("the curve needs a location"));
+    Check(locations, m_surface);
+    ReplacePoints(PointsOf(locations));
+    m_locations = locations;
+    ReportShapeChange();
+}
 
 const ZORGeoSurface* ZORGeoCurveOnSurface::GetSurface() const
 {

@@ -15,6 +15,9 @@ class ZORGeoSurface;
 ///
 /// The curves that the SDK computes keep every segment within one triangle: the segment from location i to
 /// i + 1 lies in the triangle of location i, which also holds location i + 1, on its border as a rule.
+///
+/// SetLocations() changes the curve in place, see ZORGeoGeometry: points on it, bodies of it and features
+/// around them follow.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurface : public ZORGeoCurve
 {
     Q_OBJECT
@@ -29,6 +32,14 @@ public:
     ///         another surface", counted from 0, "point %1 of the curve is not finite or too far away"
     ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>& locations, bool isClosed);
     ~ZORGeoCurveOnSurface() override;
+
+    /// Replaces the locations; the curve stays the same object on the same surface. O(n), and what its
+    /// followers cost. Locations on the curve that were taken before are out of date afterwards.
+    /// \param locations  one or more locations on the surface of the curve, in the order of the curve; a
+    ///                   closed curve ends with the location it starts with
+    /// \throws ZORSysException "the curve has no surface", "the curve needs a location", and as the
+    ///         constructor; the curve is unchanged then
+    void SetLocations(const QList<ZORGeoLocationOnSurface>& locations);
 
     /// Null for a curve without locations, and once the surface has been destroyed.
     const ZORGeoSurface* GetSurface() const;
@@ -45,6 +56,6 @@ protected:
 private:
     friend struct ZORGeoCurveOnSurfaceStorage;
 
-    const QList<ZORGeoLocationOnSurface> m_locations;
+    QList<ZORGeoLocationOnSurface> m_locations;
     ZORGeoReference<const ZORGeoSurface> m_surface;
 };

@@ -97,6 +97,35 @@ void ZORGeoGeometry::ReportChange()
         emit d->container->ContentChanged();
 }
 
+void ZORGeoGeometry::FollowShape(const ZORGeoGeometry* used)
+{
+    if (!used)
+        return;
+    connect(
+        used, &ZORGeoGeometry::UpdateRequested, this,
+        [this] {
+            UpdateShape();
+            emit UpdateRequested(QPrivateSignal());
+        },
+        Qt::DirectConnection);
+    connect(used, &ZORGeoGeometry::ShapeChanged, this, &ZORGeoGeometry::EmitShapeChanged,
+            Qt::DirectConnection);
+}
+
+void ZORGeoGeometry::UpdateShape() {}
+
+void ZORGeoGeometry::ReportShapeChange()
+{
+    emit UpdateRequested(QPrivateSignal());
+    EmitShapeChanged();
+}
+
+void ZORGeoGeometry::EmitShapeChanged()
+{
+    ReportChange();
+    emit ShapeChanged();
+}
+
 void ZORGeoGeometry::Destroy()
 {
     Q_D(ZORGeoGeometry);

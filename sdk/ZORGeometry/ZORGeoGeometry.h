@@ -18,6 +18,10 @@ class ZORGeoGeometryPrivate;
 ///              its container first.
 /// References.  A geometry that uses another one holds a counted reference to it (ZORGeoReference). The
 ///              count protects nothing by itself: it tells who asks whether a geometry may be removed.
+/// Changes.     The shape of most geometries is fixed at construction. One that changes in place stays the same
+///              object with its name, references and position in the container. First everything that is
+///              derived from it, such as a point on a curve or a body, is updated; then each of them emits
+///              ShapeChanged(), so that receivers never see a mixture of old and new shapes.
 /// Threads.     Construction, registration, references and removal belong to the thread of the container.
 class ZORGEOMETRY_EXPORT ZORGeoGeometry : public QObject
 {
@@ -54,6 +58,13 @@ public:
     /// Called by setters once the new value is in place; does nothing while the geometry is not registered.
     void ReportChange();
 
+signals:
+    /// The shape has changed in place: what was taken from it before is out of date. Follows ContentChanged()
+    /// of the container. Receivers may remove any geometry.
+    void ShapeChanged();
+    /// For followers alone: the first of the two steps of a change.
+    void UpdateRequested(QPrivateSignal);
+
 protected:
     /// \param container  where Initialize() will register the geometry; not owned, may be null
     explicit ZORGeoGeometry(ZORGeoContainer* container);
@@ -62,7 +73,20 @@ protected:
     /// a plain delete, receivers of GeometryAboutToBeRemoved() see the whole object.
     void Destroy();
 
+    /// Makes this geometry follow one that it is derived from: UpdateShape() is called whenever \a used changes
+    /// in place, and ShapeChanged() emitted afterwards.
+    /// \param used  not owned; null is ignored
+    void FollowShape(const ZORGeoGeometry* used);
+    /// Derives the shape again from what this geometry follows. Does nothing here. Must not add, change or
+    /// remove geometries: other followers may not be up to date yet.
+    virtual void UpdateShape();
+    /// Reports a change in place. To be called last by whoever changed the shape: receivers may have destroyed
+    /// this geometry when it returns.
+    void ReportShapeChange();
+
 private:
+    void EmitShapeChanged();
+
     Q_DECLARE_PRIVATE(ZORGeoGeometry)
     friend class ZORGeoContainer;
     friend class ZORGeoContainerLoader;

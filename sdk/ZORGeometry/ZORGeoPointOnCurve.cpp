@@ -7,6 +7,7 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <algorithm>
 #include <cmath>
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoPointOnCurve)
@@ -19,6 +20,7 @@ ZORGeoPointOnCurve::ZORGeoPointOnCurve(const ZORGeoLocationOnCurve& location)
     if (location.IsNull())
         throw ZORSysException(tr("location is not on a curve"));
     m_curve = ZORGeoReference<const ZORGeoCurve>(location.curve, this);
+    FollowShape(location.curve);
 }
 
 ZORGeoPointOnCurve::ZORGeoPointOnCurve(ZORGeoContainer* container, const ZORMathPoint& point)
@@ -42,6 +44,17 @@ const ZORGeoCurve* ZORGeoPointOnCurve::GetCurve() const
 ZORGeoLocationOnCurve ZORGeoPointOnCurve::GetLocationOnCurve() const
 {
     return m_curve ? m_location : ZORGeoLocationOnCurve();
+}
+
+void ZORGeoPointOnCurve::UpdateShape()
+{
+    if (!m_curve)
+        return;
+    const ZORGeoLocationOnCurve location =
+        m_curve->GetLocation(std::min(m_location.distance, m_curve->GetLength()), nullptr);
+    // The constructor accepts distances that no curve has: such a point stays where it is.
+    if (!location.IsNull())
+        m_location = location;
 }
 
 struct ZORGeoPointOnCurveStorage

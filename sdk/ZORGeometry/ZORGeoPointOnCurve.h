@@ -8,8 +8,12 @@
 
 class ZORGeoCurve;
 
-/// A point at a place of a curve, or on the straight continuation of one of its ends. Holds a counted
+/// A point at a location of a curve, or on the straight continuation of one of its ends. Holds a counted
 /// reference to the curve and keeps its position when the curve is destroyed.
+///
+/// When the curve changes in place the point keeps its distance along the curve, or is at its end where the
+/// curve has become shorter than that. On a closed curve it does not pass the end either, so points keep their
+/// order. On the continuation before the start it keeps its distance from the start.
 class ZORGEOMETRY_EXPORT ZORGeoPointOnCurve : public ZORGeoPoint
 {
     Q_OBJECT
@@ -26,11 +30,14 @@ public:
     /// Null once the curve has been destroyed.
     ZORGeoLocationOnCurve GetLocationOnCurve() const;
 
+protected:
+    void UpdateShape() override;
+
 private:
     friend struct ZORGeoPointOnCurveStorage;
     /// A point whose curve has been destroyed.
     ZORGeoPointOnCurve(ZORGeoContainer* container, const ZORMathPoint& point);
 
-    const ZORGeoLocationOnCurve m_location;
+    ZORGeoLocationOnCurve m_location;
     ZORGeoReference<const ZORGeoCurve> m_curve;
 };

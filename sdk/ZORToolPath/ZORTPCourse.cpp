@@ -65,16 +65,18 @@ void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
     const QList<ZORGeoLocationOnSurface> connected = ZORGeoCurveOnSurfaceSmoother::Connect(locations);
     if (GetContainer() && connected.constFirst().surface->GetContainer() != GetContainer())
         throw ZORSysException(tr("surface is in another container"));
-    MakeBody(connected);
+    auto line = std::make_unique<ZORGeoCurveOnSurface>(connected, false);
+    auto body = std::make_unique<ZORTopBody>(line->GetContainer(), line.get());
+    Adopt(line.release(), body.release());
 }
 
-void ZORTPCourse::MakeBody(const QList<ZORGeoLocationOnSurface>& locations)
+void ZORTPCourse::Adopt(ZORGeoCurveOnSurface* centerLine, ZORTopBody* body)
 {
-    auto line = std::make_unique<ZORGeoCurveOnSurface>(locations, false);
-    auto body = std::make_unique<ZORTopBody>(line->GetContainer(), line.get());
-    body->AddReference(this);
-    m_centerLine = line.release();
-    m_body = body.release();
+    m_centerLine = centerLine;
+    m_body = body;
+    if (body)
+        body->AddReference(this);
+    FollowBody(body);
 }
 
 void ZORTPCourse::Initialize()
@@ -114,18 +116,8 @@ void ZORTPCourse::Smooth(double radius)
     const QList<ZORGeoLocationOnSurface> locations = m_centerLine->GetLocations();
     const QList<ZORGeoLocationOnSurface> smooth = smoother.Smooth(locations);
     // A list that was left as it is shares its data.
-    if (smooth.constData() == locations.constData())
-        return;
-    const QPointer<ZORGeoCurveOnSurface> formerLine = m_centerLine;
-    const QPointer<ZORTopBody> formerBody = m_body;
-    MakeBody(smooth);
-    if (IsInitialized()) {
-        m_centerLine->Initialize();
-        m_body->Initialize();
-    }
-    delete formerBody;
-    delete formerLine;
-    emit BodyChanged();
+    if (smooth.constData() != locations.constData())
+        m_centerLine->SetLocations(smooth);
 }
 
 struct ZORTPCourseStorage
@@ -150,10 +142,7 @@ struct ZORTPCourseStorage
         auto* const body = reader.GetLink<ZORTopBody>("body");
         if (body && body->GetGeometry() != centerLine)
             reader.Fail(ZORTPCourse::tr("the body is not that of the centre line"));
-        if (body)
-            body->AddReference(&course);
-        course.m_centerLine = centerLine;
-        course.m_body = body;
+        course.Adopt(centerLine, body);
         course.m_isRestored = true;
     }
 };

@@ -20,9 +20,9 @@ class ZORGeoSurface;
 ///             takes them out again when it is removed or destroyed, whatever their reference counts are. It
 ///             holds a reference to the body, which holds one to the centre line, and that to the surface:
 ///             nobody can remove them as unused while the course is there.
-/// Changes.    Curves never change. When the course does, it gets another centre line and another body; with
-///             the former ones goes what others still reference. It stays the same feature with its name, label
-///             and place in the tree, and tells by BodyChanged().
+/// Changes.    The course changes in place: center line and body stay the same objects with their names,
+///             references and positions in the container. Points on the center line, bodies of it and features
+///             around it follow, see ZORGeoGeometry. BodyChanged() reports it.
 /// Lifetime.   When somebody destroys the body or the centre line all the same, the course stays, without a
 ///             body or with an empty one. When the surface is destroyed the points of the centre line remain.
 class ZORTOOLPATH_EXPORT ZORTPCourse : public ZORFeatGeometry
@@ -59,8 +59,8 @@ public:
     double GetWidth() const { return m_width; }
 
     /// Gives the centre line a minimum radius: bends below it become tangent arcs, as
-    /// ZORGeoCurveOnSurfaceSmoother tells. Both ends stay. A course that is smooth already, and every course
-    /// for a radius of 0 or NaN, is left as it is, its centre line and body the same.
+    /// ZORGeoCurveOnSurfaceSmoother explains. Both ends stay. Changes the center line in place. A course that is
+    /// smooth already, and every course for a radius of 0 or NaN, is left as it is.
     /// \param radius  millimetres
     /// \throws ZORSysException "radius is negative", "radius is infinite", "the course has no centre line",
     ///         "the surface of the course does not exist any more", "the surface has no room for the radius %1
@@ -73,7 +73,8 @@ private:
     ZORTPCourse(ZORFeatObject* folder, double width);
 
     void Make(const QList<ZORGeoLocationOnSurface>& locations);
-    void MakeBody(const QList<ZORGeoLocationOnSurface>& locations);
+    /// Takes the center line and its body; either may be null.
+    void Adopt(ZORGeoCurveOnSurface* centerLine, ZORTopBody* body);
 
     const double m_width;
     QPointer<ZORGeoCurveOnSurface> m_centerLine; // owned, by the container once it is registered

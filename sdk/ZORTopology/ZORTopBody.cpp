@@ -52,8 +52,9 @@ ZORTopBody::ZORTopBody(ZORGeoContainer* container, const ZORGeoGeometry* geometr
     ZOR_TRACE_CALL(container, geometry, tolerance);
     Q_D(ZORTopBody);
     d->structure = Divide(geometry, tolerance);
+    d->tolerance = tolerance;
     if (geometry)
-        d->parts.emplace_back(geometry, this);
+        AddPart(geometry);
 }
 
 ZORTopBody::ZORTopBody(ZORGeoContainer* container, ZORTopStructure structure,
@@ -65,10 +66,62 @@ ZORTopBody::ZORTopBody(ZORGeoContainer* container, ZORTopStructure structure,
     d->structure = std::move(structure);
     d->parts.reserve(size_t(parts.size()));
     for (const ZORGeoGeometry* part : parts)
-        d->parts.emplace_back(part, this);
+        AddPart(part);
 }
 
 ZORTopBody::~ZORTopBody() = default;
+
+void ZORTopBody::AddPart(const ZORGeoGeometry* part)
+{
+    Q_D(ZORTopBody);
+    d->parts.emplace_back(part, this);
+    // Surfaces never change, and bodies of them are the ones that are expensive to divide.
+    if (!qobject_cast<const ZORGeoSurface*>(part))
+        FollowShape(part);
+}
+
+void ZORTopBody::UpdateShape()
+{
+    Q_D(ZORTopBody);
+    if (d->IsComplete())
+        d->Update();
+}
+
+void ZORTopBodyPrivate::Update()
+{
+    if (parts.size() == 1) {
+        structure = Divide(GetPart(0), tolerance);
+        return;
+    }
+    for (ZORTopStructure::Vertex& vertex : structure.vertices) {
+        if (const auto* point = qobject_cast<const ZORGeoPoint*>(GetPart(vertex.part)))
+            vertex.point = point->GetMathPoint();
+    }
+    ZORTopIndexLists pointsOfEdge;
+    for (int edge = 0; edge < structure.GetNumEdges(); ++edge) {
+        AddPointsOfEdge(edge, pointsOfEdge);
+        pointsOfEdge.Close();
+    }
+    structure.pointsOfEdge = std::move(pointsOfEdge);
+}
+
+void ZORTopBodyPrivate::AddPointsOfEdge(int edge, ZORTopIndexLists& pointsOfEdge)
+{
+    const auto* const curve = qobject_cast<const ZORGeoCurve*>(GetPart(structure.partOfEdge[size_t(edge)]));
+    if (!curve) {
+        for (const int point : structure.pointsOfEdge.Get(edge))
+            pointsOfEdge.Add(point);
+        return;
+    }
+    const int count = curve->GetNumPoints();
+    for (int point = 0; point < count; ++point)
+        pointsOfEdge.Add(point);
+    const std::span<const int> ends = structure.verticesOfEdge.Get(edge);
+    if (!ends.empty() && count > 0) {
+        structure.vertices[size_t(ends.back())].point = curve->GetPoint(count - 1);
+        structure.vertices[size_t(ends.front())].point = curve->GetPoint(0);
+    }
+}
 
 int ZORTopBody::GetDimension() const
 {

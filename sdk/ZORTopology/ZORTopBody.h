@@ -26,8 +26,12 @@ struct ZORTopStructure;
 ///             by their first side, those of a curve along it.
 /// Ownership.  Owned by its container from Initialize() on. Holds counted references to the geometry it is made
 ///             of from construction on, which is listed with the body as its user.
-/// Lifetime.   Immutable. When geometry of it is destroyed all the same, it becomes the empty body.
-/// Threads.    Immutable after construction; const members may be called concurrently.
+/// Changes.    When a curve or point that the body is made of changes in place, the body follows: that of a
+///             single geometry is divided again by its tolerance. In one of several geometries every edge runs
+///             along the whole of its changed curve, and its vertices move to the ends. Vertices, edges and
+///             faces that were taken from the body before are out of date then.
+/// Lifetime.   When geometry of it is destroyed all the same, it becomes the empty body.
+/// Threads.    Const members may be called concurrently, but not while geometry of the body changes.
 class ZORTOPOLOGY_EXPORT ZORTopBody : public ZORGeoGeometry
 {
     Q_OBJECT
@@ -71,11 +75,15 @@ public:
     /// \param index  0 ... GetNumFaces() - 1 (asserted)
     ZORTopFace GetFace(int index) const;
 
+protected:
+    void UpdateShape() override;
+
 private:
     friend class ZORTopFactory;
     friend struct ZORTopBodyStorage;
     ZORTopBody(ZORGeoContainer* container, ZORTopStructure structure,
                const QList<const ZORGeoGeometry*>& parts);
+    void AddPart(const ZORGeoGeometry* part);
 
     Q_DECLARE_PRIVATE(ZORTopBody)
     const std::unique_ptr<ZORTopBodyPrivate> d_ptr;

@@ -164,6 +164,14 @@ ZORTopStructure ReadStructure(const ZORGeoObjectReader& reader, const QList<cons
     return structure;
 }
 
+double ReadTolerance(const ZORGeoObjectReader& reader)
+{
+    const double tolerance = reader.GetDouble("tolerance");
+    if (!(tolerance >= 0))
+        reader.Fail(ZORTopBody::tr("edge tolerance %1 is not an angle of 0 or more").arg(tolerance));
+    return tolerance;
+}
+
 } // namespace
 
 struct ZORTopBodyStorage
@@ -175,13 +183,18 @@ struct ZORTopBodyStorage
         writer.WriteReferences("parts", {data.parts.begin(), data.parts.end()});
         if (data.IsComplete())
             WriteStructure(data.structure, writer);
+        if (data.tolerance != ZORTopBodyPrivate().tolerance)
+            writer.WriteDouble("tolerance", data.tolerance);
     }
     static ZORTopBody* Create(ZORGeoContainer* container, const ZORGeoObjectReader& reader)
     {
         const QList<const ZORGeoGeometry*> parts = reader.GetReferences<const ZORGeoGeometry>("parts");
         const bool isComplete = !parts.contains(nullptr);
-        return new ZORTopBody(container, isComplete ? ReadStructure(reader, parts) : ZORTopStructure(),
-                              parts);
+        auto body = std::unique_ptr<ZORTopBody>(
+            new ZORTopBody(container, isComplete ? ReadStructure(reader, parts) : ZORTopStructure(), parts));
+        if (reader.Has("tolerance"))
+            body->d_func()->tolerance = ReadTolerance(reader);
+        return body.release();
     }
 };
 

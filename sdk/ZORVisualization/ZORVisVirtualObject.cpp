@@ -2,6 +2,7 @@
 
 #include "ZORVisVirtualObject_p.h"
 
+#include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORVisualization/ZORVisEnvironment.h>
 
@@ -26,6 +27,14 @@ void ZORVisVirtualObject::SetRep(ZORVisRep* rep)
     d->rep.reset(rep);
     if (d->environment)
         emit d->environment->ObjectChanged(this);
+}
+
+void ZORVisVirtualObject::FollowGeometry(const ZORGeoGeometry* geometry, const RepMaker& make)
+{
+    disconnect(d->geometryChanged);
+    if (geometry)
+        d->geometryChanged =
+            connect(geometry, &ZORGeoGeometry::ShapeChanged, this, [this, make] { SetRep(make()); });
 }
 
 ZORVisRep* ZORVisVirtualObject::GetRep() const

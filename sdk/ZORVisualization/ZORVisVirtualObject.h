@@ -6,8 +6,10 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
+class ZORGeoGeometry;
 class ZORVisEnvironment;
 class ZORVisRep;
 
@@ -20,6 +22,9 @@ class ZORVISUALIZATION_EXPORT ZORVisVirtualObject : public QObject
     Q_OBJECT
 
 public:
+    /// Creates a representation for the object to take over; may return null. Must not throw.
+    using RepMaker = std::function<ZORVisRep*()>;
+
     /// Does not add the object to \a environment.
     /// \param environment  where the object is meant to be seen; may be null
     /// \param owner        what the object stands for, or null: an association, no parent; the object
@@ -30,6 +35,11 @@ public:
     /// Replaces the representation; the former one is deleted.
     /// \param rep  taken over; null for none; the present one again: no change
     void SetRep(ZORVisRep* rep);
+    /// Replaces the representation whenever a geometry changes in place; the present one stays until then. A
+    /// second call ends what the first one started.
+    /// \param geometry  not owned, may be destroyed before the object; null: none
+    /// \param make      is called only while \a geometry exists
+    void FollowGeometry(const ZORGeoGeometry* geometry, const RepMaker& make);
     /// Null when there is none. Owned by the object.
     ZORVisRep* GetRep() const;
 

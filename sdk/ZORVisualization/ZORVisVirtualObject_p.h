@@ -14,4 +14,5 @@ public:
     std::unique_ptr<ZORVisRep> rep;
     ZORVisEnvironment* environment = nullptr; // not owned; the one that lists the object
     quint64 place = 0;                        // key in the list of the environment
+    QMetaObject::Connection geometryChanged;  // of the geometry that the representation follows
 };

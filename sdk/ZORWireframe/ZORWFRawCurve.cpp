@@ -16,6 +16,7 @@ ZORWFRawCurve::ZORWFRawCurve(ZORFeatObject* folder, const ZORGeoCurve* curve)
     auto body = std::make_unique<ZORTopBody>(GetContainer(), curve);
     body->AddReference(this);
     m_body = body.release();
+    FollowBody(m_body);
 }
 
 ZORWFRawCurve::ZORWFRawCurve(ZORFeatObject* folder, const Stored& stored)
@@ -24,6 +25,7 @@ ZORWFRawCurve::ZORWFRawCurve(ZORFeatObject* folder, const Stored& stored)
 {
     if (m_body)
         m_body->AddReference(this);
+    FollowBody(m_body);
 }
 
 ZORWFRawCurve::~ZORWFRawCurve()

@@ -15,6 +15,7 @@ class ZORGeoCurve;
 /// Ownership.  The feature makes the body of its own and takes it out of the container again when it is
 ///             removed or destroyed. The curve stays what it is: the body holds a counted reference to it
 ///             but does not own it.
+/// Changes.    When the curve changes in place the body follows, and BodyChanged() is emitted.
 /// Lifetime.   When the curve is destroyed the feature stays, with the empty body; when somebody destroys the
 ///             body, without one.
 class ZORWIREFRAME_EXPORT ZORWFRawCurve : public ZORFeatGeometry

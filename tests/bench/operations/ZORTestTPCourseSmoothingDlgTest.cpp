@@ -3,8 +3,18 @@
 #include <ZORCommonUI/ZORCmnUnitSpinBox.h>
 #include <ZORFeature/ZORFeatFolder.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoPointOnCurve.h>
 #include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORToolPath/ZORTPCourse.h>
+#include <ZORVisualization/ZORVisPointPrimitive.h>
+#include <ZORVisualization/ZORVisPolylinePrimitive.h>
+#include <ZORVisualization/ZORVisRepGraphics.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
+#include <ZORWireframe/ZORWFRawCurve.h>
+
+#include <QListWidget>
+#include <QTableView>
 
 namespace {
 
@@ -24,6 +34,33 @@ protected:
         course->Initialize();
         TakeNew();
         return course;
+    }
+    /// Name and reference count of every row of the console's container table.
+    QStringList GetContainerRows()
+    {
+        const QAbstractItemModel* const model = InConsole<QTableView>("_ContTable")->model();
+        QStringList rows;
+        for (int row = 0; row < model->rowCount(); ++row)
+            rows.append(model->index(row, 0).data().toString() + ' '
+                        + model->index(row, 1).data().toString());
+        return rows;
+    }
+    /// Presses "Visualize" on the row \a name of the console and OK in the dialog of options.
+    void Visualize(const QString& name, const QByteArray& optionsClass)
+    {
+        auto* table = InConsole<QTableView>("_ContTable");
+        const QModelIndexList found =
+            table->model()->match(table->model()->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly);
+        ASSERT_EQ(1, found.size());
+        table->setCurrentIndex(found.first());
+        answers.Answer(optionsClass, [](QDialog* options) { options->accept(); });
+        Click("_ContVisuBtn");
+    }
+    template<class Primitive>
+    static const Primitive* PrimitiveOf(const ZORVisVirtualObject* object)
+    {
+        const auto* graphics = dynamic_cast<const ZORVisRepGraphics*>(object->GetRep());
+        return graphics ? dynamic_cast<const Primitive*>(graphics->GetPrimitives().value(0)) : nullptr;
     }
 };
 
@@ -51,6 +88,48 @@ TEST_F(ZORTestTPCourseSmoothingDlgTest, OkSmoothsTheCourseInPlace)
     EXPECT_EQ(QStringList(), boxes.TakeErrors());
     EXPECT_NEAR(100 - 40 + 10 * M_PI, course->GetCenterLine()->GetLength(), 1e-4);
     EXPECT_EQ(numBefore, GetContainer()->GetNumGeometry());
+}
+
+TEST_F(ZORTestTPCourseSmoothingDlgTest, ConsoleKeepsItsRowsAndShowsTheNewLine)
+{
+    ZORTPCourse* const course = AddCourse();
+    (new ZORWFRawCurve(AddFolder("G"), course->GetCenterLine()))->Initialize();
+    (new ZORGeoPointOnCurve(course->GetCenterLine()->GetLocation(50, nullptr)))->Initialize();
+    OpenConsole();
+    const QStringList rows = GetContainerRows();
+    ASSERT_TRUE(rows.contains("CurveOnSurface.1 3")) << rows.join('\n').toStdString();
+    Visualize("CurveOnSurface.1", "ZORTestCurveVisOptionsDlg");
+    Visualize("PointOnCurve.1", "ZORTestPointVisOptionsDlg");
+    const QList<ZORVisVirtualObject*> shown = GetFeatEnvironment()->GetVirtualObjects();
+    ASSERT_EQ(2, shown.size());
+
+    ASSERT_NE(nullptr, TriggerMenu("actionSmooth_Course"));
+    SetRadius(20);
+    PressOk();
+    EXPECT_EQ(QStringList(), boxes.TakeErrors());
+    EXPECT_EQ(rows, GetContainerRows());
+    EXPECT_EQ(shown, GetFeatEnvironment()->GetVirtualObjects());
+    EXPECT_EQ(2, InConsole<QListWidget>("_VisList")->count());
+    const ZORMathSetOfPoints points = course->GetCenterLine()->GetPoints();
+    EXPECT_GT(points.size(), 100);
+    EXPECT_EQ(points, PrimitiveOf<ZORVisPolylinePrimitive>(shown[0])->GetPoints());
+    // 20 mm behind the start of the arc around (40, 40), which has the radius 20.
+    const ZORMathPoint expected(40 + 20 * std::sin(1.0), 40 - 20 * std::cos(1.0), 0);
+    const auto* mark = PrimitiveOf<ZORVisPointPrimitive>(shown[1]);
+    EXPECT_NEAR(0, mark->GetPoints().first().DistanceTo(expected), 1e-3);
+}
+
+TEST_F(ZORTestTPCourseSmoothingDlgTest, FailureLeavesTheCourseAsItIs)
+{
+    ZORTPCourse* const course = AddCourse();
+    const ZORMathSetOfPoints before = course->GetCenterLine()->GetPoints();
+    delete course->GetSurface();
+    OpenDialog();
+    SetRadius(20);
+    PressOk();
+    EXPECT_EQ(QStringList({"the surface of the course does not exist any more"}), boxes.TakeErrors());
+    EXPECT_EQ(before, course->GetCenterLine()->GetPoints());
+    EXPECT_EQ(before, course->GetBody()->GetEdge(0).GetPoints());
 }
 
 TEST_F(ZORTestTPCourseSmoothingDlgTest, RadiusZeroIsPassedOnUnchanged)

@@ -3,9 +3,11 @@
 #include "VisualizationTest.h"
 #include "core/ZORTestCommandRegistry.h"
 
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoLine.h>
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
+#include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>
 #include <ZORVisualization/ZORVisPolylinePrimitive.h>
@@ -118,6 +120,28 @@ TEST_F(ZORTestCurveVisualizerTest, CurveWithoutPointsGivesEmptyPrimitives)
     const auto asLines = Visualize(curve);
     ASSERT_NE(nullptr, asLines);
     EXPECT_TRUE(GetPrimitive<ZORVisPolylinePrimitive>(GetGraphics(asLines.get()), 0)->GetPoints().isEmpty());
+}
+
+TEST_F(ZORTestCurveVisualizerTest, DrawingFollowsACurveThatChangesInPlace)
+{
+    const ZORGeoSurface* const surface = AddSurface("S");
+    const auto locate = [&](const ZORMathPoint& point) { return surface->Project(point); };
+    auto* curve = new ZORGeoCurveOnSurface({locate({0, 0, 0}), locate({1, 1, 0})}, false);
+    curve->Initialize();
+    SetSetting("Curve/Color", QColor(10, 20, 30));
+    AnswerOptions(dialogClass);
+    const auto lines = Visualize(curve);
+    AnswerOptions(dialogClass, CheckPointsAndIndexes);
+    const auto marks = Visualize(curve);
+
+    curve->SetLocations({locate({1, 0, 0}), locate({1, 1, 0}), locate({0, 1, 0})});
+    const ZORMathSetOfPoints changed{{1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+    ASSERT_EQ(1, GetGraphics(lines.get())->GetPrimitives().size());
+    EXPECT_EQ(changed, GetPrimitive<ZORVisPolylinePrimitive>(GetGraphics(lines.get()), 0)->GetPoints());
+    EXPECT_EQ(QColor(10, 20, 30), GetGraphics(lines.get())->GetOptions().GetColor());
+    ASSERT_EQ(4, GetGraphics(marks.get())->GetPrimitives().size());
+    EXPECT_EQ(changed, GetPrimitive<ZORVisPointPrimitive>(GetGraphics(marks.get()), 0)->GetPoints());
+    EXPECT_EQ(changed[2], GetPrimitive<ZORVisTextPrimitive>(GetGraphics(marks.get()), 3)->GetPosition());
 }
 
 TEST_F(ZORTestCurveVisualizerTest, SubclassesAreDrawnByTheSameInstance)

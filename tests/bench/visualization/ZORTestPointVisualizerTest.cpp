@@ -2,7 +2,8 @@
 
 #include "VisualizationTest.h"
 
-#include <ZORGeometry/ZORGeoPoint.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoPointOnCurve.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>
@@ -34,6 +35,23 @@ TEST_F(ZORTestPointVisualizerTest, DrawsOneSymbolAtThePoint)
     EXPECT_EQ(QList<ZORMathPoint>({{1, -2, 3}}), QList<ZORMathPoint>(mark->GetPoints()));
     EXPECT_EQ(QColor(50, 60, 70), graphics->GetOptions().GetColor());
     EXPECT_EQ(ZORVisOptions::Star, graphics->GetOptions().GetPointSymbol());
+}
+
+TEST_F(ZORTestPointVisualizerTest, SymbolFollowsAPointOnACurveThatChangesInPlace)
+{
+    const ZORGeoSurface* const surface = AddSurface("S");
+    const auto locate = [&](const ZORMathPoint& point) { return surface->Project(point); };
+    auto* curve = new ZORGeoCurveOnSurface({locate({0, 0, 0}), locate({1, 0, 0})}, false);
+    curve->Initialize();
+    auto* point = new ZORGeoPointOnCurve(curve->GetLocation(0.5, nullptr));
+    point->Initialize();
+    SetSetting("Point/Color", QColor(50, 60, 70));
+    AnswerOptions(dialogClass);
+    const auto object = Visualize(point);
+    curve->SetLocations({locate({1, 1, 0}), locate({1, 0, 0})});
+    const auto* mark = GetPrimitive<ZORVisPointPrimitive>(GetGraphics(object.get()), 0);
+    EXPECT_EQ(QList<ZORMathPoint>({{1, 0.5, 0}}), QList<ZORMathPoint>(mark->GetPoints()));
+    EXPECT_EQ(QColor(50, 60, 70), GetGraphics(object.get())->GetOptions().GetColor());
 }
 
 TEST_F(ZORTestPointVisualizerTest, CancelGivesNothing)

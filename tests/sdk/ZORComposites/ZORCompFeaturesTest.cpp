@@ -4,7 +4,7 @@
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORComposites/ZORCompRosette.h>
-#include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORTopology/ZORTopBody.h>
@@ -261,6 +261,32 @@ TEST_F(ZORCompFeaturesTest, APlyHasTheBodyOfItsOuterBoundaryUntilAnotherIsSet)
     ply->SetBoundaries({});
     EXPECT_FALSE(ply->GetBody());
     EXPECT_EQ(2, bodies.size());
+}
+
+TEST_F(ZORCompFeaturesTest, APlyFollowsBoundariesThatChangeInPlace)
+{
+    ZORGeoSurface* const wall = AddWall();
+    const auto curveOf = [&](double size) {
+        QList<ZORGeoLocationOnSurface> locations;
+        for (const ZORMathPoint& point : AddSquare(size)->GetCurve()->GetPoints())
+            locations.append(wall->Project(point));
+        return Add<ZORGeoCurveOnSurface>(locations, true);
+    };
+    ZORGeoCurveOnSurface* const outer = curveOf(4);
+    ZORGeoCurveOnSurface* const hole = curveOf(1);
+    ZORCompPly* const ply = AddPly(0, nullptr);
+    ply->SetBoundaries({outer, hole, hole});
+    QStringList events;
+    QObject::connect(ply, &ZORFeatGeometry::BodyChanged, ply, [&] { events.append("body"); });
+    QObject::connect(ply, &ZORCompPly::PlyChanged, ply, [&] { events.append("ply"); });
+    outer->SetLocations(outer->GetLocations());
+    EXPECT_EQ((QStringList{"body", "ply"}), events);
+    hole->SetLocations(hole->GetLocations());
+    EXPECT_EQ((QStringList{"body", "ply", "ply"}), events) << "the body is that of the outer boundary";
+    ply->SetBoundaries({});
+    events.clear();
+    outer->SetLocations(outer->GetLocations());
+    EXPECT_EQ(QStringList(), events);
 }
 
 TEST_F(ZORCompFeaturesTest, SettersTellOnlyChanges)

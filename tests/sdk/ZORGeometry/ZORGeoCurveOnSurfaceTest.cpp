@@ -1,14 +1,19 @@
 // Tests of ZORGeoCurveOnSurface.
 
 #include "TestMeshes.h"
+#include "support/MessageOf.h"
 #include "support/Printers.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORMathematics/ZORMathBoundingBox.h>
 #include <ZORSystem/ZORSysException.h>
+
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -99,6 +104,56 @@ TEST_F(ZORGeoCurveOnSurfaceTest, RefusesLocationsOfNoOrAnotherSurface)
     locations[2].point.SetX(std::numeric_limits<double>::quiet_NaN());
     EXPECT_EQ("point 2 of the curve is not finite or too far away", FailureOf(locations));
     EXPECT_EQ(0, m_surface->GetReferenceCount());
+}
+
+TEST_F(ZORGeoCurveOnSurfaceTest, ChangesInPlace)
+{
+    auto* const curve = new ZORGeoCurveOnSurface(Locate({{0, 0, 0}, {1, 0, 0}}), false);
+    curve->Initialize();
+    ZORGeoLocationOnCurve location;
+    ASSERT_TRUE(curve->Project({0.5, 1, 0}, location)); // builds what is kept for searching
+    QSignalSpy changes(curve, &ZORGeoGeometry::ShapeChanged);
+    QSignalSpy reports(&m_container, &ZORGeoContainer::ContentChanged);
+    const auto locations = Locate({{0, 1, 0}, {1, 1, 0}, {1, 0, 0}, {0, 1, 0}});
+    curve->SetLocations(locations);
+    EXPECT_EQ(1, changes.size());
+    EXPECT_EQ(1, reports.size());
+    EXPECT_EQ(4, curve->GetNumPoints());
+    EXPECT_DOUBLE_EQ(2 + std::sqrt(2.0), curve->GetLength());
+    EXPECT_EQ(ZORMathPoint(0, 0, 0), curve->GetBoundingBox().GetLowerPoint());
+    EXPECT_EQ(ZORMathPoint(1, 1, 0), curve->GetBoundingBox().GetUpperPoint());
+    EXPECT_TRUE(curve->IsClosed());
+    EXPECT_EQ(4, curve->GetLocations().size());
+    EXPECT_EQ(ZORMathPoint(1, 0.5, 0), curve->GetLocation(1.5, nullptr).point);
+    ASSERT_TRUE(curve->Project({0.5, 2, 0}, location));
+    EXPECT_EQ(ZORMathPoint(0.5, 1, 0), location.point);
+    EXPECT_EQ(0.5, location.distance);
+    EXPECT_EQ(1, m_surface->GetReferenceCount());
+    EXPECT_EQ(2, m_container.GetNumGeometry());
+}
+
+TEST_F(ZORGeoCurveOnSurfaceTest, RefusesAChangeAndStaysAsItIs)
+{
+    ZORGeoCurveOnSurface curve(Locate({{0, 0, 0}, {1, 0, 0}}), false);
+    QSignalSpy changes(&curve, &ZORGeoGeometry::ShapeChanged);
+    const auto failureOf = [&](const QList<ZORGeoLocationOnSurface>& locations) {
+        return MessageOf([&] { curve.SetLocations(locations); });
+    };
+    const auto cube = Cube().Make();
+    EXPECT_EQ("the curve needs a location", failureOf({}));
+    EXPECT_EQ("location 0 of the curve is on another surface", failureOf({cube->Project({0, 0, 0})}));
+    auto locations = Locate({{0, 1, 0}, {1, 1, 0}});
+    locations.append(ZORGeoLocationOnSurface());
+    EXPECT_EQ("location 2 of the curve is not on a surface", failureOf(locations));
+    locations[2] = locations[1];
+    locations[2].point.SetX(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ("point 2 of the curve is not finite or too far away", failureOf(locations));
+    locations.removeLast();
+    delete m_surface;
+    EXPECT_EQ("the curve has no surface", failureOf(locations));
+    EXPECT_EQ(0, changes.size());
+    EXPECT_EQ(2, curve.GetNumPoints());
+    EXPECT_EQ(ZORMathPoint(0, 0, 0), curve.GetPoint(0));
 }
 
 TEST_F(ZORGeoCurveOnSurfaceTest, KeepsItsPointsWhenTheSurfaceIsDestroyed)

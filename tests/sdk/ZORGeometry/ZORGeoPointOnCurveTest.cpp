@@ -1,14 +1,21 @@
 // Tests of ZORGeoPointOnCurve.
 
+#include "TestMeshes.h"
 #include "support/Printers.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoPointOnCurve.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <QSignalSpy>
+
 #include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
 
 namespace {
 
@@ -60,6 +67,40 @@ TEST_F(ZORGeoPointOnCurveTest, KeepsItsPlaceWhenTheCurveIsDestroyed)
     EXPECT_EQ(nullptr, point.GetCurve());
     EXPECT_TRUE(point.GetLocationOnCurve().IsNull());
     EXPECT_EQ(ZORMathPoint(2, 0, 0), point.GetMathPoint());
+}
+
+TEST_F(ZORGeoPointOnCurveTest, FollowsACurveThatChangesInPlace)
+{
+    const std::unique_ptr<ZORGeoSurface> surface = Sheet(4).Make();
+    const auto locate = [&](const ZORMathPoint& point) { return surface->Project(point); };
+    ZORGeoCurveOnSurface curve({locate({0, 0, 0}), locate({1, 0, 0})}, false);
+    const auto at = [&](double distance) {
+        return std::make_unique<ZORGeoPointOnCurve>(curve.GetLocation(distance, nullptr));
+    };
+    const auto start = at(0);
+    const auto middle = at(0.25);
+    const auto end = at(1);
+    const auto before = at(-0.5);
+    // Of another curve it is known only where the point was put.
+    const ZORGeoPointOnCurve odd(
+        ZORGeoLocationOnCurve{&curve, std::numeric_limits<double>::quiet_NaN(), {5, 5, 5}});
+    QSignalSpy changes(middle.get(), &ZORGeoGeometry::ShapeChanged);
+
+    curve.SetLocations({locate({1, 1, 0}), locate({1, 0.5, 0})});
+    EXPECT_EQ(1, changes.size());
+    EXPECT_EQ(ZORMathPoint(1, 1, 0), start->GetMathPoint());
+    EXPECT_EQ(ZORMathPoint(1, 0.75, 0), middle->GetMathPoint());
+    EXPECT_EQ(ZORMathPoint(1, 0.5, 0), end->GetMathPoint());
+    EXPECT_EQ(0.5, end->GetLocationOnCurve().distance) << "clamped";
+    EXPECT_EQ(ZORMathPoint(1, 1.5, 0), before->GetMathPoint());
+    EXPECT_EQ(ZORMathPoint(5, 5, 5), odd.GetMathPoint());
+
+    curve.SetLocations({locate({0, 0, 0}), locate({0, 1, 0})});
+    EXPECT_EQ(ZORMathPoint(0, 0.5, 0), end->GetMathPoint()) << "keeps the distance it has now";
+    curve.SetLocations({locate({1, 0, 0})});
+    for (const ZORGeoPointOnCurve* point : {start.get(), middle.get(), end.get()})
+        EXPECT_EQ(ZORMathPoint(1, 0, 0), point->GetMathPoint()) << "a curve without length";
+    EXPECT_EQ(5, curve.GetReferenceCount());
 }
 
 TEST_F(ZORGeoPointOnCurveTest, RefusesANullLocation)

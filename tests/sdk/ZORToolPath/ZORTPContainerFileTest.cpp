@@ -7,8 +7,11 @@
 #include <ZORFeature/ZORFeatFolder.h>
 #include <ZORFeature/ZORFeatRoot.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoPointOnCurve.h>
 #include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORToolPath/ZORTPCourse.h>
+#include <ZORWireframe/ZORWFRawCurve.h>
 
 #include <QSignalSpy>
 
@@ -68,20 +71,22 @@ TEST_F(ZORTPContainerFileTest, ALoadedCourseCanBeSmoothedAndRemoved)
     copy->Smooth(50);
     EXPECT_EQ(1, changes.size());
     EXPECT_EQ(course->GetCenterLine()->GetLength(), copy->GetCenterLine()->GetLength());
-    EXPECT_EQ(before, loaded.GetNumGeometry()) << "the loaded line and body have gone";
+    EXPECT_EQ(before, loaded.GetNumGeometry());
     copy->Remove();
     EXPECT_EQ(before - 3, loaded.GetNumGeometry());
 }
 
-TEST_F(ZORTPContainerFileTest, ASmoothedCourseStandsBeforeItsCentreLine)
+TEST_F(ZORTPContainerFileTest, ASmoothedCourseKeepsItsNewCenterLineAndBody)
 {
     course->Smooth(50);
     ASSERT_TRUE(RoundTrips(container, loaded));
     const ZORTPCourse* const copy = LoadedCourse();
     ASSERT_TRUE(copy);
-    EXPECT_EQ(copy, loaded.GetGeometryByIndex(2)) << "behind the root and the surface";
-    EXPECT_EQ(copy->GetBody(), loaded.GetGeometryByIndex(4));
+    EXPECT_EQ(copy->GetCenterLine(), loaded.GetGeometryByIndex(2)) << "behind the root and the surface";
+    EXPECT_EQ(copy->GetBody(), loaded.GetGeometryByIndex(3));
+    EXPECT_EQ(copy, loaded.GetGeometryByIndex(4));
     EXPECT_EQ(1, copy->GetBody()->GetReferenceCount());
+    EXPECT_EQ(course->GetCenterLine()->GetPoints(), copy->GetBody()->GetEdge(0).GetPoints());
     const auto expected = course->GetCenterLine()->GetLocations();
     const auto locations = copy->GetCenterLine()->GetLocations();
     ASSERT_EQ(expected.size(), locations.size());
@@ -91,6 +96,29 @@ TEST_F(ZORTPContainerFileTest, ASmoothedCourseStandsBeforeItsCentreLine)
         EXPECT_EQ(expected[i].weightC, locations[i].weightC);
         EXPECT_EQ(expected[i].point, locations[i].point);
     }
+}
+
+TEST_F(ZORTPContainerFileTest, LoadedUsersOfTheCenterLineFollowIt)
+{
+    const ZORGeoCurveOnSurface* const line = course->GetCenterLine();
+    (new ZORTopBody(&container, line, 0.1))->Initialize();
+    (new ZORWFRawCurve(container.GetFeatureRoot("ZORFeatRoot"), line))->Initialize();
+    (new ZORGeoPointOnCurve(line->GetLocation(200, nullptr)))->Initialize();
+    ASSERT_TRUE(RoundTrips(container, loaded));
+    const auto* const body = qobject_cast<const ZORTopBody*>(loaded.GetGeometryByIndex(5));
+    const auto* const raw = qobject_cast<const ZORWFRawCurve*>(loaded.GetGeometryByIndex(7));
+    const auto* const point = qobject_cast<const ZORGeoPointOnCurve*>(loaded.GetGeometryByIndex(8));
+    ASSERT_TRUE(body && raw && point);
+    ASSERT_EQ(2, body->GetNumEdges());
+    QSignalSpy changes(raw, &ZORFeatGeometry::BodyChanged);
+    LoadedCourse()->Smooth(50);
+    course->Smooth(50);
+    EXPECT_EQ(1, body->GetNumEdges()) << "by the tolerance that was saved";
+    EXPECT_EQ(line->GetPoints(), body->GetEdge(0).GetPoints());
+    EXPECT_EQ(line->GetPoints(), raw->GetBody()->GetEdge(0).GetPoints());
+    EXPECT_EQ(1, changes.size());
+    EXPECT_EQ(line->GetLocation(200, nullptr).point, point->GetMathPoint());
+    EXPECT_NE(ZORMathPoint(), point->GetMathPoint());
 }
 
 TEST_F(ZORTPContainerFileTest, ACourseThatHasLostItsSurfaceOrBodyIsSavedWithoutIt)

@@ -1,55 +1,17 @@
 // Tests of ZORTPCourse.
 
-#include "support/MessageOf.h"
-#include "support/Printers.h"
+#include "CourseTest.h"
 
-#include <ZORFeature/ZORFeatContainer.h>
-#include <ZORFeature/ZORFeatFolder.h>
-#include <ZORFeature/ZORFeatRoot.h>
-#include <ZORGeometry/ZORGeoCurveOnSurface.h>
-#include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORSystem/ZORSysException.h>
-#include <ZORToolPath/ZORTPCourse.h>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
 #include <limits>
 #include <memory>
 
 namespace {
 
-class ZORTPCourseTest : public testing::Test
+class ZORTPCourseTest : public CourseTest
 {
 protected:
-    ZORTPCourseTest()
-        : folder(new ZORFeatFolder(container.GetFeatureRoot("ZORFeatRoot")))
-        , surface(MakeSquare(&container))
-    {
-        folder->Initialize();
-        surface->Initialize();
-        numBefore = container.GetNumGeometry();
-    }
-
-    static ZORGeoSurface* MakeSquare(ZORGeoContainer* owner)
-    {
-        const QList<ZORMathPoint> corners{{-300, -300, 0}, {300, -300, 0}, {300, 300, 0}, {-300, 300, 0}};
-        return new ZORGeoSurface(owner, corners, {{0, 1, 2}, {0, 2, 3}});
-    }
-    /// Two legs of 200 mm with a bend of 60 degrees between them.
-    QList<ZORGeoLocationOnSurface> Corner() const
-    {
-        return {surface->Project({-200, 0, 0}), surface->Project({0, 0, 0}),
-                surface->Project({100, 200 * std::sqrt(0.75), 0})};
-    }
-    ZORTPCourse* Add()
-    {
-        auto* const course = new ZORTPCourse(folder, Corner(), 6.35);
-        course->Initialize();
-        return course;
-    }
     QStringList GetNewNames() const
     {
         QStringList names;
@@ -57,11 +19,6 @@ protected:
             names.append(container.GetGeometryByIndex(i)->objectName());
         return names;
     }
-
-    ZORFeatContainer container;
-    ZORFeatFolder* folder;
-    ZORGeoSurface* surface;
-    int numBefore = 0;
 };
 
 TEST_F(ZORTPCourseTest, BringsItsCentreLineAndABodyOfDimensionOneIntoTheContainer)
@@ -122,12 +79,8 @@ TEST_F(ZORTPCourseTest, SmoothsInPlace)
     ZORTPCourse* const course = Add();
     int changes = 0;
     QObject::connect(course, &ZORFeatGeometry::BodyChanged, course, [&] { ++changes; });
-    const QPointer<ZORTopBody> formerBody = course->GetBody();
-    const QPointer<const ZORGeoCurveOnSurface> formerLine = course->GetCenterLine();
     course->Smooth(100);
     EXPECT_EQ(changes, 1);
-    EXPECT_TRUE(formerBody.isNull());
-    EXPECT_TRUE(formerLine.isNull());
     ASSERT_TRUE(course->GetBody());
     EXPECT_TRUE(course->GetBody()->IsInitialized());
     EXPECT_TRUE(course->GetCenterLine()->IsInitialized());
@@ -178,14 +131,7 @@ TEST_F(ZORTPCourseTest, RefusesToSmoothWithARadiusThatIsNone)
 
 TEST_F(ZORTPCourseTest, StaysAsItIsWhereTheSurfaceHasNoRoom)
 {
-    // An L: the inner corner is the corner of the course.
-    auto* const angle = new ZORGeoSurface(
-        &container, {{0, 0, 0}, {9, 0, 0}, {9, 1, 0}, {1, 1, 0}, {1, 9, 0}, {0, 9, 0}, {0, 1, 0}},
-        {{0, 1, 2}, {0, 2, 3}, {0, 3, 6}, {6, 3, 4}, {6, 4, 5}});
-    angle->Initialize();
-    auto* const course = new ZORTPCourse(
-        folder, {angle->Project({8, 1, 0}), angle->Project({1, 1, 0}), angle->Project({1, 8, 0})}, 1);
-    course->Initialize();
+    ZORTPCourse* const course = AddWithoutRoom();
     const ZORGeoCurveOnSurface* const line = course->GetCenterLine();
     int changes = 0;
     QObject::connect(course, &ZORFeatGeometry::BodyChanged, course, [&] { ++changes; });

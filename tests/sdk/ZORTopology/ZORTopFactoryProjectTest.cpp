@@ -6,6 +6,8 @@
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 
+#include <QSignalSpy>
+
 namespace {
 
 class ZORTopFactoryProjectTest : public TopologyTest
@@ -130,6 +132,27 @@ TEST_F(ZORTopFactoryProjectTest, ProjectionCanBeProjectedAgain)
     ASSERT_EQ("0/4/4", Figures(body));
     const ZORTopBody* const point = factory.Project(lower, factory.Project(upper, AddPointBody({0, 0, 9})));
     ASSERT_EQ("0/0/1", Figures(point));
+}
+
+TEST_F(ZORTopFactoryProjectTest, BodyOfSeveralCurvesFollowsThem)
+{
+    ZORGeoSurface* const surface = AddSurface(Sheet(8));
+    const ZORTopBody* const support = factory.CreateSurface(surface, Degree);
+    const ZORTopBody* const body = factory.Project(
+        support, Divide(ZORMathSetOfPoints{{0.25, 0.25, 1}, {0.75, 0.25, 1}, {0.75, 0.75, 1}}));
+    ASSERT_EQ(QString("0/2/3"), Figures(body));
+    const ZORMathSetOfPoints other = body->GetEdge(1).GetPoints();
+    QSignalSpy changes(body, &ZORGeoGeometry::ShapeChanged);
+    const_cast<ZORGeoCurveOnSurface*>(qobject_cast<const ZORGeoCurveOnSurface*>(body->GetEdge(0).GetCurve()))
+        ->SetLocations({surface->Project({0, 0, 0}), surface->Project({0.125, 0.0625, 0}),
+                        surface->Project({0.75, 0.25, 0})});
+    EXPECT_EQ(1, changes.size());
+    ASSERT_EQ(QString("0/2/3"), Figures(body));
+    EXPECT_EQ((ZORMathSetOfPoints{{0, 0, 0}, {0.125, 0.0625, 0}, {0.75, 0.25, 0}}),
+              body->GetEdge(0).GetPoints());
+    EXPECT_EQ(ZORMathPoint(0, 0, 0), body->GetEdge(0).GetVertex(0).GetPoint());
+    EXPECT_EQ(ZORMathPoint(0.75, 0.25, 0), body->GetEdge(0).GetVertex(1).GetPoint());
+    EXPECT_EQ(other, body->GetEdge(1).GetPoints());
 }
 
 TEST_F(ZORTopFactoryProjectTest, EdgesThatTheSurfaceTearsApartKeepVerticesOfTheirOwn)

@@ -1,4 +1,8 @@
+#include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORVisualization/ZORVisEnvironment.h>
+#include <ZORVisualization/ZORVisPolylinePrimitive.h>
 #include <ZORVisualization/ZORVisRepGraphics.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
@@ -210,6 +214,34 @@ TEST(ZORVisVirtualObjectTest, TheOwnerIsAnAssociationAndMayDieFirst)
 
     EXPECT_EQ(object->GetOwner(), nullptr);
     EXPECT_EQ(environment.GetNumVirtualObjects(), 1);
+}
+
+TEST(ZORVisVirtualObjectTest, FollowsAGeometryThatChangesInPlace)
+{
+    ZORGeoContainer container;
+    ZORGeoSurface surface(&container, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{0, 1, 2}});
+    const auto locate = [&](const ZORMathPoint& point) { return surface.Project(point); };
+    auto curve = std::make_unique<ZORGeoCurveOnSurface>(
+        QList<ZORGeoLocationOnSurface>{locate({0, 0, 0}), locate({1, 0, 0})}, false);
+    const auto makeRep = [&curve] {
+        return new ZORVisRepGraphics({new ZORVisPolylinePrimitive(curve.get(), {})}, ZORVisOptions());
+    };
+    ZORVisEnvironment environment;
+    auto* const object = new ZORVisVirtualObject(&environment, nullptr);
+    environment.AddVirtualObject(object);
+    Witness witness(&environment);
+    object->FollowGeometry(curve.get(), makeRep);
+    EXPECT_EQ(object->GetRep(), nullptr) << "until the geometry changes";
+    curve->SetLocations({locate({0, 0, 0}), locate({0, 1, 0})});
+    EXPECT_EQ(witness.events, "*");
+    ASSERT_NE(object->GetRep(), nullptr);
+    EXPECT_EQ(object->GetRep()->GetBoundingBox().GetUpperPoint(), ZORMathPoint(0, 1, 0));
+    object->FollowGeometry(nullptr, makeRep);
+    curve->SetLocations({locate({1, 0, 0})});
+    EXPECT_EQ(witness.events, "*");
+    object->FollowGeometry(curve.get(), makeRep);
+    curve.reset();
+    EXPECT_EQ(object->GetRep()->GetBoundingBox().GetUpperPoint(), ZORMathPoint(0, 1, 0));
 }
 
 TEST(ZORVisVirtualObjectTest, NeedsNoEnvironment)
