@@ -15,11 +15,15 @@ NestingDlgTest::~NestingDlgTest()
 
 QString NestingDlgTest::WritePart(const QString& name, double length, double width)
 {
+    return WritePart(name, {{0, 0, 0}, {length, 0, 0}, {length, width, 0}, {0, width, 0}});
+}
+
+QString NestingDlgTest::WritePart(const QString& name, const QList<ZORMathPoint>& corners)
+{
     using Segment = ZORNestResultSegment;
-    const QList<ZORMathPoint> corners{{0, 0, 0}, {length, 0, 0}, {length, width, 0}, {0, width, 0}};
     QList<Segment> outline;
-    for (int i = 0; i < 4; ++i) {
-        Segment side = Segment::CreateLine(corners[i], corners[(i + 1) % 4]);
+    for (qsizetype i = 0; i < corners.size(); ++i) {
+        Segment side = Segment::CreateLine(corners[i], corners[(i + 1) % corners.size()]);
         side.SetLayer(Segment::Nest);
         outline.append(side);
     }

@@ -39,6 +39,8 @@ protected:
     /// Writes a part file of a rectangle.
     /// \return its path
     QString WritePart(const QString& name, double length = 200, double width = 100);
+    /// Writes a part file of a polygon.
+    QString WritePart(const QString& name, const QList<ZORMathPoint>& corners);
     static QVariantList GetRow(const QTableWidget* table, int row);
     /// Appends a row of these values; the cells behind them stay empty.
     static void AppendRow(QTableWidget* table, const QVariantList& values);
