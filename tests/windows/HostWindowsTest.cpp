@@ -23,8 +23,12 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTableView>
+#include <QToolBar>
+#include <QToolButton>
 
 #include <optional>
 
@@ -191,6 +195,39 @@ TEST_P(StandardCommandWindowsTest, MaterialLibrary)
     model->setData(model->index(1, 2), "thin");
     Walk(frame, "material-library-problem");
     frame->reject();
+}
+
+TEST_P(HostWindowsTest, ActionsOfTheBenchStandInMenuAndToolBarWithTheirIcon)
+{
+    window->show();
+    QStringList menus;
+    const auto menuActions = window->menuBar()->actions();
+    for (const QAction* action : menuActions)
+        menus.append(action->text());
+    EXPECT_EQ(QStringList({"&File", "&View", "Test", "&Help"}), menus);
+
+    const auto* bar = window->findChild<QToolBar*>("_CommandToolBar");
+    const auto* viewBar = window->findChild<QToolBar*>("_ViewToolBar");
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(viewBar->y(), bar->y());
+    EXPECT_GT(bar->x(), viewBar->x());
+    const QList<QAction*> actions = window->findChild<QMenu*>("_TestMenu")->actions();
+    EXPECT_EQ(actions, bar->actions());
+    ASSERT_EQ(2, actions.size());
+    EXPECT_EQ(QString("SDK Test"), actions[0]->text());
+    EXPECT_EQ(QString("SDK Test Options"), actions[1]->text());
+
+    const QSize size(24, 24);
+    const QImage icon = ZORHostIcon("nesting-info").pixmap(size).toImage();
+    EXPECT_NE(icon, ZORHostIcon("an icon that the host lacks").pixmap(size).toImage());
+    for (QAction* action : actions) {
+        EXPECT_EQ(icon, action->icon().pixmap(size).toImage()) << action->text().toStdString();
+        const auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action));
+        ASSERT_NE(nullptr, button);
+        EXPECT_EQ(icon, button->icon().pixmap(size).toImage());
+        EXPECT_EQ(Qt::ToolButtonTextBesideIcon, button->toolButtonStyle());
+    }
+    EXPECT_LT(bar->widgetForAction(actions[0])->x(), bar->widgetForAction(actions[1])->x());
 }
 
 TEST_P(HostWindowsTest, MainWindow)

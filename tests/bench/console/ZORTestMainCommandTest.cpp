@@ -3,11 +3,14 @@
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
 
+#include <ZORCommand/ZORCmdActionPublisher.h>
 #include <ZORCommand/ZORCmdController.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QTest>
+
+#include <memory>
 
 namespace {
 
@@ -36,6 +39,28 @@ TEST_F(ZORTestMainCommandTest, IsPublishedAsAHostAction)
     EXPECT_EQ(QString("Launches the SDK testing framework"), action->toolTip());
     EXPECT_EQ(QString("Test"), action->property("category").toString());
     EXPECT_EQ(1, action->property("placement").toInt());
+    EXPECT_EQ(QString("nesting-info"), action->property("iconName").toString());
+}
+
+TEST_F(ZORTestMainCommandTest, BothHostActionsHavePositionZero)
+{
+    const auto publish = [](const char* text, int position) {
+        return std::make_unique<ZORCmdActionPublisher>("Test", &ZORTestMainCommand::staticMetaObject, "icon",
+                                                       QLatin1String(text), "tip", position, 1,
+                                                       QVariantMap{{"method", QLatin1String(text)}});
+    };
+    // Entries of one position are sorted by their text, so that these show where the two stand.
+    const auto last = publish("A later entry", 1);
+    const auto first = publish("Z earlier entry", -1);
+    const auto before = publish("SDK", 0);
+    const auto behind = publish("SDK Z", 0);
+    QStringList texts;
+    const auto actions = ZORCmdController::GetController()->GetActions("Test");
+    for (const QAction* action : actions)
+        texts.append(action->text());
+    EXPECT_EQ(
+        QStringList({"Z earlier entry", "SDK", "SDK Test", "SDK Test Options", "SDK Z", "A later entry"}),
+        texts);
 }
 
 TEST_F(ZORTestMainCommandTest, OpensAConsoleThatOutlivesTheCommand)

@@ -36,6 +36,7 @@ TEST_F(ZORTestOptionsCmdTest, IsPublishedAsAHostAction)
     EXPECT_EQ(QString("Launches the SDK testing framework options dialog"), action->toolTip());
     EXPECT_EQ(QString("Test"), action->property("category").toString());
     EXPECT_EQ(1, action->property("placement").toInt());
+    EXPECT_EQ(QString("nesting-info"), action->property("iconName").toString());
 }
 
 TEST_F(ZORTestOptionsCmdTest, PutsTheOptionsIntoTheFrameOfTheHost)

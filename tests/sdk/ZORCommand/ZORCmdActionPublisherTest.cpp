@@ -64,7 +64,7 @@ TEST_F(ZORCmdActionPublisherTest, ActionCarriesWhatWasPublished)
     EXPECT_EQ("Tests", action->property("category").toString());
     EXPECT_EQ("ScriptedCommand", action->property("commandId").toString());
     EXPECT_EQ(ZORCmdActionPublisher::MenuOnly, action->property("placement").toInt());
-    EXPECT_FALSE(action->property("iconName").toString().isEmpty());
+    EXPECT_EQ("icon", action->property("iconName").toString());
 }
 
 TEST_F(ZORCmdActionPublisherTest, MethodOptionBelongsToTheId)
