@@ -35,12 +35,6 @@ ZORTestContainerBrowser::ZORTestContainerBrowser(ZORGeoContainer* container, QCo
     , m_table(table)
 {
     m_table->setModel(&m_model);
-    // The geometry belongs to the first cell of a row, wherever the user clicked.
-    QObject::connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, m_table,
-                     [table](const QModelIndex& current) {
-                         if (current.column() > 0)
-                             table->setCurrentIndex(current.siblingAtColumn(0));
-                     });
 }
 
 void ZORTestContainerBrowser::FillTypes()
@@ -87,7 +81,7 @@ void ZORTestContainerBrowser::Refresh()
 
 ZORGeoGeometry* ZORTestContainerBrowser::GetCurrentGeometry() const
 {
-    return GetGeometry(m_table->currentIndex());
+    return GetGeometry(m_table->currentIndex().siblingAtColumn(0));
 }
 
 ZORTestContainerBrowser::Deletion ZORTestContainerBrowser::DeleteCurrent()
@@ -95,6 +89,7 @@ ZORTestContainerBrowser::Deletion ZORTestContainerBrowser::DeleteCurrent()
     const QModelIndex current = m_table->currentIndex();
     if (!current.isValid())
         return Deletion::NoRow;
+    // Only the cell of the name carries the geometry, so that a click on the count deletes nothing.
     ZORGeoGeometry* geometry = GetGeometry(current);
     if (auto* feature = qobject_cast<ZORFeatObject*>(geometry)) {
         feature->Remove();

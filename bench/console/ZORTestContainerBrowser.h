@@ -28,9 +28,11 @@ public:
     /// Rebuilds the rows, linear in the number of geometries.
     void Refresh();
 
-    /// The geometry of the current row; null without a current row or when it is no longer there.
+    /// Returns the geometry of the current row, whichever of its cells is current; null without a current row
+    /// or when the geometry is no longer there.
     ZORGeoGeometry* GetCurrentGeometry() const;
-    /// Deletes the geometry of the current cell if it is a feature or nothing refers to it.
+    /// Deletes the geometry of the current cell if it is a feature or nothing refers to it. The cell of the
+    /// reference count carries no geometry: Refused.
     Deletion DeleteCurrent();
 
 private:

@@ -1,5 +1,6 @@
 #include "console/ZORTestContainerBrowser.h"
 
+#include "console/ZORTestGeoInspectionDlg.h"
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
 
@@ -14,6 +15,7 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QListWidget>
 #include <QTableView>
 #include <QTest>
 
@@ -173,13 +175,39 @@ TEST_F(ZORTestContainerBrowserTest, DeletesAnUnreferencedGeometryAndRefreshes)
     EXPECT_EQ((QStringList{"A|0", "C|0"}), GetRows());
 }
 
-TEST_F(ZORTestContainerBrowserTest, DeletesTheRowAlsoWhenItsCountWasClicked)
+TEST_F(ZORTestContainerBrowserTest, RefusesToDeleteWhenTheCountIsCurrentAndRefreshes)
 {
-    const QPointer<ZORGeoPoint> deleted(AddPoint(QStringLiteral("A")));
+    AddPoint(QStringLiteral("A"));
+    GetContainer()->GetFeatureRoot("ZORFeatRoot")->setObjectName("Root");
     OpenConsole();
-    ClickRow(QStringLiteral("A"), 1);
-    Click("_ContDeleteBtn");
-    EXPECT_EQ(nullptr, deleted.data());
+    for (const char* name : {"A", "Root"}) {
+        ClickRow(QLatin1String(name), 1);
+        EXPECT_EQ(1, InConsole<QTableView>("_ContTable")->currentIndex().column());
+        Click("_ContDeleteBtn");
+        const QList<MessageBoxCatcher::Box> expected{
+            {QMessageBox::Critical, "Error", DeleteRefused, QMessageBox::Ok, console.data()}};
+        EXPECT_EQ(expected, boxes.Take()) << name;
+        EXPECT_EQ(2, GetContainer()->GetNumGeometry()) << name;
+        EXPECT_FALSE(InConsole<QTableView>("_ContTable")->currentIndex().isValid()) << "refreshed";
+    }
+}
+
+TEST_F(ZORTestContainerBrowserTest, VisualizesAndInspectsTheRowWhoseCountIsCurrent)
+{
+    AddPoint(QStringLiteral("A"));
+    AddPoint(QStringLiteral("B"));
+    OpenConsole();
+    ClickRow(QStringLiteral("B"), 1);
+    Click("_ContInspectBtn");
+    const auto* inspection = console->findChild<ZORTestGeoInspectionDlg*>();
+    ASSERT_NE(nullptr, inspection);
+    EXPECT_TRUE(inspection->isVisible());
+    EXPECT_EQ(GetContainer()->GetGeometryByIndex(1), inspection->GetGeometry());
+    answers.Accept("ZORTestPointVisOptionsDlg");
+    Click("_ContVisuBtn");
+    const auto* list = InConsole<QListWidget>("_VisList");
+    ASSERT_EQ(1, list->count());
+    EXPECT_EQ(QString("B"), list->item(0)->text());
 }
 
 TEST_F(ZORTestContainerBrowserTest, RefusesToDeleteAReferencedGeometryAndRefreshes)
