@@ -2,13 +2,13 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
-#include "exchange/ZORTestXmlGuard.h"
 #include "ui_ZORTestImportCatiaXMLCurvesDlg.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORSystem/ZORSysSettingGroupContext.h>
+#include <ZORSystem/ZORSysXmlGuard.h>
 
 #include <QFile>
 #include <QFileDialog>
@@ -31,6 +31,36 @@ QString GetName(const QDomNode& contour)
          parent = parent.parentNode().toElement())
         name.prepend(parent.attribute(QLatin1String("NAME")) + QLatin1Char('/'));
     return name;
+}
+
+/// Returns the node behind \a node in document order, within \a root; null behind the last one.
+QDomNode GetNext(QDomNode node, const QDomNode& root)
+{
+    if (node.hasChildNodes())
+        return node.firstChild();
+    while (!node.isNull() && node != root && node.nextSibling().isNull())
+        node = node.parentNode();
+    return node == root ? QDomNode() : node.nextSibling();
+}
+
+/// Returns the text of an element up to the end of its third word. Elements may nest deep, each with a text
+/// that contains those of all the others.
+QString ReadWords(const QDomElement& element)
+{
+    QString text;
+    int numWords = 0;
+    bool isInWord = false;
+    for (QDomNode node = GetNext(element, element); !node.isNull(); node = GetNext(node, element)) {
+        const QString part = node.isText() ? node.nodeValue() : QString();
+        for (const QChar character : part) {
+            numWords += !isInWord && !character.isSpace() ? 1 : 0;
+            isInWord = !character.isSpace();
+            if (numWords > 3)
+                return text;
+            text.append(character);
+        }
+    }
+    return text;
 }
 
 /// "X=1 Y=2 Z=3", with any or no keys.
@@ -102,7 +132,7 @@ void ZORTestImportCatiaXMLCurvesDlg::Load()
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     Parse(file);
     const QDomNodeList lengths = m_document.elementsByTagName(QLatin1String("Length"));
-    if (lengths.at(0).toElement().text() == QLatin1String("in"))
+    if (ReadWords(lengths.at(0).toElement()) == QLatin1String("in"))
         m_lengthScale = 25.4;
 
     // Neither the list nor the scale starts anew with another file: both are established.
@@ -119,11 +149,12 @@ void ZORTestImportCatiaXMLCurvesDlg::Load()
 void ZORTestImportCatiaXMLCurvesDlg::Parse(QFile& file)
 {
     m_document = QDomDocument();
-    if (!ZORTestXmlGuard::IsHarmless(&file) || !file.seek(0))
+    const ZORSysXmlGuard::Finding finding = ZORSysXmlGuard::Scan(file);
+    if (finding.verdict != ZORSysXmlGuard::Verdict::Harmless || !file.seek(0))
         return;
     QXmlStreamReader reader(&file);
     reader.setNamespaceProcessing(false);
-    reader.setEntityExpansionLimit(0);
+    reader.setEntityExpansionLimit(finding.numExpanded);
     if (!m_document.setContent(&reader, false))
         m_document = QDomDocument();
 }
@@ -154,7 +185,7 @@ ZORMathSetOfPoints ZORTestImportCatiaXMLCurvesDlg::ReadPoints(const QDomNode& co
     ZORMathSetOfPoints points;
     for (QDomElement element = contour.firstChildElement(tag); !element.isNull();
          element = element.nextSiblingElement(tag)) {
-        ZORMathPoint point = ParsePoint(element.text());
+        ZORMathPoint point = ParsePoint(ReadWords(element));
         point *= m_lengthScale;
         points.append(point);
     }

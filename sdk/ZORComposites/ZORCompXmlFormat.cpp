@@ -3,6 +3,8 @@
 #include "ZORCompXmlSerializer_p.h"
 
 #include <ZORComposites/ZORCompFormat.h>
+#include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysXmlGuard.h>
 
 namespace {
 
@@ -13,6 +15,11 @@ public:
     QList<QString> GetFileFilters() const override { return {ZORCompXmlParser::tr("Layup XML (*.xml)")}; }
     ZORCompDocument Parse(const QByteArray& content, ZORCompReadReport&) const override
     {
+        // The parser itself reports elements that are nested too deep, with their line.
+        using ZORSysXmlGuard::Verdict;
+        const Verdict verdict = ZORSysXmlGuard::Scan(content).verdict;
+        if (verdict != Verdict::Harmless && verdict != Verdict::TooDeep)
+            throw ZORSysException(ZORSysXmlGuard::GetReason(verdict));
         return ZORCompXmlParser(content).Parse();
     }
     bool CanWrite() const override { return true; }

@@ -41,11 +41,22 @@ void ReadPoint(QXmlStreamReader& xml, ZORNestContourXml::Contour& contour)
     contour.points.append({values[0], values[1]});
 }
 
-ZORNestContourXml::Contour ReadContour(QXmlStreamReader& xml, const QList<QString>& names)
+// "A/B" of the last names up to the first element without one; empty names at the end do not count.
+QString JoinNames(const QStringList& names)
+{
+    qsizetype begin = names.size();
+    while (begin > 0 && !names[begin - 1].isNull())
+        --begin;
+    qsizetype end = names.size();
+    while (end > begin && names[end - 1].isEmpty())
+        --end;
+    return names.sliced(begin, end - begin).join(u'/');
+}
+
+ZORNestContourXml::Contour ReadContour(QXmlStreamReader& xml, const QStringList& names)
 {
     ZORNestContourXml::Contour contour;
-    for (qsizetype i = names.size() - 1; i >= 0 && !names[i].isNull(); --i)
-        contour.name = contour.name.isEmpty() ? names[i] : names[i] + u'/' + contour.name;
+    contour.name = JoinNames(names);
     while (xml.readNextStartElement()) {
         if (xml.name() == u"Pt")
             ReadPoint(xml, contour);
@@ -59,15 +70,14 @@ ZORNestContourXml::Contour ReadContour(QXmlStreamReader& xml, const QList<QStrin
 
 QList<ZORNestContourXml::Contour> ZORNestContourXml::Read(const QByteArray& bytes)
 {
-    ZORNestXml::CheckMarkup(bytes);
     QXmlStreamReader xml(bytes);
+    ZORNestXml::CheckMarkup(bytes, xml);
     QList<Contour> contours;
-    QList<QString> names; // of the elements around, null for those without
+    QStringList names; // of the elements around, null for those without
     QString unit;
     while (!xml.atEnd()) {
         switch (xml.readNext()) {
         case QXmlStreamReader::StartElement:
-            ZORNestXml::CheckDepth(xml, int(names.size()) + 1);
             if (xml.name() == u"OuterContour") {
                 contours.append(ReadContour(xml, names));
             } else if (xml.name() == u"Length" && unit.isNull()) {

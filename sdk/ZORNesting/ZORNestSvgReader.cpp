@@ -127,7 +127,7 @@ ZORNestSvgReader::ZORNestSvgReader(const QByteArray& bytes, ZORNestDrawing& draw
     , m_report(report)
     , m_context(context)
 {
-    ZORNestXml::CheckMarkup(bytes);
+    ZORNestXml::CheckMarkup(bytes, m_xml);
 }
 
 void ZORNestSvgReader::Read()
@@ -138,7 +138,7 @@ void ZORNestSvgReader::Read()
         throw ZORSysException(Tr("no SVG file: the root element is '%1'").arg(m_xml.name()));
     State state;
     ReadRoot(state);
-    ReadChildren(state, 1);
+    ReadElements(state);
     while (!m_xml.atEnd())
         m_xml.readNext();
     ZORNestXml::CheckError(m_xml);
@@ -166,15 +166,20 @@ void ZORNestSvgReader::ReadRoot(State& state)
     ApplyAttributes(state);
 }
 
-void ZORNestSvgReader::ReadChildren(const State& state, int depth)
+// Groups may nest deeper than the stack of a thread would bear.
+void ZORNestSvgReader::ReadElements(const State& root)
 {
-    ZORNestXml::CheckDepth(m_xml, depth);
-    while (m_xml.readNextStartElement())
-        ReadElement(state, depth + 1);
-    ZORNestXml::CheckError(m_xml);
+    QList<State> groups{root};
+    while (!groups.isEmpty()) {
+        if (!m_xml.readNextStartElement())
+            groups.removeLast();
+        else if (const std::optional<State> group = ReadElement(groups.constLast()))
+            groups.append(*group);
+        ZORNestXml::CheckError(m_xml);
+    }
 }
 
-void ZORNestSvgReader::ReadElement(const State& parent, int depth)
+std::optional<ZORNestSvgReader::State> ZORNestSvgReader::ReadElement(const State& parent)
 {
     m_context.ThrowIfCanceled();
     const QString name = m_xml.name().toString();
@@ -186,13 +191,12 @@ void ZORNestSvgReader::ReadElement(const State& parent, int depth)
                                  .toString()
                                  .remove(u' ')
                                  .contains(QLatin1String("display:none"));
-    if (isShown && (name == u"g" || name == u"a" || name == u"switch")) {
-        ReadChildren(state, depth);
-        return;
-    }
+    if (isShown && (name == u"g" || name == u"a" || name == u"switch"))
+        return state;
     if (isShown && !IsHidden(name) && !m_xml.name().isEmpty())
         DrawShape(name, state);
     m_xml.skipCurrentElement();
+    return {};
 }
 
 void ZORNestSvgReader::ApplyAttributes(State& state)

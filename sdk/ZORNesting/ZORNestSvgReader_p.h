@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QXmlStreamReader>
 
+#include <optional>
+
 class ZORWorkContext;
 
 /// Draws the paths and basic shapes of an SVG file, in millimetres and with y upwards.
@@ -34,8 +36,9 @@ private:
     };
 
     void ReadRoot(State& state);
-    void ReadChildren(const State& state, int depth);
-    void ReadElement(const State& parent, int depth);
+    void ReadElements(const State& root);
+    /// Draws a shape, or returns the state of a group whose elements follow.
+    std::optional<State> ReadElement(const State& parent);
     void ApplyAttributes(State& state);
     void DrawShape(QStringView name, const State& state);
     void DrawRectangle(const State& state, const ZORNestLook& look);

@@ -17,6 +17,7 @@ class ContourImportTest : public BenchTest
 {
 protected:
     static constexpr const char* SettingsKey = "Debug/ImportCatiaXML/File";
+    static inline const QByteArray Contour = "<OuterContour><Pt>X=1 Y=2 Z=3</Pt></OuterContour>";
 
     ContourImportTest()
         : path(GetPath("contours.xml"))
@@ -31,6 +32,14 @@ protected:
         GetSettings()->setValue(SettingsKey, path);
         ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg"));
     }
+    /// Returns what the dialog lists for a file of this content; closes the dialog again.
+    QStringList ListOf(const QByteArray& content)
+    {
+        OpenWith(content);
+        const QStringList entries = Entries();
+        PressCancel();
+        return entries;
+    }
     void Choose(const QString& fileName)
     {
         answers.AnswerFile(fileName);
@@ -38,6 +47,7 @@ protected:
     }
     QListWidget* List() const { return dialog->findChild<QListWidget*>("_CurveList"); }
     QString EditText() const { return dialog->findChild<QLineEdit*>("_XmlEdit")->text(); }
+    static QStringList OneContour() { return {QStringLiteral("OuterContour")}; }
     QStringList Entries() const
     {
         QStringList texts;

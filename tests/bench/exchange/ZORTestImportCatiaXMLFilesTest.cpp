@@ -12,21 +12,7 @@
 
 namespace {
 
-const QByteArray Contour = "<OuterContour><Pt>X=1 Y=2 Z=3</Pt></OuterContour>";
-
-class ZORTestImportCatiaXMLFilesTest : public ContourImportTest
-{
-protected:
-    /// What the dialog lists for a file of this content; closes the dialog again.
-    QStringList ListOf(const QByteArray& content)
-    {
-        OpenWith(content);
-        const QStringList entries = Entries();
-        PressCancel();
-        return entries;
-    }
-    QStringList OneContour() const { return {"OuterContour"}; }
-};
+using ZORTestImportCatiaXMLFilesTest = ContourImportTest;
 
 TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatCannotBeOpenedIsReportedWithoutAParent)
 {
@@ -94,71 +80,6 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, MalformedSecondFileEmptiesTheDocumentBehi
     EXPECT_EQ((QList<QList<ZORMathPoint>>{{}}), ImportAll());
 }
 
-TEST_F(ZORTestImportCatiaXMLFilesTest, DocumentTypesThatDefineEntitiesAreRefused)
-{
-    const QByteArray refused[] = {
-        "<!DOCTYPE a [<!ENTITY e 'x'>]>",
-        "<!DOCTYPE a [ <!ENTITY e SYSTEM 'file:///etc/hostname'> ]>",
-        "<!DOCTYPE a [<!ENTITY % p 'x'>]>",
-        "<!DOCTYPE a SYSTEM '<!--' [<!ENTITY e 'x'>]>",
-        "<!DOCTYPE a [<!-- ]> --><!ENTITY e 'x'>]>",
-        "<!DOCTYPE a [<?pi ]> ?><!ATTLIST a b CDATA ']>'><!ENTITY e 'x'>]>",
-    };
-    for (const QByteArray& type : refused) {
-        EXPECT_EQ(QStringList(), ListOf(type + "<a>" + Contour + "</a>")) << type.toStdString();
-        EXPECT_EQ(QStringList(), ListOf(type + "<a>" + Contour + "&e;</a>")) << type.toStdString();
-    }
-    const QByteArray accepted[] = {
-        "<!DOCTYPE a>",
-        "<!DOCTYPE a SYSTEM 'file:///etc/passwd'>",
-        "<!DOCTYPE a PUBLIC '-//x//ENTITY' 'http://127.0.0.1:1/x.dtd' []>",
-        "<!DOCTYPE a [<!ELEMENT a ANY><!ATTLIST a b CDATA '>'><!-- <!ENTITY e 'x'> -->]>",
-        "<!-- <!DOCTYPE a [<!ENTITY e 'x'>]> -->",
-        "<?pi <!ENTITY ?>",
-    };
-    for (const QByteArray& type : accepted) {
-        EXPECT_EQ(OneContour(), ListOf(type + "<a><![CDATA[<!ENTITY ]]>&amp;&#65;" + Contour + "</a>"))
-            << type.toStdString();
-    }
-}
-
-TEST_F(ZORTestImportCatiaXMLFilesTest, EntitiesThatExpandWithoutBoundCostNothing)
-{
-    QByteArray nested = "<!DOCTYPE a [<!ENTITY e0 'lol'>";
-    for (int i = 1; i < 20; ++i) {
-        const QByteArray inner = "&e" + QByteArray::number(i - 1) + ';';
-        nested += "<!ENTITY e" + QByteArray::number(i) + " '" + inner.repeated(10) + "'>";
-    }
-    nested += "]><a>" + Contour + "&e19;</a>";
-    const QByteArray many = "<!DOCTYPE a [<!ENTITY e '" + QByteArray(4000, 'x') + "'>]><a>" + Contour
-                            + QByteArray("&e;").repeated(1000000) + "</a>";
-    QElapsedTimer timer;
-    timer.start();
-    EXPECT_EQ(QStringList(), ListOf(nested));
-    EXPECT_EQ(QStringList(), ListOf(many)) << "4 GB of text";
-    EXPECT_LT(timer.elapsed(), 30000);
-}
-
-TEST_F(ZORTestImportCatiaXMLFilesTest, MarkupThatTheParserWouldChokeOnIsRefused)
-{
-    const auto nest = [](int depth) {
-        return QByteArray("<g>").repeated(depth) + Contour + QByteArray("</g>").repeated(depth);
-    };
-    EXPECT_EQ(OneContour(), ListOf(nest(200)));
-    EXPECT_EQ(QStringList(), ListOf(nest(300)));
-    EXPECT_EQ(QStringList(), ListOf(nest(1000000))) << "would overflow the stack";
-
-    const auto decorate = [](int numAttributes) {
-        QByteArray content = "<a";
-        for (int i = 0; i < numAttributes; ++i)
-            content += " n" + QByteArray::number(i) + "='='";
-        return content + ">" + Contour + "</a>";
-    };
-    EXPECT_EQ(OneContour(), ListOf(decorate(256)));
-    EXPECT_EQ(QStringList(), ListOf(decorate(257)));
-    EXPECT_EQ(QStringList(), ListOf(decorate(1000000))) << "would take hours";
-}
-
 TEST_F(ZORTestImportCatiaXMLFilesTest, AllEncodingsOfTheParserAreRead)
 {
     const QString text =
@@ -171,8 +92,6 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, AllEncodingsOfTheParserAreRead)
                                 QStringConverter::Utf32LE, QStringConverter::Utf32BE}) {
         QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
         EXPECT_EQ(expected, ListOf(encoder(text))) << encoding;
-        QStringEncoder refused(encoding, QStringConverter::Flag::WriteBom);
-        EXPECT_EQ(QStringList(), ListOf(refused("<!DOCTYPE a [<!ENTITY e ''>]>" + text))) << encoding;
     }
 }
 
@@ -206,17 +125,37 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, TimeGrowsLinearlyWithTheContours)
 
 TEST_F(ZORTestImportCatiaXMLFilesTest, SurvivesRandomlyDamagedFiles)
 {
-    QByteArray whole = "<?xml version='1.0' encoding='UTF-8'?><!DOCTYPE a [<!ELEMENT a ANY>]>"
-                       "<a NAME='A'><Length>in</Length><!-- c --><b NAME='B &amp; C'>";
+    QByteArray whole = "<?xml version='1.0' encoding='UTF-8'?><!DOCTYPE a [<!ELEMENT a ANY>"
+                       "<!ENTITY e '-2e3'><!ENTITY f 'C &e;'><!ATTLIST b N CDATA 'x'>]>"
+                       "<a NAME='A'><Length>in</Length><!-- c --><b NAME='B &amp; &f;'>";
     for (int i = 0; i < 5; ++i)
-        whole += "<OuterContour><Pt>X=1.5 Y=-2e3 Z=3</Pt><Pt>4 5</Pt><![CDATA[x]]></OuterContour>";
+        whole += "<OuterContour><Pt>X=1.5 Y=&e; Z=3</Pt><Pt>4 5</Pt><![CDATA[x]]></OuterContour>";
     whole += "</b></a>";
 
     std::mt19937 random(4711);
     const auto below = [&random](qsizetype bound) { return qsizetype(random() % size_t(bound)); };
-    const QByteArray tokens[] = {
-        "<",    ">", "\"",   "'",    "&",          "<!--", "]]>",  "<![CDATA[",
-        "&#0;", "=", "<Pt>", "</a>", "<!DOCTYPE ", "]>",   "\xff", QByteArray("\0", 1)};
+    const QByteArray tokens[] = {"<",
+                                 ">",
+                                 "\"",
+                                 "'",
+                                 "&",
+                                 "<!--",
+                                 "]]>",
+                                 "<![CDATA[",
+                                 "&#0;",
+                                 "=",
+                                 "<Pt>",
+                                 "</a>",
+                                 "<!DOCTYPE ",
+                                 "]>",
+                                 "\xff",
+                                 QByteArray("\0", 1),
+                                 "&e;",
+                                 "&f;",
+                                 "%e;",
+                                 "<!ENTITY e '",
+                                 "<!ATTLIST a NAME CDATA '",
+                                 "&#60;"};
     int numListed = 0;
     for (int round = 0; round < 1500; ++round) {
         QByteArray content = whole;

@@ -272,6 +272,11 @@ TEST_F(ZORCompXmlFormatTest, BombsOfDepthAndOfEntitiesAreRefused)
                   XmlId)
             .contains("the attributes are no JSON"));
     EXPECT_NE(QString(), FailureOf(QByteArray(1000000, '<'), XmlId));
+    QByteArray attributes;
+    for (int i = 0; i < 1000000; ++i)
+        attributes += " a" + QByteArray::number(i) + "=\"\"";
+    EXPECT_TRUE(FailureOf(File("<layup" + attributes + "/>"), XmlId)
+                    .endsWith("an XML element has more than 4000 attributes"));
 }
 
 } // namespace

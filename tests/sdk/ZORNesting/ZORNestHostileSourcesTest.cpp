@@ -67,7 +67,7 @@ QList<Source> GetSources()
         {"contour-xml", xml,
          numbers
              + QList<QByteArray>{"<Pt>", "</Pt>", "<OuterContour>", "</OuterContour>", "<Length>ft</Length>",
-                                 "X="}},
+                                 "X=", "<!DOCTYPE a [<!ENTITY e '1'>]>", "&e;"}},
         {"nesting-json", json,
          numbers
              + QList<QByteArray>{"[", "]", "{", "}", ",", "null", "[[[[[[[[", "\"A\"", "\"ccw\"",

@@ -71,6 +71,30 @@ TEST_F(ZORNestContourXmlTest, MalformedFilesFailWithAReason)
     EXPECT_TRUE(failure.startsWith("line 1: ")) << failure.toStdString();
 }
 
+TEST_F(ZORNestContourXmlTest, EntitiesThatTheFileDeclaresAreFollowed)
+{
+    const QList<ZORNestResult> results =
+        Translate("<!DOCTYPE r [<!ENTITY deg '&#176;'><!ENTITY end '<Pt>4 3</Pt>'>]><r NAME='45&deg;'>"
+                  "<OuterContour><Pt>0 0</Pt><Pt>4 0</Pt>&end;</OuterContour></r>");
+    ASSERT_EQ("", failure);
+    ASSERT_EQ(1, results.size());
+    EXPECT_EQ(QString::fromUtf8("45\xc2\xb0"), GetItem(results[0]).GetName());
+    EXPECT_EQ(QStringList("outline (0 0) L(4 0) L(4 3) L(0 0)"), Describe(results[0]));
+}
+
+TEST_F(ZORNestContourXmlTest, ElementsNestUpToTheBound)
+{
+    const auto nest = [](int depth) {
+        return QByteArray("<g NAME=''>").repeated(depth)
+               + "<OuterContour><Pt>0 0</Pt><Pt>1 0</Pt><Pt>1 1</Pt>" + "</OuterContour>"
+               + QByteArray("</g>").repeated(depth);
+    };
+    EXPECT_EQ(1, Translate(nest(3998)).size());
+    EXPECT_EQ("", failure);
+    Translate(nest(3999));
+    EXPECT_EQ("XML elements nest more than 4000 deep", failure);
+}
+
 class ZORNestBenchmarkJsonTest : public TranslationTest
 {
 protected:

@@ -225,15 +225,40 @@ TEST_F(ZORNestSvgTest, MalformedFilesFailWithAReason)
     EXPECT_EQ("no SVG file: the root element is 'html'", failure);
     Translate("<svg>\n<g>\n</svg>");
     EXPECT_TRUE(failure.startsWith("line 3: ")) << failure.toStdString();
-    Translate("<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>");
-    EXPECT_EQ("XML that declares entities cannot be read", failure);
-    Translate("<svg>" + QByteArray("<g>").repeated(300) + QByteArray("</g>").repeated(300) + "</svg>");
-    EXPECT_EQ("line 1: elements nest more than 256 deep", failure);
     QByteArray attributes;
-    for (int i = 0; i < 300; ++i)
+    for (int i = 0; i < 4001; ++i)
         attributes += " a" + QByteArray::number(i) + "='1'";
     Translate("<svg><g" + attributes + "/></svg>");
-    EXPECT_EQ("an XML element has more than 256 attributes", failure);
+    EXPECT_EQ("an XML element has more than 4000 attributes", failure);
+}
+
+TEST_F(ZORNestSvgTest, GroupsNestUpToTheBoundAndTransformAllTheWay)
+{
+    const auto nest = [](int depth) {
+        return "<svg width='5000mm' height='5mm' viewBox='0 0 5000 5'>"
+               + QByteArray("<g transform='translate(1)'>").repeated(depth) + "<rect width='2' height='3'/>"
+               + QByteArray("</g>").repeated(depth) + "</svg>";
+    };
+    EXPECT_EQ(QStringList("outline (3998 5) L(3998 2) L(4000 2) L(4000 5) L(3998 5)"),
+              DescribeAll(nest(3998)));
+    EXPECT_EQ("", failure);
+    Translate(nest(3999));
+    EXPECT_EQ("XML elements nest more than 4000 deep", failure);
+    EXPECT_EQ(1,
+              DescribeAll("<svg><g transform='scale(2)'><g/></g><rect width='2' height='3'/></svg>").size());
+}
+
+TEST_F(ZORNestSvgTest, EntitiesThatTheFileDeclaresAreFollowed)
+{
+    const QByteArray type = "<!DOCTYPE svg [<!ENTITY ns 'http://www.w3.org/2000/svg'><!ENTITY size '3'>"
+                            "<!ENTITY shape '<rect width=\"&size;\" height=\"&size;\"/>'>]>";
+    EXPECT_EQ(1, DescribeAll(type + "<svg xmlns='&ns;'><g>&shape;</g></svg>").size());
+    EXPECT_EQ("", failure);
+    Translate("<!DOCTYPE svg [<!ENTITY a '&b;&b;&b;&b;&b;&b;'><!ENTITY b '" + QByteArray(1000000, 'x')
+              + "'>]><svg>&a;</svg>");
+    EXPECT_EQ("the entities of the XML expand too far", failure);
+    Translate("<!DOCTYPE svg [<!ENTITY a '&a;'>]><svg>&a;</svg>");
+    EXPECT_EQ("XML is not well-formed", failure);
 }
 
 } // namespace
