@@ -6,6 +6,7 @@
 
 #include <QEvent>
 #include <QIcon>
+#include <QScopedValueRollback>
 
 ZORHostApplication::ZORHostApplication(int& argc, char** argv)
     : QApplication(argc, argv)
@@ -20,6 +21,12 @@ ZORHostApplication::ZORHostApplication(int& argc, char** argv)
 }
 
 ZORHostApplication::~ZORHostApplication() = default;
+
+bool ZORHostApplication::event(QEvent* event)
+{
+    const QScopedValueRollback guard(m_isQuitting, m_isQuitting || event->type() == QEvent::Quit);
+    return QApplication::event(event);
+}
 
 bool ZORHostApplication::notify(QObject* receiver, QEvent* event)
 {

@@ -21,6 +21,14 @@ public:
 
     ZORHostErrorReporter* GetErrorReporter() const { return m_errors; }
 
+    /// Whether the application is closing its windows because code has called quit(). Who does so has decided
+    /// about unsaved work; the menu and the window manager close the main window instead.
+    bool IsQuitting() const { return m_isQuitting; }
+
+protected:
+    bool event(QEvent* event) override;
+
 private:
     ZORHostErrorReporter* m_errors; // child
+    bool m_isQuitting = false;
 };

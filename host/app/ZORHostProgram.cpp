@@ -36,8 +36,8 @@ void CloseAllWindows()
     }
 }
 
-/// Whether somebody is there to answer. Scripts answer only what they expect, and nobody sees the windows of a
-/// platform without a screen.
+/// Whether somebody is there to answer. Scripts answer only what they expect, and nobody sees the windows of
+/// a platform without a screen.
 bool CanAskUser(const ZORHostOptions& options)
 {
     const QString platform = QGuiApplication::platformName();

@@ -6,6 +6,7 @@
 #include <ZORVisualization/ZORVisEnvironment.h>
 #include <ZORVisualization/ZORVisGraphicsContext.h>
 #include <ZORVisualization/ZORVisScene.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -47,12 +48,21 @@ ZORHostView3D::~ZORHostView3D() = default;
 void ZORHostView3D::SetEnvironment(ZORVisEnvironment* environment)
 {
     m_renderer->SetScene(nullptr);
+    if (m_environment)
+        disconnect(m_environment, nullptr, this, nullptr);
+    m_environment = environment;
     m_scene = environment ? std::make_unique<ZORVisScene>(environment) : nullptr;
     m_renderer->SetScene(m_scene.get());
     m_sceneEmpty = true;
     ClearPick();
-    if (m_scene)
+    if (m_scene) {
         connect(m_scene.get(), &ZORVisScene::Changed, this, &ZORHostView3D::OnSceneChanged);
+        connect(environment, &ZORVisEnvironment::ObjectRemoved, this,
+                [this](const ZORVisVirtualObject* object) {
+                    if (object == m_pickedObject)
+                        ClearPick();
+                });
+    }
     OnSceneChanged();
 }
 
@@ -320,6 +330,7 @@ void ZORHostView3D::PickAt(const QPointF& position)
         return;
     }
     m_pickedPoint = result.point;
+    m_pickedObject = result.object;
     m_pickedName = ZORHostDisplayName(result.owner);
     update();
     emit Picked(result.owner, m_pickedName, result.point);
@@ -330,6 +341,7 @@ void ZORHostView3D::ClearPick()
     if (!m_pickedPoint)
         return;
     m_pickedPoint.reset();
+    m_pickedObject = nullptr;
     m_pickedName.clear();
     update();
     emit PickCleared();

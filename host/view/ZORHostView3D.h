@@ -16,6 +16,7 @@
 
 class ZORVisEnvironment;
 class ZORVisScene;
+class ZORVisVirtualObject;
 
 /// Shows an environment and lets the user move about in it.
 ///
@@ -62,7 +63,7 @@ signals:
     /// The user has clicked at an object.
     /// \param owner  what the visual object stands for; may be null
     void Picked(QObject* owner, const QString& name, const ZORMathPoint& point);
-    /// The user has clicked beside all objects, or dropped the pick.
+    /// The user has clicked beside all objects or dropped the pick, or the picked object was removed.
     void PickCleared();
     void DisplayModeChanged(ZORVisRenderer::DisplayMode mode);
 
@@ -92,6 +93,7 @@ private:
     void PaintPick(QPainter& painter);
     void PaintFocus(QPainter& painter);
 
+    QPointer<ZORVisEnvironment> m_environment; // not owned
     std::unique_ptr<ZORVisScene> m_scene;
     std::unique_ptr<ZORVisRenderer> m_renderer;
     ZORVisCamera m_camera;
@@ -109,5 +111,6 @@ private:
     QPointF m_last;
 
     std::optional<ZORMathPoint> m_pickedPoint;
+    const ZORVisVirtualObject* m_pickedObject = nullptr; // for comparison only
     QString m_pickedName;
 };

@@ -86,7 +86,7 @@ void ZORHostDialogFrame::EmbedContent(QWidget* content)
 
 bool ZORHostDialogFrame::eventFilter(QObject* watched, QEvent* event)
 {
-    // A content that is a dialog searches only itself for a default button, and swallows Return where it has none.
+    // A content that is a dialog searches only itself for a default button, and swallows Return without one.
     if (watched == m_content && event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {

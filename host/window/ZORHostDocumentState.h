@@ -12,8 +12,8 @@ class ZORFeatContainer;
 /// Follows the container of a document and knows whether it holds work that is in no file.
 ///
 /// A document counts as changed when its container has reported a change of content since it was saved or
-/// emptied. Opening files adds what is on disk already and does not count, except in a document that has a file
-/// itself, which then differs from it.
+/// emptied. Opening files adds what is on disk already and does not count, except in a document that has a
+/// file itself, which then differs from it.
 class ZORHostDocumentState : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
     void MarkSaved();
     /// The document was emptied and has no file anymore.
     void MarkNew();
-    /// Runs \a add, which adds the contents of a file. Where \a add throws, the state follows what it has changed.
+    /// Runs \a add, which adds the contents of a file. Where it throws, the state follows what it has changed.
     /// \param isDocument  whether the file is a container file, which becomes the file of an empty document
     void AddFromFile(bool isDocument, const std::function<void()>& add);
 

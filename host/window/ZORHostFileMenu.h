@@ -13,9 +13,9 @@ class ZORFeatEnvironment;
 class ZORHostDocumentState;
 class ZORHostView3D;
 
-/// Creates the menu "File" and does what its actions say. Errors are "Error" boxes of the window; what went well
-/// is shown on its status bar. Object names: "_NewAction", "_OpenAction", "_SamplesMenu", "_SaveDocumentAction",
-/// "_SavePictureAction", "_QuitAction".
+/// Creates the menu "File" and does what its actions say. Errors are "Error" boxes of the window; what went
+/// well is shown on its status bar. Object names: "_NewAction", "_OpenAction", "_SamplesMenu",
+/// "_SaveDocumentAction", "_SavePictureAction", "_QuitAction".
 class ZORHostFileMenu : public QObject
 {
     Q_OBJECT

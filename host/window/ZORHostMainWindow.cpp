@@ -1,5 +1,6 @@
 #include "window/ZORHostMainWindow.h"
 
+#include "app/ZORHostApplication.h"
 #include "app/ZORHostSettings.h"
 #include "app/ZORHostTheme.h"
 #include "docks/ZORHostApiDock.h"
@@ -242,7 +243,8 @@ void ZORHostMainWindow::OnPicked(QObject* owner, const QString& name, const ZORM
 
 bool ZORHostMainWindow::ConfirmClosing()
 {
-    return !m_asksToSave || m_fileMenu->ConfirmClosing();
+    const auto* application = qobject_cast<ZORHostApplication*>(QCoreApplication::instance());
+    return !m_asksToSave || (application && application->IsQuitting()) || m_fileMenu->ConfirmClosing();
 }
 
 void ZORHostMainWindow::OnSessionEnds(QSessionManager& session)

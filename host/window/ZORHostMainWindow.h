@@ -25,8 +25,9 @@ class ZORHostView3D;
 /// 3D view in the middle, docks with feature browser, log and API calls around it; menus and tool bars with
 /// the host's own actions and those published through the command controller.
 ///
-/// Closing it asks about unsaved changes of the document, then closes every other window of the program; Cancel,
-/// a save that fails and a window that refuses keep it open. The same question comes when the session ends.
+/// Closing it asks about unsaved changes of the document, then closes every other window of the program.
+/// Cancel, a save that fails and a window that refuses keep it open. The same question comes when the session
+/// ends, but not when code calls QCoreApplication::quit().
 class ZORHostMainWindow : public QMainWindow
 {
     Q_OBJECT

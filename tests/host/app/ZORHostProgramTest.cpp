@@ -171,4 +171,74 @@ TEST_F(ZORHostProgramTest, SettingsThatCannotBeKeptAreOnTheNoticeBar)
     EXPECT_TRUE(err.contains("cannot be written")) << err.toStdString();
 }
 
+/// Starts a nesting job of a minute from the console; the documents of the script lie in ${OUT}.
+const char* const startHeavyJob = R"script(in ZORHostMainWindow
+trigger "SDK Test"
+in ZORTestMainDialog
+trigger "Translate"
+in ZORTestNestTranslateDlg
+set Provider "Contours (XML)"
+answer file "${SAMPLES}/contours.xml"
+click _AddBtn
+answer file "${OUT}"
+answer box OK "Translation has finished"
+click _TranslateBtn
+wait 30 value _ProgBar is 1
+click OK
+in ZORTestMainDialog
+trigger "Nest"
+in ZORTestNestNestingDlg
+answer file "${OUT}/Ply.1.msi"
+click _AddItemBtn
+edit _ItemTable 0 Quantity 500
+answer form Width
+  set Width 1700
+  click OK
+end
+answer text "roll"
+click _PackagingAddBtn
+set "Max Run Time" 60
+set "Min Run Time" 60
+click Compute
+wait 30 value _ProgBar above 0
+in ZORHostMainWindow
+print closing
+)script";
+
+TEST_F(ZORHostProgramTest, EndsWhileAHeavyJobRuns)
+{
+    // The end of the script ends the program directly; Quit closes its windows first.
+    for (const char* end : {"", "trigger _QuitAction\nwait 60 window Never is open\n"}) {
+        const QString script = WriteFile("heavy.zorscript", QByteArray(startHeavyJob) + end);
+        QProcess process;
+        process.start(ZOR_TEST_HOST, {"--script", script, "--settings", GetPath("host.ini"), "--define",
+                                      "OUT=" + GetPath("."), "--define", "SAMPLES=" ZOR_TEST_SAMPLES});
+        QByteArray output;
+        while (!output.contains("closing") && process.waitForReadyRead(60'000))
+            output += process.readAllStandardOutput();
+        ASSERT_TRUE(output.contains("closing")) << output.toStdString();
+        EXPECT_TRUE(process.waitForFinished(10'000)) << "the program waits for its job";
+        EXPECT_EQ(QProcess::NormalExit, process.exitStatus());
+        output += process.readAllStandardOutput();
+        EXPECT_FALSE(output.contains("unexpected dialog")) << output.toStdString();
+    }
+}
+
+TEST_F(ZORHostProgramTest, AScriptQuitsWithUnsavedWorkWithoutAQuestion)
+{
+    EXPECT_EQ(1, Run({"--script",
+                      WriteFile("test.zorscript", "in ZORHostMainWindow\n"
+                                                  "trigger \"Create Rosette\"\n"
+                                                  "in _DialogFrame\n"
+                                                  "click OK\n"
+                                                  "wait 5 window _DialogFrame is closed\n"
+                                                  "in ZORHostMainWindow\n"
+                                                  "expect geometries is 4\n"
+                                                  "trigger _QuitAction\n"
+                                                  "wait 60 window Never is open\n"),
+                      "--settings", GetPath("host.ini")}));
+    EXPECT_FALSE(out.contains("FAILED")) << out.toStdString();
+    EXPECT_FALSE(out.contains("unexpected dialog")) << out.toStdString();
+}
+
 } // namespace

@@ -205,6 +205,28 @@ TEST_F(ZORHostView3DTest, APickInTheFocusedViewMarksTheObjectOnly)
     EXPECT_EQ(before, Look());
 }
 
+TEST_F(ZORHostView3DTest, TheMarkGoesWithThePickedObjectOnly)
+{
+    AddBox("Box");
+    AddBox("Twin");
+    Look();
+    QSignalSpy picked(&view, &ZORHostView3D::Picked);
+    const QSignalSpy cleared(&view, &ZORHostView3D::PickCleared);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, {160, 120});
+    ASSERT_EQ(1, picked.size());
+    QList<ZORVisVirtualObject*> objects = GetEnvironment()->GetVirtualObjects();
+    if (objects[0]->GetOwner() == picked[0][0].value<QObject*>())
+        std::swap(objects[0], objects[1]);
+    const QImage marked = Look();
+    delete objects[0];
+    EXPECT_TRUE(cleared.isEmpty());
+    EXPECT_EQ(marked, Look());
+    AddBox("Third"); // the view does not become empty
+    delete objects[1];
+    EXPECT_EQ(1, cleared.size());
+    EXPECT_NE(marked, Look());
+}
+
 TEST_F(ZORHostView3DTest, ADragIsNoClick)
 {
     AddBox("Box");

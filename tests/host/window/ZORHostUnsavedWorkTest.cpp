@@ -214,6 +214,17 @@ TEST_F(ZORHostUnsavedWorkTest, NothingIsAskedWhereNobodyAnswers)
     EXPECT_TRUE(boxes.Take().isEmpty());
 }
 
+TEST_F(ZORHostUnsavedWorkTest, CodeThatQuitsTheProgramIsNotAsked)
+{
+    AddBox("Box");
+    QEvent quit(QEvent::Quit); // as QCoreApplication::quit() sends it from a running event loop
+    QCoreApplication::sendEvent(qApp, &quit);
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(boxes.Take().isEmpty());
+    window.show();
+    EXPECT_TRUE(Asks()) << "only while the program quits";
+}
+
 TEST_F(ZORHostUnsavedWorkTest, FollowsTheCurrentEnvironment)
 {
     AddBox("Box");
