@@ -1,13 +1,12 @@
 #include "ZORNestArc_p.h"
 #include "ZORNestShapeMeasures_p.h"
 
-#include <array>
 #include <cmath>
-#include <numbers>
 
 namespace {
 
 using Segment = ZORNestResultSegment;
+using ZORNestSolver::GetAngleMinusSine;
 
 /// A number with the moment of what it measures about a fixed point; sums up.
 struct Amount
@@ -30,15 +29,6 @@ struct Amount
     }
 };
 
-/// t - sin(t), without the cancellation of small angles.
-double AngleMinusSine(double t)
-{
-    if (std::abs(t) > 0.05)
-        return t - std::sin(t);
-    const double square = t * t;
-    return t * square / 6 * (1 - square / 20 * (1 - square / 42));
-}
-
 /// Distance of the centre of mass of a circle's segment from its chord, in radii, for half the angle.
 double SegmentCentroid(double half)
 {
@@ -46,7 +36,7 @@ double SegmentCentroid(double half)
     if (std::abs(half) < 0.025)
         return square * (0.2 - 13.0 / 1050 * square);
     const double sine = std::sin(half);
-    return 4 * sine * sine * sine / (3 * AngleMinusSine(2 * half)) - std::cos(half);
+    return 4 * sine * sine * sine / (3 * GetAngleMinusSine(2 * half)) - std::cos(half);
 }
 
 class Measuring
@@ -103,20 +93,22 @@ void Measuring::AddArc(const ZORNestArc& arc)
 {
     BeginPart(arc.start, arc.end);
     const ZORMathPoint last = arc.GetEndOnCircle();
-    const double half = arc.sweep / 2;
-    const double middle = arc.startAngle + half;
+    const double radius = arc.flat.radius;
+    const double half = arc.flat.sweep / 2;
+    const double middle = arc.flat.startAngle + half;
     const double chordX = (X(arc.start) + X(last)) / 2;
     const double chordY = (Y(arc.start) + Y(last)) / 2;
 
-    const double towards = arc.radius * (half == 0.0 ? 0.0 : std::sin(half) / half - std::cos(half));
-    m_length.Add(arc.radius * std::abs(arc.sweep), chordX + towards * std::cos(middle),
-                 chordY + towards * std::sin(middle));
-
+    if (!arc.flat.IsChord()) {
+        const double towards = radius * (std::sin(half) / half - std::cos(half));
+        m_length.Add(radius * std::abs(arc.flat.sweep), chordX + towards * std::cos(middle),
+                     chordY + towards * std::sin(middle));
+    }
     // The triangle over the chord, and the segment of the circle between chord and arc.
     m_chainArea.Add((X(arc.start) * Y(last) - Y(arc.start) * X(last)) / 2, chordX * 2 / 3, chordY * 2 / 3);
-    if (half != 0.0) {
-        const double outwards = arc.radius * SegmentCentroid(half);
-        m_chainArea.Add(arc.radius * arc.radius / 2 * AngleMinusSine(arc.sweep),
+    if (!arc.flat.IsChord()) {
+        const double outwards = radius * SegmentCentroid(half);
+        m_chainArea.Add(radius * radius / 2 * GetAngleMinusSine(arc.flat.sweep),
                         chordX + outwards * std::cos(middle), chordY + outwards * std::sin(middle));
     }
     if (arc.HasTail())
@@ -146,22 +138,13 @@ ZORNestShapeMeasures Measuring::GetMeasures()
     return measures;
 }
 
-/// Adds the ends of an arc, and where it is farthest in the directions of the axes.
 void AddArcTo(ZORMathBoundingBox& box, const ZORNestArc& arc)
 {
     box.Add(arc.start);
     box.Add(arc.end);
-    if (arc.HasTail())
-        box.Add(arc.GetEndOnCircle());
-    constexpr double quarter = std::numbers::pi / 2;
-    const double low = std::min(arc.startAngle, arc.startAngle + arc.sweep);
-    const double high = std::max(arc.startAngle, arc.startAngle + arc.sweep);
-    static constexpr std::array<std::array<int, 2>, 4> directions = {{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}};
-    for (int i = int(std::ceil(low / quarter)); i <= int(std::floor(high / quarter)); ++i) {
-        const auto& direction = directions[size_t((i % 4 + 4) % 4)];
-        box.Add(ZORMathPoint(arc.center.GetX() + direction[0] * arc.radius,
-                             arc.center.GetY() + direction[1] * arc.radius, arc.start.GetZ()));
-    }
+    const ZORNestSolver::Box drawn = arc.flat.GetBox();
+    for (const ZORNestSolver::Point& corner : {drawn.min, drawn.max})
+        box.Add(ZORMathPoint(corner.x, corner.y, arc.start.GetZ()));
 }
 
 bool IsArc(Segment::SegmentType type)

@@ -1,4 +1,5 @@
 #include "ZORNestSheetPicture_p.h"
+#include "solver/ZORNestSolverArc.h"
 #include "solver/ZORNestSolverPoles.h"
 
 #include <QGuiApplication>
@@ -9,6 +10,7 @@
 
 namespace {
 
+using ZORNestSolver::Arc;
 using ZORNestSolver::Box;
 using ZORNestSolver::Circle;
 using ZORNestSolver::Contour;
@@ -34,13 +36,14 @@ const QColor borderColor(0x8a, 0x90, 0x99);
 const QColor labelColor(0x1d, 0x26, 0x30);
 
 /// Angles of Qt's arcs count the other way round, since its y points down.
-void AppendArc(QPainterPath& path, Point start, const Segment& arc)
+void AppendArc(QPainterPath& path, const Arc& arc)
 {
     constexpr double degrees = 180 / std::numbers::pi;
-    const Point arm = start - arc.centre;
-    const double radius = Length(arm);
-    const QRectF square(arc.centre.x - radius, arc.centre.y - radius, 2 * radius, 2 * radius);
-    path.arcTo(square, -std::atan2(arm.y, arm.x) * degrees, -GetSweep(start, arc) * degrees);
+    if (!arc.IsChord()) {
+        const Point corner = arc.center - Point{arc.radius, arc.radius};
+        const QRectF square(corner.x, corner.y, 2 * arc.radius, 2 * arc.radius);
+        path.arcTo(square, -arc.startAngle * degrees, -arc.sweep * degrees);
+    }
     path.lineTo(arc.end.x, arc.end.y);
 }
 
@@ -53,7 +56,7 @@ QPainterPath MakePath(const std::vector<Contour>& contours)
         Point from = contour.start;
         for (const Segment& segment : contour.segments) {
             if (segment.isArc)
-                AppendArc(path, from, segment);
+                AppendArc(path, Arc(from, segment.end, segment.centre, segment.counterClockwise));
             else
                 path.lineTo(segment.end.x, segment.end.y);
             from = segment.end;
