@@ -48,9 +48,6 @@ void Append(Contour& contour, const Segment& segment, int sub)
     if (added.isArc) {
         added.counterClockwise = type == Segment::ArcCounterClockwise;
         added.centre = ToPoint(segment.GetArcCenter(sub));
-        const ZORNestSolver::Point start = ToPoint(segment.GetStartPoint(sub));
-        if (Length(added.end - start) <= 1e-9 * Length(start - added.centre))
-            added.end = start; // a full circle
     }
     contour.segments.push_back(added);
 }
@@ -83,7 +80,7 @@ std::vector<Contour> GetChains(const ZORNestResultShape& shape)
 bool IsClosed(const Contour& contour)
 {
     return Length(contour.segments.back().end - contour.start) <= Segment::joinTolerance
-           && std::abs(GetSignedArea(contour)) > LeastArea;
+           && GetEnclosedArea(contour) > LeastArea;
 }
 
 bool IsWithinReach(const ZORMathBoundingBox& box)
@@ -143,7 +140,7 @@ void PartMaker::Add(const ZORNestResultShape& shape, qsizetype index)
         m_part.cut.cutLength += GetLength(chain);
         if (!IsClosed(chain))
             continue;
-        const double area = std::abs(GetSignedArea(chain));
+        const double area = GetEnclosedArea(chain);
         if (role == Outline)
             m_outlines.push_back(chain);
         if (role == Hole)

@@ -129,7 +129,7 @@ std::vector<ZORNestReportPart> ZORNestReport::MeasureParts(const Job& job)
         double largest = 0;
         for (Contour contour : item.contours) {
             contour.segments.push_back({contour.start, false, true, {}}); // closed, if it was not
-            const double area = std::abs(GetSignedArea(contour));
+            const double area = GetEnclosedArea(contour);
             largest = std::max(largest, area);
             part.area -= area;
             part.cutLength += GetLength(contour);

@@ -80,22 +80,20 @@ private:
     double m_tolerance;
 };
 
-Point GetDeepPoint(const Polygon& polygon)
-{
-    return FindPoles(polygon, 1).front().centre;
-}
-
 bool IsDeepInside(Point p, const Polygon& polygon, double tolerance)
 {
     return IsInside(p, polygon) && GetDistanceToBoundary(p, polygon) > tolerance;
 }
 
-bool IsNested(const Polygon& a, const Polygon& b, double tolerance)
+/// Of some piece of b, the innermost point lies deep inside of a.
+bool HoldsPiece(const Polygon& a, const Polygon& b, double tolerance)
 {
-    const Box boxA = GetBox(a).Grown(tolerance);
-    const Box boxB = GetBox(b).Grown(tolerance);
-    return (boxB.Contains(GetBox(a)) && IsDeepInside(GetDeepPoint(a), b, tolerance))
-           || (boxA.Contains(GetBox(b)) && IsDeepInside(GetDeepPoint(b), a, tolerance));
+    const Box box = GetBox(a).Grown(tolerance);
+    if (!HasPieces(b) && !box.Contains(GetBox(b)))
+        return false;
+    const std::vector<Point> points = FindDeepPoints(b);
+    return std::any_of(points.begin(), points.end(),
+                       [&](Point p) { return box.Contains(p) && IsDeepInside(p, a, tolerance); });
 }
 
 bool AreEdgesShallow(const Polygon& a, const Polygon& b, const Box& common, double tolerance)
@@ -132,7 +130,7 @@ bool AreApart(const Polygon& a, const Polygon& b, double distance, double tolera
     const Box boxB = GetBox(b).Grown(reach / 2 + tolerance);
     if (!boxA.Overlaps(boxB))
         return true;
-    if (IsNested(a, b, tolerance))
+    if (HoldsPiece(a, b, tolerance) || HoldsPiece(b, a, tolerance))
         return false;
     const Box common{{std::max(boxA.min.x, boxB.min.x), std::max(boxA.min.y, boxB.min.y)},
                      {std::min(boxA.max.x, boxB.max.x), std::min(boxA.max.y, boxB.max.y)}};

@@ -1,5 +1,6 @@
 #include "ZORNestSolverArea.h"
 
+#include "ZORNestSolverApart.h"
 #include "ZORNestSolverOffset.h"
 #include "ZORNestSolverSimplify.h"
 
@@ -8,24 +9,32 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr double LargestGrowth = 0.001;
-constexpr double Margin = 1; // by which the surroundings of an irregular sheet are drawn beyond its box
 
-/// \param distance  to keep from it; shapes bring half the separation with them
-void AddHazard(SheetArea& area, const Polygon& polygon, double distance, double separation)
+void AddHazard(SheetArea& area, const Polygon& polygon, double distance)
 {
     const Polygon clean = CleanPolygon(polygon);
     if (clean.empty())
         return;
-    const double missing = distance - separation / 2;
-    const Polygon body = SimplifyOutwards(missing > 0 ? GrowPolygon(clean, missing) : clean, LargestGrowth);
-    const std::vector<Circle> poles = FindPoles(body);
+    const Polygon grown = distance > 0 ? GrowPolygon(clean, distance) : clean;
+    const Polygon body = Inset(SimplifyOutwards(grown, LargestGrowth));
+    std::vector<Circle> poles = FindPoles(body);
     const Point reference = poles.front().centre;
-    std::vector<Circle> moved = poles;
-    for (Circle& circle : moved)
+    for (Circle& circle : poles)
         circle.centre = circle.centre - reference;
     area.hazards.push_back(
-        {MakeShape(Transform({false, 0, Point{} - reference}).Apply(body), moved), reference});
-    area.area -= GetArea(body);
+        {MakeShape(Transform({false, 0, Point{} - reference}).Apply(body), poles), reference});
+    area.obstacles.push_back({clean, distance});
+}
+
+/// The area that no obstacle covers; overlaps of obstacles count once.
+double GetFreeArea(const Box& usable, const SheetArea& area)
+{
+    if (area.obstacles.empty() || !std::isfinite(usable.GetWidth()))
+        return usable.GetWidth() * usable.GetHeight();
+    Polygon rings;
+    for (const Obstacle& obstacle : area.obstacles)
+        rings.insert(rings.end(), obstacle.polygon.begin(), obstacle.polygon.end());
+    return GetFreeArea(usable, rings);
 }
 
 /// Counter-clockwise outside, clockwise holes.
@@ -47,6 +56,13 @@ bool IsFinite(const Polygon& polygon)
 
 } // namespace
 
+bool SheetArea::IsClear(const Polygon& placed) const
+{
+    return std::all_of(obstacles.begin(), obstacles.end(), [&placed](const Obstacle& obstacle) {
+        return AreApart(placed, obstacle.polygon, obstacle.distance);
+    });
+}
+
 Box GetUsableBox(const SheetKind& kind, const Job& job)
 {
     const double length = kind.IsRoll() ? std::numeric_limits<double>::infinity() : kind.length;
@@ -63,17 +79,14 @@ SheetArea PrepareSheet(const SheetKind& kind, const Job& job)
     if (!isUsable || !IsFinite(kind.outline))
         return area;
     area.window = usable.Grown(job.separation / 2);
-    area.area = usable.GetWidth() * usable.GetHeight();
     if (!kind.outline.empty()) {
-        Box around = GetBox(kind.outline);
-        around.Add({0, 0});
-        around.Add({kind.IsRoll() ? around.max.x : kind.length, kind.width});
-        for (const Polygon& missing : CutFromBox(around.Grown(Margin), kind.outline))
-            AddHazard(area, missing, job.frameWidth, job.separation);
+        Box around{{0, 0}, {kind.IsRoll() ? GetBox(kind.outline).max.x : kind.length, kind.width}};
+        AddHazard(area, CutFromBox(around, kind.outline), job.frameWidth);
     }
     for (const Polygon& defect : kind.defects)
         if (IsFinite(defect))
-            AddHazard(area, Oriented(defect), job.defectSeparation, job.separation);
+            AddHazard(area, Oriented(defect), job.defectSeparation);
+    area.area = GetFreeArea(usable, area);
     return area;
 }
 

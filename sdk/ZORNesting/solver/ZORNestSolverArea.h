@@ -6,12 +6,24 @@
 
 namespace ZORNestSolver {
 
+/// What no item may overlap, and how far it has to stay away.
+struct Obstacle
+{
+    Polygon polygon;
+    double distance = 0;
+};
+
 /// A sheet kind as the search sees it, with the sheet's lower left corner at the origin.
 struct SheetArea
 {
-    Box window;                  // for shapes that are grown by half the separation; endless for a roll
-    std::vector<Hazard> hazards; // defects, and what an irregular sheet lacks of its rectangle
-    double area = 0;             // of the window less the hazards
+    Box window; // for shapes that are grown by half the separation; endless for a roll
+    std::vector<Hazard>
+        hazards; // defects, and what an irregular sheet lacks of its rectangle, grown by their distance
+    std::vector<Obstacle> obstacles; // the same as they are, for exact distances
+    double area = 0;                 // of what can be used, less the obstacles
+
+    /// Checks by exact distances whether a placed outline keeps away from all obstacles.
+    bool IsClear(const Polygon& placed) const;
 };
 
 /// What remains between trims and frame.

@@ -11,7 +11,9 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr float RelativeEpsilon = 0.01F;
-constexpr float RelativeMargin = 1e-6F; // more than single precision is wrong by
+constexpr size_t kMostEdgePairs = 1000000; // to be measured one by one
+constexpr double kContactNoise = 1e-7;     // by which shapes that touch may seem to overlap
+constexpr float RelativeMargin = 1e-6F;    // more than single precision is wrong by
 
 void TakeRoots(Octet& values)
 {
@@ -154,7 +156,56 @@ bool IsPointInside(const Shape& shape, Point p)
     return ((odd[0] ^ odd[1] ^ odd[2] ^ odd[3]) & 1) != 0;
 }
 
+/// A piece of b lies in a, given that their edges do not cross.
+bool HoldsPiece(const Shape& a, const Shape& b, Point offset)
+{
+    if (b.deepPoints.empty()) // of a single piece, the reference point lies deep inside
+        return a.box.Contains(b.box.Moved(offset)) && IsPointInside(a, offset);
+    return std::any_of(b.deepPoints.begin(), b.deepPoints.end(),
+                       [&](Point p) { return a.box.Contains(p + offset) && IsPointInside(a, p + offset); });
+}
+
+/// A direction to travel in, as if it were that of falling x.
+Point Turned(Point p, Axis axis)
+{
+    return axis == Axis::Left ? p : Point{p.y, p.x};
+}
+
+/// Where the edge from a to b crosses the height of p, right of which p lies by that much; nothing where it does not.
+double GetDistanceLeft(Point p, Point a, Point b)
+{
+    if (p.y < std::min(a.y, b.y) || p.y > std::max(a.y, b.y))
+        return std::numeric_limits<double>::quiet_NaN();
+    const double x = a.y == b.y ? std::max(a.x, b.x) : a.x + (b.x - a.x) * ((p.y - a.y) / (b.y - a.y));
+    return p.x - x;
+}
+
 } // namespace
+
+double MeasureFreeTravel(const Shape& a, const Shape& b, Point offset, Axis axis, double most)
+{
+    if (a.edgeCount * b.edgeCount > kMostEdgePairs)
+        return 0;
+    double travel = most;
+    const auto consider = [&travel](double distance) {
+        if (distance > -kContactNoise && distance - kContactGap < travel)
+            travel = std::max(0.0, distance - kContactGap);
+    };
+    for (size_t i = 0; i < a.edgeCount; ++i) {
+        const Point from = Turned({a.ax[i], a.ay[i]}, axis);
+        const Point to = Turned({a.bx[i], a.by[i]}, axis);
+        for (size_t k = 0; k < b.edgeCount; ++k) {
+            const Point otherFrom = Turned(Point{b.ax[k], b.ay[k]} + offset, axis);
+            const Point otherTo = Turned(Point{b.bx[k], b.by[k]} + offset, axis);
+            if (std::max(otherFrom.y, otherTo.y) < std::min(from.y, to.y)
+                || std::min(otherFrom.y, otherTo.y) > std::max(from.y, to.y))
+                continue;
+            consider(GetDistanceLeft(from, otherFrom, otherTo));
+            consider(-GetDistanceLeft(otherFrom, from, to)); // the other way round, as seen from the left
+        }
+    }
+    return travel;
+}
 
 bool DoPolesOverlap(const Shape& a, const Shape& b, Point offset)
 {
@@ -205,9 +256,7 @@ bool OutlineTest::DoCollide(const Shape& a, const Shape& b, Point offset)
             if (DoesEdgeMeet({few.ax[i], few.ay[i]}, {few.bx[i], few.by[i]}, edges, many.count))
                 return true;
     }
-    if (a.box.Contains(moved) && IsPointInside(a, offset))
-        return true;
-    return moved.Contains(a.box) && IsPointInside(b, Point{} - offset);
+    return HoldsPiece(a, b, offset) || HoldsPiece(b, a, Point{} - offset);
 }
 
 } // namespace ZORNestSolver

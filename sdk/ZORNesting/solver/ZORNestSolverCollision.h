@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "ZORNestSolverOffset.h"
 #include "ZORNestSolverShape.h"
 
 namespace ZORNestSolver {
@@ -14,6 +15,16 @@ bool DoPolesOverlap(const Shape& a, const Shape& b, Point offset);
 /// apart. As soon as it reaches \a bound, some value not below it.
 float MeasureLoss(const Shape& a, const Shape& b, Point offset,
                   float bound = std::numeric_limits<float>::infinity());
+
+/// What remains between search shapes that touch: their outlines then do not overlap by their insets, and are apart
+/// by more than rounding.
+constexpr double kContactGap = 2 * kInset + 1e-9;
+
+enum class Axis { Left, Down };
+
+/// Returns how far a may move along the axis until it is kContactGap from an edge of b; \a most where none
+/// does. The shapes do not collide. Shapes of very many edges are given up: 0.
+double MeasureFreeTravel(const Shape& a, const Shape& b, Point offset, Axis axis, double most);
 
 /// Tells collisions by the outlines. Holds scratch memory: one for each thread.
 class OutlineTest

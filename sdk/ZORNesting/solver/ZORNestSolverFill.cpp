@@ -3,6 +3,9 @@
 #include "ZORNestSolverApart.h"
 #include "ZORNestSolverCompaction.h"
 
+#include <chrono>
+#include <optional>
+
 namespace ZORNestSolver {
 
 namespace {
@@ -12,7 +15,9 @@ constexpr int MostCoverAttempts = 1000;
 constexpr double CoverShare = 0.2; // of the time at most goes to exact covers
 constexpr double RemnantTime = 1;  // seconds to push a sheet's items to the left
 constexpr double RemnantTimeOfItem = 0.05;
-constexpr double ExploreShare = 0.7; // of that time
+constexpr double ExploreShare = 0.7;      // of that time
+constexpr double kThoroughSeconds = 0.05; // after a stop, for thorough preparation
+constexpr double kQuickSeconds = 0.12;    // after a stop, for any preparation
 
 Budget PartOf(const Budget& budget, double share)
 {
@@ -21,24 +26,74 @@ Budget PartOf(const Budget& budget, double share)
 
 } // namespace
 
+/// Decides how thoroughly to prepare items once a run is stopped or its time is over. Without a budget, nothing ends.
+class Patience
+{
+public:
+    explicit Patience(const Budget* budget)
+        : m_budget(budget)
+    {
+    }
+    bool IsThorough() { return GetSecondsSinceEnd() < kThoroughSeconds; }
+    bool IsThere() { return GetSecondsSinceEnd() < kQuickSeconds; }
+
+private:
+    double GetSecondsSinceEnd()
+    {
+        const auto now = std::chrono::steady_clock::now();
+        if (!m_end && m_budget && (m_budget->IsStopped() || m_budget->GetRest() <= 0))
+            m_end = now;
+        return m_end ? std::chrono::duration<double>(now - *m_end).count() : 0;
+    }
+
+    const Budget* m_budget; // not owned
+    std::optional<std::chrono::steady_clock::time_point> m_end;
+};
+
 PreparedJob::PreparedJob(const Job& newJob)
     : job(newJob)
 {
-    for (const Item& item : job.items) {
-        reasons.emplace_back();
-        types.push_back(std::make_shared<const ItemType>(PrepareItem(item, job, reasons.back())));
-    }
-    for (const SheetKind& kind : job.kinds) {
-        areas.push_back(PrepareSheet(kind, job));
-        if (areas.back().window.IsEmpty())
-            remarks.push_back("sheet \"" + kind.name + "\" has no usable area");
-    }
+    Patience patience(nullptr);
+    for (const Item& item : job.items)
+        AddItem(item, patience);
+    AddKinds();
 }
 
-bool PreparedJob::FitsOn(size_t item, size_t kind) const
+PreparedJob::PreparedJob(const Job& newJob, const Budget& budget)
+    : job(newJob)
 {
-    return reasons[item].empty() && !areas[kind].window.IsEmpty()
-           && FindFitting(*types[item], areas[kind].window).has_value();
+    Patience patience(&budget);
+    for (const Item& item : job.items)
+        AddItem(item, patience);
+    AddKinds();
+}
+
+void PreparedJob::AddItem(const Item& item, Patience& patience)
+{
+    std::string reason;
+    ItemType type;
+    if (patience.IsThorough())
+        type = PrepareItem(item, job, reason, [&patience] { return !patience.IsThorough(); });
+    const bool isLeftOff = type.outer.empty() && reason.empty();
+    if (isLeftOff && patience.IsThere())
+        type = PrepareHull(item, job, reason);
+    else if (isLeftOff)
+        reason = "no time left";
+    types.push_back(std::make_shared<const ItemType>(std::move(type)));
+    reasons.push_back(reason);
+}
+
+void PreparedJob::AddKinds()
+{
+    for (const SheetKind& kind : job.kinds) {
+        areas.push_back(PrepareSheet(kind, job));
+        const Box& window = areas.back().window;
+        if (window.IsEmpty())
+            remarks.push_back("sheet \"" + kind.name + "\" has no usable area");
+        for (size_t item = 0; item < types.size(); ++item)
+            m_fits.push_back(reasons[item].empty() && !window.IsEmpty()
+                             && FindFitting(*types[item], window).has_value());
+    }
 }
 
 double PreparedJob::GetArea(const std::vector<size_t>& items) const
@@ -87,8 +142,7 @@ double Filler::GetRightEnd(const std::vector<Placement>& placements) const
 {
     double right = 0;
     for (const Placement& placement : placements)
-        right = std::max(
-            right, GetBox(Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer)).max.x);
+        right = std::max(right, m_prepared.types[placement.item]->GetExactBox(placement.pose).max.x);
     return right;
 }
 
@@ -98,12 +152,14 @@ double Filler::GetUsedLength(size_t kind, const std::vector<Placement>& placemen
     return sheet.IsRoll() ? GetRightEnd(placements) + m_job.frameWidth + sheet.rightTrim : sheet.length;
 }
 
-bool Filler::AreApart(const std::vector<Placement>& placements) const
+bool Filler::AreApart(size_t kind, const std::vector<Placement>& placements) const
 {
     std::vector<Polygon> placed;
     for (const Placement& placement : placements)
         placed.push_back(Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer));
-    return AreAllApart(placed, m_job.separation);
+    return AreAllApart(placed, m_job.separation)
+           && std::all_of(placed.begin(), placed.end(),
+                          [&](const Polygon& polygon) { return m_prepared.areas[kind].IsClear(polygon); });
 }
 
 void Filler::SetCost(Plan& plan) const
@@ -144,7 +200,7 @@ std::vector<Stand> Filler::CoverRoll(size_t kind, const std::vector<size_t>& ite
     std::vector<Stand> stands(items.size());
     for (const Jigsaw::Place& place : places)
         stands[place.item] = place.stand;
-    return AreApart(GetPlacements(items, stands)) ? stands : std::vector<Stand>{};
+    return AreApart(kind, GetPlacements(items, stands)) ? stands : std::vector<Stand>{};
 }
 
 void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const Budget& budget) const
@@ -157,8 +213,8 @@ void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const B
         return;
     std::vector<Stand> stands = CoverRoll(kind, items, budget);
     if (stands.empty()) {
-        const auto proof = [this, &items](const std::vector<Stand>& tried) {
-            return AreApart(GetPlacements(items, tried));
+        const auto proof = [this, kind, &items](const std::vector<Stand>& tried) {
+            return AreApart(kind, GetPlacements(items, tried));
         };
         const StripEffort stripEffort{effort.threads, effort.shortestTime, m_job.separation, effort.quick};
         stands = SearchStrip(MakeProblem(kind, items), m_job.seed, proof, stripEffort, budget);
@@ -212,7 +268,7 @@ size_t Filler::CoverSheets(const Mix::Part& part, Plan& plan, const FillEffort& 
             stands.push_back(place.stand);
         }
         const std::vector<Placement> placements = GetPlacements(items, stands);
-        if (places.empty() || !AreApart(placements))
+        if (places.empty() || !AreApart(part.kind, placements))
             break;
         for (const Jigsaw::Place& place : places)
             used[place.item] = true;
@@ -323,8 +379,8 @@ void Filler::PackLastSheet(Plan& plan, double shortestTime, const Budget& budget
                           static_cast<uint32_t>(poseClass), 0});
     }
     const auto problem = MakeProblem(sheet.kind, items);
-    const auto proof = [this, &items](const std::vector<Stand>& tried) {
-        return AreApart(GetPlacements(items, tried));
+    const auto proof = [this, kind = sheet.kind, &items](const std::vector<Stand>& tried) {
+        return AreApart(kind, GetPlacements(items, tried));
     };
     StripSearch search(problem, m_job.seed,
                        [&proof](const std::vector<Stand>& tried, double) { return proof(tried); });

@@ -12,6 +12,9 @@ namespace ZORNestSolver {
 struct PreparedJob
 {
     explicit PreparedJob(const Job& job);
+    /// Prepares what the time allows. Once the run is stopped or over, it goes on thoroughly only for a moment,
+    /// then with the convex hulls of the items, and soon with none: those left over have no time left.
+    PreparedJob(const Job& job, const Budget& budget);
 
     const Job& job;
     std::vector<std::shared_ptr<const ItemType>> types; // one for each item of the job
@@ -20,11 +23,17 @@ struct PreparedJob
     std::vector<std::string> remarks;
 
     /// In some allowed rotation, the defects left aside.
-    bool FitsOn(size_t item, size_t kind) const;
+    bool FitsOn(size_t item, size_t kind) const { return m_fits[kind * types.size() + item]; }
     /// The area of so many items.
     double GetArea(const std::vector<size_t>& items) const;
     /// Of a sheet, or of a unit of length of a roll; where no kind has a cost, its area.
     double GetCost(size_t kind) const;
+
+private:
+    void AddItem(const Item& item, class Patience& patience);
+    void AddKinds();
+
+    std::vector<bool> m_fits; // by kind and item
 };
 
 /// Sheets filled with items, and the items that found no sheet.
@@ -83,7 +92,7 @@ private:
     std::shared_ptr<Problem> MakeProblem(size_t kind, std::vector<size_t> items) const;
     void KeepApart(NestedSheet& sheet, std::vector<size_t>& removed) const;
     void SetCost(Plan& plan) const;
-    bool AreApart(const std::vector<Placement>& placements) const;
+    bool AreApart(size_t kind, const std::vector<Placement>& placements) const;
     double GetRightEnd(const std::vector<Placement>& placements) const;
     double GetUsedLength(size_t kind, const std::vector<Placement>& placements) const;
     std::vector<Placement> GetPlacements(const std::vector<size_t>& items,

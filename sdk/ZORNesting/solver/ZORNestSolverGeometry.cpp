@@ -1,5 +1,7 @@
 #include "ZORNestSolverGeometry.h"
 
+#include "ZORNestSolverEdgeTree.h"
+
 #include <numbers>
 
 namespace ZORNestSolver {
@@ -12,11 +14,9 @@ struct Edge
     Point b;
     size_t ring;
     size_t index;
-    double GetMinX() const { return std::min(a.x, b.x); }
-    double GetMaxX() const { return std::max(a.x, b.x); }
 };
 
-std::vector<Edge> GetSortedEdges(const Polygon& polygon)
+std::vector<Edge> GetEdges(const Polygon& polygon)
 {
     std::vector<Edge> edges;
     for (size_t r = 0; r < polygon.size(); ++r) {
@@ -24,8 +24,6 @@ std::vector<Edge> GetSortedEdges(const Polygon& polygon)
         for (size_t i = 0; i < ring.size(); ++i)
             edges.push_back({ring[i], ring[(i + 1) % ring.size()], r, i});
     }
-    std::sort(edges.begin(), edges.end(),
-              [](const Edge& a, const Edge& b) { return a.GetMinX() < b.GetMinX(); });
     return edges;
 }
 
@@ -101,6 +99,12 @@ double GetArea(const Polygon& polygon)
     return area;
 }
 
+bool HasPieces(const Polygon& polygon)
+{
+    const auto isOuter = [](const Ring& ring) { return GetSignedArea(ring) > 0; };
+    return std::count_if(polygon.begin(), polygon.end(), isOuter) > 1;
+}
+
 Box GetBox(const Ring& ring)
 {
     Box box;
@@ -143,12 +147,20 @@ Ring GetConvexHull(const Polygon& polygon)
     return hull;
 }
 
+/// The points farthest from the edges of a convex ring go round with the edges; each pair of an edge's end with such
+/// a point is looked at once.
 double GetDiameter(const Ring& hull)
 {
     double diameter = 0;
-    for (size_t i = 0; i < hull.size(); ++i)
-        for (size_t j = i + 1; j < hull.size(); ++j)
-            diameter = std::max(diameter, Length(hull[i] - hull[j]));
+    const size_t count = hull.size();
+    for (size_t i = 0, k = 0; i < count; ++i) {
+        const Point edge = hull[(i + 1) % count] - hull[i];
+        for (size_t n = 0; n < count && Cross(edge, hull[(k + 1) % count] - hull[k]) > 0; ++n)
+            k = (k + 1) % count;
+        const Point next = hull[(k + 1) % count]; // where edges are parallel, both their ends count
+        for (const Point& p : {hull[k], next})
+            diameter = std::max({diameter, Length(p - hull[i]), Length(p - hull[(i + 1) % count])});
+    }
     return diameter;
 }
 
@@ -208,31 +220,38 @@ double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2)
 
 bool IsSimple(const Polygon& polygon)
 {
-    const std::vector<Edge> edges = GetSortedEdges(polygon);
+    const std::vector<Edge> edges = GetEdges(polygon);
+    EdgeTree tree(edges.size());
     for (size_t i = 0; i < edges.size(); ++i) {
-        const double end = edges[i].GetMaxX();
-        for (size_t j = i + 1; j < edges.size() && edges[j].GetMinX() <= end; ++j)
-            if (DoEdgesConflict(edges[i], edges[j], polygon[edges[i].ring].size()))
-                return false;
+        const Edge& edge = edges[i];
+        Box box;
+        box.Add(edge.a);
+        box.Add(edge.b);
+        if (tree.HasAny(box, [&](size_t k) {
+                return k < i && DoEdgesConflict(edge, edges[k], polygon[edge.ring].size());
+            }))
+            return false;
+        tree.Add(i, edge.a, edge.b);
     }
     return true;
 }
 
 Ring RemoveIdlePoints(const Ring& ring, double tolerance)
 {
-    Ring result;
+    Ring distinct;
     for (const Point& p : ring)
-        if (result.empty() || Length(p - result.back()) > tolerance)
-            result.push_back(p);
-    while (result.size() > 1 && Length(result.front() - result.back()) <= tolerance)
-        result.pop_back();
-    for (size_t i = 0; i < result.size() && result.size() > 3;) {
-        const Point before = result[(i + result.size() - 1) % result.size()];
-        const Point after = result[(i + 1) % result.size()];
-        if (GetDistanceToSegment(result[i], before, after) <= tolerance)
-            result.erase(result.begin() + static_cast<std::ptrdiff_t>(i));
-        else
-            ++i;
+        if (distinct.empty() || Length(p - distinct.back()) > tolerance)
+            distinct.push_back(p);
+    while (distinct.size() > 1 && Length(distinct.front() - distinct.back()) <= tolerance)
+        distinct.pop_back();
+    Ring result;
+    for (size_t i = 0; i < distinct.size(); ++i) {
+        const Point before = result.empty() ? distinct.back() : result.back();
+        const bool isLast = i + 1 == distinct.size();
+        const Point after = !isLast ? distinct[i + 1] : result.empty() ? distinct.front() : result.front();
+        const bool canGo = result.size() + distinct.size() - i > 3;
+        if (!canGo || GetDistanceToSegment(distinct[i], before, after) > tolerance)
+            result.push_back(distinct[i]);
     }
     return result;
 }

@@ -61,7 +61,8 @@ struct Box
 /// A closed chain of straight edges; the last point is joined to the first one and does not repeat it.
 using Ring = std::vector<Point>;
 
-/// The outer ring counter-clockwise, then the holes clockwise. A point is inside by the even-odd rule.
+/// The outer ring counter-clockwise, the holes clockwise; of several pieces, each has an outer ring, and the first
+/// ring is one of them. A point is inside by the even-odd rule.
 using Polygon = std::vector<Ring>;
 
 /// Mirrors x -> -x, then rotates, then moves.
@@ -97,13 +98,15 @@ double NormalizeAngle(double angle);
 
 /// Positive for a counter-clockwise ring.
 double GetSignedArea(const Ring& ring);
-/// The area of the outer ring less that of the holes.
+/// The area of the outer rings less that of the holes.
 double GetArea(const Polygon& polygon);
+/// Checks whether the polygon has more than one outer ring.
+bool HasPieces(const Polygon& polygon);
 Box GetBox(const Ring& ring);
 Box GetBox(const Polygon& polygon);
 /// The convex hull, counter-clockwise, without collinear points.
 Ring GetConvexHull(const Polygon& polygon);
-/// The largest distance of two points of a convex ring.
+/// The largest distance of two points of a convex ring; O(n).
 double GetDiameter(const Ring& hull);
 
 double GetDistanceToSegment(Point p, Point a, Point b);
@@ -113,7 +116,7 @@ bool IsInside(Point p, const Polygon& polygon);
 double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2);
 /// Closed segments have a point in common; touching counts.
 bool DoSegmentsMeet(Point a1, Point a2, Point b1, Point b2);
-/// No two edges meet but neighbours in their common end. O(n^2) with a sweep over sorted boxes.
+/// No two edges meet but neighbours in their common end. O(n log n) unless many boxes of far edges overlap.
 bool IsSimple(const Polygon& polygon);
 
 /// Removes repeated points and the middle ones of three in line.

@@ -10,6 +10,7 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr double LargestGrowth = 0.001;
+constexpr size_t kMostPoles = 32;
 constexpr int MostIncrements = 720;
 
 std::vector<double> GetMiddleAngles(const Item& item, const Job& job)
@@ -49,27 +50,61 @@ void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, do
 }
 
 /// Simplified before it grows as well, which is quicker than afterwards alone.
-Polygon MakeBody(const Polygon& outer, double separation)
+Polygon MakeBody(const Polygon& outer, double margin, const Interruption& isOver)
 {
-    if (separation <= 0)
-        return SimplifyOutwards(outer, LargestGrowth);
-    return SimplifyOutwards(GrowPolygon(SimplifyOutwards(outer, LargestGrowth / 2), separation / 2),
-                            LargestGrowth / 2);
+    if (margin <= 0)
+        return Inset(SimplifyOutwards(outer, LargestGrowth, isOver));
+    const Polygon simple = SimplifyOutwards(outer, LargestGrowth / 2, isOver);
+    if (isOver())
+        return {};
+    return Inset(SimplifyOutwards(GrowPolygon(simple, margin), LargestGrowth / 2, isOver));
+}
+
+std::vector<Circle> Moved(std::vector<Circle> circles, Point by)
+{
+    for (Circle& circle : circles)
+        circle.centre = circle.centre + by;
+    return circles;
 }
 
 /// The body, moved so that its deepest point is the origin.
-void SetBody(ItemType& type, const Polygon& body)
+void SetBody(ItemType& type, const Polygon& body, size_t poles)
 {
-    const std::vector<Circle> poles = FindPoles(body);
-    type.reference = poles.front().centre;
-    type.body = Transform({false, 0, Point{} - type.reference}).Apply(body);
-    std::vector<Circle> moved = poles;
-    for (Circle& circle : moved)
-        circle.centre = circle.centre - type.reference;
-    type.base = MakeShape(type.body, moved);
-    for (size_t hole = 1; hole < type.body.size(); ++hole)
-        type.holes.push_back(FindPoles({Ring(type.body[hole].rbegin(), type.body[hole].rend())}, 1).front());
+    const std::vector<Circle> circles = FindPoles(body, poles);
+    type.reference = circles.front().centre;
+    const Point back = Point{} - type.reference;
+    type.body = Transform({false, 0, back}).Apply(body);
+    type.base = MakeShape(type.body, Moved(circles, back));
+    for (const Ring& ring : type.body)
+        if (GetSignedArea(ring) < 0)
+            type.holes.push_back(FindPoles({Ring(ring.rbegin(), ring.rend())}, 1).front());
     type.smallerSide = std::min(type.base.box.GetWidth(), type.base.box.GetHeight());
+}
+
+/// How the item keeps its distance from hazards, which are grown by all of it.
+void AddBareShape(ItemType& type, const Polygon& body, size_t poles)
+{
+    const Point back = Point{} - type.reference;
+    type.base.bare = {
+        MakeShape(Transform({false, 0, back}).Apply(body), Moved(FindPoles(body, poles), back))};
+}
+
+bool HasHazards(const Job& job)
+{
+    return std::any_of(job.kinds.begin(), job.kinds.end(),
+                       [](const SheetKind& kind) { return !kind.defects.empty() || !kind.outline.empty(); });
+}
+
+/// Adds what depends on the exact outline and the allowed rotations.
+void Finish(ItemType& type, const Item& item, const Job& job)
+{
+    type.area = GetArea(type.outer);
+    type.silhouette = Silhouette(item.contours);
+    type.classes = GetPoseClasses(item, job);
+    for (const PoseClass& poseClass : type.classes) {
+        type.shapes.emplace_back();
+        type.Turn(poseClass.mirrored, poseClass.angle, type.shapes.back());
+    }
 }
 
 } // namespace
@@ -89,10 +124,17 @@ std::vector<PoseClass> GetPoseClasses(const Item& item, const Job& job)
     return classes;
 }
 
+Pose ItemType::GetPose(bool mirrored, double angle) const
+{
+    Pose pose{mirrored, angle, {}};
+    pose.position = Point{} - Transform(pose).Apply(reference);
+    return pose;
+}
+
 Pose ItemType::GetPose(size_t poseClass, double angle, Point position) const
 {
-    Pose pose{classes[poseClass].mirrored, angle, {}};
-    pose.position = position - Transform(pose).Apply(reference);
+    Pose pose = GetPose(classes[poseClass].mirrored, angle);
+    pose.position = pose.position + position;
     return pose;
 }
 
@@ -107,19 +149,49 @@ size_t ItemType::FindClass(const Pose& pose) const
     return found == classes.end() ? 0 : static_cast<size_t>(found - classes.begin());
 }
 
-ItemType PrepareItem(const Item& item, const Job& job, std::string& reason)
+void ItemType::Turn(bool mirrored, double angle, Shape& turned) const
+{
+    TurnShape(base, mirrored, angle, turned);
+    turned.extent = GetExactBox(GetPose(mirrored, angle)).Grown(margin);
+}
+
+Box ItemType::GetExactBox(const Pose& pose) const
+{
+    return silhouette.GetBox(pose.mirrored, pose.angle).Moved(pose.position);
+}
+
+ItemType PrepareItem(const Item& item, const Job& job, std::string& reason, const Interruption& isOver)
 {
     ItemType type;
-    type.outer = MakeOuterPolygon(item.contours, reason);
+    const Polygon outer = MakeOuterPolygon(item.contours, reason);
+    if (outer.empty() || isOver())
+        return type;
+    type.margin = job.separation / 2;
+    const Polygon body = MakeBody(outer, type.margin, isOver);
+    if (isOver())
+        return type;
+    SetBody(type, body, kMostPoles);
+    if (type.margin > 0 && HasHazards(job) && !isOver())
+        AddBareShape(type, MakeBody(outer, 0, isOver), kMostPoles);
+    if (isOver())
+        return type;
+    type.outer = outer;
+    Finish(type, item, job);
+    return type;
+}
+
+ItemType PrepareHull(const Item& item, const Job& job, std::string& reason)
+{
+    ItemType type;
+    type.outer = MakeOuterHull(item.contours, reason);
     if (type.outer.empty())
         return type;
-    type.area = GetArea(type.outer);
-    SetBody(type, MakeBody(type.outer, job.separation));
-    type.classes = GetPoseClasses(item, job);
-    for (const PoseClass& poseClass : type.classes) {
-        type.shapes.emplace_back();
-        TurnShape(type.base, poseClass.mirrored, poseClass.angle, type.shapes.back());
-    }
+    type.margin = job.separation / 2;
+    const Polygon& hull = type.outer;
+    SetBody(type, Inset(type.margin > 0 ? GrowPolygon(hull, type.margin) : hull), 1);
+    if (type.margin > 0 && HasHazards(job))
+        AddBareShape(type, Inset(hull), 1);
+    Finish(type, item, job);
     return type;
 }
 

@@ -2,8 +2,10 @@
 
 #pragma once
 
+#include "ZORNestSolverInterruption.h"
 #include "ZORNestSolverModel.h"
 #include "ZORNestSolverShape.h"
+#include "ZORNestSolverSilhouette.h"
 
 namespace ZORNestSolver {
 
@@ -27,24 +29,40 @@ std::vector<PoseClass> GetPoseClasses(const Item& item, const Job& job);
 /// What all copies of an item share.
 struct ItemType
 {
-    Polygon outer;   // contains the outline, in the item's coordinates
-    Polygon body;    // outer grown by half the separation and simplified, relative to the reference point
-    Point reference; // in the item's coordinates, deep inside
-    Shape base;      // neither mirrored nor turned
+    Polygon outer; // contains the outline, in the item's coordinates
+    Polygon body;  // outer grown by half the separation and simplified, relative to the reference point
+    Silhouette silhouette;     // of the exact outline, in the item's coordinates
+    double margin = 0;         // half the separation
+    Point reference;           // in the item's coordinates, deep inside
+    Shape base;                // neither mirrored nor turned
     std::vector<Circle> holes; // the largest circle in each hole of the body
     std::vector<PoseClass> classes;
     std::vector<Shape> shapes; // one for each class, at its middle angle
     double area = 0;           // of outer
     double smallerSide = 0;    // of the box of the base
 
+    /// Writes the base mirrored and turned to \a turned, whose memory is used again. The extent is that of the exact
+    /// outline, grown by half the separation.
+    void Turn(bool mirrored, double angle, Shape& turned) const;
+    /// Returns the box of the exact outline.
+    Box GetExactBox(const Pose& pose) const;
     /// The pose of the item's own coordinates when the reference point lies at \a position.
     Pose GetPose(size_t poseClass, double angle, Point position) const;
+    /// The same with the reference point at the origin.
+    Pose GetPose(bool mirrored, double angle) const;
     /// The family of rotations that holds the pose, or the first one if none does.
     size_t FindClass(const Pose& pose) const;
 };
 
+/// Prepares an item. Interrupted, it leaves off.
+/// \param reason  why the item cannot be nested; "" otherwise
+/// \return  a type without outer polygon if it cannot, or if it was interrupted
+ItemType PrepareItem(const Item& item, const Job& job, std::string& reason,
+                     const Interruption& isOver = NeverInterrupted);
+
+/// Prepares an item quickly, with its convex hull in place of its outline.
 /// \param reason  why the item cannot be nested; "" otherwise
 /// \return  a type without outer polygon if it cannot
-ItemType PrepareItem(const Item& item, const Job& job, std::string& reason);
+ItemType PrepareHull(const Item& item, const Job& job, std::string& reason);
 
 } // namespace ZORNestSolver

@@ -7,7 +7,6 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr size_t BoxPadding = 8;
-constexpr int FittingAngles = 64;
 constexpr float WeightDecay = 0.95F;
 constexpr float LowestRaise = 1.2F;
 constexpr float HighestRaise = 2.0F;
@@ -52,28 +51,53 @@ size_t FindOverlaps(const float* minX, const float* minY, const float* maxX, con
     return number;
 }
 
+const Shape& GetBare(const Shape& shape)
+{
+    return shape.bare.empty() ? shape : shape.bare.front();
+}
+
 } // namespace
 
 Box GetRoom(const Box& window, const Shape& shape)
 {
-    return {window.min - shape.box.min, window.max - shape.box.max};
+    Box room{window.min - shape.extent.min, window.max - shape.extent.max};
+    const auto close = [](double& low, double& high) { // an exact fit, but for rounding
+        if (low > high && low - high <= kFitTolerance)
+            low = high = (low + high) / 2;
+    };
+    close(room.min.x, room.max.x);
+    close(room.min.y, room.max.y);
+    return room;
+}
+
+std::vector<AngleRange> FindFittingAngles(const ItemType& type, uint32_t poseClass, const Box& window)
+{
+    const PoseClass& allowed = type.classes[poseClass];
+    return type.silhouette.FindFitting(allowed.mirrored, allowed.angle, allowed.deviation,
+                                       window.GetWidth() - 2 * type.margin,
+                                       window.GetHeight() - 2 * type.margin);
 }
 
 std::optional<Stand> FindFitting(const ItemType& type, const Box& window)
 {
-    Shape turned;
     for (uint32_t c = 0; c < type.classes.size(); ++c) {
-        const PoseClass& poseClass = type.classes[c];
-        const int steps = poseClass.IsContinuous() ? FittingAngles : 0;
-        for (int i = 0; i <= steps; ++i) { // around the middle, alternating
-            const double share = (i + 1) / 2 * (i % 2 == 0 ? 1 : -1) * 2.0 / FittingAngles;
-            const double angle = poseClass.angle + poseClass.deviation * share;
-            if (i > 0)
-                TurnShape(type.base, poseClass.mirrored, angle, turned);
-            const Box room = GetRoom(window, i > 0 ? turned : type.shapes[c]);
-            if (!room.IsEmpty())
-                return Stand{room.min, angle, c, 0};
-        }
+        const PoseClass& allowed = type.classes[c];
+        const Box room = GetRoom(window, type.shapes[c]);
+        if (!room.IsEmpty())
+            return Stand{room.min, allowed.angle, c, 0};
+        if (!allowed.IsContinuous())
+            continue;
+        const std::vector<AngleRange> ranges = FindFittingAngles(type, c, window);
+        if (ranges.empty())
+            continue;
+        double angle = ranges.front().from; // the one nearest to the middle
+        for (const AngleRange& range : ranges)
+            for (const double end : {range.from, range.to})
+                if (std::abs(end - allowed.angle) < std::abs(angle - allowed.angle))
+                    angle = end;
+        Shape turned;
+        type.Turn(allowed.mirrored, angle, turned);
+        return Stand{GetRoom(window, turned).min, angle, c, 0};
     }
     return std::nullopt;
 }
@@ -128,20 +152,38 @@ double Layout::Evaluate(size_t item, const Shape& shape, Point position, double 
         total += weight * static_cast<double>(MeasureLoss(shape, *m_shapes[other], offset, rest));
         return total >= bound;
     };
+    const Shape& bare = GetBare(shape);
     for (const uint32_t other : FindNeighbours(shape.box.Moved(position))) {
         if (other == item)
             continue;
         const Point offset = m_positions[other] - position;
-        if (!DoPolesOverlap(shape, *m_shapes[other], offset))
+        if (!DoPolesOverlap(other < m_stands.size() ? shape : bare, *m_shapes[other], offset))
             m_pending.push_back({other, offset});
         else if (add(other, offset))
             return total;
     }
     for (const Pending& pending : m_pending)
-        if (m_outlineTest.DoCollide(shape, *m_shapes[pending.other], pending.offset)
+        if (m_outlineTest.DoCollide(pending.other < m_stands.size() ? shape : bare, *m_shapes[pending.other],
+                                    pending.offset)
             && add(pending.other, pending.offset))
             return total;
     return total;
+}
+
+double Layout::GetFreeTravel(size_t item, const Shape& shape, Point position, Axis axis, double most)
+{
+    if (!(most > 0))
+        return 0;
+    Box swept = shape.box.Moved(position);
+    (axis == Axis::Left ? swept.min.x : swept.min.y) -= most;
+    double travel = most;
+    for (const uint32_t other : FindNeighbours(swept)) {
+        if (other == item)
+            continue;
+        const Shape& own = other < m_stands.size() ? shape : GetBare(shape);
+        travel = MeasureFreeTravel(own, *m_shapes[other], m_positions[other] - position, axis, travel);
+    }
+    return travel;
 }
 
 void Layout::SetStand(size_t item, const Stand& stand)
@@ -149,7 +191,7 @@ void Layout::SetStand(size_t item, const Stand& stand)
     const ItemType& type = GetType(item);
     const PoseClass& poseClass = type.classes[stand.poseClass];
     if (poseClass.IsContinuous())
-        TurnShape(type.base, poseClass.mirrored, stand.angle, m_turned[item]);
+        type.Turn(poseClass.mirrored, stand.angle, m_turned[item]);
     m_stands[item] = stand;
     m_positions[item] = stand.position;
     m_shapes[item] = poseClass.IsContinuous() ? &m_turned[item] : &type.shapes[stand.poseClass];
@@ -163,7 +205,7 @@ void Layout::SetStand(size_t item, const Stand& stand)
 float Layout::MeasurePair(size_t item, size_t other)
 {
     const Point offset = m_positions[other] - m_positions[item];
-    const Shape& a = *m_shapes[item];
+    const Shape& a = other < m_stands.size() ? *m_shapes[item] : GetBare(*m_shapes[item]);
     const Shape& b = *m_shapes[other];
     return DoPolesOverlap(a, b, offset) || m_outlineTest.DoCollide(a, b, offset) ? MeasureLoss(a, b, offset)
                                                                                  : 0;

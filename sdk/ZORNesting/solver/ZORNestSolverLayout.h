@@ -38,11 +38,15 @@ struct Problem
     std::vector<Hazard> hazards;
 };
 
-/// The lower and upper bound of the positions at which a shape lies inside a window; empty if it is too large.
+/// The lower and upper bound of the positions at which a shape lies inside a window; empty if it is too large by
+/// more than kFitTolerance.
 Box GetRoom(const Box& window, const Shape& shape);
 
-/// A rotation and hand in which the item fits the window, at the lower left of it; none if there is none.
-/// Free angles are tried in steps.
+/// The rotations of a family of free angles in which the item fits the window, exactly; ascending.
+std::vector<AngleRange> FindFittingAngles(const ItemType& type, uint32_t poseClass, const Box& window);
+
+/// A rotation and hand in which the item fits the window, at the lower left of it; none if there is none, free angles
+/// included. Of free angles, the one nearest to the middle.
 std::optional<Stand> FindFitting(const ItemType& type, const Box& window);
 
 /// Keeps boxes, losses and weights of all pairs up to date. Every standing item lies inside its window.
@@ -66,6 +70,9 @@ public:
     const Shape& GetShape(size_t item) const { return *m_shapes[item]; }
     Box GetItemBox(size_t item) const { return m_shapes[item]->box.Moved(m_stands[item].position); }
 
+    /// What has to lie inside the window.
+    Box GetItemExtent(size_t item) const { return m_shapes[item]->extent.Moved(m_stands[item].position); }
+
     bool IsStanding(size_t item) const { return m_shapes[item] != nullptr; }
     /// Puts the item there and measures its losses anew.
     void Place(size_t item, const Stand& stand);
@@ -75,6 +82,9 @@ public:
     /// The weighted loss of the item if it stood there with this shape; as soon as it reaches \a bound, some
     /// value not below it.
     double Evaluate(size_t item, const Shape& shape, Point position, double bound);
+
+    /// Returns how far a free item may move along the axis until it touches another one, or a hazard; \a most at most.
+    double GetFreeTravel(size_t item, const Shape& shape, Point position, Axis axis, double most);
 
     double GetItemLoss(size_t item) const;
     double GetWeightedItemLoss(size_t item) const;

@@ -20,6 +20,8 @@ constexpr double HeightShare = 0.1;    // how much less it matters to lie low th
 constexpr double SlideAccuracy = 1e-4;
 constexpr double ShortestSlide = 1e-3; // of the height of the window: the first step
 constexpr int MostRounds = 300;        // of a descent
+constexpr int kContactRounds = 4;
+constexpr double kContactReach = 4 * SlideAccuracy; // of the item's smaller side, after a slide in steps
 constexpr double SmallestLoss = 1e-30;
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 
@@ -66,7 +68,7 @@ const Shape& Mover::GetShape(size_t item, const Stand& stand)
         return type.shapes[stand.poseClass];
     if (m_scratchBase != &type.base || m_scratchAngle != stand.angle
         || m_scratchMirrored != poseClass.mirrored) {
-        TurnShape(type.base, poseClass.mirrored, stand.angle, m_scratch);
+        type.Turn(poseClass.mirrored, stand.angle, m_scratch);
         m_scratchBase = &type.base;
         m_scratchAngle = stand.angle;
         m_scratchMirrored = poseClass.mirrored;
@@ -110,6 +112,22 @@ std::optional<Stand> Mover::Sample(size_t item, uint32_t window)
         stand.angle += steps >= 1 ? step * std::round(m_random.Between(-steps, steps))
                                   : m_random.Between(-poseClass.deviation, poseClass.deviation);
     }
+    std::optional<Stand> sample = SampleIn(item, stand, nullptr);
+    return sample || !poseClass.IsContinuous() ? sample : SampleFitting(item, stand);
+}
+
+/// A random place at an angle at which the item fits the window; none if there is none.
+std::optional<Stand> Mover::SampleFitting(size_t item, Stand stand)
+{
+    const ItemType& type = m_layout.GetType(item);
+    const Box& window = m_layout.GetWindow(stand.window);
+    FittingAngles& known = m_fittings[&type.classes[stand.poseClass]];
+    if (known.length != window.GetWidth() || known.width != window.GetHeight())
+        known = {window.GetWidth(), window.GetHeight(), FindFittingAngles(type, stand.poseClass, window)};
+    if (known.ranges.empty())
+        return std::nullopt;
+    const AngleRange& range = known.ranges[m_random.Index(known.ranges.size())];
+    stand.angle = m_random.Between(range.from, range.to);
     return SampleIn(item, stand, nullptr);
 }
 
@@ -163,7 +181,9 @@ std::optional<Stand> Mover::SampleMatch(size_t item)
         return std::nullopt;
     const Edge own = GetEdge(shape, chosen, m_layout.GetType(item).classes[stand->poseClass].mirrored);
     const bool isForward = m_random.Index(2) == 0;
-    const Point place = beside.position + (isForward ? along.to - own.from : along.from - own.to);
+    const Point run = along.GetVector();
+    const Point away = Point{run.y, -run.x} * (kContactGap / Length(run)); // from the other item
+    const Point place = beside.position + away + (isForward ? along.to - own.from : along.from - own.to);
     stand->position = place;
     Clamp(item, *stand);
     const double reach = ClampReach * m_layout.GetType(item).smallerSide;
@@ -330,17 +350,55 @@ bool Mover::SlideToCorner(size_t item, Stand& stand, double step)
     return moved;
 }
 
+/// Moves on to the left and down until something is touched, by exact distances: rows that fit exactly need it.
+void Mover::SlideToContact(size_t item, Stand& stand)
+{
+    const double side = m_layout.GetType(item).smallerSide;
+    for (int round = 0; round < kContactRounds; ++round) {
+        const Point before = stand.position;
+        for (const Axis axis : {Axis::Left, Axis::Down}) {
+            const Shape& shape = GetShape(item, stand);
+            const Box room = GetRoom(m_layout.GetWindow(stand.window), shape);
+            Stand tried = stand;
+            double& place = axis == Axis::Left ? tried.position.x : tried.position.y;
+            const double end = axis == Axis::Left ? room.min.x : room.min.y;
+            const double most = std::min(place - end, kContactReach * side);
+            const double travel = m_layout.GetFreeTravel(item, shape, stand.position, axis, most);
+            place = travel >= place - end ? end : place - travel;
+            if (travel > 0 && Evaluate(item, tried, SmallestLoss) <= 0)
+                stand = tried;
+        }
+        if (stand.position == before)
+            return;
+    }
+}
+
+/// Moves some samples to the sides and corners of the window, where the last part of a row that fits exactly lies.
+void Mover::MoveToSide(size_t item, Stand& stand, int sample)
+{
+    const Box room = GetRoom(m_layout.GetWindow(stand.window), GetShape(item, stand));
+    const int kind = sample % 12;
+    if (kind == 1 || kind == 2)
+        stand.position.y = kind == 1 ? room.max.y : room.min.y;
+    if (kind == 4 || kind == 5)
+        stand.position.x = kind == 4 ? room.max.x : room.min.x;
+    if (kind >= 8)
+        stand.position = {kind % 2 == 0 ? room.max.x : room.min.x, kind < 10 ? room.max.y : room.min.y};
+}
+
 std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
 {
     std::optional<Stand> best;
     double bestEnd = Infinity;
     const int inHoles = m_holders.empty() ? 0 : count / 2;
     for (int i = 0; i < count + inHoles; ++i) {
-        const auto stand = i < count ? Sample(item, window) : SampleInHole(item);
+        auto stand = i < count ? Sample(item, window) : SampleInHole(item);
         if (!stand || stand->window != window)
             continue;
+        if (i < count)
+            MoveToSide(item, *stand, i);
         const Point corner =
-            stand->position + GetShape(item, *stand).box.max - m_layout.GetWindow(window).min;
+            stand->position + GetShape(item, *stand).extent.max - m_layout.GetWindow(window).min;
         const double end = corner.x + HeightShare * corner.y;
         if (end < bestEnd && Evaluate(item, *stand, SmallestLoss) <= 0) {
             best = stand;
@@ -354,6 +412,7 @@ std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
     for (double step = std::max(side, reach); step > SlideAccuracy * side;)
         if (!SlideToCorner(item, *best, step))
             step /= 2;
+    SlideToContact(item, *best);
     return best;
 }
 

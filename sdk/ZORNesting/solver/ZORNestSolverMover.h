@@ -6,6 +6,7 @@
 #include "ZORNestSolverRandom.h"
 
 #include <optional>
+#include <unordered_map>
 
 namespace ZORNestSolver {
 
@@ -45,9 +46,19 @@ private:
         double firstTurn, lastTurn;
     };
 
+    /// The rotations in which a family of free angles fits windows of a size.
+    struct FittingAngles
+    {
+        double length = 0, width = 0;
+        std::vector<AngleRange> ranges;
+    };
+
     const Shape& GetShape(size_t item, const Stand& stand);
     double Evaluate(size_t item, const Stand& stand, double bound);
     std::optional<Stand> Sample(size_t item, uint32_t window);
+    std::optional<Stand> SampleFitting(size_t item, Stand stand);
+    void MoveToSide(size_t item, Stand& stand, int sample);
+    void SlideToContact(size_t item, Stand& stand);
     bool SlideToCorner(size_t item, Stand& stand, double step);
     std::optional<Stand> SampleInHole(size_t item);
     size_t PickEdgeAgainst(size_t item, Stand& stand, Point direction);
@@ -64,6 +75,7 @@ private:
     Random& m_random;
     std::vector<size_t> m_holders; // the items with holes
     std::vector<Candidate> m_best; // ascending by loss
+    std::unordered_map<const PoseClass*, FittingAngles> m_fittings;
     Shape m_scratch;
     const Shape* m_scratchBase = nullptr;
     double m_scratchAngle = 0;

@@ -7,16 +7,18 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double Grid = 1e-6;
+constexpr double kGrid = 1e-9;           // far below the inset
+constexpr double kThinnest = 1e-6;       // pieces and holes thinner than that are due to rounding
+constexpr double kBluntest = 0.125;      // keeps the hair at a sharp corner short
 constexpr double NoArea = 1e-6;          // of a hole: less outside of the outline is due to rounding
 constexpr double CornerTolerance = 0.01; // of the distance: how far a corner may reach beyond the circle
 
-/// The grid coarsens where the coordinates would leave the range of the clipping library's fast path.
+/// The grid coarsens where the coordinates would lose digits in the clipping library.
 struct Scale
 {
     explicit Scale(const Box& box)
         : origin(box.GetCentre())
-        , grid(std::max(Grid, std::max(box.GetWidth(), box.GetHeight()) / 1e9))
+        , grid(std::max(kGrid, std::max(box.GetWidth(), box.GetHeight()) / 1e15))
     {
     }
     ClipperLib::IntPoint ToGrid(Point p) const
@@ -83,69 +85,39 @@ Ring OffsetRing(const Ring& ring, double distance)
     return result;
 }
 
-Polygon ReadNode(const ClipperLib::PolyNode& outer, const Scale& scale)
+bool IsThin(const ClipperLib::Path& path, const Scale& scale)
 {
-    Polygon polygon{RemoveIdlePoints(scale.FromGrid(outer.Contour), 0)};
-    for (const ClipperLib::PolyNode* hole : outer.Childs) {
-        Ring ring = RemoveIdlePoints(scale.FromGrid(hole->Contour), 0);
-        if (ring.size() >= 3)
+    double perimeter = 0;
+    for (size_t i = 0; i < path.size(); ++i)
+        perimeter += Length(scale.FromGrid(path[(i + 1) % path.size()]) - scale.FromGrid(path[i]));
+    return std::abs(ClipperLib::Area(path)) * scale.grid * scale.grid < kThinnest * perimeter / 2;
+}
+
+/// Outer paths are counter-clockwise, holes clockwise.
+Polygon ReadPaths(const ClipperLib::Paths& paths, const Scale& scale)
+{
+    Polygon polygon;
+    for (const ClipperLib::Path& path : paths) {
+        Ring ring = RemoveIdlePoints(scale.FromGrid(path), 0);
+        if (ring.size() >= 3 && !IsThin(path, scale))
             polygon.push_back(std::move(ring));
     }
+    const auto isOuter = [](const Ring& ring) { return GetSignedArea(ring) > 0; };
+    std::stable_partition(polygon.begin(), polygon.end(), isOuter);
     return polygon;
 }
 
-void CollectPolygons(const ClipperLib::PolyNode& parent, const Scale& scale, std::vector<Polygon>& polygons)
+ClipperLib::Paths Combine(ClipperLib::ClipType type, const ClipperLib::Paths& subject,
+                          const ClipperLib::Paths& clip,
+                          ClipperLib::PolyFillType fill = ClipperLib::pftNonZero)
 {
-    for (const ClipperLib::PolyNode* outer : parent.Childs) {
-        if (outer->Contour.size() >= 3)
-            polygons.push_back(ReadNode(*outer, scale));
-        for (const ClipperLib::PolyNode* hole : outer->Childs)
-            CollectPolygons(*hole, scale, polygons);
-    }
-}
-
-Polygon TakeLargest(std::vector<Polygon>& polygons)
-{
-    Polygon largest;
-    double area = 0;
-    for (Polygon& polygon : polygons) {
-        if (const double own = GetArea(polygon); own > area) {
-            area = own;
-            largest = std::move(polygon);
-        }
-    }
-    return largest;
-}
-
-/// Neither the clipper nor a tree of paths can be copied.
-void Load(ClipperLib::Clipper& clipper, const ClipperLib::Paths& subject, const ClipperLib::Paths& clip)
-{
+    ClipperLib::Clipper clipper;
     clipper.StrictlySimple(true);
     clipper.AddPaths(subject, ClipperLib::ptSubject, true);
     clipper.AddPaths(clip, ClipperLib::ptClip, true);
-}
-
-ClipperLib::Paths Combine(ClipperLib::ClipType type, const ClipperLib::Paths& subject,
-                          const ClipperLib::Paths& clip)
-{
-    ClipperLib::Clipper clipper;
-    Load(clipper, subject, clip);
     ClipperLib::Paths paths;
-    clipper.Execute(type, paths, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
+    clipper.Execute(type, paths, fill, fill);
     return paths;
-}
-
-std::vector<Polygon> MakePieces(ClipperLib::ClipType type, const ClipperLib::Paths& subject,
-                                const ClipperLib::Paths& clip, ClipperLib::PolyFillType fill,
-                                const Scale& scale)
-{
-    ClipperLib::Clipper clipper;
-    Load(clipper, subject, clip);
-    ClipperLib::PolyTree tree;
-    clipper.Execute(type, tree, fill, fill);
-    std::vector<Polygon> pieces;
-    CollectPolygons(tree, scale, pieces);
-    return pieces;
 }
 
 double GetArea(const ClipperLib::Paths& paths)
@@ -154,11 +126,6 @@ double GetArea(const ClipperLib::Paths& paths)
     for (const ClipperLib::Path& path : paths)
         area += ClipperLib::Area(path);
     return area;
-}
-
-std::vector<Polygon> Unite(const Polygon& rings, const Scale& scale, ClipperLib::PolyFillType fill)
-{
-    return MakePieces(ClipperLib::ctUnion, scale.ToGrid(rings), {}, fill, scale);
 }
 
 } // namespace
@@ -172,44 +139,72 @@ Polygon GrowPolygon(const Polygon& polygon, double distance)
         if (clean.size() >= 3)
             raw.push_back(OffsetRing(clean, distance + 2 * scale.grid));
     }
-    std::vector<Polygon> grown = Unite(raw, scale, ClipperLib::pftPositive);
-    return TakeLargest(grown);
+    return ReadPaths(Combine(ClipperLib::ctUnion, scale.ToGrid(raw), {}, ClipperLib::pftPositive), scale);
+}
+
+Polygon Inset(const Polygon& polygon)
+{
+    Polygon result = polygon;
+    for (size_t r = 0; r < polygon.size(); ++r) {
+        const Ring& ring = polygon[r];
+        for (size_t i = 0; i < ring.size(); ++i) {
+            const Point in = ring[i] - ring[(i + ring.size() - 1) % ring.size()];
+            const Point out = ring[(i + 1) % ring.size()] - ring[i];
+            const Point u = in * (1 / Length(in));
+            const Point v = out * (1 / Length(out));
+            const Point inwards = Point{-u.y - v.y, u.x + v.x} * (1 / std::max(1 + Dot(u, v), kBluntest));
+            if (IsFinite(inwards))
+                result[r][i] = ring[i] + inwards * kInset;
+        }
+    }
+    return result;
 }
 
 Polygon CleanPolygon(const Polygon& polygon)
 {
-    std::vector<Polygon> pieces = Unite(polygon, Scale(GetBox(polygon)), ClipperLib::pftNonZero);
-    return TakeLargest(pieces);
+    const Scale scale(GetBox(polygon));
+    return ReadPaths(Combine(ClipperLib::ctUnion, scale.ToGrid(polygon), {}), scale);
 }
 
-Polygon CleanPiece(const Polygon& rings)
+double GetCleanArea(const Ring& ring)
+{
+    return GetArea(CleanPolygon({ring}));
+}
+
+Polygon CleanPiece(const Polygon& rings, const Polygon& added)
 {
     const Scale scale(GetBox(rings));
     const ClipperLib::Paths outline = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[0])}, {});
-    ClipperLib::Paths solid = outline;
-    ClipperLib::Paths holes;
+    ClipperLib::Paths solid = scale.ToGrid(added);
+    ClipperLib::Paths inner = outline;
     for (size_t i = 1; i < rings.size(); ++i) {
         const ClipperLib::Paths hole = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[i])}, {});
         const double area = GetArea(hole);
         const double beyond = GetArea(Combine(ClipperLib::ctDifference, hole, outline));
         if (area > 0 && beyond >= (1 - NoArea) * area)
             return {};
-        ClipperLib::Paths& kind = beyond > NoArea * area ? solid : holes;
+        ClipperLib::Paths& kind = beyond > NoArea * area ? solid : inner;
         kind.insert(kind.end(), hole.begin(), hole.end());
     }
-    constexpr auto fill = ClipperLib::pftNonZero;
-    std::vector<Polygon> pieces = MakePieces(ClipperLib::ctDifference, solid, holes, fill, scale);
-    if (pieces.size() > 1)
-        pieces = MakePieces(ClipperLib::ctUnion, solid, {}, fill, scale);
-    return TakeLargest(pieces);
+    const ClipperLib::Paths material = Combine(ClipperLib::ctUnion, inner, {}, ClipperLib::pftEvenOdd);
+    return ReadPaths(Combine(ClipperLib::ctUnion, material, solid), scale);
 }
 
-std::vector<Polygon> CutFromBox(const Box& box, const Polygon& polygon)
+double GetFreeArea(const Box& box, const Polygon& rings)
 {
     const Scale scale(box);
     const Ring frame{box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
-    return MakePieces(ClipperLib::ctDifference, {scale.ToGrid(frame)}, scale.ToGrid(polygon),
-                      ClipperLib::pftEvenOdd, scale);
+    return GetArea(Combine(ClipperLib::ctDifference, {scale.ToGrid(frame)}, scale.ToGrid(rings))) * scale.grid
+           * scale.grid;
+}
+
+Polygon CutFromBox(const Box& box, const Polygon& polygon)
+{
+    const Scale scale(box);
+    const Ring frame{box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
+    const ClipperLib::Paths held =
+        Combine(ClipperLib::ctUnion, scale.ToGrid(polygon), {}, ClipperLib::pftEvenOdd);
+    return ReadPaths(Combine(ClipperLib::ctDifference, {scale.ToGrid(frame)}, held), scale);
 }
 
 } // namespace ZORNestSolver

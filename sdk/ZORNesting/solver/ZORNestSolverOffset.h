@@ -6,22 +6,36 @@
 
 namespace ZORNestSolver {
 
-/// A polygon that contains every point within \a distance of the given one; its edges are exact, its round
-/// corners tangent polygons. Holes that close up vanish. Coordinates are rounded to 1e-6 outwards.
+/// By how much the edges of search shapes are moved inwards, in millimeters: less than half of the depth to which
+/// parts may overlap. Parts that touch exactly then never seem to collide by rounding.
+constexpr double kInset = 3e-7;
+
+/// Returns a polygon that contains every point within \a distance of the given one; its edges are exact, its round
+/// corners tangent polygons. Holes that close up vanish. Coordinates are rounded by less than 1e-8.
 /// \param distance  positive
 Polygon GrowPolygon(const Polygon& polygon, double distance);
 
-/// The polygon without crossings of its edges, by the non-zero rule; pieces apart from the largest one are
-/// joined to it where they touch and dropped otherwise. Empty where nothing remains.
+/// Returns the polygon with its edges moved inwards by kInset.
+Polygon Inset(const Polygon& polygon);
+
+/// Returns all that the rings enclose, by the non-zero rule, without crossings: a counter-clockwise ring for each
+/// piece and a clockwise one for each hole. Pieces thinner than rounding are dropped. Empty where nothing remains.
 Polygon CleanPolygon(const Polygon& polygon);
 
-/// One piece of material whose rings may cross: the first one is the outline, cleaned like a polygon; the others
-/// are holes. Holes that cross the outline are not cut out but added to it, whole; holes within holes are part
-/// of them; holes that would cut the piece in two are left filled.
-/// \return  empty where a hole lies outside of the outline, or nothing remains
-Polygon CleanPiece(const Polygon& rings);
+/// Returns the area of all loops of a ring, whatever their directions.
+double GetCleanArea(const Ring& ring);
 
-/// What remains of the box outside of the polygon, whose rings may have either direction, as polygons of one outer ring each with holes.
-std::vector<Polygon> CutFromBox(const Box& box, const Polygon& polygon);
+/// Returns the material of a part whose rings may cross: the first one is the outline, cleaned like a polygon; the
+/// others are holes. Where holes cross or hold each other the even-odd rule decides. Holes that cross the outline
+/// are not cut out but added to it, whole, as the counter-clockwise rings \a added are. The result may consist of
+/// several pieces.
+/// \return  empty where a hole lies outside of the outline, or nothing remains
+Polygon CleanPiece(const Polygon& rings, const Polygon& added);
+
+/// Returns the area of the box that none of the rings covers, by the non-zero rule.
+double GetFreeArea(const Box& box, const Polygon& rings);
+
+/// Returns what remains of the box outside of the polygon, whose rings may have either direction.
+Polygon CutFromBox(const Box& box, const Polygon& polygon);
 
 } // namespace ZORNestSolver

@@ -1,15 +1,20 @@
 #include "ZORNestSolverOutline.h"
 
+#include "ZORNestSolverArc.h"
 #include "ZORNestSolverOffset.h"
 
 #include <numbers>
+#include <optional>
 
 namespace ZORNestSolver {
 
 namespace {
 
-constexpr double LargestSagitta = 0.05;
-constexpr double RelativeSagitta = 2e-4;
+constexpr double kLargestSagitta = 0.05;
+constexpr double kRelativeSagitta = 2e-4;
+constexpr double kMostStepsPerTurn = 16384; // finer than any cut, and few enough for a huge radius
+constexpr double kMostCorners = 65536;      // of all arcs of a part: the search could not cope with more
+constexpr double kNoArea = 1e-12;           // of the diameter squared
 
 bool IsFinite(const Contour& contour)
 {
@@ -19,127 +24,280 @@ bool IsFinite(const Contour& contour)
               });
 }
 
-Point Rotated(Point p, double angle)
+/// Calls a function with the start of every segment, the segment, and its arc where it is one.
+template<class Function>
+void ForEachSegment(const Contour& contour, Function function)
 {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    return {c * p.x - s * p.y, s * p.x + c * p.y};
-}
-
-/// Appends the points after the start up to the end of the arc.
-void AppendArc(Ring& ring, Point start, const Segment& arc, bool bulges, double sagitta)
-{
-    const Point from = start - arc.centre;
-    const double radius = Length(from);
-    const double sweep = GetSweep(start, arc);
-    const double tolerance = std::min(sagitta, radius / 4);
-    if (radius > 0) {
-        const double largestStep = 2 * std::acos(radius / (radius + tolerance));
-        const int steps = std::max(2, static_cast<int>(std::ceil(std::abs(sweep) / largestStep)));
-        const double step = sweep / steps;
-        if (bulges) { // corners of the tangents lie between the points of contact
-            const double reach = 1 / std::cos(step / 2);
-            for (int i = 0; i < steps; ++i)
-                ring.push_back(arc.centre + Rotated(from, step * (i + 0.5)) * reach);
-        } else {
-            for (int i = 1; i < steps; ++i)
-                ring.push_back(arc.centre + Rotated(from, step * i));
-        }
+    Point from = contour.start;
+    for (const Segment& segment : contour.segments) {
+        std::optional<Arc> arc;
+        if (segment.isArc)
+            arc.emplace(from, segment.end, segment.centre, segment.counterClockwise);
+        function(from, segment, arc);
+        from = segment.end;
     }
-    ring.push_back(arc.end);
 }
 
-Box GetRoughBox(const std::vector<Contour>& contours)
+/// The polygon around an arc and the one in it: tangents meet in the corners and touch the arc in the contacts, one
+/// more of them, from the start to the end of the sweep.
+struct Steps
+{
+    Ring contacts;
+    Ring corners;
+};
+
+/// How finely arcs are divided.
+struct Fineness
+{
+    double sagitta = 0;
+    double coarsening = 1; // of the steps, where the part would have too many corners
+
+    double GetLargestStep(double radius) const
+    {
+        const double ratio = std::min(sagitta / radius, 0.25);
+        const double step = 2 * std::atan(std::sqrt(ratio * (2 + ratio))); // of tangents that far outside
+        return std::max(step, 2 * std::numbers::pi / kMostStepsPerTurn) * coarsening;
+    }
+};
+
+/// Divides a part of an arc evenly.
+void AddSteps(const Arc& arc, double from, double to, double largestStep, Steps& steps)
+{
+    const double angle = std::abs(arc.sweep) * (to - from);
+    const double count = std::max(1.0, std::ceil(angle / largestStep));
+    const double beyond = 1 / std::cos(angle / count / 2) - 1;
+    for (double i = 0; i < count; ++i) {
+        const Point middle = arc.Evaluate(from + (to - from) * (i + 0.5) / count);
+        steps.corners.push_back(middle + (middle - arc.center) * beyond);
+        steps.contacts.push_back(
+            i + 1 == count && to == 1 ? arc.reached : arc.Evaluate(from + (to - from) * (i + 1) / count));
+    }
+}
+
+/// Divides the arc at its extreme points along the axes, which become contacts, and evenly in between.
+Steps Divide(const Arc& arc, const Fineness& fineness)
+{
+    Steps steps;
+    steps.contacts.push_back(arc.start);
+    if (arc.IsChord())
+        return steps;
+    constexpr double quarter = std::numbers::pi / 2;
+    const double largestStep = std::min(fineness.GetLargestStep(arc.radius), quarter);
+    const double side = arc.sweep > 0 ? 1 : -1;
+    double from = 0;
+    const double first = std::floor(side * arc.startAngle / quarter + 1e-9) + 1;
+    for (double i = first; i < first + 5; ++i) {
+        const double to = std::min(1.0, (i * quarter - side * arc.startAngle) / std::abs(arc.sweep));
+        if (to > 1 - 1e-9)
+            break;
+        AddSteps(arc, from, to, largestStep, steps);
+        from = to;
+    }
+    AddSteps(arc, from, 1, largestStep, steps);
+    return steps;
+}
+
+Box GetBox(const std::vector<Contour>& contours)
 {
     Box box;
+    const auto add = [&box](const Box& other) {
+        box.Add(other.min);
+        box.Add(other.max);
+    };
     for (const Contour& contour : contours) {
         box.Add(contour.start);
-        Point from = contour.start;
-        for (const Segment& segment : contour.segments) {
+        ForEachSegment(contour, [&](Point, const Segment& segment, const std::optional<Arc>& arc) {
             box.Add(segment.end);
-            for (int i = 1; segment.isArc && i < 8; ++i)
-                box.Add(segment.centre + Rotated(from - segment.centre, GetSweep(from, segment) * i / 8));
-            from = segment.end;
-        }
+            if (arc)
+                add(arc->GetBox());
+        });
     }
     return box;
 }
 
-/// The ring lies outside of the material's boundary: outwards is right of the drawing direction of an
-/// outer contour drawn counter-clockwise and of a hole drawn clockwise.
-Ring Flatten(const Contour& contour, bool isHole, double sagitta)
+/// A part of many arcs gets as coarse as it must: tangents contain an arc however few they are.
+Fineness ChooseFineness(const std::vector<Contour>& contours, double diameter)
 {
-    const bool materialLeft = (GetSignedArea(contour) > 0) != isHole;
-    Ring ring{contour.start};
-    Point from = contour.start;
-    for (const Segment& segment : contour.segments) {
-        if (segment.isArc)
-            AppendArc(ring, from, segment, segment.counterClockwise == materialLeft, sagitta);
-        else
-            ring.push_back(segment.end);
-        from = segment.end;
-    }
-    Ring clean = RemoveIdlePoints(ring, 0);
-    if ((GetSignedArea(clean) > 0) == isHole)
-        std::reverse(clean.begin(), clean.end());
-    return clean;
+    Fineness fineness;
+    fineness.sagitta = std::min(kLargestSagitta, kRelativeSagitta * diameter);
+    double corners = 0;
+    for (const Contour& contour : contours)
+        ForEachSegment(contour, [&](Point, const Segment&, const std::optional<Arc>& arc) {
+            if (arc && !arc->IsChord())
+                corners += std::abs(arc->sweep) / fineness.GetLargestStep(arc->radius);
+        });
+    fineness.coarsening = std::max(1.0, corners / kMostCorners);
+    return fineness;
 }
 
-/// Of rings that do not cross, all but the first one lie in it and in no other one.
-bool AreHolesInside(const Polygon& polygon)
+enum class ArcSide {
+    Outer, // the material lies left of a counter-clockwise contour
+    Hole,  // it lies right of it
+    Chords // on either side
+};
+
+/// Returns a ring outside of the material's boundary, in the direction of the drawing.
+Ring Flatten(const Contour& contour, ArcSide side, const Fineness& fineness)
+{
+    const bool materialLeft = (GetSignedArea(contour) > 0) == (side == ArcSide::Outer);
+    Ring ring{contour.start};
+    ForEachSegment(contour, [&](Point, const Segment& segment, const std::optional<Arc>& arc) {
+        if (arc) {
+            const Steps steps = Divide(*arc, fineness);
+            const bool bulges = side != ArcSide::Chords && (arc->sweep > 0) == materialLeft;
+            const Ring& points = bulges ? steps.corners : steps.contacts;
+            ring.insert(ring.end(), points.begin(), points.end());
+            ring.push_back(arc->reached);
+        }
+        ring.push_back(segment.end);
+    });
+    return RemoveIdlePoints(ring, 0);
+}
+
+/// Returns the areas between the chords and the tangents of all arcs.
+Polygon GetCaps(const std::vector<Contour>& contours, const Fineness& fineness)
+{
+    Polygon caps;
+    for (const Contour& contour : contours) {
+        ForEachSegment(contour, [&](Point, const Segment&, const std::optional<Arc>& arc) {
+            if (!arc || arc->IsChord())
+                return;
+            const Steps steps = Divide(*arc, fineness);
+            for (size_t i = 0; i < steps.corners.size(); ++i) {
+                Ring cap{steps.contacts[i], steps.corners[i], steps.contacts[i + 1]};
+                if (GetSignedArea(cap) < 0)
+                    std::reverse(cap.begin(), cap.end());
+                caps.push_back(std::move(cap));
+            }
+        });
+    }
+    return caps;
+}
+
+/// Returns in how many others each ring lies; the rings do not cross.
+std::vector<size_t> GetDepths(const Polygon& polygon)
 {
     std::vector<Box> boxes;
     for (const Ring& ring : polygon)
-        boxes.push_back(GetBox(ring));
-    for (size_t i = 1; i < polygon.size(); ++i) {
+        boxes.push_back(ZORNestSolver::GetBox(ring));
+    std::vector<size_t> depths(polygon.size(), 0);
+    for (size_t i = 0; i < polygon.size(); ++i) {
         const Point corner = polygon[i][0];
         for (size_t k = 0; k < polygon.size(); ++k)
-            if (k != i && (boxes[k].Contains(corner) && IsInside(corner, {polygon[k]})) != (k == 0))
-                return false;
+            if (k != i && boxes[k].Contains(boxes[i]) && IsInside(corner, {polygon[k]}))
+                ++depths[i];
     }
-    return true;
+    return depths;
+}
+
+/// Turns contours into a polygon.
+class PolygonMaker
+{
+public:
+    explicit PolygonMaker(const std::vector<Contour>& contours)
+    {
+        const Box box = GetBox(contours);
+        m_diameter = box.IsEmpty() ? 0 : Length(box.max - box.min);
+        m_fineness = ChooseFineness(contours, m_diameter);
+        Select(contours);
+    }
+
+    /// Returns an empty polygon where a contour crosses itself or another one.
+    Polygon MakeOfSimple() const
+    {
+        Polygon rings;
+        for (size_t i = 0; i < m_contours.size(); ++i)
+            rings.push_back(Flatten(m_contours[i], i == 0 ? ArcSide::Outer : ArcSide::Hole, m_fineness));
+        if (!m_areSimple || !IsSimple(rings))
+            return {};
+        const std::vector<size_t> depths = GetDepths(rings);
+        bool hasIslands = false;
+        for (size_t i = 0; i < rings.size(); ++i) {
+            const bool isMaterial = depths[i] % 2 == 0;
+            if (isMaterial && i > 0) {
+                if (depths[i] == 0)
+                    return {};
+                rings[i] = Flatten(m_contours[i], ArcSide::Outer, m_fineness);
+                hasIslands = true;
+            }
+            if ((GetSignedArea(rings[i]) > 0) != isMaterial)
+                std::reverse(rings[i].begin(), rings[i].end());
+        }
+        return hasIslands && !IsSimple(rings) ? Polygon{} : rings;
+    }
+
+    Polygon MakeOfCrossing() const
+    {
+        Polygon rings;
+        for (const Contour& contour : m_contours)
+            rings.push_back(Flatten(contour, ArcSide::Chords, m_fineness));
+        return CleanPiece(rings, GetCaps(m_contours, m_fineness));
+    }
+
+    size_t GetContourCount() const { return m_contours.size(); }
+
+private:
+    /// Drops contours without area and puts the largest one first.
+    void Select(const std::vector<Contour>& contours)
+    {
+        double largest = 0;
+        for (const Contour& contour : contours) {
+            const Ring ring = Flatten(contour, ArcSide::Chords, m_fineness);
+            if (ring.size() < 3)
+                continue;
+            const bool isSimple = IsSimple({ring});
+            const double area = isSimple ? std::abs(GetSignedArea(contour)) : GetCleanArea(ring);
+            if (!(area > kNoArea * m_diameter * m_diameter))
+                continue;
+            m_areSimple = m_areSimple && isSimple;
+            m_contours.push_back(contour);
+            if (area > largest)
+                std::swap(m_contours.front(), m_contours.back());
+            largest = std::max(largest, area);
+        }
+    }
+
+    double m_diameter = 0;
+    Fineness m_fineness;
+    std::vector<Contour> m_contours;
+    bool m_areSimple = true;
+};
+
+bool AreFinite(const std::vector<Contour>& contours, std::string& reason)
+{
+    const bool areFinite =
+        std::all_of(contours.begin(), contours.end(), [](const Contour& c) { return IsFinite(c); });
+    reason = areFinite ? "" : "outline has coordinates that are no numbers";
+    return areFinite;
 }
 
 } // namespace
 
-double GetSweep(Point start, const Segment& arc)
-{
-    constexpr double turn = 2 * std::numbers::pi;
-    const Point from = start - arc.centre;
-    const Point to = arc.end - arc.centre;
-    double sweep = std::atan2(Cross(from, to), Dot(from, to));
-    if (arc.counterClockwise && sweep <= 1e-12)
-        sweep += turn;
-    if (!arc.counterClockwise && sweep >= -1e-12)
-        sweep -= turn;
-    return sweep;
-}
-
 double GetSignedArea(const Contour& contour)
 {
-    double twice = 0;
-    Point from = contour.start;
-    for (const Segment& segment : contour.segments) {
-        twice += Cross(from - contour.start, segment.end - contour.start);
-        if (segment.isArc) {
-            const double sweep = GetSweep(from, segment);
-            const Point arm = from - segment.centre;
-            twice += Dot(arm, arm) * (sweep - std::sin(sweep));
-        }
-        from = segment.end;
-    }
-    return twice / 2;
+    double area = 0;
+    ForEachSegment(contour, [&](Point from, const Segment& segment, const std::optional<Arc>& arc) {
+        area +=
+            arc ? arc->GetArea(contour.start) : Cross(from - contour.start, segment.end - contour.start) / 2;
+    });
+    return area;
+}
+
+double GetEnclosedArea(const Contour& contour)
+{
+    const Box box = GetBox({contour});
+    const Ring ring = Flatten(contour, ArcSide::Chords, ChooseFineness({contour}, Length(box.max - box.min)));
+    if (ring.size() < 3)
+        return 0;
+    return IsSimple({ring}) ? std::abs(GetSignedArea(contour)) : GetCleanArea(ring);
 }
 
 double GetLength(const Contour& contour)
 {
     double length = 0;
-    Point from = contour.start;
-    for (const Segment& segment : contour.segments) {
-        length += segment.isArc ? std::abs(GetSweep(from, segment)) * Length(from - segment.centre)
-                                : Length(segment.end - from);
-        from = segment.end;
-    }
+    ForEachSegment(contour, [&](Point from, const Segment& segment, const std::optional<Arc>& arc) {
+        length += arc ? arc->GetLength() : Length(segment.end - from);
+    });
     return length;
 }
 
@@ -157,38 +315,37 @@ Contour MakeContour(const Ring& ring)
 
 Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason)
 {
-    reason.clear();
-    if (!std::all_of(contours.begin(), contours.end(), [](const Contour& c) { return IsFinite(c); })) {
-        reason = "outline has coordinates that are no numbers";
+    if (!AreFinite(contours, reason))
         return {};
-    }
-    size_t outer = 0;
-    for (size_t i = 1; i < contours.size(); ++i)
-        if (std::abs(GetSignedArea(contours[i])) > std::abs(GetSignedArea(contours[outer])))
-            outer = i;
-    const Box box = GetRoughBox(contours);
-    const double diameter = box.IsEmpty() ? 0 : Length(box.max - box.min);
-    const double sagitta = std::min(LargestSagitta, RelativeSagitta * diameter);
+    const PolygonMaker maker(contours);
     Polygon polygon;
-    const auto append = [&](size_t i) {
-        const Ring ring = Flatten(contours[i], i != outer, sagitta);
-        if (ring.size() >= 3 && std::abs(GetSignedArea(ring)) > 1e-12 * diameter * diameter)
-            polygon.push_back(ring);
-    };
-    if (!contours.empty())
-        append(outer);
-    for (size_t i = 0; i < contours.size() && !polygon.empty(); ++i)
-        if (i != outer)
-            append(i);
-    if (polygon.empty()) {
-        reason = "outline encloses no area";
-    } else if (!IsSimple(polygon) || !AreHolesInside(polygon)) {
-        const bool hasHoles = polygon.size() > 1;
-        polygon = CleanPiece(polygon);
+    if (maker.GetContourCount() > 0) {
+        polygon = maker.MakeOfSimple();
         if (polygon.empty())
-            reason = hasHoles ? "a hole lies outside of the outline" : "outline encloses no area";
+            polygon = maker.MakeOfCrossing();
     }
+    if (polygon.empty())
+        reason =
+            maker.GetContourCount() > 1 ? "a hole lies outside of the outline" : "outline encloses no area";
     return polygon;
+}
+
+Polygon MakeOuterHull(const std::vector<Contour>& contours, std::string& reason)
+{
+    if (!AreFinite(contours, reason))
+        return {};
+    const Box box = GetBox(contours);
+    const double diameter = box.IsEmpty() ? 0 : Length(box.max - box.min);
+    const Fineness fineness = ChooseFineness(contours, diameter);
+    Polygon rings;
+    for (const Contour& contour : contours)
+        for (const ArcSide side : {ArcSide::Outer, ArcSide::Hole})
+            rings.push_back(Flatten(contour, side, fineness));
+    const Ring hull = GetConvexHull(rings);
+    if (hull.size() >= 3 && GetSignedArea(hull) > kNoArea * diameter * diameter)
+        return {hull};
+    reason = "outline encloses no area";
+    return {};
 }
 
 } // namespace ZORNestSolver

@@ -26,19 +26,25 @@ struct Contour
 /// A contour of straight edges; the first point may be repeated at the end.
 Contour MakeContour(const Ring& ring);
 
-/// With the arcs as they are, closed; positive for a counter-clockwise contour.
+/// Computes the area with the arcs as they are, closed; positive for a counter-clockwise contour.
 double GetSignedArea(const Contour& contour);
-/// Length of the segments, arcs as they are; without the straight one that closes an open contour.
+/// Computes the area of all loops of a contour, whatever their directions.
+double GetEnclosedArea(const Contour& contour);
+/// Computes the length of the segments, arcs as they are; without the straight one that closes an open contour.
 double GetLength(const Contour& contour);
-/// The signed angle of an arc that begins at \a start, counter-clockwise positive; a full turn where it ends there.
-double GetSweep(Point start, const Segment& arc);
 
-/// The outline as a polygon that contains it: arcs that bulge outwards become tangents, the others chords,
-/// within min(0.05, 2e-4 of the diameter) of the arc. The largest contour is the outer ring, the others
-/// are holes; contours may come in either direction. An outline that crosses itself is cleaned by
-/// the non-zero rule; holes that cross it are added to it, holes within holes are part of them.
+/// Returns the outline as a polygon that contains it: arcs that bulge outwards become tangents, the others chords,
+/// within min(0.05, 2e-4 of the diameter) of the arc. Tangents touch where an arc reaches farthest along an axis, so
+/// that the box is exact there. Contours may be given in either direction. The largest one is the outer ring; the
+/// others are holes, or material where they lie in holes. A contour that crosses or touches itself encloses all of
+/// its loops, each of which may become a ring of its own; a hole that crosses the outer ring is added to it, and
+/// where holes cross each other the common part is material.
 /// \param reason  why there is no polygon; "" otherwise
 /// \return  empty where the outline has coordinates that are no numbers, encloses no area or has a hole outside
 Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason);
+
+/// Returns the convex hull of points around all contours, much more quickly than the polygon itself.
+/// \param reason  as for MakeOuterPolygon()
+Polygon MakeOuterHull(const std::vector<Contour>& contours, std::string& reason);
 
 } // namespace ZORNestSolver

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int DeepestLevel = 12;
 constexpr size_t MostCells = 60000;
+constexpr size_t FewestCells = 500;
+constexpr size_t MostDistances = 30000000; // of cells from edges: outlines of many edges get fewer cells
 constexpr double Accuracy = 0.01;
 
 /// How far a point lies inside of a polygon.
@@ -20,6 +22,7 @@ class DepthField
 public:
     explicit DepthField(const Polygon& polygon);
     double GetDepth(Point p) const;
+    size_t GetEdgeCount() const { return m_x.size(); }
 
 private:
     std::vector<double> m_x, m_y, m_dx, m_dy, m_inverse, m_slope, m_endY; // of edges, in fours
@@ -99,12 +102,15 @@ private:
     std::vector<Cell> m_cells;
     std::vector<Circle> m_circles;
     size_t m_roots = 0;
+    size_t m_mostCells = 0;
     std::priority_queue<std::pair<double, size_t>> m_open; // bound and cell
     Circle m_best;
 };
 
 PoleSearch::PoleSearch(const Polygon& polygon)
     : m_field(polygon)
+    , m_mostCells(
+          std::clamp(MostDistances / std::max<size_t>(1, m_field.GetEdgeCount()), FewestCells, MostCells))
 {
     const Box box = GetBox(polygon);
     const double size = std::min(box.GetWidth(), box.GetHeight());
@@ -160,7 +166,7 @@ Circle PoleSearch::FindDeepest()
     while (!m_open.empty()) {
         const auto [bound, index] = m_open.top();
         m_open.pop();
-        const bool isEnough = m_best.radius > 0 && m_cells.size() > MostCells; // of slivers
+        const bool isEnough = m_best.radius > 0 && m_cells.size() > m_mostCells; // of slivers
         if (isEnough || bound <= m_best.radius + Accuracy * std::max(m_best.radius, 0.0))
             break;
         VisitChildren(index);
@@ -169,6 +175,33 @@ Circle PoleSearch::FindDeepest()
 }
 
 } // namespace
+
+std::vector<Point> FindDeepPoints(const Polygon& polygon)
+{
+    std::vector<double> areas;
+    std::vector<Polygon> pieces;
+    for (const Ring& ring : polygon) {
+        areas.push_back(GetSignedArea(ring));
+        pieces.push_back(areas.back() > 0 ? Polygon{ring} : Polygon{});
+    }
+    for (size_t hole = 0; hole < polygon.size(); ++hole) {
+        if (areas[hole] > 0)
+            continue;
+        const Ring& ring = polygon[hole];
+        size_t around = polygon.size(); // the smallest one that holds it
+        for (size_t i = 0; i < polygon.size(); ++i)
+            if (areas[i] > -areas[hole] && (around == polygon.size() || areas[i] < areas[around])
+                && (IsInside(ring[0], {polygon[i]}) || IsInside((ring[0] + ring[1]) * 0.5, {polygon[i]})))
+                around = i;
+        if (around < polygon.size())
+            pieces[around].push_back(ring);
+    }
+    std::vector<Point> points;
+    for (const Polygon& piece : pieces)
+        if (!piece.empty())
+            points.push_back(FindPoles(piece, 1).front().centre);
+    return points;
+}
 
 std::vector<Circle> FindPoles(const Polygon& polygon, size_t limit)
 {

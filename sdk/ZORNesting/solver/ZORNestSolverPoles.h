@@ -17,4 +17,8 @@ struct Circle
 /// Radii are within 1 % of the largest possible ones. The polygon encloses area; at least one circle returns.
 std::vector<Circle> FindPoles(const Polygon& polygon, size_t limit = 32);
 
+/// Returns a point inside of each piece of a polygon, as far from its rings as possible; in the order of the
+/// counter-clockwise rings, which do not cross.
+std::vector<Point> FindDeepPoints(const Polygon& polygon);
+
 } // namespace ZORNestSolver

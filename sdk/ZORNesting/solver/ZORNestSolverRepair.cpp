@@ -14,8 +14,7 @@ double GetRightEnd(const PreparedJob& prepared, const std::vector<Placement>& pl
 {
     double right = 0;
     for (const Placement& placement : placements)
-        right = std::max(
-            right, GetBox(Transform(placement.pose).Apply(prepared.types[placement.item]->outer)).max.x);
+        right = std::max(right, prepared.types[placement.item]->GetExactBox(placement.pose).max.x);
     return right;
 }
 

@@ -44,7 +44,7 @@ public:
         : m_job(job)
         , m_options(options)
         , m_budget(control, options.clock, Positive(options.maximumTime))
-        , m_prepared(job)
+        , m_prepared(job, m_budget)
         , m_left(job.items.size())
         , m_used(job.kinds.size(), 0)
     {

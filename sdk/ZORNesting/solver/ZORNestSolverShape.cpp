@@ -50,6 +50,9 @@ Shape MakeShape(const Polygon& polygon, const std::vector<Circle>& poles)
     SetEdges(shape, polygon);
     SetPoles(shape, poles);
     shape.box = GetBox(polygon);
+    shape.extent = shape.box;
+    if (HasPieces(polygon))
+        shape.deepPoints = FindDeepPoints(polygon);
     const Ring hull = GetConvexHull(polygon);
     shape.diameter = GetDiameter(hull);
     shape.weight = std::sqrt(GetSignedArea(hull));
@@ -70,6 +73,11 @@ void TurnShape(const Shape& base, bool mirrored, double angle, Shape& turned)
         turned.by[i] = b.y;
         turned.box.Add(a);
     }
+    turned.extent = turned.box;
+    for (size_t i = 0; i < base.deepPoints.size(); ++i)
+        turned.deepPoints[i] = transform.Apply(base.deepPoints[i]);
+    for (size_t i = 0; i < base.bare.size(); ++i)
+        TurnShape(base.bare[i], mirrored, angle, turned.bare[i]);
     for (size_t i = 0; i < base.poleCount; ++i) {
         const Point centre = transform.Apply(Point{base.poleX[i], base.poleY[i]});
         turned.poleX[i] = static_cast<float>(centre.x);

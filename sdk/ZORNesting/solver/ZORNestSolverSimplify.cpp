@@ -1,19 +1,23 @@
 #include "ZORNestSolverSimplify.h"
 
+#include "ZORNestSolverEdgeTree.h"
+
 #include <queue>
 
 namespace ZORNestSolver {
 
 namespace {
 
-constexpr size_t FewestCorners = 4; // of a ring that is simplified
+constexpr size_t FewestCorners = 4;    // of a ring that is simplified
+constexpr double kSameSide = 1e-9;     // of the size: how near to the box an edge lies on it
+constexpr size_t kChangesPerLook = 64; // between two questions whether to go on
 
 /// Rings as linked lists, and the changes that would remove a corner, the one of least area first.
 class Simplifier
 {
 public:
     Simplifier(const Polygon& polygon, double budget);
-    void Run();
+    void Run(const Interruption& isOver);
     Polygon GetResult() const;
 
 private:
@@ -46,29 +50,59 @@ private:
     void ProposeCut(size_t corner);
     void ProposeExtension(size_t corner);
     void Refresh(size_t corner);
+    void AddEdge(size_t corner) { m_tree.Add(corner, At(corner), At(After(corner))); }
     bool IsFree(Point from, Point to, std::initializer_list<size_t> vanishing) const;
+    bool HoldsRing(Point a, Point b, Point c, size_t ring) const;
+    bool IsOnBox(Point a, Point b) const;
     bool IsAllowed(const Change& change) const;
     void Apply(const Change& change);
     void RemoveAfter(size_t corner);
 
     std::vector<Corner> m_corners;
     std::vector<size_t> m_ringSizes;
+    Ring m_ringPoints; // a corner of each ring as it was at first
+    Box m_box;
+    EdgeTree m_tree; // of edges, by their first corners
     std::priority_queue<Change> m_changes;
     double m_budget;
 };
 
+size_t CountCorners(const Polygon& polygon)
+{
+    size_t count = 0;
+    for (const Ring& ring : polygon)
+        count += ring.size();
+    return count;
+}
+
 Simplifier::Simplifier(const Polygon& polygon, double budget)
-    : m_budget(budget)
+    : m_box(GetBox(polygon))
+    , m_tree(CountCorners(polygon))
+    , m_budget(budget)
 {
     for (size_t r = 0; r < polygon.size(); ++r) {
         const size_t first = m_corners.size();
         const size_t size = polygon[r].size();
         m_ringSizes.push_back(size);
+        m_ringPoints.push_back(size > 0 ? polygon[r][0] : Point{});
         for (size_t i = 0; i < size; ++i)
             m_corners.push_back({polygon[r][i], first + (i + size - 1) % size, first + (i + 1) % size, r});
     }
-    for (size_t i = 0; i < m_corners.size(); ++i)
+    for (size_t i = 0; i < m_corners.size(); ++i) {
+        AddEdge(i);
         Refresh(i);
+    }
+}
+
+/// Edges along the sides of the box are kept: they let parts fit exactly.
+bool Simplifier::IsOnBox(Point a, Point b) const
+{
+    const double tolerance = kSameSide * (m_box.GetWidth() + m_box.GetHeight());
+    const auto isNear = [tolerance](double u, double v, double side) {
+        return std::abs(u - side) <= tolerance && std::abs(v - side) <= tolerance;
+    };
+    return isNear(a.x, b.x, m_box.min.x) || isNear(a.x, b.x, m_box.max.x) || isNear(a.y, b.y, m_box.min.y)
+           || isNear(a.y, b.y, m_box.max.y);
 }
 
 void Simplifier::ProposeCut(size_t corner)
@@ -85,7 +119,7 @@ void Simplifier::ProposeExtension(size_t corner)
     const Point in = a - At(Before(corner));
     const Point out = At(After(After(corner))) - b;
     const double turn = Cross(in, out);
-    if (Cross(in, b - a) <= 0 || Cross(b - a, out) <= 0 || turn <= 0)
+    if (Cross(in, b - a) <= 0 || Cross(b - a, out) <= 0 || turn <= 0 || IsOnBox(a, b))
         return;
     const Point meeting = a + in * (Cross(b - a, out) / turn);
     if (IsFinite(meeting))
@@ -106,17 +140,20 @@ bool Simplifier::IsFree(Point from, Point to, std::initializer_list<size_t> vani
     Box box;
     box.Add(from);
     box.Add(to);
-    for (size_t i = 0; i < m_corners.size(); ++i) {
-        const Point a = At(i);
-        const Point b = At(After(i));
-        if (!m_corners[i].isAlive || (a.x < box.min.x && b.x < box.min.x)
-            || (a.x > box.max.x && b.x > box.max.x) || (a.y < box.min.y && b.y < box.min.y)
-            || (a.y > box.max.y && b.y > box.max.y) || !DoSegmentsMeet(from, to, a, b))
-            continue;
-        if (std::find(vanishing.begin(), vanishing.end(), i) == vanishing.end())
-            return false;
-    }
-    return true;
+    return !m_tree.HasAny(box, [&](size_t i) {
+        return m_corners[i].isAlive && DoSegmentsMeet(from, to, At(i), At(After(i)))
+               && std::find(vanishing.begin(), vanishing.end(), i) == vanishing.end();
+    });
+}
+
+/// Another ring lies in the triangle, which no edge of it crosses.
+bool Simplifier::HoldsRing(Point a, Point b, Point c, size_t ring) const
+{
+    const Polygon triangle{{a, b, c}};
+    for (size_t r = 0; r < m_ringPoints.size(); ++r)
+        if (r != ring && IsInside(m_ringPoints[r], triangle))
+            return true;
+    return false;
 }
 
 bool Simplifier::IsAllowed(const Change& change) const
@@ -128,9 +165,11 @@ bool Simplifier::IsAllowed(const Change& change) const
     const size_t before = corner.before;
     const size_t next = corner.after;
     if (change.kind == Kind::Cut)
-        return IsFree(At(before), At(next), {Before(before), before, i, next});
+        return IsFree(At(before), At(next), {Before(before), before, i, next})
+               && !HoldsRing(At(before), At(i), At(next), corner.ring);
     const size_t end = After(next);
-    return IsFree(At(before), change.meeting, {Before(before), before, i, next})
+    return !HoldsRing(At(i), change.meeting, At(next), corner.ring)
+           && IsFree(At(before), change.meeting, {Before(before), before, i, next})
            && IsFree(change.meeting, At(end), {before, i, next, end});
 }
 
@@ -151,13 +190,18 @@ void Simplifier::Apply(const Change& change)
     else
         m_corners[kept].place = change.meeting;
     RemoveAfter(kept);
+    AddEdge(Before(kept));
+    AddEdge(kept);
     for (const size_t corner : {Before(Before(kept)), Before(kept), kept, After(kept)})
         Refresh(corner);
 }
 
-void Simplifier::Run()
+void Simplifier::Run(const Interruption& isOver)
 {
+    size_t changes = 0;
     while (!m_changes.empty() && m_changes.top().area <= m_budget) {
+        if (++changes % kChangesPerLook == 0 && isOver())
+            return;
         const Change change = m_changes.top();
         m_changes.pop();
         const Corner& corner = m_corners[change.corner];
@@ -188,10 +232,10 @@ Polygon Simplifier::GetResult() const
 
 } // namespace
 
-Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth)
+Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth, const Interruption& isOver)
 {
     Simplifier simplifier(polygon, GetArea(polygon) * largestGrowth);
-    simplifier.Run();
+    simplifier.Run(isOver);
     return simplifier.GetResult();
 }
 

@@ -3,12 +3,15 @@
 #pragma once
 
 #include "ZORNestSolverGeometry.h"
+#include "ZORNestSolverInterruption.h"
 
 namespace ZORNestSolver {
 
 /// Drops the vertices whose removal adds the least area, as long as the area grows by no more than
 /// \a largestGrowth (relative) altogether: a reflex vertex by its chord, an edge between two convex ones by
-/// extending its neighbours. Area is only ever added and the result stays simple. O(n log n), and O(n) for every vertex dropped.
-Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth);
+/// extending its neighbors. Area is only ever added, edges on the box of the polygon stay, and rings neither cross
+/// nor swallow each other. O(n log n). Interrupted, it returns what it has reached.
+Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth,
+                         const Interruption& isOver = NeverInterrupted);
 
 } // namespace ZORNestSolver

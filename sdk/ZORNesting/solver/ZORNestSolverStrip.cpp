@@ -22,6 +22,7 @@ constexpr SeparationLimits CompressLimits{100, 5};
 constexpr size_t MostDeadEnds = 256;   // the worst ones are forgotten
 constexpr double PoolDeviation = 0.25; // of the pool's size
 constexpr double RowGap = 0.001;
+constexpr double LeastWidthShare = 0.998; // of the inscribed circle, which may exceed the exact outline
 constexpr int ExchangeAttempts = 20;
 constexpr double LargeShare = 0.75; // of the total hull area belongs to the large items
 
@@ -52,8 +53,9 @@ double StripSearch::GetShortestLength() const
         const ItemType& type = m_layout.GetType(i);
         double own = std::numeric_limits<double>::infinity();
         for (size_t c = 0; c < type.classes.size(); ++c)
-            own = std::min(own, type.classes[c].IsContinuous() ? 2.0 * static_cast<double>(type.base.poleR[0])
-                                                               : type.shapes[c].box.GetWidth());
+            own = std::min(own, type.classes[c].IsContinuous()
+                                    ? LeastWidthShare * 2.0 * static_cast<double>(type.base.poleR[0])
+                                    : type.shapes[c].extent.GetWidth());
         longest = std::max(longest, own);
         area += type.area;
     }
@@ -81,13 +83,7 @@ void StripSearch::Construct(const Budget& budget)
         std::optional<Stand> stand;
         if (!budget.IsRunOver())
             stand = m_mover.FindFree(item, 0, ConstructionSamples);
-        if (!stand) { // behind all others is room
-            Box behind = m_layout.GetWindow(0);
-            behind.min.x = left + used;
-            behind.max.x = std::numeric_limits<double>::infinity();
-            stand = FindFitting(m_layout.GetType(item), behind);
-        }
-        m_layout.Place(item, *stand);
+        m_layout.Place(item, stand ? *stand : FindBehind(item, left + used)); // behind all others is room
         used = std::max(used, m_layout.GetItemBox(item).max.x - left);
     }
     SetLength(used);
@@ -95,15 +91,37 @@ void StripSearch::Construct(const Budget& budget)
         PlaceInRow();
 }
 
+/// A place right of a line and beside all hazards; every item fits the width.
+Stand StripSearch::FindBehind(size_t item, double line) const
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    Box behind = m_layout.GetWindow(0);
+    behind.max.x = infinity;
+    while (true) {
+        behind.min.x = line;
+        Stand stand = *FindFitting(m_layout.GetType(item), behind);
+        Shape shape;
+        const ItemType& type = m_layout.GetType(item);
+        type.Turn(type.classes[stand.poseClass].mirrored, stand.angle, shape);
+        stand.position.x = line - std::min(shape.box.min.x, shape.extent.min.x);
+        double next = infinity; // right of the hazard that ends first
+        for (const Hazard& hazard : m_layout.GetProblem().hazards) {
+            const Box box = hazard.shape.box.Moved(hazard.position);
+            if (box.max.x > line && box.Overlaps(shape.box.Moved(stand.position)))
+                next = std::min(next, box.max.x);
+        }
+        if (next == infinity)
+            return stand;
+        line = next;
+    }
+}
+
 /// One item behind the other with a gap, which is valid whatever the shapes.
 void StripSearch::PlaceInRow()
 {
     double used = 0;
     for (size_t item = 0; item < m_layout.GetItemCount(); ++item) {
-        Box behind = m_layout.GetWindow(0);
-        behind.min.x += used;
-        behind.max.x = std::numeric_limits<double>::infinity();
-        m_layout.Place(item, *FindFitting(m_layout.GetType(item), behind));
+        m_layout.Place(item, FindBehind(item, m_layout.GetWindow(0).min.x + used));
         used = m_layout.GetItemBox(item).max.x - m_layout.GetWindow(0).min.x;
         used += RowGap * m_layout.GetType(item).base.diameter;
     }
@@ -142,7 +160,7 @@ bool StripSearch::KeepAsBest()
 {
     double right = -std::numeric_limits<double>::infinity();
     for (size_t i = 0; i < m_layout.GetItemCount(); ++i)
-        right = std::max(right, m_layout.GetItemBox(i).max.x);
+        right = std::max(right, m_layout.GetItemExtent(i).max.x);
     const double length = right - m_layout.GetWindow(0).min.x;
     const bool isInside = length <= m_layout.GetWindow(0).GetWidth() * (1 + 1e-12);
     if (!isInside || !m_listener(m_layout.GetStands(), length))

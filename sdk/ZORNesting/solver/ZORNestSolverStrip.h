@@ -43,6 +43,7 @@ private:
     void SetLength(double length);
     void ShrinkTo(double length);
     void PlaceInRow();
+    Stand FindBehind(size_t item, double line) const;
     void RestoreBest();
     void ClampItems();
     bool KeepAsBest();

@@ -177,7 +177,7 @@ TEST(ZORNestSolverOutlineTest, AHoleThatCrossesTheOutlineBelongsToThePart)
     EXPECT_FALSE(IsInside({2, 2}, polygon));
 }
 
-TEST(ZORNestSolverOutlineTest, HolesThatCrossOrHoldEachOtherAreOne)
+TEST(ZORNestSolverOutlineTest, WhereHolesCrossOrHoldEachOtherIsMaterial)
 {
     std::string reason;
     const Polygon polygon =
@@ -185,17 +185,22 @@ TEST(ZORNestSolverOutlineTest, HolesThatCrossOrHoldEachOtherAreOne)
                           MakeContour(Rectangle(2, 2, {3, 3})), MakeContour(Rectangle(6, 6, {5, 5}))},
                          reason);
     EXPECT_EQ(reason, "");
-    ASSERT_EQ(polygon.size(), 2U);
-    EXPECT_NEAR(GetArea(polygon), 400 - 36 - 36 + 9, 1e-4);
+    EXPECT_NEAR(GetArea(polygon), 400 - 36 - 36 + 2 * 9 + 4, 1e-4);
+    EXPECT_TRUE(IsInside({4, 4}, polygon));
+    EXPECT_TRUE(IsInside({7, 7}, polygon));
+    EXPECT_FALSE(IsInside({2.5, 7}, polygon));
+    EXPECT_FALSE(IsInside({10, 10}, polygon));
 }
 
-TEST(ZORNestSolverOutlineTest, AHoleThatCutsThePartInTwoIsFilled)
+TEST(ZORNestSolverOutlineTest, AHoleThatCutsThePartInTwoLeavesBothPieces)
 {
     std::string reason;
     const Polygon polygon =
         MakeOuterPolygon({MakeContour(Rectangle(20, 10)), MakeContour(Rectangle(2, 10, {9, 0}))}, reason);
     EXPECT_EQ(reason, "");
-    EXPECT_NEAR(GetArea(polygon), 200, 1e-4);
+    EXPECT_NEAR(GetArea(polygon), 180, 1e-4);
+    EXPECT_TRUE(IsInside({4, 5}, polygon));
+    EXPECT_TRUE(IsInside({16, 5}, polygon));
 }
 
 TEST(ZORNestSolverOutlineTest, AnOutlineThatCrossesItselfIsCleaned)

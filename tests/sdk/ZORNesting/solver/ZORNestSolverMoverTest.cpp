@@ -23,12 +23,12 @@ std::shared_ptr<const Problem> MakeProblem(const std::vector<Item>& items, const
     return problem;
 }
 
-/// Item 0 at the corner of the window, and item 1 on the place found for it from there.
+/// Item 0 in the middle of the window, and item 1 on the place found for it from there.
 Stand MatchSecond(Layout& layout)
 {
-    const Point corner = GetRoom(layout.GetWindow(0), layout.GetType(0).shapes[0]).min;
-    layout.Place(0, {corner, layout.GetType(0).classes[0].angle, 0, 0});
-    layout.Place(1, {corner, layout.GetType(1).classes[0].angle, 0, 0});
+    const Point middle = GetRoom(layout.GetWindow(0), layout.GetType(0).shapes[0]).GetCentre();
+    layout.Place(0, {middle, layout.GetType(0).classes[0].angle, 0, 0});
+    layout.Place(1, {middle, layout.GetType(1).classes[0].angle, 0, 0});
     EXPECT_GT(layout.GetTotalLoss(), 0);
     Random random(3);
     Mover mover(layout, random);
@@ -54,7 +54,7 @@ bool LieAlongEachOther(const Layout& layout)
                  {std::tuple{a, b, c, d}, {a, b, d, c}, {b, a, c, d}, {b, a, d, c}}) {
                 const Point u = to - from;
                 const Point v = otherTo - otherFrom;
-                if (Length(from - otherFrom) < 1e-9 && Dot(u, v) > 0
+                if (Length(from - otherFrom) < 1e-6 && Dot(u, v) > 0
                     && std::abs(Cross(u, v)) < 1e-9 * Length(u) * Length(v))
                     return true;
             }

@@ -258,10 +258,12 @@ TEST_F(ZorNestFrontTest, AnInterruptedRunWritesItsBestLayout)
 
 TEST_F(ZorNestFrontTest, TheSameStepsWriteTheSameFile)
 {
+    const QString free = QStringLiteral(R"(, {"id": 12, "demand": 5, "max_deviation_deg": 180,
+        "shape": {"type": "simple_polygon", "data": [[0, 0], [7, 0], [0, 4]]}})");
     QList<QByteArray> layouts;
     for (const QString& seed : {QStringLiteral("3"), QStringLiteral("3"), QStringLiteral("4")}) {
         const QString path = GetPath(QStringLiteral("layout.json"));
-        EXPECT_EQ(Run({SaveSquares(), QStringLiteral("--steps"), QStringLiteral("2000"),
+        EXPECT_EQ(Run({SaveSquares(free), QStringLiteral("--steps"), QStringLiteral("2000"),
                        QStringLiteral("--seed"), seed, QStringLiteral("--out"), path})
                       .code,
                   0);

@@ -1,0 +1,174 @@
+#include "SolverShapes.h"
+#include "ZORNestSolverFill.h"
+#include "ZORNestSolverOffset.h"
+#include "ZORNestSolverSimplify.h"
+
+#include <chrono>
+#include <thread>
+
+using namespace SolverShapes;
+
+namespace {
+
+/// A star of many corners, which no simplification shortens much.
+Ring Bur(size_t corners, uint64_t seed = 1)
+{
+    Random random(seed);
+    return RandomStar(random, corners, 100);
+}
+
+Job MakeHeavyJob(int items, size_t corners)
+{
+    Job job;
+    for (int i = 0; i < items; ++i)
+        job.items.push_back(MakeItem(Bur(corners, static_cast<uint64_t>(i))));
+    job.kinds = {Sheet(3000, 3000, 10)};
+    job.separation = 2;
+    return job;
+}
+
+double GetSeconds(std::chrono::steady_clock::time_point since)
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - since).count();
+}
+
+} // namespace
+
+TEST(ZORNestSolverPreparationTest, AStoppedJobIsPreparedQuicklyOrReported)
+{
+    Control control;
+    control.stop = true;
+    const Job job = MakeHeavyJob(60, 5000);
+    const PreparedJob prepared(job, Budget(control, Budget::Clock::Wall, 10));
+    size_t ready = 0;
+    for (size_t i = 0; i < prepared.types.size(); ++i) {
+        EXPECT_EQ(prepared.types[i]->outer.empty(), !prepared.reasons[i].empty());
+        EXPECT_EQ(prepared.FitsOn(i, 0), prepared.reasons[i].empty());
+        if (prepared.reasons[i].empty())
+            ++ready;
+        else
+            EXPECT_EQ(prepared.reasons[i], "no time left");
+    }
+    EXPECT_GT(ready, 0U);
+}
+
+TEST(ZORNestSolverPreparationTest, AStopDuringPreparationEndsIt)
+{
+    Control control;
+    const Job job = MakeHeavyJob(100, 20000);
+    std::jthread stopper([&control] {
+        std::this_thread::yield();
+        control.stop = true;
+    });
+    const auto start = std::chrono::steady_clock::now();
+    const auto solution = Solve(job, {}, control);
+    EXPECT_LT(GetSeconds(start), 10); // against hanging; in full, it takes minutes
+    ASSERT_TRUE(solution);
+    EXPECT_EQ(FindFaults(job, *solution), std::vector<std::string>());
+}
+
+TEST(ZORNestSolverPreparationTest, ACancelDuringPreparationGivesNothing)
+{
+    Control control;
+    control.cancel = true;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(Solve(MakeHeavyJob(100, 20000), {}, control));
+    EXPECT_LT(GetSeconds(start), 10);
+}
+
+TEST(ZORNestSolverPreparationTest, SmallPartsOfAStoppedJobKeepTheirOutlines)
+{
+    Control control;
+    control.stop = true;
+    Job job;
+    job.items = {MakeItem({{0, 0}, {50, 0}, {50, 50}, {40, 50}, {40, 10}, {0, 10}}, 3)};
+    job.kinds = {Sheet(200, 200)};
+    const Budget budget(control, Budget::Clock::Wall, 10);
+    const PreparedJob prepared(job, budget);
+    EXPECT_EQ(prepared.reasons[0], "");
+    EXPECT_NEAR(prepared.types[0]->area, 50 * 10 + 40 * 10, 1e-9);
+}
+
+TEST(ZORNestSolverPreparationTest, TheHullOfAPartHoldsIt)
+{
+    Job job = MakeHeavyJob(1, 400);
+    std::string reason;
+    const ItemType hull = PrepareHull(job.items[0], job, reason);
+    EXPECT_EQ(reason, "");
+    EXPECT_EQ(hull.outer.size(), 1U);
+    for (const Point p : Bur(400, 0))
+        EXPECT_TRUE(IsInside(p * 0.999, hull.outer));
+    job.items[0].contours[0].segments[3].end.x = NAN;
+    EXPECT_TRUE(PrepareHull(job.items[0], job, reason).outer.empty());
+    EXPECT_EQ(reason, "outline has coordinates that are no numbers");
+}
+
+TEST(ZORNestSolverPreparationTest, ManyCornersAreSimplifiedInALogarithmicNumberOfLooks)
+{
+    // Against hanging: with a look at every edge for every corner, this takes half a minute.
+    const auto start = std::chrono::steady_clock::now();
+    Ring ring;
+    for (int i = 0; i < 200000; ++i) {
+        const double angle = 2 * std::numbers::pi * i / 200000;
+        ring.push_back(Point{std::cos(angle), std::sin(angle)} * (100 + (i % 2) * 1e-3));
+    }
+    EXPECT_TRUE(IsSimple({ring}));
+    const Polygon simple = SimplifyOutwards({ring}, 0.001);
+    EXPECT_LT(simple[0].size(), 1000U);
+    EXPECT_GE(GetArea(simple), GetSignedArea(ring));
+    EXPECT_LT(GetSeconds(start), 10);
+}
+
+TEST(ZORNestSolverPreparationTest, SimplificationSwallowsNoOtherPiece)
+{
+    // A notch as small as a sheet of paper is thick, with a crumb in it.
+    Ring notched{{0, 0}, {100, 0}, {100, 49.99}, {99.98, 50}, {100, 50.01}, {100, 100}, {0, 100}};
+    const Polygon polygon{notched, Rectangle(0.002, 0.002, {99.996, 49.999})};
+    const Polygon simple = SimplifyOutwards(polygon, 0.001);
+    EXPECT_TRUE(IsInside({99.997, 50}, simple));
+}
+
+TEST(ZORNestSolverPreparationTest, OverlappingDefectsCountOnce)
+{
+    Job job;
+    SheetKind kind = Sheet(100, 100);
+    kind.defects = {
+        {Rectangle(30, 30, {10, 10})}, {Rectangle(30, 30, {20, 10})}, {Rectangle(500, 500, {90, 90})}};
+    job.kinds = {kind};
+    job.defectSeparation = 5;
+    job.separation = 3;
+    EXPECT_NEAR(PrepareSheet(kind, job).area, 10000 - 40 * 30 - 10 * 10, 1e-3);
+}
+
+TEST(ZORNestSolverPreparationTest, ARollWithDefectsIsNestedAroundThem)
+{
+    for (const double steps : {1.0, 300.0}) {
+        for (const double separation : {0.0, 4.0}) {
+            Job job;
+            job.items = {MakeItem(Rectangle(60, 50), 12)};
+            SheetKind roll = Roll(100);
+            for (int i = 0; i < 20; ++i)
+                roll.defects.push_back({Rectangle(5, 5, {40.0 + 45 * i, 30.0 + (i % 3) * 20})});
+            job.kinds = {roll};
+            job.separation = separation;
+            job.defectSeparation = 1;
+            const Solution solution = SolveInSteps(job, steps);
+            EXPECT_EQ(CountPlaced(solution), 12) << steps << ' ' << separation;
+        }
+    }
+}
+
+TEST(ZORNestSolverPreparationTest, AStoppedRollKeepsOffItsDefects)
+{
+    Control control;
+    control.stop = true;
+    Job job;
+    job.items = {MakeItem(Rectangle(60, 50), 12)};
+    SheetKind roll = Roll(100);
+    roll.defects = {{Rectangle(30, 80, {40, 10})}, {Rectangle(5, 5, {300, 40})}};
+    job.kinds = {roll};
+    const auto solution = Solve(job, {}, control);
+    ASSERT_TRUE(solution);
+    EXPECT_EQ(FindFaults(job, *solution), std::vector<std::string>());
+    EXPECT_EQ(CountPlaced(*solution), 12);
+}
