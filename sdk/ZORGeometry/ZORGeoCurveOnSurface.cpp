@@ -1,5 +1,6 @@
 #include "ZORGeoCurveOnSurface.h"
 
+#include "ZORGeoRange_p.h"
 #include "ZORGeoStoredLocations_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
@@ -27,9 +28,18 @@ ZORGeoContainer* ContainerOf(const Locations& locations)
     return surface ? surface->GetContainer() : nullptr;
 }
 
+double LengthOf(const Locations& locations)
+{
+    double length = 0;
+    for (qsizetype i = 1; i < locations.size(); ++i)
+        length += locations[i - 1].point.DistanceTo(locations[i].point);
+    return length;
+}
+
 Locations Close(Locations locations, bool isClosed)
 {
-    if (isClosed && locations.size() > 1 && locations.constLast().point != locations.constFirst().point)
+    if (isClosed && locations.size() > 1
+        && !ZorGeoCoincide(locations.constFirst().point, locations.constLast().point, LengthOf(locations)))
         locations.append(locations.constFirst());
     return locations;
 }
@@ -100,7 +110,7 @@ QList<ZORGeoLocationOnSurface> ZORGeoCurveOnSurface::GetLocations() const
 
 bool ZORGeoCurveOnSurface::IsClosed() const
 {
-    return GetNumPoints() > 1 && GetPoint(0) == GetPoint(GetNumPoints() - 1);
+    return GetNumPoints() > 1 && ZorGeoCoincide(GetPoint(0), GetPoint(GetNumPoints() - 1), GetLength());
 }
 
 struct ZORGeoCurveOnSurfaceStorage

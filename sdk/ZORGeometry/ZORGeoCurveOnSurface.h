@@ -27,7 +27,7 @@ public:
     /// locations has none: it can be made, but not initialized.
     /// \param locations  places of one surface, in the order of the curve, any number of them
     /// \param isClosed   true: ends where it starts; the first location is appended unless the last one is
-    ///                   at the same point
+    ///                   at the same point, to 1e-9 of the length
     /// \throws ZORSysException "location %1 of the curve is not on a surface", "location %1 of the curve is on
     ///         another surface", counted from 0, "point %1 of the curve is not finite or too far away"
     ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>& locations, bool isClosed);
@@ -45,7 +45,7 @@ public:
     const ZORGeoSurface* GetSurface() const;
     /// One for each point of the curve; none once the surface has been destroyed.
     QList<ZORGeoLocationOnSurface> GetLocations() const;
-    /// Whether the curve ends at the point where it starts; false for fewer than two points.
+    /// Whether the curve ends where it starts, to 1e-9 of its length; false for fewer than two points.
     bool IsClosed() const;
 
 protected:

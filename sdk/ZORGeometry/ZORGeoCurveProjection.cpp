@@ -45,7 +45,7 @@ ZORGeoCurveProjection::ZORGeoCurveProjection(const ZORGeoMesh& mesh, const ZORGe
 {
 }
 
-void ZORGeoCurveProjection::SetMinimumStep(const ZORGeoCurve& source)
+void ZORGeoCurveProjection::Measure(const ZORGeoCurve& source)
 {
     double length = 0;
     for (int i = 1; i < source.GetNumPoints(); ++i) {
@@ -53,16 +53,19 @@ void ZORGeoCurveProjection::SetMinimumStep(const ZORGeoCurve& source)
         length += std::isfinite(distance) ? distance : 0;
     }
     m_minimumStep = length / maximumSteps;
+    const int count = source.GetNumPoints();
+    m_isClosed = count > 2 && ZorGeoCoincide(source.GetPoint(0), source.GetPoint(count - 1), length);
 }
 
 ZORGeoMeshPath ZORGeoCurveProjection::Run(const ZORGeoCurve& source)
 {
     const int count = source.GetNumPoints();
-    SetMinimumStep(source);
+    Measure(source);
     double turn = 0;
     ZORMathVector direction;
     for (int i = 0; i < count; ++i) {
-        const ZORMathPoint point = source.GetPoint(i);
+        // Where two triangles are equally near, rounding must not decide for another one at the end.
+        const ZORMathPoint point = source.GetPoint(m_isClosed && i + 1 == count ? 0 : i);
         if (!ZorGeoIsInRange(point))
             continue;
         if (m_runs.empty()) {
@@ -87,8 +90,7 @@ ZORGeoMeshPath ZORGeoCurveProjection::Run(const ZORGeoCurve& source)
         turn = 0;
         Follow(point);
     }
-    const bool isClosed = count > 2 && source.GetPoint(0) == source.GetPoint(count - 1);
-    return FinishRuns(isClosed);
+    return FinishRuns();
 }
 
 bool ZORGeoCurveProjection::Take(const ZORMathPoint& point, int depth, Sample& sample)
@@ -238,12 +240,12 @@ ZORGeoMeshPlace ZORGeoCurveProjection::Descend(const ZORMathPoint& point) const
     return place;
 }
 
-ZORGeoMeshPath ZORGeoCurveProjection::FinishRuns(bool isClosed)
+ZORGeoMeshPath ZORGeoCurveProjection::FinishRuns()
 {
     if (m_runs.empty())
         return {};
     // Where a closed source starts is no end of a run.
-    if (isClosed && m_runs.size() > 1 && m_runs.back().back().point == m_runs.front().front().point) {
+    if (m_isClosed && m_runs.size() > 1 && m_runs.back().back().point == m_runs.front().front().point) {
         ZORGeoMeshPath& last = m_runs.back();
         last.pop_back();
         last.insert(last.end(), m_runs.front().begin(), m_runs.front().end());

@@ -33,7 +33,7 @@ private:
         int depth = 0;         // how often the source was halved for it
     };
 
-    void SetMinimumStep(const ZORGeoCurve& source);
+    void Measure(const ZORGeoCurve& source);
     bool Take(const ZORMathPoint& point, int depth, Sample& sample);
     double GetStep(const Sample& sample) const;
     void Follow(const ZORMathPoint& end);
@@ -42,13 +42,14 @@ private:
     bool Halve(std::vector<Sample>& pending);
     void Jump(const Sample& sample);
     ZORGeoMeshPlace Descend(const ZORMathPoint& point) const;
-    ZORGeoMeshPath FinishRuns(bool isClosed);
+    ZORGeoMeshPath FinishRuns();
 
     const ZORGeoMesh& m_mesh;
     const ZORGeoMeshTree& m_tree;
     ZORGeoMeshJoin m_join;
     double m_minimumSide = 0; // shorter sides do not shorten the steps
     double m_minimumStep = 0;
+    bool m_isClosed = false; // the source ends where it starts
     int m_halvings = 0;
     int m_jumps = 0;
     Sample m_last;

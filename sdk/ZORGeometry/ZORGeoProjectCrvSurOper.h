@@ -10,7 +10,8 @@ class ZORGeoSurface;
 /// Projects a curve onto a surface: every point of it goes to the nearest place of the surface.
 ///
 /// Result.   One curve on the surface, each segment within one triangle. A source of one point gives a curve of
-///           one location; a closed source gives a closed curve unless the surface is torn between.
+///           one location. A source whose ends coincide to 1e-9 of its length gives a closed curve unless the
+///           surface is torn between.
 /// Border.   What lies beyond the border of the surface goes to the nearest place of the border, as the
 ///           nearest place of the surface is there: the curve follows the border.
 /// Jumps.    Where the nearest place jumps (to another piece of the surface, to the other face of a thin

@@ -1,4 +1,4 @@
-// Range of the coordinates that the module computes with.
+// Range and resolution of the coordinates that the module computes with.
 
 #pragma once
 
@@ -14,4 +14,12 @@ inline bool ZorGeoIsInRange(const ZORMathPoint& point)
     return std::abs(point.GetX()) <= ZorGeoMaximumCoordinate
            && std::abs(point.GetY()) <= ZorGeoMaximumCoordinate
            && std::abs(point.GetZ()) <= ZorGeoMaximumCoordinate;
+}
+
+/// Whether two points of a curve are the same up to the rounding of what computed them.
+/// \param length  of the curve
+inline bool ZorGeoCoincide(const ZORMathPoint& a, const ZORMathPoint& b, double length)
+{
+    constexpr double kCoincidence = 1e-9;
+    return a.DistanceTo(b) <= kCoincidence * length;
 }

@@ -75,15 +75,19 @@ private:
     {
         const int last = m_curve.GetNumPoints() - 1;
         const int numCorners = int(m_corners.size());
-        if (m_isClosed && numCorners == 0)
-            AddEdge(0, last, {});
+        if (m_isClosed && numCorners == 0) {
+            AddPoints(0, last - 1);
+            AddPoints(0, 0);
+            CloseEdge({});
+        }
         for (int i = 0; i + 1 < numCorners; ++i) {
             const bool isLast = !m_isClosed && i + 2 == numCorners; // includes points that repeat the end
             AddEdge(m_corners[size_t(i)], isLast ? last : m_corners[size_t(i) + 1], {i, i + 1});
         }
         if (m_isClosed && numCorners > 0) {
-            AddPoints(m_corners.back(), last);
-            AddPoints(1, m_corners.front());
+            // The first point stands for the last one, which may differ from it by rounding.
+            AddPoints(m_corners.back(), last - 1);
+            AddPoints(0, m_corners.front());
             CloseEdge(numCorners == 1 ? std::vector<int>{0} : std::vector<int>{numCorners - 1, 0});
         }
     }

@@ -80,6 +80,23 @@ TEST_F(ZORGeoCurveOnSurfaceTest, ClosesItselfOnDemand)
     EXPECT_FALSE(ZORGeoCurveOnSurface(corners.first(1), true).IsClosed());
 }
 
+TEST_F(ZORGeoCurveOnSurfaceTest, EndsThatDifferByRoundingAreOnePoint)
+{
+    for (const double size : {1e-6, 1.0, 1e6}) {
+        const ZORGeoSurface sheet(&m_container, {{0, 0, 0}, {size, 0, 0}, {0, size, 0}}, {{0, 1, 2}});
+        const auto curveTo = [&](double end, bool isClosed) {
+            const auto locate = [&](double x, double y) { return sheet.Project({size * x, size * y, 0}); };
+            return ZORGeoCurveOnSurface({locate(0, 0), locate(0.5, 0), locate(0, 0.5), locate(0, end)},
+                                        isClosed);
+        };
+        EXPECT_TRUE(curveTo(1e-14, false).IsClosed()) << size;
+        EXPECT_TRUE(curveTo(1e-10, false).IsClosed()) << size;
+        EXPECT_EQ(4, curveTo(1e-14, true).GetNumPoints()) << "is closed already";
+        EXPECT_FALSE(curveTo(1e-7, false).IsClosed()) << size;
+        EXPECT_EQ(5, curveTo(1e-7, true).GetNumPoints()) << size;
+    }
+}
+
 TEST_F(ZORGeoCurveOnSurfaceTest, MayBeEmptyButHasNoContainerThen)
 {
     ZORGeoCurveOnSurface curve({}, false);

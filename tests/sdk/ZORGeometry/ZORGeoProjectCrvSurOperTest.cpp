@@ -260,6 +260,38 @@ TEST_F(ZORGeoProjectCrvSurOperTest, StaysOnOneFaceOfAThinPlate)
     }
 }
 
+TEST_F(ZORGeoProjectCrvSurOperTest, StaysClosedWhereTwoFacetsAreEquallyNear)
+{
+    for (const double size : {1e-6, 1.0, 1e6}) {
+        const auto scaled = [size](double x, double y, double z) {
+            return ZORMathPoint(size * x, size * y, size * z);
+        };
+        // A valley along y. Above its bottom both sides are equally near.
+        const ZORGeoSurface* const valley = Add({{scaled(0, -4, 0), scaled(0, 4, 0), scaled(4, -4, 4),
+                                                  scaled(4, 4, 4), scaled(-4, -4, 4), scaled(-4, 4, 4)},
+                                                 {{0, 2, 3}, {0, 3, 1}, {0, 5, 4}, {0, 1, 5}}});
+        const auto project = [&](double offset) {
+            const ZORGeoPolyline source(&m_container,
+                                        {scaled(-offset, 0, 1), scaled(1, 0, 1), scaled(1, 1, 1),
+                                         scaled(0.5, 1, 1), scaled(offset, 0, 1)},
+                                        true);
+            ZORGeoProjectCrvSurOper oper(valley, &source);
+            oper.Run();
+            return oper.GetCurve();
+        };
+        for (const double offset : {0.0, 5e-15, 1e-10}) {
+            const ZORGeoCurveOnSurface* const curve = project(offset);
+            ASSERT_TRUE(curve);
+            EXPECT_EQ(curve->GetPoint(0), curve->GetPoint(curve->GetNumPoints() - 1))
+                << size << " " << offset;
+            EXPECT_GT(curve->GetLength(), 3 * size);
+        }
+        const ZORGeoCurveOnSurface* const open = project(1e-6);
+        EXPECT_NEAR(size, open->GetPoint(0).DistanceTo(open->GetPoint(open->GetNumPoints() - 1)),
+                    1e-5 * size);
+    }
+}
+
 TEST_F(ZORGeoProjectCrvSurOperTest, GoesRoundTheRimOfAPlate)
 {
     ZORMathSetOfPoints loop;

@@ -134,6 +134,22 @@ TEST_F(ZORTopFactoryProjectTest, ProjectionCanBeProjectedAgain)
     ASSERT_EQ("0/0/1", Figures(point));
 }
 
+TEST_F(ZORTopFactoryProjectTest, ClosedCurveStaysClosedWhereTwoFacetsAreEquallyNear)
+{
+    // The curve starts above the bottom of a valley, where both sides are equally near.
+    const ZORTopBody* const support =
+        Divide(TestMesh{{{0, -4, 0}, {0, 4, 0}, {4, -4, 4}, {4, 4, 4}, {-4, -4, 4}, {-4, 4, 4}},
+                        {{0, 2, 3}, {0, 3, 1}, {0, 5, 4}, {0, 1, 5}}},
+               180);
+    for (const double offset : {0.0, 5e-15}) {
+        const ZORTopBody* const source =
+            Divide(ZORMathSetOfPoints{{-offset, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0.5, 1, 1}, {offset, 0, 1}});
+        ASSERT_EQ(QString("0/4/4"), Figures(source));
+        EXPECT_EQ(source->GetEdge(0).GetPoints().constFirst(), source->GetEdge(3).GetPoints().constLast());
+        EXPECT_EQ(QString("0/4/4"), Figures(factory.Project(support, source))) << offset;
+    }
+}
+
 TEST_F(ZORTopFactoryProjectTest, BodyOfSeveralCurvesFollowsThem)
 {
     ZORGeoSurface* const surface = AddSurface(Sheet(8));
