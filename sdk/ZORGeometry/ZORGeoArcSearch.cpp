@@ -17,6 +17,10 @@ constexpr double beforeEnd = 1 - 1e-8;
 constexpr double largestRadius = 1e6; // in the radius to use
 constexpr double turnStep = pi / 36;
 constexpr int bisections = 46;
+// Turns of more than five degrees are below every radius; some more, since angles are those of arcs nearby.
+constexpr double corner = pi / 24;
+// Once arcs differ by less than this part of the radius, or of the curvature, they touch the same.
+constexpr double touchKnown = 1.0 / 128;
 
 void AppendPlace(ZORGeoMeshPath& path, const ZORGeoMeshPlace& place)
 {
@@ -61,16 +65,20 @@ double ZorGeoLengthOf(const ZORGeoMeshPath& path)
 }
 
 ZORGeoArcSearch::ZORGeoArcSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path,
-                                 const ZORGeoPathTurns& turns, size_t place, double radius)
+                                 const ZORGeoPathTurns& turns, size_t place, double radius,
+                                 zor::geo::ProgressReporter& progress)
     : m_mesh(mesh)
     , m_path(path)
     , m_turns(turns)
     , m_place(place)
     , m_radius(radius)
+    , m_progress(progress)
     , m_isLeft(turns.GetTurns()[place].angle > 0)
     , m_ahead(mesh, path, place)
-    , m_length(ZorGeoLengthOf(path))
+    , m_lengths(path.size())
 {
+    for (size_t i = 1; i < path.size(); ++i)
+        m_lengths[i] = m_lengths[i - 1] + path[i - 1].point.DistanceTo(path[i].point);
 }
 
 std::optional<ZORGeoArcStart> ZORGeoArcSearch::StartOn(size_t segment, double u) const
@@ -106,9 +114,58 @@ std::optional<ZORGeoArcStart> ZORGeoArcSearch::StartTurned(double angle) const
     return start;
 }
 
-bool ZORGeoArcSearch::IsClear(const std::optional<ZORGeoArcStart>& start, double curvature) const
+std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcSearch::Meet(const Arc& arc) const
 {
-    return start && !ZORGeoArcWalk(m_mesh, curvature).Meet(*start, {0, m_length}, m_ahead, nullptr);
+    m_progress.Check();
+    // Longer ones would make the path longer.
+    const double longest = m_lengths.back() - m_lengths[arc.segment];
+    return ZORGeoArcWalk(m_mesh, arc.curvature).Meet(arc.start, {0, longest}, m_ahead, nullptr);
+}
+
+// Whether an arc of the radius that begins on a segment is clear of the path.
+bool ZORGeoArcSearch::IsClear(size_t segment, double u) const
+{
+    const auto start = StartOn(segment, u);
+    return start && !Meet({*start, 1 / m_radius, segment, true});
+}
+
+// The bend that the arc would touch instead of the path beside it, when the arc crosses the path and others
+// nearly the same do not: one that points to the arc, so that the arc had to leave it by a corner. The angle
+// between the arc and the path behind the meeting shrinks as the arc turns. Where it vanishes on a straight way
+// the arc touches that; where it jumps over zero it touches a bend. Returns 0 for none.
+size_t ZORGeoArcSearch::FindBend(const ZORGeoArcWalk::Meeting& meeting, double curvature) const
+{
+    double angle = meeting.angle;
+    double passed = meeting.u; // part of the segment
+    for (size_t segment = meeting.segment; segment + 2 < m_path.size(); ++segment) {
+        angle -= (1 - passed) * curvature * m_path[segment].point.DistanceTo(m_path[segment + 1].point);
+        if (angle < corner)
+            return 0;
+        const double turn = m_turns.GetTurns()[segment + 1].angle;
+        angle += m_isLeft ? turn : -turn;
+        if (angle < -corner)
+            return segment + 1;
+        passed = 0;
+    }
+    return 0;
+}
+
+// Halves the interval between an arc that is clear of the path and one that crosses it. Up to the width `known`
+// what the arc touches may still change.
+template<class ArcAt>
+ZORGeoArcSearch::Trial ZORGeoArcSearch::Narrow(size_t segment, double clear, double crossing, double known,
+                                               const ArcAt& arcAt) const
+{
+    for (int i = 0; i < bisections; ++i) {
+        const double middle = (clear + crossing) / 2;
+        const Arc arc = arcAt(middle);
+        const auto meeting = Meet(arc);
+        const bool isKnown = meeting && std::abs(clear - crossing) <= known;
+        if (const size_t bend = isKnown ? FindBend(*meeting, arc.curvature) : 0; bend > 0)
+            return {std::nullopt, segment, bend};
+        (meeting ? crossing : clear) = middle;
+    }
+    return {arcAt(crossing), segment, 0};
 }
 
 // The last segment from the beginning of which the arc is clear of the path, and the one after it.
@@ -119,7 +176,7 @@ bool ZORGeoArcSearch::FindSegment(size_t& clear, size_t& crossing) const
         clear = crossing - std::min(step, crossing);
         while (clear > 0 && !IsUsable(clear))
             --clear;
-        if (IsClear(StartOn(clear, 0), 1 / m_radius))
+        if (IsClear(clear, 0))
             break;
         crossing = clear;
         if (clear == 0)
@@ -133,7 +190,7 @@ bool ZORGeoArcSearch::FindSegment(size_t& clear, size_t& crossing) const
             --middle;
         if (middle == clear) {
             untried = half;
-        } else if (IsClear(StartOn(middle, 0), 1 / m_radius)) {
+        } else if (IsClear(middle, 0)) {
             clear = middle;
         } else {
             crossing = middle;
@@ -143,36 +200,35 @@ bool ZORGeoArcSearch::FindSegment(size_t& clear, size_t& crossing) const
     return true;
 }
 
-std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindOnSegments() const
+ZORGeoArcSearch::Trial ZORGeoArcSearch::FindOnSegments() const
 {
     size_t clear = 0;
     size_t crossing = 0;
     if (!FindSegment(clear, crossing))
-        return std::nullopt;
-    if (crossing < m_place && IsClear(StartOn(clear, beforeEnd), 1 / m_radius))
+        return {std::nullopt, m_place - 1, 0};
+    if (crossing < m_place && IsClear(clear, beforeEnd))
         return FindAtEnd(clear);
-    double from = 0;
-    double to = 1;
-    Bisect(from, to, [&](double u) { return IsClear(StartOn(clear, u), 1 / m_radius); });
-    const auto start = StartOn(clear, to);
-    return start ? std::optional(Arc{*start, 1 / m_radius, clear, true}) : std::nullopt;
+    const double length = m_path[clear].point.DistanceTo(m_path[clear + 1].point);
+    return Narrow(clear, 0, 1, touchKnown * m_radius / length, [&](double u) {
+        return Arc{*StartOn(clear, u), 1 / m_radius, clear, true};
+    });
 }
 
-std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtEnd(size_t segment) const
+ZORGeoArcSearch::Trial ZORGeoArcSearch::FindAtEnd(size_t segment) const
 {
     const auto start = StartOn(segment, beforeEnd);
     double clear = 1 / m_radius;
-    if (!IsClear(start, clear))
-        return std::nullopt;
+    const auto arcOf = [&](double curvature) { return Arc{*start, curvature, segment, true}; };
+    if (!start || Meet(arcOf(clear)))
+        return {std::nullopt, segment, 0};
     double crossing = clear / 2;
-    while (IsClear(start, crossing)) {
+    while (!Meet(arcOf(crossing))) {
         clear = crossing;
         crossing /= 2;
         if (crossing * m_radius * largestRadius < 1)
-            return std::nullopt;
+            return {std::nullopt, segment, 0};
     }
-    Bisect(clear, crossing, [&](double curvature) { return IsClear(start, curvature); });
-    return Arc{*start, crossing, segment, true};
+    return Narrow(segment, clear, crossing, touchKnown * clear, arcOf);
 }
 
 std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtStart() const
@@ -182,7 +238,8 @@ std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtStart() const
     const auto isClear = [&](double angle) {
         const auto start = StartTurned(angle);
         return start
-               && !walk.Meet(*start, {shortestArc * std::min(m_radius, m_length), m_length}, all, nullptr);
+               && !walk.Meet(*start, {shortestArc * std::min(m_radius, m_lengths.back()), m_lengths.back()},
+                             all, nullptr);
     };
     double clear = turnStep;
     while (!isClear(clear)) {
@@ -199,10 +256,10 @@ std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtStart() const
 std::optional<ZORGeoArcSearch::Replacement> ZORGeoArcSearch::Replace(const Arc& arc) const
 {
     ZORGeoMeshPath places;
-    const double scale = std::min(m_radius, m_length);
+    const double scale = std::min(m_radius, m_lengths.back());
     const double shortest = arc.isTangent ? 0 : shortestArc * scale;
     const auto meeting =
-        ZORGeoArcWalk(m_mesh, arc.curvature).Meet(arc.start, {shortest, m_length}, m_ahead, &places);
+        ZORGeoArcWalk(m_mesh, arc.curvature).Meet(arc.start, {shortest, m_lengths.back()}, m_ahead, &places);
     if (!meeting)
         return std::nullopt;
     const size_t met = meeting->segment;

@@ -4,8 +4,10 @@
 
 #include "ZORGeoArcWalk_p.h"
 #include "ZORGeoPathTurns_p.h"
+#include "ZORGeoProgressReporter_p.h"
 
 #include <optional>
+#include <vector>
 
 /// Looks for arcs that begin on a path ahead of a bend, keep to the inner side of the path and end where they
 /// touch it behind the bend. The later such an arc begins, the sooner it crosses the path: the place between
@@ -17,8 +19,9 @@ public:
     /// \param turns      of the path, not owned, outlives this object
     /// \param place      of the bend, with a turn
     /// \param radius     the smallest one to use, millimetres
+    /// \param progress   checked with every arc; not owned, outlives this object
     ZORGeoArcSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path, const ZORGeoPathTurns& turns,
-                    size_t place, double radius);
+                    size_t place, double radius, zor::geo::ProgressReporter& progress);
 
     struct Arc
     {
@@ -27,11 +30,18 @@ public:
         size_t segment = 0;    // of the path, where the arc begins
         bool isTangent = true; // else it begins at the start of the path in another direction
     };
+    struct Trial
+    {
+        std::optional<Arc> arc;
+        size_t segment = 0; // where the arc begins, also one that is not good for anything
+        size_t bend = 0;    // place in a corner of which the arc had to end; 0 for none
+    };
     /// The arc of the radius that begins latest; where the path turns just there, FindAtEnd() of the segment.
-    std::optional<Arc> FindOnSegments() const;
+    /// \return the segment before the bend and no arc where every arc crosses the path
+    Trial FindOnSegments() const;
     /// The arc that begins at the end of a segment, of the smallest radius possible there.
-    /// \return nothing where it had to be below the radius
-    std::optional<Arc> FindAtEnd(size_t segment) const;
+    /// \return no arc where it had to be below the radius
+    Trial FindAtEnd(size_t segment) const;
     /// The arc of the radius that begins at the start of the path, turned inwards from it as little as possible.
     std::optional<Arc> FindAtStart() const;
 
@@ -50,7 +60,11 @@ public:
 private:
     std::optional<ZORGeoArcStart> StartOn(size_t segment, double u) const;
     std::optional<ZORGeoArcStart> StartTurned(double angle) const;
-    bool IsClear(const std::optional<ZORGeoArcStart>& start, double curvature) const;
+    std::optional<ZORGeoArcWalk::Meeting> Meet(const Arc& arc) const;
+    size_t FindBend(const ZORGeoArcWalk::Meeting& meeting, double curvature) const;
+    template<class ArcAt>
+    Trial Narrow(size_t segment, double clear, double crossing, double known, const ArcAt& arcAt) const;
+    bool IsClear(size_t segment, double u) const;
     bool FindSegment(size_t& clear, size_t& crossing) const;
 
     const ZORGeoMesh& m_mesh;
@@ -58,9 +72,10 @@ private:
     const ZORGeoPathTurns& m_turns;
     const size_t m_place;
     const double m_radius;
+    zor::geo::ProgressReporter& m_progress;
     const bool m_isLeft;
     const ZORGeoPathSegments m_ahead; // from the bend on
-    double m_length = 0;              // of the path
+    std::vector<double> m_lengths;    // of the path up to each place
 };
 
 /// The place at \a u, 0 ... 1, of the segment from one place to the next, in the triangle of the segment.

@@ -18,28 +18,28 @@ constexpr double flatHeight = 1e-11;
 // Meetings count up to this part of a segment, or of a step, beyond its ends.
 constexpr double meetingTolerance = 1e-11;
 constexpr double pointAngle = pi / 1800;
+// Below this the series of the arc tangent ends within rounding after five terms. Most steps are as short.
+constexpr double smallTangent = 0.02;
 
 ZORMathPoint CornerPoint(const ZORGeoMesh& mesh, int triangle, int corner)
 {
     return mesh.vertices[mesh.triangles[triangle][size_t(corner)]];
 }
 
-// The unit vector across a side of a triangle that points to the third corner; zero without an area.
-ZORMathVector InwardOf(const ZORGeoMesh& mesh, int triangle, int side, const ZORMathVector& unitNormal)
+// A triangle measured once for all that a step asks of it.
+struct Corners
 {
-    return Cross(unitNormal, ZorGeoSideVector(mesh, triangle, side)).GetNormalized();
-}
+    Corners(const ZORGeoMesh& mesh, int triangle)
+    {
+        const ZORGeoMesh::Corners& corners = mesh.triangles[triangle];
+        for (size_t i = 0; i < 3; ++i)
+            points[i] = mesh.vertices[corners[i]];
+    }
+    ZORMathVector GetSide(int side) const { return points[(side + 1) % 3] - points[side]; }
+    ZORMathVector GetTwiceAreaNormal() const { return Cross(points[1] - points[0], points[2] - points[0]); }
 
-ZORMathVector InwardOf(const ZORGeoMesh& mesh, int triangle, int side)
-{
-    return InwardOf(mesh, triangle, side, ZorGeoTwiceAreaNormal(mesh, triangle).GetNormalized());
-}
-
-bool IsFlat(const ZORGeoMesh& mesh, int triangle, int side)
-{
-    const ZORMathVector along = ZorGeoSideVector(mesh, triangle, side);
-    return !(ZorGeoTwiceAreaNormal(mesh, triangle).GetLength() > flatHeight * Dot(along, along));
-}
+    ZORMathPoint points[3];
+};
 
 // The place of a point that lies in the plane of a triangle with an area.
 ZORGeoMeshPlace PlaceInside(const ZORGeoMesh& mesh, int triangle, const ZORMathPoint& point)
@@ -68,30 +68,6 @@ std::array<double, 2> SolveQuadratic(double a, double b, double c)
 
 } // namespace
 
-ZORGeoPathSegments::ZORGeoPathSegments(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path, size_t first)
-    : m_path(path)
-    , m_first(first)
-{
-    ZORGeoMeshPlace end;
-    for (size_t i = first; i + 1 < path.size(); ++i) {
-        const int triangle = path[i].triangle;
-        m_segments[triangle].push_back(i);
-        if (!ZorGeoExpressPlace(mesh, path[i + 1], triangle, end))
-            continue;
-        for (int side = 0; side < 3; ++side) {
-            const quint32 neighbor = mesh.GetNeighbor(triangle, side);
-            if (neighbor != 0 && path[i].IsOnSide(side) && end.IsOnSide(side))
-                m_segments[int(neighbor / 4) - 1].push_back(i);
-        }
-    }
-}
-
-const std::vector<size_t>* ZORGeoPathSegments::Find(int triangle) const
-{
-    const auto found = m_segments.find(triangle);
-    return found == m_segments.end() ? nullptr : &found->second;
-}
-
 ZORGeoArcWalk::ZORGeoArcWalk(const ZORGeoMesh& mesh, double curvature)
     : m_mesh(mesh)
     , m_curvature(curvature)
@@ -100,7 +76,18 @@ ZORGeoArcWalk::ZORGeoArcWalk(const ZORGeoMesh& mesh, double curvature)
 
 double ZORGeoArcWalk::LengthOf(double w) const
 {
-    return m_curvature > 0 ? 2 * std::atan(m_curvature * w) / m_curvature : 2 * w;
+    const double t = m_curvature * w;
+    if (t < smallTangent) {
+        const double square = t * t;
+        return 2 * w * (1 - square * (1.0 / 3 - square * (1.0 / 5 - square * (1.0 / 7 - square / 9))));
+    }
+    return 2 * std::atan(t) / m_curvature;
+}
+
+ZORGeoArcWalk::State ZORGeoArcWalk::StateAt(const ZORGeoArcStart& start) const
+{
+    return {start.place, start.direction, start.inward,
+            Corners(m_mesh, start.place.triangle).GetTwiceAreaNormal().GetNormalized(), -1};
 }
 
 // The point at the angle 2 atan(k w), with the height over a line through the start
@@ -131,11 +118,12 @@ double ZORGeoArcWalk::SmallestExit(double height, double slope, double bend) con
             return 0;
         return squared < 0 ? -2 * slope / squared : infinity;
     }
-    for (const double root : SolveQuadratic(squared, slope, height)) {
-        if (root > 0)
-            return root;
-    }
-    return infinity;
+    // Of the roots of squared w^2 + 2 slope w + height; a form in which nothing cancels.
+    const double discriminant = slope * slope - squared * height;
+    if ((slope >= 0 && squared >= 0) || !(discriminant >= 0))
+        return infinity;
+    const double q = std::sqrt(discriminant) + std::abs(slope);
+    return slope < 0 ? height / q : -q / squared;
 }
 
 ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
@@ -144,14 +132,14 @@ ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
     // At most a quarter turn in a step: the circle is simple to follow then.
     Step step;
     step.w = m_curvature > 0 ? std::tan(pi / 8) / m_curvature : infinity;
-    const ZORMathVector normal = ZorGeoTwiceAreaNormal(m_mesh, triangle).GetNormalized();
+    const Corners corners(m_mesh, triangle);
     for (int side = 0; side < 3; ++side) {
-        const ZORMathVector inward = InwardOf(m_mesh, triangle, side, normal);
+        // Points to the third corner, as long as the side: the roots do not depend on its length.
+        const ZORMathVector inward = Cross(state.normal, corners.GetSide(side));
         if (inward == ZORMathVector())
             continue;
-        const ZORMathPoint from = CornerPoint(m_mesh, triangle, side);
         const double slope = Dot(state.direction, inward);
-        double height = Dot(state.place.point - from, inward);
+        double height = Dot(state.place.point - corners.points[side], inward);
         if (side == state.side || state.place.IsOnSide(side))
             height = 0;
         // Entered by this side it can only be left where the arc comes back to it.
@@ -165,8 +153,8 @@ ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
     }
     if (step.side < 0)
         return step;
-    const ZORMathVector along = ZorGeoSideVector(m_mesh, triangle, step.side);
-    const ZORMathPoint from = CornerPoint(m_mesh, triangle, step.side);
+    const ZORMathVector along = corners.GetSide(step.side);
+    const ZORMathPoint from = corners.points[step.side];
     step.t = std::clamp(Dot(PointAt(state, step.w) - from, along) / Dot(along, along), 0.0, 1.0);
     if (step.t <= ZORGeoMeshWalker::Snap)
         step.corner = step.side;
@@ -222,6 +210,13 @@ std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcWalk::FindMeeting(const State& st
     return first;
 }
 
+double ZORGeoArcWalk::AngleToPath(State state, double w, const ZORGeoPathSegments& path, size_t segment) const
+{
+    Turn(state, w);
+    const ZORMathVector along = path.GetPath()[segment + 1].point - path.GetPath()[segment].point;
+    return std::atan2(Dot(along, state.inward), Dot(along, state.direction));
+}
+
 // Appends the places of a step but for its first and last one.
 void ZORGeoArcWalk::Append(const State& state, double end, ZORGeoMeshPath& arc) const
 {
@@ -240,8 +235,9 @@ bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* ar
 {
     int side = step.side;
     double t = step.t;
-    const ZORMathVector inward = InwardOf(m_mesh, state.place.triangle, side);
-    const ZORMathVector along = ZorGeoSideVector(m_mesh, state.place.triangle, side).GetNormalized();
+    const ZORMathVector along = Corners(m_mesh, state.place.triangle).GetSide(side);
+    const ZORMathVector inward = Cross(state.normal, along);
+    const double squared = Dot(along, along);
     for (int flat = 0; flat < 1000; ++flat) {
         const int triangle = state.place.triangle;
         const quint32 neighbor = m_mesh.GetNeighbor(triangle, side);
@@ -254,10 +250,17 @@ bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* ar
         t = isReversed ? 1 - t : t;
         state.place = ZorGeoPlaceOnSide(m_mesh, next, entered, t);
         state.side = entered;
-        if (!IsFlat(m_mesh, next, entered)) {
-            const ZORMathVector ahead = InwardOf(m_mesh, next, entered);
+        const Corners corners(m_mesh, next);
+        const ZORMathVector enteredSide = corners.GetSide(entered);
+        const ZORMathVector normal = corners.GetTwiceAreaNormal();
+        if (const double area = normal.GetLength(); area > flatHeight * Dot(enteredSide, enteredSide)) {
+            state.normal = (1 / area) * normal;
+            const ZORMathVector ahead = Cross(state.normal, enteredSide);
+            // Both sides are the same one unless flat triangles lie between them.
+            const double scale = 1 / squared;
+            const double across = flat == 0 ? scale : std::sqrt(scale / Dot(enteredSide, enteredSide));
             const auto unfold = [&](const ZORMathVector& v) {
-                return Dot(v, along) * along - Dot(v, inward) * ahead;
+                return (Dot(v, along) * scale) * along - (Dot(v, inward) * across) * ahead;
             };
             state.direction = unfold(state.direction);
             state.inward = unfold(state.inward);
@@ -266,10 +269,8 @@ bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* ar
         // The third corner lies on the line: leaves by the side that lies under the place.
         if (arc)
             arc->push_back(state.place);
-        const ZORMathVector base = ZorGeoSideVector(m_mesh, next, entered);
-        const ZORMathVector apex =
-            CornerPoint(m_mesh, next, (entered + 2) % 3) - CornerPoint(m_mesh, next, entered);
-        const double apexT = Dot(apex, base) / Dot(base, base);
+        const ZORMathVector apex = corners.points[(entered + 2) % 3] - corners.points[entered];
+        const double apexT = Dot(apex, enteredSide) / Dot(enteredSide, enteredSide);
         const bool isOverLast = apexT > 0 && t <= apexT; // over the side from the apex to the first corner
         side = isOverLast ? (entered + 2) % 3 : (entered + 1) % 3;
         t = std::clamp(isOverLast ? 1 - t / apexT : (t - 1) / (apexT - 1), 0.0, 1.0);
@@ -279,8 +280,7 @@ bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* ar
 
 bool ZORGeoArcWalk::PassCorner(State& state, int corner) const
 {
-    const ZORMathVector normal = ZorGeoTwiceAreaNormal(m_mesh, state.place.triangle);
-    const bool isOwnSide = Dot(Cross(state.direction, state.inward), normal) > 0;
+    const bool isOwnSide = Dot(Cross(state.direction, state.inward), state.normal) > 0;
     const ZORGeoMeshEntry entry = ZorGeoFanEntry(state.place.triangle, corner, isOwnSide);
     const ZORGeoVertexFan fan(m_mesh, entry);
     const ZORMathVector right =
@@ -292,7 +292,7 @@ bool ZORGeoArcWalk::PassCorner(State& state, int corner) const
     const auto start = ZorGeoMakeArcStart(m_mesh, ZorGeoStartAt(departure->entry, departure->heading));
     if (!start)
         return false;
-    state = {start->place, start->direction, start->inward, -1};
+    state = StateAt(*start);
     return true;
 }
 
@@ -318,7 +318,7 @@ std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcWalk::Meet(const ZORGeoArcStart& 
                                                           const ZORGeoPathSegments& path,
                                                           ZORGeoMeshPath* arc) const
 {
-    State state = {start.place, start.direction, start.inward, -1};
+    State state = StateAt(start);
     const double end = m_curvature > 0 ? std::min(bounds.maximum, 2 * pi / m_curvature) : bounds.maximum;
     const qint64 cap = ZorGeoGetMaximumCrossings(m_mesh);
     if (arc)
@@ -333,6 +333,7 @@ std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcWalk::Meet(const ZORGeoArcStart& 
             meeting->length = length + LengthOf(w);
             if (meeting->length > end)
                 return std::nullopt;
+            meeting->angle = AngleToPath(state, w, path, meeting->segment);
             if (arc) {
                 Append(state, w, *arc);
                 const ZORMathPoint a = path.GetPath()[meeting->segment].point;

@@ -2,12 +2,10 @@
 
 #pragma once
 
-#include "ZORGeoMeshJoin_p.h"
+#include "ZORGeoPathSegments_p.h"
 #include "ZORGeoWalkStart_p.h"
 
 #include <optional>
-#include <unordered_map>
-#include <vector>
 
 /// Where an arc begins and how.
 struct ZORGeoArcStart
@@ -19,24 +17,6 @@ struct ZORGeoArcStart
 
 /// The start of an arc that turns to the left of a walk. \return nothing in a triangle without area
 std::optional<ZORGeoArcStart> ZorGeoMakeArcStart(const ZORGeoMesh& mesh, const ZORGeoWalkStart& start);
-
-/// The segments of a path, to be found by triangle: those in it and those along its sides.
-class ZORGeoPathSegments
-{
-public:
-    /// \param mesh,path  not owned, outlive this object
-    /// \param first      first segment to take
-    ZORGeoPathSegments(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path, size_t first);
-
-    const std::vector<size_t>* Find(int triangle) const;
-    const ZORGeoMeshPath& GetPath() const { return m_path; }
-    size_t GetFirst() const { return m_first; }
-
-private:
-    const ZORGeoMeshPath& m_path;
-    const size_t m_first;
-    std::unordered_map<int, std::vector<size_t>> m_segments;
-};
 
 /// A circle in the unfolded surface: every triangle holds an exact arc of it, which crosses edges without a
 /// turn and leaves vertices of the mesh with equal angles on both sides. Its points are at most a tenth
@@ -54,6 +34,7 @@ public:
         size_t segment = 0; // of the path
         double u = 0;       // place on it, 0 ... 1
         double length = 0;  // of the arc
+        double angle = 0;   // from the arc to the path, radians, positive to the side that the arc turns to
     };
     struct Bounds
     {
@@ -72,7 +53,8 @@ private:
         ZORGeoMeshPlace place;
         ZORMathVector direction;
         ZORMathVector inward;
-        int side = -1; // that the place lies on; -1 inside
+        ZORMathVector normal; // unit vector of the triangle, zero without an area
+        int side = -1;        // that the place lies on; -1 inside
     };
     struct Step
     {
@@ -85,6 +67,8 @@ private:
     Step FindStep(const State& state) const;
     std::optional<Meeting> FindMeeting(const State& state, const Step& step, const ZORGeoPathSegments& path,
                                        double minimum, double& w) const;
+    State StateAt(const ZORGeoArcStart& start) const;
+    double AngleToPath(State state, double w, const ZORGeoPathSegments& path, size_t segment) const;
     double LengthOf(double w) const;
     ZORMathPoint PointAt(const State& state, double w) const;
     void Turn(State& state, double w) const;

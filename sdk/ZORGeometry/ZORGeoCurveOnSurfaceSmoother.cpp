@@ -14,6 +14,7 @@
 #include <limits>
 
 using Locations = ZORGeoCurveOnSurfaceSmoother::Locations;
+using zor::geo::ProgressReporter;
 
 namespace {
 
@@ -54,12 +55,13 @@ ZORGeoMeshPlace PlaceOf(const ZORGeoMesh& mesh, const ZORGeoLocationOnSurface& l
 }
 
 // The path through the locations; \a isConnected tells whether it consists of them alone.
-ZORGeoMeshPath PathOf(const Locations& locations, bool& isConnected)
+ZORGeoMeshPath PathOf(const Locations& locations, bool& isConnected, ProgressReporter& progress)
 {
     Check(locations);
     isConnected = true;
     ZORGeoMeshPath path;
     for (qsizetype i = 0; i < locations.size(); ++i) {
+        progress.Check();
         const ZORGeoMesh& mesh = MeshOf(locations);
         const ZORGeoMeshPlace place = PlaceOf(mesh, locations[i]);
         if (path.empty() || ZorGeoHoldsPlace(mesh, path.back().triangle, place)) {
@@ -67,7 +69,7 @@ ZORGeoMeshPath PathOf(const Locations& locations, bool& isConnected)
             continue;
         }
         isConnected = false;
-        const ZORGeoMeshPath way = ZORGeoShortestPath(mesh).Find(path.back(), place);
+        const ZORGeoMeshPath way = ZORGeoShortestPath(mesh, &progress).Find(path.back(), place);
         if (way.empty())
             throw ZORSysException(
                 ZORGeoCurveOnSurfaceSmoother::tr("no way over the surface leads to location %1 of the curve")
@@ -128,12 +130,33 @@ bool ZORGeoCurveOnSurfaceSmoother::IsEverySmooth(const Locations& locations) con
 Locations ZORGeoCurveOnSurfaceSmoother::Smooth(const Locations& locations) const
 {
     ZOR_TRACE_CALL(locations);
+    ProgressReporter progress;
+    return Run(locations, progress);
+}
+
+std::optional<Locations> ZORGeoCurveOnSurfaceSmoother::Smooth(const Locations& locations,
+                                                              const std::function<bool(double)>& report) const
+{
+    ZOR_TRACE_CALL(locations);
+    ProgressReporter progress(report);
+    try {
+        progress.Report(0);
+        const Locations smooth = Run(locations, progress);
+        progress.Report(1);
+        return smooth;
+    } catch (const zor::geo::Canceled&) {
+        return std::nullopt;
+    }
+}
+
+Locations ZORGeoCurveOnSurfaceSmoother::Run(const Locations& locations, ProgressReporter& progress) const
+{
     Check(locations);
     if (locations.size() < 2 || IsEverySmooth(locations))
         return locations;
     bool isConnected = true;
-    ZORGeoMeshPath path = PathOf(locations, isConnected);
-    const ZORGeoPathSmoother smoother(MeshOf(locations), m_radius);
+    ZORGeoMeshPath path = PathOf(locations, isConnected, progress);
+    const ZORGeoPathSmoother smoother(MeshOf(locations), m_radius, progress);
     const double length = ZorGeoLengthOf(path);
     const bool isChanged = smoother.Run(path);
     auto bend = smoother.FindSharpBend(path);
@@ -153,17 +176,19 @@ double ZORGeoCurveOnSurfaceSmoother::FindSmallestRadius(const Locations& locatio
 {
     ZOR_TRACE_CALL(locations);
     bool isConnected = true;
-    ZORGeoMeshPath path = PathOf(locations, isConnected);
+    ProgressReporter progress;
+    ZORGeoMeshPath path = PathOf(locations, isConnected, progress);
     if (path.size() < 3 || !(m_radius > 0))
         return std::numeric_limits<double>::infinity();
     ZorGeoFillGaps(MeshOf(locations), path);
-    return ZORGeoPathSmoother(MeshOf(locations), m_radius).FindSmallestRadius(path);
+    return ZORGeoPathSmoother(MeshOf(locations), m_radius, progress).FindSmallestRadius(path);
 }
 
 Locations ZORGeoCurveOnSurfaceSmoother::Connect(const Locations& locations)
 {
     ZOR_TRACE_CALL(locations);
     bool isConnected = true;
-    const ZORGeoMeshPath path = PathOf(locations, isConnected);
+    ProgressReporter progress;
+    const ZORGeoMeshPath path = PathOf(locations, isConnected, progress);
     return isConnected ? locations : LocationsOf(path, locations);
 }

@@ -23,8 +23,10 @@ constexpr double smallestGain = 1e-9;
 // much again, up to bends of 175 degrees.
 constexpr double smallestWindow = 6;
 constexpr double largestWindow = 48;
-constexpr int placesToTry = 48;
+constexpr size_t placesToTry = 48;
 constexpr int maximumSweeps = 20;
+// Part of the remaining progress that is left to the sweeps after one: nearly all courses need one only.
+constexpr double laterSweeps = 0.2;
 constexpr size_t largestNumber = 1000; // of arcs and cuts, besides one for each place
 
 // The same path from its end to its start. Returns false when a place is not in both of its triangles.
@@ -43,11 +45,26 @@ bool Reverse(const ZORGeoMesh& mesh, ZORGeoMeshPath& path)
     return true;
 }
 
+// Segments up to the given one that an arc may begin at the end of, the farther away, the fewer of them.
+std::vector<size_t> SegmentsToTry(const ZORGeoArcSearch& search, size_t last)
+{
+    std::vector<size_t> segments;
+    for (size_t segment = last + 1; segment > 0 && segments.size() < placesToTry;) {
+        segment -= std::min(segment, size_t(1) << (segments.size() / 8));
+        while (segment > 0 && !search.IsUsable(segment))
+            --segment;
+        segments.push_back(segment);
+    }
+    return segments;
+}
+
 } // namespace
 
-ZORGeoPathSmoother::ZORGeoPathSmoother(const ZORGeoMesh& mesh, double radius)
+ZORGeoPathSmoother::ZORGeoPathSmoother(const ZORGeoMesh& mesh, double radius,
+                                       zor::geo::ProgressReporter& progress)
     : m_mesh(mesh)
     , m_radius(radius)
+    , m_progress(progress)
 {
 }
 
@@ -86,14 +103,22 @@ bool ZORGeoPathSmoother::Run(ZORGeoMeshPath& path) const
 {
     ZorGeoFillGaps(m_mesh, path);
     bool isChanged = false;
+    double remaining = 1; // part of the progress
+    const auto startSweep = [&] {
+        m_progress.SetRange(1 - remaining, 1 - remaining * laterSweeps);
+        remaining *= laterSweeps;
+    };
     for (int sweep = 0; sweep < maximumSweeps; ++sweep) {
+        startSweep();
         bool isSwept = Sweep(path);
         // Bends that find no arc from one end may find one from the other.
         ZORGeoMeshPath reversed = path;
-        if (FindSharpBend(path) && Reverse(m_mesh, reversed) && Sweep(reversed)
-            && Reverse(m_mesh, reversed)) {
-            path = std::move(reversed);
-            isSwept = true;
+        if (FindSharpBend(path) && Reverse(m_mesh, reversed)) {
+            startSweep();
+            if (Sweep(reversed) && Reverse(m_mesh, reversed)) {
+                path = std::move(reversed);
+                isSwept = true;
+            }
         }
         if (!isSwept)
             break;
@@ -105,9 +130,10 @@ bool ZORGeoPathSmoother::Run(ZORGeoMeshPath& path) const
 bool ZORGeoPathSmoother::Sweep(ZORGeoMeshPath& path) const
 {
     bool isChanged = false;
-    ZORGeoPathWindow window(path);
+    ZORGeoPathWindow window(m_mesh, path);
     // Rounding could make two bends take turns.
     for (size_t remaining = largestNumber + path.size(); !window.IsAtEnd() && remaining > 0;) {
+        m_progress.Update(window.GetPart());
         window.Open(smallestWindow * m_radius);
         if (const size_t smooth = CountSmooth(window)) {
             window.Advance(smooth);
@@ -131,9 +157,8 @@ size_t ZORGeoPathSmoother::CountSmooth(const ZORGeoPathWindow& window) const
     for (double length = 0;
          !window.IsToEnd() && end > window.GetPlace() + 1 && length < m_radius * largestStep;)
         length += path[end - 2].point.DistanceTo(path[end - 1].point), --end;
-    const ZORGeoPathTurns turns(m_mesh, path);
     size_t place = window.GetPlace();
-    while (place < end && !IsTooSharp(turns.GetTurns()[place]))
+    while (place < end && !IsTooSharp(window.GetTurns()[place]))
         ++place;
     return place - window.GetPlace();
 }
@@ -141,14 +166,15 @@ size_t ZORGeoPathSmoother::CountSmooth(const ZORGeoPathWindow& window) const
 // Rounds off or cuts short the bend at the place reached.
 bool ZORGeoPathSmoother::Improve(ZORGeoPathWindow& window) const
 {
-    const ZORGeoPathTurns turns(m_mesh, window.GetPath());
-    const double tangentLength = std::tan(std::abs(turns.GetTurns()[window.GetPlace()].angle) / 2);
-    if (2 * tangentLength > smallestWindow)
+    const double tangentLength = std::tan(std::abs(window.GetTurns()[window.GetPlace()].angle) / 2);
+    const bool isWide = 2 * tangentLength > smallestWindow;
+    if (isWide)
         window.Open(std::min(2 * tangentLength, largestWindow) * m_radius);
     ZORGeoMeshPath changed;
     bool isChanged = RoundOff(window, changed);
     if (!isChanged) {
-        window.Open(smallestWindow * m_radius);
+        if (isWide)
+            window.Open(smallestWindow * m_radius);
         isChanged = CutShort(window, changed);
     }
     if (isChanged)
@@ -159,8 +185,8 @@ bool ZORGeoPathSmoother::Improve(ZORGeoPathWindow& window) const
 bool ZORGeoPathSmoother::RoundOff(const ZORGeoPathWindow& window, ZORGeoMeshPath& changed) const
 {
     const double length = ZorGeoLengthOf(window.GetPath());
-    const ZORGeoPathTurns turns(m_mesh, window.GetPath());
-    const ZORGeoArcSearch search(m_mesh, window.GetPath(), turns, window.GetPlace(), m_radius);
+    const ZORGeoArcSearch search(m_mesh, window.GetPath(), window.GetPathTurns(), window.GetPlace(), m_radius,
+                                 m_progress);
     const auto apply = [&](const std::optional<ZORGeoArcSearch::Arc>& arc) {
         auto replacement = arc ? search.Replace(*arc) : std::nullopt;
         if (!replacement || !IsBetter(replacement->path, replacement->first, replacement->last, length))
@@ -172,17 +198,25 @@ bool ZORGeoPathSmoother::RoundOff(const ZORGeoPathWindow& window, ZORGeoMeshPath
         return true;
     };
     const auto latest = search.FindOnSegments();
-    if (apply(latest))
+    if (apply(latest.arc))
         return true;
-    size_t segment = latest ? latest->segment + 1 : window.GetPlace();
-    for (int tried = 0; segment > 0 && tried < placesToTry;) {
-        // The farther away, the fewer of them.
-        segment -= std::min(segment, size_t(1) << (tried / 8));
-        while (segment > 0 && !search.IsUsable(segment))
-            --segment;
-        if (apply(search.FindAtEnd(segment)))
+    const std::vector<size_t> segments = SegmentsToTry(search, latest.segment);
+    // Between arcs that end in the same bend all others do. Wider and wider steps pass over them.
+    size_t bend = 0; // of the last arc
+    size_t next = 0; // number of segments that are done with
+    for (size_t step = 1; next < segments.size();) {
+        const size_t tried = std::min(next + step, segments.size()) - 1;
+        const auto trial = search.FindAtEnd(segments[tried]);
+        const bool isSameBend = trial.bend > 0 && trial.bend == bend;
+        if (tried > next && !isSameBend) {
+            step = (tried - next + 1) / 2;
+            continue;
+        }
+        if (apply(trial.arc))
             return true;
-        ++tried;
+        step = isSameBend ? 2 * step : 1;
+        next = tried + 1;
+        bend = trial.bend;
     }
     return window.IsFromStart() && apply(search.FindAtStart());
 }
@@ -204,10 +238,9 @@ bool ZORGeoPathSmoother::CutShort(const ZORGeoPathWindow& window, ZORGeoMeshPath
 {
     const ZORGeoMeshPath& path = window.GetPath();
     const size_t place = window.GetPlace();
-    const ZORGeoPathTurns turns(m_mesh, path);
     const auto lengthOf = [&](size_t i) { return path[i].point.DistanceTo(path[i + 1].point); };
     const auto isEnd = [&](size_t i, double length) {
-        return length >= shortestCut * m_radius && !turns.GetTurns()[i].IsStraight();
+        return length >= shortestCut * m_radius && !window.GetTurns()[i].IsStraight();
     };
     const double longest = longestCut * m_radius;
     CutEnd from = {place, 0, 0};
@@ -228,7 +261,7 @@ bool ZORGeoPathSmoother::CutShort(const ZORGeoPathWindow& window, ZORGeoMeshPath
     const auto end = ZorGeoPlaceOnSegment(m_mesh, path, to.segment, to.u);
     if (!start || !end)
         return false;
-    ZORGeoMeshPath way = ZORGeoShortestPath(m_mesh).Find(*start, *end);
+    ZORGeoMeshPath way = ZORGeoShortestPath(m_mesh, &m_progress).Find(*start, *end);
     if (way.size() == 1) // the path turns back on itself: the fold goes
         way.push_back(*end);
     if (way.size() < 2 || ZorGeoLengthOf(way) > (from.length + to.length) * (1 - smallestGain))

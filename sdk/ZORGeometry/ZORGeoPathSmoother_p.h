@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORGeoPathTurns_p.h"
+#include "ZORGeoProgressReporter_p.h"
 
 #include <optional>
 
@@ -21,12 +22,14 @@ class ZORGeoPathSmoother
 {
 public:
     /// \param mesh    not owned, outlives this object
-    /// \param radius  millimetres, above 0 and finite
-    ZORGeoPathSmoother(const ZORGeoMesh& mesh, double radius);
+    /// \param radius    millimetres, above 0 and finite
+    /// \param progress  of Run(); not owned, outlives this object
+    ZORGeoPathSmoother(const ZORGeoMesh& mesh, double radius, zor::geo::ProgressReporter& progress);
 
     /// Both ends of the path stay where they are; the path never becomes longer. Bends that the surface has no
     /// room for stay as well: see FindSharpBend().
     /// \return whether the path was changed
+    /// \throws zor::geo::Canceled; the path is then of no use
     bool Run(ZORGeoMeshPath& path) const;
     /// The smallest radius of a path; infinite for one without turns.
     double FindSmallestRadius(const ZORGeoMeshPath& path) const;
@@ -45,4 +48,5 @@ private:
 
     const ZORGeoMesh& m_mesh;
     const double m_radius;
+    zor::geo::ProgressReporter& m_progress;
 };

@@ -20,8 +20,9 @@ size_t CountBack(const ZORGeoMeshPath& places, double distance)
 
 } // namespace
 
-ZORGeoPathWindow::ZORGeoPathWindow(const ZORGeoMeshPath& path)
-    : m_done(1, path.front())
+ZORGeoPathWindow::ZORGeoPathWindow(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path)
+    : m_mesh(mesh)
+    , m_done(1, path.front())
     , m_rest(path.rbegin(), path.rend() - 1)
 {
 }
@@ -33,6 +34,7 @@ void ZORGeoPathWindow::Open(double distance)
     m_window.assign(m_done.end() - qsizetype(m_place), m_done.end());
     m_window.insert(m_window.end(), m_rest.rbegin(),
                     m_rest.rbegin() + qsizetype(CountBack(m_rest, distance)));
+    m_turns.emplace(m_mesh, m_window);
 }
 
 void ZORGeoPathWindow::Advance(size_t count)

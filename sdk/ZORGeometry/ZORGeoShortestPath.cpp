@@ -29,7 +29,7 @@ ZORGeoMeshPath ZORGeoShortestPath::Find(const ZORGeoMeshPlace& start, const ZORG
     const bool isReversed = CoordinatesOf(end) < CoordinatesOf(start);
     const ZORGeoMeshPlace& from = isReversed ? end : start;
     const ZORGeoMeshPlace& to = isReversed ? start : end;
-    const std::vector<quint32> sides = ZORGeoStripSearch(m_mesh, from, to).Run();
+    const std::vector<quint32> sides = ZORGeoStripSearch(m_mesh, from, to, m_progress).Run();
     if (sides.empty())
         return {};
     ZORGeoTriangleStrip strip(m_mesh, from, to, sides);
@@ -41,6 +41,8 @@ ZORGeoMeshPath ZORGeoShortestPath::Find(const ZORGeoMeshPlace& start, const ZORG
 void ZORGeoShortestPath::Shorten(ZORGeoTriangleStrip& strip) const
 {
     for (int round = 0; round < maximumRounds; ++round) {
+        if (m_progress)
+            m_progress->Check();
         const auto turns = strip.GetTurns();
         ZORGeoTriangleStrip shorter = strip;
         bool isFlipped = false;

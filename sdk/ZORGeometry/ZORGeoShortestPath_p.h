@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORGeoMeshJoin_p.h"
+#include "ZORGeoProgressReporter_p.h"
 #include "ZORGeoTriangleStrip_p.h"
 
 /// Searches a good strip of triangles from one place to the other, then shortens it to a shortest geodesic of
@@ -14,18 +15,22 @@
 class ZORGeoShortestPath
 {
 public:
-    /// \param mesh  not owned, outlives this object
-    explicit ZORGeoShortestPath(const ZORGeoMesh& mesh)
+    /// \param mesh      not owned, outlives this object
+    /// \param progress  checked during a search; null or not owned, outlives this object
+    explicit ZORGeoShortestPath(const ZORGeoMesh& mesh, zor::geo::ProgressReporter* progress = nullptr)
         : m_mesh(mesh)
+        , m_progress(progress)
     {
     }
 
     /// The same way in both directions.
     /// \return the path; one place when both are at the same point; empty when no way leads over the mesh
+    /// \throws zor::geo::Canceled
     ZORGeoMeshPath Find(const ZORGeoMeshPlace& start, const ZORGeoMeshPlace& end) const;
 
 private:
     void Shorten(ZORGeoTriangleStrip& strip) const;
 
     const ZORGeoMesh& m_mesh;
+    zor::geo::ProgressReporter* const m_progress;
 };

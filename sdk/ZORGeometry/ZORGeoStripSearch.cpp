@@ -7,6 +7,8 @@
 namespace {
 
 constexpr quint32 noSide = 3;
+// Points between two checks of the progress, some tenths of a millisecond.
+constexpr quint64 checkInterval = 1024;
 
 // Three for 20,000 triangles and more; the time goes with the square.
 int CountPointsPerSide(const ZORGeoMesh& mesh)
@@ -25,8 +27,9 @@ bool IsAscending(const ZORGeoMesh& mesh, int triangle, int side)
 } // namespace
 
 ZORGeoStripSearch::ZORGeoStripSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& start,
-                                     const ZORGeoMeshPlace& end)
+                                     const ZORGeoMeshPlace& end, zor::geo::ProgressReporter* progress)
     : m_mesh(mesh)
+    , m_progress(progress)
     , m_pointsPerSide(CountPointsPerSide(mesh))
     , m_start(start)
     , m_end(end)
@@ -100,7 +103,9 @@ std::vector<quint32> ZORGeoStripSearch::Run()
     ZorGeoFindTriangles(m_mesh, m_start, triangles);
     for (const int triangle : triangles)
         Enter(triangle, int(noSide), -1, m_start.point, 0);
-    while (!m_waiting.empty() && m_waiting.front().bound < m_best) {
+    for (quint64 taken = 1; !m_waiting.empty() && m_waiting.front().bound < m_best; ++taken) {
+        if (m_progress && taken % checkInterval == 0)
+            m_progress->Check();
         const Waiting next = m_waiting.front();
         std::pop_heap(m_waiting.begin(), m_waiting.end());
         m_waiting.pop_back();

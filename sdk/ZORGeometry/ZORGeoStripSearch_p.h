@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORGeoMeshPlace_p.h"
+#include "ZORGeoProgressReporter_p.h"
 
 #include <memory>
 #include <vector>
@@ -17,10 +18,13 @@ class ZORGeoStripSearch
 {
 public:
     /// \param mesh  not owned, outlives this object
-    ZORGeoStripSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& start, const ZORGeoMeshPlace& end);
+    /// \param progress  checked during the search; null or not owned, outlives this object
+    ZORGeoStripSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& start, const ZORGeoMeshPlace& end,
+                      zor::geo::ProgressReporter* progress = nullptr);
 
     /// The sides to leave by, from the triangle of the start to that of the end, each as 4 * triangle + side,
     /// triangles from 0; the last one with side 3. Empty when the end cannot be reached.
+    /// \throws zor::geo::Canceled
     std::vector<quint32> Run();
 
 private:
@@ -49,6 +53,7 @@ private:
     std::vector<quint32> TraceBack();
 
     const ZORGeoMesh& m_mesh;
+    zor::geo::ProgressReporter* const m_progress;
     const int m_pointsPerSide;
     const ZORGeoMeshPlace m_start;
     const ZORGeoMeshPlace m_end;
