@@ -45,6 +45,28 @@ Locations MakeWave(const ZORGeoSurface& sheet)
     return ZORGeoCurveOnSurfaceSmoother::Connect(places);
 }
 
+// 100 bends 9 mm apart, from side to side of a straight line.
+Locations MakeZigzag(const ZORGeoSurface& sheet, double height)
+{
+    Locations places;
+    for (int i = 0; i < 102; ++i) {
+        const double x = 20 + 9 * i;
+        const double y = 500 + (i % 2 == 0 ? -height : height);
+        places.append(sheet.Project({x, y, GetSheetHeight(x, y)}));
+    }
+    return ZORGeoCurveOnSurfaceSmoother::Connect(places);
+}
+
+Locations MakeLowZigzag(const ZORGeoSurface& sheet)
+{
+    return MakeZigzag(sheet, 10);
+}
+
+Locations MakeHighZigzag(const ZORGeoSurface& sheet)
+{
+    return MakeZigzag(sheet, 30);
+}
+
 void SmoothCourse(benchmark::State& state, Locations (*make)(const ZORGeoSurface&), double radius)
 {
     const auto sheet = MakeSheet(TriangleOrder::Rows);
@@ -58,6 +80,8 @@ void SmoothCourse(benchmark::State& state, Locations (*make)(const ZORGeoSurface
 }
 
 BENCHMARK_CAPTURE(SmoothCourse, Meander, MakeMeander, 15)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SmoothCourse, LowZigzag, MakeLowZigzag, 50)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SmoothCourse, HighZigzag, MakeHighZigzag, 50)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(SmoothCourse, SmoothWave, MakeWave, 5)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -57,7 +57,7 @@ public:
     Locations Smooth(const Locations& locations) const;
     /// Smooths with progress, for hosts that show it or let their users cancel.
     ///
-    /// Bends that are crowded within their radius take the most time: about 20 ms each on a million triangles.
+    /// Bends that are crowded within their radius take the most time, about 30 ms each on a million triangles.
     /// \param report  called in the same thread: with 0, then typically every 10 ms with the part that is done,
     ///                never less than before, at last with 1; returns false to cancel. What it throws passes
     ///                through. An empty function reports nothing

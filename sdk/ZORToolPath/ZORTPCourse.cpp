@@ -108,16 +108,28 @@ const ZORGeoSurface* ZORTPCourse::GetSurface() const
 void ZORTPCourse::Smooth(double radius)
 {
     ZOR_TRACE_CALL(radius);
+    SmoothCenterLine(radius, {});
+}
+
+bool ZORTPCourse::Smooth(double radius, const std::function<bool(double)>& report)
+{
+    ZOR_TRACE_CALL(radius);
+    return SmoothCenterLine(radius, report);
+}
+
+bool ZORTPCourse::SmoothCenterLine(double radius, const std::function<bool(double)>& report)
+{
     const ZORGeoCurveOnSurfaceSmoother smoother(radius);
     if (!m_centerLine)
         throw ZORSysException(tr("the course has no centre line"));
     if (!m_centerLine->GetSurface())
         throw ZORSysException(tr("the surface of the course does not exist any more"));
     const QList<ZORGeoLocationOnSurface> locations = m_centerLine->GetLocations();
-    const QList<ZORGeoLocationOnSurface> smooth = smoother.Smooth(locations);
+    const auto smooth = smoother.Smooth(locations, report);
     // A list that was left as it is shares its data.
-    if (smooth.constData() != locations.constData())
-        m_centerLine->SetLocations(smooth);
+    if (smooth && smooth->constData() != locations.constData())
+        m_centerLine->SetLocations(*smooth);
+    return smooth.has_value();
 }
 
 struct ZORTPCourseStorage

@@ -10,6 +10,8 @@
 #include <QList>
 #include <QPointer>
 
+#include <functional>
+
 class ZORGeoCurveOnSurface;
 class ZORGeoSurface;
 
@@ -66,6 +68,14 @@ public:
     ///         "the surface of the course does not exist any more", "the surface has no room for the radius %1
     ///         at (%2, %3, %4)"; the course is unchanged then
     void Smooth(double radius);
+    /// Smooths with progress, for hosts that show it or let their users cancel.
+    /// \param radius  millimeters
+    /// \param report  as ZORGeoCurveOnSurfaceSmoother::Smooth() calls it: in the same thread, with the part that
+    ///                is done, 0 to 1; returns false to cancel. Must not change or destroy the course or its
+    ///                surface. What it throws passes through, the course is then unchanged
+    /// \return false when canceled; the course is then unchanged
+    /// \throws ZORSysException as Smooth(radius)
+    bool Smooth(double radius, const std::function<bool(double)>& report);
 
 private:
     friend struct ZORTPCourseStorage;
@@ -73,6 +83,7 @@ private:
     ZORTPCourse(ZORFeatObject* folder, double width);
 
     void Make(const QList<ZORGeoLocationOnSurface>& locations);
+    bool SmoothCenterLine(double radius, const std::function<bool(double)>& report);
     /// Takes the center line and its body; either may be null.
     void Adopt(ZORGeoCurveOnSurface* centerLine, ZORTopBody* body);
 

@@ -4,8 +4,10 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
+#include <algorithm>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 
 namespace {
 
@@ -90,6 +92,42 @@ TEST_F(ZORTPCourseTest, SmoothsInPlace)
     EXPECT_EQ(course->GetLabel(), QStringLiteral("Course.1"));
     EXPECT_EQ(folder->GetChildren(), QList<ZORFeatObject*>{course});
     EXPECT_EQ(container.GetNumGeometry(), numBefore + 3);
+}
+
+TEST_F(ZORTPCourseTest, SmoothsWithProgress)
+{
+    ZORTPCourse* const course = Add();
+    ZORTPCourse* const other = Add();
+    course->Smooth(100);
+    QList<double> reports;
+    EXPECT_TRUE(other->Smooth(100, [&](double progress) {
+        reports.append(progress);
+        return true;
+    }));
+    ASSERT_EQ(other->GetCenterLine()->GetNumPoints(), course->GetCenterLine()->GetNumPoints());
+    for (int i = 0; i < course->GetCenterLine()->GetNumPoints(); ++i)
+        EXPECT_EQ(other->GetCenterLine()->GetPoint(i), course->GetCenterLine()->GetPoint(i));
+    EXPECT_EQ(reports.constFirst(), 0);
+    EXPECT_EQ(reports.constLast(), 1);
+    EXPECT_TRUE(std::is_sorted(reports.constBegin(), reports.constEnd()));
+}
+
+TEST_F(ZORTPCourseTest, StaysAsItIsWhenSmoothingIsCanceled)
+{
+    ZORTPCourse* const course = Add();
+    int changes = 0;
+    QObject::connect(course, &ZORFeatGeometry::BodyChanged, course, [&] { ++changes; });
+    // At once, and after all has been computed.
+    EXPECT_FALSE(course->Smooth(100, [](double) { return false; }));
+    EXPECT_FALSE(course->Smooth(100, [](double progress) { return progress < 1; }));
+    EXPECT_THROW(course->Smooth(100, [](double) -> bool { throw std::runtime_error("stop"); }),
+                 std::runtime_error);
+    EXPECT_EQ(course->GetCenterLine()->GetNumPoints(), Corner().size());
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(MessageOf([&] { course->Smooth(-1, [](double) { return false; }); }),
+              QStringLiteral("radius is negative"));
+    EXPECT_TRUE(course->Smooth(100, {}));
+    EXPECT_EQ(changes, 1);
 }
 
 TEST_F(ZORTPCourseTest, LeavesASmoothCourseAsItIs)
