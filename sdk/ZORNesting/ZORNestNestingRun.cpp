@@ -199,11 +199,13 @@ ZORNestNestingOutcome Run::Execute()
     job.Complete(solution);
 
     const ZORNestReportDetails details = GetDetails(job, seconds);
-    // Pictures take as long as sheet files do; who stops a job waits for both.
-    std::future<QByteArray> report = std::async(std::launch::async, [&job, &solution, &details] {
+    // Pictures take as long as sheet files do; who stops a job waits for both. Without a free thread one follows the
+    // other.
+    const auto writeReport = [&job, &solution, &details] {
         const ZORSysApiTracePause pause;
         return ZORNestReport(job.GetSolverJob(), solution, details).Write();
-    });
+    };
+    std::future<QByteArray> report = std::async(std::launch::async | std::launch::deferred, writeReport);
     ZORNestNestingOutcome outcome;
     for (const ZORNestSolver::NestedSheet& sheet : solution.sheets) {
         m_context.ThrowIfCanceled();
