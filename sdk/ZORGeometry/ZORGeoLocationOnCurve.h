@@ -8,7 +8,7 @@
 class ZORGeoCurve;
 
 /// A place on a curve or on the straight continuation of one of its ends; null until an operation fills it.
-/// A value that does not keep its curve alive: use it no longer than the curve.
+/// A value that does not keep its curve alive: use it until the curve is destroyed or changes in place.
 struct ZORGEOMETRY_EXPORT ZORGeoLocationOnCurve
 {
     const ZORGeoCurve* curve = nullptr; // not owned; null: no location

@@ -98,6 +98,13 @@ TEST_F(ZORTPContainerFileTest, ASmoothedCourseKeepsItsNewCenterLineAndBody)
     }
 }
 
+TEST_F(ZORTPContainerFileTest, SmoothingReportsAChangeOfTheContainerOnce)
+{
+    EXPECT_TRUE(ReportsNoChange(container, [&] { course->Smooth(0); }));
+    EXPECT_TRUE(ReportsChange(container, [&] { course->Smooth(50); }));
+    EXPECT_TRUE(ReportsNoChange(container, [&] { course->Smooth(50); }));
+}
+
 TEST_F(ZORTPContainerFileTest, LoadedUsersOfTheCenterLineFollowIt)
 {
     const ZORGeoCurveOnSurface* const line = course->GetCenterLine();

@@ -201,6 +201,17 @@ TEST_F(ZORTPCourseInPlaceTest, AFailureChangesNothing)
     EXPECT_EQ(0, ofCourse.size() + ofRaw.size());
 }
 
+TEST_F(ZORTPCourseInPlaceTest, ACourseWithoutItsBodyChangesItsCenterLineOnly)
+{
+    ZORTPCourse* const course = Add();
+    delete course->GetBody();
+    const QStringList before = Describe();
+    course->Smooth(100);
+    EXPECT_EQ(before, Describe());
+    EXPECT_EQ(nullptr, course->GetBody());
+    EXPECT_GT(course->GetCenterLine()->GetNumPoints(), 100);
+}
+
 TEST_F(ZORTPCourseInPlaceTest, ReceiversMeetEveryUserUpToDateAndMayRemoveThem)
 {
     ZORTPCourse* const course = Add();
