@@ -24,6 +24,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTableWidget>
 
 namespace {
@@ -131,6 +132,20 @@ TEST_F(ZORHostStandardCommandsTest, FrameShowsWhatIsWrongAndCreatesTheObject)
     for (int i = 0; i < container->GetNumGeometry(); ++i)
         isThere |= container->GetGeometryByIndex(i)->inherits("ZORCompRosette");
     EXPECT_TRUE(isThere);
+}
+
+TEST_F(ZORHostStandardCommandsTest, ACanceledCommandLeavesTheDocumentUnchanged)
+{
+    AddBox("Box");
+    const QSignalSpy changes(GetEnvironment()->GetContainer(), &ZORGeoContainer::ContentChanged);
+    for (const char* id :
+         {"ZORCompLayupCmd.Create", "ZORCompMaterialLibraryCmd.Edit", "ZORCompRosetteCmd.Create",
+          "ZORCompStrategyCmd.Create", "ZORWFProjectionCmd.Create", "ZORTPCourseCmd.Create"}) {
+        const QWidget* frame = Open(id);
+        ASSERT_NE(nullptr, frame) << id;
+        Press(frame, QDialogButtonBox::Cancel);
+        EXPECT_TRUE(changes.isEmpty()) << id;
+    }
 }
 
 TEST_F(ZORHostStandardCommandsTest, FailureOfACommitIsShownAndTheFrameStays)
