@@ -12,6 +12,7 @@
 #include <QSignalSpy>
 
 #include <numbers>
+#include <random>
 
 namespace {
 
@@ -27,6 +28,14 @@ protected:
     ZORGeoPointOnCurve* AddPoint(const ZORGeoCurve* curve, double distance)
     {
         return Register(new ZORGeoPointOnCurve(curve->GetLocation(distance, nullptr)));
+    }
+    /// The points along all edges of the body of an open curve.
+    static ZORMathSetOfPoints PointsOf(const ZORTopBody& body)
+    {
+        ZORMathSetOfPoints points = body.GetEdge(0).GetPoints();
+        for (int edge = 1; edge < body.GetNumEdges(); ++edge)
+            points.append(body.GetEdge(edge).GetPoints().mid(1));
+        return points;
     }
     /// Name, address and reference count of every geometry, in the order of the container.
     QStringList Describe() const
@@ -210,6 +219,48 @@ TEST_F(ZORTPCourseInPlaceTest, ACourseWithoutItsBodyChangesItsCenterLineOnly)
     EXPECT_EQ(before, Describe());
     EXPECT_EQ(nullptr, course->GetBody());
     EXPECT_GT(course->GetCenterLine()->GetNumPoints(), 100);
+}
+
+TEST_F(ZORTPCourseInPlaceTest, RandomUsersStayUpToDateWhileTheyComeAndGo)
+{
+    std::mt19937 random(7);
+    const auto below = [&](double limit) { return std::uniform_real_distribution<>(0, limit)(random); };
+    for (int round = 0; round < 6; ++round) {
+        QList<ZORGeoLocationOnSurface> locations;
+        for (int i = 0; i < 6; ++i)
+            locations.append(surface->Project({100.0 * i - 250, below(120), 0}));
+        auto* const course = Register(new ZORTPCourse(folder, locations, 5));
+        const ZORGeoCurveOnSurface* const line = course->GetCenterLine();
+        QList<QPointer<const ZORTopBody>> bodies;
+        QList<QPointer<const ZORGeoPointOnCurve>> points;
+        for (double radius = 2; radius < 40; radius *= 2) {
+            for (int i = 0; i < 5; ++i) {
+                bodies.append(Register(new ZORTopBody(&container, line, below(0.5))));
+                bodies.append(Register(new ZORWFRawCurve(folder, line))->GetBody());
+                points.append(AddPoint(line, below(1.1 * line->GetLength()) - 10));
+                bodies.append(Register(new ZORTopBody(&container, points.last())));
+            }
+            delete bodies[qsizetype(below(double(bodies.size())))].data();
+            delete points[qsizetype(below(double(points.size())))].data();
+            course->Smooth(radius);
+            for (const ZORGeoPointOnCurve* point : std::as_const(points)) {
+                if (point) {
+                    EXPECT_EQ(line->GetLocation(point->GetLocationOnCurve().distance, nullptr).point,
+                              point->GetMathPoint());
+                }
+            }
+            for (const ZORTopBody* body : std::as_const(bodies)) {
+                const auto* const point =
+                    body ? qobject_cast<const ZORGeoPointOnCurve*>(body->GetGeometry()) : nullptr;
+                if (point) {
+                    EXPECT_EQ(point->GetMathPoint(), body->GetVertex(0).GetPoint());
+                } else if (body && body->GetDimension() == 1) {
+                    EXPECT_EQ(line->GetPoints(), PointsOf(*body));
+                }
+            }
+        }
+        course->Remove();
+    }
 }
 
 TEST_F(ZORTPCourseInPlaceTest, ReceiversMeetEveryUserUpToDateAndMayRemoveThem)
