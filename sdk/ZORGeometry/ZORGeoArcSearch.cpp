@@ -236,6 +236,7 @@ std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtStart() const
     const ZORGeoPathSegments all(m_mesh, m_path, 0);
     const ZORGeoArcWalk walk(m_mesh, 1 / m_radius);
     const auto isClear = [&](double angle) {
+        m_progress.Check();
         const auto start = StartTurned(angle);
         return start
                && !walk.Meet(*start, {shortestArc * std::min(m_radius, m_lengths.back()), m_lengths.back()},

@@ -84,7 +84,7 @@ ZORGeoMeshPath PathOf(const Locations& locations, bool& isConnected, ProgressRep
 }
 
 // Locations of a path; those of its beginning and end that are among the given ones stay as they are.
-Locations LocationsOf(const ZORGeoMeshPath& path, const Locations& given)
+Locations LocationsOf(const ZORGeoMeshPath& path, const Locations& given, ProgressReporter& progress)
 {
     const ZORGeoMesh& mesh = MeshOf(given);
     const auto isSame = [&](const ZORGeoMeshPlace& place, const ZORGeoLocationOnSurface& location) {
@@ -94,8 +94,10 @@ Locations LocationsOf(const ZORGeoMeshPath& path, const Locations& given)
     };
     Locations locations;
     locations.reserve(qsizetype(path.size()));
-    for (const ZORGeoMeshPlace& place : path)
+    for (const ZORGeoMeshPlace& place : path) {
+        progress.Check();
         locations.append(ZorGeoLocationOf(given.constFirst().surface, place));
+    }
     const qsizetype common = std::min(locations.size(), given.size());
     for (qsizetype i = 0; i < common && isSame(path[size_t(i)], given[i]); ++i)
         locations[i] = given[i];
@@ -169,7 +171,7 @@ Locations ZORGeoCurveOnSurfaceSmoother::Run(const Locations& locations, Progress
                                   .arg(bend->GetX())
                                   .arg(bend->GetY())
                                   .arg(bend->GetZ()));
-    return isChanged ? LocationsOf(path, locations) : locations;
+    return isChanged ? LocationsOf(path, locations, progress) : locations;
 }
 
 double ZORGeoCurveOnSurfaceSmoother::FindSmallestRadius(const Locations& locations) const
@@ -190,5 +192,5 @@ Locations ZORGeoCurveOnSurfaceSmoother::Connect(const Locations& locations)
     bool isConnected = true;
     ProgressReporter progress;
     const ZORGeoMeshPath path = PathOf(locations, isConnected, progress);
-    return isConnected ? locations : LocationsOf(path, locations);
+    return isConnected ? locations : LocationsOf(path, locations, progress);
 }
