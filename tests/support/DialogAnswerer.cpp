@@ -41,6 +41,7 @@ DialogAnswerer::Shown Describe(QDialog* dialog)
         shown.isSaving = file->acceptMode() == QFileDialog::AcceptSave;
     } else if (const auto* color = qobject_cast<QColorDialog*>(dialog)) {
         shown.color = color->currentColor();
+        shown.colorOptions = int(color->options());
     }
     return shown;
 }

@@ -39,6 +39,7 @@ public:
         QString selectedFilter;          // file dialogs
         bool isSaving = false;           // file dialogs
         QColor color;                    // colour dialogs
+        int colorOptions = 0;            // colour dialogs: QColorDialog::ColorDialogOptions
 
         friend bool operator==(const Shown&, const Shown&) = default;
     };

@@ -3,6 +3,7 @@
 #include "console/ZORTestGeoInspectionDlg.h"
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
+#include "support/RemovingGeometry.h"
 
 #include <ZORFeature/ZORFeatFolder.h>
 #include <ZORFeature/ZORFeatRoot.h>
@@ -140,6 +141,40 @@ TEST_F(ZORTestContainerBrowserTest, FiltersByClassAndItsSubclasses)
     EXPECT_EQ(4, GetRows().size());
     ChooseType("<all types>");
     EXPECT_EQ(4, GetRows().size());
+}
+
+TEST_F(ZORTestContainerBrowserTest, FitsTheColumnsToTheirContents)
+{
+    OpenConsole();
+    auto* table = InConsole<QTableView>("_ContTable");
+    const QAbstractItemView* const view = table; // which publishes the size of the contents
+    const auto expectFit = [&](const char* when) {
+        for (int column = 0; column < 2; ++column)
+            table->setColumnWidth(column, 700);
+        console->RefreshContainer();
+        for (int column = 0; column < 2; ++column) {
+            const int header = table->horizontalHeader()->sectionSizeHint(column);
+            EXPECT_EQ(std::max(view->sizeHintForColumn(column), header), table->columnWidth(column))
+                << when << ", column " << column;
+        }
+    };
+    expectFit("empty");
+    const int narrow = table->columnWidth(0);
+    AddPoint(QString(60, u'W'));
+    expectFit("with a long name");
+    EXPECT_GT(table->columnWidth(0), narrow);
+}
+
+TEST_F(ZORTestContainerBrowserTest, SkipsIndicesWhoseGeometryIsGone)
+{
+    OpenConsole();
+    auto* removing = new RemovingGeometry(GetContainer());
+    removing->setObjectName("Removing");
+    removing->Initialize();
+    removing->other = AddPoint(QStringLiteral("P"));
+    ChooseType("ZORGeoGeometry");
+    EXPECT_EQ(nullptr, removing->other.data()) << "the second index has become null";
+    EXPECT_EQ(QStringList{"Removing|0"}, GetRows());
 }
 
 TEST_F(ZORTestContainerBrowserTest, LosesTheCurrentRowOnRefresh)

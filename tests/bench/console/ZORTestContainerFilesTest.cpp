@@ -47,6 +47,16 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
     }
+    /// The registered classes of roots, in the order in which the container returns them.
+    QStringList GetRootClasses() const
+    {
+        QStringList names;
+        for (const QMetaObject* type : GetContainer()->GetRegisteredTypes()) {
+            if (type->inherits(&ZORFeatRoot::staticMetaObject))
+                names.append(QLatin1String(type->className()));
+        }
+        return names;
+    }
     MessageBoxCatcher::Box ErrorBox(const QString& text) const
     {
         return {QMessageBox::Critical, "Error", text, QMessageBox::Ok, nullptr};
@@ -87,6 +97,51 @@ TEST_F(ContainerFilesTest, StartsAtTheFileOfTheLastTime)
     EXPECT_EQ(QString("part.ZORCont"), answers.Take().constFirst().fileName);
     EXPECT_EQ(QList<bool>({false}), finished);
     EXPECT_EQ(path, GetSettings()->value("Debug/SaveContainer/Dir").toString());
+}
+
+TEST_F(ContainerFilesTest, LoadStartsAtTheFileOfTheLastTimeAndKeepsItWhenCancelled)
+{
+    Save();
+    answers.AnswerFile(path);
+    Open("ZORTestLoadContainerCmd");
+    answers.Take();
+    GetSettings()->setValue("Debug/SaveContainer/Dir", GetPath("other.ZORCont"));
+    answers.CancelFile();
+    Open("ZORTestLoadContainerCmd");
+    const QList<DialogAnswerer::Shown> shown = answers.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_EQ(QString("part.ZORCont"), shown[0].fileName);
+    EXPECT_EQ(QFileInfo(path).absolutePath(), shown[0].directory);
+    EXPECT_EQ(QList<bool>({true, false}), finished);
+    EXPECT_EQ(path, GetSettings()->value("Debug/LoadContainer/Dir").toString());
+}
+
+TEST_F(ContainerFilesTest, QueriesBelongToTheConsole)
+{
+    OpenConsole();
+    for (const char* action : {"_FileMenuSaveAction", "_FileMenuLoadAction"}) {
+        answers.CancelFile();
+        TriggerMenu(action);
+    }
+    answers.CancelInput();
+    TriggerMenu("_InitializeRootAction");
+    const QList<DialogAnswerer::Shown> shown = answers.Take();
+    ASSERT_EQ(3, shown.size());
+    for (const DialogAnswerer::Shown& query : shown)
+        EXPECT_EQ(console.data(), query.parent) << query.title.toStdString();
+}
+
+TEST_F(ContainerFilesTest, BoxesHaveNoParentWhileAConsoleIsOpen)
+{
+    OpenConsole();
+    answers.AnswerFile(path, [this] { QDir().mkpath(path); });
+    TriggerMenu("_FileMenuSaveAction");
+    EXPECT_EQ(QList{ErrorBox("Cannot open the file for writing.")}, boxes.Take());
+    QDir().rmdir(path);
+    QFile(path).open(QIODevice::WriteOnly);
+    answers.AnswerFile(path, [this] { QFile::remove(path); });
+    TriggerMenu("_FileMenuLoadAction");
+    EXPECT_EQ(QList{ErrorBox("Cannot open the file for reading.")}, boxes.Take());
 }
 
 TEST_F(ContainerFilesTest, LoadsWhatWasSavedAndStoresItsPath)
@@ -291,21 +346,45 @@ TEST_F(ContainerFilesTest, LoadingRefreshesTheConsole)
 
 TEST_F(ContainerFilesTest, InitializesTheRootOfTheChosenClass)
 {
-    answers.AnswerItem("ZORFeatRoot");
+    const QStringList roots = GetRootClasses();
+    ASSERT_GT(roots.size(), 1);
+    answers.AnswerItem(roots.constLast());
     Open("ZORTestInitializeRootCmd");
     const QList<DialogAnswerer::Shown> shown = answers.Take();
     ASSERT_EQ(1, shown.size());
     EXPECT_EQ(QString("Select the environment to initialize"), shown[0].title);
     EXPECT_EQ(QString("Environment Class:"), shown[0].label);
-    EXPECT_TRUE(shown[0].items.contains("ZORFeatRoot"));
-    EXPECT_FALSE(shown[0].items.contains("ZORFeatFolder"));
+    EXPECT_EQ(roots, shown[0].items);
     EXPECT_EQ(0, shown[0].currentIndex);
     EXPECT_FALSE(shown[0].isEditable);
     EXPECT_EQ(QList<bool>({true}), finished);
     ASSERT_EQ(1, GetContainer()->GetFeatureRoots().size());
-    answers.AnswerItem("ZORFeatRoot");
+    EXPECT_EQ(roots.constLast(),
+              QString::fromLatin1(GetContainer()->GetFeatureRoots().constFirst()->metaObject()->className()));
+    answers.AnswerItem(roots.constLast());
     Open("ZORTestInitializeRootCmd");
     EXPECT_EQ(1, GetContainer()->GetFeatureRoots().size()) << "it was there already";
+}
+
+TEST_F(ContainerFilesTest, OffersNothingWithoutAnyRootClass)
+{
+    QList<const QMetaObject*> unregistered;
+    for (const QMetaObject* type : GetContainer()->GetRegisteredTypes()) {
+        if (type->inherits(&ZORFeatRoot::staticMetaObject)) {
+            ZORGeoContainer::UnregisterType(type);
+            unregistered.append(type);
+        }
+    }
+    EXPECT_EQ(QStringList(), GetRootClasses());
+    answers.CancelInput();
+    Open("ZORTestInitializeRootCmd");
+    for (const QMetaObject* type : unregistered)
+        ZORGeoContainer::RegisterType(type);
+    const QList<DialogAnswerer::Shown> shown = answers.Take();
+    ASSERT_EQ(1, shown.size()) << "asked all the same";
+    EXPECT_EQ(QStringList(), shown[0].items);
+    EXPECT_EQ(QList<bool>({false}), finished);
+    EXPECT_EQ(0, GetContainer()->GetNumGeometry());
 }
 
 TEST_F(ContainerFilesTest, CancellingTheRootQueryChoosesItsCurrentClass)

@@ -9,6 +9,7 @@
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORVisualization/ZORVisRepSet.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
 #include <QCheckBox>
@@ -336,6 +337,23 @@ TEST_F(ZORTestVisualizationListTest, ShowsTheDebugVisualizationAsOneObject)
     EXPECT_TRUE(GetRows().isEmpty()) << "the debug visualization is not listed";
     check->setChecked(false);
     EXPECT_TRUE(GetShown().isEmpty());
+}
+
+TEST_F(ZORTestVisualizationListTest, ShowsAllDebugDrawingsThatHaveARepresentation)
+{
+    ZORDebugVizContainer::AddPolyline(ZORMathSetOfPoints(), 255, 0, 0, 0, QString(), 0); // nothing to draw
+    ZORDebugVizContainer::AddPoint({-1, 2, 3}, 255, 0, 0, 0, QString(), 0);
+    ZORDebugVizContainer::AddPolyline(ZORMathSetOfPoints(), 255, 0, 0, 0, QString(), 0);
+    ZORDebugVizContainer::AddLine({0, 0, 0}, {10, 0, 0}, 0, 255, 0, 0, QString(), 0, 0);
+    ZORDebugVizContainer::AddPoint({0, 20, 30}, 0, 0, 255, 0, QString(), 0);
+    ZORDebugVizContainer::AddPolyline(ZORMathSetOfPoints(), 255, 0, 0, 0, QString(), 0);
+    InConsole<QCheckBox>("_ShowDebugChk")->setChecked(true);
+    ASSERT_EQ(1, GetShown().size());
+    const ZORVisRep* const rep = GetShown().constFirst()->GetRep();
+    ASSERT_NE(nullptr, dynamic_cast<const ZORVisRepSet*>(rep));
+    EXPECT_EQ(3u, rep->GetItems().size());
+    EXPECT_EQ(ZORMathPoint(-1, 0, 0), rep->GetBoundingBox().GetLowerPoint());
+    EXPECT_EQ(ZORMathPoint(10, 20, 30), rep->GetBoundingBox().GetUpperPoint());
 }
 
 TEST_F(ZORTestVisualizationListTest, ShowsNothingOfAnEmptyDebugVisualization)

@@ -127,12 +127,15 @@ TEST_F(ZORTestDialogTest, ShowsTheMessageOfAnSdkExceptionAndCloses)
     ScriptedDlg::behaviour = ScriptedDlg::Throw;
     ASSERT_NE(nullptr, Open("ScriptedDlg"));
     const QWidget* shown = dialog;
+    bool wasVisible = false;
+    boxes.whileShown = [&] { wasVisible = dialog && dialog->isVisible() && finished.isEmpty(); };
     PressOk();
     EXPECT_EQ(nullptr, dialog.data());
     EXPECT_EQ(QList<bool>{true}, finished);
     const QList<MessageBoxCatcher::Box> expected{
         {QMessageBox::Critical, "Error", "the operation failed", QMessageBox::Ok, shown}};
     EXPECT_EQ(expected, boxes.Take());
+    EXPECT_TRUE(wasVisible) << "the dialog closes behind the box";
 }
 
 TEST_F(ZORTestDialogTest, PassesOtherExceptionsOn)

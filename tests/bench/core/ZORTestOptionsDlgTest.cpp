@@ -173,6 +173,21 @@ TEST_F(ZORTestOptionsDlgTest, WritesEverythingOnOkAndCloses)
     }
 }
 
+TEST_F(ZORTestOptionsDlgTest, WritesInTheOrderOfTheForm)
+{
+    WriteSdk({true, 7, true, 21, true, QStringLiteral("dump.txt"), true, true});
+    ZORTestOptionsDlg dlg(nullptr);
+    EXPECT_EQ(QStringList({"ZORGeoDebugOptions::SetConstructorStackTraces(true)",
+                           "ZORGeoDebugOptions::SetConstructorStackTraceLength(7)",
+                           "ZORGeoDebugOptions::SetReferenceStackTraces(true)",
+                           "ZORGeoDebugOptions::SetReferenceStackTraceLength(21)",
+                           "ZORGeoDebugOptions::SetContainerLoadDumpEnabled(true)",
+                           "ZORGeoDebugOptions::SetContainerLoadDumpFile(\"dump.txt\")",
+                           "ZORNestDebugOptions::SetKeepTranslationWorkDirectories(true)",
+                           "ZORNestDebugOptions::SetKeepNestingWorkDirectories(true)"}),
+              TraceCalls([&] { dlg.OnOkClicked(); }));
+}
+
 TEST_F(ZORTestOptionsDlgTest, WritesNothingWhenItIsMerelyClosed)
 {
     WriteSdk(OneSet);

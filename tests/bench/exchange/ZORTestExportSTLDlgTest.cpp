@@ -6,6 +6,7 @@
 #include "support/BenchTest.h"
 #include "widgets/ZORTestGeometrySelector.h"
 
+#include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>
 
@@ -195,6 +196,19 @@ TEST_F(ZORTestExportSTLDlgTest, MissingSurfaceIsReportedAndTheDialogStaysOpen)
     EXPECT_FALSE(IsOpen());
     EXPECT_EQ(QList<bool>({true, true}), finished);
     EXPECT_TRUE(QFile::exists(path));
+}
+
+TEST_F(ZORTestExportSTLDlgTest, GeometryThatIsNoSurfaceIsReported)
+{
+    AddSurface("S");
+    OpenDialog();
+    auto* combo = dialog->findChild<ZORTestGeometrySelector*>()->findChild<QComboBox*>("_Combo");
+    combo->addItem("wrong", QVariant::fromValue<ZORGeoGeometry*>(AddPoint("P")));
+    combo->setCurrentIndex(1);
+    PressOk();
+    EXPECT_EQ(QStringList({"Surface selection invalid"}), boxes.TakeErrors());
+    EXPECT_TRUE(answers.Take().isEmpty()) << "no file is asked for";
+    EXPECT_TRUE(IsOpen());
 }
 
 TEST_F(ZORTestExportSTLDlgTest, CancelledFileLeavesTheDialogOpenAndWritesNothing)

@@ -3,8 +3,6 @@
 #include "ContourImportTest.h"
 #include "console/ZORTestMainDialog.h"
 
-#include <ZORSystem/ZORSysApiTrace.h>
-
 #include <QFileInfo>
 #include <QLabel>
 #include <QMetaClassInfo>
@@ -171,16 +169,8 @@ TEST_F(ZORTestImportCatiaXMLCurvesDlgTest, SelectedContoursAloneAreImported)
     EXPECT_EQ(2, List()->selectedItems().size()) << "each click toggles";
     QTest::mouseClick(List()->viewport(), Qt::LeftButton, {},
                       List()->visualItemRect(List()->item(0)).center());
-    QStringList calls;
-    const auto connection =
-        QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced,
-                         [&](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
-    ZORSysApiTrace::GetInstance()->SetEnabled(true);
-    PressOk();
-    ZORSysApiTrace::GetInstance()->SetEnabled(false);
-    QObject::disconnect(connection);
     EXPECT_EQ(QStringList({"ZORGeoPolyline::ZORGeoPolyline(<>, [1], true)", "ZORGeoGeometry::Initialize()"}),
-              calls);
+              TraceCalls([this] { PressOk(); }));
     ASSERT_EQ(1, GetContainer()->GetNumGeometry());
     EXPECT_EQ(ZORMathPoint(3, 0, 0),
               qobject_cast<ZORGeoPolyline*>(GetContainer()->GetGeometryByIndex(0))->GetPoint(0));
@@ -252,7 +242,11 @@ TEST_F(ZORTestImportCatiaXMLCurvesDlgTest, TwoDialogsHaveDocumentsOfTheirOwn)
 TEST_F(ZORTestImportCatiaXMLCurvesDlgTest, ConsoleOpensItFromItsMenu)
 {
     OpenConsole();
+    GetSettings()->setValue(SettingsKey, GetPath("missing.xml"));
     ASSERT_NE(nullptr, TriggerMenu("_ImportCatiaXMLAction"));
+    const QList<MessageBoxCatcher::Box> expected{
+        {QMessageBox::Critical, "Error", "Cannot open the file for reading.", QMessageBox::Ok, nullptr}};
+    EXPECT_EQ(expected, boxes.Take()) << "without a parent all the same";
     EXPECT_STREQ("ZORTestImportCatiaXMLCurvesDlg", dialog->metaObject()->className());
     EXPECT_EQ(console.data(), dialog->parentWidget());
 }

@@ -147,6 +147,19 @@ TEST_F(ZORTestImportSTLCmdTest, FileThatVanishesIsReported)
     EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
 }
 
+TEST_F(ZORTestImportSTLCmdTest, BoxHasNoParentWhileAConsoleIsOpen)
+{
+    OpenConsole();
+    answers.AnswerFile(path, [this] { QFile::remove(path); });
+    TriggerMenu("_ImportSTLAction");
+    const QList<MessageBoxCatcher::Box> expected{
+        {QMessageBox::Critical, "Error", "Cannot open the file for reading.", QMessageBox::Ok, nullptr}};
+    EXPECT_EQ(expected, boxes.Take());
+    const QList<DialogAnswerer::Shown> shown = answers.Take();
+    ASSERT_EQ(1, shown.size());
+    EXPECT_EQ(console.data(), shown[0].parent);
+}
+
 TEST_F(ZORTestImportSTLCmdTest, DirectoryIsReported)
 {
     answers.AnswerFile(path, [this] {

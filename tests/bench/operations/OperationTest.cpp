@@ -4,7 +4,6 @@
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -74,36 +73,35 @@ QString OperationTest::GetClassInfo(const char* key) const
     return index < 0 ? QString() : QString::fromUtf8(metaObject->classInfo(index).value());
 }
 
+QStringList OperationTest::SortByPosition(QList<Located> texts) const
+{
+    std::sort(texts.begin(), texts.end(), [this](const Located& a, const Located& b) {
+        const QPoint p = a.widget->mapTo(dialog.data(), a.widget->rect().center());
+        const QPoint q = b.widget->mapTo(dialog.data(), b.widget->rect().center());
+        return std::pair(p.y(), p.x()) < std::pair(q.y(), q.x());
+    });
+    QStringList sorted;
+    for (const Located& located : texts)
+        sorted.append(located.text);
+    return sorted;
+}
+
 QStringList OperationTest::GetCaptions() const
 {
-    struct Caption
-    {
-        QPoint place;
-        QString text;
-    };
-    QList<Caption> captions;
-    const auto add = [&](const QWidget* widget, const QString& text) {
-        captions.append({widget->mapTo(dialog.data(), widget->rect().center()), text});
-    };
+    QList<Located> captions;
     for (const QLabel* label : dialog->findChildren<QLabel*>())
-        add(label, label->text());
+        captions.append({label, label->text()});
     for (const QCheckBox* check : dialog->findChildren<QCheckBox*>())
-        add(check, check->text());
-    std::sort(captions.begin(), captions.end(), [](const Caption& a, const Caption& b) {
-        return std::pair(a.place.y(), a.place.x()) < std::pair(b.place.y(), b.place.x());
-    });
-    QStringList texts;
-    for (const Caption& caption : captions)
-        texts.append(caption.text);
-    return texts;
+        captions.append({check, check->text()});
+    return SortByPosition(captions);
 }
 
 QStringList OperationTest::GetGeoTypes() const
 {
-    QStringList types;
+    QList<Located> types;
     for (const auto* selector : dialog->findChildren<ZORTestGeometrySelector*>())
-        types.append(selector->property("geoType").toString());
-    return types;
+        types.append({selector, selector->property("geoType").toString()});
+    return SortByPosition(types);
 }
 
 QStringList OperationTest::GetCandidates(const char* objectName) const
@@ -117,16 +115,7 @@ QStringList OperationTest::GetCandidates(const char* objectName) const
 
 QStringList OperationTest::TraceOk()
 {
-    QStringList lines;
-    ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();
-    const auto connection = QObject::connect(trace, &ZORSysApiTrace::CallTraced, [&](const QByteArray& line) {
-        lines.append(QString::fromUtf8(line));
-    });
-    trace->SetEnabled(true);
-    PressOk();
-    trace->SetEnabled(false);
-    QObject::disconnect(connection);
-    return lines;
+    return TraceCalls([this] { PressOk(); });
 }
 
 QList<ZORGeoGeometry*> OperationTest::TakeNew()

@@ -27,7 +27,7 @@ protected:
     QString GetClassInfo(const char* key) const;
     /// The captions of the open dialog from top to bottom and left to right: its labels and check boxes.
     QStringList GetCaptions() const;
-    /// "geoType" of the selectors of the open dialog in the order of their creation.
+    /// "geoType" of the selectors of the open dialog from top to bottom.
     QStringList GetGeoTypes() const;
     /// The entries of the combo box in the selector \a objectName.
     QStringList GetCandidates(const char* objectName) const;
@@ -56,5 +56,12 @@ protected:
     }
 
 private:
+    struct Located
+    {
+        const QWidget* widget; // not owned
+        QString text;
+    };
+    QStringList SortByPosition(QList<Located> texts) const;
+
     int m_numKnown = 0;
 };

@@ -343,6 +343,31 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, MissingInputsAreReportedInTheirOrder)
     }
 }
 
+TEST_F(ZORTestWFCurveOnSupportDlgTest, InputsOfOtherClassesAreReported)
+{
+    struct
+    {
+        int type;
+        const char* selector;
+        const char* message;
+    } const cases[] = {{0, "_SurfaceSel", "Surface selection invalid"},
+                       {0, "_StartPtSel", "Start point selection invalid"},
+                       {0, "_EndPtSel", "End point selection invalid"},
+                       {0, "_FolderSel", "Folder selection invalid"},
+                       {1, "_DirSel", "Direction selection invalid"}};
+    AddInputs();
+    ZORGeoGeometry* const wrong = AddPolyline("L", {{0, 0, 0}, {1, 0, 0}});
+    TakeNew();
+    for (const auto& [type, selector, message] : cases) {
+        OpenDialog(type);
+        SelectInputs();
+        auto* combo = Field<ZORTestGeometrySelector>(selector)->findChild<QComboBox*>("_Combo");
+        combo->addItem("wrong", QVariant::fromValue(wrong));
+        combo->setCurrentIndex(combo->count() - 1);
+        ExpectRefusal(QLatin1String(message));
+    }
+}
+
 TEST_F(ZORTestWFCurveOnSupportDlgTest, LimitsThatAreNoFeaturesAreReported)
 {
     AddInputs();

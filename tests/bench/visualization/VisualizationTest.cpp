@@ -27,6 +27,14 @@ void VisualizationTest::AnswerOptions(const QByteArray& className, const std::fu
     });
 }
 
+QString VisualizationTest::TraceObject(ZORGeoGeometry* geometry, const QByteArray& className)
+{
+    GetFeatEnvironment()->setObjectName("Features");
+    AnswerOptions(className);
+    const QStringList calls = TraceCalls([&] { EXPECT_NE(nullptr, Visualize(geometry)); });
+    return calls.filter("ZORVisVirtualObject::ZORVisVirtualObject").join(u'\n');
+}
+
 const ZORVisRepGraphics* VisualizationTest::GetGraphics(const ZORVisVirtualObject* object)
 {
     const auto* graphics = dynamic_cast<const ZORVisRepGraphics*>(object->GetRep());

@@ -34,6 +34,9 @@ protected:
     /// The next option dialog, of class \a className, is filled in by \a fill and left with OK.
     void AnswerOptions(const QByteArray& className, const std::function<void(QDialog*)>& fill = {});
 
+    /// Visualizes \a geometry with the options as they are and returns how the visual object was constructed; the
+    /// feature environment is named "Features".
+    QString TraceObject(ZORGeoGeometry* geometry, const QByteArray& className);
     /// The representation of \a object; a failure when it is none made of primitives.
     static const ZORVisRepGraphics* GetGraphics(const ZORVisVirtualObject* object);
     /// The \a index-th primitive of \a graphics as a \a Primitive; null when it is another kind.

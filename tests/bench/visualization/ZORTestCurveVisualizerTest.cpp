@@ -56,6 +56,12 @@ TEST_F(ZORTestCurveVisualizerTest, DrawsTheWholeCurveAsLines)
     EXPECT_EQ(ZORVisPolylinePrimitive::Chain, lines->GetStructure());
 }
 
+TEST_F(ZORTestCurveVisualizerTest, VisualObjectsAreMadeForTheFeatureEnvironment)
+{
+    EXPECT_EQ(QString("ZORVisVirtualObject::ZORVisVirtualObject(<Features>, <C>)"),
+              TraceObject(AddPolyline("C", points), dialogClass));
+}
+
 TEST_F(ZORTestCurveVisualizerTest, OptionsOfTheDialogReachTheDrawing)
 {
     auto* curve = AddPolyline("C", points);

@@ -54,6 +54,12 @@ TEST_F(ZORTestPointVisualizerTest, SymbolFollowsAPointOnACurveThatChangesInPlace
     EXPECT_EQ(QColor(50, 60, 70), GetGraphics(object.get())->GetOptions().GetColor());
 }
 
+TEST_F(ZORTestPointVisualizerTest, VisualObjectsAreMadeForTheFeatureEnvironment)
+{
+    EXPECT_EQ(QString("ZORVisVirtualObject::ZORVisVirtualObject(<Features>, null)"),
+              TraceObject(AddPoint("P"), dialogClass));
+}
+
 TEST_F(ZORTestPointVisualizerTest, CancelGivesNothing)
 {
     auto* point = AddPoint("P");

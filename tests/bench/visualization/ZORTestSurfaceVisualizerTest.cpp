@@ -62,8 +62,8 @@ protected:
             options->findChild<QCheckBox*>("_WireframeChk")->setChecked(true);
         });
     }
-    /// The segments of the wireframe, in the order in which they were drawn.
-    std::vector<Segment> DrawWireframe(ZORGeoSurface* surface)
+    /// Returns the points of the wireframe as they were drawn, two for each segment.
+    QList<ZORMathPoint> DrawPoints(ZORGeoSurface* surface)
     {
         AnswerWireframe();
         const auto object = Visualize(surface);
@@ -73,7 +73,12 @@ protected:
             return {};
         }
         EXPECT_EQ(0, int(lines->GetStructure()));
-        const auto& points = lines->GetPoints();
+        return lines->GetPoints();
+    }
+    /// The segments of the wireframe, in the order in which they were drawn.
+    std::vector<Segment> DrawWireframe(ZORGeoSurface* surface)
+    {
+        const QList<ZORMathPoint> points = DrawPoints(surface);
         EXPECT_EQ(0, points.size() % 2);
         std::vector<Segment> segments;
         for (qsizetype i = 0; i + 1 < points.size(); i += 2)
@@ -100,6 +105,13 @@ TEST_F(ZORTestSurfaceVisualizerTest, DrawsTheSurfaceShaded)
     EXPECT_EQ(expected, graphics->GetOptions()) << "nothing but the color";
 }
 
+TEST_F(ZORTestSurfaceVisualizerTest, VisualObjectsAreMadeForTheFeatureEnvironment)
+{
+    auto* surface = AddSurface("S");
+    EXPECT_EQ(QString("ZORVisVirtualObject::ZORVisVirtualObject(<Features>, <S>)"),
+              TraceObject(surface, dialogClass));
+}
+
 TEST_F(ZORTestSurfaceVisualizerTest, WireframeKeepsOwnerAndColor)
 {
     auto* surface = AddSurface("S");
@@ -120,8 +132,26 @@ TEST_F(ZORTestSurfaceVisualizerTest, WireframeOfATriangleGoesAroundIt)
     const ZORMathPoint a(0, 0, 0);
     const ZORMathPoint b(1, 0, 0);
     const ZORMathPoint c(0, 1, 0);
-    const std::vector<Segment> expected = {MakeSegment(a, b), MakeSegment(b, c), MakeSegment(c, a)};
-    EXPECT_EQ(expected, DrawWireframe(AddMesh({a, b, c}, {{0, 1, 2}})));
+    EXPECT_EQ(QList<ZORMathPoint>({a, b, b, c, c, a}), DrawPoints(AddMesh({a, b, c}, {{0, 1, 2}})));
+}
+
+// Three triangles around a vertex. Whichever of their sides is the border, it is drawn in the order of the corners.
+TEST_F(ZORTestSurfaceVisualizerTest, BordersAtEverySideAreDrawnFromCornerToCorner)
+{
+    const ZORMathPoint o(0, 0, 0);
+    const ZORMathPoint p(1, 0, 0);
+    const ZORMathPoint q(-1, 1, 0);
+    const ZORMathPoint r(-1, -1, 0);
+    const QList<ZORMathPoint> vertices = {o, p, q, r};
+    EXPECT_EQ(QList<ZORMathPoint>({p, q, q, o, o, p, r, p, o, r, q, r}),
+              DrawPoints(AddMesh(vertices, {{1, 2, 0}, {2, 3, 0}, {3, 1, 0}})))
+        << "first sides";
+    EXPECT_EQ(QList<ZORMathPoint>({o, p, p, q, q, o, q, r, r, o, r, p}),
+              DrawPoints(AddMesh(vertices, {{0, 1, 2}, {0, 2, 3}, {0, 3, 1}})))
+        << "second sides";
+    EXPECT_EQ(QList<ZORMathPoint>({q, o, o, p, p, q, o, r, r, p, q, r}),
+              DrawPoints(AddMesh(vertices, {{2, 0, 1}, {3, 0, 2}, {1, 0, 3}})))
+        << "third sides";
 }
 
 TEST_F(ZORTestSurfaceVisualizerTest, SharedEdgeIsDrawnOnce)

@@ -54,6 +54,7 @@ TEST_F(ZORTestVisOptionsDlgTest, ButtonAsksForItsColor)
     ASSERT_EQ(1, shown.size());
     EXPECT_EQ(QString("Surface Color"), shown[0].title);
     EXPECT_EQ(QColor(10, 20, 30), shown[0].color);
+    EXPECT_EQ(0, shown[0].colorOptions);
     EXPECT_EQ(&options, shown[0].parent);
     EXPECT_EQ(QColor(200, 100, 0), ZORTestVisOptionsDlg::GetButtonColor(&options.button));
     EXPECT_EQ(QString("background-color: rgb(200,100,0);"), options.button.styleSheet());

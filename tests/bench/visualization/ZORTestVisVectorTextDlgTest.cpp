@@ -280,6 +280,18 @@ TEST_F(ZORTestVisVectorTextDlgTest, DrawsTheStrokesOfTheTextWithAllValuesOfTheFo
         EXPECT_EQ(polylines[i], GetPolyline(i));
 }
 
+TEST_F(ZORTestVisVectorTextDlgTest, OriginAndGuideLinesHaveTheAnchorsOfTheirLabels)
+{
+    OpenDialog();
+    const QStringList calls = TraceCalls([this] { PressOk(); });
+    EXPECT_EQ(QStringList("ZORDebugVizContainer::AddPoint((0, 0, 0), 255, 255, 255, 0, \"\", 4)"),
+              calls.filter("::AddPoint("));
+    const QStringList lines = calls.filter("::AddLine(");
+    EXPECT_EQ(3, lines.size());
+    for (const QString& line : lines)
+        EXPECT_TRUE(line.endsWith("255, 255, 255, 0, \"\", 4, 2)")) << line.toStdString();
+}
+
 TEST_F(ZORTestVisVectorTextDlgTest, GuideLinesRunAlongTheBaselineAndTheHeightOfTheFirstLine)
 {
     OpenDialog();

@@ -2,6 +2,7 @@
 
 #include "SelectorProbes.h"
 #include "support/BenchTest.h"
+#include "support/RemovingGeometry.h"
 
 #include <ZORFeature/ZORFeatFolder.h>
 #include <ZORFeature/ZORFeatRoot.h>
@@ -64,6 +65,16 @@ protected:
 
     ZORTestGeometrySelector selector{nullptr};
 };
+
+TEST_F(ZORTestGeometrySelectorTest, SkipsIndicesWhoseGeometryIsGone)
+{
+    auto* removing = Register(new RemovingGeometry(GetContainer()), "Removing");
+    AddPoint("P");
+    removing->other = AddPoint("Q");
+    Configure("ZORGeoGeometry");
+    EXPECT_EQ(nullptr, removing->other.data()) << "the third index has become null";
+    EXPECT_EQ(QStringList({"Removing", "P"}), Entries());
+}
 
 TEST_F(ZORTestGeometrySelectorTest, FormIsAsDesigned)
 {
