@@ -348,22 +348,26 @@ TEST_F(ContainerFilesTest, InitializesTheRootOfTheChosenClass)
 {
     const QStringList roots = GetRootClasses();
     ASSERT_GT(roots.size(), 1);
-    answers.AnswerItem(roots.constLast());
-    Open("ZORTestInitializeRootCmd");
-    const QList<DialogAnswerer::Shown> shown = answers.Take();
-    ASSERT_EQ(1, shown.size());
-    EXPECT_EQ(QString("Select the environment to initialize"), shown[0].title);
-    EXPECT_EQ(QString("Environment Class:"), shown[0].label);
-    EXPECT_EQ(roots, shown[0].items);
-    EXPECT_EQ(0, shown[0].currentIndex);
-    EXPECT_FALSE(shown[0].isEditable);
-    EXPECT_EQ(QList<bool>({true}), finished);
-    ASSERT_EQ(1, GetContainer()->GetFeatureRoots().size());
-    EXPECT_EQ(roots.constLast(),
-              QString::fromLatin1(GetContainer()->GetFeatureRoots().constFirst()->metaObject()->className()));
-    answers.AnswerItem(roots.constLast());
-    Open("ZORTestInitializeRootCmd");
-    EXPECT_EQ(1, GetContainer()->GetFeatureRoots().size()) << "it was there already";
+    for (const QString& root : roots) {
+        GetContainer()->Clear();
+        answers.AnswerItem(root);
+        Open("ZORTestInitializeRootCmd");
+        const QList<DialogAnswerer::Shown> shown = answers.Take();
+        ASSERT_EQ(1, shown.size());
+        EXPECT_EQ(QString("Select the environment to initialize"), shown[0].title);
+        EXPECT_EQ(QString("Environment Class:"), shown[0].label);
+        EXPECT_EQ(roots, shown[0].items);
+        EXPECT_EQ(0, shown[0].currentIndex);
+        EXPECT_FALSE(shown[0].isEditable);
+        const QList<ZORFeatRoot*> made = GetContainer()->GetFeatureRoots();
+        ASSERT_EQ(1, made.size()) << root.toStdString();
+        EXPECT_EQ(root, QString::fromLatin1(made.constFirst()->metaObject()->className()));
+        answers.AnswerItem(root);
+        Open("ZORTestInitializeRootCmd");
+        EXPECT_EQ(made, GetContainer()->GetFeatureRoots()) << "it was there already";
+        answers.Take();
+    }
+    EXPECT_EQ(QList<bool>(2 * roots.size(), true), finished);
 }
 
 TEST_F(ContainerFilesTest, OffersNothingWithoutAnyRootClass)
