@@ -26,15 +26,15 @@ void AppendSampledArc(std::vector<Point>& ring, double& error, Point start, cons
     const double from = std::atan2(start.y - arc.centre.y, start.x - arc.centre.x);
     double turn = std::atan2(arc.end.y - arc.centre.y, arc.end.x - arc.centre.x) - from;
     const double gap = std::hypot(arc.end.x - start.x, arc.end.y - start.y);
-    if (gap <= 1e-9 * radius)
-        turn = 2 * kPi;
-    else if (!arc.counterClockwise)
-        turn = -turn;
-    while (turn < 1e-11)
-        turn += 2 * kPi;
-    while (turn > 2 * kPi + 1e-11)
-        turn -= 2 * kPi;
     const double sign = arc.counterClockwise ? 1 : -1;
+    if (gap <= 1e-9 * std::min(radius, 1000.0)) {
+        turn = 2 * kPi;
+    } else {
+        turn = sign * std::remainder(turn, 2 * kPi);
+        if (std::abs(turn) < 1e-12)
+            return; // straight
+        turn += turn < 0 ? 2 * kPi : 0;
+    }
     const int steps = static_cast<int>(std::ceil(turn / (2 * kPi) * kStepsPerTurn));
     for (int i = 1; i <= steps; ++i) {
         const double angle = from + sign * turn * i / steps;

@@ -193,7 +193,7 @@ private:
             break;
         case 2: // an arc whose end lies off its circle
             contour.segments = {{{20, 0}, false, true, {}},
-                                {{14, Pick({14, 10.0005, 6})}, true, true, {10, 0}},
+                                {{10, Pick({14, 10.0005, 9.9995, 6})}, true, true, {10, 0}},
                                 {{0, 12}, false, true, {}}};
             break;
         default: // a flat arc, and one that cuts in
@@ -256,7 +256,8 @@ void ExpectValid(const Job& job, const Solution& solution, const std::string& na
         EXPECT_NE(unplaced.reason, "its place did not pass the check") << name << ": item " << unplaced.item;
 }
 
-void RunJob(uint64_t seed)
+/// Returns the number of copies that were placed.
+int RunJob(uint64_t seed)
 {
     const std::string name = "job " + std::to_string(seed);
     const Job job = JobMaker(seed).Make();
@@ -276,14 +277,18 @@ void RunJob(uint64_t seed)
     } else if (way == 3) {
         solution = SolveUntil(job, options, control, random.Index(400), true);
         if (!solution) // cancelled in time
-            return;
+            return 0;
     } else {
         solution = Solve(job, options, control);
     }
-    ASSERT_TRUE(solution.has_value()) << name;
+    if (!solution.has_value()) {
+        ADD_FAILURE() << name;
+        return 0;
+    }
     EXPECT_EQ(control.progress, 1) << name;
     ExpectValid(job, *solution, name);
     ExpectPriorities(job, *solution, name);
+    return CountPlaced(*solution);
 }
 
 size_t GetNumber(const char* variable, size_t otherwise)
@@ -298,8 +303,10 @@ TEST(ZORNestSolverRandomJobsTest, EveryResultIsValid)
 {
     const uint64_t first = GetNumber("ZOR_RANDOM_SEED", 1);
     const size_t count = GetNumber("ZOR_RANDOM_JOBS", kJobs);
+    size_t placed = 0;
     for (uint64_t seed = first; seed < first + count; ++seed)
-        RunJob(seed);
+        placed += static_cast<size_t>(RunJob(seed));
+    EXPECT_GE(placed, count);
 }
 
 TEST(ZORNestSolverRandomJobsTest, TheOracleFindsPlantedFaults)
