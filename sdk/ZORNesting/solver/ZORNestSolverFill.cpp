@@ -18,6 +18,7 @@ constexpr double RemnantTimeOfItem = 0.05;
 constexpr double ExploreShare = 0.7;      // of that time
 constexpr double kThoroughSeconds = 0.05; // after a stop, for thorough preparation
 constexpr double kQuickSeconds = 0.12;    // after a stop, for any preparation
+constexpr size_t kManySegments = 1000;    // too many for thorough preparation after a stop
 
 Budget PartOf(const Budget& budget, double share)
 {
@@ -34,7 +35,12 @@ public:
         : m_budget(budget)
     {
     }
-    bool IsThorough() { return GetSecondsSinceEnd() < kThoroughSeconds; }
+    /// \param segments  of the item to prepare
+    bool IsThorough(size_t segments)
+    {
+        const double seconds = GetSecondsSinceEnd();
+        return seconds < kThoroughSeconds && (!m_end || segments < kManySegments);
+    }
     bool IsThere() { return GetSecondsSinceEnd() < kQuickSeconds; }
 
 private:
@@ -72,8 +78,11 @@ void PreparedJob::AddItem(const Item& item, Patience& patience)
 {
     std::string reason;
     ItemType type;
-    if (patience.IsThorough())
-        type = PrepareItem(item, job, reason, [&patience] { return !patience.IsThorough(); });
+    size_t segments = 0;
+    for (const Contour& contour : item.contours)
+        segments += contour.segments.size();
+    if (patience.IsThorough(segments))
+        type = PrepareItem(item, job, reason, [&patience] { return !patience.IsThorough(0); });
     const bool isLeftOff = type.outer.empty() && reason.empty();
     if (isLeftOff && patience.IsThere())
         type = PrepareHull(item, job, reason);

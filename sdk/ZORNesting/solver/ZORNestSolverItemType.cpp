@@ -11,6 +11,8 @@ namespace {
 
 constexpr double LargestGrowth = 0.001;
 constexpr size_t kMostPoles = 32;
+constexpr size_t kMostCorners =
+    2000; // of a search shape: more would cost seconds to grow, and the search its speed
 constexpr int MostIncrements = 720;
 
 std::vector<double> GetMiddleAngles(const Item& item, const Job& job)
@@ -53,11 +55,11 @@ void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, do
 Polygon MakeBody(const Polygon& outer, double margin, const Interruption& isOver)
 {
     if (margin <= 0)
-        return Inset(SimplifyOutwards(outer, LargestGrowth, isOver));
-    const Polygon simple = SimplifyOutwards(outer, LargestGrowth / 2, isOver);
+        return Inset(SimplifyOutwards(outer, LargestGrowth, isOver, kMostCorners));
+    const Polygon simple = SimplifyOutwards(outer, LargestGrowth / 2, isOver, kMostCorners);
     if (isOver())
         return {};
-    return Inset(SimplifyOutwards(GrowPolygon(simple, margin), LargestGrowth / 2, isOver));
+    return Inset(SimplifyOutwards(GrowPolygon(simple, margin), LargestGrowth / 2, isOver, kMostCorners));
 }
 
 std::vector<Circle> Moved(std::vector<Circle> circles, Point by)

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kGrid = 1e-9;           // far below the inset
 constexpr double kThinnest = 1e-6;       // pieces and holes thinner than that are due to rounding
-constexpr double kBluntest = 0.125;      // keeps the hair at a sharp corner short
+constexpr double kBluntest = 0.5; // keeps the inset of a sharp corner within twice that of edges
 constexpr double NoArea = 1e-6;          // of a hole: less outside of the outline is due to rounding
 constexpr double CornerTolerance = 0.01; // of the distance: how far a corner may reach beyond the circle
 
@@ -111,8 +111,8 @@ ClipperLib::Paths Combine(ClipperLib::ClipType type, const ClipperLib::Paths& su
                           const ClipperLib::Paths& clip,
                           ClipperLib::PolyFillType fill = ClipperLib::pftNonZero)
 {
-    ClipperLib::Clipper clipper;
-    clipper.StrictlySimple(true);
+    ClipperLib::Clipper
+        clipper; // rings that touch themselves are fine, and quicker than strictly simple ones
     clipper.AddPaths(subject, ClipperLib::ptSubject, true);
     clipper.AddPaths(clip, ClipperLib::ptClip, true);
     ClipperLib::Paths paths;

@@ -8,7 +8,7 @@ namespace ZORNestSolver {
 
 /// By how much the edges of search shapes are moved inwards, in millimeters: less than half of the depth to which
 /// parts may overlap. Parts that touch exactly then never seem to collide by rounding.
-constexpr double kInset = 3e-7;
+constexpr double kInset = 2e-7;
 
 /// Returns a polygon that contains every point within \a distance of the given one; its edges are exact, its round
 /// corners tangent polygons. Holes that close up vanish. Coordinates are rounded by less than 1e-8.

@@ -174,6 +174,12 @@ Polygon GetCaps(const std::vector<Contour>& contours, const Fineness& fineness)
     return caps;
 }
 
+bool HasArcs(const Contour& contour)
+{
+    return std::any_of(contour.segments.begin(), contour.segments.end(),
+                       [](const Segment& segment) { return segment.isArc; });
+}
+
 /// Returns in how many others each ring lies; the rings do not cross.
 std::vector<size_t> GetDepths(const Polygon& polygon)
 {
@@ -208,7 +214,8 @@ public:
         Polygon rings;
         for (size_t i = 0; i < m_contours.size(); ++i)
             rings.push_back(Flatten(m_contours[i], i == 0 ? ArcSide::Outer : ArcSide::Hole, m_fineness));
-        if (!m_areSimple || !IsSimple(rings))
+        const bool isKnown = rings.size() == 1 && !HasArcs(m_contours[0]); // already looked at
+        if (!m_areSimple || (!isKnown && !IsSimple(rings)))
             return {};
         const std::vector<size_t> depths = GetDepths(rings);
         bool hasIslands = false;

@@ -16,7 +16,7 @@ constexpr size_t kChangesPerLook = 64; // between two questions whether to go on
 class Simplifier
 {
 public:
-    Simplifier(const Polygon& polygon, double budget);
+    Simplifier(const Polygon& polygon, double budget, size_t mostCorners);
     void Run(const Interruption& isOver);
     Polygon GetResult() const;
 
@@ -65,6 +65,8 @@ private:
     EdgeTree m_tree; // of edges, by their first corners
     std::priority_queue<Change> m_changes;
     double m_budget;
+    size_t m_cornersLeft = 0;
+    size_t m_mostCorners = 0;
 };
 
 size_t CountCorners(const Polygon& polygon)
@@ -75,10 +77,12 @@ size_t CountCorners(const Polygon& polygon)
     return count;
 }
 
-Simplifier::Simplifier(const Polygon& polygon, double budget)
+Simplifier::Simplifier(const Polygon& polygon, double budget, size_t mostCorners)
     : m_box(GetBox(polygon))
     , m_tree(CountCorners(polygon))
     , m_budget(budget)
+    , m_cornersLeft(CountCorners(polygon))
+    , m_mostCorners(mostCorners)
 {
     for (size_t r = 0; r < polygon.size(); ++r) {
         const size_t first = m_corners.size();
@@ -178,6 +182,7 @@ void Simplifier::RemoveAfter(size_t corner)
     Corner& removed = m_corners[m_corners[corner].after];
     removed.isAlive = false;
     --m_ringSizes[removed.ring];
+    --m_cornersLeft;
     m_corners[corner].after = removed.after;
     m_corners[removed.after].before = corner;
 }
@@ -199,7 +204,7 @@ void Simplifier::Apply(const Change& change)
 void Simplifier::Run(const Interruption& isOver)
 {
     size_t changes = 0;
-    while (!m_changes.empty() && m_changes.top().area <= m_budget) {
+    while (!m_changes.empty() && (m_changes.top().area <= m_budget || m_cornersLeft > m_mostCorners)) {
         if (++changes % kChangesPerLook == 0 && isOver())
             return;
         const Change change = m_changes.top();
@@ -232,9 +237,10 @@ Polygon Simplifier::GetResult() const
 
 } // namespace
 
-Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth, const Interruption& isOver)
+Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth, const Interruption& isOver,
+                         size_t mostCorners)
 {
-    Simplifier simplifier(polygon, GetArea(polygon) * largestGrowth);
+    Simplifier simplifier(polygon, GetArea(polygon) * largestGrowth, mostCorners);
     simplifier.Run(isOver);
     return simplifier.GetResult();
 }

@@ -119,6 +119,23 @@ TEST(ZORNestSolverPreparationTest, ManyCornersAreSimplifiedInALogarithmicNumberO
     EXPECT_LT(GetSeconds(start), 10);
 }
 
+TEST(ZORNestSolverPreparationTest, ShapesOfVeryManyCornersAreSimplifiedFurther)
+{
+    Job job = MakeHeavyJob(1, 20000);
+    std::string reason;
+    const ItemType type = PrepareItem(job.items[0], job, reason);
+    EXPECT_EQ(reason, "");
+    EXPECT_EQ(type.outer[0].size(), 20000U);
+    EXPECT_LE(type.base.edgeCount, 2000U);
+    Random random(2);
+    for (int i = 0; i < 300; ++i) {
+        const Point p{random.Between(-100, 100), random.Between(-100, 100)};
+        if (IsInside(p, type.outer)) {
+            EXPECT_TRUE(IsInside(p - type.reference, type.body));
+        }
+    }
+}
+
 TEST(ZORNestSolverPreparationTest, SimplificationSwallowsNoOtherPiece)
 {
     // A notch as small as a sheet of paper is thick, with a crumb in it.
