@@ -213,3 +213,48 @@ TEST(ZORNestSolverExactFitsTest, AnExactFitInAnIrregularSheet)
     job.items[0].flippable = true;
     ExpectAllPlaced(job, "its mirror image");
 }
+
+TEST(ZORNestSolverExactFitsTest, RowsAndGridsFillASheetWithTheirSeparation)
+{
+    for (const double separation : {0.0, 0.3, 10.0}) {
+        for (const bool hasFrame : {false, true}) {
+            for (const int rows : {1, 2, 3}) {
+                Job job;
+                job.separation = separation;
+                job.frameWidth = hasFrame ? 4 : 0;
+                const double edges = 2 * job.frameWidth;
+                job.kinds = {
+                    Sheet(3 * 80 + 2 * separation + edges, rows * 30 + (rows - 1) * separation + edges)};
+                job.items = {MakeItem(Rectangle(80, 30), 3 * rows)};
+                ExpectAllPlaced(job,
+                                "grid of " + std::to_string(rows) + " rows, " + std::to_string(separation));
+            }
+        }
+    }
+}
+
+TEST(ZORNestSolverExactFitsTest, ARowFillsTheWidthOfARoll)
+{
+    for (const double separation : {0.0, 10.0}) {
+        Job job;
+        job.separation = separation;
+        job.kinds = {Roll(2 * 485 + separation)};
+        job.items = {MakeItem(Rectangle(100, 485), 4)};
+        const Solution solution = SolveInSteps(job, 3000);
+        EXPECT_EQ(CountPlaced(solution), 4);
+        EXPECT_NEAR(solution.sheets[0].usedLength, 200 + separation, 0.5); // two columns
+    }
+}
+
+TEST(ZORNestSolverExactFitsTest, APartFillsTheHoleOfAnother)
+{
+    Job job;
+    job.kinds = {Sheet(100, 60)};
+    Item frame = MakeItem(Rectangle(100, 60));
+    frame.contours.push_back(MakeContour(Rectangle(50, 40, {20, 10})));
+    job.items = {frame, MakeItem(Rectangle(50, 40))};
+    ExpectAllPlaced(job, "square hole");
+    job.items[1] = MakeItem(Rectangle(46, 36));
+    job.separation = 2;
+    ExpectAllPlaced(job, "square hole, with separation");
+}
