@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kGrid = 1e-9;           // far below the inset
 constexpr double kThinnest = 1e-6;       // pieces and holes thinner than that are due to rounding
-constexpr double kBluntest = 0.5; // keeps the inset of a sharp corner within twice that of edges
+constexpr double kBluntest = 0.5;        // keeps the inset of a sharp corner within twice that of edges
 constexpr double NoArea = 1e-6;          // of a hole: less outside of the outline is due to rounding
 constexpr double CornerTolerance = 0.01; // of the distance: how far a corner may reach beyond the circle
 
