@@ -77,9 +77,13 @@ void SetBody(ItemType& type, const Polygon& body, size_t poles)
     const Point back = Point{} - type.reference;
     type.body = Transform({false, 0, back}).Apply(body);
     type.base = MakeShape(type.body, Moved(circles, back));
-    for (const Ring& ring : type.body)
-        if (GetSignedArea(ring) < 0)
-            type.holes.push_back(FindPoles({Ring(ring.rbegin(), ring.rend())}, 1).front());
+    for (size_t i = 0; i < type.body.size(); ++i) {
+        const Ring& ring = type.body[i];
+        if (GetSignedArea(ring) >= 0)
+            continue;
+        type.holes.push_back(FindPoles({Ring(ring.rbegin(), ring.rend())}, 1).front());
+        type.holeRings.push_back(i);
+    }
     type.smallerSide = std::min(type.base.box.GetWidth(), type.base.box.GetHeight());
 }
 

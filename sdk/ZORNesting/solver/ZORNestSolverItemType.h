@@ -31,11 +31,12 @@ struct ItemType
 {
     Polygon outer; // contains the outline, in the item's coordinates
     Polygon body;  // outer grown by half the separation and simplified, relative to the reference point
-    Silhouette silhouette;     // of the exact outline, in the item's coordinates
-    double margin = 0;         // half the separation
-    Point reference;           // in the item's coordinates, deep inside
-    Shape base;                // neither mirrored nor turned
-    std::vector<Circle> holes; // the largest circle in each hole of the body
+    Silhouette silhouette;         // of the exact outline, in the item's coordinates
+    double margin = 0;             // half the separation
+    Point reference;               // in the item's coordinates, deep inside
+    Shape base;                    // neither mirrored nor turned
+    std::vector<size_t> holeRings; // the rings of the body that are holes
+    std::vector<Circle> holes;     // the largest circle in each hole of the body
     std::vector<PoseClass> classes;
     std::vector<Shape> shapes; // one for each class, at its middle angle
     double area = 0;           // of outer

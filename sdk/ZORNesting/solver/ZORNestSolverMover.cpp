@@ -14,6 +14,7 @@ constexpr int FreeAngles = 16; // samples of a full turn
 constexpr double SameDistance = 0.01;
 constexpr double NearbyReach = 0.5;    // of the item's smaller side
 constexpr double HoleReach = 0.5;      // of the radius: how far from the middle of a hole samples lie
+constexpr size_t kExactShare = 4;      // one in so many samples in holes
 constexpr double SameDirection = 0.01; // the sine between edges that count as parallel
 constexpr double ClampReach = 0.25;    // of the item's smaller side: how far a window may push a sample
 constexpr int MostRounds = 300;        // of a descent
@@ -191,7 +192,8 @@ std::optional<Stand> Mover::SampleInHole(size_t item)
     if (holder == item || !m_layout.IsStanding(holder))
         return std::nullopt;
     const ItemType& other = m_layout.GetType(holder);
-    const Circle& hole = other.holes[m_random.Index(other.holes.size())];
+    const size_t chosen = m_random.Index(other.holes.size());
+    const Circle& hole = other.holes[chosen];
     if (hole.radius < static_cast<double>(m_layout.GetType(item).base.poleR[0]))
         return std::nullopt;
     const Stand& around = m_layout.GetStand(holder);
@@ -201,7 +203,14 @@ std::optional<Stand> Mover::SampleInHole(size_t item)
     const Transform place({other.classes[around.poseClass].mirrored, around.angle, around.position});
     const double reach = HoleReach * hole.radius;
     const Point offset{m_random.Between(-reach, reach), m_random.Between(-reach, reach)};
-    stand->position = place.Apply(hole.centre) + offset - GetShape(item, *stand).box.GetCentre();
+    Point middle = place.Apply(hole.centre) + offset;
+    if (m_random.Index(kExactShare) == 0) { // in the middle of the box, for items as large as the hole
+        Box box;
+        for (const Point& p : other.body[other.holeRings[chosen]])
+            box.Add(place.Apply(p));
+        middle = box.GetCentre();
+    }
+    stand->position = middle - GetShape(item, *stand).box.GetCentre();
     Clamp(item, *stand);
     return stand;
 }
