@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <thread>
+#include <tuple>
 
 using namespace SolverShapes;
 
@@ -223,6 +224,27 @@ std::optional<Solution> SolveUntil(const Job& job, const RunOptions& options, Co
     return solution;
 }
 
+bool AreEqual(const Contour& a, const Contour& b)
+{
+    return a.start == b.start
+           && std::equal(a.segments.begin(), a.segments.end(), b.segments.begin(), b.segments.end(),
+                         [](const Segment& s, const Segment& t) {
+                             return s.end == t.end && s.isArc == t.isArc && s.centre == t.centre
+                                    && s.counterClockwise == t.counterClockwise;
+                         });
+}
+
+/// Whether parts differ in nothing but quantity and priority.
+bool AreEqual(const Item& a, const Item& b)
+{
+    return std::equal(a.contours.begin(), a.contours.end(), b.contours.begin(), b.contours.end(),
+                      [](const Contour& c, const Contour& d) { return AreEqual(c, d); })
+           && std::tie(a.orientation, a.grain90, a.grain180, a.grain270, a.maxDeviation, a.deviationIncrement,
+                       a.mirrored, a.flippable, a.allowedAngles)
+                  == std::tie(b.orientation, b.grain90, b.grain180, b.grain270, b.maxDeviation,
+                              b.deviationIncrement, b.mirrored, b.flippable, b.allowedAngles);
+}
+
 /// Copies of an equal part that count more are placed first.
 void ExpectPriorities(const Job& job, const Solution& solution, const std::string& name)
 {
@@ -237,10 +259,7 @@ void ExpectPriorities(const Job& job, const Solution& solution, const std::strin
         left[unplaced.item] += unplaced.count;
     const size_t twin = job.items.size() - 1;
     for (size_t i = 0; i < twin; ++i) {
-        if (job.items[i].contours.front().segments.size() != job.items[twin].contours.front().segments.size()
-            || !(job.items[i].contours.front().start == job.items[twin].contours.front().start)
-            || job.items[i].orientation != job.items[twin].orientation
-            || job.items[i].priority == job.items[twin].priority)
+        if (!AreEqual(job.items[i], job.items[twin]) || job.items[i].priority == job.items[twin].priority)
             continue;
         const auto [low, high] =
             job.items[i].priority < job.items[twin].priority ? std::pair{i, twin} : std::pair{twin, i};
