@@ -47,7 +47,6 @@ ZORNestNestingJob::ZORNestNestingJob(const ZORNestNestingInput& input,
     m_job.stackSize = std::max(1, input.GetStackSize());
     m_job.usageRule = ToUsageRule(input.GetPackagingUsageRule());
     m_job.seed = input.GetSeed();
-    LimitQuantities();
 }
 
 /// \return 0 for a number that cannot be used, with a remark
@@ -122,31 +121,6 @@ void ZORNestNestingJob::AddKind(const ZORNestNestingInput& input, qsizetype inde
     m_job.kinds.push_back(kind);
 }
 
-// Copies beyond what the area of all sheets can hold have no place, whatever the search does. One copy of each
-// part is always passed on: the solver knows whether it fits at all.
-void ZORNestNestingJob::LimitQuantities()
-{
-    double room = 0;
-    for (const ZORNestSolver::SheetKind& kind : m_job.kinds) {
-        const double length = kind.IsRoll() ? HUGE_VAL : kind.length;
-        room += kind.quantity > 0 && kind.width > 0 ? kind.quantity * (kind.width * length) : 0;
-    }
-    int left = mostCopies;
-    for (size_t i = 0; i < m_job.items.size(); ++i) {
-        ZORNestSolver::Item& item = m_job.items[i];
-        Excess excess;
-        if (!item.contours.empty()) {
-            const double byArea = std::floor(room / m_parts[qsizetype(i)].cut.area * (1 + 1e-9));
-            const int byRoom = int(std::clamp(byArea, 1.0, double(mostCopies + 1)));
-            excess.isByLimit = left < byRoom;
-            excess.count = std::max(0, item.quantity - std::min(left, byRoom));
-            item.quantity -= excess.count;
-            left -= item.quantity;
-        }
-        m_excess.push_back(excess);
-    }
-}
-
 void ZORNestNestingJob::Complete(ZORNestSolver::Solution& solution) const
 {
     std::vector<ZORNestSolver::UnplacedItem> unplaced = std::move(solution.unplaced);
@@ -154,20 +128,6 @@ void ZORNestNestingJob::Complete(ZORNestSolver::Solution& solution) const
         const QString& failure = m_parts[qsizetype(entry.item)].failure;
         if (!failure.isEmpty())
             entry.reason = failure.toStdString();
-    }
-    for (size_t i = 0; i < m_excess.size(); ++i) {
-        const Excess& excess = m_excess[i];
-        if (excess.count == 0)
-            continue;
-        const auto known = std::find_if(unplaced.begin(), unplaced.end(),
-                                        [i](const auto& entry) { return entry.item == i; });
-        if (known != unplaced.end())
-            known->count += excess.count;
-        else
-            unplaced.push_back({i, excess.count,
-                                excess.isByLimit
-                                    ? Tr("one job nests at most %1 parts").arg(mostCopies).toStdString()
-                                    : "no sheet left"});
     }
     std::stable_sort(unplaced.begin(), unplaced.end(),
                      [](const auto& a, const auto& b) { return a.item < b.item; });

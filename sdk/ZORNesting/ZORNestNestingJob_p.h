@@ -14,8 +14,8 @@ class ZORNestNestingInput;
 class ZORNestNestingJob
 {
 public:
-    /// Most copies of parts that one job takes; the rest has no place.
-    static constexpr int mostCopies = 5000;
+    /// Most copies of parts that one job takes, high priorities first; the rest has no place.
+    static constexpr int kMostCopies = 5000;
 
     /// Reads the part files. Calls \a isCanceled between them and gives up if it is true.
     ZORNestNestingJob(const ZORNestNestingInput& input, const std::function<bool()>& isCanceled);
@@ -25,27 +25,18 @@ public:
     const QList<ZORNestNestingPart>& GetParts() const { return m_parts; }
     const QStringList& GetRemarks() const { return m_remarks; }
 
-    /// Gives the parts without a place the true reasons, and adds what the job did not even pass on.
+    /// Gives the parts without a place the true reasons, in the order of the parts.
     void Complete(ZORNestSolver::Solution& solution) const;
 
     /// The result file (*.msi) of a sheet of the solution.
     QByteArray WriteSheet(const ZORNestSolver::NestedSheet& sheet) const;
 
 private:
-    /// Copies that are not passed on to the solver.
-    struct Excess
-    {
-        int count = 0;
-        bool isByLimit = false;
-    };
-
     void AddItem(const ZORNestNestingInput& input, qsizetype index);
     void AddKind(const ZORNestNestingInput& input, qsizetype index);
-    void LimitQuantities();
     double GetNumber(double value, const QString& meaning);
 
     ZORNestSolver::Job m_job;
     QList<ZORNestNestingPart> m_parts;
-    std::vector<Excess> m_excess; // one for each item
     QStringList m_remarks;
 };

@@ -102,6 +102,7 @@ private:
 ZORNestSolver::RunOptions GetOptions(const ZORNestNestingInput& input)
 {
     ZORNestSolver::RunOptions options;
+    options.mostCopies = ZORNestNestingJob::kMostCopies;
     if (input.GetMaxSteps() > 0) {
         options.clock = ZORNestSolver::Budget::Clock::Steps;
         options.maximumTime = options.minimumTime = double(input.GetMaxSteps());

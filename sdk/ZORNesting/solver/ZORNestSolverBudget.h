@@ -34,7 +34,8 @@ public:
     /// slowly towards 1.
     static double GetShare(double elapsed, double seconds);
 
-    /// The same run; ends at a fraction of what remains.
+    /// The same run; begins now and ends at a fraction of what remains.
+    /// \param fraction  positive
     Budget Part(double fraction) const;
     /// The same run; ends after so many seconds, or when this one does. Where moves are counted, a second
     /// is ten thousand of them.
@@ -45,6 +46,8 @@ public:
     bool IsStopped() const { return m_control->stop || m_control->cancel || m_control->failed; }
     /// Ends the run at once in all threads, since one of them has thrown.
     void Fail() const { m_control->failed = true; }
+    /// No result is wanted any more.
+    bool IsCanceled() const { return m_control->cancel || m_control->failed; }
     /// Asked before every move of an item, which it counts.
     bool IsOver() const;
     /// The same for the whole run instead of this step.

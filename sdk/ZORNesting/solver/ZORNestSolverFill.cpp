@@ -2,9 +2,11 @@
 
 #include "ZORNestSolverApart.h"
 #include "ZORNestSolverCompaction.h"
+#include "ZORNestSolverJobPlan.h"
 
 #include <chrono>
 #include <optional>
+#include <set>
 
 namespace ZORNestSolver {
 
@@ -19,11 +21,6 @@ constexpr double ExploreShare = 0.7;      // of that time
 constexpr double kThoroughSeconds = 0.05; // after a stop, for thorough preparation
 constexpr double kQuickSeconds = 0.12;    // after a stop, for any preparation
 constexpr size_t kManySegments = 1000;    // too many for thorough preparation after a stop
-
-Budget PartOf(const Budget& budget, double share)
-{
-    return budget.HasEnd() ? budget.Part(share) : budget;
-}
 
 } // namespace
 
@@ -63,6 +60,7 @@ PreparedJob::PreparedJob(const Job& newJob)
     for (const Item& item : job.items)
         AddItem(item, patience);
     AddKinds();
+    SetLevels();
 }
 
 PreparedJob::PreparedJob(const Job& newJob, const Budget& budget)
@@ -72,6 +70,7 @@ PreparedJob::PreparedJob(const Job& newJob, const Budget& budget)
     for (const Item& item : job.items)
         AddItem(item, patience);
     AddKinds();
+    SetLevels();
 }
 
 void PreparedJob::AddItem(const Item& item, Patience& patience)
@@ -90,6 +89,17 @@ void PreparedJob::AddItem(const Item& item, Patience& patience)
         reason = "no time left";
     types.push_back(std::make_shared<const ItemType>(std::move(type)));
     reasons.push_back(reason);
+}
+
+void PreparedJob::SetLevels()
+{
+    std::set<int, std::greater<>> priorities;
+    for (const Item& item : job.items)
+        priorities.insert(item.priority);
+    for (const Item& item : job.items)
+        levels.push_back(
+            static_cast<size_t>(std::distance(priorities.begin(), priorities.find(item.priority))));
+    levelCount = priorities.size();
 }
 
 void PreparedJob::AddKinds()
@@ -113,6 +123,14 @@ double PreparedJob::GetArea(const std::vector<size_t>& items) const
     return area;
 }
 
+std::vector<double> PreparedJob::GetAreaOfLevels(const std::vector<size_t>& items) const
+{
+    std::vector<double> sums(levelCount, 0);
+    for (const size_t item : items)
+        sums[levels[item]] += types[item]->area;
+    return sums;
+}
+
 double PreparedJob::GetCost(size_t kind) const
 {
     const bool isFree =
@@ -124,16 +142,15 @@ double PreparedJob::GetCost(size_t kind) const
 
 bool Plan::IsBetterThan(const Plan& other) const
 {
-    constexpr double noise = 1e-9;
-    if (std::abs(restArea - other.restArea) > noise * std::max(restArea, other.restArea))
-        return restArea < other.restArea;
-    return cost < other.cost;
+    const int order = CompareInOrder(restAreas, other.restAreas);
+    return order != 0 ? order < 0 : cost < other.cost;
 }
 
-Filler::Filler(const PreparedJob& prepared, int stack)
+Filler::Filler(const PreparedJob& prepared, int stack, uint64_t seed)
     : m_prepared(prepared)
     , m_job(prepared.job)
     , m_stack(stack)
+    , m_seed(seed)
 {
 }
 
@@ -145,20 +162,6 @@ std::vector<Placement> Filler::GetPlacements(const std::vector<size_t>& items,
         placements.push_back({items[i], m_prepared.types[items[i]]->GetPose(
                                             stands[i].poseClass, stands[i].angle, stands[i].position)});
     return placements;
-}
-
-double Filler::GetRightEnd(const std::vector<Placement>& placements) const
-{
-    double right = 0;
-    for (const Placement& placement : placements)
-        right = std::max(right, m_prepared.types[placement.item]->GetExactBox(placement.pose).max.x);
-    return right;
-}
-
-double Filler::GetUsedLength(size_t kind, const std::vector<Placement>& placements) const
-{
-    const SheetKind& sheet = m_job.kinds[kind];
-    return sheet.IsRoll() ? GetRightEnd(placements) + m_job.frameWidth + sheet.rightTrim : sheet.length;
 }
 
 bool Filler::AreApart(size_t kind, const std::vector<Placement>& placements) const
@@ -175,13 +178,10 @@ void Filler::SetCost(Plan& plan) const
 {
     plan.cost = 0;
     for (NestedSheet& sheet : plan.sheets) {
-        const bool isRoll = m_job.kinds[sheet.kind].IsRoll();
-        plan.cost += m_prepared.GetCost(sheet.kind) * (isRoll ? sheet.usedLength : 1) * sheet.stack;
-        if (!isRoll)
-            sheet.remnantLength =
-                std::max(0.0, sheet.usedLength - GetRightEnd(sheet.placements) - m_job.separation);
+        MeasureSheet(sheet, m_prepared);
+        plan.cost += GetSheetCost(sheet, m_prepared);
     }
-    plan.restArea = m_prepared.GetArea(plan.rest);
+    plan.restAreas = m_prepared.GetAreaOfLevels(plan.rest);
 }
 
 std::shared_ptr<Problem> Filler::MakeProblem(size_t kind, std::vector<size_t> items) const
@@ -202,8 +202,8 @@ std::vector<Stand> Filler::CoverRoll(size_t kind, const std::vector<size_t>& ite
     box.max.x = box.min.x + m_prepared.GetArea(items) / box.GetHeight();
     if (m_job.separation > 0 || !m_prepared.areas[kind].hazards.empty())
         return {};
-    Jigsaw jigsaw(m_prepared.types, items, m_job.seed);
-    const auto places = jigsaw.Fill(box, 1, PartOf(budget, CoverShare));
+    Jigsaw jigsaw(m_prepared.types, items, m_seed);
+    const auto places = jigsaw.Fill(box, 1, budget.Part(CoverShare));
     if (places.size() != items.size())
         return {};
     std::vector<Stand> stands(items.size());
@@ -226,12 +226,11 @@ void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const B
             return AreApart(kind, GetPlacements(items, tried));
         };
         const StripEffort stripEffort{effort.threads, effort.shortestTime, m_job.separation, effort.quick};
-        stands = SearchStrip(MakeProblem(kind, items), m_job.seed, proof, stripEffort, budget);
+        stands = SearchStrip(MakeProblem(kind, items), m_seed, proof, stripEffort, budget);
     }
     if (stands.empty()) // no proof even of the items one behind the other
         return;
-    const std::vector<Placement> placements = GetPlacements(items, stands);
-    plan.sheets.push_back({kind, GetUsedLength(kind, placements), m_stack, placements});
+    plan.sheets.push_back({kind, 0, m_stack, GetPlacements(items, stands), 0});
     plan.rest = std::move(rest);
 }
 
@@ -263,8 +262,8 @@ size_t Filler::CoverSheets(const Mix::Part& part, Plan& plan, const FillEffort& 
     if (m_job.separation > 0 || !area.hazards.empty() || effort.byPriority
         || !IsWholeNumberOf(m_prepared.GetArea(plan.rest), area.area))
         return 0;
-    Jigsaw jigsaw(m_prepared.types, plan.rest, m_job.seed);
-    const Budget own = PartOf(budget, CoverShare);
+    Jigsaw jigsaw(m_prepared.types, plan.rest, m_seed);
+    const Budget own = budget.Part(CoverShare);
     std::vector<bool> used(plan.rest.size(), false);
     const int attempts = effort.quick ? 1 : budget.HasEnd() ? MostCoverAttempts : CoverAttempts;
     size_t sheets = 0;
@@ -281,7 +280,7 @@ size_t Filler::CoverSheets(const Mix::Part& part, Plan& plan, const FillEffort& 
             break;
         for (const Jigsaw::Place& place : places)
             used[place.item] = true;
-        plan.sheets.push_back({part.kind, m_job.kinds[part.kind].length, m_stack, placements});
+        plan.sheets.push_back({part.kind, m_job.kinds[part.kind].length, m_stack, placements, 0});
         ++sheets;
     }
     std::vector<size_t> rest;
@@ -311,7 +310,7 @@ Packing Filler::Pack(SheetSearch& search, const std::vector<size_t>& items, cons
         search.Add(packing, level, budget);
         const double share = static_cast<double>(last - first) / static_cast<double>(items.size() - first);
         if (!effort.quick)
-            search.AddRest(packing, effort.shortestTime * share, PartOf(budget, share));
+            search.AddRest(packing, effort.shortestTime * share, budget.Part(share));
         first = last;
     }
     if (!effort.quick)
@@ -325,10 +324,10 @@ void Filler::FillSheets(const Mix::Part& part, Plan& plan, const FillEffort& eff
     const size_t most = part.most - CoverSheets(part, plan, effort, budget);
     if (most == 0 || plan.rest.empty())
         return;
-    SheetSearch search(m_prepared.types, plan.rest, m_prepared.areas[part.kind], most, m_job.seed);
+    SheetSearch search(m_prepared.types, plan.rest, m_prepared.areas[part.kind], most, m_seed);
     const Packing packing = Pack(search, plan.rest, effort, budget);
-    plan.isCutShort = plan.isCutShort || packing.isCutShort;
-    std::vector<NestedSheet> sheets(packing.sheets, {part.kind, m_job.kinds[part.kind].length, m_stack, {}});
+    std::vector<NestedSheet> sheets(packing.sheets,
+                                    {part.kind, m_job.kinds[part.kind].length, m_stack, {}, 0});
     for (const PackedItem& packed : packing.placed) {
         const auto placements = GetPlacements({plan.rest[packed.item]}, {packed.stand});
         sheets[packed.stand.window].placements.push_back(placements.front());
@@ -365,19 +364,16 @@ Plan Filler::Follow(const Mix& mix, const std::vector<size_t>& items, const Fill
         FillEffort own = effort;
         own.shortestTime = std::max(0.0, effort.shortestTime - budget.GetElapsed()) * share;
         if (m_job.kinds[part.kind].IsRoll())
-            FillRoll(part.kind, plan, own, PartOf(budget, share));
+            FillRoll(part.kind, plan, own, budget.Part(share));
         else
-            FillSheets(part, plan, own, PartOf(budget, share));
+            FillSheets(part, plan, own, budget.Part(share));
     }
     SetCost(plan);
     return plan;
 }
 
-void Filler::PackLastSheet(Plan& plan, double shortestTime, const Budget& budget) const
+void Filler::PackSheet(NestedSheet& sheet, double shortestTime, const Budget& budget) const
 {
-    if (plan.sheets.empty() || !plan.rest.empty() || m_job.kinds[plan.sheets.back().kind].IsRoll())
-        return;
-    NestedSheet& sheet = plan.sheets.back();
     std::vector<size_t> items;
     std::vector<Stand> stands;
     for (const Placement& placement : sheet.placements) {
@@ -391,21 +387,22 @@ void Filler::PackLastSheet(Plan& plan, double shortestTime, const Budget& budget
     const auto proof = [this, kind = sheet.kind, &items](const std::vector<Stand>& tried) {
         return AreApart(kind, GetPlacements(items, tried));
     };
-    StripSearch search(problem, m_job.seed,
+    StripSearch search(problem, m_seed,
                        [&proof](const std::vector<Stand>& tried, double) { return proof(tried); });
     search.Continue(stands);
     if (search.GetStands().empty())
         return;
     const double time = RemnantTime + RemnantTimeOfItem * static_cast<double>(items.size());
-    const Budget own = budget.Limited(std::max(time, shortestTime));
+    const Budget usual = budget.Limited(time);
+    const Budget own = usual.GetRest() < shortestTime ? budget.LimitedTo(shortestTime) : usual;
     search.Explore(own.HasEnd() ? own.Part(ExploreShare) : own);
     search.Compress(own);
     const Compaction compaction(*problem, m_job.separation, proof);
     const auto placements =
         GetPlacements(items, compaction.Shorten(search.GetStands(), [&budget] { return budget.IsOver(); }));
-    if (GetRightEnd(placements) < GetRightEnd(sheet.placements))
+    if (GetRightEnd(m_prepared, placements) < GetRightEnd(m_prepared, sheet.placements))
         sheet.placements = placements;
-    SetCost(plan);
+    MeasureSheet(sheet, m_prepared);
 }
 
 } // namespace ZORNestSolver

@@ -21,17 +21,22 @@ struct PreparedJob
     std::vector<std::string> reasons;                   // why an item cannot be nested; "" if it can
     std::vector<SheetArea> areas;                       // one for each kind
     std::vector<std::string> remarks;
+    std::vector<size_t> levels; // the rank of each item's priority; 0 is the highest
+    size_t levelCount = 0;
 
     /// In some allowed rotation, the defects left aside.
     bool FitsOn(size_t item, size_t kind) const { return m_fits[kind * types.size() + item]; }
     /// The area of so many items.
     double GetArea(const std::vector<size_t>& items) const;
+    /// The same for each level of priority.
+    std::vector<double> GetAreaOfLevels(const std::vector<size_t>& items) const;
     /// Of a sheet, or of a unit of length of a roll; where no kind has a cost, its area.
     double GetCost(size_t kind) const;
 
 private:
     void AddItem(const Item& item, class Patience& patience);
     void AddKinds();
+    void SetLevels();
 
     std::vector<bool> m_fits; // by kind and item
 };
@@ -42,9 +47,9 @@ struct Plan
     std::vector<NestedSheet> sheets;
     std::vector<size_t> rest; // items of the job, one entry for each copy
     double cost = 0;
-    double restArea = 0;
-    bool isCutShort = false; // some of the rest were not tried, since the run was over
+    std::vector<double> restAreas; // by priority, the highest first
 
+    /// Less left over at the highest priority at which the plans differ; then the lower cost.
     bool IsBetterThan(const Plan& other) const;
 };
 
@@ -72,14 +77,15 @@ struct FillEffort
 class Filler
 {
 public:
-    Filler(const PreparedJob& prepared, int stack);
+    Filler(const PreparedJob& prepared, int stack, uint64_t seed);
 
     /// \param items  items of the job, one entry for each copy, in the order of their claims; with an effort
     ///               by priority, descending by priority
     Plan Follow(const Mix& mix, const std::vector<size_t>& items, const FillEffort& effort,
                 const Budget& budget) const;
-    /// Pushes the items of the last sheet to the left, so that what remains of it can be used again.
-    void PackLastSheet(Plan& plan, double shortestTime, const Budget& budget) const;
+    /// Pushes the items of a sheet to the left, so that what remains of it can be used again.
+    /// \param shortestTime  no end for lack of progress before, in seconds of the budget's clock
+    void PackSheet(NestedSheet& sheet, double shortestTime, const Budget& budget) const;
 
 private:
     void FillSheets(const Mix::Part& part, Plan& plan, const FillEffort& effort, const Budget& budget) const;
@@ -93,14 +99,13 @@ private:
     void KeepApart(NestedSheet& sheet, std::vector<size_t>& removed) const;
     void SetCost(Plan& plan) const;
     bool AreApart(size_t kind, const std::vector<Placement>& placements) const;
-    double GetRightEnd(const std::vector<Placement>& placements) const;
-    double GetUsedLength(size_t kind, const std::vector<Placement>& placements) const;
     std::vector<Placement> GetPlacements(const std::vector<size_t>& items,
                                          const std::vector<Stand>& stands) const;
 
     const PreparedJob& m_prepared;
     const Job& m_job;
     int m_stack;
+    uint64_t m_seed;
 };
 
 } // namespace ZORNestSolver

@@ -42,6 +42,8 @@ struct ItemType
     double area = 0;           // of outer
     double smallerSide = 0;    // of the box of the base
 
+    /// Items are placed in descending order of this measure.
+    double GetSize() const { return base.weight * base.weight * base.diameter; }
     /// Writes the base mirrored and turned to \a turned, whose memory is used again. The extent is that of the exact
     /// outline, grown by half the separation.
     void Turn(bool mirrored, double angle, Shape& turned) const;

@@ -24,6 +24,11 @@ MixSearch::MixSearch(const PreparedJob& prepared, const Filler& filler, const st
 void MixSearch::Offer(const Plan& plan)
 {
     m_tried.insert(Count(plan));
+    OfferDraft(plan);
+}
+
+void MixSearch::OfferDraft(const Plan& plan)
+{
     if (m_hasBest && !plan.IsBetterThan(m_best))
         return;
     m_best = plan;
@@ -76,7 +81,8 @@ double MixSearch::GetDensity() const
     for (const NestedSheet& sheet : m_best.sheets)
         sheets += IsRoll(sheet.kind) ? m_prepared.areas[sheet.kind].window.GetHeight() * sheet.usedLength
                                      : m_prepared.areas[sheet.kind].area;
-    return sheets > 0 ? std::clamp(HopeForDensity * (m_area - m_best.restArea) / sheets, 0.1, 1.0) : 1;
+    const double placed = m_area - m_prepared.GetArea(m_best.rest);
+    return sheets > 0 ? std::clamp(HopeForDensity * placed / sheets, 0.1, 1.0) : 1;
 }
 
 void MixSearch::AddMove(const Counts& counts, std::vector<Move>& moves) const

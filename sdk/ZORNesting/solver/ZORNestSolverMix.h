@@ -19,8 +19,10 @@ public:
     MixSearch(const PreparedJob& prepared, const Filler& filler, const std::vector<size_t>& items,
               const std::vector<size_t>& stock);
 
-    /// Goes on from this plan if it is better.
+    /// Continues from this plan if it is better. Its sheets are not searched again.
     void Offer(const Plan& plan);
+    /// The same for a plan that was only constructed: a search on its sheets may still find a better one.
+    void OfferDraft(const Plan& plan);
     /// Until no move helps, or the budget is over.
     void Improve(const FillEffort& effort, const Budget& budget);
     /// Fills the sheets of the best mix once more, with all that is left of the budget.

@@ -1,6 +1,7 @@
 #include "ZORNestSolverPlan.h"
 
-#include "ZORNestSolverMix.h"
+#include "ZORNestSolverBound.h"
+#include "ZORNestSolverStackPlan.h"
 
 #include <set>
 
@@ -8,115 +9,268 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr size_t FinalKinds = 3;           // so many kinds are searched to the end
-constexpr double QuickShare = 0.3;         // of the time goes to comparing kinds
-constexpr double PriorityShare = 0.5;      // of the time goes to nesting without regard to priorities
-constexpr double PackingShare = 0.9;       // of the time, the rest is for pushing the last sheet's items
-constexpr double MixShare = 0.7;           // of the time goes to comparing mixes
-constexpr double BestSizeShareOfMix = 0.3; // of that time goes to single kinds
+constexpr size_t kConstructedChoices = 4; // so many are constructed with samples
+constexpr size_t kImprovedChoices = 3;
+constexpr double kPackingShare = 0.1; // of the time goes to pushing the last sheets' items
+constexpr uint64_t kSeedStep = 0x9E3779B97F4A7C15U;
 
-Budget PartOf(const Budget& budget, double share)
+/// The stack sizes of the sheets, and those that copies without a place could have; the highest first.
+std::set<int, std::greater<>> GetStacks(const JobPlan& plan, int highest)
 {
-    return budget.HasEnd() ? budget.Part(share) : budget;
+    std::set<int, std::greater<>> stacks;
+    for (const NestedSheet& sheet : plan.sheets)
+        stacks.insert(sheet.stack);
+    for (const int left : plan.left)
+        if (left > 0)
+            stacks.insert({1, std::min(left, highest)});
+    return stacks;
+}
+
+/// The sheets of one stack size, and the items that could join them.
+Plan TakeStack(const JobPlan& plan, int stack)
+{
+    Plan own;
+    for (const NestedSheet& sheet : plan.sheets)
+        if (sheet.stack == stack)
+            own.sheets.push_back(sheet);
+    for (size_t i = 0; i < plan.left.size(); ++i)
+        own.rest.insert(own.rest.end(), static_cast<size_t>(plan.left[i] / stack), i);
+    return own;
+}
+
+/// The plan with other sheets of one stack size.
+JobPlan ReplaceStack(const JobPlan& plan, int stack, const Plan& own, const std::vector<int>& demand)
+{
+    JobPlan replaced = plan;
+    std::erase_if(replaced.sheets, [stack](const NestedSheet& sheet) { return sheet.stack == stack; });
+    const auto place = std::find_if(replaced.sheets.begin(), replaced.sheets.end(),
+                                    [stack](const NestedSheet& sheet) { return sheet.stack < stack; });
+    replaced.sheets.insert(place, own.sheets.begin(), own.sheets.end());
+    replaced.left = demand;
+    for (const NestedSheet& sheet : replaced.sheets)
+        for (const Placement& placement : sheet.placements)
+            replaced.left[placement.item] -= sheet.stack;
+    return replaced;
 }
 
 } // namespace
 
-Planner::Planner(const PreparedJob& prepared, int stack, int threads, double shortestTime)
+Planner::Planner(const PreparedJob& prepared, const std::vector<int>& demand, const PlanEffort& effort,
+                 const Budget& budget)
     : m_prepared(prepared)
     , m_job(prepared.job)
-    , m_filler(prepared, stack)
-    , m_threads(threads)
-    , m_shortestTime(shortestTime)
+    , m_demand(demand)
+    , m_effort(effort)
+    , m_budget(budget)
+    , m_constructor(prepared, demand, prepared.job.seed, budget)
 {
 }
 
-/// Large items first; with priorities, those of the highest one before all others.
-void Planner::Order(std::vector<size_t>& items, bool byPriority) const
+/// As listed, all kinds in their order; best size, each kind by itself; best mix, both and all kinds in the
+/// order of their costs by area.
+void Planner::AddChoices()
 {
-    const auto getSize = [this](size_t item) {
-        const Shape& base = m_prepared.types[item]->base;
-        return base.weight * base.weight * base.diameter;
+    for (size_t k = 0; k < m_job.kinds.size(); ++k)
+        if (!m_prepared.areas[k].window.IsEmpty() && Constructor::HasStock(m_job.kinds[k], 0, 1))
+            m_kinds.push_back(k);
+    const int most = m_demand.empty() ? 1 : *std::max_element(m_demand.begin(), m_demand.end());
+    const auto add = [this, most](const std::vector<size_t>& used) {
+        m_choices.push_back({{used, std::min(m_job.stackSize, most)}, {}});
     };
-    std::stable_sort(items.begin(), items.end(), [&](size_t a, size_t b) {
-        if (byPriority && m_job.items[a].priority != m_job.items[b].priority)
-            return m_job.items[a].priority > m_job.items[b].priority;
-        return getSize(a) > getSize(b);
-    });
-}
-
-/// Compares first layouts on each kind, then searches on with the best ones.
-Plan Planner::FindBestSize(const std::vector<size_t>& items, const std::vector<size_t>& stock,
-                           const FillEffort& effort, const Budget& budget) const
-{
-    std::vector<std::pair<Plan, Mix>> quick;
-    FillEffort first = effort;
-    first.quick = true;
-    const Budget comparing = PartOf(budget, QuickShare);
-    for (size_t k = 0; k < stock.size() && (quick.empty() || !comparing.IsOver()); ++k) {
-        const Mix mix{{{k, stock[k]}}};
-        quick.push_back({m_filler.Follow(mix, items, first, comparing), mix});
-    }
-    std::stable_sort(quick.begin(), quick.end(),
-                     [](const auto& a, const auto& b) { return a.first.IsBetterThan(b.first); });
-    const size_t finals = std::min(FinalKinds, quick.size());
-    Plan best = quick.front().first;
-    for (size_t i = 0; i < finals && !budget.IsOver(); ++i) {
-        FillEffort own = effort;
-        const double share = 1.0 / static_cast<double>(finals - i);
-        own.shortestTime = std::max(0.0, effort.shortestTime - budget.GetElapsed()) * share;
-        const Plan plan = m_filler.Follow(quick[i].second, items, own, PartOf(budget, share));
-        if (plan.IsBetterThan(best))
-            best = plan;
-    }
-    return best;
-}
-
-Plan Planner::Choose(const std::vector<size_t>& items, const std::vector<size_t>& stock, bool byPriority,
-                     const Budget& budget) const
-{
-    const FillEffort effort{m_threads, m_shortestTime, false, byPriority};
-    Mix asListed;
-    for (size_t k = 0; k < stock.size(); ++k)
-        asListed.parts.push_back({k, stock[k]});
-    if (m_job.usageRule == UsageRule::AsListed || stock.size() < 2)
-        return m_filler.Follow(asListed, items, effort, budget);
+    if (m_job.usageRule != UsageRule::BestSize || m_kinds.size() < 2)
+        add(m_kinds);
+    if (m_job.usageRule == UsageRule::AsListed || m_kinds.size() < 2)
+        return;
+    for (const size_t kind : m_kinds)
+        add({kind});
     if (m_job.usageRule == UsageRule::BestSize)
-        return FindBestSize(items, stock, effort, budget);
-    FillEffort trial = effort;
-    trial.shortestTime = 0;
-    const Budget comparing = PartOf(budget, MixShare);
-    const Plan single = FindBestSize(items, stock, trial, PartOf(comparing, BestSizeShareOfMix));
-    MixSearch search(m_prepared, m_filler, items, stock);
-    search.Offer(single);
-    search.Offer(m_filler.Follow(asListed, items, trial, PartOf(comparing, BestSizeShareOfMix)));
-    search.Improve(trial, comparing);
-    FillEffort last = effort;
-    last.shortestTime = std::max(0.0, effort.shortestTime - budget.GetElapsed());
-    search.Finish(last, budget);
-    return search.GetBest();
+        return;
+    std::vector<size_t> kinds = m_kinds;
+    std::stable_sort(kinds.begin(), kinds.end(), [this](size_t a, size_t b) {
+        return GetCostByArea(m_prepared, a) < GetCostByArea(m_prepared, b);
+    });
+    add(kinds);
 }
 
-Plan Planner::Run(std::vector<size_t> items, const std::vector<size_t>& stock, const Budget& budget) const
+void Planner::SortChoices()
 {
-    std::set<int> priorities;
-    for (const size_t item : items)
-        priorities.insert(m_job.items[item].priority);
-    const Budget packing = PartOf(budget, PackingShare);
-    Order(items, false);
-    Plan plan = Choose(items, stock, false, priorities.size() > 1 ? PartOf(packing, PriorityShare) : packing);
-    const bool isShort = std::any_of(plan.rest.begin(), plan.rest.end(), [this](size_t item) {
-        for (size_t k = 0; k < m_job.kinds.size(); ++k)
-            if (m_prepared.FitsOn(item, k))
-                return true;
-        return false;
-    });
-    if (isShort && priorities.size() > 1) {
-        Order(items, true);
-        plan = Choose(items, stock, true, packing);
+    std::stable_sort(m_choices.begin(), m_choices.end(),
+                     [](const Choice& a, const Choice& b) { return a.plan.IsBetterThan(b.plan); });
+}
+
+/// Continues from the best plan on whatever sheets there are.
+void Planner::KeepBestMix()
+{
+    m_choices.resize(1);
+    m_choices.front().supply.kinds = m_kinds;
+}
+
+/// By priority first, which is right whatever the stock. Where sheets are short, lower stacks may waste fewer.
+void Planner::ConstructChoice(Choice& choice, Placing placing)
+{
+    const bool isFirst = choice.plan.left.empty();
+    const auto offer = [&](const Supply& supply, Claims claims) {
+        JobPlan plan = m_constructor.Build(supply, claims, placing);
+        const bool isHigh = supply.highestStack == choice.supply.highestStack;
+        const bool isBetter = isHigh ? plan.IsBetterThan(choice.plan)
+                                     : CompareInOrder(plan.restAreas, choice.plan.restAreas) < 0;
+        if (choice.plan.left.empty() || isBetter)
+            choice = {supply, std::move(plan)};
+    };
+    const bool hasLevels = m_prepared.levelCount > 1;
+    const bool isShort = !isFirst && !choice.plan.IsComplete();
+    offer(choice.supply, hasLevels && (isFirst || isShort) ? Claims::ByPriority : Claims::BySize);
+    if (hasLevels && !m_constructor.IsOver())
+        offer(choice.supply, isFirst || isShort ? Claims::BySize : Claims::ByPriority);
+    const Claims claims = hasLevels ? Claims::ByPriority : Claims::BySize;
+    for (int stack = choice.supply.highestStack / 2;
+         isFirst && stack >= 1 && !choice.plan.IsComplete() && !m_constructor.IsOver(); stack /= 2)
+        offer({choice.supply.kinds, stack}, claims);
+}
+
+/// Contacts take so little time that all choices are built until one of them places everything.
+void Planner::Construct(Placing placing, size_t mostChoices)
+{
+    bool isComplete = placing == Placing::Samples;
+    for (size_t i = 0; i < std::min(mostChoices, m_choices.size()) && !m_budget.IsCanceled(); ++i) {
+        if (isComplete && m_constructor.IsOver())
+            break;
+        ConstructChoice(m_choices[i], placing);
+        isComplete = isComplete || m_choices[i].plan.IsComplete();
     }
-    m_filler.PackLastSheet(plan, m_shortestTime - budget.GetElapsed(), budget);
-    return plan;
+    std::erase_if(m_choices, [](const Choice& choice) { return choice.plan.left.empty(); });
+    SortChoices();
+}
+
+std::vector<size_t> Planner::GetStock(const Choice& choice, int stack) const
+{
+    std::vector<int> used(m_job.kinds.size(), 0);
+    for (const NestedSheet& sheet : choice.plan.sheets)
+        if (sheet.stack != stack)
+            used[sheet.kind] += sheet.stack;
+    std::vector<size_t> stock(m_job.kinds.size(), 0);
+    for (const size_t k : choice.supply.kinds) {
+        const SheetKind& kind = m_job.kinds[k];
+        if (kind.IsRoll()) // never ends, however many layers of a stack are cut from it
+            stock[k] = 1;
+        else if (kind.quantity < 0)
+            stock[k] = std::numeric_limits<uint32_t>::max();
+        else
+            stock[k] = static_cast<size_t>(std::max(0, kind.quantity - used[k]) / stack);
+    }
+    return stock;
+}
+
+/// The area that a search for one stack size deals with.
+double Planner::GetWork(const JobPlan& plan, int stack) const
+{
+    const Plan own = TakeStack(plan, stack);
+    double work = m_prepared.GetArea(own.rest);
+    for (const NestedSheet& sheet : own.sheets)
+        for (const Placement& placement : sheet.placements)
+            work += m_prepared.types[placement.item]->area;
+    return work;
+}
+
+void Planner::ImproveStack(Choice& choice, int stack, double shortestTime, const Budget& budget)
+{
+    Plan present = TakeStack(choice.plan, stack);
+    for (const NestedSheet& sheet : present.sheets)
+        present.cost += GetSheetCost(sheet, m_prepared);
+    present.restAreas = m_prepared.GetAreaOfLevels(present.rest);
+    const bool isShort = m_prepared.levelCount > 1 && !choice.plan.IsComplete();
+    const Claims claims = isShort ? Claims::ByPriority : Claims::BySize;
+    const StackPlanner planner(m_prepared, stack, m_effort.threads, m_job.seed + m_pass * kSeedStep);
+    const Plan found = planner.Search(present, GetStock(choice, stack), claims, shortestTime, budget);
+    JobPlan plan = ReplaceStack(choice.plan, stack, found, m_demand);
+    Measure(plan, m_prepared);
+    if (plan.IsBetterThan(choice.plan))
+        choice.plan = std::move(plan);
+}
+
+void Planner::Improve(Choice& choice, double shortestTime, const Budget& budget)
+{
+    const Budget own = budget.Part(1);
+    const auto stacks = GetStacks(choice.plan, choice.supply.highestStack);
+    for (auto stack = stacks.begin(); stack != stacks.end() && !own.IsOver(); ++stack) {
+        double work = 0;
+        for (auto lower = stack; lower != stacks.end(); ++lower)
+            work += GetWork(choice.plan, *lower);
+        const double share = work > 0 ? GetWork(choice.plan, *stack) / work : 0;
+        const double shortest = std::max(0.0, shortestTime - own.GetElapsed()) * share;
+        if (share > 0)
+            ImproveStack(choice, *stack, shortest, own.Part(share));
+    }
+}
+
+void Planner::ImproveAll(double shortestTime, const Budget& budget)
+{
+    const Budget own = budget.Part(1);
+    const bool hasOneKindEach = m_job.usageRule == UsageRule::BestSize;
+    const size_t count = std::min(hasOneKindEach ? kImprovedChoices : 1, m_choices.size());
+    for (size_t i = 0; i < count && !own.IsOver(); ++i) {
+        const double share = 1.0 / static_cast<double>(count - i);
+        const double shortest = std::max(0.0, shortestTime - own.GetElapsed()) * share;
+        Improve(m_choices[i], shortest, own.Part(share));
+    }
+    SortChoices();
+}
+
+bool Planner::CanPack(const NestedSheet& sheet) const
+{
+    return !m_job.kinds[sheet.kind].IsRoll() && !IsShortest(m_prepared, sheet);
+}
+
+/// Pushes the items of the last sheet of each stack size to the left.
+void Planner::Pack(double shortestTime)
+{
+    JobPlan& plan = m_choices.front().plan;
+    if (!plan.IsComplete())
+        return;
+    std::vector<size_t> last;
+    for (size_t s = 0; s < plan.sheets.size(); ++s)
+        if ((s + 1 == plan.sheets.size() || plan.sheets[s + 1].stack != plan.sheets[s].stack)
+            && CanPack(plan.sheets[s]))
+            last.push_back(s);
+    const Budget own = m_budget.Part(1);
+    for (size_t i = 0; i < last.size() && !own.IsOver(); ++i) {
+        const double share = 1.0 / static_cast<double>(last.size() - i);
+        NestedSheet& sheet = plan.sheets[last[i]];
+        const Filler filler(m_prepared, sheet.stack, m_job.seed + m_pass * kSeedStep);
+        filler.PackSheet(sheet, std::max(0.0, shortestTime - own.GetElapsed()) * share, own.Part(share));
+    }
+    Measure(plan, m_prepared);
+}
+
+JobPlan Planner::Run()
+{
+    AddChoices();
+    if (std::none_of(m_demand.begin(), m_demand.end(), [](int count) { return count > 0; })) {
+        JobPlan plan;
+        plan.left = m_demand;
+        return plan;
+    }
+    Construct(Placing::Contacts, m_choices.size());
+    if (m_choices.empty()) // canceled
+        return {};
+    Construct(Placing::Samples, kConstructedChoices);
+    const bool isCutShort = m_constructor.IsOver();
+    if (m_job.usageRule == UsageRule::BestMix)
+        KeepBestMix();
+    JobPlan& best = m_choices.front().plan;
+    const auto getRest = [this] { return m_effort.shortestTime - m_budget.GetElapsed(); };
+    do {
+        const bool canPack = std::any_of(best.sheets.begin(), best.sheets.end(),
+                                         [this](const NestedSheet& sheet) { return CanPack(sheet); });
+        const double share = canPack && best.IsComplete() ? 1 - kPackingShare : 1;
+        if (m_pass == 0 || !IsCheapest(m_prepared, m_choices.front().supply.kinds, best))
+            ImproveAll(getRest() * share, m_budget.Part(share));
+        Pack(getRest());
+        ++m_pass;
+    } while (getRest() > 0 && !m_budget.IsOver()
+             && !IsOptimal(m_prepared, m_choices.front().supply.kinds, best));
+    best.isCutShort = isCutShort;
+    return std::move(best);
 }
 
 } // namespace ZORNestSolver

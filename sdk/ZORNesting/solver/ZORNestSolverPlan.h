@@ -2,33 +2,58 @@
 
 #pragma once
 
-#include "ZORNestSolverFill.h"
+#include "ZORNestSolverConstruct.h"
 
 namespace ZORNestSolver {
 
-/// Chooses the sheets for one stack size by the usage rule of the job.
+/// How long and with what a plan is searched.
+struct PlanEffort
+{
+    int threads = 1;
+    double shortestTime = 0; // no end before, unless nothing can be gained; in seconds of the budget's clock
+};
+
+/// Plans the whole job: complete plans are constructed first, then the best one is improved. A plan gives way
+/// only to a better one, so that a run that is stopped has lost nothing.
 class Planner
 {
 public:
-    /// \param shortestTime  no end for lack of progress before, in seconds of the budget's clock
-    Planner(const PreparedJob& prepared, int stack, int threads, double shortestTime);
+    /// \param demand  copies of each item; items that fit nowhere have none
+    Planner(const PreparedJob& prepared, const std::vector<int>& demand, const PlanEffort& effort,
+            const Budget& budget);
 
-    /// \param items  items of the job, one entry for each copy
-    /// \param stock  of each kind, in sheets of this stack
-    Plan Run(std::vector<size_t> items, const std::vector<size_t>& stock, const Budget& budget) const;
+    JobPlan Run();
 
 private:
-    Plan Choose(const std::vector<size_t>& items, const std::vector<size_t>& stock, bool byPriority,
-                const Budget& budget) const;
-    Plan FindBestSize(const std::vector<size_t>& items, const std::vector<size_t>& stock,
-                      const FillEffort& effort, const Budget& budget) const;
-    void Order(std::vector<size_t>& items, bool byPriority) const;
+    /// Sheets that a plan may use, and the best plan on them.
+    struct Choice
+    {
+        Supply supply;
+        JobPlan plan;
+    };
+
+    void AddChoices();
+    void Construct(Placing placing, size_t mostChoices);
+    void ConstructChoice(Choice& choice, Placing placing);
+    void Improve(Choice& choice, double shortestTime, const Budget& budget);
+    void ImproveStack(Choice& choice, int stack, double shortestTime, const Budget& budget);
+    void ImproveAll(double shortestTime, const Budget& budget);
+    void Pack(double shortestTime);
+    void SortChoices();
+    void KeepBestMix();
+    std::vector<size_t> GetStock(const Choice& choice, int stack) const;
+    double GetWork(const JobPlan& plan, int stack) const;
+    bool CanPack(const NestedSheet& sheet) const;
 
     const PreparedJob& m_prepared;
     const Job& m_job;
-    Filler m_filler;
-    int m_threads;
-    double m_shortestTime;
+    const std::vector<int>& m_demand;
+    PlanEffort m_effort;
+    Budget m_budget;
+    Constructor m_constructor;
+    std::vector<size_t> m_kinds;   // that can be used, in the order of the job
+    std::vector<Choice> m_choices; // the best one first
+    uint64_t m_pass = 0;           // each has a seed of its own
 };
 
 } // namespace ZORNestSolver

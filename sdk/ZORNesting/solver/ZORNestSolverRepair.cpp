@@ -1,6 +1,7 @@
 #include "ZORNestSolverRepair.h"
 
 #include "ZORNestSolverCheck.h"
+#include "ZORNestSolverJobPlan.h"
 
 #include <cstdint>
 
@@ -9,29 +10,6 @@ namespace ZORNestSolver {
 namespace {
 
 const char* const kReason = "its place did not pass the check";
-
-double GetRightEnd(const PreparedJob& prepared, const std::vector<Placement>& placements)
-{
-    double right = 0;
-    for (const Placement& placement : placements)
-        right = std::max(right, prepared.types[placement.item]->GetExactBox(placement.pose).max.x);
-    return right;
-}
-
-void MeasureSheet(NestedSheet& sheet, const PreparedJob& prepared)
-{
-    const Job& job = prepared.job;
-    const SheetKind& kind = job.kinds[sheet.kind];
-    const double right = GetRightEnd(prepared, sheet.placements);
-    sheet.usedLength = kind.IsRoll() ? right + job.frameWidth + kind.rightTrim : kind.length;
-    sheet.remnantLength = kind.IsRoll() ? 0 : std::max(0.0, kind.length - right - job.separation);
-}
-
-double GetSheetCost(const NestedSheet& sheet, const PreparedJob& prepared)
-{
-    const double length = prepared.job.kinds[sheet.kind].IsRoll() ? sheet.usedLength : 1;
-    return prepared.GetCost(sheet.kind) * length * sheet.stack;
-}
 
 class Repair
 {

@@ -4,6 +4,8 @@
 #include "ZORNestSolverPlan.h"
 #include "ZORNestSolverRepair.h"
 
+#include <numeric>
+
 namespace ZORNestSolver {
 
 namespace {
@@ -36,7 +38,7 @@ Job MakeUsable(const Job& job)
     return usable;
 }
 
-/// Nests for one stack size after another, the highest first.
+/// Plans what can be nested at all, and reports the rest with its reasons.
 class Run
 {
 public:
@@ -45,23 +47,23 @@ public:
         , m_options(options)
         , m_budget(control, options.clock, Positive(options.maximumTime))
         , m_prepared(job, m_budget)
-        , m_left(job.items.size())
-        , m_used(job.kinds.size(), 0)
+        , m_demand(job.items.size())
     {
         for (size_t i = 0; i < job.items.size(); ++i)
-            m_left[i] = job.items[i].quantity;
+            m_demand[i] = job.items[i].quantity;
     }
 
     Solution Solve()
     {
         SetAsideHopeless();
-        int most = 0;
-        for (const int left : m_left)
-            most = std::max(most, left);
-        for (int stack = std::min(m_job.stackSize, most); stack >= 1; --stack)
-            SolveStack(stack);
-        for (size_t i = 0; i < m_left.size(); ++i)
-            Report(i, m_left[i], m_isCutShort ? "no time left" : "no sheet left");
+        if (m_options.mostCopies > 0)
+            LimitCopies();
+        const PlanEffort effort{m_options.threads, Positive(m_options.minimumTime)};
+        JobPlan plan = Planner(m_prepared, m_demand, effort, m_budget).Run();
+        for (size_t i = 0; i < plan.left.size(); ++i)
+            Report(i, plan.left[i], plan.isCutShort ? "no time left" : "no sheet left");
+        m_solution.sheets = std::move(plan.sheets);
+        m_solution.cost = plan.cost;
         m_solution.remarks = m_prepared.remarks;
         return std::move(m_solution);
     }
@@ -76,87 +78,89 @@ public:
 private:
     void Report(size_t item, int count, const std::string& reason)
     {
-        if (count > 0)
-            m_solution.unplaced.push_back({item, count, reason});
+        if (count <= 0)
+            return;
+        auto& entries = m_solution.unplaced;
+        const auto known = std::find_if(entries.begin(), entries.end(), [&](const UnplacedItem& entry) {
+            return entry.item == item && entry.reason == reason;
+        });
+        if (known != entries.end())
+            known->count += count;
+        else
+            entries.push_back({item, count, reason});
     }
 
+    void SetAside(size_t item, int count, const std::string& reason)
+    {
+        Report(item, count, reason);
+        m_demand[item] -= count;
+    }
+
+    /// Parts that fit on no sheet, or on none of which there is any, take no part in what follows.
     void SetAsideHopeless()
     {
-        for (size_t i = 0; i < m_left.size(); ++i) {
+        for (size_t i = 0; i < m_demand.size(); ++i) {
             bool fits = false;
-            for (size_t k = 0; k < m_job.kinds.size() && !fits; ++k)
-                fits = m_prepared.FitsOn(i, k);
-            if (fits)
+            bool isThere = false;
+            for (size_t k = 0; k < m_job.kinds.size() && !isThere; ++k) {
+                const bool fitsOnKind = m_prepared.FitsOn(i, k);
+                fits = fits || fitsOnKind;
+                isThere = fitsOnKind && Constructor::HasStock(m_job.kinds[k], 0, 1);
+            }
+            if (isThere)
                 continue;
             const std::string& reason = m_prepared.reasons[i];
-            Report(i, m_left[i],
-                   !reason.empty()       ? reason
-                   : m_job.kinds.empty() ? "no sheet left"
-                                         : "larger than every sheet");
-            m_left[i] = 0;
+            SetAside(i, m_demand[i],
+                     !reason.empty()               ? reason
+                     : m_job.kinds.empty() || fits ? "no sheet left"
+                                                   : "larger than every sheet");
         }
     }
 
-    std::vector<size_t> GetStock(int stack) const
+    /// The area of all sheets; infinite where there is a roll, or any number of sheets.
+    double GetRoom() const
     {
-        std::vector<size_t> stock;
+        double room = 0;
         for (size_t k = 0; k < m_job.kinds.size(); ++k) {
             const SheetKind& kind = m_job.kinds[k];
-            if (kind.IsRoll()) // never ends, however many layers of a stack are cut from it
-                stock.push_back(kind.quantity == 0 ? 0 : 1);
-            else if (kind.quantity < 0)
-                stock.push_back(std::numeric_limits<uint32_t>::max());
-            else
-                stock.push_back(static_cast<size_t>(std::max(0, kind.quantity - m_used[k]) / stack));
+            if (m_prepared.areas[k].window.IsEmpty() || kind.quantity == 0)
+                continue;
+            if (kind.IsRoll() || kind.quantity < 0)
+                return std::numeric_limits<double>::infinity();
+            const Box usable = GetUsableBox(kind, m_job);
+            room += kind.quantity * usable.GetWidth() * usable.GetHeight();
         }
-        return stock;
+        return room;
     }
 
-    /// The share of the remaining work that stacks of this size do.
-    double GetShare(int stack) const
+    /// Sets aside copies that the sheets cannot hold by their area, and those beyond the most copies of a run.
+    /// High priorities come first, then the order of the items. A copy of each item is kept as long as possible.
+    void LimitCopies()
     {
-        double own = 0;
-        double all = 0;
-        for (size_t i = 0; i < m_left.size(); ++i) {
-            int left = m_left[i];
-            for (int s = stack; s >= 1 && left > 0; --s) {
-                const double work = m_prepared.types[i]->area * (left / s);
-                own += s == stack ? work : 0;
-                all += work;
-                left %= s;
-            }
+        const double room = GetRoom();
+        std::vector<size_t> order(m_demand.size());
+        std::iota(order.begin(), order.end(), size_t{0});
+        std::stable_sort(order.begin(), order.end(),
+                         [this](size_t a, size_t b) { return m_prepared.levels[a] < m_prepared.levels[b]; });
+        int left = m_options.mostCopies;
+        for (const size_t item : order) {
+            const double byArea = std::floor(room / m_prepared.types[item]->area * (1 + 1e-9));
+            const int byRoom =
+                static_cast<int>(std::clamp(byArea, 1.0, static_cast<double>(m_options.mostCopies) + 1));
+            const int excess = m_demand[item] - std::min({m_demand[item], left, byRoom});
+            SetAside(item, excess,
+                     left < byRoom
+                         ? "one job nests at most " + std::to_string(m_options.mostCopies) + " parts"
+                         : "no sheet left");
+            left -= m_demand[item];
         }
-        return all > 0 ? own / all : 1;
-    }
-
-    void SolveStack(int stack)
-    {
-        std::vector<size_t> items;
-        for (size_t i = 0; i < m_left.size(); ++i)
-            items.insert(items.end(), static_cast<size_t>(m_left[i] / stack), i);
-        if (items.empty())
-            return;
-        const double share = GetShare(stack);
-        const Budget budget = m_budget.HasEnd() ? m_budget.Part(share) : m_budget;
-        Planner planner(m_prepared, stack, m_options.threads, Positive(m_options.minimumTime) * share);
-        Plan plan = planner.Run(items, GetStock(stack), budget);
-        m_isCutShort = m_isCutShort || plan.isCutShort;
-        for (const NestedSheet& sheet : plan.sheets) {
-            m_used[sheet.kind] += stack;
-            for (const Placement& placement : sheet.placements)
-                m_left[placement.item] -= stack;
-        }
-        m_solution.cost += plan.cost;
-        m_solution.sheets.insert(m_solution.sheets.end(), plan.sheets.begin(), plan.sheets.end());
     }
 
     const Job& m_job;
     const RunOptions& m_options;
     Budget m_budget;
     PreparedJob m_prepared;
-    std::vector<int> m_left;   // copies still to be placed, by item
-    std::vector<int> m_used;   // physical sheets, by kind
-    bool m_isCutShort = false; // the run was over before all items were tried
+    std::vector<int> m_demand; // copies that can be placed, by item
     Solution m_solution;
 };
 

@@ -15,6 +15,7 @@ struct RunOptions
     double maximumTime = 0; // seconds; 0: until nothing is gained any more
     double minimumTime = 0; // seconds; no end for lack of progress before
     int threads = 1;
+    int mostCopies = 0; // the rest is reported, low priorities first; 0: no limit
 };
 
 /// Nests the items of the job on its sheets. What cannot be nested is reported with its reason and stops

@@ -69,7 +69,6 @@ std::vector<size_t> SheetSearch::AddTo(Packing& packing, const std::vector<size_
             }
             s += stand ? 0 : 1;
         }
-        packing.isCutShort = packing.isCutShort || (!stand && fits && s < sheets);
         if (!stand) {
             rest.push_back(all[i].item);
             continue;

@@ -18,7 +18,6 @@ struct Packing
     std::vector<PackedItem> placed;
     std::vector<size_t> rest; // what found no room
     size_t sheets = 0;
-    bool isCutShort = false; // some of the rest were not tried, since the run was over
 };
 
 /// Packs items on equal sheets, first one after another, then by separating overlaps on fewer sheets.

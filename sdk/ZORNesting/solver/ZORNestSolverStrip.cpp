@@ -26,11 +26,6 @@ constexpr double LeastWidthShare = 0.998; // of the inscribed circle, which may 
 constexpr int ExchangeAttempts = 20;
 constexpr double LargeShare = 0.75; // of the total hull area belongs to the large items
 
-double GetSize(const ItemType& type)
-{
-    return type.base.weight * type.base.weight * type.base.diameter;
-}
-
 } // namespace
 
 StripSearch::StripSearch(std::shared_ptr<const Problem> problem, uint64_t seed, Listener listener)
@@ -74,7 +69,7 @@ void StripSearch::Construct(const Budget& budget)
     std::vector<size_t> order(m_layout.GetItemCount());
     std::iota(order.begin(), order.end(), size_t{0});
     std::stable_sort(order.begin(), order.end(), [this](size_t a, size_t b) {
-        return GetSize(m_layout.GetType(a)) > GetSize(m_layout.GetType(b));
+        return m_layout.GetType(a).GetSize() > m_layout.GetType(b).GetSize();
     });
     const double left = m_layout.GetWindow(0).min.x;
     double used = 0;

@@ -131,12 +131,12 @@ TEST(ZORNestSolverControlTest, TheMaximumTimeIsHard)
 
 TEST(ZORNestSolverControlTest, WhatTheTimeDoesNotSufficeForIsReportedSo)
 {
-    const Job job = MakeJob(40, 4, Sheet(100, 100, -1));
-    const Solution solution = SolveInSteps(job, 40);
+    const Solution solution = SolveInSteps(MakeJob(40, 4, Sheet(100, 100, 2)), 40);
     EXPECT_GT(CountPlaced(solution), 10);
     ASSERT_FALSE(solution.unplaced.empty());
     EXPECT_EQ(solution.unplaced.front().reason, "no time left");
-    EXPECT_EQ(CountPlaced(SolveInSteps(MakeJob(40, 4, Roll(100)), 40)), 160) << "a roll takes all in a row";
+    for (const SheetKind& kind : {Sheet(100, 100, -1), Roll(100)})
+        EXPECT_EQ(CountPlaced(SolveInSteps(MakeJob(40, 4, kind), 40)), 160) << "all are placed all the same";
 }
 
 TEST(ZORNestSolverControlTest, TheMinimumTimeIsUsedWhereSomethingCanBeGained)

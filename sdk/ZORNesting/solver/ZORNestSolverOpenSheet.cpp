@@ -1,0 +1,270 @@
+#include "ZORNestSolverOpenSheet.h"
+
+#include <numbers>
+
+namespace ZORNestSolver {
+
+namespace {
+
+constexpr double kSlack = 1e-7;      // of contacts, for rounding; far below the tolerance of the check
+constexpr double kHeightShare = 0.1; // how much less it matters to end low than to end left
+constexpr size_t kMostPoses = 24;    // of an item
+constexpr size_t kLongEdges = 4;     // edges of the hull that are laid along an axis
+constexpr size_t kMostCorners = 128; // the oldest ones are forgotten
+constexpr size_t kFewestSlots = 16;  // room for items in the first layout
+constexpr int kSamplesOfEmptySheet = 1000;
+constexpr size_t kMostSampled = 1000; // items on a sheet; the memory of samples grows with the square
+constexpr int kGridOfIrregular = 12;  // contacts that an irregular sheet offers in each direction
+
+bool DoOverlap(const Box& a, const Box& b, double distance)
+{
+    const double reach = distance - kSlack;
+    return a.min.x < b.max.x + reach && b.min.x < a.max.x + reach && a.min.y < b.max.y + reach
+           && b.min.y < a.max.y + reach;
+}
+
+} // namespace
+
+ContactPoses::ContactPoses(const PreparedJob& prepared)
+    : m_prepared(prepared)
+    , m_poses(prepared.types.size())
+{
+}
+
+void ContactPoses::Add(size_t item, uint32_t poseClass, double angle)
+{
+    std::vector<ContactPose>& poses = m_poses[item];
+    const bool isKnown = std::any_of(poses.begin(), poses.end(), [&](const ContactPose& pose) {
+        return pose.poseClass == poseClass && pose.angle == angle;
+    });
+    if (isKnown || poses.size() >= kMostPoses)
+        return;
+    const ItemType& type = *m_prepared.types[item];
+    poses.push_back({poseClass, angle, type.GetExactBox(type.GetPose(poseClass, angle, {}))});
+}
+
+/// Turns the longest edges of the hull into the directions of the axes, as far as the deviation allows.
+void ContactPoses::AddAlongEdges(size_t item, uint32_t poseClass)
+{
+    const ItemType& type = *m_prepared.types[item];
+    const PoseClass& allowed = type.classes[poseClass];
+    const Transform flip({allowed.mirrored, 0, {}});
+    const Ring hull = GetConvexHull(flip.Apply(type.outer));
+    std::vector<Point> edges;
+    for (size_t i = 0; i < hull.size(); ++i)
+        edges.push_back(hull[(i + 1) % hull.size()] - hull[i]);
+    std::stable_sort(edges.begin(), edges.end(), [](Point a, Point b) { return Length(a) > Length(b); });
+    edges.resize(std::min(edges.size(), kLongEdges));
+    for (const Point& edge : edges) {
+        for (int quarter = 0; quarter < 4; ++quarter) {
+            const double angle = quarter * std::numbers::pi / 2 - std::atan2(edge.y, edge.x);
+            const double off = std::remainder(angle - allowed.angle, 2 * std::numbers::pi);
+            if (std::abs(off) <= allowed.deviation)
+                Add(item, poseClass, allowed.angle + off);
+        }
+    }
+}
+
+const std::vector<ContactPose>& ContactPoses::Get(size_t item)
+{
+    if (!m_poses[item].empty())
+        return m_poses[item];
+    const ItemType& type = *m_prepared.types[item];
+    for (const SheetArea& area : m_prepared.areas)
+        if (const auto fitting = area.window.IsEmpty() ? std::nullopt : FindFitting(type, area.window))
+            Add(item, fitting->poseClass, fitting->angle);
+    for (uint32_t c = 0; c < type.classes.size(); ++c) {
+        Add(item, c, type.classes[c].angle);
+        if (type.classes[c].IsContinuous())
+            AddAlongEdges(item, c);
+    }
+    return m_poses[item];
+}
+
+OpenSheet::OpenSheet(const PreparedJob& prepared, ContactPoses& poses, size_t kind, int stack, uint64_t seed)
+    : m_prepared(prepared)
+    , m_poses(poses)
+    , m_kind(kind)
+    , m_stack(stack)
+    , m_area(prepared.areas[kind])
+    , m_random(seed)
+    , m_usable(GetUsableBox(prepared.job.kinds[kind], prepared.job))
+    , m_isRefused(prepared.types.size(), false)
+{
+    AddCorner(m_usable.min);
+    for (const Obstacle& obstacle : m_area.obstacles)
+        AddCorners(GetBox(obstacle.polygon), obstacle.distance);
+    const Polygon& outline = prepared.job.kinds[kind].outline;
+    if (outline.empty())
+        return;
+    const Box around = GetBox(outline);
+    for (int x = 0; x < kGridOfIrregular; ++x)
+        for (int y = 0; y < kGridOfIrregular; ++y)
+            AddCorner({around.min.x + x * around.GetWidth() / kGridOfIrregular,
+                       around.min.y + y * around.GetHeight() / kGridOfIrregular});
+}
+
+bool OpenSheet::IsWorthTrying(size_t item) const
+{
+    const double room = m_area.area * (1 + kSlack) - m_filled;
+    return !m_isRefused[item] && m_prepared.types[item]->area <= room;
+}
+
+bool OpenSheet::IsInside(const Box& box) const
+{
+    return m_usable.Grown(kSlack).Contains(box);
+}
+
+double OpenSheet::GetEnd(const Box& box) const
+{
+    return box.max.x - m_usable.min.x + kHeightShare * (box.max.y - m_usable.min.y);
+}
+
+Box OpenSheet::GetOutlineBox(size_t item, const Stand& stand) const
+{
+    const ItemType& type = *m_prepared.types[item];
+    return type.GetExactBox(type.GetPose(stand.poseClass, stand.angle, stand.position));
+}
+
+bool OpenSheet::ClearsObstacles(size_t item, const ContactPose& pose, const Box& box) const
+{
+    const bool isFar =
+        std::all_of(m_area.obstacles.begin(), m_area.obstacles.end(), [&box](const Obstacle& obstacle) {
+            return !DoOverlap(box, GetBox(obstacle.polygon), obstacle.distance);
+        });
+    const ItemType& type = *m_prepared.types[item];
+    const Point position = box.min - pose.box.min;
+    return isFar
+           || m_area.IsClear(Transform(type.GetPose(pose.poseClass, pose.angle, position)).Apply(type.outer));
+}
+
+/// The latest items are the most likely ones to be in the way.
+bool OpenSheet::IsFree(size_t item, const ContactPose& pose, const Box& box) const
+{
+    const double distance = m_prepared.job.separation;
+    return std::none_of(m_boxes.rbegin(), m_boxes.rend(),
+                        [&](const Box& other) { return DoOverlap(box, other, distance); })
+           && ClearsObstacles(item, pose, box);
+}
+
+std::optional<Stand> OpenSheet::FindContact(size_t item)
+{
+    std::optional<Stand> best;
+    double bestEnd = std::numeric_limits<double>::infinity();
+    for (const ContactPose& pose : m_poses.Get(item)) {
+        const Point size = pose.box.max - pose.box.min;
+        for (const Point& corner : m_corners) {
+            const Box box{corner, corner + size};
+            const double end = GetEnd(box);
+            if (end >= bestEnd || !IsInside(box) || !IsFree(item, pose, box))
+                continue;
+            best = Stand{corner - pose.box.min, pose.angle, pose.poseClass, 0};
+            bestEnd = end;
+        }
+    }
+    return best;
+}
+
+/// Makes room in the layout for so many items.
+void OpenSheet::Reserve(size_t count)
+{
+    if (m_layout && count <= m_problem->items.size())
+        return;
+    size_t slots = m_layout ? m_problem->items.size() : kFewestSlots;
+    while (slots < count)
+        slots *= 2;
+    m_problem = std::make_shared<Problem>();
+    m_problem->types = m_prepared.types;
+    m_problem->windows = {m_area.window};
+    m_problem->hazards = m_area.hazards;
+    m_problem->items = m_items;
+    m_problem->items.resize(slots, m_items.empty() ? 0 : m_items.front());
+    m_layout = std::make_unique<Layout>(m_problem);
+    for (size_t i = 0; i < m_items.size(); ++i)
+        m_layout->Place(i, m_stands[i]);
+}
+
+std::optional<Stand> OpenSheet::FindSample(size_t item, int samples)
+{
+    const size_t slot = m_items.size();
+    Reserve(slot + 1);
+    m_problem->items[slot] = item;
+    if (m_prepared.job.kinds[m_kind].IsRoll()) {
+        Box window = m_area.window;
+        double right = window.min.x;
+        for (const Box& box : m_boxes)
+            right = std::max(right, box.max.x);
+        window.max.x = right + m_prepared.types[item]->base.diameter + m_prepared.job.separation;
+        m_layout->SetWindow(0, window);
+    }
+    Mover mover(*m_layout, m_random);
+    return mover.FindFree(slot, 0, m_items.empty() ? std::max(samples, kSamplesOfEmptySheet) : samples);
+}
+
+bool OpenSheet::TryPlace(size_t item, int samples)
+{
+    std::optional<Stand> best = FindContact(item);
+    const bool isEmptyBox = m_items.empty() && m_area.obstacles.empty();
+    if (samples > 0 && m_items.size() < kMostSampled && !(best && isEmptyBox)) {
+        const std::optional<Stand> sample = FindSample(item, samples);
+        if (sample && (!best || GetEnd(GetOutlineBox(item, *sample)) < GetEnd(GetOutlineBox(item, *best))))
+            best = sample;
+    }
+    if (!best && isEmptyBox)
+        best = FindFitting(*m_prepared.types[item], m_area.window);
+    if (!best) {
+        m_isRefused[item] = true;
+        return false;
+    }
+    Place(item, *best);
+    return true;
+}
+
+void OpenSheet::AddCorner(Point corner)
+{
+    const auto isNear = [corner](Point other) { return Length(other - corner) <= kSlack; };
+    if (!std::any_of(m_corners.begin(), m_corners.end(), isNear))
+        m_corners.push_back(corner);
+}
+
+/// Right of the box and above it, at its own edges and at those of the sheet.
+void OpenSheet::AddCorners(const Box& box, double distance)
+{
+    const double right = box.max.x + distance;
+    const double top = box.max.y + distance;
+    AddCorner({right, m_usable.min.y});
+    AddCorner({right, box.min.y});
+    AddCorner({m_usable.min.x, top});
+    AddCorner({box.min.x, top});
+}
+
+void OpenSheet::Place(size_t item, const Stand& stand)
+{
+    if (m_layout) {
+        Reserve(m_items.size() + 1);
+        m_problem->items[m_items.size()] = item;
+        m_layout->Place(m_items.size(), stand);
+    }
+    const double distance = m_prepared.job.separation;
+    const Box box = GetOutlineBox(item, stand);
+    m_items.push_back(item);
+    m_stands.push_back(stand);
+    m_boxes.push_back(box);
+    m_filled += m_prepared.types[item]->area;
+    AddCorners(box, distance);
+    std::erase_if(m_corners, [&](Point corner) { return DoOverlap({corner, corner}, box, distance); });
+    if (m_corners.size() > kMostCorners)
+        m_corners.erase(m_corners.begin(), m_corners.end() - kMostCorners);
+}
+
+std::vector<Placement> OpenSheet::GetPlacements() const
+{
+    std::vector<Placement> placements;
+    for (size_t i = 0; i < m_items.size(); ++i)
+        placements.push_back(
+            {m_items[i], m_prepared.types[m_items[i]]->GetPose(m_stands[i].poseClass, m_stands[i].angle,
+                                                               m_stands[i].position)});
+    return placements;
+}
+
+} // namespace ZORNestSolver

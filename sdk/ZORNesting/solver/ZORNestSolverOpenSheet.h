@@ -1,0 +1,85 @@
+// A sheet that is filled with one item after another.
+
+#pragma once
+
+#include "ZORNestSolverFill.h"
+#include "ZORNestSolverMover.h"
+
+namespace ZORNestSolver {
+
+/// A pose in which an item is put against its neighbors.
+struct ContactPose
+{
+    uint32_t poseClass = 0;
+    double angle = 0;
+    Box box; // of the outline, relative to the reference point
+};
+
+/// The contact poses of the items of a job: one for each allowed rotation; at free angles also those that lay a
+/// long edge of the hull along an axis, and those that fit a sheet.
+class ContactPoses
+{
+public:
+    explicit ContactPoses(const PreparedJob& prepared);
+
+    /// Computed at the first call.
+    const std::vector<ContactPose>& Get(size_t item);
+
+private:
+    void Add(size_t item, uint32_t poseClass, double angle);
+    void AddAlongEdges(size_t item, uint32_t poseClass);
+
+    const PreparedJob& m_prepared;
+    std::vector<std::vector<ContactPose>> m_poses; // by item; empty until they are asked for
+};
+
+/// Puts items where they touch others, or where random samples find more room. Contacts keep the separation
+/// exactly, so that rows without slack fit. Memory: 8 bytes for each pair of items while samples are taken.
+class OpenSheet
+{
+public:
+    OpenSheet(const PreparedJob& prepared, ContactPoses& poses, size_t kind, int stack, uint64_t seed);
+
+    size_t GetKind() const { return m_kind; }
+    int GetStack() const { return m_stack; }
+    /// Whether room for the item is still possible: an equal one was not refused before, and its area is left.
+    bool IsWorthTrying(size_t item) const;
+    /// Places the item where it ends furthest left. With \a samples 0 only contacts are tried, which takes
+    /// microseconds.
+    bool TryPlace(size_t item, int samples);
+
+    /// Area of the items on the sheet.
+    double GetFilledArea() const { return m_filled; }
+    std::vector<Placement> GetPlacements() const;
+
+private:
+    std::optional<Stand> FindContact(size_t item);
+    std::optional<Stand> FindSample(size_t item, int samples);
+    bool IsFree(size_t item, const ContactPose& pose, const Box& box) const;
+    bool ClearsObstacles(size_t item, const ContactPose& pose, const Box& box) const;
+    bool IsInside(const Box& box) const;
+    double GetEnd(const Box& box) const;
+    Box GetOutlineBox(size_t item, const Stand& stand) const;
+    void AddCorner(Point corner);
+    void AddCorners(const Box& box, double distance);
+    void Place(size_t item, const Stand& stand);
+    void Reserve(size_t count);
+
+    const PreparedJob& m_prepared;
+    ContactPoses& m_poses;
+    size_t m_kind;
+    int m_stack;
+    const SheetArea& m_area;
+    Random m_random;
+    Box m_usable;
+    double m_filled = 0;
+    std::vector<size_t> m_items;
+    std::vector<Stand> m_stands;
+    std::vector<Box> m_boxes;      // of the outlines
+    std::vector<Point> m_corners;  // lower left corners that the box of a further outline may take
+    std::vector<bool> m_isRefused; // by item
+    std::shared_ptr<Problem> m_problem;
+    std::unique_ptr<Layout> m_layout; // once samples are taken
+};
+
+} // namespace ZORNestSolver
