@@ -20,7 +20,19 @@ void Raise(std::atomic<double>& progress, double value)
     }
 }
 
+double GetSeconds(clockid_t clock)
+{
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
 } // namespace
+
+double GetThreadTime()
+{
+    return GetSeconds(CLOCK_THREAD_CPUTIME_ID);
+}
 
 Budget::Budget(Control& control, Clock clock, double seconds)
     : m_control(&control)
@@ -97,9 +109,7 @@ double Budget::Read() const
 {
     if (m_clock == Clock::Steps)
         return static_cast<double>(m_control->steps);
-    timespec now{};
-    clock_gettime(m_clock == Clock::Wall ? CLOCK_MONOTONIC : CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+    return GetSeconds(m_clock == Clock::Wall ? CLOCK_MONOTONIC : CLOCK_PROCESS_CPUTIME_ID);
 }
 
 } // namespace ZORNestSolver

@@ -17,6 +17,9 @@ struct Control
     std::atomic<uint64_t> steps = 0;  // moves of items so far
 };
 
+/// Returns the processor time of the calling thread in seconds, which a busy machine does not stretch.
+double GetThreadTime();
+
 /// When a step of a run has to end. Copies share the control. Asking whether it is over reports the progress
 /// of the whole run.
 class Budget

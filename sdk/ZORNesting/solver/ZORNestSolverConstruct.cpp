@@ -7,7 +7,7 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr std::chrono::milliseconds kGrace{100}; // for samples after a request to stop
+constexpr double kGrace = 0.1; // seconds for samples after a request to stop
 constexpr int kMostSamples = 200;
 constexpr int kFewestSamples = 40;
 constexpr int kSamplesOfAll = 40000; // shared by the items of large jobs
@@ -49,10 +49,10 @@ bool Constructor::IsOver()
         return false;
     if (!m_budget.IsStopped() || m_budget.IsCanceled())
         return true;
-    const auto now = std::chrono::steady_clock::now();
-    if (m_stopTime == std::chrono::steady_clock::time_point{})
+    const double now = GetThreadTime();
+    if (!m_stopTime)
         m_stopTime = now;
-    return now - m_stopTime > kGrace;
+    return now - *m_stopTime > kGrace;
 }
 
 int Constructor::GetSamples(const State& state)

@@ -5,8 +5,6 @@
 #include "ZORNestSolverJobPlan.h"
 #include "ZORNestSolverOpenSheet.h"
 
-#include <chrono>
-
 namespace ZORNestSolver {
 
 /// What a plan may use.
@@ -53,8 +51,8 @@ private:
     Budget m_budget;
     Random m_random;
     ContactPoses m_poses;
-    int m_samples = 0; // for each item and sheet
-    std::chrono::steady_clock::time_point m_stopTime{};
+    int m_samples = 0;                // for each item and sheet
+    std::optional<double> m_stopTime; // of the thread
 };
 
 } // namespace ZORNestSolver

@@ -4,7 +4,6 @@
 #include "ZORNestSolverCompaction.h"
 #include "ZORNestSolverJobPlan.h"
 
-#include <chrono>
 #include <optional>
 #include <set>
 
@@ -43,14 +42,14 @@ public:
 private:
     double GetSecondsSinceEnd()
     {
-        const auto now = std::chrono::steady_clock::now();
+        const double now = GetThreadTime();
         if (!m_end && m_budget && (m_budget->IsStopped() || m_budget->GetRest() <= 0))
             m_end = now;
-        return m_end ? std::chrono::duration<double>(now - *m_end).count() : 0;
+        return m_end ? now - *m_end : 0;
     }
 
     const Budget* m_budget; // not owned
-    std::optional<std::chrono::steady_clock::time_point> m_end;
+    std::optional<double> m_end;
 };
 
 PreparedJob::PreparedJob(const Job& newJob)
@@ -83,7 +82,7 @@ void PreparedJob::AddItem(const Item& item, Patience& patience)
     if (patience.IsThorough(segments))
         type = PrepareItem(item, job, reason, [&patience] { return !patience.IsThorough(0); });
     const bool isLeftOff = type.outer.empty() && reason.empty();
-    if (isLeftOff && patience.IsThere())
+    if (isLeftOff && (types.empty() || patience.IsThere())) // the first one always
         type = PrepareHull(item, job, reason);
     else if (isLeftOff)
         reason = "no time left";
