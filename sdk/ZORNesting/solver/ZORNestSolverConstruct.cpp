@@ -152,6 +152,7 @@ JobPlan Constructor::Finish(const State& state) const
         plan.sheets.push_back({sheet->GetKind(), 0, sheet->GetStack(), sheet->GetPlacements(), 0});
         MeasureSheet(plan.sheets.back(), m_prepared);
     }
+    ServeEqualItems(plan, m_prepared);
     Measure(plan, m_prepared);
     return plan;
 }

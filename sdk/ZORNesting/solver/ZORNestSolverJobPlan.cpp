@@ -1,5 +1,7 @@
 #include "ZORNestSolverJobPlan.h"
 
+#include <numbers>
+
 namespace ZORNestSolver {
 
 namespace {
@@ -13,7 +15,43 @@ int Compare(double a, double b)
     return a < b ? -1 : 1;
 }
 
+bool IsAllowed(const Pose& pose, const ItemType& type)
+{
+    const PoseClass& poseClass = type.classes[type.FindClass(pose)];
+    const double turn = std::remainder(pose.angle - poseClass.angle, 2 * std::numbers::pi);
+    return poseClass.mirrored == pose.mirrored && std::abs(turn) <= poseClass.deviation + kNoise;
+}
+
+/// The item of the highest priority above that of the placed one that could take its place; the placed one if
+/// there is none.
+size_t FindHeir(const JobPlan& plan, const PreparedJob& prepared, const Placement& placement, int stack)
+{
+    size_t heir = placement.item;
+    for (size_t i = 0; i < plan.left.size(); ++i)
+        if (plan.left[i] >= stack && prepared.levels[i] < prepared.levels[heir]
+            && prepared.types[i]->outer == prepared.types[placement.item]->outer
+            && IsAllowed(placement.pose, *prepared.types[i]))
+            heir = i;
+    return heir;
+}
+
 } // namespace
+
+void ServeEqualItems(JobPlan& plan, const PreparedJob& prepared)
+{
+    if (prepared.levelCount < 2 || plan.IsComplete())
+        return;
+    for (NestedSheet& sheet : plan.sheets) {
+        for (Placement& placement : sheet.placements) {
+            const size_t heir = FindHeir(plan, prepared, placement, sheet.stack);
+            if (heir == placement.item)
+                continue;
+            plan.left[placement.item] += sheet.stack;
+            plan.left[heir] -= sheet.stack;
+            placement.item = heir;
+        }
+    }
+}
 
 int CompareInOrder(const std::vector<double>& a, const std::vector<double>& b)
 {

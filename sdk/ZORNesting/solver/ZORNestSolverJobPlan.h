@@ -21,6 +21,9 @@ struct JobPlan
     bool IsComplete() const;
 };
 
+/// Gives the places of items to equal ones of higher priority that are left over, where these may lie so.
+void ServeEqualItems(JobPlan& plan, const PreparedJob& prepared);
+
 /// Sets what follows from the sheets and from the copies that are left.
 void Measure(JobPlan& plan, const PreparedJob& prepared);
 

@@ -183,6 +183,7 @@ void Planner::ImproveStack(Choice& choice, int stack, double shortestTime, const
     const StackPlanner planner(m_prepared, stack, m_effort.threads, m_job.seed + m_pass * kSeedStep);
     const Plan found = planner.Search(present, GetStock(choice, stack), claims, shortestTime, budget);
     JobPlan plan = ReplaceStack(choice.plan, stack, found, m_demand);
+    ServeEqualItems(plan, m_prepared);
     Measure(plan, m_prepared);
     if (plan.IsBetterThan(choice.plan))
         choice.plan = std::move(plan);
