@@ -191,6 +191,38 @@ TEST_F(ZORNestNestingProcessorTest, EveryJobThatWaitsCompletesOnceWhenAllAreStop
     }
 }
 
+TEST_F(ZORNestNestingProcessorTest, AJobThatIsStoppedBeforeItsStartPlacesAllPartsByEveryRule)
+{
+    ZORNestNestingInputItem urgent = MakeSquare(QStringLiteral("urgent"), 17, 9);
+    urgent.SetPriority(5);
+    for (const auto rule :
+         {ZORNestBaseFeature::AsListed, ZORNestBaseFeature::BestMix, ZORNestBaseFeature::BestSize}) {
+        for (const int stackSize : {0, 4}) {
+            for (const bool isExecuted : {false, true}) {
+                ZORNestNestingInput input(QString(), 0, {MakeSquare(QStringLiteral("a"), 30, 12), urgent},
+                                          {MakeSheets(QStringLiteral("s"), 70, 100, 30),
+                                           MakeSheets(QStringLiteral("t"), 80, 150, 30)});
+                input.SetItemSeparation(2);
+                input.SetPackagingUsageRule(rule);
+                input.SetStackSize(stackSize);
+                Response* const response = processor->AddInput(input);
+                if (isExecuted)
+                    processor->Execute(response);
+                processor->Stop(response);
+                ASSERT_TRUE(WaitForEnd(response));
+                EXPECT_EQ(Response::Completed, response->GetStatus());
+                EXPECT_EQ(QStringList(), response->GetRemarks()) << rule << ", stack " << stackSize;
+                int placed = 0;
+                for (const ZORNestResult& sheet : ReadSheets(response)) {
+                    placed += int(sheet.GetItems().size()) * sheet.GetStackSize();
+                    EXPECT_EQ(QStringList(), FindFaults(sheet, 2));
+                }
+                EXPECT_EQ(21, placed) << rule << ", stack " << stackSize;
+            }
+        }
+    }
+}
+
 TEST_F(ZORNestNestingProcessorTest, CancelOverrulesAStop)
 {
     QList<Response*> responses;
