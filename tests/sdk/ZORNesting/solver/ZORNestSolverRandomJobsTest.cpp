@@ -10,7 +10,7 @@ using namespace SolverShapes;
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
-constexpr size_t kJobs = 200; // ZOR_RANDOM_JOBS in the environment: another number of jobs
+constexpr size_t kJobs = 250; // ZOR_RANDOM_JOBS in the environment: another number of jobs
 
 /// Makes jobs that combine all options; sizes often fit exactly.
 class JobMaker
