@@ -85,13 +85,16 @@ bool IsDeepInside(Point p, const Polygon& polygon, double tolerance)
     return IsInside(p, polygon) && GetDistanceToBoundary(p, polygon) > tolerance;
 }
 
-/// Of some piece of b, the innermost point lies deep inside of a.
+/// Of some piece of b, the innermost point lies deep inside of a. No edge may lie deep inside of the other polygon:
+/// then a piece with a corner outside of a is not held.
 bool HoldsPiece(const Polygon& a, const Polygon& b, double tolerance)
 {
     const Box box = GetBox(a).Grown(tolerance);
-    if (!HasPieces(b) && !box.Contains(GetBox(b)))
-        return false;
-    const std::vector<Point> points = FindDeepPoints(b);
+    const auto isOutside = [&](Point p) {
+        return !box.Contains(p) || (!IsInside(p, a) && GetDistanceToBoundary(p, a) > tolerance);
+    };
+    const std::vector<Point> points = FindDeepPoints(
+        b, [&](const Ring& ring) { return std::none_of(ring.begin(), ring.end(), isOutside); });
     return std::any_of(points.begin(), points.end(),
                        [&](Point p) { return box.Contains(p) && IsDeepInside(p, a, tolerance); });
 }
@@ -102,6 +105,17 @@ bool AreEdgesShallow(const Polygon& a, const Polygon& b, const Box& common, doub
     const std::vector<Edge> edges = GetEdges(a, common);
     return std::all_of(edges.begin(), edges.end(),
                        [&test](const Edge& edge) { return test.IsShallow(edge.a, edge.b); });
+}
+
+bool AreEdgesFar(const Polygon& a, const Polygon& b, const Box& common, double distance)
+{
+    const std::vector<Edge> others = GetEdges(b, common);
+    for (const Edge& edge : GetEdges(a, common))
+        for (const Edge& other : others)
+            if (edge.GetBox().Grown(distance).Overlaps(other.GetBox())
+                && GetSegmentDistance(edge.a, edge.b, other.a, other.b) < distance)
+                return false;
+    return true;
 }
 
 /// Calls a function with the places of two polygons whose boxes come that near, until it returns false; a
@@ -130,20 +144,14 @@ bool AreApart(const Polygon& a, const Polygon& b, double distance, double tolera
     const Box boxB = GetBox(b).Grown(reach / 2 + tolerance);
     if (!boxA.Overlaps(boxB))
         return true;
-    if (HoldsPiece(a, b, tolerance) || HoldsPiece(b, a, tolerance))
-        return false;
     const Box common{{std::max(boxA.min.x, boxB.min.x), std::max(boxA.min.y, boxB.min.y)},
                      {std::min(boxA.max.x, boxB.max.x), std::min(boxA.max.y, boxB.max.y)}};
     const Box wide = common.Grown(reach + tolerance);
-    if (reach <= 0)
-        return AreEdgesShallow(a, b, wide, tolerance) && AreEdgesShallow(b, a, wide, tolerance);
-    const std::vector<Edge> edgesB = GetEdges(b, wide);
-    for (const Edge& edge : GetEdges(a, wide))
-        for (const Edge& other : edgesB)
-            if (edge.GetBox().Grown(reach).Overlaps(other.GetBox())
-                && GetSegmentDistance(edge.a, edge.b, other.a, other.b) < reach)
-                return false;
-    return true;
+    const bool areEdgesApart =
+        reach > 0 ? AreEdgesFar(a, b, wide, reach)
+                  : AreEdgesShallow(a, b, wide, tolerance) && AreEdgesShallow(b, a, wide, tolerance);
+    // The innermost points take by far the longest to find, and most polygons that meet do so at their edges.
+    return areEdgesApart && !HoldsPiece(a, b, tolerance) && !HoldsPiece(b, a, tolerance);
 }
 
 bool AreAllApart(const std::vector<Polygon>& polygons, double distance)

@@ -1,6 +1,7 @@
 #include "ZORNestSolverApart.h"
 
 #include "SolverShapes.h"
+#include "ZORNestSolverPoles.h"
 
 using namespace SolverShapes;
 
@@ -61,4 +62,34 @@ TEST(ZORNestSolverApartTest, RandomPairsAreJudgedAsByBruteForce)
             EXPECT_EQ(AreApart(a, placed, separation), distance >= separation) << i;
     }
     EXPECT_GT(overlaps, 50);
+}
+
+TEST(ZORNestSolverApartTest, PiecesAreHeldOneByOne)
+{
+    const Polygon frame{Rectangle(40, 40), Reversed(Rectangle(20, 20, {10, 10}))};
+    const Ring outside = Rectangle(5, 5, {50, 0});
+    const Ring inHole = Rectangle(20, 20, {10, 10}); // fills it
+    const Ring held = Rectangle(4, 4, {3, 3});
+    EXPECT_TRUE(AreApart(frame, {outside, inHole}, 0));
+    EXPECT_TRUE(AreApart({outside, inHole}, frame, 0));
+    for (const Polygon& pieces : {Polygon{outside, held}, Polygon{inHole, held, outside}}) {
+        for (const double separation : {0.0, 0.5}) {
+            EXPECT_FALSE(AreApart(frame, pieces, separation));
+            EXPECT_FALSE(AreApart(pieces, frame, separation));
+        }
+    }
+    EXPECT_FALSE(AreApart(frame, frame, 0)); // no edge lies deep inside of the other one
+}
+
+TEST(ZORNestSolverApartTest, DeepPointsAreFoundInWantedPiecesOnly)
+{
+    const Polygon polygon{Rectangle(40, 40), Reversed(Rectangle(20, 20, {10, 10})),
+                          Rectangle(10, 10, {50, 0})};
+    EXPECT_EQ(FindDeepPoints(polygon).size(), 2U);
+    const auto isSmall = [](const Ring& ring) { return GetSignedArea(ring) < 200; };
+    const std::vector<Point> points = FindDeepPoints(polygon, isSmall);
+    ASSERT_EQ(points.size(), 1U);
+    EXPECT_NEAR(points[0].x, 55, 0.1);
+    EXPECT_NEAR(points[0].y, 5, 0.1);
+    EXPECT_TRUE(FindDeepPoints(polygon, [](const Ring&) { return false; }).empty());
 }
