@@ -16,6 +16,7 @@ constexpr double FirstRound = 2; // seconds
 constexpr double FirstRoundOfItem = 0.05;
 constexpr double RoundGrowth = 1.5;
 constexpr double LeastGain = 0.0005; // of the length, in a round
+constexpr double kNearlyAll = 0.95;
 constexpr uint64_t SeedStep = 0x9E3779B9;
 
 /// Searches of the same strip with different seeds.
@@ -118,7 +119,9 @@ std::vector<Stand> SearchStrip(const std::shared_ptr<const Problem>& problem, ui
     team.ForEach(budget, [&budget](StripSearch& search) { search.Construct(budget); });
     if (effort.quick)
         return team.GetBest().GetStands();
-    const bool useAll = budget.HasEnd() && effort.shortestTime >= budget.GetElapsed() + budget.GetRest();
+    // The clock runs on while times are handed down, so that a minimum that equals the maximum falls short of it.
+    const bool useAll =
+        budget.HasEnd() && effort.shortestTime >= kNearlyAll * (budget.GetElapsed() + budget.GetRest());
     if (useAll)
         RunRound(team, budget.Part(SearchShare));
     else
