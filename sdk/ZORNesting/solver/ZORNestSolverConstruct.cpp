@@ -11,6 +11,7 @@ constexpr double kGrace = 0.1; // seconds for samples after a request to stop
 constexpr int kMostSamples = 200;
 constexpr int kFewestSamples = 40;
 constexpr int kSamplesOfAll = 40000; // shared by the items of large jobs
+constexpr double kWidestSpread = 3;  // of the order of items, in powers of e of their sizes
 constexpr int kMostTries = 8;        // sheets on which an item is tried before a new one is begun
 
 } // namespace
@@ -19,8 +20,9 @@ struct Constructor::State
 {
     const Supply* supply = nullptr; // not owned
     Placing placing = Placing::Contacts;
-    std::vector<int> left;                                                            // by item
-    std::vector<int> used;                                                            // by kind
+    bool isOptional = false; // ends when the time is over
+    std::vector<int> left;   // by item
+    std::vector<int> used;   // by kind
     std::map<std::pair<size_t, int>, std::vector<std::unique_ptr<OpenSheet>>> sheets; // by kind and stack
 };
 
@@ -60,24 +62,76 @@ int Constructor::GetSamples(const State& state)
     return state.placing == Placing::Contacts || IsOver() ? 0 : m_samples;
 }
 
-/// Items that claim places together, the large ones first.
-std::vector<std::vector<size_t>> Constructor::GetLevels(Claims claims) const
+/// The rotation that is tried first.
+Leaning Constructor::GetLeaning(size_t item, const Preference& preference)
 {
-    std::vector<size_t> order(m_demand.size());
-    std::iota(order.begin(), order.end(), size_t{0});
-    std::stable_sort(order.begin(), order.end(), [this](size_t a, size_t b) {
-        return m_prepared.types[a]->GetSize() > m_prepared.types[b]->GetSize();
-    });
-    if (claims == Claims::BySize)
-        return {order};
-    std::vector<std::vector<size_t>> levels(m_prepared.levelCount);
-    for (const size_t item : order)
-        levels[m_prepared.levels[item]].push_back(item);
-    return levels;
+    Leaning leaning{preference.isLow, std::nullopt};
+    const std::vector<ContactPose>& poses = m_poses.Get(item);
+    const bool isNarrow = preference.turn == Preference::Turn::Narrow;
+    const auto isShorter = [isNarrow](const ContactPose& a, const ContactPose& b) {
+        return isNarrow ? a.box.GetWidth() < b.box.GetWidth() : a.box.GetHeight() < b.box.GetHeight();
+    };
+    if (preference.turn == Preference::Turn::Random)
+        leaning.pose = m_random.Index(poses.size());
+    else if (preference.turn != Preference::Turn::Any)
+        leaning.pose =
+            static_cast<size_t>(std::min_element(poses.begin(), poses.end(), isShorter) - poses.begin());
+    return leaning;
+}
+
+/// Some copies of an item may come earlier than the others, and turned otherwise.
+Constructor::Level Constructor::Shuffle(const std::vector<size_t>& items, const Preference& preference)
+{
+    const double spread = m_random.Between(0, kWidestSpread);
+    std::vector<std::pair<double, Batch>> batches;
+    const auto add = [&](size_t item, int most) {
+        const double key = std::log(m_prepared.types[item]->GetSize()) + m_random.Normal(spread);
+        batches.push_back({key, {item, most, GetLeaning(item, preference)}});
+    };
+    for (const size_t item : items) {
+        if (m_demand[item] > 1)
+            add(item, static_cast<int>(m_random.Index(static_cast<size_t>(m_demand[item]))));
+        add(item, m_demand[item]);
+    }
+    std::stable_sort(batches.begin(), batches.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    Level level;
+    for (const auto& [key, batch] : batches)
+        level.push_back(batch);
+    return level;
+}
+
+/// \param items  the large ones first
+Constructor::Level Constructor::Arrange(std::vector<size_t> items, const Preference& preference)
+{
+    if (preference.order == Preference::Order::Random)
+        return Shuffle(items, preference);
+    if (preference.order == Preference::Order::LargestLast && !items.empty())
+        std::rotate(items.begin(), items.begin() + 1, items.end());
+    Level level;
+    for (const size_t item : items)
+        level.push_back({item, m_demand[item], GetLeaning(item, preference)});
+    return level;
+}
+
+std::vector<Constructor::Level> Constructor::GetLevels(Claims claims, const Preference& preference)
+{
+    std::vector<std::vector<size_t>> levels(claims == Claims::BySize ? 1 : m_prepared.levelCount);
+    for (size_t item = 0; item < m_demand.size(); ++item)
+        if (m_demand[item] > 0)
+            levels[claims == Claims::BySize ? 0 : m_prepared.levels[item]].push_back(item);
+    std::vector<Level> arranged;
+    for (std::vector<size_t>& level : levels) {
+        std::stable_sort(level.begin(), level.end(), [this](size_t a, size_t b) {
+            return m_prepared.types[a]->GetSize() > m_prepared.types[b]->GetSize();
+        });
+        arranged.push_back(Arrange(std::move(level), preference));
+    }
+    return arranged;
 }
 
 /// Begins a sheet, unless the item finds no room there beside the defects.
-bool Constructor::PlaceOnNew(State& state, size_t item, size_t kind, int stack)
+bool Constructor::PlaceOnNew(State& state, const Batch& batch, size_t kind, int stack)
 {
     auto& sheets = state.sheets[{kind, stack}];
     const SheetKind& source = m_prepared.job.kinds[kind];
@@ -85,15 +139,16 @@ bool Constructor::PlaceOnNew(State& state, size_t item, size_t kind, int stack)
     if (!HasStock(source, used, stack))
         return false;
     auto sheet = std::make_unique<OpenSheet>(m_prepared, m_poses, kind, stack, m_random.Next());
-    if (!sheet->TryPlace(item, GetSamples(state)))
+    if (!sheet->TryPlace(batch.item, GetSamples(state), batch.leaning))
         return false;
     sheets.push_back(std::move(sheet));
     state.used[kind] += stack;
     return true;
 }
 
-bool Constructor::PlaceOne(State& state, size_t item, int stack)
+bool Constructor::PlaceOne(State& state, const Batch& batch, int stack)
 {
+    const size_t item = batch.item;
     for (const size_t kind : state.supply->kinds) {
         if (!m_prepared.FitsOn(item, kind))
             continue;
@@ -103,13 +158,32 @@ bool Constructor::PlaceOne(State& state, size_t item, int stack)
             if (!sheet->IsWorthTrying(item) || (!isScarce && tries >= kMostTries))
                 continue;
             ++tries;
-            if (sheet->TryPlace(item, GetSamples(state)))
+            if (sheet->TryPlace(item, GetSamples(state), batch.leaning))
                 return true;
         }
-        if (PlaceOnNew(state, item, kind, stack))
+        if (PlaceOnNew(state, batch, kind, stack))
             return true;
     }
     return false;
+}
+
+JobPlan Constructor::Build(State& state, const std::vector<Level>& levels)
+{
+    state.left = m_demand;
+    state.used.assign(m_prepared.job.kinds.size(), 0);
+    const auto isOver = [&] { return m_budget.IsCanceled() || (state.isOptional && IsOver()); };
+    for (const Level& level : levels) {
+        int most = 0;
+        for (const Batch& batch : level)
+            most = std::max(most, m_demand[batch.item]);
+        for (int stack = std::min(state.supply->highestStack, most); stack >= 1; --stack)
+            for (const Batch& batch : level)
+                for (int placed = 0; placed < batch.most && state.left[batch.item] >= stack && !isOver()
+                                     && PlaceOne(state, batch, stack);
+                     ++placed)
+                    state.left[batch.item] -= stack;
+    }
+    return Finish(state);
 }
 
 JobPlan Constructor::Build(const Supply& supply, Claims claims, Placing placing)
@@ -117,18 +191,17 @@ JobPlan Constructor::Build(const Supply& supply, Claims claims, Placing placing)
     State state;
     state.supply = &supply;
     state.placing = placing;
-    state.left = m_demand;
-    state.used.assign(m_prepared.job.kinds.size(), 0);
-    for (const std::vector<size_t>& level : GetLevels(claims)) {
-        int most = 0;
-        for (const size_t item : level)
-            most = std::max(most, m_demand[item]);
-        for (int stack = std::min(supply.highestStack, most); stack >= 1; --stack)
-            for (const size_t item : level)
-                while (state.left[item] >= stack && !m_budget.IsCanceled() && PlaceOne(state, item, stack))
-                    state.left[item] -= stack;
-    }
-    return Finish(state);
+    return Build(state, GetLevels(claims, {}));
+}
+
+std::optional<JobPlan> Constructor::BuildOtherwise(const Supply& supply, Claims claims,
+                                                   const Preference& preference)
+{
+    State state;
+    state.supply = &supply;
+    state.isOptional = true;
+    JobPlan plan = Build(state, GetLevels(claims, preference));
+    return IsOver() ? std::nullopt : std::optional(std::move(plan));
 }
 
 JobPlan Constructor::Finish(const State& state) const

@@ -20,6 +20,18 @@ enum class Claims { BySize, ByPriority };
 /// How thoroughly a place is searched: contacts take microseconds, samples a fraction of a millisecond.
 enum class Placing { Contacts, Samples };
 
+/// What a construction prefers. An unturned row may waste what a turned one needs, and the largest item what
+/// several smaller ones fill.
+struct Preference
+{
+    enum class Turn { Any, Narrow, Flat, Random }; // rotations that are tried before all others
+    enum class Order { LargeFirst, LargestLast, Random };
+
+    Turn turn = Turn::Any;
+    Order order = Order::LargeFirst;
+    bool isLow = false; // ends low rather than left
+};
+
 /// Builds plans over all stack sizes, kinds and priorities. Every plan is complete: once the run is over or
 /// stopped for a tenth of a second, what remains is placed by contacts. Only a canceled run ends at once.
 class Constructor
@@ -31,6 +43,8 @@ public:
 
     /// Fills kind after kind, and at each priority the highest stacks first.
     JobPlan Build(const Supply& supply, Claims claims, Placing placing);
+    /// The same by contacts alone, with other preferences. Without a plan when the time is over before it is built.
+    std::optional<JobPlan> BuildOtherwise(const Supply& supply, Claims claims, const Preference& preference);
     /// Whether the time for further plans is over.
     bool IsOver();
 
@@ -39,10 +53,22 @@ public:
 
 private:
     struct State;
+    /// Copies of an item that are placed one after another.
+    struct Batch
+    {
+        size_t item = 0;
+        int most = 0;
+        Leaning leaning;
+    };
+    using Level = std::vector<Batch>; // items that claim places together
 
-    std::vector<std::vector<size_t>> GetLevels(Claims claims) const;
-    bool PlaceOne(State& state, size_t item, int stack);
-    bool PlaceOnNew(State& state, size_t item, size_t kind, int stack);
+    std::vector<Level> GetLevels(Claims claims, const Preference& preference);
+    Level Arrange(std::vector<size_t> items, const Preference& preference);
+    Level Shuffle(const std::vector<size_t>& items, const Preference& preference);
+    Leaning GetLeaning(size_t item, const Preference& preference);
+    JobPlan Build(State& state, const std::vector<Level>& levels);
+    bool PlaceOne(State& state, const Batch& batch, int stack);
+    bool PlaceOnNew(State& state, const Batch& batch, size_t kind, int stack);
     int GetSamples(const State& state);
     JobPlan Finish(const State& state) const;
 

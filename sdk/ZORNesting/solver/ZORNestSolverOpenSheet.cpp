@@ -7,7 +7,7 @@ namespace ZORNestSolver {
 namespace {
 
 constexpr double kSlack = 1e-7;      // of contacts, for rounding; far below the tolerance of the check
-constexpr double kHeightShare = 0.1; // how much less it matters to end low than to end left
+constexpr double kMinorShare = 0.1;  // how much less it matters to end low than to end left, or the reverse
 constexpr size_t kMostPoses = 24;    // of an item
 constexpr size_t kLongEdges = 4;     // edges of the hull that are laid along an axis
 constexpr size_t kMostCorners = 128; // the oldest ones are forgotten
@@ -115,9 +115,10 @@ bool OpenSheet::IsInside(const Box& box) const
     return m_usable.Grown(kSlack).Contains(box);
 }
 
-double OpenSheet::GetEnd(const Box& box) const
+double OpenSheet::GetEnd(const Box& box, bool isLow) const
 {
-    return box.max.x - m_usable.min.x + kHeightShare * (box.max.y - m_usable.min.y);
+    const Point end = box.max - m_usable.min;
+    return isLow ? end.y + kMinorShare * end.x : end.x + kMinorShare * end.y;
 }
 
 Box OpenSheet::GetOutlineBox(size_t item, const Stand& stand) const
@@ -147,15 +148,15 @@ bool OpenSheet::IsFree(size_t item, const ContactPose& pose, const Box& box) con
            && ClearsObstacles(item, pose, box);
 }
 
-std::optional<Stand> OpenSheet::FindContact(size_t item)
+std::optional<Stand> OpenSheet::FindContact(size_t item, std::span<const ContactPose> poses, bool isLow) const
 {
     std::optional<Stand> best;
     double bestEnd = std::numeric_limits<double>::infinity();
-    for (const ContactPose& pose : m_poses.Get(item)) {
+    for (const ContactPose& pose : poses) {
         const Point size = pose.box.max - pose.box.min;
         for (const Point& corner : m_corners) {
             const Box box{corner, corner + size};
-            const double end = GetEnd(box);
+            const double end = GetEnd(box, isLow);
             if (end >= bestEnd || !IsInside(box) || !IsFree(item, pose, box))
                 continue;
             best = Stand{corner - pose.box.min, pose.angle, pose.poseClass, 0};
@@ -163,6 +164,15 @@ std::optional<Stand> OpenSheet::FindContact(size_t item)
         }
     }
     return best;
+}
+
+std::optional<Stand> OpenSheet::FindContact(size_t item, const Leaning& leaning)
+{
+    const std::span<const ContactPose> poses = m_poses.Get(item);
+    std::optional<Stand> best;
+    if (leaning.pose && *leaning.pose < poses.size())
+        best = FindContact(item, poses.subspan(*leaning.pose, 1), leaning.isLow);
+    return best ? best : FindContact(item, poses, leaning.isLow);
 }
 
 /// Makes room in the layout for so many items.
@@ -201,13 +211,14 @@ std::optional<Stand> OpenSheet::FindSample(size_t item, int samples)
     return mover.FindFree(slot, 0, m_items.empty() ? std::max(samples, kSamplesOfEmptySheet) : samples);
 }
 
-bool OpenSheet::TryPlace(size_t item, int samples)
+bool OpenSheet::TryPlace(size_t item, int samples, const Leaning& leaning)
 {
-    std::optional<Stand> best = FindContact(item);
+    const auto getEnd = [&](const Stand& stand) { return GetEnd(GetOutlineBox(item, stand), leaning.isLow); };
+    std::optional<Stand> best = FindContact(item, leaning);
     const bool isEmptyBox = m_items.empty() && m_area.obstacles.empty();
     if (samples > 0 && m_items.size() < kMostSampled && !(best && isEmptyBox)) {
         const std::optional<Stand> sample = FindSample(item, samples);
-        if (sample && (!best || GetEnd(GetOutlineBox(item, *sample)) < GetEnd(GetOutlineBox(item, *best))))
+        if (sample && (!best || getEnd(*sample) < getEnd(*best)))
             best = sample;
     }
     if (!best && isEmptyBox)

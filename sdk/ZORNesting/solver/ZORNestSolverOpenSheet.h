@@ -5,6 +5,8 @@
 #include "ZORNestSolverFill.h"
 #include "ZORNestSolverMover.h"
 
+#include <span>
+
 namespace ZORNestSolver {
 
 /// A pose in which an item is put against its neighbors.
@@ -33,6 +35,13 @@ private:
     std::vector<std::vector<ContactPose>> m_poses; // by item; empty until they are asked for
 };
 
+/// Which of the contacts of an item is taken.
+struct Leaning
+{
+    bool isLow = false;         // the one that ends lowest rather than furthest left
+    std::optional<size_t> pose; // of the item's contact poses, as long as it finds room; otherwise any
+};
+
 /// Puts items where they touch others, or where random samples find more room. Contacts keep the separation
 /// exactly, so that rows without slack fit. Memory: 8 bytes for each pair of items while samples are taken.
 class OpenSheet
@@ -44,21 +53,22 @@ public:
     int GetStack() const { return m_stack; }
     /// Whether room for the item is still possible: an equal one was not refused before, and its area is left.
     bool IsWorthTrying(size_t item) const;
-    /// Places the item where it ends furthest left. With \a samples 0 only contacts are tried, which takes
-    /// microseconds.
-    bool TryPlace(size_t item, int samples);
+    /// Places the item where it ends furthest left, or where it leans to. With \a samples 0 only contacts are
+    /// tried, which takes microseconds.
+    bool TryPlace(size_t item, int samples, const Leaning& leaning);
 
     /// Area of the items on the sheet.
     double GetFilledArea() const { return m_filled; }
     std::vector<Placement> GetPlacements() const;
 
 private:
-    std::optional<Stand> FindContact(size_t item);
+    std::optional<Stand> FindContact(size_t item, const Leaning& leaning);
+    std::optional<Stand> FindContact(size_t item, std::span<const ContactPose> poses, bool isLow) const;
     std::optional<Stand> FindSample(size_t item, int samples);
     bool IsFree(size_t item, const ContactPose& pose, const Box& box) const;
     bool ClearsObstacles(size_t item, const ContactPose& pose, const Box& box) const;
     bool IsInside(const Box& box) const;
-    double GetEnd(const Box& box) const;
+    double GetEnd(const Box& box, bool isLow) const;
     Box GetOutlineBox(size_t item, const Stand& stand) const;
     void AddCorner(Point corner);
     void AddCorners(const Box& box, double distance);

@@ -3,6 +3,7 @@
 #include "ZORNestSolverBound.h"
 #include "ZORNestSolverStackPlan.h"
 
+#include <numeric>
 #include <set>
 
 namespace ZORNestSolver {
@@ -11,6 +12,9 @@ namespace {
 
 constexpr size_t kConstructedChoices = 4; // so many are constructed with samples
 constexpr size_t kImprovedChoices = 3;
+constexpr int kFewestOthers = 4; // constructions at random
+constexpr int kMostOthers = 200;
+constexpr int kCopiesOfOthers = 4000; // of all these constructions
 constexpr double kPackingShare = 0.1; // of the time goes to pushing the last sheets' items
 constexpr uint64_t kSeedStep = 0x9E3779B97F4A7C15U;
 
@@ -142,6 +146,42 @@ void Planner::Construct(Placing placing, size_t mostChoices)
     SortChoices();
 }
 
+/// \return  whether a further construction may find more
+bool Planner::OfferOther(Choice& choice, const Preference& preference)
+{
+    if (m_constructor.IsOver() || IsOptimal(m_prepared, choice.supply.kinds, choice.plan))
+        return false;
+    const bool isShort = m_prepared.levelCount > 1 && !choice.plan.IsComplete();
+    auto plan = m_constructor.BuildOtherwise(choice.supply, isShort ? Claims::ByPriority : Claims::BySize,
+                                             preference);
+    if (plan && plan->IsBetterThan(choice.plan))
+        choice.plan = std::move(*plan);
+    return plan.has_value();
+}
+
+/// Prefers other rotations, directions and orders in turn, then some at random.
+void Planner::ConstructOtherwise(Choice& choice)
+{
+    using Turn = Preference::Turn;
+    using Order = Preference::Order;
+    if (std::all_of(choice.supply.kinds.begin(), choice.supply.kinds.end(),
+                    [this](size_t kind) { return m_job.kinds[kind].IsRoll(); }))
+        return;
+    const int copies = std::accumulate(m_demand.begin(), m_demand.end(), 0);
+    std::vector<Preference> preferences;
+    for (int i = std::clamp(kCopiesOfOthers / copies, kFewestOthers, kMostOthers); i > 0; --i)
+        preferences.push_back({Turn::Random, Order::Random, i % 2 == 0});
+    if (m_pass == 0)
+        preferences.insert(preferences.begin(), {{Turn::Narrow, Order::LargeFirst, false},
+                                                 {Turn::Flat, Order::LargeFirst, false},
+                                                 {Turn::Any, Order::LargestLast, false},
+                                                 {Turn::Any, Order::LargeFirst, true},
+                                                 {Turn::Narrow, Order::LargeFirst, true},
+                                                 {Turn::Flat, Order::LargeFirst, true}});
+    for (size_t i = 0; i < preferences.size() && OfferOther(choice, preferences[i]);)
+        ++i;
+}
+
 std::vector<size_t> Planner::GetStock(const Choice& choice, int stack) const
 {
     std::vector<int> used(m_job.kinds.size(), 0);
@@ -256,6 +296,9 @@ JobPlan Planner::Run()
         return {};
     Construct(Placing::Samples, kConstructedChoices);
     const bool isCutShort = m_constructor.IsOver();
+    for (size_t i = 0; i < std::min(kConstructedChoices, m_choices.size()); ++i)
+        ConstructOtherwise(m_choices[i]);
+    SortChoices();
     if (m_job.usageRule == UsageRule::BestMix)
         KeepBestMix();
     JobPlan& best = m_choices.front().plan;
@@ -268,6 +311,8 @@ JobPlan Planner::Run()
             ImproveAll(getRest() * share, m_budget.Part(share));
         Pack(getRest());
         ++m_pass;
+        if (getRest() > 0)
+            ConstructOtherwise(m_choices.front());
     } while (getRest() > 0 && !m_budget.IsOver()
              && !IsOptimal(m_prepared, m_choices.front().supply.kinds, best));
     best.isCutShort = isCutShort;

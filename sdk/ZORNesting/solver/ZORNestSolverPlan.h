@@ -35,6 +35,8 @@ private:
     void AddChoices();
     void Construct(Placing placing, size_t mostChoices);
     void ConstructChoice(Choice& choice, Placing placing);
+    void ConstructOtherwise(Choice& choice);
+    bool OfferOther(Choice& choice, const Preference& preference);
     void Improve(Choice& choice, double shortestTime, const Budget& budget);
     void ImproveStack(Choice& choice, int stack, double shortestTime, const Budget& budget);
     void ImproveAll(double shortestTime, const Budget& budget);

@@ -47,3 +47,65 @@ TEST(ZORNestSolverContactTest, FreeAnglesLieAlongTheSheet)
     job.kinds = {Sheet(100.001, 40.001)};
     EXPECT_EQ(CountPlaced(SolveInSteps(job, 3000)), 4);
 }
+
+TEST(ZORNestSolverContactTest, PartsThatFitOnlyWhenAllOfThemAreTurnedArePlaced)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(50, 100), 2)};
+    job.items[0].grain90 = true;
+    for (const double separation : {0.0, 0.1, 5.0}) {
+        for (const double slack : {0.0, 0.1, 0.5, 2.0}) {
+            job.separation = separation;
+            job.kinds = {Sheet(100 + slack, 100 + separation + slack, 2)};
+            const Solution solution = SolveInSteps(job, 2000);
+            EXPECT_EQ(CountPlaced(solution), 2);
+            EXPECT_EQ(solution.sheets.size(), 1U) << separation << ", " << slack;
+        }
+    }
+}
+
+TEST(ZORNestSolverContactTest, GridsOfTurnedPartsFitBetweenFrameAndTrims)
+{
+    Job job;
+    job.separation = 5;
+    job.frameWidth = 10;
+    for (const int columns : {1, 2, 3, 4}) {
+        for (const int rows : {2, 3}) {
+            job.items = {MakeItem(Rectangle(50, 100), columns * rows)};
+            job.items[0].grain90 = true;
+            job.kinds = {Sheet(columns * 105 - 5 + 20 + 8, rows * 55 - 5 + 20 + 18)};
+            SheetKind& kind = job.kinds[0];
+            kind.leftTrim = 3;
+            kind.rightTrim = 5;
+            kind.topTrim = 7;
+            kind.bottomTrim = 11;
+            EXPECT_EQ(CountPlaced(SolveInSteps(job, 2000)), columns * rows) << columns << " x " << rows;
+        }
+    }
+}
+
+TEST(ZORNestSolverContactTest, PartsThatFitTurnedOrStraightByTypeArePlaced)
+{
+    Job job;
+    job.separation = 2;
+    job.items = {MakeItem(Rectangle(50, 100)), MakeItem(Rectangle(40, 100)), MakeItem(Rectangle(92, 30))};
+    for (Item& item : job.items)
+        item.grain90 = true;
+    job.kinds = {Sheet(100 + 2 + 30, 50 + 2 + 40)};
+    EXPECT_EQ(CountPlaced(SolveInSteps(job, 2000)), 3);
+    for (Item& item : job.items)
+        item.maxDeviation = std::numbers::pi;
+    EXPECT_EQ(CountPlaced(SolveInSteps(job, 2000)), 3) << "at free angles";
+}
+
+TEST(ZORNestSolverContactTest, SmallerPartsThatFillTheSheetWinOverTheLargestOne)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(60, 100)), MakeItem(Rectangle(50, 100), 2)};
+    job.kinds = {Sheet(100, 100)};
+    EXPECT_EQ(CountPlaced(SolveInSteps(job, 2000)), 2);
+    job.items[0].priority = 1;
+    const Solution solution = SolveInSteps(job, 2000);
+    ASSERT_EQ(CountPlaced(solution), 1);
+    EXPECT_EQ(solution.sheets[0].placements[0].item, 0U) << "its priority is higher";
+}
