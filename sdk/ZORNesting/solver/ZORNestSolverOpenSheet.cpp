@@ -1,15 +1,11 @@
 #include "ZORNestSolverOpenSheet.h"
 
-#include <numbers>
-
 namespace ZORNestSolver {
 
 namespace {
 
 constexpr double kSlack = 1e-7;      // of contacts, for rounding; far below the tolerance of the check
 constexpr double kMinorShare = 0.1;  // how much less it matters to end low than to end left, or the reverse
-constexpr size_t kMostPoses = 24;    // of an item
-constexpr size_t kLongEdges = 4;     // edges of the hull that are laid along an axis
 constexpr size_t kMostCorners = 128; // the oldest ones are forgotten
 constexpr size_t kFewestSlots = 16;  // room for items in the first layout
 constexpr int kSamplesOfEmptySheet = 1000;
@@ -25,62 +21,6 @@ bool DoOverlap(const Box& a, const Box& b, double distance)
 
 } // namespace
 
-ContactPoses::ContactPoses(const PreparedJob& prepared)
-    : m_prepared(prepared)
-    , m_poses(prepared.types.size())
-{
-}
-
-void ContactPoses::Add(size_t item, uint32_t poseClass, double angle)
-{
-    std::vector<ContactPose>& poses = m_poses[item];
-    const bool isKnown = std::any_of(poses.begin(), poses.end(), [&](const ContactPose& pose) {
-        return pose.poseClass == poseClass && pose.angle == angle;
-    });
-    if (isKnown || poses.size() >= kMostPoses)
-        return;
-    const ItemType& type = *m_prepared.types[item];
-    poses.push_back({poseClass, angle, type.GetExactBox(type.GetPose(poseClass, angle, {}))});
-}
-
-/// Turns the longest edges of the hull into the directions of the axes, as far as the deviation allows.
-void ContactPoses::AddAlongEdges(size_t item, uint32_t poseClass)
-{
-    const ItemType& type = *m_prepared.types[item];
-    const PoseClass& allowed = type.classes[poseClass];
-    const Transform flip({allowed.mirrored, 0, {}});
-    const Ring hull = GetConvexHull(flip.Apply(type.outer));
-    std::vector<Point> edges;
-    for (size_t i = 0; i < hull.size(); ++i)
-        edges.push_back(hull[(i + 1) % hull.size()] - hull[i]);
-    std::stable_sort(edges.begin(), edges.end(), [](Point a, Point b) { return Length(a) > Length(b); });
-    edges.resize(std::min(edges.size(), kLongEdges));
-    for (const Point& edge : edges) {
-        for (int quarter = 0; quarter < 4; ++quarter) {
-            const double angle = quarter * std::numbers::pi / 2 - std::atan2(edge.y, edge.x);
-            const double off = std::remainder(angle - allowed.angle, 2 * std::numbers::pi);
-            if (std::abs(off) <= allowed.deviation)
-                Add(item, poseClass, allowed.angle + off);
-        }
-    }
-}
-
-const std::vector<ContactPose>& ContactPoses::Get(size_t item)
-{
-    if (!m_poses[item].empty())
-        return m_poses[item];
-    const ItemType& type = *m_prepared.types[item];
-    for (const SheetArea& area : m_prepared.areas)
-        if (const auto fitting = area.window.IsEmpty() ? std::nullopt : FindFitting(type, area.window))
-            Add(item, fitting->poseClass, fitting->angle);
-    for (uint32_t c = 0; c < type.classes.size(); ++c) {
-        Add(item, c, type.classes[c].angle);
-        if (type.classes[c].IsContinuous())
-            AddAlongEdges(item, c);
-    }
-    return m_poses[item];
-}
-
 OpenSheet::OpenSheet(const PreparedJob& prepared, ContactPoses& poses, size_t kind, int stack, uint64_t seed)
     : m_prepared(prepared)
     , m_poses(poses)
@@ -92,8 +32,12 @@ OpenSheet::OpenSheet(const PreparedJob& prepared, ContactPoses& poses, size_t ki
     , m_isRefused(prepared.types.size(), false)
 {
     AddCorner(m_usable.min);
-    for (const Obstacle& obstacle : m_area.obstacles)
+    for (const Obstacle& obstacle : m_area.obstacles) {
         AddCorners(GetBox(obstacle.polygon), obstacle.distance);
+        for (const Ring& ring : obstacle.polygon)
+            if (GetSignedArea(ring) < 0) // a hole, which has room inside
+                AddCorner(GetBox(ring).Grown(-obstacle.distance).min);
+    }
     const Polygon& outline = prepared.job.kinds[kind].outline;
     if (outline.empty())
         return;
@@ -175,6 +119,19 @@ std::optional<Stand> OpenSheet::FindContact(size_t item, const Leaning& leaning)
     return best ? best : FindContact(item, poses, leaning.isLow);
 }
 
+/// The first free one of the corners between obstacles.
+std::optional<Stand> OpenSheet::FindCornerPlace(size_t item)
+{
+    const std::vector<Stand>& places = m_poses.GetCornerPlaces(item, m_kind);
+    const auto free = std::find_if(places.begin(), places.end(), [&](const Stand& stand) {
+        const Box box = GetOutlineBox(item, stand);
+        return std::none_of(m_boxes.begin(), m_boxes.end(), [&](const Box& other) {
+            return DoOverlap(box, other, m_prepared.job.separation);
+        });
+    });
+    return free == places.end() ? std::nullopt : std::optional(*free);
+}
+
 /// Makes room in the layout for so many items.
 void OpenSheet::Reserve(size_t count)
 {
@@ -223,6 +180,8 @@ bool OpenSheet::TryPlace(size_t item, int samples, const Leaning& leaning)
     }
     if (!best && isEmptyBox)
         best = FindFitting(*m_prepared.types[item], m_area.window);
+    if (!best && !m_area.obstacles.empty())
+        best = FindCornerPlace(item);
     if (!best) {
         m_isRefused[item] = true;
         return false;

@@ -2,38 +2,12 @@
 
 #pragma once
 
-#include "ZORNestSolverFill.h"
+#include "ZORNestSolverContactPoses.h"
 #include "ZORNestSolverMover.h"
 
 #include <span>
 
 namespace ZORNestSolver {
-
-/// A pose in which an item is put against its neighbors.
-struct ContactPose
-{
-    uint32_t poseClass = 0;
-    double angle = 0;
-    Box box; // of the outline, relative to the reference point
-};
-
-/// The contact poses of the items of a job: one for each allowed rotation; at free angles also those that lay a
-/// long edge of the hull along an axis, and those that fit a sheet.
-class ContactPoses
-{
-public:
-    explicit ContactPoses(const PreparedJob& prepared);
-
-    /// Computed at the first call.
-    const std::vector<ContactPose>& Get(size_t item);
-
-private:
-    void Add(size_t item, uint32_t poseClass, double angle);
-    void AddAlongEdges(size_t item, uint32_t poseClass);
-
-    const PreparedJob& m_prepared;
-    std::vector<std::vector<ContactPose>> m_poses; // by item; empty until they are asked for
-};
 
 /// Which of the contacts of an item is taken.
 struct Leaning
@@ -64,6 +38,7 @@ public:
 private:
     std::optional<Stand> FindContact(size_t item, const Leaning& leaning);
     std::optional<Stand> FindContact(size_t item, std::span<const ContactPose> poses, bool isLow) const;
+    std::optional<Stand> FindCornerPlace(size_t item);
     std::optional<Stand> FindSample(size_t item, int samples);
     bool IsFree(size_t item, const ContactPose& pose, const Box& box) const;
     bool ClearsObstacles(size_t item, const ContactPose& pose, const Box& box) const;

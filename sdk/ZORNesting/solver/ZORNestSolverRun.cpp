@@ -61,7 +61,10 @@ public:
         const PlanEffort effort{m_options.threads, Positive(m_options.minimumTime)};
         JobPlan plan = Planner(m_prepared, m_demand, effort, m_budget).Run();
         for (size_t i = 0; i < plan.left.size(); ++i)
-            Report(i, plan.left[i], plan.isCutShort ? "no time left" : "no sheet left");
+            Report(i, plan.left[i],
+                   plan.isCutShort        ? "no time left"
+                   : IsSheetLeft(i, plan) ? "no room found on an empty sheet"
+                                          : "no sheet left");
         m_solution.sheets = std::move(plan.sheets);
         m_solution.cost = plan.cost;
         m_solution.remarks = m_prepared.remarks;
@@ -88,6 +91,20 @@ private:
             known->count += count;
         else
             entries.push_back({item, count, reason});
+    }
+
+    /// Whether a sheet of a kind that the plan may use is left for the item.
+    bool IsSheetLeft(size_t item, const JobPlan& plan) const
+    {
+        std::vector<int> used(m_job.kinds.size(), 0);
+        for (const NestedSheet& sheet : plan.sheets)
+            used[sheet.kind] += sheet.stack;
+        const bool hasOneKind = m_job.usageRule == UsageRule::BestSize && !plan.sheets.empty();
+        for (size_t k = 0; k < m_job.kinds.size(); ++k)
+            if ((!hasOneKind || used[k] > 0) && m_prepared.FitsOn(item, k)
+                && Constructor::HasStock(m_job.kinds[k], used[k], 1))
+                return true;
+        return false;
     }
 
     void SetAside(size_t item, int count, const std::string& reason)

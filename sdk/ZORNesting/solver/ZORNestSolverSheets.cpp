@@ -121,10 +121,10 @@ PackedItem SheetSearch::PutAnywhere(size_t item, size_t sheets)
 }
 
 /// Tries one item of each type, since equal ones have equal chances.
-bool SheetSearch::AddOneOfRest(Packing& packing, const Budget& budget)
+bool SheetSearch::AddOneOfRest(Packing& packing, size_t sheets, const Budget& budget)
 {
     std::vector<bool> isTried(m_types.size(), false);
-    for (size_t i = 0; i < packing.rest.size() && packing.sheets > 0; ++i) {
+    for (size_t i = 0; i < packing.rest.size() && sheets > 0; ++i) {
         const size_t type = m_items[packing.rest[i]];
         if (isTried[type])
             continue;
@@ -134,10 +134,12 @@ bool SheetSearch::AddOneOfRest(Packing& packing, const Budget& budget)
         if (!Fits(packing.rest[i]))
             continue;
         std::vector<PackedItem> items = packing.placed;
-        items.push_back(PutAnywhere(packing.rest[i], packing.sheets));
-        if (!Separate(items, packing.sheets, budget))
+        items.push_back(PutAnywhere(packing.rest[i], sheets));
+        if (!Separate(items, sheets, budget))
             continue;
         packing.placed = std::move(items);
+        for (const PackedItem& packed : packing.placed)
+            packing.sheets = std::max(packing.sheets, size_t{packed.stand.window} + 1);
         packing.rest.erase(packing.rest.begin() + static_cast<std::ptrdiff_t>(i));
         return true;
     }
@@ -178,10 +180,15 @@ size_t SheetSearch::GetFewestSheets(const std::vector<size_t>& items) const
 void SheetSearch::AddRest(Packing& packing, double shortestTime, const Budget& budget)
 {
     const auto fits = [this](size_t item) { return Fits(item); };
-    for (int failures = 0; std::any_of(packing.rest.begin(), packing.rest.end(), fits) && packing.sheets > 0
+    const auto addOne = [&] {
+        const bool hasMore = !m_area.hazards.empty() && packing.sheets < m_mostSheets;
+        return AddOneOfRest(packing, packing.sheets, budget)
+               || (hasMore && AddOneOfRest(packing, packing.sheets + 1, budget));
+    };
+    for (int failures = 0; std::any_of(packing.rest.begin(), packing.rest.end(), fits)
                            && (failures < MostFailures || budget.GetElapsed() < shortestTime)
                            && !budget.IsOver();)
-        failures = AddOneOfRest(packing, budget) ? 0 : failures + 1;
+        failures = addOne() ? 0 : failures + 1;
 }
 
 void SheetSearch::RemoveSheets(Packing& packing, double shortestTime, const Budget& budget)

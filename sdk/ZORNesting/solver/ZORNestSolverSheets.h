@@ -31,7 +31,8 @@ public:
     /// Places items one after another on the first sheet with room.
     /// \param items  indices in the list that is to be packed
     void Add(Packing& packing, std::vector<size_t> items, const Budget& budget);
-    /// Puts items that found no room on the sheets where overlaps can be removed, in their order.
+    /// Puts items that found no room on the sheets where overlaps can be removed, in their order. Beside obstacles
+    /// even an empty sheet may need that.
     /// \param shortestTime  no end for lack of progress before, in seconds
     void AddRest(Packing& packing, double shortestTime, const Budget& budget);
     /// Empties sheets. Ends when a lower bound is reached, or for lack of progress.
@@ -43,7 +44,7 @@ private:
     bool Separate(std::vector<PackedItem>& items, size_t sheets, const Budget& budget);
     std::vector<size_t> AddTo(Packing& packing, const std::vector<size_t>& items, size_t sheets,
                               const Budget& budget);
-    bool AddOneOfRest(Packing& packing, const Budget& budget);
+    bool AddOneOfRest(Packing& packing, size_t sheets, const Budget& budget);
     bool RemoveSheet(Packing& packing, const Budget& budget);
     PackedItem PutAnywhere(size_t item, size_t sheets);
     bool Fits(size_t item) const { return FindFitting(*m_types[m_items[item]], m_area.window).has_value(); }

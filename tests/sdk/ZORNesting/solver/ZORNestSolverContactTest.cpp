@@ -109,3 +109,58 @@ TEST(ZORNestSolverContactTest, SmallerPartsThatFillTheSheetWinOverTheLargestOne)
     ASSERT_EQ(CountPlaced(solution), 1);
     EXPECT_EQ(solution.sheets[0].placements[0].item, 0U) << "its priority is higher";
 }
+
+namespace {
+
+/// A sheet of 100 x 100 whose defect leaves only holes free.
+SheetKind MakeSheetOfHoles(const Polygon& holes)
+{
+    SheetKind sheet = Sheet(100, 100);
+    Polygon defect{Rectangle(100, 100)};
+    for (const Ring& hole : holes)
+        defect.push_back(Reversed(hole));
+    sheet.defects = {defect};
+    return sheet;
+}
+
+} // namespace
+
+TEST(ZORNestSolverContactTest, APartFillsAHoleBetweenDefects)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(50, 50))};
+    for (const double slack : {0.0, 0.001, 0.01, 0.1, 1.0}) {
+        for (const double distance : {0.0, 2.5}) {
+            job.defectSeparation = distance;
+            const double side = 50 + slack + 2 * distance;
+            job.kinds = {MakeSheetOfHoles({Rectangle(side, side, {25, 30})})};
+            EXPECT_EQ(CountPlaced(SolveInSteps(job, 500)), 1) << slack << ", " << distance;
+        }
+    }
+}
+
+TEST(ZORNestSolverContactTest, PartsFillSeveralHolesAndHolesOfOtherShapes)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(40, 20), 4), MakeItem({{0, 0}, {30, 10}, {5, 35}})};
+    job.items[0].grain90 = true;
+    job.kinds = {MakeSheetOfHoles({Rectangle(40, 40, {5, 5}),
+                                   Rectangle(20, 40, {70, 50}),
+                                   Rectangle(40, 20, {5, 75}),
+                                   {{50, 5}, {80, 15}, {55, 40}}})};
+    EXPECT_EQ(CountPlaced(SolveInSteps(job, 2000)), 5);
+}
+
+TEST(ZORNestSolverContactTest, AnEmptySheetWithoutRoomBesideItsDefectsIsNotUsedUp)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(50, 50), 2)};
+    job.kinds = {MakeSheetOfHoles({Rectangle(49.9, 60, {25, 30})})};
+    Solution solution = SolveInSteps(job, 500);
+    ASSERT_EQ(solution.unplaced.size(), 1U);
+    EXPECT_EQ(solution.unplaced[0].reason, "no room found on an empty sheet");
+    job.kinds = {MakeSheetOfHoles({Rectangle(50, 60, {25, 30})})};
+    solution = SolveInSteps(job, 500);
+    ASSERT_EQ(solution.unplaced.size(), 1U);
+    EXPECT_EQ(solution.unplaced[0].reason, "no sheet left") << "the first part uses it";
+}
