@@ -8,34 +8,58 @@ namespace {
 
 constexpr double kNoise = 1e-9; // relative
 
-/// The least width of the item's outline in any allowed pose.
-double GetLeastWidth(const ItemType& type)
+bool HasArcs(const Contour& contour)
 {
-    double width = std::numeric_limits<double>::infinity();
-    for (const PoseClass& allowed : type.classes) {
-        const Pose pose{allowed.mirrored, allowed.angle, {}};
-        width = std::min(width, allowed.IsContinuous() ? 2.0 * static_cast<double>(type.base.poleR[0])
-                                                       : type.GetExactBox(pose).GetWidth());
-    }
-    return width;
+    return std::any_of(contour.segments.begin(), contour.segments.end(),
+                       [](const Segment& segment) { return segment.isArc; });
 }
 
+/// Returns an area that the item has at least, with its arcs as they are: the largest contour less all others. The
+/// area of the search is too large for a proof, since its polygon contains the outline.
+double GetLeastArea(const Item& item, const ItemType& type)
+{
+    const bool hasArcs = std::any_of(item.contours.begin(), item.contours.end(), HasArcs);
+    if (!hasArcs && type.outer.size() > 1) // not the convex hull: exact, islands in holes included
+        return type.area;
+    double largest = 0;
+    double sum = 0;
+    for (const Contour& contour : item.contours) {
+        const double area = GetEnclosedArea(contour);
+        // A contour that crosses itself is measured with chords, which may err to either side.
+        if (HasArcs(contour) && area != std::abs(GetSignedArea(contour)))
+            return 0;
+        largest = std::max(largest, area);
+        sum += area;
+    }
+    return std::clamp(2 * largest - sum, 0.0, type.area);
+}
+
+/// Adds up areas that the items of the sheet have at least.
 double GetPlacedArea(const PreparedJob& prepared, const NestedSheet& sheet)
 {
-    double area = 0;
-    for (const Placement& placement : sheet.placements)
-        area += prepared.types[placement.item]->area;
-    return area;
+    std::map<size_t, double> areas; // by item
+    double sum = 0;
+    for (const Placement& placement : sheet.placements) {
+        const auto [known, isNew] = areas.try_emplace(placement.item, 0);
+        if (isNew)
+            known->second = GetLeastArea(prepared.job.items[placement.item], *prepared.types[placement.item]);
+        sum += known->second;
+    }
+    return sum;
 }
 
-/// The least length that the items of a sheet take of its usable part.
-double GetLeastLength(const PreparedJob& prepared, const NestedSheet& sheet)
+/// Checks whether one item alone, in its shortest pose, takes as much length as all of them.
+bool HasItemOfLength(const PreparedJob& prepared, const NestedSheet& sheet, double length)
 {
-    const double height = GetUsableBox(prepared.job.kinds[sheet.kind], prepared.job).GetHeight();
-    double length = GetPlacedArea(prepared, sheet) / height;
-    for (const Placement& placement : sheet.placements)
-        length = std::max(length, GetLeastWidth(*prepared.types[placement.item]));
-    return length;
+    const Box& window = prepared.areas[sheet.kind].window;
+    return std::any_of(sheet.placements.begin(), sheet.placements.end(), [&](const Placement& placement) {
+        const ItemType& type = *prepared.types[placement.item];
+        // The shortest pose is no longer than the present one, which is quicker to measure.
+        if (type.GetExactBox(placement.pose).GetWidth() * (1 + kNoise) < length)
+            return false;
+        const auto shortest = FindShortest(type, window);
+        return shortest && length <= (shortest->length - 2 * type.margin) * (1 + kNoise);
+    });
 }
 
 /// The least cost of items with so much area in stacks of a size.
@@ -68,7 +92,8 @@ bool IsShortest(const PreparedJob& prepared, const NestedSheet& sheet)
 {
     const Box usable = GetUsableBox(prepared.job.kinds[sheet.kind], prepared.job);
     const double length = GetRightEnd(prepared, sheet.placements) - usable.min.x;
-    return length <= GetLeastLength(prepared, sheet) * (1 + kNoise);
+    return length * usable.GetHeight() <= GetPlacedArea(prepared, sheet) * (1 + kNoise)
+           || HasItemOfLength(prepared, sheet, length);
 }
 
 bool IsCheapest(const PreparedJob& prepared, const std::vector<size_t>& kinds, const JobPlan& plan)

@@ -24,6 +24,12 @@ double Wrapped(double angle)
     return wrapped < kTurn ? wrapped : 0;
 }
 
+/// A direction of the outline goes with the rotation of a mirrored outline, and against that of any other.
+double GetSense(bool mirrored)
+{
+    return mirrored ? 1 : -1;
+}
+
 /// Adds the meeting points of tangents around the arc, where its circle is too large for its own piece.
 void AddTangentCorners(const Arc& arc, Ring& points)
 {
@@ -254,28 +260,31 @@ void Silhouette::AddCriticalDirections(double limit, std::vector<double>& direct
     }
 }
 
+/// Adds the rotations of a range that turn critical directions to the x axis, or by \a offset beyond it.
+void Silhouette::AddCriticalAngles(bool mirrored, const AngleRange& range, double limit, double offset,
+                                   std::vector<double>& angles) const
+{
+    constexpr double half = std::numbers::pi;
+    std::vector<double> directions;
+    AddCriticalDirections(limit, directions);
+    for (const double direction : directions) {
+        const double angle = GetSense(mirrored) * (direction - offset);
+        for (double k = std::ceil((range.from - angle) / half); angle + k * half <= range.to; ++k)
+            angles.push_back(angle + k * half);
+    }
+}
+
 std::vector<AngleRange> Silhouette::FindFitting(bool mirrored, double middle, double deviation, double length,
                                                 double width) const
 {
     constexpr double half = std::numbers::pi;
-    const double sense =
-        mirrored ? 1 : -1; // a direction of the outline goes with the rotation, or against it
-    const double lowest = middle - deviation;
-    const double highest = middle + deviation;
-    std::vector<double> angles{lowest, middle, highest};
-    const auto addAngles = [&](double limit, double offset) {
-        std::vector<double> directions;
-        AddCriticalDirections(limit, directions);
-        for (const double direction : directions) {
-            const double angle = sense * (direction - offset);
-            for (double k = std::ceil((lowest - angle) / half); angle + k * half <= highest; ++k)
-                angles.push_back(angle + k * half);
-        }
-    };
+    const double sense = GetSense(mirrored);
+    const AngleRange allowed{middle - deviation, middle + deviation};
+    std::vector<double> angles{allowed.from, middle, allowed.to};
     if (std::isfinite(length))
-        addAngles(length, 0);
+        AddCriticalAngles(mirrored, allowed, length, 0, angles);
     if (std::isfinite(width))
-        addAngles(width, half / 2);
+        AddCriticalAngles(mirrored, allowed, width, half / 2, angles);
     std::sort(angles.begin(), angles.end());
     const auto fits = [&](double angle) {
         return GetExtent(sense * angle) <= length + kSlack
@@ -295,6 +304,22 @@ std::vector<AngleRange> Silhouette::FindFitting(bool mirrored, double middle, do
         last = angle;
     }
     return ranges;
+}
+
+std::optional<TurnedLength> Silhouette::FindShortest(bool mirrored, double middle, double deviation,
+                                                     double width) const
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    std::optional<TurnedLength> shortest;
+    for (const AngleRange& range : FindFitting(mirrored, middle, deviation, infinity, width)) {
+        std::vector<double> angles{range.from, range.to};
+        AddCriticalAngles(mirrored, range, infinity, 0, angles);
+        for (const double angle : angles)
+            if (const double length = GetExtent(GetSense(mirrored) * angle);
+                !shortest || length < shortest->length)
+                shortest = {angle, length};
+    }
+    return shortest;
 }
 
 } // namespace ZORNestSolver

@@ -6,6 +6,7 @@
 #include "ZORNestSolverOutline.h"
 
 #include <array>
+#include <optional>
 
 namespace ZORNestSolver {
 
@@ -18,6 +19,13 @@ struct AngleRange
 {
     double from = 0;
     double to = 0;
+};
+
+/// A rotation, in radians, and the length of an outline along x in it.
+struct TurnedLength
+{
+    double angle = 0;
+    double length = 0;
 };
 
 /// The exact reach of what is drawn, its arcs included: a sinusoid between any two critical directions. Decides
@@ -40,6 +48,13 @@ public:
     /// \param length     may be infinite, as \a width may
     std::vector<AngleRange> FindFitting(bool mirrored, double middle, double deviation, double length,
                                         double width) const;
+
+    /// Returns the rotation within \a deviation of \a middle in which the outline is shortest along x, among those
+    /// in which it is no wider than \a width along y, by more than kFitTolerance; nothing if there is none.
+    /// \param deviation  at most half a turn
+    /// \param width      may be infinite
+    std::optional<TurnedLength> FindShortest(bool mirrored, double middle, double deviation,
+                                             double width) const;
 
 private:
     /// The reach from a direction on, up to that of the next piece: that of a circle, or of a point.
@@ -65,6 +80,8 @@ private:
     /// The extent across, from the reach of a direction to that of the opposite one.
     double GetExtent(double direction) const;
     void AddCriticalDirections(double limit, std::vector<double>& directions) const;
+    void AddCriticalAngles(bool mirrored, const AngleRange& range, double limit, double offset,
+                           std::vector<double>& angles) const;
 
     Pieces m_pieces;
 };

@@ -1,6 +1,7 @@
 #include "ZORNestSolverStrip.h"
 
 #include <numeric>
+#include <set>
 
 namespace ZORNestSolver {
 
@@ -22,11 +23,33 @@ constexpr SeparationLimits CompressLimits{100, 5};
 constexpr size_t MostDeadEnds = 256;   // the worst ones are forgotten
 constexpr double PoolDeviation = 0.25; // of the pool's size
 constexpr double RowGap = 0.001;
-constexpr double LeastWidthShare = 0.998; // of the inscribed circle, which may exceed the exact outline
 constexpr int ExchangeAttempts = 20;
 constexpr double LargeShare = 0.75; // of the total hull area belongs to the large items
 
 } // namespace
+
+std::optional<ShortestPose> FindShortest(const ItemType& type, const Box& window)
+{
+    std::optional<ShortestPose> best;
+    const double most = window.GetHeight() - 2 * type.margin;
+    for (size_t c = 0; c < type.classes.size(); ++c) {
+        const PoseClass& allowed = type.classes[c];
+        const Box& extent = type.shapes[c].extent;
+        ShortestPose pose{c, allowed.angle, extent.GetWidth()};
+        if (allowed.IsContinuous()) {
+            const auto turned =
+                type.silhouette.FindShortest(allowed.mirrored, allowed.angle, allowed.deviation, most);
+            if (!turned)
+                continue;
+            pose = {c, turned->angle, turned->length + 2 * type.margin};
+        } else if (extent.GetHeight() > window.GetHeight() + kFitTolerance) {
+            continue;
+        }
+        if (!best || pose.length < best->length)
+            best = pose;
+    }
+    return best;
+}
 
 StripSearch::StripSearch(std::shared_ptr<const Problem> problem, uint64_t seed, Listener listener)
     : m_random(seed)
@@ -44,15 +67,14 @@ double StripSearch::GetShortestLength() const
 {
     double longest = 0;
     double area = 0;
+    std::set<const ItemType*> known;
     for (size_t i = 0; i < m_layout.GetItemCount(); ++i) {
         const ItemType& type = m_layout.GetType(i);
-        double own = std::numeric_limits<double>::infinity();
-        for (size_t c = 0; c < type.classes.size(); ++c)
-            own = std::min(own, type.classes[c].IsContinuous()
-                                    ? LeastWidthShare * 2.0 * static_cast<double>(type.base.poleR[0])
-                                    : type.shapes[c].extent.GetWidth());
-        longest = std::max(longest, own);
         area += type.area;
+        if (!known.insert(&type).second)
+            continue;
+        if (const auto shortest = FindShortest(type, m_layout.GetWindow(0)))
+            longest = std::max(longest, shortest->length);
     }
     return std::max(longest, area / m_layout.GetWindow(0).GetHeight());
 }
@@ -124,11 +146,28 @@ void StripSearch::PlaceInRow()
     KeepAsBest();
 }
 
+/// Turns the stand to the shortest pose of the item, and returns its shape.
+Shape StripSearch::Shorten(size_t item, Stand& stand) const
+{
+    const ItemType& type = m_layout.GetType(item);
+    if (const auto shortest = FindShortest(type, m_layout.GetWindow(0))) {
+        stand.poseClass = static_cast<uint32_t>(shortest->poseClass);
+        stand.angle = shortest->angle;
+    }
+    Shape turned;
+    type.Turn(type.classes[stand.poseClass].mirrored, stand.angle, turned);
+    return turned;
+}
+
+/// Moves all items into the strip, and turns those that have become too long for it.
 void StripSearch::ClampItems()
 {
     std::vector<Stand> stands = m_layout.GetStands();
+    const Box& window = m_layout.GetWindow(0);
     for (size_t i = 0; i < stands.size(); ++i) {
-        const Box room = GetRoom(m_layout.GetWindow(0), m_layout.GetShape(i));
+        Box room = GetRoom(window, m_layout.GetShape(i));
+        if (room.min.x > room.max.x)
+            room = GetRoom(window, Shorten(i, stands[i]));
         Point& p = stands[i].position;
         p.x = std::max(room.min.x, std::min(p.x, room.max.x));
         p.y = std::max(room.min.y, std::min(p.y, room.max.y));

@@ -5,8 +5,21 @@
 #include "ZORNestSolverSeparator.h"
 
 #include <functional>
+#include <optional>
 
 namespace ZORNestSolver {
+
+/// A pose of an item and the length of its extent in it.
+struct ShortestPose
+{
+    size_t poseClass = 0;
+    double angle = 0;
+    double length = 0;
+};
+
+/// Returns the pose in which the item is shortest along x, among those that fit the height of the window; nothing if
+/// there is none. The length is that of the exact outline and the separation.
+std::optional<ShortestPose> FindShortest(const ItemType& type, const Box& window);
 
 /// Shrinks a strip as far as its items can be separated. The strip is the only window of the problem; its
 /// right end is free.
@@ -46,6 +59,7 @@ private:
     Stand FindBehind(size_t item, double line) const;
     void RestoreBest();
     void ClampItems();
+    Shape Shorten(size_t item, Stand& stand) const;
     bool KeepAsBest();
     SeparationLimits GetExploreLimits() const;
     void LeaveDeadEnd(double loss);

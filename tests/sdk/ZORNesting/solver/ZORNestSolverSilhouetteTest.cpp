@@ -152,3 +152,48 @@ TEST(ZORNestSolverSilhouetteTest, TheAnglesFoundAreThoseThatFit)
     EXPECT_GT(fitting, 2000);
     EXPECT_LT(fitting, 38000);
 }
+
+TEST(ZORNestSolverSilhouetteTest, TheShortestRotationIsTheBestOfAllThatFit)
+{
+    Random random(9);
+    int limited = 0;
+    for (int i = 0; i < 200; ++i) {
+        const Silhouette silhouette({RandomContour(random, 3 + random.Index(9))});
+        const bool mirrored = random.Index(2) == 0;
+        const double middle = random.Between(-4, 4);
+        const double deviation = i % 5 == 0 ? 0 : random.Between(0, kPi);
+        const bool isOpen = i % 3 == 0;
+        const double width = isOpen
+                                 ? std::numeric_limits<double>::infinity()
+                                 : silhouette.GetBox(mirrored, middle).GetHeight() * random.Between(0.8, 1.2);
+        const auto shortest = silhouette.FindShortest(mirrored, middle, deviation, width);
+        double best = std::numeric_limits<double>::infinity();
+        for (int k = 0; k <= 1000; ++k) {
+            const Box box = silhouette.GetBox(mirrored, middle + deviation * (k / 500.0 - 1));
+            if (box.GetHeight() <= width)
+                best = std::min(best, box.GetWidth());
+        }
+        limited += shortest ? 0 : 1;
+        if (!shortest) {
+            EXPECT_TRUE(std::isinf(best));
+            continue;
+        }
+        const Box box = silhouette.GetBox(mirrored, shortest->angle);
+        EXPECT_NEAR(box.GetWidth(), shortest->length, 1e-9);
+        EXPECT_LE(box.GetHeight(), width + kFitTolerance);
+        EXPECT_LE(std::abs(shortest->angle - middle), deviation + 1e-12);
+        EXPECT_LE(shortest->length, best + 1e-9);
+    }
+    EXPECT_GT(limited, 5);
+}
+
+TEST(ZORNestSolverSilhouetteTest, ARoundEndIsShortestBetweenItsCorners)
+{
+    // A disc and a bar from its center: shortest wherever the bar hides behind the disc.
+    const Silhouette silhouette({RoundContour({0, 0}, 10), MakeContour(Rectangle(30, 1, {0, -0.5}))});
+    const auto shortest = silhouette.FindShortest(false, 0.3, 1, std::numeric_limits<double>::infinity());
+    ASSERT_TRUE(shortest);
+    const Box box = silhouette.GetBox(false, shortest->angle);
+    EXPECT_NEAR(box.GetWidth(), shortest->length, 1e-12);
+    EXPECT_NEAR(shortest->angle, 1.3, 1e-12);
+}
