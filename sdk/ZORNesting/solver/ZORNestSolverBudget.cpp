@@ -80,7 +80,7 @@ bool Budget::IsRunOver() const
     return IsStopped() || Count() >= m_runEnd;
 }
 
-/// Counts a step, reports the progress and tells the time.
+/// Counts a step, reports the progress and returns the time.
 double Budget::Count() const
 {
     ++m_control->steps;
@@ -98,11 +98,6 @@ double Budget::Count() const
 double Budget::GetShare(double elapsed, double seconds)
 {
     return seconds > 0 && seconds < LongTime ? elapsed / seconds : elapsed / (elapsed + HalfWay);
-}
-
-double Budget::GetRatio() const
-{
-    return HasEnd() && m_end > m_start ? std::min(1.0, GetElapsed() / (m_end - m_start)) : 1;
 }
 
 double Budget::Read() const

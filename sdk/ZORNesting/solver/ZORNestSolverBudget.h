@@ -58,8 +58,6 @@ public:
     bool HasEnd() const;
     double GetElapsed() const { return Read() - m_start; }
     double GetRest() const { return m_end - Read(); }
-    /// 0 at the start, 1 at the end.
-    double GetRatio() const;
 
 private:
     double Read() const;

@@ -268,14 +268,6 @@ std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedShee
     return SheetCheck(job, shapes, sheet, 0).Run();
 }
 
-std::vector<std::string> FindSheetFaults(const Job& job, const NestedSheet& sheet)
-{
-    std::vector<std::string> faults;
-    Shapes shapes(job);
-    AppendSheetFaults(faults, job, shapes, sheet, 0);
-    return faults;
-}
-
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution)
 {
     std::vector<std::string> faults;

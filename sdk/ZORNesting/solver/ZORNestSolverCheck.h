@@ -26,9 +26,6 @@ struct PlacementFault
 /// Takes O(n log n) for n lines and arcs.
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution);
 
-/// Returns the faults of a single sheet, which counts as sheet 0.
-std::vector<std::string> FindSheetFaults(const Job& job, const NestedSheet& sheet);
-
 /// Returns the faults of the placements of a single sheet of a kind of the job, sorted by placement.
 std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet);
 

@@ -268,16 +268,6 @@ double Layout::GetTotalLoss() const
     return total;
 }
 
-double Layout::GetWeightedTotalLoss() const
-{
-    const size_t items = GetItemCount();
-    double total = 0;
-    for (size_t item = 0; item < items; ++item)
-        for (size_t other = item + 1; other < m_stride; ++other)
-            total += static_cast<double>(Loss(item, other)) * static_cast<double>(Weight(item, other));
-    return total;
-}
-
 void Layout::UpdateWeights()
 {
     float largest = 0;

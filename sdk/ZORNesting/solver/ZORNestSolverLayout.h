@@ -89,7 +89,6 @@ public:
     double GetItemLoss(size_t item) const;
     double GetWeightedItemLoss(size_t item) const;
     double GetTotalLoss() const;
-    double GetWeightedTotalLoss() const;
 
     /// Raises the weights of colliding pairs, the worst ones most, and lets the others decay.
     void UpdateWeights();

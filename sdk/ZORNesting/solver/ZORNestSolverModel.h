@@ -8,7 +8,7 @@
 
 namespace ZORNestSolver {
 
-/// Millimetres and radians throughout. A pose mirrors first, then rotates, then moves.
+/// Millimeters and radians throughout. A pose mirrors first, then rotates, then moves.
 struct Item
 {
     std::string name;

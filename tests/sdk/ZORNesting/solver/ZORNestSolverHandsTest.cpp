@@ -27,7 +27,7 @@ bool IsAccepted(const Item& item, const Job& job, double degrees, bool mirrored)
     NestedSheet sheet;
     sheet.usedLength = 1000;
     sheet.placements = {At(0, {500, 500}, degrees * kDegree, mirrored)};
-    return FindSheetFaults(large, sheet).empty();
+    return FindPlacementFaults(large, sheet).empty();
 }
 
 using Angles = std::vector<double>;
