@@ -66,7 +66,8 @@ TEST(ZORNestSolverBoundTest, ASinglePartIsPushedToTheLeftAtItsBestAngle)
     for (const double separation : {0.0, 20.0, 60.0}) {
         const Solution solution = SolveWith(MakeTurnedJob(separation), Budget::Clock::Steps, 20000, 20000);
         ASSERT_EQ(CountPlaced(solution), 1);
-        EXPECT_NEAR(solution.sheets[0].remnantLength, 300 - separation - GetTurnedLength(5), 1e-6) << separation;
+        EXPECT_NEAR(solution.sheets[0].remnantLength, 300 - separation - GetTurnedLength(5), 1e-6)
+            << separation;
     }
 }
 
