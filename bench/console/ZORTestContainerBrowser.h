@@ -12,8 +12,8 @@ class ZORGeoGeometry;
 /// Lists the geometries of a container with their reference counts in a table view, restricted to the
 /// class chosen in a combo box and the classes derived from it.
 ///
-/// The rows hold plain pointers between refreshes; a geometry that has left the container since is told
-/// apart before it is touched.
+/// The rows hold plain pointers between refreshes; a geometry that has left the container since is
+/// recognized before it is touched.
 class ZORTestContainerBrowser
 {
 public:

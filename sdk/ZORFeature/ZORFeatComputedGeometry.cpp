@@ -79,7 +79,7 @@ void ZORFeatComputedGeometry::Unfollow(ZORFeatObject* feature)
         disconnect(feature, nullptr, this, nullptr);
 }
 
-// Nobody who could be told asked for this computation: exceptions must not leave a signal.
+// No caller asked for this computation, so exceptions must not leave the signal.
 void ZORFeatComputedGeometry::OnInputChanged()
 {
     const QPointer<ZORFeatComputedGeometry> self = this;

@@ -18,7 +18,7 @@ public:
     /// \param mesh,path  not owned, outlive this object
     /// \param turns      of the path, not owned, outlives this object
     /// \param place      of the bend, with a turn
-    /// \param radius     the smallest one to use, millimetres
+    /// \param radius     the smallest one to use, millimeters
     /// \param progress   checked with every arc; not owned, outlives this object
     ZORGeoArcSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path, const ZORGeoPathTurns& turns,
                     size_t place, double radius, zor::geo::ProgressReporter& progress);

@@ -38,7 +38,7 @@ public:
     };
     struct Bounds
     {
-        double minimum = 0; // meetings before this length do not count, millimetres
+        double minimum = 0; // meetings before this length do not count, millimeters
         double maximum = 0; // the walk ends at this length
     };
     /// Walks until the arc meets a path, has turned by 2 pi, has the maximum length or comes to the border.

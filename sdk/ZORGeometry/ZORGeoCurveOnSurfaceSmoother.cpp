@@ -54,7 +54,7 @@ ZORGeoMeshPlace PlaceOf(const ZORGeoMesh& mesh, const ZORGeoLocationOnSurface& l
     return place;
 }
 
-// The path through the locations; \a isConnected tells whether it consists of them alone.
+// The path through the locations; \a isConnected reports whether it consists of them alone.
 ZORGeoMeshPath PathOf(const Locations& locations, bool& isConnected, ProgressReporter& progress)
 {
     Check(locations);

@@ -34,9 +34,9 @@ class ProgressReporter;
 ///          the curve at most four times the radius before and behind. A loop narrower than twice the radius
 ///          has no arc that could follow it and is shortened until it is none.
 /// Limits.  Where the surface has no room for an arc or a cut (the border is in the way, or a vertex around
-///          which the angles sum up to more than 2 pi), and where nothing would be left of a closed curve, there
-///          is no result: the curve is smoothed everywhere or not at all. Of a radius below 1e-6 of the coordinates rounding would be left: every curve is
-///          smooth then.
+///          which the angles sum up to more than 2 pi), and where nothing would be left of a closed curve,
+///          smoothing fails: the curve is smoothed everywhere or not at all. With a radius below 1e-6 of the
+///          coordinates only rounding would remain, so every curve counts as smooth.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceSmoother
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoCurveOnSurfaceSmoother)
@@ -44,7 +44,7 @@ class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceSmoother
 public:
     using Locations = QList<ZORGeoLocationOnSurface>;
 
-    /// \param radius  the minimum radius, millimetres; with 0 or NaN every curve is smooth
+    /// \param radius  the minimum radius, millimeters; with 0 or NaN every curve is smooth
     /// \throws ZORSysException "radius is negative", "radius is infinite"
     explicit ZORGeoCurveOnSurfaceSmoother(double radius);
 

@@ -17,7 +17,7 @@ class ZORGeoGeometryPrivate;
 ///              Until then it belongs to whoever created it. Deleting a registered geometry takes it out of
 ///              its container first.
 /// References.  A geometry that uses another one holds a counted reference to it (ZORGeoReference). The
-///              count protects nothing by itself: it tells who asks whether a geometry may be removed.
+///              count protects nothing by itself: callers ask it whether a geometry may be removed.
 /// Changes.     The shape of most geometries is fixed at construction. One that changes in place stays the same
 ///              object with its name, references and position in the container. First everything that is
 ///              derived from it, such as a point on a curve or a body, is updated; then each of them emits
@@ -45,7 +45,7 @@ public:
     /// How many references are held; 0 for a geometry that nothing uses.
     int GetReferenceCount() const;
     /// Counts one more user. Constant, since a user may need no more than a constant geometry.
-    /// \param user  the object that uses this geometry, may be null; told apart only in traces
+    /// \param user  the object that uses this geometry, may be null; distinguished only in traces
     void AddReference(const QObject* user) const;
     /// Takes back one AddReference(); with a count of 0 already it logs a warning and does nothing.
     void RemoveReference(const QObject* user) const;

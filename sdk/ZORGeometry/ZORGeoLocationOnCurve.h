@@ -12,8 +12,8 @@ class ZORGeoCurve;
 struct ZORGEOMETRY_EXPORT ZORGeoLocationOnCurve
 {
     const ZORGeoCurve* curve = nullptr; // not owned; null: no location
-    double distance = 0; // arc length from the start, millimetres; outside 0 ... length: continued
-    ZORMathPoint point;  // the same place in 3-space, millimetres
+    double distance = 0; // arc length from the start, millimeters; outside 0 ... length: continued
+    ZORMathPoint point;  // the same place in 3-space, millimeters
 
     bool IsNull() const { return !curve; }
 

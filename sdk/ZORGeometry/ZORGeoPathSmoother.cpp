@@ -19,7 +19,7 @@ constexpr double radiusTolerance = 1e-4;
 constexpr double shortestCut = 0.25;
 constexpr double longestCut = 4;
 constexpr double smallestGain = 1e-9;
-// Bends are looked at with so much of the path on both sides, in the radius: room for a cut or for an arc and as
+// Bends are examined with this much of the path on both sides, in the radius: room for a cut or for an arc and as
 // much again, up to bends of 175 degrees.
 constexpr double smallestWindow = 6;
 constexpr double largestWindow = 48;

@@ -22,7 +22,7 @@ class ZORGeoPathSmoother
 {
 public:
     /// \param mesh    not owned, outlives this object
-    /// \param radius    millimetres, above 0 and finite
+    /// \param radius    millimeters, above 0 and finite
     /// \param progress  of Run(); not owned, outlives this object
     ZORGeoPathSmoother(const ZORGeoMesh& mesh, double radius, zor::geo::ProgressReporter& progress);
 

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-/// Millimetres. The largest products the algorithms form are fourth powers, far from overflow here.
+/// Millimeters. The largest products the algorithms form are fourth powers, far from overflow here.
 inline constexpr double ZorGeoMaximumCoordinate = 1e60;
 
 inline bool ZorGeoIsInRange(const ZORMathPoint& point)

@@ -22,10 +22,10 @@ class ZORNESTING_EXPORT ZORNestNestingProcessor : public QObject
 
 public:
     explicit ZORNestNestingProcessor(QObject* parent = nullptr);
-    /// Cancels what runs, within 0.2 s as a rule. Nothing is signalled any more.
+    /// Cancels what runs, typically within 0.2 s. Nothing is signaled anymore.
     ~ZORNestNestingProcessor() override;
 
-    /// Takes a job, which waits for Execute(). Never throws for what the input holds: the report tells of it.
+    /// Takes a job, which waits for Execute(). Never throws for what the input holds: the report lists it.
     /// \return owned by the processor and living as long
     ZORNestNestingResponse* AddInput(const ZORNestNestingInput& input);
     /// In the order in which they were added.

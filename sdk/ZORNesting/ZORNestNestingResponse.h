@@ -32,7 +32,7 @@ public:
         Stopping = 4,  ///< asked to end with the best so far
         Canceling = 5, ///< asked to give up
         Canceled = 6,
-        Failed = 7 ///< GetFailureReason() tells why
+        Failed = 7 ///< GetFailureReason() returns the reason
     };
     Q_ENUM(Status)
 

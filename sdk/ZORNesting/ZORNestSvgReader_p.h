@@ -11,7 +11,7 @@
 
 class ZORWorkContext;
 
-/// Draws the paths and basic shapes of an SVG file, in millimetres and with y upwards.
+/// Draws the paths and basic shapes of an SVG file, in millimeters and with y upwards.
 ///
 /// path, rect, circle, ellipse, line, polyline and polygon in groups with any transformations. Lengths come
 /// from width and height with the viewBox; where those say nothing, a unit is 1/96 inch. Texts, images,

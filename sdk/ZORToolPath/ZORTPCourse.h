@@ -35,7 +35,7 @@ public:
     /// A course along a copy of a curve.
     /// \param folder      the feature the course lies in; null leaves it without a container
     /// \param centerLine  not kept
-    /// \param width       of the strip, millimetres
+    /// \param width       of the strip, millimeters
     /// \throws ZORSysException "centre line is null", and as the other constructor
     ZORTPCourse(ZORFeatObject* folder, const ZORGeoCurveOnSurface* centerLine, double width);
     /// A course through places of a surface. Where two of them are not in one triangle the centre line takes a
@@ -57,13 +57,13 @@ public:
     const ZORGeoCurveOnSurface* GetCenterLine() const;
     /// Null once it has been destroyed.
     const ZORGeoSurface* GetSurface() const;
-    /// Millimetres.
+    /// Millimeters.
     double GetWidth() const { return m_width; }
 
     /// Gives the centre line a minimum radius: bends below it become tangent arcs, as
     /// ZORGeoCurveOnSurfaceSmoother explains. Both ends stay. Changes the center line in place. A course that is
     /// smooth already, and every course for a radius of 0 or NaN, is left as it is.
-    /// \param radius  millimetres
+    /// \param radius  millimeters
     /// \throws ZORSysException "radius is negative", "radius is infinite", "the course has no centre line",
     ///         "the surface of the course does not exist any more", "the surface has no room for the radius %1
     ///         at (%2, %3, %4)"; the course is unchanged then

@@ -49,7 +49,7 @@ struct ZORWORKER_EXPORT ZORWorkJob
     /// For the log and for the name of the work directory.
     QString name;
     /// Runs in a thread of the processor. Whatever it throws makes the job fail with the message of the exception.
-    /// It hands out files of its own only, since their reader may delete them. What it captures is
+    /// It returns only its own files, since their reader may delete them. What it captures is
     /// destroyed when the run is over, in that thread, or with the processor.
     std::function<ZORWorkResult(const ZORWorkContext& context)> run;
     /// Whether the work directory stays.

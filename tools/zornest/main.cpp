@@ -125,7 +125,7 @@ void PrintSummary(const Instance& instance, const Solution& solution, QTextStrea
         out << QString::fromStdString(remark) << "\n";
 }
 
-/// A run and what is told of it.
+/// A run and what is reported of it.
 struct Outcome
 {
     Solution solution;

@@ -178,7 +178,7 @@ Silhouette::Pieces Silhouette::Merge(const Pieces& a, const Pieces& b)
     return merged;
 }
 
-/// Merges neighbors until one is left, so that every piece is looked at O(log n) times.
+/// Merges neighbors until one is left, so that every piece is visited O(log n) times.
 Silhouette::Pieces Silhouette::MergeAll(std::vector<Pieces> all)
 {
     while (all.size() > 1) {
