@@ -1,122 +1,68 @@
 #include "ZORNestSolverApart.h"
 
-#include "ZORNestSolverPoles.h"
+#include <optional>
 
 namespace ZORNestSolver {
 
 namespace {
 
-struct Edge
-{
-    Point a;
-    Point b;
-    Box GetBox() const
-    {
-        Box box;
-        box.Add(a);
-        box.Add(b);
-        return box;
-    }
-};
+using Exact::Shape;
 
-/// The edges that reach into a box, in the order of their rings.
-std::vector<Edge> GetEdges(const Polygon& polygon, const Box& within)
+/// Checks whether a piece of a polygon may lie in a region, of which its edges do not run deep inside: then a piece
+/// with a corner outside does not.
+bool MayHoldPiece(const Shape& region, const Polygon& polygon)
 {
-    std::vector<Edge> edges;
-    for (const Ring& ring : polygon) {
-        for (size_t i = 0; i < ring.size(); ++i) {
-            const Edge edge{ring[i], ring[(i + 1) % ring.size()]};
-            if (edge.GetBox().Overlaps(within))
-                edges.push_back(edge);
-        }
-    }
-    return edges;
+    const Box box = region.GetBox().Grown(kApartTolerance);
+    const auto isOutside = [&](Point p) {
+        return !box.Contains(p)
+               || (!region.IsInside(p) && region.GetDistanceToPieces(p) > 2 * kApartTolerance);
+    };
+    return std::any_of(polygon.begin(), polygon.end(), [&](const Ring& ring) {
+        return std::none_of(ring.begin(), ring.end(), isOutside) && GetSignedArea(ring) > 0;
+    });
 }
 
-double GetDistance(Point p, const Edge& edge)
-{
-    return GetDistanceToSegment(p, edge.a, edge.b);
-}
-
-/// Whether no point of a segment lies deeper in the polygon than the tolerance. The distance from one edge is
-/// convex along the segment: where both ends are near to the same edge, all of it is.
-class DepthTest
+/// Measures the distances between polygons, whose shapes are made when they are needed first.
+class DistanceTest
 {
 public:
-    DepthTest(const Polygon& polygon, std::vector<Edge> edges, double tolerance)
-        : m_polygon(polygon)
-        , m_edges(std::move(edges))
-        , m_tolerance(tolerance)
+    DistanceTest(const std::vector<Polygon>& polygons, double distance)
+        : m_polygons(polygons)
+        , m_distance(distance)
+        , m_shapes(polygons.size())
     {
     }
-    bool IsShallow(Point a, Point b) const
+    bool AreApart(size_t a, size_t b)
     {
-        const bool flat = std::any_of(m_edges.begin(), m_edges.end(), [&](const Edge& edge) {
-            return GetDistance(a, edge) <= m_tolerance && GetDistance(b, edge) <= m_tolerance;
-        });
-        if (flat || Length(b - a) <= m_tolerance)
-            return true;
-        const Point middle = (a + b) * 0.5;
-        if (!IsInside(middle, m_polygon) && !DoesCross(a, b))
-            return true;
-        return IsShallow(middle) && IsShallow(a, middle) && IsShallow(middle, b);
-    }
-    bool IsShallow(Point p) const
-    {
-        return !IsInside(p, m_polygon) || std::any_of(m_edges.begin(), m_edges.end(), [&](const Edge& edge) {
-            return GetDistance(p, edge) <= m_tolerance;
-        });
+        Shape& first = GetShape(a);
+        Shape& second = GetShape(b);
+        if (!Exact::AreApart(first, second, m_distance))
+            return false;
+        return m_distance > kApartTolerance || (!HoldsPiece(first, b) && !HoldsPiece(second, a));
     }
 
 private:
-    bool DoesCross(Point a, Point b) const
+    Shape& GetShape(size_t i)
     {
-        return std::any_of(m_edges.begin(), m_edges.end(),
-                           [&](const Edge& edge) { return DoSegmentsMeet(a, b, edge.a, edge.b); });
+        if (!m_shapes[i])
+            m_shapes[i].emplace(m_polygons[i]);
+        return *m_shapes[i];
+    }
+    /// Where no edges run deep, only points inside show that a piece lies in the other polygon.
+    bool HoldsPiece(const Shape& region, size_t i)
+    {
+        Shape& shape = GetShape(i);
+        if (!MayHoldPiece(region, m_polygons[i]))
+            return false;
+        if (shape.GetProbes().empty())
+            shape.FindProbes();
+        return !Exact::AreApart(region, shape, m_distance);
     }
 
-    const Polygon& m_polygon;
-    std::vector<Edge> m_edges;
-    double m_tolerance;
+    const std::vector<Polygon>& m_polygons;
+    double m_distance;
+    std::vector<std::optional<Shape>> m_shapes;
 };
-
-bool IsDeepInside(Point p, const Polygon& polygon, double tolerance)
-{
-    return IsInside(p, polygon) && GetDistanceToBoundary(p, polygon) > tolerance;
-}
-
-/// Of some piece of b, the innermost point lies deep inside of a. No edge may lie deep inside of the other polygon:
-/// then a piece with a corner outside of a is not held.
-bool HoldsPiece(const Polygon& a, const Polygon& b, double tolerance)
-{
-    const Box box = GetBox(a).Grown(tolerance);
-    const auto isOutside = [&](Point p) {
-        return !box.Contains(p) || (!IsInside(p, a) && GetDistanceToBoundary(p, a) > tolerance);
-    };
-    const std::vector<Point> points = FindDeepPoints(
-        b, [&](const Ring& ring) { return std::none_of(ring.begin(), ring.end(), isOutside); });
-    return std::any_of(points.begin(), points.end(),
-                       [&](Point p) { return box.Contains(p) && IsDeepInside(p, a, tolerance); });
-}
-
-bool AreEdgesShallow(const Polygon& a, const Polygon& b, const Box& common, double tolerance)
-{
-    const DepthTest test(b, GetEdges(b, common), tolerance);
-    const std::vector<Edge> edges = GetEdges(a, common);
-    return std::all_of(edges.begin(), edges.end(),
-                       [&test](const Edge& edge) { return test.IsShallow(edge.a, edge.b); });
-}
-
-bool AreEdgesFar(const Polygon& a, const Polygon& b, const Box& common, double distance)
-{
-    const std::vector<Edge> others = GetEdges(b, common);
-    for (const Edge& edge : GetEdges(a, common))
-        for (const Edge& other : others)
-            if (edge.GetBox().Grown(distance).Overlaps(other.GetBox())
-                && GetSegmentDistance(edge.a, edge.b, other.a, other.b) < distance)
-                return false;
-    return true;
-}
 
 /// Calls a function with the places of two polygons whose boxes come that near, until it returns false; a
 /// sweep along x. Returns whether it never did.
@@ -137,28 +83,37 @@ bool ForEachNearPair(const std::vector<Polygon>& polygons, double distance, Func
 
 } // namespace
 
-bool AreApart(const Polygon& a, const Polygon& b, double distance, double tolerance)
+bool AreApart(const Polygon& a, const Polygon& b, double distance)
 {
-    const double reach = std::max(distance - tolerance, 0.0);
-    const Box boxA = GetBox(a).Grown(reach / 2 + tolerance);
-    const Box boxB = GetBox(b).Grown(reach / 2 + tolerance);
-    if (!boxA.Overlaps(boxB))
-        return true;
-    const Box common{{std::max(boxA.min.x, boxB.min.x), std::max(boxA.min.y, boxB.min.y)},
-                     {std::min(boxA.max.x, boxB.max.x), std::min(boxA.max.y, boxB.max.y)}};
-    const Box wide = common.Grown(reach + tolerance);
-    const bool areEdgesApart =
-        reach > 0 ? AreEdgesFar(a, b, wide, reach)
-                  : AreEdgesShallow(a, b, wide, tolerance) && AreEdgesShallow(b, a, wide, tolerance);
-    // The innermost points take by far the longest to find, and most polygons that meet do so at their edges.
-    return areEdgesApart && !HoldsPiece(a, b, tolerance) && !HoldsPiece(b, a, tolerance);
+    const std::vector<Polygon> both{a, b};
+    return !GetBox(a).Grown(distance).Overlaps(GetBox(b)) || DistanceTest(both, distance).AreApart(0, 1);
 }
 
 bool AreAllApart(const std::vector<Polygon>& polygons, double distance)
 {
-    return ForEachNearPair(polygons, distance, [&polygons, distance](size_t i, size_t j) {
-        return AreApart(polygons[i], polygons[j], distance);
+    DistanceTest test(polygons, distance);
+    return ForEachNearPair(polygons, distance, [&test](size_t i, size_t j) { return test.AreApart(i, j); });
+}
+
+std::vector<size_t> FindAllApart(const std::vector<Polygon>& polygons, double distance)
+{
+    DistanceTest test(polygons, distance);
+    std::vector<std::pair<size_t, size_t>> tooNear; // the later one first
+    ForEachNearPair(polygons, distance, [&](size_t i, size_t j) {
+        if (!test.AreApart(i, j))
+            tooNear.push_back({std::max(i, j), std::min(i, j)});
+        return true;
     });
+    std::vector<bool> isTaken(polygons.size(), true);
+    std::sort(tooNear.begin(), tooNear.end());
+    for (const auto& [later, earlier] : tooNear)
+        if (isTaken[earlier])
+            isTaken[later] = false;
+    std::vector<size_t> taken;
+    for (size_t i = 0; i < polygons.size(); ++i)
+        if (isTaken[i])
+            taken.push_back(i);
+    return taken;
 }
 
 } // namespace ZORNestSolver

@@ -236,20 +236,18 @@ void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const B
 /// Takes items off the sheet that, by true distances, are too near to earlier ones.
 void Filler::KeepApart(NestedSheet& sheet, std::vector<size_t>& removed) const
 {
-    std::vector<Polygon> kept;
+    std::vector<Polygon> placed;
+    for (const Placement& placement : sheet.placements)
+        placed.push_back(Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer));
     std::vector<Placement> placements;
-    for (const Placement& placement : sheet.placements) {
-        Polygon placed = Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer);
-        const bool isApart = std::all_of(kept.begin(), kept.end(), [&](const Polygon& other) {
-            return ZORNestSolver::AreApart(placed, other, m_job.separation);
-        });
-        if (isApart) {
-            kept.push_back(std::move(placed));
-            placements.push_back(placement);
-        } else {
-            removed.push_back(placement.item);
-        }
+    size_t next = 0;
+    for (const size_t kept : FindAllApart(placed, m_job.separation)) {
+        for (; next < kept; ++next)
+            removed.push_back(sheet.placements[next].item);
+        placements.push_back(sheet.placements[next++]);
     }
+    for (; next < sheet.placements.size(); ++next)
+        removed.push_back(sheet.placements[next].item);
     sheet.placements = std::move(placements);
 }
 

@@ -176,14 +176,13 @@ Circle PoleSearch::FindDeepest()
 
 } // namespace
 
-std::vector<Point> FindDeepPoints(const Polygon& polygon, const std::function<bool(const Ring&)>& isWanted)
+std::vector<Point> FindDeepPoints(const Polygon& polygon)
 {
     std::vector<double> areas;
     std::vector<Polygon> pieces;
     for (const Ring& ring : polygon) {
         areas.push_back(GetSignedArea(ring));
-        const bool isPiece = areas.back() > 0 && (!isWanted || isWanted(ring));
-        pieces.push_back(isPiece ? Polygon{ring} : Polygon{});
+        pieces.push_back(areas.back() > 0 ? Polygon{ring} : Polygon{});
     }
     for (size_t hole = 0; hole < polygon.size(); ++hole) {
         if (areas[hole] > 0)
@@ -194,7 +193,7 @@ std::vector<Point> FindDeepPoints(const Polygon& polygon, const std::function<bo
             if (areas[i] > -areas[hole] && (around == polygon.size() || areas[i] < areas[around])
                 && (IsInside(ring[0], {polygon[i]}) || IsInside((ring[0] + ring[1]) * 0.5, {polygon[i]})))
                 around = i;
-        if (around < polygon.size() && !pieces[around].empty())
+        if (around < polygon.size())
             pieces[around].push_back(ring);
     }
     std::vector<Point> points;

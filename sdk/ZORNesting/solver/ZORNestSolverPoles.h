@@ -4,8 +4,6 @@
 
 #include "ZORNestSolverGeometry.h"
 
-#include <functional>
-
 namespace ZORNestSolver {
 
 struct Circle
@@ -20,9 +18,7 @@ struct Circle
 std::vector<Circle> FindPoles(const Polygon& polygon, size_t limit = 32);
 
 /// Returns a point inside of each piece of a polygon, as far from its rings as possible; in the order of the
-/// counter-clockwise rings, which do not cross. Takes the longest time by far of all tests of a polygon.
-/// \param isWanted  asked for the outer ring of each piece; nothing: all pieces are wanted
-std::vector<Point> FindDeepPoints(const Polygon& polygon,
-                                  const std::function<bool(const Ring&)>& isWanted = nullptr);
+/// counter-clockwise rings, which do not cross.
+std::vector<Point> FindDeepPoints(const Polygon& polygon);
 
 } // namespace ZORNestSolver

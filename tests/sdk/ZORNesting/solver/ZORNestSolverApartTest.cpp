@@ -1,7 +1,9 @@
 #include "ZORNestSolverApart.h"
 
 #include "SolverShapes.h"
-#include "ZORNestSolverPoles.h"
+#include "ZORNestSolverBudget.h"
+
+#include <numbers>
 
 using namespace SolverShapes;
 
@@ -81,15 +83,30 @@ TEST(ZORNestSolverApartTest, PiecesAreHeldOneByOne)
     EXPECT_FALSE(AreApart(frame, frame, 0)); // no edge lies deep inside of the other one
 }
 
-TEST(ZORNestSolverApartTest, DeepPointsAreFoundInWantedPiecesOnly)
+TEST(ZORNestSolverApartTest, CombsOfManyTeethAreJudgedQuickly)
 {
-    const Polygon polygon{Rectangle(40, 40), Reversed(Rectangle(20, 20, {10, 10})),
-                          Rectangle(10, 10, {50, 0})};
-    EXPECT_EQ(FindDeepPoints(polygon).size(), 2U);
-    const auto isSmall = [](const Ring& ring) { return GetSignedArea(ring) < 200; };
-    const std::vector<Point> points = FindDeepPoints(polygon, isSmall);
-    ASSERT_EQ(points.size(), 1U);
-    EXPECT_NEAR(points[0].x, 55, 0.1);
-    EXPECT_NEAR(points[0].y, 5, 0.1);
-    EXPECT_TRUE(FindDeepPoints(polygon, [](const Ring&) { return false; }).empty());
+    constexpr int teeth = 10000;
+    Ring comb{{0, -5}, {4.0 * teeth, -5}};
+    for (int i = teeth; i-- > 0;)
+        comb.insert(comb.end(), {{4.0 * i + 1, 0}, {4.0 * i + 1, 10}, {4.0 * i, 10}, {4.0 * i, 0}});
+    const auto turned = [&comb](double x, double y) { // its teeth point down
+        return Transform({false, std::numbers::pi, {4.0 * teeth + x, y}}).Apply({comb});
+    };
+    const double start = GetThreadTime();
+    EXPECT_TRUE(AreApart({comb}, turned(-1, 11), 1)); // teeth between teeth
+    EXPECT_FALSE(AreApart({comb}, turned(-1, 11), 1.1));
+    EXPECT_FALSE(AreApart({comb}, turned(-0.5, 11), 1));
+    EXPECT_TRUE(AreApart({comb}, turned(-1, 10), 0)); // on the ground
+    EXPECT_TRUE(AreApart({comb}, turned(0, 10), 0));  // side by side
+    EXPECT_FALSE(AreApart({comb}, turned(-1, 9.9), 0));
+    EXPECT_LT(GetThreadTime() - start, 10);
+}
+
+TEST(ZORNestSolverApartTest, PolygonsThatAreTooNearToEarlierOnesAreLeftOut)
+{
+    const auto at = [](double x) { return Polygon{Rectangle(10, 10, {x, 0})}; };
+    EXPECT_EQ(FindAllApart({at(0), at(11), at(5), at(-9), at(22)}, 1), (std::vector<size_t>{0, 1, 4}));
+    EXPECT_EQ(FindAllApart({at(20), at(12), at(0), at(0)}, 1), (std::vector<size_t>{0, 2}));
+    EXPECT_EQ(FindAllApart({at(0), at(0)}, 0), (std::vector<size_t>{0}));
+    EXPECT_EQ(FindAllApart({}, 0), (std::vector<size_t>{}));
 }

@@ -34,7 +34,7 @@ TEST(ZORNestSolverCollisionTest, RandomStarsCollideAsTrueDistancesSay)
         for (int k = 0; k < 50; ++k) {
             const Point offset{random.Between(-15, 15), random.Between(-15, 15)};
             const bool collide = DoCollide(shapeA, shapeB, offset);
-            EXPECT_EQ(collide, !AreApart(a, Transform({false, 0, offset}).Apply(b), 0, 1e-12));
+            EXPECT_EQ(collide, !AreApart(a, Transform({false, 0, offset}).Apply(b), 0));
             EXPECT_EQ(collide, DoCollide(shapeB, shapeA, Point{} - offset));
             collisions += collide ? 1 : 0;
         }
@@ -57,7 +57,7 @@ TEST(ZORNestSolverCollisionTest, PolesOverlapOnlyWhereOutlinesDo)
             if (!DoPolesOverlap(shapeA, shapeB, offset))
                 continue;
             ++overlaps;
-            EXPECT_FALSE(AreApart(a, Transform({false, 0, offset}).Apply(b), 0, 1e-12));
+            EXPECT_FALSE(AreApart(a, Transform({false, 0, offset}).Apply(b), 0));
         }
     }
     EXPECT_GT(overlaps, 400);
