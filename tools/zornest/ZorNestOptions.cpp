@@ -12,11 +12,14 @@ namespace ZorNest {
 namespace {
 
 constexpr int MostThreads = 256;
+constexpr int kMostCopies = 5000; // the search needs memory for each pair of them
 
 void AddOptions(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(
         "Nests the items of an instance on its sheets. Interrupt it to finish with the best layout so far.\n"
+        "Of more than 5000 copies in all, it nests 5000: those of high priority, then in the order of the "
+        "items.\n"
         "\n"
         "Exit codes: 0 all items are placed, 1 some are not (see \"not placed\"), 2 wrong usage,\n"
         "3 the instance cannot be read, 4 a result cannot be written, 5 the layout has faults,\n"
@@ -73,6 +76,7 @@ QString ReadBudget(const QCommandLineParser& parser, RunOptions& run)
 
 QString ReadNumbers(const QCommandLineParser& parser, Options& options)
 {
+    options.run.mostCopies = kMostCopies;
     bool isNumber = false;
     options.seed = parser.value("seed").toULongLong(&isNumber);
     if (!isNumber)

@@ -34,8 +34,9 @@ Constructor::Constructor(const PreparedJob& prepared, const std::vector<int>& de
     , m_random(seed)
     , m_poses(prepared)
 {
-    const int copies = std::accumulate(demand.begin(), demand.end(), 0);
-    m_samples = std::clamp(kSamplesOfAll / std::max(1, copies), kFewestSamples, kMostSamples);
+    const int64_t copies = std::accumulate(demand.begin(), demand.end(), int64_t{0});
+    m_samples = static_cast<int>(
+        std::clamp<int64_t>(kSamplesOfAll / std::max<int64_t>(1, copies), kFewestSamples, kMostSamples));
 }
 
 bool Constructor::HasStock(const SheetKind& kind, int used, int stack)

@@ -198,6 +198,23 @@ TEST_F(ZorNestFrontTest, WrongUsageIsExplained)
         EXPECT_TRUE(help.output.contains(QLatin1String(text))) << text;
 }
 
+TEST_F(ZorNestFrontTest, CopiesBeyondTheMostAreReported)
+{
+    const QString path = Save(QStringLiteral("many.json"), R"({
+      "items": [{"name": "square", "demand": 2000000000, "orientation_deg": 0,
+                 "shape": {"data": [[0, 0], [10, 0], [10, 10], [0, 10]]}},
+                {"name": "other", "demand": 2000000000, "orientation_deg": 0,
+                 "shape": {"data": [[0, 0], [10, 0], [10, 9], [0, 9]]}}],
+      "packagings": [{"quantity": null, "width": 30, "length": 30}]})");
+    const Outcome outcome = Run({path, QStringLiteral("--steps"), QStringLiteral("100")});
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.errors, QString());
+    EXPECT_TRUE(outcome.output.contains(
+        QStringLiteral("not placed: 1999995000 of item 0 \"square\": one job nests at most 5000 parts")))
+        << outcome.output.right(300).toStdString();
+    EXPECT_TRUE(outcome.output.contains(QStringLiteral("not placed: 2000000000 of item 1 \"other\"")));
+}
+
 TEST_F(ZorNestFrontTest, PicturesAndAReportAreWritten)
 {
     const QString folder = GetPath(QStringLiteral("pictures/of"));
