@@ -70,13 +70,24 @@ Box GetUsableBox(const SheetKind& kind, const Job& job)
             {length - kind.rightTrim - job.frameWidth, kind.width - kind.topTrim - job.frameWidth}};
 }
 
+bool IsWithinReach(const SheetKind& kind, const Job& job)
+{
+    const double length = kind.IsRoll() ? 0 : kind.length;
+    const double defectSeparation = kind.defects.empty() ? 0 : job.defectSeparation;
+    return std::max({length, kind.width, job.separation, job.frameWidth, defectSeparation})
+               <= kLargestCoordinate
+           && GetBox(kind.outline).IsWithinReach()
+           && std::all_of(kind.defects.begin(), kind.defects.end(),
+                          [](const Polygon& defect) { return GetBox(defect).IsWithinReach(); });
+}
+
 SheetArea PrepareSheet(const SheetKind& kind, const Job& job)
 {
     SheetArea area;
     const Box usable = GetUsableBox(kind, job);
     const bool isUsable = usable.GetWidth() > 0 && usable.GetHeight() > 0 && std::isfinite(usable.min.x)
                           && std::isfinite(usable.GetHeight());
-    if (!isUsable || !IsFinite(kind.outline))
+    if (!isUsable || !IsFinite(kind.outline) || !IsWithinReach(kind, job))
         return area;
     area.window = usable.Grown(job.separation / 2);
     if (!kind.outline.empty()) {

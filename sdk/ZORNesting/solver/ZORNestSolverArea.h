@@ -29,7 +29,11 @@ struct SheetArea
 /// What remains between trims and frame.
 Box GetUsableBox(const SheetKind& kind, const Job& job);
 
-/// Empty window where nothing can be used.
+/// Checks whether no coordinate, size or distance of a sheet lies beyond kLargestCoordinate; of a roll, the length is
+/// as large as it has to be.
+bool IsWithinReach(const SheetKind& kind, const Job& job);
+
+/// Empty window where nothing can be used, as of a sheet that is not within reach.
 SheetArea PrepareSheet(const SheetKind& kind, const Job& job);
 
 } // namespace ZORNestSolver

@@ -107,7 +107,9 @@ void PreparedJob::AddKinds()
         areas.push_back(PrepareSheet(kind, job));
         const Box& window = areas.back().window;
         if (window.IsEmpty())
-            remarks.push_back("sheet \"" + kind.name + "\" has no usable area");
+            remarks.push_back(
+                "sheet \"" + kind.name
+                + (IsWithinReach(kind, job) ? "\" has no usable area" : "\" reaches beyond 1000 km"));
         for (size_t item = 0; item < types.size(); ++item)
             m_fits.push_back(reasons[item].empty() && !window.IsEmpty()
                              && FindFitting(*types[item], window).has_value());

@@ -218,22 +218,29 @@ double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2)
                      GetDistanceToSegment(b1, a1, a2), GetDistanceToSegment(b2, a1, a2)});
 }
 
-bool IsSimple(const Polygon& polygon)
+size_t CountConflicts(const Polygon& polygon, size_t most)
 {
     const std::vector<Edge> edges = GetEdges(polygon);
     EdgeTree tree(edges.size());
+    size_t count = 0;
     for (size_t i = 0; i < edges.size(); ++i) {
         const Edge& edge = edges[i];
         Box box;
         box.Add(edge.a);
         box.Add(edge.b);
-        if (tree.HasAny(box, [&](size_t k) {
-                return k < i && DoEdgesConflict(edge, edges[k], polygon[edge.ring].size());
-            }))
-            return false;
+        const auto isLast = [&](size_t k) {
+            return k < i && DoEdgesConflict(edge, edges[k], polygon[edge.ring].size()) && ++count == most;
+        };
+        if (tree.HasAny(box, isLast))
+            break;
         tree.Add(i, edge.a, edge.b);
     }
-    return true;
+    return count;
+}
+
+bool IsSimple(const Polygon& polygon)
+{
+    return CountConflicts(polygon, 1) == 0;
 }
 
 Ring RemoveIdlePoints(const Ring& ring, double tolerance)

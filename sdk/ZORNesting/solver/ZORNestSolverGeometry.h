@@ -37,6 +37,10 @@ inline bool IsFinite(Point a)
     return std::isfinite(a.x) && std::isfinite(a.y);
 }
 
+/// The coordinates and sizes of parts and sheets that can be nested, in millimeters. Doubles have a tenth of the
+/// tolerance of the proof as their last digit there.
+constexpr double kLargestCoordinate = 1e9;
+
 /// Empty as created: the minimum lies above the maximum.
 struct Box
 {
@@ -52,6 +56,8 @@ struct Box
     Box Grown(double by) const { return {{min.x - by, min.y - by}, {max.x + by, max.y + by}}; }
     bool Contains(Point p) const { return p.x >= min.x && p.x <= max.x && p.y >= min.y && p.y <= max.y; }
     bool Contains(const Box& other) const { return Contains(other.min) && Contains(other.max); }
+    /// No coordinate lies beyond the largest one that can be nested; false where one is not a number.
+    bool IsWithinReach() const { return std::max({-min.x, -min.y, max.x, max.y}) <= kLargestCoordinate; }
     bool Overlaps(const Box& other) const
     {
         return min.x <= other.max.x && other.min.x <= max.x && min.y <= other.max.y && other.min.y <= max.y;
@@ -116,6 +122,8 @@ bool IsInside(Point p, const Polygon& polygon);
 double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2);
 /// Closed segments have a point in common; touching counts.
 bool DoSegmentsMeet(Point a1, Point a2, Point b1, Point b2);
+/// Counts the pairs of edges that meet elsewhere than neighbors in their common end. Ends at \a most of them.
+size_t CountConflicts(const Polygon& polygon, size_t most);
 /// No two edges meet but neighbours in their common end. O(n log n) unless many boxes of far edges overlap.
 bool IsSimple(const Polygon& polygon);
 

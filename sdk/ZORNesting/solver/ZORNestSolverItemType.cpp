@@ -169,7 +169,7 @@ Box ItemType::GetExactBox(const Pose& pose) const
 ItemType PrepareItem(const Item& item, const Job& job, std::string& reason, const Interruption& isOver)
 {
     ItemType type;
-    const Polygon outer = MakeOuterPolygon(item.contours, reason);
+    const Polygon outer = MakeOuterPolygon(item.contours, reason, isOver);
     if (outer.empty() || isOver())
         return type;
     type.margin = job.separation / 2;

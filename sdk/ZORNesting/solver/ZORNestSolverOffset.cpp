@@ -171,7 +171,7 @@ double GetCleanArea(const Ring& ring)
     return GetArea(CleanPolygon({ring}));
 }
 
-Polygon CleanPiece(const Polygon& rings, const Polygon& added)
+std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added)
 {
     const Scale scale(GetBox(rings));
     const ClipperLib::Paths outline = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[0])}, {});
@@ -182,7 +182,7 @@ Polygon CleanPiece(const Polygon& rings, const Polygon& added)
         const double area = GetArea(hole);
         const double beyond = GetArea(Combine(ClipperLib::ctDifference, hole, outline));
         if (area > 0 && beyond >= (1 - NoArea) * area)
-            return {};
+            return std::nullopt;
         ClipperLib::Paths& kind = beyond > NoArea * area ? solid : inner;
         kind.insert(kind.end(), hole.begin(), hole.end());
     }

@@ -4,6 +4,8 @@
 
 #include "ZORNestSolverGeometry.h"
 
+#include <optional>
+
 namespace ZORNestSolver {
 
 /// By how much the edges of search shapes are moved inwards, in millimeters: less than half of the depth to which
@@ -29,8 +31,8 @@ double GetCleanArea(const Ring& ring);
 /// others are holes. Where holes cross or hold each other the even-odd rule decides. Holes that cross the outline
 /// are not cut out but added to it, whole, as the counter-clockwise rings \a added are. The result may consist of
 /// several pieces.
-/// \return  empty where a hole lies outside of the outline, or nothing remains
-Polygon CleanPiece(const Polygon& rings, const Polygon& added);
+/// \return  nothing where a hole lies outside of the outline; empty where no material remains
+std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added);
 
 /// Returns the area of the box that none of the rings covers, by the non-zero rule.
 double GetFreeArea(const Box& box, const Polygon& rings);

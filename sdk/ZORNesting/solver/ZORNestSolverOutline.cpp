@@ -15,6 +15,16 @@ constexpr double kRelativeSagitta = 2e-4;
 constexpr double kMostStepsPerTurn = 16384; // finer than any cut, and few enough for a huge radius
 constexpr double kMostCorners = 65536;      // of all arcs of a part: the search could not cope with more
 constexpr double kNoArea = 1e-12;           // of the diameter squared
+constexpr size_t kMostCrossings = 20000;    // to be cleaned, apart from a few of each edge
+
+/// Checks whether rings cross so often that to clean them would take seconds.
+bool AreTangled(const Polygon& rings)
+{
+    size_t most = kMostCrossings;
+    for (const Ring& ring : rings)
+        most += 4 * ring.size();
+    return CountConflicts(rings, most) == most;
+}
 
 bool IsFinite(const Contour& contour)
 {
@@ -196,16 +206,22 @@ std::vector<size_t> GetDepths(const Polygon& polygon)
     return depths;
 }
 
+/// Returns the area of all loops of a ring, or of the hull where there are too many.
+double GetAreaOfCrossing(const Ring& ring)
+{
+    return AreTangled({ring}) ? GetSignedArea(GetConvexHull({ring})) : GetCleanArea(ring);
+}
+
 /// Turns contours into a polygon.
 class PolygonMaker
 {
 public:
-    explicit PolygonMaker(const std::vector<Contour>& contours)
+    PolygonMaker(const std::vector<Contour>& contours, const Interruption& isOver)
     {
         const Box box = GetBox(contours);
         m_diameter = box.IsEmpty() ? 0 : Length(box.max - box.min);
         m_fineness = ChooseFineness(contours, m_diameter);
-        Select(contours);
+        Select(contours, isOver);
     }
 
     /// Returns an empty polygon where a contour crosses itself or another one.
@@ -233,27 +249,38 @@ public:
         return hasIslands && !IsSimple(rings) ? Polygon{} : rings;
     }
 
-    Polygon MakeOfCrossing() const
+    /// Checks whether MakeOfCrossing() would take seconds.
+    bool IsTangled() const { return AreTangled(FlattenAll()); }
+
+    /// Returns nothing where a hole lies outside, and an empty polygon where no material remains.
+    std::optional<Polygon> MakeOfCrossing() const
     {
-        Polygon rings;
-        for (const Contour& contour : m_contours)
-            rings.push_back(Flatten(contour, ArcSide::Chords, m_fineness));
-        return CleanPiece(rings, GetCaps(m_contours, m_fineness));
+        return CleanPiece(FlattenAll(), GetCaps(m_contours, m_fineness));
     }
 
     size_t GetContourCount() const { return m_contours.size(); }
 
 private:
+    Polygon FlattenAll() const
+    {
+        Polygon rings;
+        for (const Contour& contour : m_contours)
+            rings.push_back(Flatten(contour, ArcSide::Chords, m_fineness));
+        return rings;
+    }
+
     /// Drops contours without area and puts the largest one first.
-    void Select(const std::vector<Contour>& contours)
+    void Select(const std::vector<Contour>& contours, const Interruption& isOver)
     {
         double largest = 0;
         for (const Contour& contour : contours) {
+            if (isOver())
+                return;
             const Ring ring = Flatten(contour, ArcSide::Chords, m_fineness);
             if (ring.size() < 3)
                 continue;
             const bool isSimple = IsSimple({ring});
-            const double area = isSimple ? std::abs(GetSignedArea(contour)) : GetCleanArea(ring);
+            const double area = isSimple ? std::abs(GetSignedArea(contour)) : GetAreaOfCrossing(ring);
             if (!(area > kNoArea * m_diameter * m_diameter))
                 continue;
             m_areSimple = m_areSimple && isSimple;
@@ -270,12 +297,14 @@ private:
     bool m_areSimple = true;
 };
 
-bool AreFinite(const std::vector<Contour>& contours, std::string& reason)
+bool AreMeasurable(const std::vector<Contour>& contours, std::string& reason)
 {
-    const bool areFinite =
-        std::all_of(contours.begin(), contours.end(), [](const Contour& c) { return IsFinite(c); });
-    reason = areFinite ? "" : "outline has coordinates that are no numbers";
-    return areFinite;
+    reason = "";
+    if (!std::all_of(contours.begin(), contours.end(), [](const Contour& c) { return IsFinite(c); }))
+        reason = "outline has coordinates that are no numbers";
+    else if (const Box box = GetBox(contours); !box.IsWithinReach())
+        reason = "outline reaches beyond 1000 km";
+    return reason.empty();
 }
 
 } // namespace
@@ -296,7 +325,7 @@ double GetEnclosedArea(const Contour& contour)
     const Ring ring = Flatten(contour, ArcSide::Chords, ChooseFineness({contour}, Length(box.max - box.min)));
     if (ring.size() < 3)
         return 0;
-    return IsSimple({ring}) ? std::abs(GetSignedArea(contour)) : GetCleanArea(ring);
+    return IsSimple({ring}) ? std::abs(GetSignedArea(contour)) : GetAreaOfCrossing(ring);
 }
 
 double GetLength(const Contour& contour)
@@ -320,26 +349,32 @@ Contour MakeContour(const Ring& ring)
     return contour;
 }
 
-Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason)
+Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason,
+                         const Interruption& isOver)
 {
-    if (!AreFinite(contours, reason))
+    if (!AreMeasurable(contours, reason))
         return {};
-    const PolygonMaker maker(contours);
-    Polygon polygon;
+    const PolygonMaker maker(contours, isOver);
+    if (isOver())
+        return {};
+    std::optional<Polygon> polygon = Polygon();
     if (maker.GetContourCount() > 0) {
         polygon = maker.MakeOfSimple();
-        if (polygon.empty())
+        if (polygon->empty() && maker.IsTangled())
+            return MakeOuterHull(contours, reason);
+        if (polygon->empty() && !isOver())
             polygon = maker.MakeOfCrossing();
     }
-    if (polygon.empty())
-        reason =
-            maker.GetContourCount() > 1 ? "a hole lies outside of the outline" : "outline encloses no area";
-    return polygon;
+    if (!polygon)
+        reason = "a hole lies outside of the outline";
+    else if (polygon->empty() && !isOver())
+        reason = "outline encloses no area";
+    return polygon.value_or(Polygon());
 }
 
 Polygon MakeOuterHull(const std::vector<Contour>& contours, std::string& reason)
 {
-    if (!AreFinite(contours, reason))
+    if (!AreMeasurable(contours, reason))
         return {};
     const Box box = GetBox(contours);
     const double diameter = box.IsEmpty() ? 0 : Length(box.max - box.min);

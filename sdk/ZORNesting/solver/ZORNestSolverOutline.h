@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORNestSolverGeometry.h"
+#include "ZORNestSolverInterruption.h"
 
 #include <string>
 
@@ -28,7 +29,8 @@ Contour MakeContour(const Ring& ring);
 
 /// Computes the area with the arcs as they are, closed; positive for a counter-clockwise contour.
 double GetSignedArea(const Contour& contour);
-/// Computes the area of all loops of a contour, whatever their directions.
+/// Computes the area of all loops of a contour, whatever their directions; of one that crosses itself more than
+/// 20,000 times, the area of its convex hull.
 double GetEnclosedArea(const Contour& contour);
 /// Computes the length of the segments, arcs as they are; without the straight one that closes an open contour.
 double GetLength(const Contour& contour);
@@ -38,10 +40,13 @@ double GetLength(const Contour& contour);
 /// that the box is exact there. Contours may be given in either direction. The largest one is the outer ring; the
 /// others are holes, or material where they lie in holes. A contour that crosses or touches itself encloses all of
 /// its loops, each of which may become a ring of its own; a hole that crosses the outer ring is added to it, and
-/// where holes cross each other the common part is material.
+/// where holes cross each other the common part is material. Of an outline with more than 20,000 crossings, and four
+/// for each of its edges, the polygon is the convex hull.
 /// \param reason  why there is no polygon; "" otherwise
-/// \return  empty where the outline has coordinates that are no numbers, encloses no area or has a hole outside
-Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason);
+/// \return  empty where the outline has coordinates that are no numbers or lie beyond kLargestCoordinate, encloses no
+///     area or has a hole outside; and where it was interrupted
+Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason,
+                         const Interruption& isOver = NeverInterrupted);
 
 /// Returns the convex hull of points around all contours, much more quickly than the polygon itself.
 /// \param reason  as for MakeOuterPolygon()

@@ -203,7 +203,7 @@ size_t Silhouette::FindPiece(double direction) const
 double Silhouette::GetReach(double direction) const
 {
     const double wrapped = Wrapped(direction);
-    const Point unit{std::cos(wrapped), std::sin(wrapped)};
+    const Point unit = Transform({false, wrapped, {}}).Apply(Point{1, 0}); // exact at quarter turns
     const size_t count = m_pieces.size();
     if (count == 0)
         return kNowhere;

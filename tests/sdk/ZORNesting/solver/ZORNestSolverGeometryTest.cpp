@@ -1,9 +1,12 @@
 #include "SolverShapes.h"
+#include "ZORNestSolverBudget.h"
 #include "ZORNestSolverOffset.h"
 #include "ZORNestSolverPoles.h"
 #include "ZORNestSolverSimplify.h"
 
 #include <gtest/gtest.h>
+
+#include <numbers>
 
 using namespace SolverShapes;
 
@@ -149,6 +152,48 @@ TEST(ZORNestSolverOutlineTest, OutlinesThatCannotBeNestedHaveAReason)
     EXPECT_EQ(reason, "outline encloses no area");
     EXPECT_TRUE(MakeOuterPolygon({MakeContour({{0, 0}, {NAN, 0}, {2, 3}})}, reason).empty());
     EXPECT_EQ(reason, "outline has coordinates that are no numbers");
+    const Contour square = MakeContour(Rectangle(10, 10));
+    EXPECT_TRUE(MakeOuterPolygon({square, square}, reason).empty()); // the hole takes all of it
+    EXPECT_EQ(reason, "outline encloses no area");
+}
+
+TEST(ZORNestSolverOutlineTest, OutlinesReachAsFarAsTheLargestCoordinate)
+{
+    std::string reason;
+    EXPECT_FALSE(MakeOuterPolygon({MakeContour(Rectangle(1e9, 1e9))}, reason).empty());
+    EXPECT_EQ(reason, "");
+    for (const Ring& ring : {Rectangle(1.001e9, 1), Rectangle(1, 1, {0, -1.1e9}), Rectangle(1e60, 1e60),
+                             Rectangle(1e300, 1e300, {-1e300, 0})}) {
+        EXPECT_TRUE(MakeOuterPolygon({MakeContour(ring)}, reason).empty());
+        EXPECT_EQ(reason, "outline reaches beyond 1000 km");
+        EXPECT_TRUE(MakeOuterHull({MakeContour(ring)}, reason).empty());
+        EXPECT_EQ(reason, "outline reaches beyond 1000 km");
+    }
+}
+
+TEST(ZORNestSolverOutlineTest, AnOutlineOfVeryManyCrossingsBecomesItsHull)
+{
+    constexpr int corners = 10001;
+    Ring star;
+    for (int i = 0; i < corners; ++i) {
+        const double angle = 2 * std::numbers::pi * (i * 5000.0 / corners);
+        star.push_back(Point{std::cos(angle), std::sin(angle)} * 100);
+    }
+    std::string reason;
+    const double start = GetThreadTime();
+    const Polygon polygon = MakeOuterPolygon({MakeContour(star)}, reason);
+    EXPECT_NEAR(GetEnclosedArea(MakeContour(star)), std::numbers::pi * 10000, 1);
+    EXPECT_LT(GetThreadTime() - start, 10);
+    EXPECT_EQ(reason, "");
+    ASSERT_EQ(polygon.size(), 1U);
+    EXPECT_NEAR(GetArea(polygon), std::numbers::pi * 10000, 1);
+}
+
+TEST(ZORNestSolverOutlineTest, AnInterruptedOutlineHasNoReason)
+{
+    std::string reason;
+    EXPECT_TRUE(MakeOuterPolygon({MakeContour(Rectangle(10, 10))}, reason, [] { return true; }).empty());
+    EXPECT_EQ(reason, "");
 }
 
 TEST(ZORNestSolverOutlineTest, AHoleOutsideOfTheOutlineIsRefused)

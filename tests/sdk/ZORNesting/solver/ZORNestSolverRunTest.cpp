@@ -68,6 +68,37 @@ TEST(ZORNestSolverRunTest, PartsWithAHoleOutsideDoNotStopTheOthersOnARoll)
     EXPECT_EQ(solution.unplaced[0].reason, "a hole lies outside of the outline");
 }
 
+TEST(ZORNestSolverRunTest, ASheetOfAThousandKilometersHoldsAsMuch)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(1e9, 1e9))};
+    job.kinds = {Sheet(1e9, 1e9)};
+    for (Item& item : job.items)
+        item.grain90 = item.grain180 = item.grain270 = true;
+    const Solution solution = SolveInSteps(job, 500);
+    EXPECT_EQ(FindFaults(job, solution), std::vector<std::string>());
+    EXPECT_EQ(CountPlaced(solution), 1);
+}
+
+TEST(ZORNestSolverRunTest, SheetsThatReachTooFarAreNotUsed)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 2), MakeItem(Rectangle(1e60, 1e60), 2)};
+    SheetKind torn = Sheet(100, 100);
+    torn.defects = {{Rectangle(1e35, 1e35)}};
+    SheetKind odd = Sheet(100, 100);
+    odd.outline = {Rectangle(1e40, 1e40)};
+    for (const SheetKind& kind : {Sheet(1e60, 1e60), Sheet(100, 1e300), torn, odd}) {
+        job.kinds = {kind};
+        const Solution solution = SolveInSteps(job, 500);
+        EXPECT_EQ(FindFaults(job, solution), std::vector<std::string>());
+        EXPECT_EQ(CountPlaced(solution), 0);
+        EXPECT_EQ(solution.remarks, std::vector<std::string>{"sheet \"sheet\" reaches beyond 1000 km"});
+        ASSERT_EQ(solution.unplaced.size(), 2U);
+        EXPECT_EQ(solution.unplaced[1].reason, "outline reaches beyond 1000 km");
+    }
+}
+
 TEST(ZORNestSolverRunTest, AJobWithoutItemsOrSheetsEnds)
 {
     Job job;
