@@ -25,8 +25,8 @@ double GetLeastArea(const Item& item, const ItemType& type)
     double sum = 0;
     for (const Contour& contour : item.contours) {
         const double area = GetEnclosedArea(contour);
-        // A contour that crosses itself is measured with chords, which may err to either side.
-        if (HasArcs(contour) && area != std::abs(GetSignedArea(contour)))
+        // A contour that crosses itself is measured with chords or by its hull, which may err to either side.
+        if (area != std::abs(GetSignedArea(contour)))
             return 0;
         largest = std::max(largest, area);
         sum += area;

@@ -257,9 +257,12 @@ void Planner::ImproveAll(double shortestTime, const Budget& budget)
     SortChoices();
 }
 
+/// Checks whether there is time and hope to shorten the sheet. After a stop nothing is measured: outlines of
+/// many corners would take seconds.
 bool Planner::CanPack(const NestedSheet& sheet) const
 {
-    return !m_job.kinds[sheet.kind].IsRoll() && !IsShortest(m_prepared, sheet);
+    const bool isOver = m_budget.IsStopped() || m_budget.GetRest() <= 0;
+    return !isOver && !m_job.kinds[sheet.kind].IsRoll() && !IsShortest(m_prepared, sheet);
 }
 
 /// Pushes the items of the last sheet of each stack size to the left.
