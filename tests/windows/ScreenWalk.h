@@ -19,7 +19,7 @@ class QAction;
 class QWidget;
 class ZORHostMainWindow;
 
-/// Runs the whole program on the display of the test and walks through it from a thread of its own, as a person would:
+/// Runs the whole program on the display of the test and walks through it from a separate thread, as a person would:
 /// events come from the X server, and what is checked are pixels of the screen. The program's event loop keeps
 /// running meanwhile, modal dialogs included.
 ///

@@ -39,7 +39,7 @@ double GetLength(const Contour& contour);
 /// within min(0.05, 2e-4 of the diameter) of the arc. Tangents touch where an arc reaches farthest along an axis, so
 /// that the box is exact there. Contours may be given in either direction. The largest one is the outer ring; the
 /// others are holes, or material where they lie in holes. A contour that crosses or touches itself encloses all of
-/// its loops, each of which may become a ring of its own; a hole that crosses the outer ring is added to it, and
+/// its loops, each of which may become a separate ring; a hole that crosses the outer ring is added to it, and
 /// where holes cross each other the common part is material. Of an outline with more than 20,000 crossings, and four
 /// for each of its edges, the polygon is the convex hull.
 /// \param reason  why there is no polygon; "" otherwise

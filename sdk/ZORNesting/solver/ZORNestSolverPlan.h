@@ -55,7 +55,7 @@ private:
     Constructor m_constructor;
     std::vector<size_t> m_kinds;   // that can be used, in the order of the job
     std::vector<Choice> m_choices; // the best one first
-    uint64_t m_pass = 0;           // each has a seed of its own
+    uint64_t m_pass = 0;           // each has its own seed
 };
 
 } // namespace ZORNestSolver
