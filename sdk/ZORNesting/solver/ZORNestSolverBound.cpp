@@ -8,43 +8,12 @@ namespace {
 
 constexpr double kNoise = 1e-9; // relative
 
-bool HasArcs(const Contour& contour)
-{
-    return std::any_of(contour.segments.begin(), contour.segments.end(),
-                       [](const Segment& segment) { return segment.isArc; });
-}
-
-/// Returns an area that the item has at least, with its arcs as they are: the largest contour less all others. The
-/// area of the search is too large for a proof, since its polygon contains the outline.
-double GetLeastArea(const Item& item, const ItemType& type)
-{
-    const bool hasArcs = std::any_of(item.contours.begin(), item.contours.end(), HasArcs);
-    if (!hasArcs && type.outer.size() > 1) // not the convex hull: exact, islands in holes included
-        return type.area;
-    double largest = 0;
-    double sum = 0;
-    for (const Contour& contour : item.contours) {
-        const double area = GetEnclosedArea(contour);
-        // A contour that crosses itself is measured with chords or by its hull, which may err to either side.
-        if (area != std::abs(GetSignedArea(contour)))
-            return 0;
-        largest = std::max(largest, area);
-        sum += area;
-    }
-    return std::clamp(2 * largest - sum, 0.0, type.area);
-}
-
 /// Adds up areas that the items of the sheet have at least.
 double GetPlacedArea(const PreparedJob& prepared, const NestedSheet& sheet)
 {
-    std::map<size_t, double> areas; // by item
     double sum = 0;
-    for (const Placement& placement : sheet.placements) {
-        const auto [known, isNew] = areas.try_emplace(placement.item, 0);
-        if (isNew)
-            known->second = GetLeastArea(prepared.job.items[placement.item], *prepared.types[placement.item]);
-        sum += known->second;
-    }
+    for (const Placement& placement : sheet.placements)
+        sum += prepared.types[placement.item]->leastArea;
     return sum;
 }
 

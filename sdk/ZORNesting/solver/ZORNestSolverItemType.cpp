@@ -101,6 +101,32 @@ bool HasHazards(const Job& job)
                        [](const SheetKind& kind) { return !kind.defects.empty() || !kind.outline.empty(); });
 }
 
+bool HasArcs(const Contour& contour)
+{
+    return std::any_of(contour.segments.begin(), contour.segments.end(),
+                       [](const Segment& segment) { return segment.isArc; });
+}
+
+/// Returns an area that the item has at least, with its arcs as they are: the largest contour less all others. The
+/// area of the search is too large for a proof, since its polygon contains the outline.
+double GetLeastArea(const Item& item, const ItemType& type)
+{
+    const bool hasArcs = std::any_of(item.contours.begin(), item.contours.end(), HasArcs);
+    if (!hasArcs && type.outer.size() > 1) // not the convex hull: exact, islands in holes included
+        return type.area;
+    double largest = 0;
+    double sum = 0;
+    for (const Contour& contour : item.contours) {
+        const double area = GetEnclosedArea(contour);
+        // A contour that crosses itself is measured with chords or by its hull, which may err to either side.
+        if (area != std::abs(GetSignedArea(contour)))
+            return 0;
+        largest = std::max(largest, area);
+        sum += area;
+    }
+    return std::clamp(2 * largest - sum, 0.0, type.area);
+}
+
 /// Adds what depends on the exact outline and the allowed rotations.
 void Finish(ItemType& type, const Item& item, const Job& job)
 {
@@ -183,6 +209,7 @@ ItemType PrepareItem(const Item& item, const Job& job, std::string& reason, cons
         return type;
     type.outer = outer;
     Finish(type, item, job);
+    type.leastArea = isOver() ? 0 : GetLeastArea(item, type);
     return type;
 }
 

@@ -40,6 +40,7 @@ struct ItemType
     std::vector<PoseClass> classes;
     std::vector<Shape> shapes; // one for each class, at its middle angle
     double area = 0;           // of outer
+    double leastArea = 0;      // that the outline as it is drawn has at least; 0 where that is unknown
     double smallerSide = 0;    // of the box of the base
 
     /// Items are placed in descending order of this measure.
