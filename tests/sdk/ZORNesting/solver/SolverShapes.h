@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <numbers>
 
 namespace SolverShapes {
@@ -67,6 +68,18 @@ inline SheetKind Sheet(double length, double width, int quantity = 1)
 inline SheetKind Roll(double width)
 {
     return Sheet(std::numeric_limits<double>::quiet_NaN(), width);
+}
+
+inline constexpr std::array kRules{UsageRule::AsListed, UsageRule::BestMix, UsageRule::BestSize};
+
+/// Counts the placed copies of an item, all layers of stacks included.
+inline int CountCopies(const Solution& solution, size_t item)
+{
+    int count = 0;
+    for (const NestedSheet& sheet : solution.sheets)
+        for (const Placement& placement : sheet.placements)
+            count += placement.item == item ? sheet.stack : 0;
+    return count;
 }
 
 inline int CountPlaced(const Solution& solution)

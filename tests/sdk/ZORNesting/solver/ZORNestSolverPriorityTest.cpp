@@ -4,17 +4,6 @@ using namespace SolverShapes;
 
 namespace {
 
-constexpr std::array kRules{UsageRule::AsListed, UsageRule::BestMix, UsageRule::BestSize};
-
-int CountCopies(const Solution& solution, size_t item)
-{
-    int count = 0;
-    for (const NestedSheet& sheet : solution.sheets)
-        for (const Placement& placement : sheet.placements)
-            count += placement.item == item ? sheet.stack : 0;
-    return count;
-}
-
 Item WithPriority(Item item, int priority)
 {
     item.priority = priority;

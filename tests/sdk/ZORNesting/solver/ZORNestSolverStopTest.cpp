@@ -6,8 +6,6 @@ using namespace SolverShapes;
 
 namespace {
 
-constexpr std::array kRules{UsageRule::AsListed, UsageRule::BestMix, UsageRule::BestSize};
-
 /// A run that is stopped, or cancelled, once it has counted so many steps.
 std::optional<Solution> SolveUntil(const Job& job, uint64_t steps, std::atomic<bool> Control::*request)
 {
@@ -31,15 +29,6 @@ Solution StopAt(const Job& job, uint64_t steps)
     EXPECT_TRUE(solution.has_value());
     EXPECT_EQ(FindFaults(job, *solution), std::vector<std::string>());
     return *solution;
-}
-
-int CountCopies(const Solution& solution, size_t item)
-{
-    int count = 0;
-    for (const NestedSheet& sheet : solution.sheets)
-        for (const Placement& placement : sheet.placements)
-            count += placement.item == item ? sheet.stack : 0;
-    return count;
 }
 
 /// Stars on sheets of three kinds, one of them a roll.
