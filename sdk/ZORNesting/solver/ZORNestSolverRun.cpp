@@ -50,7 +50,7 @@ public:
         , m_demand(job.items.size())
     {
         for (size_t i = 0; i < job.items.size(); ++i)
-            m_demand[i] = job.items[i].quantity;
+            m_demand[i] = std::max(0, job.items[i].quantity);
     }
 
     Solution Solve()
