@@ -8,19 +8,46 @@
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysFileName.h>
 #include <ZORWorker/ZORWorkProcessor.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
+
+#include <algorithm>
+#include <string_view>
 
 namespace {
 
 QString Tr(const char* text)
 {
     return QCoreApplication::translate("ZORNestTranslationProcessor", text);
+}
+
+constexpr QLatin1String kSuffix(".msi");
+constexpr qsizetype kLongestNumber = 11; // "-2147483647"
+constexpr qsizetype kMostCharacters = 100;
+
+/// Names of parts are read from files: keeps only what every file system takes.
+QString MakeFileName(const QString& partName)
+{
+    QString first = partName.left(kMostCharacters);
+    if (!first.isEmpty() && first.back().isHighSurrogate())
+        first.chop(1);
+    QString name;
+    for (const char32_t character : first.trimmed().toUcs4()) {
+        const bool isTaken =
+            QChar::isPrint(character)
+            && std::u32string_view(U"/\\:*?\"<>|").find(character) == std::u32string_view::npos;
+        name += QString::fromUcs4(isTaken ? &character : U"_", 1);
+    }
+    if (name.startsWith(u'.'))
+        name[0] = u'_';
+    return name.isEmpty() ? QStringLiteral("part") : name;
 }
 
 /// One translation, in its thread.
@@ -48,7 +75,8 @@ private:
     const QString m_path;
     const bool m_isKept;
     QStringList& m_report;
-    QSet<QString> m_names; // in lower case: not every file system tells cases apart
+    QSet<QString> m_names;         // in lower case: not every file system tells cases apart
+    QHash<QString, int> m_numbers; // the highest one of each name that is taken, by the part before it
 };
 
 const ZORNestSourceProvider& Translation::GetProvider() const
@@ -68,24 +96,19 @@ const ZORNestSourceProvider& Translation::GetProvider() const
     return *provider;
 }
 
-// Names of parts come from files: only what every file system takes, once.
+// Resumes behind the numbers that equal names have taken: thousands of parts may share one.
 QString Translation::GetFileName(const ZORNestResult& part)
 {
-    QString name =
-        part.GetItems().isEmpty() ? QString() : part.GetItems().constFirst()->GetName().left(100).trimmed();
-    for (QChar& character : name) {
-        if (!character.isPrint() || QStringView(u"/\\:*?\"<>|").contains(character))
-            character = u'_';
+    const QString name =
+        MakeFileName(part.GetItems().isEmpty() ? QString() : part.GetItems().constFirst()->GetName());
+    QString unique = ZORSysFileName::Cut(name, kSuffix.size());
+    int& number = m_numbers[ZORSysFileName::Cut(name, kSuffix.size() + kLongestNumber).toLower()];
+    for (number = std::max(number, 1); m_names.contains(unique.toLower());) {
+        const QString end = u'-' + QString::number(++number);
+        unique = ZORSysFileName::Cut(name, end.size() + kSuffix.size()) + end;
     }
-    while (name.startsWith(u'.'))
-        name[0] = u'_';
-    if (name.isEmpty())
-        name = QStringLiteral("part");
-    QString unique = name;
-    for (int number = 2; m_names.contains(unique.toLower()); ++number)
-        unique = name + u'-' + QString::number(number);
     m_names.insert(unique.toLower());
-    return unique + QStringLiteral(".msi");
+    return unique + kSuffix;
 }
 
 QString Translation::MakeDirectory(const ZORWorkContext& context, const QString& name)

@@ -1,6 +1,7 @@
 #include "ZORWorkResource.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysFileName.h>
 
 #include <QDir>
 #include <QFile>
@@ -18,7 +19,8 @@ QString GetCandidate(const QFileInfo& file, int number)
     const QString name = file.fileName();
     const qsizetype dot = name.lastIndexOf(u'.');
     const qsizetype stem = dot > 0 ? dot : name.size();
-    return name.left(stem) + u'-' + QString::number(number) + name.mid(stem);
+    const QString end = u'-' + QString::number(number) + name.mid(stem);
+    return ZORSysFileName::Cut(name.left(stem), end.toUtf8().size()) + end;
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <ZORWorker/ZORWorkResponse.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSignalSpy>
@@ -57,6 +58,27 @@ protected:
         for (const ZORWorkResource& resource : response->GetWorkResponse()->GetResult().GetResources())
             paths.append(resource.GetFilePath());
         return paths;
+    }
+
+    /// The names of the files of plies with these names.
+    QStringList TranslateNames(const QStringList& plies)
+    {
+        const QString contour =
+            QStringLiteral("<OuterContour><Pt>0 0</Pt><Pt>1 0</Pt><Pt>1 1</Pt></OuterContour>");
+        QString xml;
+        for (const QString& ply : plies)
+            xml += QStringLiteral("<Ply NAME='%1'>%2</Ply>").arg(ply, contour);
+        ZORNestTranslationResponse* const response =
+            Add(Write("x.xml", "<r>" + xml.toUtf8() + "</r>"), "contour-xml");
+        processor->Execute();
+        EXPECT_TRUE(WaitForEnd(response));
+        EXPECT_EQ("", response->GetWorkResponse()->GetFailureReason());
+        QStringList names;
+        for (const QString& file : GetFiles(response)) {
+            EXPECT_TRUE(QFile::exists(file));
+            names.append(QFileInfo(file).fileName());
+        }
+        return names;
     }
 
     const QTemporaryDir directory;
@@ -129,6 +151,46 @@ TEST_F(ZORNestTranslationProcessorTest, NamesOfPartsBecomeNamesOfFilesOnce)
         EXPECT_TRUE(QFile::exists(file));
     }
     EXPECT_EQ(QStringList({"up.msi", "P.msi", "p-2.msi", "x-4.msi", "_hid.msi", "a_b.msi"}), names);
+}
+
+TEST_F(ZORNestTranslationProcessorTest, ManyPartsOfOneNameAreNumberedInNoTime)
+{
+    // Against hanging: with a look at every number for every part, this takes minutes.
+    constexpr int count = 10000;
+    const QByteArray contour = "<Ply NAME='p'><OuterContour><Pt>0 0</Pt><Pt>1 0</Pt><Pt>1 1</Pt>"
+                               "</OuterContour></Ply>";
+    QElapsedTimer timer;
+    timer.start();
+    ZORNestTranslationResponse* const response =
+        Add(Write("x.xml", "<r>" + contour.repeated(count) + "</r>"), "contour-xml");
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(response));
+    EXPECT_LT(timer.elapsed(), 20000);
+    const QStringList files = GetFiles(response);
+    ASSERT_EQ(count, files.size());
+    EXPECT_EQ("p.msi", QFileInfo(files[0]).fileName());
+    EXPECT_EQ("p-2.msi", QFileInfo(files[1]).fileName());
+    EXPECT_EQ("p-10000.msi", QFileInfo(files[count - 1]).fileName());
+}
+
+TEST_F(ZORNestTranslationProcessorTest, NumbersThatPartsBearThemselvesAreSkipped)
+{
+    EXPECT_EQ(QStringList({"p.msi", "p-3.msi", "p-2.msi", "P-4.msi", "p-3-2.msi", "p-5.msi"}),
+              TranslateNames({"p", "p-3", "p", "P", "p-3", "p"}));
+}
+
+TEST_F(ZORNestTranslationProcessorTest, NamesOfFilesAreCutToTheirBytesAtWholeCharacters)
+{
+    const QString wide = QString(100, QChar(0x4E2D)); // 3 bytes each
+    const QString wider = QString::fromUcs4(U"\U0001F600").repeated(100);
+    const QString narrow = QString(251, u'a');
+    const QStringList names = TranslateNames({wide, wide, wide, wider, wider, 'b' + wider, narrow});
+    EXPECT_EQ(QStringList({wide.left(83) + ".msi", wide.left(83) + "-2.msi", wide.left(83) + "-3.msi",
+                           wider.left(100) + ".msi", wider.left(100) + "-2.msi",
+                           'b' + wider.left(98) + ".msi", narrow.left(100) + ".msi"}),
+              names);
+    for (const QString& name : names)
+        EXPECT_LE(name.toUtf8().size(), 255);
 }
 
 TEST_F(ZORNestTranslationProcessorTest, BadInputsFailTheirOwnJobsOnly)

@@ -70,6 +70,23 @@ TEST_F(ZORWorkResourceTest, TakenNamesGetANumber)
     EXPECT_EQ("new", Read("out/plain-2"));
 }
 
+TEST_F(ZORWorkResourceTest, NumbersFindRoomInNamesOfTheLongestKind)
+{
+    const QString name = QString(83, QChar(0x4E2D)) + "ab"; // 251 bytes
+    const ZORWorkResource resource(Write(name + ".msi", "content"));
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(resource.ConvertToLocalStorage(base.path(), ZORWorkResource::Copy));
+    EXPECT_TRUE(resource.ConvertToLocalStorage(base.filePath("."), ZORWorkResource::Copy));
+    const QString cut = name.left(83);
+    QStringList expected;
+    for (const char* end : {"ab", "-2", "-3", "-4", "-5"})
+        expected.append(cut + QLatin1String(end) + ".msi");
+    QStringList files = GetFiles(".");
+    files.sort();
+    expected.sort();
+    EXPECT_EQ(expected, files);
+}
+
 TEST_F(ZORWorkResourceTest, DanglingLinkIsNotWrittenThrough)
 {
     Write("out/x", "");
