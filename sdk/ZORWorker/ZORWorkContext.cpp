@@ -2,9 +2,9 @@
 
 #include "ZORWorkControl_p.h"
 
-ZORWorkContext::ZORWorkContext(ZORWorkControl& control, const std::function<void()>& progressed)
+ZORWorkContext::ZORWorkContext(ZORWorkControl& control, const ZORWorkEvents& events)
     : m_control(control)
-    , m_progressed(progressed)
+    , m_events(events)
 {
 }
 
@@ -31,13 +31,19 @@ void ZORWorkContext::ThrowIfCanceled() const
 
 void ZORWorkContext::SetProgress(double progress) const
 {
-    // Also what is not a number goes no further.
+    // Values that are not numbers end here too.
     const double bounded = progress > 1 ? 1 : progress;
     double last = m_control.progress.load();
     while (bounded > last) {
         if (m_control.progress.compare_exchange_weak(last, bounded)) {
-            m_progressed();
+            m_events.progressed();
             return;
         }
     }
+}
+
+void ZORWorkContext::SetInterimResult(const QByteArray& result) const
+{
+    if (m_events.interim && result.size() <= kMaximumInterimSize)
+        m_events.interim(result);
 }

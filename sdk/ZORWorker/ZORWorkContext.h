@@ -1,15 +1,17 @@
-// What a running job knows of the world.
+// What a running job learns from its caller, and what it reports.
 
 #pragma once
 
 #include <ZORWorker/ZORWorkResult.h>
 #include <ZORWorker/ZORWorkerGlobal.h>
 
+#include <QByteArray>
 #include <QString>
 
 #include <functional>
 
 class ZORWorkControl;
+class ZORWorkEvents;
 
 /// Thrown by ZORWorkContext::ThrowIfCanceled() and caught by the machinery. Deliberately of no family: a job that
 /// catches std::exception for its own purposes does not swallow it.
@@ -17,16 +19,16 @@ struct ZORWORKER_EXPORT ZORWorkCanceled
 {
 };
 
-/// Handed to a job for the time of its run; every function may be called from any thread of the job.
+/// Passed to a job for the time of its run; every function may be called from any thread of the job.
 class ZORWORKER_EXPORT ZORWorkContext
 {
 public:
     /// Directory of this job alone, made for it and empty at its start.
     QString GetWorkDirectory() const;
 
-    /// Whether somebody wants the job to give up. It should look at least every 50 ms. Costs a load.
+    /// Whether somebody wants the job to give up. Check it at least every 50 ms. Costs a load.
     bool IsCanceled() const;
-    /// Whether somebody wants the job to end soon with the best that it has; true as well when cancelled.
+    /// Whether somebody wants the job to end soon with the best that it has; true as well when canceled.
     bool IsStopped() const;
     /// \throws ZORWorkCanceled when IsCanceled()
     void ThrowIfCanceled() const;
@@ -34,27 +36,40 @@ public:
     /// \param progress  0 to 1; values that are not above the last one are ignored
     void SetProgress(double progress) const;
 
+    /// Keeps what the job could end with now; each one replaces the last. A job in a helper process that does not
+    /// answer a Stop is completed with it, by ZORWorkJobKind::Complete. In threads, which always answer, it has no
+    /// effect. In a helper it costs one copy of the bytes to the other process, so send better results only.
+    /// \param result  at most kMaximumInterimSize bytes; a longer one is ignored and the last one stays
+    void SetInterimResult(const QByteArray& result) const;
+
+    /// Bytes of an interim result.
+    static constexpr qsizetype kMaximumInterimSize = qsizetype(256) << 20;
+
 private:
     friend class ZORWorkTeam;
-    ZORWorkContext(ZORWorkControl& control, const std::function<void()>& progressed);
+    ZORWorkContext(ZORWorkControl& control, const ZORWorkEvents& events);
     Q_DISABLE_COPY_MOVE(ZORWorkContext)
 
     ZORWorkControl& m_control;
-    const std::function<void()>& m_progressed;
+    const ZORWorkEvents& m_events;
 };
 
-/// One piece of work.
+/// One piece of work: a function, or a kind with its input.
 struct ZORWORKER_EXPORT ZORWorkJob
 {
     /// For the log and for the name of the work directory.
     QString name;
-    /// Runs in a thread of the processor. Whatever it throws makes the job fail with the message of the exception.
+    /// Always runs in a thread of the processor; empty for a job with a kind. Whatever it throws makes the job fail with the message of the exception.
     /// It returns only its own files, since their reader may delete them. What it captures is
     /// destroyed when the run is over, in that thread, or with the processor.
     std::function<ZORWorkResult(const ZORWorkContext& context)> run;
     /// Whether the work directory stays.
     bool isDirectoryKept = false;
     /// Whether a stop before the start makes the job run all the same, with IsStopped() true from the beginning.
-    /// Otherwise it is cancelled.
+    /// Otherwise it is canceled.
     bool runsWhenStopped = false;
+    /// A registered ZORWorkJobKind, which runs in a helper process or in a thread; empty for a job with a function.
+    QByteArray kind = {};
+    /// What the kind works on.
+    QByteArray input = {};
 };

@@ -1,5 +1,6 @@
 #include "ZORWorkProcessor.h"
 
+#include "ZORWorkJobKind.h"
 #include "ZORWorkResponse_p.h"
 #include "ZORWorkTeam_p.h"
 
@@ -56,6 +57,8 @@ public:
     }
 
     QString baseDirectory = QDir::tempPath();
+    Place place = HelperProcesses;
+    qint64 memoryLimit = 0;            // bytes; 0: that of all processors
     QList<ZORWorkResponse*> responses; // QObject children of the processor
     QHash<quint64, ZORWorkJob> notExecuted;
     ZORWorkTeam team; // joined before the rest goes
@@ -175,6 +178,28 @@ ZORWorkProcessor::ZORWorkProcessor(QObject* parent)
 
 ZORWorkProcessor::~ZORWorkProcessor() = default;
 
+void ZORWorkProcessor::SetPlace(Place place)
+{
+    ZOR_TRACE_CALL(place);
+    d->place = place;
+}
+
+ZORWorkProcessor::Place ZORWorkProcessor::GetPlace() const
+{
+    return d->place;
+}
+
+void ZORWorkProcessor::SetMemoryLimit(qint64 bytes)
+{
+    ZOR_TRACE_CALL(bytes);
+    d->memoryLimit = std::max<qint64>(0, bytes);
+}
+
+qint64 ZORWorkProcessor::GetMemoryLimit() const
+{
+    return d->memoryLimit;
+}
+
 void ZORWorkProcessor::SetBaseDirectory(const QString& directory)
 {
     ZOR_TRACE_CALL(directory);
@@ -195,8 +220,12 @@ void ZORWorkProcessor::SetMaximumThreads(int count)
 ZORWorkResponse* ZORWorkProcessor::AddJob(const ZORWorkJob& job)
 {
     ZOR_TRACE_CALL(job.name, job.isDirectoryKept);
-    if (!job.run)
+    if (!job.run && job.kind.isEmpty())
         throw ZORSysException(tr("job has nothing to run"));
+    if (job.run && !job.kind.isEmpty())
+        throw ZORSysException(tr("job has both a function and a kind"));
+    if (!job.run && !ZORWorkJobKind::IsRegistered(job.kind))
+        throw ZORSysException(tr("there is no job kind '%1'").arg(QString::fromUtf8(job.kind)));
     auto data = std::make_unique<ZORWorkResponse::Private>();
     data->id = quint64(d->responses.size());
     data->name = job.name;

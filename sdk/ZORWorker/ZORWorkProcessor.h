@@ -1,4 +1,4 @@
-// Runs jobs in threads.
+// Runs jobs in helper processes and in threads.
 
 #pragma once
 
@@ -12,19 +12,38 @@
 
 #include <memory>
 
-/// A queue of jobs over a bounded number of threads of its own, first come, first served.
+/// A queue of jobs over a bounded number of threads, first come, first served. Jobs with a kind run in helper
+/// processes (ZORWorkHelpers), each looked after by a thread; jobs with a function run in the threads themselves.
 ///
-/// To be used in one thread, which needs an event loop: that is where news of the jobs arrive. A job that fails, for
-/// whatever exception, is a failed job and nothing else; its reason is also logged ("zor.worker").
+/// Use it in one thread, which needs an event loop: news of the jobs arrive there. A job that fails, for whatever
+/// reason, is a failed job and nothing else; its reason is also logged ("zor.worker"). That includes jobs in helper
+/// processes that crash, exit, need more memory than their limit, or are killed from outside.
 class ZORWORKER_EXPORT ZORWorkProcessor : public QObject
 {
     Q_OBJECT
 
 public:
+    /// Where jobs with a kind run. Jobs with a function run in threads in either case.
+    enum Place {
+        /// In helper processes; in threads, after a warning in the log, where the helper program cannot start or
+        /// does not know the kind.
+        HelperProcesses,
+        Threads
+    };
+
     explicit ZORWorkProcessor(QObject* parent = nullptr);
-    /// Cancels the running jobs and waits for them, which takes as long as they need to notice. Nothing is
-    /// signalled any more.
+    /// Cancels the running jobs and waits for them: in helper processes about 0.2 s at most, whatever they do; in
+    /// threads as long as they need to notice. No signals are emitted any more.
     ~ZORWorkProcessor() override;
+
+    /// HelperProcesses at first. Holds for jobs that are executed afterwards.
+    void SetPlace(Place place);
+    Place GetPlace() const;
+    /// Memory that a job in a helper process may use beyond what an idle helper has, in bytes. 0, as at first: the
+    /// limit of ZORWorkHelpers when the job starts. A job that needs more fails with the reason "not enough memory
+    /// (a job may use %1)". Holds for jobs that are executed afterwards.
+    void SetMemoryLimit(qint64 bytes);
+    qint64 GetMemoryLimit() const;
 
     /// Where the work directories are made, one per job; made itself when it does not exist. At first the
     /// directory of the system for temporary files. Holds for jobs that are executed afterwards.
@@ -36,7 +55,8 @@ public:
 
     /// Takes a job, which waits for Execute().
     /// \return owned by the processor and living as long
-    /// \throws ZORSysException "job has nothing to run" when the job has no function
+    /// \throws ZORSysException "job has nothing to run" when the job has neither function nor kind, "job has both a
+    ///         function and a kind", and "there is no job kind '%1'"
     ZORWorkResponse* AddJob(const ZORWorkJob& job);
     /// In the order in which they were added.
     QList<ZORWorkResponse*> GetResponses() const;
@@ -44,12 +64,15 @@ public:
     /// Starts the given job, or with null all of them; those that were started before are left alone.
     /// \throws ZORSysException "cannot start a thread: %1"; the job stays as it is
     void Execute(ZORWorkResponse* response = nullptr);
-    /// Asks the given job, or with null all of them, to end with what it has. One that has no thread yet, executed
-    /// or not, is cancelled, or runs at once if it is to (ZORWorkJob::runsWhenStopped).
+    /// Asks the given job, or with null all of them, to end with what it has, and returns. One that does not run
+    /// yet, executed or not, is canceled, or runs at once if it is to (ZORWorkJob::runsWhenStopped). A helper process
+    /// that does not end in 10 s is killed; the job is then completed with its last interim result
+    /// (ZORWorkJobKind::Complete), or fails if there is none.
     /// \throws ZORSysException "cannot start a thread: %1"; the job stays as it is
     void Stop(ZORWorkResponse* response = nullptr);
     /// Asks the given job, or with null all of them, to give up: it fails with the reason "canceled", whatever
-    /// it still makes. What has ended already stays as it is. The signal always comes from the event loop.
+    /// it still makes. Returns at once; a helper process that does not end in 0.2 s is killed. What has ended already
+    /// stays as it is. The signal always comes from the event loop.
     void Cancel(ZORWorkResponse* response = nullptr);
 
 private:

@@ -4,17 +4,22 @@
 
 #include <ZORWorker/ZORWorkResource.h>
 
+#include <QByteArray>
 #include <QList>
 
-/// The files that a job hands over, in the order in which it made them. A value; empty by default.
+/// The files that a job returns, in the order in which it made them, and bytes. A value; empty by default.
 class ZORWORKER_EXPORT ZORWorkResult
 {
 public:
     ZORWorkResult() = default;
-    explicit ZORWorkResult(const QList<ZORWorkResource>& resources);
+    explicit ZORWorkResult(const QList<ZORWorkResource>& resources, const QByteArray& data = {});
+    explicit ZORWorkResult(const QByteArray& data);
 
     QList<ZORWorkResource> GetResources() const { return m_resources; }
+    /// What the job returns besides files, in a form that its kind defines.
+    QByteArray GetData() const { return m_data; }
 
 private:
     QList<ZORWorkResource> m_resources;
+    QByteArray m_data;
 };

@@ -1,5 +1,7 @@
+#include "ZORWorkJobKind.h"
 #include "ZORWorkTeam_p.h"
 
+#include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <QCoreApplication>
@@ -197,6 +199,7 @@ void ZORWorkTeam::Work()
 
 void ZORWorkTeam::Run(Task& task)
 {
+    const ZORSysApiTracePause pause; // the caller has made one call, which was traced
     ZORWorkNotice end{task.id, ZORWorkNotice::Failed, {}, {}, {}};
     {
         std::shared_ptr<QTemporaryDir> directory;
@@ -226,11 +229,14 @@ void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTempo
     task.control->directory = directory->path();
     Notify({task.id, ZORWorkNotice::Started, {}, {}, {}});
 
-    const std::function<void()> progressed = [this, &task] {
+    ZORWorkEvents events;
+    events.progressed = [this, &task] {
         if (!task.control->isProgressPending.exchange(true))
             Notify({task.id, ZORWorkNotice::Progressed, {}, {}, {}});
     };
-    end.result = task.job.run(ZORWorkContext(*task.control, progressed));
+    const ZORWorkContext context(*task.control, events);
+    end.result =
+        task.job.run ? task.job.run(context) : ZORWorkJobKind::RunJob(task.job.kind, context, task.job.input);
     if (task.control->isCanceled) {
         end.result = ZORWorkResult();
         throw ZORWorkCanceled();
