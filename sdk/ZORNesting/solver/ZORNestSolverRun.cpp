@@ -161,6 +161,8 @@ private:
                          [this](size_t a, size_t b) { return m_prepared.levels[a] < m_prepared.levels[b]; });
         int left = m_options.mostCopies;
         for (const size_t item : order) {
+            if (m_demand[item] == 0) // its outline may enclose no area
+                continue;
             const double byArea = std::floor(room / m_prepared.types[item]->area * (1 + 1e-9));
             const int byRoom =
                 static_cast<int>(std::clamp(byArea, 1.0, static_cast<double>(m_options.mostCopies) + 1));

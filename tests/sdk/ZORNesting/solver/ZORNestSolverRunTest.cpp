@@ -115,8 +115,11 @@ TEST(ZORNestSolverRunTest, AJobWithoutItemsOrSheetsEnds)
 {
     Job job;
     EXPECT_TRUE(SolveFor(job, 1).sheets.empty());
-    job.items = {MakeItem(Rectangle(1, 1))};
-    EXPECT_EQ(SolveFor(job, 1).unplaced.size(), 1U);
+    job.items = {MakeItem(Rectangle(1, 1)), MakeItem({{0, 0}, {1, 1}})};
+    const Solution solution = SolveFor(job, 1);
+    ASSERT_EQ(solution.unplaced.size(), 2U);
+    EXPECT_EQ(solution.unplaced[0].count, 1);
+    EXPECT_EQ(solution.unplaced[1].count, 1);
 }
 
 TEST(ZORNestSolverRunTest, StacksNeverOverproduce)
