@@ -1,5 +1,6 @@
 #include "ZORSysReplacedFile.h"
 
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 
 #include <QFileInfo>
@@ -10,8 +11,8 @@ namespace {
 std::unique_ptr<QFileDevice> MakeDevice(const QString& path)
 {
     const QFileInfo present(path);
-    if (present.exists() && !present.isFile() && !present.isDir())
-        return std::make_unique<QFile>(path);
+    if (present.exists() && !present.isFile())
+        return std::make_unique<ZORSysFile>(path);
     return std::make_unique<QSaveFile>(path);
 }
 

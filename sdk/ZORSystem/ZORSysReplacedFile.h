@@ -13,7 +13,8 @@ class QFileDevice;
 /// Writes a file so that its old content stays until the new one is complete.
 ///
 /// A plain file is written beside its place and renamed by Commit(); without Commit(), the old one stays as it
-/// is. Nothing is buffered: large pieces are best. What is no plain file, a device or a pipe, is never replaced by one but written to at once.
+/// is. Nothing is buffered: large pieces are best. The null and full devices are written to at once and never replaced. What
+/// ZORSysFile refuses to open for writing, such as pipes and other devices, cannot be opened.
 class ZORSYSTEM_EXPORT ZORSysReplacedFile
 {
 public:

@@ -59,22 +59,32 @@ TEST_F(ZORSysReplacedFileTest, WithoutCommitTheOldContentStays)
     EXPECT_EQ(QStringList("file"), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
 }
 
-TEST_F(ZORSysReplacedFileTest, APipeIsWrittenToAndStaysAPipe)
+TEST_F(ZORSysReplacedFileTest, APipeIsNeitherOpenedNorReplaced)
 {
     ASSERT_EQ(0, mkfifo(qPrintable(path), 0600));
     const int reader = open(qPrintable(path), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
-    ZORSysReplacedFile file(path);
-    file.Open();
-    ASSERT_EQ(3, file.GetDevice().write("new"));
-    EXPECT_TRUE(file.Commit());
-    char received[8] = {};
-    EXPECT_EQ(3, read(reader, received, sizeof received));
-    EXPECT_STREQ("new", received);
+    try {
+        ZORSysReplacedFile(path).Open();
+        ADD_FAILURE() << "no exception";
+    } catch (const ZORSysFileOpenException& exception) {
+        EXPECT_EQ("cannot open file '" + path + "': it is not a regular file", exception.GetMessage());
+    }
     close(reader);
     struct stat status = {};
     ASSERT_EQ(0, stat(qPrintable(path), &status));
     EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+TEST_F(ZORSysReplacedFileTest, TheNullDeviceIsWrittenToAndStaysADevice)
+{
+    ZORSysReplacedFile file("/dev/null");
+    file.Open();
+    EXPECT_EQ(3, file.GetDevice().write("new"));
+    EXPECT_TRUE(file.Commit());
+    struct stat status = {};
+    ASSERT_EQ(0, stat("/dev/null", &status));
+    EXPECT_TRUE(S_ISCHR(status.st_mode));
 }
 
 TEST_F(ZORSysReplacedFileTest, WhatCannotBeOpenedThrowsWithThePath)
