@@ -5,6 +5,10 @@
 #   ./test.sh                everything
 #   ./test.sh ci             only the first half
 #   ./test.sh asan           only the second half
+#   ./test.sh long           nothing of these, but what takes too long for every day: a minute of fuzzing for
+#                            each target, and the tests of threads under the thread sanitizer
+#   ./test.sh fuzz           only the fuzzing
+#   ./test.sh tsan           only the thread sanitizer
 set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh
@@ -16,7 +20,26 @@ configure() {
   cmake --preset "$1" >"build/configure-$1.log" 2>&1 || { cat "build/configure-$1.log"; exit 1; }
 }
 
+# Inputs that the engine makes for each target; see tests/fuzz.
+run_fuzzers() {
+  install_packages $fuzz_packages
+  configure fuzz
+  cmake --build --preset fuzz --target fuzz_programs
+  tests/fuzz/run.sh 60
+}
+
+run_thread_sanitizer() {
+  configure tsan
+  cmake --build --preset tsan --target thread_tests
+  ctest --preset tsan -L threads -E random_hash
+}
+
 what=${1:-all}
+case "$what" in
+  fuzz) run_fuzzers; exit ;;
+  tsan) run_thread_sanitizer; exit ;;
+  long) run_fuzzers; run_thread_sanitizer; exit ;;
+esac
 if [ "$what" != asan ]; then
   configure ci
   cmake --build --preset ci

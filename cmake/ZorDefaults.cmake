@@ -37,6 +37,12 @@ if(ZOR_SANITIZE)
   add_compile_options(-fsanitize=${ZOR_SANITIZE} -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
   add_link_options(-fsanitize=${ZOR_SANITIZE})
 endif()
+# Libraries that miss a symbol must not link. Sanitized by clang they miss the run-time library, which it links into
+# programs alone.
+set(ZOR_NO_UNDEFINED -Wl,--no-undefined)
+if(ZOR_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  set(ZOR_NO_UNDEFINED)
+endif()
 
 # Warnings and Qt restrictions of every target of the project.
 function(zor_set_target_defaults target)

@@ -42,7 +42,7 @@ function(zor_add_module name)
   list(TRANSFORM arg_QT PREPEND Qt6::)
   target_link_libraries(${target} PUBLIC ${arg_DEPENDS} ${arg_QT} PRIVATE ${arg_PRIVATE_LINK})
   # A module stays in memory when the plug-in that brought it goes: containers may hold objects of its classes.
-  target_link_options(${target} PRIVATE -Wl,--no-undefined -Wl,-z,nodelete)
+  target_link_options(${target} PRIVATE ${ZOR_NO_UNDEFINED} -Wl,-z,nodelete)
   set_target_properties(${target} PROPERTIES
     ZOR_LAYER ${arg_LAYER}
     EXPORT_NAME ${name}
@@ -74,7 +74,7 @@ function(zor_add_plugin name)
   list(TRANSFORM arg_DEPENDS PREPEND ZOR)
   list(TRANSFORM arg_QT PREPEND Qt6::)
   target_link_libraries(${target} PRIVATE ${arg_DEPENDS} ${arg_QT})
-  target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  target_link_options(${target} PRIVATE ${ZOR_NO_UNDEFINED})
   set_target_properties(${target} PROPERTIES ZOR_LAYER ${arg_LAYER} INSTALL_RPATH "$ORIGIN/../..")
   install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/zorsdk/plugins)
 endfunction()
