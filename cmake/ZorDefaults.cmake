@@ -74,3 +74,27 @@ function(zor_precompile_headers target)
   endif()
   target_precompile_headers(${target} REUSE_FROM ZorPrecompiled)
 endfunction()
+
+# Limits what a plug-in exports to the entry points of Qt's plug-in loader, the given classes and symbols. Libraries
+# that are loaded with a plug-in may bind to any other symbol it exports, such as the copy of an inline function of
+# Qt that a build without optimization keeps, and would hold it in memory for good.
+function(zor_limit_exports target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "CLASSES;SYMBOLS")
+  set(names "qt_plugin_instance; qt_plugin_query_metadata_v2;")
+  foreach(symbol IN LISTS arg_SYMBOLS)
+    string(APPEND names " ${symbol};")
+  endforeach()
+  set(patterns "")
+  foreach(class IN LISTS arg_CLASSES)
+    # A quoted pattern is taken literally, so question marks stand for the blanks.
+    string(APPEND patterns "    ${class}::*; non-virtual?thunk?to?${class}::*;\n"
+      "    typeinfo?for?${class}; typeinfo?name?for?${class}; vtable?for?${class};\n")
+  endforeach()
+  if(patterns)
+    set(patterns "\n  extern \"C++\" {\n${patterns}  };")
+  endif()
+  set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.map)
+  file(CONFIGURE OUTPUT ${script} CONTENT "{\nglobal:\n  ${names}${patterns}\nlocal:\n  *;\n};\n" @ONLY)
+  target_link_options(${target} PRIVATE "-Wl,--version-script=${script}")
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
+endfunction()

@@ -4,6 +4,8 @@
 * Every ZOR_TEST_REGISTER line survived compiler and linker, once.
 * The library has no STB_GNU_UNIQUE symbol and no thread-local variable with a destructor: either would
   keep it in memory for good.
+* It exports no weak symbol of others: a library that binds to its copy of an inline function would keep it in
+  memory.
 * It exports the classes and the flag that it promises, and little else.
 * The sources use no string literal types whose data would stay behind in the SDK or the host, pointing
   into the unmapped library.
@@ -41,7 +43,7 @@ def check(bench, library, nm, readelf):
         errors.append(f"registered in the sources {len(registered)}, in the library {len(symbols)}; lost: {sorted(lost)}")
 
     elf = run(readelf, "--dyn-syms", "--wide", str(library))
-    errors += find_bonds(elf)
+    errors += find_bonds(elf, EXPORTED_CLASSES)
 
     exported = run(nm, "-C", "-D", "--defined-only", str(library))
     for name in EXPORTED_CLASSES:
