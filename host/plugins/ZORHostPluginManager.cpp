@@ -1,7 +1,8 @@
 #include "plugins/ZORHostPluginManager.h"
 
 #include "app/ZORHostLogging.h"
-#include "plugins/ZORHostLibraryFile.h"
+
+#include <ZORSystem/ZORSysLibraryFile.h>
 
 #include <QApplication>
 #include <QDir>
@@ -38,10 +39,22 @@ bool IsClassOf(const QObject* object, const QString& canonicalPath)
     return false;
 }
 
-/// Interface named by the metadata of a library, read without mapping it; empty for none.
+/// Interface named by the metadata of a library, read without running it; empty for none.
 QString ReadInterface(const QString& path)
 {
+    if (!ZORSysLibraryFile::IsWhole(path))
+        return {};
     return QPluginLoader(path).metaData().value(QLatin1String("IID")).toString();
+}
+
+QStringList ReadFoldersOfEnvironment()
+{
+    return qEnvironmentVariable("ZOR_PLUGIN_PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts);
+}
+
+bool IsWritableByEverybody(const QFileInfo& file)
+{
+    return file.exists() && file.permission(QFile::WriteOther);
 }
 
 bool IsMapped(const QString& path)
@@ -64,8 +77,11 @@ ZORHostPluginManager::~ZORHostPluginManager() = default;
 
 QStringList ZORHostPluginManager::GetSearchPath()
 {
-    QStringList folders =
-        qEnvironmentVariable("ZOR_PLUGIN_PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    QStringList folders;
+    for (const QString& folder : ReadFoldersOfEnvironment()) {
+        if (FindReasonToIgnore(folder).isEmpty())
+            folders.append(folder);
+    }
     const QDir program(QCoreApplication::applicationDirPath());
     for (const char* folder : {ZOR_HOST_BUILD_PLUGIN_DIR, ZOR_HOST_PLUGIN_DIR})
         folders.append(program.filePath(QString::fromUtf8(folder)));
@@ -73,6 +89,13 @@ QStringList ZORHostPluginManager::GetSearchPath()
         folder = QDir::cleanPath(QDir(folder).absolutePath());
     folders.removeDuplicates();
     return folders;
+}
+
+QString ZORHostPluginManager::FindReasonToIgnore(const QString& folder)
+{
+    if (!QDir::isAbsolutePath(folder))
+        return tr("its path is relative");
+    return IsWritableByEverybody(QFileInfo(folder)) ? tr("everybody may write to it") : QString();
 }
 
 QString ZORHostPluginManager::GetSdkVersion()
@@ -117,7 +140,7 @@ bool ZORHostPluginManager::Load(const QString& fileName)
         return Fail(plugin, tr("this is a folder, not a library"));
     if (!file.isReadable())
         return Fail(plugin, tr("the file cannot be read"));
-    if (!ZORHostIsCompleteLibrary(path))
+    if (!ZORSysLibraryFile::IsWhole(path))
         return Fail(plugin, tr("this is no complete library: the file is cut short or of another kind"));
     if (!ReadMetaData(plugin) || !CheckVersion(plugin) || !CheckNotLoaded(plugin))
         return Fail(plugin, plugin.reason);
@@ -139,20 +162,46 @@ bool ZORHostPluginManager::Load(const QString& fileName)
 
 void ZORHostPluginManager::LoadFromSearchPath()
 {
-    const QStringList folders = GetSearchPath();
-    for (const QString& folder : folders) {
-        const QFileInfoList files = QDir(folder).entryInfoList({"*.so"}, QDir::Files, QDir::Name);
-        for (const QFileInfo& file : files) {
-            const QString id = ReadInterface(file.absoluteFilePath());
-            // A library without metadata beside the plug-ins is none of ours, unless the folder is for
-            // plug-ins only.
-            if (id.isEmpty() && QDir(folder).dirName() != QLatin1String("plugins"))
-                continue;
-            if (!id.isEmpty() && id != interfaceId)
-                continue;
-            Load(file.absoluteFilePath());
-        }
+    QStringList ofEnvironment;
+    for (const QString& folder : ReadFoldersOfEnvironment()) {
+        const QString reason = FindReasonToIgnore(folder);
+        if (reason.isEmpty())
+            ofEnvironment.append(QDir::cleanPath(folder));
+        else
+            qCWarning(lcHost).noquote()
+                << tr("The folder '%1' of ZOR_PLUGIN_PATH is ignored: %2").arg(folder, reason);
     }
+    const QStringList folders = GetSearchPath();
+    for (const QString& folder : folders)
+        LoadFromFolder(folder, ofEnvironment.contains(folder) ? Trust::OwnFilesOnly : Trust::AllFiles);
+}
+
+void ZORHostPluginManager::LoadFromFolder(const QString& folder, Trust trust)
+{
+    const QFileInfoList files = QDir(folder).entryInfoList({"*.so"}, QDir::Files, QDir::Name);
+    for (const QFileInfo& file : files) {
+        const QString path = file.absoluteFilePath();
+        const QString id = ReadInterface(path);
+        // A library without metadata beside the plug-ins is none of ours, unless the folder is for plug-ins
+        // only.
+        if (id.isEmpty() && QDir(folder).dirName() != QLatin1String("plugins"))
+            continue;
+        if (!id.isEmpty() && id != interfaceId)
+            continue;
+        if (trust == Trust::OwnFilesOnly && IsWritableByEverybody(file))
+            Refuse(path, tr("the file is ignored in ZOR_PLUGIN_PATH: everybody may write to it"));
+        else
+            Load(path);
+    }
+}
+
+void ZORHostPluginManager::Refuse(const QString& path, const QString& reason)
+{
+    ZORHostPlugin& plugin = Record(QFileInfo(path).canonicalFilePath());
+    if (plugin.state == ZORHostPlugin::State::Loaded)
+        return; // the user asked for it by name
+    plugin.state = ZORHostPlugin::State::Failed;
+    Fail(plugin, reason);
 }
 
 bool ZORHostPluginManager::ReadMetaData(ZORHostPlugin& plugin) const

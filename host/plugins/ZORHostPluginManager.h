@@ -31,7 +31,7 @@ public:
 
     /// The folders LoadFromSearchPath() looks in: those of the environment variable ZOR_PLUGIN_PATH
     /// (separated by colons), the library folder of the build tree, and "<libdir>/zorsdk/plugins" of the
-    /// installation.
+    /// installation. Folders of the variable that are relative, or to which everybody may write, are left out.
     static QStringList GetSearchPath();
     /// Version of the SDK the host was built with.
     static QString GetSdkVersion();
@@ -42,6 +42,9 @@ public:
     bool Load(const QString& fileName);
     /// Loads every plug-in in the search path, by folder and file name. Other libraries that lie there are
     /// passed over without a word; a broken file is recorded when its name ends in ".so".
+    ///
+    /// Logs a warning for each folder of ZOR_PLUGIN_PATH that is ignored. A plug-in in such a folder to whose file
+    /// everybody may write fails. Load() takes any file.
     void LoadFromSearchPath();
 
     /// Closes every window of the plug-in and unmaps the library.
@@ -63,6 +66,11 @@ signals:
     void Changed();
 
 private:
+    enum class Trust { AllFiles, OwnFilesOnly };
+
+    static QString FindReasonToIgnore(const QString& folder);
+    void LoadFromFolder(const QString& folder, Trust trust);
+    void Refuse(const QString& path, const QString& reason);
     ZORHostPlugin& Record(const QString& path);
     bool Fail(ZORHostPlugin& plugin, const QString& reason);
     bool ReadMetaData(ZORHostPlugin& plugin) const;

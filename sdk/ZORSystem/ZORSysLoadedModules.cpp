@@ -1,12 +1,17 @@
 #include "ZORSysLoadedModules_p.h"
+#include "ZORSysProcessMemory_p.h"
 
 #include <QFile>
 #include <QMutex>
 
 #include <algorithm>
 #include <link.h>
+#include <sys/stat.h>
 #include <utility>
 #include <vector>
+
+// The function of the C library: the linker gives its name to one that presents a single module to libbacktrace.
+extern "C" int __real_dl_iterate_phdr(int (*callback)(dl_phdr_info*, size_t, void*), void* data);
 
 namespace ZORSysLoadedModules {
 
@@ -36,30 +41,68 @@ int ReadCounters(dl_phdr_info* info, size_t, void* counters)
     return 1; // they are the same for every module
 }
 
-int AppendModule(dl_phdr_info* info, size_t, void* modules)
+// The headers of a library are pages of its file, which may have been cut short.
+bool ReadRange(const dl_phdr_info& info, const ZorSysProcessMemory& memory, Module& module)
 {
-    Module module;
+    std::vector<ElfW(Phdr)> segments(info.dlpi_phnum);
+    if (!memory.Read(quintptr(info.dlpi_phdr), segments.data(), segments.size() * sizeof(ElfW(Phdr))))
+        return false;
     module.begin = ~quintptr(0);
-    for (int i = 0; i < info->dlpi_phnum; ++i) {
-        const ElfW(Phdr)& segment = info->dlpi_phdr[i];
+    for (const ElfW(Phdr) & segment : segments) {
         if (segment.p_type != PT_LOAD)
             continue;
-        const quintptr begin = info->dlpi_addr + segment.p_vaddr;
+        const quintptr begin = info.dlpi_addr + segment.p_vaddr;
         module.begin = std::min(module.begin, begin);
         module.end = std::max(module.end, begin + segment.p_memsz);
     }
-    if (module.begin >= module.end)
-        return 0;
+    return module.begin < module.end;
+}
+
+FileIdentity Identify(const struct stat& status)
+{
+    if (!S_ISREG(status.st_mode))
+        return {};
+    constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
+    // Not the time of the last change of the status: links to a library and its permissions may change.
+    return {status.st_dev, status.st_ino, status.st_size,
+            status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec};
+}
+
+// What the modules are compared with, and where they are collected.
+struct Listing
+{
+    const std::vector<Module>& known;
+    bool allStayed; // nothing was unloaded since the known ones were listed
+    quint32 generation;
+    ZorSysProcessMemory memory;
+    std::vector<Module> modules;
+};
+
+int AppendModule(dl_phdr_info* info, size_t, void* data)
+{
+    Listing& listing = *static_cast<Listing*>(data);
+    Module module;
+    module.loadAddress = info->dlpi_addr;
     module.path = info->dlpi_name;
     if (module.path.isEmpty()) // the program itself has no name here
         module.path = QFile::symLinkTarget(QStringLiteral("/proc/self/exe")).toLocal8Bit();
-    static_cast<std::vector<Module>*>(modules)->push_back(module);
+    const auto known =
+        std::find_if(listing.known.begin(), listing.known.end(), [&module](const Module& other) {
+            return other.loadAddress == module.loadAddress && other.path == module.path;
+        });
+    const bool isKnown = known != listing.known.end();
+    if (isKnown && listing.allStayed) {
+        listing.modules.push_back(*known);
+        return 0;
+    }
+    if (!ReadRange(*info, listing.memory, module))
+        return 0;
+    module.file = FileIdentity::Of(module.path);
+    const bool stayed =
+        isKnown && known->begin == module.begin && known->end == module.end && known->file == module.file;
+    module.generation = stayed ? known->generation : listing.generation;
+    listing.modules.push_back(module);
     return 0;
-}
-
-bool IsSame(const Module& a, const Module& b)
-{
-    return a.begin == b.begin && a.end == b.end && a.path == b.path;
 }
 
 // The last module that begins at or before the address, or the end.
@@ -72,26 +115,34 @@ std::vector<Module>::const_iterator FindBegin(const std::vector<Module>& modules
 
 } // namespace
 
+FileIdentity FileIdentity::Of(int descriptor)
+{
+    struct stat status = {};
+    return fstat(descriptor, &status) == 0 ? Identify(status) : FileIdentity();
+}
+
+FileIdentity FileIdentity::Of(const QByteArray& path)
+{
+    struct stat status = {};
+    return stat(path.constData(), &status) == 0 ? Identify(status) : FileIdentity();
+}
+
 quint32 Update()
 {
     Table& table = GetTable();
     const QMutexLocker lock(&table.mutex);
     Counters counters;
-    dl_iterate_phdr(ReadCounters, &counters);
+    __real_dl_iterate_phdr(ReadCounters, &counters);
     if (table.generation > 0 && counters == table.counters)
         return table.generation;
 
-    std::vector<Module> modules;
-    dl_iterate_phdr(AppendModule, &modules);
-    std::sort(modules.begin(), modules.end(),
-              [](const Module& a, const Module& b) { return a.begin < b.begin; });
+    const bool allStayed = table.generation > 0 && counters.second == table.counters.second;
     ++table.generation;
-    for (Module& module : modules) {
-        const auto known = FindBegin(table.modules, module.begin);
-        const bool stayed = known != table.modules.end() && IsSame(*known, module);
-        module.generation = stayed ? known->generation : table.generation;
-    }
-    table.modules = std::move(modules);
+    Listing listing = {table.modules, allStayed, table.generation, {}, {}};
+    __real_dl_iterate_phdr(AppendModule, &listing);
+    std::sort(listing.modules.begin(), listing.modules.end(),
+              [](const Module& a, const Module& b) { return a.begin < b.begin; });
+    table.modules = std::move(listing.modules);
     table.counters = counters;
     return table.generation;
 }

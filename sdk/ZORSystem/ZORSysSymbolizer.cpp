@@ -1,4 +1,5 @@
 #include "ZORSysLoadedModules_p.h"
+#include "ZORSysModuleCopy_p.h"
 #include "ZORSysSymbolizer_p.h"
 
 #include <QByteArray>
@@ -9,15 +10,19 @@
 #include <backtrace.h>
 #include <cstdlib>
 #include <cxxabi.h>
+#include <link.h>
+#include <map>
 #include <memory>
+#include <unistd.h>
 
 namespace {
 
 struct Symbolizer
 {
     QMutex mutex;
-    backtrace_state* state = nullptr; // the library has no way to free one
-    quint32 stateGeneration = 0;      // modules up to this generation are known to the state
+    // One for each file, null for a file that cannot be read. The library has no way to free one, so a file that is
+    // loaded again uses the one it has.
+    std::map<ZORSysLoadedModules::FileIdentity, backtrace_state*> states;
     QHash<quintptr, QStringList> cache;
     quint32 cacheGeneration = 0;
 };
@@ -29,7 +34,7 @@ Symbolizer& GetSymbolizer()
     return *symbolizer;
 }
 
-// Missing or damaged debug information is no error here: the frame shows less.
+// Missing or damaged debug information is not an error here: the frame shows less.
 void IgnoreError(void*, const char*, int) {}
 
 QString Demangled(const char* name)
@@ -71,18 +76,37 @@ QString PlainAddress(quintptr address)
     return QLatin1String("0x") + QString::number(address, 16);
 }
 
+// Reads the debug information of a module once. Addresses are those in its file.
+backtrace_state* ReadSymbols(const ZORSysLoadedModules::Module& module)
+{
+    const int copy = ZorSysCopyModule(module);
+    if (copy < 0)
+        return nullptr;
+    // The library opens the file by name when it resolves the first address, and keeps the pointer to the name.
+    const QByteArray name = "/proc/self/fd/" + QByteArray::number(copy);
+    backtrace_state* const state = backtrace_create_state(strdup(name.constData()), 1, IgnoreError, nullptr);
+    if (state) {
+        QString ignored;
+        backtrace_syminfo(state, 0, SetSymbol, IgnoreError, &ignored);
+    }
+    close(copy); // what the library has mapped stays
+    return state;
+}
+
 QStringList Resolve(backtrace_state* state, const ZORSysLoadedModules::Module& module, quintptr returnAddress)
 {
-    const quintptr call = returnAddress - 1; // the next instruction may belong to another line
-    QStringList lines;
-    backtrace_pcinfo(state, call, AppendSourceLine, IgnoreError, &lines);
-    if (!lines.isEmpty()) {
+    const quintptr call =
+        returnAddress - 1 - module.loadAddress; // the next instruction may be on another line
+    QString name = PlainAddress(returnAddress);
+    if (state) {
+        QStringList lines;
+        backtrace_pcinfo(state, call, AppendSourceLine, IgnoreError, &lines);
         for (qsizetype i = 0; i + 1 < lines.size(); ++i)
             lines[i] += QLatin1String(" (inlined)");
-        return lines;
+        if (!lines.isEmpty())
+            return lines;
+        backtrace_syminfo(state, call, SetSymbol, IgnoreError, &name);
     }
-    QString name = PlainAddress(returnAddress);
-    backtrace_syminfo(state, call, SetSymbol, IgnoreError, &name);
     const QByteArray library = module.path.mid(module.path.lastIndexOf('/') + 1);
     return {name + QLatin1String(" in ") + QString::fromLocal8Bit(library)};
 }
@@ -106,12 +130,20 @@ QStringList ZorSysDescribeFrame(quintptr returnAddress, quint32 generation)
     if (known != symbolizer.cache.constEnd())
         return *known;
 
-    if (!symbolizer.state || module->generation > symbolizer.stateGeneration) {
-        symbolizer.state = backtrace_create_state(nullptr, 1, IgnoreError, nullptr);
-        symbolizer.stateGeneration = now;
-    }
-    const QStringList lines = symbolizer.state ? Resolve(symbolizer.state, *module, returnAddress)
-                                               : QStringList(PlainAddress(returnAddress));
+    auto state = symbolizer.states.find(module->file);
+    if (state == symbolizer.states.end())
+        state = symbolizer.states.emplace(module->file, ReadSymbols(*module)).first;
+    const QStringList lines = Resolve(state->second, *module, returnAddress);
     symbolizer.cache.insert(returnAddress, lines);
     return lines;
+}
+
+// The linker puts this function in front of the one of the C library wherever this module calls that. libbacktrace
+// would read the files of all loaded libraries; this one presents only the file that it was created for, as the
+// program itself.
+extern "C" int __wrap_dl_iterate_phdr(int (*callback)(dl_phdr_info*, size_t, void*), void* data)
+{
+    dl_phdr_info info = {};
+    info.dlpi_name = "";
+    return callback(&info, sizeof info, data);
 }

@@ -1,0 +1,24 @@
+#include "ZORSysProcessMemory_p.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+ZorSysProcessMemory::ZorSysProcessMemory()
+    : m_descriptor(open("/proc/self/mem", O_RDONLY | O_CLOEXEC))
+{
+}
+
+ZorSysProcessMemory::~ZorSysProcessMemory()
+{
+    if (m_descriptor >= 0)
+        close(m_descriptor);
+}
+
+bool ZorSysProcessMemory::Read(quintptr address, void* bytes, size_t size) const
+{
+    if (m_descriptor >= 0)
+        return pread(m_descriptor, bytes, size, off_t(address)) == ssize_t(size);
+    std::memcpy(bytes, reinterpret_cast<const void*>(address), size);
+    return true;
+}
