@@ -183,7 +183,7 @@ TEST_F(ZORHostPluginManagerTest, ATruncatedLibraryInTheSearchPathIsNotRead)
 
 TEST_F(ZORHostPluginManagerTest, FoldersOfTheEnvironmentAreIgnoredWhenOthersMayFillThem)
 {
-    for (const char* folder : {"own", "shared", "sticky", "shared/inside"}) {
+    for (const QString& folder : QStringList({"own", "shared", "sticky", "shared/inside"})) {
         ASSERT_TRUE(QDir().mkpath(GetPath(folder)));
         ASSERT_TRUE(QFile::copy(PluginFile("InertPlugin"), GetPath(folder) + "/InertPlugin.so"));
     }
@@ -193,7 +193,7 @@ TEST_F(ZORHostPluginManagerTest, FoldersOfTheEnvironmentAreIgnoredWhenOthersMayF
     const QString present = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(GetPath(".")));
     QtMessages messages;
-    for (const QString& name : {QString("shared"), QString("sticky"), QString("link")}) {
+    for (const QString& name : QStringList({"shared", "sticky", "link"})) {
         qputenv("ZOR_PLUGIN_PATH", QFile::encodeName(GetPath(name)));
         manager.LoadFromSearchPath();
         EXPECT_EQ(QString(), StateIn(name));
@@ -202,8 +202,8 @@ TEST_F(ZORHostPluginManagerTest, FoldersOfTheEnvironmentAreIgnoredWhenOthersMayF
                                   .arg(GetPath(name))),
                   messages.TakeWarnings());
     }
-    for (const char* relative : {"own", "./own", "."}) {
-        qputenv("ZOR_PLUGIN_PATH", relative);
+    for (const QString& relative : QStringList({"own", "./own", "."})) {
+        qputenv("ZOR_PLUGIN_PATH", relative.toLatin1());
         manager.LoadFromSearchPath();
         EXPECT_EQ(QString(), StateIn("own"));
         EXPECT_FALSE(ZORHostPluginManager::GetSearchPath().contains(GetPath("own")));
