@@ -1,10 +1,10 @@
 #include "ZORNestNestingProcessor.h"
 
 #include "ZORNestDebugOptions.h"
-#include "ZORNestNestingRun_p.h"
+#include "ZORNestJobBytes_p.h"
+#include "ZORNestJobKinds_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORWorker/ZORWorkContext.h>
 #include <ZORWorker/ZORWorkProcessor.h>
 
 class ZORNestNestingProcessor::Private
@@ -32,20 +32,23 @@ ZORNestNestingProcessor::ZORNestNestingProcessor(QObject* parent)
 
 ZORNestNestingProcessor::~ZORNestNestingProcessor() = default;
 
+void ZORNestNestingProcessor::SetPlace(ZORWorkProcessor::Place place)
+{
+    ZOR_TRACE_CALL(place);
+    d->worker.SetPlace(place);
+}
+
 ZORNestNestingResponse* ZORNestNestingProcessor::AddInput(const ZORNestNestingInput& input)
 {
     ZOR_TRACE_CALL(input);
     const bool isKept = ZORNestDebugOptions::GetInstance()->GetKeepNestingWorkDirectories();
-    const auto outcome = std::make_shared<ZORNestNestingOutcome>();
     ZORWorkJob job;
     job.name = QStringLiteral("nesting");
-    job.run = [=](const ZORWorkContext& context) {
-        *outcome = ZORNestRunNesting(input, context, isKept);
-        return ZORWorkResult();
-    };
+    job.kind = ZORNestJobKinds::kNesting;
+    job.input = ZORNestJobBytes::Write(ZORNestNestingTask{input, isKept});
     job.isDirectoryKept = isKept;
     job.runsWhenStopped = true;
-    d->responses.append(new ZORNestNestingResponse(d->worker.AddJob(job), outcome, this));
+    d->responses.append(new ZORNestNestingResponse(d->worker.AddJob(job), this));
     return d->responses.constLast();
 }
 

@@ -5,13 +5,17 @@
 #include <ZORNesting/ZORNestNestingInput.h>
 #include <ZORNesting/ZORNestNestingResponse.h>
 #include <ZORNesting/ZORNestingGlobal.h>
+#include <ZORWorker/ZORWorkProcessor.h>
 
 #include <QList>
 #include <QObject>
 
 #include <memory>
 
-/// Runs nesting jobs in threads (see ZORWorkProcessor): a layout and a report a job.
+/// Runs nesting jobs in helper processes (see ZORWorkProcessor): a layout and a report a job.
+///
+/// A job that crashes its helper, or exceeds its memory, fails with the reason. One that is stopped and does not answer
+/// within 10 s completes with the last layout that it had proved, and fails only where there is none.
 ///
 /// Every layout that is handed out has passed a check of true distances. With
 /// ZORNestDebugOptions::GetKeepNestingWorkDirectories() the work directories of jobs stay, with the part files,
@@ -22,8 +26,11 @@ class ZORNESTING_EXPORT ZORNestNestingProcessor : public QObject
 
 public:
     explicit ZORNestNestingProcessor(QObject* parent = nullptr);
-    /// Cancels what runs, typically within 0.2 s. Nothing is signaled anymore.
+    /// Cancels what runs, within 0.2 s whatever the jobs do; in threads, as soon as they notice. Nothing is signaled anymore.
     ~ZORNestNestingProcessor() override;
+
+    /// Where the jobs run that are executed afterwards; at first in helper processes.
+    void SetPlace(ZORWorkProcessor::Place place);
 
     /// Takes a job, which waits for Execute(). Never throws for what the input holds: the report lists it.
     /// \return owned by the processor and living as long

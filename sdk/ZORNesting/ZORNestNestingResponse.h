@@ -62,10 +62,12 @@ signals:
 
 private:
     friend class ZORNestNestingProcessor;
-    ZORNestNestingResponse(ZORWorkResponse* workResponse,
-                           std::shared_ptr<const ZORNestNestingOutcome> outcome, QObject* parent);
+    ZORNestNestingResponse(ZORWorkResponse* workResponse, QObject* parent);
 
-    ZORWorkResponse* const m_workResponse;                        // not owned
-    const std::shared_ptr<const ZORNestNestingOutcome> m_outcome; // written by the job
+    void TakeOutcome();
+
+    ZORWorkResponse* const m_workResponse; // not owned
+    std::unique_ptr<const ZORNestNestingOutcome> m_outcome;
+    QString m_failure; // to read the outcome
     bool m_isCanceled = false;
 };

@@ -1,6 +1,7 @@
-#include "ZORNestNestingInput.h"
+#include "ZORNestJobBytes_p.h"
 #include "ZORNestNestingJob_p.h"
 #include "ZORNestNestingRun_p.h"
+#include "solver/ZORNestSolverCheck.h"
 #include "solver/ZORNestSolverRun.h"
 
 #include <ZORSystem/ZORSysApiTracePause.h>
@@ -31,6 +32,13 @@ constexpr double MostProgress = 0.999; // as long as the job runs
 QString Tr(const char* text)
 {
     return QCoreApplication::translate("ZORNestNestingRun", text);
+}
+
+QElapsedTimer StartTimer()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return timer;
 }
 
 /// Carries requests from the job's context to the solver, and its progress back, until destroyed.
@@ -88,11 +96,7 @@ private:
     const ZORWorkContext& m_context;
     ZORNestSolver::Control& m_control;
     const std::optional<double> m_duration; // seconds, 0 without end; none where time does not count
-    const QElapsedTimer m_timer = [] {
-        QElapsedTimer timer;
-        timer.start();
-        return timer;
-    }();
+    const QElapsedTimer m_timer = StartTimer();
     std::exception_ptr m_failure; // read when the thread has ended
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
@@ -114,38 +118,54 @@ ZORNestSolver::RunOptions GetOptions(const ZORNestNestingInput& input)
     return options;
 }
 
-/// One job from its input to its outcome.
+/// One job from its task to its outcome.
 class Run
 {
 public:
-    Run(const ZORNestNestingInput& input, const ZORWorkContext& context)
-        : m_input(input)
+    Run(ZORNestNestingTask task, const ZORWorkContext& context)
+        : m_task(std::move(task))
         , m_context(context)
+        , m_job(m_task.input, [&context] { return context.IsCanceled(); })
     {
-        m_timer.start();
+        m_context.ThrowIfCanceled();
     }
 
-    ZORNestNestingOutcome Execute();
+    ZORWorkResult Execute();
+    ZORWorkResult Complete(ZORNestInterimLayout layout);
 
 private:
-    ZORNestSolver::Solution Solve(const ZORNestSolver::Job& job) const;
+    ZORNestSolver::Solution Solve();
+    double GetSeconds() const { return 1e-3 * double(m_timer.elapsed()); }
+    void SendInterimResult(const ZORNestSolver::Solution& solution) const;
+    ZORWorkResult Finish(ZORNestSolver::Solution solution, double seconds) const;
     QString GetEnding(double seconds) const;
-    ZORNestReportDetails GetDetails(const ZORNestNestingJob& job, double seconds) const;
-    static QStringList GetRemarks(const ZORNestNestingJob& job, const ZORNestSolver::Solution& solution);
+    ZORNestReportDetails GetDetails(double seconds) const;
+    QStringList GetRemarks(const ZORNestSolver::Solution& solution) const;
+    void Keep(const ZORNestNestingOutcome& outcome) const;
 
-    const ZORNestNestingInput& m_input;
+    const ZORNestNestingTask m_task;
+    const ZORNestNestingInput& m_input = m_task.input;
     const ZORWorkContext& m_context;
-    QElapsedTimer m_timer;
+    const QElapsedTimer m_timer = StartTimer(); // before the parts are read
+    const ZORNestNestingJob m_job;
 };
 
-ZORNestSolver::Solution Run::Solve(const ZORNestSolver::Job& job) const
+void Run::SendInterimResult(const ZORNestSolver::Solution& solution) const
 {
-    const ZORNestSolver::RunOptions options = GetOptions(m_input);
+    const ZORSysApiTracePause pause; // in a thread of the solver
+    m_context.SetInterimResult(ZORNestJobBytes::Write(ZORNestInterimLayout{solution, GetSeconds()}));
+}
+
+ZORNestSolver::Solution Run::Solve()
+{
+    ZORNestSolver::RunOptions options = GetOptions(m_input);
+    options.listener = [this](const ZORNestSolver::Solution& solution) { SendInterimResult(solution); };
     ZORNestSolver::Control control;
     control.stop = m_context.IsStopped(); // before the start already
     const bool isTimed = options.clock == ZORNestSolver::Budget::Clock::Wall;
     Link link(m_context, control, isTimed ? std::optional(options.maximumTime) : std::nullopt);
-    std::optional<ZORNestSolver::Solution> solution = ZORNestSolver::Solve(job, options, control);
+    std::optional<ZORNestSolver::Solution> solution =
+        ZORNestSolver::Solve(m_job.GetSolverJob(), options, control);
     link.Finish();
     if (!solution)
         throw ZORWorkCanceled();
@@ -163,85 +183,104 @@ QString Run::GetEnding(double seconds) const
     return Tr("no further gain");
 }
 
-QStringList Run::GetRemarks(const ZORNestNestingJob& job, const ZORNestSolver::Solution& solution)
+QStringList Run::GetRemarks(const ZORNestSolver::Solution& solution) const
 {
     QStringList remarks;
     for (const ZORNestSolver::UnplacedItem& entry : solution.unplaced) {
         remarks.append(Tr("not placed: %1 of part '%2': %3")
                            .arg(entry.count)
-                           .arg(QString::fromStdString(job.GetSolverJob().items[entry.item].name),
+                           .arg(QString::fromStdString(m_job.GetSolverJob().items[entry.item].name),
                                 QString::fromStdString(entry.reason)));
     }
-    remarks += job.GetRemarks();
+    remarks += m_job.GetRemarks();
     for (const std::string& remark : solution.remarks)
         remarks.append(QString::fromStdString(remark));
     return remarks;
 }
 
-ZORNestReportDetails Run::GetDetails(const ZORNestNestingJob& job, double seconds) const
+ZORNestReportDetails Run::GetDetails(double seconds) const
 {
     ZORNestReportDetails details;
     details.material = m_input.GetMaterialID();
     details.thickness = m_input.GetMaterialThickness();
     details.runTime = seconds;
     details.ending = GetEnding(seconds);
-    details.remarks = job.GetRemarks();
-    for (const ZORNestNestingPart& part : job.GetParts())
+    details.remarks = m_job.GetRemarks();
+    for (const ZORNestNestingPart& part : m_job.GetParts())
         details.parts.push_back(part.cut);
     return details;
 }
 
-ZORNestNestingOutcome Run::Execute()
+ZORWorkResult Run::Execute()
 {
-    const ZORNestNestingJob job(m_input, [this] { return m_context.IsCanceled(); });
-    m_context.ThrowIfCanceled();
-    ZORNestSolver::Solution solution = Solve(job.GetSolverJob());
-    const double seconds = 1e-3 * double(m_timer.elapsed());
-    job.Complete(solution);
+    ZORNestSolver::Solution solution = Solve();
+    return Finish(std::move(solution), GetSeconds());
+}
 
-    const ZORNestReportDetails details = GetDetails(job, seconds);
+/// The process that sent the layout has failed since: nothing of it is taken on trust.
+ZORWorkResult Run::Complete(ZORNestInterimLayout layout)
+{
+    const std::vector<std::string> faults = FindFaults(m_job.GetSolverJob(), layout.solution);
+    if (!faults.empty()) {
+        throw ZORSysException(
+            Tr("the last layout does not pass the check: %1").arg(QString::fromStdString(faults.front())));
+    }
+    return Finish(std::move(layout.solution), layout.seconds);
+}
+
+ZORWorkResult Run::Finish(ZORNestSolver::Solution solution, double seconds) const
+{
+    m_job.Complete(solution);
+    const ZORNestReportDetails details = GetDetails(seconds);
     // Pictures take as long as sheet files do; who stops a job waits for both. Without a free thread one follows the
     // other.
-    const auto writeReport = [&job, &solution, &details] {
+    const auto writeReport = [this, &solution, &details] {
         const ZORSysApiTracePause pause;
-        return ZORNestReport(job.GetSolverJob(), solution, details).Write();
+        return ZORNestReport(m_job.GetSolverJob(), solution, details).Write();
     };
     std::future<QByteArray> report = std::async(std::launch::async | std::launch::deferred, writeReport);
     ZORNestNestingOutcome outcome;
     for (const ZORNestSolver::NestedSheet& sheet : solution.sheets) {
         m_context.ThrowIfCanceled();
-        outcome.sheetFiles.append(job.WriteSheet(sheet));
+        outcome.sheetFiles.append(m_job.WriteSheet(sheet));
     }
     outcome.report = report.get();
-    outcome.remarks = GetRemarks(job, solution);
-    return outcome;
+    outcome.remarks = GetRemarks(solution);
+    if (m_task.isKept)
+        Keep(outcome);
+    return ZORWorkResult(ZORNestJobBytes::Write(outcome));
 }
 
-void Keep(const QDir& directory, const QString& name, const QByteArray& content)
+void WriteFile(const QDir& directory, const QString& name, const QByteArray& content)
 {
     QFile file(directory.filePath(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
         throw ZORSysFileException(Tr("cannot keep '%1': %2").arg(file.fileName(), file.errorString()));
 }
 
-void Keep(const QDir& directory, const ZORNestNestingInput& input, const ZORNestNestingOutcome& outcome)
+void Run::Keep(const ZORNestNestingOutcome& outcome) const
 {
-    const QList<ZORNestNestingInputItem> items = input.GetItems();
+    const QDir directory(m_context.GetWorkDirectory());
+    const QList<ZORNestNestingInputItem> items = m_input.GetItems();
     for (qsizetype i = 0; i < items.size(); ++i)
-        Keep(directory, QStringLiteral("part-%1.msi").arg(i), items[i].GetContents());
+        WriteFile(directory, QStringLiteral("part-%1.msi").arg(i), items[i].GetContents());
     for (qsizetype i = 0; i < outcome.sheetFiles.size(); ++i)
-        Keep(directory, QStringLiteral("sheet-%1.msi").arg(i), outcome.sheetFiles[i]);
-    Keep(directory, QStringLiteral("report.html"), outcome.report);
+        WriteFile(directory, QStringLiteral("sheet-%1.msi").arg(i), outcome.sheetFiles[i]);
+    WriteFile(directory, QStringLiteral("report.html"), outcome.report);
 }
 
 } // namespace
 
-ZORNestNestingOutcome ZORNestRunNesting(const ZORNestNestingInput& input, const ZORWorkContext& context,
-                                        bool isKept)
+ZORWorkResult ZORNestRunNesting(const ZORWorkContext& context, const QByteArray& task)
 {
     const ZORSysApiTracePause pause;
-    const ZORNestNestingOutcome outcome = Run(input, context).Execute();
-    if (isKept)
-        Keep(QDir(context.GetWorkDirectory()), input, outcome);
-    return outcome;
+    return Run(ZORNestJobBytes::ReadNestingTask(task), context).Execute();
+}
+
+ZORWorkResult ZORNestCompleteNesting(const ZORWorkContext& context, const QByteArray& task,
+                                     const QByteArray& interim)
+{
+    const ZORSysApiTracePause pause;
+    return Run(ZORNestJobBytes::ReadNestingTask(task), context)
+        .Complete(ZORNestJobBytes::ReadInterimLayout(interim));
 }

@@ -1,4 +1,4 @@
-// One nesting job in its thread.
+// What a nesting job does, in a thread or in another process.
 
 #pragma once
 
@@ -6,8 +6,8 @@
 #include <QList>
 #include <QStringList>
 
-class ZORNestNestingInput;
 class ZORWorkContext;
+class ZORWorkResult;
 
 /// What came of a job; see ZORNestNestingResponse.
 class ZORNestNestingOutcome
@@ -18,8 +18,14 @@ public:
     QStringList remarks;
 };
 
-/// Nests on as many threads as the machine has processors, and tells \a context of its progress.
-/// \param isKept  whether part files, sheet files and report are written to the work directory too
-/// \throws ZORWorkCanceled; ZORSysFileException when a file to be kept cannot be written
-ZORNestNestingOutcome ZORNestRunNesting(const ZORNestNestingInput& input, const ZORWorkContext& context,
-                                        bool isKept);
+/// Nests on as many threads as the machine has processors. Reports progress to \a context, and each better layout that
+/// has been proved as an interim result.
+/// \param task  a ZORNestNestingTask
+/// \return a ZORNestNestingOutcome as bytes
+/// \throws ZORWorkCanceled; ZORSysFileException when a file to be kept cannot be written, or the task is damaged
+ZORWorkResult ZORNestRunNesting(const ZORWorkContext& context, const QByteArray& task);
+
+/// Makes the outcome of an interim result that another process has left behind, after proving its layout again.
+/// \throws ZORSysException "the last layout does not pass the check: %1"; otherwise as ZORNestRunNesting()
+ZORWorkResult ZORNestCompleteNesting(const ZORWorkContext& context, const QByteArray& task,
+                                     const QByteArray& interim);

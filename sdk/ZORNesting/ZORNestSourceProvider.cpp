@@ -17,17 +17,19 @@ namespace {
 std::mutex s_mutex;
 QList<ZORNestSourceProvider*> s_providers; // not owned
 
+using Providers = std::vector<std::unique_ptr<ZORNestSourceProvider>>;
+
 // Made by the first who asks.
-void EnsureOwnProviders()
+const Providers& EnsureOwnProviders()
 {
-    static const std::vector<std::unique_ptr<ZORNestSourceProvider>> own = [] {
-        std::vector<std::unique_ptr<ZORNestSourceProvider>> providers = ZORNestMakeSourceProviders();
+    static const Providers own = [] {
+        Providers providers = ZORNestMakeSourceProviders();
         const std::lock_guard lock(s_mutex);
         for (const std::unique_ptr<ZORNestSourceProvider>& provider : providers)
             s_providers.append(provider.get());
         return providers;
     }();
-    Q_UNUSED(own);
+    return own;
 }
 
 ZORNestSourceProvider* Find(const QByteArray& providerId)
@@ -40,6 +42,14 @@ ZORNestSourceProvider* Find(const QByteArray& providerId)
 }
 
 } // namespace
+
+bool ZORNestIsOwnProvider(const QByteArray& providerId)
+{
+    const Providers& own = EnsureOwnProviders();
+    return std::any_of(own.begin(), own.end(), [&](const std::unique_ptr<ZORNestSourceProvider>& provider) {
+        return provider->GetProviderId() == providerId;
+    });
+}
 
 ZORNestSourceProvider::ZORNestSourceProvider(const QByteArray& providerId)
     : m_providerId(providerId)

@@ -11,7 +11,7 @@ class ZORNESTING_EXPORT ZORNestTranslationInput
 {
 public:
     /// The numbers are established.
-    enum FileType {
+    enum FileType : int {
         PartFile = 0,      ///< a nesting result file (*.msi) of type translation, with one part
         ProviderSource = 6 ///< whatever the pre-translation provider reads
     };

@@ -5,16 +5,15 @@
 #include <ZORNesting/ZORNestTranslationInput.h>
 #include <ZORNesting/ZORNestTranslationResponse.h>
 #include <ZORNesting/ZORNestingGlobal.h>
+#include <ZORWorker/ZORWorkProcessor.h>
 
 #include <QList>
 #include <QObject>
 
 #include <memory>
 
-class ZORWorkResource;
-
-/// Runs translations as jobs in threads (see ZORWorkProcessor), one job a source file, one part file (*.msi)
-/// a part.
+/// Runs translations as jobs in helper processes (see ZORWorkProcessor), one job a source file, one part file (*.msi)
+/// a part. Those by providers that other libraries have registered run in threads.
 ///
 /// The work directories of jobs hold the part files for the reader, who may delete them, and a report. With
 /// ZORNestDebugOptions::GetKeepTranslationWorkDirectories() they stay, with a second copy of the part files
@@ -27,6 +26,9 @@ public:
     explicit ZORNestTranslationProcessor(QObject* parent = nullptr);
     /// Cancels what runs; see ZORWorkProcessor.
     ~ZORNestTranslationProcessor() override;
+
+    /// Where the jobs run that are executed afterwards, unless only threads can run them; at first in helper processes.
+    void SetPlace(ZORWorkProcessor::Place place);
 
     /// Takes a file, which waits for Execute(). Never throws for what the file or the settings hold: the job
     /// then fails and tells why.

@@ -7,8 +7,6 @@
 #include <QObject>
 #include <QStringList>
 
-#include <memory>
-
 class ZORWorkResponse;
 
 /// One source file on its way through a ZORNestTranslationProcessor, which makes and owns it.
@@ -23,14 +21,12 @@ public:
     /// null, not owned.
     ZORWorkResponse* GetWorkResponse() const { return m_workResponse; }
     /// What the translation has to tell about units, closed gaps and whatever was left out; a line each.
-    /// Empty until the job is at its end.
+    /// Empty unless the job is finished.
     QStringList GetReport() const;
 
 private:
     friend class ZORNestTranslationProcessor;
-    ZORNestTranslationResponse(ZORWorkResponse* workResponse, std::shared_ptr<const QStringList> report,
-                               QObject* parent);
+    ZORNestTranslationResponse(ZORWorkResponse* workResponse, QObject* parent);
 
-    ZORWorkResponse* const m_workResponse;             // not owned
-    const std::shared_ptr<const QStringList> m_report; // written by the job
+    ZORWorkResponse* const m_workResponse; // not owned
 };

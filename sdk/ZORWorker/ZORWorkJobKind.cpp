@@ -60,6 +60,13 @@ void ZORWorkJobKind::Register(const QByteArray& name, Run run, Complete complete
         throw ZORSysException(Tr("job kind '%1' exists already").arg(QString::fromUtf8(name)));
 }
 
+void ZORWorkJobKind::Unregister(const QByteArray& name)
+{
+    Registry& registry = GetRegistry();
+    const std::lock_guard lock(registry.mutex);
+    registry.kinds.erase(name);
+}
+
 bool ZORWorkJobKind::IsRegistered(const QByteArray& name)
 {
     Registry& registry = GetRegistry();

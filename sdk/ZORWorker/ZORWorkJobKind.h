@@ -12,7 +12,7 @@
 #include <functional>
 
 /// The registry of what jobs can do, by name. The worker module itself knows no kind: the library that has one
-/// registers it when it is loaded and stays loaded, in the caller's process and in the helper program, which links the same library.
+/// registers it when it is loaded, in the caller's process and in the helper program, which links the same library.
 ///
 /// A kind shares nothing with its caller but bytes, so whatever it needs is in its input: options, not globals. Its
 /// input and its results are read by the same version of the SDK only. Every function is thread-safe.
@@ -38,6 +38,10 @@ public:
     /// \throws ZORSysException "job kind '%1' has no function" for an empty \a run, "job kind '%1' exists already"
     ///         for a duplicate, and "a job kind needs a name of 1 to 100 bytes"
     static void Register(const QByteArray& name, Run run, Complete complete = {});
+
+    /// Forgets a kind; without effect on an unknown one. A library that may be unloaded calls it from a static
+    /// destructor. No job of the kind may be running in this process.
+    static void Unregister(const QByteArray& name);
 
     static bool IsRegistered(const QByteArray& name);
     /// All names, sorted.

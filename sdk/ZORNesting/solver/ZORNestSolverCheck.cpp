@@ -104,12 +104,14 @@ private:
 class SheetCheck
 {
 public:
-    SheetCheck(const Job& job, Shapes& shapes, const NestedSheet& sheet, size_t number)
+    SheetCheck(const Job& job, Shapes& shapes, const NestedSheet& sheet, size_t number,
+               const Interruption& isOver)
         : m_job(job)
         , m_kind(job.kinds[sheet.kind])
         , m_shapes(shapes)
         , m_sheet(sheet)
         , m_number(number)
+        , m_isOver(isOver)
     {
         for (const Polygon& defect : m_kind.defects)
             m_defects.emplace_back(defect);
@@ -119,12 +121,12 @@ public:
 
     std::vector<PlacementFault> Run()
     {
-        for (size_t i = 0; i < m_sheet.placements.size(); ++i)
+        for (size_t i = 0; i < m_sheet.placements.size() && !m_isOver(); ++i)
             CheckBox(i);
         std::sort(m_order.begin(), m_order.end(),
                   [](const Boxed& a, const Boxed& b) { return a.box.min.x < b.box.min.x; });
-        for (const Boxed& boxed : m_order)
-            CheckPlaced(boxed);
+        for (size_t i = 0; i < m_order.size() && !m_isOver(); ++i)
+            CheckPlaced(m_order[i]);
         std::sort(m_faults.begin(), m_faults.end(), [](const PlacementFault& a, const PlacementFault& b) {
             return std::tie(a.placement, a.other, a.text) < std::tie(b.placement, b.other, b.text);
         });
@@ -201,6 +203,7 @@ private:
     Shapes& m_shapes;
     const NestedSheet& m_sheet;
     size_t m_number;
+    const Interruption& m_isOver;
     std::vector<Shape> m_defects;
     std::optional<Shape> m_outside;
     std::vector<Boxed> m_order;
@@ -217,7 +220,7 @@ bool IsOfJob(const Job& job, const NestedSheet& sheet)
 }
 
 void AppendSheetFaults(std::vector<std::string>& faults, const Job& job, Shapes& shapes,
-                       const NestedSheet& sheet, size_t number)
+                       const NestedSheet& sheet, size_t number, const Interruption& isOver)
 {
     const std::string name = "sheet " + std::to_string(number);
     if (!IsOfJob(job, sheet)) {
@@ -226,7 +229,7 @@ void AppendSheetFaults(std::vector<std::string>& faults, const Job& job, Shapes&
     }
     if (sheet.stack < 1 || sheet.stack > std::max(1, job.stackSize))
         faults.push_back(name + ": a stack of " + std::to_string(sheet.stack) + " is not allowed");
-    for (const PlacementFault& fault : SheetCheck(job, shapes, sheet, number).Run())
+    for (const PlacementFault& fault : SheetCheck(job, shapes, sheet, number, isOver).Run())
         faults.push_back(fault.text);
 }
 
@@ -265,15 +268,15 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
 std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet)
 {
     Shapes shapes(job);
-    return SheetCheck(job, shapes, sheet, 0).Run();
+    return SheetCheck(job, shapes, sheet, 0, NeverInterrupted).Run();
 }
 
-std::vector<std::string> FindFaults(const Job& job, const Solution& solution)
+std::vector<std::string> FindFaults(const Job& job, const Solution& solution, const Interruption& isOver)
 {
     std::vector<std::string> faults;
     Shapes shapes(job);
     for (size_t number = 0; number < solution.sheets.size(); ++number)
-        AppendSheetFaults(faults, job, shapes, solution.sheets[number], number);
+        AppendSheetFaults(faults, job, shapes, solution.sheets[number], number, isOver);
     CheckQuantities(job, solution, faults);
     return faults;
 }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "ZORNestSolverInterruption.h"
 #include "ZORNestSolverModel.h"
 
 #include <optional>
@@ -23,8 +24,9 @@ struct PlacementFault
 /// frame, trims, the used length, defects, outlines of sheets, rotations, hands, stacks, and the quantities
 /// of items and sheets. It shares nothing with the search but the model.
 ///
-/// Takes O(n log n) for n lines and arcs.
-std::vector<std::string> FindFaults(const Job& job, const Solution& solution);
+/// Takes O(n log n) for n lines and arcs. Interrupted, it proves nothing: it returns what it has found so far.
+std::vector<std::string> FindFaults(const Job& job, const Solution& solution,
+                                    const Interruption& isOver = NeverInterrupted);
 
 /// Returns the faults of the placements of a single sheet of a kind of the job, sorted by placement.
 std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet);

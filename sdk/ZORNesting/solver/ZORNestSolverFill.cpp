@@ -4,9 +4,6 @@
 #include "ZORNestSolverCompaction.h"
 #include "ZORNestSolverJobPlan.h"
 
-#include <optional>
-#include <set>
-
 namespace ZORNestSolver {
 
 namespace {
@@ -16,130 +13,9 @@ constexpr int MostCoverAttempts = 1000;
 constexpr double CoverShare = 0.2; // of the time at most goes to exact covers
 constexpr double RemnantTime = 1;  // seconds to push a sheet's items to the left
 constexpr double RemnantTimeOfItem = 0.05;
-constexpr double ExploreShare = 0.7;      // of that time
-constexpr double kThoroughSeconds = 0.05; // after a stop, for thorough preparation
-constexpr double kQuickSeconds = 0.12;    // after a stop, for any preparation
-constexpr size_t kManySegments = 1000;    // too many for thorough preparation after a stop
+constexpr double ExploreShare = 0.7; // of that time
 
 } // namespace
-
-/// Decides how thoroughly to prepare items once a run is stopped or its time is over. Without a budget, nothing ends.
-class Patience
-{
-public:
-    explicit Patience(const Budget* budget)
-        : m_budget(budget)
-    {
-    }
-    /// \param segments  of the item to prepare
-    bool IsThorough(size_t segments)
-    {
-        const double seconds = GetSecondsSinceEnd();
-        return seconds < kThoroughSeconds && (!m_end || segments < kManySegments);
-    }
-    bool IsThere() { return GetSecondsSinceEnd() < kQuickSeconds; }
-
-private:
-    double GetSecondsSinceEnd()
-    {
-        const double now = GetThreadTime();
-        if (!m_end && m_budget && (m_budget->IsStopped() || m_budget->GetRest() <= 0))
-            m_end = now;
-        return m_end ? now - *m_end : 0;
-    }
-
-    const Budget* m_budget; // not owned
-    std::optional<double> m_end;
-};
-
-PreparedJob::PreparedJob(const Job& newJob)
-    : job(newJob)
-{
-    Patience patience(nullptr);
-    for (const Item& item : job.items)
-        AddItem(item, patience);
-    AddKinds();
-    SetLevels();
-}
-
-PreparedJob::PreparedJob(const Job& newJob, const Budget& budget)
-    : job(newJob)
-{
-    Patience patience(&budget);
-    for (const Item& item : job.items)
-        AddItem(item, patience);
-    AddKinds();
-    SetLevels();
-}
-
-void PreparedJob::AddItem(const Item& item, Patience& patience)
-{
-    std::string reason;
-    ItemType type;
-    size_t segments = 0;
-    for (const Contour& contour : item.contours)
-        segments += contour.segments.size();
-    if (patience.IsThorough(segments))
-        type = PrepareItem(item, job, reason, [&patience] { return !patience.IsThorough(0); });
-    const bool isLeftOff = type.outer.empty() && reason.empty();
-    if (isLeftOff && (types.empty() || patience.IsThere())) // the first one always
-        type = PrepareHull(item, job, reason);
-    else if (isLeftOff)
-        reason = "no time left";
-    types.push_back(std::make_shared<const ItemType>(std::move(type)));
-    reasons.push_back(reason);
-}
-
-void PreparedJob::SetLevels()
-{
-    std::set<int, std::greater<>> priorities;
-    for (const Item& item : job.items)
-        priorities.insert(item.priority);
-    for (const Item& item : job.items)
-        levels.push_back(
-            static_cast<size_t>(std::distance(priorities.begin(), priorities.find(item.priority))));
-    levelCount = priorities.size();
-}
-
-void PreparedJob::AddKinds()
-{
-    for (const SheetKind& kind : job.kinds) {
-        areas.push_back(PrepareSheet(kind, job));
-        const Box& window = areas.back().window;
-        if (window.IsEmpty())
-            remarks.push_back(
-                "sheet \"" + kind.name
-                + (IsWithinReach(kind, job) ? "\" has no usable area" : "\" reaches beyond 1000 km"));
-        for (size_t item = 0; item < types.size(); ++item)
-            m_fits.push_back(reasons[item].empty() && !window.IsEmpty()
-                             && FindFitting(*types[item], window).has_value());
-    }
-}
-
-double PreparedJob::GetArea(const std::vector<size_t>& items) const
-{
-    double area = 0;
-    for (const size_t item : items)
-        area += types[item]->area;
-    return area;
-}
-
-std::vector<double> PreparedJob::GetAreaOfLevels(const std::vector<size_t>& items) const
-{
-    std::vector<double> sums(levelCount, 0);
-    for (const size_t item : items)
-        sums[levels[item]] += types[item]->area;
-    return sums;
-}
-
-double PreparedJob::GetCost(size_t kind) const
-{
-    const bool isFree =
-        std::all_of(job.kinds.begin(), job.kinds.end(), [](const SheetKind& k) { return k.cost == 0; });
-    if (!isFree)
-        return job.kinds[kind].cost;
-    return job.kinds[kind].width * (job.kinds[kind].IsRoll() ? 1 : job.kinds[kind].length);
-}
 
 bool Plan::IsBetterThan(const Plan& other) const
 {
@@ -147,11 +23,12 @@ bool Plan::IsBetterThan(const Plan& other) const
     return order != 0 ? order < 0 : cost < other.cost;
 }
 
-Filler::Filler(const PreparedJob& prepared, int stack, uint64_t seed)
+Filler::Filler(const PreparedJob& prepared, int stack, uint64_t seed, SheetsListener listener)
     : m_prepared(prepared)
     , m_job(prepared.job)
     , m_stack(stack)
     , m_seed(seed)
+    , m_listener(std::move(listener))
 {
 }
 
@@ -213,6 +90,26 @@ std::vector<Stand> Filler::CoverRoll(size_t kind, const std::vector<size_t>& ite
     return AreApart(kind, GetPlacements(items, stands)) ? stands : std::vector<Stand>{};
 }
 
+/// Offers the sheets before a roll together with it.
+void Filler::OfferRoll(NestedSheet roll, const Plan& before) const
+{
+    if (!m_listener)
+        return;
+    MeasureSheet(roll, m_prepared);
+    std::vector<NestedSheet> sheets = before.sheets;
+    sheets.push_back(std::move(roll));
+    m_listener(sheets);
+}
+
+/// The same for the sheets of one kind.
+void Filler::OfferSheets(const Mix::Part& part, const Packing& packing, const Plan& before) const
+{
+    Plan plan = before;
+    AddPacking(part, packing, plan);
+    SetCost(plan);
+    m_listener(plan.sheets);
+}
+
 void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const Budget& budget) const
 {
     std::vector<size_t> items;
@@ -223,8 +120,12 @@ void Filler::FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const B
         return;
     std::vector<Stand> stands = CoverRoll(kind, items, budget);
     if (stands.empty()) {
-        const auto proof = [this, kind, &items](const std::vector<Stand>& tried) {
-            return AreApart(kind, GetPlacements(items, tried));
+        const auto proof = [&](const std::vector<Stand>& tried) {
+            const std::vector<Placement> placements = GetPlacements(items, tried);
+            if (!AreApart(kind, placements))
+                return false;
+            OfferRoll({kind, 0, m_stack, placements, 0}, plan);
+            return true;
         };
         const StripEffort stripEffort{effort.threads, effort.shortestTime, m_job.separation, effort.quick};
         stands = SearchStrip(MakeProblem(kind, items), m_seed, proof, stripEffort, budget);
@@ -324,7 +225,14 @@ void Filler::FillSheets(const Mix::Part& part, Plan& plan, const FillEffort& eff
     if (most == 0 || plan.rest.empty())
         return;
     SheetSearch search(m_prepared.types, plan.rest, m_prepared.areas[part.kind], most, m_seed);
-    const Packing packing = Pack(search, plan.rest, effort, budget);
+    if (m_listener)
+        search.SetListener([&](const Packing& packing) { OfferSheets(part, packing, plan); });
+    AddPacking(part, Pack(search, plan.rest, effort, budget), plan);
+}
+
+/// \param packing  of the rest of the plan
+void Filler::AddPacking(const Mix::Part& part, const Packing& packing, Plan& plan) const
+{
     std::vector<NestedSheet> sheets(packing.sheets,
                                     {part.kind, m_job.kinds[part.kind].length, m_stack, {}, 0});
     for (const PackedItem& packed : packing.placed) {

@@ -3,43 +3,13 @@
 #pragma once
 
 #include "ZORNestSolverJigsaw.h"
+#include "ZORNestSolverPreparedJob.h"
 #include "ZORNestSolverSheets.h"
 #include "ZORNestSolverStripRun.h"
 
+#include <functional>
+
 namespace ZORNestSolver {
-
-/// A job made ready: what can be nested, and on what.
-struct PreparedJob
-{
-    explicit PreparedJob(const Job& job);
-    /// Prepares what the time allows. Once the run is stopped or over, it goes on thoroughly only for a moment,
-    /// then with the convex hulls of the items, and soon with none: those left over have no time left.
-    PreparedJob(const Job& job, const Budget& budget);
-
-    const Job& job;
-    std::vector<std::shared_ptr<const ItemType>> types; // one for each item of the job
-    std::vector<std::string> reasons;                   // why an item cannot be nested; "" if it can
-    std::vector<SheetArea> areas;                       // one for each kind
-    std::vector<std::string> remarks;
-    std::vector<size_t> levels; // the rank of each item's priority; 0 is the highest
-    size_t levelCount = 0;
-
-    /// In some allowed rotation, the defects left aside.
-    bool FitsOn(size_t item, size_t kind) const { return m_fits[kind * types.size() + item]; }
-    /// The area of so many items.
-    double GetArea(const std::vector<size_t>& items) const;
-    /// The same for each level of priority.
-    std::vector<double> GetAreaOfLevels(const std::vector<size_t>& items) const;
-    /// Of a sheet, or of a unit of length of a roll; where no kind has a cost, its area.
-    double GetCost(size_t kind) const;
-
-private:
-    void AddItem(const Item& item, class Patience& patience);
-    void AddKinds();
-    void SetLevels();
-
-    std::vector<bool> m_fits; // by kind and item
-};
 
 /// Sheets filled with items, and the items that found no sheet.
 struct Plan
@@ -73,11 +43,15 @@ struct FillEffort
     bool byPriority = false; // items of a lower priority take nothing away from those of a higher one
 };
 
+/// Receives valid sheets on the way; what is not on them has no place yet. Called from several threads.
+using SheetsListener = std::function<void(const std::vector<NestedSheet>& sheets)>;
+
 /// Fills sheets for one stack size.
 class Filler
 {
 public:
-    Filler(const PreparedJob& prepared, int stack, uint64_t seed);
+    /// \param listener  receives all sheets whenever those of one kind have become better in Follow(); may be empty
+    Filler(const PreparedJob& prepared, int stack, uint64_t seed, SheetsListener listener);
 
     /// \param items  items of the job, one entry for each copy, in the order of their claims; with an effort
     ///               by priority, descending by priority
@@ -93,6 +67,9 @@ private:
                        const Budget& budget) const;
     Packing Pack(SheetSearch& search, const std::vector<size_t>& items, const FillEffort& effort,
                  const Budget& budget) const;
+    void OfferRoll(NestedSheet roll, const Plan& before) const;
+    void OfferSheets(const Mix::Part& part, const Packing& packing, const Plan& before) const;
+    void AddPacking(const Mix::Part& part, const Packing& packing, Plan& plan) const;
     void FillRoll(size_t kind, Plan& plan, const FillEffort& effort, const Budget& budget) const;
     std::vector<Stand> CoverRoll(size_t kind, const std::vector<size_t>& items, const Budget& budget) const;
     std::shared_ptr<Problem> MakeProblem(size_t kind, std::vector<size_t> items) const;
@@ -106,6 +83,7 @@ private:
     const Job& m_job;
     int m_stack;
     uint64_t m_seed;
+    SheetsListener m_listener;
 };
 
 } // namespace ZORNestSolver

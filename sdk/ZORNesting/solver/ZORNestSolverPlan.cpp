@@ -43,13 +43,14 @@ Plan TakeStack(const JobPlan& plan, int stack)
 }
 
 /// The plan with other sheets of one stack size.
-JobPlan ReplaceStack(const JobPlan& plan, int stack, const Plan& own, const std::vector<int>& demand)
+JobPlan ReplaceStack(const JobPlan& plan, int stack, const std::vector<NestedSheet>& own,
+                     const std::vector<int>& demand)
 {
     JobPlan replaced = plan;
     std::erase_if(replaced.sheets, [stack](const NestedSheet& sheet) { return sheet.stack == stack; });
     const auto place = std::find_if(replaced.sheets.begin(), replaced.sheets.end(),
                                     [stack](const NestedSheet& sheet) { return sheet.stack < stack; });
-    replaced.sheets.insert(place, own.sheets.begin(), own.sheets.end());
+    replaced.sheets.insert(place, own.begin(), own.end());
     replaced.left = demand;
     for (const NestedSheet& sheet : replaced.sheets)
         for (const Placement& placement : sheet.placements)
@@ -60,12 +61,13 @@ JobPlan ReplaceStack(const JobPlan& plan, int stack, const Plan& own, const std:
 } // namespace
 
 Planner::Planner(const PreparedJob& prepared, const std::vector<int>& demand, const PlanEffort& effort,
-                 const Budget& budget)
+                 const Budget& budget, PlanReporter& reporter)
     : m_prepared(prepared)
     , m_job(prepared.job)
     , m_demand(demand)
     , m_effort(effort)
     , m_budget(budget)
+    , m_reporter(reporter)
     , m_constructor(prepared, demand, prepared.job.seed, budget)
 {
 }
@@ -120,6 +122,7 @@ void Planner::ConstructChoice(Choice& choice, Placing placing)
                                      : CompareInOrder(plan.restAreas, choice.plan.restAreas) < 0;
         if (choice.plan.left.empty() || isBetter)
             choice = {supply, std::move(plan)};
+        Offer(choice.plan);
     };
     const bool hasLevels = m_prepared.levelCount > 1;
     const bool isShort = !isFirst && !choice.plan.IsComplete();
@@ -154,8 +157,10 @@ bool Planner::OfferOther(Choice& choice, const Preference& preference)
     const bool isShort = m_prepared.levelCount > 1 && !choice.plan.IsComplete();
     auto plan = m_constructor.BuildOtherwise(choice.supply, isShort ? Claims::ByPriority : Claims::BySize,
                                              preference);
-    if (plan && plan->IsBetterThan(choice.plan))
+    if (plan && plan->IsBetterThan(choice.plan)) {
         choice.plan = std::move(*plan);
+        Offer(choice.plan);
+    }
     return plan.has_value();
 }
 
@@ -220,13 +225,38 @@ void Planner::ImproveStack(Choice& choice, int stack, double shortestTime, const
     present.restAreas = m_prepared.GetAreaOfLevels(present.rest);
     const bool isShort = m_prepared.levelCount > 1 && !choice.plan.IsComplete();
     const Claims claims = isShort ? Claims::ByPriority : Claims::BySize;
-    const StackPlanner planner(m_prepared, stack, m_effort.threads, m_job.seed + m_pass * kSeedStep);
+    const SheetsListener listener = [&](const std::vector<NestedSheet>& own) {
+        OfferStack(choice.plan, stack, own);
+    };
+    const StackPlanner planner(m_prepared, stack, m_effort.threads, m_job.seed + m_pass * kSeedStep,
+                               m_reporter.IsListening() ? listener : SheetsListener());
     const Plan found = planner.Search(present, GetStock(choice, stack), claims, shortestTime, budget);
-    JobPlan plan = ReplaceStack(choice.plan, stack, found, m_demand);
+    JobPlan plan = ReplaceStack(choice.plan, stack, found.sheets, m_demand);
     ServeEqualItems(plan, m_prepared);
     Measure(plan, m_prepared);
-    if (plan.IsBetterThan(choice.plan))
+    if (plan.IsBetterThan(choice.plan)) {
         choice.plan = std::move(plan);
+        Offer(choice.plan);
+    }
+}
+
+/// A plan that was canceled on the way is not complete.
+void Planner::Offer(const JobPlan& plan)
+{
+    if (!m_reporter.IsListening() || m_budget.IsCanceled())
+        return;
+    JobPlan offered = plan;
+    offered.isCutShort = m_isCutShort;
+    m_reporter.Offer(std::move(offered));
+}
+
+/// Offers the plan with other sheets of one stack size.
+void Planner::OfferStack(const JobPlan& plan, int stack, const std::vector<NestedSheet>& own)
+{
+    JobPlan offered = ReplaceStack(plan, stack, own, m_demand);
+    ServeEqualItems(offered, m_prepared);
+    Measure(offered, m_prepared);
+    Offer(offered);
 }
 
 void Planner::Improve(Choice& choice, double shortestTime, const Budget& budget)
@@ -280,10 +310,11 @@ void Planner::Pack(double shortestTime)
     for (size_t i = 0; i < last.size() && !own.IsOver(); ++i) {
         const double share = 1.0 / static_cast<double>(last.size() - i);
         NestedSheet& sheet = plan.sheets[last[i]];
-        const Filler filler(m_prepared, sheet.stack, m_job.seed + m_pass * kSeedStep);
+        const Filler filler(m_prepared, sheet.stack, m_job.seed + m_pass * kSeedStep, {});
         filler.PackSheet(sheet, std::max(0.0, shortestTime - own.GetElapsed()) * share, own.Part(share));
     }
     Measure(plan, m_prepared);
+    Offer(plan);
 }
 
 JobPlan Planner::Run()
@@ -298,7 +329,7 @@ JobPlan Planner::Run()
     if (m_choices.empty()) // canceled
         return {};
     Construct(Placing::Samples, kConstructedChoices);
-    const bool isCutShort = m_constructor.IsOver();
+    m_isCutShort = m_constructor.IsOver();
     for (size_t i = 0; i < std::min(kConstructedChoices, m_choices.size()); ++i)
         ConstructOtherwise(m_choices[i]);
     SortChoices();
@@ -318,7 +349,7 @@ JobPlan Planner::Run()
             ConstructOtherwise(m_choices.front());
     } while (getRest() > 0 && !m_budget.IsOver()
              && !IsOptimal(m_prepared, m_choices.front().supply.kinds, best));
-    best.isCutShort = isCutShort;
+    best.isCutShort = m_isCutShort;
     return std::move(best);
 }
 

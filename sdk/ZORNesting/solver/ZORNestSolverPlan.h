@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORNestSolverConstruct.h"
+#include "ZORNestSolverReporter.h"
 
 namespace ZORNestSolver {
 
@@ -18,9 +19,10 @@ struct PlanEffort
 class Planner
 {
 public:
-    /// \param demand  copies of each item; items that fit nowhere have none
+    /// \param demand    copies of each item; items that fit nowhere have none
+    /// \param reporter  is offered every better plan
     Planner(const PreparedJob& prepared, const std::vector<int>& demand, const PlanEffort& effort,
-            const Budget& budget);
+            const Budget& budget, PlanReporter& reporter);
 
     JobPlan Run();
 
@@ -41,6 +43,8 @@ private:
     void ImproveStack(Choice& choice, int stack, double shortestTime, const Budget& budget);
     void ImproveAll(double shortestTime, const Budget& budget);
     void Pack(double shortestTime);
+    void Offer(const JobPlan& plan);
+    void OfferStack(const JobPlan& plan, int stack, const std::vector<NestedSheet>& own);
     void SortChoices();
     void KeepBestMix();
     std::vector<size_t> GetStock(const Choice& choice, int stack) const;
@@ -52,10 +56,12 @@ private:
     const std::vector<int>& m_demand;
     PlanEffort m_effort;
     Budget m_budget;
+    PlanReporter& m_reporter;
     Constructor m_constructor;
     std::vector<size_t> m_kinds;   // that can be used, in the order of the job
     std::vector<Choice> m_choices; // the best one first
     uint64_t m_pass = 0;           // each has its own seed
+    bool m_isCutShort = true;      // items without a place have hardly been tried
 };
 
 } // namespace ZORNestSolver

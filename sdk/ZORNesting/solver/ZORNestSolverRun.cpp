@@ -3,6 +3,7 @@
 #include "ZORNestSolverCheck.h"
 #include "ZORNestSolverPlan.h"
 #include "ZORNestSolverRepair.h"
+#include "ZORNestSolverReporter.h"
 
 #include <numeric>
 
@@ -59,16 +60,14 @@ public:
         if (m_options.mostCopies > 0)
             LimitCopies();
         const PlanEffort effort{m_options.threads, Positive(m_options.minimumTime)};
-        JobPlan plan = Planner(m_prepared, m_demand, effort, m_budget).Run();
-        for (size_t i = 0; i < plan.left.size(); ++i)
-            Report(i, plan.left[i],
-                   plan.isCutShort        ? "no time left"
-                   : IsSheetLeft(i, plan) ? "no room found on an empty sheet"
-                                          : "no sheet left");
-        m_solution.sheets = std::move(plan.sheets);
-        m_solution.cost = plan.cost;
-        m_solution.remarks = m_prepared.remarks;
-        return std::move(m_solution);
+        const auto prove = [this](const JobPlan& plan,
+                                  const Interruption& isOver) -> std::optional<Solution> {
+            Solution solution = Complete(plan);
+            const bool isProved = FindFaults(m_job, solution, isOver).empty() && !isOver();
+            return isProved ? std::optional(std::move(solution)) : std::nullopt;
+        };
+        PlanReporter reporter(prove, m_options.listener);
+        return Complete(Planner(m_prepared, m_demand, effort, m_budget, reporter).Run());
     }
 
     /// Takes away what does not pass the check, in case that the search and the check should ever disagree.
@@ -79,11 +78,27 @@ public:
     }
 
 private:
-    void Report(size_t item, int count, const std::string& reason)
+    /// The solution of a plan: what was set aside before is reported as well.
+    Solution Complete(const JobPlan& plan) const
+    {
+        Solution solution;
+        solution.unplaced = m_setAside;
+        for (size_t i = 0; i < plan.left.size(); ++i)
+            Report(i, plan.left[i],
+                   plan.isCutShort        ? "no time left"
+                   : IsSheetLeft(i, plan) ? "no room found on an empty sheet"
+                                          : "no sheet left",
+                   solution.unplaced);
+        solution.sheets = plan.sheets;
+        solution.cost = plan.cost;
+        solution.remarks = m_prepared.remarks;
+        return solution;
+    }
+
+    static void Report(size_t item, int count, const std::string& reason, std::vector<UnplacedItem>& entries)
     {
         if (count <= 0)
             return;
-        auto& entries = m_solution.unplaced;
         const auto known = std::find_if(entries.begin(), entries.end(), [&](const UnplacedItem& entry) {
             return entry.item == item && entry.reason == reason;
         });
@@ -109,7 +124,7 @@ private:
 
     void SetAside(size_t item, int count, const std::string& reason)
     {
-        Report(item, count, reason);
+        Report(item, count, reason, m_setAside);
         m_demand[item] -= count;
     }
 
@@ -180,7 +195,7 @@ private:
     Budget m_budget;
     PreparedJob m_prepared;
     std::vector<int> m_demand; // copies that can be placed, by item
-    Solution m_solution;
+    std::vector<UnplacedItem> m_setAside;
 };
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "ZORNestSolverBudget.h"
 #include "ZORNestSolverModel.h"
 
+#include <functional>
 #include <optional>
 
 namespace ZORNestSolver {
@@ -16,6 +17,9 @@ struct RunOptions
     double minimumTime = 0; // seconds; no end for lack of progress before
     int threads = 1;
     int mostCopies = 0; // the rest is reported, low priorities first; 0: no limit
+    /// Receives complete solutions on the way that have passed the check, each better than the one before. Called in
+    /// another thread than the run's, one call at a time and none after the run; it changes nothing about the run.
+    std::function<void(const Solution& solution)> listener;
 };
 
 /// Nests the items of the job on its sheets. What cannot be nested is reported with its reason and stops

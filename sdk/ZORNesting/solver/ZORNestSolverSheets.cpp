@@ -91,6 +91,13 @@ void SheetSearch::Add(Packing& packing, std::vector<size_t> items, const Budget&
         items = AddTo(packing, items, sheets, budget);
     }
     packing.rest.insert(packing.rest.end(), items.begin(), items.end());
+    Offer(packing);
+}
+
+void SheetSearch::Offer(const Packing& packing) const
+{
+    if (m_listener)
+        m_listener(packing);
 }
 
 /// Removes the overlaps of items on so many sheets, leaving the items as they were if that fails.
@@ -141,6 +148,7 @@ bool SheetSearch::AddOneOfRest(Packing& packing, size_t sheets, const Budget& bu
         for (const PackedItem& packed : packing.placed)
             packing.sheets = std::max(packing.sheets, size_t{packed.stand.window} + 1);
         packing.rest.erase(packing.rest.begin() + static_cast<std::ptrdiff_t>(i));
+        Offer(packing);
         return true;
     }
     return false;
@@ -165,6 +173,7 @@ bool SheetSearch::RemoveSheet(Packing& packing, const Budget& budget)
         return false;
     packing.placed = std::move(items);
     --packing.sheets;
+    Offer(packing);
     return true;
 }
 

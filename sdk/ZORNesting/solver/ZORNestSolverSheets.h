@@ -5,6 +5,8 @@
 #include "ZORNestSolverArea.h"
 #include "ZORNestSolverSeparator.h"
 
+#include <functional>
+
 namespace ZORNestSolver {
 
 struct PackedItem
@@ -28,6 +30,10 @@ public:
     SheetSearch(std::vector<std::shared_ptr<const ItemType>> types, std::vector<size_t> items, SheetArea area,
                 size_t mostSheets, uint64_t seed);
 
+    /// Receives the packing whenever it has become better.
+    using Listener = std::function<void(const Packing& packing)>;
+    void SetListener(Listener listener) { m_listener = std::move(listener); }
+
     /// Places items one after another on the first sheet with room.
     /// \param items  indices in the list that is to be packed
     void Add(Packing& packing, std::vector<size_t> items, const Budget& budget);
@@ -39,6 +45,7 @@ public:
     void RemoveSheets(Packing& packing, double shortestTime, const Budget& budget);
 
 private:
+    void Offer(const Packing& packing) const;
     std::shared_ptr<Problem> MakeProblem(const std::vector<PackedItem>& items, size_t sheets) const;
     Point GetOrigin(size_t sheet) const { return {m_pitch * static_cast<double>(sheet), 0}; }
     bool Separate(std::vector<PackedItem>& items, size_t sheets, const Budget& budget);
@@ -56,6 +63,7 @@ private:
     size_t m_mostSheets;
     double m_pitch = 0; // distance of the sheets in the plane
     Random m_random;
+    Listener m_listener;
 };
 
 } // namespace ZORNestSolver

@@ -13,10 +13,11 @@ constexpr double kBestSizeShareOfMix = 0.3; // of that time goes to single kinds
 
 } // namespace
 
-StackPlanner::StackPlanner(const PreparedJob& prepared, int stack, int threads, uint64_t seed)
+StackPlanner::StackPlanner(const PreparedJob& prepared, int stack, int threads, uint64_t seed,
+                           const SheetsListener& listener)
     : m_prepared(prepared)
     , m_job(prepared.job)
-    , m_filler(prepared, stack, seed)
+    , m_filler(prepared, stack, seed, listener)
     , m_threads(threads)
 {
 }

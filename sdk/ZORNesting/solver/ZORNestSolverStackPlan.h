@@ -10,7 +10,9 @@ namespace ZORNestSolver {
 class StackPlanner
 {
 public:
-    StackPlanner(const PreparedJob& prepared, int stack, int threads, uint64_t seed);
+    /// \param listener  see Filler
+    StackPlanner(const PreparedJob& prepared, int stack, int threads, uint64_t seed,
+                 const SheetsListener& listener);
 
     /// \param present  what is known; its sheets and its rest hold the items to be placed
     /// \param stock    of each kind, in sheets of this stack

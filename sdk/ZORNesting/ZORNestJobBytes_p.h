@@ -1,0 +1,62 @@
+// What nesting and translation jobs and their callers exchange, as bytes.
+
+#pragma once
+
+#include "ZORNestNestingRun_p.h"
+#include "solver/ZORNestSolverModel.h"
+
+#include <ZORNesting/ZORNestNestingInput.h>
+#include <ZORNesting/ZORNestTranslationInput.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+/// What a nesting job needs to know.
+struct ZORNestNestingTask
+{
+    ZORNestNestingInput input;
+    bool isKept = false; ///< whether part files, sheet files and report are written to the work directory too
+};
+
+/// A layout that a nesting job has reached and proved.
+struct ZORNestInterimLayout
+{
+    ZORNestSolver::Solution solution;
+    double seconds = 0; ///< since the start of the job
+};
+
+/// What a translation job needs to know.
+struct ZORNestTranslationTask
+{
+    ZORNestTranslationInput input;
+    QString path;
+    bool isKept = false; ///< whether the work directory gets a second copy of the part files
+};
+
+/// Writes and reads the bytes. They are read by the same version of the SDK only, each document starts with its name and
+/// version, doubles keep their bits. Texts keep what UTF-8 can hold.
+///
+/// Readers take bytes of any content: they allocate no more than what the bytes hold. Indices and numbers are whatever
+/// they are; a solution has yet to be proved.
+/// \throws ZORSysFileException "%1 is damaged: unexpected content at byte %2 of the document" (%1: "nesting task",
+///         "nesting outcome", "nesting layout", "translation task", "translation report")
+namespace ZORNestJobBytes {
+
+ZORNESTING_EXPORT QByteArray Write(const ZORNestNestingTask& task);
+ZORNESTING_EXPORT ZORNestNestingTask ReadNestingTask(const QByteArray& bytes);
+
+ZORNESTING_EXPORT QByteArray Write(const ZORNestNestingOutcome& outcome);
+ZORNESTING_EXPORT ZORNestNestingOutcome ReadNestingOutcome(const QByteArray& bytes);
+
+ZORNESTING_EXPORT QByteArray Write(const ZORNestInterimLayout& layout);
+ZORNESTING_EXPORT ZORNestInterimLayout ReadInterimLayout(const QByteArray& bytes);
+
+ZORNESTING_EXPORT QByteArray Write(const ZORNestTranslationTask& task);
+ZORNESTING_EXPORT ZORNestTranslationTask ReadTranslationTask(const QByteArray& bytes);
+
+/// The lines of ZORNestTranslationResponse::GetReport().
+ZORNESTING_EXPORT QByteArray WriteReport(const QStringList& lines);
+ZORNESTING_EXPORT QStringList ReadReport(const QByteArray& bytes);
+
+} // namespace ZORNestJobBytes
