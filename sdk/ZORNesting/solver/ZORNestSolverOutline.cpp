@@ -2,6 +2,7 @@
 
 #include "ZORNestSolverArc.h"
 #include "ZORNestSolverOffset.h"
+#include "ZORNestSolverSpurs.h"
 
 #include <numbers>
 #include <optional>
@@ -255,7 +256,11 @@ public:
     /// Returns nothing where a hole lies outside, and an empty polygon where no material remains.
     std::optional<Polygon> MakeOfCrossing() const
     {
-        return CleanPiece(FlattenAll(), GetCaps(m_contours, m_fineness));
+        const Polygon rings = FlattenAll();
+        Polygon added = GetCaps(m_contours, m_fineness);
+        const Polygon spurs = GetSpurs(rings);
+        added.insert(added.end(), spurs.begin(), spurs.end());
+        return CleanPiece(rings, added);
     }
 
     size_t GetContourCount() const { return m_contours.size(); }
