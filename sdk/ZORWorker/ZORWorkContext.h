@@ -13,8 +13,8 @@
 class ZORWorkControl;
 class ZORWorkEvents;
 
-/// Thrown by ZORWorkContext::ThrowIfCanceled() and caught by the machinery. Deliberately of no family: a job that
-/// catches std::exception for its own purposes does not swallow it.
+/// Thrown by ZORWorkContext::ThrowIfCanceled() and caught by the machinery. Deliberately of no family: a job
+/// that catches std::exception for its own purposes does not swallow it.
 struct ZORWORKER_EXPORT ZORWorkCanceled
 {
 };
@@ -36,9 +36,10 @@ public:
     /// \param progress  0 to 1; values that are not above the last one are ignored
     void SetProgress(double progress) const;
 
-    /// Keeps what the job could end with now; each one replaces the last. A job in a helper process that does not
-    /// answer a Stop is completed with it, by ZORWorkJobKind::Complete. In threads, which always answer, it has no
-    /// effect. In a helper it costs one copy of the bytes to the other process, so send better results only.
+    /// Keeps what the job could end with now; each one replaces the last. A job in a helper process that does
+    /// not answer a Stop is completed with it, by ZORWorkJobKind::Complete. In threads, which always answer,
+    /// it has no effect. In a helper it costs one copy of the bytes to the other process, so send better
+    /// results only.
     /// \param result  at most kMaximumInterimSize bytes; a longer one is ignored and the last one stays
     void SetInterimResult(const QByteArray& result) const;
 
@@ -46,6 +47,7 @@ public:
     static constexpr qsizetype kMaximumInterimSize = qsizetype(256) << 20;
 
 private:
+    friend class ZORWorkServer;
     friend class ZORWorkTeam;
     ZORWorkContext(ZORWorkControl& control, const ZORWorkEvents& events);
     Q_DISABLE_COPY_MOVE(ZORWorkContext)
@@ -59,16 +61,18 @@ struct ZORWORKER_EXPORT ZORWorkJob
 {
     /// For the log and for the name of the work directory.
     QString name;
-    /// Always runs in a thread of the processor; empty for a job with a kind. Whatever it throws makes the job fail with the message of the exception.
-    /// It returns only its own files, since their reader may delete them. What it captures is
-    /// destroyed when the run is over, in that thread, or with the processor.
+    /// Always runs in a thread of the processor; empty for a job with a kind. Whatever it throws makes the
+    /// job fail with the message of the exception. It returns only its own files, since their reader may
+    /// delete them. What it captures is destroyed when the run is over, in that thread, or with the
+    /// processor.
     std::function<ZORWorkResult(const ZORWorkContext& context)> run;
     /// Whether the work directory stays.
     bool isDirectoryKept = false;
-    /// Whether a stop before the start makes the job run all the same, with IsStopped() true from the beginning.
-    /// Otherwise it is canceled.
+    /// Whether a stop before the start makes the job run all the same, with IsStopped() true from the
+    /// beginning. Otherwise it is canceled.
     bool runsWhenStopped = false;
-    /// A registered ZORWorkJobKind, which runs in a helper process or in a thread; empty for a job with a function.
+    /// A registered ZORWorkJobKind, which runs in a helper process or in a thread; empty for a job with a
+    /// function.
     QByteArray kind = {};
     /// What the kind works on.
     QByteArray input = {};

@@ -1,17 +1,46 @@
 #include "ZORWorkHelpers.h"
 
+#include "ZORWorkCrash_p.h"
+#include "ZORWorkServer_p.h"
+#include "ZORWorkSpawn_p.h"
+
 #include <ZORSystem/ZORSysApiTrace.h>
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
 #include <mutex>
+#include <sys/prctl.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
 
+constexpr int kUsageExitCode = 2;
+
+// Beside the library, whose folder only the linker knows.
+QString FindProgram()
+{
+    Dl_info info{};
+    if (!dladdr(reinterpret_cast<const void*>(&FindProgram), &info) || !info.dli_fname)
+        return {};
+    const QDir folder = QFileInfo(QFile::decodeName(info.dli_fname)).absoluteDir();
+    const QString installed =
+        QDir::cleanPath(folder.absoluteFilePath(QStringLiteral(ZOR_WORK_INSTALLED_PROGRAM)));
+    const QString built = QDir::cleanPath(folder.absoluteFilePath(QStringLiteral(ZOR_WORK_BUILT_PROGRAM)));
+    return !QFile::exists(installed) && QFile::exists(built) ? built : installed;
+}
+
 struct Settings
 {
     std::mutex mutex; // of all that follows
-    QString program;
+    QString program = FindProgram();
     qint64 memoryLimit = 0; // bytes; 0: the default
 };
 
@@ -26,6 +55,14 @@ qint64 GetHalfOfMemory()
 {
     const qint64 pages = sysconf(_SC_PHYS_PAGES);
     return pages * sysconf(_SC_PAGESIZE) / 2;
+}
+
+// A machine without memory ends the helper before its caller.
+void OfferToMemoryKiller()
+{
+    QFile file(QStringLiteral("/proc/self/oom_score_adj"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write("500");
 }
 
 } // namespace
@@ -60,8 +97,28 @@ void ZORWorkHelpers::SetMemoryLimit(qint64 bytes)
     settings.memoryLimit = bytes;
 }
 
-int ZORWorkHelpers::Serve(int, char** argv)
+int ZORWorkHelpers::Serve(int argc, char** argv)
 {
-    std::fprintf(stderr, "%s: started by hand; programs of the SDK start it for their jobs\n", argv[0]);
-    return 2;
+    int type = 0;
+    socklen_t size = sizeof type;
+    const bool isStarted = argc == 3 && std::strcmp(argv[1], "--serve") == 0
+                           && getsockopt(ZORWorkSpawn::kSocket, SOL_SOCKET, SO_TYPE, &type, &size) == 0
+                           && type == SOCK_STREAM;
+    if (!isStarted) {
+        std::fprintf(stderr, "%s runs jobs of programs of the SDK, which start it themselves\n",
+                     argc > 0 ? argv[0] : "this program");
+        return kUsageExitCode;
+    }
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (QByteArray(argv[2]).toLongLong() != getppid())
+        return 0; // the caller has gone meanwhile
+    OfferToMemoryKiller();
+    ZORWorkCrash::Install(ZORWorkSpawn::kSocket);
+    static ZORWorkServer server(ZORWorkSpawn::kSocket);
+    qInstallMessageHandler([](QtMsgType severity, const QMessageLogContext& context, const QString& text) {
+        server.Send(ZORWorkProtocol::Log{quint8(severity), context.category, text});
+        if (severity == QtFatalMsg)
+            std::abort();
+    });
+    server.Run();
 }

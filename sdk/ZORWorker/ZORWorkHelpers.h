@@ -9,19 +9,22 @@
 
 /// Settings of all helper processes. Every function is thread-safe.
 ///
-/// Helpers start when a job needs one, at most one per processor of the machine, and stay for the next jobs. All
-/// processors (ZORWorkProcessor) share them. They end with this process, however it ends.
+/// Helpers start when a job needs one, at most one per processor of the machine, and stay for the next jobs;
+/// jobs that are stopped before they begin may start as many more for their own time. All processors
+/// (ZORWorkProcessor) share them. They end with this process, however it ends.
 class ZORWORKER_EXPORT ZORWorkHelpers
 {
 public:
-    /// The program that runs as helper. At first "zorworker", which belongs to the SDK: from the folder for
-    /// programs of libraries where the SDK is installed, or from its build tree; empty if it is in neither.
+    /// The program that runs as helper. At first "zorworker", which belongs to the SDK: in the libexec
+    /// folder that belongs to the library, or in the build tree of the SDK.
     static QString GetProgram();
-    /// An application with its own job kinds brings its own program, whose main() registers them and calls Serve().
-    /// Jobs that run already go on in the program of before. An empty path makes all jobs run in threads.
+    /// An application with its own job kinds brings its own program, whose main() registers them and calls
+    /// Serve(). Jobs that run already go on in the program of before. An empty path makes all jobs run in
+    /// threads.
     static void SetProgram(const QString& path);
 
-    /// Memory of one job in bytes, for processors without their own limit. At first half of the machine's memory.
+    /// Memory of one job in bytes, for processors without their own limit. At first half of the machine's
+    /// memory.
     static qint64 GetMemoryLimit();
     /// \param bytes  0 or less restores half of the machine's memory
     static void SetMemoryLimit(qint64 bytes);

@@ -1,5 +1,6 @@
 #include "ZORWorkProcessor.h"
 
+#include "ZORWorkFailure_p.h"
 #include "ZORWorkJobKind.h"
 #include "ZORWorkResponse_p.h"
 #include "ZORWorkTeam_p.h"
@@ -85,7 +86,7 @@ void ZORWorkProcessor::Private::Deliver()
     case ZORWorkNotice::Finished:
         // Cancelled while the news was on its way.
         if (data.status == ZORWorkResponse::Canceling)
-            Fail(response, ZORWorkTeam::GetCanceledReason());
+            Fail(response, ZORWorkFailure::GetCanceledReason());
         else
             Succeed(response, std::move(*notice));
         break;
@@ -118,7 +119,8 @@ void ZORWorkProcessor::Private::Fail(ZORWorkResponse* response, const QString& r
 
 void ZORWorkProcessor::Private::Enqueue(const ZORWorkResponse::Private& data)
 {
-    team.Add(data.id, notExecuted.value(data.id), baseDirectory, data.control);
+    team.Add(data.id, notExecuted.value(data.id), {baseDirectory, place == HelperProcesses, memoryLimit},
+             data.control);
     notExecuted.remove(data.id);
 }
 
@@ -140,7 +142,7 @@ void ZORWorkProcessor::Private::Stop(ZORWorkResponse* response)
         Cancel(response);
         return;
     }
-    data.control->isStopped = true; // before the job can run
+    data.control->Stop(); // before the job can run
     if (isCreated) {
         try {
             Enqueue(data);
@@ -158,12 +160,13 @@ void ZORWorkProcessor::Private::Cancel(ZORWorkResponse* response)
     const ZORWorkResponse::Private& data = *response->d;
     if (response->IsAtEnd() || data.status == ZORWorkResponse::Canceling)
         return;
-    data.control->isCanceled = true;
+    data.control->Cancel();
     const bool hasNoThread = data.status == ZORWorkResponse::Created || team.Withdraw(data.id);
     notExecuted.remove(data.id);
     if (hasNoThread) {
         QMetaObject::invokeMethod(
-            response, [response] { Fail(response, ZORWorkTeam::GetCanceledReason()); }, Qt::QueuedConnection);
+            response, [response] { Fail(response, ZORWorkFailure::GetCanceledReason()); },
+            Qt::QueuedConnection);
     }
     response->SetStatus(ZORWorkResponse::Canceling);
 }

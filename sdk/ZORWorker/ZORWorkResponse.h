@@ -40,12 +40,13 @@ public:
     /// Empty unless the job is finished. Its files last as long as this object, unless the job's work
     /// directory is kept.
     ZORWorkResult GetResult() const;
-    /// Lower-case sentence without full stop; "canceled" for a cancelled job, empty unless the job has failed.
+    /// Lower-case sentence without full stop; "canceled" for a cancelled job, empty unless the job has
+    /// failed.
     QString GetFailureReason() const;
     /// Name of the job as it was added.
     QString GetJobName() const;
-    /// The job's own directory; empty until it runs. Gone when the job has failed or this object is destroyed,
-    /// unless it is kept.
+    /// The job's own directory; empty until it runs. Gone when the job has failed or this object is
+    /// destroyed, unless it is kept.
     QString GetWorkDirectory() const;
 
 signals:

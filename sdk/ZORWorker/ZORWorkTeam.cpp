@@ -1,3 +1,7 @@
+#include "ZORWorkFailure_p.h"
+#include "ZORWorkHelperPool_p.h"
+#include "ZORWorkHelperRun_p.h"
+#include "ZORWorkHelpers.h"
 #include "ZORWorkJobKind.h"
 #include "ZORWorkTeam_p.h"
 
@@ -10,7 +14,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <new>
 #include <system_error>
 
 namespace {
@@ -40,21 +43,6 @@ std::shared_ptr<QTemporaryDir> MakeDirectory(const QString& baseDirectory, const
     return directory;
 }
 
-QString GetReasonOfCurrentException()
-{
-    try {
-        throw;
-    } catch (const ZORSysException& exception) {
-        return exception.GetMessage();
-    } catch (const std::bad_alloc&) {
-        return QCoreApplication::translate("ZORWorkTeam", "out of memory");
-    } catch (const std::exception& exception) {
-        return QString::fromUtf8(exception.what());
-    } catch (...) {
-        return QCoreApplication::translate("ZORWorkTeam", "unknown exception");
-    }
-}
-
 } // namespace
 
 ZORWorkTeam::ZORWorkTeam(std::function<void()> noticed)
@@ -67,8 +55,8 @@ ZORWorkTeam::~ZORWorkTeam()
     {
         const std::lock_guard lock(m_mutex);
         m_isEnding = true;
-        for (const std::shared_ptr<ZORWorkControl>& control : m_running)
-            control->isCanceled = true;
+        for (const Running& running : m_running)
+            running.control->Cancel();
     }
     m_changed.notify_all();
     for (std::thread& thread : m_threads)
@@ -81,11 +69,11 @@ void ZORWorkTeam::SetMaximumThreads(int count)
     m_maximumThreads = size_t(std::max(1, count));
 }
 
-void ZORWorkTeam::Add(quint64 id, ZORWorkJob job, const QString& baseDirectory,
+void ZORWorkTeam::Add(quint64 id, ZORWorkJob job, const ZORWorkSurroundings& surroundings,
                       std::shared_ptr<ZORWorkControl> control)
 {
     const std::lock_guard lock(m_mutex);
-    m_waiting.push_back({id, std::move(job), baseDirectory, std::move(control)});
+    m_waiting.push_back({id, std::move(job), surroundings, std::move(control)});
     try {
         EnsureThread(m_waiting.size(), m_maximumThreads);
     } catch (const std::system_error& error) {
@@ -135,15 +123,15 @@ void ZORWorkTeam::Hasten(quint64 id)
     m_changed.notify_all();
 }
 
-QString ZORWorkTeam::GetCanceledReason()
-{
-    return QCoreApplication::translate("ZORWorkTeam", "canceled");
-}
-
 bool ZORWorkTeam::IsWaiting(quint64 id)
 {
     const std::lock_guard lock(m_mutex);
-    return FindWaiting(id) != m_waiting.end();
+    if (FindWaiting(id) != m_waiting.end())
+        return true;
+    // Or for a helper process.
+    const auto running =
+        std::find_if(m_running.begin(), m_running.end(), [id](const Running& each) { return each.id == id; });
+    return running != m_running.end() && !running->control->hasBegun;
 }
 
 bool ZORWorkTeam::Withdraw(quint64 id)
@@ -191,7 +179,7 @@ void ZORWorkTeam::Work()
                 return;
             task = std::move(m_waiting.front());
             m_waiting.pop_front();
-            m_running.push_back(task.control);
+            m_running.push_back({task.id, task.control});
         }
         Run(task);
     }
@@ -206,15 +194,17 @@ void ZORWorkTeam::Run(Task& task)
         try {
             Execute(task, end, directory);
         } catch (const ZORWorkCanceled&) {
-            end.reason = GetCanceledReason();
+            end.reason = ZORWorkFailure::GetCanceledReason();
         } catch (...) {
-            end.reason = task.control->isCanceled ? GetCanceledReason() : GetReasonOfCurrentException();
+            end.reason = task.control->isCanceled ? ZORWorkFailure::GetCanceledReason()
+                                                  : ZORWorkFailure::GetReasonOfCurrentException();
         }
         task.job.run = nullptr;
+        task.job.input.clear();
     }
     {
         const std::lock_guard lock(m_mutex);
-        m_running.erase(std::find(m_running.begin(), m_running.end(), task.control));
+        std::erase_if(m_running, [&task](const Running& running) { return running.id == task.id; });
     }
     // A thread that was kept from a job by the maximum may have its turn.
     m_changed.notify_one();
@@ -223,24 +213,47 @@ void ZORWorkTeam::Run(Task& task)
 
 void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTemporaryDir>& directory)
 {
-    if (task.control->isCanceled)
+    ZORWorkControl& control = *task.control;
+    if (control.isCanceled)
         throw ZORWorkCanceled();
-    directory = MakeDirectory(task.baseDirectory, task.job);
-    task.control->directory = directory->path();
-    Notify({task.id, ZORWorkNotice::Started, {}, {}, {}});
+    const ZORWorkSurroundings& surroundings = task.surroundings;
+    std::unique_ptr<ZORWorkHelper> helper;
+    if (!task.job.run && surroundings.usesHelpers)
+        helper = ZORWorkHelperPool::GetInstance().Acquire(task.job.kind, control);
+    try {
+        control.hasBegun = true;
+        directory = MakeDirectory(surroundings.baseDirectory, task.job);
+        control.directory = directory->path();
+        Notify({task.id, ZORWorkNotice::Started, {}, {}, {}});
+    } catch (...) {
+        if (helper)
+            ZORWorkHelperPool::GetInstance().Release(std::move(helper));
+        throw;
+    }
+    end.result = RunJob(task, std::move(helper), directory);
+    if (control.isCanceled) {
+        end.result = ZORWorkResult();
+        throw ZORWorkCanceled();
+    }
+    end.kind = ZORWorkNotice::Finished;
+    end.directory = directory;
+}
 
+ZORWorkResult ZORWorkTeam::RunJob(Task& task, std::unique_ptr<ZORWorkHelper> helper,
+                                  const std::shared_ptr<QTemporaryDir>& directory)
+{
     ZORWorkEvents events;
     events.progressed = [this, &task] {
         if (!task.control->isProgressPending.exchange(true))
             Notify({task.id, ZORWorkNotice::Progressed, {}, {}, {}});
     };
     const ZORWorkContext context(*task.control, events);
-    end.result =
-        task.job.run ? task.job.run(context) : ZORWorkJobKind::RunJob(task.job.kind, context, task.job.input);
-    if (task.control->isCanceled) {
-        end.result = ZORWorkResult();
-        throw ZORWorkCanceled();
-    }
-    end.kind = ZORWorkNotice::Finished;
-    end.directory = directory;
+    if (task.job.run)
+        return task.job.run(context);
+    if (!helper)
+        return ZORWorkJobKind::RunJob(task.job.kind, context, task.job.input);
+    const qint64 own = task.surroundings.memoryLimit;
+    ZORWorkHelperRun run(task.job, own > 0 ? own : ZORWorkHelpers::GetMemoryLimit(), *task.control, context,
+                         directory);
+    return run.Execute(std::move(helper));
 }

@@ -18,6 +18,7 @@
 #include <vector>
 
 class QTemporaryDir;
+class ZORWorkHelper;
 
 /// What happened to a job, in the order in which it happened.
 struct ZORWorkNotice
@@ -29,6 +30,14 @@ struct ZORWorkNotice
     ZORWorkResult result;                     // Finished
     QString reason;                           // Failed
     std::shared_ptr<QTemporaryDir> directory; // Finished: lives as long as somebody holds it, unless kept
+};
+
+/// Where and how a job is to run.
+struct ZORWorkSurroundings
+{
+    QString baseDirectory;
+    bool usesHelpers = true; // for a job with a kind
+    qint64 memoryLimit = 0;  // bytes; 0: that of all jobs
 };
 
 /// A queue of jobs over a bounded number of threads, which start when there is work and live until the end.
@@ -45,13 +54,14 @@ public:
 
     /// Holds for jobs that have not been started. At least 1.
     void SetMaximumThreads(int count);
-    /// \throws ZORSysException "cannot start a thread: %1" when there is not a single one; the job is not added
-    void Add(quint64 id, ZORWorkJob job, const QString& baseDirectory,
+    /// \throws ZORSysException "cannot start a thread: %1" when there is not a single one; the job is not
+    ///         added
+    void Add(quint64 id, ZORWorkJob job, const ZORWorkSurroundings& surroundings,
              std::shared_ptr<ZORWorkControl> control);
-    static QString GetCanceledReason();
+    /// Whether the job waits for a thread or a helper process.
     bool IsWaiting(quint64 id);
-    /// Lets a waiting job run before those that are not in a hurry, on one of as many further threads if all are
-    /// busy. Without effect on a job that does not wait.
+    /// Lets a waiting job run before those that are not in a hurry, on one of as many further threads if all
+    /// are busy. Without effect on a job that does not wait.
     void Hasten(quint64 id);
     /// \return whether the job was still waiting; it is gone then, without a notice
     bool Withdraw(quint64 id);
@@ -62,9 +72,14 @@ private:
     {
         quint64 id = 0;
         ZORWorkJob job;
-        QString baseDirectory;
+        ZORWorkSurroundings surroundings;
         std::shared_ptr<ZORWorkControl> control;
         bool isUrgent = false; // those stand before all others
+    };
+    struct Running
+    {
+        quint64 id = 0;
+        std::shared_ptr<ZORWorkControl> control;
     };
 
     std::deque<Task>::iterator FindWaiting(quint64 id);
@@ -72,6 +87,8 @@ private:
     void Work();
     void Run(Task& task);
     void Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTemporaryDir>& directory);
+    ZORWorkResult RunJob(Task& task, std::unique_ptr<ZORWorkHelper> helper,
+                         const std::shared_ptr<QTemporaryDir>& directory);
     void Notify(ZORWorkNotice notice);
     void EnsureThread(size_t waiting, size_t most);
 
@@ -80,7 +97,7 @@ private:
     std::condition_variable m_changed;
     std::deque<Task> m_waiting;
     std::deque<ZORWorkNotice> m_notices;
-    std::vector<std::shared_ptr<ZORWorkControl>> m_running;
+    std::vector<Running> m_running;
     std::vector<std::thread> m_threads;
     size_t m_maximumThreads = 1;
     bool m_isEnding = false;

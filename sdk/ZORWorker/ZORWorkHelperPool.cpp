@@ -1,0 +1,295 @@
+#include "ZORWorkContext.h"
+#include "ZORWorkControl_p.h"
+#include "ZORWorkFailure_p.h"
+#include "ZORWorkHelperPool_p.h"
+#include "ZORWorkHelpers.h"
+
+#include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysVersion.h>
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <csignal>
+#include <iterator>
+#include <thread>
+
+namespace {
+
+Q_LOGGING_CATEGORY(ZorWorkerLog, "zor.worker")
+
+using namespace std::chrono_literals;
+
+constexpr auto kGreetingTime = 10s;  // until a program that says nothing is given up
+constexpr auto kRejectionTime = 30s; // until a program that could not be used is tried again
+constexpr auto kFarewellTime = 1s;   // until a helper that should end by itself is killed
+constexpr auto kEndPulse = 5ms;      // between two questions whether a process has ended
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORWorkHelperPool", text);
+}
+
+/// Gives back a turn unless a helper has taken it over.
+class Turn
+{
+public:
+    explicit Turn(std::function<void()> end)
+        : m_end(std::move(end))
+    {
+    }
+    ~Turn()
+    {
+        if (m_end)
+            m_end();
+    }
+    Q_DISABLE_COPY_MOVE(Turn)
+    void Keep() { m_end = {}; }
+
+private:
+    std::function<void()> m_end;
+};
+
+} // namespace
+
+ZORWorkHelperPool& ZORWorkHelperPool::GetInstance()
+{
+    static auto* const pool = new ZORWorkHelperPool;
+    return *pool;
+}
+
+ZORWorkHelperPool::ZORWorkHelperPool()
+    : m_mostBusy(std::max(1U, std::thread::hardware_concurrency()))
+{
+}
+
+std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::Acquire(const QByteArray& kind, ZORWorkControl& control)
+{
+    const QString program = ZORWorkHelpers::GetProgram();
+    if (program.isEmpty() || IsRejected(program))
+        return nullptr;
+    AwaitTurn(control);
+    Turn turn([this] { EndTurn(); });
+    std::unique_ptr<ZORWorkHelper> helper = TakeIdle(program);
+    if (!helper) {
+        try {
+            helper = Start(program, control);
+        } catch (const std::exception&) {
+            WarnOnce(Tr("jobs run in threads of this process: cannot use helper program '%1': %2")
+                         .arg(program, ZORWorkFailure::GetReasonOfCurrentException()));
+            Reject(program);
+            return nullptr;
+        }
+    }
+    if (!helper->GetKinds().contains(kind)) {
+        WarnOnce(
+            Tr("jobs of kind '%1' run in threads of this process: helper program '%2' does not know them")
+                .arg(QString::fromUtf8(kind), program));
+        const std::lock_guard lock(m_mutex);
+        m_idle.push_back(std::move(helper));
+        return nullptr;
+    }
+    turn.Keep();
+    return helper;
+}
+
+bool ZORWorkHelperPool::IsRejected(const QString& program)
+{
+    const std::lock_guard lock(m_mutex);
+    return program == m_rejected && ZORWorkHelper::Clock::now() < m_rejectedUntil;
+}
+
+void ZORWorkHelperPool::Reject(const QString& program)
+{
+    const std::lock_guard lock(m_mutex);
+    m_rejected = program;
+    m_rejectedUntil = ZORWorkHelper::Clock::now() + kRejectionTime;
+}
+
+void ZORWorkHelperPool::AwaitTurn(ZORWorkControl& control)
+{
+    // Takes the lock, so that nobody misses a call between a look at the requests and waiting.
+    const ZORWorkWake wake(control, [this] {
+        {
+            const std::lock_guard lock(m_mutex);
+        }
+        m_changed.notify_all();
+    });
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [this, &control] {
+        return control.isCanceled || m_busy < (control.isStopped ? 2 : 1) * m_mostBusy;
+    });
+    if (control.isCanceled)
+        throw ZORWorkCanceled();
+    ++m_busy;
+}
+
+void ZORWorkHelperPool::EndTurn()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_busy;
+    }
+    m_changed.notify_all();
+}
+
+std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::TakeIdle(const QString& program)
+{
+    for (;;) {
+        std::unique_ptr<ZORWorkHelper> helper;
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_idle.empty())
+                return nullptr;
+            helper = std::move(m_idle.back());
+            m_idle.pop_back();
+        }
+        helper->Exchange(ZORWorkHelper::Clock::now()); // it may have ended
+        if (helper->GetProgram() == program && !helper->IsClosed() && !helper->HasEnded())
+            return helper;
+        Bury(std::move(helper), {});
+    }
+}
+
+std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::Start(const QString& program, ZORWorkControl& control)
+{
+    std::future<ZORWorkSpawned> spawned;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_hasThread) {
+            std::thread(&ZORWorkHelperPool::Serve, this).detach();
+            m_hasThread = true;
+        }
+        m_orders.push_back({program, {}});
+        spawned = m_orders.back().promise.get_future();
+    }
+    m_changed.notify_all();
+    auto helper = std::make_unique<ZORWorkHelper>(spawned.get(), program);
+    try {
+        Greet(*helper, control);
+    } catch (...) {
+        helper->Kill();
+        Bury(std::move(helper), {});
+        throw;
+    }
+    return helper;
+}
+
+void ZORWorkHelperPool::Greet(ZORWorkHelper& helper, ZORWorkControl& control)
+{
+    const ZORWorkWake wake(control, [&helper] { helper.Wake(); });
+    const QByteArray version = ZORSysVersion::GetString().toUtf8();
+    helper.Send(ZORWorkProtocol::Hello{ZORWorkProtocol::kVersion, version, {}});
+    const auto deadline = ZORWorkHelper::Clock::now() + kGreetingTime;
+    std::optional<ZORWorkProtocol::Message> message;
+    while (!(message = helper.Take())) {
+        if (control.isCanceled)
+            throw ZORWorkCanceled();
+        if (helper.IsClosed()) {
+            helper.AwaitEnd(ZORWorkHelper::Clock::now() + kFarewellTime);
+            const QString errors = helper.TakeErrors();
+            throw ZORSysException(errors.isEmpty() ? Tr("it ended at once") : errors);
+        }
+        if (ZORWorkHelper::Clock::now() >= deadline)
+            throw ZORSysException(Tr("it does not answer"));
+        helper.Exchange(deadline);
+    }
+    const auto* const hello = std::get_if<ZORWorkProtocol::Hello>(&*message);
+    if (!hello)
+        throw ZORSysException(Tr("it does not begin with its version"));
+    if (hello->protocol != ZORWorkProtocol::kVersion || hello->sdkVersion != version)
+        throw ZORSysException(Tr("it belongs to another version of the SDK"));
+    helper.SetKinds(hello->kinds);
+}
+
+void ZORWorkHelperPool::Release(std::unique_ptr<ZORWorkHelper> helper)
+{
+    const bool isWanted = helper->GetProgram() == ZORWorkHelpers::GetProgram() && !helper->IsClosed();
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_busy;
+        if (isWanted && m_busy + m_idle.size() < m_mostBusy)
+            m_idle.push_back(std::move(helper));
+    }
+    m_changed.notify_all();
+    if (helper) {
+        helper->Close();
+        Bury(std::move(helper), {});
+    }
+}
+
+void ZORWorkHelperPool::Discard(std::unique_ptr<ZORWorkHelper> helper, std::shared_ptr<void> kept)
+{
+    EndTurn();
+    Bury(std::move(helper), std::move(kept));
+}
+
+void ZORWorkHelperPool::Bury(std::unique_ptr<ZORWorkHelper> helper, std::shared_ptr<void> kept)
+{
+    if (helper->HasEnded())
+        return;
+    helper->Close();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_dying.push_back({std::move(helper), std::move(kept), ZORWorkHelper::Clock::now() + kFarewellTime});
+    }
+    m_changed.notify_all();
+}
+
+void ZORWorkHelperPool::WarnOnce(const QString& message)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_warnings.contains(message))
+            return;
+        m_warnings.insert(message);
+    }
+    qCWarning(ZorWorkerLog).noquote() << message;
+}
+
+void ZORWorkHelperPool::Serve()
+{
+    sigset_t set;
+    sigfillset(&set);
+    pthread_sigmask(SIG_SETMASK, &set, nullptr); // the program's signals are not for this thread
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        if (m_dying.empty())
+            m_changed.wait(lock, [this] { return !m_orders.empty() || !m_dying.empty(); });
+        else
+            m_changed.wait_for(lock, kEndPulse, [this] { return !m_orders.empty(); });
+        ServeOrders(lock);
+        EndDying(lock);
+    }
+}
+
+void ZORWorkHelperPool::ServeOrders(std::unique_lock<std::mutex>& lock)
+{
+    while (!m_orders.empty()) {
+        Order order = std::move(m_orders.front());
+        m_orders.pop_front();
+        lock.unlock();
+        try {
+            order.promise.set_value(ZORWorkSpawn::Spawn(order.program));
+        } catch (...) {
+            order.promise.set_exception(std::current_exception());
+        }
+        lock.lock();
+    }
+}
+
+void ZORWorkHelperPool::EndDying(std::unique_lock<std::mutex>& lock)
+{
+    const auto now = ZORWorkHelper::Clock::now();
+    const auto ended = std::partition(m_dying.begin(), m_dying.end(), [now](Dying& dying) {
+        if (now >= dying.killTime)
+            dying.helper->Kill();
+        return !dying.helper->HasEnded();
+    });
+    std::vector<Dying> dead(std::make_move_iterator(ended), std::make_move_iterator(m_dying.end()));
+    m_dying.erase(ended, m_dying.end());
+    lock.unlock();
+    dead.clear(); // removing what was kept may take its time
+    lock.lock();
+}

@@ -1,0 +1,78 @@
+// The helper processes of this process.
+
+#pragma once
+
+#include "ZORWorkHelper_p.h"
+
+#include <QSet>
+
+#include <condition_variable>
+#include <deque>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+class ZORWorkControl;
+
+/// Helper processes that run a job or wait for the next one; at most one per processor of the machine runs a
+/// job, and as many more run jobs that were stopped before they began.
+///
+/// A thread that never ends starts them, since they die with the thread that started them, and waits for the
+/// end of those that are not needed any more. Safe to use from any thread.
+class ZORWorkHelperPool
+{
+public:
+    /// Never destroyed: the helpers notice the end of this process themselves.
+    static ZORWorkHelperPool& GetInstance();
+
+    /// Waits for a helper that knows \a kind: one that is idle, or a new one.
+    /// \return null where a thread has to serve, which the log explains once
+    /// \throws ZORWorkCanceled when \a control is canceled meanwhile
+    std::unique_ptr<ZORWorkHelper> Acquire(const QByteArray& kind, ZORWorkControl& control);
+    /// Takes back a helper that is ready for the next job.
+    void Release(std::unique_ptr<ZORWorkHelper> helper);
+    /// Takes back a helper that was killed or is to end by itself, and waits for its end without the caller.
+    /// \param kept  released when the helper has ended
+    void Discard(std::unique_ptr<ZORWorkHelper> helper, std::shared_ptr<void> kept = {});
+
+private:
+    struct Dying
+    {
+        std::unique_ptr<ZORWorkHelper> helper;
+        std::shared_ptr<void> kept;
+        ZORWorkHelper::Clock::time_point killTime;
+    };
+    struct Order // of a process
+    {
+        QString program;
+        std::promise<ZORWorkSpawned> promise;
+    };
+
+    ZORWorkHelperPool();
+
+    bool IsRejected(const QString& program);
+    void Reject(const QString& program);
+    void AwaitTurn(ZORWorkControl& control);
+    void EndTurn();
+    std::unique_ptr<ZORWorkHelper> TakeIdle(const QString& program);
+    std::unique_ptr<ZORWorkHelper> Start(const QString& program, ZORWorkControl& control);
+    static void Greet(ZORWorkHelper& helper, ZORWorkControl& control);
+    void Bury(std::unique_ptr<ZORWorkHelper> helper, std::shared_ptr<void> kept);
+    void WarnOnce(const QString& message);
+    void Serve();
+    void ServeOrders(std::unique_lock<std::mutex>& lock);
+    void EndDying(std::unique_lock<std::mutex>& lock);
+
+    const size_t m_mostBusy;
+    std::mutex m_mutex; // of everything below
+    std::condition_variable m_changed;
+    size_t m_busy = 0;
+    std::vector<std::unique_ptr<ZORWorkHelper>> m_idle; // the last one ran a job last
+    std::deque<Order> m_orders;
+    std::vector<Dying> m_dying;
+    QSet<QString> m_warnings;
+    QString m_rejected; // program that could not be used
+    ZORWorkHelper::Clock::time_point m_rejectedUntil;
+    bool m_hasThread = false;
+};

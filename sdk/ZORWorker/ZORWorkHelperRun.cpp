@@ -1,0 +1,248 @@
+#include "ZORWorkControl_p.h"
+#include "ZORWorkFailure_p.h"
+#include "ZORWorkHelperPool_p.h"
+#include "ZORWorkHelperRun_p.h"
+#include "ZORWorkJobKind.h"
+
+#include <ZORSystem/ZORSysException.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <atomic>
+
+namespace {
+
+Q_LOGGING_CATEGORY(ZorWorkerLog, "zor.worker")
+
+using namespace std::chrono_literals;
+
+constexpr int kAttempts = 3; // to find a helper that begins
+constexpr auto kCancelGrace = 200ms;
+constexpr auto kStopGrace = 10s;   // a first result can be made in that time
+constexpr auto kTraceGrace = 6s;   // for a process that has crashed to write its stack
+constexpr auto kLookPulse = 20ms;  // between two looks at requests meanwhile
+constexpr auto kKillGrace = 100ms; // for a killed process to vanish
+
+std::atomic<std::chrono::milliseconds> s_stopGrace{kStopGrace};
+
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("ZORWorkHelperRun", text);
+}
+
+// As if the caller's process had written it.
+void PassOn(const ZORWorkProtocol::Log& log)
+{
+    const QLoggingCategory category(log.category.constData());
+    const auto severity = QtMsgType(std::min<int>(log.severity, QtInfoMsg));
+    if (!category.isEnabled(severity == QtFatalMsg ? QtCriticalMsg : severity))
+        return;
+    const QMessageLogger logger(nullptr, 0, nullptr, category.categoryName());
+    const QByteArray text = log.text.toUtf8();
+    switch (severity) {
+    case QtDebugMsg:
+        logger.debug("%s", text.constData());
+        break;
+    case QtInfoMsg:
+        logger.info("%s", text.constData());
+        break;
+    case QtWarningMsg:
+        logger.warning("%s", text.constData());
+        break;
+    default:
+        logger.critical("%s", text.constData());
+    }
+}
+
+} // namespace
+
+void ZORWorkHelperRun::SetStopGrace(std::chrono::milliseconds grace)
+{
+    s_stopGrace = grace;
+}
+
+std::chrono::milliseconds ZORWorkHelperRun::GetStopGrace()
+{
+    return s_stopGrace;
+}
+
+ZORWorkHelperRun::ZORWorkHelperRun(const ZORWorkJob& job, qint64 memoryLimit, ZORWorkControl& control,
+                                   const ZORWorkContext& context, std::shared_ptr<QTemporaryDir> directory)
+    : m_job(job)
+    , m_memoryLimit(memoryLimit)
+    , m_control(control)
+    , m_context(context)
+    , m_directory(std::move(directory))
+{
+}
+
+ZORWorkResult ZORWorkHelperRun::Execute(std::unique_ptr<ZORWorkHelper> helper)
+{
+    End end = Follow(*helper, {});
+    GiveBack(std::move(helper), end);
+    // An idle helper may have been killed just before it got the job.
+    for (int attempt = 1; end.hasVanished && !m_hasBegun && attempt < kAttempts; ++attempt) {
+        helper = ZORWorkHelperPool::GetInstance().Acquire(m_job.kind, m_control);
+        if (!helper)
+            return ZORWorkJobKind::RunJob(m_job.kind, m_context, m_job.input);
+        end = Follow(*helper, {});
+        GiveBack(std::move(helper), end);
+    }
+    if (m_control.isCanceled)
+        throw ZORWorkCanceled();
+    if (end.result)
+        return *end.result;
+    if (!end.isLost || !m_control.isStopped || !m_interim || !ZORWorkJobKind::CanComplete(m_job.kind))
+        throw ZORSysException(end.reason);
+    qCWarning(ZorWorkerLog).noquote()
+        << Tr("job '%1' is completed with its last interim result: %2").arg(m_job.name, end.reason);
+    return Complete();
+}
+
+// In another process: it may do what the first one did.
+ZORWorkResult ZORWorkHelperRun::Complete()
+{
+    std::unique_ptr<ZORWorkHelper> helper = ZORWorkHelperPool::GetInstance().Acquire(m_job.kind, m_control);
+    if (!helper)
+        return ZORWorkJobKind::CompleteJob(m_job.kind, m_context, m_job.input, *m_interim);
+    const End end = Follow(*helper, std::exchange(m_interim, {}));
+    GiveBack(std::move(helper), end);
+    if (m_control.isCanceled)
+        throw ZORWorkCanceled();
+    if (!end.result)
+        throw ZORSysException(end.reason);
+    return *end.result;
+}
+
+void ZORWorkHelperRun::GiveBack(std::unique_ptr<ZORWorkHelper> helper, const End& end)
+{
+    if (end.isHelperReady)
+        ZORWorkHelperPool::GetInstance().Release(std::move(helper));
+    else
+        ZORWorkHelperPool::GetInstance().Discard(std::move(helper), m_directory);
+}
+
+ZORWorkHelperRun::End ZORWorkHelperRun::Follow(ZORWorkHelper& helper,
+                                               const std::optional<QByteArray>& interim)
+{
+    if (m_job.input.size() > ZORWorkProtocol::kMaximumInput)
+        return {{}, Tr("the input of the job is too long (%1 bytes)").arg(m_job.input.size()), false, true};
+    const ZORWorkWake wake(m_control, [&helper] { helper.Wake(); });
+    m_hasStopped = m_hasCanceled = m_hasBegun = false;
+    m_deadline.reset();
+    try {
+        ZORWorkProtocol::Job job{m_job.kind, m_job.input, m_control.directory, m_memoryLimit};
+        job.isStopped = m_control.isStopped;
+        job.interim = interim;
+        helper.Send(job);
+        if (job.isStopped) {
+            m_hasStopped = true;
+            m_deadline = Clock::now() + GetStopGrace();
+        }
+        for (;;) {
+            while (std::optional<ZORWorkProtocol::Message> message = helper.Take()) {
+                if (std::optional<End> end = Handle(*std::move(message)))
+                    return *std::move(end);
+            }
+            if (helper.IsClosed())
+                return Bury(helper);
+            PassRequests(helper);
+            if (m_deadline && Clock::now() >= *m_deadline)
+                return GiveUp(helper);
+            helper.Exchange(m_deadline);
+        }
+    } catch (const ZORSysException& exception) {
+        helper.Kill();
+        return {
+            {}, Tr("the process of the job broke the protocol: %1").arg(exception.GetMessage()), true, false};
+    } catch (const std::exception&) {
+        helper.Kill();
+        return {{}, ZORWorkFailure::GetReasonOfCurrentException(), true, false};
+    }
+}
+
+void ZORWorkHelperRun::PassRequests(ZORWorkHelper& helper)
+{
+    if (m_control.isCanceled && !m_hasCanceled) {
+        m_hasCanceled = true;
+        helper.Send(ZORWorkProtocol::Cancel());
+        m_deadline = Clock::now() + kCancelGrace;
+    } else if (m_control.isStopped && !m_hasStopped && !m_hasCanceled) {
+        m_hasStopped = true;
+        helper.Send(ZORWorkProtocol::Stop());
+        m_deadline = Clock::now() + GetStopGrace();
+    }
+}
+
+std::optional<ZORWorkHelperRun::End> ZORWorkHelperRun::Handle(ZORWorkProtocol::Message message)
+{
+    m_hasBegun = true;
+    if (const auto* const progress = std::get_if<ZORWorkProtocol::Progress>(&message)) {
+        m_context.SetProgress(progress->value);
+        return {};
+    }
+    if (auto* const interim = std::get_if<ZORWorkProtocol::Interim>(&message)) {
+        m_interim = std::move(interim->result);
+        return {};
+    }
+    if (const auto* const log = std::get_if<ZORWorkProtocol::Log>(&message)) {
+        PassOn(*log);
+        return {};
+    }
+    if (const auto* const result = std::get_if<ZORWorkProtocol::Result>(&message))
+        return FinishResult(*result);
+    if (const auto* const failure = std::get_if<ZORWorkProtocol::Failure>(&message))
+        return End{{}, failure->reason, failure->endsHelper, !failure->endsHelper};
+    if (std::holds_alternative<ZORWorkProtocol::Canceled>(message))
+        return End{{}, ZORWorkFailure::GetCanceledReason(), false, true};
+    throw ZORSysException(Tr("message of type %1 is not for the caller").arg(message.index()));
+}
+
+// Whoever gets the files may delete them: a faulty process must not name others.
+ZORWorkHelperRun::End ZORWorkHelperRun::FinishResult(const ZORWorkProtocol::Result& result) const
+{
+    const QString inside = QDir::cleanPath(m_control.directory) + u'/';
+    QList<ZORWorkResource> resources;
+    for (const QString& file : result.files) {
+        if (!QDir::cleanPath(file).startsWith(inside))
+            return {
+                {}, Tr("the job returned '%1', which is not in its work directory").arg(file), false, true};
+        resources.append(ZORWorkResource(file));
+    }
+    return {ZORWorkResult(resources, result.data), {}, false, true};
+}
+
+/// The process has closed the connection, so it has crashed or is about to end.
+ZORWorkHelperRun::End ZORWorkHelperRun::Bury(ZORWorkHelper& helper) const
+{
+    const Clock::time_point deadline = Clock::now() + kTraceGrace;
+    bool hasEnded = false;
+    while (!(hasEnded = helper.AwaitEnd(Clock::now() + kLookPulse))) {
+        if (m_control.isCanceled || Clock::now() >= deadline)
+            break;
+    }
+    if (!hasEnded)
+        helper.Kill();
+    const QString reason = hasEnded ? ZORWorkFailure::GetReasonOfEnd(helper.GetEndStatus(), m_memoryLimit)
+                                    : Tr("the process of the job closed its connection");
+    const QString errors = helper.TakeErrors();
+    if (!m_control.isCanceled && !errors.isEmpty())
+        qCWarning(ZorWorkerLog).noquote()
+            << Tr("job '%1': %2; its process wrote:").arg(m_job.name, reason) + u'\n' + errors;
+    return {{}, reason, true, false, true};
+}
+
+ZORWorkHelperRun::End ZORWorkHelperRun::GiveUp(ZORWorkHelper& helper) const
+{
+    helper.Kill();
+    helper.AwaitEnd(Clock::now() + kKillGrace);
+    return {{},
+            Tr("the job did not end within %1 s of a stop and was killed")
+                .arg(std::chrono::round<std::chrono::seconds>(GetStopGrace()).count()),
+            true,
+            false};
+}

@@ -1,0 +1,71 @@
+// The caller's side of one helper process.
+
+#pragma once
+
+#include "ZORWorkProtocol_p.h"
+#include "ZORWorkSpawn_p.h"
+
+#include <QString>
+
+#include <chrono>
+#include <optional>
+
+/// One helper process: its streams, and its end. To be used in one thread at a time, but for Wake().
+class ZORWorkHelper
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// Takes the process over.
+    ZORWorkHelper(ZORWorkSpawned process, const QString& program);
+    /// Kills the process if it still runs. Does not wait for its end, which is the pool's business.
+    ~ZORWorkHelper();
+    Q_DISABLE_COPY_MOVE(ZORWorkHelper)
+
+    const QString& GetProgram() const { return m_program; }
+    const QList<QByteArray>& GetKinds() const { return m_kinds; }
+    void SetKinds(const QList<QByteArray>& kinds) { m_kinds = kinds; }
+
+    /// Queues a message, which Exchange() sends.
+    /// \throws ZORSysException when it is too long
+    void Send(const ZORWorkProtocol::Message& message);
+    /// The next message that has arrived.
+    /// \throws ZORSysException when the helper has sent something else
+    std::optional<ZORWorkProtocol::Message> Take() { return m_decoder.Take(); }
+    /// Sends and receives what can be, and waits for it until \a deadline or until somebody calls Wake().
+    /// Without effect once the connection is closed.
+    void Exchange(std::optional<Clock::time_point> deadline);
+    /// Makes a running or the next Exchange() return at once. Safe to call from any thread.
+    void Wake();
+    /// Whether the other side has gone; messages may still wait to be taken.
+    bool IsClosed() const { return m_isClosed; }
+
+    void Kill();
+    /// Closes the connection: an idle helper then ends by itself.
+    void Close() { m_process.socket.Close(); }
+    /// Whether the process has ended; never waits.
+    bool HasEnded();
+    /// Reads its last words until it has ended or \a deadline has passed.
+    /// \return whether it has ended
+    bool AwaitEnd(Clock::time_point deadline);
+    /// Of waitpid(), once it has ended; -1 when it is unknown.
+    int GetEndStatus() const { return m_endStatus; }
+    /// What the process has written to its standard error since the last call, at most its last 64 KiB.
+    QString TakeErrors();
+
+private:
+    void SendQueued();
+    void Receive();
+    void ReadErrors();
+
+    ZORWorkSpawned m_process;
+    const QString m_program;
+    QList<QByteArray> m_kinds;
+    ZORWorkProtocol::Decoder m_decoder;
+    QByteArray m_queued; // to be sent
+    qsizetype m_sent = 0;
+    QByteArray m_errors;
+    bool m_isClosed = false;
+    bool m_hasEnded = false;
+    int m_endStatus = -1;
+};
