@@ -83,8 +83,21 @@ QVariant GetCell(const QTableWidget* table, int row, int column)
     return cell ? cell->data(Qt::EditRole) : QVariant();
 }
 
+/// Commits and closes the editor of the current cell. Qt keeps a table in its editing state when the edited row vanishes;
+/// keys and scripts press a button without a change of the focus, which would end the edit.
+void FinishEditing(QTableWidget* table)
+{
+    // The Enter key commits in a queued call, which must not meet a row that is gone.
+    QCoreApplication::sendPostedEvents(table->itemDelegate(), QEvent::MetaCall);
+    const int row = table->currentRow();
+    const int column = table->currentColumn();
+    table->setCurrentCell(row, column == 0 ? 1 : 0, QItemSelectionModel::NoUpdate);
+    table->setCurrentCell(row, column, QItemSelectionModel::NoUpdate);
+}
+
 void RemoveSelectedRows(QTableWidget* table)
 {
+    FinishEditing(table);
     std::set<int, std::greater<>> rows;
     const QList<QTableWidgetSelectionRange> ranges = table->selectedRanges();
     for (const QTableWidgetSelectionRange& range : ranges) {

@@ -1,6 +1,7 @@
 #include "ZORCompMaterialLibraryCmd.h"
 
 #include "ZORStdContent.h"
+#include "ZORStdEditing.h"
 #include "ZORStdMaterialModel.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -75,12 +76,14 @@ private:
     }
     void OnAdd()
     {
+        ZORStdFinishEditing(m_table);
         const QModelIndex name = m_model->index(m_model->AddMaterial(), ZORStdMaterialModel::Name);
         m_table->setCurrentIndex(name);
         m_table->edit(name);
     }
     void OnRemove()
     {
+        ZORStdFinishEditing(m_table);
         const int row = m_table->currentIndex().row();
         const int plies = m_model->CountPlies(row);
         if (plies == 0) {

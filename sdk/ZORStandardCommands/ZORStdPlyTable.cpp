@@ -1,5 +1,6 @@
 #include "ZORStdPlyTable.h"
 
+#include "ZORStdEditing.h"
 #include "ZORStdObjectCombo.h"
 #include "ZORStdObjects.h"
 
@@ -137,7 +138,10 @@ QPushButton* ZORStdPlyTable::AddButton(QLayout* column, const char* objectName, 
     button->setObjectName(QLatin1String(objectName));
     button->setAutoDefault(false); // Enter is OK
     column->addWidget(button);
-    connect(button, &QPushButton::clicked, this, slot);
+    connect(button, &QPushButton::clicked, this, [this, slot] {
+        ZORStdFinishEditing(m_view);
+        (this->*slot)();
+    });
     return button;
 }
 

@@ -2,7 +2,9 @@
 
 #include "NestingDlgTest.h"
 #include "console/ZORTestMainDialog.h"
+#include "support/CellEditing.h"
 #include "support/MessageOf.h"
+#include "support/QtMessages.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -364,6 +366,39 @@ TEST_F(ZORTestNestNestingDlgTest, StatusOfNobodyIsIgnored)
     OpenDialog();
     EXPECT_TRUE(QMetaObject::invokeMethod(dialog, "OnStatusChange"));
     EXPECT_TRUE(GetResults().isEmpty());
+}
+
+TEST_F(ZORTestNestNestingDlgTest, RowsVanishUnderAnOpenEditor)
+{
+    OpenDialog();
+    QtMessages messages;
+    for (int i = 0; i < 3; ++i) {
+        AddItem(WritePart("part"));
+        AddRoll(100);
+    }
+    for (QTableWidget* table : {Items(), Sheets()}) {
+        const char* const removeButton = table == Items() ? "_RemoveItemBtn" : "_PackagingRemoveBtn";
+        table->selectRow(1);
+        QTest::keyClicks(EditCell(table, 1, 0), "typed");
+        Find<QPushButton>(removeButton)->click();
+        SettleEvents();
+        EXPECT_EQ(2, table->rowCount());
+        // Enter takes the value a moment later, when the row may be gone.
+        table->selectRow(1);
+        QTest::keyClick(EditCell(table, 1, 0), Qt::Key_Return);
+        Find<QPushButton>(removeButton)->click();
+        SettleEvents();
+        EXPECT_EQ(1, table->rowCount());
+
+        QTest::keyClicks(EditCell(table, 0, 0), "kept");
+        Find<QPushButton>(removeButton)->click(); // another row, or none, is selected
+        SettleEvents();
+        if (table->rowCount() == 0)
+            continue;
+        EXPECT_EQ(QString("kept"), table->item(0, 0)->text());
+        EXPECT_NE(nullptr, EditCell(table, 0, 1)) << "the table still edits";
+    }
+    EXPECT_EQ(QStringList(), messages.TakeWarnings());
 }
 
 } // namespace

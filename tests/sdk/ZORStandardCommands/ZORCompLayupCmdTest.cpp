@@ -1,4 +1,6 @@
 #include "StandardCommandsTest.h"
+#include "support/CellEditing.h"
+#include "support/QtMessages.h"
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>
@@ -51,6 +53,16 @@ protected:
             stack.append(model->index(row, Material).data().toString() + ' '
                          + model->index(row, Angle).data().toString());
         return stack;
+    }
+    /// The angle of each row, in degrees.
+    QList<int> GetAngles() const
+    {
+        QList<int> angles;
+        const QAbstractItemModel* const model = GetTable()->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            angles.append(
+                qRound(model->index(row, Angle).data(Qt::EditRole).toDouble() * 180 / std::numbers::pi));
+        return angles;
     }
     QString GetSummary() const { return Find<QLabel>("_SummaryLbl")->text(); }
     /// Edits a material through the combo box of its cell.
@@ -210,6 +222,39 @@ TEST_F(ZORCompLayupCmdTest, OpensTheMaterialLibrary)
     EXPECT_EQ(GetStack(), QStringList{QString::fromUtf8("Material 1 0\u00b0")});
     Cancel();
     EXPECT_TRUE(GetAll<ZORCompLayup>().isEmpty());
+}
+
+TEST_F(ZORCompLayupCmdTest, ButtonsFinishAnOpenEditor)
+{
+    AddMaterial("M", 0.2);
+    Open("ZORCompLayupCmd.Create");
+    QtMessages messages;
+    Click("_AddPlyBtn"); // opens the editor of the angle
+    Click("_AddPlyBtn");
+    const auto enter = [this](int row, const char* degrees) {
+        QWidget* const editor = EditCell(GetTable(), row, Angle);
+        ASSERT_NE(nullptr, editor) << row;
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, QLatin1String(degrees));
+    };
+    enter(1, "30");
+    Click("_PlyUpBtn");
+    enter(1, "60");
+    EXPECT_EQ(GetAngles(), QList<int>({30, 0}));
+    Click("_MirrorBtn");
+    EXPECT_EQ(GetAngles(), QList<int>({30, 60, 60, 30}));
+    enter(0, "10");
+    QTest::keyClick(GetTable()->indexWidget(GetTable()->currentIndex()), Qt::Key_Return);
+    Click("_RemovePlyBtn");
+    enter(1, "20");
+    Click("_PlyDownBtn");
+    EXPECT_EQ(GetAngles(), QList<int>({60, 30, 20}));
+    EditCell(GetTable(), 2, Material);
+    Click("_RemovePlyBtn");
+    SettleEvents();
+    EXPECT_EQ(GetAngles(), QList<int>({60, 30}));
+    EXPECT_NE(nullptr, EditCell(GetTable(), 0, Angle)) << "the table still edits";
+    EXPECT_EQ(QStringList(), messages.TakeWarnings());
 }
 
 } // namespace

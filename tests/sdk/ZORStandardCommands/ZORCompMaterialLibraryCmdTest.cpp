@@ -1,4 +1,6 @@
 #include "StandardCommandsTest.h"
+#include "support/CellEditing.h"
+#include "support/QtMessages.h"
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>
@@ -8,6 +10,7 @@
 #include <ZORComposites/ZORCompSequence.h>
 
 #include <QAbstractButton>
+#include <QLineEdit>
 #include <QTableView>
 
 #include <cmath>
@@ -204,6 +207,37 @@ TEST_F(ZORCompMaterialLibraryCmdTest, GetsAlongWithChangesFromOutside)
         names.append(material->GetLabel());
     EXPECT_EQ(names, QStringList({"Material 1", "First", "Mine"})) << "what the table shows is there";
     EXPECT_EQ(GetLibrary()->GetMaterials().constFirst(), other);
+}
+
+TEST_F(ZORCompMaterialLibraryCmdTest, ButtonsFinishAnOpenEditor)
+{
+    OpenLibrary();
+    auto* const table = Find<QTableView>("_MaterialTable");
+    QtMessages messages;
+    Click("_AddBtn"); // opens the editor of the name
+    QTest::keyClicks(table->findChild<QLineEdit*>(), "Carbon");
+    Click("_AddBtn");
+    EXPECT_EQ(GetCell(0, Name), QString("Carbon"));
+    SettleEvents();
+    EXPECT_EQ(1, table->findChildren<QLineEdit*>().size());
+
+    QTest::keyClicks(EditCell(table, 1, Name), "Glass");
+    Click("_RemoveBtn"); // the row that is edited
+    SettleEvents();
+    EXPECT_EQ(1, GetNumRows());
+    EXPECT_EQ(GetCell(0, Name), QString("Carbon"));
+
+    // Enter takes the value a moment later, when the row may be gone.
+    QTest::keyClick(EditCell(table, 0, Name), Qt::Key_Return);
+    Click("_RemoveBtn");
+    SettleEvents();
+    EXPECT_EQ(0, GetNumRows());
+    EXPECT_EQ(QStringList(), messages.TakeWarnings());
+
+    Click("_AddBtn");
+    SettleEvents();
+    EXPECT_NE(nullptr, EditCell(table, 0, Thickness)) << "the table still edits";
+    EXPECT_EQ(QStringList(), messages.TakeWarnings());
 }
 
 } // namespace
