@@ -4,8 +4,12 @@
 #include "app/ZORHostCommandLine.h"
 #include "app/ZORHostProgram.h"
 
+#include <ZORSystem/ZORSysMemory.h>
+
 #include <cstdio>
 #include <cstring>
+#include <exception>
+#include <new>
 #include <vector>
 
 namespace {
@@ -21,9 +25,21 @@ void AllowWithoutDisplay(int argc, char** argv)
     }
 }
 
-} // namespace
+/// Whether there is memory for a window. A little above what an empty one takes: below, threads cannot start and
+/// libraries of others wait for them for ever.
+bool HasMemory()
+{
+    constexpr qint64 kNeeded = qint64(128) << 20; // bytes
+    const qint64 available = ZORSysMemory::GetAvailable();
+    if (available >= kNeeded)
+        return true;
+    std::fprintf(stderr, "zorhost: not enough memory to start: %s are left, %s are needed\n",
+                 qPrintable(ZORSysMemory::FormatSize(available)),
+                 qPrintable(ZORSysMemory::FormatSize(kNeeded)));
+    return false;
+}
 
-int main(int argc, char** argv)
+int Run(int argc, char** argv)
 {
     AllowWithoutDisplay(argc, argv);
     std::vector<QByteArray> arguments;
@@ -42,4 +58,19 @@ int main(int argc, char** argv)
     }
     ZORHostProgram program(commandLine.options);
     return program.Run();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    constexpr int kCannotRun = 3;
+    try {
+        return HasMemory() ? Run(argc, argv) : kCannotRun;
+    } catch (const std::bad_alloc&) {
+        std::fputs("zorhost: not enough memory\n", stderr);
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "zorhost: %s\n", exception.what());
+    }
+    return kCannotRun;
 }

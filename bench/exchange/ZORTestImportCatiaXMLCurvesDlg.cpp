@@ -18,10 +18,20 @@
 #include <QXmlStreamReader>
 
 #include <array>
+#include <new>
 
 ZOR_TEST_REGISTER(ZORTestImportCatiaXMLCurvesDlg)
 
 namespace {
+
+/// Shows that the program is busy until destroyed, also by an exception.
+class WaitCursor
+{
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY_MOVE(WaitCursor)
+};
 
 /// "A/B/OuterContour": the names of the elements around a contour, up to the first one without.
 QString GetName(const QDomNode& contour)
@@ -129,7 +139,21 @@ void ZORTestImportCatiaXMLCurvesDlg::Load()
         QMessageBox::critical(nullptr, tr("Error"), tr("Cannot open the file for reading."), QMessageBox::Ok);
         return;
     }
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    const int numCurves = m_ui->_CurveList->count();
+    try {
+        Read(file);
+    } catch (const std::bad_alloc&) {
+        m_document = QDomDocument();
+        while (m_ui->_CurveList->count() > numCurves)
+            delete m_ui->_CurveList->takeItem(numCurves);
+        QMessageBox::critical(nullptr, tr("Error"), tr("not enough memory to read '%1'").arg(file.fileName()),
+                              QMessageBox::Ok);
+    }
+}
+
+void ZORTestImportCatiaXMLCurvesDlg::Read(QFile& file)
+{
+    const WaitCursor cursor;
     Parse(file);
     const QDomNodeList lengths = m_document.elementsByTagName(QLatin1String("Length"));
     if (ReadWords(lengths.at(0).toElement()) == QLatin1String("in"))
@@ -142,7 +166,6 @@ void ZORTestImportCatiaXMLCurvesDlg::Load()
         auto* item = new QListWidgetItem(GetName(contours.at(i)), m_ui->_CurveList);
         item->setData(Qt::UserRole, i);
     }
-    QGuiApplication::restoreOverrideCursor();
 }
 
 /// Leaves the document empty when the file cannot be parsed.

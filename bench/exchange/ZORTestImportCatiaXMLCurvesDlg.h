@@ -45,6 +45,7 @@ public slots:
 
 private:
     void Load();
+    void Read(QFile& file);
     void Parse(QFile& file);
     QDomNodeList FindContours() const;
     ZORMathSetOfPoints ReadPoints(const QDomNode& contour) const;

@@ -8,6 +8,8 @@
 #include <QIcon>
 #include <QScopedValueRollback>
 
+#include <new>
+
 ZORHostApplication::ZORHostApplication(int& argc, char** argv)
     : QApplication(argc, argv)
     , m_errors(new ZORHostErrorReporter(this))
@@ -35,6 +37,8 @@ bool ZORHostApplication::notify(QObject* receiver, QEvent* event)
         return QApplication::notify(receiver, event);
     } catch (const ZORSysException& exception) {
         m_errors->Report(exception.GetMessage(), type);
+    } catch (const std::bad_alloc&) {
+        m_errors->ReportOutOfMemory(type);
     } catch (const std::exception& exception) {
         m_errors->Report(QString::fromLocal8Bit(exception.what()), type);
     } catch (...) {

@@ -33,8 +33,18 @@ void ZORHostErrorReporter::Report(const QString& message, QEvent::Type cause)
         QMetaObject::invokeMethod(this, &ZORHostErrorReporter::ShowNext, Qt::QueuedConnection);
 }
 
+void ZORHostErrorReporter::ReportOutOfMemory(QEvent::Type cause)
+{
+    m_reserve.Release();
+    Report(tr("There is not enough memory for this operation."), cause);
+    if (!m_box && m_waiting.isEmpty()) // it was shown just before
+        m_reserve.Hold();
+}
+
 void ZORHostErrorReporter::ShowNext()
 {
+    if (!m_box && m_waiting.isEmpty())
+        m_reserve.Hold();
     if (m_box || m_waiting.isEmpty())
         return;
     m_shownMessage = m_waiting.dequeue();

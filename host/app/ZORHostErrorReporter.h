@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <ZORSystem/ZORSysMemory.h>
+
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QHash>
@@ -29,6 +31,8 @@ public:
     /// May be called while another box is open: the boxes come one after the other.
     /// \param cause  type of the event whose handler failed
     void Report(const QString& message, QEvent::Type cause);
+    /// The same for std::bad_alloc. A reserve of memory is released for the box and held again after it.
+    void ReportOutOfMemory(QEvent::Type cause);
 
 private:
     void ShowNext();
@@ -36,6 +40,7 @@ private:
 
     QQueue<QString> m_waiting;
     QHash<QString, QElapsedTimer> m_lastShown;
+    ZORSysMemory::Reserve m_reserve;
     QPointer<QMessageBox> m_box; // deletes itself on close
     QString m_shownMessage;
     int m_repetitions = 0;

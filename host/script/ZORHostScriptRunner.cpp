@@ -18,6 +18,7 @@
 #include <QScreen>
 
 #include <cstdlib>
+#include <new>
 
 namespace {
 
@@ -152,6 +153,12 @@ void ZORHostScriptRunner::Advance(const std::shared_ptr<Sequence>& sequence)
         progress = Play(step, *sequence);
     } catch (const ZORSysException& exception) {
         Abort(step.line, exception.GetMessage());
+        return;
+    } catch (const std::bad_alloc&) {
+        Abort(step.line, QStringLiteral("there is not enough memory for this step"));
+        return;
+    } catch (const std::exception& exception) {
+        Abort(step.line, QString::fromLocal8Bit(exception.what()));
         return;
     }
     if (progress == Progress::Done) {

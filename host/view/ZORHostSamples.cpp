@@ -14,6 +14,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <memory>
+
 namespace {
 
 const QColor surfaceColor(0x8f, 0xa9, 0xc4);
@@ -22,10 +24,11 @@ void Show(ZORGeoSurface* surface, ZORFeatEnvironment* environment)
 {
     ZORVisOptions options;
     options.SetColor(surfaceColor);
-    auto* object = new ZORVisVirtualObject(environment, surface);
+    auto object = std::make_unique<ZORVisVirtualObject>(environment, surface);
     object->SetRep(new ZORVisRepGraphics({new ZORVisSurfacePrimitive(surface)}, options));
-    environment->AddVirtualObject(object);
-    QObject::connect(surface, &QObject::destroyed, object, &QObject::deleteLater);
+    QObject::connect(surface, &QObject::destroyed, object.get(), &QObject::deleteLater);
+    environment->AddVirtualObject(object.get());
+    object.release(); // the environment owns it
 }
 
 } // namespace
@@ -72,9 +75,15 @@ int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
         container->Load(file);
     else
         ZORGeoStlLoader(&file).Load(container, ZORSysValue::Millimeter);
-    for (int i = before; i < container->GetNumGeometry(); ++i) {
-        if (auto* surface = qobject_cast<ZORGeoSurface*>(container->GetGeometryByIndex(i)))
-            Show(surface, environment);
+    try {
+        for (int i = before; i < container->GetNumGeometry(); ++i) {
+            if (auto* surface = qobject_cast<ZORGeoSurface*>(container->GetGeometryByIndex(i)))
+                Show(surface, environment);
+        }
+    } catch (...) {
+        while (container->GetNumGeometry() > before) // one may take others with it
+            delete container->GetGeometryByIndex(container->GetNumGeometry() - 1);
+        throw;
     }
     return container->GetNumGeometry() - before;
 }

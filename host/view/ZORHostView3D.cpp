@@ -14,6 +14,7 @@
 #include <QStyleOption>
 
 #include <cmath>
+#include <new>
 
 namespace {
 
@@ -138,7 +139,11 @@ void ZORHostView3D::Render()
     const double ratio = m_coarse ? devicePixelRatioF() / 2 : devicePixelRatioF();
     QElapsedTimer timer;
     timer.start();
-    m_image = m_renderer->Render(m_camera, (QSizeF(size()) * ratio).toSize(), ratio);
+    try {
+        m_image = m_renderer->Render(m_camera, (QSizeF(size()) * ratio).toSize(), ratio);
+    } catch (const std::bad_alloc&) {
+        m_image = {}; // tried again at the next paint event
+    }
     if (!m_coarse)
         m_frameMilliseconds = timer.elapsed();
     m_dirty = false;
@@ -154,7 +159,9 @@ void ZORHostView3D::paintEvent(QPaintEvent*)
         const bool stale = !m_coarse && m_image.size() != GetDevicePixels();
         if (m_dirty || stale || m_image.isNull())
             Render();
-        if (m_coarse) {
+        if (m_image.isNull()) {
+            PaintText(painter, tr("There is not enough memory to draw the 3D view."));
+        } else if (m_coarse) {
             painter.setRenderHint(QPainter::SmoothPixmapTransform);
             painter.drawImage(rect(), m_image);
         } else {
@@ -176,12 +183,16 @@ void ZORHostView3D::PaintFocus(QPainter& painter)
 
 void ZORHostView3D::PaintReason(QPainter& painter)
 {
+    PaintText(painter, tr("The 3D view is not available: no graphics context could be made.") + "\n\n"
+                           + ZORVisGraphicsContext::GetInstance()->GetFailureReason() + "\n\n"
+                           + tr("Pictures can be saved all the same with File > Save Picture."));
+}
+
+void ZORHostView3D::PaintText(QPainter& painter, const QString& text)
+{
     const bool dark = ZORHostTheme::IsDark(palette());
     painter.fillRect(rect(), dark ? QColor(0x48, 0x4b, 0x50) : QColor(0xc8, 0xca, 0xcd));
     painter.setPen(dark ? Qt::white : Qt::black);
-    const QString text = tr("The 3D view is not available: no graphics context could be made.") + "\n\n"
-                         + ZORVisGraphicsContext::GetInstance()->GetFailureReason() + "\n\n"
-                         + tr("Pictures can be saved all the same with File > Save Picture.");
     painter.drawText(rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 

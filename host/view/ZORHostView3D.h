@@ -89,6 +89,7 @@ private:
     void PickAt(const QPointF& position);
     void ClearPick();
     void PaintReason(QPainter& painter);
+    void PaintText(QPainter& painter, const QString& text);
     /// Draws a mark and the name at the picked point; leaves the state of \a painter as it was.
     void PaintPick(QPainter& painter);
     void PaintFocus(QPainter& painter);

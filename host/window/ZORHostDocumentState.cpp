@@ -38,7 +38,13 @@ void ZORHostDocumentState::AddFromFile(bool isDocument, const std::function<void
 {
     const bool wasChanged = IsChanged();
     const bool wasEmpty = IsEmpty();
-    add();
+    const bool wasMarked = m_isChanged;
+    try {
+        add();
+    } catch (...) {
+        m_isChanged = wasMarked; // whatever came in has left again
+        throw;
+    }
     m_isChanged = wasChanged || m_hasFile;
     m_hasFile = m_hasFile || (isDocument && wasEmpty);
 }

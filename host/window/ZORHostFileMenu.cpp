@@ -29,7 +29,18 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include <new>
+
 namespace {
+
+/// Shows that the program is busy until destroyed, also by an exception.
+class WaitCursor
+{
+public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    Q_DISABLE_COPY_MOVE(WaitCursor)
+};
 
 ZORFeatEnvironment* Environment()
 {
@@ -171,16 +182,17 @@ bool ZORHostFileMenu::OpenFile(const QString& fileName)
         return false;
     QElapsedTimer timer;
     timer.start();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
     QString error;
     int count = 0;
     try {
+        const WaitCursor cursor;
         m_state->AddFromFile(ZORHostIsContainerFile(fileName),
                              [&] { count = ZORHostOpenFile(fileName, environment); });
     } catch (const ZORSysException& exception) {
         error = exception.GetMessage();
+    } catch (const std::bad_alloc&) {
+        error = tr("not enough memory to read '%1'").arg(QDir::toNativeSeparators(fileName));
     }
-    QApplication::restoreOverrideCursor();
     if (error.isEmpty())
         m_view->FitAll();
     return Report(error, tr("%1: %n object(s) in %2 s", nullptr, count)
@@ -242,6 +254,9 @@ bool ZORHostFileMenu::SaveDocument(const QString& fileName)
         error = Write(fileName, contents);
     } catch (const ZORSysException& exception) {
         error = exception.GetMessage();
+    } catch (const std::bad_alloc&) {
+        contents = {};
+        error = tr("not enough memory to write '%1'").arg(QDir::toNativeSeparators(fileName));
     }
     if (error.isEmpty())
         m_state->MarkSaved();

@@ -4,9 +4,13 @@
 #include <ZORComposites/ZORCompReadProcessor.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
 
 namespace {
 
@@ -28,6 +32,13 @@ QByteArray ReadAll(const QString& fileName)
     if (content.size() > MaximumSize)
         throw ZORSysException(Texts::tr("the file is larger than %1 bytes").arg(MaximumSize));
     return content;
+}
+
+/// Returns the number of bytes that the content and the document of a file take together.
+qint64 EstimateMemory(const QString& fileName)
+{
+    constexpr qint64 kBytesPerByte = 10;
+    return kBytesPerByte * std::min(QFileInfo(fileName).size(), MaximumSize);
 }
 
 } // namespace
@@ -60,9 +71,11 @@ void ZORCompReader::Read(ZORCompReadProcessor* processor) const
         throw ZORSysException(Texts::tr("read processor is null"));
     const ZORCompFormat& format = ZORCompFormat::Find(m_format);
     try {
-        ZORCompReadReport report;
-        const ZORCompDocument document = format.Parse(ReadAll(m_file), report);
-        processor->Add(document, m_file, report);
+        ZORSysMemory::Read(m_file, EstimateMemory(m_file), [&] {
+            ZORCompReadReport report;
+            const ZORCompDocument document = format.Parse(ReadAll(m_file), report);
+            processor->Add(document, m_file, report);
+        });
     } catch (const ZORSysFileException&) {
         throw;
     } catch (const ZORSysException& exception) {

@@ -11,7 +11,9 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysDocumentEnvelope.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
+#include <QDir>
 #include <QFileDevice>
 #include <QStringList>
 
@@ -75,6 +77,35 @@ void Write(QIODevice& device, const QByteArray& file)
     }
 }
 
+QString GetName(const QIODevice& device)
+{
+    const auto* const file = qobject_cast<const QFileDevice*>(&device);
+    return file ? QDir::toNativeSeparators(file->fileName()) : ZORGeoContainer::tr("container file");
+}
+
+/// Returns the number of bytes that the file, its document and the objects take together, as measured with surfaces; 0
+/// if the device cannot say.
+qint64 EstimateMemory(QIODevice& device)
+{
+    constexpr double kBytesPerByte = 3.5;
+    if (device.isSequential())
+        return 0;
+    const qint64 size = device.size() - device.pos();
+    const qint64 document = Envelope().GetDocumentSize(device.peek(ZORSysDocumentEnvelope::HeaderSize), size);
+    return size + qint64(kBytesPerByte * double(document));
+}
+
+std::vector<ZORGeoStoredObject> ReadObjects(QIODevice& device)
+{
+    const QByteArray file = device.readAll();
+    if (auto* const onDisk = qobject_cast<QFileDevice*>(&device);
+        onDisk && onDisk->error() != QFileDevice::NoError) {
+        throw ZORSysFileException(
+            ZORGeoContainer::tr("cannot read the container file: %1").arg(device.errorString()));
+    }
+    return ZORGeoContainerDocument::Read(Envelope().Unwrap(file));
+}
+
 } // namespace
 
 void ZORGeoContainer::Save(QIODevice& device) const
@@ -95,19 +126,16 @@ void ZORGeoContainer::Load(QIODevice& device)
     Q_D(ZORGeoContainer);
     if (!device.isReadable())
         throw ZORSysFileException(tr("cannot read the container file: the device is not open for reading"));
-    const QByteArray file = device.readAll();
-    if (auto* const onDisk = qobject_cast<QFileDevice*>(&device);
-        onDisk && onDisk->error() != QFileDevice::NoError) {
-        throw ZORSysFileException(tr("cannot read the container file: %1").arg(device.errorString()));
-    }
-    const std::vector<ZORGeoStoredObject> objects = ZORGeoContainerDocument::Read(Envelope().Unwrap(file));
-    try {
-        ZORGeoContainerLoader loader(*this, objects);
-        loader.Make();
-        ZorGeoDumpLoad(objects, tr("all objects are made"));
-        loader.Register(d->names);
-    } catch (const ZORSysException& exception) {
-        ZorGeoDumpLoad(objects, exception.GetMessage());
-        throw;
-    }
+    ZORSysMemory::Read(GetName(device), EstimateMemory(device), [&] {
+        const std::vector<ZORGeoStoredObject> objects = ReadObjects(device);
+        try {
+            ZORGeoContainerLoader loader(*this, objects);
+            loader.Make();
+            ZorGeoDumpLoad(objects, tr("all objects are made"));
+            loader.Register(d->names);
+        } catch (const ZORSysException& exception) {
+            ZorGeoDumpLoad(objects, exception.GetMessage());
+            throw;
+        }
+    });
 }

@@ -11,6 +11,7 @@
 #include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
 #include <algorithm>
 #include <cmath>
@@ -116,7 +117,8 @@ Result ZORGeoCurveOnSurfaceProcessor::Private::Join(const ZORGeoLocationOnSurfac
 
     const auto& back = begin.GetLocations();
     const auto& forth = end.GetLocations();
-    QList<ZORGeoLocationOnSurface> locations(qsizetype(back.size() + std::max<size_t>(1, forth.size())));
+    auto locations = ZORSysMemory::MakeList<ZORGeoLocationOnSurface>(
+        qsizetype(back.size() + std::max<size_t>(1, forth.size())));
     const auto middle = std::copy(back.rbegin(), back.rend(), locations.begin());
     *middle = start;
     std::copy(forth.begin(), forth.end(), middle);

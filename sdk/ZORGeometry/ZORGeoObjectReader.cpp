@@ -5,6 +5,7 @@
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORMathematics/ZORMathPoint.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
 #include <cstring>
 
@@ -78,7 +79,7 @@ QList<ZORMathPoint> ZORGeoObjectReader::GetPoints(const char* key) const
     const QList<double>& numbers = GetDoubles(key);
     if (numbers.size() % 3 != 0)
         Fail(ZORGeoContainer::tr("value '%1' ends within a point").arg(QLatin1String(key)));
-    QList<ZORMathPoint> points(numbers.size() / 3);
+    auto points = ZORSysMemory::MakeList<ZORMathPoint>(numbers.size() / 3);
     if (!points.isEmpty())
         std::memcpy(static_cast<void*>(points.data()), numbers.constData(),
                     size_t(numbers.size()) * sizeof(double));

@@ -8,9 +8,11 @@
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
 #include <QCoreApplication>
 #include <QFileDevice>
+#include <QPointer>
 
 #include <memory>
 
@@ -25,6 +27,59 @@ QString GetDeviceName(const QIODevice* device)
 {
     const auto* file = qobject_cast<const QFileDevice*>(device);
     return file ? file->fileName() : Translate("STL content");
+}
+
+/// Returns the number of bytes that loading takes at its peak, the mapped file included, as measured with connected
+/// triangles in both forms; 0 if the device cannot say.
+qint64 EstimateMemory(const QIODevice* device)
+{
+    constexpr double kBytesPerByte = 2.5;
+    if (!device || device->isSequential())
+        return 0;
+    return qint64(kBytesPerByte * double(device->size() - device->pos()));
+}
+
+using Surfaces = std::vector<std::unique_ptr<ZORGeoSurface>>;
+
+Surfaces ReadSurfaces(QIODevice* device, ZORGeoContainer* container, double factor, ZORGeoStlReport& report)
+{
+    std::vector<ZORGeoStlSolid> solids;
+    {
+        ZORGeoStlContent content(device);
+        ZORGeoStlParser parser(factor, report, [&content](qsizetype bytes) { content.Release(bytes); });
+        solids = parser.Parse(content.GetBytes());
+    }
+    Surfaces surfaces;
+    for (ZORGeoStlSolid& solid : solids) {
+        surfaces.push_back(std::make_unique<ZORGeoSurface>(container, solid.vertices, solid.triangles));
+        surfaces.back()->setObjectName(solid.name);
+        solid = {};
+    }
+    return surfaces;
+}
+
+/// Adds all surfaces to the container, or none where an exception ends it.
+QList<const ZORGeoSurface*> Add(Surfaces& surfaces, ZORGeoContainer* container)
+{
+    QList<const ZORGeoSurface*> added;
+    added.reserve(qsizetype(surfaces.size()));
+    std::vector<QPointer<ZORGeoSurface>> joined; // receivers of the container's signals may remove them
+    joined.reserve(surfaces.size());
+    try {
+        for (std::unique_ptr<ZORGeoSurface>& surface : surfaces) {
+            if (!surface->objectName().isEmpty())
+                surface->setObjectName(container->GetUniqueName(surface->objectName()));
+            joined.emplace_back(surface.get());
+            surface->Initialize();
+            added.append(surface.release());
+        }
+    } catch (...) {
+        joined.resize(size_t(added.size())); // the others still have their owner
+        for (const QPointer<ZORGeoSurface>& surface : joined)
+            delete surface.data();
+        throw;
+    }
+    return added;
 }
 
 } // namespace
@@ -44,28 +99,10 @@ QList<const ZORGeoSurface*> ZORGeoStlLoader::Load(ZORGeoContainer* container, ZO
     if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
         throw ZORSysException(Translate("unit is no unit of length"));
 
-    std::vector<ZORGeoStlSolid> solids;
-    {
-        ZORGeoStlContent content(m_device);
-        ZORGeoStlParser parser(ZORSysValue::GetUnitFactor(unit), m_report,
-                               [&content](qsizetype bytes) { content.Release(bytes); });
-        solids = parser.Parse(content.GetBytes());
-    }
-    std::vector<std::unique_ptr<ZORGeoSurface>> surfaces;
-    for (ZORGeoStlSolid& solid : solids) {
-        surfaces.push_back(std::make_unique<ZORGeoSurface>(container, solid.vertices, solid.triangles));
-        surfaces.back()->setObjectName(solid.name);
-        solid = {};
-    }
-    if (m_report.HasLosses())
-        qCWarning(ZorGeometryLog).noquote() << GetDeviceName(m_device) + ": " + m_report.ToString();
-
-    QList<const ZORGeoSurface*> added;
-    for (std::unique_ptr<ZORGeoSurface>& surface : surfaces) {
-        if (!surface->objectName().isEmpty())
-            surface->setObjectName(container->GetUniqueName(surface->objectName()));
-        surface->Initialize();
-        added.append(surface.release());
-    }
-    return added;
+    return ZORSysMemory::Read(GetDeviceName(m_device), EstimateMemory(m_device), [&] {
+        Surfaces surfaces = ReadSurfaces(m_device, container, ZORSysValue::GetUnitFactor(unit), m_report);
+        if (m_report.HasLosses())
+            qCWarning(ZorGeometryLog).noquote() << GetDeviceName(m_device) + ": " + m_report.ToString();
+        return Add(surfaces, container);
+    });
 }

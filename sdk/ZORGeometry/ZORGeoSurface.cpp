@@ -10,6 +10,7 @@
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
 #include <algorithm>
 #include <cmath>
@@ -184,7 +185,7 @@ struct ZORGeoSurfaceStorage
     static void Write(const ZORGeoSurface& surface, ZORGeoObjectWriter& writer)
     {
         const QList<Corners>& triangles = surface.GetCornerArray();
-        QList<qint32> corners(3 * triangles.size());
+        auto corners = ZORSysMemory::MakeList<qint32>(3 * triangles.size());
         if (!triangles.isEmpty())
             std::memcpy(corners.data(), triangles.constData(), size_t(triangles.size()) * sizeof(Corners));
         writer.WritePoints("vertices", surface.GetVertexArray());
@@ -195,7 +196,7 @@ struct ZORGeoSurfaceStorage
         const QList<qint32>& corners = reader.GetInts("triangles");
         if (corners.size() % 3 != 0)
             reader.Fail(ZORGeoSurface::tr("value 'triangles' ends within a triangle"));
-        QList<Corners> triangles(corners.size() / 3);
+        auto triangles = ZORSysMemory::MakeList<Corners>(corners.size() / 3);
         if (!triangles.isEmpty())
             std::memcpy(triangles.data(), corners.constData(), size_t(triangles.size()) * sizeof(Corners));
         return new ZORGeoSurface(container, reader.GetPoints("vertices"), triangles);

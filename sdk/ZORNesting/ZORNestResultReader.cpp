@@ -5,6 +5,7 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysDocumentEnvelope.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -58,15 +59,15 @@ ZORNestResult ZORNestResultReader::Read(FileFormat* format)
         *format = UnknownFormat;
     SetFailure({});
     try {
-        ZORNestResult result = ZORNestResultDocument::Read(ReadBytes());
+        const QString subject =
+            GetDevice() ? QCoreApplication::translate("ZORNestResultReader", "result file") : GetFilePath();
+        ZORNestResult result =
+            ZORSysMemory::Read(subject, 0, [this] { return ZORNestResultDocument::Read(ReadBytes()); });
         if (format)
             *format = MsiFormat;
         return result;
     } catch (const ZORSysException& exception) {
         SetFailure(exception.GetMessage());
-    } catch (const std::bad_alloc&) {
-        SetFailure(
-            QCoreApplication::translate("ZORNestResultReader", "not enough memory for the result file"));
     }
     return {};
 }

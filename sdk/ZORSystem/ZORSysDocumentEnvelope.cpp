@@ -54,6 +54,14 @@ bool ZORSysDocumentEnvelope::HasSignature(QByteArrayView bytes)
     return bytes.startsWith(QByteArrayView(signature, sizeof signature));
 }
 
+qint64 ZORSysDocumentEnvelope::GetDocumentSize(QByteArrayView start, qint64 fileSize) const
+{
+    if (start.size() < HeaderSize || fileSize < HeaderSize || !HasSignature(start))
+        return 0;
+    const auto size = qFromLittleEndian<quint64>(start.data() + 16);
+    return size / quint64(m_maximumRatio) > quint64(fileSize - HeaderSize) ? 0 : qint64(size);
+}
+
 void ZORSysDocumentEnvelope::FailDamaged(const QString& reason) const
 {
     throw ZORSysFileException(Translate("%1 is damaged: %2").arg(m_kind, reason));

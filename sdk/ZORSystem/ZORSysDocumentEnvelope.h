@@ -32,6 +32,11 @@ public:
 
     /// Whether bytes begin as every such file does.
     static bool HasSignature(QByteArrayView bytes);
+    /// Returns the length of the document that the first bytes of a file announce; 0 where they cannot be the header of
+    /// a file of that length that is whole.
+    /// \param start     the first HeaderSize bytes of the file
+    /// \param fileSize  length of the file in bytes
+    qint64 GetDocumentSize(QByteArrayView start, qint64 fileSize) const;
     /// The bytes of a file; equal documents give equal bytes.
     /// \throws ZORSysFileException "cannot compress the %1: %2" (kind, reason)
     QByteArray Wrap(const QByteArray& document) const;

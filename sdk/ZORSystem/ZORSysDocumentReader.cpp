@@ -3,6 +3,7 @@
 #include "ZORSysDocumentTags_p.h"
 
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysMemory.h>
 
 #include <QCoreApplication>
 #include <QtEndian>
@@ -93,7 +94,7 @@ QList<T> ZORSysDocumentReader::ReadArray()
 {
     const qsizetype length = GetLength(m_reader.isByteArray());
     Check(length % qsizetype(sizeof(T)) == 0);
-    QList<T> values(length / qsizetype(sizeof(T)));
+    auto values = ZORSysMemory::MakeList<T>(length / qsizetype(sizeof(T)));
     ReadContent(reinterpret_cast<char*>(values.data()), length);
     if constexpr (Q_BYTE_ORDER != Q_LITTLE_ENDIAN)
         qFromLittleEndian<T>(values.constData(), values.size(), values.data());

@@ -2,6 +2,8 @@
 #include "ZORVisMeshArrays_p.h"
 #include "ZORVisPicking_p.h"
 
+#include <ZORSystem/ZORSysMemory.h>
+
 namespace {
 
 ZORMathBoundingBox BoxOf(const QList<ZORMathPoint>& points)
@@ -14,7 +16,7 @@ ZORMathBoundingBox BoxOf(const QList<ZORMathPoint>& points)
 
 QList<ZORVisMeshData::Corners> SuccessiveTriples(qsizetype numPoints)
 {
-    QList<ZORVisMeshData::Corners> corners(numPoints / 3);
+    auto corners = ZORSysMemory::MakeList<ZORVisMeshData::Corners>(numPoints / 3);
     for (int i = 0; i < int(corners.size()); ++i)
         corners[i] = {3 * i, 3 * i + 1, 3 * i + 2};
     return corners;

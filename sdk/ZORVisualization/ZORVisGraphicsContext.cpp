@@ -1,5 +1,7 @@
 #include "ZORVisGraphicsContext.h"
 
+#include <ZORSystem/ZORSysMemory.h>
+
 #include <QLoggingCategory>
 #include <QStringList>
 #include <QThread>
@@ -20,6 +22,7 @@ Q_LOGGING_CATEGORY(zorVisLog, "zor.visualization", QtWarningMsg)
 namespace {
 
 constexpr int wantedSamples = 4;
+constexpr qint64 neededAddresses = qint64(1) << 30; // bytes; software drawing takes 600 MB of them
 
 // Coin reports, among real errors, that it finds no GLX, which is not used here.
 void LogCoinMessage(const SoError* error, void*)
@@ -83,6 +86,12 @@ void ZORVisGraphicsContext::Private::Create()
 {
     if (qEnvironmentVariableIntValue("ZOR_NO_GRAPHICS") == 1) {
         reasons << QStringLiteral("graphics are switched off by the environment variable ZOR_NO_GRAPHICS");
+        return;
+    }
+    // Drivers do not survive the end of the memory, and software drawing reserves most addresses of all.
+    if (const qint64 available = ZORSysMemory::GetAvailableAddresses(); available < neededAddresses) {
+        reasons << QStringLiteral("graphics need %1 of address space, only %2 are left")
+                       .arg(ZORSysMemory::FormatSize(neededAddresses), ZORSysMemory::FormatSize(available));
         return;
     }
     thread = QThread::currentThreadId();

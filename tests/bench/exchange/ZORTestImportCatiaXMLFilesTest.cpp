@@ -1,10 +1,12 @@
 // Files that are broken, hostile, odd or big, and what the import makes of them.
 
 #include "ContourImportTest.h"
+#include "support/MemoryLimit.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QStringEncoder>
 
 #include <random>
@@ -45,6 +47,32 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatVanishesWhileItIsChosenLeavesTheL
     EXPECT_EQ(second, EditText());
     EXPECT_EQ(QVariant(second), GetSettings()->value(SettingsKey)) << "remembered before it is loaded";
     EXPECT_EQ((QList<QList<ZORMathPoint>>{{{1, 2, 3}}}), ImportAll()) << "the document is still the old one";
+}
+
+TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatDoesNotFitIntoTheMemoryIsReported)
+{
+    ZOR_REQUIRE_MEMORY_LIMITS();
+    QFile::remove(path);
+    constexpr int kNumContours = 300'000;
+    WriteFile(path, "<a>" + Contour.repeated(kNumContours) + "</a>");
+    GetSettings()->setValue(SettingsKey, path);
+    enum Outcome { Loaded = 1, Reported };
+    const auto load = [this]() -> int {
+        Open("ZORTestImportCatiaXMLCurvesDlg");
+        const QStringList errors = boxes.TakeErrors();
+        const int numListed = List()->count();
+        if (!QGuiApplication::overrideCursor() && errors.isEmpty() && numListed == kNumContours)
+            return Loaded;
+        const QStringList expected("not enough memory to read '" + path + "'");
+        return !QGuiApplication::overrideCursor() && errors == expected && numListed == 0 ? Reported : 0;
+    };
+    // What earlier tests released serves as well, so the least limits alone are sure to be too low.
+    EXPECT_EQ(Reported, RunWithMemory(40'000'000, load));
+    for (const qint64 room : {60'000'000, 80'000'000, 100'000'000, 120'000'000}) {
+        const int outcome = RunWithMemory(room, load);
+        EXPECT_TRUE(outcome == Reported || outcome == Loaded) << outcome << " with " << room << " bytes";
+    }
+    EXPECT_EQ(Loaded, RunWithMemory(1'000'000'000, load));
 }
 
 TEST_F(ZORTestImportCatiaXMLFilesTest, MalformedFilesGiveNoContoursAndNoMessage)

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <new>
 #include <stdexcept>
 
 namespace {
@@ -75,6 +76,17 @@ TEST_F(ZORHostApplicationTest, StandardAndOtherExceptionsAreShownToo)
     TakeBox("out of luck");
     QTimer::singleShot(0, qApp, [] { throw 42; });
     TakeBox("An operation failed with an exception of unknown type.");
+}
+
+TEST_F(ZORHostApplicationTest, RunningOutOfMemoryIsShownEveryTimeWithMemoryForTheBox)
+{
+    QPushButton button("Fail");
+    button.show();
+    QObject::connect(&button, &QPushButton::clicked, &button, [] { throw std::bad_alloc(); });
+    for (int i = 0; i < 2; ++i) {
+        QTest::mouseClick(&button, Qt::LeftButton);
+        TakeBox("There is not enough memory for this operation.");
+    }
 }
 
 TEST_F(ZORHostApplicationTest, AnExceptionWhileABoxIsOpenWaitsForItsTurn)

@@ -1,8 +1,10 @@
 // Runs the program itself.
 
 #include "HostTest.h"
+#include "support/MemoryLimit.h"
 
 #include <QProcess>
+#include <QtEndian>
 
 namespace {
 
@@ -14,6 +16,8 @@ public:
     {
         QProcess process;
         process.setProcessEnvironment(Environment(environment));
+        if (memoryLimit > 0)
+            process.setChildProcessModifier([this] { LimitAddresses(qint64(memoryLimit) * 1'000'000); });
         process.start(ZOR_TEST_HOST, arguments);
         EXPECT_TRUE(process.waitForFinished(120'000)) << process.errorString().toStdString();
         out = QString::fromLocal8Bit(process.readAllStandardOutput());
@@ -30,6 +34,17 @@ public:
                    environment);
     }
 
+    /// A binary file of so many facets that are all zero and take no place on the disk.
+    QString WriteSparseStl(const QString& name, quint32 numFacets) const
+    {
+        const quint32 count = qToLittleEndian(numFacets);
+        const QString path =
+            WriteFile(name, QByteArray(80, ' ') + QByteArray(reinterpret_cast<const char*>(&count), 4));
+        EXPECT_TRUE(QFile::resize(path, 84 + 50 * qint64(numFacets)));
+        return path;
+    }
+
+    int memoryLimit = 0; // megabytes; 0: none
     QString out;
     QString err;
 
@@ -147,6 +162,34 @@ TEST_F(ZORHostProgramTest, LoadsPluginsByOptionAndSearchPathAndReportsBadOnes)
                       GetPath("host.ini")},
                      {"ZOR_PLUGIN_PATH=" + folder}))
         << out.toStdString() << err.toStdString();
+}
+
+TEST_F(ZORHostProgramTest, EndsWithAMessageWhereThereIsTooLittleMemoryToStart)
+{
+    ZOR_REQUIRE_MEMORY_LIMITS();
+    memoryLimit = 170;
+    EXPECT_EQ(3, Run({"--clean-settings", "--settings", GetPath("host.ini")}));
+    EXPECT_TRUE(err.startsWith("zorhost: not enough memory to start: ")) << err.toStdString();
+}
+
+TEST_F(ZORHostProgramTest, AFileThatDoesNotFitIntoTheMemoryLeavesTheDocumentAndTheProgramAsTheyWere)
+{
+    ZOR_REQUIRE_MEMORY_LIMITS();
+    const QString large = WriteSparseStl("large.stl", 20'000'000);
+    for (const int limit : {400, 550, 700}) {
+        memoryLimit = limit;
+        EXPECT_EQ(
+            0, RunScript("in ZORHostMainWindow\n"
+                         "answer file ${LARGE}\n"
+                         "answer box OK \"not enough memory to read '${LARGE}' (needs about 2.5 GB)\"\n"
+                         "trigger _OpenAction\n"
+                         "expect geometries is 0\n"
+                         "answer file ${PART}\n"
+                         "trigger _OpenAction\n"
+                         "expect geometries is 1\n",
+                         {"--define", "LARGE=" + large, "--define", "PART=" + WriteTetrahedron("part.stl")}))
+            << limit << " MB: " << out.toStdString() << err.toStdString();
+    }
 }
 
 TEST_F(ZORHostProgramTest, OpensItsWindowWithoutGraphicsContext)

@@ -1,6 +1,7 @@
 #include "script/ZORHostScriptRunner.h"
 
 #include "HostTest.h"
+#include "support/UncheckedLeaks.h"
 #include "view/ZORHostView3D.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -29,6 +30,9 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
+
+#include <new>
+#include <stdexcept>
 
 namespace {
 
@@ -383,6 +387,17 @@ TEST_F(ZORHostScriptRunnerTest, AnAnswerOfTheWrongKindEndsTheScript)
     EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the answer 'file' does not fit the dialog 'Error' "
                       "(QMessageBox): no way"),
               FailureOf({"in Playground", "answer file x", "trigger Box"}));
+}
+
+TEST_F(ZORHostScriptRunnerTest, AnyExceptionOfAStepEndsTheScript)
+{
+    const UncheckedLeaks unchecked; // it throws through Qt
+    window.Add("Memory", [] { throw std::bad_alloc(); });
+    EXPECT_EQ(QString("test.zorscript:2: there is not enough memory for this step"),
+              FailureOf({"in Playground", "trigger Memory", "set _Edit reached"}));
+    window.Add("Luck", [] { throw std::runtime_error("out of luck"); });
+    EXPECT_EQ(QString("test.zorscript:2: out of luck"), FailureOf({"in Playground", "trigger Luck"}));
+    EXPECT_NE(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text());
 }
 
 TEST_F(ZORHostScriptRunnerTest, AnAnswerNobodyAskedForFails)

@@ -6,6 +6,7 @@
 #include "plugins/ZORHostPluginManager.h"
 #include "support/DialogAnswerer.h"
 #include "support/MessageBoxCatcher.h"
+#include "support/UncheckedLeaks.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
 #include "window/ZORHostNoticeBar.h"
@@ -27,6 +28,9 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QToolBar>
+
+#include <new>
+#include <utility>
 
 namespace {
 
@@ -109,6 +113,30 @@ TEST_F(ZORHostMainWindowTest, OpeningABrokenFileShowsAnErrorAndAddsNothing)
     const QStringList errors = boxes.TakeErrors();
     ASSERT_EQ(1, errors.size());
     EXPECT_TRUE(errors[0].startsWith("cannot open file '")) << errors[0].toStdString();
+}
+
+TEST_F(ZORHostMainWindowTest, RunningOutOfMemoryWhileOpeningLeavesTheDocumentAndTheCursorAsTheyWere)
+{
+    const UncheckedLeaks unchecked; // it throws through Qt
+    AddBox("Box");
+    const QString file = WriteTetrahedron("part.stl");
+    {
+        QObject receiver;
+        bool isFirst = true; // the next one is that of a destructor, which has to pass
+        QObject::connect(GetEnvironment()->GetContainer(), &ZORGeoContainer::ContentChanged, &receiver,
+                         [&isFirst] {
+                             if (std::exchange(isFirst, false))
+                                 throw std::bad_alloc();
+                         });
+        EXPECT_FALSE(window->OpenFile(file));
+    }
+    const QStringList errors = boxes.TakeErrors();
+    ASSERT_EQ(1, errors.size());
+    EXPECT_TRUE(errors[0].startsWith("not enough memory to read '" + file + "'")) << errors[0].toStdString();
+    EXPECT_EQ(nullptr, QApplication::overrideCursor());
+    EXPECT_EQ(1, GetEnvironment()->GetContainer()->GetNumGeometry());
+    EXPECT_TRUE(window->OpenFile(file));
+    EXPECT_EQ(2, GetEnvironment()->GetContainer()->GetNumGeometry());
 }
 
 TEST_F(ZORHostMainWindowTest, NewTakesEverythingOutAfterAQuestion)
