@@ -7,30 +7,13 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
+#include <QFileDevice>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QSaveFile>
-
-#include <memory>
 
 ZOR_TEST_REGISTER(ZORTestSaveContainerCmd)
-
-namespace {
-
-// A file is replaced in one step where its folder allows that, and only written to where it does not. What is no
-// file, a device for example, can only be written to.
-std::unique_ptr<QFileDevice> MakeFile(const QString& path)
-{
-    const QFileInfo present(path);
-    if (present.exists() && !present.isFile())
-        return std::make_unique<QFile>(path);
-    auto file = std::make_unique<QSaveFile>(path);
-    file->setDirectWriteFallback(true);
-    return file;
-}
-
-} // namespace
 
 ZORTestSaveContainerCmd::ZORTestSaveContainerCmd(ZORTestEnvironment* environment)
     : ZORTestCommand(environment)
@@ -47,16 +30,18 @@ void ZORTestSaveContainerCmd::Execute()
         emit Finished(false);
         return;
     }
-    const std::unique_ptr<QFileDevice> file = MakeFile(path);
-    if (!file->open(QIODevice::WriteOnly)) {
+    ZORSysReplacedFile file(path);
+    try {
+        file.Open();
+    } catch (const ZORSysFileException&) {
         QMessageBox::critical(nullptr, tr("Error"), tr("Cannot open the file for writing."), QMessageBox::Ok);
         emit Finished(false);
         return;
     }
 
-    GetEnvironment()->GetEnvironment()->GetContainer()->Save(*file);
-    if (auto* const whole = qobject_cast<QSaveFile*>(file.get()); whole && !whole->commit())
-        throw ZORSysFileException(tr("cannot write the container file: %1").arg(whole->errorString()));
+    GetEnvironment()->GetEnvironment()->GetContainer()->Save(file.GetDevice());
+    if (!file.Commit())
+        throw ZORSysFileException(tr("cannot write the container file: %1").arg(file.GetErrorString()));
 
     lastPath.Write(path);
     emit Finished(true);

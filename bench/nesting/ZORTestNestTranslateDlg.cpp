@@ -11,7 +11,6 @@
 
 #include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
 
 ZOR_TEST_REGISTER(ZORTestNestTranslateDlg)
@@ -83,9 +82,7 @@ void ZORTestNestTranslateDlg::OnStatusUpdated()
     const QList<ZORWorkResource> resources = response->GetResult().GetResources();
     for (const ZORWorkResource& resource : resources) {
         const QString path = resource.GetFilePath();
-        if (!resource.ConvertToLocalStorage(m_outputDirectory, ZORWorkResource::Copy))
-            qWarning("cannot copy part '%ls' into '%ls'", qUtf16Printable(QFileInfo(path).fileName()),
-                     qUtf16Printable(m_outputDirectory));
+        resource.ConvertToLocalStorage(m_outputDirectory, ZORWorkResource::Copy);
         QFile::remove(path);
     }
     m_ui->_ProgBar->setValue(m_ui->_ProgBar->value() + 1);

@@ -7,9 +7,11 @@
 #include <ZORNesting/ZORNestResultReader.h>
 #include <ZORNesting/ZORNestVisRepFactory.h>
 #include <ZORNesting/ZORNestVisualizationManager.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 #include <ZORVisualization/ZORVisRep.h>
 #include <ZORVisualization/ZORVisRepFactory.h>
 
+#include <QBuffer>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -20,6 +22,16 @@
 ZOR_TEST_REGISTER(ZORTestNestVisualizeResultCmd)
 
 namespace {
+
+// A picture that cannot be saved is not reported; a file that was there before stays.
+void Save(const QImage& image, const QString& path)
+{
+    QByteArray contents;
+    QBuffer buffer(&contents);
+    buffer.open(QIODevice::WriteOnly);
+    if (!path.isEmpty() && image.save(&buffer, "PNG", -1))
+        ZORSysReplacedFile::Replace(path, contents);
+}
 
 /// Null without an application that shows commands.
 QWidget* GetParentWidget()
@@ -55,6 +67,6 @@ void ZORTestNestVisualizeResultCmd::Execute()
     const QImage image = ZORVisRepFactory::CreateImage(QSize(width, height), {rep.get()}, QColor::fromRgb(0));
     const QString imagePath =
         QFileDialog::getSaveFileName(nullptr, QString(), QString(), tr("PNG Images (*.png)"));
-    image.save(imagePath, "PNG", -1);
+    Save(image, imagePath);
     emit Finished(true);
 }

@@ -97,7 +97,9 @@ void ZORHostSettings::CheckReadable(const QString& fileName)
 
 void ZORHostSettings::CheckWritable()
 {
-    if (!m_store->isWritable()) {
+    // The file is replaced, so that its folder has to take a new one.
+    const QFileInfo folder(QFileInfo(m_store->fileName()).path());
+    if (!m_store->isWritable() || (folder.exists() && !folder.isWritable())) {
         m_warning = Tr("The settings file '%1' cannot be written; changes of the settings will be lost.")
                         .arg(QDir::toNativeSeparators(m_store->fileName()));
     }

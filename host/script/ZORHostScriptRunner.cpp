@@ -6,9 +6,12 @@
 #include "script/ZORHostWidgetFinder.h"
 #include "view/ZORHostView3D.h"
 
+#include <ZORSystem/ZORSysReplacedFile.h>
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QBuffer>
 #include <QDialog>
 #include <QDir>
 #include <QFileInfo>
@@ -311,8 +314,14 @@ void ZORHostScriptRunner::TakeScreenshot(const QString& what, const QString& fil
         throw ZORHostScriptError(
             QStringLiteral("a picture of '%1' cannot be taken: view, window or screen").arg(what));
     QDir().mkpath(QFileInfo(fileName).absolutePath());
-    if (!picture.save(fileName, "PNG"))
-        throw ZORHostScriptError(QStringLiteral("cannot write the picture '%1'").arg(fileName));
+    QByteArray contents;
+    QBuffer buffer(&contents);
+    buffer.open(QIODevice::WriteOnly);
+    if (!picture.save(&buffer, "PNG"))
+        throw ZORHostScriptError(QStringLiteral("cannot write the picture '%1': it is empty").arg(fileName));
+    const QString reason = ZORSysReplacedFile::Replace(fileName, contents);
+    if (!reason.isEmpty())
+        throw ZORHostScriptError(QStringLiteral("cannot write the picture '%1': %2").arg(fileName, reason));
     m_report.AddPicture(QFileInfo(fileName).absoluteFilePath());
     m_report.Print(
         QStringLiteral("  picture %1 (%2 x %3)").arg(fileName).arg(picture.width()).arg(picture.height()));

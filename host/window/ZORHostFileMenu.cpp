@@ -18,7 +18,6 @@
 #include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFileDevice>
 #include <QFileDialog>
 #include <QImageWriter>
 #include <QMainWindow>
@@ -50,16 +49,10 @@ ZORFeatEnvironment* Environment()
 /// The error of writing \a contents, none of it or all; empty when it went well.
 QString Write(const QString& fileName, const QByteArray& contents)
 {
-    ZORSysReplacedFile file(fileName);
-    try {
-        file.Open();
-        if (file.GetDevice().write(contents) == contents.size() && file.Commit())
-            return {};
-    } catch (const ZORSysException&) {
-        // the device knows the reason as well
-    }
-    return ZORHostFileMenu::tr("Cannot write '%1': %2")
-        .arg(QDir::toNativeSeparators(fileName), file.GetErrorString());
+    const QString reason = ZORSysReplacedFile::Replace(fileName, contents);
+    return reason.isEmpty()
+               ? QString()
+               : ZORHostFileMenu::tr("Cannot write '%1': %2").arg(QDir::toNativeSeparators(fileName), reason);
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 #include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QCoreApplication>
-#include <QFileDevice>
 
 namespace {
 
@@ -22,7 +21,7 @@ void Save(const QString& fileName, const QByteArray& content)
 {
     ZORSysReplacedFile file(fileName);
     file.Open();
-    if (file.GetDevice().write(content) != content.size() || !file.Commit())
+    if (!file.Write(content) || !file.Commit())
         throw ZORSysException(file.GetErrorString());
 }
 

@@ -3,8 +3,8 @@
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoDebugOptions.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
-#include <QFile>
 #include <QTextStream>
 
 namespace {
@@ -55,19 +55,16 @@ void ZorGeoDumpLoad(const std::vector<ZORGeoStoredObject>& objects, const QStrin
     const ZORGeoDebugOptions* const options = ZORGeoDebugOptions::GetInstance();
     if (!options->IsContainerLoadDumpEnabled() || options->GetContainerLoadDumpFile().isEmpty())
         return;
-    QFile file(options->GetContainerLoadDumpFile());
-    bool isWritten = file.open(QIODevice::WriteOnly | QIODevice::Text);
-    if (isWritten) {
-        QTextStream out(&file);
-        out << "Objects: " << objects.size() << '\n';
-        for (size_t i = 0; i < objects.size(); ++i)
-            Write(out, objects[i], i);
-        out << "Outcome: " << outcome << '\n';
-        out.flush();
-        isWritten = out.status() == QTextStream::Ok && file.flush();
-    }
-    if (!isWritten) {
-        qCWarning(ZorGeometryLog).noquote() << ZORGeoContainer::tr("cannot write the load dump '%1': %2")
-                                                   .arg(file.fileName(), file.errorString());
-    }
+    QByteArray text;
+    QTextStream out(&text);
+    out << "Objects: " << objects.size() << '\n';
+    for (size_t i = 0; i < objects.size(); ++i)
+        Write(out, objects[i], i);
+    out << "Outcome: " << outcome << '\n';
+    out.flush();
+    const QString path = options->GetContainerLoadDumpFile();
+    const QString error = ZORSysReplacedFile::Replace(path, text);
+    if (!error.isEmpty())
+        qCWarning(ZorGeometryLog).noquote()
+            << ZORGeoContainer::tr("cannot write the load dump '%1': %2").arg(path, error);
 }

@@ -12,6 +12,7 @@
 #include <ZORSystem/ZORSysDocumentEnvelope.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QDir>
 #include <QFileDevice>
@@ -68,10 +69,7 @@ std::vector<ZORGeoStoredObject> Describe(const ZORGeoContainer& container)
 
 void Write(QIODevice& device, const QByteArray& file)
 {
-    bool isWritten = device.write(file) == file.size();
-    if (auto* const onDisk = qobject_cast<QFileDevice*>(&device); onDisk && isWritten)
-        isWritten = onDisk->flush();
-    if (!isWritten) {
+    if (!ZORSysReplacedFile::WriteAll(device, file)) {
         throw ZORSysFileException(
             ZORGeoContainer::tr("cannot write the container file: %1").arg(device.errorString()));
     }

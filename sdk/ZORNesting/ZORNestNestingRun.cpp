@@ -6,12 +6,14 @@
 
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 #include <ZORWorker/ZORWorkContext.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <chrono>
@@ -26,6 +28,8 @@
 namespace {
 
 using namespace std::chrono_literals;
+
+Q_LOGGING_CATEGORY(ZorNestingRunLog, "zor.nesting")
 
 constexpr auto Pulse = 20ms;
 constexpr double MostProgress = 0.999; // as long as the job runs
@@ -255,15 +259,20 @@ ZORWorkResult Run::Finish(ZORNestSolver::Solution solution, double seconds) cons
     }
     outcome.report = report.get();
     outcome.remarks = GetRemarks(solution);
-    if (m_task.isKept)
-        Keep(outcome);
+    try {
+        if (m_task.isKept)
+            Keep(outcome);
+    } catch (const ZORSysFileException& exception) {
+        // Only a copy for developers is missing; hours of work are not lost for that.
+        qCWarning(ZorNestingRunLog).noquote() << exception.GetMessage();
+    }
     return ZORWorkResult(ZORNestJobBytes::Write(outcome));
 }
 
 void WriteFile(const QDir& directory, const QString& name, const QByteArray& content)
 {
     QFile file(directory.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
+    if (!file.open(QIODevice::WriteOnly) || !ZORSysReplacedFile::WriteAll(file, content))
         throw ZORSysFileException(Tr("cannot keep '%1': %2").arg(file.fileName(), file.errorString()));
 }
 

@@ -8,8 +8,11 @@
 
 #include <QCoreApplication>
 #include <QFileDevice>
+#include <QLoggingCategory>
 
 namespace {
+
+Q_LOGGING_CATEGORY(ZorResultWriterLog, "zor.nesting")
 
 QString Translate(const char* text)
 {
@@ -18,10 +21,7 @@ QString Translate(const char* text)
 
 void WriteTo(QIODevice& device, const QByteArray& bytes)
 {
-    bool isWritten = device.write(bytes) == bytes.size();
-    if (auto* const file = qobject_cast<QFileDevice*>(&device); file && isWritten)
-        isWritten = file->flush();
-    if (!isWritten)
+    if (!ZORSysReplacedFile::WriteAll(device, bytes))
         throw ZORSysFileException(Translate("cannot write the result file: %1").arg(device.errorString()));
 }
 
@@ -71,5 +71,9 @@ qint64 ZORNestResultWriter::Write(const ZORNestResult& result)
     } catch (const std::bad_alloc&) {
         SetFailure(Translate("not enough memory for the result file"));
     }
+    // Not every caller looks at what this returns.
+    qCWarning(ZorResultWriterLog).noquote()
+        << (GetDevice() ? Translate("a result is not written: %1").arg(GetFailure())
+                        : Translate("result file '%1' is not written: %2").arg(GetFilePath(), GetFailure()));
     return -1;
 }

@@ -16,9 +16,9 @@ public:
     explicit ZORNestResultWriter(QIODevice* device);
     ~ZORNestResultWriter() override;
 
-    /// A file is written beside its place and moved there when it is complete: when writing fails, a file
-    /// that was there before stays.
-    /// \return number of bytes, or -1 when the result is invalid or cannot be written; never throws
+    /// Writes a file as ZORSysReplacedFile does: when writing fails, a file that was there before stays.
+    /// \return number of bytes, or -1 when the result is invalid or cannot be written; GetFailure() gives the reason
+    ///         then, and so does a warning in the log. Never throws.
     qint64 Write(const ZORNestResult& result);
 
 private:

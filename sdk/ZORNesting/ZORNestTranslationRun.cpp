@@ -146,8 +146,9 @@ ZORWorkResult Translation::Run(const ZORWorkContext& context)
         const QString name = GetFileName(part);
         const QString path = handedOut.filePath(name);
         WritePart(path, name, part);
-        if (m_task.isKept && !QFile::copy(path, kept.filePath(name)))
-            throw ZORSysFileException(Tr("cannot keep a copy of part '%1'").arg(name));
+        if (QFile written(path); m_task.isKept && !written.copy(kept.filePath(name)))
+            throw ZORSysFileException(
+                Tr("cannot keep a copy of part '%1': %2").arg(name, written.errorString()));
         resources.append(ZORWorkResource(path));
         context.SetProgress(0.8 + 0.2 * double(resources.size()) / double(parts.size()));
     }

@@ -1,15 +1,32 @@
 #include "ZORWorkResource.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFileName.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace {
 
+Q_LOGGING_CATEGORY(ZorResourceLog, "zor.worker")
+
 constexpr int MaximumNumber = 9999;
+constexpr qint64 kPieceSize = qint64(1) << 20; // bytes
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("ZORWorkResource", text);
+}
 
 // "part.msi", "part-2.msi", "part-3.msi" ... A name that starts with its only dot has no suffix.
 QString GetCandidate(const QFileInfo& file, int number)
@@ -21,6 +38,84 @@ QString GetCandidate(const QFileInfo& file, int number)
     const qsizetype stem = dot > 0 ? dot : name.size();
     const QString end = u'-' + QString::number(number) + name.mid(stem);
     return ZORSysFileName::Cut(name.left(stem), end.toUtf8().size()) + end;
+}
+
+/// Copies a file under a name that is free. Nobody sees a part of the copy.
+/// \return the reason of the failure; empty when the copy is there
+QString CopyFile(const QString& source, const QString& target)
+{
+    QFile original(source);
+    if (!original.open(QIODevice::ReadOnly))
+        return original.errorString();
+    ZORSysReplacedFile copy(target);
+    try {
+        copy.Open();
+    } catch (const ZORSysException& exception) {
+        return exception.GetMessage();
+    }
+    while (!original.atEnd()) {
+        const QByteArray piece = original.read(kPieceSize);
+        if (original.error() != QFileDevice::NoError)
+            return original.errorString();
+        if (!copy.Write(piece))
+            return copy.GetErrorString();
+    }
+    // Some file systems have no permissions.
+    struct stat status = {};
+    if (fstat(original.handle(), &status) == 0)
+        static_cast<void>(fchmod(copy.GetDevice().handle(), status.st_mode & 0777));
+    return copy.CommitNew() ? QString() : copy.GetErrorString();
+}
+
+/// Moves a file to a name that is free, by copying it where it cannot be renamed.
+QString MoveFile(const QString& source, const QString& target)
+{
+    if (renameat2(AT_FDCWD, QFile::encodeName(source).constData(), AT_FDCWD,
+                  QFile::encodeName(target).constData(), RENAME_NOREPLACE)
+        == 0)
+        return {};
+    const QString reason = CopyFile(source, target);
+    if (!reason.isEmpty())
+        return reason;
+    QFile original(source);
+    if (original.remove())
+        return {};
+    QFile::remove(target);
+    return original.errorString();
+}
+
+/// Does what ConvertToLocalStorage() promises.
+/// \param written  receives the path of the file in the directory
+/// \return the reason of the failure; empty when the file is there
+QString Convert(const QString& file, const QString& directory,
+                ZORWorkResource::LocalConversionBehavior behavior, QString& written)
+{
+    const QFileInfo source(file);
+    // An empty directory would be the current one: nobody means that.
+    if (directory.isEmpty() || !QFileInfo(directory).isDir())
+        return Translate("there is no such directory");
+    if (!source.isFile())
+        return Translate("there is no such file");
+
+    written = file;
+    if (behavior == ZORWorkResource::CopyIfElsewhere
+        && source.canonicalPath() == QFileInfo(directory).canonicalFilePath())
+        return {};
+    for (int number = 1; number <= MaximumNumber; ++number) {
+        written = QDir(directory).filePath(GetCandidate(source, number));
+        // A dangling link does not "exist" and yet takes the name.
+        const auto isTaken = [&written] {
+            return QFileInfo::exists(written) || QFileInfo(written).isSymLink();
+        };
+        if (isTaken())
+            continue;
+        const QString reason =
+            behavior == ZORWorkResource::Move ? MoveFile(file, written) : CopyFile(file, written);
+        // Another program may have taken the name meanwhile.
+        if (reason.isEmpty() || !isTaken())
+            return reason;
+    }
+    return Translate("no name is free");
 }
 
 } // namespace
@@ -35,33 +130,16 @@ bool ZORWorkResource::ConvertToLocalStorage(const QString& directory, LocalConve
                                             QStringList* written) const
 {
     ZOR_TRACE_CALL(directory, behavior, static_cast<const void*>(written));
-    const QFileInfo source(m_path);
-    // An empty directory would be the current one: nobody means that.
-    if (directory.isEmpty() || !QFileInfo(directory).isDir() || !source.isFile())
+    QString path;
+    const QString reason = Convert(m_path, directory, behavior, path);
+    if (!reason.isEmpty()) {
+        qCWarning(ZorResourceLog).noquote()
+            << Translate("cannot bring '%1' into '%2': %3").arg(m_path, directory, reason);
         return false;
-
-    const QDir target(directory);
-    if (behavior == CopyIfElsewhere && source.canonicalPath() == QFileInfo(directory).canonicalFilePath()) {
-        if (written)
-            written->append(m_path);
-        return true;
     }
-    for (int number = 1; number <= MaximumNumber; ++number) {
-        const QString path = target.filePath(GetCandidate(source, number));
-        // A dangling link does not "exist" and yet takes the name.
-        if (QFileInfo::exists(path) || QFileInfo(path).isSymLink())
-            continue;
-        // Neither of the two writes over a file that has come between.
-        const bool done = behavior == Move ? QFile::rename(m_path, path) : QFile::copy(m_path, path);
-        if (done) {
-            if (written)
-                written->append(path);
-            return true;
-        }
-        if (!QFileInfo::exists(path))
-            return false;
-    }
-    return false;
+    if (written)
+        written->append(path);
+    return true;
 }
 
 void ZorTraceAppend(QByteArray& out, const ZORWorkResource& resource)

@@ -29,8 +29,9 @@ public:
     /// written over, not even one that comes into being meanwhile. The resource keeps naming the original.
     /// \param written  gets the path of the new file appended (for CopyIfElsewhere that of the file that
     ///                 stayed); not owned, null: not wanted
+    /// The new file appears in one step, complete, also where the program is killed.
     /// \return false when the file cannot be read, the directory is none or cannot be written, or no name is
-    ///         free; the directory then is as it was, and so is the file
+    ///         free; the directory then is as it was, and so is the file, and a warning in the log has the reason
     bool ConvertToLocalStorage(const QString& directory, LocalConversionBehavior behavior,
                                QStringList* written = nullptr) const;
 

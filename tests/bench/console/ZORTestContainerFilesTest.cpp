@@ -4,6 +4,8 @@
 #include "console/ZORTestSaveContainerCmd.h"
 #include "core/ZORTestOptionsDlg.h"
 #include "support/BenchTest.h"
+#include "support/HostileDisk.h"
+#include "support/MessageOf.h"
 
 #include <ZORFeature/ZORFeatRoot.h>
 #include <ZORGeometry/ZORGeoPoint.h>
@@ -19,6 +21,8 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTreeWidget>
+
+#include <cmath>
 
 namespace {
 
@@ -215,10 +219,11 @@ TEST_F(ContainerFilesTest, KeepsAFileThatMustNotBeWritten)
     file.write("kept");
     file.close();
     file.setPermissions(QFileDevice::ReadOwner);
-    if (QFileInfo(path).isWritable())
-        GTEST_SKIP() << "permissions do not bind root";
     answers.AnswerFile(path);
-    Open("ZORTestSaveContainerCmd");
+    {
+        const WithoutRoot user;
+        Open("ZORTestSaveContainerCmd");
+    }
     EXPECT_EQ(QList{ErrorBox("Cannot open the file for writing.")}, boxes.Take());
     EXPECT_EQ(QByteArray("kept"), ReadFile(path));
 }
@@ -292,8 +297,36 @@ TEST_F(ContainerFilesTest, ReportsAFullDiskAndKeepsThePath)
     TriggerMenu("_FileMenuSaveAction");
     const QList<MessageBoxCatcher::Box> shown = boxes.Take();
     ASSERT_EQ(1, shown.size());
-    EXPECT_TRUE(shown[0].text.startsWith("cannot write the container file: ")) << shown[0].text.toStdString();
+    EXPECT_EQ(QString("cannot write the container file: No space left on device"), shown[0].text);
     EXPECT_FALSE(GetSettings()->contains("Debug/SaveContainer/Dir"));
+}
+
+TEST_F(ContainerFilesTest, AFullDiskKeepsAFileThatCanOnlyBeOverwritten)
+{
+    const QString folder = GetPath("fixed");
+    const QString file = folder + "/part.ZORCont";
+    ASSERT_TRUE(QDir().mkpath(folder));
+    AddPoint("P");
+    answers.AnswerFile(file);
+    Open("ZORTestSaveContainerCmd");
+    const QByteArray before = ReadFile(file);
+    for (int i = 0; i < 500; ++i)
+        AddPoint(QStringLiteral("Q%1").arg(i * i), ZORMathPoint(1.0 / (i + 3), i, std::sqrt(i)));
+    finished.clear();
+    {
+        const ReadOnlyFolder readOnly(folder);
+        const FileSizeLimit limit(rlim_t(before.size() + 1000));
+        answers.AnswerFile(file);
+        EXPECT_EQ("cannot write the container file: File too large",
+                  MessageOf([this] { Open("ZORTestSaveContainerCmd"); }));
+    }
+    EXPECT_EQ(before, ReadFile(file));
+    const ReadOnlyFolder readOnly(folder);
+    answers.AnswerFile(file);
+    Open("ZORTestSaveContainerCmd");
+    EXPECT_LT(before.size(), ReadFile(file).size());
+    EXPECT_EQ(QList<bool>({true}), finished);
+    EXPECT_EQ(QStringList("part.ZORCont"), QDir(folder).entryList(QDir::Files | QDir::Hidden));
 }
 
 TEST_F(ContainerFilesTest, KeepsThePresentFileWhenSavingFails)

@@ -1,12 +1,11 @@
 #include "app/ZORHostSettings.h"
 
 #include "HostTest.h"
+#include "support/HostileDisk.h"
 
 #include <ZORSystem/ZORSysSettingsManager.h>
 
 #include <QDir>
-
-#include <unistd.h>
 
 namespace {
 
@@ -64,10 +63,8 @@ TEST_F(ZORHostSettingsTest, AFolderInPlaceOfTheFileIsSaidSo)
 
 TEST_F(ZORHostSettingsTest, AFileThatCannotBeWrittenIsSaidSo)
 {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "root may write everywhere";
     const QString file = WriteFile("own.ini", "[Host]\nWireframe=true\n");
-    QFile::setPermissions(file, QFile::ReadOwner);
+    const ReadOnlyFolder readOnly(GetPath({}));
     const ZORHostSettings settings(file, false);
     EXPECT_TRUE(settings.GetWarning().contains("cannot be written")) << settings.GetWarning().toStdString();
     EXPECT_TRUE(settings.GetStore()->value("Host/Wireframe").toBool());

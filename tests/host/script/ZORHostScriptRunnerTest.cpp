@@ -276,7 +276,7 @@ TEST_F(ZORHostScriptRunnerTest, AStepThatCannotBeDoneEndsTheScript)
         {"expect rows is 1", "the query 'rows' takes 1 words, not 0"},
         {"expect text a like b", "unknown comparison 'like'"},
         {"screenshot moon x.png", "a picture of 'moon' cannot be taken: view, window or screen"},
-        {"screenshot window /proc/none/x.png", "cannot write the picture '/proc/none/x.png'"},
+        {"screenshot window /proc/none/x.png", "cannot write the picture '/proc/none/x.png': No such file or directory"},
         {"key Hyper+Foo", "'Hyper+Foo' is no key"},
         {"timeout soon", "'soon' is no number of seconds"},
         {"expect triangles Nothing is 1", "no geometry 'Nothing'"},

@@ -4,6 +4,7 @@
 #include "docks/ZORHostLineQueue.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "support/DialogAnswerer.h"
+#include "support/HostileDisk.h"
 #include "support/MessageBoxCatcher.h"
 #include "window/ZORHostMainWindow.h"
 
@@ -131,6 +132,28 @@ TEST_F(ZORHostUnsavedWorkTest, ASaveThatIsCanceledOrFailsKeepsTheWindow)
     ASSERT_EQ(2, shown.size());
     EXPECT_EQ(QString("Error"), shown[1].title);
     EXPECT_TRUE(Asks()) << "nothing was saved";
+}
+
+TEST_F(ZORHostUnsavedWorkTest, AFullDiskKeepsTheFileAndTheQuestion)
+{
+    AddBox("Box");
+    const QString file = GetPath("document.ZORCont");
+    SaveAs(file);
+    const auto read = [&file] {
+        QFile saved(file);
+        return saved.open(QIODevice::ReadOnly) ? saved.readAll() : QByteArray();
+    };
+    const QByteArray before = read();
+    AddBox("Other box");
+    {
+        const FileSizeLimit limit(100);
+        SaveAs(file);
+    }
+    EXPECT_EQ(QStringList("Cannot write '" + file + "': File too large"), boxes.TakeErrors());
+    EXPECT_EQ(before, read());
+    EXPECT_TRUE(Asks()) << "the second box is in no file";
+    SaveAs(file);
+    EXPECT_FALSE(Asks());
 }
 
 TEST_F(ZORHostUnsavedWorkTest, EveryChangeAfterASaveCounts)
