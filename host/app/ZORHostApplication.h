@@ -29,6 +29,6 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    bool m_isQuitting = false;      // first: event() is called for the child below already
     ZORHostErrorReporter* m_errors; // child
-    bool m_isQuitting = false;
 };
