@@ -6,9 +6,11 @@
 #   ./test.sh ci             only the first half
 #   ./test.sh asan           only the second half
 #   ./test.sh long           nothing of these, but what takes too long for every day: a minute of fuzzing for
-#                            each target, and the tests of threads under the thread sanitizer
+#                            each target, the tests of threads under the thread sanitizer, and hundreds of random
+#                            users under the other sanitizers
 #   ./test.sh fuzz           only the fuzzing
 #   ./test.sh tsan           only the thread sanitizer
+#   ./test.sh random         only the random users
 set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh
@@ -34,11 +36,19 @@ run_thread_sanitizer() {
   ctest --preset tsan -L threads -E random_hash
 }
 
+# Each user has a seed; a failure prints the seed and what the user did. See CONTRIBUTING.md.
+run_random_users() {
+  configure asan
+  cmake --build --preset asan --target random_user
+  build/asan/bin/random_user --seeds 1001-1300 --actions 400 --parallel "$(nproc)"
+}
+
 what=${1:-all}
 case "$what" in
   fuzz) run_fuzzers; exit ;;
   tsan) run_thread_sanitizer; exit ;;
-  long) run_fuzzers; run_thread_sanitizer; exit ;;
+  random) run_random_users; exit ;;
+  long) run_fuzzers; run_thread_sanitizer; run_random_users; exit ;;
 esac
 if [ "$what" != asan ]; then
   configure ci

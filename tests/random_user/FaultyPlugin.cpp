@@ -1,0 +1,90 @@
+// A plug-in whose action fails in the way that the environment variable ZOR_TEST_FAULT names.
+
+#include <ZORCommand/ZORCmdActionPublisher.h>
+#include <ZORCommand/ZORCmdCommand.h>
+#include <ZORCommand/ZORCmdController.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORGeometry/ZORGeoPolyline.h>
+#include <ZORSystem/ZORSysException.h>
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+
+#include <csignal>
+
+class FaultyPluginMetaData : public QObject
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "org.zorvane.sdk.Plugin" FILE "faulty.json")
+};
+
+/// Says that it deletes itself, but does not.
+class FaultyWindow : public QLabel
+{
+    Q_OBJECT
+
+public:
+    FaultyWindow() { setAttribute(Qt::WA_DeleteOnClose); }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        return event->type() == QEvent::DeferredDelete || QLabel::event(event);
+    }
+};
+
+class FaultyCmd : public ZORCmdCommand
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE explicit FaultyCmd(QObject* parent)
+        : ZORCmdCommand(parent, OwnWindows, SelfManaged)
+    {
+    }
+    void Start() override
+    {
+        FinishLater();
+        const QByteArray fault = qgetenv("ZOR_TEST_FAULT");
+        if (fault == "warning")
+            qWarning("planted warning");
+        else if (fault == "exception")
+            throw ZORSysException("planted exception");
+        else if (fault == "crash")
+            std::raise(SIGSEGV);
+        else if (fault == "cursor")
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        else if (fault == "window")
+            new QLabel; // never shown, never deleted
+        else if (fault == "stay")
+            (new FaultyWindow)->show();
+        else if (fault == "reference")
+            AddWithReference();
+    }
+
+private:
+    static void AddWithReference()
+    {
+        auto* container = ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment()->GetContainer();
+        auto* curve = new ZORGeoPolyline(container, {{0, 0, 0}, {1, 0, 0}}, true);
+        curve->Initialize();
+        curve->AddReference(nullptr);
+    }
+};
+
+namespace {
+
+const bool registered = [] {
+    ZORCmdController::GetController()->RegisterCommand(&FaultyCmd::staticMetaObject);
+    return true;
+}();
+
+const ZORCmdActionPublisher publisher("Faulty", &FaultyCmd::staticMetaObject, "nesting-info", "Fail", "Fails",
+                                      0, ZORCmdActionPublisher::MenuOnly, {});
+
+} // namespace
+
+#include "FaultyPlugin.moc"
