@@ -4,8 +4,8 @@
 
 #include <QtGlobal>
 
-#include <unistd.h>
 #include <cerrno>
+#include <unistd.h>
 #include <utility>
 
 namespace zor::sys {

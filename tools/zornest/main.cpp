@@ -5,12 +5,14 @@
 #include "ZorNestOptions.h"
 
 #include <ZORNesting/ZORNestReport_p.h>
+#include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
+#include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <chrono>
@@ -77,21 +79,30 @@ class Output
 {
 public:
     explicit Output(const QString& path)
-        : m_file(path)
-        , m_isWanted(!path.isEmpty())
+        : m_path(path)
+        , m_file(path)
     {
     }
-    bool Open() { return !m_isWanted || m_file.open(QIODevice::WriteOnly); }
+    bool Open()
+    {
+        try {
+            if (IsWanted())
+                m_file.Open();
+            return true;
+        } catch (const ZORSysFileOpenException&) {
+            return false;
+        }
+    }
     bool Write(const QByteArray& content)
     {
-        return !m_isWanted || (m_file.write(content) == content.size() && m_file.commit());
+        return !IsWanted() || (m_file.Write(content) && m_file.Commit());
     }
-    bool IsWanted() const { return m_isWanted; }
-    QString GetError() const { return m_file.fileName() + ": " + m_file.errorString(); }
+    bool IsWanted() const { return !m_path.isEmpty(); }
+    QString GetError() const { return m_path + ": " + m_file.GetErrorString(); }
 
 private:
-    QSaveFile m_file;
-    bool m_isWanted;
+    const QString m_path;
+    ZORSysReplacedFile m_file;
 };
 
 double GetPartArea(const Job& job, const NestedSheet& sheet)
@@ -201,13 +212,25 @@ public:
             return m_report.GetError();
         for (size_t s = 0; s < outcome.solution.sheets.size() && !m_pictures.isEmpty(); ++s) {
             const QString path = QDir(m_pictures).filePath(QString("sheet-%1.png").arg(s));
-            if (!report.DrawSheet(s, PictureWidth).save(path))
-                return path + ": cannot be written";
+            const QString reason = WritePicture(path, report.DrawSheet(s, PictureWidth));
+            if (!reason.isEmpty())
+                return path + ": " + reason;
         }
         return {};
     }
 
 private:
+    /// \return the reason of the failure; empty when all went well
+    static QString WritePicture(const QString& path, const QImage& picture)
+    {
+        QByteArray content;
+        QBuffer buffer(&content);
+        buffer.open(QIODevice::WriteOnly);
+        if (!picture.save(&buffer, "PNG"))
+            return QStringLiteral("cannot be drawn");
+        return ZORSysReplacedFile::Replace(path, content);
+    }
+
     Output m_layout;
     Output m_report;
     QString m_pictures;

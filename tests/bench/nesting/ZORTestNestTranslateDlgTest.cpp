@@ -2,6 +2,7 @@
 
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestDebugOptions.h>
 #include <ZORNesting/ZORNestResultReader.h>
@@ -378,8 +379,14 @@ TEST_F(ZORTestNestTranslateDlgTest, PartsThatCannotBeCopiedCountAndAreGoneFromTh
     List()->addItem(GetPath("rib.gate"));
     Translate("gate");
     ASSERT_TRUE(QDir().rmdir(GetPath("out")));
+    const WarningCatcher warnings;
     gate.LetGo(1);
     ASSERT_TRUE(WaitForBox());
+    ASSERT_EQ(1, warnings.GetLines().size());
+    EXPECT_TRUE(warnings.GetLines()[0].startsWith("zor.worker: cannot bring '"))
+        << warnings.GetLines()[0].toStdString();
+    EXPECT_TRUE(
+        warnings.GetLines()[0].endsWith("' into '" + GetPath("out") + "': there is no such directory"));
     EXPECT_EQ(1, Bar()->value());
     EXPECT_EQ(QStringList(), GetWorkParts());
     EXPECT_FALSE(QFileInfo::exists(GetPath("out")));

@@ -2,6 +2,8 @@
 
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
+#include "support/HostileDisk.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestResultWriter.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -143,13 +145,29 @@ TEST_F(ZORTestNestVisualizeResultCmdTest, CancelledNumbersCountAsZero)
     EXPECT_EQ(QList<bool>({true}), finished);
 }
 
+TEST_F(ZORTestNestVisualizeResultCmdTest, AFullDiskIsSilentAndKeepsThePicture)
+{
+    Run(30, 20);
+    finished.clear();
+    const WarningCatcher warnings;
+    {
+        const FileSizeLimit limit(10);
+        Run(300, 200);
+    }
+    EXPECT_EQ(QStringList(), warnings.GetLines());
+    EXPECT_EQ(QList<bool>({true}), finished);
+    EXPECT_EQ(QSize(30, 20), QImage(picture).size());
+}
+
 TEST_F(ZORTestNestVisualizeResultCmdTest, ACancelledPictureFileIsSilent)
 {
+    const WarningCatcher warnings;
     answers.AnswerFile(path);
     AnswerNumber(30);
     AnswerNumber(20);
     answers.CancelFile();
     Open("ZORTestNestVisualizeResultCmd");
+    EXPECT_EQ(QStringList(), warnings.GetLines());
     EXPECT_EQ(QList<bool>({true}), finished);
 }
 

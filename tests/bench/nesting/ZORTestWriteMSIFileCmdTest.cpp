@@ -3,6 +3,8 @@
 #include "console/ZORTestMainDialog.h"
 #include "core/ZORTestCommandRegistry.h"
 #include "support/BenchTest.h"
+#include "support/HostileDisk.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestResultWriter.h>
 
@@ -107,6 +109,23 @@ TEST_F(ZORTestWriteMSIFileCmdTest, AFailedWriteEndsSilently)
     EXPECT_TRUE(QDir(GetPath("part_2.msi/inner")).exists());
     EXPECT_EQ(QStringList({"part.msi"}), Files());
     EXPECT_EQ(QList<bool>({true}), finished);
+}
+
+TEST_F(ZORTestWriteMSIFileCmdTest, AFullDiskIsAWarningOfTheSdkOnly)
+{
+    const QString part = WriteResult("part.msi");
+    Rewrite(part);
+    finished.clear();
+    const WarningCatcher warnings;
+    {
+        const FileSizeLimit limit(10);
+        Rewrite(part);
+    }
+    EXPECT_EQ(QStringList("zor.nesting: result file '" + GetPath("part_2.msi")
+                          + "' is not written: cannot write the result file: File too large"),
+              warnings.GetLines());
+    EXPECT_EQ(QList<bool>({true}), finished);
+    EXPECT_EQ(QStringList("part.msi"), Files()) << "the copy is removed before it is written";
 }
 
 TEST_F(ZORTestWriteMSIFileCmdTest, RunsFromTheMenu)

@@ -1,3 +1,4 @@
+#include "support/HostileDisk.h"
 #include "support/TestData.h"
 
 #include <QDir>
@@ -317,4 +318,25 @@ TEST_F(ZorNestFrontTest, BinsThatWereCutWithoutWasteAreFilledAgain)
         ++known;
     }
     EXPECT_GE(2 * optimal, known);
+}
+
+TEST_F(ZorNestFrontTest, AFullDiskKeepsTheFilesAndGivesTheReason)
+{
+    const QString squares = SaveSquares();
+    const auto check = [&](const QString& option, const QString& argument, const QString& name) {
+        const Outcome outcome = [&] {
+            const FileSizeLimit limit(200);
+            return Run({squares, "--steps", "100", option, argument});
+        }();
+        EXPECT_EQ(outcome.code, 4) << option.toStdString();
+        EXPECT_TRUE(outcome.errors.endsWith(name + ": File too large\n")) << outcome.errors.toStdString();
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), QByteArray("old"));
+    };
+    check("--out", Save("layout.json", "old"), GetPath("layout.json"));
+    check("--html", Save("report.html", "old"), GetPath("report.html"));
+    ASSERT_TRUE(QDir().mkpath(GetPath("pictures")));
+    Save("pictures/sheet-0.png", "old");
+    check("--png", GetPath("pictures"), GetPath("pictures/sheet-0.png"));
 }
