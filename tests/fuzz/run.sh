@@ -16,7 +16,7 @@ dictionary() {
   case "$1" in
     contour_xml) echo xml ;;
     instance | nesting_json) echo json ;;
-    container | msi | job_input) echo document ;;
+    container | msi | job_bytes) echo document ;;
     *) echo "$1" ;;
   esac
 }

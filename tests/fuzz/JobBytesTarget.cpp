@@ -1,0 +1,67 @@
+// What nesting and translation jobs exchange with their callers is read whole or refused, and what is left of a job
+// in a process that died is proved before it becomes a result. The first byte chooses which of them the input is.
+
+#include "../sdk/ZORNesting/NestingJobs.h"
+#include "FuzzTarget.h"
+#include "ZORNestJobBytes_p.h"
+#include "ZORNestJobKinds_p.h"
+
+#include <ZORSystem/ZORSysException.h>
+#include <ZORWorker/ZORWorkJobKind.h>
+
+namespace {
+
+enum Content { NestingTask, NestingOutcome, InterimLayout, TranslationTask, Report, LastLayout, NumContents };
+
+/// Requires that what was read is written in a form that stays the same.
+template<class Read, class Write>
+void CheckForm(const QByteArray& bytes, Read read, Write write)
+{
+    const QByteArray written = write(read(bytes));
+    Require(write(read(written)) == written, "what was written comes back");
+}
+
+void CompleteJob(const QByteArray& interim)
+{
+    static const QByteArray task = ZORNestJobBytes::Write(ZORNestNestingTask{
+        MakeJob({MakeSquare("A", 10, 3), MakeSquare("B", 20)}, {MakeSheets("S", 50, 60, 2)}), false});
+    const ZORWorkResult result =
+        ZORWorkJobKind::CompleteJob(ZORNestJobKinds::kNesting, GetJobContext(), task, interim);
+    ZORNestJobBytes::ReadNestingOutcome(result.GetData());
+}
+
+void Read(Content content, const QByteArray& bytes)
+{
+    using namespace ZORNestJobBytes;
+    const auto write = [](const auto& value) { return Write(value); };
+    switch (content) {
+    case NestingTask:
+        return CheckForm(bytes, ReadNestingTask, write);
+    case NestingOutcome:
+        return CheckForm(bytes, ReadNestingOutcome, write);
+    case InterimLayout:
+        return CheckForm(bytes, ReadInterimLayout, write);
+    case TranslationTask:
+        return CheckForm(bytes, ReadTranslationTask, write);
+    case Report:
+        return CheckForm(bytes, ReadReport, WriteReport);
+    case LastLayout:
+        return CompleteJob(bytes);
+    case NumContents:
+        break;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    if (size == 0)
+        return 0;
+    try {
+        Read(static_cast<Content>(data[0] % NumContents), ToBytes(data + 1, size - 1));
+    } catch (const ZORSysException& exception) {
+        Require(!exception.GetMessage().isEmpty(), "a refusal has a reason");
+    }
+    return 0;
+}
