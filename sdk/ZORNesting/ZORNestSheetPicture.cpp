@@ -117,7 +117,7 @@ QImage ZORNestSheetPicture::Draw(const NestedSheet& sheet, int width) const
 {
     const double length = std::max(sheet.usedLength, 1e-9);
     const double breadth = std::max(m_job.kinds[sheet.kind].width, 1e-9);
-    const int rows = std::clamp(int(std::ceil(length / breadth / WidestRow)), 1, MostRows);
+    const int rows = int(std::clamp(std::ceil(length / breadth / WidestRow), 1.0, double(MostRows)));
     const double rowLength = length / rows;
     const double room = width - 2 * Border;
     const double scale = std::min(room / rowLength, HighestRow * width / breadth);

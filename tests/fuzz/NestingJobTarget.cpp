@@ -13,10 +13,10 @@ using namespace ZORNestSolver;
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
-constexpr size_t kMostItems = 6;
+constexpr size_t kMostItems = 4;
 constexpr size_t kMostContours = 4;
 constexpr size_t kMostSegments = 24;
-constexpr int kMostMoves = 200;
+constexpr int kMostMoves = 50;
 
 constexpr std::array kOddNumbers{0.0,
                                  -0.0,

@@ -12,7 +12,7 @@ namespace {
 
 using namespace ZORNestSolver;
 
-constexpr int kMostCopies = 24; // more take longer without reaching other code
+constexpr int kMostCopies = 12; // more take longer without reaching other code
 
 void RequireNoFaults(const Job& job, const Solution& solution)
 {

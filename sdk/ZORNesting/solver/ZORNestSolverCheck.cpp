@@ -219,6 +219,14 @@ bool IsOfJob(const Job& job, const NestedSheet& sheet)
                           [&job](const Placement& placement) { return placement.item < job.items.size(); });
 }
 
+/// The length of a roll is up to the solution, but its items have to lie within it.
+bool HasItsLength(const Job& job, const NestedSheet& sheet)
+{
+    const SheetKind& kind = job.kinds[sheet.kind];
+    return std::isfinite(sheet.usedLength)
+           && (kind.IsRoll() || std::abs(sheet.usedLength - kind.length) <= kTolerance);
+}
+
 void AppendSheetFaults(std::vector<std::string>& faults, const Job& job, Shapes& shapes,
                        const NestedSheet& sheet, size_t number, const Interruption& isOver)
 {
@@ -229,6 +237,8 @@ void AppendSheetFaults(std::vector<std::string>& faults, const Job& job, Shapes&
     }
     if (sheet.stack < 1 || sheet.stack > std::max(1, job.stackSize))
         faults.push_back(name + ": a stack of " + std::to_string(sheet.stack) + " is not allowed");
+    if (!HasItsLength(job, sheet))
+        faults.push_back(name + ": its length is not that of the sheet");
     for (const PlacementFault& fault : SheetCheck(job, shapes, sheet, number, isOver).Run())
         faults.push_back(fault.text);
 }

@@ -253,6 +253,16 @@ TEST_F(ZORNestReportTest, LongRollsAreDrawnInRows)
     EXPECT_NEAR(3 * 397 / (100 / 3.0) * 10 + 2 * 12 + 3, image.height(), 1); // three rows and two gaps
 }
 
+TEST_F(ZORNestReportTest, ARollOfAnyLengthHasAPicture)
+{
+    for (const double length : {1e12, 1e108, std::numeric_limits<double>::max()}) {
+        solution.sheets[1].usedLength = length;
+        const QImage image = ZORNestReport(job, solution, details).DrawSheet(1, 400);
+        EXPECT_EQ(400, image.width());
+        EXPECT_LT(image.height(), 4000);
+    }
+}
+
 TEST_F(ZORNestReportTest, PartsAreMeasuredWithTheirArcsAndHoles)
 {
     Contour disc;
