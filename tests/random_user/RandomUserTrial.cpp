@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QThread>
 
 namespace {
 
@@ -43,6 +44,36 @@ QString FindReason(const QString& log)
     return WithoutNumbers(pattern.match(log).captured());
 }
 
+/// The processes whose home is \a folder.
+QStringList FindProcesses(const QString& folder)
+{
+    const QByteArray home = "HOME=" + QFile::encodeName(folder);
+    QStringList names;
+    const QStringList ids = QDir(QStringLiteral("/proc")).entryList({"[0-9]*"}, QDir::Dirs);
+    for (const QString& id : ids) {
+        QFile environment(QStringLiteral("/proc/%1/environ").arg(id));
+        QFile name(QStringLiteral("/proc/%1/comm").arg(id));
+        if (environment.open(QIODevice::ReadOnly) && environment.readAll().split('\0').contains(home)
+            && name.open(QIODevice::ReadOnly))
+            names.append(QString::fromUtf8(name.readAll().trimmed()));
+    }
+    return names;
+}
+
+/// Waits until the processes that the host has started have ended with it.
+/// \return what is left; empty for nothing
+QString AwaitProcesses(const QString& folder)
+{
+    constexpr int kPause = 50;                   // milliseconds
+    constexpr int kMostPauses = 10'000 / kPause; // far more than a process needs
+    QStringList names = FindProcesses(folder);
+    for (int i = 0; i < kMostPauses && !names.isEmpty(); ++i) {
+        QThread::msleep(kPause);
+        names = FindProcesses(folder);
+    }
+    return names.join(u' ');
+}
+
 } // namespace
 
 RandomUserOutcome RandomUserTrial::RunSeed(unsigned seed) const
@@ -73,10 +104,13 @@ RandomUserOutcome RandomUserTrial::Run(const QString& folder, const QStringList&
     process.waitForFinished(-1); // the watch of the child ends a hang
     outcome.log = QString::fromUtf8(process.readAllStandardError());
     outcome.actions = ReadRandomUserActions(QDir(folder).filePath("actions.txt"));
+    const QString left = AwaitProcesses(folder);
     if (process.error() == QProcess::FailedToStart)
         outcome.failure = process.errorString();
     else if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         outcome.failure = FindReason(outcome.log);
+    else if (!left.isEmpty())
+        outcome.failure = QStringLiteral("processes left after the end: %1").arg(left);
     else
         return outcome;
     if (outcome.failure.isEmpty()) {

@@ -33,7 +33,16 @@ const Harmless kHarmless[] = {
 };
 
 /// Messages that mean a fault although their category is harmless.
-const char* const kFaults[] = {"reference", "unknown exception", "bad_alloc"};
+const char* const kFaults[] = {"reference",
+                               "unknown exception",
+                               "bad_alloc",
+                               "memory",
+                               "in threads of this process",
+                               "crashed",
+                               "broke the protocol",
+                               "its connection",
+                               "ended its process",
+                               "the process of the job has ended"};
 
 bool IsHarmless(const QMessageLogContext& context, const QString& message)
 {
