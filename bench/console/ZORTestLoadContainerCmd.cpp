@@ -6,8 +6,8 @@
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
+#include <ZORSystem/ZORSysFile.h>
 
-#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 
@@ -28,7 +28,7 @@ void ZORTestLoadContainerCmd::Execute()
         emit Finished(false);
         return;
     }
-    QFile file(path);
+    ZORSysFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         QMessageBox::critical(nullptr, tr("Error"), tr("Cannot open the file for reading."), QMessageBox::Ok);
         emit Finished(false);

@@ -7,12 +7,11 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORSystem/ZORSysXmlGuard.h>
 
-#include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QSettings>
 #include <QXmlStreamReader>
@@ -133,9 +132,8 @@ void ZORTestImportCatiaXMLCurvesDlg::OnXmlClicked()
 
 void ZORTestImportCatiaXMLCurvesDlg::Load()
 {
-    QFile file(m_ui->_XmlEdit->text());
-    // A pipe or a device could keep the reader waiting for ever.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+    ZORSysFile file(m_ui->_XmlEdit->text());
+    if (!file.open(QIODevice::ReadOnly)) {
         QMessageBox::critical(nullptr, tr("Error"), tr("Cannot open the file for reading."), QMessageBox::Ok);
         return;
     }

@@ -7,9 +7,9 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORGeometry/ZORGeoStlLoader.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysSettingGroupContext.h>
 
-#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSettings>
@@ -30,7 +30,7 @@ void ZORTestImportSTLCmd::Execute()
         emit Finished(false);
         return;
     }
-    QFile file(fileName);
+    ZORSysFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         QMessageBox::critical(nullptr, tr("Error"), tr("Cannot open the file for reading."), QMessageBox::Ok);
         emit Finished(false);

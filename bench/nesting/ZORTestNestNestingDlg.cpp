@@ -8,10 +8,10 @@
 #include <ZORNesting/ZORNestNestingInput.h>
 #include <ZORNesting/ZORNestNestingProcessor.h>
 #include <ZORNesting/ZORNestNestingResponse.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysSettingGroupContext.h>
 
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -57,12 +57,7 @@ enum PackagingColumn {
     PackagingCost
 };
 
-/// A pipe or a device could keep its reader waiting for ever.
-bool IsPipeOrDevice(const QString& path)
-{
-    const QFileInfo info(path);
-    return info.exists() && !info.isFile() && !info.isDir();
-}
+constexpr qint64 kMaximumPartSize = qint64(1) << 30; // bytes
 
 /// Typed cells: the editor of a cell goes by its value.
 void AppendRow(QTableWidget* table, const QVariantList& values)
@@ -210,11 +205,11 @@ void ZORTestNestNestingDlg::OnAddItemClicked()
 {
     const QStringList paths = QFileDialog::getOpenFileNames(this, tr("Select MSI files"));
     for (const QString& path : paths) {
-        if (IsPipeOrDevice(path))
-            throw ZORSysFileOpenException(path, tr("not a regular file"));
-        QFile file(path);
+        ZORSysFile file(path);
         if (!file.open(QIODevice::ReadOnly))
             throw ZORSysFileOpenException(path, file.errorString());
+        if (file.size() > kMaximumPartSize)
+            throw ZORSysFileOpenException(path, tr("it is larger than 1 GB"));
         AppendItem(ZORNestNestingInputItem(QFileInfo(path).baseName(), file.readAll()), path);
     }
 }
@@ -261,8 +256,8 @@ ZORNestNestingInputItem ZORTestNestNestingDlg::GetItem(int row) const
 {
     const auto cell = [this, row](ItemColumn column) { return GetCell(m_ui->_ItemTable, row, column); };
     const QString path = cell(ItemFile).toString();
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    ZORSysFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaximumPartSize)
         throw ZORSysException(tr("can't open file"));
     ZORNestNestingInputItem item(cell(ItemName).toString(), file.readAll());
     item.SetQuantity(cell(ItemQuantity).toInt());

@@ -1,5 +1,6 @@
 #include "app/ZORHostSettings.h"
 
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORSystem/ZORSysSettingsManager.h>
 
@@ -9,6 +10,8 @@
 #include <QFileInfo>
 
 namespace {
+
+constexpr qint64 kMaximumSize = 16 << 20; // bytes
 
 QString Tr(const char* text)
 {
@@ -29,9 +32,13 @@ ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
         fileName.isEmpty()
             ? QSettings(QSettings::IniFormat, QSettings::UserScope, "Zorvane", "zorhost").fileName()
             : fileName;
-    if (clean)
+    const bool isUsable = ZORSysFile::FindObstacle(path, QIODevice::ReadWrite).isEmpty();
+    if (clean && isUsable)
         MoveAway(path);
-    m_store = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    if (isUsable && QFileInfo(path).size() <= kMaximumSize)
+        m_store = std::make_unique<QSettings>(path, QSettings::IniFormat);
+    else
+        ReplaceStore(path);
     CheckReadable(path);
     if (m_warning.isEmpty())
         CheckWritable();
@@ -62,6 +69,20 @@ ZORHostSettings::~ZORHostSettings()
         ZORSysSettingsManager::GetManager()->SetSource(nullptr);
 }
 
+// The store would open a pipe and wait, rename a device, or read a file of any size into the memory.
+void ZORHostSettings::ReplaceStore(const QString& fileName)
+{
+    m_substitute = std::make_unique<QTemporaryDir>();
+    m_store = std::make_unique<QSettings>(m_substitute->filePath("zorhost.ini"), QSettings::IniFormat);
+    WarnUnreadable(fileName);
+}
+
+void ZORHostSettings::WarnUnreadable(const QString& fileName)
+{
+    m_warning = Tr("The settings file '%1' cannot be read; the defaults are used.")
+                    .arg(QDir::toNativeSeparators(fileName));
+}
+
 void ZORHostSettings::MoveAway(const QString& fileName)
 {
     const QString backup = fileName + ".bak";
@@ -77,11 +98,10 @@ void ZORHostSettings::MoveAway(const QString& fileName)
 void ZORHostSettings::CheckReadable(const QString& fileName)
 {
     const QFileInfo file(fileName);
-    if (!file.exists())
+    if (m_substitute || !file.exists())
         return;
-    if (file.isDir() || !file.isReadable()) {
-        m_warning = Tr("The settings file '%1' cannot be read; the defaults are used.")
-                        .arg(QDir::toNativeSeparators(fileName));
+    if (!file.isReadable()) {
+        WarnUnreadable(fileName);
         return;
     }
     if (m_store->status() != QSettings::FormatError)

@@ -4,6 +4,7 @@
 
 #include <QSettings>
 #include <QString>
+#include <QTemporaryDir>
 #include <QVariant>
 
 #include <memory>
@@ -15,7 +16,8 @@
 class ZORHostSettings
 {
 public:
-    /// \param fileName  empty for the user's own file
+    /// \param fileName  empty for the user's own file. What ZORSysFile does not open, and files above 16 MB, are left
+    ///                  alone: the defaults are used and nothing is kept.
     /// \param clean     start from the defaults: a file that is there is renamed to "<file>.bak"
     ZORHostSettings(const QString& fileName, bool clean);
     ~ZORHostSettings();
@@ -28,15 +30,18 @@ public:
     static void Write(const QString& key, const QVariant& value);
 
     QSettings* GetStore() const { return m_store.get(); }
-    /// What the user has to know about the file: it cannot be written (nothing will be kept), or it
+    /// What the user has to know about the file: it cannot be read or written (nothing will be kept), or it
     /// was damaged (what could be read is used, a copy is kept as "<file>.damaged"). Empty when all is well.
     QString GetWarning() const { return m_warning; }
 
 private:
     void MoveAway(const QString& fileName);
+    void ReplaceStore(const QString& fileName);
+    void WarnUnreadable(const QString& fileName);
     void CheckReadable(const QString& fileName);
     void CheckWritable();
 
+    std::unique_ptr<QTemporaryDir> m_substitute; // null where the file itself can be used
     std::unique_ptr<QSettings> m_store;
     QString m_warning;
 };

@@ -4,6 +4,8 @@
 
 #include <ZORSystem/ZORSysLibraryFile.h>
 
+#include <ZORSystem/ZORSysFile.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -138,6 +140,8 @@ bool ZORHostPluginManager::Load(const QString& fileName)
         return Fail(plugin, tr("the file does not exist"));
     if (file.isDir())
         return Fail(plugin, tr("this is a folder, not a library"));
+    if (const QString obstacle = ZORSysFile::FindObstacle(path, QIODevice::ReadOnly); !obstacle.isEmpty())
+        return Fail(plugin, obstacle);
     if (!file.isReadable())
         return Fail(plugin, tr("the file cannot be read"));
     if (!ZORSysLibraryFile::IsWhole(path))

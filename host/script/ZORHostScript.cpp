@@ -1,9 +1,9 @@
 #include "script/ZORHostScript.h"
 
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 
 #include <QDir>
-#include <QFile>
 #include <QHash>
 
 #include <optional>
@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int many = 1000;
+constexpr qint64 kMaximumMegabytes = 16;
 
 struct WordCount
 {
@@ -119,9 +120,12 @@ QStringList ZORHostScript::Split(const QString& line)
 
 ZORHostScript ZORHostScript::Load(const QString& fileName)
 {
-    QFile file(fileName);
+    ZORSysFile file(fileName);
+    const QString name = QDir::toNativeSeparators(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        throw ZORSysFileOpenException(QDir::toNativeSeparators(fileName), file.errorString());
+        throw ZORSysFileOpenException(name, file.errorString());
+    if (file.size() > kMaximumMegabytes << 20)
+        throw ZORSysFileOpenException(name, QStringLiteral("it is larger than %1 MB").arg(kMaximumMegabytes));
     return Parse(QString::fromUtf8(file.readAll()), fileName);
 }
 

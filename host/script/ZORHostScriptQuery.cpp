@@ -5,11 +5,13 @@
 #include "script/ZORHostWidgetAccess.h"
 #include "script/ZORHostWidgetFinder.h"
 
+#include <ZORSystem/ZORSysFile.h>
+
 #include <QAction>
-#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QImage>
+#include <QImageReader>
 #include <QSet>
 #include <QWidget>
 
@@ -25,24 +27,31 @@ QString Either(bool first, const char* yes, const char* no)
     return QString::fromLatin1(first ? yes : no);
 }
 
+void Open(ZORSysFile& file)
+{
+    if (!file.open(QIODevice::ReadOnly))
+        throw ZORHostScriptError(
+            QStringLiteral("'%1' cannot be read: %2").arg(file.fileName(), file.errorString()));
+}
+
 QString IsSameContent(const QString& first, const QString& second)
 {
-    QByteArray contents[2];
-    const QString* names[] = {&first, &second};
-    for (int i = 0; i < 2; ++i) {
-        QFile file(*names[i]);
-        if (!file.open(QIODevice::ReadOnly))
-            throw ZORHostScriptError(
-                QStringLiteral("'%1' cannot be read: %2").arg(*names[i], file.errorString()));
-        contents[i] = file.readAll();
-    }
-    return Either(contents[0] == contents[1], "yes", "no");
+    constexpr qint64 kPiece = 1 << 20; // bytes; files may be larger than the memory
+    ZORSysFile files[] = {ZORSysFile(first), ZORSysFile(second)};
+    for (ZORSysFile& file : files)
+        Open(file);
+    bool isSame = files[0].size() == files[1].size();
+    while (isSame && !files[0].atEnd())
+        isSame = files[0].read(kPiece) == files[1].read(kPiece);
+    return Either(isSame, "yes", "no");
 }
 
 /// A picture of one colour shows nothing; a count above some tens says that something was drawn.
 QString CountColors(const QString& fileName)
 {
-    const QImage image = QImage(fileName).convertToFormat(QImage::Format_RGB32);
+    ZORSysFile file(fileName);
+    Open(file);
+    const QImage image = QImageReader(&file).read().convertToFormat(QImage::Format_RGB32);
     if (image.isNull())
         throw ZORHostScriptError(QStringLiteral("'%1' is no picture").arg(fileName));
     QSet<QRgb> colors;

@@ -4,6 +4,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORGeometry/ZORGeoStlLoader.h>
 #include <ZORGeometry/ZORGeoSurface.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORVisualization/ZORVisOptions.h>
 #include <ZORVisualization/ZORVisRepGraphics.h>
@@ -12,7 +13,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 
 #include <memory>
 
@@ -66,7 +66,7 @@ bool ZORHostIsContainerFile(const QString& fileName)
 
 int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
 {
-    QFile file(fileName);
+    ZORSysFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(QDir::toNativeSeparators(fileName), file.errorString());
     ZORFeatContainer* container = environment->GetContainer();

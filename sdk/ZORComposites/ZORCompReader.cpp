@@ -3,14 +3,12 @@
 #include <ZORComposites/ZORCompFormat.h>
 #include <ZORComposites/ZORCompReadProcessor.h>
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace {
 
@@ -23,22 +21,24 @@ struct Texts
 
 QByteArray ReadAll(const QString& fileName)
 {
-    QFile file(fileName);
+    ZORSysFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(fileName, file.errorString());
-    QByteArray content = file.read(MaximumSize + 1);
+    if (file.size() > MaximumSize)
+        throw ZORSysException(Texts::tr("the file is larger than %1 bytes").arg(MaximumSize));
+    QByteArray content = file.readAll();
     if (file.error() != QFile::NoError)
         throw ZORSysException(file.errorString());
-    if (content.size() > MaximumSize)
-        throw ZORSysException(Texts::tr("the file is larger than %1 bytes").arg(MaximumSize));
     return content;
 }
 
-/// Returns the number of bytes that the content and the document of a file take together.
+/// Returns the number of bytes that the content and the document of a file take together; 0 for files that are too
+/// large to be read at all.
 qint64 EstimateMemory(const QString& fileName)
 {
     constexpr qint64 kBytesPerByte = 10;
-    return kBytesPerByte * std::min(QFileInfo(fileName).size(), MaximumSize);
+    const qint64 size = QFileInfo(fileName).size();
+    return size > MaximumSize ? 0 : kBytesPerByte * size;
 }
 
 } // namespace

@@ -82,7 +82,7 @@ QString GetName(const QIODevice& device)
 }
 
 /// Returns the number of bytes that the file, its document and the objects take together, as measured with surfaces; 0
-/// if the device cannot say.
+/// if the device cannot say, or holds something else.
 qint64 EstimateMemory(QIODevice& device)
 {
     constexpr double kBytesPerByte = 3.5;
@@ -90,18 +90,7 @@ qint64 EstimateMemory(QIODevice& device)
         return 0;
     const qint64 size = device.size() - device.pos();
     const qint64 document = Envelope().GetDocumentSize(device.peek(ZORSysDocumentEnvelope::HeaderSize), size);
-    return size + qint64(kBytesPerByte * double(document));
-}
-
-std::vector<ZORGeoStoredObject> ReadObjects(QIODevice& device)
-{
-    const QByteArray file = device.readAll();
-    if (auto* const onDisk = qobject_cast<QFileDevice*>(&device);
-        onDisk && onDisk->error() != QFileDevice::NoError) {
-        throw ZORSysFileException(
-            ZORGeoContainer::tr("cannot read the container file: %1").arg(device.errorString()));
-    }
-    return ZORGeoContainerDocument::Read(Envelope().Unwrap(file));
+    return document == 0 ? 0 : size + qint64(kBytesPerByte * double(document));
 }
 
 } // namespace
@@ -125,7 +114,8 @@ void ZORGeoContainer::Load(QIODevice& device)
     if (!device.isReadable())
         throw ZORSysFileException(tr("cannot read the container file: the device is not open for reading"));
     ZORSysMemory::Read(GetName(device), EstimateMemory(device), [&] {
-        const std::vector<ZORGeoStoredObject> objects = ReadObjects(device);
+        const std::vector<ZORGeoStoredObject> objects =
+            ZORGeoContainerDocument::Read(Envelope().Unwrap(device));
         try {
             ZORGeoContainerLoader loader(*this, objects);
             loader.Make();

@@ -381,7 +381,7 @@ QByteArray ZORNestResultDocument::Write(const ZORNestResult& result)
     return Envelope().Wrap(document);
 }
 
-ZORNestResult ZORNestResultDocument::Read(const QByteArray& file)
+ZORNestResult ZORNestResultDocument::Read(QIODevice& device)
 {
-    return ResultReader(Envelope().Unwrap(file)).Read();
+    return ResultReader(Envelope().Unwrap(device)).Read();
 }

@@ -6,10 +6,13 @@
 
 #include <QByteArray>
 
+class QIODevice;
+
 class ZORNestResultDocument
 {
 public:
     static QByteArray Write(const ZORNestResult& result);
+    /// \param device  read from its position to its end
     /// \throws ZORSysException that names what is wrong
-    static ZORNestResult Read(const QByteArray& file);
+    static ZORNestResult Read(QIODevice& device);
 };

@@ -3,25 +3,11 @@
 #include "ZORNestResultDocument_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORSystem/ZORSysDocumentEnvelope.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
 #include <QCoreApplication>
-#include <QFile>
-
-namespace {
-
-// What does not begin as a result file is not read to its end, which it may not have.
-QByteArray ReadAll(QIODevice& device)
-{
-    QByteArray bytes = device.read(ZORSysDocumentEnvelope::HeaderSize);
-    if (ZORSysDocumentEnvelope::HasSignature(bytes))
-        bytes += device.readAll();
-    return bytes;
-}
-
-} // namespace
 
 ZORNestResultReader::ZORNestResultReader(const QString& path)
     : ZORNestResultIOBase(path)
@@ -37,19 +23,19 @@ ZORNestResultReader::ZORNestResultReader(QIODevice* device)
 
 ZORNestResultReader::~ZORNestResultReader() = default;
 
-QByteArray ZORNestResultReader::ReadBytes() const
+ZORNestResult ZORNestResultReader::ReadDocument() const
 {
     if (QIODevice* const device = GetDevice()) {
         if (!device->isReadable()) {
             throw ZORSysFileException(
                 QCoreApplication::translate("ZORNestResultReader", "the device is not open for reading"));
         }
-        return ReadAll(*device);
+        return ZORNestResultDocument::Read(*device);
     }
-    QFile file(RequirePath());
+    ZORSysFile file(RequirePath());
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(GetFilePath(), file.errorString());
-    return ReadAll(file);
+    return ZORNestResultDocument::Read(file);
 }
 
 ZORNestResult ZORNestResultReader::Read(FileFormat* format)
@@ -61,8 +47,7 @@ ZORNestResult ZORNestResultReader::Read(FileFormat* format)
     try {
         const QString subject =
             GetDevice() ? QCoreApplication::translate("ZORNestResultReader", "result file") : GetFilePath();
-        ZORNestResult result =
-            ZORSysMemory::Read(subject, 0, [this] { return ZORNestResultDocument::Read(ReadBytes()); });
+        ZORNestResult result = ZORSysMemory::Read(subject, 0, [this] { return ReadDocument(); });
         if (format)
             *format = MsiFormat;
         return result;

@@ -21,5 +21,5 @@ public:
     ZORNestResult Read(FileFormat* format);
 
 private:
-    QByteArray ReadBytes() const;
+    ZORNestResult ReadDocument() const;
 };

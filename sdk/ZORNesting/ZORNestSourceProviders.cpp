@@ -10,11 +10,11 @@
 #include "ZORNestTranslationInput.h"
 
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -29,11 +29,7 @@ QString Tr(const char* text)
 // The whole of a file of bounded size.
 QByteArray ReadFile(const QString& path, qint64 maximumMegabytes)
 {
-    // A directory can be opened on some systems, and a pipe never ends.
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile())
-        throw ZORSysFileOpenException(path, Tr("not a file"));
-    QFile file(path);
+    ZORSysFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(path, file.errorString());
     if (file.size() > maximumMegabytes * megabyte)

@@ -4,9 +4,9 @@
 #include "ZORSysCalledName_p.h"
 #include "ZORSysException_p.h"
 
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 
-#include <QFile>
 #include <QMutex>
 
 #include <chrono>
@@ -17,7 +17,7 @@ class ZORSysApiTrace::Private
 {
 public:
     mutable QMutex mutex; // of all that follows
-    std::unique_ptr<QFile> file;
+    std::unique_ptr<ZORSysFile> file;
     bool wanted = false;
 };
 
@@ -88,7 +88,7 @@ void ZORSysApiTrace::SetFile(const QString& fileName)
     if (fileName.isEmpty()) {
         d->file.reset();
     } else {
-        auto file = std::make_unique<QFile>(fileName);
+        auto file = std::make_unique<ZORSysFile>(fileName);
         if (!file->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
             throw ZORSysFileOpenException(fileName, file->errorString());
         d->file = std::move(file);

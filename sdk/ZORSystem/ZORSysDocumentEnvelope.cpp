@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
+#include <QFileDevice>
 #include <QtEndian>
 
 #include <cstring>
@@ -24,10 +25,10 @@ QString Translate(const char* text)
     return QCoreApplication::translate("ZORSysDocumentEnvelope", text);
 }
 
-QByteArray Checksum(const QByteArray& header, QByteArrayView content)
+QByteArray Checksum(QByteArrayView header, QByteArrayView content)
 {
     QCryptographicHash hash(QCryptographicHash::Blake2b_256);
-    hash.addData(QByteArrayView(header).first(checkedHeader));
+    hash.addData(header.first(checkedHeader));
     hash.addData(content);
     return hash.result();
 }
@@ -40,6 +41,14 @@ void Put(QByteArray& header, T value)
 }
 
 } // namespace
+
+struct ZORSysDocumentEnvelope::Header
+{
+    char bytes[HeaderSize] = {};
+    quint32 compression = 0;
+    quint64 documentSize = 0;
+    quint64 contentSize = 0; // of what follows the header
+};
 
 ZORSysDocumentEnvelope::ZORSysDocumentEnvelope(const QString& kind, quint32 version, qsizetype maximumRatio)
     : m_kind(kind)
@@ -118,32 +127,67 @@ QByteArray ZORSysDocumentEnvelope::Wrap(const QByteArray& document) const
 QByteArray ZORSysDocumentEnvelope::Unwrap(const QByteArray& file) const
 {
     ZOR_TRACE_CALL(file);
-    const qsizetype compared = std::min(file.size(), qsizetype(sizeof signature));
-    if (file.isEmpty() || std::memcmp(file.constData(), signature, size_t(compared)) != 0)
-        throw ZORSysFileException(Translate("the file is not a %1").arg(m_kind));
-    if (file.size() < HeaderSize)
-        FailDamaged(Translate("it ends within its header"));
+    const Header header = ParseHeader(file);
+    const QByteArrayView content = QByteArrayView(file).sliced(HeaderSize);
+    CheckSize(header, content.size());
+    return Unpack(header, content);
+}
 
-    const char* const header = file.constData();
-    const auto version = qFromLittleEndian<quint32>(header + 8);
-    const auto compression = qFromLittleEndian<quint32>(header + 12);
-    const auto documentSize = qFromLittleEndian<quint64>(header + 16);
-    const auto contentSize = qFromLittleEndian<quint64>(header + 24);
+QByteArray ZORSysDocumentEnvelope::Unwrap(QIODevice& device) const
+{
+    ZOR_TRACE_CALL(&device);
+    const auto check = [this, &device] {
+        const auto* const file = qobject_cast<const QFileDevice*>(&device);
+        if (file && file->error() != QFileDevice::NoError)
+            throw ZORSysFileException(Translate("cannot read the %1: %2").arg(m_kind, file->errorString()));
+    };
+    const QByteArray start = device.read(HeaderSize);
+    check();
+    const Header header = ParseHeader(start);
+    if (!device.isSequential())
+        CheckSize(header, device.size() - device.pos());
+    const QByteArray content = device.readAll();
+    check();
+    CheckSize(header, content.size());
+    return Unpack(header, content);
+}
+
+ZORSysDocumentEnvelope::Header ZORSysDocumentEnvelope::ParseHeader(QByteArrayView bytes) const
+{
+    const qsizetype compared = std::min(bytes.size(), qsizetype(sizeof signature));
+    if (bytes.isEmpty() || std::memcmp(bytes.data(), signature, size_t(compared)) != 0)
+        throw ZORSysFileException(Translate("the file is not a %1").arg(m_kind));
+    if (bytes.size() < HeaderSize)
+        FailDamaged(Translate("it ends within its header"));
+    Header header;
+    std::memcpy(header.bytes, bytes.data(), HeaderSize);
+    header.compression = qFromLittleEndian<quint32>(header.bytes + 12);
+    header.documentSize = qFromLittleEndian<quint64>(header.bytes + 16);
+    header.contentSize = qFromLittleEndian<quint64>(header.bytes + 24);
+    const auto version = qFromLittleEndian<quint32>(header.bytes + 8);
     if (version == 0 || version > m_version) {
         throw ZORSysFileException(Translate("%1 is of version %2, up to version %3 can be read")
                                       .arg(m_kind, QString::number(version), QString::number(m_version)));
     }
-    const QByteArrayView content = QByteArrayView(file).sliced(HeaderSize);
-    if (contentSize != quint64(content.size())) {
-        FailDamaged(Translate("it has %1 bytes of content, not %2")
-                        .arg(QString::number(content.size()), QString::number(contentSize)));
-    }
-    if (Checksum(file, content) != file.sliced(checkedHeader, HeaderSize - checkedHeader))
-        FailDamaged(Translate("the checksum is wrong"));
+    return header;
+}
 
-    if (compression == Zstd)
-        return Decompress(content, documentSize);
-    if (compression != Plain || documentSize != contentSize)
+void ZORSysDocumentEnvelope::CheckSize(const Header& header, qint64 contentSize) const
+{
+    if (header.contentSize != quint64(contentSize)) {
+        FailDamaged(Translate("it has %1 bytes of content, not %2")
+                        .arg(QString::number(contentSize), QString::number(header.contentSize)));
+    }
+}
+
+QByteArray ZORSysDocumentEnvelope::Unpack(const Header& header, QByteArrayView content) const
+{
+    const QByteArrayView bytes(header.bytes, HeaderSize);
+    if (Checksum(bytes, content) != bytes.sliced(checkedHeader))
+        FailDamaged(Translate("the checksum is wrong"));
+    if (header.compression == Zstd)
+        return Decompress(content, header.documentSize);
+    if (header.compression != Plain || header.documentSize != header.contentSize)
         FailDamaged(Translate("the header is wrong"));
     return content.toByteArray();
 }

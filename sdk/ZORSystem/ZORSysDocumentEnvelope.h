@@ -8,6 +8,8 @@
 #include <QByteArrayView>
 #include <QString>
 
+class QIODevice;
+
 /// Packs the document of a file and unpacks it.
 ///
 /// Header of 64 bytes, numbers with the low byte first:
@@ -44,9 +46,18 @@ public:
     /// \throws ZORSysFileException "the file is not a %1", "%1 is damaged: %2", "%1 is of version %2, up to
     /// version %3 can be read"
     QByteArray Unwrap(const QByteArray& file) const;
+    /// Returns the document of the file that \a device holds from its position to its end. Reads only the header of
+    /// what is something else or has another length than its header announces, whatever its size.
+    /// \throws ZORSysFileException as for bytes, and "cannot read the %1: %2" (kind, reason)
+    QByteArray Unwrap(QIODevice& device) const;
 
 private:
+    struct Header;
+
     [[noreturn]] void FailDamaged(const QString& reason) const;
+    Header ParseHeader(QByteArrayView bytes) const;
+    void CheckSize(const Header& header, qint64 contentSize) const;
+    QByteArray Unpack(const Header& header, QByteArrayView content) const;
     QByteArray Compress(const QByteArray& document) const;
     QByteArray Decompress(QByteArrayView content, quint64 size) const;
 

@@ -5,13 +5,13 @@
 #include "ZorNestOptions.h"
 
 #include <ZORNesting/ZORNestReport_p.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QBuffer>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QGuiApplication>
 #include <QTextStream>
 
@@ -29,7 +29,8 @@ using namespace ZorNest;
 
 namespace {
 
-constexpr int PictureWidth = 2000; // pixels
+constexpr int PictureWidth = 2000;        // pixels
+constexpr qint64 kMaximumMegabytes = 128; // of an instance
 
 Control* runningControl = nullptr;
 
@@ -238,9 +239,13 @@ private:
 
 int Run(const Options& options, QTextStream& out, QTextStream& errors)
 {
-    QFile file(options.instance);
+    ZORSysFile file(options.instance);
     if (!file.open(QIODevice::ReadOnly)) {
         errors << file.fileName() << ": " << file.errorString() << "\n";
+        return BadInstance;
+    }
+    if (file.size() > kMaximumMegabytes << 20) {
+        errors << file.fileName() << ": file is larger than " << kMaximumMegabytes << " MB\n";
         return BadInstance;
     }
     Instance instance = ReadInstance(file.readAll());

@@ -6,6 +6,7 @@
 #include "support/BenchTest.h"
 #include "support/HostileDisk.h"
 #include "support/MessageOf.h"
+#include "support/HostileFiles.h"
 
 #include <ZORFeature/ZORFeatRoot.h>
 #include <ZORGeometry/ZORGeoPoint.h>
@@ -210,6 +211,15 @@ TEST_F(ContainerFilesTest, ReportsFoldersInsteadOfFiles)
         (QList{ErrorBox("Cannot open the file for writing."), ErrorBox("Cannot open the file for reading.")}),
         boxes.Take());
     EXPECT_EQ(QList<bool>({false, false}), finished);
+}
+
+TEST_F(ContainerFilesTest, APipeIsReportedAsAFileThatCannotBeOpened)
+{
+    AddPoint("P");
+    answers.AnswerFile(HostileFiles::MakePipe(QFileInfo(path).absolutePath(), "pipe.ZORCont"));
+    Open("ZORTestLoadContainerCmd");
+    EXPECT_EQ(QList{ErrorBox("Cannot open the file for reading.")}, boxes.Take());
+    EXPECT_EQ(QList<bool>({false}), finished);
 }
 
 TEST_F(ContainerFilesTest, KeepsAFileThatMustNotBeWritten)

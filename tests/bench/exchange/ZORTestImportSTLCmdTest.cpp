@@ -4,6 +4,7 @@
 #include "console/ZORTestMainDialog.h"
 #include "core/ZORTestCommandRegistry.h"
 #include "support/BenchTest.h"
+#include "support/HostileFiles.h"
 
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>
@@ -169,6 +170,15 @@ TEST_F(ZORTestImportSTLCmdTest, DirectoryIsReported)
     Import();
     EXPECT_EQ(QStringList({"Cannot open the file for reading."}), boxes.TakeErrors());
     EXPECT_EQ(QList<bool>({false}), finished);
+}
+
+TEST_F(ZORTestImportSTLCmdTest, PipeIsReported)
+{
+    answers.AnswerFile(HostileFiles::MakePipe(QFileInfo(path).absolutePath(), "pipe.stl"));
+    Import();
+    EXPECT_EQ(QStringList({"Cannot open the file for reading."}), boxes.TakeErrors());
+    EXPECT_EQ(QList<bool>({false}), finished);
+    EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
 }
 
 TEST_F(ZORTestImportSTLCmdTest, UnreadableFileIsReported)

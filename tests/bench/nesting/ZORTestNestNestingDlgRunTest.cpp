@@ -2,6 +2,7 @@
 
 #include "NestingDlgTest.h"
 #include "nesting/ZORTestNestNestingResultDlg.h"
+#include "support/HostileFiles.h"
 #include "support/MessageOf.h"
 
 #include <ZORVisualization/ZORVisRep.h>
@@ -11,12 +12,11 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QTest>
 #include <QTextEdit>
-
-#include <sys/stat.h>
 
 namespace {
 
@@ -261,12 +261,13 @@ TEST_F(ZORTestNestNestingDlgRunTest, VanishedPartFileStartsNothing)
     EXPECT_EQ(0, Bar()->value());
 }
 
-TEST_F(ZORTestNestNestingDlgRunTest, FoldersAndPipesAreNoPartFiles)
+TEST_F(ZORTestNestNestingDlgRunTest, FoldersPipesAndEnormousFilesAreNotPartFiles)
 {
-    const QByteArray pipe = GetPath("pipe.msi").toUtf8();
-    ASSERT_EQ(0, mkfifo(pipe.constData(), 0600));
+    const QString folder = QFileInfo(GetPath("a")).absolutePath();
+    const QString pipe = HostileFiles::MakePipe(folder, "pipe.msi");
+    const QString zeros = HostileFiles::MakeZeros(folder, qint64(4) << 30, "zeros.msi");
     OpenDialog();
-    for (const QString& path : {GetPath("pipe.msi"), GetPath(""), QString("/dev/zero"), QString()}) {
+    for (const QString& path : {pipe, folder, QString("/dev/zero"), QString(), zeros}) {
         Items()->setRowCount(0);
         AddItem(path);
         EXPECT_EQ("can't open file", MessageOf([this] { Slots()->OnComputeClicked(); }))

@@ -3,6 +3,7 @@
 #include "NestingDlgTest.h"
 #include "console/ZORTestMainDialog.h"
 #include "support/CellEditing.h"
+#include "support/HostileFiles.h"
 #include "support/MessageOf.h"
 #include "support/QtMessages.h"
 
@@ -11,6 +12,7 @@
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QInputDialog>
@@ -232,6 +234,21 @@ TEST_F(ZORTestNestNestingDlgTest, FileThatCannotBeOpenedEndsAddingAndKeepsThoseB
     AnswerFiles(paths, remove);
     EXPECT_EQ(message, MessageOf([this] { Slots()->OnAddItemClicked(); }));
     EXPECT_EQ(2, Items()->rowCount());
+}
+
+TEST_F(ZORTestNestNestingDlgTest, PipesAndEnormousFilesAreNotAdded)
+{
+    const QString folder = QFileInfo(GetPath("a")).absolutePath();
+    const QString pipe = HostileFiles::MakePipe(folder, "pipe.msi");
+    const QString zeros = HostileFiles::MakeZeros(folder, (qint64(1) << 30) + 1, "zeros.msi");
+    OpenDialog();
+    AnswerFiles({pipe});
+    EXPECT_EQ("cannot open file '" + pipe + "': it is not a regular file",
+              MessageOf([this] { Slots()->OnAddItemClicked(); }));
+    AnswerFiles({zeros});
+    EXPECT_EQ("cannot open file '" + zeros + "': it is larger than 1 GB",
+              MessageOf([this] { Slots()->OnAddItemClicked(); }));
+    EXPECT_EQ(0, Items()->rowCount());
 }
 
 TEST_F(ZORTestNestNestingDlgTest, RemoveTakesEveryRowOfAllSelectedRangesOnce)

@@ -4,12 +4,14 @@
 #include "support/BenchTest.h"
 #include "support/HostileDisk.h"
 #include "support/WarningCatcher.h"
+#include "support/HostileFiles.h"
 
 #include <ZORNesting/ZORNestResultWriter.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QAction>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QInputDialog>
 #include <QMetaClassInfo>
@@ -181,6 +183,26 @@ TEST_F(ZORTestNestVisualizeResultCmdTest, AnInvalidFileIsReported)
     Open("ZORTestNestVisualizeResultCmd");
     EXPECT_EQ(QStringList({"Could not read the file"}), boxes.TakeErrors());
     EXPECT_EQ(QList<bool>({false}), finished);
+}
+
+TEST_F(ZORTestNestVisualizeResultCmdTest, APipeIsNeitherReadNorWritten)
+{
+    const QString pipe = HostileFiles::MakePipe(QFileInfo(path).absolutePath(), "pipe.png");
+    answers.AnswerFile(pipe);
+    Open("ZORTestNestVisualizeResultCmd");
+    EXPECT_EQ(QStringList({"Could not read the file"}), boxes.TakeErrors());
+    answers.AnswerFile(path);
+    AnswerNumber(20);
+    AnswerNumber(10);
+    answers.AnswerFile(picture, [this, &pipe] {
+        QFile::remove(picture);
+        QFile::rename(pipe, picture);
+    });
+    Open("ZORTestNestVisualizeResultCmd");
+    EXPECT_EQ(QStringList(), boxes.TakeErrors()) << "a picture that cannot be saved is silent";
+    EXPECT_EQ(QList<bool>({false, true}), finished);
+    EXPECT_TRUE(QFileInfo::exists(picture));
+    EXPECT_FALSE(QFileInfo(picture).isFile());
 }
 
 TEST_F(ZORTestNestVisualizeResultCmdTest, ACancelledDialogIsReportedToo)

@@ -2,6 +2,7 @@
 
 #include "HostTest.h"
 #include "support/HostileDisk.h"
+#include "support/HostileFiles.h"
 
 #include <ZORSystem/ZORSysSettingsManager.h>
 
@@ -59,6 +60,24 @@ TEST_F(ZORHostSettingsTest, AFolderInPlaceOfTheFileIsSaidSo)
     QDir().mkdir(GetPath("own.ini"));
     const ZORHostSettings settings(GetPath("own.ini"), false);
     EXPECT_TRUE(settings.GetWarning().contains("cannot be read")) << settings.GetWarning().toStdString();
+}
+
+TEST_F(ZORHostSettingsTest, WhatCannotBeReadIsLeftAloneAndNothingIsKept)
+{
+    const QString folder = QFileInfo(GetPath("a")).absolutePath();
+    const QString pipe = HostileFiles::MakePipe(folder), socket = HostileFiles::MakeSocket(folder);
+    const QString zeros = HostileFiles::MakeZeros(folder, qint64(4) << 30);
+    for (const QString& path : {pipe, socket, zeros}) {
+        const ZORHostSettings settings(path, path != zeros);
+        EXPECT_EQ(QString("The settings file '%1' cannot be read; the defaults are used.").arg(path),
+                  settings.GetWarning());
+        EXPECT_TRUE(settings.GetStore()->allKeys().isEmpty());
+        ZORHostSettings::Write("Key", 3);
+        settings.GetStore()->sync();
+        EXPECT_EQ(3, ZORHostSettings::Read("Key").toInt());
+        EXPECT_TRUE(QFileInfo::exists(path));
+        EXPECT_FALSE(QFileInfo::exists(path + ".bak"));
+    }
 }
 
 TEST_F(ZORHostSettingsTest, AFileThatCannotBeWrittenIsSaidSo)

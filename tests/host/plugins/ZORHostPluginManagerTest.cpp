@@ -2,6 +2,7 @@
 
 #include "HostTest.h"
 #include "plugins/ZORHostPluginDialog.h"
+#include "support/HostileFiles.h"
 #include "support/QtMessages.h"
 #include "window/ZORHostPublishedActions.h"
 
@@ -103,6 +104,8 @@ TEST_F(ZORHostPluginManagerTest, BrokenFilesFailWithAReason)
     EXPECT_EQ(QString("the file does not exist"), ReasonOf(GetPath("nothing.so")));
     EXPECT_EQ(QString("this is a folder, not a library"),
               ReasonOf(QFileInfo(GetPath(".")).canonicalFilePath()));
+    EXPECT_EQ(QString("it is not a regular file"),
+              ReasonOf(HostileFiles::MakePipe(QFileInfo(GetPath(".")).canonicalFilePath(), "pipe.so")));
     const QString incomplete = "this is no complete library: the file is cut short or of another kind";
     EXPECT_EQ(incomplete, ReasonOf(WriteFile("text.so", QByteArray("just a text\n").repeated(1000))));
     EXPECT_EQ(incomplete, ReasonOf(WriteFile("empty.so", QByteArray())));

@@ -283,6 +283,9 @@ TEST_F(ZORHostScriptRunnerTest, AStepThatCannotBeDoneEndsTheScript)
         {"expect triangles Nothing is 1", "no geometry 'Nothing'"},
         {"expect same /proc/none /proc/none is yes",
          "'/proc/none' cannot be read: No such file or directory"},
+        {"expect same /dev/zero /dev/zero is yes", "'/dev/zero' cannot be read: it is not a regular file"},
+        {"expect colors /dev/zero is 1", "'/dev/zero' cannot be read: it is not a regular file"},
+        {"screenshot window /dev/tty", "cannot write the picture '/dev/tty': it is not a regular file"},
         {"repeat I 1 many\nend", "'many' is no whole number of at most 10000"},
         {"repeat I 1 10001\nend", "'10001' is no whole number of at most 10000"},
     };

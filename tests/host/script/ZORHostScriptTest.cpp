@@ -1,6 +1,8 @@
 #include "script/ZORHostScript.h"
 
 #include "HostTest.h"
+#include "support/HostileFiles.h"
+#include "support/MessageOf.h"
 
 #include <ZORSystem/ZORSysFileException.h>
 
@@ -77,6 +79,17 @@ TEST(ZORHostScriptTest, MistakesAreFoundBeforeAnythingRuns)
     for (const auto& [text, message] : cases)
         EXPECT_EQ(message, ErrorOf(text));
     EXPECT_EQ(QString(), ErrorOf("print a\n"));
+}
+
+TEST(ZORHostScriptTest, PipesAndEnormousFilesThrow)
+{
+    const QTemporaryDir folder;
+    const QString pipe = HostileFiles::MakePipe(folder.path());
+    EXPECT_EQ("cannot open file '" + pipe + "': it is not a regular file",
+              MessageOf([&pipe] { ZORHostScript::Load(pipe); }));
+    const QString zeros = HostileFiles::MakeZeros(folder.path(), qint64(4) << 30);
+    EXPECT_EQ("cannot open file '" + zeros + "': it is larger than 16 MB",
+              MessageOf([&zeros] { ZORHostScript::Load(zeros); }));
 }
 
 TEST(ZORHostScriptTest, AMissingFileThrows)

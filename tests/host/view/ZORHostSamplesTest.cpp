@@ -1,6 +1,8 @@
 #include "view/ZORHostSamples.h"
 
 #include "HostTest.h"
+#include "support/HostileFiles.h"
+#include "support/MessageOf.h"
 #include "view/ZORHostDisplayName.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -51,6 +53,15 @@ TEST_F(ZORHostSamplesTest, AFileThatCannotBeOpenedThrows)
     EXPECT_THROW(ZORHostOpenFile(WriteFile("text.stl", "\xff\xfe this is no STL"), GetEnvironment()),
                  ZORSysException);
     EXPECT_EQ(0, GetEnvironment()->GetContainer()->GetNumGeometry());
+}
+
+TEST_F(ZORHostSamplesTest, FilesThatWouldHaveToBeWaitedForAreRefused)
+{
+    const QStringList paths = HostileFiles::MakeIrregular(QFileInfo(GetPath("a")).absolutePath());
+    for (const QString& path : paths) {
+        EXPECT_EQ("cannot open file '" + path + "': it is not a regular file",
+                  MessageOf([&] { ZORHostOpenFile(path, GetEnvironment()); }));
+    }
 }
 
 TEST_F(ZORHostSamplesTest, NamesForPeople)

@@ -212,7 +212,7 @@ TEST_F(ZORNestTranslationProcessorTest, BadInputsFailTheirOwnJobsOnly)
     EXPECT_EQ("line 1: group code expected", bad->GetWorkResponse()->GetFailureReason());
     EXPECT_EQ("cannot open file '" + directory.filePath("c.dxf") + "': No such file or directory",
               missing->GetWorkResponse()->GetFailureReason());
-    EXPECT_EQ("cannot open file '" + directory.path() + "': not a file",
+    EXPECT_EQ("cannot open file '" + directory.path() + "': it is a folder",
               folder->GetWorkResponse()->GetFailureReason());
     EXPECT_EQ("there is no provider 'paper'", unknown->GetWorkResponse()->GetFailureReason());
     EXPECT_EQ("cannot translate from file type 3 to file type 0",

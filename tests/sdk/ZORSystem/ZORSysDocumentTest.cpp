@@ -7,6 +7,8 @@
 #include <ZORSystem/ZORSysDocumentWriter.h>
 #include <ZORSystem/ZORSysFileException.h>
 
+#include <QBuffer>
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -107,6 +109,38 @@ TEST(ZORSysDocumentTest, EnvelopeGivesBackItsDocument)
         EXPECT_EQ(file, Envelope().Wrap(document));
     }
     EXPECT_FALSE(ZORSysDocumentEnvelope::HasSignature("\x89ZOR"));
+}
+
+TEST(ZORSysDocumentTest, EnvelopeReadsNoMoreThanTheHeaderOfAForeignDevice)
+{
+    /// Counts what is read of a sparse file.
+    class Counter : public QBuffer
+    {
+    public:
+        qint64 readData(char* data, qint64 size) override
+        {
+            numRead += size;
+            return QBuffer::readData(data, size);
+        }
+        qint64 numRead = 0;
+    };
+    const QByteArray file = Envelope().Wrap(Document());
+    const auto read = [](const QByteArray& bytes, qint64 maximum) {
+        Counter device;
+        device.setData("before" + bytes);
+        device.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+        device.seek(6);
+        const std::string message =
+            MessageOf([&device] { EXPECT_EQ(Document(), Envelope().Unwrap(device)); });
+        EXPECT_LE(device.numRead, maximum);
+        return message;
+    };
+    EXPECT_EQ("no exception", read(file, 100000));
+    EXPECT_EQ("the file is not a test file", read(QByteArray(100000, '\0'), 64));
+    EXPECT_EQ("test file is damaged: it has 100000 bytes of content, not "
+                  + std::to_string(file.size() - ZORSysDocumentEnvelope::HeaderSize),
+              read(file.first(64) + QByteArray(100000, '\0'), 64));
+    EXPECT_EQ("test file is damaged: it ends within its header", read(file.first(63), 64));
 }
 
 TEST(ZORSysDocumentTest, EnvelopeReadsOlderVersionsAndRefusesNewerOnes)

@@ -1,3 +1,4 @@
+#include "support/HostileFiles.h"
 #include "support/Printers.h"
 
 #include <ZORSystem/ZORSysFile.h>
@@ -8,11 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <fcntl.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
@@ -34,30 +31,11 @@ protected:
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
-    QString MakePipe(const QString& name) const
-    {
-        const QString path = folder.filePath(name);
-        EXPECT_EQ(0, mkfifo(qPrintable(path), 0600));
-        return path;
-    }
     QString MakeLink(const QString& name, const QString& target) const
     {
         EXPECT_TRUE(QFile::link(target, folder.filePath(name)));
         return folder.filePath(name);
     }
-    QString MakeSocket(const QString& name) const
-    {
-        const QByteArray path = folder.filePath(name).toLocal8Bit();
-        sockaddr_un address = {};
-        address.sun_family = AF_UNIX;
-        EXPECT_LT(size_t(path.size()), sizeof address.sun_path);
-        std::memcpy(address.sun_path, path.constData(), size_t(path.size()));
-        const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
-        EXPECT_EQ(0, bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address));
-        close(descriptor);
-        return folder.filePath(name);
-    }
-
     const QTemporaryDir folder;
 };
 
@@ -84,14 +62,8 @@ TEST_F(ZORSysFileTest, OpensRegularFilesAndLinksToThemForReading)
 // A pipe without another end would keep a plain QFile waiting for ever.
 TEST_F(ZORSysFileTest, RefusesWhatMayHaveToBeWaitedFor)
 {
-    const QString pipe = MakePipe("pipe");
-    const QString socket = MakeSocket("socket");
-    QStringList irregular = {
-        pipe,        MakeLink("link", pipe), socket, MakeLink("toSocket", socket), "/dev/zero", "/dev/tty",
-        "/dev/ptmx", "/dev/random"};
-    for (const QString& path : std::as_const(irregular)) {
-        if (!QFileInfo::exists(path))
-            continue;
+    const QStringList irregular = HostileFiles::MakeIrregular(folder.path());
+    for (const QString& path : irregular) {
         for (const auto mode :
              {QIODevice::ReadOnly, QIODevice::WriteOnly, QIODevice::ReadWrite, QIODevice::Append}) {
             EXPECT_EQ(kIrregular, ZORSysFile::FindObstacle(path, mode)) << path.toStdString();

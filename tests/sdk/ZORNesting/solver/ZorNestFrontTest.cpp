@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <sys/stat.h>
 
 namespace {
 
@@ -51,8 +52,19 @@ protected:
     }
     static Outcome Run(const QStringList& arguments)
     {
+        return Start(QStringLiteral(ZORNEST_PROGRAM), arguments);
+    }
+    /// \param kilobytes  address space of the program
+    static Outcome RunWithin(int kilobytes, const QString& argument)
+    {
+        return Start(QStringLiteral("/bin/sh"),
+                     {QStringLiteral("-c"), QStringLiteral("ulimit -v %1; exec \"$@\"").arg(kilobytes),
+                      QStringLiteral("sh"), QStringLiteral(ZORNEST_PROGRAM), argument});
+    }
+    static Outcome Start(const QString& program, const QStringList& arguments)
+    {
         QProcess process;
-        process.start(QStringLiteral(ZORNEST_PROGRAM), arguments);
+        process.start(program, arguments);
         EXPECT_TRUE(process.waitForFinished(120000));
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -119,15 +131,50 @@ TEST_F(ZorNestFrontTest, ARunWithoutMemoryFailsWithAMessage)
     GTEST_SKIP() << "the sanitizer needs the address space";
 #endif
     QFile file(GetPath(QStringLiteral("large.json")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(4) << 30)); // takes no room on the disk
-    QProcess process;
-    process.start(QStringLiteral("/bin/sh"),
-                  {QStringLiteral("-c"), QStringLiteral("ulimit -v 2000000; exec \"$@\""),
-                   QStringLiteral("sh"), QStringLiteral(ZORNEST_PROGRAM), file.fileName()});
-    ASSERT_TRUE(process.waitForFinished(120000));
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 6);
-    EXPECT_EQ(process.readAllStandardError(), "out of memory\n");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)
+                && file.resize(qint64(128) << 20)); // takes no room on the disk
+    // A fraction of the file more than what the program needs for itself.
+    int limit = 50000;
+    while (RunWithin(limit, QStringLiteral("--help")).code != 0 && limit < 4000000)
+        limit += 10000;
+    const Outcome outcome = RunWithin(limit + 30000, file.fileName());
+    EXPECT_EQ(outcome.code, 6);
+    EXPECT_EQ(outcome.errors, QLatin1String("out of memory\n"));
+}
+
+TEST_F(ZorNestFrontTest, InstancesThatAreTooLargeOrNotRegularFilesAreRefused)
+{
+    QFile file(GetPath(QStringLiteral("large.json")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(4) << 30));
+    Outcome outcome = Run({file.fileName()});
+    EXPECT_EQ(outcome.code, 3);
+    EXPECT_EQ(outcome.errors, file.fileName() + QLatin1String(": file is larger than 128 MB\n"));
+    const QString pipe = GetPath(QStringLiteral("pipe"));
+    ASSERT_EQ(0, mkfifo(qPrintable(pipe), 0600));
+    for (const QString& path : {pipe, QStringLiteral("/dev/zero")}) {
+        outcome = Run({path});
+        EXPECT_EQ(outcome.code, 3);
+        EXPECT_EQ(outcome.errors, path + QLatin1String(": it is not a regular file\n"));
+    }
+}
+
+TEST_F(ZorNestFrontTest, ResultsAreNotWrittenToPipes)
+{
+    const QString pipe = GetPath(QStringLiteral("pipe"));
+    ASSERT_EQ(0, mkfifo(qPrintable(pipe), 0600));
+    for (const char* option : {"--out", "--html"}) {
+        const Outcome outcome = Run({SaveSquares(), QString::fromLatin1(option), pipe});
+        EXPECT_EQ(outcome.code, 4);
+        EXPECT_EQ(outcome.errors, pipe + QLatin1String(": it is not a regular file\n"));
+    }
+    const QString pictures = GetPath(QStringLiteral("pictures"));
+    ASSERT_TRUE(QDir().mkpath(pictures));
+    const QString picture = pictures + QLatin1String("/sheet-0.png");
+    ASSERT_EQ(0, mkfifo(qPrintable(picture), 0600));
+    const Outcome outcome = Run(
+        {SaveSquares(), QStringLiteral("--steps"), QStringLiteral("10"), QStringLiteral("--png"), pictures});
+    EXPECT_EQ(outcome.code, 4);
+    EXPECT_EQ(outcome.errors, picture + QLatin1String(": it is not a regular file\n"));
 }
 
 TEST_F(ZorNestFrontTest, EveryBadDocumentIsRefusedWithThePlaceOfItsFault)
