@@ -2,9 +2,8 @@
 
 #include "app/ZORHostLogging.h"
 
-#include <ZORSystem/ZORSysLibraryFile.h>
-
 #include <ZORSystem/ZORSysFile.h>
+#include <ZORSystem/ZORSysLibraryFile.h>
 
 #include <QApplication>
 #include <QDir>
