@@ -3,76 +3,85 @@
 #include <ZORSystem/ZORSysFileException.h>
 
 #include <QCoreApplication>
-#include <QFile>
+#include <QFileDevice>
 
-#include <cstdint>
+namespace {
 
-#ifdef Q_OS_UNIX
-#include <sys/mman.h>
-#endif
+constexpr qsizetype kPiece = qsizetype(4) << 20; // bytes
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("ZORGeoStlLoader", text);
+}
+
+} // namespace
 
 ZORGeoStlContent::ZORGeoStlContent(QIODevice* device)
+    : m_device(device)
+    , m_isText(device && device->isTextModeEnabled())
 {
-    if (!device || !device->isReadable()) {
-        throw ZORSysFileException(
-            QCoreApplication::translate("ZORGeoStlLoader", "device is not open for reading"));
+    if (!device || !device->isReadable())
+        throw ZORSysFileException(Translate("device is not open for reading"));
+    device->setTextModeEnabled(false); // its line ends would spoil binary content
+    if (device->isSequential()) {
+        ReadSequential();
+        m_size = m_buffer.size();
+    } else {
+        m_start = device->pos();
+        m_size = std::max<qint64>(device->size() - m_start, 0);
+        m_left = m_size;
     }
-    if (!Map(qobject_cast<QFile*>(device)))
-        Read(device);
 }
 
 ZORGeoStlContent::~ZORGeoStlContent()
 {
-    if (m_file)
-        m_file->unmap(m_mapped);
+    m_device->setTextModeEnabled(m_isText);
 }
 
-bool ZORGeoStlContent::Map(QFile* file)
-{
-    if (!file || file->isSequential() || file->size() <= file->pos())
-        return false;
-    const qint64 size = file->size() - file->pos();
-    m_mapped = file->map(file->pos(), size);
-    if (!m_mapped)
-        return false;
-    m_file = file;
-    m_view = {m_mapped, qsizetype(size)};
-    file->seek(file->size());
-    return true;
-}
-
-void ZORGeoStlContent::Read(QIODevice* device)
+void ZORGeoStlContent::ReadSequential()
 {
     constexpr int patience = 30000; // milliseconds
-    const bool isText = device->isTextModeEnabled();
-    device->setTextModeEnabled(false); // its line ends would spoil binary content
-    m_read = device->readAll();
-    while (device->isSequential() && device->waitForReadyRead(patience))
-        m_read += device->readAll();
-    device->setTextModeEnabled(isText);
-    const auto* file = qobject_cast<const QFileDevice*>(device);
-    if (file && file->error() != QFileDevice::NoError) {
-        throw ZORSysFileException(
-            QCoreApplication::translate("ZORGeoStlLoader", "cannot read the STL content: %1")
-                .arg(device->errorString()));
-    }
-    m_view = m_read;
+    m_buffer = m_device->readAll();
+    while (m_device->waitForReadyRead(patience))
+        m_buffer += m_device->readAll();
+    ThrowOnError();
 }
 
-void ZORGeoStlContent::Release(qsizetype bytes)
+void ZORGeoStlContent::ThrowOnError() const
 {
-#ifdef Q_OS_UNIX
-    // Only whole pages strictly before the place; they come back from the file if touched again.
-    constexpr std::uintptr_t page = 1 << 16;
-    if (!m_file || m_file->handle() < 0) // a resource inside the program
+    const auto* file = qobject_cast<const QFileDevice*>(m_device);
+    if (file && file->error() != QFileDevice::NoError)
+        throw ZORSysFileException(Translate("cannot read the STL content: %1").arg(m_device->errorString()));
+}
+
+QByteArrayView ZORGeoStlContent::Fetch(qsizetype minimum)
+{
+    qsizetype present = m_buffer.size() - m_position;
+    if (present < minimum && m_left > 0) {
+        m_hasStart = m_hasStart && m_position == 0;
+        m_buffer.remove(0, m_position);
+        m_position = 0;
+        const auto wanted = qsizetype(std::min<qint64>(std::max(kPiece, minimum), m_left));
+        m_buffer.resize(present + wanted);
+        qint64 numRead = 0;
+        for (qint64 read = 1; read > 0 && numRead < wanted; numRead += std::max<qint64>(read, 0))
+            read = m_device->read(m_buffer.data() + present + numRead, wanted - numRead);
+        ThrowOnError();
+        m_buffer.resize(present + qsizetype(numRead));
+        m_left = numRead < wanted ? 0 : m_left - numRead; // less: the file was shortened
+        present = m_buffer.size();
+    }
+    m_isAtEnd = m_left == 0;
+    return QByteArrayView(m_buffer).sliced(m_position, present);
+}
+
+void ZORGeoStlContent::Rewind()
+{
+    m_position = 0;
+    if (m_hasStart)
         return;
-    const std::uintptr_t base = reinterpret_cast<std::uintptr_t>(m_mapped);
-    const std::uintptr_t from = (base + std::uintptr_t(m_released) + page - 1) & ~(page - 1);
-    const std::uintptr_t to = (base + std::uintptr_t(bytes)) & ~(page - 1);
-    if (to > from)
-        madvise(reinterpret_cast<void*>(from), to - from, MADV_DONTNEED);
-    m_released = bytes;
-#else
-    Q_UNUSED(bytes)
-#endif
+    m_device->seek(m_start);
+    m_buffer.resize(0);
+    m_hasStart = true;
+    m_left = m_size;
 }

@@ -5,30 +5,47 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
-class QFile;
+#include <algorithm>
+
 class QIODevice;
 
-/// Everything from a device's position to its end: a mapped file, or what was read.
+/// A window that moves over everything from a device's position to its end.
+///
+/// Devices with random access are read piece by piece. They are not mapped into memory: another program may shorten
+/// the file, and touching what is gone would end the process.
 class ZORGeoStlContent
 {
 public:
+    /// Reads a sequential device at once, waiting for its data.
     /// \throws ZORSysFileException "device is not open for reading", "cannot read the STL content: %1"
     explicit ZORGeoStlContent(QIODevice* device);
     ~ZORGeoStlContent();
     Q_DISABLE_COPY_MOVE(ZORGeoStlContent)
 
-    QByteArrayView GetBytes() const { return m_view; }
-    /// The first \a bytes are not needed any more: gives memory of a mapped file back to the system, so that
-    /// a large file never counts as a whole.
-    void Release(qsizetype bytes);
+    /// Number of bytes when the reading began.
+    qint64 GetSize() const { return m_size; }
+    /// Returns the bytes at the present position, at least \a minimum of them unless the content ends before. Valid
+    /// until the next call.
+    /// \throws ZORSysFileException "cannot read the STL content: %1"
+    QByteArrayView Fetch(qsizetype minimum);
+    /// Moves on by bytes that were fetched; to the end where fewer are left.
+    void Skip(qsizetype bytes) { m_position += std::min(bytes, m_buffer.size() - m_position); }
+    /// Whether nothing follows what was fetched.
+    bool IsAtEnd() const { return m_isAtEnd; }
+    /// Moves back to the start.
+    void Rewind();
 
 private:
-    bool Map(QFile* file);
-    void Read(QIODevice* device);
+    void ReadSequential();
+    void ThrowOnError() const;
 
-    QByteArray m_read;
-    QFile* m_file = nullptr; // not owned; null: not mapped
-    uchar* m_mapped = nullptr;
-    qsizetype m_released = 0;
-    QByteArrayView m_view;
+    QIODevice* const m_device; // not owned
+    const bool m_isText;       // of the device as it was given
+    qint64 m_start = 0;        // position in the device
+    qint64 m_size = 0;
+    qint64 m_left = 0; // bytes of the device that were not read yet
+    bool m_isAtEnd = false;
+    QByteArray m_buffer;
+    bool m_hasStart = true;   // the buffer still begins with the content
+    qsizetype m_position = 0; // in the buffer
 };

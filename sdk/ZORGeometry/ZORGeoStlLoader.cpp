@@ -46,8 +46,7 @@ Surfaces ReadSurfaces(QIODevice* device, ZORGeoContainer* container, double fact
     std::vector<ZORGeoStlSolid> solids;
     {
         ZORGeoStlContent content(device);
-        ZORGeoStlParser parser(factor, report, [&content](qsizetype bytes) { content.Release(bytes); });
-        solids = parser.Parse(content.GetBytes());
+        solids = ZORGeoStlParser(factor, report, content).Parse();
     }
     Surfaces surfaces;
     for (ZORGeoStlSolid& solid : solids) {

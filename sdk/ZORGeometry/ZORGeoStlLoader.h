@@ -34,12 +34,16 @@ public:
     /// Reads the device from its position to its end, and registers the surfaces with \a container. Either
     /// all surfaces are added or, when an exception is thrown, none.
     ///
-    /// Linear time; files are mapped into memory piece by piece, other devices read at once.
+    /// Linear time; sequential devices are read at once, others piece by piece. A file that another program shortens
+    /// meanwhile counts as one that was cut short.
     /// \param unit  the unit of the coordinates in the file; the surfaces are in millimetres
     /// \return the surfaces in the order of the file, owned by the container
     /// \throws ZORSysException "container is null", "unit is no unit of length"
     /// \throws ZORSysFileException "device is not open for reading", "cannot read the STL content: %1",
     ///         "the STL content is UTF-16 text, which the format does not allow",
+    ///         "the STL content is another kind of file: its header announces %1 facets, its size allows %2, and %3 of
+    ///         them are not finite or out of range" for binary content whose header announces over twice or under half
+    ///         of the facets that it has, most of them with coordinates that single precision cannot compute with
     ///         "the STL content has no usable facet (%1)"
     ///         where %1 says why
     QList<const ZORGeoSurface*> Load(ZORGeoContainer* container, ZORSysValue::Unit unit);

@@ -1,3 +1,4 @@
+#include "ZORGeoStlContent_p.h"
 #include "ZORGeoStlNumber_p.h"
 #include "ZORGeoStlParser_p.h"
 
@@ -14,7 +15,9 @@ namespace {
 
 constexpr qsizetype headerSize = 84; // with the number of facets in the last four bytes
 constexpr qsizetype facetSize = 50;
-constexpr qsizetype releaseStep = qsizetype(4) << 20;
+constexpr qsizetype kHeadSize = 1024;               // what shows the form
+constexpr qsizetype kLookAhead = 1 << 20;           // longer than any sensible statement with its blanks
+constexpr qint64 kLargestReserve = qint64(1) << 22; // facets; the size of a sparse file says little
 
 void SkipToken(const char*& at, const char* end)
 {
@@ -69,12 +72,22 @@ QString ToName(std::string_view text)
     return (isUtf8 ? name : QString::fromLatin1(bytes)).simplified();
 }
 
+// Whether facets that include such a coordinate have an area in single precision: no length that is computed from
+// it overflows, and it is not one of the subnormal numbers that small integers look like.
+bool IsUsual(quint32 bits)
+{
+    constexpr quint32 kExponent = 0x7f800000;
+    constexpr quint32 kLargestExponent = (127 + 61) << 23; // squares of their differences stay below 2^128
+    const quint32 exponent = bits & kExponent;
+    return exponent <= kLargestExponent && (exponent != 0 || (bits << 1) == 0);
+}
+
 // Every second of the first bytes is zero and the others are not: 16-bit text.
 bool IsUtf16(QByteArrayView content)
 {
     if (content.startsWith("\xff\xfe") || content.startsWith("\xfe\xff"))
         return true;
-    const qsizetype pairs = std::min<qsizetype>(content.size(), 1024) / 2;
+    const qsizetype pairs = content.size() / 2;
     if (pairs < 4)
         return false;
     qsizetype zeros[2] = {0, 0};
@@ -95,23 +108,22 @@ QString Translate(const char* text)
 
 } // namespace
 
-ZORGeoStlParser::ZORGeoStlParser(double factor, ZORGeoStlReport& report,
-                                 std::function<void(qsizetype)> release)
+ZORGeoStlParser::ZORGeoStlParser(double factor, ZORGeoStlReport& report, ZORGeoStlContent& content)
     : m_factor(factor)
     , m_report(report)
-    , m_release(std::move(release))
+    , m_content(content)
     , m_builder(report)
 {
 }
 
-std::vector<ZORGeoStlSolid> ZORGeoStlParser::Parse(QByteArrayView content)
+std::vector<ZORGeoStlSolid> ZORGeoStlParser::Parse()
 {
-    switch (FindForm(content)) {
+    switch (FindForm()) {
     case Form::Binary:
-        ParseBinary(content);
+        ParseBinary();
         break;
     case Form::Ascii:
-        ParseAscii(content);
+        ParseAscii();
         break;
     case Form::Utf16:
         Fail(Translate("the STL content is UTF-16 text, which the format does not allow"));
@@ -121,70 +133,118 @@ std::vector<ZORGeoStlSolid> ZORGeoStlParser::Parse(QByteArrayView content)
     return std::move(m_solids);
 }
 
-ZORGeoStlParser::Form ZORGeoStlParser::FindForm(QByteArrayView content)
+ZORGeoStlParser::Form ZORGeoStlParser::FindForm()
 {
-    if (content.size() < headerSize)
-        return IsUtf16(content) ? Form::Utf16 : Form::Ascii;
-    const qint64 facets = qFromLittleEndian<quint32>(content.data() + 80);
-    if (headerSize + facetSize * facets == content.size())
+    const QByteArrayView fetched = m_content.Fetch(kHeadSize);
+    const QByteArrayView head = fetched.first(std::min(fetched.size(), kHeadSize));
+    if (head.size() < headerSize)
+        return IsUtf16(head) ? Form::Utf16 : Form::Ascii;
+    const qint64 facets = qFromLittleEndian<quint32>(head.data() + 80);
+    if (headerSize + facetSize * facets == m_content.GetSize())
         return Form::Binary;
-    if (IsUtf16(content))
+    if (IsUtf16(head))
         return Form::Utf16;
-    const QByteArrayView body = content.sliced(80, std::min<qsizetype>(content.size(), 1024) - 80);
+    const QByteArrayView body = head.sliced(80);
     const bool hasControls = std::any_of(body.begin(), body.end(), [](char c) {
         const auto byte = static_cast<unsigned char>(c);
         return byte < ' ' && byte != '\t' && byte != '\r' && byte != '\n';
     });
     if (!hasControls)
         return Form::Ascii;
-    if (headerSize + facetSize * facets < content.size())
+    if (headerSize + facetSize * facets < m_content.GetSize())
         return Form::Binary;
     // A binary file that was cut short, or text with some stray control character.
     const QByteArray lower = body.toByteArray().toLower();
     return lower.contains("facet") || lower.contains("vertex") ? Form::Ascii : Form::Binary;
 }
 
-void ZORGeoStlParser::ParseBinary(QByteArrayView content)
+/// \param function  called with the bits of the nine coordinates of a facet
+/// \return the number of facets, less than \a maximum for content that was shortened meanwhile
+template<class Function>
+qint64 ZORGeoStlParser::ForEachBinaryFacet(qint64 maximum, const Function& function)
 {
-    const qint64 announced = qFromLittleEndian<quint32>(content.data() + 80);
-    const qint64 present = (content.size() - headerSize) / facetSize;
-    // Writers that stream and never come back to the header leave a count of 0.
-    const bool isCounted = announced > 0 || (content.size() - headerSize) % facetSize != 0;
-    const qint64 facets = isCounted ? std::min(announced, present) : present;
-    m_hasContent = announced > 0 || facets > 0;
-    m_report.missing = std::max<qint64>(announced - facets, 0);
-    m_report.trailingBytes = m_report.missing > 0 ? 0 : content.size() - headerSize - facetSize * facets;
-
-    m_builder.Reserve(facets);
+    m_content.Rewind();
+    m_content.Fetch(headerSize);
+    m_content.Skip(headerSize);
     std::array<quint32, 9> corners;
-    qsizetype released = 0;
-    for (qint64 i = 0; i < facets; ++i) {
-        const char* facet = content.data() + headerSize + facetSize * i;
-        qFromLittleEndian<quint32>(facet + 12, 9, corners.data());
-        m_builder.AddFacet(corners.data());
-        if (facet - content.data() - released > releaseStep) {
-            released = facet - content.data();
-            m_release(released);
+    qint64 done = 0;
+    while (done < maximum) {
+        const QByteArrayView window = m_content.Fetch(facetSize);
+        const qint64 count = std::min<qint64>(maximum - done, window.size() / facetSize);
+        if (count == 0)
+            break;
+        for (qint64 i = 0; i < count; ++i) {
+            qFromLittleEndian<quint32>(window.data() + facetSize * i + 12, 9, corners.data());
+            function(corners);
         }
+        m_content.Skip(facetSize * count);
+        done += count;
     }
+    return done;
+}
+
+void ZORGeoStlParser::ParseBinary()
+{
+    const qint64 announced = qFromLittleEndian<quint32>(m_content.Fetch(headerSize).data() + 80);
+    const qint64 bytes = m_content.GetSize() - headerSize;
+    // Writers that stream and never come back to the header leave a count of 0.
+    const bool isCounted = announced > 0 || bytes % facetSize != 0;
+    if (isCounted)
+        RefuseForeignContent(announced, bytes / facetSize);
+    const qint64 expected = isCounted ? std::min(announced, bytes / facetSize) : bytes / facetSize;
+
+    m_builder.Reserve(std::min(expected, kLargestReserve));
+    const qint64 facets = ForEachBinaryFacet(
+        expected, [this](const std::array<quint32, 9>& corners) { m_builder.AddFacet(corners.data()); });
+    m_report.missing = std::max(announced, expected) - facets;
+    m_report.trailingBytes = m_report.missing > 0 ? 0 : bytes - facetSize * facets;
+    m_hasContent = announced > 0 || facets > 0 || m_report.trailingBytes >= facetSize;
     EndSolid();
 }
 
-void ZORGeoStlParser::ParseAscii(QByteArrayView content)
+// Any file with control characters looks like binary STL. What gives the others away are a count that has nothing to
+// do with their size, and facets that nobody could have measured. Each alone occurs in files that are worth reading:
+// those that were cut short, and those of writers that divided by zero.
+void ZORGeoStlParser::RefuseForeignContent(qint64 announced, qint64 present)
 {
-    const char* at = content.data();
-    const char* const end = at + content.size();
-    if (content.startsWith("\xef\xbb\xbf"))
-        at += 3;
+    constexpr qint64 kGross = 2;
+    if (announced <= kGross * present && present <= kGross * announced)
+        return;
+    qint64 numUsual = 0;
+    const qint64 facets =
+        ForEachBinaryFacet(std::min(announced, present), [&numUsual](const std::array<quint32, 9>& corners) {
+            numUsual += std::all_of(corners.begin(), corners.end(), IsUsual) ? 1 : 0;
+        });
+    if (numUsual * 2 >= facets)
+        return;
+    Fail(Translate("the STL content is another kind of file: its header announces %1 facets, its size allows "
+                   "%2, and "
+                   "%3 of them are not finite or out of range")
+             .arg(QString::number(announced), QString::number(present), QString::number(facets - numUsual)));
+}
+
+// The window always holds what follows a statement, unless the content ends there. Only tokens and names that are
+// longer than the look-ahead are cut, which are meaningless anyway.
+void ZORGeoStlParser::ParseAscii()
+{
+    const QByteArrayView head = m_content.Fetch(kHeadSize);
     // Blanks alone are no content, but zeros are: a binary header, say.
-    m_hasContent = content.first(std::min<qsizetype>(content.size(), 1024)).contains('\0');
-    const char* released = at;
-    for (std::string_view token = NextToken(at, end); !token.empty(); token = NextToken(at, end)) {
-        ParseStatement(token, at, end);
-        if (at - released > releaseStep) {
-            released = at;
-            m_release(at - content.data());
+    m_hasContent = head.first(std::min(head.size(), kHeadSize)).contains('\0');
+    if (head.startsWith("\xef\xbb\xbf"))
+        m_content.Skip(3);
+    for (;;) {
+        const QByteArrayView window = m_content.Fetch(kLookAhead + 1);
+        if (window.isEmpty())
+            break;
+        const char* at = window.data();
+        const char* const end = at + window.size();
+        const char* const last = m_content.IsAtEnd() ? end : end - kLookAhead;
+        while (at < last) {
+            const std::string_view token = NextToken(at, end);
+            if (!token.empty())
+                ParseStatement(token, at, end);
         }
+        m_content.Skip(at - window.data());
     }
     EndSolid();
 }

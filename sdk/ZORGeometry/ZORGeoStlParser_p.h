@@ -6,9 +6,10 @@
 
 #include <QByteArrayView>
 
-#include <functional>
 #include <string_view>
 #include <vector>
+
+class ZORGeoStlContent;
 
 /// Turns STL content into solids; knows no devices and no containers.
 class ZORGeoStlParser
@@ -16,20 +17,22 @@ class ZORGeoStlParser
 public:
     /// \param factor   millimetres a unit of the file
     /// \param report   filled while parsing
-    /// \param release  told from time to time up to which byte the content was read and is not
-    ///                 needed any more
-    ZORGeoStlParser(double factor, ZORGeoStlReport& report, std::function<void(qsizetype)> release);
+    /// \param content  at its start; not owned
+    ZORGeoStlParser(double factor, ZORGeoStlReport& report, ZORGeoStlContent& content);
 
     /// \return solids with at least one triangle; none for empty content and empty solids
-    /// \throws ZORSysFileException when there is content, but no usable facet
-    std::vector<ZORGeoStlSolid> Parse(QByteArrayView content);
+    /// \throws ZORSysFileException when there is content, but no usable facet, or when it cannot be STL
+    std::vector<ZORGeoStlSolid> Parse();
 
 private:
     enum class Form { Binary, Ascii, Utf16 };
-    static Form FindForm(QByteArrayView content);
+    Form FindForm();
 
-    void ParseBinary(QByteArrayView content);
-    void ParseAscii(QByteArrayView content);
+    void ParseBinary();
+    void RefuseForeignContent(qint64 announced, qint64 present);
+    template<class Function>
+    qint64 ForEachBinaryFacet(qint64 maximum, const Function& function);
+    void ParseAscii();
     void ParseStatement(std::string_view keyword, const char*& at, const char* end);
     void ParseVertex(const char*& at, const char* end);
     void BeginSolid(const char*& at, const char* end);
@@ -38,7 +41,7 @@ private:
 
     const double m_factor;
     ZORGeoStlReport& m_report;
-    const std::function<void(qsizetype)> m_release;
+    ZORGeoStlContent& m_content;
     std::vector<ZORGeoStlSolid> m_solids;
 
     bool m_hasContent = false; // something but empty solids

@@ -165,7 +165,7 @@ TEST_F(ZorNestFrontTest, ResultsAreNotWrittenToPipes)
     for (const char* option : {"--out", "--html"}) {
         const Outcome outcome = Run({SaveSquares(), QString::fromLatin1(option), pipe});
         EXPECT_EQ(outcome.code, 4);
-        EXPECT_EQ(outcome.errors, pipe + QLatin1String(": it is not a regular file\n"));
+        EXPECT_TRUE(outcome.errors.endsWith(pipe + QLatin1String(": it is not a regular file\n")));
     }
     const QString pictures = GetPath(QStringLiteral("pictures"));
     ASSERT_TRUE(QDir().mkpath(pictures));
@@ -174,7 +174,7 @@ TEST_F(ZorNestFrontTest, ResultsAreNotWrittenToPipes)
     const Outcome outcome = Run(
         {SaveSquares(), QStringLiteral("--steps"), QStringLiteral("10"), QStringLiteral("--png"), pictures});
     EXPECT_EQ(outcome.code, 4);
-    EXPECT_EQ(outcome.errors, picture + QLatin1String(": it is not a regular file\n"));
+    EXPECT_TRUE(outcome.errors.endsWith(picture + QLatin1String(": it is not a regular file\n")));
 }
 
 TEST_F(ZorNestFrontTest, EveryBadDocumentIsRefusedWithThePlaceOfItsFault)
