@@ -5,8 +5,8 @@
 #include "core/ZORTestOptionsDlg.h"
 #include "support/BenchTest.h"
 #include "support/HostileDisk.h"
-#include "support/MessageOf.h"
 #include "support/HostileFiles.h"
+#include "support/MessageOf.h"
 
 #include <ZORFeature/ZORFeatRoot.h>
 #include <ZORGeometry/ZORGeoPoint.h>

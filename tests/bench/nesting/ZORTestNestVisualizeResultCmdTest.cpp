@@ -3,8 +3,8 @@
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
 #include "support/HostileDisk.h"
-#include "support/WarningCatcher.h"
 #include "support/HostileFiles.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestResultWriter.h>
 #include <ZORSystem/ZORSysApiTrace.h>
