@@ -5,6 +5,7 @@
 #include "core/ZORTestCommand.h"
 #include "core/ZORTestCommandRegistry.h"
 #include "core/ZORTestDialog.h"
+#include "core/ZORTestErrorBox.h"
 
 #include <ZORDebug/ZORDebugVizContainer.h>
 #include <ZORFeature/ZORFeatContainer.h>
@@ -12,8 +13,6 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysStackMonitor.h>
 #include <ZORVisualization/ZORVisVirtualObject.h> // argument of connected signals
-
-#include <QMessageBox>
 
 ZORTestMainDialog::ZORTestMainDialog(QWidget* parent)
     : QMainWindow(parent)
@@ -244,5 +243,5 @@ void ZORTestMainDialog::EndTransaction() {}
 
 void ZORTestMainDialog::ShowError(const QString& message)
 {
-    QMessageBox::critical(this, tr("Error"), message, QMessageBox::Ok);
+    ZORTestShowErrorBox(this, message);
 }

@@ -54,6 +54,7 @@ void ZORHostErrorReporter::ShowNext()
     m_box = new QMessageBox(QMessageBox::Critical, tr("Error"), m_shownMessage, QMessageBox::Ok,
                             parent ? parent : QApplication::activeWindow());
     m_box->setObjectName("_UnhandledErrorBox");
+    m_box->setTextFormat(Qt::PlainText); // messages contain names from documents, which are not HTML
     m_box->setAttribute(Qt::WA_DeleteOnClose);
     m_box->setWindowModality(Qt::ApplicationModal);
     // Queued: the next box may open only after this one is gone.

@@ -1,5 +1,7 @@
 #include "docks/ZORHostLineModel.h"
 
+#include <ZORCommonUI/ZORCmnPlainText.h>
+
 #include <algorithm>
 
 ZORHostLineModel::ZORHostLineModel(const QStringList& headers, int capacity, QObject* parent)
@@ -56,7 +58,7 @@ QVariant ZORHostLineModel::data(const QModelIndex& index, int role) const
         // A row is one line high: line breaks inside a message are shown, not followed.
         return line.cells.value(index.column()).replace(u'\n', QChar(0x23ce));
     case Qt::ToolTipRole:
-        return line.cells.value(index.column());
+        return ZORCmnPlainText::ToToolTip(line.cells.value(index.column()));
     case LevelRole:
         return line.level;
     default:

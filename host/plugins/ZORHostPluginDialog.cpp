@@ -2,6 +2,8 @@
 
 #include "plugins/ZORHostPluginManager.h"
 
+#include <ZORCommonUI/ZORCmnPlainText.h>
+
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -63,6 +65,7 @@ ZORHostPluginDialog::ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget*
                        + u'\n' + folders.join(u'\n'),
                    this);
     path->setObjectName("_PluginPathLbl");
+    path->setTextFormat(Qt::PlainText);
     path->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     path->setWordWrap(true);
     column->addWidget(path);
@@ -96,7 +99,7 @@ void ZORHostPluginDialog::Refresh()
         const QStringList cells = {plugin.name, plugin.version, StateText(plugin.state), plugin.reason, path};
         for (int cell = 0; cell < cells.size(); ++cell) {
             auto* item = new QTableWidgetItem(cells[cell]);
-            item->setToolTip(cells[cell]);
+            item->setToolTip(ZORCmnPlainText::ToToolTip(cells[cell]));
             m_table->setItem(row, cell, item);
         }
         if (plugin.path == selected)

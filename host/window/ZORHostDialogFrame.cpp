@@ -1,13 +1,13 @@
 #include "window/ZORHostDialogFrame.h"
 
 #include <ZORCommand/ZORCmdDialogCommand.h>
+#include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStyle>
@@ -119,7 +119,7 @@ void ZORHostDialogFrame::accept()
     }
     if (m_content)
         m_content->show(); // it may have closed itself before the failure
-    QMessageBox::critical(this, tr("Error"), error);
+    ZORCmnPlainText::ShowBox(QMessageBox::Critical, this, tr("Error"), error);
 }
 
 void ZORHostDialogFrame::reject()

@@ -6,6 +6,7 @@
 #include "window/ZORHostDocumentState.h"
 #include "window/ZORHostIcons.h"
 
+#include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
@@ -283,7 +284,7 @@ bool ZORHostFileMenu::SavePicture(const QString& fileName)
 bool ZORHostFileMenu::Report(const QString& error, const QString& message)
 {
     if (!error.isEmpty()) {
-        QMessageBox::critical(m_window, tr("Error"), error);
+        ZORCmnPlainText::ShowBox(QMessageBox::Critical, m_window, tr("Error"), error);
         return false;
     }
     m_window->statusBar()->showMessage(message);

@@ -1,5 +1,6 @@
 #include "ZORFeatBrowserModel_p.h"
 
+#include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatFolder.h>
 #include <ZORFeature/ZORFeatGeometry.h>
@@ -483,7 +484,8 @@ QString ZORFeatBrowserModel::ToolTipOf(const Node* node) const
 {
     if (!node->geometry)
         return {};
-    return tr("%1\nClass: %2\nReferences: %3")
-        .arg(TextOf(node), QLatin1String(node->geometry->metaObject()->className()))
-        .arg(node->geometry->GetReferenceCount());
+    return ZORCmnPlainText::ToToolTip(tr("%1\nClass: %2\nReferences: %3")
+                                          .arg(TextOf(node),
+                                               QLatin1String(node->geometry->metaObject()->className()),
+                                               QString::number(node->geometry->GetReferenceCount())));
 }

@@ -4,12 +4,12 @@
 #include "ZORStdEditing.h"
 #include "ZORStdMaterialModel.h"
 
+#include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORFeature/ZORFeatContainer.h>
 
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QStyle>
 #include <QTableView>
@@ -90,9 +90,9 @@ private:
             m_model->RemoveMaterial(row);
             return;
         }
-        QMessageBox::warning(
-            this, tr("Material in Use"),
-            tr("'%1' cannot be removed: plies are made of it (%2).").arg(m_model->GetName(row)).arg(plies));
+        ZORCmnPlainText::ShowBox(QMessageBox::Warning, this, tr("Material in Use"),
+                                 tr("'%1' cannot be removed: plies are made of it (%2).")
+                                     .arg(m_model->GetName(row), QString::number(plies)));
     }
 
     ZORStdMaterialModel* m_model;

@@ -2,6 +2,7 @@
 
 #include "ZORStdObjects.h"
 
+#include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORComposites/ZORCompPly.h>
@@ -129,7 +130,7 @@ QVariant ZORStdMaterialModel::data(const QModelIndex& index, int role) const
     const int column = index.column();
     const QString problem = FindCellProblem(index.row(), column);
     if (role == Qt::ToolTipRole)
-        return problem;
+        return ZORCmnPlainText::ToToolTip(problem);
     if (role == Qt::DecorationRole && !problem.isEmpty())
         return m_warning;
     if (role == Qt::TextAlignmentRole && column >= FirstNumber)

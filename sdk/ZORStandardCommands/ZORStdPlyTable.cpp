@@ -104,6 +104,7 @@ ZORStdPlyTable::ZORStdPlyTable(ZORFeatContainer* container, QWidget* parent)
     m_view->setMinimumHeight(180);
     setFocusProxy(m_view);
     m_summaryLbl->setObjectName(QLatin1String("_SummaryLbl"));
+    m_summaryLbl->setTextFormat(Qt::PlainText);
 
     auto* const buttons = new QVBoxLayout;
     AddButton(buttons, "_AddPlyBtn", tr("Add"), &ZORStdPlyTable::OnAdd);

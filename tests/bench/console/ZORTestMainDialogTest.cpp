@@ -4,6 +4,7 @@
 #include "core/ZORTestDialog.h"
 #include "core/ZORTestRegistration.h"
 #include "support/BenchTest.h"
+#include "support/OpenWatch.h"
 
 #include <ZORCommand/ZORCmdController.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
@@ -15,6 +16,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDockWidget>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -528,6 +530,21 @@ TEST_F(ZORTestMainDialogTest, OpensTwiceAtOnce)
     EXPECT_EQ(0, InConsole<QTableView>("_ContTable")->model()->rowCount());
     Click("_ContRefreshBtn");
     EXPECT_EQ(1, InConsole<QTableView>("_ContTable")->model()->rowCount());
+}
+
+// Messages contain names from files of strangers.
+TEST_F(ZORTestMainDialogTest, BoxesShowTagsLiterallyAndOpenNothing)
+{
+    OpenConsole();
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(GetPath("picture.png")));
+    const OpenWatch watch(GetPath("picture.png"));
+    const QString hostile = QStringLiteral("geometry '<img src=\"%1\">' is gone").arg(GetPath("picture.png"));
+    boxes.whileShown = [] { QApplication::processEvents(); }; // paints
+    console->ShowError(hostile);
+    EXPECT_EQ(QStringList(hostile), boxes.TakeErrors());
+    EXPECT_FALSE(watch.WasOpened());
 }
 
 } // namespace

@@ -1,12 +1,10 @@
 // Files that declare entities or reach the bounds of the import.
 
 #include "ContourImportTest.h"
+#include "support/OpenWatch.h"
 
 #include <QElapsedTimer>
 #include <QStringEncoder>
-
-#include <sys/inotify.h>
-#include <unistd.h>
 
 namespace {
 
@@ -29,29 +27,6 @@ protected:
         OpenWith(content);
         return ImportAll();
     }
-};
-
-/// Notices when a file is opened.
-class OpenWatch
-{
-public:
-    explicit OpenWatch(const QString& path)
-        : m_notify(inotify_init1(IN_NONBLOCK))
-    {
-        EXPECT_GE(inotify_add_watch(m_notify, path.toLocal8Bit().constData(), IN_OPEN), 0);
-    }
-    ~OpenWatch() { close(m_notify); }
-    Q_DISABLE_COPY_MOVE(OpenWatch)
-
-    /// Whether the file was opened since the last call.
-    bool WasOpened() const
-    {
-        char events[4096];
-        return read(m_notify, events, sizeof events) > 0;
-    }
-
-private:
-    const int m_notify;
 };
 
 TEST_F(ZORTestImportCatiaXMLEntitiesTest, EntitiesStandInNamesTextsAndForMarkup)

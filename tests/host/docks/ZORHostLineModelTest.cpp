@@ -5,6 +5,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <QTextDocument>
 
 #include <random>
 #include <thread>
@@ -95,6 +96,16 @@ TEST(ZORHostLineQueueTest, WaitingLinesAreBounded)
     ASSERT_EQ(10, all.size());
     EXPECT_EQ(QString("990"), all.constFirst().cells[0]);
     EXPECT_EQ(QString("999"), all.constLast().cells[0]);
+}
+
+TEST(ZORHostLineModelTest, ToolTipsShowTagsLiterally)
+{
+    ZORHostLineModel model({"Text"}, 10, nullptr);
+    const QString text = QStringLiteral("geometry '<img src=\"/dev/zero\">' is gone");
+    model.Append({{0, {text}}});
+    QTextDocument document;
+    document.setHtml(model.index(0, 0).data(Qt::ToolTipRole).toString());
+    EXPECT_EQ(text, document.toPlainText());
 }
 
 } // namespace

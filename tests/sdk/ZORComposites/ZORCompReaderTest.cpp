@@ -1,4 +1,5 @@
 #include "CompositesTest.h"
+#include "support/OpenWatch.h"
 #include "support/TestData.h"
 
 #include <ZORComposites/ZORCompFormat.h>
@@ -399,6 +400,26 @@ TEST_F(ReaderFuzz, FieldsOfJsonMayBeAnything)
     }
     EXPECT_GT(numGood, 100);
     EXPECT_GT(numBad, 100);
+}
+
+TEST_F(ZORCompReaderTest, NothingThatAFileNamesIsOpened)
+{
+    const QString outside = WriteFile("outside.xml", File(1));
+    const OpenWatch watch(outside);
+    const QByteArray uri = "SYSTEM '" + QFile::encodeName(outside) + "'";
+    for (const QByteArray& declaration :
+         {"<!DOCTYPE layups " + uri + ">", "<!DOCTYPE layups [<!ENTITY e " + uri + ">]>",
+          "<!DOCTYPE layups [<!ENTITY % e " + uri + "> %e;]>",
+          "<?xml-stylesheet type='text/css' href='" + QFile::encodeName(outside) + "'?>"}) {
+        const QByteArray use = declaration.contains("ENTITY e") ? "&e;" : "";
+        const QString path =
+            WriteFile("inside.xml", declaration + File(2).replace("</layups>", use + "</layups>"));
+        MessageOf([&] { Read(path, XmlId); });
+    }
+    EXPECT_FALSE(watch.WasOpened());
+    QFile file(outside);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(watch.WasOpened()) << "the watch sees what is opened";
 }
 
 } // namespace

@@ -19,6 +19,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -556,6 +557,15 @@ TEST_F(ZORFeatBrowserWidgetTest, DrawsItsIconsInTheColoursOfItsPalette)
         EXPECT_GT(onDark, 140) << item << " on dark";
         EXPECT_LT(onDark, 255) << item << " is empty";
     }
+}
+
+TEST_F(ZORFeatBrowserWidgetTest, ToolTipsShowNamesLiterally)
+{
+    const QString name = QStringLiteral("%3 <img src=\"/dev/zero\">");
+    AddPoint()->setObjectName(name);
+    QTextDocument document;
+    document.setHtml(IndexOf("CartesianPoint.1").data(Qt::ToolTipRole).toString());
+    EXPECT_TRUE(document.toPlainText().startsWith(name)) << qPrintable(document.toPlainText());
 }
 
 } // namespace

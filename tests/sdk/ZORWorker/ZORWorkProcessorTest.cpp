@@ -24,6 +24,7 @@
 #include <new>
 #include <random>
 #include <stdexcept>
+#include <sys/stat.h>
 
 namespace {
 
@@ -669,6 +670,18 @@ TEST_F(ZORWorkProcessorTest, NewsArriveWhileAReceiverRunsAnEventLoop)
     processor->Execute();
     ASSERT_TRUE(WaitFor(first, Status::Finished));
     EXPECT_TRUE(hasArrived);
+}
+
+TEST_F(ZORWorkProcessorTest, WorkDirectoriesArePrivate)
+{
+    const mode_t former = umask(0);
+    ZORWorkResponse* const response = Add(WriteOne);
+    processor->Execute();
+    ASSERT_TRUE(WaitFor(response, Status::Finished));
+    umask(former);
+    struct stat status = {};
+    ASSERT_EQ(0, stat(QFile::encodeName(response->GetWorkDirectory()).constData(), &status));
+    EXPECT_EQ(mode_t(0700), status.st_mode & mode_t(0777));
 }
 
 } // namespace
