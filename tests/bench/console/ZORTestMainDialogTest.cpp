@@ -51,13 +51,14 @@ public:
     {
         last = this;
         if (behaviour == Throw)
-            throw ZORSysException(QStringLiteral("the command failed"));
+            throw ZORSysException(failure);
         if (behaviour == ThrowOther)
             throw std::runtime_error("no business of the bench");
         emit Finished(false);
     }
 
     static inline Behaviour behaviour = Finish;
+    static inline QString failure = QStringLiteral("the command failed");
     static inline QPointer<ConsoleProbeCmd> last;
 };
 
@@ -535,14 +536,16 @@ TEST_F(ZORTestMainDialogTest, OpensTwiceAtOnce)
 // Messages contain names from files of strangers.
 TEST_F(ZORTestMainDialogTest, BoxesShowTagsLiterallyAndOpenNothing)
 {
-    OpenConsole();
     QImage image(8, 8, QImage::Format_RGB32);
     image.fill(Qt::red);
     ASSERT_TRUE(image.save(GetPath("picture.png")));
     const OpenWatch watch(GetPath("picture.png"));
     const QString hostile = QStringLiteral("geometry '<img src=\"%1\">' is gone").arg(GetPath("picture.png"));
     boxes.whileShown = [] { QApplication::processEvents(); }; // paints
-    console->ShowError(hostile);
+    ConsoleProbeCmd::behaviour = ConsoleProbeCmd::Throw;
+    const QString former = std::exchange(ConsoleProbeCmd::failure, hostile);
+    AddEntry("ConsoleProbeCmd")->trigger();
+    ConsoleProbeCmd::failure = former;
     EXPECT_EQ(QStringList(hostile), boxes.TakeErrors());
     EXPECT_FALSE(watch.WasOpened());
 }

@@ -44,9 +44,9 @@ TEST_F(ZORCmnPlainTextTest, ToolTipsShowTagsLiterallyAndOpenNothing)
     EXPECT_EQ(hostile, document.toPlainText());
     QWidget widget;
     widget.show();
-    QToolTip::showText({}, ZORCmnPlainText::ToToolTip(hostile), &widget);
+    QToolTip::showText(QPoint(10, 10), ZORCmnPlainText::ToToolTip(hostile), &widget);
     QApplication::processEvents();
-    EXPECT_TRUE(QToolTip::isVisible());
+    EXPECT_EQ(ZORCmnPlainText::ToToolTip(hostile), QToolTip::text());
     QToolTip::hideText();
     EXPECT_FALSE(watch.WasOpened());
 }

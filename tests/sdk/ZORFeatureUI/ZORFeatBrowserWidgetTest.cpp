@@ -564,7 +564,7 @@ TEST_F(ZORFeatBrowserWidgetTest, ToolTipsShowNamesLiterally)
     const QString name = QStringLiteral("%3 <img src=\"/dev/zero\">");
     AddPoint()->setObjectName(name);
     QTextDocument document;
-    document.setHtml(IndexOf("CartesianPoint.1").data(Qt::ToolTipRole).toString());
+    document.setHtml(IndexOf(name).data(Qt::ToolTipRole).toString());
     EXPECT_TRUE(document.toPlainText().startsWith(name)) << qPrintable(document.toPlainText());
 }
 

@@ -121,7 +121,7 @@ TEST_F(ZORNestForeignFilesTest, ReportsShowNamesLiterallyAndLoadNothing)
     EXPECT_EQ(numNames, document.toPlainText().count(hostile));
     // Its only pictures are in the text itself, and there is nothing to click or to run.
     static const QRegularExpression reference(
-        "(src|href|url|action|on\\w+)\\s*[=(]\\s*[\"']?(?!data:image/png;base64,)",
+        "(src|href|url|action|on\\w+)\\s*+[=(]\\s*+[\"']?+(?!data:image/png;base64,)",
         QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression inTags("<[^>]*>");
     for (auto tags = inTags.globalMatch(html); tags.hasNext();) {

@@ -672,6 +672,18 @@ TEST_F(ZORWorkProcessorTest, NewsArriveWhileAReceiverRunsAnEventLoop)
     EXPECT_TRUE(hasArrived);
 }
 
+// Names of jobs are read from files.
+TEST_F(ZORWorkProcessorTest, NoNameOfAJobLeavesTheBaseDirectory)
+{
+    for (const QString& name :
+         QStringList({"../up", "/tmp/up", "..", "", "a/b", QString("n\0l", 3), "../../../"})) {
+        ZORWorkResponse* const response = processor->AddJob({name, WriteOne, false});
+        processor->Execute();
+        ASSERT_TRUE(WaitFor(response, Status::Finished)) << qPrintable(response->GetFailureReason());
+        EXPECT_EQ(base.path(), QFileInfo(response->GetWorkDirectory()).path()) << qPrintable(name);
+    }
+}
+
 TEST_F(ZORWorkProcessorTest, WorkDirectoriesArePrivate)
 {
     const mode_t former = umask(0);
