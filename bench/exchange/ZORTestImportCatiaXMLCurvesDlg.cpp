@@ -1,6 +1,7 @@
 #include "exchange/ZORTestImportCatiaXMLCurvesDlg.h"
 
 #include "core/ZORTestEnvironment.h"
+#include "core/ZORTestErrorBox.h"
 #include "core/ZORTestRegistration.h"
 #include "ui_ZORTestImportCatiaXMLCurvesDlg.h"
 
@@ -144,8 +145,7 @@ void ZORTestImportCatiaXMLCurvesDlg::Load()
         m_document = QDomDocument();
         while (m_ui->_CurveList->count() > numCurves)
             delete m_ui->_CurveList->takeItem(numCurves);
-        QMessageBox::critical(nullptr, tr("Error"), tr("not enough memory to read '%1'").arg(file.fileName()),
-                              QMessageBox::Ok);
+        ZORTestShowErrorBox(nullptr, tr("not enough memory to read '%1'").arg(file.fileName()));
     }
 }
 

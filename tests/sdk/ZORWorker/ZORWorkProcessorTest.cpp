@@ -675,8 +675,7 @@ TEST_F(ZORWorkProcessorTest, NewsArriveWhileAReceiverRunsAnEventLoop)
 // Names of jobs are read from files.
 TEST_F(ZORWorkProcessorTest, NoNameOfAJobLeavesTheBaseDirectory)
 {
-    for (const QString& name :
-         QStringList({"../up", "/tmp/up", "..", "", "a/b", QString("n\0l", 3), "../../../"})) {
+    for (const QString& name : QStringList({"../up", "/tmp/up", "..", "", "a/b", "a\nb", "../../../"})) {
         ZORWorkResponse* const response = processor->AddJob({name, WriteOne, false});
         processor->Execute();
         ASSERT_TRUE(WaitFor(response, Status::Finished)) << qPrintable(response->GetFailureReason());
