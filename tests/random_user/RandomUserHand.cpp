@@ -36,12 +36,21 @@ Qt::KeyboardModifiers ToModifiers(const QString& text)
     return Qt::KeyboardModifiers(text.toInt());
 }
 
-/// Where events of the keyboard go.
+/// Where events of the keyboard go; null where there is no window.
 QWindow* GetFocusWindow()
 {
     if (const QWidget* popup = QApplication::activePopupWidget())
         return popup->windowHandle();
-    return QGuiApplication::focusWindow();
+    const QWidgetList windows = RandomUserAddress::GetReachableWindows();
+    for (const QWidget* window : windows) {
+        if (window->windowHandle() == QGuiApplication::focusWindow())
+            return QGuiApplication::focusWindow();
+    }
+    if (windows.isEmpty())
+        return nullptr;
+    // Window managers choose another window when the active one has gone.
+    windows.constLast()->activateWindow();
+    return windows.constLast()->windowHandle();
 }
 
 } // namespace
@@ -189,6 +198,9 @@ void RandomUserHand::ChooseFile(QWidget* window, const QString& name)
     auto* edit = dialog ? dialog->findChild<QLineEdit*>("fileNameEdit") : nullptr;
     if (!edit)
         return;
+    const QList<QAbstractItemView*> views = dialog->findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* view : views)
+        view->clearSelection(); // would win over the name
     edit->setText(m_files->GetPath(name));
     QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
 }
