@@ -1,6 +1,9 @@
 #include "app/ZORHostSettings.h"
 
+#include "app/ZORHostIniFormat.h"
+
 #include <ZORSystem/ZORSysFile.h>
+#include <ZORSystem/ZORSysReplacedFile.h>
 #include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORSystem/ZORSysSettingsManager.h>
 
@@ -8,6 +11,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <cstdio>
 
 namespace {
 
@@ -20,8 +25,8 @@ QString Tr(const char* text)
 
 bool ReplaceByCopy(const QString& source, const QString& target)
 {
-    QFile::remove(target);
-    return QFile::copy(source, target);
+    ZORSysFile file(source);
+    return file.open(QIODevice::ReadOnly) && ZORSysReplacedFile::Replace(target, file.readAll()).isEmpty();
 }
 
 } // namespace
@@ -30,13 +35,13 @@ ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
 {
     const QString path =
         fileName.isEmpty()
-            ? QSettings(QSettings::IniFormat, QSettings::UserScope, "Zorvane", "zorhost").fileName()
+            ? QSettings(ZORHostIniFormat::Get(), QSettings::UserScope, "Zorvane", "zorhost").fileName()
             : fileName;
     const bool isUsable = ZORSysFile::FindObstacle(path, QIODevice::ReadWrite).isEmpty();
     if (clean && isUsable)
         MoveAway(path);
     if (isUsable && QFileInfo(path).size() <= kMaximumSize)
-        m_store = std::make_unique<QSettings>(path, QSettings::IniFormat);
+        m_store = std::make_unique<QSettings>(path, ZORHostIniFormat::Get());
     else
         ReplaceStore(path);
     CheckReadable(path);
@@ -88,8 +93,7 @@ void ZORHostSettings::MoveAway(const QString& fileName)
     const QString backup = fileName + ".bak";
     if (!QFile::exists(fileName))
         return;
-    QFile::remove(backup);
-    if (!QFile::rename(fileName, backup)) {
+    if (std::rename(QFile::encodeName(fileName).constData(), QFile::encodeName(backup).constData()) != 0) {
         m_warning = Tr("The settings in '%1' could not be moved away to '%2'; they are used as they are.")
                         .arg(QDir::toNativeSeparators(fileName), QDir::toNativeSeparators(backup));
     }
@@ -100,11 +104,11 @@ void ZORHostSettings::CheckReadable(const QString& fileName)
     const QFileInfo file(fileName);
     if (m_substitute || !file.exists())
         return;
-    if (!file.isReadable()) {
+    if (!file.isReadable() || m_store->status() == QSettings::FormatError) {
         WarnUnreadable(fileName);
         return;
     }
-    if (m_store->status() != QSettings::FormatError)
+    if (!ZORHostIniFormat::IsDamaged(*m_store))
         return;
     const QString copy = fileName + ".damaged";
     m_warning =

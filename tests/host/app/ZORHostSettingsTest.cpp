@@ -1,6 +1,7 @@
 #include "app/ZORHostSettings.h"
 
 #include "HostTest.h"
+#include "app/ZORHostIniFormat.h"
 #include "support/HostileDisk.h"
 #include "support/HostileFiles.h"
 
@@ -46,6 +47,8 @@ TEST_F(ZORHostSettingsTest, ADamagedFileIsCopiedAndSaidSo)
 {
     const QByteArray damaged = "[Host]\nWireframe=true\n\x01\x02 no key here\n[unclosed\n";
     const QString file = WriteFile("own.ini", damaged);
+    // As for the user's own file, which is looked up by settings in the same format.
+    const QSettings first(file, ZORHostIniFormat::Get());
     const ZORHostSettings settings(file, false);
     EXPECT_TRUE(settings.GetWarning().contains("is damaged")) << settings.GetWarning().toStdString();
     EXPECT_TRUE(settings.GetWarning().contains(QDir::toNativeSeparators(file)));
@@ -94,6 +97,89 @@ TEST_F(ZORHostSettingsTest, AFolderThatCannotBeMadeIsSaidSo)
     // Below a file there is no folder, not even for root.
     const ZORHostSettings settings(WriteFile("file", "x") + "/own.ini", false);
     EXPECT_TRUE(settings.GetWarning().contains("cannot be written")) << settings.GetWarning().toStdString();
+}
+
+TEST_F(ZORHostSettingsTest, AFileIsReadAndWrittenAsQtDoes)
+{
+    const QString path = GetPath("own.ini");
+    const QMap<QString, QVariant> values = {{"plain", 1},
+                                            {"Host/Geometry", QByteArray("\0\xff,;\"", 5)},
+                                            {"Host/Size", QSize(3, 4)},
+                                            {"Host/a b\u00e4/%", QString("\u00e4, \"b\"; \n\\x")},
+                                            {"Debug/Empty", QString()},
+                                            {"Debug/List", QStringList({"a", "b, c", ""})},
+                                            {"Debug/Number", 0.1}};
+    const auto expectValues = [&values](const QSettings& settings) {
+        EXPECT_EQ(values.keys(), settings.allKeys());
+        for (auto value = values.cbegin(); value != values.cend(); ++value)
+            EXPECT_TRUE(settings.value(value.key()).toString() == value->toString()
+                        && settings.value(value.key()).toStringList() == value->toStringList()
+                        && settings.value(value.key()).toSize() == value->toSize())
+                << value.key().toStdString();
+    };
+    {
+        const ZORHostSettings settings(path, false);
+        for (auto value = values.cbegin(); value != values.cend(); ++value)
+            settings.GetStore()->setValue(value.key(), *value);
+    }
+    expectValues(QSettings(path, QSettings::IniFormat));
+    const ZORHostSettings settings(path, false);
+    expectValues(*settings.GetStore());
+    settings.GetStore()->clear();
+    settings.GetStore()->sync();
+    EXPECT_EQ(QSettings::NoError, settings.GetStore()->status());
+    EXPECT_EQ(QStringList(), QSettings(path, QSettings::IniFormat).allKeys());
+}
+
+TEST_F(ZORHostSettingsTest, AFullDiskKeepsTheFileAndTheValues)
+{
+    SmallDisk disk(64 * 1024);
+    if (!disk.IsMounted())
+        GTEST_SKIP() << "this user must not mount a disk";
+    const QString path = disk.GetPath("own.ini");
+    const auto read = [&path] {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const ZORHostSettings settings(path, false);
+    settings.GetStore()->setValue("Host/text", "old");
+    settings.GetStore()->sync();
+    const QByteArray before = read();
+    EXPECT_EQ(QByteArray("[Host]\ntext=old\n"), before);
+    QFile rest(disk.GetPath("rest"));
+    ASSERT_TRUE(rest.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (rest.write(QByteArray(4096, 'x')) > 0)
+        continue;
+    for (int pages = 0; pages < 4; ++pages) { // free; one of them is for the lock
+        ASSERT_TRUE(rest.resize(rest.size() - (pages == 0 ? 0 : 4096)));
+        settings.GetStore()->setValue("Host/text", QString(15'000, 'n'));
+        settings.GetStore()->sync();
+        EXPECT_EQ(before, read()) << pages;
+    }
+    EXPECT_EQ(QStringList({"own.ini", "rest"}),
+              QDir(disk.GetFolder()).entryList(QDir::Files | QDir::Hidden, QDir::Name));
+    ASSERT_TRUE(rest.resize(0));
+    settings.GetStore()->sync();
+    EXPECT_LT(15'000, read().size()) << "the value was kept";
+}
+
+TEST_F(ZORHostSettingsTest, WithoutATemporaryFileTheSettingsStayAsTheyAre)
+{
+    const QByteArray content = "[Host]\nWireframe=true\n";
+    const QString path = WriteFile("own.ini", content);
+    const QByteArray former = qgetenv("TMPDIR");
+    for (const char* folder : {"/proc", former.isEmpty() ? "/tmp" : former.constData()}) {
+        qputenv("TMPDIR", folder);
+        {
+            const ZORHostSettings settings(path, false);
+            settings.GetStore()->setValue("Host/other", 1);
+        }
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(content, file.readAll());
+    }
+    if (former.isNull())
+        qunsetenv("TMPDIR");
 }
 
 } // namespace
