@@ -17,6 +17,7 @@
 #include <QSettings>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <array>
 #include <new>
 
@@ -36,11 +37,12 @@ public:
 /// "A/B/OuterContour": the names of the elements around a contour, up to the first one without.
 QString GetName(const QDomNode& contour)
 {
-    QString name = QLatin1String("OuterContour");
+    QStringList names{QStringLiteral("OuterContour")};
     for (QDomElement parent = contour.parentNode().toElement(); parent.hasAttribute(QLatin1String("NAME"));
          parent = parent.parentNode().toElement())
-        name.prepend(parent.attribute(QLatin1String("NAME")) + QLatin1Char('/'));
-    return name;
+        names.append(parent.attribute(QLatin1String("NAME")));
+    std::reverse(names.begin(), names.end()); // prepending moves a long name once for each element
+    return names.join(QLatin1Char('/'));
 }
 
 /// Returns the node behind \a node in document order, within \a root; null behind the last one.

@@ -64,9 +64,20 @@ public:
     {
     }
 
+    bool FitStretch(double from, const Place& a, double to, const Place& b)
+    {
+        m_mostPieces = std::min<qsizetype>(MaximumPieces, m_pieces.size() + MaximumPiecesOfStretch);
+        return Fit(from, a, to, b, 0);
+    }
+    bool IsTooLong() const { return m_isTooLong; }
+
+private:
     bool Fit(double from, const Place& a, double to, const Place& b, int depth)
     {
-        if (!a.point.IsFinite() || !b.point.IsFinite() || m_pieces.size() > MaximumPieces)
+        if (!a.point.IsFinite() || !b.point.IsFinite())
+            return false;
+        m_isTooLong = m_isTooLong || m_pieces.size() > m_mostPieces;
+        if (m_isTooLong)
             return false;
         Place samples[samplesPerStretch];
         for (int i = 0; i < samplesPerStretch; ++i) {
@@ -84,7 +95,6 @@ public:
         return Fit(from, a, middle, half, depth + 1) && Fit(middle, half, to, b, depth + 1);
     }
 
-private:
     bool TryBiarc(const Place& a, const Place& b, const Place (&samples)[samplesPerStretch])
     {
         const ZORNestPlanePoint u = GetDirection(a);
@@ -133,14 +143,16 @@ private:
     const Curve& m_curve;
     const double m_tolerance;
     QList<ZORNestPiece>& m_pieces;
+    qsizetype m_mostPieces = 0; // after the stretch that is being fitted
+    bool m_isTooLong = false;
 };
 
 } // namespace
 
-QList<ZORNestPiece> Fit(const Curve& curve, const QList<double>& breaks, double tolerance)
+Fitted Fit(const Curve& curve, const QList<double>& breaks, double tolerance)
 {
-    QList<ZORNestPiece> pieces;
-    Fitter fitter(curve, tolerance, pieces);
+    Fitted fitted;
+    Fitter fitter(curve, tolerance, fitted.pieces);
     for (qsizetype i = 1; i < breaks.size(); ++i) {
         // Each side of a corner has its own tangent: taken just inside.
         const double from = breaks[i - 1];
@@ -150,10 +162,10 @@ QList<ZORNestPiece> Fit(const Curve& curve, const QList<double>& breaks, double 
         Place b = curve(to);
         a.derivative = curve(from + inside).derivative;
         b.derivative = curve(to - inside).derivative;
-        if (!fitter.Fit(from, a, to, b, 0))
-            return {};
+        if (!fitter.FitStretch(from, a, to, b))
+            return {{}, fitter.IsTooLong()};
     }
-    return pieces;
+    return fitted;
 }
 
 ZORNestPiece MakeTangentArc(ZORNestPlanePoint start, ZORNestPlanePoint tangent, ZORNestPlanePoint end)

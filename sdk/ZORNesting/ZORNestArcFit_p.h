@@ -23,15 +23,22 @@ using Curve = std::function<Place(double parameter)>;
 
 /// How far a curve is divided at most: 2^20 stretches.
 constexpr int MaximumDepth = 20;
-/// How many pieces one curve gives at most.
+/// How many pieces one curve gives at most, and one of its stretches between breaks.
 constexpr int MaximumPieces = 100000;
+constexpr int MaximumPiecesOfStretch = 1000;
+
+/// Lines and arcs in place of a curve.
+struct Fitted
+{
+    QList<ZORNestPiece> pieces; ///< connected, from the first break to the last
+    bool isTooLong = false;     ///< there are no pieces, since a maximum is too low for them
+};
 
 /// \param breaks     ascending parameters: the ends of the curve, and between them all places where it is not
 ///                   smooth
 /// \param tolerance  above 0
-/// \return connected pieces from the first break to the last; none when the curve has no length,
-///         is not finite, or would need more than MaximumPieces
-QList<ZORNestPiece> Fit(const Curve& curve, const QList<double>& breaks, double tolerance);
+/// \return no pieces when the curve has no length, is not finite, or would need more pieces than the maxima
+Fitted Fit(const Curve& curve, const QList<double>& breaks, double tolerance);
 
 /// The arc from \a start in the direction of \a tangent (any length but 0) to \a end; a line where it is as
 /// good as straight.

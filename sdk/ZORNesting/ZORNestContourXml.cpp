@@ -11,6 +11,8 @@
 namespace {
 
 constexpr double inch = 25.4;
+// Of contours, in characters. Elements may nest deep, and each contour in them repeats all of their names.
+constexpr qsizetype kLongestName = 4000;
 
 QString Tr(const char* text)
 {
@@ -50,7 +52,10 @@ QString JoinNames(const QStringList& names)
     qsizetype end = names.size();
     while (end > begin && names[end - 1].isEmpty())
         --end;
-    return names.sliced(begin, end - begin).join(u'/');
+    QString name;
+    for (qsizetype i = begin; i < end && name.size() < kLongestName; ++i)
+        name += (i > begin ? QStringLiteral("/") : QString()) + names[i];
+    return name.left(kLongestName);
 }
 
 ZORNestContourXml::Contour ReadContour(QXmlStreamReader& xml, const QStringList& names)

@@ -1,4 +1,3 @@
-#include "ZORNestArcFit_p.h"
 #include "ZORNestDrawing_p.h"
 
 #include <ZORSystem/ZORSysException.h>
@@ -14,7 +13,7 @@ namespace {
 
 constexpr double twoPi = 2 * std::numbers::pi;
 constexpr double roundness = 1e-9;
-constexpr int maximumDegree = 15;
+constexpr int maximumDegree = ZORNestNurbs::MaximumDegree;
 
 ZORNestPlanePoint GetConicPoint(const ZORNestConic& conic, double parameter)
 {
@@ -90,6 +89,7 @@ void ZORNestDrawing::BeginChain(const ZORNestLook& look, const ZORNestPlaneMap& 
     m_look = look;
     m_map = map;
     m_isBad = false;
+    m_isTooLong = false;
 }
 
 void ZORNestDrawing::CountCurve()
@@ -102,7 +102,8 @@ void ZORNestDrawing::CountCurve()
         m_context.ThrowIfCanceled();
 }
 
-void ZORNestDrawing::CountSample()
+/// Counts a place on a curve. One that is out of range ends the fitting at once: the curve will be skipped.
+ZORNestArcFit::Place ZORNestDrawing::CheckPlace(const ZORNestArcFit::Place& place)
 {
     if (++m_samples > MaximumSamples) {
         throw ZORSysException(QCoreApplication::translate(
@@ -110,6 +111,16 @@ void ZORNestDrawing::CountSample()
     }
     if (m_samples % 4096 == 0)
         m_context.ThrowIfCanceled();
+    const bool isInside =
+        std::abs(place.point.x) <= MaximumCoordinate && std::abs(place.point.y) <= MaximumCoordinate;
+    return isInside ? place : ZORNestArcFit::Place{{NAN, NAN}, {}};
+}
+
+/// Returns the distance that a curve of that size may keep from its arcs: nobody sees a hundred-millionth of it.
+double ZORNestDrawing::GetTolerance(double size) const
+{
+    constexpr double kInvisible = 1e-8;
+    return std::max(m_tolerance, kInvisible * std::min(size, MaximumCoordinate));
 }
 
 void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, bool isSpline)
@@ -170,24 +181,26 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
         breaks.append(mapped.from + (mapped.to - mapped.from) * i / std::max(1, quarters));
     const double direction = mapped.to > mapped.from ? 1 : -1;
     const auto curve = [&](double t) {
-        CountSample();
-        return ZORNestArcFit::Place{GetConicPoint(mapped, t),
-                                    direction * (std::cos(t) * mapped.v - std::sin(t) * mapped.u)};
+        return CheckPlace(
+            {GetConicPoint(mapped, t), direction * (std::cos(t) * mapped.v - std::sin(t) * mapped.u)});
     };
-    QList<ZORNestPiece> pieces = ZORNestArcFit::Fit(curve, breaks, m_tolerance);
-    if (!pieces.isEmpty()) {
-        pieces.first().start = first;
-        pieces.last().end = last;
+    const double size =
+        std::min(1.0, std::abs(mapped.to - mapped.from)) * (mapped.u.GetLength() + mapped.v.GetLength());
+    ZORNestArcFit::Fitted fitted = ZORNestArcFit::Fit(curve, breaks, GetTolerance(size));
+    if (!fitted.pieces.isEmpty()) {
+        fitted.pieces.first().start = first;
+        fitted.pieces.last().end = last;
     }
-    AppendFitted(pieces);
+    AppendFitted(fitted);
 }
 
-void ZORNestDrawing::AppendFitted(const QList<ZORNestPiece>& pieces)
+void ZORNestDrawing::AppendFitted(const ZORNestArcFit::Fitted& fitted)
 {
-    if (pieces.isEmpty())
+    m_isTooLong = m_isTooLong || fitted.isTooLong;
+    if (fitted.pieces.isEmpty())
         m_isBad = true;
     else
-        Append(pieces, pieces.size() > 1);
+        Append(fitted.pieces, fitted.pieces.size() > 1);
 }
 
 void ZORNestDrawing::AddBezier(const QList<ZORNestPlanePoint>& poles)
@@ -217,17 +230,19 @@ void ZORNestDrawing::AddNurbs(const ZORNestNurbs& nurbs)
                     [&](ZORNestPlanePoint pole) { return pole == mapped.poles.constFirst(); })) {
         return; // no length: leaves the chain as it is
     }
-    const auto curve = [&](double t) {
-        CountSample();
-        return Evaluate(mapped, t);
-    };
-    AppendFitted(ZORNestArcFit::Fit(curve, breaks, m_tolerance));
+    ZORNestPlaneBox box;
+    for (const ZORNestPlanePoint pole : std::as_const(mapped.poles))
+        box.Add(pole);
+    const double size = ZORNestPlanePoint{box.xMax - box.xMin, box.yMax - box.yMin}.GetLength();
+    const auto curve = [&](double t) { return CheckPlace(Evaluate(mapped, t)); };
+    AppendFitted(ZORNestArcFit::Fit(curve, breaks, GetTolerance(size)));
 }
 
 bool ZORNestDrawing::EndChain(const QString& what)
 {
     if (m_isBad || m_chain.curves.isEmpty()) {
-        Skip(what);
+        Skip(m_isTooLong ? QCoreApplication::translate("ZORNestDrawing", "curve that needs too many arcs")
+                         : what);
         return false;
     }
     m_chains.append(std::move(m_chain));

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "ZORNestArcFit_p.h"
 #include "ZORNestOutline_p.h"
 
 #include <QList>
@@ -44,6 +45,8 @@ struct ZORNestConic
 /// A rational spline; with as many weights as poles, or none when all are 1.
 struct ZORNestNurbs
 {
+    static constexpr int MaximumDegree = 15;
+
     int degree = 3;
     QList<double> knots; ///< ascending, poles + degree + 1 of them
     QList<ZORNestPlanePoint> poles;
@@ -75,10 +78,11 @@ public:
                   const ZORNestPlanePoint* end = nullptr);
     /// \param poles  4 of a cubic, 3 of a quadratic Bezier curve
     void AddBezier(const QList<ZORNestPlanePoint>& poles);
-    /// \pre the counts of \a nurbs fit, and its degree is 1 to 15
+    /// \pre the counts of \a nurbs fit, and its degree is 1 to MaximumDegree
     void AddNurbs(const ZORNestNurbs& nurbs);
     /// \param what  name of the entity for the report, should it have to be skipped
-    /// \return false when it was skipped: without length, not finite, or beyond MaximumCoordinate
+    /// \return false when it was skipped: without length, not finite, beyond MaximumCoordinate, or with a curve that
+    ///         needs more arcs than anybody could see
     bool EndChain(const QString& what);
 
     /// \param text  in the coordinates of \a map
@@ -94,9 +98,10 @@ public:
 
 private:
     void Append(QList<ZORNestPiece> pieces, bool isSpline);
-    void AppendFitted(const QList<ZORNestPiece>& pieces);
+    void AppendFitted(const ZORNestArcFit::Fitted& fitted);
+    ZORNestArcFit::Place CheckPlace(const ZORNestArcFit::Place& place);
     void CountCurve();
-    void CountSample();
+    double GetTolerance(double size) const;
 
     const double m_tolerance;
     const ZORWorkContext& m_context;
@@ -110,4 +115,5 @@ private:
     ZORNestLook m_look;
     ZORNestPlaneMap m_map;
     bool m_isBad = false;
+    bool m_isTooLong = false; // a curve of the chain needs too many arcs
 };

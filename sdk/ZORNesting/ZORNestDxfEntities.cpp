@@ -75,7 +75,8 @@ void DrawLwPolyline(const Context& c)
 
 bool IsUsable(const ZORNestNurbs& nurbs)
 {
-    const bool doCountsFit = nurbs.degree >= 1 && nurbs.degree <= 15 && nurbs.poles.size() > nurbs.degree
+    const bool doCountsFit = nurbs.degree >= 1 && nurbs.degree <= ZORNestNurbs::MaximumDegree
+                             && nurbs.poles.size() > nurbs.degree
                              && nurbs.knots.size() == nurbs.poles.size() + nurbs.degree + 1
                              && (nurbs.weights.isEmpty() || nurbs.weights.size() == nurbs.poles.size());
     return doCountsFit && std::is_sorted(nurbs.knots.cbegin(), nurbs.knots.cend())
@@ -103,8 +104,12 @@ void DrawSpline(const Context& c)
     c.drawing.BeginChain(c.look, c.map);
     if (IsUsable(nurbs))
         c.drawing.AddNurbs(nurbs);
-    c.drawing.EndChain(nurbs.poles.isEmpty() ? c.GetType() + QStringLiteral(" without control points")
-                                             : c.GetType());
+    QString what = c.GetType();
+    if (nurbs.poles.isEmpty())
+        what += QStringLiteral(" without control points");
+    else if (nurbs.degree > ZORNestNurbs::MaximumDegree)
+        what += QStringLiteral(" of a degree above %1").arg(ZORNestNurbs::MaximumDegree);
+    c.drawing.EndChain(what);
 }
 
 // TEXT: 72 left, center, right, aligned, middle, fit; 73 baseline, bottom, middle, top. In the order of

@@ -46,6 +46,8 @@ ZORNestDxfReader::ZORNestDxfReader(QByteArrayView bytes, ZORNestDrawing& drawing
                                    const ZORWorkContext& context)
     : m_tags(SkipByteOrderMark(bytes))
     , m_size(bytes.size())
+    , m_mostEntities(std::min(MaximumEntities, MaximumEntitiesOfSmallFile + m_size / 8))
+    , m_mostBlockBytes(std::min(MaximumBlockBytes, MaximumBlockBytesOfSmallFile + 100 * m_size))
     , m_drawing(drawing)
     , m_report(report)
     , m_context(context)
@@ -211,8 +213,8 @@ bool ZORNestDxfReader::IsVisible(const ZORNestDxfRecord& record, const QString& 
 
 void ZORNestDxfReader::CountEntity()
 {
-    if (++m_entities > MaximumEntities)
-        throw ZORSysException(Tr("drawing has more than %1 entities").arg(MaximumEntities));
+    if (++m_entities > m_mostEntities)
+        throw ZORSysException(Tr("drawing has more than %1 entities").arg(m_mostEntities));
     if (m_entities % 256 == 0) {
         m_context.ThrowIfCanceled();
         m_context.SetProgress(0.7 * double(m_tags.GetPosition().offset) / double(m_size));
@@ -308,7 +310,7 @@ void ZORNestDxfReader::InsertBlock(const Block& block, const Place& place)
     if (m_tags.Read(tag))
         ReadEntities(tag, "ENDBLK", place);
     m_blockBytes += m_tags.GetPosition().offset - block.entities.offset;
-    if (m_blockBytes > MaximumBlockBytes)
-        throw ZORSysException(Tr("blocks are inserted too often: more than %1 bytes").arg(MaximumBlockBytes));
+    if (m_blockBytes > m_mostBlockBytes)
+        throw ZORSysException(Tr("blocks are inserted too often: more than %1 bytes").arg(m_mostBlockBytes));
     m_tags.SetPosition(behind);
 }

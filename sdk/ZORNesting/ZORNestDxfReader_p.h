@@ -20,11 +20,15 @@ class ZORWorkContext;
 class ZORNestDxfReader
 {
 public:
-    /// How deep blocks may lie in blocks, and how many entities they may give in all.
+    /// How deep blocks may lie in blocks.
     static constexpr int MaximumDepth = 32;
-    static constexpr int MaximumEntities = 4000000;
-    /// How much of the file inserted blocks may read again, in all.
+    /// How many entities a drawing may have after blocks are inserted: at most that many, and no more than those of a
+    /// small file and one more for each 8 bytes of it, since a file of a few lines can insert millions.
+    static constexpr qint64 MaximumEntities = 4'000'000;
+    static constexpr qint64 MaximumEntitiesOfSmallFile = 250'000;
+    /// How many bytes of the file inserted blocks may read again, in all: the same with 100 for each byte.
     static constexpr qint64 MaximumBlockBytes = qint64(1) << 30;
+    static constexpr qint64 MaximumBlockBytesOfSmallFile = qint64(64) << 20;
 
     /// \param bytes   the whole file; not owned, has to outlive the reader
     /// \param report  not owned; gets a line about the units
@@ -76,6 +80,8 @@ private:
 
     ZORNestDxfTags m_tags;
     const qsizetype m_size;
+    const qint64 m_mostEntities;
+    const qint64 m_mostBlockBytes;
     ZORNestDrawing& m_drawing;
     QStringList& m_report;
     const ZORWorkContext& m_context;

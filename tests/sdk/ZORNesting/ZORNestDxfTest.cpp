@@ -169,6 +169,15 @@ TEST_F(ZORNestDxfTest, FaultySplinesAreSkipped)
     DescribeOnly(Dxf(Square(0, 0, 1, false) + counts + falling + fit));
     EXPECT_TRUE(report.contains("skipped: SPLINE (2 times)"));
     EXPECT_TRUE(report.contains("skipped: SPLINE without control points (1 times)"));
+    for (const int degree : {25, 60}) {
+        QByteArray spline = "0|SPLINE|8|0|71|" + QByteArray::number(degree) + "|";
+        for (int i = 0; i <= degree; ++i)
+            spline += "40|0|10|" + QByteArray::number(i % 7) + "|20|" + QByteArray::number(i % 3) + "|";
+        spline += QByteArray("40|1|").repeated(degree + 1);
+        Translate(Dxf(Square(0, 0, 50, false) + Lines(spline)));
+        EXPECT_TRUE(report.contains("skipped: SPLINE of a degree above 15 (1 times)"))
+            << report.join('\n').toStdString();
+    }
 }
 
 TEST_F(ZORNestDxfTest, TextsLieOnTheirPart)

@@ -261,4 +261,26 @@ TEST_F(ZORNestSvgTest, EntitiesThatTheFileDeclaresAreFollowed)
     EXPECT_EQ("XML is not well-formed", failure);
 }
 
+// Numbers so large that their last place is coarser than the tolerance.
+TEST_F(ZORNestSvgTest, CurvesThatNoArcsCanFollowAreSkippedAndTheOthersStay)
+{
+    const QByteArray arcs = QByteArray("M0 0A1e16 5e15 20 0 1 1000 777").repeated(20);
+    const QList<ZORNestResult> results = Translate("<svg xmlns='http://www.w3.org/2000/svg'><path d='" + arcs
+                                                   + "'/><rect width='10' height='20'/></svg>");
+    EXPECT_EQ(1, results.size()) << failure.toStdString();
+    EXPECT_TRUE(report.contains("skipped: curve that needs too many arcs (20 times)"))
+        << report.join('\n').toStdString();
+}
+
+TEST_F(ZORNestSvgTest, LargeCurvesKeepWithinAHundredMillionthOfTheirSize)
+{
+    // 200 km by 100 km, so that a millimeter is invisible.
+    const QList<ZORNestResult> results =
+        Translate("<svg xmlns='http://www.w3.org/2000/svg' width='1mm' height='1mm' viewBox='0 0 1 1'>"
+                  "<ellipse rx='1e8' ry='5e7'/></svg>");
+    ASSERT_EQ(1, results.size()) << failure.toStdString();
+    const double area = std::numbers::pi * 1e8 * 5e7;
+    EXPECT_NEAR(1, GetArea(results[0]) / area, 1e-7);
+}
+
 } // namespace
