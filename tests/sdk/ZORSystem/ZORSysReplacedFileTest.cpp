@@ -99,4 +99,24 @@ TEST_F(ZORSysReplacedFileTest, WhatCannotBeOpenedThrowsWithThePath)
     }
 }
 
+TEST_F(ZORSysReplacedFileTest, NobodyElseReadsAnUnfinishedFile)
+{
+    const auto getRights = [this](const QString& name) {
+        struct stat status = {};
+        EXPECT_EQ(0, stat(QFile::encodeName(folder.filePath(name)).constData(), &status));
+        return status.st_mode & mode_t(0777);
+    };
+    PutContent("secret");
+    ASSERT_EQ(0, chmod(QFile::encodeName(path).constData(), 0600));
+    const mode_t former = umask(0);
+    ZORSysReplacedFile file(path);
+    file.Open();
+    EXPECT_TRUE(file.Write("new secret"));
+    for (const QString& name : QDir(folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System))
+        EXPECT_EQ(mode_t(0600), getRights(name)) << qPrintable(name);
+    EXPECT_TRUE(file.Commit());
+    umask(former);
+    EXPECT_EQ(mode_t(0600), getRights("file"));
+}
+
 } // namespace
