@@ -16,11 +16,15 @@
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysInit.h>
+#include <ZORWorker/ZORWorkHelpers.h>
 
 #include <QApplication>
 #include <QPointer>
 #include <QTextStream>
 #include <QTimer>
+
+#include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -45,6 +49,15 @@ bool CanAskUser(const ZORHostOptions& options)
            && platform != QLatin1String("minimal");
 }
 
+// Without the setting, jobs have the limit of the SDK.
+void ApplyJobSettings()
+{
+    const qint64 megabytes = ZORHostSettings::Read(QStringLiteral("JobMemoryLimit")).toLongLong();
+    constexpr qint64 most = std::numeric_limits<qint64>::max() >> 20;
+    if (megabytes > 0)
+        ZORWorkHelpers::SetMemoryLimit(std::min(megabytes, most) << 20);
+}
+
 } // namespace
 
 ZORHostProgram::ZORHostProgram(const ZORHostOptions& options)
@@ -53,6 +66,7 @@ ZORHostProgram::ZORHostProgram(const ZORHostOptions& options)
     , m_settings(std::make_unique<ZORHostSettings>(options.settingsFile, options.cleanSettings))
 {
     ZORSysInitialize();
+    ApplyJobSettings();
     m_environment = std::make_unique<ZORFeatEnvironment>();
     ZORFeatEnvironmentManager::GetManager()->SetCurrentEnvironment(m_environment.get());
 

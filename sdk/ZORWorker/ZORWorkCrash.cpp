@@ -1,10 +1,12 @@
 #include "ZORWorkCrash_p.h"
 #include "ZORWorkFailure_p.h"
+#include "ZORWorkSpawn_p.h"
 
 #include <ZORSystem/ZORSysStackTrace.h>
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <exception>
@@ -82,6 +84,15 @@ void OnCrash(int number)
     Die();
 }
 
+// Addresses only, which needs no memory: the job may be in the middle of an allocation, and goes on.
+void OnStackRequest(int)
+{
+    const int error = errno;
+    std::array<void*, kMaximumFrames> frames;
+    backtrace_symbols_fd(frames.data(), backtrace(frames.data(), kMaximumFrames), STDERR_FILENO);
+    errno = error;
+}
+
 [[noreturn]] void OnTerminate()
 {
     try {
@@ -124,5 +135,8 @@ void ZORWorkCrash::Install(int socket)
     sigemptyset(&action.sa_mask);
     for (const int crash : kCrashes)
         sigaction(crash, &action, nullptr);
+    action.sa_handler = OnStackRequest;
+    action.sa_flags = SA_ONSTACK | SA_RESTART;
+    sigaction(ZORWorkSpawn::kStackSignal, &action, nullptr);
     s_terminate = std::set_terminate(OnTerminate);
 }

@@ -121,10 +121,11 @@ QString ZORWorkHelper::TakeErrors()
     return errors;
 }
 
-void ZORWorkHelper::Kill()
+// Not to a process that was waited for: its id may have another owner.
+void ZORWorkHelper::Signal(int number)
 {
     if (!HasEnded())
-        kill(m_process.pid, SIGKILL);
+        kill(m_process.pid, number);
 }
 
 bool ZORWorkHelper::HasEnded()

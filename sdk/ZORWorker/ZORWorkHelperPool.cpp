@@ -64,14 +64,34 @@ ZORWorkHelperPool::ZORWorkHelperPool()
 {
 }
 
-std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::Acquire(const QByteArray& kind, ZORWorkControl& control)
+ZORWorkTicket::ZORWorkTicket(ZORWorkControl& control)
+    : m_control(control)
 {
+    ZORWorkHelperPool& pool = ZORWorkHelperPool::GetInstance();
+    const std::lock_guard lock(pool.m_mutex);
+    pool.m_tickets.push_back(this);
+}
+
+ZORWorkTicket::~ZORWorkTicket()
+{
+    ZORWorkHelperPool& pool = ZORWorkHelperPool::GetInstance();
+    {
+        const std::lock_guard lock(pool.m_mutex);
+        std::erase(pool.m_tickets, this);
+    }
+    pool.m_changed.notify_all();
+}
+
+std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::Acquire(const QByteArray& kind,
+                                                          std::unique_ptr<ZORWorkTicket> ticket)
+{
+    ZORWorkControl& control = ticket->GetControl();
     const QString program = ZORWorkHelpers::GetProgram();
     if (program.isEmpty() || IsRejected(program))
         return nullptr;
-    AwaitTurn(control);
-    Turn turn([this] { EndTurn(); });
+    AwaitTurn(std::move(ticket));
     std::unique_ptr<ZORWorkHelper> helper = TakeIdle(program);
+    Turn turn([this] { EndTurn(); });
     if (!helper) {
         try {
             helper = Start(program, control);
@@ -107,19 +127,28 @@ void ZORWorkHelperPool::Reject(const QString& program)
     m_rejectedUntil = ZORWorkHelper::Clock::now() + kRejectionTime;
 }
 
-void ZORWorkHelperPool::AwaitTurn(ZORWorkControl& control)
+bool ZORWorkHelperPool::HasTurn(const ZORWorkTicket& ticket) const
 {
+    if (ticket.GetControl().isStopped)
+        return m_busy < 2 * m_mostBusy;
+    const auto queues = [](const ZORWorkTicket* each) {
+        return !each->GetControl().isStopped && !each->GetControl().isCanceled;
+    };
+    return m_busy < m_mostBusy && *std::find_if(m_tickets.begin(), m_tickets.end(), queues) == &ticket;
+}
+
+void ZORWorkHelperPool::AwaitTurn(std::unique_ptr<ZORWorkTicket> ticket)
+{
+    const ZORWorkControl& control = ticket->GetControl();
     // Takes the lock, so that nobody misses a call between a look at the requests and waiting.
-    const ZORWorkWake wake(control, [this] {
+    const ZORWorkWake wake(ticket->GetControl(), [this] {
         {
             const std::lock_guard lock(m_mutex);
         }
         m_changed.notify_all();
     });
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this, &control] {
-        return control.isCanceled || m_busy < (control.isStopped ? 2 : 1) * m_mostBusy;
-    });
+    m_changed.wait(lock, [&] { return control.isCanceled || HasTurn(*ticket); });
     if (control.isCanceled)
         throw ZORWorkCanceled();
     ++m_busy;
@@ -130,6 +159,7 @@ void ZORWorkHelperPool::EndTurn()
     {
         const std::lock_guard lock(m_mutex);
         --m_busy;
+        --m_held;
     }
     m_changed.notify_all();
 }
@@ -140,8 +170,9 @@ std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::TakeIdle(const QString& progra
         std::unique_ptr<ZORWorkHelper> helper;
         {
             const std::lock_guard lock(m_mutex);
+            ++m_held;
             if (m_idle.empty())
-                return nullptr;
+                return nullptr; // the caller starts one
             helper = std::move(m_idle.back());
             m_idle.pop_back();
         }
@@ -149,6 +180,8 @@ std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::TakeIdle(const QString& progra
         if (helper->GetProgram() == program && !helper->IsClosed() && !helper->HasEnded())
             return helper;
         Bury(std::move(helper), {});
+        const std::lock_guard lock(m_mutex);
+        --m_held;
     }
 }
 
@@ -209,7 +242,8 @@ void ZORWorkHelperPool::Release(std::unique_ptr<ZORWorkHelper> helper)
     {
         const std::lock_guard lock(m_mutex);
         --m_busy;
-        if (isWanted && m_busy + m_idle.size() < m_mostBusy)
+        --m_held;
+        if (isWanted && m_held + m_idle.size() < m_mostBusy)
             m_idle.push_back(std::move(helper));
     }
     m_changed.notify_all();

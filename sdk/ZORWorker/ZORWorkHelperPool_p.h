@@ -15,6 +15,21 @@
 
 class ZORWorkControl;
 
+/// A place in the queue for a helper process. Jobs that were stopped do not queue.
+class ZORWorkTicket
+{
+public:
+    /// \param control  of the job; outlives the ticket
+    explicit ZORWorkTicket(ZORWorkControl& control);
+    ~ZORWorkTicket();
+    Q_DISABLE_COPY_MOVE(ZORWorkTicket)
+
+    ZORWorkControl& GetControl() const { return m_control; }
+
+private:
+    ZORWorkControl& m_control;
+};
+
 /// Helper processes that run a job or wait for the next one; at most one per processor of the machine runs a
 /// job, and as many more run jobs that were stopped before they began.
 ///
@@ -28,8 +43,8 @@ public:
 
     /// Waits for a helper that knows \a kind: one that is idle, or a new one.
     /// \return null where a thread has to serve, which the log explains once
-    /// \throws ZORWorkCanceled when \a control is canceled meanwhile
-    std::unique_ptr<ZORWorkHelper> Acquire(const QByteArray& kind, ZORWorkControl& control);
+    /// \throws ZORWorkCanceled when the job is canceled meanwhile
+    std::unique_ptr<ZORWorkHelper> Acquire(const QByteArray& kind, std::unique_ptr<ZORWorkTicket> ticket);
     /// Takes back a helper that is ready for the next job.
     void Release(std::unique_ptr<ZORWorkHelper> helper);
     /// Takes back a helper that was killed or is to end by itself, and waits for its end without the caller.
@@ -37,6 +52,8 @@ public:
     void Discard(std::unique_ptr<ZORWorkHelper> helper, std::shared_ptr<void> kept = {});
 
 private:
+    friend class ZORWorkTicket;
+
     struct Dying
     {
         std::unique_ptr<ZORWorkHelper> helper;
@@ -53,7 +70,8 @@ private:
 
     bool IsRejected(const QString& program);
     void Reject(const QString& program);
-    void AwaitTurn(ZORWorkControl& control);
+    bool HasTurn(const ZORWorkTicket& ticket) const;
+    void AwaitTurn(std::unique_ptr<ZORWorkTicket> ticket);
     void EndTurn();
     std::unique_ptr<ZORWorkHelper> TakeIdle(const QString& program);
     std::unique_ptr<ZORWorkHelper> Start(const QString& program, ZORWorkControl& control);
@@ -67,7 +85,9 @@ private:
     const size_t m_mostBusy;
     std::mutex m_mutex; // of everything below
     std::condition_variable m_changed;
-    size_t m_busy = 0;
+    std::deque<const ZORWorkTicket*> m_tickets;         // in the order of their jobs
+    size_t m_busy = 0;                                  // jobs that have a helper or are about to get one
+    size_t m_held = 0;                                  // helpers that they have, or start
     std::vector<std::unique_ptr<ZORWorkHelper>> m_idle; // the last one ran a job last
     std::deque<Order> m_orders;
     std::vector<Dying> m_dying;

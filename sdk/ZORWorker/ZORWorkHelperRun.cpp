@@ -24,6 +24,7 @@ constexpr int kAttempts = 3; // to find a helper that begins
 constexpr auto kCancelGrace = 200ms;
 constexpr auto kStopGrace = 10s;   // a first result can be made in that time
 constexpr auto kTraceGrace = 6s;   // for a process that has crashed to write its stack
+constexpr auto kStackTime = 80ms;  // for a process to write its stack before it is killed
 constexpr auto kLookPulse = 20ms;  // between two looks at requests meanwhile
 constexpr auto kKillGrace = 100ms; // for a killed process to vanish
 
@@ -86,7 +87,8 @@ ZORWorkResult ZORWorkHelperRun::Execute(std::unique_ptr<ZORWorkHelper> helper)
     GiveBack(std::move(helper), end);
     // An idle helper may have been killed just before it got the job.
     for (int attempt = 1; end.hasVanished && !m_hasBegun && attempt < kAttempts; ++attempt) {
-        helper = ZORWorkHelperPool::GetInstance().Acquire(m_job.kind, m_control);
+        helper =
+            ZORWorkHelperPool::GetInstance().Acquire(m_job.kind, std::make_unique<ZORWorkTicket>(m_control));
         if (!helper)
             return ZORWorkJobKind::RunJob(m_job.kind, m_context, m_job.input);
         end = Follow(*helper, {});
@@ -106,7 +108,8 @@ ZORWorkResult ZORWorkHelperRun::Execute(std::unique_ptr<ZORWorkHelper> helper)
 // In another process: it may do what the first one did.
 ZORWorkResult ZORWorkHelperRun::Complete()
 {
-    std::unique_ptr<ZORWorkHelper> helper = ZORWorkHelperPool::GetInstance().Acquire(m_job.kind, m_control);
+    std::unique_ptr<ZORWorkHelper> helper =
+        ZORWorkHelperPool::GetInstance().Acquire(m_job.kind, std::make_unique<ZORWorkTicket>(m_control));
     if (!helper)
         return ZORWorkJobKind::CompleteJob(m_job.kind, m_context, m_job.input, *m_interim);
     const End end = Follow(*helper, std::exchange(m_interim, {}));
@@ -134,14 +137,17 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Follow(ZORWorkHelper& helper,
     const ZORWorkWake wake(m_control, [&helper] { helper.Wake(); });
     m_hasStopped = m_hasCanceled = m_hasBegun = false;
     m_deadline.reset();
+    m_stackTime.reset();
     try {
         ZORWorkProtocol::Job job{m_job.kind, m_job.input, m_control.directory, m_memoryLimit};
         job.isStopped = m_control.isStopped;
-        job.interim = interim;
+        job.hasInterim = interim.has_value();
+        job.interim = interim.value_or(QByteArray());
         helper.Send(job);
         if (job.isStopped) {
             m_hasStopped = true;
-            m_deadline = Clock::now() + GetStopGrace();
+            // Completing takes its time however little the job had.
+            m_deadline = Clock::now() + (interim ? kStopGrace : GetStopGrace());
         }
         for (;;) {
             while (std::optional<ZORWorkProtocol::Message> message = helper.Take()) {
@@ -153,7 +159,11 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Follow(ZORWorkHelper& helper,
             PassRequests(helper);
             if (m_deadline && Clock::now() >= *m_deadline)
                 return GiveUp(helper);
-            helper.Exchange(m_deadline);
+            if (m_stackTime && Clock::now() >= *m_stackTime) {
+                m_stackTime.reset();
+                helper.AskForStack();
+            }
+            helper.Exchange(m_stackTime ? m_stackTime : m_deadline);
         }
     } catch (const ZORSysException& exception) {
         helper.Kill();
@@ -171,6 +181,7 @@ void ZORWorkHelperRun::PassRequests(ZORWorkHelper& helper)
         m_hasCanceled = true;
         helper.Send(ZORWorkProtocol::Cancel());
         m_deadline = Clock::now() + kCancelGrace;
+        m_stackTime = *m_deadline - kStackTime;
     } else if (m_control.isStopped && !m_hasStopped && !m_hasCanceled) {
         m_hasStopped = true;
         helper.Send(ZORWorkProtocol::Stop());
@@ -216,33 +227,53 @@ ZORWorkHelperRun::End ZORWorkHelperRun::FinishResult(const ZORWorkProtocol::Resu
     return {ZORWorkResult(resources, result.data), {}, false, true};
 }
 
-/// The process has closed the connection, so it has crashed or is about to end.
-ZORWorkHelperRun::End ZORWorkHelperRun::Bury(ZORWorkHelper& helper) const
+// Waits for a process that writes its stack and ends, unless the job is canceled.
+bool ZORWorkHelperRun::AwaitTrace(ZORWorkHelper& helper) const
 {
     const Clock::time_point deadline = Clock::now() + kTraceGrace;
-    bool hasEnded = false;
-    while (!(hasEnded = helper.AwaitEnd(Clock::now() + kLookPulse))) {
-        if (m_control.isCanceled || Clock::now() >= deadline)
-            break;
+    while (!helper.AwaitEnd(Clock::now() + kLookPulse)) {
+        if (m_control.isCanceled || Clock::now() >= deadline) {
+            helper.Kill();
+            return false;
+        }
     }
-    if (!hasEnded)
-        helper.Kill();
-    const QString reason = hasEnded ? ZORWorkFailure::GetReasonOfEnd(helper.GetEndStatus(), m_memoryLimit)
-                                    : Tr("the process of the job closed its connection");
+    return true;
+}
+
+void ZORWorkHelperRun::LogErrors(ZORWorkHelper& helper, const QString& reason) const
+{
     const QString errors = helper.TakeErrors();
-    if (!m_control.isCanceled && !errors.isEmpty())
-        qCWarning(ZorWorkerLog).noquote()
-            << Tr("job '%1': %2; its process wrote:").arg(m_job.name, reason) + u'\n' + errors;
+    if (errors.isEmpty())
+        return;
+    const QString text = Tr("job '%1': %2; its process wrote:").arg(m_job.name, reason) + u'\n' + errors;
+    if (m_control.isCanceled)
+        qCInfo(ZorWorkerLog).noquote() << text;
+    else
+        qCWarning(ZorWorkerLog).noquote() << text;
+}
+
+// The process has closed the connection, so it has crashed or is about to end.
+ZORWorkHelperRun::End ZORWorkHelperRun::Bury(ZORWorkHelper& helper) const
+{
+    const QString reason = AwaitTrace(helper)
+                               ? ZORWorkFailure::GetReasonOfEnd(helper.GetEndStatus(), m_memoryLimit)
+                               : Tr("the process of the job closed its connection");
+    LogErrors(helper, reason);
     return {{}, reason, true, false, true};
 }
 
 ZORWorkHelperRun::End ZORWorkHelperRun::GiveUp(ZORWorkHelper& helper) const
 {
-    helper.Kill();
-    helper.AwaitEnd(Clock::now() + kKillGrace);
-    return {{},
-            Tr("the job did not end within %1 s of a stop and was killed")
-                .arg(std::chrono::round<std::chrono::seconds>(GetStopGrace()).count()),
-            true,
-            false};
+    if (m_control.isCanceled) {
+        helper.Kill();
+        helper.AwaitEnd(Clock::now() + kKillGrace);
+        LogErrors(helper, Tr("the job did not answer a cancel and was killed"));
+        return {{}, ZORWorkFailure::GetCanceledReason(), true, false};
+    }
+    const qint64 seconds = std::chrono::round<std::chrono::seconds>(GetStopGrace()).count();
+    const QString reason = Tr("the job did not end within %1 s of a stop and was killed").arg(seconds);
+    helper.Abort();
+    AwaitTrace(helper);
+    LogErrors(helper, reason);
+    return {{}, reason, true, false};
 }

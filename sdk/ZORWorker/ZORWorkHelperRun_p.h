@@ -50,6 +50,8 @@ private:
     std::optional<End> Handle(ZORWorkProtocol::Message message);
     End FinishResult(const ZORWorkProtocol::Result& result) const;
     End Bury(ZORWorkHelper& helper) const;
+    bool AwaitTrace(ZORWorkHelper& helper) const;
+    void LogErrors(ZORWorkHelper& helper, const QString& reason) const;
     End GiveUp(ZORWorkHelper& helper) const;
     void GiveBack(std::unique_ptr<ZORWorkHelper> helper, const End& end);
     ZORWorkResult Complete();
@@ -65,4 +67,6 @@ private:
     bool m_hasStopped = false;
     bool m_hasCanceled = false;
     std::optional<Clock::time_point> m_deadline; // to answer the requests
+    std::optional<Clock::time_point>
+        m_stackTime; // to ask for a stack, before a process is killed without a word
 };

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <chrono>
+#include <csignal>
 #include <optional>
 
 /// One helper process: its streams, and its end. To be used in one thread at a time, but for Wake().
@@ -40,7 +41,15 @@ public:
     /// Whether the other side has gone; messages may still wait to be taken.
     bool IsClosed() const { return m_isClosed; }
 
-    void Kill();
+    void Kill() { Signal(SIGKILL); }
+    /// Makes the process write the stack of its job and go on.
+    void AskForStack() { Signal(ZORWorkSpawn::kStackSignal); }
+    /// Makes the process write the stack of its job, with names and lines, and end.
+    void Abort()
+    {
+        Signal(SIGABRT);
+        Signal(SIGCONT); // a process that is halted does nothing else
+    }
     /// Closes the connection: an idle helper then ends by itself.
     void Close() { m_process.socket.Close(); }
     /// Whether the process has ended; never waits.
@@ -54,6 +63,7 @@ public:
     QString TakeErrors();
 
 private:
+    void Signal(int number);
     void SendQueued();
     void Receive();
     void ReadErrors();

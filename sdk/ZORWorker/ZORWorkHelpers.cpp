@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <mutex>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -109,6 +110,7 @@ int ZORWorkHelpers::Serve(int argc, char** argv)
                      argc > 0 ? argv[0] : "this program");
         return kUsageExitCode;
     }
+    fcntl(ZORWorkSpawn::kSocket, F_SETFD, FD_CLOEXEC); // programs that a job starts must not hold it open
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (QByteArray(argv[2]).toLongLong() != getppid())
         return 0; // the caller has gone meanwhile

@@ -138,8 +138,8 @@ void Write(Writer& writer, const Job& job)
     writer.Add(job.directory);
     writer.Add(job.memoryLimit);
     writer.Add(job.isStopped);
-    writer.Add(job.interim.has_value());
-    writer.Add(job.interim.value_or(QByteArray()));
+    writer.Add(job.hasInterim);
+    writer.Add(job.interim);
     writer.Add(job.input);
 }
 
@@ -196,10 +196,8 @@ Job ReadJob(Reader& reader)
     job.directory = reader.GetString();
     job.memoryLimit = reader.Get<qint64>();
     job.isStopped = reader.GetBool();
-    const bool hasInterim = reader.GetBool();
-    const QByteArray interim = reader.GetBytes();
-    if (hasInterim)
-        job.interim = interim;
+    job.hasInterim = reader.GetBool();
+    job.interim = reader.GetBytes();
     job.input = reader.GetBytes();
     return job;
 }

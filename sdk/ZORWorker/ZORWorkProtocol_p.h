@@ -44,9 +44,10 @@ struct Job
     QByteArray kind;
     QByteArray input;
     QString directory;
-    qint64 memoryLimit = 0;                 // bytes beyond what the helper has; 0: unlimited
-    bool isStopped = false;                 // from the beginning
-    std::optional<QByteArray> interim = {}; // to be completed instead of running the job
+    qint64 memoryLimit = 0;  // bytes beyond what the helper has; 0: unlimited
+    bool isStopped = false;  // from the beginning
+    bool hasInterim = false; // which is to be completed instead of running the job
+    QByteArray interim = {};
 };
 
 /// Caller: end with what there is.

@@ -193,8 +193,8 @@ void ZORWorkServer::RunInLimit(const Task& task)
     const ZORWorkContext context(*task.control, events);
     const MemoryLimit limit(task.job.memoryLimit);
     const ZORWorkProtocol::Job& job = task.job;
-    Send(ToMessage(job.interim ? ZORWorkJobKind::CompleteJob(job.kind, context, job.input, *job.interim)
-                               : ZORWorkJobKind::RunJob(job.kind, context, job.input)));
+    Send(ToMessage(job.hasInterim ? ZORWorkJobKind::CompleteJob(job.kind, context, job.input, job.interim)
+                                  : ZORWorkJobKind::RunJob(job.kind, context, job.input)));
 }
 
 void ZORWorkServer::SendProgress(double progress)

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <csignal>
 #include <sys/types.h>
 
 /// A process that has just been started, and this side's ends of its streams.
@@ -22,6 +23,8 @@ namespace ZORWorkSpawn {
 
 /// Descriptor of the socket in the helper process.
 constexpr int kSocket = 3;
+/// Makes the helper process write the stack of its main thread, which runs the job, to its standard error.
+constexpr int kStackSignal = SIGUSR2;
 
 /// Starts \a program with the socket, nothing on its standard input, its standard output discarded, no other
 /// descriptor, no signal blocked or ignored, and the environment of this process but for ZOR_API_TRACE and

@@ -180,6 +180,9 @@ void ZORWorkTeam::Work()
             task = std::move(m_waiting.front());
             m_waiting.pop_front();
             m_running.push_back({task.id, task.control});
+            // With the lock, so that jobs get helpers in their order.
+            if (!task.job.run && task.surroundings.usesHelpers)
+                task.ticket = std::make_unique<ZORWorkTicket>(*task.control);
         }
         Run(task);
     }
@@ -218,8 +221,8 @@ void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTempo
         throw ZORWorkCanceled();
     const ZORWorkSurroundings& surroundings = task.surroundings;
     std::unique_ptr<ZORWorkHelper> helper;
-    if (!task.job.run && surroundings.usesHelpers)
-        helper = ZORWorkHelperPool::GetInstance().Acquire(task.job.kind, control);
+    if (task.ticket)
+        helper = ZORWorkHelperPool::GetInstance().Acquire(task.job.kind, std::move(task.ticket));
     try {
         control.hasBegun = true;
         directory = MakeDirectory(surroundings.baseDirectory, task.job);

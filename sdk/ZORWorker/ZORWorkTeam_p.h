@@ -4,6 +4,7 @@
 
 #include "ZORWorkContext.h"
 #include "ZORWorkControl_p.h"
+#include "ZORWorkHelperPool_p.h"
 #include "ZORWorkResult.h"
 
 #include <QString>
@@ -18,7 +19,6 @@
 #include <vector>
 
 class QTemporaryDir;
-class ZORWorkHelper;
 
 /// What happened to a job, in the order in which it happened.
 struct ZORWorkNotice
@@ -74,7 +74,8 @@ private:
         ZORWorkJob job;
         ZORWorkSurroundings surroundings;
         std::shared_ptr<ZORWorkControl> control;
-        bool isUrgent = false; // those stand before all others
+        bool isUrgent = false;                      // those stand before all others
+        std::unique_ptr<ZORWorkTicket> ticket = {}; // of a job that waits for a helper process
     };
     struct Running
     {

@@ -66,6 +66,20 @@ TEST_F(ZORHostProgramTest, AnswersHelpAndVersionWithoutADisplay)
     EXPECT_TRUE(out.contains("--plugin <file>")) << out.toStdString();
 }
 
+TEST_F(ZORHostProgramTest, JobsGetTheMemoryOfTheSettings)
+{
+    const QString limit = "ZORWorkHelpers::SetMemoryLimit(67108864)\n";
+    for (const QByteArray settings : {"", "[Host]\nJobMemoryLimit=64\n", "[Host]\nJobMemoryLimit=much\n"}) {
+        WriteFile("host.ini", settings);
+        EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n", {}, {"ZOR_API_TRACE=" + GetPath("trace.txt")}));
+        QFile trace(GetPath("trace.txt"));
+        ASSERT_TRUE(trace.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(trace.readAll());
+        EXPECT_EQ(settings.contains("64") ? 1 : 0, text.count(limit)) << text.toStdString();
+        EXPECT_EQ(settings.contains("64") ? 1 : 0, text.count("SetMemoryLimit"));
+    }
+}
+
 TEST_F(ZORHostProgramTest, AWrongOptionEndsWithCodeTwo)
 {
     EXPECT_EQ(2, Run({"--nonsense"}));

@@ -1,0 +1,83 @@
+// How long a job takes that does nothing: from Execute() to the signal of its end.
+
+#include <ZORWorker/ZORWorkHelpers.h>
+#include <ZORWorker/ZORWorkJobKind.h>
+#include <ZORWorker/ZORWorkProcessor.h>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFileInfo>
+
+#include <benchmark/benchmark.h>
+#include <cstring>
+#include <functional>
+
+namespace {
+
+void RunJob(benchmark::State& state, ZORWorkProcessor::Place place, qsizetype size,
+            const std::function<void()>& prepare = {})
+{
+    const QByteArray input(size, 'x');
+    for (auto _ : state) {
+        if (prepare)
+            prepare();
+        ZORWorkProcessor processor;
+        processor.SetPlace(place);
+        ZORWorkJob job;
+        job.name = QStringLiteral("job");
+        job.kind = "echo";
+        job.input = input;
+        ZORWorkResponse* const response = processor.AddJob(job);
+        QEventLoop loop;
+        QObject::connect(response, &ZORWorkResponse::StatusChanged, &loop,
+                         [&loop](ZORWorkResponse::Status status) {
+                             if (status == ZORWorkResponse::Finished || status == ZORWorkResponse::Failed)
+                                 loop.quit();
+                         });
+        processor.Execute();
+        loop.exec();
+        if (response->GetResult().GetData() != input)
+            state.SkipWithError("job has failed");
+    }
+}
+
+void BM_JobInThread(benchmark::State& state)
+{
+    RunJob(state, ZORWorkProcessor::Threads, state.range(0));
+}
+
+void BM_JobInWarmHelper(benchmark::State& state)
+{
+    RunJob(state, ZORWorkProcessor::HelperProcesses, state.range(0));
+}
+
+// Helpers serve the path that they were started with, so another spelling of it needs a new one.
+void BM_JobInNewHelper(benchmark::State& state)
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QString name = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
+    bool isOdd = false;
+    RunJob(state, ZORWorkProcessor::HelperProcesses, state.range(0), [&] {
+        isOdd = !isOdd;
+        ZORWorkHelpers::SetProgram(folder + (isOdd ? "/./" : "/") + name);
+    });
+}
+
+} // namespace
+
+BENCHMARK(BM_JobInThread)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_JobInWarmHelper)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_JobInNewHelper)->Arg(1 << 10)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+/// This program is its own helper program, so that it needs no other kind than "echo".
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    ZORWorkJobKind::Register(
+        "echo", [](const ZORWorkContext&, const QByteArray& input) { return ZORWorkResult(input); });
+    if (argc > 1 && std::strcmp(argv[1], "--serve") == 0)
+        return ZORWorkHelpers::Serve(argc, argv);
+    ZORWorkHelpers::SetProgram(QCoreApplication::applicationFilePath());
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}
