@@ -126,6 +126,9 @@ QVariant ZORStdMaterialModel::headerData(int section, Qt::Orientation orientatio
 
 QVariant ZORStdMaterialModel::data(const QModelIndex& index, int role) const
 {
+    if (!checkIndex(index,
+                    CheckIndexOption::IndexIsValid)) // views ask for a current cell where there is none
+        return {};
     const Row& row = m_rows[size_t(index.row())];
     const int column = index.column();
     const QString problem = FindCellProblem(index.row(), column);
@@ -148,6 +151,8 @@ QVariant ZORStdMaterialModel::data(const QModelIndex& index, int role) const
 
 bool ZORStdMaterialModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return false;
     const QString text = value.toString().trimmed();
     if (role != Qt::EditRole || text == data(index, role).toString())
         return false;
@@ -173,7 +178,8 @@ bool ZORStdMaterialModel::setData(const QModelIndex& index, const QVariant& valu
 
 Qt::ItemFlags ZORStdMaterialModel::flags(const QModelIndex& index) const
 {
-    return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsEditable : flags;
 }
 
 int ZORStdMaterialModel::AddMaterial()

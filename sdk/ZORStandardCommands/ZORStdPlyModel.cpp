@@ -43,6 +43,9 @@ QVariant ZORStdPlyModel::headerData(int section, Qt::Orientation orientation, in
 
 QVariant ZORStdPlyModel::data(const QModelIndex& index, int role) const
 {
+    if (!checkIndex(index,
+                    CheckIndexOption::IndexIsValid)) // views ask for a current cell where there is none
+        return {};
     const Ply& ply = m_plies[size_t(index.row())];
     if (index.column() == Material) {
         if (role == Qt::DisplayRole || role == Qt::EditRole)
@@ -62,6 +65,8 @@ QVariant ZORStdPlyModel::data(const QModelIndex& index, int role) const
 
 bool ZORStdPlyModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return false;
     if (role != Qt::EditRole || index.column() != Angle || !std::isfinite(value.toDouble()))
         return false;
     m_plies[size_t(index.row())].angle = value.toDouble();
@@ -71,7 +76,8 @@ bool ZORStdPlyModel::setData(const QModelIndex& index, const QVariant& value, in
 
 Qt::ItemFlags ZORStdPlyModel::flags(const QModelIndex& index) const
 {
-    return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsEditable : flags;
 }
 
 void ZORStdPlyModel::AddPly(const Ply& ply)

@@ -13,9 +13,11 @@
 #include <ZORTopology/ZORTopBody.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QLabel>
 #include <QTableView>
+#include <QTest>
 
 #include <numbers>
 
@@ -135,6 +137,16 @@ TEST_F(ZORCompLayupCmdTest, NeedsNeitherSurfaceNorRosetteNorPlies)
     EXPECT_EQ(layup->GetRosette(), nullptr);
     EXPECT_EQ(layup->GetNumPlies(), 0);
     EXPECT_NE(GetOnly<ZORCompSequence>(), nullptr);
+}
+
+TEST_F(ZORCompLayupCmdTest, CopiesNothingWhereNoCellIsCurrent)
+{
+    Open(Id);
+    QAbstractItemModel* const model = GetTable()->model();
+    const QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QTest::keyClick(GetTable(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QVariant(), model->data({}, Qt::DisplayRole));
+    EXPECT_FALSE(model->setData({}, 1.0, Qt::EditRole));
 }
 
 TEST_F(ZORCompLayupCmdTest, StackIsChangedByItsButtons)

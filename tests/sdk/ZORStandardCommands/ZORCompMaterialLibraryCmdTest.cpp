@@ -10,8 +10,10 @@
 #include <ZORComposites/ZORCompSequence.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemModelTester>
 #include <QLineEdit>
 #include <QTableView>
+#include <QTest>
 
 #include <cmath>
 
@@ -83,6 +85,17 @@ TEST_F(ZORCompMaterialLibraryCmdTest, AddsMaterials)
     EXPECT_EQ(properties.v12, -0.3);
     EXPECT_EQ(properties.permeability1, 0);
     EXPECT_EQ(materials[1]->GetProperties(), ZORCompMaterialProperties());
+}
+
+TEST_F(ZORCompMaterialLibraryCmdTest, CopiesNothingWhereNoCellIsCurrent)
+{
+    OpenLibrary();
+    auto* const table = Find<QTableView>("_MaterialTable");
+    QAbstractItemModel* const model = table->model();
+    const QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QVariant(), model->data({}, Qt::DisplayRole));
+    EXPECT_FALSE(model->setData({}, "Name", Qt::EditRole));
 }
 
 TEST_F(ZORCompMaterialLibraryCmdTest, EditsAndRemovesMaterialsAndKeepsWhatWasNotEdited)
