@@ -17,12 +17,17 @@
 
 namespace {
 
+struct Symbols
+{
+    QByteArray fileName;              // the state keeps a pointer to it
+    backtrace_state* state = nullptr; // null for a file that cannot be read
+};
+
 struct Symbolizer
 {
     QMutex mutex;
-    // One for each file, null for a file that cannot be read. The library has no way to free one, so a file that is
-    // loaded again uses the one it has.
-    std::map<ZORSysLoadedModules::FileIdentity, backtrace_state*> states;
+    // The library has no way to free a state, so a file that is loaded again uses the one it has.
+    std::map<ZORSysLoadedModules::FileIdentity, Symbols> symbols;
     QHash<quintptr, QStringList> cache;
     quint32 cacheGeneration = 0;
 };
@@ -77,20 +82,21 @@ QString PlainAddress(quintptr address)
 }
 
 // Reads the debug information of a module once. Addresses are those in its file.
-backtrace_state* ReadSymbols(const ZORSysLoadedModules::Module& module)
+Symbols ReadSymbols(const ZORSysLoadedModules::Module& module)
 {
     const int copy = ZorSysCopyModule(module);
     if (copy < 0)
-        return nullptr;
-    // The library opens the file by name when it resolves the first address, and keeps the pointer to the name.
-    const QByteArray name = "/proc/self/fd/" + QByteArray::number(copy);
-    backtrace_state* const state = backtrace_create_state(strdup(name.constData()), 1, IgnoreError, nullptr);
-    if (state) {
+        return {};
+    Symbols symbols;
+    symbols.fileName = "/proc/self/fd/" + QByteArray::number(copy);
+    symbols.state = backtrace_create_state(symbols.fileName.constData(), 1, IgnoreError, nullptr);
+    if (symbols.state) {
+        // The library opens the file when it resolves the first address.
         QString ignored;
-        backtrace_syminfo(state, 0, SetSymbol, IgnoreError, &ignored);
+        backtrace_syminfo(symbols.state, 0, SetSymbol, IgnoreError, &ignored);
     }
     close(copy); // what the library has mapped stays
-    return state;
+    return symbols;
 }
 
 QStringList Resolve(backtrace_state* state, const ZORSysLoadedModules::Module& module, quintptr returnAddress)
@@ -130,10 +136,10 @@ QStringList ZorSysDescribeFrame(quintptr returnAddress, quint32 generation)
     if (known != symbolizer.cache.constEnd())
         return *known;
 
-    auto state = symbolizer.states.find(module->file);
-    if (state == symbolizer.states.end())
-        state = symbolizer.states.emplace(module->file, ReadSymbols(*module)).first;
-    const QStringList lines = Resolve(state->second, *module, returnAddress);
+    auto symbols = symbolizer.symbols.find(module->file);
+    if (symbols == symbolizer.symbols.end())
+        symbols = symbolizer.symbols.emplace(module->file, ReadSymbols(*module)).first;
+    const QStringList lines = Resolve(symbols->second.state, *module, returnAddress);
     symbolizer.cache.insert(returnAddress, lines);
     return lines;
 }
