@@ -29,7 +29,7 @@ public:
     /// unloaded since show their address alone.
     ///
     /// The first frame of a library copies its file into memory and reads the debug information, which takes some 10 ms
-    /// for 20 MB; later ones take about 1 us for a known frame. Files that changed, were cut short or vanished after
+    /// for 5 MB; later ones take about 1 us for a known frame. Files that changed, were cut short or vanished after
     /// they were loaded are harmless: their frames show the address and the name of the library. The spelling of the
     /// name is established.
     /// \param prefix      put in front of every line
