@@ -6,6 +6,7 @@
 
 #include <ZORSystem/ZORSysMemory.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -64,6 +65,8 @@ int Run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    // A file that grows beyond the limit of the user is an error of its writer, and no reason to end.
+    std::signal(SIGXFSZ, SIG_IGN);
     constexpr int kCannotRun = 3;
     try {
         return HasMemory() ? Run(argc, argv) : kCannotRun;

@@ -1,5 +1,7 @@
 #include "ZORSysFile.h"
 
+#include "ZORSysDescriptor_p.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -9,6 +11,8 @@
 #include <sys/sysmacros.h>
 #include <system_error>
 #include <unistd.h>
+
+using zor::sys::Descriptor;
 
 namespace {
 
@@ -60,28 +64,6 @@ int GetFlags(QIODevice::OpenMode mode)
     return flags | (mode & QIODevice::Append ? O_APPEND : 0);
 }
 
-/// A descriptor that is closed unless somebody takes it.
-class Descriptor
-{
-public:
-    Descriptor(const QString& path, QIODevice::OpenMode mode)
-        : m_number(::open(QFile::encodeName(path).constData(), GetFlags(mode), 0666))
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            close(m_number);
-    }
-    Q_DISABLE_COPY_MOVE(Descriptor)
-
-    int Get() const { return m_number; }
-    void Release() { m_number = -1; }
-
-private:
-    int m_number;
-};
-
 } // namespace
 
 ZORSysFile::ZORSysFile(const QString& path)
@@ -118,9 +100,9 @@ bool ZORSysFile::open(OpenMode mode)
         return fail(obstacle);
     if (m_path.contains(QChar::Null))
         return fail(GetReason(EINVAL));
-    Descriptor descriptor(m_path, mode);
+    Descriptor descriptor(::open(QFile::encodeName(m_path).constData(), GetFlags(mode), 0666));
     struct stat status = {};
-    if (descriptor.Get() < 0 || fstat(descriptor.Get(), &status) != 0)
+    if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0)
         return fail(GetReason(errno));
     if (const QString obstacle = ::FindObstacle(status, mode); !obstacle.isEmpty())
         return fail(obstacle);

@@ -1,3 +1,4 @@
+#include "ZORSysDescriptor_p.h"
 #include "ZORSysElfFile_p.h"
 #include "ZORSysModuleCopy_p.h"
 #include "ZORSysProcessMemory_p.h"
@@ -7,10 +8,10 @@
 #include <sys/mman.h>
 #include <sys/sendfile.h>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
+using zor::sys::Descriptor;
 using ZORSysLoadedModules::FileIdentity;
 using ZORSysLoadedModules::Module;
 
@@ -19,29 +20,6 @@ constexpr qint64 kLargestCopy = qint64(1) << 30;
 /// Enough for the headers and for the build number that linkers write behind them.
 constexpr size_t kHeadSize = 1024;
 using Head = std::array<char, kHeadSize>;
-
-/// A descriptor that is closed at the end, unless it is released.
-class Descriptor
-{
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_descriptor >= 0)
-            close(m_descriptor);
-    }
-    Q_DISABLE_COPY_MOVE(Descriptor)
-
-    bool IsOpen() const { return m_descriptor >= 0; }
-    int Get() const { return m_descriptor; }
-    int Release() { return std::exchange(m_descriptor, -1); }
-
-private:
-    int m_descriptor;
-};
 
 bool CopyContents(int from, int to, qint64 size)
 {

@@ -8,6 +8,7 @@
 
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,6 +18,12 @@ constexpr uid_t kNobody = 65534;
 constexpr mode_t kReadable = 0755;
 constexpr mode_t kReadOnly = 0555;
 constexpr mode_t kWritableByAll = 0666;
+
+/// Allows again what a change of the user forbids, and what the check for leaks needs when the program ends.
+void AllowDebugging()
+{
+    prctl(PR_SET_DUMPABLE, 1);
+}
 
 /// Makes a folder read-only, but its files writable for everybody, who may enter the folders above it.
 void OpenUp(const QString& folder)
@@ -44,18 +51,27 @@ FileSizeLimit::~FileSizeLimit()
     std::signal(SIGXFSZ, m_handler);
 }
 
+void LimitFiles(rlim_t bytes)
+{
+    const rlimit limit = {bytes, bytes};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, SIG_DFL);
+}
+
 WithoutRoot::WithoutRoot()
     : m_isRoot(geteuid() == 0)
 {
     // The saved user is the way back.
     if (m_isRoot && setresuid(kNobody, kNobody, 0) != 0)
         ADD_FAILURE() << "cannot become another user";
+    AllowDebugging();
 }
 
 WithoutRoot::~WithoutRoot()
 {
     if (m_isRoot && setresuid(0, 0, 0) != 0)
         ADD_FAILURE() << "cannot become root again";
+    AllowDebugging();
 }
 
 ReadOnlyFolder::ReadOnlyFolder(const QString& path)

@@ -22,6 +22,10 @@ private:
     void (*m_handler)(int);
 };
 
+/// For a process that is about to start: no file can grow beyond some bytes, and one that tries ends by a signal
+/// unless the program prevents that.
+void LimitFiles(rlim_t bytes);
+
 /// Makes permissions of files bind the process while this lives, also where it runs as root: as user nobody. Its
 /// temporary files of before must be readable for everybody.
 class WithoutRoot

@@ -304,6 +304,8 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    // A result that grows beyond the limit of the user is an error in its place.
+    std::signal(SIGXFSZ, SIG_IGN);
     const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QCoreApplication::setApplicationName("zornest");
     QTextStream out(stdout);

@@ -1,6 +1,7 @@
 // Runs the program itself.
 
 #include "HostTest.h"
+#include "support/HostileDisk.h"
 #include "support/MemoryLimit.h"
 
 #include <QProcess>
@@ -16,8 +17,12 @@ public:
     {
         QProcess process;
         process.setProcessEnvironment(Environment(environment));
-        if (memoryLimit > 0)
-            process.setChildProcessModifier([this] { LimitAddresses(qint64(memoryLimit) * 1'000'000); });
+        process.setChildProcessModifier([this] {
+            if (memoryLimit > 0)
+                LimitAddresses(qint64(memoryLimit) * 1'000'000);
+            if (fileLimit > 0)
+                LimitFiles(fileLimit);
+        });
         process.start(ZOR_TEST_HOST, arguments);
         EXPECT_TRUE(process.waitForFinished(120'000)) << process.errorString().toStdString();
         out = QString::fromLocal8Bit(process.readAllStandardOutput());
@@ -45,6 +50,7 @@ public:
     }
 
     int memoryLimit = 0; // megabytes; 0: none
+    int fileLimit = 0;   // bytes; 0: none
     QString out;
     QString err;
 
@@ -78,6 +84,16 @@ TEST_F(ZORHostProgramTest, JobsGetTheMemoryOfTheSettings)
         EXPECT_EQ(settings.contains("64") ? 1 : 0, text.count(limit)) << text.toStdString();
         EXPECT_EQ(settings.contains("64") ? 1 : 0, text.count("SetMemoryLimit"));
     }
+}
+
+TEST_F(ZORHostProgramTest, AFileBeyondTheLimitOfTheUserIsAnErrorOnly)
+{
+    fileLimit = 2000;
+    const QString picture = GetPath("window.png");
+    EXPECT_EQ(1, RunScript("in ZORHostMainWindow\nscreenshot window " + picture.toUtf8() + '\n', {},
+                           {"ZOR_NO_GRAPHICS=1"}));
+    EXPECT_TRUE((out + err).contains("cannot write the picture '" + picture + "': File too large"))
+        << (out + err).toStdString();
 }
 
 TEST_F(ZORHostProgramTest, AWrongOptionEndsWithCodeTwo)

@@ -1,4 +1,3 @@
-#include "support/HostileDisk.h"
 #include "support/TestData.h"
 
 #include <QDir>
@@ -371,10 +370,8 @@ TEST_F(ZorNestFrontTest, AFullDiskKeepsTheFilesAndGivesTheReason)
 {
     const QString squares = SaveSquares();
     const auto check = [&](const QString& option, const QString& argument, const QString& name) {
-        const Outcome outcome = [&] {
-            const FileSizeLimit limit(200);
-            return Run({squares, "--steps", "100", option, argument});
-        }();
+        const Outcome outcome = Start("/bin/sh", {"-c", "ulimit -f 0; exec \"$@\"", "sh", ZORNEST_PROGRAM,
+                                                  squares, "--steps", "100", option, argument});
         EXPECT_EQ(outcome.code, 4) << option.toStdString();
         EXPECT_TRUE(outcome.errors.endsWith(name + ": File too large\n")) << outcome.errors.toStdString();
         QFile file(name);
