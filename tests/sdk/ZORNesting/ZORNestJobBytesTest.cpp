@@ -226,19 +226,17 @@ TEST_F(ZORNestJobBytesTest, LayoutsThatDoNotPassTheCheckAreRefused)
               Complete("task", Write(MakeLayout())).first);
 }
 
-TEST_F(ZORNestJobBytesTest, LengthsOfALayoutAreThoseOfItsSheets)
+TEST_F(ZORNestJobBytesTest, LayoutsWithOtherLengthsThanTheirSheetsAreRefused)
 {
+    const QString refused =
+        QStringLiteral("the last layout does not pass the check: sheet 0: its length is not ");
     ZORNestInterimLayout layout = MakeLayout();
     layout.solution.sheets[0].usedLength = -1e300;
-    const auto [failure, outcome] = Complete(Write(MakeSimpleTask()), Write(layout));
-    EXPECT_EQ("", failure);
-    ASSERT_EQ(1, outcome.sheetFiles.size());
-    EXPECT_EQ(20.5, ReadResult(outcome.sheetFiles[0]).GetSheet().GetUpperPoint().GetX());
+    EXPECT_EQ(refused + "that of the sheet", Complete(Write(MakeSimpleTask()), Write(layout)).first);
     const QByteArray roll =
         Write(ZORNestNestingTask{MakeJob({MakeSquare("a", 10, 3)}, {MakeSheets("r", 10, Roll)}), false});
     layout.solution.sheets[0].usedLength = std::numeric_limits<double>::infinity();
-    EXPECT_EQ("the last layout does not pass the check: sheet 0: its length is not finite",
-              Complete(roll, Write(layout)).first);
+    EXPECT_TRUE(Complete(roll, Write(layout)).first.startsWith(refused));
 }
 
 TEST_F(ZORNestJobBytesTest, DamagedLayoutsAreRefusedOrValid)
