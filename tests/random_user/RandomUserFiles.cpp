@@ -8,6 +8,9 @@
 
 #include <QFile>
 
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
 namespace {
 
 constexpr int kLongestName = 255; // bytes, on the usual file systems
@@ -68,6 +71,7 @@ RandomUserFiles::RandomUserFiles(const QString& folder)
     AddContainerFile();
     AddParts();
     AddOddFiles();
+    AddPipesAndDevices();
     AddLibraries();
 }
 
@@ -86,7 +90,8 @@ QStringList RandomUserFiles::GetNamesToWrite()
             QStringLiteral("saved.msi"),         QStringLiteral("saved.stl"),
             QStringLiteral("empty.stl"),         QStringLiteral("folder.stl"),
             QStringLiteral("missing/saved.stl"), GetLongName(QStringLiteral(".x")),
-            QStringLiteral("out/saved.msi")};
+            QStringLiteral("out/saved.msi"),     QStringLiteral("pipe.msi"),
+            QStringLiteral("full.ZORCont")};
 }
 
 QStringList RandomUserFiles::GetFolderNames()
@@ -170,6 +175,22 @@ void RandomUserFiles::AddOddFiles() const
     Write(QStringLiteral("greedy.stl"), QByteArray(80, ' ') + QByteArray("\xff\xff\xff\xff", 4));
     Write(GetLongName(QStringLiteral(".stl")), kTetrahedron);
     QFile::link(QStringLiteral("loop.stl"), m_folder.filePath(QStringLiteral("loop.stl")));
+}
+
+void RandomUserFiles::AddPipesAndDevices() const
+{
+    constexpr mode_t kReadWrite = S_IRUSR | S_IWUSR;
+    const auto path = [this](const char* name) {
+        return QFile::encodeName(m_folder.filePath(QLatin1String(name)));
+    };
+    for (const char* pipe : {"pipe.stl", "pipe.ZORCont", "pipe.msi", "pipe.xml", "pipe.so"})
+        ::mkfifo(path(pipe).constData(), kReadWrite);
+    // Devices need privileges; without them the names do not exist, which is odd enough.
+    const dev_t zero = makedev(1, 5);
+    const dev_t full = makedev(1, 7);
+    ::mknod(path("zero.stl").constData(), S_IFCHR | kReadWrite, zero);
+    ::mknod(path("zero.msi").constData(), S_IFCHR | kReadWrite, zero);
+    ::mknod(path("full.ZORCont").constData(), S_IFCHR | kReadWrite, full);
 }
 
 void RandomUserFiles::AddLibraries() const

@@ -7,7 +7,8 @@
 #include <QStringList>
 
 /// Good, damaged and odd files in a folder of their own: inputs of all kinds, each also cut short and with some
-/// bytes changed; empty ones, folders, a very long name and a link to itself.
+/// bytes changed; empty ones, folders, a very long name, a link to itself, named pipes and, where the system allows
+/// to make them, devices.
 class RandomUserFiles
 {
 public:
@@ -29,6 +30,7 @@ private:
     void AddParts() const;
     void AddOddFiles() const;
     void AddContainerFile() const;
+    void AddPipesAndDevices() const;
     void AddLibraries() const;
     void Write(const QString& name, const QByteArray& contents) const;
 
