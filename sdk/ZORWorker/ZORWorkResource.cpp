@@ -2,6 +2,7 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileName.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
@@ -44,7 +45,7 @@ QString GetCandidate(const QFileInfo& file, int number)
 /// \return the reason of the failure; empty when the copy is there
 QString CopyFile(const QString& source, const QString& target)
 {
-    QFile original(source);
+    ZORSysFile original(source);
     if (!original.open(QIODevice::ReadOnly))
         return original.errorString();
     ZORSysReplacedFile copy(target);
