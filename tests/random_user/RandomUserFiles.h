@@ -6,9 +6,9 @@
 #include <QString>
 #include <QStringList>
 
-/// Good, damaged and odd files in a folder of their own: inputs of all kinds, each also cut short and with some
-/// bytes changed; empty ones, folders, a very long name, a link to itself, named pipes and, where the system allows
-/// to make them, devices.
+/// Good, damaged and odd files in a folder of their own: inputs of all kinds, each also cut short and with
+/// some bytes changed; empty ones, folders, a very long name, a link to itself, named pipes and, where the
+/// system allows to make them, devices.
 class RandomUserFiles
 {
 public:

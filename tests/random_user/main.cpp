@@ -5,6 +5,7 @@
 #include "RandomUserSession.h"
 #include "app/ZORHostApplication.h"
 
+#include <algorithm>
 #include <cstring>
 #include <sys/resource.h>
 
@@ -15,7 +16,9 @@ void LimitMemory()
 {
 #ifndef __SANITIZE_ADDRESS__ // reserves all addresses; see RandomUserTrial for its own limit
     constexpr rlim_t kMost = 6ULL << 30;
-    const rlimit limit = {kMost, kMost};
+    rlimit limit{};
+    getrlimit(RLIMIT_AS, &limit);
+    limit.rlim_cur = std::min(limit.rlim_max, kMost); // the processes of jobs choose their own
     setrlimit(RLIMIT_AS, &limit);
 #endif
 }
