@@ -30,6 +30,28 @@ QString StateText(ZORHostPlugin::State state)
     return ZORHostPluginDialog::tr("Not loaded");
 }
 
+/// Lists the folders of the search path.
+QLabel* MakePathLabel(QWidget* parent)
+{
+    QStringList folders;
+    const QStringList searchPath = ZORHostPluginManager::GetSearchPath();
+    for (const QString& folder : searchPath) {
+        const QString shown = QDir::toNativeSeparators(folder);
+        folders.append(QDir(folder).exists() ? shown
+                                             : ZORHostPluginDialog::tr("%1 (does not exist)").arg(shown));
+    }
+    auto* path =
+        new QLabel(ZORHostPluginDialog::tr(
+                       "Folders that are searched (more with the environment variable ZOR_PLUGIN_PATH):")
+                       + u'\n' + folders.join(u'\n'),
+                   parent);
+    path->setObjectName("_PluginPathLbl");
+    path->setTextFormat(Qt::PlainText);
+    path->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    path->setWordWrap(true);
+    return path;
+}
+
 } // namespace
 
 ZORHostPluginDialog::ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget* parent)
@@ -54,21 +76,7 @@ ZORHostPluginDialog::ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget*
     m_table->horizontalHeader()->setStretchLastSection(true);
     column->addWidget(m_table);
 
-    QStringList folders;
-    const QStringList searchPath = ZORHostPluginManager::GetSearchPath();
-    for (const QString& folder : searchPath) {
-        const QString shown = QDir::toNativeSeparators(folder);
-        folders.append(QDir(folder).exists() ? shown : tr("%1 (does not exist)").arg(shown));
-    }
-    auto* path =
-        new QLabel(tr("Folders that are searched (more with the environment variable ZOR_PLUGIN_PATH):")
-                       + u'\n' + folders.join(u'\n'),
-                   this);
-    path->setObjectName("_PluginPathLbl");
-    path->setTextFormat(Qt::PlainText);
-    path->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    path->setWordWrap(true);
-    column->addWidget(path);
+    column->addWidget(MakePathLabel(this));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     buttons->setObjectName("_ButtonBox");
