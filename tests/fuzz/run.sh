@@ -26,7 +26,7 @@ mkdir -p build/fuzz/found
 for target in $targets; do
   corpus=build/fuzz/corpora/$target
   words=tests/fuzz/dictionaries/$(dictionary "$target").dict
-  options="-max_total_time=$seconds -timeout=20 -rss_limit_mb=3072 -malloc_limit_mb=2048 -max_len=8192 -print_final_stats=1"
+  options="-max_total_time=$seconds -timeout=60 -rss_limit_mb=3072 -malloc_limit_mb=2048 -max_len=8192 -print_final_stats=1"
   [ ! -f "$words" ] || options="$options -dict=$words"
   mkdir -p "$corpus"
   echo "fuzzing $target for $seconds s"

@@ -53,7 +53,7 @@ TEST_F(ZORWorkHelperFaultsTest, StackOfACrashIsLogged)
 
 TEST_F(ZORWorkHelperFaultsTest, MemoryIsLimitedForEachJob)
 {
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "sanitizers reserve more addresses than any limit allows";
 #endif
     processor->SetMemoryLimit(qint64(200) << 20);

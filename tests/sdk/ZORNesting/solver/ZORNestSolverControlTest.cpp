@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 namespace {
 
 // By which a slow machine may exceed what is promised; what runs on exceeds it by far more.
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr double Slowness = 15;
 #else
 constexpr double Slowness = 4;

@@ -102,8 +102,8 @@ TEST(ZORNestSolverRunTest, SheetsThatReachTooFarAreNotUsed)
 TEST(ZORNestSolverRunTest, NegativeQuantitiesOrderNothing)
 {
     Job job;
-    job.items = {MakeItem(Rectangle(10, 10), std::numeric_limits<int>::min()), MakeItem(Rectangle(10, 10), -1),
-                 MakeItem(Rectangle(10, 10), 2)};
+    job.items = {MakeItem(Rectangle(10, 10), std::numeric_limits<int>::min()),
+                 MakeItem(Rectangle(10, 10), -1), MakeItem(Rectangle(10, 10), 2)};
     job.kinds = {Sheet(20, 10)};
     const Solution solution = SolveInSteps(job, 500);
     EXPECT_EQ(FindFaults(job, solution), std::vector<std::string>());

@@ -126,7 +126,7 @@ TEST_F(ZorNestFrontTest, WhatIsNotPlacedIsNamedWithItsReason)
 
 TEST_F(ZorNestFrontTest, ARunWithoutMemoryFailsWithAMessage)
 {
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "the sanitizer needs the address space";
 #endif
     QFile file(GetPath(QStringLiteral("large.json")));
