@@ -2,12 +2,16 @@
 #include "ZORNestNestingJob_p.h"
 #include "ZORNestResult.h"
 #include "ZORNestResultDocument_p.h"
+#include "solver/ZORNestSolverBudget.h"
 
 #include <QCoreApplication>
 
 #include <cmath>
+#include <optional>
 
 namespace {
+
+constexpr double kMostReading = 1; // seconds of processor time after the end of the job
 
 QString Tr(const char* text)
 {
@@ -27,13 +31,26 @@ ZORNestSolver::UsageRule ToUsageRule(ZORNestBaseFeature::PackagingUsageRule rule
     return ZORNestSolver::UsageRule::AsListed;
 }
 
+ZORNestNestingPart MakeUnread(const QString& name)
+{
+    ZORNestNestingPart part;
+    part.item = ZORNestResultItem(name);
+    part.failure = Tr("no time left");
+    return part;
+}
+
 } // namespace
 
 ZORNestNestingJob::ZORNestNestingJob(const ZORNestNestingInput& input,
-                                     const std::function<bool()>& isCanceled)
+                                     const std::function<bool()>& isCanceled,
+                                     const std::function<bool()>& isOver)
 {
-    for (qsizetype i = 0; i < input.GetItems().size() && !isCanceled(); ++i)
-        AddItem(input, i);
+    std::optional<double> end; // when the job was over
+    for (qsizetype i = 0; i < input.GetItems().size() && !isCanceled(); ++i) {
+        if (!end && isOver())
+            end = ZORNestSolver::GetThreadTime();
+        AddItem(input, i, !end || ZORNestSolver::GetThreadTime() - *end < kMostReading);
+    }
     for (qsizetype i = 0; i < input.GetPackagings().size(); ++i)
         AddKind(input, i);
     m_job.separation = GetNumber(input.GetItemSeparation(), Tr("item separation"));
@@ -58,10 +75,11 @@ double ZORNestNestingJob::GetNumber(double value, const QString& meaning)
     return 0;
 }
 
-void ZORNestNestingJob::AddItem(const ZORNestNestingInput& input, qsizetype index)
+void ZORNestNestingJob::AddItem(const ZORNestNestingInput& input, qsizetype index, bool isRead)
 {
     const ZORNestNestingInputItem source = input.GetItems().at(index);
-    const QList<ZORNestNestingPart> parts = ZORNestReadParts(source.GetName(), source.GetContents());
+    const QList<ZORNestNestingPart> parts = isRead ? ZORNestReadParts(source.GetName(), source.GetContents())
+                                                   : QList<ZORNestNestingPart>{MakeUnread(source.GetName())};
     ZORNestSolver::Item item;
     if (source.GetQuantity() < 0)
         m_remarks.append(Tr("part '%1': quantity %2 counts as 0")

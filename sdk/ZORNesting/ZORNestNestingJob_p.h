@@ -17,8 +17,10 @@ public:
     /// Most copies of parts that one job takes, high priorities first; the rest has no place.
     static constexpr int kMostCopies = 5000;
 
-    /// Reads the part files. Calls \a isCanceled between them and gives up if it is true.
-    ZORNestNestingJob(const ZORNestNestingInput& input, const std::function<bool()>& isCanceled);
+    /// Reads the part files. Calls \a isCanceled between them and gives up if it is true. Once \a isOver is true, it
+    /// reads on for a second of processor time; parts that have not been read then have no time left.
+    ZORNestNestingJob(const ZORNestNestingInput& input, const std::function<bool()>& isCanceled,
+                      const std::function<bool()>& isOver);
 
     const ZORNestSolver::Job& GetSolverJob() const { return m_job; }
     /// One for each item of the solver's job.
@@ -32,7 +34,7 @@ public:
     QByteArray WriteSheet(const ZORNestSolver::NestedSheet& sheet) const;
 
 private:
-    void AddItem(const ZORNestNestingInput& input, qsizetype index);
+    void AddItem(const ZORNestNestingInput& input, qsizetype index, bool isRead);
     void AddKind(const ZORNestNestingInput& input, qsizetype index);
     double GetNumber(double value, const QString& meaning);
 

@@ -127,10 +127,15 @@ ZORNestSolver::RunOptions GetOptions(const ZORNestNestingInput& input)
 class Run
 {
 public:
-    Run(ZORNestNestingTask task, const ZORWorkContext& context)
+    /// Whether the parts of a job that is over are read all the same: a layout that is there needs them.
+    enum class Reading { UntilOver, All };
+
+    Run(ZORNestNestingTask task, const ZORWorkContext& context, Reading reading)
         : m_task(std::move(task))
         , m_context(context)
-        , m_job(m_task.input, [&context] { return context.IsCanceled(); })
+        , m_job(
+              m_task.input, [&context] { return context.IsCanceled(); },
+              [this, reading] { return reading == Reading::UntilOver && IsOver(); })
     {
         m_context.ThrowIfCanceled();
     }
@@ -141,6 +146,11 @@ public:
 private:
     ZORNestSolver::Solution Solve();
     double GetSeconds() const { return 1e-3 * double(m_timer.elapsed()); }
+    bool IsOver() const
+    {
+        const bool isTimed = m_input.GetMaxSteps() <= 0 && m_input.GetMaxRunTime() > 0;
+        return m_context.IsStopped() || (isTimed && GetSeconds() > m_input.GetMaxRunTime());
+    }
     void SendInterimResult(const ZORNestSolver::Solution& solution) const;
     ZORWorkResult Finish(ZORNestSolver::Solution solution, double seconds) const;
     QString GetEnding(double seconds) const;
@@ -292,13 +302,13 @@ void Run::Keep(const ZORNestNestingOutcome& outcome) const
 ZORWorkResult ZORNestRunNesting(const ZORWorkContext& context, const QByteArray& task)
 {
     const ZORSysApiTracePause pause;
-    return Run(ZORNestJobBytes::ReadNestingTask(task), context).Execute();
+    return Run(ZORNestJobBytes::ReadNestingTask(task), context, Run::Reading::UntilOver).Execute();
 }
 
 ZORWorkResult ZORNestCompleteNesting(const ZORWorkContext& context, const QByteArray& task,
                                      const QByteArray& interim)
 {
     const ZORSysApiTracePause pause;
-    return Run(ZORNestJobBytes::ReadNestingTask(task), context)
+    return Run(ZORNestJobBytes::ReadNestingTask(task), context, Run::Reading::All)
         .Complete(ZORNestJobBytes::ReadInterimLayout(interim));
 }

@@ -1,6 +1,7 @@
 #include "ZORNestHtml_p.h"
 #include "ZORNestReport_p.h"
 #include "ZORNestSheetPicture_p.h"
+#include "solver/ZORNestSolverBudget.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -42,6 +43,7 @@ using ZORNestSolver::UnplacedItem;
 constexpr int PixelRatio = 2;            // pictures are crisp on screens of high density
 constexpr int PngQuality = 80;           // fast, and hardly larger than the best
 constexpr size_t MostAngles = 4;         // in a list
+constexpr double MostMeasuring = 1;      // seconds of processor time for the polygons around parts
 constexpr double NarrowestRemnant = 10;  // mm that are worth keeping
 constexpr char LabelColor[] = "#1d2630"; // on the light colours of the parts
 
@@ -66,6 +68,15 @@ QString NumberCell(size_t item)
                           "font-weight:600;\">%3</td>")
         .arg(ZORNestSheetPicture::GetColor(item).name(), QLatin1String(LabelColor))
         .arg(item + 1);
+}
+
+/// The polygon around a part. Once polygons have taken long, the hull has to do: whoever stops a job waits for its report.
+Polygon MakePolygon(const Item& item, double start)
+{
+    const auto isLate = [start] { return ZORNestSolver::GetThreadTime() - start > MostMeasuring; };
+    std::string reason;
+    const Polygon polygon = MakeOuterPolygon(item.contours, reason, isLate);
+    return polygon.empty() && isLate() ? MakeOuterHull(item.contours, reason) : polygon;
 }
 
 /// The copies of a part on a sheet.
@@ -112,10 +123,13 @@ ZORNestReport::ZORNestReport(const Job& job, const Solution& solution, const ZOR
     , m_solution(solution)
     , m_details(details)
 {
-    for (const Item& item : job.items) {
-        std::string reason;
-        m_polygons.push_back(MakeOuterPolygon(item.contours, reason));
-    }
+    std::vector<bool> isPlaced(job.items.size(), false);
+    for (const NestedSheet& sheet : solution.sheets)
+        for (const Placement& placement : sheet.placements)
+            isPlaced[placement.item] = true;
+    const double start = ZORNestSolver::GetThreadTime();
+    for (size_t i = 0; i < job.items.size(); ++i)
+        m_polygons.push_back(isPlaced[i] ? MakePolygon(job.items[i], start) : Polygon());
     m_picture = std::make_unique<ZORNestSheetPicture>(job, details.parts, m_polygons);
 }
 

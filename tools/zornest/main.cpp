@@ -15,6 +15,7 @@
 #include <QGuiApplication>
 #include <QTextStream>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <csignal>
@@ -30,15 +31,16 @@ using namespace ZorNest;
 namespace {
 
 constexpr int PictureWidth = 2000;        // pixels
+constexpr double MostMeasuring = 1;       // seconds of processor time for the summary
 constexpr qint64 kMaximumMegabytes = 128; // of an instance
 
-Control* runningControl = nullptr;
+std::atomic<Control*> runningControl = nullptr; // lock-free, so that a signal handler may read it
 
 /// The first request finishes the run, the second one ends the program.
 void OnInterrupt(int signal)
 {
-    if (runningControl)
-        runningControl->stop = true;
+    if (Control* const control = runningControl)
+        control->stop = true;
     std::signal(signal, SIG_DFL);
 }
 
@@ -106,24 +108,60 @@ private:
     ZORSysReplacedFile m_file;
 };
 
-double GetPartArea(const Job& job, const NestedSheet& sheet)
+/// The areas of parts, each measured once, when it is needed first. Once that has taken a while, the rest is not measured.
+class PartAreas
 {
-    double area = 0;
-    std::string reason;
-    for (const Placement& placement : sheet.placements)
-        area += GetArea(MakeOuterPolygon(job.items[placement.item].contours, reason));
-    return area;
+public:
+    explicit PartAreas(const Job& job)
+        : m_job(job)
+        , m_areas(job.items.size())
+        , m_start(GetThreadTime())
+    {
+    }
+    /// Of all parts on a sheet; nothing where one is not measured.
+    std::optional<double> GetSum(const NestedSheet& sheet)
+    {
+        double sum = 0;
+        for (const Placement& placement : sheet.placements) {
+            std::optional<double>& area = m_areas[placement.item];
+            if (!area && !IsLate())
+                area = Measure(m_job.items[placement.item]);
+            if (!area)
+                return {};
+            sum += *area;
+        }
+        return sum;
+    }
+
+private:
+    bool IsLate() const { return GetThreadTime() - m_start > MostMeasuring; }
+    std::optional<double> Measure(const Item& item) const
+    {
+        std::string reason;
+        const double area = GetArea(MakeOuterPolygon(item.contours, reason, [this] { return IsLate(); }));
+        return IsLate() ? std::nullopt : std::optional(area);
+    }
+
+    const Job& m_job;
+    std::vector<std::optional<double>> m_areas;
+    const double m_start;
+};
+
+QString WriteDensity(std::optional<double> partArea, double sheetArea)
+{
+    return partArea ? QString::number(100 * *partArea / sheetArea, 'f', 3) + " %" : QString("not measured");
 }
 
 void PrintSummary(const Instance& instance, const Solution& solution, QTextStream& out)
 {
+    PartAreas areas(instance.job);
     for (size_t s = 0; s < solution.sheets.size(); ++s) {
         const NestedSheet& sheet = solution.sheets[s];
         const SheetKind& kind = instance.job.kinds[sheet.kind];
         const double area = kind.outline.empty() ? kind.width * sheet.usedLength : GetArea(kind.outline);
         out << "sheet " << s << ": " << QString::fromStdString(kind.name) << ", " << sheet.placements.size()
             << " parts, length " << QString::number(sheet.usedLength, 'f', 3) << ", stack " << sheet.stack
-            << ", density " << QString::number(100 * GetPartArea(instance.job, sheet) / area, 'f', 3) << " %";
+            << ", density " << WriteDensity(areas.GetSum(sheet), area);
         if (!kind.IsRoll())
             out << ", remnant " << QString::number(sheet.remnantLength, 'f', 3);
         out << "\n";
@@ -145,7 +183,7 @@ struct Outcome
     bool isStopped = false;
 };
 
-/// Directs interrupts to the control of a run until destroyed.
+/// Directs interrupts to the control of a run until destroyed. After that they end the program.
 class Interruptible
 {
 public:
@@ -155,7 +193,12 @@ public:
         std::signal(SIGINT, OnInterrupt);
         std::signal(SIGTERM, OnInterrupt);
     }
-    ~Interruptible() { runningControl = nullptr; }
+    ~Interruptible()
+    {
+        std::signal(SIGINT, SIG_DFL);
+        std::signal(SIGTERM, SIG_DFL);
+        runningControl = nullptr;
+    }
     Q_DISABLE_COPY_MOVE(Interruptible)
 };
 
@@ -274,17 +317,20 @@ int Run(const Options& options, QTextStream& out, QTextStream& errors)
     return outcome.solution.unplaced.empty() ? AllPlaced : SomeNotPlaced;
 }
 
-/// The same; an exception becomes a message.
-int RunSafely(const Options& options, QTextStream& out, QTextStream& errors)
+int RunArguments(const QStringList& arguments)
 {
-    try {
-        return Run(options, out, errors);
-    } catch (const std::bad_alloc&) {
-        errors << "out of memory\n";
-    } catch (const std::exception& exception) {
-        errors << exception.what() << "\n";
+    QTextStream out(stdout);
+    QTextStream errors(stderr);
+    const Options options = ReadOptions(arguments);
+    if (!options.help.isEmpty()) {
+        out << options.help;
+        return AllPlaced;
     }
-    return Failed;
+    if (!options.error.isEmpty()) {
+        errors << options.error << "; see zornest --help\n";
+        return BadUsage;
+    }
+    return Run(options, out, errors);
 }
 
 /// Pictures need fonts, but no window system.
@@ -306,18 +352,14 @@ int main(int argc, char** argv)
 {
     // A result that grows beyond the limit of the user is an error in its place.
     std::signal(SIGXFSZ, SIG_IGN);
-    const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
-    QCoreApplication::setApplicationName("zornest");
-    QTextStream out(stdout);
-    QTextStream errors(stderr);
-    const Options options = ReadOptions(QCoreApplication::arguments());
-    if (!options.help.isEmpty()) {
-        out << options.help;
-        return AllPlaced;
+    try {
+        const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
+        QCoreApplication::setApplicationName("zornest");
+        return RunArguments(QCoreApplication::arguments());
+    } catch (const std::bad_alloc&) {
+        std::fputs("out of memory\n", stderr);
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
     }
-    if (!options.error.isEmpty()) {
-        errors << options.error << "; see zornest --help\n";
-        return BadUsage;
-    }
-    return RunSafely(options, out, errors);
+    return Failed;
 }

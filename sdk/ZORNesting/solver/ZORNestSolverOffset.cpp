@@ -11,6 +11,7 @@ constexpr double kGrid = 1e-9;           // far below the inset
 constexpr double kThinnest = 1e-6;       // pieces and holes thinner than that are due to rounding
 constexpr double kBluntest = 0.5;        // keeps the inset of a sharp corner within twice that of edges
 constexpr double NoArea = 1e-6;          // of a hole: less outside of the outline is due to rounding
+constexpr double kMostWork = 1e8;        // edges and corners to be passed when rings are cleaned
 constexpr double CornerTolerance = 0.01; // of the distance: how far a corner may reach beyond the circle
 
 /// The grid coarsens where the coordinates would lose digits in the clipping library.
@@ -164,6 +165,31 @@ Polygon CleanPolygon(const Polygon& polygon)
 {
     const Scale scale(GetBox(polygon));
     return ReadPaths(Combine(ClipperLib::ctUnion, scale.ToGrid(polygon), {}), scale);
+}
+
+bool IsCostlyToClean(const Polygon& rings)
+{
+    std::vector<double> heights;
+    for (const Ring& ring : rings)
+        for (const Point& p : ring)
+            heights.push_back(p.y);
+    const auto corners = static_cast<double>(heights.size());
+    std::sort(heights.begin(), heights.end());
+    heights.erase(std::unique(heights.begin(), heights.end()), heights.end());
+    const auto getRank = [&heights](const Point& p) {
+        return static_cast<double>(std::lower_bound(heights.begin(), heights.end(), p.y) - heights.begin());
+    };
+    double work = 0;
+    for (const Ring& ring : rings) {
+        for (size_t i = 0; i < ring.size(); ++i) {
+            const Point& p = ring[i];
+            const Point& next = ring[(i + 1) % ring.size()];
+            work += std::abs(getRank(next) - getRank(p));
+            if (p.y < ring[(i + ring.size() - 1) % ring.size()].y && p.y <= next.y)
+                work += corners;
+        }
+    }
+    return work > kMostWork;
 }
 
 double GetCleanArea(const Ring& ring)

@@ -24,6 +24,10 @@ Polygon Inset(const Polygon& polygon);
 /// piece and a clockwise one for each hole. Pieces thinner than rounding are dropped. Empty where nothing remains.
 Polygon CleanPolygon(const Polygon& polygon);
 
+/// Checks whether to clean rings would take seconds. The library that does it passes the edges at a height whenever
+/// another one begins or ends there, and the corners made so far at each local minimum. Takes O(n log n).
+bool IsCostlyToClean(const Polygon& rings);
+
 /// Returns the area of all loops of a ring, whatever their directions.
 double GetCleanArea(const Ring& ring);
 

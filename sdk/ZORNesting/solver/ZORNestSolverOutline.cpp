@@ -18,13 +18,13 @@ constexpr double kMostCorners = 65536;      // of all arcs of a part: the search
 constexpr double kNoArea = 1e-12;           // of the diameter squared
 constexpr size_t kMostCrossings = 20000;    // to be cleaned, apart from a few of each edge
 
-/// Checks whether rings cross so often that to clean them would take seconds.
+/// Checks whether rings have so many corners or crossings that to clean them would take seconds.
 bool AreTangled(const Polygon& rings)
 {
     size_t most = kMostCrossings;
     for (const Ring& ring : rings)
         most += 4 * ring.size();
-    return CountConflicts(rings, most) == most;
+    return IsCostlyToClean(rings) || CountConflicts(rings, most) == most;
 }
 
 bool IsFinite(const Contour& contour)
@@ -251,7 +251,13 @@ public:
     }
 
     /// Checks whether MakeOfCrossing() would take seconds.
-    bool IsTangled() const { return AreTangled(FlattenAll()); }
+    bool IsTangled() const
+    {
+        const Polygon rings = FlattenAll();
+        Polygon all = GetCaps(m_contours, m_fineness);
+        all.insert(all.end(), rings.begin(), rings.end());
+        return IsCostlyToClean(all) || AreTangled(rings);
+    }
 
     /// Returns nothing where a hole lies outside, and an empty polygon where no material remains.
     std::optional<Polygon> MakeOfCrossing() const

@@ -232,3 +232,23 @@ TEST(ZORNestSolverArcOutlineTest, TangentsTouchWhereAnArcReachesFarthest)
         EXPECT_NEAR(box.max.y, 500, 1e-9);
     }
 }
+
+TEST(ZORNestSolverArcOutlineTest, ManyArcsThatTouchEachOtherByRoundingAreMeasuredInNoTime)
+{
+    // Against hanging: to clean the ends of the arcs, which differ by rounding, takes many minutes.
+    constexpr int count = 20000;
+    constexpr double radius = 1000;
+    Contour contour{{0, 0}, {{{100, 0}, false, true, {}}, {{100, 50}, false, true, {}}}};
+    for (int i = 0; i < count; ++i) {
+        const double from = 100 - 100.0 * i / count;
+        const double to = 100 - 100.0 * (i + 1) / count;
+        const double height = std::sqrt(radius * radius - (from - to) * (from - to) / 4);
+        contour.segments.push_back({{to, 50}, true, true, {(from + to) / 2, 50 - height}});
+    }
+    const clock_t start = clock();
+    EXPECT_NEAR(GetEnclosedArea(contour), 5000, 1e-3);
+    std::string reason;
+    EXPECT_NEAR(GetArea(MakeOuterPolygon({contour}, reason)), 5000, 1e-3);
+    EXPECT_EQ(reason, "");
+    EXPECT_LT(static_cast<double>(clock() - start) / CLOCKS_PER_SEC, 10);
+}

@@ -176,6 +176,40 @@ TEST_F(ZorNestFrontTest, ResultsAreNotWrittenToPipes)
     EXPECT_TRUE(outcome.errors.endsWith(picture + QLatin1String(": it is not a regular file\n")));
 }
 
+TEST_F(ZorNestFrontTest, HostileOutlinesEndSoonWithAReasonOrALayout)
+{
+    const auto makePath = [](const QString& segments) {
+        return QStringLiteral(R"({"demand": 3, "shape": {"type": "path",
+            "contours": [{"start": [0, 0], "segs": [%1]}]}})")
+            .arg(segments);
+    };
+    QString scales; // ends that differ by rounding
+    for (int i = 0; i < 20000; ++i)
+        scales += QStringLiteral(R"(, ["A", %1, 50, %2, -950, "ccw"])")
+                      .arg(100 - 0.005 * (i + 1), 0, 'g', 17)
+                      .arg(100 - 0.005 * (i + 0.5), 0, 'g', 17);
+    const QStringList items = {
+        makePath(R"(["L", 100, 0], ["L", 100, 50], ["A", 0, 50, 50, -999999950, "ccw"])"),
+        makePath(R"(["A", 1, 0, 0.5, -1e9, "ccw"], ["L", 0.5, 3])"),
+        makePath(R"(["L", 100, 0], ["L", 100, 50])" + scales),
+        QStringLiteral(R"({"shape": {"data": [[0, 0], [1e-310, 0], [1e-310, 1e-310], [0, 1e-310]]}})"),
+        QStringLiteral(R"({"shape": {"data": [[0, 0], [9, 0], [9, 1e-310], [9, 9], [0, 9], [5e-324, 5]]}})"),
+        QStringLiteral(R"({"shape": {"data": [[0, 0], [1e300, 0], [1e300, 1e300]]}})")};
+    for (const QString& item : items) {
+        const QString path =
+            Save(QStringLiteral("hostile.json"),
+                 QStringLiteral(R"({"items": [%1], "packagings": [{"width": 500, "length": 500}],
+                "params": {"item_separation": 2}})")
+                     .arg(item)
+                     .toUtf8());
+        for (const char* limit : {"--cpu", "--time"}) {
+            const Outcome outcome = Run({path, QLatin1String(limit), QStringLiteral("0.05")});
+            EXPECT_TRUE(outcome.code == 0 || outcome.code == 1) << outcome.errors.toStdString();
+            EXPECT_EQ(outcome.code == 1, outcome.output.contains(QLatin1String("not placed: ")));
+        }
+    }
+}
+
 TEST_F(ZorNestFrontTest, EveryBadDocumentIsRefusedWithThePlaceOfItsFault)
 {
     const QByteArray item = R"({"shape": {"data": [[0, 0], [1, 0], [0, 1]]}})";
@@ -291,7 +325,11 @@ TEST_F(ZorNestFrontTest, AFileThatCannotBeWrittenIsToldBeforeTheRun)
     EXPECT_EQ(outcome.output, QString());
 }
 
-TEST_F(ZorNestFrontTest, AnInterruptedRunWritesItsBestLayout)
+class ZorNestSignalTest : public ZorNestFrontTest, public testing::WithParamInterface<int>
+{
+};
+
+TEST_P(ZorNestSignalTest, AnInterruptedRunWritesItsBestLayout)
 {
     const QString path = GetPath(QStringLiteral("layout.json"));
     QProcess process;
@@ -302,23 +340,25 @@ TEST_F(ZorNestFrontTest, AnInterruptedRunWritesItsBestLayout)
                    QStringLiteral("--time"), QStringLiteral("600"), QStringLiteral("--out"), path});
     ASSERT_TRUE(process.waitForStarted());
     QFile status(QStringLiteral("/proc/%1/status").arg(process.processId()));
-    const auto catchesInterrupts = [&status] { // the mask has the bit of the signal once the run begins
+    const auto catchesSignal = [&status] { // the mask has the bit of the signal once the run begins
         if (!status.open(QIODevice::ReadOnly))
             return true;
         const QList<QByteArray> lines = status.readAll().split('\n');
         status.close();
         for (const QByteArray& line : lines)
             if (line.startsWith("SigCgt:"))
-                return (line.mid(7).trimmed().toULongLong(nullptr, 16) & (1ULL << (SIGINT - 1))) != 0;
+                return (line.mid(7).trimmed().toULongLong(nullptr, 16) & (1ULL << (GetParam() - 1))) != 0;
         return false;
     };
-    while (!catchesInterrupts() && process.state() == QProcess::Running)
+    while (!catchesSignal() && process.state() == QProcess::Running)
         process.waitForFinished(10);
-    kill(static_cast<pid_t>(process.processId()), SIGINT);
+    kill(static_cast<pid_t>(process.processId()), GetParam());
     ASSERT_TRUE(process.waitForFinished(60000));
     EXPECT_EQ(process.exitCode(), 0);
     EXPECT_EQ(ReadLayout(QStringLiteral("layout.json"))["sheets"][0]["placements"].toArray().size(), 18);
 }
+
+INSTANTIATE_TEST_SUITE_P(Signals, ZorNestSignalTest, testing::Values(SIGINT, SIGTERM));
 
 TEST_F(ZorNestFrontTest, TheSameStepsWriteTheSameFile)
 {
