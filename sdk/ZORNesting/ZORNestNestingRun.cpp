@@ -17,7 +17,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <condition_variable>
 #include <exception>
 #include <future>
@@ -235,15 +234,7 @@ ZORWorkResult Run::Execute()
 /// The process that sent the layout has failed since: nothing of it is taken on trust.
 ZORWorkResult Run::Complete(ZORNestInterimLayout layout)
 {
-    std::vector<std::string> faults = FindFaults(m_job.GetSolverJob(), layout.solution);
-    for (size_t i = 0; i < layout.solution.sheets.size() && faults.empty(); ++i) {
-        ZORNestSolver::NestedSheet& sheet = layout.solution.sheets[i];
-        const ZORNestSolver::SheetKind& kind = m_job.GetSolverJob().kinds[sheet.kind];
-        if (!kind.IsRoll())
-            sheet.usedLength = kind.length;
-        else if (!std::isfinite(sheet.usedLength))
-            faults.push_back("sheet " + std::to_string(i) + ": its length is not finite");
-    }
+    const std::vector<std::string> faults = FindFaults(m_job.GetSolverJob(), layout.solution);
     if (!faults.empty()) {
         throw ZORSysException(
             Tr("the last layout does not pass the check: %1").arg(QString::fromStdString(faults.front())));
