@@ -13,7 +13,9 @@
 #include <QCoreApplication>
 #include <QFileDevice>
 #include <QPointer>
+#include <QtEndian>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -29,14 +31,27 @@ QString GetDeviceName(const QIODevice* device)
     return file ? file->fileName() : Translate("STL content");
 }
 
-/// Returns the number of bytes that loading takes at its peak, the mapped file included, as measured with connected
-/// triangles in both forms; 0 if the device cannot say.
-qint64 EstimateMemory(const QIODevice* device)
+/// Returns the number of bytes that are read: binary content may be longer than its header announces.
+qint64 GetUsedSize(QIODevice* device)
 {
-    constexpr double kBytesPerByte = 2.5;
-    if (!device || device->isSequential())
+    constexpr qint64 kHeaderSize = 84, kFacetSize = 50;
+    const qint64 size = device->size() - device->pos();
+    const QByteArray header = device->peek(kHeaderSize);
+    if (header.size() < kHeaderSize || !header.contains('\0'))
+        return size;
+    const qint64 announced = qFromLittleEndian<quint32>(header.constData() + 80);
+    const bool isStream = announced == 0 && (size - kHeaderSize) % kFacetSize == 0;
+    return isStream ? size : std::min(size, kHeaderSize + kFacetSize * announced);
+}
+
+/// Returns the number of bytes that loading takes at its peak, as measured with connected triangles in both forms; 0 if
+/// the device cannot say.
+qint64 EstimateMemory(QIODevice* device)
+{
+    constexpr double kBytesPerByte = 1.5;
+    if (!device || !device->isReadable() || device->isSequential())
         return 0;
-    return qint64(kBytesPerByte * double(device->size() - device->pos()));
+    return qint64(kBytesPerByte * double(GetUsedSize(device)));
 }
 
 using Surfaces = std::vector<std::unique_ptr<ZORGeoSurface>>;

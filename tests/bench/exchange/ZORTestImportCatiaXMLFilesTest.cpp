@@ -1,6 +1,7 @@
 // Files that are broken, hostile, odd or big, and what the import makes of them.
 
 #include "ContourImportTest.h"
+#include "support/HostileFiles.h"
 #include "support/MemoryLimit.h"
 
 #include <QElapsedTimer>
@@ -10,7 +11,6 @@
 #include <QStringEncoder>
 
 #include <random>
-#include <sys/stat.h>
 
 namespace {
 
@@ -18,8 +18,7 @@ using ZORTestImportCatiaXMLFilesTest = ContourImportTest;
 
 TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatCannotBeOpenedIsReportedWithoutAParent)
 {
-    const QString pipe = GetPath("pipe.xml");
-    ASSERT_EQ(0, mkfifo(pipe.toLocal8Bit().constData(), 0600));
+    const QString pipe = HostileFiles::MakePipe(QFileInfo(path).absolutePath(), "pipe.xml");
     for (const QString& bad : {GetPath("missing.xml"), QFileInfo(path).absolutePath(), pipe}) {
         GetSettings()->setValue(SettingsKey, bad);
         ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg")) << bad.toStdString();
@@ -34,6 +33,15 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatCannotBeOpenedIsReportedWithoutAP
         EXPECT_EQ(0, List()->count());
         PressCancel();
     }
+}
+
+TEST_F(ZORTestImportCatiaXMLFilesTest, EnormousFileOfZerosIsMalformed)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    GetSettings()->setValue(SettingsKey, HostileFiles::MakeZeros(folder, qint64(4) << 30, "zeros.xml"));
+    ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg"));
+    EXPECT_EQ(QStringList(), boxes.TakeErrors());
+    EXPECT_EQ(0, List()->count());
 }
 
 TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatVanishesWhileItIsChosenLeavesTheListAsItIs)

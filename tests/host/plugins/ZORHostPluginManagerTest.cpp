@@ -109,6 +109,8 @@ TEST_F(ZORHostPluginManagerTest, BrokenFilesFailWithAReason)
     const QString incomplete = "this is no complete library: the file is cut short or of another kind";
     EXPECT_EQ(incomplete, ReasonOf(WriteFile("text.so", QByteArray("just a text\n").repeated(1000))));
     EXPECT_EQ(incomplete, ReasonOf(WriteFile("empty.so", QByteArray())));
+    const QString folder = QFileInfo(GetPath(".")).canonicalFilePath();
+    EXPECT_EQ(incomplete, ReasonOf(HostileFiles::MakeZeros(folder, qint64(4) << 30, "zeros.so")));
     const QString plain = ReasonOf(PluginFile("PlainLibrary"));
     EXPECT_TRUE(plain.startsWith("this is no plug-in: ")) << plain.toStdString();
     EXPECT_EQ(
