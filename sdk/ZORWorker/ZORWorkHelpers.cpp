@@ -113,7 +113,8 @@ int ZORWorkHelpers::Serve(int argc, char** argv)
     fcntl(ZORWorkSpawn::kSocket, F_SETFD, FD_CLOEXEC); // programs that a job starts must not hold it open
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (QByteArray(argv[2]).toLongLong() != getppid())
-        return 0; // the caller has gone meanwhile
+        return 0;                  // the caller has gone meanwhile
+    std::signal(SIGXFSZ, SIG_IGN); // a file beyond the user's limit is an error of its writer
     OfferToMemoryKiller();
     ZORWorkCrash::Install(ZORWorkSpawn::kSocket);
     static ZORWorkServer server(ZORWorkSpawn::kSocket);

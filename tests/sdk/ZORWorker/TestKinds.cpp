@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -77,6 +78,19 @@ ZORWorkResult WriteFile(const ZORWorkContext& context)
     if (!file.open(QIODevice::WriteOnly) || file.write("made") != 4)
         throw ZORSysException("cannot write");
     return ZORWorkResult({ZORWorkResource(path)}, "bytes");
+}
+
+ZORWorkResult WriteLongFile(const ZORWorkContext& context)
+{
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{1000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    QFile file(context.GetWorkDirectory() + "/long.txt");
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(QByteArray(5000, 'x')) == 5000 && file.flush();
+    setrlimit(RLIMIT_FSIZE, &before);
+    return Return(isWritten ? "written" : "refused");
 }
 
 ZORWorkResult Print()
@@ -156,6 +170,7 @@ const std::map<QByteArray, Command>& GetCommands()
         {"log", [](const Context&, const Text&) { return Log(); }},
         {"print", [](const Context&, const Text&) { return Print(); }},
         {"file", [](const Context& context, const Text&) { return WriteFile(context); }},
+        {"long-file", [](const Context& context, const Text&) { return WriteLongFile(context); }},
         {"outside",
          [](const Context& context, const Text&) {
              return ZORWorkResult({ZORWorkResource(context.GetWorkDirectory() + "/../other.txt")});

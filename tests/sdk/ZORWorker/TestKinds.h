@@ -16,6 +16,7 @@
 ///     log                logs a warning of the category "test.kind"
 ///     print              writes to standard output and standard error
 ///     file, outside      returns a file in its work directory, or outside of it
+///     long-file          returns "refused" for a file beyond the limit that it sets for its process
 ///     variable <name>    returns the value of an environment variable
 ///     descriptors        returns what its descriptors are
 ///

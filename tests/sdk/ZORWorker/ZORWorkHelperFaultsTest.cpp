@@ -171,6 +171,11 @@ TEST_F(ZORWorkHelperFaultsTest, DestroyingTheProcessorEndsWhateverItsJobsDo)
     }
 }
 
+TEST_F(ZORWorkHelperFaultsTest, FilesBeyondTheLimitOfTheUserAreErrorsOfTheirWriter)
+{
+    EXPECT_EQ("refused", RunJob("long-file"));
+}
+
 TEST_F(ZORWorkHelperFaultsTest, FilesOutsideOfTheWorkDirectoryAreRefused)
 {
     EXPECT_TRUE(RunJob("outside").contains(
