@@ -9,6 +9,7 @@
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
 #include <QListWidget>
+#include <QScopedValueRollback>
 
 ZORTestVisualizationList::ZORTestVisualizationList(ZORTestEnvironment* environment, QListWidget* list)
     : m_environment(environment)
@@ -18,7 +19,8 @@ ZORTestVisualizationList::ZORTestVisualizationList(ZORTestEnvironment* environme
 
 ZORTestVisualizationList::~ZORTestVisualizationList()
 {
-    RemoveAll();
+    while (!m_visualizations.isEmpty())
+        Remove(m_visualizations.cbegin().key());
 }
 
 ZORTestVisualizationList::Result ZORTestVisualizationList::Show(ZORGeoGeometry* geometry)
@@ -47,6 +49,8 @@ ZORTestVisualizationList::Result ZORTestVisualizationList::Show(ZORGeoGeometry* 
 
 void ZORTestVisualizationList::Refresh()
 {
+    if (m_isRemovingAll)
+        return;
     m_list->clear();
     for (auto entry = m_visualizations.cbegin(); entry != m_visualizations.cend(); ++entry) {
         auto* item = new QListWidgetItem(entry.key()->objectName(), m_list);
@@ -74,6 +78,17 @@ void ZORTestVisualizationList::Remove(ZORGeoGeometry* geometry)
 
 void ZORTestVisualizationList::RemoveAll()
 {
-    while (!m_visualizations.isEmpty())
-        Remove(m_visualizations.cbegin().key());
+    Refresh();
+    QHash<ZORGeoGeometry*, QListWidgetItem*> rows;
+    for (int i = 0; i < m_list->count(); ++i)
+        rows.insert(m_list->item(i)->data(Qt::UserRole).value<ZORGeoGeometry*>(), m_list->item(i));
+    {
+        const QScopedValueRollback guard(m_isRemovingAll, true);
+        while (!m_visualizations.isEmpty()) {
+            ZORGeoGeometry* const geometry = m_visualizations.cbegin().key();
+            delete rows.take(geometry);
+            Remove(geometry);
+        }
+    }
+    Refresh(); // whoever heard of the removals may have changed the list
 }

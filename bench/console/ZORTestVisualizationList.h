@@ -31,13 +31,14 @@ public:
     /// Displays \a geometry, in place of what was displayed of it before.
     /// \throws ZORSysException from its visualizer
     Result Show(ZORGeoGeometry* geometry);
-    /// Rebuilds the rows.
+    /// Rebuilds the rows. Does nothing within RemoveAll(), which keeps them up to date itself.
     void Refresh();
 
     /// The geometry of the current row; null without a current row or when it is no longer displayed.
     ZORGeoGeometry* GetCurrentGeometry() const;
     /// Ends the display of \a geometry, if it is displayed.
     void Remove(ZORGeoGeometry* geometry);
+    /// Takes the rows out one by one: rebuilding them for each object would take quadratic time.
     void RemoveAll();
 
 private:
@@ -50,4 +51,5 @@ private:
     ZORTestEnvironment* m_environment; // not owned
     QListWidget* m_list;               // not owned
     QHash<ZORGeoGeometry*, Visualization> m_visualizations;
+    bool m_isRemovingAll = false;
 };

@@ -256,6 +256,19 @@ TEST_F(ZORTestVisualizationListTest, RemovesAllWhileTheEnvironmentKeepsRefreshin
     EXPECT_TRUE(GetRows().isEmpty());
 }
 
+TEST_F(ZORTestVisualizationListTest, RemovesAllWithoutRebuildingTheRowsForEachObject)
+{
+    for (const char* name : {"A", "B", "C", "D", "E", "F", "G", "H"}) {
+        Add(name);
+        Visualize(name);
+    }
+    QSignalSpy rebuilt(GetList()->model(), &QAbstractItemModel::modelReset);
+    Click("_VisRemoveAllBtn");
+    EXPECT_LE(rebuilt.count(), 2);
+    EXPECT_TRUE(GetRows().isEmpty());
+    EXPECT_TRUE(GetShown().isEmpty());
+}
+
 TEST_F(ZORTestVisualizationListTest, LeavesTheVisualObjectOfADestroyedGeometryInTheEnvironment)
 {
     ProbeGeometry* geometry = Add("A");
