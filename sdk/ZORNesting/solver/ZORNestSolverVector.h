@@ -6,7 +6,11 @@
 
 /// One source, compiled for the vector unit at hand; no operation is contracted or reordered, so that every
 /// processor decides alike.
+#if defined(__SANITIZE_THREAD__) // clones are chosen before the sanitizer is ready, which crashes
+#define ZOR_VECTOR_CLONES
+#else
 #define ZOR_VECTOR_CLONES __attribute__((target_clones("avx2", "default")))
+#endif
 
 namespace ZORNestSolver {
 
