@@ -59,7 +59,7 @@ void BM_JobInNewHelper(benchmark::State& state)
     bool isOdd = false;
     RunJob(state, ZORWorkProcessor::HelperProcesses, state.range(0), [&] {
         isOdd = !isOdd;
-        ZORWorkHelpers::SetProgram(folder + (isOdd ? "/./" : "/") + name);
+        ZORWorkHelpers::SetProgram(folder + (isOdd ? QStringLiteral("/./") : QStringLiteral("/")) + name);
     });
 }
 
