@@ -37,7 +37,7 @@ public:
 /// "A/B/OuterContour": the names of the elements around a contour, up to the first one without.
 QString GetName(const QDomNode& contour)
 {
-    QStringList names{QStringLiteral("OuterContour")};
+    QStringList names{QLatin1String("OuterContour")};
     for (QDomElement parent = contour.parentNode().toElement(); parent.hasAttribute(QLatin1String("NAME"));
          parent = parent.parentNode().toElement())
         names.append(parent.attribute(QLatin1String("NAME")));
