@@ -13,6 +13,12 @@ bool IsInside(quint64 begin, quint64 size, quint64 outerBegin, quint64 outerSize
     return begin >= outerBegin && size <= outerSize && begin - outerBegin <= outerSize - size;
 }
 
+// Libraries have about ten segments. Every address is looked up in all of them.
+constexpr int kMostSegments = 64;
+// The tables of the largest libraries take some tens of megabytes, and their small tables some hundred reads.
+constexpr quint64 kMostBytes = quint64(256) << 20;
+constexpr quint64 kLeastBytes = 4096; // what the call for a read costs at least
+
 constexpr unsigned char kNativeClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
 constexpr unsigned char kNativeData = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? ELFDATA2LSB : ELFDATA2MSB;
 
@@ -52,6 +58,13 @@ bool ElfFile::ReadBytes(quint64 offset, void* bytes, quint64 size) const
     return true;
 }
 
+/// Counts a read. Returns whether it may be done.
+bool ElfFile::Spend(quint64 size) const
+{
+    m_spent += std::max(std::min(size, kMostBytes + 1), kLeastBytes);
+    return m_spent <= kMostBytes;
+}
+
 bool ElfFile::ReadHeader()
 {
     if (!Contains(0, sizeof m_header) || !ReadBytes(0, &m_header, sizeof m_header))
@@ -64,7 +77,8 @@ bool ElfFile::ReadHeader()
 
 bool ElfFile::ReadSegments()
 {
-    if (m_header.e_phentsize != sizeof(ElfW(Phdr)) || m_header.e_phnum == 0 || m_header.e_phnum == PN_XNUM)
+    if (m_header.e_phentsize != sizeof(ElfW(Phdr)) || m_header.e_phnum == 0
+        || m_header.e_phnum > kMostSegments)
         return false;
     auto segments = Read<ElfW(Phdr)>(m_header.e_phoff, m_header.e_phnum);
     if (!segments)
@@ -148,6 +162,15 @@ std::optional<quint64> ElfFile::FindOffset(quint64 address, quint64 size) const
             return segment.p_offset + (address - segment.p_vaddr);
     }
     return std::nullopt;
+}
+
+quint64 ElfFile::GetLoadedSize(quint64 address) const
+{
+    for (const ElfW(Phdr) & segment : m_segments) {
+        if (segment.p_type == PT_LOAD && IsInside(address, 0, segment.p_vaddr, segment.p_filesz))
+            return segment.p_filesz - (address - segment.p_vaddr);
+    }
+    return 0;
 }
 
 bool ElfFile::IsLoaded(quint64 address, quint64 size, ElfW(Word) flags) const

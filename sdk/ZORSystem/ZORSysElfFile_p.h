@@ -13,6 +13,8 @@ namespace zor::sys {
 
 /// A program or a library in the format of this system. Every read is checked against the size of the
 /// file. The file is never mapped, so that another process which cuts it short meanwhile causes a failed read only.
+/// All reads together are bounded, so that tables which overlap or fill an enormous file cost no more than large
+/// libraries do.
 class ElfFile
 {
 public:
@@ -28,11 +30,11 @@ public:
     /// May be empty: loading needs no sections.
     const std::vector<ElfW(Shdr)>& GetSections() const { return m_sections; }
 
-    /// Reads a table; none where it does not lie completely inside the file.
+    /// Reads a table; none where it does not lie completely inside the file, or where too much was read.
     template<typename T>
     std::optional<std::vector<T>> Read(quint64 offset, quint64 count) const
     {
-        if (count > m_size / sizeof(T) || !Contains(offset, count * sizeof(T)))
+        if (count > m_size / sizeof(T) || !Contains(offset, count * sizeof(T)) || !Spend(count * sizeof(T)))
             return std::nullopt;
         std::vector<T> table(count);
         if (!ReadBytes(offset, table.data(), count * sizeof(T)))
@@ -49,12 +51,16 @@ public:
         return offset ? Read<T>(*offset, count) : std::nullopt;
     }
 
+    /// Returns the number of bytes of the file from an address to the end of its loaded segment; 0 for none.
+    quint64 GetLoadedSize(quint64 address) const;
+
     /// Returns whether a loaded segment with all of the \a flags covers a range of addresses.
     bool IsLoaded(quint64 address, quint64 size, ElfW(Word) flags) const;
 
 private:
     bool Contains(quint64 offset, quint64 size) const { return size <= m_size && offset <= m_size - size; }
     bool ReadBytes(quint64 offset, void* bytes, quint64 size) const;
+    bool Spend(quint64 size) const;
     std::optional<quint64> FindOffset(quint64 address, quint64 size) const;
     bool ReadHeader();
     bool ReadSegments();
@@ -64,6 +70,7 @@ private:
 
     int m_descriptor;
     quint64 m_size = 0;
+    mutable quint64 m_spent = 0;
     ElfW(Ehdr) m_header = {};
     std::vector<ElfW(Phdr)> m_segments;
     std::vector<ElfW(Shdr)> m_sections;

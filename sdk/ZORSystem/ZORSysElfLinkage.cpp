@@ -10,6 +10,9 @@ namespace {
 using Symbol = ElfW(Sym);
 using Relocation = ElfW(Rela);
 
+constexpr quint64 kMostEntries = 65536; // of the dynamic section, which has about thirty
+constexpr quint64 kBlock = 65536;       // links of a chain that are read at once
+
 /// The tables to which the dynamic section of a library points.
 class Linkage
 {
@@ -32,7 +35,8 @@ private:
     bool ReadSymbols();
     bool CountSymbols();
     bool CountHashedSymbols();
-    bool CheckBuckets(quint64 address, const std::vector<quint32>& buckets, quint32 firstSymbol);
+    bool CheckBuckets(quint64 chains, const std::vector<quint32>& buckets, quint32 firstSymbol);
+    std::optional<quint64> FindEndOfChain(quint64 chains, quint64 index) const;
     bool CheckRelocations(ElfW(Sxword) table, ElfW(Sxword) tableSize) const;
     bool CheckVersions();
     bool ReadNeededVersions();
@@ -65,8 +69,9 @@ bool Linkage::ReadEntries()
     });
     if (dynamic == segments.end())
         return false;
-    const auto entries = m_file.Read<ElfW(Dyn)>(dynamic->p_offset, dynamic->p_filesz / sizeof(ElfW(Dyn)));
-    if (!entries)
+    const quint64 count = dynamic->p_filesz / sizeof(ElfW(Dyn));
+    const auto entries = m_file.Read<ElfW(Dyn)>(dynamic->p_offset, count);
+    if (!entries || count > kMostEntries)
         return false;
     for (const ElfW(Dyn) & entry : *entries) {
         if (entry.d_tag == DT_NULL)
@@ -105,7 +110,7 @@ bool Linkage::ReadSymbols()
            });
 }
 
-/// The table of symbols has no size of its own: both kinds of hash tables know it.
+/// Nothing gives the size of the table of symbols, but both kinds of hash tables imply it.
 bool Linkage::CountSymbols()
 {
     if (!Has(DT_GNU_HASH) && !Has(DT_HASH))
@@ -150,7 +155,7 @@ bool Linkage::CheckBuckets(quint64 chains, const std::vector<quint32>& buckets, 
         if (symbol != 0 && symbol < firstSymbol)
             return false;
     }
-    quint64 last = *std::max_element(buckets.begin(), buckets.end());
+    const quint64 last = *std::max_element(buckets.begin(), buckets.end());
     if (last == 0) {
         // No symbol is defined, and the table leaves out those that are needed: names follow behind the symbols.
         const quint64 symbols = Get(DT_SYMTAB);
@@ -158,15 +163,27 @@ bool Linkage::CheckBuckets(quint64 chains, const std::vector<quint32>& buckets, 
         m_numSymbols = std::max<quint64>(m_numSymbols, (names - symbols) / sizeof(Symbol));
         return true;
     }
-    for (;; ++last) { // ends with the segment at the latest
-        const auto link = m_file.ReadLoaded<quint32>(chains + (last - firstSymbol) * sizeof(quint32), 1);
-        if (!link)
-            return false;
-        if (link->front() & 1)
-            break;
+    const std::optional<quint64> end = FindEndOfChain(chains, last - firstSymbol);
+    if (end)
+        m_numSymbols = std::max(m_numSymbols, firstSymbol + *end);
+    return end.has_value();
+}
+
+/// Returns the index behind the end of the chain that has a link at \a index; none where the segment ends before.
+std::optional<quint64> Linkage::FindEndOfChain(quint64 chains, quint64 index) const
+{
+    for (;;) {
+        const quint64 address = chains + index * sizeof(quint32);
+        const quint64 count = std::min(kBlock, m_file.GetLoadedSize(address) / sizeof(quint32));
+        const auto links = m_file.ReadLoaded<quint32>(address, count);
+        if (!links || links->empty())
+            return std::nullopt;
+        const auto end =
+            std::find_if(links->begin(), links->end(), [](quint32 link) { return (link & 1) != 0; });
+        index += quint64(end - links->begin());
+        if (end != links->end())
+            return index + 1;
     }
-    m_numSymbols = std::max(m_numSymbols, last + 1);
-    return true;
 }
 
 bool Linkage::CheckRelocations(ElfW(Sxword) table, ElfW(Sxword) tableSize) const
@@ -205,7 +222,7 @@ bool Linkage::CheckVersions()
 bool Linkage::ReadNeededVersions()
 {
     quint64 address = Get(DT_VERNEED);
-    for (quint64 i = 0; address != 0; ++i) { // the offsets only lead forward, so that the file ends the loop
+    for (quint64 i = 0; address != 0; ++i) { // ends, since all reads together are bounded
         const auto need = m_file.ReadLoaded<ElfW(Verneed)>(address, 1);
         if (!need || i >= Get(DT_VERNEEDNUM) || !IsName(need->front().vn_file))
             return false;

@@ -40,7 +40,7 @@ QString FindObstacle(const struct stat& status, QIODevice::OpenMode mode)
     return QCoreApplication::translate("ZORSysFile", "it is not a regular file");
 }
 
-/// Resources of the program are no files of the system.
+/// Resources of the program are not files of the system.
 bool IsResource(const QString& path)
 {
     return path.startsWith(u':');

@@ -17,6 +17,7 @@ namespace ZORSysLibraryFile {
 /// code, data or debug information remains unseen, since libraries have no checksums.
 ///
 /// Costs one pass over the headers and the tables of symbols and relocations: about 1 ms per 10,000 relocations.
+/// Files that would cost more than any real library, with above 64 segments or 256 MiB of tables, are refused.
 /// \return false also for files that cannot be opened without waiting, such as named pipes
 ZORSYSTEM_EXPORT bool IsWhole(const QString& fileName);
 

@@ -9,12 +9,14 @@
 
 int SystemCallFaults::firstFailure = -1;
 int SystemCallFaults::failures = std::numeric_limits<int>::max();
+int SystemCallFaults::reads = 0;
 bool SystemCallFaults::hasNoUnnamedFiles = false;
 
 SystemCallFaults::~SystemCallFaults()
 {
     firstFailure = -1;
     failures = std::numeric_limits<int>::max();
+    reads = 0;
     hasNoUnnamedFiles = false;
 }
 
@@ -30,6 +32,14 @@ extern "C" __attribute__((visibility("default"))) ssize_t pwrite(int file, const
     }
     if (SystemCallFaults::firstFailure > 0)
         --SystemCallFaults::firstFailure;
+    return original(file, bytes, size, offset);
+}
+
+extern "C" __attribute__((visibility("default"))) ssize_t pread(int file, void* bytes, size_t size,
+                                                                off_t offset)
+{
+    static const auto original = reinterpret_cast<decltype(&pread)>(dlsym(RTLD_NEXT, "pread"));
+    ++SystemCallFaults::reads;
     return original(file, bytes, size, offset);
 }
 

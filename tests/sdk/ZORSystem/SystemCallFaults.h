@@ -12,6 +12,8 @@ struct SystemCallFaults
     static int firstFailure;
     /// Number of calls of pwrite() that fail.
     static int failures;
+    /// Number of calls of pread() so far.
+    static int reads;
     /// open() knows no unnamed files, as on network drives.
     static bool hasNoUnnamedFiles;
 };

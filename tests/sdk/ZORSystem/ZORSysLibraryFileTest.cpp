@@ -1,5 +1,7 @@
 // Tests of ZORSysLibraryFile.
 
+#include "SystemCallFaults.h"
+
 #include <ZORSystem/ZORSysLibraryFile.h>
 
 #include <QFile>
@@ -64,6 +66,48 @@ protected:
         std::memcpy(&value, whole.constData() + offset, sizeof value);
         return value;
     }
+
+    /// The library with another last segment, which reaches from its beginning to \a size bytes of the file.
+    void ExtendLastSegment(qsizetype size)
+    {
+        for (int i = 0; i < header.e_phnum; ++i) {
+            const qsizetype at = qsizetype(header.e_phoff) + i * qsizetype(sizeof(Elf64_Phdr));
+            auto segment = ReadAt<Elf64_Phdr>(at);
+            if (segment.p_type != PT_LOAD || !(segment.p_flags & PF_W))
+                continue;
+            segment.p_filesz = segment.p_memsz = quint64(size) - segment.p_offset;
+            whole = Patched(at, segment);
+            distance = segment.p_vaddr - segment.p_offset;
+        }
+    }
+    /// Lets an entry of the dynamic section have a value.
+    void SetEntry(Elf64_Sxword tag, quint64 value)
+    {
+        const auto dynamic = ReadAt<Elf64_Shdr>(FindSection(SHT_DYNAMIC));
+        for (quint64 at = dynamic.sh_offset; at < dynamic.sh_offset + dynamic.sh_size;
+             at += sizeof(Elf64_Dyn)) {
+            if (ReadAt<Elf64_Dyn>(qsizetype(at)).d_tag == tag)
+                whole = Patched(qsizetype(at + offsetof(Elf64_Dyn, d_un)), value);
+        }
+    }
+    /// Lets a table begin behind the library, in the extended last segment.
+    void MoveBehind(Elf64_Word section, Elf64_Sxword tag)
+    {
+        whole.append((16 - whole.size() % 16) % 16, char(0));
+        const qsizetype at = FindSection(section);
+        auto changed = ReadAt<Elf64_Shdr>(at);
+        changed.sh_offset = quint64(whole.size());
+        changed.sh_addr = changed.sh_offset + distance;
+        whole = Patched(at, changed);
+        SetEntry(tag, changed.sh_addr);
+    }
+    template<typename T>
+    void Append(const T& value)
+    {
+        whole.append(reinterpret_cast<const char*>(&value), sizeof value);
+    }
+
+    quint64 distance = 0; // from offsets to addresses of the extended segment
 
     QTemporaryDir folder;
     QString path = folder.filePath(QStringLiteral("library.so"));
@@ -137,7 +181,7 @@ TEST_F(ZORSysLibraryFileTest, PartsOutsideOfTheFileFail)
     }
 }
 
-// The linker follows these tables without a check of its own.
+// The linker follows these tables without any check.
 TEST_F(ZORSysLibraryFileTest, TablesOfTheLinkerThatLeadAstrayFail)
 {
     const auto dynamic = ReadAt<Elf64_Shdr>(FindSection(SHT_DYNAMIC));
@@ -168,6 +212,58 @@ TEST_F(ZORSysLibraryFileTest, TablesOfTheLinkerThatLeadAstrayFail)
     const auto symbols = ReadAt<Elf64_Shdr>(FindSection(SHT_DYNSYM));
     const auto nameOfFirst = qsizetype(symbols.sh_offset + sizeof(Elf64_Sym));
     EXPECT_FALSE(IsWhole(Patched(nameOfFirst, ~quint32(0))));
+}
+
+// The file has holes: it takes no room on the disk.
+TEST_F(ZORSysLibraryFileTest, AChainWithoutEndInAnEnormousFileIsReadInFewSteps)
+{
+    constexpr qsizetype enormous = qsizetype(1) << 30;
+    ExtendLastSegment(enormous);
+    MoveBehind(SHT_GNU_HASH, DT_GNU_HASH);
+    for (const quint32 number : {1, 1, 1, 0, 0, 0, 1}) // one bucket and the empty filter; all links are zeros
+        Append(number);
+    ASSERT_FALSE(IsWhole(whole));
+    ASSERT_TRUE(QFile::resize(path, enormous));
+    const SystemCallFaults calls;
+    SystemCallFaults::reads = 0;
+    EXPECT_FALSE(ZORSysLibraryFile::IsWhole(path));
+    EXPECT_LT(0, SystemCallFaults::reads);
+    EXPECT_GT(10'000, SystemCallFaults::reads);
+}
+
+TEST_F(ZORSysLibraryFileTest, VersionsThatShareTheirListsAreReadInFewSteps)
+{
+    constexpr quint16 numVersions = 65535, numLists = 500;
+    const qsizetype size = whole.size() + 16 + (numVersions + numLists) * qsizetype(sizeof(Elf64_Vernaux));
+    ExtendLastSegment(size);
+    MoveBehind(SHT_GNU_verneed, DT_VERNEED);
+    SetEntry(DT_VERNEEDNUM, numLists);
+    for (quint32 left = numLists; left > 0; --left) {
+        const auto distanceOfNext = quint32(sizeof(Elf64_Verneed));
+        Append(Elf64_Verneed{1, numVersions, 0, left * distanceOfNext, left > 1 ? distanceOfNext : 0});
+    }
+    for (quint32 left = numVersions; left > 0; --left)
+        Append(Elf64_Vernaux{0, 0, 0x7fff, 0, left > 1 ? quint32(sizeof(Elf64_Vernaux)) : 0});
+    whole.append(size - whole.size(), char(0));
+    const SystemCallFaults calls;
+    SystemCallFaults::reads = 0;
+    EXPECT_FALSE(IsWhole(whole));
+    EXPECT_LT(0, SystemCallFaults::reads);
+    EXPECT_GT(100'000, SystemCallFaults::reads);
+}
+
+TEST_F(ZORSysLibraryFileTest, HundredsOfSegmentsFail)
+{
+    const QByteArray segments = whole.mid(qsizetype(header.e_phoff), header.e_phnum * header.e_phentsize);
+    for (const int count : {64, 65, 400}) {
+        QByteArray contents = whole + segments;
+        contents.append((count - header.e_phnum) * header.e_phentsize, char(0)); // unused ones
+        const quint64 offset = quint64(whole.size());
+        const quint16 number = quint16(count);
+        std::memcpy(contents.data() + offsetof(Elf64_Ehdr, e_phoff), &offset, sizeof offset);
+        std::memcpy(contents.data() + offsetof(Elf64_Ehdr, e_phnum), &number, sizeof number);
+        EXPECT_EQ(count <= 64, IsWhole(contents)) << count;
+    }
 }
 
 TEST_F(ZORSysLibraryFileTest, RandomDamageIsSurvived)
