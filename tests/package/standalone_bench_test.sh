@@ -3,7 +3,8 @@
 #
 # The bench as its owners build it: installs SDK and host into a temporary prefix, copies the bench folder
 # alone out of the tree, builds it against the installed package, installs it, and lets the installed host
-# load the installed plug-in and open its console. Nothing of the source or build tree takes part.
+# load the installed plug-in, open its console and run a job in the installed helper program. Nothing of the source or
+# build tree takes part.
 set -eu
 build=$1
 source=$2
@@ -29,13 +30,27 @@ cmake --install "$work/build" >/dev/null
 
 plugin=$(find "$prefix" -name 'libZORTesting.so')
 [ -f "$plugin" ] || { echo "the bench built alone was not installed"; exit 1; }
-if readelf -d $(find "$prefix" -path '*/plugins/*.so') "$prefix"/bin/zorhost "$prefix"/lib*/libZOR*.so | grep -E 'RUNPATH|RPATH' | grep -v '\[\$ORIGIN'; then
+worker=$prefix/libexec/zorsdk/zorworker
+[ -x "$worker" ] || { echo "the program that runs jobs is not among the installed files"; exit 1; }
+if readelf -d $(find "$prefix" -path '*/plugins/*.so') "$prefix"/bin/zorhost "$worker" "$prefix"/lib*/libZOR*.so |
+  grep -E 'RUNPATH|RPATH' | grep -v '\[\$ORIGIN'; then
   echo "an installed file looks for libraries outside its own prefix"
   exit 1
 fi
 
 cd "$work"
 unset LD_LIBRARY_PATH ZOR_PLUGIN_PATH ZOR_SAMPLES
+# Without a caller the program has nothing to do, but all of its libraries are found.
+status=0
+QT_QPA_PLATFORM=offscreen "$worker" 2>"$work/worker.log" || status=$?
+[ $status -eq 2 ] || { echo "the installed program that runs jobs ended with $status"; cat "$work/worker.log"; exit 1; }
+mkdir "$work/out"
 QT_QPA_PLATFORM=offscreen "$prefix/bin/zorhost" --settings "$work/settings.ini" \
-  --define "SAMPLES=$prefix/share/zorsdk/samples" --script "$source/tests/package/open_console.zorscript"
+  --define "SAMPLES=$prefix/share/zorsdk/samples" --define "OUT=$work/out" \
+  --script "$source/tests/package/open_console.zorscript" >"$work/host.log" 2>&1 ||
+  { cat "$work/host.log"; exit 1; }
+if grep 'jobs run in threads' "$work/host.log"; then
+  echo "the installed host cannot use the installed program that runs jobs"
+  exit 1
+fi
 QT_QPA_PLATFORM=offscreen "$prefix/bin/zorhost" --version
