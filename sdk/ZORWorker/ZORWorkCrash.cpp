@@ -12,6 +12,7 @@
 #include <exception>
 #include <execinfo.h>
 #include <new>
+#include <sched.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -29,6 +30,23 @@ std::array<void*, kMaximumFrames> s_frames;
 int s_frameCount = 0;
 int s_socket = -1;
 std::terminate_handler s_terminate = nullptr;
+
+std::atomic_flag s_memoryStackLock; // a lock that needs no memory
+std::array<void*, kMaximumFrames> s_memoryFrames;
+int s_memoryFrameCount = 0;
+
+/// Guards the stack of the operator new that failed last.
+class MemoryStackLock
+{
+public:
+    MemoryStackLock()
+    {
+        while (s_memoryStackLock.test_and_set())
+            sched_yield();
+    }
+    ~MemoryStackLock() { s_memoryStackLock.clear(); }
+    Q_DISABLE_COPY_MOVE(MemoryStackLock)
+};
 
 void Write(const char* text, size_t size)
 {
@@ -93,12 +111,23 @@ void OnStackRequest(int)
     errno = error;
 }
 
+// The stack is written when the job fails for it, and no longer known then.
+void OnNoMemory()
+{
+    {
+        const MemoryStackLock lock;
+        s_memoryFrameCount = backtrace(s_memoryFrames.data(), kMaximumFrames);
+    }
+    throw std::bad_alloc();
+}
+
 [[noreturn]] void OnTerminate()
 {
     try {
         if (const std::exception_ptr exception = std::current_exception())
             std::rethrow_exception(exception);
     } catch (const std::bad_alloc&) {
+        ZORWorkCrash::WriteMemoryStack();
         _exit(ZORWorkFailure::kMemoryExitCode);
     } catch (...) {
     }
@@ -113,6 +142,18 @@ void ZORWorkCrash::End(int code)
     while (s_crash != 0)
         pause();
     _exit(code);
+}
+
+void ZORWorkCrash::ForgetMemoryStack()
+{
+    const MemoryStackLock lock;
+    s_memoryFrameCount = 0;
+}
+
+void ZORWorkCrash::WriteMemoryStack()
+{
+    const MemoryStackLock lock;
+    backtrace_symbols_fd(s_memoryFrames.data(), s_memoryFrameCount, STDERR_FILENO);
 }
 
 void ZORWorkCrash::Install(int socket)
@@ -139,4 +180,5 @@ void ZORWorkCrash::Install(int socket)
     action.sa_flags = SA_ONSTACK | SA_RESTART;
     sigaction(ZORWorkSpawn::kStackSignal, &action, nullptr);
     s_terminate = std::set_terminate(OnTerminate);
+    std::set_new_handler(OnNoMemory);
 }

@@ -11,6 +11,8 @@
 namespace {
 
 constexpr qsizetype kMaximumErrors = qsizetype(1) << 16; // bytes
+constexpr size_t kErrorPieceSize = 4096;                 // bytes
+constexpr int kErrorPieces = 16;                         // what a pipe holds
 constexpr auto kEndPulse = std::chrono::milliseconds(2); // between two questions whether a process has ended
 
 int GetMilliseconds(std::optional<ZORWorkHelper::Clock::time_point> deadline)
@@ -99,17 +101,21 @@ void ZORWorkHelper::Receive()
         m_isClosed = true;
 }
 
+// Reads a bounded amount, since a process that never stops writing must not hold its caller.
 void ZORWorkHelper::ReadErrors()
 {
-    std::array<char, 4096> buffer;
-    ssize_t count = 0;
-    while ((count = read(m_process.errors.Get(), buffer.data(), buffer.size())) > 0) {
+    std::array<char, kErrorPieceSize> buffer;
+    for (int piece = 0; piece < kErrorPieces; ++piece) {
+        const ssize_t count = read(m_process.errors.Get(), buffer.data(), buffer.size());
+        if (count <= 0) {
+            if (count == 0 || (errno != EAGAIN && errno != EINTR))
+                m_process.errors.Close();
+            return;
+        }
         m_errors.append(buffer.data(), qsizetype(count));
         if (m_errors.size() > 2 * kMaximumErrors)
             m_errors = m_errors.right(kMaximumErrors);
     }
-    if (count == 0 || (errno != EAGAIN && errno != EINTR))
-        m_process.errors.Close();
 }
 
 QString ZORWorkHelper::TakeErrors()
@@ -142,10 +148,10 @@ bool ZORWorkHelper::HasEnded()
     return true;
 }
 
-bool ZORWorkHelper::AwaitEnd(Clock::time_point deadline)
+bool ZORWorkHelper::AwaitEnd(Clock::time_point deadline, const std::atomic<bool>& isCanceled)
 {
     while (!HasEnded()) {
-        if (Clock::now() >= deadline)
+        if (isCanceled || Clock::now() >= deadline)
             return false;
         pollfd event{m_process.errors.IsOpen() ? m_process.errors.Get() : -1, POLLIN, 0};
         if (poll(&event, 1, int(kEndPulse.count())) > 0)

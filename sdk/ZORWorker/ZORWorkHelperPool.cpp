@@ -14,6 +14,7 @@
 #include <csignal>
 #include <iterator>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -31,7 +32,7 @@ QString Tr(const char* text)
     return QCoreApplication::translate("ZORWorkHelperPool", text);
 }
 
-/// Gives back a turn unless a helper has taken it over.
+/// Returns a turn unless a helper has taken it over.
 class Turn
 {
 public:
@@ -55,7 +56,10 @@ private:
 
 ZORWorkHelperPool& ZORWorkHelperPool::GetInstance()
 {
-    static auto* const pool = new ZORWorkHelperPool;
+    static auto* const pool = [] {
+        qAddPostRoutine([] { GetInstance().AwaitBurials(); });
+        return new ZORWorkHelperPool;
+    }();
     return *pool;
 }
 
@@ -131,16 +135,19 @@ bool ZORWorkHelperPool::HasTurn(const ZORWorkTicket& ticket) const
 {
     if (ticket.GetControl().isStopped)
         return m_busy < 2 * m_mostBusy;
-    const auto queues = [](const ZORWorkTicket* each) {
+    if (m_busy >= m_mostBusy)
+        return false;
+    const auto first = std::find_if(m_tickets.begin(), m_tickets.end(), [](const ZORWorkTicket* each) {
         return !each->GetControl().isStopped && !each->GetControl().isCanceled;
-    };
-    return m_busy < m_mostBusy && *std::find_if(m_tickets.begin(), m_tickets.end(), queues) == &ticket;
+    });
+    // There is none when this job was stopped or canceled just now: whoever did that wakes it.
+    return first != m_tickets.end() && *first == &ticket;
 }
 
 void ZORWorkHelperPool::AwaitTurn(std::unique_ptr<ZORWorkTicket> ticket)
 {
     const ZORWorkControl& control = ticket->GetControl();
-    // Takes the lock, so that nobody misses a call between a look at the requests and waiting.
+    // Takes the lock, so that nobody misses a call between checking the requests and waiting.
     const ZORWorkWake wake(ticket->GetControl(), [this] {
         {
             const std::lock_guard lock(m_mutex);
@@ -220,7 +227,7 @@ void ZORWorkHelperPool::Greet(ZORWorkHelper& helper, ZORWorkControl& control)
         if (control.isCanceled)
             throw ZORWorkCanceled();
         if (helper.IsClosed()) {
-            helper.AwaitEnd(ZORWorkHelper::Clock::now() + kFarewellTime);
+            helper.AwaitEnd(ZORWorkHelper::Clock::now() + kFarewellTime, control.isCanceled);
             const QString errors = helper.TakeErrors();
             throw ZORSysException(errors.isEmpty() ? Tr("it ended at once") : errors);
         }
@@ -267,6 +274,7 @@ void ZORWorkHelperPool::Bury(std::unique_ptr<ZORWorkHelper> helper, std::shared_
     {
         const std::lock_guard lock(m_mutex);
         m_dying.push_back({std::move(helper), std::move(kept), ZORWorkHelper::Clock::now() + kFarewellTime});
+        ++m_buried;
     }
     m_changed.notify_all();
 }
@@ -323,7 +331,23 @@ void ZORWorkHelperPool::EndDying(std::unique_lock<std::mutex>& lock)
     });
     std::vector<Dying> dead(std::make_move_iterator(ended), std::make_move_iterator(m_dying.end()));
     m_dying.erase(ended, m_dying.end());
+    if (dead.empty())
+        return;
+    const size_t count = dead.size();
     lock.unlock();
     dead.clear(); // removing what was kept may take its time
     lock.lock();
+    m_buried -= count;
+    m_changed.notify_all();
+}
+
+// Otherwise the work directories of jobs that were killed at the end of the program would stay.
+void ZORWorkHelperPool::AwaitBurials()
+{
+    std::unique_lock lock(m_mutex);
+    m_changed.wait_for(lock, kFarewellTime, [this] { return m_buried == 0; });
+    std::vector<Dying> late = std::exchange(m_dying, {});
+    m_buried -= late.size();
+    lock.unlock();
+    late.clear();
 }

@@ -33,8 +33,9 @@ private:
 /// Helper processes that run a job or wait for the next one; at most one per processor of the machine runs a
 /// job, and as many more run jobs that were stopped before they began.
 ///
-/// A thread that never ends starts them, since they die with the thread that started them, and waits for the
-/// end of those that are not needed any more. Safe to use from any thread.
+/// A thread that never ends starts them, since they die with the thread that started them, and waits for
+/// the end of those that are not needed any more. The end of the application waits for it too, for 1 s at
+/// most. Safe to use from any thread.
 class ZORWorkHelperPool
 {
 public:
@@ -45,9 +46,9 @@ public:
     /// \return null where a thread has to serve, which the log explains once
     /// \throws ZORWorkCanceled when the job is canceled meanwhile
     std::unique_ptr<ZORWorkHelper> Acquire(const QByteArray& kind, std::unique_ptr<ZORWorkTicket> ticket);
-    /// Takes back a helper that is ready for the next job.
+    /// Receives a helper that is ready for the next job.
     void Release(std::unique_ptr<ZORWorkHelper> helper);
-    /// Takes back a helper that was killed or is to end by itself, and waits for its end without the caller.
+    /// Receives a helper that was killed or is to end by itself, and waits for its end without the caller.
     /// \param kept  released when the helper has ended
     void Discard(std::unique_ptr<ZORWorkHelper> helper, std::shared_ptr<void> kept = {});
 
@@ -81,6 +82,7 @@ private:
     void Serve();
     void ServeOrders(std::unique_lock<std::mutex>& lock);
     void EndDying(std::unique_lock<std::mutex>& lock);
+    void AwaitBurials();
 
     const size_t m_mostBusy;
     std::mutex m_mutex; // of everything below
@@ -91,6 +93,7 @@ private:
     std::vector<std::unique_ptr<ZORWorkHelper>> m_idle; // the last one ran a job last
     std::deque<Order> m_orders;
     std::vector<Dying> m_dying;
+    size_t m_buried = 0; // those that are dying, and those whose directory is being removed
     QSet<QString> m_warnings;
     QString m_rejected; // program that could not be used
     ZORWorkHelper::Clock::time_point m_rejectedUntil;

@@ -20,13 +20,11 @@ Q_LOGGING_CATEGORY(ZorWorkerLog, "zor.worker")
 
 using namespace std::chrono_literals;
 
-constexpr int kAttempts = 3; // to find a helper that begins
-constexpr auto kCancelGrace = 200ms;
-constexpr auto kStopGrace = 10s;   // a first result can be made in that time
-constexpr auto kTraceGrace = 6s;   // for a process that has crashed to write its stack
-constexpr auto kStackTime = 80ms;  // for a process to write its stack before it is killed
-constexpr auto kLookPulse = 20ms;  // between two looks at requests meanwhile
-constexpr auto kKillGrace = 100ms; // for a killed process to vanish
+constexpr int kAttempts = 3;         // to find a helper that begins
+constexpr auto kCancelGrace = 150ms; // a canceled job ends in 0.2 s, the kill included
+constexpr auto kStopGrace = 10s;     // a first result can be made in that time
+constexpr auto kTraceGrace = 6s;     // for a process that has crashed to write its stack
+constexpr auto kStackTime = 80ms;    // for a process to write its stack before it is killed
 
 std::atomic<std::chrono::milliseconds> s_stopGrace{kStopGrace};
 
@@ -151,7 +149,7 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Follow(ZORWorkHelper& helper,
         }
         for (;;) {
             while (std::optional<ZORWorkProtocol::Message> message = helper.Take()) {
-                if (std::optional<End> end = Handle(*std::move(message)))
+                if (std::optional<End> end = Handle(helper, *std::move(message)))
                     return *std::move(end);
             }
             if (helper.IsClosed())
@@ -189,7 +187,8 @@ void ZORWorkHelperRun::PassRequests(ZORWorkHelper& helper)
     }
 }
 
-std::optional<ZORWorkHelperRun::End> ZORWorkHelperRun::Handle(ZORWorkProtocol::Message message)
+std::optional<ZORWorkHelperRun::End> ZORWorkHelperRun::Handle(ZORWorkHelper& helper,
+                                                              ZORWorkProtocol::Message message)
 {
     m_hasBegun = true;
     if (const auto* const progress = std::get_if<ZORWorkProtocol::Progress>(&message)) {
@@ -206,8 +205,11 @@ std::optional<ZORWorkHelperRun::End> ZORWorkHelperRun::Handle(ZORWorkProtocol::M
     }
     if (const auto* const result = std::get_if<ZORWorkProtocol::Result>(&message))
         return FinishResult(*result);
-    if (const auto* const failure = std::get_if<ZORWorkProtocol::Failure>(&message))
+    if (const auto* const failure = std::get_if<ZORWorkProtocol::Failure>(&message)) {
+        if (failure->endsHelper)
+            LogErrors(helper, failure->reason);
         return End{{}, failure->reason, failure->endsHelper, !failure->endsHelper};
+    }
     if (std::holds_alternative<ZORWorkProtocol::Canceled>(message))
         return End{{}, ZORWorkFailure::GetCanceledReason(), false, true};
     throw ZORSysException(Tr("message of type %1 is not for the caller").arg(message.index()));
@@ -230,14 +232,10 @@ ZORWorkHelperRun::End ZORWorkHelperRun::FinishResult(const ZORWorkProtocol::Resu
 // Waits for a process that writes its stack and ends, unless the job is canceled.
 bool ZORWorkHelperRun::AwaitTrace(ZORWorkHelper& helper) const
 {
-    const Clock::time_point deadline = Clock::now() + kTraceGrace;
-    while (!helper.AwaitEnd(Clock::now() + kLookPulse)) {
-        if (m_control.isCanceled || Clock::now() >= deadline) {
-            helper.Kill();
-            return false;
-        }
-    }
-    return true;
+    if (helper.AwaitEnd(Clock::now() + kTraceGrace, m_control.isCanceled))
+        return true;
+    helper.Kill();
+    return false;
 }
 
 void ZORWorkHelperRun::LogErrors(ZORWorkHelper& helper, const QString& reason) const
@@ -265,8 +263,7 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Bury(ZORWorkHelper& helper) const
 ZORWorkHelperRun::End ZORWorkHelperRun::GiveUp(ZORWorkHelper& helper) const
 {
     if (m_control.isCanceled) {
-        helper.Kill();
-        helper.AwaitEnd(Clock::now() + kKillGrace);
+        helper.Kill(); // the pool waits for its end
         LogErrors(helper, Tr("the job did not answer a cancel and was killed"));
         return {{}, ZORWorkFailure::GetCanceledReason(), true, false};
     }

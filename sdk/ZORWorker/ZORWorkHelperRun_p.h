@@ -47,7 +47,7 @@ private:
 
     End Follow(ZORWorkHelper& helper, const std::optional<QByteArray>& interim);
     void PassRequests(ZORWorkHelper& helper);
-    std::optional<End> Handle(ZORWorkProtocol::Message message);
+    std::optional<End> Handle(ZORWorkHelper& helper, ZORWorkProtocol::Message message);
     End FinishResult(const ZORWorkProtocol::Result& result) const;
     End Bury(ZORWorkHelper& helper) const;
     bool AwaitTrace(ZORWorkHelper& helper) const;

@@ -4,15 +4,17 @@
 
 #include "ZORWorkProtocol_p.h"
 #include "ZORWorkSpawn_p.h"
+#include "ZORWorkerGlobal.h"
 
 #include <QString>
 
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <optional>
 
 /// One helper process: its streams, and its end. To be used in one thread at a time, but for Wake().
-class ZORWorkHelper
+class ZORWORKER_EXPORT ZORWorkHelper
 {
 public:
     using Clock = std::chrono::steady_clock;
@@ -54,12 +56,13 @@ public:
     void Close() { m_process.socket.Close(); }
     /// Whether the process has ended; never waits.
     bool HasEnded();
-    /// Reads its last words until it has ended or \a deadline has passed.
+    /// Reads its last words until it has ended, \a deadline has passed or the job is canceled.
     /// \return whether it has ended
-    bool AwaitEnd(Clock::time_point deadline);
+    bool AwaitEnd(Clock::time_point deadline, const std::atomic<bool>& isCanceled);
     /// Of waitpid(), once it has ended; -1 when it is unknown.
     int GetEndStatus() const { return m_endStatus; }
-    /// What the process has written to its standard error since the last call, at most its last 64 KiB.
+    /// What the process has written to its standard error since the last call, at most its last 64 KiB. Never
+    /// waits.
     QString TakeErrors();
 
 private:

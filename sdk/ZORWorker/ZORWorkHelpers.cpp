@@ -1,6 +1,7 @@
 #include "ZORWorkHelpers.h"
 
 #include "ZORWorkCrash_p.h"
+#include "ZORWorkFailure_p.h"
 #include "ZORWorkServer_p.h"
 #include "ZORWorkSpawn_p.h"
 
@@ -15,14 +16,17 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <exception>
 #include <fcntl.h>
 #include <mutex>
+#include <new>
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
 
+constexpr int kFailureExitCode = 1;
 constexpr int kUsageExitCode = 2;
 
 // Beside the library, whose folder only the linker knows.
@@ -123,5 +127,12 @@ int ZORWorkHelpers::Serve(int argc, char** argv)
         if (severity == QtFatalMsg)
             std::abort();
     });
-    server.Run();
+    try {
+        server.Run();
+    } catch (const std::bad_alloc&) {
+        ZORWorkCrash::End(ZORWorkFailure::kMemoryExitCode);
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+        ZORWorkCrash::End(kFailureExitCode);
+    }
 }

@@ -33,7 +33,7 @@ public:
     };
 
     explicit ZORWorkProcessor(QObject* parent = nullptr);
-    /// Cancels the running jobs and waits for them: in helper processes about 0.2 s at most, whatever they
+    /// Cancels the running jobs and waits for them: in helper processes up to 0.2 s, whatever they
     /// do; in threads as long as they need to notice. No signals are emitted any more.
     ~ZORWorkProcessor() override;
 
@@ -72,8 +72,8 @@ public:
     /// \throws ZORSysException "cannot start a thread: %1"; the job stays as it is
     void Stop(ZORWorkResponse* response = nullptr);
     /// Asks the given job, or with null all of them, to give up: it fails with the reason "canceled",
-    /// whatever it still makes. Returns at once; a helper process that does not end in 0.2 s is killed. What
-    /// has ended already stays as it is. The signal always comes from the event loop.
+    /// whatever it still makes. Returns at once; a helper process that does not answer is killed within
+    /// 0.2 s. What has ended already stays as it is. The signal always comes from the event loop.
     void Cancel(ZORWorkResponse* response = nullptr);
 
 private:

@@ -41,6 +41,13 @@ QString Tr(const char* text)
     throw ZORSysException(Tr("message of %1 bytes is too long").arg(size));
 }
 
+quint32 CheckStrings(qsizetype count)
+{
+    if (count > qsizetype(kMaximumStrings))
+        throw ZORSysException(Tr("message of %1 strings is too long").arg(count));
+    return quint32(count);
+}
+
 class Writer
 {
 public:
@@ -63,7 +70,7 @@ public:
     template<class Value>
     void Add(const QList<Value>& values)
     {
-        Add(quint32(values.size()));
+        Add(CheckStrings(values.size()));
         for (const Value& value : values)
             Add(value);
     }
@@ -94,14 +101,14 @@ public:
     {
         QList<QByteArray> values;
         // Nothing is reserved: the number may be a lie.
-        for (quint32 left = Get<quint32>(); left > 0; --left)
+        for (quint32 left = CheckStrings(Get<quint32>()); left > 0; --left)
             values.append(GetBytes());
         return values;
     }
     QStringList GetStrings()
     {
         QStringList values;
-        for (quint32 left = Get<quint32>(); left > 0; --left)
+        for (quint32 left = CheckStrings(Get<quint32>()); left > 0; --left)
             values.append(GetString());
         return values;
     }

@@ -170,12 +170,14 @@ ZORWorkServer::Task ZORWorkServer::AwaitTask()
 void ZORWorkServer::RunTask(const Task& task)
 {
     m_sentProgress = 0;
+    ZORWorkCrash::ForgetMemoryStack();
     Send(ZORWorkProtocol::Progress{0});
     try {
         RunInLimit(task);
     } catch (const ZORWorkCanceled&) {
         Send(ZORWorkProtocol::Canceled());
     } catch (const std::bad_alloc&) {
+        ZORWorkCrash::WriteMemoryStack();
         // What the job has left behind may be more than the next one can live with.
         Send(ZORWorkProtocol::Failure{ZORWorkFailure::GetMemoryReason(task.job.memoryLimit), true});
         ZORWorkCrash::End(0);

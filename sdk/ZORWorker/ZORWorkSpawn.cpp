@@ -80,7 +80,7 @@ public:
         Check(posix_spawnattr_setsigmask(&m_attributes, &set));
         sigfillset(&set);
         Check(posix_spawnattr_setsigdefault(&m_attributes, &set));
-        // A process group of its own: an interrupt from the terminal is the caller's matter.
+        // Its own process group: an interrupt from the terminal is the caller's matter.
         Check(posix_spawnattr_setpgroup(&m_attributes, 0));
         Check(posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF
                                                           | POSIX_SPAWN_SETPGROUP));

@@ -4,10 +4,12 @@
 
 #include <ZORNesting/ZORNestDebugOptions.h>
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORWorker/ZORWorkHelpers.h>
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QMetaType>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
@@ -351,6 +353,22 @@ TEST_F(ZORNestNestingProcessorTest, AZeroRunTimeEndsWhenNothingIsGained)
     Response* const response = Nest(input);
     EXPECT_EQ(QStringList({"a"}), GetNames(response));
     EXPECT_TRUE(response->GetReportFile().contains("no further gain"));
+}
+
+TEST_F(ZORNestNestingProcessorTest, HelperProgramLeavesNothingInTheFolderForTemporaryFiles)
+{
+    const QTemporaryDir base;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("XDG_RUNTIME_DIR");
+    environment.insert("TMPDIR", base.path());
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(ZORWorkHelpers::GetProgram(), {});
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(2, process.exitCode());
+    const QByteArray errors = process.readAllStandardError();
+    EXPECT_EQ(1, errors.count('\n')) << errors.constData(); // how it is to be started
+    EXPECT_EQ(QStringList(), QDir(base.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot));
 }
 
 TEST_F(ZORNestNestingProcessorTest, KeptDirectoriesHoldPartsSheetsAndReport)

@@ -59,6 +59,30 @@ int Overflow(int depth)
     Spin(); // the process ends before
 }
 
+// More writers than processors, so that the pipe is hardly ever empty.
+[[noreturn]] void Flood()
+{
+    const std::vector<char> text(4096, 'x');
+    const auto write = [&text] {
+        for (;;)
+            s_sink = s_sink + int(::write(STDERR_FILENO, text.data(), text.size()));
+    };
+    std::vector<std::thread> threads;
+    for (unsigned i = 0; i < 2 * std::thread::hardware_concurrency(); ++i)
+        threads.emplace_back(write);
+    write();
+    std::abort();
+}
+
+// Takes the system a while to end.
+[[noreturn]] void HoldMemory(const ZORWorkContext& context)
+{
+    const std::vector<char> memory(size_t(1) << 28, 'x');
+    context.SetProgress(0.5);
+    s_sink = memory[size_t(s_sink)];
+    Spin();
+}
+
 void AwaitStop(const ZORWorkContext& context)
 {
     while (!context.IsStopped())
@@ -122,13 +146,13 @@ ZORWorkResult ListDescriptors()
 // With a context and the rest of the command.
 using Command = std::function<ZORWorkResult(const ZORWorkContext&, const QByteArray&)>;
 
-const std::map<QByteArray, Command>& GetCommands()
+using Commands = std::map<QByteArray, Command>;
+using Context = ZORWorkContext;
+using Text = QByteArray;
+
+Commands MakeFaults()
 {
-    using Context = ZORWorkContext;
-    using Text = QByteArray;
-    static const std::map<QByteArray, Command> commands{
-        {"echo", [](const Context&, const Text& text) { return Return(text); }},
-        {"pid", [](const Context&, const Text&) { return Return(Text::number(getpid())); }},
+    return {
         {"crash", [](const Context&, const Text&) -> ZORWorkResult { Crash(); }},
         {"abort", [](const Context&, const Text&) -> ZORWorkResult { std::abort(); }},
         {"exit", [](const Context&, const Text&) -> ZORWorkResult { _exit(3); }},
@@ -140,12 +164,13 @@ const std::map<QByteArray, Command>& GetCommands()
          [](const Context&, const Text&) -> ZORWorkResult {
              RunInThread([] { throw std::runtime_error("in a thread"); });
          }},
-        {"wait",
-         [](const Context& context, const Text&) {
-             AwaitStop(context);
-             return Return("stopped");
-         }},
         {"spin", [](const Context&, const Text&) -> ZORWorkResult { Spin(); }},
+        {"flood",
+         [](const Context& context, const Text&) -> ZORWorkResult {
+             context.SetProgress(0.5);
+             Flood();
+         }},
+        {"hold", [](const Context& context, const Text&) -> ZORWorkResult { HoldMemory(context); }},
         {"interim",
          [](const Context& context, const Text& text) -> ZORWorkResult {
              context.SetInterimResult("an older one");
@@ -160,6 +185,23 @@ const std::map<QByteArray, Command>& GetCommands()
              AwaitStop(context);
              Crash();
          }},
+        {"outside",
+         [](const Context& context, const Text&) {
+             return ZORWorkResult({ZORWorkResource(context.GetWorkDirectory() + "/../other.txt")});
+         }},
+    };
+}
+
+Commands MakeCommands()
+{
+    return {
+        {"echo", [](const Context&, const Text& text) { return Return(text); }},
+        {"pid", [](const Context&, const Text&) { return Return(Text::number(getpid())); }},
+        {"wait",
+         [](const Context& context, const Text&) {
+             AwaitStop(context);
+             return Return("stopped");
+         }},
         {"progress",
          [](const Context& context, const Text&) {
              context.SetProgress(0.25);
@@ -171,16 +213,21 @@ const std::map<QByteArray, Command>& GetCommands()
         {"print", [](const Context&, const Text&) { return Print(); }},
         {"file", [](const Context& context, const Text&) { return WriteFile(context); }},
         {"long-file", [](const Context& context, const Text&) { return WriteLongFile(context); }},
-        {"outside",
-         [](const Context& context, const Text&) {
-             return ZORWorkResult({ZORWorkResource(context.GetWorkDirectory() + "/../other.txt")});
-         }},
         {"variable",
          [](const Context&, const Text& name) {
              return Return(qEnvironmentVariableIsSet(name) ? "set " + qgetenv(name) : QByteArray("unset"));
          }},
         {"descriptors", [](const Context&, const Text&) { return ListDescriptors(); }},
     };
+}
+
+const Commands& GetCommands()
+{
+    static const Commands commands = [] {
+        Commands all = MakeCommands();
+        all.merge(MakeFaults());
+        return all;
+    }();
     return commands;
 }
 

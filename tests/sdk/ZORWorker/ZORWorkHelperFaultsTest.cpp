@@ -5,8 +5,11 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include <atomic>
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -59,7 +62,13 @@ TEST_F(ZORWorkHelperFaultsTest, MemoryIsLimitedForEachJob)
     processor->SetMemoryLimit(qint64(200) << 20);
     for (const QByteArray command : {"memory", "thread-memory"}) {
         EXPECT_EQ("! not enough memory (a job may use 200.0 MB)", RunJob(command));
+        const QStringList stack = GetMessages("(a job may use 200.0 MB); its process wrote:");
+        ASSERT_EQ(1, stack.size()) << command.constData();
+        EXPECT_TRUE(stack.constFirst().contains(
+            QRegularExpression("\nworker_test_helper\\(.*\\+0x|/worker_test_helper\\(.*\\+0x")))
+            << qPrintable(stack.constFirst());
         EXPECT_EQ("on", RunJob("echo on"));
+        ClearMessages();
     }
     processor->SetMemoryLimit(0);
     ZORWorkHelpers::SetMemoryLimit(qint64(100) << 20);
@@ -104,9 +113,41 @@ TEST_F(ZORWorkHelperFaultsTest, CancelThatIsNotAnsweredKillsTheHelper)
     EXPECT_EQ(Status::Canceling, response->GetStatus());
     ASSERT_TRUE(WaitForEnd(response));
     EXPECT_EQ("canceled", response->GetFailureReason());
-    EXPECT_FALSE(GetChildren(getpid()).contains(processes));
     EXPECT_EQ(1, GetMessages("did not answer a cancel and was killed; its process wrote:").size());
-    EXPECT_EQ(QStringList(), GetDirectories());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !GetChildren(getpid()).intersects(processes); }, kPatience));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return GetDirectories().isEmpty(); }, kPatience));
+}
+
+TEST_F(ZORWorkHelperFaultsTest, StandardErrorThatNeverRunsDryIsReadInPieces)
+{
+    ZORWorkSpawned process;
+    process.pid = fork();
+    if (process.pid == 0) {
+        for (;;)
+            pause();
+    }
+    const pid_t pid = process.pid;
+    process.errors = ZORWorkDescriptor(open("/dev/zero", O_RDONLY | O_NONBLOCK));
+    {
+        ZORWorkHelper helper(std::move(process), "program");
+        const std::atomic<bool> isCanceled = false;
+        helper.Exchange({}); // each of these calls returns
+        EXPECT_FALSE(helper.AwaitEnd(ZORWorkHelper::Clock::now(), isCanceled));
+        EXPECT_FALSE(helper.AwaitEnd(ZORWorkHelper::Clock::now() + 10ms, isCanceled));
+        EXPECT_EQ(qsizetype(1) << 16, helper.TakeErrors().size());
+        EXPECT_FALSE(helper.AwaitEnd(ZORWorkHelper::Clock::now() + 24h, true));
+    }
+    EXPECT_EQ(pid, waitpid(pid, nullptr, 0)); // it was killed
+}
+
+TEST_F(ZORWorkHelperFaultsTest, JobThatNeverStopsWritingErrorsDoesNotHoldACancel)
+{
+    ZORWorkResponse* const response = Add("flood");
+    processor->Execute();
+    ASSERT_TRUE(WaitForProgress(response));
+    processor->Cancel();
+    ASSERT_TRUE(WaitForEnd(response));
+    EXPECT_EQ("canceled", response->GetFailureReason());
 }
 
 TEST_F(ZORWorkHelperFaultsTest, StopThatIsNotAnsweredCompletesTheLastInterimResult)

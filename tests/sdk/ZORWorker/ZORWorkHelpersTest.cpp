@@ -183,6 +183,22 @@ TEST_F(ZORWorkHelpersTest, HelpersEndWithTheirCallerAlsoWhenThatIsKilled)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !IsAlive(*helpers.begin()); }, kPatience));
 }
 
+TEST_F(ZORWorkHelpersTest, WorkDirectoryOfAKilledJobIsRemovedAlthoughItsCallerEnds)
+{
+    const QTemporaryDir programs;
+    const QString host = programs.filePath("leaving-host");
+    ASSERT_TRUE(QFile::link(GetProgram("impostor"), host));
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TMPDIR", base.path());
+    process.setProcessEnvironment(environment);
+    process.start(host, {GetProgram("helper"), "hold"});
+    ASSERT_TRUE(process.waitForFinished(kPatience));
+    EXPECT_EQ(0, process.exitCode());
+    EXPECT_EQ("running\n", process.readAllStandardOutput());
+    EXPECT_EQ(QStringList(), GetDirectories());
+}
+
 TEST_F(ZORWorkHelpersTest, ProgramStartedByHandExplainsItself)
 {
     QProcess process;

@@ -94,7 +94,11 @@ TEST(ZORWorkProtocolTest, FaultyMessagesAreRefusedWithTheReason)
     EXPECT_EQ("message of 4294967295 bytes is too long", decode("\xff\xff\xff\xff\x01"s));
     EXPECT_EQ("message of 1 bytes is too long", decode("\x01\0\0\0\x02"s)); // a stop has no content
     EXPECT_EQ("message is cut off", decode("\x04\0\0\0\x04"s + "\0\0\0\0"s));
-    EXPECT_EQ("message is cut off", decode("\x04\0\0\0\x06"s + "\xff\xff\xff\xff"s)); // files
+    EXPECT_EQ("message is cut off", decode("\x04\0\0\0\x06"s + "\0\0\x10\0"s)); // files
+    EXPECT_EQ("message of 1048577 strings is too long", decode("\x04\0\0\0\x06"s + "\x01\0\x10\0"s));
+    EXPECT_EQ("message of 4294967295 strings is too long", decode("\x04\0\0\0\x06"s + "\xff\xff\xff\xff"s));
+    const QStringList files(qsizetype(kMaximumStrings) + 1, QString());
+    EXPECT_EQ("message of 1048577 strings is too long", MessageOf([&] { Encode(Result{files, {}}); }));
     EXPECT_EQ("message has bytes that do not belong to it", decode("\x09\0\0\0\x06"s + "\0\0\0\0\0\0\0\0!"s));
     EXPECT_EQ("", decode("\x04\0\0\0\x06\0\0"s)); // incomplete
 }

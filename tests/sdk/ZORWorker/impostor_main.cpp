@@ -6,6 +6,7 @@
 //     babbles           begins well, and answers a job with damaged messages, drawn from the job's input
 //     host              not a helper: runs the job given as second argument in the helper program given as
 //     the first one
+//     leaving-host      the same, but ends as soon as the job runs
 
 #include "TestKinds.h"
 
@@ -103,7 +104,7 @@ void Babble()
     }
 }
 
-int RunHost(int argc, char** argv)
+int RunHost(int argc, char** argv, bool leavesEarly)
 {
     const QCoreApplication application(argc, argv);
     RegisterTestKinds();
@@ -114,9 +115,11 @@ int RunHost(int argc, char** argv)
     job.kind = "test";
     job.input = argv[2];
     ZORWorkResponse* const response = processor.AddJob(job);
-    QObject::connect(response, &ZORWorkResponse::ProgressChanged, [] {
+    QObject::connect(response, &ZORWorkResponse::ProgressChanged, [leavesEarly] {
         std::puts("running");
         std::fflush(stdout);
+        if (leavesEarly)
+            QCoreApplication::quit();
     });
     processor.Execute();
     return QCoreApplication::exec();
@@ -151,8 +154,8 @@ void Act(const QString& name)
 int main(int argc, char** argv)
 {
     const QString name = QFileInfo(QString::fromLocal8Bit(argv[0])).fileName();
-    if (name == "host" && argc == 3)
-        return RunHost(argc, argv);
+    if ((name == "host" || name == "leaving-host") && argc == 3)
+        return RunHost(argc, argv, name == "leaving-host");
     Act(name);
     if (name != "dies" && name != "babbles") {
         std::array<char, 4096> buffer;
