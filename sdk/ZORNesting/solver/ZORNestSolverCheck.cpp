@@ -1,6 +1,7 @@
 #include "ZORNestSolverCheck.h"
 
 #include "ZORNestSolverExactShape.h"
+#include "ZORNestSolverUsable.h"
 
 #include <cstdint>
 #include <numbers>
@@ -67,7 +68,7 @@ bool IsPoseAllowed(const Pose& pose, const Item& item, const Job& job)
     const bool isOtherHand = pose.mirrored != item.mirrored;
     if (isOtherHand && (!item.flippable || job.singleSided))
         return false;
-    const Deviation deviation{item.maxDeviation > 0 ? item.maxDeviation : std::max(job.maxDeviation, 0.0),
+    const Deviation deviation{item.maxDeviation > 0 ? item.maxDeviation : job.maxDeviation,
                               item.deviationIncrement > 0 ? item.deviationIncrement : job.deviationIncrement};
     const auto isAllowed = [&](double direction) { return IsNear(pose.angle, direction, deviation); };
     if (!item.allowedAngles.empty())
@@ -235,7 +236,7 @@ void AppendSheetFaults(std::vector<std::string>& faults, const Job& job, Shapes&
         faults.push_back(name + ": is of no kind or holds no item of the job");
         return;
     }
-    if (sheet.stack < 1 || sheet.stack > std::max(1, job.stackSize))
+    if (sheet.stack < 1 || sheet.stack > job.stackSize)
         faults.push_back(name + ": a stack of " + std::to_string(sheet.stack) + " is not allowed");
     if (!HasItsLength(job, sheet))
         faults.push_back(name + ": its length is not that of the sheet");
@@ -262,7 +263,7 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
             counts[unplaced.item] += unplaced.count;
     }
     for (size_t i = 0; i < counts.size(); ++i)
-        if (counts[i] != std::max(0, job.items[i].quantity))
+        if (counts[i] != job.items[i].quantity)
             faults.push_back("item " + std::to_string(i) + ": " + std::to_string(counts[i]) + " of "
                              + std::to_string(job.items[i].quantity) + " are placed or reported");
     for (size_t k = 0; k < sheets.size(); ++k) {
@@ -277,17 +278,19 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
 
 std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet)
 {
-    Shapes shapes(job);
-    return SheetCheck(job, shapes, sheet, 0, NeverInterrupted).Run();
+    const Job usable = MakeUsable(job);
+    Shapes shapes(usable);
+    return SheetCheck(usable, shapes, sheet, 0, NeverInterrupted).Run();
 }
 
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution, const Interruption& isOver)
 {
+    const Job usable = MakeUsable(job);
     std::vector<std::string> faults;
-    Shapes shapes(job);
+    Shapes shapes(usable);
     for (size_t number = 0; number < solution.sheets.size(); ++number)
-        AppendSheetFaults(faults, job, shapes, solution.sheets[number], number, isOver);
-    CheckQuantities(job, solution, faults);
+        AppendSheetFaults(faults, usable, shapes, solution.sheets[number], number, isOver);
+    CheckQuantities(usable, solution, faults);
     return faults;
 }
 

@@ -22,7 +22,8 @@ struct PlacementFault
 /// The outlines are measured as they are drawn, lines and arcs, in the poses of the solution: penetration of
 /// at most 1e-6 mm and spacing of at least the separation less 1e-6 mm are valid. The proof covers items,
 /// frame, trims, the used length, defects, outlines of sheets, rotations, hands, stacks, and the quantities
-/// of items and sheets. It shares nothing with the search but the model.
+/// of items and sheets. It shares nothing with the search but the model, and what
+/// MakeUsable() makes of the job.
 ///
 /// Takes O(n log n) for n lines and arcs. Interrupted, it proves nothing: it returns what it has found so far.
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution,

@@ -34,7 +34,7 @@ struct SheetKind
     double length = 0; // along x; not a number: a roll, open to the right
     double leftTrim = 0, rightTrim = 0, topTrim = 0, bottomTrim = 0;
     double cost = 0;              // of a sheet, or of a unit of length of a roll
-    Polygon outline;              // where not empty, what the rectangle really holds
+    Polygon outline;              // where not empty, what the rectangle really holds; the end of a roll
     std::vector<Polygon> defects; // no part may lie on one
 
     bool IsRoll() const { return std::isnan(length); }

@@ -4,40 +4,13 @@
 #include "ZORNestSolverPlan.h"
 #include "ZORNestSolverRepair.h"
 #include "ZORNestSolverReporter.h"
+#include "ZORNestSolverUsable.h"
 
 #include <numeric>
 
 namespace ZORNestSolver {
 
 namespace {
-
-/// A number that can be used: not below zero, and zero where it is none.
-double Positive(double value)
-{
-    return value > 0 && std::isfinite(value) ? value : 0;
-}
-
-Job MakeUsable(const Job& job)
-{
-    Job usable = job;
-    for (double* value : {&usable.separation, &usable.frameWidth, &usable.defectSeparation,
-                          &usable.maxDeviation, &usable.deviationIncrement})
-        *value = Positive(*value);
-    usable.stackSize = std::max(1, job.stackSize);
-    for (Item& item : usable.items) {
-        item.quantity = std::max(0, item.quantity);
-        item.maxDeviation = Positive(item.maxDeviation);
-        item.deviationIncrement = Positive(item.deviationIncrement);
-        item.orientation = std::isfinite(item.orientation) ? item.orientation : 0;
-        std::erase_if(item.allowedAngles, [](double angle) { return !std::isfinite(angle); });
-    }
-    for (SheetKind& kind : usable.kinds) {
-        for (double* value : {&kind.leftTrim, &kind.rightTrim, &kind.topTrim, &kind.bottomTrim, &kind.cost})
-            *value = Positive(*value);
-        kind.width = Positive(kind.width);
-    }
-    return usable;
-}
 
 /// Plans what can be nested at all, and reports the rest with its reasons.
 class Run
@@ -51,7 +24,7 @@ public:
         , m_demand(job.items.size())
     {
         for (size_t i = 0; i < job.items.size(); ++i)
-            m_demand[i] = std::max(0, job.items[i].quantity);
+            m_demand[i] = job.items[i].quantity;
     }
 
     Solution Solve()

@@ -158,3 +158,21 @@ TEST(ZORNestSolverCheckTest, TheOutlineOfAHideIsKept)
     solution.sheets[0].placements = {At(0, {5 + Slip, 5 + Slip})};
     EXPECT_FALSE(FindFaults(job, solution).empty());
 }
+
+TEST(ZORNestSolverCheckTest, NumbersThatCannotBeUsedCountAsZero)
+{
+    for (const double odd : {-3.0, double(NAN), double(INFINITY), -double(INFINITY)}) {
+        Tight tight;
+        SheetKind& kind = tight.job.kinds[0];
+        for (double* value : {&kind.leftTrim, &kind.rightTrim, &kind.topTrim, &kind.bottomTrim,
+                              &tight.job.frameWidth, &tight.job.separation, &tight.job.defectSeparation,
+                              &tight.job.maxDeviation, &tight.job.deviationIncrement})
+            *value = odd;
+        tight.job.items[0].allowedAngles = {odd == -3 ? 0 : odd};
+        EXPECT_EQ(tight.CountFaults(), 0U) << odd;
+        for (Placement& placement : tight.solution.sheets[0].placements)
+            placement.pose.position.x -= Slip;
+        EXPECT_EQ(tight.CountFaults(), 1U) << odd << ": the frame leaves the sheet";
+        EXPECT_EQ(FindPlacementFaults(tight.job, tight.solution.sheets[0]).size(), 1U) << odd;
+    }
+}

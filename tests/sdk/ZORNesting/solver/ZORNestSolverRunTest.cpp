@@ -54,6 +54,40 @@ TEST(ZORNestSolverRunTest, WhatDoesNotFitIsReportedWithItsReason)
     EXPECT_EQ(solution.remarks, std::vector<std::string>{"sheet \"sheet\" has no usable area"});
 }
 
+TEST(ZORNestSolverRunTest, ARollEndsWithItsOutline)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 12)};
+    job.frameWidth = 1;
+    job.kinds = {Roll(22.001)};
+    job.kinds[0].rightTrim = -5;
+    job.kinds[0].outline = {Rectangle(32.001, 22.001)};
+    const Solution solution = SolveFor(job, 1);
+    EXPECT_EQ(FindFaults(job, solution), std::vector<std::string>());
+    ASSERT_EQ(solution.sheets.size(), 1U);
+    EXPECT_EQ(solution.sheets[0].usedLength, 32.001);
+    EXPECT_EQ(CountPlaced(solution), 6);
+    ASSERT_EQ(solution.unplaced.size(), 1U);
+    EXPECT_EQ(solution.unplaced[0].reason, "no sheet left");
+    EXPECT_DOUBLE_EQ(solution.cost, 32.001 * 22.001);
+    job.kinds[0].cost = 2;
+    EXPECT_DOUBLE_EQ(SolveFor(job, 1).cost, 2 * 32.001);
+}
+
+TEST(ZORNestSolverRunTest, NothingIsPlacedOnARollWhoseOutlineHasNoArea)
+{
+    Job job;
+    job.items = {MakeItem(Rectangle(10, 10), 2)};
+    for (const Polygon& outline : {Polygon{{}}, Polygon{{{2, 12}}}, Polygon{{{-9, 0}, {-1, 0}, {-1, 9}}}}) {
+        job.kinds = {Roll(30)};
+        job.kinds[0].outline = outline;
+        const Solution solution = SolveFor(job, 1);
+        EXPECT_EQ(CountPlaced(solution), 0);
+        ASSERT_EQ(solution.unplaced.size(), 1U);
+        EXPECT_EQ(solution.unplaced[0].reason, "larger than every sheet");
+    }
+}
+
 TEST(ZORNestSolverRunTest, PartsWithAHoleOutsideDoNotStopTheOthersOnARoll)
 {
     Job job;
