@@ -3,6 +3,7 @@
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestErrorBox.h"
 #include "core/ZORTestRegistration.h"
+#include "exchange/ZORTestMemoryWatch.h"
 #include "ui_ZORTestImportCatiaXMLCurvesDlg.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -33,6 +34,9 @@ public:
     ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
     Q_DISABLE_COPY_MOVE(WaitCursor)
 };
+
+constexpr qint64 kBytesOfEntry = 1000; // the item, its values, and what the view and its selection keep of it
+constexpr qint64 kBytesOfNodes = 100;  // of the document, for a byte of a file of empty elements
 
 /// "A/B/OuterContour": the names of the elements around a contour, up to the first one without.
 QString GetName(const QDomNode& contour)
@@ -162,8 +166,11 @@ void ZORTestImportCatiaXMLCurvesDlg::Read(QFile& file)
     // Neither the list nor the scale starts anew with another file: both are established.
     const QDomNodeList contours = FindContours();
     const int numContours = contours.length();
+    ZORTestMemoryWatch watch;
     for (int i = 0; i < numContours; ++i) {
-        auto* item = new QListWidgetItem(GetName(contours.at(i)), m_ui->_CurveList);
+        const QString name = GetName(contours.at(i));
+        watch.Use(kBytesOfEntry + name.size() * qint64(sizeof(QChar)));
+        auto* item = new QListWidgetItem(name, m_ui->_CurveList);
         item->setData(Qt::UserRole, i);
     }
 }
@@ -175,10 +182,14 @@ void ZORTestImportCatiaXMLCurvesDlg::Parse(QFile& file)
     const ZORSysXmlGuard::Finding finding = ZORSysXmlGuard::Scan(file);
     if (finding.verdict != ZORSysXmlGuard::Verdict::Harmless || !file.seek(0))
         return;
-    QXmlStreamReader reader(&file);
+    ZORTestWatchedDevice device(file, kBytesOfNodes);
+    QXmlStreamReader reader(&device);
     reader.setNamespaceProcessing(false);
     reader.setEntityExpansionLimit(finding.numExpanded);
-    if (!m_document.setContent(&reader, false))
+    const bool isRead = m_document.setContent(&reader, false);
+    if (device.IsMemoryLow())
+        throw std::bad_alloc();
+    if (!isRead)
         m_document = QDomDocument();
 }
 
