@@ -1,5 +1,7 @@
 // Cost of the feature browser on a container with many geometries.
 
+#include "BenchmarkProgram.h"
+
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatFolder.h>
@@ -167,12 +169,10 @@ ZOR_BENCHMARK(RemoveFeatureTree);
 
 } // namespace
 
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return RunBenchmarks(argc, argv);
 }

@@ -1,5 +1,7 @@
 // Many nesting jobs at once, and a large one that is canceled.
 
+#include "BenchmarkProgram.h"
+
 #include <ZORNesting/ZORNestNestingInput.h>
 #include <ZORNesting/ZORNestNestingProcessor.h>
 #include <ZORNesting/ZORNestNestingResponse.h>
@@ -99,12 +101,8 @@ BENCHMARK(CancelJob)->Arg(500)->Arg(5000)->Unit(benchmark::kMillisecond)->UseMan
 
 } // namespace
 
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return RunBenchmarks(argc, argv);
 }

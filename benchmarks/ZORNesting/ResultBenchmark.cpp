@@ -1,5 +1,6 @@
 // Reading, writing and drawing nesting results.
 
+#include "BenchmarkProgram.h"
 #include "ResultOfItems.h"
 
 #include <ZORNesting/ZORNestResultReader.h>
@@ -101,10 +102,9 @@ BENCHMARK(CreatePicture)->Arg(200)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return RunBenchmarks(argc, argv);
 }

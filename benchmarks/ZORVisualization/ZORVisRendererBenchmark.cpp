@@ -1,3 +1,5 @@
+#include "BenchmarkProgram.h"
+
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORVisualization/ZORVisCamera.h>
@@ -247,13 +249,11 @@ BENCHMARK(TextsNextPicture)
 
 } // namespace
 
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     std::cout << ZORVisGraphicsContext::GetInstance()->GetDescription().toStdString() << '\n';
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return RunBenchmarks(argc, argv);
 }

@@ -1,5 +1,7 @@
 // How long a job takes that does nothing: from Execute() to the signal of its end.
 
+#include "BenchmarkProgram.h"
+
 #include <ZORWorker/ZORWorkHelpers.h>
 #include <ZORWorker/ZORWorkJobKind.h>
 #include <ZORWorker/ZORWorkProcessor.h>
@@ -70,7 +72,7 @@ BENCHMARK(BM_JobInWarmHelper)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(b
 BENCHMARK(BM_JobInNewHelper)->Arg(1 << 10)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 /// This program is its own helper program, so that it needs no other kind than "echo".
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     ZORWorkJobKind::Register(
@@ -78,6 +80,5 @@ int main(int argc, char** argv)
     if (argc > 1 && std::strcmp(argv[1], "--serve") == 0)
         return ZORWorkHelpers::Serve(argc, argv);
     ZORWorkHelpers::SetProgram(QCoreApplication::applicationFilePath());
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return RunBenchmarks(argc, argv);
 }

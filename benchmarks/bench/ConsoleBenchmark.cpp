@@ -1,5 +1,6 @@
 // The console on a container of many geometries, offscreen.
 
+#include "BenchmarkProgram.h"
 #include "console/ZORTestMainDialog.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -92,13 +93,9 @@ BENCHMARK(OpenConsole)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return RunBenchmarks(argc, argv);
 }

@@ -1,5 +1,6 @@
 // The import of contours from a big XML file, offscreen.
 
+#include "BenchmarkProgram.h"
 #include "core/ZORTestEnvironment.h"
 #include "exchange/ZORTestImportCatiaXMLCurvesDlg.h"
 
@@ -106,10 +107,9 @@ BENCHMARK(ImportContours)->Arg(10)->Arg(100)->Unit(benchmark::kMillisecond)->Ite
 
 } // namespace
 
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return RunBenchmarks(argc, argv);
 }

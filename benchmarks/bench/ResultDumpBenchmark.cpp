@@ -1,6 +1,7 @@
 // The dump of a nesting result into the debug log, offscreen.
 
 #include "../ZORNesting/ResultOfItems.h"
+#include "BenchmarkProgram.h"
 #include "nesting/ZORTestResultDump.h"
 
 #include <ZORDebug/ZORDebugVizContainer.h>
@@ -95,10 +96,9 @@ BENCHMARK(DrawSegments)->Arg(10000)->Unit(benchmark::kMillisecond)->Iterations(1
 
 } // namespace
 
-int main(int argc, char** argv)
+int RunProgram(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return RunBenchmarks(argc, argv);
 }
