@@ -12,7 +12,9 @@ constexpr double kFoldDistance = 1e-6; // of lines that lie on each other
 Ring MakeSpur(Point from, Point to, const Box& box)
 {
     const Point along = to - from;
-    const Point side = Point{-along.y, along.x} * (kWidth / 2 / Length(along));
+    const double length = Length(along);
+    const bool hasDirection = length > kFoldDistance; // dividing by the least lengths gives no numbers
+    const Point side = hasDirection ? Point{-along.y, along.x} * (kWidth / 2 / length) : Point{};
     Ring spur{from, from - side, to - side, to, to + side, from + side};
     for (Point& p : spur)
         p = {std::clamp(p.x, box.min.x, box.max.x), std::clamp(p.y, box.min.y, box.max.y)};

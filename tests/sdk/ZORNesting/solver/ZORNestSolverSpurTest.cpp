@@ -72,6 +72,14 @@ TEST(ZORNestSolverSpurTest, ThePolygonHoldsThem)
     }
 }
 
+TEST(ZORNestSolverSpurTest, TheLeastLengthsGiveNumbers)
+{
+    for (const double tiny : {5e-324, 5.9e-316, 1e-300, 1e-160, 1e-12}) {
+        const Ring ring{{0, 0}, {tiny, 0}, {0, 0}, {10, 10}, {10, 0}, {0, 10}}; // crosses itself as well
+        EXPECT_NEAR(GetArea(OuterOf(ring)), 50, 0.01) << tiny;
+    }
+}
+
 TEST(ZORNestSolverSpurTest, SidesMayBeDividedDifferently)
 {
     const Ring ring{{0, 0}, {10, 0}, {10, 5}, {17, 5}, {14, 5}, {12, 5}, {10, 5}, {10, 10}, {0, 10}};
