@@ -13,6 +13,7 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <sys/file.h>
 
 namespace {
 
@@ -29,6 +30,16 @@ bool ReplaceByCopy(const QString& source, const QString& target)
     return file.open(QIODevice::ReadOnly) && ZORSysReplacedFile::Replace(target, file.readAll()).isEmpty();
 }
 
+/// Removes what a killed process left of the lock that QSettings puts beside a file. QLockFile sees by the content of
+/// its file whether the owner is alive, and waits 30 s for an owner that was killed before it wrote the content.
+void RemoveAbandonedLock(const QString& path)
+{
+    ZORSysFile lock(path + ".lock");
+    const bool isEmpty = QFile::exists(lock.fileName()) && lock.open(QIODevice::ReadOnly) && lock.size() == 0;
+    if (isEmpty && flock(lock.handle(), LOCK_EX | LOCK_NB) == 0) // a living owner holds this one, too
+        QFile::remove(lock.fileName());
+}
+
 } // namespace
 
 ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
@@ -40,6 +51,7 @@ ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
     const bool isUsable = ZORSysFile::FindObstacle(path, QIODevice::ReadWrite).isEmpty();
     if (clean && isUsable)
         MoveAway(path);
+    RemoveAbandonedLock(path);
     if (isUsable && QFileInfo(path).size() <= kMaximumSize)
         m_store = std::make_unique<QSettings>(path, ZORHostIniFormat::Get());
     else

@@ -3,6 +3,7 @@
 #include "Writers.h"
 
 #include "support/HostileDisk.h"
+#include "support/KillDuring.h"
 #include "support/Printers.h"
 
 #include <ZORWorker/ZORWorkResource.h>
@@ -13,17 +14,11 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <poll.h>
 #include <random>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr int kKills = 12;
-constexpr int kMostWrites = 4;  // before a kill
-constexpr int kMostWaiting = 4; // ms, and then it is killed
 
 QByteArray Read(const QString& path)
 {
@@ -34,36 +29,6 @@ QByteArray Read(const QString& path)
 QStringList GetFiles(const QString& folder)
 {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-}
-
-/// Repeats \a work in a process of its own, and kills that at a random moment.
-/// \return whether it got that far
-template<class Work>
-bool KillDuring(Work work, std::mt19937& random)
-{
-    int done[2] = {};
-    if (pipe(done) != 0)
-        return false;
-    const pid_t child = fork();
-    if (child == 0) {
-        for (int i = 0;; ++i) {
-            work(i);
-            if (write(done[1], "", 1) != 1)
-                _exit(1);
-        }
-    }
-    close(done[1]);
-    bool isAlive = child > 0;
-    char byte = 0;
-    for (unsigned left = 1 + random() % kMostWrites; left > 0; --left)
-        isAlive = isAlive && read(done[0], &byte, 1) == 1;
-    poll(nullptr, 0, int(random() % kMostWaiting));
-    if (child > 0) {
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-    }
-    close(done[0]);
-    return isAlive;
 }
 
 class WritersTest : public testing::TestWithParam<Writer>

@@ -4,12 +4,22 @@
 #include "app/ZORHostIniFormat.h"
 #include "support/HostileDisk.h"
 #include "support/HostileFiles.h"
+#include "support/KillDuring.h"
 
 #include <ZORSystem/ZORSysSettingsManager.h>
 
 #include <QDir>
+#include <QElapsedTimer>
+
+#include <sys/file.h>
 
 namespace {
+
+QByteArray ReadBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 class ZORHostSettingsTest : public HostTest
 {
@@ -137,14 +147,10 @@ TEST_F(ZORHostSettingsTest, AFullDiskKeepsTheFileAndTheValues)
     if (!disk.IsMounted())
         GTEST_SKIP() << "this user must not mount a disk";
     const QString path = disk.GetPath("own.ini");
-    const auto read = [&path] {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
     const ZORHostSettings settings(path, false);
     settings.GetStore()->setValue("Host/text", "old");
     settings.GetStore()->sync();
-    const QByteArray before = read();
+    const QByteArray before = ReadBytes(path);
     EXPECT_EQ(QByteArray("[Host]\ntext=old\n"), before);
     QFile rest(disk.GetPath("rest"));
     ASSERT_TRUE(rest.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
@@ -154,13 +160,104 @@ TEST_F(ZORHostSettingsTest, AFullDiskKeepsTheFileAndTheValues)
         ASSERT_TRUE(rest.resize(rest.size() - (pages == 0 ? 0 : 4096)));
         settings.GetStore()->setValue("Host/text", QString(15'000, 'n'));
         settings.GetStore()->sync();
-        EXPECT_EQ(before, read()) << pages;
+        EXPECT_EQ(before, ReadBytes(path)) << pages;
     }
     EXPECT_EQ(QStringList({"own.ini", "rest"}),
               QDir(disk.GetFolder()).entryList(QDir::Files | QDir::Hidden, QDir::Name));
     ASSERT_TRUE(rest.resize(0));
     settings.GetStore()->sync();
-    EXPECT_LT(15'000, read().size()) << "the value was kept";
+    EXPECT_LT(15'000, ReadBytes(path).size()) << "the value was kept";
+}
+
+TEST_F(ZORHostSettingsTest, AKillLeavesAWholeFileThatCanBeWritten)
+{
+    ASSERT_TRUE(QDir().mkpath(GetPath("writing")) && QDir().mkpath(GetPath("temporary")));
+    const QString path = GetPath("writing/own.ini");
+    const QByteArray small = "[Host]\ntext=old\n", large = "[Host]\ntext=" + QByteArray(20'000, 'n') + "\n";
+    WriteFile("writing/own.ini", small);
+    std::mt19937 random(13);
+    for (int kill = 0; kill < 20; ++kill) {
+        const bool isRunning = KillDuring(
+            [&](int i) {
+                qputenv("TMPDIR", QFile::encodeName(GetPath("temporary"))); // of the killed process alone
+                const ZORHostSettings settings(path, false);
+                settings.GetStore()->setValue("Host/text",
+                                              i % 2 == 0 ? QString(20'000, 'n') : QString("old"));
+                settings.GetStore()->sync();
+            },
+            random, 60);
+        ASSERT_TRUE(isRunning);
+        const QByteArray present = ReadBytes(path);
+        EXPECT_TRUE(present == small || present == large) << kill << ": " << present.size() << " bytes";
+    }
+    const ZORHostSettings settings(path, false);
+    EXPECT_EQ(QString(), settings.GetWarning());
+    settings.GetStore()->setValue("Host/text", "new"); // whoever was killed may have held the lock
+    settings.GetStore()->sync();
+    EXPECT_EQ(QSettings::NoError, settings.GetStore()->status());
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path));
+}
+
+// Whoever makes the lock may be killed before its number is in it.
+TEST_F(ZORHostSettingsTest, AnEmptyLockWithoutAnOwnerIsNotWaitedFor)
+{
+    const QString path = GetPath("own.ini");
+    QFile lock(WriteFile("own.ini.lock", QByteArray()));
+    ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
+    ASSERT_EQ(0, flock(lock.handle(), LOCK_EX));
+    {
+        const ZORHostSettings settings(path, false);
+        EXPECT_TRUE(lock.exists()) << "its owner lives";
+    }
+    lock.close();
+    QElapsedTimer time;
+    time.start();
+    const ZORHostSettings settings(path, false);
+    settings.GetStore()->setValue("Host/text", "new");
+    settings.GetStore()->sync();
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path));
+    EXPECT_GT(10'000, time.elapsed());
+}
+
+TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyKeepsTheFileAndTheValues)
+{
+    const QByteArray before = "[Host]\ntext=old\n";
+    const QString path = WriteFile("own.ini", before);
+    const ZORHostSettings settings(path, false);
+    EXPECT_EQ(QString(), settings.GetWarning());
+    settings.GetStore()->setValue("Host/text", "new");
+    {
+        const ReadOnlyFolder readOnly(GetPath({}));
+        settings.GetStore()->sync();
+        EXPECT_EQ(before, ReadBytes(path));
+        EXPECT_EQ("new", settings.GetStore()->value("Host/text").toString());
+    }
+    EXPECT_EQ(QStringList("own.ini"), QDir(GetPath({})).entryList({"own.ini*"}, QDir::Files | QDir::Hidden));
+    settings.GetStore()->sync();
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path)) << "the value was kept";
+}
+
+TEST_F(ZORHostSettingsTest, AFolderThatVanishesIsMadeForTheNextValue)
+{
+    const QString folder = GetPath("vanishing"), path = folder + "/own.ini";
+    const ZORHostSettings settings(path, false);
+    settings.GetStore()->setValue("Host/text", "old");
+    settings.GetStore()->sync();
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    settings.GetStore()->setValue("Host/text", "new");
+    EXPECT_EQ("new", settings.GetStore()->value("Host/text").toString());
+    settings.GetStore()->sync();
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path));
+
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    QFile file(folder); // takes the place of the folder
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    settings.GetStore()->setValue("Host/text", "newer");
+    settings.GetStore()->sync();
+    EXPECT_EQ("newer", settings.GetStore()->value("Host/text").toString());
+    ASSERT_TRUE(file.remove());
+    settings.GetStore()->sync();
+    EXPECT_EQ(QByteArray("[Host]\ntext=newer\n"), ReadBytes(path)) << "the value was kept";
 }
 
 TEST_F(ZORHostSettingsTest, WithoutATemporaryFileTheSettingsStayAsTheyAre)
@@ -174,9 +271,7 @@ TEST_F(ZORHostSettingsTest, WithoutATemporaryFileTheSettingsStayAsTheyAre)
             const ZORHostSettings settings(path, false);
             settings.GetStore()->setValue("Host/other", 1);
         }
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        EXPECT_EQ(content, file.readAll());
+        EXPECT_EQ(content, ReadBytes(path));
     }
     if (former.isNull())
         qunsetenv("TMPDIR");

@@ -26,6 +26,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdio>
 #include <functional>
 #include <future>
 
@@ -123,6 +124,20 @@ Reader MakeSourceReader(const char* name, const QByteArray& provider, int megaby
             QStringLiteral("file is larger than %1 MB").arg(megabytes)};
 }
 
+/// Reads a document of zornest as its users do.
+void ReadInstance(const QString& path)
+{
+    const QByteArray command = "exec timeout -s KILL " + QByteArray::number(kHang)
+                               + " '" ZORNEST_PROGRAM "' '" + QFile::encodeName(path) + "' 2>&1 >/dev/null";
+    FILE* const output = popen(command.constData(), "r");
+    QByteArray text;
+    for (int byte = std::fgetc(output); byte != EOF; byte = std::fgetc(output))
+        text.append(char(byte));
+    if (pclose(output) != 3 << 8) // the code for bad instances
+        _exit(1);
+    throw ZORSysException(QString::fromUtf8(text.trimmed()));
+}
+
 class HostileFilesTest : public testing::TestWithParam<Reader>
 {
 protected:
@@ -196,7 +211,7 @@ TEST_P(HostileFilesTest, FourGigabytesOfZerosAreRefused)
     EXPECT_EQ(expected.contains("%1") ? expected.arg(path) : expected, Read(path));
 }
 
-// A reader that goes on until nothing comes any more would never end.
+// A reader that continues until nothing is left would never end.
 TEST_P(HostileFilesTest, AFileThatKeepsGrowingEnds)
 {
     const QString path = HostileFiles::MakeZeros(folder.path(), 0);
@@ -241,6 +256,7 @@ const Reader kReaders[] = {
     MakeSourceReader("Svg", "svg", 256),
     MakeSourceReader("ContourXml", "contour-xml", 256),
     MakeSourceReader("NestingJson", "nesting-json", 128),
+    {"InstanceJson", ReadInstance, "%1: file is larger than 128 MB", "%1: "},
 };
 
 INSTANTIATE_TEST_SUITE_P(Readers, HostileFilesTest, testing::ValuesIn(kReaders),
