@@ -148,10 +148,10 @@ bool ZORWorkHelper::HasEnded()
     return true;
 }
 
-bool ZORWorkHelper::AwaitEnd(Clock::time_point deadline, const std::atomic<bool>& isCanceled)
+bool ZORWorkHelper::AwaitEnd(Clock::time_point deadline, const std::atomic<bool>* isCanceled)
 {
     while (!HasEnded()) {
-        if (isCanceled || Clock::now() >= deadline)
+        if ((isCanceled && *isCanceled) || Clock::now() >= deadline)
             return false;
         pollfd event{m_process.errors.IsOpen() ? m_process.errors.Get() : -1, POLLIN, 0};
         if (poll(&event, 1, int(kEndPulse.count())) > 0)

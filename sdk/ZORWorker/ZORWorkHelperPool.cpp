@@ -227,7 +227,7 @@ void ZORWorkHelperPool::Greet(ZORWorkHelper& helper, ZORWorkControl& control)
         if (control.isCanceled)
             throw ZORWorkCanceled();
         if (helper.IsClosed()) {
-            helper.AwaitEnd(ZORWorkHelper::Clock::now() + kFarewellTime, control.isCanceled);
+            helper.AwaitEnd(ZORWorkHelper::Clock::now() + kFarewellTime, &control.isCanceled);
             const QString errors = helper.TakeErrors();
             throw ZORSysException(errors.isEmpty() ? Tr("it ended at once") : errors);
         }

@@ -25,6 +25,7 @@ constexpr auto kCancelGrace = 150ms; // a canceled job ends in 0.2 s, the kill i
 constexpr auto kStopGrace = 10s;     // a first result can be made in that time
 constexpr auto kTraceGrace = 6s;     // for a process that has crashed to write its stack
 constexpr auto kStackTime = 80ms;    // for a process to write its stack before it is killed
+constexpr auto kKillGrace = 25ms;    // for a killed process to vanish, as most do
 
 std::atomic<std::chrono::milliseconds> s_stopGrace{kStopGrace};
 
@@ -232,7 +233,7 @@ ZORWorkHelperRun::End ZORWorkHelperRun::FinishResult(const ZORWorkProtocol::Resu
 // Waits for a process that writes its stack and ends, unless the job is canceled.
 bool ZORWorkHelperRun::AwaitTrace(ZORWorkHelper& helper) const
 {
-    if (helper.AwaitEnd(Clock::now() + kTraceGrace, m_control.isCanceled))
+    if (helper.AwaitEnd(Clock::now() + kTraceGrace, &m_control.isCanceled))
         return true;
     helper.Kill();
     return false;
@@ -263,7 +264,8 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Bury(ZORWorkHelper& helper) const
 ZORWorkHelperRun::End ZORWorkHelperRun::GiveUp(ZORWorkHelper& helper) const
 {
     if (m_control.isCanceled) {
-        helper.Kill(); // the pool waits for its end
+        helper.Kill();
+        helper.AwaitEnd(Clock::now() + kKillGrace); // afterwards it is the pool that waits
         LogErrors(helper, Tr("the job did not answer a cancel and was killed"));
         return {{}, ZORWorkFailure::GetCanceledReason(), true, false};
     }

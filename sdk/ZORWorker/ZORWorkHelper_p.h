@@ -57,8 +57,9 @@ public:
     /// Whether the process has ended; never waits.
     bool HasEnded();
     /// Reads its last words until it has ended, \a deadline has passed or the job is canceled.
+    /// \param isCanceled  null for a job that is canceled already
     /// \return whether it has ended
-    bool AwaitEnd(Clock::time_point deadline, const std::atomic<bool>& isCanceled);
+    bool AwaitEnd(Clock::time_point deadline, const std::atomic<bool>* isCanceled = nullptr);
     /// Of waitpid(), once it has ended; -1 when it is unknown.
     int GetEndStatus() const { return m_endStatus; }
     /// What the process has written to its standard error since the last call, at most its last 64 KiB. Never

@@ -12,9 +12,12 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 
+#include <bit>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <fcntl.h>
+#include <mutex>
 #include <sys/stat.h>
 
 namespace {
@@ -23,6 +26,7 @@ Q_LOGGING_CATEGORY(ZorResourceLog, "zor.worker")
 
 constexpr int MaximumNumber = 9999;
 constexpr qint64 kPieceSize = qint64(1) << 20; // bytes
+constexpr auto kSuccession = std::chrono::seconds(1);
 
 QString Translate(const char* text)
 {
@@ -119,6 +123,46 @@ QString Convert(const QString& file, const QString& directory,
     return Translate("no name is free");
 }
 
+/// Failures of one kind in quick succession, such as those of thousands of files on a full disk.
+class FailureCounter
+{
+public:
+    /// \return the number of failures like this one so far
+    unsigned Add(const QString& directory, const QString& reason)
+    {
+        const std::lock_guard lock(m_mutex);
+        const Clock::time_point now = Clock::now();
+        const bool isLikeLast = directory == m_directory && reason == m_reason && now - m_time < kSuccession;
+        m_count = isLikeLast ? m_count + 1 : 1;
+        m_directory = directory;
+        m_reason = reason;
+        m_time = now;
+        return m_count;
+    }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    std::mutex m_mutex; // of everything below
+    QString m_directory;
+    QString m_reason;
+    Clock::time_point m_time;
+    unsigned m_count = 0;
+};
+
+// Thousands of equal lines would push all others out of sight, so the log gets those whose number is a power of two.
+void WarnOfFailure(const QString& file, const QString& directory, const QString& reason)
+{
+    static FailureCounter counter;
+    const unsigned count = counter.Add(directory, reason);
+    if (!std::has_single_bit(count))
+        return;
+    QString line = Translate("cannot bring '%1' into '%2': %3").arg(file, directory, reason);
+    if (count > 1)
+        line += Translate(" (%1 files so far)").arg(count);
+    qCWarning(ZorResourceLog).noquote() << line;
+}
+
 } // namespace
 
 ZORWorkResource::ZORWorkResource(const QString& path)
@@ -134,8 +178,7 @@ bool ZORWorkResource::ConvertToLocalStorage(const QString& directory, LocalConve
     QString path;
     const QString reason = Convert(m_path, directory, behavior, path);
     if (!reason.isEmpty()) {
-        qCWarning(ZorResourceLog).noquote()
-            << Translate("cannot bring '%1' into '%2': %3").arg(m_path, directory, reason);
+        WarnOfFailure(m_path, directory, reason);
         return false;
     }
     if (written)

@@ -31,7 +31,7 @@ public:
     ///                 stayed); not owned, null: not wanted
     /// The new file appears in one step, complete, also where the program is killed.
     /// \return false when the file cannot be read, the directory is none or cannot be written, or no name is
-    ///         free; the directory then is as it was, and so is the file, and a warning in the log has the reason
+    ///         free. Directory and file stay as they were. A warning has the reason, one for many of a kind.
     bool ConvertToLocalStorage(const QString& directory, LocalConversionBehavior behavior,
                                QStringList* written = nullptr) const;
 

@@ -36,6 +36,8 @@ HelpersTest::HelpersTest()
 HelpersTest::~HelpersTest()
 {
     processor.reset();
+    // The directory of a job lives as long as its killed process.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return GetDirectories().filter("job-").isEmpty(); }, kPatience));
     ZORWorkHelperRun::SetStopGrace(std::chrono::seconds(10));
     qInstallMessageHandler(m_previous);
 }

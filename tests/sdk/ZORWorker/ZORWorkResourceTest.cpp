@@ -1,6 +1,7 @@
 // Tests of ZORWorkResource.
 
 #include "support/Printers.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORWorker/ZORWorkResource.h>
 
@@ -136,6 +137,25 @@ TEST_F(ZORWorkResourceTest, FailuresLeaveEverythingAsItIs)
     EXPECT_EQ(QStringList("part.msi"), GetFiles("out"));
     EXPECT_EQ("new", Read("part.msi"));
     EXPECT_FALSE(QFile::exists(base.filePath("missing")));
+}
+
+TEST_F(ZORWorkResourceTest, ManyFailuresOfOneKindHaveFewWarnings)
+{
+    const WarningCatcher warnings;
+    const ZORWorkResource resource(Write("part.msi", "new"));
+    const QString directory = base.filePath("missing");
+    for (int i = 0; i < 1000; ++i)
+        EXPECT_FALSE(resource.ConvertToLocalStorage(directory, ZORWorkResource::Copy));
+    const QStringList lines = warnings.GetLines();
+    ASSERT_GE(lines.size(), 2);
+    EXPECT_LT(lines.size(), 100);
+    const QString line = QStringLiteral("zor.worker: cannot bring '%1' into '%2': there is no such directory")
+                             .arg(resource.GetFilePath(), directory);
+    EXPECT_EQ(line, lines[0]);
+    EXPECT_EQ(line + " (2 files so far)", lines[1]);
+
+    EXPECT_FALSE(resource.ConvertToLocalStorage(base.filePath("other"), ZORWorkResource::Copy));
+    EXPECT_EQ(lines.size() + 1, warnings.GetLines().size()); // another directory
 }
 
 } // namespace
