@@ -61,7 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QByteArray saved = Save(container);
     ZORFeatContainer again;
     Load(again, saved);
-    Require(again.GetNumGeometry() == container.GetNumGeometry(), "every object comes back");
+    Require(again.GetNumGeometry() == container.GetNumGeometry(), "every object is read again");
     Require(Save(again) == saved, "another save gives the same bytes");
     while (container.GetNumGeometry() > 0)
         delete container.GetGeometryByIndex(0);

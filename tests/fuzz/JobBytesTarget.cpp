@@ -18,7 +18,7 @@ template<class Read, class Write>
 void CheckForm(const QByteArray& bytes, Read read, Write write)
 {
     const QByteArray written = write(read(bytes));
-    Require(write(read(written)) == written, "what was written comes back");
+    Require(write(read(written)) == written, "what was written is read again");
 }
 
 void CompleteJob(const QByteArray& interim)

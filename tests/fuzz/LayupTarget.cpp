@@ -30,7 +30,7 @@ void WriteAndRead(const ZORCompDocument& document)
     const ZORCompFormat& xml = ZORCompFormat::Find("layup-xml");
     const QByteArray written = xml.Write(document);
     ZORCompReadReport report;
-    Require(xml.Write(xml.Parse(written, report)) == written, "what was written comes back");
+    Require(xml.Write(xml.Parse(written, report)) == written, "what was written is read again");
 }
 
 } // namespace

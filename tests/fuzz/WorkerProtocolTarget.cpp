@@ -60,6 +60,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Require(whole.failure == pieces.failure, "pieces fail like the whole");
     Require(!whole.failure.isEmpty() || whole.messages == pieces.messages, "pieces say what the whole says");
     for (const QByteArray& message : pieces.messages)
-        Require(ReadWhole(message) == Reading{{message}, {}}, "a message comes back as it was");
+        Require(ReadWhole(message) == Reading{{message}, {}}, "a message is read as it was");
     return 0;
 }

@@ -4,7 +4,7 @@
 #   tests/fuzz/run.sh [SECONDS] [TARGET...]
 #
 # What is found stays in build/fuzz/found, with the log of its run; once repaired it belongs into the corpus of the
-# target. Inputs that reach new code stay in build/fuzz/corpora, from which the next run goes on.
+# target. Inputs that reach new code stay in build/fuzz/corpora, with which the next run starts.
 set -eu
 cd "$(dirname "$0")/../.."
 seconds=${1:-60}

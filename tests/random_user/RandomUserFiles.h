@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Good, damaged and odd files in a folder of their own: inputs of all kinds, each also cut short and with
+/// Good, damaged and odd files in a separate folder: inputs of all kinds, each also cut short and with
 /// some bytes changed; empty ones, folders, a very long name, a link to itself, named pipes and, where the
 /// system allows to make them, devices.
 class RandomUserFiles

@@ -120,7 +120,7 @@ void RandomUserHand::Post(QWidget* widget, QEvent::Type type, const QPoint& at, 
         m_buttons |= button;
     else if (type == QEvent::MouseButtonRelease)
         m_buttons &= ~Qt::MouseButtons(button);
-    // Queued, as the events of a display are: the effect may run an event loop of its own and delete the
+    // Queued, as the events of a display are: the effect may run another event loop and delete the
     // widget.
     const Qt::MouseButtons buttons = m_buttons;
     const int time = ++m_time;

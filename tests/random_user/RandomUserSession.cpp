@@ -112,7 +112,7 @@ void RandomUserSession::Step()
     ++m_numDone;
     if (m_plan.memoryEvery > 0 && m_numDone % m_plan.memoryEvery == 0)
         ReportMemory();
-    // Announced first: the action may run the event loop of a modal dialog, in which the user goes on.
+    // Announced first: the action may run the event loop of a modal dialog, in which the user continues.
     const int pause = action.kind == "wait" ? action.arguments.value(0).toInt() : 0;
     QTimer::singleShot(std::max(1, pause), this, &RandomUserSession::Step);
     m_hand.Perform(action);

@@ -1,4 +1,4 @@
-// One run of the random user in a process of its own.
+// One run of the random user in a separate process.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Runs as a program of its own with ZOR_NO_GRAPHICS=1: the context is made once a process.
+// Runs as a separate program with ZOR_NO_GRAPHICS=1: the context is made once a process.
 
 #include "HostTest.h"
 #include "view/ZORHostView3D.h"

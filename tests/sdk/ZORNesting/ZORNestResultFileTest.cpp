@@ -343,7 +343,7 @@ TEST(ZORNestResultFileTest, SurvivesDamageBehindTheChecksum)
             ++invalid;
             continue;
         }
-        // What can be read has measures and points, and comes back from a file.
+        // What can be read has measures and points, and is read again from a file.
         for (const ZORNestResultItem* item : result.GetItems()) {
             for (const ZORNestResultShape* shape : item->GetShapes()) {
                 for (const ZORNestResultSegment& segment : shape->GetSegments())

@@ -72,7 +72,7 @@ int CountAll(const Solution& solution)
     return count;
 }
 
-/// A run without end, in a thread of its own.
+/// A run without end, in a separate thread.
 class EndlessRun
 {
 public:

@@ -34,7 +34,7 @@ const char* const Squares = R"({
     "trims": {"left": 0.5}, "defects": []}],
   "params": {"item_separation": 0.5, "usage_rule": "BestSize", "stack_size": 1}})";
 
-/// The program with files in a folder of its own.
+/// The program with files in a separate folder.
 class ZorNestFrontTest : public testing::Test
 {
 protected:
