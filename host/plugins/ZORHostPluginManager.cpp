@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <dlfcn.h>
+#include <elf.h>
 
 namespace {
 
@@ -40,11 +41,17 @@ bool IsClassOf(const QObject* object, const QString& canonicalPath)
     return false;
 }
 
-/// Interface named by the metadata of a library, read without running it; empty for none.
+/// Returns whether a file begins as libraries do, also where the rest is missing. Scripts of linkers do not, which have
+/// names of libraries.
+bool BeginsAsLibrary(const QString& path)
+{
+    ZORSysFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(SELFMAG) == QByteArray(ELFMAG, SELFMAG);
+}
+
+/// Interface named by the metadata of a complete library, read without running it; empty for none.
 QString ReadInterface(const QString& path)
 {
-    if (!ZORSysLibraryFile::IsWhole(path))
-        return {};
     return QPluginLoader(path).metaData().value(QLatin1String("IID")).toString();
 }
 
@@ -184,10 +191,12 @@ void ZORHostPluginManager::LoadFromFolder(const QString& folder, Trust trust)
     const QFileInfoList files = QDir(folder).entryInfoList({"*.so"}, QDir::Files, QDir::Name);
     for (const QFileInfo& file : files) {
         const QString path = file.absoluteFilePath();
-        const QString id = ReadInterface(path);
+        const bool isWhole = ZORSysLibraryFile::IsWhole(path);
+        const QString id = isWhole ? ReadInterface(path) : QString();
         // A library without metadata beside the plug-ins is none of ours, unless the folder is for plug-ins
-        // only.
-        if (id.isEmpty() && QDir(folder).dirName() != QLatin1String("plugins"))
+        // only. The metadata of a damaged one are unknown, so that the user has to learn of it.
+        const bool isDamaged = !isWhole && BeginsAsLibrary(path);
+        if (id.isEmpty() && !isDamaged && QDir(folder).dirName() != QLatin1String("plugins"))
             continue;
         if (!id.isEmpty() && id != interfaceId)
             continue;

@@ -179,11 +179,18 @@ TEST_F(ZORHostPluginManagerTest, ATruncatedLibraryInTheSearchPathIsNotRead)
     QFile whole(PluginFile("GoodPlugin"));
     ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
     const QByteArray contents = whole.readAll();
-    ASSERT_TRUE(QDir().mkpath(GetPath("plugins")));
-    const QString file = WriteFile("plugins/cut.so", contents.left(contents.size() / 2));
-    qputenv("ZOR_PLUGIN_PATH", QFile::encodeName(GetPath("plugins")));
+    for (const QString& folder : QStringList({"plugins", "others"})) {
+        ASSERT_TRUE(QDir().mkpath(GetPath(folder)));
+        WriteFile(folder + "/cut.so", contents.left(contents.size() / 2));
+    }
+    WriteFile("others/script.so", "GROUP ( libc.so.6 )\n");
+    qputenv("ZOR_PLUGIN_PATH", QFile::encodeName(GetPath("plugins") + ":" + GetPath("others")));
     manager.LoadFromSearchPath();
-    EXPECT_EQ("this is no complete library: the file is cut short or of another kind", StateIn("plugins"));
+    const QString reason = "this is no complete library: the file is cut short or of another kind";
+    EXPECT_EQ(reason, StateIn("plugins"));
+    EXPECT_EQ(reason, StateIn("others"));
+    for (const ZORHostPlugin& plugin : manager.GetPlugins())
+        EXPECT_FALSE(plugin.path.endsWith("script.so"));
 }
 
 TEST_F(ZORHostPluginManagerTest, FoldersOfTheEnvironmentAreIgnoredWhenOthersMayFillThem)
