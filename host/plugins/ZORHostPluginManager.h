@@ -41,7 +41,7 @@ public:
     /// \return whether it is loaded now; the reason is in GetPlugins()
     bool Load(const QString& fileName);
     /// Loads every plug-in in the search path, by folder and file name. Other libraries that lie there are
-    /// passed over without a word; a broken file is recorded when its name ends in ".so".
+    /// passed over without a word. A damaged library is recorded as failed, since nobody knows what it was.
     ///
     /// Logs a warning for each folder of ZOR_PLUGIN_PATH that is ignored. A plug-in in such a folder to whose file
     /// everybody may write fails. Load() takes any file.

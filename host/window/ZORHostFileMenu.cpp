@@ -284,6 +284,7 @@ bool ZORHostFileMenu::SavePicture(const QString& fileName)
 bool ZORHostFileMenu::Report(const QString& error, const QString& message)
 {
     if (!error.isEmpty()) {
+        m_window->statusBar()->clearMessage(); // of an earlier success
         ZORCmnPlainText::ShowBox(QMessageBox::Critical, m_window, tr("Error"), error);
         return false;
     }

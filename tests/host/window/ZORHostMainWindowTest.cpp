@@ -109,7 +109,9 @@ TEST_F(ZORHostMainWindowTest, OpeningABrokenFileShowsAnErrorAndAddsNothing)
     EXPECT_EQ(0, GetEnvironment()->GetContainer()->GetNumGeometry());
     answers.CancelFile();
     Action("_OpenAction")->trigger();
+    window->statusBar()->showMessage("an earlier success");
     EXPECT_FALSE(window->OpenFile(GetPath("missing.stl")));
+    EXPECT_EQ(QString(), Status());
     const QStringList errors = boxes.TakeErrors();
     ASSERT_EQ(1, errors.size());
     EXPECT_TRUE(errors[0].startsWith("cannot open file '")) << errors[0].toStdString();
