@@ -51,15 +51,25 @@ void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, do
     }
 }
 
+/// \param loss  becomes Coarse where so few corners take more area
+Polygon Simplify(const Polygon& polygon, double largestGrowth, const Interruption& isOver, OutlineLoss& loss)
+{
+    constexpr double rounding = 1e-6;
+    Polygon simple = SimplifyOutwards(polygon, largestGrowth, isOver, kMostCorners);
+    if (GetArea(simple) > GetArea(polygon) * (1 + largestGrowth + rounding) && loss == OutlineLoss::None)
+        loss = OutlineLoss::Coarse;
+    return simple;
+}
+
 /// Simplified before it grows as well, which is quicker than afterwards alone.
-Polygon MakeBody(const Polygon& outer, double margin, const Interruption& isOver)
+Polygon MakeBody(const Polygon& outer, double margin, const Interruption& isOver, OutlineLoss& loss)
 {
     if (margin <= 0)
-        return Inset(SimplifyOutwards(outer, LargestGrowth, isOver, kMostCorners));
-    const Polygon simple = SimplifyOutwards(outer, LargestGrowth / 2, isOver, kMostCorners);
+        return Inset(Simplify(outer, LargestGrowth, isOver, loss));
+    const Polygon simple = Simplify(outer, LargestGrowth / 2, isOver, loss);
     if (isOver())
         return {};
-    return Inset(SimplifyOutwards(GrowPolygon(simple, margin), LargestGrowth / 2, isOver, kMostCorners));
+    return Inset(Simplify(GrowPolygon(simple, margin), LargestGrowth / 2, isOver, loss));
 }
 
 std::vector<Circle> Moved(std::vector<Circle> circles, Point by)
@@ -195,16 +205,16 @@ Box ItemType::GetExactBox(const Pose& pose) const
 ItemType PrepareItem(const Item& item, const Job& job, std::string& reason, const Interruption& isOver)
 {
     ItemType type;
-    const Polygon outer = MakeOuterPolygon(item.contours, reason, isOver);
+    const Polygon outer = MakeOuterPolygon(item.contours, reason, isOver, &type.loss);
     if (outer.empty() || isOver())
         return type;
     type.margin = job.separation / 2;
-    const Polygon body = MakeBody(outer, type.margin, isOver);
+    const Polygon body = MakeBody(outer, type.margin, isOver, type.loss);
     if (isOver())
         return type;
     SetBody(type, body, kMostPoles);
     if (type.margin > 0 && HasHazards(job) && !isOver())
-        AddBareShape(type, MakeBody(outer, 0, isOver), kMostPoles);
+        AddBareShape(type, MakeBody(outer, 0, isOver, type.loss), kMostPoles);
     if (isOver())
         return type;
     type.outer = outer;
@@ -216,7 +226,7 @@ ItemType PrepareItem(const Item& item, const Job& job, std::string& reason, cons
 ItemType PrepareHull(const Item& item, const Job& job, std::string& reason)
 {
     ItemType type;
-    type.outer = MakeOuterHull(item.contours, reason);
+    type.outer = MakeOuterHull(item.contours, reason, &type.loss);
     if (type.outer.empty())
         return type;
     type.margin = job.separation / 2;

@@ -42,6 +42,7 @@ struct ItemType
     double area = 0;           // of outer
     double leastArea = 0;      // that the outline as it is drawn has at least; 0 where that is unknown
     double smallerSide = 0;    // of the box of the base
+    OutlineLoss loss = OutlineLoss::None; // of outer or body
 
     /// Items are placed in descending order of this measure.
     double GetSize() const { return base.weight * base.weight * base.diameter; }

@@ -84,7 +84,7 @@ struct Solution
 {
     std::vector<NestedSheet> sheets;
     std::vector<UnplacedItem> unplaced;
-    std::vector<std::string> remarks; // what of the job could not be used
+    std::vector<std::string> remarks; // what of the job could not be used as it is
     double cost = 0;                  // by the sheets' costs; their area where no kind has a cost
 };
 

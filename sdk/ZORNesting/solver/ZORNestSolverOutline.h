@@ -24,6 +24,13 @@ struct Contour
     std::vector<Segment> segments;
 };
 
+/// What a polygon around an outline lacks beyond tolerance.
+enum class OutlineLoss {
+    None,
+    Coarse, // it has fewer corners than the outline needs
+    Hull    // it is the convex hull
+};
+
 /// A contour of straight edges; the first point may be repeated at the end.
 Contour MakeContour(const Ring& ring);
 
@@ -43,13 +50,15 @@ double GetLength(const Contour& contour);
 /// where holes cross each other the common part is material. Of an outline with more than 20,000 crossings, and four
 /// for each of its edges, the polygon is the convex hull.
 /// \param reason  why there is no polygon; "" otherwise
+/// \param loss    what the polygon lacks, where somebody asks; set together with a polygon
 /// \return  empty where the outline has coordinates that are no numbers or lie beyond kLargestCoordinate, encloses no
 ///     area or has a hole outside; and where it was interrupted
 Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason,
-                         const Interruption& isOver = NeverInterrupted);
+                         const Interruption& isOver = NeverInterrupted, OutlineLoss* loss = nullptr);
 
 /// Returns the convex hull of points around all contours, much more quickly than the polygon itself.
 /// \param reason  as for MakeOuterPolygon()
-Polygon MakeOuterHull(const std::vector<Contour>& contours, std::string& reason);
+/// \param loss    the same; None where the outline is convex, unless it has too many edges to check that
+Polygon MakeOuterHull(const std::vector<Contour>& contours, std::string& reason, OutlineLoss* loss = nullptr);
 
 } // namespace ZORNestSolver

@@ -11,6 +11,21 @@ constexpr double kThoroughSeconds = 0.05; // after a stop, for thorough preparat
 constexpr double kQuickSeconds = 0.12;    // after a stop, for any preparation
 constexpr size_t kManySegments = 1000;    // too many for thorough preparation after a stop
 
+/// Returns what is done differently with a part; "" where nothing is.
+std::string GetRemark(const ItemType& type, bool isOver)
+{
+    switch (type.loss) {
+    case OutlineLoss::None:
+        break;
+    case OutlineLoss::Coarse:
+        return "has too many corners and is nested with a coarser outline";
+    case OutlineLoss::Hull:
+        return isOver ? "is nested within its hull: no time left"
+                      : "crosses itself too often and is nested within its hull";
+    }
+    return {};
+}
+
 } // namespace
 
 /// Decides how thoroughly to prepare items once a run is stopped or its time is over. Without a budget, nothing ends.
@@ -76,6 +91,8 @@ void PreparedJob::AddItem(const Item& item, Patience& patience)
         type = PrepareHull(item, job, reason);
     else if (isLeftOff)
         reason = "no time left";
+    if (const std::string remark = GetRemark(type, isLeftOff); reason.empty() && !remark.empty())
+        remarks.push_back("part \"" + item.name + "\" " + remark);
     types.push_back(std::make_shared<const ItemType>(std::move(type)));
     reasons.push_back(reason);
 }

@@ -22,8 +22,8 @@ struct PreparedJob
     std::vector<std::shared_ptr<const ItemType>> types; // one for each item of the job
     std::vector<std::string> reasons;                   // why an item cannot be nested; "" if it can
     std::vector<SheetArea> areas;                       // one for each kind
-    std::vector<std::string> remarks;
-    std::vector<size_t> levels; // the rank of each item's priority; 0 is the highest
+    std::vector<std::string> remarks; // on parts whose outlines are changed and sheets without use
+    std::vector<size_t> levels;       // the rank of each item's priority; 0 is the highest
     size_t levelCount = 0;
 
     /// In some allowed rotation, the defects left aside.

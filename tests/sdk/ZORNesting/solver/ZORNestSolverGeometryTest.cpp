@@ -181,7 +181,9 @@ TEST(ZORNestSolverOutlineTest, AnOutlineOfVeryManyCrossingsBecomesItsHull)
     }
     std::string reason;
     const double start = GetThreadTime();
-    const Polygon polygon = MakeOuterPolygon({MakeContour(star)}, reason);
+    OutlineLoss loss = OutlineLoss::None;
+    const Polygon polygon = MakeOuterPolygon({MakeContour(star)}, reason, NeverInterrupted, &loss);
+    EXPECT_EQ(loss, OutlineLoss::Hull);
     EXPECT_NEAR(GetEnclosedArea(MakeContour(star)), std::numbers::pi * 10000, 1);
     EXPECT_LT(GetThreadTime() - start, 10);
     EXPECT_EQ(reason, "");

@@ -40,6 +40,22 @@ Polygon OuterOf(const std::vector<Contour>& contours)
     return polygon;
 }
 
+OutlineLoss GetLoss(const std::vector<Contour>& contours)
+{
+    std::string reason;
+    OutlineLoss loss = OutlineLoss::None;
+    EXPECT_FALSE(MakeOuterPolygon(contours, reason, NeverInterrupted, &loss).empty());
+    return loss;
+}
+
+OutlineLoss GetLossOfHull(const std::vector<Contour>& contours)
+{
+    std::string reason;
+    OutlineLoss loss = OutlineLoss::None;
+    EXPECT_FALSE(MakeOuterHull(contours, reason, &loss).empty());
+    return loss;
+}
+
 ItemType Prepared(const Item& item, double separation = 0)
 {
     Job job;
@@ -217,6 +233,32 @@ TEST(ZORNestSolverArcOutlineTest, HugeRadiiAndManyArcsGiveFewCorners)
     for (const Ring& ring : OuterOf(sieve))
         corners += ring.size();
     EXPECT_LT(corners, 100000U);
+}
+
+TEST(ZORNestSolverArcOutlineTest, OnlyArcsWithTooFewCornersAreCoarse)
+{
+    std::vector<Contour> sieve{MakeContour(Rectangle(2000, 2000))};
+    for (int i = 0; i < 40; ++i)
+        for (int k = 0; k < 40; ++k)
+            sieve.push_back(RoundContour({25.0 + i * 49, 25.0 + k * 49}, 24));
+    Contour bow = MakeContour(Rectangle(100, 50));
+    bow.segments[0] = ArcTo({100, 0}, {50, 1e9}, true);
+    EXPECT_EQ(GetLoss(sieve), OutlineLoss::Coarse);
+    EXPECT_EQ(GetLoss({RoundContour({0, 0}, 1e9)}), OutlineLoss::Coarse);
+    EXPECT_EQ(GetLoss({sieve.begin(), sieve.begin() + 200}), OutlineLoss::None);
+    EXPECT_EQ(GetLoss({bow}), OutlineLoss::None);
+    for (const double radius : {1e-3, 1.0, 500.0, 1e5})
+        EXPECT_EQ(GetLoss({RoundContour({3, 4}, radius)}), OutlineLoss::None) << radius;
+}
+
+TEST(ZORNestSolverArcOutlineTest, AHullLosesNothingOfAConvexOutline)
+{
+    const Ring corner{{0, 0}, {50, 0}, {50, 50}, {40, 50}, {40, 10}, {0, 10}};
+    EXPECT_EQ(GetLossOfHull({MakeContour(Rectangle(10, 20))}), OutlineLoss::None);
+    EXPECT_EQ(GetLossOfHull({RoundContour({0, 0}, 100)}), OutlineLoss::None);
+    EXPECT_EQ(GetLossOfHull({MakeContour(corner)}), OutlineLoss::Hull);
+    EXPECT_EQ(GetLossOfHull({RoundContour({0, 0}, 100), RoundContour({0, 0}, 10)}), OutlineLoss::Hull);
+    EXPECT_EQ(GetLossOfHull({MakeContour(kBowTie)}), OutlineLoss::Hull);
 }
 
 TEST(ZORNestSolverArcOutlineTest, TangentsTouchWhereAnArcReachesFarthest)

@@ -105,7 +105,7 @@ TEST(ZORNestSolverPreparationTest, TheHullOfAPartHoldsIt)
 
 TEST(ZORNestSolverPreparationTest, ManyCornersAreSimplifiedInALogarithmicNumberOfLooks)
 {
-    // Against hanging: with a look at every edge for every corner, this takes half a minute.
+    // Against hanging: to check every edge for every corner takes half a minute.
     const auto start = std::chrono::steady_clock::now();
     Ring ring;
     for (int i = 0; i < 200000; ++i) {
@@ -134,6 +134,39 @@ TEST(ZORNestSolverPreparationTest, ShapesOfVeryManyCornersAreSimplifiedFurther)
             EXPECT_TRUE(IsInside(p - type.reference, type.body));
         }
     }
+}
+
+TEST(ZORNestSolverPreparationTest, PartsWithChangedOutlinesAreRemarkedOn)
+{
+    Job job = MakeHeavyJob(1, 20000); // more corners than the search can use
+    job.items[0].name = "bur";
+    job.items.push_back(MakeItem(Bur(500)));
+    job.items.push_back(MakeItem(Rectangle(10, 10)));
+    job.items.push_back(MakeItem({{0, 0}, {1, 0}, {2, 0}})); // cannot be nested at all
+    Ring star;
+    for (int i = 0; i < 2001; ++i) {
+        const double angle = 2 * std::numbers::pi * (i * 1000.0 / 2001);
+        star.push_back(Point{std::cos(angle), std::sin(angle)} * 100);
+    }
+    job.items.push_back(MakeItem(star));
+    job.items.back().name = "star";
+    const std::string hull = "part \"star\" crosses itself too often and is nested within its hull";
+    const std::string coarse = "part \"bur\" has too many corners and is nested with a coarser outline";
+    EXPECT_EQ(PreparedJob(job).remarks, (std::vector<std::string>{coarse, hull}));
+    job.separation = 0;
+    EXPECT_EQ(PreparedJob(job).remarks, (std::vector<std::string>{coarse, hull}));
+}
+
+TEST(ZORNestSolverPreparationTest, PartsThatWereInAHurryAreRemarkedOn)
+{
+    Control control;
+    control.stop = true;
+    Job job = MakeHeavyJob(1, 5000); // after a stop so many corners take too long
+    job.items[0].name = "bur";
+    job.items.push_back(MakeItem(Rectangle(10, 10)));
+    const PreparedJob prepared(job, Budget(control, Budget::Clock::Wall, 10));
+    EXPECT_EQ(prepared.remarks,
+              std::vector<std::string>{"part \"bur\" is nested within its hull: no time left"});
 }
 
 TEST(ZORNestSolverPreparationTest, SimplificationSwallowsNoOtherPiece)
