@@ -15,7 +15,7 @@ constexpr char kTask[] = "nesting task";
 constexpr char kOutcome[] = "nesting outcome";
 constexpr char kLayout[] = "nesting layout";
 constexpr char kTranslation[] = "translation task";
-constexpr char kReport[] = "translation report";
+constexpr char kTranslated[] = "translation outcome";
 constexpr qsizetype kNumbersOfPose = 3;
 
 /// A document with its name and version before the content.
@@ -383,17 +383,23 @@ ZORNestTranslationTask ZORNestJobBytes::ReadTranslationTask(const QByteArray& by
     return task;
 }
 
-QByteArray ZORNestJobBytes::WriteReport(const QStringList& lines)
+QByteArray ZORNestJobBytes::Write(const ZORNestTranslationOutcome& outcome)
 {
-    Document document(kReport, 1);
-    document.WriteTexts(lines);
+    Document document(kTranslated, 2);
+    document.WriteTexts(outcome.report);
+    document.WriteTexts(outcome.failure ? QStringList{*outcome.failure} : QStringList());
     return document.Finish();
 }
 
-QStringList ZORNestJobBytes::ReadReport(const QByteArray& bytes)
+ZORNestTranslationOutcome ZORNestJobBytes::ReadTranslationOutcome(const QByteArray& bytes)
 {
-    Source source(bytes, kReport, 1);
-    const QStringList lines = source.ReadTexts();
+    Source source(bytes, kTranslated, 2);
+    ZORNestTranslationOutcome outcome;
+    outcome.report = source.ReadTexts();
+    const QStringList failure = source.ReadTexts();
+    source->Check(failure.size() <= 1);
+    if (!failure.isEmpty())
+        outcome.failure = failure.constFirst();
     source.Finish();
-    return lines;
+    return outcome;
 }

@@ -12,6 +12,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /// What a nesting job needs to know.
 struct ZORNestNestingTask
 {
@@ -34,13 +36,20 @@ struct ZORNestTranslationTask
     bool isKept = false; ///< whether the work directory gets a second copy of the part files
 };
 
+/// What came of a translation job besides its files.
+struct ZORNestTranslationOutcome
+{
+    QStringList report;             ///< the lines of ZORNestTranslationResponse::GetReport()
+    std::optional<QString> failure; ///< why the source could not be translated
+};
+
 /// Writes and reads the bytes. They are read by the same version of the SDK only, each document starts with its name and
 /// version, doubles keep their bits. Texts keep what UTF-8 can hold.
 ///
 /// Readers take bytes of any content: they allocate no more than what the bytes hold. Indices and numbers are whatever
 /// they are; a solution has yet to be proved.
 /// \throws ZORSysFileException "%1 is damaged: unexpected content at byte %2 of the document" (%1: "nesting task",
-///         "nesting outcome", "nesting layout", "translation task", "translation report")
+///         "nesting outcome", "nesting layout", "translation task", "translation outcome")
 namespace ZORNestJobBytes {
 
 ZORNESTING_EXPORT QByteArray Write(const ZORNestNestingTask& task);
@@ -55,8 +64,7 @@ ZORNESTING_EXPORT ZORNestInterimLayout ReadInterimLayout(const QByteArray& bytes
 ZORNESTING_EXPORT QByteArray Write(const ZORNestTranslationTask& task);
 ZORNESTING_EXPORT ZORNestTranslationTask ReadTranslationTask(const QByteArray& bytes);
 
-/// The lines of ZORNestTranslationResponse::GetReport().
-ZORNESTING_EXPORT QByteArray WriteReport(const QStringList& lines);
-ZORNESTING_EXPORT QStringList ReadReport(const QByteArray& bytes);
+ZORNESTING_EXPORT QByteArray Write(const ZORNestTranslationOutcome& outcome);
+ZORNESTING_EXPORT ZORNestTranslationOutcome ReadTranslationOutcome(const QByteArray& bytes);
 
 } // namespace ZORNestJobBytes

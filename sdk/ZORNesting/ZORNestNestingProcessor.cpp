@@ -7,6 +7,17 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORWorker/ZORWorkProcessor.h>
 
+namespace {
+
+/// Decodes an outcome, whose bytes are not needed any more.
+ZORWorkResult Accept(const ZORWorkResult& result, ZORNestNestingOutcome& outcome)
+{
+    outcome = ZORNestJobBytes::ReadNestingOutcome(result.GetData());
+    return {};
+}
+
+} // namespace
+
 class ZORNestNestingProcessor::Private
 {
 public:
@@ -48,7 +59,9 @@ ZORNestNestingResponse* ZORNestNestingProcessor::AddInput(const ZORNestNestingIn
     job.input = ZORNestJobBytes::Write(ZORNestNestingTask{input, isKept});
     job.isDirectoryKept = isKept;
     job.runsWhenStopped = true;
-    d->responses.append(new ZORNestNestingResponse(d->worker.AddJob(job), this));
+    const auto outcome = std::make_shared<ZORNestNestingOutcome>();
+    job.accept = [outcome](const ZORWorkResult& result) { return Accept(result, *outcome); };
+    d->responses.append(new ZORNestNestingResponse(d->worker.AddJob(job), outcome, this));
     return d->responses.constLast();
 }
 

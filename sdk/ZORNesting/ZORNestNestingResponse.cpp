@@ -1,35 +1,25 @@
 #include "ZORNestNestingResponse.h"
 
-#include "ZORNestJobBytes_p.h"
+#include "ZORNestNestingRun_p.h"
 
 #include <ZORWorker/ZORWorkResponse.h>
 
-ZORNestNestingResponse::ZORNestNestingResponse(ZORWorkResponse* workResponse, QObject* parent)
+ZORNestNestingResponse::ZORNestNestingResponse(ZORWorkResponse* workResponse,
+                                               std::shared_ptr<const ZORNestNestingOutcome> outcome,
+                                               QObject* parent)
     : QObject(parent)
     , m_workResponse(workResponse)
+    , m_outcome(std::move(outcome))
 {
     qRegisterMetaType<Status>("ZORNestNestingResponse::Status");
     connect(workResponse, &ZORWorkResponse::ProgressChanged, this, &ZORNestNestingResponse::ProgressChanged);
     connect(workResponse, &ZORWorkResponse::StatusChanged, this, [this](ZORWorkResponse::Status status) {
         m_isCanceled = m_isCanceled || status == ZORWorkResponse::Canceling;
-        if (status == ZORWorkResponse::Finished)
-            TakeOutcome();
         emit StatusChanged(GetStatus());
     });
 }
 
 ZORNestNestingResponse::~ZORNestNestingResponse() = default;
-
-/// An outcome that cannot be read makes the job a failed one.
-void ZORNestNestingResponse::TakeOutcome()
-{
-    try {
-        m_outcome = std::make_unique<const ZORNestNestingOutcome>(
-            ZORNestJobBytes::ReadNestingOutcome(m_workResponse->GetResult().GetData()));
-    } catch (const std::exception& exception) {
-        m_failure = QString::fromUtf8(exception.what());
-    }
-}
 
 ZORNestNestingResponse::Status ZORNestNestingResponse::GetStatus() const
 {
@@ -43,7 +33,7 @@ ZORNestNestingResponse::Status ZORNestNestingResponse::GetStatus() const
     case ZORWorkResponse::Stopping:
         return Stopping;
     case ZORWorkResponse::Finished:
-        return m_failure.isEmpty() ? Completed : Failed;
+        return Completed;
     case ZORWorkResponse::Canceling:
         return Canceling;
     case ZORWorkResponse::Failed:
@@ -64,20 +54,20 @@ double ZORNestNestingResponse::GetProgress() const
 
 QList<QByteArray> ZORNestNestingResponse::GetSheetFiles() const
 {
-    return m_outcome ? m_outcome->sheetFiles : QList<QByteArray>();
+    return GetStatus() == Completed ? m_outcome->sheetFiles : QList<QByteArray>();
 }
 
 QByteArray ZORNestNestingResponse::GetReportFile() const
 {
-    return m_outcome ? m_outcome->report : QByteArray();
+    return GetStatus() == Completed ? m_outcome->report : QByteArray();
 }
 
 QStringList ZORNestNestingResponse::GetRemarks() const
 {
-    return m_outcome ? m_outcome->remarks : QStringList();
+    return GetStatus() == Completed ? m_outcome->remarks : QStringList();
 }
 
 QString ZORNestNestingResponse::GetFailureReason() const
 {
-    return m_failure.isEmpty() ? m_workResponse->GetFailureReason() : m_failure;
+    return m_workResponse->GetFailureReason();
 }

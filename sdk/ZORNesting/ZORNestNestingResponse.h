@@ -62,12 +62,10 @@ signals:
 
 private:
     friend class ZORNestNestingProcessor;
-    ZORNestNestingResponse(ZORWorkResponse* workResponse, QObject* parent);
+    ZORNestNestingResponse(ZORWorkResponse* workResponse,
+                           std::shared_ptr<const ZORNestNestingOutcome> outcome, QObject* parent);
 
-    void TakeOutcome();
-
-    ZORWorkResponse* const m_workResponse; // not owned
-    std::unique_ptr<const ZORNestNestingOutcome> m_outcome;
-    QString m_failure; // to read the outcome
+    ZORWorkResponse* const m_workResponse;                        // not owned
+    const std::shared_ptr<const ZORNestNestingOutcome> m_outcome; // written at the end of the job
     bool m_isCanceled = false;
 };

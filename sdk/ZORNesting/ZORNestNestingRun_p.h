@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <ZORNesting/ZORNestingGlobal.h>
+
 #include <QByteArray>
 #include <QList>
 #include <QStringList>
@@ -23,9 +25,9 @@ public:
 /// \param task  a ZORNestNestingTask
 /// \return a ZORNestNestingOutcome as bytes
 /// \throws ZORWorkCanceled; ZORSysFileException when a file to be kept cannot be written, or the task is damaged
-ZORWorkResult ZORNestRunNesting(const ZORWorkContext& context, const QByteArray& task);
+ZORNESTING_EXPORT ZORWorkResult ZORNestRunNesting(const ZORWorkContext& context, const QByteArray& task);
 
 /// Makes the outcome of an interim result that another process has left behind, after proving its layout again.
 /// \throws ZORSysException "the last layout does not pass the check: %1"; otherwise as ZORNestRunNesting()
-ZORWorkResult ZORNestCompleteNesting(const ZORWorkContext& context, const QByteArray& task,
-                                     const QByteArray& interim);
+ZORNESTING_EXPORT ZORWorkResult ZORNestCompleteNesting(const ZORWorkContext& context, const QByteArray& task,
+                                                       const QByteArray& interim);

@@ -7,6 +7,7 @@
 #include "ZORNestTranslationRun_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
 #include <QFileInfo>
@@ -24,6 +25,16 @@ bool CanRunElsewhere(const ZORNestTranslationInput& input, const QString& path)
 QString GetAbsolutePath(const QString& path)
 {
     return QFileInfo(path).isRelative() && !path.isEmpty() ? QFileInfo(path).absoluteFilePath() : path;
+}
+
+/// Keeps the report of a translation, whether it failed or not.
+ZORWorkResult Accept(const ZORWorkResult& result, QStringList& report)
+{
+    const ZORNestTranslationOutcome outcome = ZORNestJobBytes::ReadTranslationOutcome(result.GetData());
+    report = outcome.report;
+    if (outcome.failure)
+        throw ZORSysException(*outcome.failure);
+    return ZORWorkResult(result.GetResources());
 }
 
 } // namespace
@@ -66,7 +77,9 @@ ZORNestTranslationResponse* ZORNestTranslationProcessor::AddInput(const ZORNestT
         job.run = [task](const ZORWorkContext& context) { return ZORNestRunTranslation(context, task); };
     }
     job.isDirectoryKept = isKept;
-    d->responses.append(new ZORNestTranslationResponse(d->worker.AddJob(job), this));
+    const auto report = std::make_shared<QStringList>();
+    job.accept = [report](const ZORWorkResult& result) { return Accept(result, *report); };
+    d->responses.append(new ZORNestTranslationResponse(d->worker.AddJob(job), report, this));
     return d->responses.constLast();
 }
 

@@ -17,7 +17,7 @@
 ///
 /// The work directories of jobs hold the part files for the reader, who may delete them, and a report. With
 /// ZORNestDebugOptions::GetKeepTranslationWorkDirectories() they stay, with a second copy of the part files
-/// that nobody is told of.
+/// that no result names.
 class ZORNESTING_EXPORT ZORNestTranslationProcessor : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ public:
     void SetPlace(ZORWorkProcessor::Place place);
 
     /// Takes a file, which waits for Execute(). Never throws for what the file or the settings hold: the job
-    /// then fails and tells why.
+    /// then fails with the reason.
     /// \return owned by the processor and living as long
     ZORNestTranslationResponse* AddInput(const ZORNestTranslationInput& input, const ZORWorkResource& source);
     /// In the order in which they were added.

@@ -1,13 +1,13 @@
 #include "ZORNestTranslationResponse.h"
 
-#include "ZORNestJobBytes_p.h"
-
-#include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkResponse.h>
 
-ZORNestTranslationResponse::ZORNestTranslationResponse(ZORWorkResponse* workResponse, QObject* parent)
+ZORNestTranslationResponse::ZORNestTranslationResponse(ZORWorkResponse* workResponse,
+                                                       std::shared_ptr<const QStringList> report,
+                                                       QObject* parent)
     : QObject(parent)
     , m_workResponse(workResponse)
+    , m_report(std::move(report))
 {
 }
 
@@ -15,11 +15,5 @@ ZORNestTranslationResponse::~ZORNestTranslationResponse() = default;
 
 QStringList ZORNestTranslationResponse::GetReport() const
 {
-    if (m_workResponse->GetStatus() != ZORWorkResponse::Finished)
-        return {};
-    try {
-        return ZORNestJobBytes::ReadReport(m_workResponse->GetResult().GetData());
-    } catch (const ZORSysException& exception) {
-        return {exception.GetMessage()};
-    }
+    return m_workResponse->IsAtEnd() ? *m_report : QStringList();
 }

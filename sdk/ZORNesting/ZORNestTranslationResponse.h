@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <memory>
+
 class ZORWorkResponse;
 
 /// One source file on its way through a ZORNestTranslationProcessor, which makes and owns it.
@@ -20,13 +22,15 @@ public:
     /// Status, reason of a failure, and the part files. They are the job's own and may be deleted. Never
     /// null, not owned.
     ZORWorkResponse* GetWorkResponse() const { return m_workResponse; }
-    /// What the translation has to tell about units, closed gaps and whatever was left out; a line each.
-    /// Empty unless the job is finished.
+    /// What the translation reports about units, closed gaps and whatever was left out; a line each.
+    /// Empty until the job is at its end, and where it was canceled or did not come to an end by itself.
     QStringList GetReport() const;
 
 private:
     friend class ZORNestTranslationProcessor;
-    ZORNestTranslationResponse(ZORWorkResponse* workResponse, QObject* parent);
+    ZORNestTranslationResponse(ZORWorkResponse* workResponse, std::shared_ptr<const QStringList> report,
+                               QObject* parent);
 
-    ZORWorkResponse* const m_workResponse; // not owned
+    ZORWorkResponse* const m_workResponse;             // not owned
+    const std::shared_ptr<const QStringList> m_report; // written at the end of the job
 };

@@ -16,6 +16,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace {
@@ -59,6 +60,7 @@ public:
     ZORWorkResult Run(const ZORWorkContext& context);
 
 private:
+    QList<ZORWorkResource> Translate(const ZORWorkContext& context);
     const ZORNestSourceProvider& GetProvider() const;
     QString GetFileName(const ZORNestResult& part);
     static QString MakeDirectory(const ZORWorkContext& context, const QString& name);
@@ -68,7 +70,7 @@ private:
     const ZORNestTranslationTask m_task;
     const ZORNestTranslationInput& m_input = m_task.input;
     QStringList m_report;
-    QSet<QString> m_names;         // in lower case: not every file system tells cases apart
+    QSet<QString> m_names;         // in lower case: not every file system distinguishes cases
     QHash<QString, int> m_numbers; // the highest one of each name that is taken, by the part before it
 };
 
@@ -135,7 +137,7 @@ void Translation::WriteReport(const ZORWorkContext& context) const
         file.write((m_task.path + u'\n' + m_report.join(u'\n') + u'\n').toUtf8());
 }
 
-ZORWorkResult Translation::Run(const ZORWorkContext& context)
+QList<ZORWorkResource> Translation::Translate(const ZORWorkContext& context)
 {
     const QList<ZORNestResult> parts = GetProvider().Translate(m_task.path, m_input, context, &m_report);
     const QDir handedOut(MakeDirectory(context, QStringLiteral("parts")));
@@ -153,7 +155,20 @@ ZORWorkResult Translation::Run(const ZORWorkContext& context)
         context.SetProgress(0.8 + 0.2 * double(resources.size()) / double(parts.size()));
     }
     WriteReport(context);
-    return ZORWorkResult(resources, ZORNestJobBytes::WriteReport(m_report));
+    return resources;
+}
+
+// A failure is an outcome as well: the lines may explain it.
+ZORWorkResult Translation::Run(const ZORWorkContext& context)
+{
+    QList<ZORWorkResource> resources;
+    std::optional<QString> failure;
+    try {
+        resources = Translate(context);
+    } catch (const ZORSysException& exception) {
+        failure = exception.GetMessage();
+    }
+    return ZORWorkResult(resources, ZORNestJobBytes::Write(ZORNestTranslationOutcome{m_report, failure}));
 }
 
 } // namespace

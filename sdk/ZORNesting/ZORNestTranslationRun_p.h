@@ -8,6 +8,6 @@ class ZORWorkResult;
 
 /// Writes the parts of a source file, and a report, to the work directory.
 /// \param task  a ZORNestTranslationTask
-/// \return the part files, and the lines of the report as bytes (ZORNestJobBytes::ReadReport())
-/// \throws ZORWorkCanceled; ZORSysException, for what is wrong with the source, the settings or the task
+/// \return the part files, none where the source or the settings are bad, and a ZORNestTranslationOutcome
+/// \throws ZORWorkCanceled; ZORSysException, for what is wrong with the task; what else the provider throws
 ZORWorkResult ZORNestRunTranslation(const ZORWorkContext& context, const QByteArray& task);

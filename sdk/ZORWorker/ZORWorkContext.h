@@ -76,4 +76,8 @@ struct ZORWORKER_EXPORT ZORWorkJob
     QByteArray kind = {};
     /// What the kind works on.
     QByteArray input = {};
+    /// Receives the result of a run that succeeded, in the thread of the processor, before any signal of the job's
+    /// end, and returns what the response is to keep of it; empty where that is all. Whatever it throws makes
+    /// the job fail with the message of the exception. Not called for a canceled job.
+    std::function<ZORWorkResult(const ZORWorkResult& result)> accept = {};
 };

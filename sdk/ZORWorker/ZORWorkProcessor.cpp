@@ -6,6 +6,7 @@
 #include "ZORWorkTeam_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <QDir>
@@ -14,6 +15,7 @@
 #include <QPointer>
 #include <QTemporaryDir>
 
+#include <new>
 #include <thread>
 
 namespace {
@@ -25,7 +27,7 @@ Q_LOGGING_CATEGORY(ZorWorkerLog, "zor.worker")
 class ZORWorkProcessor::Private
 {
 public:
-    // Every notice has an event of its own, so that a receiver that runs an event loop of its own (a message
+    // Every notice has its own event, so that a receiver that runs its own event loop (a message
     // box) gets the later ones there.
     explicit Private(ZORWorkProcessor* processor)
         : team([processor, this] {
@@ -36,6 +38,7 @@ public:
     }
 
     void Deliver();
+    static QString Accept(ZORWorkResponse::Private& data, ZORWorkNotice notice);
     static void Succeed(ZORWorkResponse* response, ZORWorkNotice notice);
     static void Fail(ZORWorkResponse* response, const QString& reason);
     void Enqueue(const ZORWorkResponse::Private& data);
@@ -96,11 +99,31 @@ void ZORWorkProcessor::Private::Deliver()
     }
 }
 
+/// Takes over a result with its files.
+/// \return  why it cannot be used; empty if it can
+QString ZORWorkProcessor::Private::Accept(ZORWorkResponse::Private& data, ZORWorkNotice notice)
+{
+    const ZORSysApiTracePause pause; // a part of the job
+    try {
+        data.result = data.accept ? data.accept(notice.result) : notice.result;
+        data.directory = notice.directory;
+        return {};
+    } catch (const std::bad_alloc&) {
+        return tr("not enough memory to read the result");
+    } catch (...) {
+        const QString reason = ZORWorkFailure::GetReasonOfCurrentException();
+        return reason.isEmpty() ? tr("the result cannot be read") : reason;
+    }
+}
+
 void ZORWorkProcessor::Private::Succeed(ZORWorkResponse* response, ZORWorkNotice notice)
 {
+    const QString failure = Accept(*response->d, std::move(notice));
+    if (!failure.isEmpty()) {
+        Fail(response, failure);
+        return;
+    }
     const QPointer<ZORWorkResponse> guard(response);
-    response->d->result = notice.result;
-    response->d->directory = notice.directory;
     response->SetProgress(1);
     if (guard)
         response->SetStatus(ZORWorkResponse::Finished);
@@ -233,6 +256,7 @@ ZORWorkResponse* ZORWorkProcessor::AddJob(const ZORWorkJob& job)
     data->id = quint64(d->responses.size());
     data->name = job.name;
     data->runsWhenStopped = job.runsWhenStopped;
+    data->accept = job.accept;
     data->control = std::make_shared<ZORWorkControl>();
     d->notExecuted.insert(data->id, job);
     d->responses.append(new ZORWorkResponse(std::move(data), this));

@@ -7,6 +7,7 @@
 
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
 
 class ZORWorkResponse::Private
@@ -18,6 +19,7 @@ public:
     Status status = Created;
     double progress = 0;
     ZORWorkResult result;
+    std::function<ZORWorkResult(const ZORWorkResult&)> accept; // ZORWorkJob::accept
     QString reason;
     QString directoryPath;
     std::shared_ptr<QTemporaryDir> directory; // of a finished job

@@ -11,7 +11,15 @@
 
 namespace {
 
-enum Content { NestingTask, NestingOutcome, InterimLayout, TranslationTask, Report, LastLayout, NumContents };
+enum Content {
+    NestingTask,
+    NestingOutcome,
+    InterimLayout,
+    TranslationTask,
+    TranslationOutcome,
+    LastLayout,
+    NumContents
+};
 
 /// Requires that what was read is written in a form that stays the same.
 template<class Read, class Write>
@@ -43,8 +51,8 @@ void Read(Content content, const QByteArray& bytes)
         return CheckForm(bytes, ReadInterimLayout, write);
     case TranslationTask:
         return CheckForm(bytes, ReadTranslationTask, write);
-    case Report:
-        return CheckForm(bytes, ReadReport, WriteReport);
+    case TranslationOutcome:
+        return CheckForm(bytes, ReadTranslationOutcome, write);
     case LastLayout:
         return CompleteJob(bytes);
     case NumContents:

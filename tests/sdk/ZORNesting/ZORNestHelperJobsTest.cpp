@@ -5,6 +5,7 @@
 
 #include <ZORNesting/ZORNestSourceProvider.h>
 #include <ZORNesting/ZORNestTranslationProcessor.h>
+#include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkHelperRun_p.h>
 #include <ZORWorker/ZORWorkHelpers.h>
 #include <ZORWorker/ZORWorkResource.h>
@@ -182,10 +183,14 @@ public:
     {
     }
     QString GetDisplayName() const override { return QStringLiteral("foreign"); }
+    bool isFailing = false;
+
     QList<ZORNestResult> Translate(const QString&, const ZORNestTranslationInput&, const ZORWorkContext&,
                                    QStringList* report) const override
     {
         report->append(QString::number(getpid()));
+        if (isFailing)
+            throw ZORSysException(QStringLiteral("not to be read"));
         return {};
     }
 };
@@ -337,6 +342,13 @@ TEST_F(ZORNestHelperTranslationTest, ProvidersOfOtherLibrariesRunInThreads)
     processor->Execute();
     ASSERT_TRUE(WaitForEnd(response->GetWorkResponse()));
     EXPECT_EQ(QStringList({QString::number(getpid())}), response->GetReport());
+    provider.isFailing = true;
+    Add("b.txt", "content", "foreign");
+    const ZORNestTranslationResponse* const failed = processor->GetResponses().constLast();
+    processor->Execute();
+    ASSERT_TRUE(WaitForEnd(failed->GetWorkResponse()));
+    EXPECT_EQ("not to be read", failed->GetWorkResponse()->GetFailureReason());
+    EXPECT_EQ(QStringList({QString::number(getpid())}), failed->GetReport());
     processor.reset();
 }
 

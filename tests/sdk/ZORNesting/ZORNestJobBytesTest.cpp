@@ -3,12 +3,15 @@
 #include "Damage.h"
 #include "NestingTest.h"
 #include "support/Printers.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestJobBytes_p.h>
 #include <ZORNesting/ZORNestJobKinds_p.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkJobKind.h>
 #include <ZORWorker/ZORWorkProcessor.h>
+
+#include <QSignalSpy>
 
 #include <cmath>
 #include <limits>
@@ -92,7 +95,10 @@ QList<QByteArray> GetDocuments()
     translation.input.SetCurveTolerance(3);
     return {Write(MakeTask()),
             Write(ZORNestNestingOutcome{{"one", "", QByteArray("\0", 1)}, "report", {"a", "", "b"}}),
-            Write(MakeLayout()), Write(translation), WriteReport({"line", ""})};
+            Write(MakeLayout()),
+            Write(translation),
+            Write(ZORNestTranslationOutcome{{"line", ""}, "why"}),
+            Write(ZORNestTranslationOutcome{{}, {}})};
 }
 
 /// Reads bytes as each of the documents, and writes what could be read again.
@@ -109,7 +115,7 @@ QList<QByteArray> ReadAsAll(const QByteArray& bytes)
     tryOne([&] { return Write(ReadNestingOutcome(bytes)); });
     tryOne([&] { return Write(ReadInterimLayout(bytes)); });
     tryOne([&] { return Write(ReadTranslationTask(bytes)); });
-    tryOne([&] { return WriteReport(ReadReport(bytes)); });
+    tryOne([&] { return Write(ReadTranslationOutcome(bytes)); });
     return again;
 }
 
@@ -184,10 +190,34 @@ TEST_F(ZORNestJobBytesTest, DamagedBytesAreRefusedOrRead)
     std::mt19937 random(7);
     for (int i = 0; i < GetFuzzRuns(5000); ++i) {
         const QList<QByteArray> documents = GetDocuments();
-        const QByteArray damaged = Damage(documents[qsizetype(random() % 5)], kWords, random);
+        const QByteArray damaged =
+            Damage(documents[qsizetype(random() % size_t(documents.size()))], kWords, random);
         for (const QByteArray& again : ReadAsAll(damaged))
             EXPECT_EQ(QList<QByteArray>({again}), ReadAsAll(again)) << i;
     }
+}
+
+TEST_F(ZORNestJobBytesTest, AnOutcomeThatCannotBeReadFailsItsJob)
+{
+    ZORWorkJobKind::Unregister(ZORNestJobKinds::kNesting);
+    ZORWorkJobKind::Register(ZORNestJobKinds::kNesting, [](const ZORWorkContext&, const QByteArray&) {
+        return ZORWorkResult(QByteArray("nothing"));
+    });
+    const WarningCatcher warnings;
+    processor->SetPlace(ZORWorkProcessor::Threads);
+    ZORNestNestingResponse* const response = processor->AddInput(MakeSimpleTask().input);
+    const QSignalSpy spy(response, &ZORNestNestingResponse::StatusChanged);
+    processor->Execute(nullptr);
+    EXPECT_TRUE(WaitForEnd(response));
+    ZORWorkJobKind::Unregister(ZORNestJobKinds::kNesting);
+    ZORWorkJobKind::Register(ZORNestJobKinds::kNesting, ZORNestRunNesting, ZORNestCompleteNesting);
+    EXPECT_EQ(ZORNestNestingResponse::Failed, response->GetStatus());
+    const QString reason =
+        QStringLiteral("nesting outcome is damaged: unexpected content at byte 0 of the document");
+    EXPECT_EQ(reason, response->GetFailureReason());
+    EXPECT_EQ(QStringList({"zor.worker: job 'nesting' failed: " + reason}), warnings.GetLines());
+    EXPECT_EQ(3, spy.size()); // queued, running, failed
+    EXPECT_TRUE(response->GetReportFile().isEmpty());
 }
 
 TEST_F(ZORNestJobBytesTest, AnInterimLayoutBecomesAnOutcome)

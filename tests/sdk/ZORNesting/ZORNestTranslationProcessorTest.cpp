@@ -1,6 +1,7 @@
 // Tests of ZORNestTranslationProcessor.
 
 #include "DxfText.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestDebugOptions.h>
 #include <ZORNesting/ZORNestResultReader.h>
@@ -155,7 +156,7 @@ TEST_F(ZORNestTranslationProcessorTest, NamesOfPartsBecomeNamesOfFilesOnce)
 
 TEST_F(ZORNestTranslationProcessorTest, ManyPartsOfOneNameAreNumberedInNoTime)
 {
-    // Against hanging: with a look at every number for every part, this takes minutes.
+    // Against hanging: to check every number for every part takes minutes.
     constexpr int count = 10000;
     const QByteArray contour = "<Ply NAME='p'><OuterContour><Pt>0 0</Pt><Pt>1 0</Pt><Pt>1 1</Pt>"
                                "</OuterContour></Ply>";
@@ -218,6 +219,36 @@ TEST_F(ZORNestTranslationProcessorTest, BadInputsFailTheirOwnJobsOnly)
     EXPECT_EQ("cannot translate from file type 3 to file type 0",
               type->GetWorkResponse()->GetFailureReason());
     EXPECT_EQ(QStringList(), GetFiles(bad));
+}
+
+TEST_F(ZORNestTranslationProcessorTest, FailedTranslationsReportTheirLines)
+{
+    const QString path = Write("open.dxf", Dxf(Line(0, 0, 10, 0) + Line(0, 0, 10, 0)));
+    const QString reason = QStringLiteral("no closed outline found: 1 curves have loose ends");
+    for (const auto place : {ZORWorkProcessor::HelperProcesses, ZORWorkProcessor::Threads}) {
+        processor->SetPlace(place);
+        const WarningCatcher warnings;
+        const ZORNestTranslationResponse* const response = Add(path);
+        const ZORWorkResponse* const work = response->GetWorkResponse();
+        const QSignalSpy spy(work, &ZORWorkResponse::StatusChanged);
+        QStringList reported; // when the end is signaled
+        const QObject receiver;
+        QObject::connect(work, &ZORWorkResponse::StatusChanged, &receiver,
+                         [&] { reported = response->GetReport(); });
+        processor->Execute();
+        ASSERT_TRUE(WaitForEnd(response));
+        QList<int> statuses;
+        for (const QList<QVariant>& arguments : spy)
+            statuses.append(arguments[0].value<ZORWorkResponse::Status>());
+        EXPECT_EQ(QList<int>({ZORWorkResponse::Queued, ZORWorkResponse::Running, ZORWorkResponse::Failed}),
+                  statuses);
+        EXPECT_EQ(reason, work->GetFailureReason());
+        EXPECT_EQ(QStringList({"zor.worker: job 'open.dxf' failed: " + reason}), warnings.GetLines());
+        EXPECT_EQ(QStringList({"units: 1 mm", "left out: 1 exact copies"}), response->GetReport());
+        EXPECT_EQ(response->GetReport(), reported);
+        EXPECT_TRUE(GetFiles(response).isEmpty());
+        EXPECT_FALSE(QFile::exists(work->GetWorkDirectory()));
+    }
 }
 
 TEST_F(ZORNestTranslationProcessorTest, SecondBatchLeavesTheFirstAlone)

@@ -2,16 +2,22 @@
 
 #include "support/MessageOf.h"
 #include "support/Printers.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
+#include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkJobKind.h>
 #include <ZORWorker/ZORWorkProcessor.h>
 
+#include <QFile>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <new>
+#include <vector>
 
 namespace {
 
@@ -78,6 +84,72 @@ TEST_F(JobOfAKindTest, RunsInAThreadWhereThatIsChosen)
     EXPECT_EQ(ZORWorkResponse::Finished, response->GetStatus());
     EXPECT_EQ("cba", response->GetResult().GetData());
     EXPECT_TRUE(response->GetResult().GetResources().isEmpty());
+}
+
+TEST_F(JobOfAKindTest, WhatAcceptsAResultChangesIt)
+{
+    ZORWorkJobKind::Register("kind.accepted", Reverse);
+    ZORWorkJob job = MakeJob("kind.accepted", "abc");
+    QByteArray accepted;
+    job.accept = [&accepted](const ZORWorkResult& result) {
+        accepted = result.GetData();
+        return ZORWorkResult(QByteArray("kept"));
+    };
+    const ZORWorkResponse* const response = processor.AddJob(job);
+    processor.Execute();
+    ASSERT_TRUE(WaitForEnd(response));
+    EXPECT_EQ(ZORWorkResponse::Finished, response->GetStatus());
+    EXPECT_EQ("cba", accepted);
+    EXPECT_EQ("kept", response->GetResult().GetData());
+}
+
+TEST_F(JobOfAKindTest, AResultThatIsNotAcceptedFailsTheJob)
+{
+    const WarningCatcher warnings;
+    ZORWorkJobKind::Register("kind.refused", Reverse);
+    const std::vector<std::function<void()>> faults{
+        [] { throw ZORSysException(QStringLiteral("not like that")); },
+        [] { throw ZORSysException(QString()); }, [] { throw std::bad_alloc(); }};
+    QStringList reasons;
+    for (const std::function<void()>& fault : faults) {
+        ZORWorkJob job = MakeJob("kind.refused", "abc");
+        job.accept = [&fault](const ZORWorkResult& result) {
+            fault();
+            return result;
+        };
+        const ZORWorkResponse* const response = processor.AddJob(job);
+        processor.Execute();
+        ASSERT_TRUE(WaitForEnd(response));
+        EXPECT_EQ(ZORWorkResponse::Failed, response->GetStatus());
+        EXPECT_EQ(QByteArray(), response->GetResult().GetData());
+        EXPECT_FALSE(QFile::exists(response->GetWorkDirectory()));
+        EXPECT_LT(response->GetProgress(), 1);
+        reasons.append(response->GetFailureReason());
+    }
+    EXPECT_EQ(
+        QStringList({"not like that", "the result cannot be read", "not enough memory to read the result"}),
+        reasons);
+    EXPECT_EQ(QStringList({"zor.worker: job 'job' failed: not like that",
+                           "zor.worker: job 'job' failed: the result cannot be read",
+                           "zor.worker: job 'job' failed: not enough memory to read the result"}),
+              warnings.GetLines());
+}
+
+TEST_F(JobOfAKindTest, ACanceledResultIsNotAccepted)
+{
+    ZORWorkJobKind::Register("kind.canceled", Reverse);
+    ZORWorkJob job = MakeJob("kind.canceled", "abc");
+    bool isAccepted = false;
+    job.accept = [&isAccepted](const ZORWorkResult& result) {
+        isAccepted = true;
+        return result;
+    };
+    ZORWorkResponse* const response = processor.AddJob(job);
+    processor.Execute();
+    processor.Cancel();
+    ASSERT_TRUE(WaitForEnd(response));
+    EXPECT_EQ("canceled", response->GetFailureReason());
+    EXPECT_FALSE(isAccepted);
 }
 
 TEST_F(JobOfAKindTest, UnknownKindsAreRefusedWhenTheyAreAdded)
