@@ -124,7 +124,7 @@ void ZORSysMemory::Reserve::Hold()
 {
     if (m_block)
         return;
-    // From the system itself: an allocator may keep what it is given back.
+    // From the system itself: an allocator may keep memory that is returned to it.
     void* const block = mmap(nullptr, size_t(m_size), PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     m_block = block == MAP_FAILED ? nullptr : block;
 }

@@ -36,7 +36,7 @@ Qt::KeyboardModifiers ToModifiers(const QString& text)
     return Qt::KeyboardModifiers(text.toInt());
 }
 
-/// Where events of the keyboard go; null where there is no window.
+/// The window that receives keyboard events; null if there is no window.
 QWindow* GetFocusWindow()
 {
     if (const QWidget* popup = QApplication::activePopupWidget())

@@ -65,7 +65,7 @@ protected:
     ZORGeoStlReport report;
 };
 
-/// Tall facets side by side, each with corners of its own.
+/// Tall facets side by side, each with separate corners.
 StlFacet FacetAt(int i)
 {
     const auto x = float(i);
