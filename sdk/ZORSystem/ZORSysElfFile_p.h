@@ -41,7 +41,7 @@ public:
             return std::nullopt;
         return table;
     }
-    /// Reads a table by its address in a loaded segment; none where the segment has no bytes of the file there.
+    /// Reads a table by its address in a loaded segment. Returns nothing if no bytes of the file back that address.
     template<typename T>
     std::optional<std::vector<T>> ReadLoaded(quint64 address, quint64 count) const
     {
