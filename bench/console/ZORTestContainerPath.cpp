@@ -1,8 +1,6 @@
 #include "console/ZORTestContainerPath.h"
 
-#include <ZORSystem/ZORSysSettingGroupContext.h>
-
-#include <QSettings>
+#include "core/ZORTestSettingsGroup.h"
 
 ZORTestContainerPath::ZORTestContainerPath(QSettings* settings, const QString& group)
     : m_settings(settings)
@@ -12,14 +10,12 @@ ZORTestContainerPath::ZORTestContainerPath(QSettings* settings, const QString& g
 
 QString ZORTestContainerPath::Read() const
 {
-    const ZORSysSettingGroupContext debug(m_settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(m_settings, m_group);
-    return m_settings->value("Dir").toString();
+    const ZORTestSettingsGroup settings(m_settings, m_group);
+    return settings->value("Dir").toString();
 }
 
 void ZORTestContainerPath::Write(const QString& path) const
 {
-    const ZORSysSettingGroupContext debug(m_settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(m_settings, m_group);
-    m_settings->setValue("Dir", path);
+    const ZORTestSettingsGroup settings(m_settings, m_group);
+    settings->setValue("Dir", path);
 }

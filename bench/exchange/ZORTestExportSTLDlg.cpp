@@ -2,18 +2,17 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
 #include "exchange/ZORTestUnitQuery.h"
 #include "widgets/ZORTestForm.h"
 #include "widgets/ZORTestGeometrySelector.h"
 
 #include <ZORGeometry/ZORGeoStlWriter.h>
 #include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QPointer>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -75,9 +74,7 @@ bool ZORTestExportSTLDlg::Export()
 // The groups are left again before a dialog opens: its event loop may run others that use the store.
 ZORTestExportSTLDlg::Choices ZORTestExportSTLDlg::ReadSettings() const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("ExportSTL"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("ExportSTL"));
     return {settings->value("Dir").toString(),
             static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt()),
             settings->value("Type").toString()};
@@ -85,9 +82,7 @@ ZORTestExportSTLDlg::Choices ZORTestExportSTLDlg::ReadSettings() const
 
 void ZORTestExportSTLDlg::WriteSettings(const Choices& choices) const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("ExportSTL"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("ExportSTL"));
     settings->setValue("Dir", choices.path);
     settings->setValue("Units", int(choices.unit));
     settings->setValue("Type", choices.type);

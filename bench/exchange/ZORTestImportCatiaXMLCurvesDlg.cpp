@@ -3,6 +3,7 @@
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestErrorBox.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
 #include "exchange/ZORTestMemoryWatch.h"
 #include "ui_ZORTestImportCatiaXMLCurvesDlg.h"
 
@@ -10,12 +11,10 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORSystem/ZORSysFile.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORSystem/ZORSysXmlGuard.h>
 
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QSettings>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -108,9 +107,7 @@ ZORTestImportCatiaXMLCurvesDlg::ZORTestImportCatiaXMLCurvesDlg(ZORTestEnvironmen
 
     QString fileName;
     {
-        QSettings* settings = GetEnvironment()->GetSettings();
-        const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-        const ZORSysSettingGroupContext group(settings, QLatin1String("ImportCatiaXML"));
+        const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("ImportCatiaXML"));
         fileName = settings->value("File").toString();
     }
     if (!fileName.isEmpty()) {
@@ -128,9 +125,7 @@ void ZORTestImportCatiaXMLCurvesDlg::OnXmlClicked()
     if (fileName.isEmpty())
         return;
     {
-        QSettings* settings = GetEnvironment()->GetSettings();
-        const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-        const ZORSysSettingGroupContext group(settings, QLatin1String("ImportCatiaXML"));
+        const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("ImportCatiaXML"));
         settings->setValue("File", fileName);
     }
     m_ui->_XmlEdit->setText(fileName);

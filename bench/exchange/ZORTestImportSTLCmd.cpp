@@ -2,17 +2,16 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
 #include "exchange/ZORTestUnitQuery.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORGeometry/ZORGeoStlLoader.h>
 #include <ZORSystem/ZORSysFile.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QSettings>
 
 ZOR_TEST_REGISTER(ZORTestImportSTLCmd)
 
@@ -48,18 +47,14 @@ void ZORTestImportSTLCmd::Execute()
 // The groups are left again before a dialog opens: its event loop may run others that use the store.
 ZORTestImportSTLCmd::Choices ZORTestImportSTLCmd::ReadSettings() const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("ImportSTL"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("ImportSTL"));
     return {settings->value("Dir").toString(),
             static_cast<ZORSysValue::Unit>(settings->value("Units", 0).toInt())};
 }
 
 void ZORTestImportSTLCmd::WriteSettings(const Choices& choices) const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("ImportSTL"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("ImportSTL"));
     settings->setValue("Dir", choices.path);
     settings->setValue("Units", int(choices.unit));
 }

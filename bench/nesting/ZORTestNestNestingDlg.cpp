@@ -2,6 +2,7 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
 #include "nesting/ZORTestNestNestingResultDlg.h"
 #include "ui_ZORTestNestNestingDlg.h"
 
@@ -10,12 +11,10 @@
 #include <ZORNesting/ZORNestNestingResponse.h>
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
-#include <QSettings>
 
 #include <cmath>
 #include <functional>
@@ -57,6 +56,7 @@ enum PackagingColumn {
     PackagingCost
 };
 
+constexpr QLatin1String kSettingsGroup("ZORTestNestNestingDlg");
 constexpr qint64 kMaximumPartSize = qint64(1) << 30; // bytes
 
 /// Typed cells: the editor of a cell goes by its value.
@@ -103,7 +103,7 @@ void RemoveSelectedRows(QTableWidget* table)
         table->removeRow(row);
 }
 
-void WriteSettings(QSettings* settings, const ZORNestNestingInput& input)
+void WriteSettings(const ZORTestSettingsGroup& settings, const ZORNestNestingInput& input)
 {
     settings->setValue("MaterialID", input.GetMaterialID());
     settings->setValue("MaterialThickness", input.GetMaterialThickness());
@@ -167,11 +167,8 @@ void ZORTestNestNestingDlg::Connect(const QAbstractButton* button, void (ZORTest
 
 void ZORTestNestNestingDlg::ReadSettings()
 {
-    const QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(GetEnvironment()->GetSettings(), QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(GetEnvironment()->GetSettings(),
-                                          QLatin1String("ZORTestNestNestingDlg"));
-    const auto read = [settings](const char* key, const auto& apply) {
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), kSettingsGroup);
+    const auto read = [&settings](const char* key, const auto& apply) {
         if (settings->contains(QLatin1String(key)))
             apply(settings->value(QLatin1String(key)));
     };
@@ -324,9 +321,7 @@ ZORNestNestingInput ZORTestNestNestingDlg::GetRememberedInput() const
     for (int row = 0; row < m_ui->_PackagingTable->rowCount(); ++row)
         packagings.append(GetPackaging(row));
 
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("ZORTestNestNestingDlg"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), kSettingsGroup);
     const ZORNestNestingInput input = GetInput(items, packagings);
     WriteSettings(settings, input);
     return input;

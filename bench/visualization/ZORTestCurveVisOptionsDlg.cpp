@@ -1,11 +1,6 @@
 #include "visualization/ZORTestCurveVisOptionsDlg.h"
 
-#include "core/ZORTestEnvironment.h"
 #include "ui_ZORTestCurveVisOptionsDlg.h"
-
-#include <ZORSystem/ZORSysSettingGroupContext.h>
-
-#include <QSettings>
 
 ZORTestCurveVisOptionsDlg::ZORTestCurveVisOptionsDlg(ZORTestEnvironment* environment)
     : ZORTestVisOptionsDlg(environment)
@@ -33,10 +28,7 @@ ZORTestCurveVisOptionsDlg::ZORTestCurveVisOptionsDlg(ZORTestEnvironment* environ
     for (int width = 1; width <= 8; ++width)
         m_ui->_WidthCmb->addItem(QString::number(width), width);
 
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
-    const ZORSysSettingGroupContext curve(settings, QLatin1String("Curve"));
+    const ZORTestSettingsGroup settings = OpenSettings("Curve");
     m_ui->_StyleCmb->setCurrentIndex(settings->value("Style", 0).toInt());
     m_ui->_WidthCmb->setCurrentIndex(settings->value("Width", 1).toInt());
     const bool lines = settings->value("Lines", true).toBool();
@@ -69,10 +61,7 @@ bool ZORTestCurveVisOptionsDlg::IsShowPointIndexes() const
 
 void ZORTestCurveVisOptionsDlg::OnOKClicked()
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
-    const ZORSysSettingGroupContext curve(settings, QLatin1String("Curve"));
+    const ZORTestSettingsGroup settings = OpenSettings("Curve");
     settings->setValue("Style", m_ui->_StyleCmb->currentIndex());
     settings->setValue("Width", m_ui->_WidthCmb->currentIndex());
     settings->setValue("Lines", m_ui->_LinesRadio->isChecked());

@@ -1,11 +1,6 @@
 #include "visualization/ZORTestPointVisOptionsDlg.h"
 
-#include "core/ZORTestEnvironment.h"
 #include "ui_ZORTestPointVisOptionsDlg.h"
-
-#include <ZORSystem/ZORSysSettingGroupContext.h>
-
-#include <QSettings>
 
 ZORTestPointVisOptionsDlg::ZORTestPointVisOptionsDlg(ZORTestEnvironment* environment)
     : ZORTestVisOptionsDlg(environment)
@@ -21,10 +16,7 @@ ZORTestPointVisOptionsDlg::ZORTestPointVisOptionsDlg(ZORTestEnvironment* environ
                                 tr("full-circle"), tr("full-square"), tr("star"), tr("nesting-dot"),
                                 tr("small-dot"), tr("full-circle2"), tr("full-square2")});
 
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
-    const ZORSysSettingGroupContext point(settings, QLatin1String("Point"));
+    const ZORTestSettingsGroup settings = OpenSettings("Point");
     SetButtonColor(m_ui->_ColorBtn, settings->value("Color", QColor(127, 127, 127)).value<QColor>());
     m_ui->_SymbolCmb->setCurrentIndex(settings->value("Symbol").toInt());
 }
@@ -41,10 +33,7 @@ ZORVisOptions ZORTestPointVisOptionsDlg::GetOptions() const
 
 void ZORTestPointVisOptionsDlg::OnOKClicked()
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
-    const ZORSysSettingGroupContext point(settings, QLatin1String("Point"));
+    const ZORTestSettingsGroup settings = OpenSettings("Point");
     settings->setValue("Color", GetButtonColor(m_ui->_ColorBtn));
     settings->setValue("Symbol", m_ui->_SymbolCmb->currentIndex());
     accept();

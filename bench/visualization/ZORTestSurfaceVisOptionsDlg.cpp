@@ -1,11 +1,6 @@
 #include "visualization/ZORTestSurfaceVisOptionsDlg.h"
 
-#include "core/ZORTestEnvironment.h"
 #include "ui_ZORTestSurfaceVisOptionsDlg.h"
-
-#include <ZORSystem/ZORSysSettingGroupContext.h>
-
-#include <QSettings>
 
 ZORTestSurfaceVisOptionsDlg::ZORTestSurfaceVisOptionsDlg(ZORTestEnvironment* environment)
     : ZORTestVisOptionsDlg(environment)
@@ -16,10 +11,7 @@ ZORTestSurfaceVisOptionsDlg::ZORTestSurfaceVisOptionsDlg(ZORTestEnvironment* env
     connect(m_ui->_OKBtn, &QPushButton::clicked, this, &ZORTestSurfaceVisOptionsDlg::OnOKClicked);
     connect(m_ui->_CancelBtn, &QPushButton::clicked, this, &QDialog::reject);
 
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
-    const ZORSysSettingGroupContext surface(settings, QLatin1String("Surface"));
+    const ZORTestSettingsGroup settings = OpenSettings("Surface");
     SetButtonColor(m_ui->_ColorBtn, settings->value("Color", QColor(127, 127, 127)).value<QColor>());
     m_ui->_WireframeChk->setChecked(settings->value("Wireframe").toBool());
 }
@@ -40,10 +32,7 @@ bool ZORTestSurfaceVisOptionsDlg::IsWireframe() const
 
 void ZORTestSurfaceVisOptionsDlg::OnOKClicked()
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext visualization(settings, QLatin1String("Visualization"));
-    const ZORSysSettingGroupContext surface(settings, QLatin1String("Surface"));
+    const ZORTestSettingsGroup settings = OpenSettings("Surface");
     settings->setValue("Color", GetButtonColor(m_ui->_ColorBtn));
     settings->setValue("Wireframe", m_ui->_WireframeChk->isChecked());
     accept();

@@ -25,6 +25,11 @@ QColor ZORTestVisOptionsDlg::GetButtonColor(const QPushButton* button)
     return button->property("color").value<QColor>();
 }
 
+ZORTestSettingsGroup ZORTestVisOptionsDlg::OpenSettings(const char* geometry) const
+{
+    return {m_environment->GetSettings(), QLatin1String("Visualization"), QLatin1String(geometry)};
+}
+
 void ZORTestVisOptionsDlg::SelectColor()
 {
     auto* button = qobject_cast<QPushButton*>(sender());

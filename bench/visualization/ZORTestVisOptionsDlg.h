@@ -2,10 +2,11 @@
 
 #pragma once
 
+#include "core/ZORTestSettingsGroup.h"
+
 #include <QDialog>
 
 class QPushButton;
-class QSettings;
 class ZORTestEnvironment;
 
 /// Gives the option dialogs their colour button. A concrete dialog reads its values from the settings when
@@ -29,6 +30,10 @@ public slots:
     /// Asks for the colour of the button that sent the signal. A cancelled question makes the colour
     /// invalid.
     void SelectColor();
+
+protected:
+    /// Enters the group \a geometry of "Debug/Visualization".
+    ZORTestSettingsGroup OpenSettings(const char* geometry) const;
 
 private:
     ZORTestEnvironment* m_environment; // not owned

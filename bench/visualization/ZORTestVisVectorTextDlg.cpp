@@ -2,14 +2,12 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
 #include "ui_ZORTestVisVectorTextDlg.h"
 
 #include <ZORDebug/ZORDebugVizContainer.h>
 #include <ZORMathematics/ZORMathPlane.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORVisualization/ZORVisVectorText.h>
-
-#include <QSettings>
 
 #include <cmath>
 #include <numbers>
@@ -106,9 +104,7 @@ int ZORTestVisVectorTextDlg::GetDecorations() const
 
 void ZORTestVisVectorTextDlg::ReadSettings()
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("VisVectorText"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("VisVectorText"));
     m_ui->_FontCombo->setCurrentText(settings->value("Font").toString());
     m_ui->_AnchorCombo->setCurrentIndex(settings->value("Anchor").toInt());
     m_ui->_OrientationCombo->setCurrentIndex(settings->value("Orientation").toInt());
@@ -123,9 +119,7 @@ void ZORTestVisVectorTextDlg::ReadSettings()
 
 void ZORTestVisVectorTextDlg::WriteSettings() const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("VisVectorText"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("VisVectorText"));
     settings->setValue("Font", m_ui->_FontCombo->currentText());
     settings->setValue("Anchor", m_ui->_AnchorCombo->currentIndex());
     settings->setValue("Orientation", m_ui->_OrientationCombo->currentIndex());

@@ -3,20 +3,16 @@
 #include "core/ZORTestCommandRegistry.h"
 #include "core/ZORTestEnvironment.h"
 #include "ui_ZORTestGeometrySelector.h"
+#include "widgets/ZORTestObjectEntries.h"
 
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORComposites/ZORCompStrategy.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 
-#include <QPointer>
 #include <QVariant>
 
 namespace {
-
-// Beside the strategy itself an entry of the combo box holds a guarded pointer to it: the dialogs are not
-// modal, so that a strategy may be deleted while it stands in a list.
-constexpr int guardRole = Qt::UserRole + 1;
 
 ZORCompStrategy* GetTestHandle()
 {
@@ -54,10 +50,7 @@ bool ZORTestStrategySelector::IsTestHandle(const ZORCompStrategy* strategy)
 
 ZORCompStrategy* ZORTestStrategySelector::GetSelectedStrategy() const
 {
-    const QVariant guard = m_ui->_Combo->currentData(guardRole);
-    if (guard.isValid() && guard.value<QPointer<QObject>>().isNull())
-        return nullptr;
-    return m_ui->_Combo->currentData().value<ZORCompStrategy*>();
+    return ZORTestObjectEntries::GetCurrent<ZORCompStrategy>(m_ui->_Combo);
 }
 
 void ZORTestStrategySelector::OnReload()
@@ -74,9 +67,7 @@ void ZORTestStrategySelector::OnReload()
         auto* strategy = qobject_cast<ZORCompStrategy*>(child);
         if (!strategy)
             continue;
-        m_ui->_Combo->addItem(strategy->GetLabel(), QVariant::fromValue(strategy));
-        m_ui->_Combo->setItemData(m_ui->_Combo->count() - 1, QVariant::fromValue(QPointer<QObject>(strategy)),
-                                  guardRole);
+        ZORTestObjectEntries::Append(m_ui->_Combo, strategy->GetLabel(), strategy);
     }
 }
 
