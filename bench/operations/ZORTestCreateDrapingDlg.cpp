@@ -2,13 +2,13 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
 #include "widgets/ZORTestForm.h"
 #include "widgets/ZORTestGeometrySelector.h"
 
 #include <ZORComposites/ZORCompStrategy.h>
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 #include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 
 ZOR_TEST_REGISTER(ZORTestCreateDrapingDlg)
 
@@ -31,8 +31,6 @@ bool ZORTestCreateDrapingDlg::Apply()
         return false;
 
     // The groups of its settings, of which there are none yet.
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debugGroup(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext dialogGroup(settings, QLatin1String("CreateDraping"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("CreateDraping"));
     return true;
 }

@@ -2,13 +2,10 @@
 
 #pragma once
 
-#include "core/ZORTestDialog.h"
-
-class QDoubleSpinBox;
-class ZORTestGeometrySelector;
+#include "operations/ZORTestCreateTopDlg.h"
 
 /// Adds the body of a curve, divided into edges where it turns.
-class ZORTestCreateTopCurveDlg final : public ZORTestDialog
+class ZORTestCreateTopCurveDlg final : public ZORTestCreateTopDlg
 {
     Q_OBJECT
     Q_CLASSINFO("label", "Create Topological Curve")
@@ -19,8 +16,4 @@ public:
     Q_INVOKABLE explicit ZORTestCreateTopCurveDlg(ZORTestEnvironment* environment);
 
     bool Apply() override;
-
-private:
-    ZORTestGeometrySelector* m_curveSel = nullptr;
-    QDoubleSpinBox* m_toleranceSpin = nullptr; // degrees
 };

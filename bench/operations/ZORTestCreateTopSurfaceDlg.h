@@ -2,13 +2,10 @@
 
 #pragma once
 
-#include "core/ZORTestDialog.h"
-
-class QDoubleSpinBox;
-class ZORTestGeometrySelector;
+#include "operations/ZORTestCreateTopDlg.h"
 
 /// Adds the body of a surface, divided into faces where it turns.
-class ZORTestCreateTopSurfaceDlg final : public ZORTestDialog
+class ZORTestCreateTopSurfaceDlg final : public ZORTestCreateTopDlg
 {
     Q_OBJECT
     Q_CLASSINFO("label", "Create Topological Surface")
@@ -19,8 +16,4 @@ public:
     Q_INVOKABLE explicit ZORTestCreateTopSurfaceDlg(ZORTestEnvironment* environment);
 
     bool Apply() override;
-
-private:
-    ZORTestGeometrySelector* m_surfaceSel = nullptr;
-    QDoubleSpinBox* m_toleranceSpin = nullptr; // degrees
 };

@@ -2,12 +2,10 @@
 
 #pragma once
 
-#include "core/ZORTestDialog.h"
-
-class ZORTestGeometrySelector;
+#include "operations/ZORTestCreateWFRawDlg.h"
 
 /// Adds a raw curve around a curve of the container to a feature folder.
-class ZORTestCreateWFRawCurveDlg final : public ZORTestDialog
+class ZORTestCreateWFRawCurveDlg final : public ZORTestCreateWFRawDlg
 {
     Q_OBJECT
     Q_CLASSINFO("label", "Create WF Raw Curve")
@@ -16,8 +14,4 @@ public:
     Q_INVOKABLE explicit ZORTestCreateWFRawCurveDlg(ZORTestEnvironment* environment);
 
     bool Apply() override;
-
-private:
-    ZORTestGeometrySelector* m_curveSel = nullptr;
-    ZORTestGeometrySelector* m_folderSel = nullptr;
 };

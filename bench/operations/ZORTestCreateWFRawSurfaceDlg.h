@@ -2,12 +2,10 @@
 
 #pragma once
 
-#include "core/ZORTestDialog.h"
-
-class ZORTestGeometrySelector;
+#include "operations/ZORTestCreateWFRawDlg.h"
 
 /// Adds a raw surface around a surface of the container to a feature folder.
-class ZORTestCreateWFRawSurfaceDlg final : public ZORTestDialog
+class ZORTestCreateWFRawSurfaceDlg final : public ZORTestCreateWFRawDlg
 {
     Q_OBJECT
     Q_CLASSINFO("label", "Create WF Raw Surface")
@@ -16,8 +14,4 @@ public:
     Q_INVOKABLE explicit ZORTestCreateWFRawSurfaceDlg(ZORTestEnvironment* environment);
 
     bool Apply() override;
-
-private:
-    ZORTestGeometrySelector* m_surfaceSel = nullptr;
-    ZORTestGeometrySelector* m_folderSel = nullptr;
 };

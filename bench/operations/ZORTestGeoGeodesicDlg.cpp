@@ -2,6 +2,8 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
+#include "operations/ZORTestOptionalLength.h"
 #include "ui_ZORTestGeoGeodesicDlg.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
@@ -9,11 +11,7 @@
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathVector.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 
-#include <QSettings>
-
-#include <limits>
 #include <utility>
 
 ZOR_TEST_REGISTER(ZORTestGeoGeodesicDlg)
@@ -21,7 +19,6 @@ ZOR_TEST_REGISTER(ZORTestGeoGeodesicDlg)
 namespace {
 
 constexpr double FullTurn = 6.283185307179586;
-constexpr double Unbounded = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 
@@ -37,9 +34,7 @@ ZORTestGeoGeodesicDlg::~ZORTestGeoGeodesicDlg() = default;
 
 void ZORTestGeoGeodesicDlg::ReadSettings()
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("GeoGeodesic"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("GeoGeodesic"));
     m_ui->_AngleSpin->SetInternalValue(settings->value("Angle", 0.0).toDouble());
     m_ui->_StartLenSpin->SetInternalValue(settings->value("StartLen", 0.0).toDouble());
     m_ui->_EndLenSpin->SetInternalValue(settings->value("EndLen", 0.0).toDouble());
@@ -55,9 +50,7 @@ void ZORTestGeoGeodesicDlg::ReadSettings()
 // The end length is not stored: this is established.
 void ZORTestGeoGeodesicDlg::WriteSettings() const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("GeoGeodesic"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("GeoGeodesic"));
     settings->setValue("UseStartLen", m_ui->_StartLenCheck->isChecked());
     settings->setValue("UseEndLen", m_ui->_EndLenCheck->isChecked());
     if (m_ui->_StartLenCheck->isChecked())
@@ -74,10 +67,8 @@ void ZORTestGeoGeodesicDlg::WriteSettings() const
 bool ZORTestGeoGeodesicDlg::Apply()
 {
     WriteSettings();
-    const double startLength =
-        m_ui->_StartLenCheck->isChecked() ? m_ui->_StartLenSpin->GetInternalValue() : Unbounded;
-    const double endLength =
-        m_ui->_EndLenCheck->isChecked() ? m_ui->_EndLenSpin->GetInternalValue() : Unbounded;
+    const double startLength = ZORTestGetOptionalLength(m_ui->_StartLenCheck, m_ui->_StartLenSpin);
+    const double endLength = ZORTestGetOptionalLength(m_ui->_EndLenCheck, m_ui->_EndLenSpin);
     const int numIterations = m_ui->_BruteForceCheck->isChecked() ? m_ui->_BruteForceSpin->value() : 1;
     const ZORMathVector direction = GetDirection();
 

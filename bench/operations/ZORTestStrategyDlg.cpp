@@ -2,13 +2,11 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
 #include "widgets/ZORTestForm.h"
 #include "widgets/ZORTestStrategySelector.h"
 
 #include <ZORComposites/ZORCompStrategy.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
-
-#include <QSettings>
 
 ZOR_TEST_REGISTER(ZORTestStrategyDlg)
 
@@ -29,9 +27,7 @@ bool ZORTestStrategyDlg::Apply()
     if (ZORTestStrategySelector::IsTestHandle(selected) || !qobject_cast<ZORCompStrategy*>(selected))
         return Fail(tr("Strategy selection invalid"));
 
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debugGroup(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext dialogGroup(settings, QLatin1String("Strategy"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("Strategy"));
     const QLatin1String key("something");
     settings->setValue(key, settings->value(key).toString());
     return true;

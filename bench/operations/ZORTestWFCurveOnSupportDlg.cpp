@@ -2,22 +2,18 @@
 
 #include "core/ZORTestEnvironment.h"
 #include "core/ZORTestRegistration.h"
+#include "core/ZORTestSettingsGroup.h"
+#include "operations/ZORTestOptionalLength.h"
 #include "ui_ZORTestWFCurveOnSupportDlg.h"
 
 #include <ZORFeature/ZORFeatFolder.h>
-#include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORWireframe/ZORWFCurveOnSupport.h>
-
-#include <QSettings>
-
-#include <limits>
 
 ZOR_TEST_REGISTER(ZORTestWFCurveOnSupportDlg)
 
 namespace {
 
 constexpr int PointToPoint = 0; // index of the type
-constexpr double Unbounded = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 
@@ -46,9 +42,7 @@ void ZORTestWFCurveOnSupportDlg::OnTypeChanged(int type)
 
 void ZORTestWFCurveOnSupportDlg::ReadSettings()
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("WFCurveOnSupport"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("WFCurveOnSupport"));
     m_ui->_TypeCombo->setCurrentIndex(settings->value("Type", 0).toInt());
     m_ui->_AngleSpin->SetInternalValue(settings->value("Angle", 0.0).toDouble());
     m_ui->_FlipCheck->setChecked(settings->value("Flip", false).toBool());
@@ -60,9 +54,7 @@ void ZORTestWFCurveOnSupportDlg::ReadSettings()
 
 void ZORTestWFCurveOnSupportDlg::WriteSettings() const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("WFCurveOnSupport"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("WFCurveOnSupport"));
     settings->setValue("Type", m_ui->_TypeCombo->currentIndex());
     settings->setValue("UseStartLen", m_ui->_StartLenCheck->isChecked());
     settings->setValue("UseEndLen", m_ui->_EndLenCheck->isChecked());
@@ -75,9 +67,7 @@ void ZORTestWFCurveOnSupportDlg::WriteSettings() const
 
 void ZORTestWFCurveOnSupportDlg::WriteAngle() const
 {
-    QSettings* settings = GetEnvironment()->GetSettings();
-    const ZORSysSettingGroupContext debug(settings, QLatin1String("Debug"));
-    const ZORSysSettingGroupContext group(settings, QLatin1String("WFCurveOnSupport"));
+    const ZORTestSettingsGroup settings(GetEnvironment()->GetSettings(), QLatin1String("WFCurveOnSupport"));
     settings->setValue("Angle", m_ui->_AngleSpin->GetInternalValue());
 }
 
@@ -100,10 +90,8 @@ bool ZORTestWFCurveOnSupportDlg::Apply()
 {
     WriteSettings();
     const int type = m_ui->_TypeCombo->currentIndex();
-    const double startLength =
-        m_ui->_StartLenCheck->isChecked() ? m_ui->_StartLenSpin->GetInternalValue() : Unbounded;
-    const double endLength =
-        m_ui->_EndLenCheck->isChecked() ? m_ui->_EndLenSpin->GetInternalValue() : Unbounded;
+    const double startLength = ZORTestGetOptionalLength(m_ui->_StartLenCheck, m_ui->_StartLenSpin);
+    const double endLength = ZORTestGetOptionalLength(m_ui->_EndLenCheck, m_ui->_EndLenSpin);
     const double angle = m_ui->_AngleSpin->GetInternalValue();
 
     auto* support = Require<ZORFeatGeometry>(m_ui->_SurfaceSel, tr("Surface selection invalid"));

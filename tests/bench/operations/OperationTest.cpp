@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMetaClassInfo>
 
 #include <algorithm>
@@ -124,6 +125,14 @@ QList<ZORGeoGeometry*> OperationTest::TakeNew()
     for (; m_numKnown < GetContainer()->GetNumGeometry(); ++m_numKnown)
         added.append(GetContainer()->GetGeometryByIndex(m_numKnown));
     return added;
+}
+
+void OperationTest::SelectInList(const char* objectName, ZORGeoGeometry* geometry)
+{
+    auto* list = Field<ZORTestGeometrySelector>(objectName)->findChild<QListWidget*>("_List");
+    auto* item = new QListWidgetItem(geometry->objectName(), list);
+    item->setData(Qt::UserRole, QVariant::fromValue(geometry));
+    item->setSelected(true);
 }
 
 void OperationTest::TypeInto(const char* objectName, const QString& text)

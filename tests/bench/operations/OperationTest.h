@@ -35,6 +35,8 @@ protected:
     QStringList TraceOk();
     /// The geometries that were added to the container since the start of the test or the last call.
     QList<ZORGeoGeometry*> TakeNew();
+    /// Puts a geometry into the list of the selector \a objectName and selects it.
+    void SelectInList(const char* objectName, ZORGeoGeometry* geometry);
     void TypeInto(const char* objectName, const QString& text);
 
     template<class Widget>

@@ -7,7 +7,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QListWidget>
 #include <QSpinBox>
 
 namespace {
@@ -40,14 +39,6 @@ protected:
         Field<QSpinBox>("_BruteForceSpin")->setValue(numIterations);
     }
     QVariant Setting(const char* key) { return GetSettings()->value(Group + QLatin1String(key)); }
-    /// Puts a geometry into the list of the selector \a objectName and selects it.
-    void SelectInList(const char* objectName, ZORGeoGeometry* geometry)
-    {
-        auto* list = Field<ZORTestGeometrySelector>(objectName)->findChild<QListWidget*>("_List");
-        auto* item = new QListWidgetItem(geometry->objectName(), list);
-        item->setData(Qt::UserRole, QVariant::fromValue(geometry));
-        item->setSelected(true);
-    }
     ZORGeoCurveOnSurface* AddLimit(const QString& name, double x)
     {
         auto* curve =

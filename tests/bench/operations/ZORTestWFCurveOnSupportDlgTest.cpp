@@ -14,7 +14,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLayout>
-#include <QListWidget>
 
 namespace {
 
@@ -68,14 +67,6 @@ protected:
     void Clear(const char* objectName)
     {
         Field<ZORTestGeometrySelector>(objectName)->findChild<QComboBox*>("_Combo")->setCurrentIndex(-1);
-    }
-    /// Puts a geometry into the list of the selector \a objectName and selects it.
-    void SelectInList(const char* objectName, ZORGeoGeometry* geometry)
-    {
-        auto* list = Field<ZORTestGeometrySelector>(objectName)->findChild<QListWidget*>("_List");
-        auto* item = new QListWidgetItem(geometry->objectName(), list);
-        item->setData(Qt::UserRole, QVariant::fromValue(geometry));
-        item->setSelected(true);
     }
     ZORWFRawCurve* AddLimit(const QString& name, double x)
     {
