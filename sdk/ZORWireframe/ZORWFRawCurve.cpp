@@ -1,57 +1,54 @@
 #include "ZORWFRawCurve.h"
 
+#include "ZORWFOwned_p.h"
+
 #include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
-#include <memory>
-
 ZOR_GEO_REGISTER_TYPE(ZORWFRawCurve)
+
+class ZORWFRawCurve::Private
+{
+public:
+    ZORWFOwnedBody body;
+};
 
 ZORWFRawCurve::ZORWFRawCurve(ZORFeatObject* folder, const ZORGeoCurve* curve)
     : ZORFeatGeometry(folder)
 {
     ZOR_TRACE_CALL(folder, curve);
-    auto body = std::make_unique<ZORTopBody>(GetContainer(), curve);
-    body->AddReference(this);
-    m_body = body.release();
-    FollowBody(m_body);
+    d.reset(new Private{{*this, std::make_unique<ZORTopBody>(GetContainer(), curve)}});
+    FollowBody(d->body.Get());
 }
 
 ZORWFRawCurve::ZORWFRawCurve(ZORFeatObject* folder, const Stored& stored)
     : ZORFeatGeometry(folder)
-    , m_body(stored.body)
+    , d(new Private{{*this, std::unique_ptr<ZORTopBody>(stored.body)}})
 {
-    if (m_body)
-        m_body->AddReference(this);
-    FollowBody(m_body);
+    FollowBody(d->body.Get());
 }
 
-ZORWFRawCurve::~ZORWFRawCurve()
-{
-    // Its reference of the body goes with the body.
-    delete m_body;
-}
+ZORWFRawCurve::~ZORWFRawCurve() = default;
 
 void ZORWFRawCurve::Initialize()
 {
     ZOR_TRACE_CALL();
-    if (m_body)
-        m_body->Initialize();
+    d->body.Initialize();
     ZORFeatGeometry::Initialize();
 }
 
 ZORTopBody* ZORWFRawCurve::GetBody() const
 {
-    return m_body;
+    return d->body.Get();
 }
 
 struct ZORWFRawCurveStorage
 {
     static void Write(const ZORWFRawCurve& feature, ZORGeoObjectWriter& writer)
     {
-        writer.WriteReference("body", feature.m_body);
+        writer.WriteReference("body", feature.GetBody());
     }
     static ZORWFRawCurve* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
     {

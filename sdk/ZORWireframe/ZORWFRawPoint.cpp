@@ -1,13 +1,20 @@
 #include "ZORWFRawPoint.h"
 
+#include "ZORWFOwned_p.h"
+
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
-#include <memory>
-
 ZOR_GEO_REGISTER_TYPE(ZORWFRawPoint)
+
+class ZORWFRawPoint::Private
+{
+public:
+    ZORWFOwned<ZORGeoCartesianPoint> point; // outlives the body around it
+    ZORWFOwnedBody body;
+};
 
 ZORWFRawPoint::ZORWFRawPoint(ZORFeatObject* folder, const ZORMathPoint& point)
     : ZORFeatGeometry(folder)
@@ -15,48 +22,37 @@ ZORWFRawPoint::ZORWFRawPoint(ZORFeatObject* folder, const ZORMathPoint& point)
     ZOR_TRACE_CALL(folder, point);
     auto geometry = std::make_unique<ZORGeoCartesianPoint>(GetContainer(), point);
     auto body = std::make_unique<ZORTopBody>(GetContainer(), geometry.get());
-    body->AddReference(this);
-    m_body = body.release();
-    m_point = geometry.release();
+    d.reset(new Private{ZORWFOwned(std::move(geometry)), {*this, std::move(body)}});
 }
 
 ZORWFRawPoint::ZORWFRawPoint(ZORFeatObject* folder, ZORGeoCartesianPoint* point, ZORTopBody* body)
     : ZORFeatGeometry(folder)
-    , m_point(point)
-    , m_body(body)
+    , d(new Private{ZORWFOwned(std::unique_ptr<ZORGeoCartesianPoint>(point)),
+                    {*this, std::unique_ptr<ZORTopBody>(body)}})
 {
-    if (body)
-        body->AddReference(this);
 }
 
-ZORWFRawPoint::~ZORWFRawPoint()
-{
-    // Its reference of the body goes with the body.
-    delete m_body;
-    delete m_point;
-}
+ZORWFRawPoint::~ZORWFRawPoint() = default;
 
 void ZORWFRawPoint::Initialize()
 {
     ZOR_TRACE_CALL();
-    if (m_point)
-        m_point->Initialize();
-    if (m_body)
-        m_body->Initialize();
+    d->point.Initialize();
+    d->body.Initialize();
     ZORFeatGeometry::Initialize();
 }
 
 ZORTopBody* ZORWFRawPoint::GetBody() const
 {
-    return m_body;
+    return d->body.Get();
 }
 
 struct ZORWFRawPointStorage
 {
     static void Write(const ZORWFRawPoint& feature, ZORGeoObjectWriter& writer)
     {
-        writer.WriteReference("point", feature.m_point);
-        writer.WriteReference("body", feature.m_body);
+        writer.WriteReference("point", feature.d->point.Get());
+        writer.WriteReference("body", feature.GetBody());
     }
     static ZORWFRawPoint* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
     {

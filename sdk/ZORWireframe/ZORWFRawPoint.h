@@ -7,7 +7,7 @@
 #include <ZORTopology/ZORTopBody.h>
 #include <ZORWireframe/ZORWireframeGlobal.h>
 
-#include <QPointer>
+#include <memory>
 
 class ZORGeoCartesianPoint;
 
@@ -44,6 +44,6 @@ private:
     /// The feature around a point and a body that are there already; null for what has been destroyed.
     ZORWFRawPoint(ZORFeatObject* folder, ZORGeoCartesianPoint* point, ZORTopBody* body);
 
-    QPointer<ZORGeoCartesianPoint> m_point; // owned, by the container once it is registered
-    QPointer<ZORTopBody> m_body;            // the same
+    class Private;
+    std::unique_ptr<Private> d;
 };

@@ -1,55 +1,52 @@
 #include "ZORWFRawSurface.h"
 
+#include "ZORWFOwned_p.h"
+
 #include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
-#include <memory>
-
 ZOR_GEO_REGISTER_TYPE(ZORWFRawSurface)
+
+class ZORWFRawSurface::Private
+{
+public:
+    ZORWFOwnedBody body;
+};
 
 ZORWFRawSurface::ZORWFRawSurface(ZORFeatObject* folder, const ZORGeoSurface* surface)
     : ZORFeatGeometry(folder)
 {
     ZOR_TRACE_CALL(folder, surface);
-    auto body = std::make_unique<ZORTopBody>(GetContainer(), surface);
-    body->AddReference(this);
-    m_body = body.release();
+    d.reset(new Private{{*this, std::make_unique<ZORTopBody>(GetContainer(), surface)}});
 }
 
 ZORWFRawSurface::ZORWFRawSurface(ZORFeatObject* folder, const Stored& stored)
     : ZORFeatGeometry(folder)
-    , m_body(stored.body)
+    , d(new Private{{*this, std::unique_ptr<ZORTopBody>(stored.body)}})
 {
-    if (m_body)
-        m_body->AddReference(this);
 }
 
-ZORWFRawSurface::~ZORWFRawSurface()
-{
-    // Its reference of the body goes with the body.
-    delete m_body;
-}
+ZORWFRawSurface::~ZORWFRawSurface() = default;
 
 void ZORWFRawSurface::Initialize()
 {
     ZOR_TRACE_CALL();
-    if (m_body)
-        m_body->Initialize();
+    d->body.Initialize();
     ZORFeatGeometry::Initialize();
 }
 
 ZORTopBody* ZORWFRawSurface::GetBody() const
 {
-    return m_body;
+    return d->body.Get();
 }
 
 struct ZORWFRawSurfaceStorage
 {
     static void Write(const ZORWFRawSurface& feature, ZORGeoObjectWriter& writer)
     {
-        writer.WriteReference("body", feature.m_body);
+        writer.WriteReference("body", feature.GetBody());
     }
     static ZORWFRawSurface* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
     {

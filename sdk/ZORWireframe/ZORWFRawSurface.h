@@ -6,7 +6,7 @@
 #include <ZORTopology/ZORTopBody.h>
 #include <ZORWireframe/ZORWireframeGlobal.h>
 
-#include <QPointer>
+#include <memory>
 
 class ZORGeoSurface;
 
@@ -44,5 +44,6 @@ private:
     /// The feature around a body that is there already.
     ZORWFRawSurface(ZORFeatObject* folder, const Stored& stored);
 
-    QPointer<ZORTopBody> m_body; // owned, by the container once it is registered
+    class Private;
+    std::unique_ptr<Private> d;
 };
