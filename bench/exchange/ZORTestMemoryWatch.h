@@ -10,7 +10,7 @@ class ZORTestMemoryWatch
 {
 public:
     /// Takes note of memory that is about to be used.
-    /// \return  whether enough for a message would be left
+    /// \return whether enough for a message would be left
     bool CanUse(qint64 bytes);
 
     /// Takes note of memory that is about to be used.

@@ -39,7 +39,8 @@ struct ZORHostCommandLine
     ///                   are made absolute against the current folder.
     static ZORHostCommandLine Parse(const QStringList& arguments);
 
-    /// QApplication takes "--plugin" for an option of its own and removes it: the name Parse() knows it by as
-    /// well. \param argument  one argument of the process; any other comes back as it is
+    /// Returns the second name by which Parse() knows "--plugin", which QApplication would take for its own option
+    /// and remove.
+    /// \param argument  one argument of the process; any other is returned unchanged
     static QByteArray ProtectFromQt(const QByteArray& argument);
 };

@@ -16,7 +16,7 @@ struct ZORHostScriptStep
 };
 
 /// A script: one step a line, words separated by blanks, words with blanks in double quotes (with the escapes
-/// \" \\ \n \t), comments from a # at the beginning of a word to the end of the line. docs/scripting.md lists
+/// `\"` `\\` `\n` `\t`), comments from a # at the beginning of a word to the end of the line. docs/scripting.md lists
 /// the steps.
 class ZORHostScript
 {
@@ -32,7 +32,8 @@ public:
     const QString& GetName() const { return m_name; }
     const QList<ZORHostScriptStep>& GetSteps() const { return m_steps; }
 
-    /// The words of one line. \throws ZORSysFileException (without file and line)
+    /// Returns the words of one line.
+    /// \throws ZORSysFileException without file and line
     static QStringList Split(const QString& line);
 
 private:

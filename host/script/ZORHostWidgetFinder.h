@@ -13,10 +13,10 @@ namespace ZORHostWidgetFinder {
 /// one that was made last. Null for none.
 QWidget* FindWindow(const QString& name);
 
-/// The widget in \a window of that object name; else the visible one with that text (buttons, group boxes),
+/// Returns the widget in \a window of that object name; else the visible one with that text (buttons, group boxes),
 /// that accessible name, or with a label of that text. Mnemonics, colons and blanks at the ends of texts do
-/// not count. \throws ZORHostScriptError "no widget '%1' in '%2'", or when several visible widgets have the
-/// text
+/// not count.
+/// \throws ZORHostScriptError "no widget '%1' in '%2'", or when several visible widgets have the text
 QWidget* FindWidget(QWidget* window, const QString& name);
 
 /// The action of that object name, else of that menu text, in \a window, else in any visible window.

@@ -51,7 +51,8 @@ public:
         size_t first = 0; // place where the arc begins
         size_t last = 0;  // place where it ends
     };
-    /// The path with the arc in it. \return nothing when the arc does not come back to the path
+    /// Returns the path with the arc in it.
+    /// \return nothing when the arc does not return to the path
     std::optional<Replacement> Replace(const Arc& arc) const;
 
     /// Whether an arc can begin on a segment at all: it has a length and lies in a triangle with an area.

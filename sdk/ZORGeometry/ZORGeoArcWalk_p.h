@@ -15,7 +15,8 @@ struct ZORGeoArcStart
     ZORMathVector inward;    // unit vector in that plane across the direction: where the arc turns to
 };
 
-/// The start of an arc that turns to the left of a walk. \return nothing in a triangle without area
+/// Returns the start of an arc that turns to the left of a walk.
+/// \return nothing in a triangle without area
 std::optional<ZORGeoArcStart> ZorGeoMakeArcStart(const ZORGeoMesh& mesh, const ZORGeoWalkStart& start);
 
 /// A circle in the unfolded surface: every triangle holds an exact arc of it, which crosses edges without a

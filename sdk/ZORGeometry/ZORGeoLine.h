@@ -13,7 +13,7 @@ class ZORGEOMETRY_EXPORT ZORGeoLine : public ZORGeoCurve
 
 public:
     /// \param container   owner of the line from Initialize() on
-    /// \param start, end  millimetres
+    /// \param start,end   millimetres
     /// \throws ZORSysException "point %1 of the curve is not finite or too far away", counted from 0
     ZORGeoLine(ZORGeoContainer* container, const ZORMathPoint& start, const ZORMathPoint& end);
     ~ZORGeoLine() override;

@@ -25,7 +25,8 @@ public:
     /// \param maximumLength  longest way to accept between the last place of the path and \a to
     /// \return false when no way was found; the path is unchanged then
     bool Append(ZORGeoMeshPath& path, const ZORGeoMeshPlace& to, double maximumLength);
-    /// Continues a path where its last place and \a to share a triangle. \return false when they do not
+    /// Continues a path where its last place and \a to share a triangle.
+    /// \return false when they do not
     bool AppendWithinTriangle(ZORGeoMeshPath& path, const ZORGeoMeshPlace& to);
 
 private:

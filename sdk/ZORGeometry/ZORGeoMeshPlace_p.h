@@ -38,7 +38,8 @@ void ZorGeoFindTriangles(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, s
 /// Whether the place lies on a side of its triangle that has no neighbour.
 bool ZorGeoIsOnBorder(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place);
 
-/// The corner of a triangle at a vertex. \return -1 when it has none there
+/// Returns the corner of a triangle at a vertex.
+/// \return -1 when it has none there
 int ZorGeoCornerOf(const ZORGeoMesh& mesh, int triangle, int vertex);
 
 ZORGeoLocationOnSurface ZorGeoLocationOf(const ZORGeoSurface* surface, const ZORGeoMeshPlace& place);

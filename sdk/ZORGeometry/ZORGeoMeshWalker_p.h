@@ -81,7 +81,8 @@ public:
     void GetEntryWeights(double (&weights)[3]) const;
     void GetExitWeights(const Exit& exit, double (&weights)[3]) const;
 
-    /// Enters the triangle behind the exit, with the heading of the exit. \return false when there is none
+    /// Enters the triangle behind the exit, with the heading of the exit.
+    /// \return false when there is none
     bool Continue(const Exit& exit);
 
 private:

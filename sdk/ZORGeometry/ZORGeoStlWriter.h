@@ -29,9 +29,10 @@ public:
     ZORGeoStlWriter(QString& fileName, const ZORGeoSurface* surface, FileFormats format);
 
     /// Writes the file beside its final place and moves it there when it is complete: on failure a former
-    /// file of that name is as it was. Devices and pipes are written directly. \param unit  the unit of the
-    /// coordinates in the file \return the number of facets written \throws ZORSysException "surface is
-    /// null", "unit is no unit of length", "vertex %1 is too large for an
+    /// file of that name is as it was. Devices and pipes are written directly.
+    /// \param unit  the unit of the coordinates in the file
+    /// \return the number of facets written
+    /// \throws ZORSysException "surface is null", "unit is no unit of length", "vertex %1 is too large for an
     ///         STL file", counted from 0
     /// \throws ZORSysFileOpenException when the file cannot be created
     /// \throws ZORSysFileException "cannot write file '%1': %2"

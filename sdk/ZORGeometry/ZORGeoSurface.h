@@ -57,7 +57,7 @@ public:
 
     /// The corners of a triangle.
     /// \param triangle   1 ... T (asserted)
-    /// \param[out] a,b,c positions of the corners A, B and C
+    /// \param[out] a,b,c  positions of the corners A, B and C
     void GetVertices(int triangle, ZORMathPoint& a, ZORMathPoint& b, ZORMathPoint& c) const;
 
     /// The triangles on the other side of each side.

@@ -36,7 +36,8 @@ public:
         double weightB = 0;
         double weightC = 0;
     };
-    /// Hits both faces and the border. \return false also for a triangle seen edge-on or degenerate
+    /// Hits both faces and the border.
+    /// \return false also for a triangle seen edge-on or degenerate
     bool Intersect(const ZORMathPoint& a, const ZORMathPoint& b, const ZORMathPoint& c, Hit& hit) const;
 
     const double (&GetOrigin() const)[3] { return m_origin; }

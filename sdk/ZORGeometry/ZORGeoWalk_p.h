@@ -26,7 +26,8 @@ inline void ZorGeoShortenFirst(ZORGeoMeshWalker::Exit& exit, const ZORGeoWalkSta
     exit.length -= start.skipped;
 }
 
-/// Goes on from the vertex of a fan. \return why the walk ends there when there is no departure
+/// Continues from the vertex of a fan.
+/// \return why the walk ends there when there is no departure
 inline std::optional<ZORGeoCurveOnSurfaceResult::StopReason>
 ZorGeoDepart(ZORGeoMeshWalker& walker, const ZORGeoVertexFan& fan,
              const std::optional<ZORGeoVertexFan::Departure>& departure)

@@ -31,8 +31,8 @@ struct ZORNestPlaneMap
     }
 };
 
-/// An arc of an ellipse (of a circle where u and v are alike): center + cos(t) * u + sin(t) * v for t from \a
-/// from to \a to.
+/// An arc of an ellipse (of a circle where u and v are alike): center + cos(t) * u + sin(t) * v for t between
+/// \a from and \a to.
 struct ZORNestConic
 {
     ZORNestPlanePoint center;

@@ -59,7 +59,8 @@ public:
     static constexpr size_t MaximumTags = 8000000;
 
     /// Reads from behind the pair of code 0 up to the next one or the end of the file.
-    /// \param type  that pair; \param next gets the following one of code 0
+    /// \param type  that pair
+    /// \param next  receives the following pair of code 0
     /// \return false when the file has ended
     /// \throws ZORSysException "line %1: entity has too many values"
     bool Read(ZORNestDxfTags& tags, const ZORNestDxfTag& type, ZORNestDxfTag& next);
@@ -80,7 +81,7 @@ public:
 
     static double ToNumber(const ZORNestDxfTag& tag);
     static int ToInteger(const ZORNestDxfTag& tag);
-    /// UTF-8, or where that does not hold Latin 1; with \U+XXXX resolved.
+    /// Decodes UTF-8, or Latin 1 where the bytes are not UTF-8, and resolves "\U+XXXX".
     static QString ToText(QByteArrayView value);
 
 private:

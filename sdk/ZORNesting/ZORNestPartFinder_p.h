@@ -26,7 +26,7 @@ constexpr int MaximumOutlines = 50000;
 int GetLayer(const QString& name);
 
 /// \param tolerance  for joining, see ZORNestJoiner
-/// \param name of the parts: alone for a single one, else with "-1", "-2" ... in the order of the drawing
+/// \param name       of the parts: alone for a single one, else with "-1", "-2" ... in the order of the drawing
 /// \param report     gets lines about what was joined and left out
 /// \throws ZORSysException "no closed outline found", "no closed outline found: %1 curves have loose ends",
 ///         "drawing has more than %1 outlines"

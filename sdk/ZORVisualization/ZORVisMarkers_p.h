@@ -12,7 +12,8 @@ class ZORVisMarkers
 {
 public:
     /// The symbol in the middle of an image of odd width and height, in device pixels. Crosses for codes out
-    /// of range. \param ratio  device pixels per device independent pixel
+    /// of range.
+    /// \param ratio  device pixels per device independent pixel
     QImage GetImage(ZORVisOptions::PointSymbol symbol, const QColor& color, double ratio);
 
 private:

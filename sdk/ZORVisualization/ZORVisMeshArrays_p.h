@@ -14,7 +14,8 @@ struct ZORVisMeshData;
 struct ZORVisMeshArrays
 {
     /// Takes about 90 ns and, while it runs, 60 bytes per triangle. Triangles with a point that is not finite
-    /// are left out; the others keep their order. \param origin  positions are relative to it
+    /// are left out; the others keep their order.
+    /// \param origin  positions are relative to it
     ZORVisMeshArrays(const ZORVisMeshData& mesh, const ZORMathPoint& origin);
 
     std::vector<float> positions; // x, y, z

@@ -20,7 +20,8 @@ public:
     /// \param size        pixels
     /// \param reps        not taken over; null entries are ignored; none gives an empty picture
     /// \param background  one colour for the whole picture; alpha is ignored, an invalid colour counts as
-    /// white \return null for a size without area, or of more than 2^27 pixels
+    ///                    white
+    /// \return null for a size without area, or of more than 2^27 pixels
     static QImage CreateImage(const QSize& size, const QList<const ZORVisRep*>& reps,
                               const QColor& background);
 };

@@ -17,9 +17,9 @@ struct ZORVisMeshArrays;
 class ZORVisSoftware
 {
 public:
-    /// \param picture    the whole picture, of format RGB32, shared with nobody
-    /// \param[out] depth of the tile's pixels, row by row from the top, 0 at the near plane,
-    ///                   1 at the far plane
+    /// \param picture     the whole picture, of format RGB32, shared with nobody
+    /// \param[out] depth  of the tile's pixels, row by row from the top, 0 at the near plane,
+    ///                    1 at the far plane
     ZORVisSoftware(const ZORVisFrame& frame, const QRect& tile, QImage& picture, std::vector<float>& depth);
 
     void Draw(const ZORVisDrawList& objects);

@@ -32,7 +32,8 @@ public:
     /// It runs in another helper process, or where that cannot start in a thread of the caller's. Check
     /// \a interim as strictly as a file from a stranger: the process that wrote it was faulty. The work
     /// directory is the one of the killed job with whatever that left there. The context is stopped.
-    /// \throws anything when \a interim cannot be used; the job then fails with that message
+    /// \throws ZORSysException or any other exception when \a interim cannot be used; the job then fails with its
+    /// message
     using Complete = std::function<ZORWorkResult(const ZORWorkContext& context, const QByteArray& input,
                                                  const QByteArray& interim)>;
 

@@ -100,7 +100,7 @@ void ZORWorkProcessor::Private::Deliver()
 }
 
 /// Takes over a result with its files.
-/// \return  why it cannot be used; empty if it can
+/// \return why it cannot be used; empty if it can
 QString ZORWorkProcessor::Private::Accept(ZORWorkResponse::Private& data, ZORWorkNotice notice)
 {
     const ZORSysApiTracePause pause; // a part of the job

@@ -125,7 +125,7 @@ private:
 };
 
 /// All complete messages at the beginning of \a bytes.
-/// \throws what Decoder::Take() throws
+/// \throws ZORSysException as Decoder::Take()
 ZORWORKER_EXPORT QList<Message> DecodeAll(QByteArrayView bytes);
 
 } // namespace ZORWorkProtocol

@@ -229,7 +229,7 @@ public:
     {
     }
 
-    /// \return  what cannot be written; "" if everything can
+    /// \return what cannot be written; "" if everything can
     QString Open()
     {
         for (Output* output : {&m_layout, &m_report})

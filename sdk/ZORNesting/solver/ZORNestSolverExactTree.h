@@ -37,7 +37,7 @@ public:
 
     /// Calls visit(leaf, other leaf) for the pairs of leaves whose boxes come within \a distance, until it
     /// returns false.
-    /// \return  whether it never did
+    /// \return whether it never did
     template<class Visit>
     bool ForEachPair(const BoxTree& other, double distance, const Visit& visit) const
     {

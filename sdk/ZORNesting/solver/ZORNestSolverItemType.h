@@ -61,13 +61,13 @@ struct ItemType
 
 /// Prepares an item. Interrupted, it leaves off.
 /// \param reason  why the item cannot be nested; "" otherwise
-/// \return  a type without outer polygon if it cannot, or if it was interrupted
+/// \return a type without outer polygon if it cannot, or if it was interrupted
 ItemType PrepareItem(const Item& item, const Job& job, std::string& reason,
                      const Interruption& isOver = NeverInterrupted);
 
 /// Prepares an item quickly, with its convex hull in place of its outline.
 /// \param reason  why the item cannot be nested; "" otherwise
-/// \return  a type without outer polygon if it cannot
+/// \return a type without outer polygon if it cannot
 ItemType PrepareHull(const Item& item, const Job& job, std::string& reason);
 
 } // namespace ZORNestSolver

@@ -35,7 +35,7 @@ double GetCleanArea(const Ring& ring);
 /// others are holes. Where holes cross or hold each other the even-odd rule decides. Holes that cross the outline
 /// are not cut out but added to it, whole, as the counter-clockwise rings \a added are. The result may consist of
 /// several pieces.
-/// \return  nothing where a hole lies outside of the outline; empty where no material remains
+/// \return nothing where a hole lies outside of the outline; empty where no material remains
 std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added);
 
 /// Returns the area of the box that none of the rings covers, by the non-zero rule.

@@ -51,7 +51,7 @@ double GetLength(const Contour& contour);
 /// for each of its edges, the polygon is the convex hull.
 /// \param reason  why there is no polygon; "" otherwise
 /// \param loss    what the polygon lacks, where somebody asks; set together with a polygon
-/// \return  empty where the outline has coordinates that are no numbers or lie beyond kLargestCoordinate, encloses no
+/// \return empty where the outline has coordinates that are no numbers or lie beyond kLargestCoordinate, encloses no
 ///     area or has a hole outside; and where it was interrupted
 Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason,
                          const Interruption& isOver = NeverInterrupted, OutlineLoss* loss = nullptr);

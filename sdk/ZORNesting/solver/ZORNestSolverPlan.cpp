@@ -149,7 +149,7 @@ void Planner::Construct(Placing placing, size_t mostChoices)
     SortChoices();
 }
 
-/// \return  whether a further construction may find more
+/// \return whether a further construction may find more
 bool Planner::OfferOther(Choice& choice, const Preference& preference)
 {
     if (m_constructor.IsOver() || IsOptimal(m_prepared, choice.supply.kinds, choice.plan))

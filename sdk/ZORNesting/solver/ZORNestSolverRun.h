@@ -27,7 +27,7 @@ struct RunOptions
 /// evaluations on one thread the solution is the same.
 ///
 /// May run in any thread; \a control is read and written meanwhile.
-/// \return  nothing if the run was cancelled
+/// \return nothing if the run was cancelled
 std::optional<Solution> Solve(const Job& job, const RunOptions& options, Control& control);
 
 } // namespace ZORNestSolver

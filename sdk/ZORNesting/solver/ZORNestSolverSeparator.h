@@ -22,7 +22,7 @@ public:
     Separator(Layout& layout, Random& random, MoveEffort effort = {});
 
     /// Leaves the layout in the best state met.
-    /// \return  its total loss; 0 if no overlap is left
+    /// \return its total loss; 0 if no overlap is left
     double Separate(const SeparationLimits& limits, const Budget& budget);
 
 private:

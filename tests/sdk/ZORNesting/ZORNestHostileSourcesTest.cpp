@@ -90,7 +90,8 @@ public:
     using TranslationTest::report;
     using TranslationTest::Translate;
 
-    /// Translates many contents in one job; \return how many gave parts
+    /// Translates many contents in one job.
+    /// \return the number of contents that gave parts
     int TranslateAll(const QList<QByteArray>& contents)
     {
         int successes = 0;

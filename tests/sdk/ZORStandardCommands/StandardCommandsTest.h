@@ -40,7 +40,8 @@ protected:
 
     /// Triggers an action; its dialog is then in the frame.
     void Open(const char* id);
-    /// OK. \return the message of the exception; empty when the command has finished
+    /// Presses OK.
+    /// \return the message of the exception; empty when the command has finished
     QString Accept();
     void Cancel();
     QString GetProblem() const { return frame.command->GetProblem(); }
