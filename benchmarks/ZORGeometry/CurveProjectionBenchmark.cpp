@@ -11,6 +11,7 @@
 
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -23,7 +24,7 @@ void ProjectCurve(benchmark::State& state, double height, int count)
     sheet->Initialize();
     ZORMathSetOfPoints circle;
     for (int i = 0; i <= count; ++i) {
-        const double angle = 2 * M_PI * (i % count) / count;
+        const double angle = 2 * std::numbers::pi * (i % count) / count;
         const double x = 500 + 400 * std::cos(angle);
         const double y = 500 + 400 * std::sin(angle);
         circle.append(ZORMathPoint(x, y, GetSheetHeight(x, y) + height));

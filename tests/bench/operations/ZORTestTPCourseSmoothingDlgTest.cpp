@@ -16,6 +16,8 @@
 #include <QListWidget>
 #include <QTableView>
 
+#include <numbers>
+
 namespace {
 
 class ZORTestTPCourseSmoothingDlgTest : public OperationTest
@@ -86,7 +88,7 @@ TEST_F(ZORTestTPCourseSmoothingDlgTest, OkSmoothsTheCourseInPlace)
     SetRadius(20);
     EXPECT_EQ(QStringList({"ZORTPCourse::Smooth(20)"}), TraceOk());
     EXPECT_EQ(QStringList(), boxes.TakeErrors());
-    EXPECT_NEAR(100 - 40 + 10 * M_PI, course->GetCenterLine()->GetLength(), 1e-4);
+    EXPECT_NEAR(100 - 40 + 10 * std::numbers::pi, course->GetCenterLine()->GetLength(), 1e-4);
     EXPECT_EQ(numBefore, GetContainer()->GetNumGeometry());
 }
 

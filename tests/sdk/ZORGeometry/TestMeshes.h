@@ -85,9 +85,9 @@ inline TestMesh Sphere(double radius, int rows)
     TestMesh mesh;
     mesh.vertices << ZORMathPoint(0, 0, -radius);
     for (int row = 1; row < rows; ++row) {
-        const double latitude = M_PI * (double(row) / rows - 0.5);
+        const double latitude = std::numbers::pi * (double(row) / rows - 0.5);
         for (int column = 0; column < columns; ++column) {
-            const double longitude = 2 * M_PI * column / columns;
+            const double longitude = 2 * std::numbers::pi * column / columns;
             mesh.vertices << ZORMathPoint(radius * std::cos(latitude) * std::cos(longitude),
                                           radius * std::cos(latitude) * std::sin(longitude),
                                           radius * std::sin(latitude));

@@ -18,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -25,7 +26,7 @@ ZORMathSetOfPoints Circle(const ZORMathPoint& center, double radius, int points)
 {
     ZORMathSetOfPoints circle;
     for (int i = 0; i <= points; ++i) {
-        const double angle = 2 * M_PI * (i % points) / points;
+        const double angle = 2 * std::numbers::pi * (i % points) / points;
         circle.append(center + ZORMathVector(radius * std::cos(angle), radius * std::sin(angle), 0));
     }
     return circle;
@@ -100,8 +101,8 @@ TEST_F(ZORGeoProjectCrvSurOperTest, ProjectsACircleOntoASphere)
             if (i > 0)
                 area += Dot(Cross(PositionVector(curve->GetPoint(i - 1)), place), axis) / 2;
         }
-        const double side = 100 * M_PI / rows;
-        EXPECT_LT(std::abs(std::sqrt(area / M_PI) - 51.449575543), 0.3 * side * side / 100);
+        const double side = 100 * std::numbers::pi / rows;
+        EXPECT_LT(std::abs(std::sqrt(area / std::numbers::pi) - 51.449575543), 0.3 * side * side / 100);
     }
 }
 
@@ -296,7 +297,7 @@ TEST_F(ZORGeoProjectCrvSurOperTest, GoesRoundTheRimOfAPlate)
 {
     ZORMathSetOfPoints loop;
     for (int i = 0; i <= 60; ++i) {
-        const double angle = 2 * M_PI * (i % 60) / 60;
+        const double angle = 2 * std::numbers::pi * (i % 60) / 60;
         loop.append(ZORMathPoint(0.5 + 0.8 * std::cos(angle), 0.45, -0.05 + 0.3 * std::sin(angle)));
     }
     const auto* const curve = Project(Add(Plate(8, 0.1)), loop);
