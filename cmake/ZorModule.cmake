@@ -1,9 +1,13 @@
 # zor_add_module(<name> LAYER <n> [DEPENDS <module>...] [QT <component>...] [PRIVATE_LINK <target>...]
-#                HEADERS <file>... SOURCES <file>...)
+#                [ROOMS <folder>... [QT_FREE <folder>...]] HEADERS <file>... SOURCES <file>...)
 #
 # One shared SDK library ZOR<name>, known to everybody as ZorSDK::<name>. A module may depend only
 # on modules of a strictly lower layer; a violation stops the configuration. PRIVATE_LINK names what
 # the implementation alone needs: nothing of it may show in a public header.
+#
+# ROOMS names the folders of the private code of a large module, lowest first: a room uses the public headers of
+# its module and the rooms before it, the sources at the root of the module use every room. QT_FREE names those
+# of them that are plain C++. tools/check_layers.py reads both lists and enforces them.
 #
 # zor_add_plugin(<name> LAYER <n> [DEPENDS <module>...] [QT <component>...] SOURCES <file>...)
 #
@@ -24,7 +28,7 @@ function(zor_check_layers name layer)
 endfunction()
 
 function(zor_add_module name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;PRIVATE_LINK;HEADERS;SOURCES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;PRIVATE_LINK;ROOMS;QT_FREE;HEADERS;SOURCES")
   if(arg_UNPARSED_ARGUMENTS OR NOT DEFINED arg_LAYER)
     message(FATAL_ERROR "zor_add_module(${name}): LAYER missing or bad arguments: ${arg_UNPARSED_ARGUMENTS}")
   endif()
@@ -41,6 +45,9 @@ function(zor_add_module name)
   list(TRANSFORM arg_DEPENDS PREPEND ZOR)
   list(TRANSFORM arg_QT PREPEND Qt6::)
   target_link_libraries(${target} PUBLIC ${arg_DEPENDS} ${arg_QT} PRIVATE ${arg_PRIVATE_LINK})
+  if(arg_ROOMS)
+    target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  endif()
   # A module stays in memory when the plug-in that brought it goes: containers may hold objects of its classes.
   target_link_options(${target} PRIVATE ${ZOR_NO_UNDEFINED} -Wl,-z,nodelete)
   set_target_properties(${target} PROPERTIES

@@ -1,7 +1,7 @@
 #include "ZORGeoContainer.h"
 
-#include "ZORGeoContainer_p.h"
-#include "ZORGeoGeometry_p.h"
+#include "storage/ZORGeoContainer_p.h"
+#include "storage/ZORGeoGeometry_p.h"
 
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORSystem/ZORSysApiTrace.h>

@@ -1,10 +1,10 @@
 // Saving a container to a device and loading it back.
 
 #include "ZORGeoContainer.h"
-#include "ZORGeoContainerDocument_p.h"
-#include "ZORGeoContainerDump_p.h"
-#include "ZORGeoContainerLoader_p.h"
-#include "ZORGeoContainer_p.h"
+#include "storage/ZORGeoContainerDocument_p.h"
+#include "storage/ZORGeoContainerDump_p.h"
+#include "storage/ZORGeoContainerLoader_p.h"
+#include "storage/ZORGeoContainer_p.h"
 
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>

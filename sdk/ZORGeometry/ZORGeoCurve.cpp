@@ -1,7 +1,7 @@
 #include "ZORGeoCurve.h"
 
-#include "ZORGeoChain_p.h"
-#include "ZORGeoRange_p.h"
+#include "mesh/ZORGeoChain_p.h"
+#include "mesh/ZORGeoRange_p.h"
 
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>

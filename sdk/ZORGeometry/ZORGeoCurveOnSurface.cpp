@@ -1,7 +1,7 @@
 #include "ZORGeoCurveOnSurface.h"
 
-#include "ZORGeoRange_p.h"
-#include "ZORGeoStoredLocations_p.h"
+#include "mesh/ZORGeoRange_p.h"
+#include "storage/ZORGeoStoredLocations_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>

@@ -1,11 +1,11 @@
 #include "ZORGeoCurveOnSurfaceProcessor.h"
 
-#include "ZORGeoConstantAngleWalk_p.h"
-#include "ZORGeoShortestPath_p.h"
-#include "ZORGeoStraightWalk_p.h"
-#include "ZORGeoSurface_p.h"
-#include "ZORGeoWalk_p.h"
-#include "ZORGeometryLog_p.h"
+#include "mesh/ZORGeoSurface_p.h"
+#include "path/ZORGeoShortestPath_p.h"
+#include "storage/ZORGeometryLog_p.h"
+#include "trace/ZORGeoConstantAngleWalk_p.h"
+#include "trace/ZORGeoStraightWalk_p.h"
+#include "trace/ZORGeoWalk_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORMathematics/ZORMathVector.h>

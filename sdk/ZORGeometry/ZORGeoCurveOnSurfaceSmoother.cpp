@@ -1,10 +1,10 @@
 #include "ZORGeoCurveOnSurfaceSmoother.h"
 
-#include "ZORGeoArcSearch_p.h"
-#include "ZORGeoPathGaps_p.h"
-#include "ZORGeoPathSmoother_p.h"
-#include "ZORGeoShortestPath_p.h"
-#include "ZORGeoSurface_p.h"
+#include "mesh/ZORGeoSurface_p.h"
+#include "path/ZORGeoArcSearch_p.h"
+#include "path/ZORGeoPathGaps_p.h"
+#include "path/ZORGeoPathSmoother_p.h"
+#include "path/ZORGeoShortestPath_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>

@@ -1,7 +1,7 @@
 #include "ZORGeoGeometry.h"
 
-#include "ZORGeoGeometry_p.h"
-#include "ZORGeometryLog_p.h"
+#include "storage/ZORGeoGeometry_p.h"
+#include "storage/ZORGeometryLog_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoDebugOptions.h>

@@ -1,6 +1,6 @@
 #include "ZORGeoObjectReader.h"
 
-#include "ZORGeoStoredObject_p.h"
+#include "storage/ZORGeoStoredObject_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORMathematics/ZORMathPoint.h>

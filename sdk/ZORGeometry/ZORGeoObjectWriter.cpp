@@ -1,6 +1,6 @@
 #include "ZORGeoObjectWriter.h"
 
-#include "ZORGeoStoredObject_p.h"
+#include "storage/ZORGeoStoredObject_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoGeometry.h>

@@ -1,6 +1,6 @@
 #include "ZORGeoPointOnSurface.h"
 
-#include "ZORGeoStoredLocations_p.h"
+#include "storage/ZORGeoStoredLocations_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>

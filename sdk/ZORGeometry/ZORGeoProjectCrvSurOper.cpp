@@ -1,7 +1,7 @@
 #include "ZORGeoProjectCrvSurOper.h"
 
-#include "ZORGeoCurveProjection_p.h"
-#include "ZORGeoSurface_p.h"
+#include "mesh/ZORGeoSurface_p.h"
+#include "path/ZORGeoCurveProjection_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>

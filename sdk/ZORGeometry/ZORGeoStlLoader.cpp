@@ -1,8 +1,8 @@
 #include "ZORGeoStlLoader.h"
 
-#include "ZORGeoStlContent_p.h"
-#include "ZORGeoStlParser_p.h"
-#include "ZORGeometryLog_p.h"
+#include "stl/ZORGeoStlContent_p.h"
+#include "stl/ZORGeoStlParser_p.h"
+#include "storage/ZORGeometryLog_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoSurface.h>

@@ -1,8 +1,8 @@
 #include "ZORGeoSurface.h"
 
-#include "ZORGeoMeshBorder_p.h"
-#include "ZORGeoRange_p.h"
-#include "ZORGeoSurface_p.h"
+#include "mesh/ZORGeoMeshBorder_p.h"
+#include "mesh/ZORGeoRange_p.h"
+#include "mesh/ZORGeoSurface_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>

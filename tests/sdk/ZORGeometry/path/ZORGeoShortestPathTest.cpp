@@ -1,7 +1,7 @@
 // Tests of shortest geodesics between two places of a surface.
 
-#include "CurveChecks.h"
-#include "TestMeshes.h"
+#include "sdk/ZORGeometry/CurveChecks.h"
+#include "sdk/ZORGeometry/TestMeshes.h"
 #include "support/Printers.h"
 #include "support/TestData.h"
 

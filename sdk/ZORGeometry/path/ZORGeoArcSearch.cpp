@@ -1,5 +1,5 @@
 #include "ZORGeoArcSearch_p.h"
-#include "ZORGeoStraightWalk_p.h"
+#include "trace/ZORGeoStraightWalk_p.h"
 
 #include <algorithm>
 #include <numbers>

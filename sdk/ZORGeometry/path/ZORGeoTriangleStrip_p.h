@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORGeoMeshJoin_p.h"
+#include "mesh/ZORGeoMeshJoin_p.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
 #include "ZORGeoStraightWalk_p.h"
-#include "ZORGeoVertexFan_p.h"
+#include "mesh/ZORGeoVertexFan_p.h"
 
 #include <algorithm>
 #include <numbers>

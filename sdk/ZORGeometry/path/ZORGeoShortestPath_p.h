@@ -2,9 +2,9 @@
 
 #pragma once
 
-#include "ZORGeoMeshJoin_p.h"
 #include "ZORGeoProgressReporter_p.h"
 #include "ZORGeoTriangleStrip_p.h"
+#include "mesh/ZORGeoMeshJoin_p.h"
 
 /// Searches a good strip of triangles from one place to the other, then shortens it to a shortest geodesic of
 /// its surroundings.

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "ZORGeoMeshJoin_p.h"
-#include "ZORGeoMeshWalker_p.h"
+#include "mesh/ZORGeoMeshJoin_p.h"
+#include "mesh/ZORGeoMeshWalker_p.h"
 
 #include <cmath>
 #include <vector>

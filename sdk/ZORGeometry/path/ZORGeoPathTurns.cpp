@@ -1,6 +1,6 @@
 #include "ZORGeoPathTurns_p.h"
-#include "ZORGeoVertexFan_p.h"
-#include "ZORGeoWalkStart_p.h"
+#include "mesh/ZORGeoVertexFan_p.h"
+#include "mesh/ZORGeoWalkStart_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
-#include "ZORGeoMeshWalker_p.h"
 #include "ZORGeoTraceRecorder_p.h"
+#include "mesh/ZORGeoMeshWalker_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "ZORGeoMeshJoin_p.h"
-#include "ZORGeoMeshTree_p.h"
+#include "mesh/ZORGeoMeshJoin_p.h"
+#include "mesh/ZORGeoMeshTree_p.h"
 
 #include <ZORMathematics/ZORMathBoundingBox.h>
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORGeoWalkStart_p.h"
+#include "mesh/ZORGeoWalkStart_p.h"
 
 #include <ZORMathematics/ZORMathVector.h>
 

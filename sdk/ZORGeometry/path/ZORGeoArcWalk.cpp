@@ -1,7 +1,7 @@
 #include "ZORGeoArcWalk_p.h"
 #include "ZORGeoPathTurns_p.h"
-#include "ZORGeoVertexFan_p.h"
-#include "ZORGeoWalk_p.h"
+#include "mesh/ZORGeoVertexFan_p.h"
+#include "trace/ZORGeoWalk_p.h"
 
 #include <algorithm>
 #include <cmath>

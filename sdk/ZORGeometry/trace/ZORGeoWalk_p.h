@@ -3,8 +3,8 @@
 #pragma once
 
 #include "ZORGeoTraceRecorder_p.h"
-#include "ZORGeoVertexFan_p.h"
-#include "ZORGeoWalkStart_p.h"
+#include "mesh/ZORGeoVertexFan_p.h"
+#include "mesh/ZORGeoWalkStart_p.h"
 
 #include <optional>
 

@@ -1,5 +1,5 @@
 #include "ZORGeoCurveProjection_p.h"
-#include "ZORGeoRange_p.h"
+#include "mesh/ZORGeoRange_p.h"
 
 #include <ZORGeometry/ZORGeoCurve.h>
 

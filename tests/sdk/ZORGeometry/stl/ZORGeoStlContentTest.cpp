@@ -1,6 +1,6 @@
 // Content that is not STL, and files that are large or change while they are read.
 
-#include "StlText.h"
+#include "sdk/ZORGeometry/StlText.h"
 #include "support/MessageOf.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>

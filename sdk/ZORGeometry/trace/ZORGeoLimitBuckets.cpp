@@ -1,7 +1,7 @@
 #include "ZORGeoLimitBuckets_p.h"
-#include "ZORGeoSurface_p.h"
-#include "ZORGeoTriangle_p.h"
-#include "ZORGeoVertexFan_p.h"
+#include "mesh/ZORGeoSurface_p.h"
+#include "mesh/ZORGeoTriangle_p.h"
+#include "mesh/ZORGeoVertexFan_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>

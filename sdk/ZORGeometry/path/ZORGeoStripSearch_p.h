@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "ZORGeoMeshPlace_p.h"
 #include "ZORGeoProgressReporter_p.h"
+#include "mesh/ZORGeoMeshPlace_p.h"
 
 #include <memory>
 #include <vector>
