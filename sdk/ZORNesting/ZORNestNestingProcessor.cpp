@@ -1,8 +1,8 @@
 #include "ZORNestNestingProcessor.h"
 
 #include "ZORNestDebugOptions.h"
-#include "ZORNestJobBytes_p.h"
-#include "ZORNestJobKinds_p.h"
+#include "job/ZORNestJobBytes_p.h"
+#include "job/ZORNestJobKinds_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORWorker/ZORWorkProcessor.h>

@@ -1,6 +1,6 @@
 #include "ZORNestResult.h"
 
-#include "ZORNestSharedList_p.h"
+#include "drawing/ZORNestSharedList_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>

@@ -1,6 +1,6 @@
 #include "ZORNestResultReader.h"
 
-#include "ZORNestResultDocument_p.h"
+#include "formats/ZORNestResultDocument_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFile.h>

@@ -1,6 +1,6 @@
 #include "ZORNestResultSegment.h"
 
-#include "ZORNestArc_p.h"
+#include "drawing/ZORNestArc_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>

@@ -1,6 +1,6 @@
 #include "ZORNestResultShape.h"
 
-#include "ZORNestShapeMeasures_p.h"
+#include "drawing/ZORNestShapeMeasures_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

@@ -1,6 +1,6 @@
 #include "ZORNestResultWriter.h"
 
-#include "ZORNestResultDocument_p.h"
+#include "formats/ZORNestResultDocument_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFileException.h>

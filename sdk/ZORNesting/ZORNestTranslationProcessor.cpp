@@ -1,10 +1,10 @@
 #include "ZORNestTranslationProcessor.h"
 
 #include "ZORNestDebugOptions.h"
-#include "ZORNestJobBytes_p.h"
-#include "ZORNestJobKinds_p.h"
-#include "ZORNestSourceProviders_p.h"
-#include "ZORNestTranslationRun_p.h"
+#include "formats/ZORNestSourceProviders_p.h"
+#include "job/ZORNestJobBytes_p.h"
+#include "job/ZORNestJobKinds_p.h"
+#include "job/ZORNestTranslationRun_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>

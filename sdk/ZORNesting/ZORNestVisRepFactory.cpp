@@ -1,8 +1,8 @@
 #include "ZORNestVisRepFactory.h"
 
-#include "ZORNestFill_p.h"
-#include "ZORNestLabelPlace_p.h"
-#include "ZORNestLayerLook_p.h"
+#include "picture/ZORNestFill_p.h"
+#include "picture/ZORNestLabelPlace_p.h"
+#include "picture/ZORNestLayerLook_p.h"
 
 #include <ZORMathematics/ZORMathPlane.h>
 #include <ZORNesting/ZORNestResult.h>

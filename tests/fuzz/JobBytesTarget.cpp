@@ -3,9 +3,9 @@
 
 #include "../sdk/ZORNesting/NestingJobs.h"
 #include "FuzzTarget.h"
-#include "ZORNestJobBytes_p.h"
-#include "ZORNestJobKinds_p.h"
 
+#include <ZORNesting/job/ZORNestJobBytes_p.h>
+#include <ZORNesting/job/ZORNestJobKinds_p.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkJobKind.h>
 

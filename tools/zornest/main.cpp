@@ -4,7 +4,7 @@
 #include "ZorNestInstance.h"
 #include "ZorNestOptions.h"
 
-#include <ZORNesting/ZORNestReport_p.h>
+#include <ZORNesting/report/ZORNestReport_p.h>
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>

@@ -4,7 +4,7 @@
 #include "TranslationTest.h"
 #include "support/OpenWatch.h"
 
-#include <ZORNesting/ZORNestReport_p.h>
+#include <ZORNesting/report/ZORNestReport_p.h>
 
 #include <QFile>
 #include <QImage>

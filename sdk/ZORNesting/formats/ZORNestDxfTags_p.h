@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestOutline_p.h"
+#include "drawing/ZORNestOutline_p.h"
 
 #include <QByteArrayView>
 #include <QString>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestDrawing_p.h"
+#include "drawing/ZORNestDrawing_p.h"
 
 #include <QStringView>
 

@@ -1,8 +1,9 @@
-#include "ZORNestNestingInput.h"
 #include "ZORNestNestingJob_p.h"
-#include "ZORNestResult.h"
-#include "ZORNestResultDocument_p.h"
+#include "formats/ZORNestResultDocument_p.h"
 #include "solver/ZORNestSolverBudget.h"
+
+#include <ZORNesting/ZORNestNestingInput.h>
+#include <ZORNesting/ZORNestResult.h>
 
 #include <QCoreApplication>
 

@@ -1,8 +1,8 @@
 #include "ZORNestJobBytes_p.h"
-#include "ZORNestResultWriter.h"
-#include "ZORNestSourceProvider.h"
 #include "ZORNestTranslationRun_p.h"
 
+#include <ZORNesting/ZORNestResultWriter.h>
+#include <ZORNesting/ZORNestSourceProvider.h>
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFileException.h>

@@ -1,6 +1,6 @@
 // Tests of the provider "svg".
 
-#include "TranslationTest.h"
+#include "sdk/ZORNesting/TranslationTest.h"
 
 #include <QColor>
 

@@ -1,6 +1,6 @@
 // Tests of what nesting jobs make of their inputs.
 
-#include "NestingTest.h"
+#include "sdk/ZORNesting/NestingTest.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,14 +1,14 @@
 #include "ZORNestBenchmarkJson_p.h"
 #include "ZORNestContourXml_p.h"
-#include "ZORNestDrawing_p.h"
 #include "ZORNestDxfReader_p.h"
-#include "ZORNestPartFinder_p.h"
-#include "ZORNestPartResult_p.h"
-#include "ZORNestSourceProvider.h"
 #include "ZORNestSourceProviders_p.h"
 #include "ZORNestSvgReader_p.h"
-#include "ZORNestTranslationInput.h"
+#include "drawing/ZORNestDrawing_p.h"
+#include "drawing/ZORNestPartFinder_p.h"
+#include "drawing/ZORNestPartResult_p.h"
 
+#include <ZORNesting/ZORNestSourceProvider.h>
+#include <ZORNesting/ZORNestTranslationInput.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>

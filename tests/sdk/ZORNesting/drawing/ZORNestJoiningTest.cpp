@@ -1,7 +1,7 @@
 // Tests of how curves become outlines, and outlines parts.
 
-#include "DxfText.h"
-#include "TranslationTest.h"
+#include "sdk/ZORNesting/DxfText.h"
+#include "sdk/ZORNesting/TranslationTest.h"
 
 #include <algorithm>
 #include <numbers>

@@ -1,7 +1,7 @@
 // Tests of the provider "dxf".
 
-#include "DxfText.h"
-#include "TranslationTest.h"
+#include "sdk/ZORNesting/DxfText.h"
+#include "sdk/ZORNesting/TranslationTest.h"
 
 #include <QColor>
 

@@ -2,7 +2,7 @@
 
 #include "support/Printers.h"
 
-#include <ZORNesting/ZORNestReport_p.h>
+#include <ZORNesting/report/ZORNestReport_p.h>
 
 #include <QRegularExpression>
 #include <QTextDocument>

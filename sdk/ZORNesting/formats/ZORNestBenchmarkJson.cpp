@@ -1,5 +1,5 @@
 #include "ZORNestBenchmarkJson_p.h"
-#include "ZORNestDrawing_p.h"
+#include "drawing/ZORNestDrawing_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestReport_p.h"
+#include "report/ZORNestReport_p.h"
 
 #include <ZORNesting/ZORNestResultItem.h>
 

@@ -1,6 +1,7 @@
 #include "ZORNestNestingPart_p.h"
-#include "ZORNestResult.h"
-#include "ZORNestResultReader.h"
+
+#include <ZORNesting/ZORNestResult.h>
+#include <ZORNesting/ZORNestResultReader.h>
 
 #include <QBuffer>
 #include <QCoreApplication>

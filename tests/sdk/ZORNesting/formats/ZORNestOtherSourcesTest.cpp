@@ -1,6 +1,6 @@
 // Tests of the providers "contour-xml" and "nesting-json", and of the list of providers.
 
-#include "TranslationTest.h"
+#include "sdk/ZORNesting/TranslationTest.h"
 #include "support/TestData.h"
 
 #include <ZORNesting/ZORNestSourceProvider.h>

@@ -1,12 +1,12 @@
 // Tests of the bytes that jobs and their callers exchange, and of jobs that are completed from them.
 
-#include "Damage.h"
-#include "NestingTest.h"
+#include "sdk/ZORNesting/Damage.h"
+#include "sdk/ZORNesting/NestingTest.h"
 #include "support/Printers.h"
 #include "support/WarningCatcher.h"
 
-#include <ZORNesting/ZORNestJobBytes_p.h>
-#include <ZORNesting/ZORNestJobKinds_p.h>
+#include <ZORNesting/job/ZORNestJobBytes_p.h>
+#include <ZORNesting/job/ZORNestJobKinds_p.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkJobKind.h>
 #include <ZORWorker/ZORWorkProcessor.h>

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "ZORNestDrawing_p.h"
 #include "ZORNestDxfTags_p.h"
+#include "drawing/ZORNestDrawing_p.h"
 
 #include <QByteArray>
 #include <QHash>

@@ -3,7 +3,8 @@
 #pragma once
 
 #include "ZORNestOutline_p.h"
-#include "ZORNestResult.h"
+
+#include <ZORNesting/ZORNestResult.h>
 
 /// A result of type translation with one item: first the outline, then its holes, then what is drawn on
 /// the part, then its texts. Outlines without a layer of their own are on layer Nest, everything else on
