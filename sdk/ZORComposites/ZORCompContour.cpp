@@ -1,7 +1,7 @@
 #include "ZORCompContour.h"
 
-#include "ZORCompShape_p.h"
-#include "ZORCompStoredAttributes_p.h"
+#include "storage/ZORCompShape_p.h"
+#include "storage/ZORCompStoredAttributes_p.h"
 
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>

@@ -1,6 +1,6 @@
 #include "ZORCompDrapingLayer.h"
 
-#include "ZORCompDrapingLayer_p.h"
+#include "draping/ZORCompDrapingLayer_p.h"
 
 #include <ZORComposites/ZORCompKinematicDraping.h>
 #include <ZORGeometry/ZORGeoPointOnSurface.h>

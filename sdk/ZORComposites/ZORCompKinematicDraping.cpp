@@ -1,6 +1,6 @@
 #include "ZORCompKinematicDraping.h"
 
-#include "ZORCompNetGrowth_p.h"
+#include "draping/ZORCompNetGrowth_p.h"
 
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>

@@ -1,7 +1,7 @@
 #include "ZORCompPly.h"
 
-#include "ZORCompShape_p.h"
-#include "ZORCompStoredAttributes_p.h"
+#include "storage/ZORCompShape_p.h"
+#include "storage/ZORCompStoredAttributes_p.h"
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>

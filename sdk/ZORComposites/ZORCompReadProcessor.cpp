@@ -1,6 +1,6 @@
 #include "ZORCompReadProcessor.h"
 
-#include "ZORCompDocumentBuilder_p.h"
+#include "formats/ZORCompDocumentBuilder_p.h"
 
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORSystem/ZORSysApiTrace.h>

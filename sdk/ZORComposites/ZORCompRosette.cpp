@@ -1,7 +1,7 @@
 #include "ZORCompRosette.h"
 
-#include "ZORCompShape_p.h"
-#include "ZORCompStoredAttributes_p.h"
+#include "storage/ZORCompShape_p.h"
+#include "storage/ZORCompStoredAttributes_p.h"
 
 #include <ZORGeometry/ZORGeoLine.h>
 #include <ZORGeometry/ZORGeoReference.h>

@@ -1,6 +1,6 @@
 #include "ZORCompWriter.h"
 
-#include "ZORCompDocumentCollector_p.h"
+#include "formats/ZORCompDocumentCollector_p.h"
 
 #include <ZORComposites/ZORCompFormat.h>
 #include <ZORComposites/ZORCompRoot.h>

@@ -2,8 +2,7 @@
 
 #pragma once
 
-#include "ZORCompDrapingLayer.h"
-
+#include <ZORComposites/ZORCompDrapingLayer.h>
 #include <ZORComposites/ZORCompRosette.h>
 #include <ZORComposites/ZORCompStrategy.h>
 #include <ZORGeometry/ZORGeoReference.h>

@@ -1,4 +1,4 @@
-#include "CompositesTest.h"
+#include "sdk/ZORComposites/CompositesTest.h"
 
 #include <ZORComposites/ZORCompContour.h>
 #include <ZORComposites/ZORCompMaterial.h>
