@@ -1,8 +1,8 @@
 #include "ZORSysApiTrace.h"
 
 #include "ZORSysApiTracePause.h"
-#include "ZORSysCalledName_p.h"
-#include "ZORSysException_p.h"
+#include "trace/ZORSysCalledName_p.h"
+#include "trace/ZORSysException_p.h"
 
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>

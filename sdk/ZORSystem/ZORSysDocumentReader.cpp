@@ -1,6 +1,6 @@
 #include "ZORSysDocumentReader.h"
 
-#include "ZORSysDocumentTags_p.h"
+#include "files/ZORSysDocumentTags_p.h"
 
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>

@@ -1,6 +1,6 @@
 #include "ZORSysDocumentWriter.h"
 
-#include "ZORSysDocumentTags_p.h"
+#include "files/ZORSysDocumentTags_p.h"
 
 #include <QtEndian>
 

@@ -1,6 +1,6 @@
 #include "ZORSysException.h"
 
-#include "ZORSysException_p.h"
+#include "trace/ZORSysException_p.h"
 
 #include <algorithm>
 #include <atomic>

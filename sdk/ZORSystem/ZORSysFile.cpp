@@ -1,6 +1,6 @@
 #include "ZORSysFile.h"
 
-#include "ZORSysDescriptor_p.h"
+#include "files/ZORSysDescriptor_p.h"
 
 #include <QCoreApplication>
 

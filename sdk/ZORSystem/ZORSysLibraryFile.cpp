@@ -1,6 +1,6 @@
 #include "ZORSysLibraryFile.h"
 
-#include "ZORSysElfFile_p.h"
+#include "trace/ZORSysElfFile_p.h"
 
 #include <ZORSystem/ZORSysFile.h>
 

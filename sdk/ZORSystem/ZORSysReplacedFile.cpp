@@ -1,7 +1,7 @@
 #include "ZORSysReplacedFile.h"
 
-#include "ZORSysDescriptor_p.h"
-#include "ZORSysOverwriting_p.h"
+#include "files/ZORSysDescriptor_p.h"
+#include "files/ZORSysOverwriting_p.h"
 
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>

@@ -1,7 +1,7 @@
 #include "ZORSysStackTrace.h"
 
-#include "ZORSysLoadedModules_p.h"
-#include "ZORSysSymbolizer_p.h"
+#include "trace/ZORSysLoadedModules_p.h"
+#include "trace/ZORSysSymbolizer_p.h"
 
 #include <algorithm>
 #include <array>

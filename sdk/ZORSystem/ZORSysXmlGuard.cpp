@@ -1,6 +1,6 @@
 #include "ZORSysXmlGuard.h"
 
-#include "ZORSysXmlScanner_p.h"
+#include "files/ZORSysXmlScanner_p.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
-#include "ZORSysDescriptor_p.h"
 #include "ZORSysElfFile_p.h"
 #include "ZORSysModuleCopy_p.h"
 #include "ZORSysProcessMemory_p.h"
+#include "files/ZORSysDescriptor_p.h"
 
 #include <array>
 #include <fcntl.h>

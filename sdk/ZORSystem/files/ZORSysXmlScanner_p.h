@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORSysXmlGuard.h"
+#include <ZORSystem/ZORSysXmlGuard.h>
 
 #include <QHash>
 #include <QString>

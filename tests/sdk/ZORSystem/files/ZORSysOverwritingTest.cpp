@@ -1,6 +1,6 @@
 // Tests of ZORSysReplacedFile where files cannot be replaced, and of its faults.
 
-#include "SystemCallFaults.h"
+#include "sdk/ZORSystem/SystemCallFaults.h"
 #include "support/HostileDisk.h"
 #include "support/MessageOf.h"
 #include "support/Printers.h"
