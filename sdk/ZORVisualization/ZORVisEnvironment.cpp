@@ -1,6 +1,6 @@
 #include "ZORVisEnvironment.h"
 
-#include "ZORVisVirtualObject_p.h"
+#include "scene/ZORVisVirtualObject_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

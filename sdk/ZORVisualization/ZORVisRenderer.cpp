@@ -1,9 +1,9 @@
 #include "ZORVisRenderer.h"
 
-#include "ZORVisGlScene_p.h"
-#include "ZORVisPicking_p.h"
-#include "ZORVisPicture_p.h"
-#include "ZORVisScene_p.h"
+#include "render/ZORVisGlScene_p.h"
+#include "render/ZORVisPicture_p.h"
+#include "scene/ZORVisPicking_p.h"
+#include "scene/ZORVisScene_p.h"
 
 #include <ZORVisualization/ZORVisGraphicsContext.h>
 

@@ -1,6 +1,6 @@
 #include "ZORVisRep.h"
 
-#include "ZORVisDrawing_p.h"
+#include "scene/ZORVisDrawing_p.h"
 
 ZORVisRep::ZORVisRep(Items items)
     : m_items(std::move(items))

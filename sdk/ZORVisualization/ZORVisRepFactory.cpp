@@ -1,6 +1,6 @@
 #include "ZORVisRepFactory.h"
 
-#include "ZORVisPicture_p.h"
+#include "render/ZORVisPicture_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

@@ -1,6 +1,6 @@
 #include "ZORVisRepGraphics.h"
 
-#include "ZORVisDrawing_p.h"
+#include "scene/ZORVisDrawing_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORVisualization/ZORVisPrimitive.h>

@@ -1,7 +1,7 @@
 #include "ZORVisScene.h"
 
-#include "ZORVisGlScene_p.h"
-#include "ZORVisScene_p.h"
+#include "render/ZORVisGlScene_p.h"
+#include "scene/ZORVisScene_p.h"
 
 #include <ZORVisualization/ZORVisEnvironment.h>
 #include <ZORVisualization/ZORVisGraphicsContext.h>

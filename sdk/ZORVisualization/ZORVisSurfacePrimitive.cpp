@@ -1,6 +1,6 @@
 #include "ZORVisSurfacePrimitive.h"
 
-#include "ZORVisDrawing_p.h"
+#include "scene/ZORVisDrawing_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

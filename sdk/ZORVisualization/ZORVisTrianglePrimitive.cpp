@@ -1,6 +1,6 @@
 #include "ZORVisTrianglePrimitive.h"
 
-#include "ZORVisDrawing_p.h"
+#include "scene/ZORVisDrawing_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

@@ -1,6 +1,6 @@
 #include "ZORVisVectorFont.h"
 
-#include "ZORVisStrokeFont_p.h"
+#include "text/ZORVisStrokeFont_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

@@ -1,6 +1,6 @@
 #include "ZORVisVectorText.h"
 
-#include "ZORVisVectorTextLayout_p.h"
+#include "text/ZORVisVectorTextLayout_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

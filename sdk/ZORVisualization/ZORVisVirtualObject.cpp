@@ -1,6 +1,6 @@
 #include "ZORVisVirtualObject.h"
 
-#include "ZORVisVirtualObject_p.h"
+#include "scene/ZORVisVirtualObject_p.h"
 
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORSystem/ZORSysApiTrace.h>

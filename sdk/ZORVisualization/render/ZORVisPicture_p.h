@@ -3,8 +3,8 @@
 #pragma once
 
 #include "ZORVisFrameBuffer_p.h"
-#include "ZORVisFrame_p.h"
 #include "ZORVisMarkers_p.h"
+#include "scene/ZORVisFrame_p.h"
 
 #include <QImage>
 #include <QSize>

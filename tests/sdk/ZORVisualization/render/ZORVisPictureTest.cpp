@@ -1,6 +1,6 @@
 // What lines, symbols, texts and surfaces look like.
 
-#include "VisTest.h"
+#include "sdk/ZORVisualization/VisTest.h"
 
 #include <ZORVisualization/ZORVisGraphicsContext.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>

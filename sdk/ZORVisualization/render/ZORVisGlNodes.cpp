@@ -1,8 +1,8 @@
-#include "ZORVisDrawing_p.h"
-#include "ZORVisFrame_p.h"
 #include "ZORVisGlNodes_p.h"
 #include "ZORVisLineStyles_p.h"
-#include "ZORVisMeshArrays_p.h"
+#include "scene/ZORVisDrawing_p.h"
+#include "scene/ZORVisFrame_p.h"
+#include "scene/ZORVisMeshArrays_p.h"
 
 #include <ZORVisualization/ZORVisGraphicsContext.h>
 

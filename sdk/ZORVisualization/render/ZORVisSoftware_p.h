@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORVisFrame_p.h"
+#include "scene/ZORVisFrame_p.h"
 
 #include <QImage>
 #include <QRect>

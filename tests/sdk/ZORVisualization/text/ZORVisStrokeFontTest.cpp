@@ -1,8 +1,7 @@
 // Compiled into this program: the library keeps the class to itself.
-#include "ZORVisStrokeFont_p.h"
-
 #include <ZORSystem/ZORSysException.h>
 #include <ZORVisualization/ZORVisVectorFont.h>
+#include <ZORVisualization/text/ZORVisStrokeFont_p.h>
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
 #include "ZORVisLineStyles_p.h"
-#include "ZORVisMeshArrays_p.h"
 #include "ZORVisSoftware_p.h"
+#include "scene/ZORVisMeshArrays_p.h"
 
 #include <QPainter>
 #include <QPen>

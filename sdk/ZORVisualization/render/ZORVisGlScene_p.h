@@ -2,10 +2,10 @@
 
 #pragma once
 
-#include "ZORVisDrawing_p.h"
 #include "ZORVisFrameBuffer_p.h"
-#include "ZORVisFrame_p.h"
 #include "ZORVisGlNodes_p.h"
+#include "scene/ZORVisDrawing_p.h"
+#include "scene/ZORVisFrame_p.h"
 
 #include <QRect>
 

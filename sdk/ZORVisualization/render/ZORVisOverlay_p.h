@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "ZORVisFrame_p.h"
 #include "ZORVisMarkers_p.h"
+#include "scene/ZORVisFrame_p.h"
 
 #include <QImage>
 #include <QRect>
