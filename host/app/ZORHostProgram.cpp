@@ -1,7 +1,7 @@
 #include "app/ZORHostProgram.h"
 
-#include "app/ZORHostLogging.h"
-#include "app/ZORHostSettings.h"
+#include "base/ZORHostLogging.h"
+#include "base/ZORHostSettings.h"
 #include "docks/ZORHostLog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "script/ZORHostScript.h"

@@ -1,6 +1,6 @@
 #include "plugins/ZORHostPluginManager.h"
 
-#include "app/ZORHostLogging.h"
+#include "base/ZORHostLogging.h"
 
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysLibraryFile.h>

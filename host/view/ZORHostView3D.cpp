@@ -1,6 +1,6 @@
 #include "view/ZORHostView3D.h"
 
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostTheme.h"
 #include "view/ZORHostDisplayName.h"
 
 #include <ZORVisualization/ZORVisEnvironment.h>

@@ -1,6 +1,6 @@
 #include "window/ZORHostFileMenu.h"
 
-#include "app/ZORHostSettings.h"
+#include "base/ZORHostSettings.h"
 #include "view/ZORHostSamples.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostDocumentState.h"

@@ -1,8 +1,8 @@
 #include "window/ZORHostMainWindow.h"
 
-#include "app/ZORHostApplication.h"
-#include "app/ZORHostSettings.h"
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostApplication.h"
+#include "base/ZORHostSettings.h"
+#include "base/ZORHostTheme.h"
 #include "docks/ZORHostApiDock.h"
 #include "docks/ZORHostLogDock.h"
 #include "plugins/ZORHostPluginDialog.h"

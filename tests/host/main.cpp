@@ -1,6 +1,6 @@
 // Entry point of the test programs of the host: as that of the others, with the host's application object.
 
-#include "app/ZORHostApplication.h"
+#include "base/ZORHostApplication.h"
 
 #include <QTemporaryDir>
 

@@ -3,7 +3,7 @@
 #include "RandomUserCommandLine.h"
 #include "RandomUserRuns.h"
 #include "RandomUserSession.h"
-#include "app/ZORHostApplication.h"
+#include "base/ZORHostApplication.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 // The windows of the bench.
 
 #include "WindowTest.h"
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostTheme.h"
 #include "console/ZORTestGeoInspectionDlg.h"
 #include "console/ZORTestMainDialog.h"
 #include "core/ZORTestDialog.h"

@@ -1,7 +1,7 @@
 // Walks through the program on a real screen with mouse and keyboard, in both palettes.
 
 #include "ScreenWalk.h"
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostTheme.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostMainWindow.h"
 

@@ -2,7 +2,7 @@
 
 #include "WindowChecks.h"
 #include "WindowTest.h"
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostTheme.h"
 #include "core/ZORTestOptionsCmd.h"
 #include "docks/ZORHostLog.h"
 #include "plugins/ZORHostPluginDialog.h"

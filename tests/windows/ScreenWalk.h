@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "app/ZORHostCommandLine.h"
+#include "base/ZORHostCommandLine.h"
 
 #include <QImage>
 #include <QPoint>

@@ -1,7 +1,7 @@
 #include "WindowTest.h"
 
 #include "WindowChecks.h"
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostTheme.h"
 
 #include <QTest>
 #include <QWidget>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "app/ZORHostCommandLine.h"
+#include "base/ZORHostCommandLine.h"
 #include "support/BenchTest.h"
 
 class QWidget;

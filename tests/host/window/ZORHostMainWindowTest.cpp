@@ -1,7 +1,7 @@
 #include "window/ZORHostMainWindow.h"
 
 #include "HostTest.h"
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostTheme.h"
 #include "docks/ZORHostLineQueue.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "support/DialogAnswerer.h"

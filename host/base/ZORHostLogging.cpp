@@ -1,3 +1,3 @@
-#include "app/ZORHostLogging.h"
+#include "base/ZORHostLogging.h"
 
 Q_LOGGING_CATEGORY(lcHost, "zor.host")

@@ -1,6 +1,6 @@
-#include "app/ZORHostApplication.h"
+#include "base/ZORHostApplication.h"
 
-#include "app/ZORHostErrorReporter.h"
+#include "base/ZORHostErrorReporter.h"
 
 #include <ZORSystem/ZORSysException.h>
 

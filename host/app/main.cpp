@@ -1,8 +1,8 @@
 // Entry point of the host.
 
-#include "app/ZORHostApplication.h"
-#include "app/ZORHostCommandLine.h"
 #include "app/ZORHostProgram.h"
+#include "base/ZORHostApplication.h"
+#include "base/ZORHostCommandLine.h"
 
 #include <ZORSystem/ZORSysMemory.h>
 

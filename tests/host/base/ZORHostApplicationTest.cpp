@@ -1,7 +1,7 @@
-#include "app/ZORHostApplication.h"
+#include "base/ZORHostApplication.h"
 
 #include "HostTest.h"
-#include "app/ZORHostErrorReporter.h"
+#include "base/ZORHostErrorReporter.h"
 #include "support/UncheckedLeaks.h"
 
 #include <ZORSystem/ZORSysException.h>

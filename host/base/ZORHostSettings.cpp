@@ -1,6 +1,6 @@
-#include "app/ZORHostSettings.h"
+#include "base/ZORHostSettings.h"
 
-#include "app/ZORHostIniFormat.h"
+#include "base/ZORHostIniFormat.h"
 
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysReplacedFile.h>

@@ -1,4 +1,4 @@
-#include "app/ZORHostTheme.h"
+#include "base/ZORHostTheme.h"
 
 #include <QApplication>
 #include <QPalette>

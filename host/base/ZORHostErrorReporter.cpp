@@ -1,6 +1,6 @@
-#include "app/ZORHostErrorReporter.h"
+#include "base/ZORHostErrorReporter.h"
 
-#include "app/ZORHostLogging.h"
+#include "base/ZORHostLogging.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,6 +1,6 @@
-#include "app/ZORHostIniFormat.h"
+#include "base/ZORHostIniFormat.h"
 
-#include "app/ZORHostLogging.h"
+#include "base/ZORHostLogging.h"
 
 #include <ZORSystem/ZORSysReplacedFile.h>
 

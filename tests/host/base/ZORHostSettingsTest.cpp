@@ -1,7 +1,7 @@
-#include "app/ZORHostSettings.h"
+#include "base/ZORHostSettings.h"
 
 #include "HostTest.h"
-#include "app/ZORHostIniFormat.h"
+#include "base/ZORHostIniFormat.h"
 #include "support/HostileDisk.h"
 #include "support/HostileFiles.h"
 #include "support/KillDuring.h"

@@ -1,4 +1,4 @@
-#include "app/ZORHostCommandLine.h"
+#include "base/ZORHostCommandLine.h"
 
 #include "support/Printers.h"
 
