@@ -5,22 +5,31 @@
 
 SDK      A module may include its own headers and those of the modules in the DEPENDS list of its
          CMakeLists.txt, nothing that merely arrives through them; every module it depends on lies in a
-         strictly lower layer. A quoted include names a file of the same folder. Private headers (*_p.h)
-         stay inside their module, and public headers show nothing of the libraries that only
-         implementations use. A folder in a module (sdk/ZORNesting/solver) is plain C++: it sees
-         neither Qt nor the modules; its module includes it with its folder, never in public headers.
+         strictly lower layer. Private headers (*_p.h) stay inside their module, and public headers show nothing
+         of the libraries that only implementations use.
+         The folders of a module are the rooms of its private code, in the order of the ROOMS list: a room uses
+         the public headers of the module and the rooms before it, the sources at the root use every room, and
+         public headers show none. Public headers are included with the module in angle brackets; quotes name
+         a file of the same folder, or one of another room as "room/File_p.h". Rooms in the QT_FREE list are plain
+         C++: they see neither Qt nor the modules.
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
-Host     Never includes the bench.
+Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; window/
+         shows those, script/ drives the window, and app/ sees everything.
 """
 import pathlib
 import re
 import sys
+from typing import NamedTuple
 
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 IMPLEMENTATION_ONLY = re.compile(r"(Inventor/|EGL/|GL/|Eigen/|backtrace\.h|execinfo\.h|zstd\.h|clipper\.hpp|polyclipping/)")
 BENCH_BASE = {"core", "widgets"}
+HOST_BELOW = {"base": set(), "view": {"base"}, "docks": {"base"}, "plugins": {"base"}}
+HOST_BELOW["window"] = {"base", "view", "docks", "plugins"}
+HOST_BELOW["script"] = {"base", "view", "window"}
+HOST_BELOW["app"] = set(HOST_BELOW)
 BENCH_EXTRA = {folder: {"visualization/ZORTestVisualizer.h"} for folder in ("core", "console")}
 
 
@@ -34,8 +43,16 @@ def includes(path):
             yield number, found.group(1) == '"', found.group(2)
 
 
+class Module(NamedTuple):
+    layer: int
+    depends: set[str]  # names of folders
+    headers: set[str]  # the public ones
+    rooms: list[str]  # lowest first
+    qt_free: set[str]  # rooms
+
+
 def module_table(root):
-    """Folder name -> (layer, set of folder names it depends on, set of public headers)."""
+    """Folder name -> Module."""
     table = {}
     for cmake in sorted((root / "sdk").glob("ZOR*/CMakeLists.txt")):
         words = re.sub(r"#.*", "", cmake.read_text()).replace("(", " ").replace(")", " ").split()
@@ -45,41 +62,88 @@ def module_table(root):
         words = words[words.index(kind) + 1 :]
         lists, key = {}, None
         for word in words[1:]:
-            if word in {"LAYER", "DEPENDS", "QT", "PRIVATE_LINK", "HEADERS", "SOURCES"}:
+            if word in {"LAYER", "DEPENDS", "QT", "PRIVATE_LINK", "ROOMS", "QT_FREE", "HEADERS", "SOURCES"}:
                 key = word
                 lists[key] = []
             elif key:
                 lists[key].append(word)
-        depends = {"ZOR" + name for name in lists.get("DEPENDS", [])}
-        table[cmake.parent.name] = (int(lists["LAYER"][0]), depends, set(lists.get("HEADERS", [])))
+        table[cmake.parent.name] = Module(
+            int(lists["LAYER"][0]),
+            {"ZOR" + name for name in lists.get("DEPENDS", [])},
+            set(lists.get("HEADERS", [])),
+            lists.get("ROOMS", []),
+            set(lists.get("QT_FREE", [])),
+        )
     return table
 
 
+def check_module(root, table, name):
+    """The lists of a module and the places of its files."""
+    module = table[name]
+    folder = root / "sdk" / name
+    for other in sorted(module.depends):
+        if other not in table or table[other].layer >= module.layer:
+            yield f"sdk/{name}/CMakeLists.txt: layer {module.layer} must not use {other}"
+    inner = {path.relative_to(folder).parent.as_posix() for path in sources(folder)} - {"."}
+    for room in sorted(inner - set(module.rooms)):
+        yield f"sdk/{name}/CMakeLists.txt: {room}/ is not among its ROOMS"
+    for room in sorted((set(module.rooms) - inner) | (module.qt_free - set(module.rooms))):
+        yield f"sdk/{name}/CMakeLists.txt: the room {room}/ does not exist"
+    if module.rooms:
+        for path in sorted(folder.glob("*_p.h")):
+            yield f"{path.relative_to(root)}: private headers of a module with rooms belong in one of them"
+
+
+def check_quoted(module, folder, path, target):
+    """What is wrong with a quoted include in a file of a module."""
+    own = path.parent.relative_to(folder).as_posix()
+    room, _, name = target.rpartition("/")
+    if re.match(r"(ui_|moc_)|.*\.moc$", target):
+        return None
+    if not room:
+        return None if (path.parent / name).exists() else f"a quoted include names a file of the same folder, not {target}"
+    if room not in module.rooms or not (folder / target).exists():
+        return f"a quoted include names a file of the same folder or of a room, not {target}"
+    if room == own:
+        return f"a file of the same folder is included without it, not as {target}"
+    if own in module.rooms and module.rooms.index(room) > module.rooms.index(own):
+        return f"{own}/ must not see {room}/, which is above it"
+    return None
+
+
+def check_angled(table, name, target):
+    """What is wrong with an include in angle brackets in a file of a module."""
+    head, _, header = target.partition("/")
+    if head not in table:
+        return None
+    if head != name and head not in table[name].depends:
+        return f"{name} does not depend on {head}"
+    if header not in table[head].headers:
+        return f"{target} is private to {head}" if head != name else f"{target} is not public: include it in quotes"
+    return None
+
+
 def check_sdk(root, table):
-    for name, (layer, depends, headers) in table.items():
-        for other in sorted(depends):
-            if other not in table or table[other][0] >= layer:
-                yield f"sdk/{name}/CMakeLists.txt: layer {layer} must not use {other}"
+    for name, module in table.items():
+        yield from check_module(root, table, name)
         folder = root / "sdk" / name
-        inner = {p.name for p in folder.iterdir() if p.is_dir()}
         for path in sources(folder):
+            room = path.parent.relative_to(folder).as_posix()
             for number, quoted, target in includes(path):
                 where = f"{path.relative_to(root)}:{number}"
-                module = target.split("/")[0]
-                if path.parent != folder and re.match(r"Q[A-Z]|Qt|ZOR\w+/", target):
-                    yield f"{where}: a folder in a module is plain C++ and must not use {target}"
-                elif path.name in headers and module in inner:
-                    yield f"{where}: a public header must not show {target}"
-                elif quoted and not (path.parent / target).exists() and not re.match(r"(ui_|moc_)|.*\.moc$", target):
-                    yield f"{where}: a quoted include names a file of the same folder, not {target}"
-                elif module in table and module != name and module not in depends:
-                    yield f"{where}: {name} does not depend on {module}"
-                elif module in table and module != name and target.endswith("_p.h"):
-                    yield f"{where}: {target} is private to {module}"
-                elif path.name in headers and (IMPLEMENTATION_ONLY.match(target) or target.endswith("_p.h")):
+                shows_room = path.name in module.headers and target.split("/")[0] in module.rooms
+                if room in module.qt_free and re.match(r"Q[A-Z]|Qt|ZOR\w+/", target):
+                    yield f"{where}: {room}/ is plain C++ and must not use {target}"
+                elif shows_room or (
+                    path.name in module.headers and (IMPLEMENTATION_ONLY.match(target) or target.endswith("_p.h"))
+                ):
                     yield f"{where}: a public header must not show {target}"
                 elif re.match(r"(bench|host|core|console|widgets)/", target) or target.startswith("ZORTest"):
                     yield f"{where}: the SDK must not use {target}"
+                elif error := (
+                    check_quoted(module, folder, path, target) if quoted else check_angled(table, name, target)
+                ):
+                    yield f"{where}: {error}"
 
 
 def check_bench(root, table):
@@ -90,7 +154,7 @@ def check_bench(root, table):
         for number, quoted, target in includes(path):
             where = f"{path.relative_to(root)}:{number}"
             head = target.split("/")[0]
-            if head in table and (quoted or target.split("/")[1] not in table[head][2]):
+            if head in table and (quoted or target.split("/", 1)[1] not in table[head].headers):
                 yield f"{where}: {target} is not a public header of the SDK"
             elif target.startswith("ZORHost") or head == "host":
                 yield f"{where}: the bench must not use the host"
@@ -106,14 +170,23 @@ def check_bench(root, table):
 
 
 def check_host(root, table):
-    for path in sources(root / "host"):
-        for number, _, target in includes(path):
+    host = root / "host"
+    for path in sources(host):
+        own = path.relative_to(host).parts[0]
+        if own not in HOST_BELOW:
+            yield f"{path.relative_to(root)}: {own} is not a folder of the host that this check knows"
+            continue
+        for number, quoted, target in includes(path):
             where = f"{path.relative_to(root)}:{number}"
             head = target.split("/")[0]
             if target.split("/")[-1].startswith("ZORTest"):
                 yield f"{where}: the host must not use the bench"
-            elif head in table and target.split("/")[1] not in table[head][2]:
+            elif head in table and target.split("/", 1)[1] not in table[head].headers:
                 yield f"{where}: {target} is not a public header of the SDK"
+            elif quoted and "/" not in target and not re.match(r"ui_|.*\.moc$", target):
+                yield f'{where}: host headers are included with their folder, not "{target}"'
+            elif quoted and head in HOST_BELOW and head not in HOST_BELOW[own] | {own}:
+                yield f"{where}: {own}/ must not see {head}/"
 
 
 def main():

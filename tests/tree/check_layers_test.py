@@ -18,7 +18,19 @@ CLEAN = {
     "bench/core/ZORTestA.h": "#pragma once\n",
     "bench/console/ZORTestB.cpp": '#include "core/ZORTestA.h"\n#include <ZORGeometry/ZORGeoA.h>\n',
     "bench/nesting/ZORTestC.h": "#pragma once\n",
-    "host/ZORHostA.cpp": "#include <ZORSystem/ZORSysA.h>\n",
+    "host/base/ZORHostA.h": "#include <ZORSystem/ZORSysA.h>\n",
+    "host/window/ZORHostB.cpp": '#include "base/ZORHostA.h"\n',
+}
+# A module with rooms, added to the clean tree by the tests of rooms.
+ROOMS = {
+    "sdk/ZORGeometry/CMakeLists.txt": "zor_add_module(Geometry LAYER 3 DEPENDS System ROOMS plain mesh path QT_FREE plain\n"
+    " HEADERS ZORGeoA.h SOURCES b.cpp)",
+    "sdk/ZORGeometry/ZORGeoA.cpp": '#include "ZORGeoA.h"\n#include "mesh/ZORGeoMesh_p.h"\n#include "path/ZORGeoPath_p.h"\n',
+    "sdk/ZORGeometry/plain/Run.h": "#include <vector>\n",
+    "sdk/ZORGeometry/plain/Run.cpp": '#include "Run.h"\n',
+    "sdk/ZORGeometry/mesh/ZORGeoMesh_p.h": "#include <QString>\n#include <ZORGeometry/ZORGeoA.h>\n",
+    "sdk/ZORGeometry/mesh/ZORGeoMesh.cpp": '#include "ZORGeoMesh_p.h"\n#include "plain/Run.h"\n',
+    "sdk/ZORGeometry/path/ZORGeoPath_p.h": '#include "mesh/ZORGeoMesh_p.h"\n',
 }
 
 
@@ -36,8 +48,8 @@ class CheckLayersTest(unittest.TestCase):
     def test_clean_tree_passes(self):
         self.assertEqual((0, "2 modules, bench and host include only what they may\n"), run({}))
 
-    def assert_found(self, name, text, message):
-        code, output = run({name: text})
+    def assert_found(self, name, text, message, others=None):
+        code, output = run({**(others or {}), name: text})
         self.assertEqual(1, code, output)
         self.assertIn(message, output)
 
@@ -54,15 +66,60 @@ class CheckLayersTest(unittest.TestCase):
         self.assertEqual(1, code)
         self.assertIn("ZORCommands does not depend on ZORGeometry", output)
 
-    def test_folder_in_a_module_is_plain(self):
-        solver = {"sdk/ZORGeometry/solver/Run.h": "#include <vector>\n", "sdk/ZORGeometry/solver/Run.cpp": '#include "Run.h"\n'}
-        self.assertEqual(0, run({**solver, "sdk/ZORGeometry/a.cpp": '#include "solver/Run.h"\n'})[0])
+    def assert_found_in_room(self, name, text, message):
+        self.assert_found(f"sdk/ZORGeometry/{name}", text, message, ROOMS)
+
+    def test_clean_rooms_pass(self):
+        code, output = run(ROOMS)
+        self.assertEqual(0, code, output)
+
+    def test_folder_that_is_not_declared_as_a_room(self):
+        self.assert_found("sdk/ZORGeometry/mesh/a.cpp", "#include <QString>\n", "mesh/ is not among its ROOMS")
+
+    def test_room_without_files(self):
+        text = ROOMS["sdk/ZORGeometry/CMakeLists.txt"]
+        self.assert_found_in_room("CMakeLists.txt", text.replace("mesh path", "mesh path stl"), "the room stl/ does not exist")
+        self.assert_found_in_room("CMakeLists.txt", text.replace("QT_FREE plain", "QT_FREE bare"), "the room bare/ does not exist")
+
+    def test_private_header_outside_the_rooms(self):
+        self.assert_found_in_room("ZORGeoB_p.h", "#pragma once\n", "ZORGeoB_p.h: private headers of a module with rooms")
+
+    def test_room_that_sees_one_above_it(self):
+        self.assert_found_in_room("mesh/a.cpp", '#include "path/ZORGeoPath_p.h"\n', "mesh/ must not see path/, which is above it")
+
+    def test_room_that_includes_its_own_file_with_its_folder(self):
+        message = "a file of the same folder is included without it, not as mesh/ZORGeoMesh_p.h"
+        self.assert_found_in_room("mesh/a.cpp", '#include "mesh/ZORGeoMesh_p.h"\n', message)
+
+    def test_file_of_another_room_without_its_folder(self):
+        message = "a quoted include names a file of the same folder, not ZORGeoMesh_p.h"
+        self.assert_found_in_room("path/a.cpp", '#include "ZORGeoMesh_p.h"\n', message)
+
+    def test_public_header_in_quotes_from_a_room(self):
+        message = "a quoted include names a file of the same folder, not ZORGeoA.h"
+        self.assert_found_in_room("mesh/a.cpp", '#include "ZORGeoA.h"\n', message)
+
+    def test_missing_file_of_a_room(self):
+        message = "a quoted include names a file of the same folder or of a room, not mesh/ZORGeoB_p.h"
+        self.assert_found_in_room("path/a.cpp", '#include "mesh/ZORGeoB_p.h"\n', message)
+
+    def test_private_header_in_angle_brackets(self):
+        message = "ZORGeometry/mesh/ZORGeoMesh_p.h is not public: include it in quotes"
+        self.assert_found_in_room("path/a.cpp", "#include <ZORGeometry/mesh/ZORGeoMesh_p.h>\n", message)
+
+    def test_room_of_another_module(self):
+        text = "zor_add_module(Topology LAYER 4 DEPENDS Geometry HEADERS ZORTopA.h SOURCES c.cpp)"
+        topology = {**ROOMS, "sdk/ZORTopology/CMakeLists.txt": text}
+        include = "#include <ZORGeometry/mesh/ZORGeoMesh_p.h>\n"
+        self.assert_found("sdk/ZORTopology/c.cpp", include, "ZORGeometry/mesh/ZORGeoMesh_p.h is private to ZORGeometry", topology)
+
+    def test_public_header_that_shows_a_room(self):
+        self.assert_found_in_room("ZORGeoA.h", '#include "plain/Run.h"\n', "a public header must not show plain/Run.h")
+
+    def test_room_that_is_free_of_qt(self):
         for text in ("#include <QString>\n", "#include <ZORSystem/ZORSysA.h>\n"):
-            self.assert_found("sdk/ZORGeometry/solver/Run.cpp", text, "plain C++ and must not use")
-        self.assert_found("sdk/ZORGeometry/solver/Run.cpp", '#include "ZORGeoA.h"\n', "a file of the same folder, not ZORGeoA.h")
-        code, output = run({**solver, "sdk/ZORGeometry/ZORGeoA.h": '#include "solver/Run.h"\n'})
-        self.assertEqual(1, code)
-        self.assertIn("a public header must not show solver/Run.h", output)
+            self.assert_found_in_room("plain/Run.cpp", text, "plain/ is plain C++ and must not use")
+        self.assert_found_in_room("plain/Run.cpp", '#include "mesh/ZORGeoMesh_p.h"\n', "plain/ must not see mesh/")
 
     def test_undeclared_module(self):
         self.assert_found("sdk/ZORSystem/a.cpp", "#include <ZORGeometry/ZORGeoA.h>\n", "ZORSystem does not depend on ZORGeometry")
@@ -86,7 +143,21 @@ class CheckLayersTest(unittest.TestCase):
         self.assert_found("bench/core/ZORTestA.h", '#include "ZORHostA.h"\n', "must not use the host")
 
     def test_host_that_uses_the_bench(self):
-        self.assert_found("host/ZORHostA.cpp", '#include "core/ZORTestA.h"\n', "the host must not use the bench")
+        self.assert_found("host/base/ZORHostA.cpp", '#include "core/ZORTestA.h"\n', "the host must not use the bench")
+
+    def test_host_folder_that_sees_one_above_it(self):
+        self.assert_found("host/base/ZORHostA.cpp", '#include "window/ZORHostB.h"\n', "base/ must not see window/")
+        self.assert_found("host/view/ZORHostC.cpp", '#include "docks/ZORHostD.h"\n', "view/ must not see docks/")
+        self.assert_found("host/window/ZORHostB.cpp", '#include "app/ZORHostE.h"\n', "window/ must not see app/")
+        self.assertEqual(0, run({"host/app/ZORHostE.cpp": '#include "window/ZORHostB.h"\n'})[0])
+
+    def test_host_file_outside_the_known_folders(self):
+        self.assert_found("host/main.cpp", "#include <QString>\n", "is not a folder of the host that this check knows")
+        self.assert_found("host/tools/a.cpp", "#include <QString>\n", "tools is not a folder of the host")
+
+    def test_host_header_without_its_folder(self):
+        message = 'host headers are included with their folder, not "ZORHostA.h"'
+        self.assert_found("host/base/ZORHostA.cpp", '#include "ZORHostA.h"\n', message)
 
 
 if __name__ == "__main__":
