@@ -278,9 +278,8 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
 
 std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet)
 {
-    const Job usable = MakeUsable(job);
-    Shapes shapes(usable);
-    return SheetCheck(usable, shapes, sheet, 0, NeverInterrupted).Run();
+    Shapes shapes(job);
+    return SheetCheck(job, shapes, sheet, 0, NeverInterrupted).Run();
 }
 
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution, const Interruption& isOver)

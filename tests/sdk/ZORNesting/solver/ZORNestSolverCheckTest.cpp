@@ -173,6 +173,6 @@ TEST(ZORNestSolverCheckTest, NumbersThatCannotBeUsedCountAsZero)
         for (Placement& placement : tight.solution.sheets[0].placements)
             placement.pose.position.x -= Slip;
         EXPECT_EQ(tight.CountFaults(), 1U) << odd << ": the frame leaves the sheet";
-        EXPECT_EQ(FindPlacementFaults(tight.job, tight.solution.sheets[0]).size(), 1U) << odd;
+        EXPECT_EQ(FindPlacementFaults(MakeUsable(tight.job), tight.solution.sheets[0]).size(), 1U) << odd;
     }
 }
