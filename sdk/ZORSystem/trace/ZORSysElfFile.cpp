@@ -109,6 +109,9 @@ bool ElfFile::CheckSegment(const ElfW(Phdr) & segment) const
 {
     if (segment.p_type == PT_NULL)
         return true;
+    // Thread-local variables that start as zero are not in the file, and linkers leave any offset there.
+    if (segment.p_type == PT_TLS && segment.p_filesz == 0)
+        return true;
     if (!Contains(segment.p_offset, segment.p_filesz))
         return false;
     if (segment.p_type == PT_LOAD)

@@ -126,6 +126,28 @@ TEST_F(ZORSysLibraryFileTest, WholeLibrariesPass)
     }
 }
 
+TEST_F(ZORSysLibraryFileTest, ThreadLocalVariablesThatStartAsZeroMayHaveAnyOffset)
+{
+    // A note of the library gives its place in the table of segments to them.
+    for (int i = 0; i < header.e_phnum; ++i) {
+        const qsizetype at = qsizetype(header.e_phoff) + i * qsizetype(sizeof(Elf64_Phdr));
+        if (ReadAt<Elf64_Phdr>(at).p_type != PT_NOTE)
+            continue;
+        auto segment = ReadAt<Elf64_Phdr>(at);
+        segment.p_type = PT_TLS;
+        segment.p_filesz = 0;
+        segment.p_memsz = 8;
+        for (const quint64 offset : {quint64(0), quint64(1), quint64(whole.size()), ~quint64(0)}) {
+            segment.p_offset = offset;
+            EXPECT_TRUE(IsWhole(Patched(at, segment))) << offset;
+        }
+        segment.p_filesz = 8;
+        EXPECT_FALSE(IsWhole(Patched(at, segment)));
+        return;
+    }
+    FAIL() << "no note";
+}
+
 TEST_F(ZORSysLibraryFileTest, OtherFilesFail)
 {
     EXPECT_FALSE(ZORSysLibraryFile::IsWhole(folder.filePath("nothing.so")));
