@@ -9,18 +9,48 @@
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QEvent>
 #include <QHash>
 #include <QLoggingCategory>
 #include <QPointer>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <new>
 #include <thread>
 
 namespace {
 
 Q_LOGGING_CATEGORY(ZorWorkerLog, "zor.worker")
+
+/// Calls a function in its own thread for each Post() in another one. An event has one owner at a time; a function
+/// that Qt queues has users in both threads, and either may destroy it.
+class NoticeReceiver : public QObject
+{
+public:
+    NoticeReceiver(std::function<void()> deliver, QObject* parent)
+        : QObject(parent)
+        , m_deliver(std::move(deliver))
+    {
+    }
+    void Post() { QCoreApplication::postEvent(this, new QEvent(kNotice)); }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        if (event->type() != kNotice)
+            return QObject::event(event);
+        const auto deliver = m_deliver; // a receiver of signals may destroy this object
+        deliver();
+        return true;
+    }
+
+private:
+    static inline const auto kNotice = QEvent::Type(QEvent::registerEventType());
+    const std::function<void()> m_deliver;
+};
 
 } // namespace
 
@@ -30,10 +60,7 @@ public:
     // Every notice has its own event, so that a receiver that runs its own event loop (a message
     // box) gets the later ones there.
     explicit Private(ZORWorkProcessor* processor)
-        : team([processor, this] {
-            QMetaObject::invokeMethod(
-                processor, [this] { Deliver(); }, Qt::QueuedConnection);
-        })
+        : team([receiver = new NoticeReceiver([this] { Deliver(); }, processor)] { receiver->Post(); })
     {
     }
 

@@ -115,7 +115,9 @@ TEST_F(ZORWorkHelperFaultsTest, CancelThatIsNotAnsweredKillsTheHelper)
     EXPECT_EQ(Status::Canceling, response->GetStatus());
     ASSERT_TRUE(WaitForEnd(response));
     EXPECT_EQ("canceled", response->GetFailureReason());
+#ifndef __SANITIZE_THREAD__ // it is too slow to write the stack in the time between the request and the end
     EXPECT_EQ(1, GetMessages("did not answer a cancel and was killed; its process wrote:").size());
+#endif
     EXPECT_TRUE(QTest::qWaitFor([&] { return !GetChildren(getpid()).intersects(processes); }, kPatience));
     EXPECT_TRUE(QTest::qWaitFor([this] { return GetDirectories().isEmpty(); }, kPatience));
 }
