@@ -1,6 +1,7 @@
 #include "ZORNestSolverCheck.h"
 
 #include "SolverShapes.h"
+#include "ZORNestSolverUsable.h"
 
 using namespace SolverShapes;
 
