@@ -24,6 +24,12 @@ int Rank(const ZORHostActionEntry& entry, const QString& query, const QStringLis
     return entry.text.contains(query, Qt::CaseInsensitive) ? 1 : 2;
 }
 
+/// The index of the entry that a row shows.
+int GetIndex(const QTreeWidgetItem* item)
+{
+    return item->data(0, Qt::UserRole).toInt();
+}
+
 } // namespace
 
 ZORHostCommandPalette::ZORHostCommandPalette(QWidget* parent)
@@ -35,6 +41,8 @@ ZORHostCommandPalette::ZORHostCommandPalette(QWidget* parent)
     setAttribute(Qt::WA_DeleteOnClose);
     resize(620, 420);
     m_entries.removeIf([](const ZORHostActionEntry& entry) { return !entry.IsTriggerable(); });
+    for (const ZORHostActionEntry& entry : std::as_const(m_entries))
+        connect(entry.action, &QObject::destroyed, this, &ZORHostCommandPalette::RemoveGone);
 
     auto* column = new QVBoxLayout(this);
     m_edit = new QLineEdit(this);
@@ -87,12 +95,20 @@ void ZORHostCommandPalette::Refresh()
     m_list->setCurrentItem(m_list->topLevelItem(0));
 }
 
+void ZORHostCommandPalette::RemoveGone()
+{
+    for (int row = m_list->topLevelItemCount() - 1; row >= 0; --row) {
+        if (!m_entries[GetIndex(m_list->topLevelItem(row))].action)
+            delete m_list->takeTopLevelItem(row);
+    }
+}
+
 void ZORHostCommandPalette::TriggerCurrent()
 {
     const QTreeWidgetItem* item = m_list->currentItem();
     if (!item)
         return;
-    const QPointer<QAction> action = m_entries[item->data(0, Qt::UserRole).toInt()].action;
+    const QPointer<QAction> action = m_entries[GetIndex(item)].action;
     close();
     if (action)
         action->trigger();

@@ -11,7 +11,7 @@ class QTreeWidget;
 
 /// Lists every action of the open main windows with its menu path. Typing filters: every word must occur in
 /// text or path, whatever its case; hits at the beginning of the text come first. Enter triggers the current
-/// action. Deletes itself on close.
+/// action. Actions that vanish while it is open leave the list. Deletes itself on close.
 class ZORHostCommandPalette : public QDialog
 {
     Q_OBJECT
@@ -24,6 +24,8 @@ protected:
 
 private:
     void Refresh();
+    /// Removes the rows whose action has been destroyed, as those of a plug-in are that is unloaded.
+    void RemoveGone();
     void TriggerCurrent();
 
     QList<ZORHostActionEntry> m_entries;

@@ -110,6 +110,17 @@ TEST_F(ZORHostStandardCommandsTest, HaveIconsOfTheirOwn)
     EXPECT_EQ(7, images.size());
 }
 
+TEST_F(ZORHostStandardCommandsTest, CopiesOfTheirIconsStayWholeAfterUnloading)
+{
+    const QSize size(48, 48);
+    const QIcon icon = ZORCmdController::GetController()->GetAction("ZORCompRosetteCmd.Create")->icon();
+    EXPECT_TRUE(plugins.Unload(library));
+    EXPECT_EQ(size, icon.pixmap(size).size());
+    EXPECT_NE(ZORHostIcon("no such icon").pixmap(size).toImage(), icon.pixmap(size).toImage());
+    EXPECT_EQ(QSize(16, 16), icon.pixmap(16).size());
+    EXPECT_TRUE(plugins.Load(library));
+}
+
 TEST_F(ZORHostStandardCommandsTest, FrameShowsWhatIsWrongAndCreatesTheObject)
 {
     QPointer<ZORHostDialogFrame> frame = Open("ZORWFProjectionCmd.Create");

@@ -103,6 +103,20 @@ TEST_F(ZORHostCommandPaletteTest, AnActionThatWentMeanwhileDoesNoHarm)
     palette->close();
 }
 
+TEST_F(ZORHostCommandPaletteTest, RowsOfActionsThatVanishGoAtOnceAndTheOthersStay)
+{
+    Open();
+    Edit()->setText("open");
+    auto* list = palette->findChild<QTreeWidget*>("_PaletteList");
+    ASSERT_EQ(2, list->topLevelItemCount());
+    list->setCurrentItem(list->topLevelItem(1));
+    delete window.menuBar()->findChildren<QMenu*>().constFirst()->actions().constFirst();
+    EXPECT_EQ(QStringList("Console > Open: Something Else"), Rows());
+    EXPECT_EQ(list->topLevelItem(0), list->currentItem());
+    QTest::keyClick(Edit(), Qt::Key_Return);
+    EXPECT_EQ(QStringList("Something Else"), triggered);
+}
+
 TEST(ZORHostActionIndexTest, PlainTextsAreWithoutMnemonicsAndDots)
 {
     EXPECT_EQ(QString("Open"), ZORHostPlainText("&Open..."));
