@@ -7,6 +7,7 @@
 #include <QEvent>
 #include <QIcon>
 #include <QScopedValueRollback>
+#include <QWindow>
 
 #include <new>
 
@@ -20,9 +21,27 @@ ZORHostApplication::ZORHostApplication(int& argc, char** argv)
     setApplicationVersion(ZOR_HOST_VERSION);
     setDesktopFileName("org.zorvane.zorhost");
     setWindowIcon(QIcon(":/host/icons/zorhost.svg"));
+    // Qt's own way of ending is called off by any window that opens between the closing of the last one and
+    // the next event, even by a menu or a tool tip, and the program would then go on without windows.
+    setQuitOnLastWindowClosed(false);
+    connect(this, &QGuiApplication::lastWindowClosed, this, &ZORHostApplication::EndWithoutWindows,
+            Qt::QueuedConnection);
 }
 
 ZORHostApplication::~ZORHostApplication() = default;
+
+void ZORHostApplication::EndWithoutWindows()
+{
+    const QWindowList windows = topLevelWindows();
+    for (const QWindow* window : windows) {
+        if (window->isVisible() && window->type() != Qt::Popup && window->type() != Qt::ToolTip) {
+            connect(window, &QWindow::visibleChanged, this, &ZORHostApplication::EndWithoutWindows,
+                    Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+            return;
+        }
+    }
+    exit();
+}
 
 bool ZORHostApplication::event(QEvent* event)
 {

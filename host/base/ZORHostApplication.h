@@ -7,7 +7,8 @@
 class ZORHostErrorReporter;
 
 /// QApplication that survives exceptions thrown by slots and event handlers: the event counts as
-/// delivered, an "Error" box shows the message, and the program goes on.
+/// delivered, an "Error" box shows the message, and the program goes on. It ends with exit code 0 when no
+/// window is left; a message that opens after the last window has closed is shown first.
 class ZORHostApplication : public QApplication
 {
     Q_OBJECT
@@ -29,6 +30,10 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    /// Ends the program now or, where something is left that the user has to close, looks again when that
+    /// is gone.
+    void EndWithoutWindows();
+
     bool m_isQuitting = false;      // first: event() is called for the child below already
     ZORHostErrorReporter* m_errors; // child
 };

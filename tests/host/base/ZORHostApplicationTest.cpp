@@ -6,10 +6,13 @@
 
 #include <ZORSystem/ZORSysException.h>
 
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QToolTip>
 
+#include <functional>
 #include <new>
 #include <stdexcept>
 
@@ -52,6 +55,19 @@ protected:
         throw ZORSysException("cannot paint");
     }
 };
+
+constexpr int kNotEnded = 99; // exit code of a program that had to be ended by force
+
+/// Runs the event loop of the program, in which \a action is the first thing that happens.
+/// \return the exit code
+int RunProgram(const std::function<void()>& action)
+{
+    QTimer guard;
+    QObject::connect(&guard, &QTimer::timeout, qApp, [] { QCoreApplication::exit(kNotEnded); });
+    guard.start(10'000);
+    QTimer::singleShot(0, qApp, action);
+    return QApplication::exec();
+}
 
 class ZORHostApplicationTest : public HostTest
 {
@@ -115,6 +131,49 @@ TEST_F(ZORHostApplicationTest, ABrokenPaintHandlerShowsOneBox)
     QCoreApplication::processEvents();
     EXPECT_GT(widget.numPaints, before);
     EXPECT_EQ(nullptr, OpenBox());
+}
+
+TEST_F(ZORHostApplicationTest, EndsWithItsLastWindow)
+{
+    QWidget window;
+    window.show();
+    EXPECT_EQ(0, RunProgram([&window] { window.close(); }));
+}
+
+TEST_F(ZORHostApplicationTest, EndsWithItsLastWindowAlsoWhenAMenuOrToolTipOpensAtThatMoment)
+{
+    QWidget window;
+    window.show();
+    QMenu menu(&window);
+    menu.addAction("Copy");
+    EXPECT_EQ(0, RunProgram([&window, &menu] {
+                  window.close();
+                  menu.popup({});
+              }));
+    menu.close();
+    window.show();
+    EXPECT_EQ(0, RunProgram([&window] {
+                  window.close();
+                  QToolTip::showText({}, "tip");
+              }));
+    QToolTip::hideText();
+}
+
+TEST_F(ZORHostApplicationTest, AMessageThatOpensAfterTheLastWindowHasClosedIsShownBeforeTheEnd)
+{
+    QWidget window;
+    window.show();
+    QMessageBox box(&window);
+    bool isSeen = false;
+    EXPECT_EQ(0, RunProgram([&] {
+                  window.close();
+                  box.show();
+                  QTimer::singleShot(50, &box, [&] {
+                      isSeen = box.isVisible();
+                      box.close();
+                  });
+              }));
+    EXPECT_TRUE(isSeen);
 }
 
 TEST_F(ZORHostApplicationTest, ARepetitionWhileItsBoxIsOpenIsCounted)
