@@ -63,6 +63,8 @@ public:
             (new FaultyWindow)->show();
         else if (fault == "reference")
             AddWithReference();
+        else if (fault == "hidden")
+            HideAllWindows();
     }
 
 private:
@@ -72,6 +74,12 @@ private:
         auto* curve = new ZORGeoPolyline(container, {{0, 0, 0}, {1, 0, 0}}, true);
         curve->Initialize();
         curve->AddReference(nullptr);
+    }
+    static void HideAllWindows()
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows)
+            window->hide(); // without closing them, which would end the program
     }
 };
 

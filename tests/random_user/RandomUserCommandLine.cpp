@@ -21,7 +21,9 @@ void AddOptions(QCommandLineParser& parser)
         Option("actions", "Number of actions of a run.", "count", "150"),
         Option("parallel", "Number of runs at a time.", "count", "2"),
         Option("replay", "Repeats the actions of a list instead of making some up.", "file"),
-        Option("trials", "Number of runs to shorten the list of a failure, at most.", "count", "150"),
+        Option("trials",
+               "Number of runs to shorten the list of a failure, at most; of 100,000 actions in all.",
+               "count", "150"),
         Option("hours", "Time of a run; the number of actions is without limit then.", "time"),
         Option("memory-every", "Prints the resident memory after each so many actions.", "count", "0"),
         Option("plugin-file", "Loads one more plug-in.", "file"),
@@ -58,5 +60,7 @@ RandomUserCommandLine RandomUserCommandLine::Parse(const QStringList& arguments)
         for (const QString& value : values)
             result.childArguments += {QLatin1String("--") + QLatin1String(option), value};
     }
+    for (const QString& plugin : result.plan.morePlugins)
+        result.shorteningArguments += {QStringLiteral("--plugin-file"), plugin};
     return result;
 }

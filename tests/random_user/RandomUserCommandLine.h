@@ -11,9 +11,10 @@ struct RandomUserCommandLine
     unsigned firstSeed = 1;
     unsigned lastSeed = 10;
     int parallel = 2;
-    int trials = 150;           // to shorten the actions of a failure, at most
-    QString replay;             // list to be repeated instead of seeds
-    QStringList childArguments; // what every child needs to know
+    int trials = 150;                // to shorten the actions of a failure, at most
+    QString replay;                  // list to be repeated instead of seeds
+    QStringList childArguments;      // what every child needs to know
+    QStringList shorteningArguments; // those of them that a child needs which repeats a failure
 
     /// Ends the process for --help, --version and options that are not known.
     static RandomUserCommandLine Parse(const QStringList& arguments);

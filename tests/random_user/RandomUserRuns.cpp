@@ -4,7 +4,9 @@
 #include "RandomUserMinimizer.h"
 #include "RandomUserTrial.h"
 
+#include <QDir>
 #include <QMap>
+#include <QTemporaryFile>
 
 #include <atomic>
 #include <cstdio>
@@ -15,6 +17,9 @@
 namespace {
 
 constexpr int kLinesOfLog = 60;
+constexpr qsizetype kMostPrinted = 200; // actions; longer lists go into a file
+/// In all trials to shorten a list; half an hour or less.
+constexpr qsizetype kMostRepeated = 100'000;
 
 void Print(const QString& text)
 {
@@ -22,9 +27,20 @@ void Print(const QString& text)
     std::fflush(stdout);
 }
 
+/// Writes a list that is too long to be read into a file that stays.
+void SaveActions(const QList<RandomUserAction>& actions)
+{
+    QTemporaryFile file(QDir::temp().filePath(QStringLiteral("random_user_XXXXXX.txt")));
+    file.setAutoRemove(false);
+    if (file.open() && WriteRandomUserActions(file.fileName(), actions))
+        Print(QStringLiteral("  all are in '%1'; the last ones:").arg(file.fileName()));
+}
+
 void PrintActions(const QList<RandomUserAction>& actions)
 {
-    for (const RandomUserAction& action : actions)
+    if (actions.size() > kMostPrinted)
+        SaveActions(actions);
+    for (const RandomUserAction& action : actions.last(std::min(kMostPrinted, actions.size())))
         Print("  " + action.ToLine());
 }
 
@@ -39,16 +55,16 @@ void Explain(const QString& run, const RandomUserOutcome& outcome, const RandomU
     const auto fails = [&](const QList<RandomUserAction>& actions) {
         return trial.Replay(actions).failure == outcome.failure;
     };
-    if (maximumTrials <= 0 || !fails(outcome.actions)) {
+    RandomUserMinimizer minimizer(fails, maximumTrials, kMostRepeated);
+    const std::optional<QList<RandomUserAction>> actions = minimizer.Minimize(outcome.actions);
+    if (actions) {
+        Print(QStringLiteral("%1: minimal list of %2 actions; repeat with --replay FILE:")
+                  .arg(run, QString::number(actions->size())));
+    } else {
         Print(QStringLiteral("%1: all %2 actions (the failure depends on time as well, or was not repeated):")
                   .arg(run, QString::number(outcome.actions.size())));
-        PrintActions(outcome.actions);
-        return;
     }
-    const QList<RandomUserAction> actions = MinimizeRandomUserActions(outcome.actions, fails, maximumTrials);
-    Print(QStringLiteral("%1: minimal list of %2 actions; repeat with --replay FILE:")
-              .arg(run, QString::number(actions.size())));
-    PrintActions(actions);
+    PrintActions(actions.value_or(outcome.actions));
 }
 
 /// The failures by seed.
@@ -82,11 +98,12 @@ QMap<unsigned, RandomUserOutcome> RunSeeds(const RandomUserCommandLine& commandL
 int RunRandomUsers(const RandomUserCommandLine& commandLine)
 {
     const RandomUserTrial trial(commandLine.childArguments);
+    const RandomUserTrial shortening(commandLine.shorteningArguments);
     if (!commandLine.replay.isEmpty()) {
         const RandomUserOutcome outcome = trial.Replay(ReadRandomUserActions(commandLine.replay));
         if (outcome.failure.isEmpty())
             return 0;
-        Explain(commandLine.replay, outcome, trial, commandLine.trials);
+        Explain(commandLine.replay, outcome, shortening, commandLine.trials);
         return 1;
     }
     const QMap<unsigned, RandomUserOutcome> failures = RunSeeds(commandLine, trial);
@@ -96,7 +113,7 @@ int RunRandomUsers(const RandomUserCommandLine& commandLine)
         if (explained.contains(failure->failure))
             continue;
         explained.append(failure->failure);
-        Explain(QStringLiteral("seed %1").arg(failure.key()), *failure, trial, commandLine.trials);
+        Explain(QStringLiteral("seed %1").arg(failure.key()), *failure, shortening, commandLine.trials);
     }
     return failures.isEmpty() ? 0 : 1;
 }

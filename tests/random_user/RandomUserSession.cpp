@@ -1,6 +1,8 @@
 #include "RandomUserSession.h"
 
+#include "RandomUserAddress.h"
 #include "RandomUserChecks.h"
+#include "RandomUserMemory.h"
 #include "app/ZORHostProgram.h"
 #include "window/ZORHostMainWindow.h"
 
@@ -10,7 +12,6 @@
 #include <QTimer>
 
 #include <cstdio>
-#include <malloc.h>
 
 namespace {
 
@@ -21,21 +22,6 @@ constexpr double kMillisecondsPerHour = 3'600'000;
 bool IsInOutermostLoop()
 {
     return QThread::currentThread()->loopLevel() == 1;
-}
-
-/// Resident memory of this process, megabytes.
-double GetResidentMemory()
-{
-    constexpr double kKilobytesPerMegabyte = 1024;
-    QFile file(QStringLiteral("/proc/self/status"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    const QList<QByteArray> lines = file.readAll().split('\n');
-    for (const QByteArray& line : lines) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).chopped(2).trimmed().toDouble() / kKilobytesPerMegabyte;
-    }
-    return 0;
 }
 
 } // namespace
@@ -84,9 +70,11 @@ void RandomUserSession::RunProgram()
 
 bool RandomUserSession::IsOver() const
 {
+    if (!m_plan.replay.isEmpty())
+        return m_numDone >= m_replayed.size();
     if (m_plan.hours > 0)
         return double(m_time.elapsed()) > m_plan.hours * kMillisecondsPerHour;
-    return m_numDone >= (m_plan.replay.isEmpty() ? m_plan.numActions : int(m_replayed.size()));
+    return m_numDone >= m_plan.numActions;
 }
 
 RandomUserAction RandomUserSession::GetNext()
@@ -99,6 +87,7 @@ void RandomUserSession::Step()
     m_watch.Beat();
     if (IsInOutermostLoop()) {
         m_watch.CheckGone();
+        m_watch.CheckReachable(!RandomUserAddress::GetReachableWindows().isEmpty());
         if (m_numDone % kActionsPerCheck == 0 || IsOver())
             CheckDuringRandomUser();
     }
@@ -120,10 +109,9 @@ void RandomUserSession::Step()
 
 void RandomUserSession::ReportMemory() const
 {
-    constexpr double kBytesPerMegabyte = 1024 * 1024;
-    malloc_trim(0); // what is free but kept for later says nothing about leaks
-    std::printf("seed %u: %d actions, %.0f s, %.1f MB resident, %.1f MB in use\n", m_plan.seed, m_numDone,
-                double(m_time.elapsed()) / 1000, GetResidentMemory(),
-                double(mallinfo2().uordblks) / kBytesPerMegabyte);
+    const QString run =
+        m_plan.replay.isEmpty() ? QStringLiteral("seed %1").arg(m_plan.seed) : QStringLiteral("replay");
+    std::printf("%s: %d actions, %.0f s, %s\n", qPrintable(run), m_numDone, double(m_time.elapsed()) / 1000,
+                qPrintable(DescribeRandomUserMemory()));
     std::fflush(stdout);
 }

@@ -37,34 +37,99 @@ TEST(RandomUserActionTest, SurvivesAFile)
     EXPECT_TRUE(ReadRandomUserActions(folder.filePath("missing")).isEmpty());
 }
 
+QList<RandomUserAction> CountTo(int count)
+{
+    QList<RandomUserAction> actions;
+    for (int i = 0; i < count; ++i)
+        actions.append({QString::number(i), {}});
+    return actions;
+}
+
+constexpr qsizetype kNoLimit = 1'000'000; // actions
+
 TEST(RandomUserMinimizerTest, KeepsWhatTheFailureNeedsInItsOrder)
 {
-    QStringList kinds;
-    for (int i = 0; i < 100; ++i)
-        kinds.append(QString::number(i));
     const auto fails = [](const QList<RandomUserAction>& actions) {
         return actions.contains({"97", {}}) && actions.contains({"3", {}}) && actions.contains({"50", {}});
     };
-    EXPECT_EQ(MakeActions({"3", "50", "97"}), MinimizeRandomUserActions(MakeActions(kinds), fails, 1000));
+    RandomUserMinimizer minimizer(fails, 1000, kNoLimit);
+    EXPECT_EQ(MakeActions({"3", "50", "97"}), minimizer.Minimize(CountTo(100)));
+}
+
+TEST(RandomUserMinimizerTest, TriesTheEndOfALongListFirst)
+{
+    QList<qsizetype> sizes;
+    const auto fails = [&sizes](const QList<RandomUserAction>& actions) {
+        sizes.append(actions.size());
+        return actions.contains({"9900", {}}) && actions.contains({"9990", {}});
+    };
+    RandomUserMinimizer minimizer(fails, 1000, kNoLimit);
+    EXPECT_EQ(MakeActions({"9900", "9990"}), minimizer.Minimize(CountTo(10'000)));
+    EXPECT_EQ(QList<qsizetype>({50, 200, 100}), sizes.first(3));
 }
 
 TEST(RandomUserMinimizerTest, NeedsNothingForAFailureWithoutActions)
 {
     const auto fails = [](const QList<RandomUserAction>&) { return true; };
-    EXPECT_TRUE(MinimizeRandomUserActions(MakeActions({"a", "b", "c"}), fails, 100).isEmpty());
-    EXPECT_TRUE(MinimizeRandomUserActions({}, fails, 100).isEmpty());
+    EXPECT_EQ(MakeActions({}), RandomUserMinimizer(fails, 100, kNoLimit).Minimize(CountTo(3)));
+    EXPECT_EQ(MakeActions({}), RandomUserMinimizer(fails, 100, kNoLimit).Minimize({}));
+}
+
+TEST(RandomUserMinimizerTest, GivesNothingForAFailureThatIsNotRepeated)
+{
+    QList<qsizetype> sizes;
+    const auto fails = [&sizes](const QList<RandomUserAction>& actions) {
+        sizes.append(actions.size());
+        return false;
+    };
+    EXPECT_FALSE(RandomUserMinimizer(fails, 100, kNoLimit).Minimize(CountTo(250)));
+    EXPECT_EQ(QList<qsizetype>({50, 200, 250}), sizes);
 }
 
 TEST(RandomUserMinimizerTest, StopsAfterTheTrials)
 {
     int numTrials = 0;
-    const auto fails = [&numTrials](const QList<RandomUserAction>&) {
+    const auto fails = [&numTrials](const QList<RandomUserAction>& actions) {
         ++numTrials;
-        return false;
+        return actions.size() == 3;
     };
-    EXPECT_EQ(MakeActions({"a", "b", "c"}),
-              MinimizeRandomUserActions(MakeActions({"a", "b", "c"}), fails, 2));
+    EXPECT_EQ(CountTo(3), RandomUserMinimizer(fails, 2, kNoLimit).Minimize(CountTo(3)));
     EXPECT_EQ(2, numTrials);
+    EXPECT_FALSE(RandomUserMinimizer(fails, 0, kNoLimit).Minimize(CountTo(3)));
+    EXPECT_EQ(2, numTrials);
+}
+
+TEST(RandomUserMinimizerTest, StopsWhenTheActionsAreUsedUp)
+{
+    qsizetype numActions = 0;
+    const auto fails = [&numActions](const QList<RandomUserAction>& actions) {
+        numActions += actions.size();
+        return actions.contains({"0", {}});
+    };
+    EXPECT_FALSE(RandomUserMinimizer(fails, 1000, 1000).Minimize(CountTo(1000)));
+    EXPECT_LE(numActions, 1000);
+    numActions = 0;
+    const auto actions = RandomUserMinimizer(fails, 1000, 4000).Minimize(CountTo(1000));
+    ASSERT_TRUE(actions);
+    EXPECT_TRUE(actions->contains({"0", {}}));
+    EXPECT_LT(actions->size(), 1000);
+    EXPECT_LE(numActions, 4000);
+}
+
+TEST(RandomUserReplayTest, EndsWithItsListWhateverTheHours)
+{
+    const QTemporaryDir folder;
+    const QString list = folder.filePath("list");
+    ASSERT_TRUE(WriteRandomUserActions(list, {{"wait", {"1"}}, {"wait", {"1"}}}));
+    QProcess process;
+    process.start(ZOR_RANDOM_USER,
+                  {"--replay", list, "--hours", "1", "--memory-every", "1", "--trials", "0"});
+    ASSERT_TRUE(process.waitForFinished(60'000));
+    EXPECT_EQ(0, process.exitCode());
+    const QString output = QString::fromUtf8(process.readAllStandardOutput());
+    EXPECT_TRUE(output.contains("replay: 2 actions")) << output.toStdString();
+    EXPECT_FALSE(output.contains("3 actions")) << output.toStdString();
+    EXPECT_TRUE(output.contains(" geometries in ")) << output.toStdString();
 }
 
 /// Repeats a list in front of a plug-in whose action fails in one way.
@@ -97,7 +162,8 @@ INSTANTIATE_TEST_SUITE_P(
                     std::pair{"crash", "crash: signal"}, std::pair{"cursor", "FAILURE: wait cursor left"},
                     std::pair{"window", "FAILURE: window left after the end: QLabel"},
                     std::pair{"stay", "FAILURE: window not deleted after close: FaultyWindow"},
-                    std::pair{"reference", "FAILURE: document does not survive a file"}),
+                    std::pair{"reference", "FAILURE: document does not survive a file"},
+                    std::pair{"hidden", "FAILURE: the program goes on without a window"}),
     [](const auto& tested) { return tested.param.first; });
 
 TEST_P(RandomUserFaultTest, IsReportedWithTheActionsThatItTakes)

@@ -12,7 +12,8 @@
 namespace {
 
 constexpr int kDeepestStack = 64;
-constexpr int kMostChecks = 10; // turns of the event loop until a closed window has to be deleted
+constexpr int kMostChecks =
+    10; // turns of the event loop until a closed window is deleted and the program ends
 
 struct Harmless
 {
@@ -142,6 +143,13 @@ void RandomUserWatch::CheckGone()
                      .arg(QLatin1String(closed.window->metaObject()->className())));
         }
     }
+}
+
+void RandomUserWatch::CheckReachable(bool isReachable)
+{
+    m_numUnreachable = isReachable ? 0 : m_numUnreachable + 1;
+    if (m_numUnreachable > kMostChecks)
+        Fail(QStringLiteral("the program goes on without a window"));
 }
 
 void RandomUserWatch::WatchBeats()

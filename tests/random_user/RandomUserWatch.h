@@ -12,7 +12,8 @@
 
 /// Ends the process with exit code kFailed and a line "FAILURE: ..." on the error stream as soon as something
 /// fails: a warning or critical message that is not known to be harmless, an error that nobody handled, a
-/// crash, an action that takes longer than kLongestAction, a window that stays although it was closed.
+/// crash, an action that takes longer than kLongestAction, a window that stays although it was closed, a
+/// program that goes on without any window.
 /// Crashes and hangs also print a stack.
 ///
 /// One object at a time, from before the program starts until after it has ended.
@@ -33,6 +34,9 @@ public:
     void ExpectGone(QWidget* window, bool isToDie);
     /// To be called now and then from the outermost event loop, which deletes what waits for its deletion.
     void CheckGone();
+    /// A program whose windows have all gone has to end. To be called from the outermost event loop.
+    /// \param isReachable  whether the user can reach any window
+    void CheckReachable(bool isReachable);
 
     [[noreturn]] static void Fail(const QString& what);
 
@@ -46,6 +50,7 @@ private:
     void WatchBeats();
 
     QList<Closed> m_closed;
+    int m_numUnreachable = 0; // checks in a row
     QtMessageHandler m_former;
     std::atomic_int m_beats = 0;
     std::atomic_bool m_isOver = false;
