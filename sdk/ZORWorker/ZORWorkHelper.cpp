@@ -134,6 +134,12 @@ void ZORWorkHelper::Signal(int number)
         kill(m_process.pid, number);
 }
 
+bool ZORWorkHelper::HasHungUp() const
+{
+    pollfd event = GetHangUpEvent();
+    return m_isClosed || poll(&event, 1, 0) > 0;
+}
+
 bool ZORWorkHelper::HasEnded()
 {
     if (m_hasEnded)

@@ -8,24 +8,24 @@
 #include <ZORSystem/ZORSysVersion.h>
 
 #include <QCoreApplication>
-#include <QLoggingCategory>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <iterator>
+#include <poll.h>
+#include <sys/eventfd.h>
 #include <thread>
 #include <utility>
 
 namespace {
 
-Q_LOGGING_CATEGORY(ZorWorkerLog, "zor.worker")
-
 using namespace std::chrono_literals;
 
-constexpr auto kGreetingTime = 10s;  // until a program that says nothing is given up
-constexpr auto kRejectionTime = 30s; // until a program that could not be used is tried again
-constexpr auto kFarewellTime = 1s;   // until a helper that should end by itself is killed
-constexpr auto kEndPulse = 5ms;      // between two questions whether a process has ended
+constexpr auto kGreetingTime = 10s; // until a program that says nothing is given up
+constexpr auto kFarewellTime = 1s;  // until a helper that should end by itself is killed
+constexpr auto kEndPulse = 5ms;     // between two questions whether a process has ended
 
 QString Tr(const char* text)
 {
@@ -91,44 +91,35 @@ std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::Acquire(const QByteArray& kind
 {
     ZORWorkControl& control = ticket->GetControl();
     const QString program = ZORWorkHelpers::GetProgram();
-    if (program.isEmpty() || IsRejected(program))
+    if (program.isEmpty() || m_rejection.IsRejected(program))
         return nullptr;
     AwaitTurn(std::move(ticket));
-    std::unique_ptr<ZORWorkHelper> helper = TakeIdle(program);
+    std::unique_ptr<ZORWorkHelper> helper = TakeIdle(program, kind);
     Turn turn([this] { EndTurn(); });
     if (!helper) {
+        const QByteArray file = ZORWorkRejection::GetFileState(program);
+        const auto start = ZORWorkHelper::Clock::now();
         try {
             helper = Start(program, control);
         } catch (const std::exception&) {
-            WarnOnce(Tr("jobs run in threads of this process: cannot use helper program '%1': %2")
-                         .arg(program, ZORWorkFailure::GetReasonOfCurrentException()));
-            Reject(program);
+            m_rejection.Reject(program, file, ZORWorkFailure::GetReasonOfCurrentException(),
+                               ZORWorkHelper::Clock::now() - start);
             return nullptr;
         }
+        helper->SetFile(file);
+        m_rejection.Readmit(program);
     }
     if (!helper->GetKinds().contains(kind)) {
-        WarnOnce(
-            Tr("jobs of kind '%1' run in threads of this process: helper program '%2' does not know them")
-                .arg(QString::fromUtf8(kind), program));
-        const std::lock_guard lock(m_mutex);
-        m_idle.push_back(std::move(helper));
+        m_rejection.WarnOfKind(program, kind);
+        {
+            const std::lock_guard lock(m_mutex);
+            m_idle.push_back(std::move(helper));
+        }
+        WakeThread();
         return nullptr;
     }
     turn.Keep();
     return helper;
-}
-
-bool ZORWorkHelperPool::IsRejected(const QString& program)
-{
-    const std::lock_guard lock(m_mutex);
-    return program == m_rejected && ZORWorkHelper::Clock::now() < m_rejectedUntil;
-}
-
-void ZORWorkHelperPool::Reject(const QString& program)
-{
-    const std::lock_guard lock(m_mutex);
-    m_rejected = program;
-    m_rejectedUntil = ZORWorkHelper::Clock::now() + kRejectionTime;
 }
 
 bool ZORWorkHelperPool::HasTurn(const ZORWorkTicket& ticket) const
@@ -171,7 +162,7 @@ void ZORWorkHelperPool::EndTurn()
     m_changed.notify_all();
 }
 
-std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::TakeIdle(const QString& program)
+std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::TakeIdle(const QString& program, const QByteArray& kind)
 {
     for (;;) {
         std::unique_ptr<ZORWorkHelper> helper;
@@ -184,7 +175,10 @@ std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::TakeIdle(const QString& progra
             m_idle.pop_back();
         }
         helper->Exchange(ZORWorkHelper::Clock::now()); // it may have ended
-        if (helper->GetProgram() == program && !helper->IsClosed() && !helper->HasEnded())
+        // A program that was replaced may know more than the one that still runs.
+        const bool isOutdated = !helper->GetKinds().contains(kind)
+                                && helper->GetFile() != ZORWorkRejection::GetFileState(program);
+        if (helper->GetProgram() == program && !isOutdated && !helper->IsClosed() && !helper->HasEnded())
             return helper;
         Bury(std::move(helper), {});
         const std::lock_guard lock(m_mutex);
@@ -197,14 +191,11 @@ std::unique_ptr<ZORWorkHelper> ZORWorkHelperPool::Start(const QString& program, 
     std::future<ZORWorkSpawned> spawned;
     {
         const std::lock_guard lock(m_mutex);
-        if (!m_hasThread) {
-            std::thread(&ZORWorkHelperPool::Serve, this).detach();
-            m_hasThread = true;
-        }
+        EnsureThread();
         m_orders.push_back({program, {}});
         spawned = m_orders.back().promise.get_future();
     }
-    m_changed.notify_all();
+    WakeThread();
     auto helper = std::make_unique<ZORWorkHelper>(spawned.get(), program);
     try {
         Greet(*helper, control);
@@ -254,6 +245,7 @@ void ZORWorkHelperPool::Release(std::unique_ptr<ZORWorkHelper> helper)
             m_idle.push_back(std::move(helper));
     }
     m_changed.notify_all();
+    WakeThread();
     if (helper) {
         helper->Close();
         Bury(std::move(helper), {});
@@ -276,18 +268,33 @@ void ZORWorkHelperPool::Bury(std::unique_ptr<ZORWorkHelper> helper, std::shared_
         m_dying.push_back({std::move(helper), std::move(kept), ZORWorkHelper::Clock::now() + kFarewellTime});
         ++m_buried;
     }
-    m_changed.notify_all();
+    WakeThread();
 }
 
-void ZORWorkHelperPool::WarnOnce(const QString& message)
+// With the lock. Without the thread, nothing that it waits for can happen.
+void ZORWorkHelperPool::EnsureThread()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_warnings.contains(message))
-            return;
-        m_warnings.insert(message);
+    if (m_wake.IsOpen())
+        return;
+    ZORWorkDescriptor wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    if (!wake.IsOpen())
+        throw ZORSysException(QString::fromLocal8Bit(std::strerror(errno)));
+    m_wake = std::move(wake);
+    try {
+        std::thread(&ZORWorkHelperPool::Serve, this).detach();
+    } catch (...) {
+        m_wake.Close();
+        throw;
     }
-    qCWarning(ZorWorkerLog).noquote() << message;
+}
+
+void ZORWorkHelperPool::WakeThread()
+{
+    const std::lock_guard lock(m_mutex); // of the descriptor
+    if (!m_wake.IsOpen())
+        return;
+    const quint64 one = 1;
+    [[maybe_unused]] const ssize_t written = write(m_wake.Get(), &one, sizeof one);
 }
 
 void ZORWorkHelperPool::Serve()
@@ -297,13 +304,39 @@ void ZORWorkHelperPool::Serve()
     pthread_sigmask(SIG_SETMASK, &set, nullptr); // the program's signals are not for this thread
     std::unique_lock lock(m_mutex);
     for (;;) {
-        if (m_dying.empty())
-            m_changed.wait(lock, [this] { return !m_orders.empty() || !m_dying.empty(); });
-        else
-            m_changed.wait_for(lock, kEndPulse, [this] { return !m_orders.empty(); });
+        AwaitWork(lock);
         ServeOrders(lock);
+        BuryIdle();
         EndDying(lock);
     }
+}
+
+// Without the lock, until somebody wakes the thread, an idle helper has gone, or it is time to examine the dying ones.
+void ZORWorkHelperPool::AwaitWork(std::unique_lock<std::mutex>& lock)
+{
+    std::vector<pollfd> events{{m_wake.Get(), POLLIN, 0}};
+    for (const auto& helper : m_idle)
+        events.push_back(helper->GetHangUpEvent());
+    const int timeout = m_dying.empty() ? -1 : int(std::chrono::milliseconds(kEndPulse).count());
+    lock.unlock();
+    poll(events.data(), nfds_t(events.size()), timeout);
+    if (events[0].revents) {
+        quint64 count = 0;
+        [[maybe_unused]] const ssize_t taken = read(events[0].fd, &count, sizeof count);
+    }
+    lock.lock();
+}
+
+// Somebody may kill a helper that is idle, and nobody else would notice before the next job.
+void ZORWorkHelperPool::BuryIdle()
+{
+    const auto gone = std::stable_partition(m_idle.begin(), m_idle.end(),
+                                            [](const auto& helper) { return !helper->HasHungUp(); });
+    for (auto helper = gone; helper != m_idle.end(); ++helper) {
+        m_dying.push_back({std::move(*helper), {}, ZORWorkHelper::Clock::now() + kFarewellTime});
+        ++m_buried;
+    }
+    m_idle.erase(gone, m_idle.end());
 }
 
 void ZORWorkHelperPool::ServeOrders(std::unique_lock<std::mutex>& lock)

@@ -2,9 +2,11 @@
 
 #pragma once
 
+#include "ZORWorkDescriptor_p.h"
 #include "ZORWorkHelper_p.h"
+#include "ZORWorkRejection_p.h"
 
-#include <QSet>
+#include <QByteArray>
 
 #include <condition_variable>
 #include <deque>
@@ -34,8 +36,8 @@ private:
 /// job, and as many more run jobs that were stopped before they began.
 ///
 /// A thread that never ends starts them, since they die with the thread that started them, and waits for
-/// the end of those that are not needed any more. The end of the application waits for it too, for 1 s at
-/// most. Safe to use from any thread.
+/// the end of those that are idle or not needed any more. The end of the application waits for it too, for 1 s
+/// at most. Safe to use from any thread.
 class ZORWorkHelperPool
 {
 public:
@@ -69,22 +71,24 @@ private:
 
     ZORWorkHelperPool();
 
-    bool IsRejected(const QString& program);
-    void Reject(const QString& program);
     bool HasTurn(const ZORWorkTicket& ticket) const;
     void AwaitTurn(std::unique_ptr<ZORWorkTicket> ticket);
     void EndTurn();
-    std::unique_ptr<ZORWorkHelper> TakeIdle(const QString& program);
+    std::unique_ptr<ZORWorkHelper> TakeIdle(const QString& program, const QByteArray& kind);
     std::unique_ptr<ZORWorkHelper> Start(const QString& program, ZORWorkControl& control);
     static void Greet(ZORWorkHelper& helper, ZORWorkControl& control);
     void Bury(std::unique_ptr<ZORWorkHelper> helper, std::shared_ptr<void> kept);
-    void WarnOnce(const QString& message);
+    void EnsureThread();
+    void WakeThread();
     void Serve();
+    void AwaitWork(std::unique_lock<std::mutex>& lock);
+    void BuryIdle();
     void ServeOrders(std::unique_lock<std::mutex>& lock);
     void EndDying(std::unique_lock<std::mutex>& lock);
     void AwaitBurials();
 
     const size_t m_mostBusy;
+    ZORWorkRejection m_rejection;
     std::mutex m_mutex; // of everything below
     std::condition_variable m_changed;
     std::deque<const ZORWorkTicket*> m_tickets;         // in the order of their jobs
@@ -93,9 +97,6 @@ private:
     std::vector<std::unique_ptr<ZORWorkHelper>> m_idle; // the last one ran a job last
     std::deque<Order> m_orders;
     std::vector<Dying> m_dying;
-    size_t m_buried = 0; // those that are dying, and those whose directory is being removed
-    QSet<QString> m_warnings;
-    QString m_rejected; // program that could not be used
-    ZORWorkHelper::Clock::time_point m_rejectedUntil;
-    bool m_hasThread = false;
+    size_t m_buried = 0;      // those that are dying, and those whose directory is being removed
+    ZORWorkDescriptor m_wake; // eventfd that interrupts the waiting of the thread; open once that runs
 };

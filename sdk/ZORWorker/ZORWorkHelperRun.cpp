@@ -9,7 +9,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QLoggingCategory>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <atomic>
@@ -71,7 +70,7 @@ std::chrono::milliseconds ZORWorkHelperRun::GetStopGrace()
 }
 
 ZORWorkHelperRun::ZORWorkHelperRun(const ZORWorkJob& job, qint64 memoryLimit, ZORWorkControl& control,
-                                   const ZORWorkContext& context, std::shared_ptr<QTemporaryDir> directory)
+                                   const ZORWorkContext& context, std::shared_ptr<ZORWorkDirectory> directory)
     : m_job(job)
     , m_memoryLimit(memoryLimit)
     , m_control(control)

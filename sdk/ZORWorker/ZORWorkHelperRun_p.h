@@ -9,8 +9,8 @@
 #include <memory>
 #include <optional>
 
-class QTemporaryDir;
 class ZORWorkControl;
+class ZORWorkDirectory;
 
 /// Sends a job to a helper process, follows it, passes requests on, and ends the process when it does not
 /// answer.
@@ -21,7 +21,7 @@ public:
     /// \param memoryLimit  bytes
     /// \param directory    work directory, which outlives the process
     ZORWorkHelperRun(const ZORWorkJob& job, qint64 memoryLimit, ZORWorkControl& control,
-                     const ZORWorkContext& context, std::shared_ptr<QTemporaryDir> directory);
+                     const ZORWorkContext& context, std::shared_ptr<ZORWorkDirectory> directory);
 
     /// Runs the job in \a helper, which goes back to the pool.
     /// \throws ZORWorkCanceled; ZORSysException with the reason why the job has failed
@@ -60,7 +60,7 @@ private:
     const qint64 m_memoryLimit;
     ZORWorkControl& m_control;
     const ZORWorkContext& m_context;
-    const std::shared_ptr<QTemporaryDir> m_directory;
+    const std::shared_ptr<ZORWorkDirectory> m_directory;
     std::optional<QByteArray> m_interim; // the last one
     // Of the process that runs now:
     bool m_hasBegun = false; // with the job

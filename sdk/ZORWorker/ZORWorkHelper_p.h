@@ -12,6 +12,7 @@
 #include <chrono>
 #include <csignal>
 #include <optional>
+#include <poll.h>
 
 /// One helper process: its streams, and its end. To be used in one thread at a time, but for Wake().
 class ZORWORKER_EXPORT ZORWorkHelper
@@ -28,6 +29,10 @@ public:
     const QString& GetProgram() const { return m_program; }
     const QList<QByteArray>& GetKinds() const { return m_kinds; }
     void SetKinds(const QList<QByteArray>& kinds) { m_kinds = kinds; }
+
+    /// State of the program's file when it was started, as the caller describes it.
+    const QByteArray& GetFile() const { return m_file; }
+    void SetFile(const QByteArray& file) { m_file = file; }
 
     /// Queues a message, which Exchange() sends.
     /// \throws ZORSysException when it is too long
@@ -54,6 +59,10 @@ public:
     }
     /// Closes the connection: an idle helper then ends by itself.
     void Close() { m_process.socket.Close(); }
+    /// For poll(), to wait until the other side has gone; messages do not end the waiting.
+    pollfd GetHangUpEvent() const { return {m_process.socket.Get(), 0, 0}; }
+    /// Whether the other side has gone, although messages may still wait to be received; never waits.
+    bool HasHungUp() const;
     /// Whether the process has ended; never waits.
     bool HasEnded();
     /// Reads its last words until it has ended, \a deadline has passed or the job is canceled.
@@ -74,6 +83,7 @@ private:
 
     ZORWorkSpawned m_process;
     const QString m_program;
+    QByteArray m_file;
     QList<QByteArray> m_kinds;
     ZORWorkProtocol::Decoder m_decoder;
     QByteArray m_queued; // to be sent

@@ -15,7 +15,6 @@
 #include <QHash>
 #include <QLoggingCategory>
 #include <QPointer>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <new>

@@ -10,8 +10,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QLoggingCategory>
 
+#include <array>
 #include <bit>
 #include <cerrno>
 #include <chrono>
@@ -89,6 +91,45 @@ QString MoveFile(const QString& source, const QString& target)
     return original.errorString();
 }
 
+/// Remembers which numbered names are taken in the directory that got files last, so that thousands of files of one name do
+/// not examine each other's names. Forgets everything as soon as somebody else changes the directory.
+class TakenNumbers
+{
+public:
+    /// Returns the highest number that is known to be taken, along with all below it; 0 for none.
+    int Find(const QString& directory, const QString& name)
+    {
+        const std::lock_guard lock(m_mutex);
+        return GetState(directory) == m_state ? m_numbers.value(name) : 0;
+    }
+    /// \param before  GetState() before the file was put into the directory
+    void Add(const QString& directory, const QString& name, int number, const QByteArray& before)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_state.isEmpty() || before != m_state || m_numbers.size() >= kMostNames)
+            m_numbers.clear();
+        m_numbers[name] = number;
+        m_state = GetState(directory);
+    }
+    /// Returns what changes when a name appears in a directory or disappears; empty where it cannot be examined.
+    static QByteArray GetState(const QString& directory)
+    {
+        struct stat status = {};
+        if (stat(QFile::encodeName(directory).constData(), &status) != 0)
+            return {};
+        const std::array<qint64, 4> values{qint64(status.st_dev), qint64(status.st_ino),
+                                           status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+        return {reinterpret_cast<const char*>(values.data()), qsizetype(sizeof values)};
+    }
+
+private:
+    static constexpr qsizetype kMostNames = 10000;
+
+    std::mutex m_mutex; // of everything below
+    QByteArray m_state; // of the directory
+    QHash<QString, int> m_numbers;
+};
+
 /// Does what ConvertToLocalStorage() promises.
 /// \param written  receives the path of the file in the directory
 /// \return the reason of the failure; empty when the file is there
@@ -103,10 +144,12 @@ QString Convert(const QString& file, const QString& directory,
         return Translate("there is no such file");
 
     written = file;
-    if (behavior == ZORWorkResource::CopyIfElsewhere
-        && source.canonicalPath() == QFileInfo(directory).canonicalFilePath())
+    const bool isInside = source.canonicalPath() == QFileInfo(directory).canonicalFilePath();
+    if (behavior == ZORWorkResource::CopyIfElsewhere && isInside)
         return {};
-    for (int number = 1; number <= MaximumNumber; ++number) {
+    static TakenNumbers taken;
+    const QByteArray before = TakenNumbers::GetState(directory);
+    for (int number = taken.Find(directory, source.fileName()) + 1; number <= MaximumNumber; ++number) {
         written = QDir(directory).filePath(GetCandidate(source, number));
         // A dangling link does not "exist" and yet takes the name.
         const auto isTaken = [&written] {
@@ -116,6 +159,9 @@ QString Convert(const QString& file, const QString& directory,
             continue;
         const QString reason =
             behavior == ZORWorkResource::Move ? MoveFile(file, written) : CopyFile(file, written);
+        const bool freesName = behavior == ZORWorkResource::Move && isInside;
+        if (reason.isEmpty() && !freesName)
+            taken.Add(directory, source.fileName(), number, before);
         // Another program may have taken the name meanwhile.
         if (reason.isEmpty() || !isTaken())
             return reason;

@@ -25,8 +25,9 @@ public:
     QString GetFilePath() const { return m_path; }
 
     /// Brings the file into the existing directory \a directory, under its own name, or, where that is taken,
-    /// under the first free one of "name-2.suffix", "name-3.suffix" ... up to 9999. No existing file is ever
-    /// written over, not even one that comes into being meanwhile. The resource keeps naming the original.
+    /// under the first free one of "name-2.suffix", "name-3.suffix" ... up to 9999, or a later one while others
+    /// remove files from the directory. No existing file is ever written over, not even one that comes into being
+    /// meanwhile. The resource keeps naming the original. Costs no more for the thousandth file of a name.
     /// \param written  gets the path of the new file appended (for CopyIfElsewhere that of the file that
     ///                 stayed); not owned, null: not wanted
     /// The new file appears in one step, complete, also where the program is killed.

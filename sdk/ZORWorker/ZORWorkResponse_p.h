@@ -3,9 +3,8 @@
 #pragma once
 
 #include "ZORWorkControl_p.h"
+#include "ZORWorkDirectory_p.h"
 #include "ZORWorkResponse.h"
-
-#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -22,6 +21,6 @@ public:
     std::function<ZORWorkResult(const ZORWorkResult&)> accept; // ZORWorkJob::accept
     QString reason;
     QString directoryPath;
-    std::shared_ptr<QTemporaryDir> directory; // of a finished job
+    std::shared_ptr<ZORWorkDirectory> directory; // of a finished job
     std::shared_ptr<ZORWorkControl> control;
 };

@@ -1,3 +1,4 @@
+#include "ZORWorkDirectory_p.h"
 #include "ZORWorkFailure_p.h"
 #include "ZORWorkHelperPool_p.h"
 #include "ZORWorkHelperRun_p.h"
@@ -9,41 +10,10 @@
 #include <ZORSystem/ZORSysException.h>
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <exception>
 #include <system_error>
-
-namespace {
-
-// Names of jobs come from files: only what every file system takes.
-QString GetDirectoryTemplate(const QString& baseDirectory, const QString& jobName)
-{
-    QString name = jobName.left(40);
-    for (QChar& character : name) {
-        const char16_t code = character.unicode();
-        if (code >= 128 || !(character.isLetterOrNumber() || code == u'-'))
-            character = u'_';
-    }
-    return QDir(baseDirectory).filePath(name + QStringLiteral("-XXXXXX"));
-}
-
-std::shared_ptr<QTemporaryDir> MakeDirectory(const QString& baseDirectory, const ZORWorkJob& job)
-{
-    QDir().mkpath(baseDirectory);
-    auto directory = std::make_shared<QTemporaryDir>(GetDirectoryTemplate(baseDirectory, job.name));
-    if (!directory->isValid()) {
-        throw ZORSysException(
-            QCoreApplication::translate("ZORWorkTeam", "cannot make a work directory in '%1': %2")
-                .arg(baseDirectory, directory->errorString()));
-    }
-    directory->setAutoRemove(!job.isDirectoryKept);
-    return directory;
-}
-
-} // namespace
 
 ZORWorkTeam::ZORWorkTeam(std::function<void()> noticed)
     : m_noticed(std::move(noticed))
@@ -193,7 +163,7 @@ void ZORWorkTeam::Run(Task& task)
     const ZORSysApiTracePause pause; // the caller has made one call, which was traced
     ZORWorkNotice end{task.id, ZORWorkNotice::Failed, {}, {}, {}};
     {
-        std::shared_ptr<QTemporaryDir> directory;
+        std::shared_ptr<ZORWorkDirectory> directory;
         try {
             Execute(task, end, directory);
         } catch (const ZORWorkCanceled&) {
@@ -214,7 +184,7 @@ void ZORWorkTeam::Run(Task& task)
     Notify(std::move(end));
 }
 
-void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTemporaryDir>& directory)
+void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<ZORWorkDirectory>& directory)
 {
     ZORWorkControl& control = *task.control;
     if (control.isCanceled)
@@ -225,8 +195,9 @@ void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTempo
         helper = ZORWorkHelperPool::GetInstance().Acquire(task.job.kind, std::move(task.ticket));
     try {
         control.hasBegun = true;
-        directory = MakeDirectory(surroundings.baseDirectory, task.job);
-        control.directory = directory->path();
+        directory = std::make_shared<ZORWorkDirectory>(surroundings.baseDirectory, task.job.name,
+                                                       task.job.isDirectoryKept);
+        control.directory = directory->GetPath();
         Notify({task.id, ZORWorkNotice::Started, {}, {}, {}});
     } catch (...) {
         if (helper)
@@ -243,7 +214,7 @@ void ZORWorkTeam::Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTempo
 }
 
 ZORWorkResult ZORWorkTeam::RunJob(Task& task, std::unique_ptr<ZORWorkHelper> helper,
-                                  const std::shared_ptr<QTemporaryDir>& directory)
+                                  const std::shared_ptr<ZORWorkDirectory>& directory)
 {
     ZORWorkEvents events;
     events.progressed = [this, &task] {

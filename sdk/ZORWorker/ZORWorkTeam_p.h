@@ -18,7 +18,7 @@
 #include <thread>
 #include <vector>
 
-class QTemporaryDir;
+class ZORWorkDirectory;
 
 /// What happened to a job, in the order in which it happened.
 struct ZORWorkNotice
@@ -27,9 +27,9 @@ struct ZORWorkNotice
 
     quint64 job = 0;
     Kind kind = Started;
-    ZORWorkResult result;                     // Finished
-    QString reason;                           // Failed
-    std::shared_ptr<QTemporaryDir> directory; // Finished: lives as long as somebody holds it, unless kept
+    ZORWorkResult result;                        // Finished
+    QString reason;                              // Failed
+    std::shared_ptr<ZORWorkDirectory> directory; // Finished: lives as long as somebody holds it, unless kept
 };
 
 /// Where and how a job is to run.
@@ -87,9 +87,9 @@ private:
     size_t GetMostRunning(const Task& task) const;
     void Work();
     void Run(Task& task);
-    void Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<QTemporaryDir>& directory);
+    void Execute(Task& task, ZORWorkNotice& end, std::shared_ptr<ZORWorkDirectory>& directory);
     ZORWorkResult RunJob(Task& task, std::unique_ptr<ZORWorkHelper> helper,
-                         const std::shared_ptr<QTemporaryDir>& directory);
+                         const std::shared_ptr<ZORWorkDirectory>& directory);
     void Notify(ZORWorkNotice notice);
     void EnsureThread(size_t waiting, size_t most);
 

@@ -38,6 +38,7 @@ HelpersTest::~HelpersTest()
     processor.reset();
     // The directory of a job lives as long as its killed process.
     EXPECT_TRUE(QTest::qWaitFor([this] { return GetDirectories().filter("job-").isEmpty(); }, kPatience));
+    EXPECT_EQ(QStringList(), GetRooms());
     ZORWorkHelperRun::SetStopGrace(std::chrono::seconds(10));
     qInstallMessageHandler(m_previous);
 }
@@ -111,7 +112,20 @@ void HelpersTest::UseImpostor(const QString& name)
     ZORWorkHelpers::SetProgram(link);
 }
 
+QStringList HelpersTest::GetRooms() const
+{
+    return QDir(base.path()).entryList({"zorjobs-*"}, QDir::AllEntries | QDir::System);
+}
+
 QStringList HelpersTest::GetDirectories() const
 {
-    return QDir(base.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    QStringList directories;
+    const QDir folder(base.path());
+    for (const QString& entry : folder.entryList(QDir::AllEntries | QDir::NoDotAndDotDot)) {
+        if (!entry.startsWith("zorjobs-"))
+            directories.append(entry);
+        else // of a process
+            directories += QDir(folder.filePath(entry)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    }
+    return directories;
 }

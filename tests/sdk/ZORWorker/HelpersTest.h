@@ -54,7 +54,10 @@ protected:
     QString RunJob(const QByteArray& command);
     /// Makes \a name the helper program, which then is a program that acts as its name says.
     void UseImpostor(const QString& name);
+    /// What the base directory holds, with the directories of jobs instead of the folders of their processes.
     QStringList GetDirectories() const;
+    /// The folders of processes in the base directory.
+    QStringList GetRooms() const;
 
     const QTemporaryDir base;
     std::unique_ptr<ZORWorkProcessor> processor = std::make_unique<ZORWorkProcessor>();

@@ -105,6 +105,14 @@ TEST_F(ZORWorkHelperFaultsTest, HelperKilledWhileItIsIdleIsReplaced)
     EXPECT_NE(process, next.toLongLong());
 }
 
+TEST_F(ZORWorkHelperFaultsTest, HelperKilledWhileItIsIdleLeavesNoZombie)
+{
+    const qint64 process = RunJob("pid").toLongLong();
+    ASSERT_TRUE(GetChildren(getpid()).contains(process));
+    kill(pid_t(process), SIGKILL);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !GetChildren(getpid()).contains(process); }, kPatience));
+}
+
 TEST_F(ZORWorkHelperFaultsTest, CancelThatIsNotAnsweredKillsTheHelper)
 {
     ZORWorkResponse* const response = Add("interim better");
@@ -272,6 +280,45 @@ TEST_F(ZORWorkHelperFaultsTest, ThreadsServeWhereTheProgramIsNoHelper)
         EXPECT_TRUE(GetMessages().constFirst().endsWith(reason)) << qPrintable(GetMessages().constFirst());
         ClearMessages();
     }
+}
+
+TEST_F(ZORWorkHelperFaultsTest, ProgramThatComesBackIsUsedByTheNextJob)
+{
+    const QString own = QString::number(getpid()), program = base.filePath("program");
+    ZORWorkHelpers::SetProgram(program);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(own, RunJob("pid"));
+        EXPECT_EQ(own, RunJob("pid"));
+        EXPECT_EQ(QStringList("zor.worker: jobs run in threads of this process: cannot use helper program '"
+                              + program + "': No such file or directory"),
+                  GetMessages());
+        ClearMessages();
+        ASSERT_TRUE(QFile::link(GetProgram("helper"), program));
+        const QString process = RunJob("pid");
+        EXPECT_NE(own, process);
+        EXPECT_EQ(process, RunJob("pid"));
+        EXPECT_EQ(QStringList("zor.worker: jobs run in helper processes again: helper program '" + program
+                              + "' can be used"),
+                  GetMessages());
+        ClearMessages();
+        ASSERT_TRUE(QFile::remove(program));
+        EXPECT_EQ(process, RunJob("pid")) << "it still runs";
+        kill(pid_t(process.toLongLong()), SIGKILL);
+    }
+}
+
+TEST_F(ZORWorkHelperFaultsTest, ProgramThatLearnsAKindIsUsedByTheNextJob)
+{
+    const QString own = QString::number(getpid()), program = base.filePath("no-kinds");
+    ASSERT_TRUE(QFile::link(GetProgram("impostor"), program));
+    ZORWorkHelpers::SetProgram(program);
+    EXPECT_EQ(own, RunJob("pid"));
+    EXPECT_EQ(own, RunJob("pid"));
+    EXPECT_EQ(1, GetMessages("does not know them").size());
+    ASSERT_TRUE(QFile::remove(program));
+    ASSERT_TRUE(QFile::link(GetProgram("helper"), program));
+    EXPECT_NE(own, RunJob("pid"));
+    EXPECT_EQ(1, GetMessages().size());
 }
 
 TEST_F(ZORWorkHelperFaultsTest, ProgramThatSaysNothingDoesNotHoldACancel)

@@ -143,7 +143,7 @@ TEST_F(ZORWorkProcessorTest, ResultLastsAsLongAsItsResponse)
     EXPECT_EQ(response->GetWorkDirectory(), QFileInfo(resources[0].GetFilePath()).path());
     EXPECT_TRUE(QFile::exists(resources[0].GetFilePath()));
     EXPECT_EQ(1, GetDirectories().size());
-    EXPECT_TRUE(GetDirectories().constFirst().startsWith("cut_out-"));
+    EXPECT_TRUE(QFileInfo(response->GetWorkDirectory()).fileName().startsWith("cut_out-"));
     processor.reset();
     EXPECT_EQ(QStringList(), GetDirectories());
 }
@@ -679,7 +679,9 @@ TEST_F(ZORWorkProcessorTest, NoNameOfAJobLeavesTheBaseDirectory)
         ZORWorkResponse* const response = processor->AddJob({name, WriteOne, false});
         processor->Execute();
         ASSERT_TRUE(WaitFor(response, Status::Finished)) << qPrintable(response->GetFailureReason());
-        EXPECT_EQ(base.path(), QFileInfo(response->GetWorkDirectory()).path()) << qPrintable(name);
+        const QFileInfo room(QFileInfo(response->GetWorkDirectory()).path());
+        EXPECT_EQ(base.path(), room.path()) << qPrintable(name);
+        EXPECT_TRUE(room.fileName().startsWith("zorjobs-")) << qPrintable(room.fileName());
     }
 }
 

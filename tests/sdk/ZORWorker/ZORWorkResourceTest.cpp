@@ -12,6 +12,24 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+namespace {
+
+int s_examinations = 0; // of files, so far
+
+} // namespace
+
+// Qt calls this one instead of that of the C library.
+extern "C" __attribute__((visibility("default"))) int statx(int folder, const char* path, int flags,
+                                                            unsigned mask, struct statx* status) noexcept
+{
+    static const auto original = reinterpret_cast<decltype(&statx)>(dlsym(RTLD_NEXT, "statx"));
+    ++s_examinations;
+    return original(folder, path, flags, mask, status);
+}
+
 namespace {
 
 class ZORWorkResourceTest : public testing::Test
@@ -108,6 +126,57 @@ TEST_F(ZORWorkResourceTest, CopyIntoItsOwnDirectoryIsASecondFile)
         resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::CopyIfElsewhere, &written));
     EXPECT_EQ(QStringList({"part-2.msi", "part.msi"}), GetFiles("out"));
     EXPECT_EQ(QStringList(base.filePath("out/part.msi")), written);
+}
+
+TEST_F(ZORWorkResourceTest, ManyFilesOfOneNameDoNotExamineEachOther)
+{
+    const ZORWorkResource resources[] = {ZORWorkResource(Write("part.msi", "a")),
+                                         ZORWorkResource(Write("ply.msi", "b"))};
+    Write("out/part-7.msi", "other");
+    QStringList written;
+    const auto copy = [&](int count) {
+        const int before = s_examinations;
+        for (int i = 0; i < count; ++i) {
+            for (const ZORWorkResource& resource : resources)
+                EXPECT_TRUE(
+                    resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy, &written));
+        }
+        return s_examinations - before;
+    };
+    copy(10);
+    const int early = copy(10);
+    EXPECT_LT(0, early);
+    copy(200);
+    EXPECT_EQ(early, copy(10));
+    EXPECT_EQ(base.filePath("out/part-231.msi"), written.value(written.size() - 2));
+    EXPECT_EQ(base.filePath("out/ply-230.msi"), written.value(written.size() - 1));
+    EXPECT_EQ("other", Read("out/part-7.msi"));
+    EXPECT_EQ(461, GetFiles("out").size());
+}
+
+TEST_F(ZORWorkResourceTest, NamesThatBecomeFreeAreUsedAgain)
+{
+    const ZORWorkResource resource(Write("part.msi", "new"));
+    ASSERT_TRUE(QDir(base.path()).mkdir("out"));
+    for (int i = 0; i < 2; ++i)
+        EXPECT_TRUE(resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy));
+    const auto getTime = [this] {
+        struct stat status = {};
+        stat(QFile::encodeName(base.filePath("out")).constData(), &status);
+        return std::pair(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
+    };
+    const auto before = getTime();
+    ASSERT_TRUE(QFile::remove(base.filePath("out/part.msi")));
+    while (getTime() == before) { // the clock of the file system has to tick
+        Write("out/tick", "");
+        QFile::remove(base.filePath("out/tick"));
+    }
+    EXPECT_TRUE(resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy));
+    EXPECT_EQ(QStringList({"part-2.msi", "part.msi"}), GetFiles("out"));
+    EXPECT_TRUE(ZORWorkResource(base.filePath("out/part.msi"))
+                    .ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Move));
+    EXPECT_TRUE(resource.ConvertToLocalStorage(base.filePath("out"), ZORWorkResource::Copy));
+    EXPECT_EQ(QStringList({"part-2.msi", "part-3.msi", "part.msi"}), GetFiles("out"));
 }
 
 TEST_F(ZORWorkResourceTest, MoveTakesTheFileAway)
