@@ -207,7 +207,10 @@ void ZORTestNestNestingDlg::OnAddItemClicked()
             throw ZORSysFileOpenException(path, file.errorString());
         if (file.size() > kMaximumPartSize)
             throw ZORSysFileOpenException(path, tr("it is larger than 1 GB"));
-        AppendItem(ZORNestNestingInputItem(QFileInfo(path).baseName(), file.readAll()), path);
+        const QByteArray content = file.readAll();
+        if (const QString error = file.GetReadError(); !error.isEmpty())
+            throw ZORSysFileOpenException(path, error);
+        AppendItem(ZORNestNestingInputItem(QFileInfo(path).baseName(), content), path);
     }
 }
 
@@ -256,7 +259,10 @@ ZORNestNestingInputItem ZORTestNestNestingDlg::GetItem(int row) const
     ZORSysFile file(path);
     if (!file.open(QIODevice::ReadOnly) || file.size() > kMaximumPartSize)
         throw ZORSysException(tr("can't open file"));
-    ZORNestNestingInputItem item(cell(ItemName).toString(), file.readAll());
+    const QByteArray content = file.readAll();
+    if (!file.GetReadError().isEmpty())
+        throw ZORSysException(tr("can't open file"));
+    ZORNestNestingInputItem item(cell(ItemName).toString(), content);
     item.SetQuantity(cell(ItemQuantity).toInt());
     item.SetMirrored(cell(ItemMirrored).toBool());
     item.SetOrientation(cell(ItemOrientation).toDouble() * radiansPerDegree);

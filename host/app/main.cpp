@@ -34,9 +34,9 @@ bool HasMemory()
     const qint64 available = ZORSysMemory::GetAvailable();
     if (available >= kNeeded)
         return true;
+    const auto [left, needed] = ZORSysMemory::FormatSizes(available, kNeeded);
     std::fprintf(stderr, "zorhost: not enough memory to start: %s are left, %s are needed\n",
-                 qPrintable(ZORSysMemory::FormatSize(available)),
-                 qPrintable(ZORSysMemory::FormatSize(kNeeded)));
+                 qPrintable(left), qPrintable(needed));
     return false;
 }
 

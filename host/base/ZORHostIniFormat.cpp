@@ -49,7 +49,10 @@ private:
 bool ReadIni(QIODevice& device, QSettings::SettingsMap& map)
 {
     const TemporaryIniFile file;
-    if (!file.Write(device.readAll())) {
+    const QByteArray content = device.readAll();
+    const auto* const source = qobject_cast<const QFileDevice*>(&device);
+    const bool isRead = !source || source->error() == QFileDevice::NoError;
+    if (!isRead || !file.Write(content)) {
         unreadFiles.insert(GetFileName(device));
         return false;
     }

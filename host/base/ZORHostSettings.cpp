@@ -27,7 +27,10 @@ QString Tr(const char* text)
 bool ReplaceByCopy(const QString& source, const QString& target)
 {
     ZORSysFile file(source);
-    return file.open(QIODevice::ReadOnly) && ZORSysReplacedFile::Replace(target, file.readAll()).isEmpty();
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray content = file.readAll();
+    return file.GetReadError().isEmpty() && ZORSysReplacedFile::Replace(target, content).isEmpty();
 }
 
 /// Removes what a killed process left of the lock that QSettings puts beside a file. QLockFile sees by the content of

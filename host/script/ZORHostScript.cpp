@@ -126,7 +126,10 @@ ZORHostScript ZORHostScript::Load(const QString& fileName)
         throw ZORSysFileOpenException(name, file.errorString());
     if (file.size() > kMaximumMegabytes << 20)
         throw ZORSysFileOpenException(name, QStringLiteral("it is larger than %1 MB").arg(kMaximumMegabytes));
-    return Parse(QString::fromUtf8(file.readAll()), fileName);
+    const QString text = QString::fromUtf8(file.readAll());
+    if (const QString error = file.GetReadError(); !error.isEmpty())
+        throw ZORSysFileOpenException(name, error);
+    return Parse(text, fileName);
 }
 
 ZORHostScript ZORHostScript::Parse(const QString& text, const QString& name)

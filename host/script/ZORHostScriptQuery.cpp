@@ -27,11 +27,21 @@ QString Either(bool first, const char* yes, const char* no)
     return QString::fromLatin1(first ? yes : no);
 }
 
+[[noreturn]] void ThrowCannotRead(const ZORSysFile& file, const QString& reason)
+{
+    throw ZORHostScriptError(QStringLiteral("'%1' cannot be read: %2").arg(file.fileName(), reason));
+}
+
 void Open(ZORSysFile& file)
 {
     if (!file.open(QIODevice::ReadOnly))
-        throw ZORHostScriptError(
-            QStringLiteral("'%1' cannot be read: %2").arg(file.fileName(), file.errorString()));
+        ThrowCannotRead(file, file.errorString());
+}
+
+void CheckRead(const ZORSysFile& file)
+{
+    if (const QString error = file.GetReadError(); !error.isEmpty())
+        ThrowCannotRead(file, error);
 }
 
 QString IsSameContent(const QString& first, const QString& second)
@@ -43,6 +53,8 @@ QString IsSameContent(const QString& first, const QString& second)
     bool isSame = files[0].size() == files[1].size();
     while (isSame && !files[0].atEnd())
         isSame = files[0].read(kPiece) == files[1].read(kPiece);
+    for (const ZORSysFile& file : files)
+        CheckRead(file);
     return Either(isSame, "yes", "no");
 }
 
@@ -52,6 +64,7 @@ QString CountColors(const QString& fileName)
     ZORSysFile file(fileName);
     Open(file);
     const QImage image = QImageReader(&file).read().convertToFormat(QImage::Format_RGB32);
+    CheckRead(file);
     if (image.isNull())
         throw ZORHostScriptError(QStringLiteral("'%1' is no picture").arg(fileName));
     QSet<QRgb> colors;

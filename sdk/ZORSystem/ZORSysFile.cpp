@@ -21,6 +21,19 @@ QString GetReason(int error)
     return QString::fromStdString(std::generic_category().message(error));
 }
 
+QString MakeReadError(const QString& reason)
+{
+    return QCoreApplication::translate("ZORSysFile", "read error: %1").arg(reason);
+}
+
+/// Returns whether the beginning of a file can be read, be there something or nothing. Reading itself would not find that
+/// out where the file has no length.
+bool IsReadable(const Descriptor& descriptor)
+{
+    char byte = 0;
+    return pread(descriptor.Get(), &byte, sizeof byte, 0) >= 0;
+}
+
 /// The null and full devices of Linux: they swallow or refuse everything at once.
 bool IsEndlessSink(const struct stat& status)
 {
@@ -106,6 +119,8 @@ bool ZORSysFile::open(OpenMode mode)
         return fail(GetReason(errno));
     if (const QString obstacle = ::FindObstacle(status, mode); !obstacle.isEmpty())
         return fail(obstacle);
+    if (!(mode & WriteOnly) && status.st_size == 0 && !IsReadable(descriptor))
+        return fail(MakeReadError(GetReason(errno)));
     if (IsTruncating(mode) && S_ISREG(status.st_mode) && ftruncate(descriptor.Get(), 0) != 0)
         return fail(GetReason(errno));
     if (!QFile::open(descriptor.Get(), mode, AutoCloseHandle))
@@ -113,6 +128,11 @@ bool ZORSysFile::open(OpenMode mode)
     descriptor.Release();
     m_end = status.st_size;
     return true;
+}
+
+QString ZORSysFile::GetReadError() const
+{
+    return error() == ReadError ? MakeReadError(errorString()) : QString();
 }
 
 QString ZORSysFile::fileName() const

@@ -36,8 +36,12 @@ public:
     static QString FindObstacle(const QString& path, OpenMode mode);
 
     /// Opens the file. The file is neither created nor truncated if it cannot be opened.
-    /// \return false with errorString() "it is a folder", "it is not a regular file" or the reason of the system
+    /// \return false with errorString() "it is a folder", "it is not a regular file", the reason of the system, or
+    ///         "read error: %1" for an empty file that cannot even be read
     bool open(OpenMode mode) override;
+    /// Returns "read error: %1" with the reason of the system if reading has failed since the file was opened, and an
+    /// empty text if not. What was read before the error looks like all of a shorter file: call this after reading.
+    QString GetReadError() const;
     /// Returns the path given to the constructor.
     QString fileName() const override;
     qint64 size() const override;

@@ -75,6 +75,17 @@ QString Translate(const char* text)
     return QCoreApplication::translate("ZORSysMemory", text);
 }
 
+/// \param moreDigits  behind the decimal point; with 0, everything below 1 MB is 1 MB
+QString Format(qint64 bytes, int moreDigits)
+{
+    constexpr double kMega = 1e6;
+    constexpr double kGiga = 1e9;
+    if (bytes >= qint64(kGiga))
+        return Translate("%1 GB").arg(double(bytes) / kGiga, 0, 'f', 1 + moreDigits);
+    const double megabytes = double(bytes) / kMega;
+    return Translate("%1 MB").arg(moreDigits == 0 ? std::max(1.0, megabytes) : megabytes, 0, 'f', moreDigits);
+}
+
 } // namespace
 
 qint64 ZORSysMemory::GetAvailableAddresses()
@@ -94,11 +105,16 @@ qint64 ZORSysMemory::GetAvailable()
 
 QString ZORSysMemory::FormatSize(qint64 bytes)
 {
-    constexpr double kMega = 1e6;
-    constexpr double kGiga = 1e9;
-    if (bytes >= qint64(kGiga))
-        return Translate("%1 GB").arg(double(bytes) / kGiga, 0, 'f', 1);
-    return Translate("%1 MB").arg(std::max(1.0, double(bytes) / kMega), 0, 'f', 0);
+    return Format(bytes, 0);
+}
+
+std::pair<QString, QString> ZORSysMemory::FormatSizes(qint64 first, qint64 second)
+{
+    constexpr int kMostDigits = 8; // bytes, in gigabytes
+    int digits = 0;
+    while (digits < kMostDigits && Format(first, digits) == Format(second, digits))
+        ++digits;
+    return {Format(first, digits), Format(second, digits)};
 }
 
 void ZORSysMemory::ThrowCannotRead(const QString& subject, qint64 needed)

@@ -27,6 +27,10 @@ ZORSYSTEM_EXPORT qint64 GetAvailableAddresses();
 /// Returns "1.2 GB", "45 MB" or "1 MB" for anything smaller, in decimal units.
 ZORSYSTEM_EXPORT QString FormatSize(qint64 bytes);
 
+/// Returns FormatSize() of two different sizes that a text compares, both with as many more digits as it takes for the texts
+/// to differ: "1.07 GB" and "1.12 GB".
+ZORSYSTEM_EXPORT std::pair<QString, QString> FormatSizes(qint64 first, qint64 second);
+
 /// Throws the error of a file that does not fit into the memory.
 /// \param subject  the file as the user named it, or what is read instead of a file
 /// \param needed   estimated number of bytes; 0 if it is unknown

@@ -90,8 +90,8 @@ void ZORVisGraphicsContext::Private::Create()
     }
     // Drivers do not survive the end of the memory, and software drawing reserves most addresses of all.
     if (const qint64 available = ZORSysMemory::GetAvailableAddresses(); available < neededAddresses) {
-        reasons << QStringLiteral("graphics need %1 of address space, only %2 are left")
-                       .arg(ZORSysMemory::FormatSize(neededAddresses), ZORSysMemory::FormatSize(available));
+        const auto [needed, left] = ZORSysMemory::FormatSizes(neededAddresses, available);
+        reasons << QStringLiteral("graphics need %1 of address space, only %2 are left").arg(needed, left);
         return;
     }
     thread = QThread::currentThreadId();

@@ -291,7 +291,12 @@ int Run(const Options& options, QTextStream& out, QTextStream& errors)
         errors << file.fileName() << ": file is larger than " << kMaximumMegabytes << " MB\n";
         return BadInstance;
     }
-    Instance instance = ReadInstance(file.readAll());
+    const QByteArray content = file.readAll();
+    if (const QString error = file.GetReadError(); !error.isEmpty()) {
+        errors << file.fileName() << ": " << error << "\n";
+        return BadInstance;
+    }
+    Instance instance = ReadInstance(content);
     if (!instance.error.isEmpty()) {
         errors << file.fileName() << ": " << instance.error << "\n";
         return BadInstance;

@@ -10,6 +10,7 @@
 int SystemCallFaults::firstFailure = -1;
 int SystemCallFaults::failures = std::numeric_limits<int>::max();
 int SystemCallFaults::reads = 0;
+bool SystemCallFaults::cannotRead = false;
 bool SystemCallFaults::hasNoUnnamedFiles = false;
 
 SystemCallFaults::~SystemCallFaults()
@@ -17,6 +18,7 @@ SystemCallFaults::~SystemCallFaults()
     firstFailure = -1;
     failures = std::numeric_limits<int>::max();
     reads = 0;
+    cannotRead = false;
     hasNoUnnamedFiles = false;
 }
 
@@ -41,6 +43,16 @@ extern "C" __attribute__((visibility("default"))) ssize_t pread(int file, void* 
     static const auto original = reinterpret_cast<decltype(&pread)>(dlsym(RTLD_NEXT, "pread"));
     ++SystemCallFaults::reads;
     return original(file, bytes, size, offset);
+}
+
+extern "C" __attribute__((visibility("default"))) ssize_t read(int file, void* bytes, size_t size)
+{
+    static const auto original = reinterpret_cast<decltype(&read)>(dlsym(RTLD_NEXT, "read"));
+    if (SystemCallFaults::cannotRead) {
+        errno = EIO;
+        return -1;
+    }
+    return original(file, bytes, size);
 }
 
 extern "C" __attribute__((visibility("default"))) int open(const char* path, int flags, ...)

@@ -14,6 +14,8 @@ struct SystemCallFaults
     static int failures;
     /// Number of calls of pread() so far.
     static int reads;
+    /// read() fails for a fault of the device.
+    static bool cannotRead;
     /// open() knows no unnamed files, as on network drives.
     static bool hasNoUnnamedFiles;
 };

@@ -1,3 +1,4 @@
+#include "SystemCallFaults.h"
 #include "support/HostileFiles.h"
 #include "support/Printers.h"
 
@@ -200,6 +201,34 @@ TEST_F(ZORSysFileTest, FilesOfTheSystemWithoutASizeAreEmpty)
             EXPECT_TRUE(file.atEnd());
         }
     }
+}
+
+// The memory of a process is a regular file whose beginning can never be read.
+TEST_F(ZORSysFileTest, EmptyFilesThatCannotBeReadAreRefused)
+{
+    ZORSysFile file("/proc/self/mem");
+    EXPECT_FALSE(file.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(file.isOpen());
+    EXPECT_EQ("read error: Input/output error", file.errorString());
+    EXPECT_FALSE(file.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+}
+
+TEST_F(ZORSysFileTest, ErrorsOfReadingHaveAReason)
+{
+    const SystemCallFaults faults;
+    ZORSysFile file(PutFile("a", "content"));
+    EXPECT_EQ(QString(), file.GetReadError());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    EXPECT_EQ(QByteArray("con"), file.read(3));
+    EXPECT_EQ(QString(), file.GetReadError());
+    SystemCallFaults::cannotRead = true;
+    EXPECT_EQ(QByteArray(), file.readAll());
+    EXPECT_EQ("read error: Input/output error", file.GetReadError());
+    file.close();
+    SystemCallFaults::cannotRead = false;
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QByteArray("content"), file.readAll());
+    EXPECT_EQ(QString(), file.GetReadError());
 }
 
 TEST_F(ZORSysFileTest, ProgramsThatAreStartedInheritNothing)

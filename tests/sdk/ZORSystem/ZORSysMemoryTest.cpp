@@ -23,6 +23,14 @@ TEST(ZORSysMemoryTest, FormatsSizesInMegabytesAndGigabytes)
     EXPECT_EQ(QString("999 MB"), ZORSysMemory::FormatSize(999 * kMega));
     EXPECT_EQ(QString("1.2 GB"), ZORSysMemory::FormatSize(1'234 * kMega));
     EXPECT_EQ(QString("17592.2 GB"), ZORSysMemory::FormatSize(qint64(1) << 44));
+    using Pair = std::pair<QString, QString>;
+    EXPECT_EQ(Pair("1.2 GB", "900 MB"), ZORSysMemory::FormatSizes(1'234 * kMega, 900 * kMega));
+    EXPECT_EQ(Pair("1.12 GB", "1.07 GB"), ZORSysMemory::FormatSizes(1'120 * kMega, 1'070 * kMega));
+    EXPECT_EQ(Pair("128.0 MB", "127.9 MB"), ZORSysMemory::FormatSizes(128 * kMega, 127'900'000));
+    EXPECT_EQ(Pair("1.000000001 GB", "1.000000000 GB"),
+              ZORSysMemory::FormatSizes(1'000 * kMega + 1, 1'000 * kMega));
+    EXPECT_EQ(Pair("0.3 MB", "0.2 MB"), ZORSysMemory::FormatSizes(300'000, 200'000));
+    EXPECT_EQ(Pair("0.000001 MB", "0.000000 MB"), ZORSysMemory::FormatSizes(1, 0));
 }
 
 TEST(ZORSysMemoryTest, ReturnsTheResultOfReading)

@@ -204,6 +204,13 @@ TEST_P(HostileFilesTest, WhatWouldHaveToBeWaitedForIsRefused)
     EXPECT_EQ(prefix.arg(missing) + "No such file or directory", Read(missing));
 }
 
+// The memory of a process is a regular file whose beginning can never be read.
+TEST_P(HostileFilesTest, AnErrorOfTheDeviceIsReported)
+{
+    const QString path = QStringLiteral("/proc/self/mem");
+    EXPECT_EQ(GetParam().prefix.arg(path) + "read error: Input/output error", Read(path));
+}
+
 TEST_P(HostileFilesTest, FourGigabytesOfZerosAreRefused)
 {
     const QString path = HostileFiles::MakeZeros(folder.path(), kEnormous);
