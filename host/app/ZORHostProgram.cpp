@@ -1,5 +1,6 @@
 #include "app/ZORHostProgram.h"
 
+#include "app/ZORHostTermination.h"
 #include "base/ZORHostLogging.h"
 #include "base/ZORHostSettings.h"
 #include "docks/ZORHostLog.h"
@@ -10,6 +11,7 @@
 #include "window/ZORHostIcons.h"
 #include "window/ZORHostMainWindow.h"
 #include "window/ZORHostNoticeBar.h"
+#include "window/ZORHostRescue.h"
 
 #include <ZORCommand/ZORCmdController.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
@@ -24,6 +26,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 
 namespace {
@@ -82,17 +85,20 @@ ZORHostProgram::ZORHostProgram(const ZORHostOptions& options)
     m_window->SetAsksToSave(CanAskUser(options));
     if (options.themeGiven)
         m_window->SetTheme(options.theme);
-    if (!m_settings->GetWarning().isEmpty()) {
-        qCWarning(lcHost).noquote() << m_settings->GetWarning();
-        m_window->GetNoticeBar()->AddMessage(m_settings->GetWarning());
-    }
+    ShowNotices();
     m_window->show();
     LoadPlugins();
     m_window->ShowPluginProblems();
+    m_termination = std::make_unique<ZORHostTermination>([this](int signal) {
+        constexpr int kSignalCode = 128; // as shells count
+        m_window->RescueDocument();
+        QCoreApplication::exit(kSignalCode + signal);
+    });
 }
 
 ZORHostProgram::~ZORHostProgram()
 {
+    m_termination.reset(); // a signal that comes now ends the program at once
     ZORCmdController* controller = ZORCmdController::GetController();
     controller->SetDialogHandler(nullptr);
     m_dialogs.reset();
@@ -102,6 +108,19 @@ ZORHostProgram::~ZORHostProgram()
     CloseAllWindows();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     controller->SetIconResolver({});
+}
+
+void ZORHostProgram::ShowNotices()
+{
+    QStringList notices;
+    if (!m_settings->GetWarning().isEmpty())
+        notices.append(m_settings->GetWarning());
+    if (CanAskUser(m_options))
+        notices += ZORHostRescue::TakeNotices();
+    for (const QString& notice : notices) {
+        qCWarning(lcHost).noquote() << notice;
+        m_window->GetNoticeBar()->AddMessage(notice);
+    }
 }
 
 void ZORHostProgram::LoadPlugins()
@@ -116,12 +135,32 @@ int ZORHostProgram::Run()
 {
     if (!m_options.scriptFile.isEmpty())
         return RunScript();
-    // From the event loop, so that the window stands when a file gives an error.
-    QTimer::singleShot(0, m_window.get(), [this] {
-        for (const QString& file : m_options.filesToOpen)
-            m_window->OpenFile(file);
-    });
+    OpenFiles(m_options.filesToOpen, [] {});
     return QApplication::exec();
+}
+
+// One by one from the event loop, so that the window stands when a file gives an error and lives between them.
+void ZORHostProgram::OpenFiles(const QStringList& files, const std::function<void()>& done)
+{
+    // A window that the system has not shown yet cannot be painted; one that is minimized may never be shown.
+    constexpr int kPulse = 10, kPatience = 2000; // milliseconds
+    const auto start = std::chrono::steady_clock::now();
+    auto* const timer = new QTimer(m_window.get());
+    QObject::connect(timer, &QTimer::timeout, m_window.get(), [=, this, left = files]() mutable {
+        const bool isLate = std::chrono::steady_clock::now() - start > std::chrono::milliseconds(kPatience);
+        if (!m_window->testAttribute(Qt::WA_Mapped) && !isLate)
+            return;
+        timer->stop(); // an error box has its own event loop
+        if (!left.isEmpty())
+            m_window->OpenFile(left.takeFirst());
+        if (!left.isEmpty()) {
+            timer->start(0);
+            return;
+        }
+        timer->deleteLater();
+        done();
+    });
+    timer->start(kPulse);
 }
 
 int ZORHostProgram::RunScript()
@@ -140,11 +179,7 @@ int ZORHostProgram::RunScript()
         runner.SetVariable(variable.key(), variable.value());
     QObject::connect(&runner, &ZORHostScriptRunner::Finished, m_window.get(),
                      [](bool success) { QCoreApplication::exit(success ? 0 : 1); });
-    QTimer::singleShot(0, m_window.get(), [&] {
-        for (const QString& file : m_options.filesToOpen)
-            m_window->OpenFile(file);
-        runner.Start(*script);
-    });
+    OpenFiles(m_options.filesToOpen, [&] { runner.Start(*script); });
     // A script that closes the window before its end has not done what it should.
     const int result = QApplication::exec();
     return runner.IsFinished() ? result : 1;

@@ -1,10 +1,9 @@
 #include "base/ZORHostIniFormat.h"
 
-#include "base/ZORHostLogging.h"
-
 #include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QFile>
+#include <QHash>
 #include <QSet>
 #include <QTemporaryDir>
 
@@ -17,6 +16,9 @@ constexpr char kEnd[] = "[%UFFFF]\nisComplete=true\n";
 QSet<QString> damagedFiles;
 /// Files of which nothing could be read, so that they must not be replaced.
 QSet<QString> unreadFiles;
+
+/// Why files could not be written last.
+QHash<QString, QString> writeErrors;
 
 /// QSettings reads and writes files only.
 QString GetFileName(const QIODevice& device)
@@ -89,11 +91,12 @@ QByteArray MakeText(const QSettings::SettingsMap& map)
 bool WriteIni(QIODevice& device, const QSettings::SettingsMap& map)
 {
     const QByteArray text = unreadFiles.contains(GetFileName(device)) ? QByteArray() : MakeText(map);
-    if (!text.isEmpty() && ZORSysReplacedFile::WriteAll(device, text))
+    if (!text.isEmpty() && ZORSysReplacedFile::WriteAll(device, text)) {
+        writeErrors.remove(GetFileName(device));
         return true;
-    qCWarning(lcHost).noquote() << "the settings cannot be written:"
-                                << (text.isEmpty() ? QStringLiteral("no temporary file")
-                                                   : device.errorString());
+    }
+    writeErrors[GetFileName(device)] =
+        text.isEmpty() ? QStringLiteral("no temporary file") : device.errorString();
     return false;
 }
 
@@ -109,4 +112,9 @@ QSettings::Format ZORHostIniFormat::Get()
 bool ZORHostIniFormat::IsDamaged(const QSettings& settings)
 {
     return damagedFiles.contains(settings.fileName());
+}
+
+QString ZORHostIniFormat::GetWriteError(const QSettings& settings)
+{
+    return writeErrors.value(settings.fileName());
 }

@@ -12,5 +12,8 @@ namespace ZORHostIniFormat {
 QSettings::Format Get();
 /// Whether the file of settings in this format had lines without a meaning when it was read last; the others are used.
 bool IsDamaged(const QSettings& settings);
+/// Returns the reason why settings in this format could not be written last; empty if they could, and where the reason is
+/// not one of writing.
+QString GetWriteError(const QSettings& settings);
 
 } // namespace ZORHostIniFormat

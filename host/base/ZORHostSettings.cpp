@@ -1,6 +1,7 @@
 #include "base/ZORHostSettings.h"
 
 #include "base/ZORHostIniFormat.h"
+#include "base/ZORHostLogging.h"
 
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
@@ -11,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
 
 #include <cstdio>
 #include <sys/file.h>
@@ -32,6 +34,46 @@ bool ReplaceByCopy(const QString& source, const QString& target)
     const QByteArray content = file.readAll();
     return file.GetReadError().isEmpty() && ZORSysReplacedFile::Replace(target, content).isEmpty();
 }
+
+/// Logs why values could not be written, once for each reason. They stay in the memory, and each change tries it again.
+class WatchedSettings final : public QSettings
+{
+public:
+    using QSettings::QSettings;
+    ~WatchedSettings() override
+    {
+        sync();
+        WarnOfErrors();
+    }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        const bool isHandled = QSettings::event(event);
+        WarnOfErrors();
+        return isHandled;
+    }
+
+private:
+    void WarnOfErrors()
+    {
+        if (status() != AccessError) // which is never reset
+            return;
+        const QString reason = FindReason();
+        if (!reason.isEmpty() && reason != m_reason)
+            qCWarning(lcHost).noquote() << "the settings cannot be written:" << reason;
+        m_reason = reason;
+    }
+    QString FindReason() const
+    {
+        const QString error = ZORHostIniFormat::GetWriteError(*this);
+        QTemporaryFile probe(QFileInfo(fileName()).path()
+                             + "/zorhost-XXXXXX"); // the file is replaced by a new one
+        return !error.isEmpty() || probe.open() ? error : probe.errorString();
+    }
+
+    QString m_reason; // of the last failure
+};
 
 /// Removes what a killed process left of the lock that QSettings puts beside a file. QLockFile sees by the content of
 /// its file whether the owner is alive, and waits 30 s for an owner that was killed before it wrote the content.
@@ -56,7 +98,7 @@ ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
         MoveAway(path);
     RemoveAbandonedLock(path);
     if (isUsable && QFileInfo(path).size() <= kMaximumSize)
-        m_store = std::make_unique<QSettings>(path, ZORHostIniFormat::Get());
+        m_store = std::make_unique<WatchedSettings>(path, ZORHostIniFormat::Get());
     else
         ReplaceStore(path);
     CheckReadable(path);

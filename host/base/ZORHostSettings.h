@@ -13,6 +13,9 @@
 ///
 /// The store is an INI file: the user's own (organisation "Zorvane", application "zorhost" below the
 /// user's configuration folder) or one named by the caller.
+///
+/// Values that cannot be written, for example because the folder became read-only, are kept and written as soon as that is
+/// possible. The log has one warning with the reason.
 class ZORHostSettings
 {
 public:

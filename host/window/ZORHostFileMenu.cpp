@@ -1,10 +1,12 @@
 #include "window/ZORHostFileMenu.h"
 
+#include "base/ZORHostLogging.h"
 #include "base/ZORHostSettings.h"
 #include "view/ZORHostSamples.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostDocumentState.h"
 #include "window/ZORHostIcons.h"
+#include "window/ZORHostRescue.h"
 
 #include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORFeature/ZORFeatContainer.h>
@@ -174,6 +176,7 @@ bool ZORHostFileMenu::OpenFile(const QString& fileName)
     ZORFeatEnvironment* environment = Environment();
     if (!environment)
         return false;
+    ShowReading(fileName);
     QElapsedTimer timer;
     timer.start();
     QString error;
@@ -192,6 +195,13 @@ bool ZORHostFileMenu::OpenFile(const QString& fileName)
     return Report(error, tr("%1: %n object(s) in %2 s", nullptr, count)
                              .arg(QFileInfo(fileName).fileName())
                              .arg(double(timer.elapsed()) / 1000, 0, 'f', 2));
+}
+
+// Reading blocks the window, so that it has to be painted before.
+void ZORHostFileMenu::ShowReading(const QString& fileName)
+{
+    m_window->statusBar()->showMessage(tr("Reading '%1'...").arg(QFileInfo(fileName).fileName()));
+    m_window->repaint();
 }
 
 void ZORHostFileMenu::OnOpenTriggered()
@@ -234,24 +244,41 @@ bool ZORHostFileMenu::SaveDocumentAs()
     return true;
 }
 
-bool ZORHostFileMenu::SaveDocument(const QString& fileName)
+QString ZORHostFileMenu::WriteDocument(const QString& fileName)
 {
-    ZORFeatEnvironment* environment = Environment();
-    if (!environment)
-        return false;
     QByteArray contents;
-    QString error;
     try {
         QBuffer buffer(&contents);
         buffer.open(QIODevice::WriteOnly);
-        environment->GetContainer()->Save(buffer);
-        error = Write(fileName, contents);
+        Environment()->GetContainer()->Save(buffer);
+        return Write(fileName, contents);
     } catch (const ZORSysException& exception) {
-        error = exception.GetMessage();
+        return exception.GetMessage();
     } catch (const std::bad_alloc&) {
         contents = {};
-        error = tr("not enough memory to write '%1'").arg(QDir::toNativeSeparators(fileName));
+        return tr("not enough memory to write '%1'").arg(QDir::toNativeSeparators(fileName));
     }
+}
+
+void ZORHostFileMenu::RescueDocument()
+{
+    if (!Environment() || !HasUnsavedChanges())
+        return;
+    const QString path = ZORHostRescue::MakePath();
+    if (const QString error = WriteDocument(path); !error.isEmpty()) {
+        qCCritical(lcHost).noquote() << tr("The unsaved changes of the document are lost: %1").arg(error);
+        return;
+    }
+    ZORHostRescue::Remember(path);
+    qCWarning(lcHost).noquote()
+        << tr("The document with its unsaved changes was saved as '%1'").arg(QDir::toNativeSeparators(path));
+}
+
+bool ZORHostFileMenu::SaveDocument(const QString& fileName)
+{
+    if (!Environment())
+        return false;
+    const QString error = WriteDocument(fileName);
     if (error.isEmpty())
         m_state->MarkSaved();
     return Report(error, tr("Document saved as '%1'").arg(QDir::toNativeSeparators(fileName)));

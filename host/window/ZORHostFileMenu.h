@@ -40,6 +40,9 @@ public:
     /// \return whether the document may be closed: false after Cancel, after a save that was canceled or has
     ///         failed, and while the question is open already
     bool ConfirmClosing();
+    /// Writes unsaved changes into a new file, which the next start names (ZORHostRescue), without a question or a box.
+    /// The log has the file, or the reason why there is none.
+    void RescueDocument();
 
 public slots:
     /// Takes everything out of the document and the view, after a question if there is something.
@@ -59,6 +62,9 @@ private:
                        const QString& suffix);
     bool SaveDocumentAs();
     bool SaveDocument(const QString& fileName);
+    /// \return the error; empty when it went well
+    static QString WriteDocument(const QString& fileName);
+    void ShowReading(const QString& fileName);
     bool SavePicture(const QString& fileName);
     bool Report(const QString& error, const QString& message);
 

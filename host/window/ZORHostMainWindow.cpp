@@ -247,10 +247,20 @@ bool ZORHostMainWindow::ConfirmClosing()
     return !m_asksToSave || (application && application->IsQuitting()) || m_fileMenu->ConfirmClosing();
 }
 
+void ZORHostMainWindow::RescueDocument()
+{
+    if (m_asksToSave)
+        m_fileMenu->RescueDocument();
+}
+
 void ZORHostMainWindow::OnSessionEnds(QSessionManager& session)
 {
-    if (!m_asksToSave || !m_fileMenu->HasUnsavedChanges() || !session.allowsInteraction())
+    if (!m_asksToSave || !m_fileMenu->HasUnsavedChanges())
         return;
+    if (!session.allowsInteraction()) {
+        RescueDocument();
+        return;
+    }
     const bool mayEnd = ConfirmClosing();
     session.release();
     if (!mayEnd)

@@ -27,7 +27,7 @@ class ZORHostView3D;
 ///
 /// Closing it asks about unsaved changes of the document, then closes every other window of the program.
 /// Cancel, a save that fails and a window that refuses keep it open. The same question comes when the session
-/// ends, but not when code calls QCoreApplication::quit().
+/// ends, but not when code calls QCoreApplication::quit(). A session that allows no question gets the document rescued.
 class ZORHostMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -51,6 +51,8 @@ public:
     bool OpenFile(const QString& fileName);
     /// Whether unsaved changes are asked about; true by default. Without, closing discards them.
     void SetAsksToSave(bool asks) { m_asksToSave = asks; }
+    /// Writes unsaved changes that are asked about into a new file without asking, for an end that nobody can answer.
+    void RescueDocument();
     /// Puts plug-ins that did not load on the notice bar.
     void ShowPluginProblems();
 

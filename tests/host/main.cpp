@@ -12,7 +12,8 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QTemporaryDir home; // the settings of whoever runs the tests stay as they are
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
+    for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        qputenv(variable, QFile::encodeName(home.path()));
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const ZORHostApplication application(argc, argv);
     return RUN_ALL_TESTS();

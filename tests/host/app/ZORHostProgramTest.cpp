@@ -4,8 +4,11 @@
 #include "support/HostileDisk.h"
 #include "support/MemoryLimit.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QtEndian>
+
+#include <csignal>
 
 namespace {
 
@@ -49,12 +52,6 @@ public:
         return path;
     }
 
-    int memoryLimit = 0; // megabytes; 0: none
-    int fileLimit = 0;   // bytes; 0: none
-    QString out;
-    QString err;
-
-private:
     static QProcessEnvironment Environment(const QStringList& additions)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -62,6 +59,23 @@ private:
             environment.insert(addition.section('=', 0, 0), addition.section('=', 1));
         return environment;
     }
+    /// Whether a process has a function for a signal.
+    static bool CatchesSignal(qint64 process, int number)
+    {
+        QFile file(QStringLiteral("/proc/%1/status").arg(process));
+        if (!file.open(QIODevice::ReadOnly))
+            return false;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            if (line.startsWith("SigCgt:"))
+                return (line.mid(7).trimmed().toULongLong(nullptr, 16) >> (number - 1)) & 1;
+        }
+        return false;
+    }
+
+    int memoryLimit = 0; // megabytes; 0: none
+    int fileLimit = 0;   // bytes; 0: none
+    QString out;
+    QString err;
 };
 
 TEST_F(ZORHostProgramTest, AnswersHelpAndVersionWithoutADisplay)
@@ -244,8 +258,10 @@ TEST_F(ZORHostProgramTest, SettingsThatCannotBeKeptAreOnTheNoticeBar)
     EXPECT_TRUE(err.contains("cannot be written")) << err.toStdString();
 }
 
+const QByteArray waitForever = "wait 60 window Never is open\n";
+
 /// Starts a nesting job of a minute from the console; the documents of the script lie in ${OUT}.
-const char* const startHeavyJob = R"script(in ZORHostMainWindow
+const QByteArray startHeavyJob = R"script(in ZORHostMainWindow
 trigger "SDK Test"
 in ZORTestMainDialog
 trigger "Translate"
@@ -281,8 +297,8 @@ print closing
 TEST_F(ZORHostProgramTest, EndsWhileAHeavyJobRuns)
 {
     // The end of the script ends the program directly; Quit closes its windows first.
-    for (const char* end : {"", "trigger _QuitAction\nwait 60 window Never is open\n"}) {
-        const QString script = WriteFile("heavy.zorscript", QByteArray(startHeavyJob) + end);
+    for (const QByteArray& end : {QByteArray(), "trigger _QuitAction\n" + waitForever}) {
+        const QString script = WriteFile("heavy.zorscript", startHeavyJob + end);
         QProcess process;
         process.start(ZOR_TEST_HOST, {"--script", script, "--settings", GetPath("host.ini"), "--define",
                                       "OUT=" + GetPath("."), "--define", "SAMPLES=" ZOR_TEST_SAMPLES});
@@ -295,6 +311,43 @@ TEST_F(ZORHostProgramTest, EndsWhileAHeavyJobRuns)
         output += process.readAllStandardOutput();
         EXPECT_FALSE(output.contains("unexpected dialog")) << output.toStdString();
     }
+}
+
+TEST_F(ZORHostProgramTest, SignalsEndItInOrder)
+{
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        QProcess process;
+        process.setChildProcessModifier([number] { std::signal(number, SIG_DFL); }); // shells may ignore it
+        process.start(ZOR_TEST_HOST, {"--no-default-plugins", "--settings", GetPath("signal.ini"), "--open",
+                                      WriteTetrahedron("part.stl")});
+        // Its signals are its own when the window stands.
+        ASSERT_TRUE(WaitFor([&] { return CatchesSignal(process.processId(), number); }));
+        kill(pid_t(process.processId()), number);
+        ASSERT_TRUE(process.waitForFinished(60'000)) << number;
+        EXPECT_EQ(QProcess::NormalExit, process.exitStatus()) << number;
+        EXPECT_EQ(128 + number, process.exitCode());
+        EXPECT_TRUE(QFile::remove(GetPath("signal.ini"))) << "the settings are saved";
+    }
+}
+
+TEST_F(ZORHostProgramTest, SignalsEndItsJobsAndRemoveTheirDirectories)
+{
+    const QString temporary = GetPath("temporary");
+    ASSERT_TRUE(QDir().mkpath(temporary));
+    QProcess process;
+    process.setProcessEnvironment(Environment({"TMPDIR=" + temporary}));
+    process.start(ZOR_TEST_HOST, {"--script", WriteFile("heavy.zorscript", startHeavyJob + waitForever),
+                                  "--settings", GetPath("host.ini"), "--define", "OUT=" + GetPath("."),
+                                  "--define", "SAMPLES=" ZOR_TEST_SAMPLES});
+    QByteArray output;
+    while (!output.contains("closing") && process.waitForReadyRead(60'000))
+        output += process.readAllStandardOutput();
+    ASSERT_TRUE(output.contains("closing")) << output.toStdString();
+    EXPECT_EQ(1, QDir(temporary).entryList({"zorjobs-*"}, QDir::Dirs).size());
+    kill(pid_t(process.processId()), SIGTERM);
+    ASSERT_TRUE(process.waitForFinished(10'000)) << "the program waits for its job";
+    EXPECT_EQ(1, process.exitCode()) << "the script did not end";
+    EXPECT_EQ(QStringList(), QDir(temporary).entryList({"zorjobs-*"}, QDir::Dirs));
 }
 
 TEST_F(ZORHostProgramTest, AScriptQuitsWithUnsavedWorkWithoutAQuestion)

@@ -5,6 +5,7 @@
 #include "support/HostileDisk.h"
 #include "support/HostileFiles.h"
 #include "support/KillDuring.h"
+#include "support/WarningCatcher.h"
 
 #include <ZORSystem/ZORSysSettingsManager.h>
 
@@ -235,6 +236,40 @@ TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyKeepsTheFileAndTheValues)
     EXPECT_EQ(QStringList("own.ini"), QDir(GetPath({})).entryList({"own.ini*"}, QDir::Files | QDir::Hidden));
     settings.GetStore()->sync();
     EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path)) << "the value was kept";
+}
+
+TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyIsLoggedOnce)
+{
+    const QString path = WriteFile("own.ini", "[Host]\ntext=old\n");
+    const WarningCatcher warnings;
+    const ZORHostSettings settings(path, false);
+    const QStringList expected("zor.host: the settings cannot be written: Permission denied");
+    for (int round = 1; round <= 2; ++round) {
+        {
+            const ReadOnlyFolder readOnly(GetPath({}));
+            for (const char* text : {"a", "b", "c"}) {
+                settings.GetStore()->setValue("Host/text", text);
+                QCoreApplication::processEvents();
+            }
+            EXPECT_EQ(expected.size() * round, warnings.GetLines().size());
+            EXPECT_EQ(expected.constFirst(), warnings.GetLines().value(round - 1));
+        }
+        settings.GetStore()->setValue("Host/round", round);
+        QCoreApplication::processEvents();
+        EXPECT_EQ("[Host]\nround=" + QByteArray::number(round) + "\ntext=c\n", ReadBytes(path));
+    }
+}
+
+TEST_F(ZORHostSettingsTest, ValuesThatTheEndCannotWriteAreLogged)
+{
+    const QString path = WriteFile("own.ini", "[Host]\ntext=old\n");
+    const WarningCatcher warnings;
+    auto settings = std::make_unique<ZORHostSettings>(path, false);
+    const ReadOnlyFolder readOnly(GetPath({}));
+    settings->GetStore()->setValue("Host/text", "new");
+    settings.reset();
+    EXPECT_EQ(QStringList("zor.host: the settings cannot be written: Permission denied"),
+              warnings.GetLines());
 }
 
 TEST_F(ZORHostSettingsTest, AFolderThatVanishesIsMadeForTheNextValue)

@@ -100,6 +100,26 @@ TEST_F(ZORHostMainWindowTest, ASampleOpensFromTheMenuAndIsShown)
     EXPECT_TRUE(Status().startsWith("part.stl: 1 object(s)")) << Status().toStdString();
 }
 
+TEST_F(ZORHostMainWindowTest, TheWindowIsPaintedWithTheNameBeforeAFileIsRead)
+{
+    class Watch : public QObject
+    {
+    public:
+        bool eventFilter(QObject* object, QEvent* event) override
+        {
+            if (event->type() == QEvent::Paint)
+                messages.append(qobject_cast<QStatusBar*>(object)->currentMessage());
+            return false;
+        }
+        QStringList messages;
+    } watch;
+    window->statusBar()->installEventFilter(&watch);
+    for (const QString& name : QStringList({"first.stl", "second.stl"}))
+        EXPECT_TRUE(window->OpenFile(WriteTetrahedron(name))); // the event loop does not run
+    EXPECT_EQ(QStringList({"Reading 'first.stl'...", "Reading 'second.stl'..."}), watch.messages);
+    EXPECT_TRUE(window->statusBar()->currentMessage().startsWith("second.stl: 1 object(s) in "));
+}
+
 TEST_F(ZORHostMainWindowTest, OpeningABrokenFileShowsAnErrorAndAddsNothing)
 {
     answers.AnswerFile(WriteFile("broken.stl", "\xff\xfe"

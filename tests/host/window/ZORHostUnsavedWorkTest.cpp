@@ -6,7 +6,9 @@
 #include "support/DialogAnswerer.h"
 #include "support/HostileDisk.h"
 #include "support/MessageBoxCatcher.h"
+#include "support/WarningCatcher.h"
 #include "window/ZORHostMainWindow.h"
+#include "window/ZORHostRescue.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatRoot.h>
@@ -19,6 +21,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTimer>
 
 namespace {
@@ -260,6 +263,54 @@ TEST_F(ZORHostUnsavedWorkTest, FollowsTheCurrentEnvironment)
         EXPECT_TRUE(Asks());
     }
     EXPECT_FALSE(Asks()) << "no document";
+}
+
+TEST_F(ZORHostUnsavedWorkTest, AnEndWithoutAQuestionRescuesTheDocument)
+{
+    window.RescueDocument();
+    EXPECT_TRUE(ZORHostRescue::TakeNotices().isEmpty()) << "nothing to lose";
+    AddBox("Box");
+    window.SetAsksToSave(false);
+    window.RescueDocument();
+    EXPECT_TRUE(ZORHostRescue::TakeNotices().isEmpty()) << "whoever does not ask discards";
+    window.SetAsksToSave(true);
+    window.RescueDocument();
+    window.RescueDocument(); // once more in the same second
+    EXPECT_TRUE(boxes.Take().isEmpty());
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/rescued");
+    const QFileInfoList files = folder.entryInfoList(QDir::Files);
+    ASSERT_EQ(2, files.size());
+    EXPECT_EQ(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner,
+              QFile::permissions(folder.path()) & ~QFile::Permissions(0x0700));
+    const QStringList notices = ZORHostRescue::TakeNotices();
+    ASSERT_EQ(2, notices.size());
+    for (const QFileInfo& file : files) {
+        EXPECT_TRUE(notices.contains(
+            QStringLiteral("A session was ended with unsaved changes. Its document is in '%1'.")
+                .arg(file.filePath())));
+    }
+    EXPECT_TRUE(ZORHostRescue::TakeNotices().isEmpty());
+    const int before = GetEnvironment()->GetContainer()->GetNumGeometry();
+    EXPECT_TRUE(window.OpenFile(files[1].filePath()));
+    EXPECT_EQ(2 * before, GetEnvironment()->GetContainer()->GetNumGeometry());
+    EXPECT_TRUE(Asks()) << "the changes are in no file of the user's choice";
+    QDir(folder).removeRecursively();
+}
+
+TEST_F(ZORHostUnsavedWorkTest, ADocumentThatCannotBeRescuedIsNamedInTheLog)
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    QFile file(folder + "/rescued"); // takes the place of the folder
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    AddBox("Box");
+    const WarningCatcher warnings;
+    window.RescueDocument();
+    EXPECT_EQ(
+        1, warnings.GetLines().filter("The unsaved changes of the document are lost: Cannot write '").size());
+    EXPECT_TRUE(ZORHostRescue::TakeNotices().isEmpty());
+    EXPECT_TRUE(boxes.Take().isEmpty());
+    EXPECT_TRUE(file.remove());
 }
 
 } // namespace
