@@ -5,10 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace HostileFiles {
@@ -50,6 +53,31 @@ QStringList MakeIrregular(const QString& folder)
             paths.append(device);
     }
     return paths;
+}
+
+GrowingFile::GrowingFile(const QString& folder, const QByteArray& piece)
+    : m_path(MakeZeros(folder, 0, QStringLiteral("growing")))
+    , m_writer(fork())
+{
+    if (m_writer != 0)
+        return;
+    constexpr unsigned kLongestLife = 600; // seconds
+    constexpr off_t kLong = 8 << 20;       // bytes
+    alarm(kLongestLife);
+    static_cast<void>(nice(19)); // the reader has to get its time
+    const int file = open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CLOEXEC);
+    for (;;) {
+        if (lseek(file, 0, SEEK_END) >= kLong)
+            lseek(file, 0, SEEK_SET);
+        if (write(file, piece.constData(), size_t(piece.size())) < 0)
+            _exit(1);
+    }
+}
+
+GrowingFile::~GrowingFile()
+{
+    kill(m_writer, SIGKILL);
+    EXPECT_EQ(m_writer, waitpid(m_writer, nullptr, 0));
 }
 
 } // namespace HostileFiles

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <sys/types.h>
+
 /// Makes files in a folder; each function returns the path.
 namespace HostileFiles {
 
@@ -15,5 +17,21 @@ QString MakeSocket(const QString& folder, const QString& name = QStringLiteral("
 QString MakeZeros(const QString& folder, qint64 size, const QString& name = QStringLiteral("zeros"));
 /// A pipe, a link to it, a socket and devices: whatever is neither a regular file nor a folder.
 QStringList MakeIrregular(const QString& folder);
+
+/// A file that another process lengthens, and overwrites once it is long, until this is destroyed.
+class GrowingFile
+{
+public:
+    /// \param piece  what the file consists of
+    GrowingFile(const QString& folder, const QByteArray& piece);
+    ~GrowingFile();
+    Q_DISABLE_COPY_MOVE(GrowingFile)
+
+    const QString& GetPath() const { return m_path; }
+
+private:
+    const QString m_path;
+    const pid_t m_writer;
+};
 
 } // namespace HostileFiles

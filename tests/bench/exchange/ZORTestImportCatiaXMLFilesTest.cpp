@@ -44,6 +44,18 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, EnormousFileOfZerosIsMalformed)
     EXPECT_EQ(0, List()->count());
 }
 
+TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatKeepsGrowingEnds)
+{
+    const HostileFiles::GrowingFile file(QFileInfo(path).absolutePath(), QByteArray(1 << 20, ' '));
+    GetSettings()->setValue(SettingsKey, file.GetPath());
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg"));
+        EXPECT_EQ(QStringList(), boxes.TakeErrors());
+        EXPECT_EQ(0, List()->count());
+        PressCancel();
+    }
+}
+
 TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatVanishesWhileItIsChosenLeavesTheListAsItIs)
 {
     OpenWith("<a>" + Contour + "</a>");

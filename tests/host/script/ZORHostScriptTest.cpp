@@ -92,6 +92,20 @@ TEST(ZORHostScriptTest, PipesAndEnormousFilesThrow)
               MessageOf([&zeros] { ZORHostScript::Load(zeros); }));
 }
 
+TEST(ZORHostScriptTest, AFileThatKeepsGrowingEnds)
+{
+    const QTemporaryDir folder;
+    const HostileFiles::GrowingFile file(folder.path(), QByteArray(1 << 20, ' ') + "\nprint a\n");
+    for (int i = 0; i < 3; ++i)
+        EXPECT_LT(ZORHostScript::Load(file.GetPath()).GetSteps().size(), 10);
+}
+
+TEST(ZORHostScriptTest, AnErrorOfTheDeviceThrows)
+{
+    EXPECT_EQ("cannot open file '/proc/self/mem': read error: Input/output error",
+              MessageOf([] { ZORHostScript::Load("/proc/self/mem"); }));
+}
+
 TEST(ZORHostScriptTest, AMissingFileThrows)
 {
     EXPECT_THROW(ZORHostScript::Load("/nowhere/a.zorscript"), ZORSysFileOpenException);

@@ -307,6 +307,22 @@ TEST_F(ZORWorkHelperFaultsTest, ProgramThatComesBackIsUsedByTheNextJob)
     }
 }
 
+TEST_F(ZORWorkHelperFaultsTest, ProgramThatFailedIsTriedAgainAlthoughItsFileStays)
+{
+    const QString own = QString::number(getpid()), missing = base.filePath("missing");
+    QFile program(base.filePath("program"));
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\n[ -e '" + QFile::encodeName(missing) + "' ] && exec '"
+                  + QFile::encodeName(GetProgram("helper")) + "' \"$@\"\necho incomplete >&2\n");
+    program.close();
+    ASSERT_TRUE(program.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    ZORWorkHelpers::SetProgram(program.fileName());
+    EXPECT_EQ(own, RunJob("pid"));
+    ASSERT_TRUE(QFile::link(program.fileName(), missing)); // what it needs has come
+    EXPECT_TRUE(QTest::qWaitFor([&] { return RunJob("pid") != own; }, kPatience));
+    EXPECT_EQ(1, GetMessages("cannot use helper program '" + program.fileName() + "': incomplete").size());
+}
+
 TEST_F(ZORWorkHelperFaultsTest, ProgramThatLearnsAKindIsUsedByTheNextJob)
 {
     const QString own = QString::number(getpid()), program = base.filePath("no-kinds");

@@ -157,6 +157,13 @@ TEST_F(ZORWorkHelpersTest, HelpersGetNothingButTheirStreams)
     EXPECT_EQ("set " + qEnvironmentVariable("PATH"), RunJob("variable PATH"));
 }
 
+TEST_F(ZORWorkHelpersTest, MachineWithoutMemoryEndsHelpersFirst)
+{
+    QFile score(QStringLiteral("/proc/%1/oom_score_adj").arg(RunJob("pid")));
+    ASSERT_TRUE(score.open(QIODevice::ReadOnly));
+    EXPECT_EQ("500", score.readAll().trimmed());
+}
+
 TEST_F(ZORWorkHelpersTest, LinesOfAJobReachTheLog)
 {
     RunJob("log");

@@ -221,18 +221,9 @@ TEST_P(HostileFilesTest, FourGigabytesOfZerosAreRefused)
 // A reader that continues until nothing is left would never end.
 TEST_P(HostileFilesTest, AFileThatKeepsGrowingEnds)
 {
-    const QString path = HostileFiles::MakeZeros(folder.path(), 0);
-    const QByteArray blanks(1 << 20, ' ');
-    const pid_t writer = ChangeForever(path, [&blanks](QFile& file) {
-        if (file.size() < 8 << 20)
-            file.seek(file.size());
-        else
-            file.seek(0);
-        file.write(blanks);
-    });
+    const HostileFiles::GrowingFile file(folder.path(), QByteArray(1 << 20, ' '));
     for (int i = 0; i < 3; ++i)
-        EXPECT_NE("no answer", Read(path));
-    End(writer);
+        EXPECT_NE("no answer", Read(file.GetPath()));
 }
 
 // Touching the pages of a mapped file that are gone by then would end the process.
