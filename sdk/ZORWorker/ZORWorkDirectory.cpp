@@ -1,5 +1,6 @@
 #include "ZORWorkDescriptor_p.h"
 #include "ZORWorkDirectory_p.h"
+#include "ZORWorkRemoval_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 
@@ -220,4 +221,8 @@ ZORWorkDirectory::ZORWorkDirectory(const QString& baseDirectory, const QString& 
     m_directory->setAutoRemove(!isKept);
 }
 
-ZORWorkDirectory::~ZORWorkDirectory() = default;
+ZORWorkDirectory::~ZORWorkDirectory()
+{
+    if (m_room)
+        ZORWorkRemoval::Remove(std::move(m_directory), std::move(m_room));
+}

@@ -7,7 +7,8 @@
 
 #include <memory>
 
-/// The work directory of one job, for this user alone. It is removed with its object unless it is to be kept.
+/// The work directory of one job, for this user alone. Unless it is to be kept, it vanishes with its object, and a thread
+/// removes its files soon afterwards.
 ///
 /// Directories that are not kept lie in a folder of this process in the base directory, which holds a locked file. A
 /// process that was killed has lost its lock, so the next process of the same user that works in the base directory

@@ -3,6 +3,7 @@
 #include "ZORWorkFailure_p.h"
 #include "ZORWorkHelperPool_p.h"
 #include "ZORWorkHelpers.h"
+#include "ZORWorkRemoval_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysVersion.h>
@@ -368,7 +369,7 @@ void ZORWorkHelperPool::EndDying(std::unique_lock<std::mutex>& lock)
         return;
     const size_t count = dead.size();
     lock.unlock();
-    dead.clear(); // removing what was kept may take its time
+    dead.clear(); // renames what was kept
     lock.lock();
     m_buried -= count;
     m_changed.notify_all();
@@ -383,4 +384,5 @@ void ZORWorkHelperPool::AwaitBurials()
     m_buried -= late.size();
     lock.unlock();
     late.clear();
+    ZORWorkRemoval::Await(kFarewellTime);
 }

@@ -49,9 +49,9 @@ public:
     /// Where the work directories are made, one per job; made itself when it does not exist. At first the
     /// directory of the system for temporary files. Holds for jobs that are executed afterwards.
     ///
-    /// Directories that are not kept lie there in a folder "zorjobs-<process>-<random>" of this process, which goes
-    /// with the last of them. What a killed process left is removed by the next one of the same user that runs a
-    /// job with this base directory.
+    /// Directories that are not kept lie there in a folder "zorjobs-<process>-<random>" of this process. They are hidden
+    /// as soon as nobody uses them, and a thread removes them, and the folder with the last of them. What a killed
+    /// process left is removed by the next one of the same user that runs a job with this base directory.
     void SetBaseDirectory(const QString& directory);
     QString GetBaseDirectory() const;
     /// How many jobs run at a time; at first as many as the machine has processors. Less than 1 is taken as

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "WorkDirectories.h"
 #include "support/Printers.h"
 
 #include <ZORWorker/ZORWorkHelperRun_p.h>
@@ -55,9 +56,9 @@ protected:
     /// Makes \a name the helper program, which then is a program that acts as its name says.
     void UseImpostor(const QString& name);
     /// What the base directory holds, with the directories of jobs instead of the folders of their processes.
-    QStringList GetDirectories() const;
+    QStringList GetDirectories() const { return ListWorkDirectories(base.path()); }
     /// The folders of processes in the base directory.
-    QStringList GetRooms() const;
+    QStringList GetRooms() const { return ListRooms(base.path()); }
 
     const QTemporaryDir base;
     std::unique_ptr<ZORWorkProcessor> processor = std::make_unique<ZORWorkProcessor>();

@@ -1,5 +1,6 @@
 // Tests of ZORWorkProcessor.
 
+#include "WorkDirectories.h"
 #include "support/Printers.h"
 
 #include <ZORSystem/ZORSysException.h>
@@ -48,7 +49,12 @@ protected:
         s_messages.clear();
         m_previous = qInstallMessageHandler(CollectMessage);
     }
-    ~ZORWorkProcessorTest() override { qInstallMessageHandler(m_previous); }
+    ~ZORWorkProcessorTest() override
+    {
+        processor.reset();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return ListRooms(base.path()).isEmpty(); }, Patience));
+        qInstallMessageHandler(m_previous);
+    }
 
     ZORWorkResponse* Add(std::function<ZORWorkResult(const ZORWorkContext&)> run, bool isKept = false)
     {
@@ -82,10 +88,7 @@ protected:
     {
         return QTest::qWaitFor([=] { return response->GetStatus() == status; }, Patience);
     }
-    QStringList GetDirectories() const
-    {
-        return QDir(base.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-    }
+    QStringList GetDirectories() const { return ListWorkDirectories(base.path()); }
 
     static QList<int> GetStatuses(const QSignalSpy& spy)
     {
@@ -231,6 +234,8 @@ TEST_F(ZORWorkProcessorTest, MissingBaseDirectoryIsMade)
     processor->Execute();
     ASSERT_TRUE(WaitFor(response, Status::Finished));
     EXPECT_TRUE(response->GetWorkDirectory().startsWith(base.filePath("a/b/")));
+    processor.reset();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ListRooms(base.filePath("a/b")).isEmpty(); }, Patience));
 }
 
 TEST_F(ZORWorkProcessorTest, EveryJobRunsOnceWhateverIsExecutedTwice)
