@@ -29,6 +29,7 @@ Q_LOGGING_CATEGORY(ZorResourceLog, "zor.worker")
 constexpr int MaximumNumber = 9999;
 constexpr qint64 kPieceSize = qint64(1) << 20; // bytes
 constexpr auto kSuccession = std::chrono::seconds(1);
+constexpr unsigned kMostLines = 16; // for failures of one kind in succession, before most are left out
 
 QString Translate(const char* text)
 {
@@ -196,16 +197,17 @@ private:
     unsigned m_count = 0;
 };
 
-// Thousands of equal lines would push all others out of sight, so the log gets those whose number is a power of two.
+// Thousands of equal lines would push all others out of sight, so beyond the first ones the log gets those whose
+// number is a power of two.
 void WarnOfFailure(const QString& file, const QString& directory, const QString& reason)
 {
     static FailureCounter counter;
     const unsigned count = counter.Add(directory, reason);
-    if (!std::has_single_bit(count))
+    if (count > kMostLines && !std::has_single_bit(count))
         return;
     QString line = Translate("cannot bring '%1' into '%2': %3").arg(file, directory, reason);
-    if (count > 1)
-        line += Translate(" (%1 files so far)").arg(count);
+    if (count >= kMostLines)
+        line += Translate(" (%1 files so far; few of the next ones are logged)").arg(count);
     qCWarning(ZorResourceLog).noquote() << line;
 }
 

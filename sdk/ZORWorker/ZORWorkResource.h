@@ -32,7 +32,8 @@ public:
     ///                 stayed); not owned, null: not wanted
     /// The new file appears in one step, complete, also where the program is killed.
     /// \return false when the file cannot be read, the directory is none or cannot be written, or no name is
-    ///         free. Directory and file stay as they were. A warning has the reason, one for many of a kind.
+    ///         free. Directory and file stay as they were. A warning has the reason; of many failures in
+    ///         succession with the same reason the log gets the first 16 and few of the others, with their number.
     bool ConvertToLocalStorage(const QString& directory, LocalConversionBehavior behavior,
                                QStringList* written = nullptr) const;
 
