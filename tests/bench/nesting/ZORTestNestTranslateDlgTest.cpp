@@ -141,7 +141,8 @@ protected:
         QDirIterator files(GetPath("work"), {"*.msi"}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString file = QDir(GetPath("work")).relativeFilePath(files.next());
-            found.append(file.section('/', 1));
+            const bool isInRoom = file.startsWith("zorjobs-"); // the folder of this process
+            found.append(file.section('/', isInRoom ? 2 : 1));
         }
         return found;
     }
