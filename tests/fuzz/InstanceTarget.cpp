@@ -2,9 +2,15 @@
 
 #include "FuzzTarget.h"
 #include "SolverProof.h"
-#include "ZorNestInstance.h"
+
+#include <ZORNesting/ZORNestInstance.h>
+#include <ZORNesting/ZORNestLayout.h>
+#include <ZORNesting/formats/ZORNestLayout_p.h>
+#include <ZORSystem/ZORSysException.h>
 
 #include <QJsonDocument>
+
+#include <memory>
 
 namespace {
 
@@ -15,15 +21,21 @@ constexpr size_t kMostItems = 16; // jobs of more are read and not solved
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    const ZorNest::Instance instance = ZorNest::ReadInstance(ToBytes(data, size));
-    if (!instance.error.isEmpty())
+    ZORNestInstance instance;
+    try {
+        instance = ZORNestInstance::Read(ToBytes(data, size), ZORNestInstance::Purpose::Nesting);
+    } catch (const ZORSysException&) {
         return 0;
-    Require(instance.itemIds.size() == instance.job.items.size(), "every item has an id");
-    Require(instance.kindIds.size() == instance.job.kinds.size(), "every sheet has an id");
-    if (instance.job.items.size() > kMostItems)
+    }
+    const ZORNestInstanceData& read = instance.GetData();
+    Require(read.itemIds.size() == read.job.items.size(), "every item has an id");
+    Require(read.kindIds.size() == read.job.kinds.size(), "every sheet has an id");
+    if (read.job.items.size() > kMostItems)
         return 0;
-    const ZORNestSolver::Solution solution = FuzzSolver::SolveAndProve(instance.job, kMoves, false);
-    const QByteArray layout = ZorNest::WriteLayout(instance, solution);
+    auto nested = std::make_unique<ZORNestLayoutData>();
+    nested->instance = instance;
+    nested->solution = FuzzSolver::SolveAndProve(read.job, kMoves, false);
+    const QByteArray layout = ZORNestLayout(nested.release()).WriteJson();
     Require(!QJsonDocument::fromJson(layout).isNull(), "a layout is a JSON document");
     return 0;
 }

@@ -5,14 +5,11 @@
 #include <cmath>
 #include <limits>
 
-using namespace ZORNestSolver;
-
 namespace ZorNest {
 
 namespace {
 
 constexpr int MostThreads = 256;
-constexpr int kMostCopies = 5000; // the search needs memory for each pair of them
 
 void AddOptions(QCommandLineParser& parser)
 {
@@ -45,15 +42,16 @@ QString Quoted(const QString& text)
 }
 
 /// The clock and its end: of --time, --cpu and --steps the one that is given.
-QString ReadBudget(const QCommandLineParser& parser, RunOptions& run)
+QString ReadLimit(const QCommandLineParser& parser, Options& options)
 {
     struct Choice
     {
         QString name;
-        Budget::Clock clock;
+        ZORNestInstanceRun::Clock clock;
     };
-    const Choice choices[] = {
-        {"time", Budget::Clock::Wall}, {"cpu", Budget::Clock::Processor}, {"steps", Budget::Clock::Steps}};
+    const Choice choices[] = {{"time", ZORNestInstanceRun::Clock::Wall},
+                              {"cpu", ZORNestInstanceRun::Clock::Processor},
+                              {"steps", ZORNestInstanceRun::Clock::Steps}};
     const Choice* chosen = nullptr;
     for (const Choice& choice : choices) {
         if (!parser.isSet(choice.name))
@@ -66,27 +64,25 @@ QString ReadBudget(const QCommandLineParser& parser, RunOptions& run)
         chosen = &choices[0];
     bool isNumber = false;
     const QString text = parser.value(chosen->name);
-    run.clock = chosen->clock;
-    run.maximumTime = text.toDouble(&isNumber);
-    if (!isNumber || !std::isfinite(run.maximumTime) || run.maximumTime < 0)
+    options.clock = chosen->clock;
+    options.limit = text.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(options.limit) || options.limit < 0)
         return QString("--%1: %2 is not a number of at least 0").arg(chosen->name, Quoted(text));
-    run.minimumTime = run.maximumTime;
     return {};
 }
 
 QString ReadNumbers(const QCommandLineParser& parser, Options& options)
 {
-    options.run.mostCopies = kMostCopies;
     bool isNumber = false;
     options.seed = parser.value("seed").toULongLong(&isNumber);
     if (!isNumber)
         return "--seed: " + Quoted(parser.value("seed")) + " is not an integer of at least 0";
-    options.run.threads = parser.value("threads").toInt(&isNumber);
-    if (!isNumber || options.run.threads < 1 || options.run.threads > MostThreads)
+    options.threads = parser.value("threads").toInt(&isNumber);
+    if (!isNumber || options.threads < 1 || options.threads > MostThreads)
         return QString("--threads: %1 is not an integer from 1 to %2")
             .arg(Quoted(parser.value("threads")))
             .arg(MostThreads);
-    return ReadBudget(parser, options.run);
+    return ReadLimit(parser, options);
 }
 
 } // namespace

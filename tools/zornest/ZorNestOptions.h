@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestSolverRun.h"
+#include <ZORNesting/ZORNestInstanceRun.h>
 
 #include <QString>
 #include <QStringList>
@@ -26,10 +26,12 @@ struct Options
     QString layout;   // "": none
     QString pictures; // a folder; "": none
     QString report;   // "": none
-    uint64_t seed = 1;
-    ZORNestSolver::RunOptions run;
-    QString help;  // not empty: to be printed instead of a run
-    QString error; // not empty: why there is nothing to run
+    quint64 seed = 1;
+    int threads = 1;
+    ZORNestInstanceRun::Clock clock = ZORNestInstanceRun::Clock::Wall;
+    double limit = 0; // in units of the clock
+    QString help;     // not empty: to be printed instead of a run
+    QString error;    // not empty: why there is nothing to run
 };
 
 /// \param arguments  with the name of the program first

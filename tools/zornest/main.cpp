@@ -1,10 +1,12 @@
 // zornest: nests an instance from the command line.
 
-#include "ZORNestSolverCheck.h"
-#include "ZorNestInstance.h"
 #include "ZorNestOptions.h"
 
-#include <ZORNesting/report/ZORNestReport_p.h>
+#include <ZORNesting/ZORNestInstance.h>
+#include <ZORNesting/ZORNestInstanceRun.h>
+#include <ZORNesting/ZORNestLayout.h>
+#include <ZORNesting/ZORNestReport.h>
+#include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
@@ -21,26 +23,25 @@
 #include <csignal>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <thread>
 #include <unistd.h>
 
-using namespace ZORNestSolver;
 using namespace ZorNest;
 
 namespace {
 
 constexpr int PictureWidth = 2000;        // pixels
-constexpr double MostMeasuring = 1;       // seconds of processor time for the summary
 constexpr qint64 kMaximumMegabytes = 128; // of an instance
 
-std::atomic<Control*> runningControl = nullptr; // lock-free, so that a signal handler may read it
+std::atomic<ZORNestInstanceRun*> runningRun = nullptr; // lock-free, so that a signal handler may read it
 
 /// The first request finishes the run, the second one ends the program.
 void OnInterrupt(int signal)
 {
-    if (Control* const control = runningControl)
-        control->stop = true;
+    if (ZORNestInstanceRun* const run = runningRun)
+        run->RequestStop();
     std::signal(signal, SIG_DFL);
 }
 
@@ -48,11 +49,11 @@ void OnInterrupt(int signal)
 class ProgressBar
 {
 public:
-    explicit ProgressBar(const Control& control)
-        : m_thread([this, &control](const std::stop_token& token) {
+    explicit ProgressBar(const ZORNestInstanceRun& run)
+        : m_thread([this, &run](const std::stop_token& token) {
             std::unique_lock lock(m_mutex);
             while (!token.stop_requested()) {
-                Draw(control.progress);
+                Draw(run.GetProgress());
                 m_ended.wait_for(lock, token, std::chrono::milliseconds(200), [] { return false; });
             }
             Draw(1);
@@ -108,88 +109,48 @@ private:
     ZORSysReplacedFile m_file;
 };
 
-/// The areas of parts, each measured once, when it is needed first. Once that has taken a while, the rest is not measured.
-class PartAreas
+QString WriteDensity(std::optional<double> density)
 {
-public:
-    explicit PartAreas(const Job& job)
-        : m_job(job)
-        , m_areas(job.items.size())
-        , m_start(GetThreadTime())
-    {
-    }
-    /// Of all parts on a sheet; nothing where one is not measured.
-    std::optional<double> GetSum(const NestedSheet& sheet)
-    {
-        double sum = 0;
-        for (const Placement& placement : sheet.placements) {
-            std::optional<double>& area = m_areas[placement.item];
-            if (!area && !IsLate())
-                area = Measure(m_job.items[placement.item]);
-            if (!area)
-                return {};
-            sum += *area;
-        }
-        return sum;
-    }
-
-private:
-    bool IsLate() const { return GetThreadTime() - m_start > MostMeasuring; }
-    std::optional<double> Measure(const Item& item) const
-    {
-        std::string reason;
-        const double area = GetArea(MakeOuterPolygon(item.contours, reason, [this] { return IsLate(); }));
-        return IsLate() ? std::nullopt : std::optional(area);
-    }
-
-    const Job& m_job;
-    std::vector<std::optional<double>> m_areas;
-    const double m_start;
-};
-
-QString WriteDensity(std::optional<double> partArea, double sheetArea)
-{
-    return partArea ? QString::number(100 * *partArea / sheetArea, 'f', 3) + " %" : QString("not measured");
+    return density ? QString::number(*density, 'f', 3) + " %" : QString("not measured");
 }
 
-void PrintSummary(const Instance& instance, const Solution& solution, QTextStream& out)
+void PrintSummary(const ZORNestLayout& layout, QTextStream& out)
 {
-    PartAreas areas(instance.job);
-    for (size_t s = 0; s < solution.sheets.size(); ++s) {
-        const NestedSheet& sheet = solution.sheets[s];
-        const SheetKind& kind = instance.job.kinds[sheet.kind];
-        const double area = kind.outline.empty() ? kind.width * sheet.usedLength : GetArea(kind.outline);
-        out << "sheet " << s << ": " << QString::fromStdString(kind.name) << ", " << sheet.placements.size()
-            << " parts, length " << QString::number(sheet.usedLength, 'f', 3) << ", stack " << sheet.stack
-            << ", density " << WriteDensity(areas.GetSum(sheet), area);
-        if (!kind.IsRoll())
-            out << ", remnant " << QString::number(sheet.remnantLength, 'f', 3);
+    const ZORNestInstance instance = layout.GetInstance();
+    const QList<std::optional<double>> densities = layout.MeasureDensities();
+    for (qsizetype s = 0; s < layout.GetNumSheets(); ++s) {
+        out << "sheet " << s << ": " << instance.GetPackagingName(layout.GetPackaging(s)) << ", "
+            << layout.GetNumParts(s) << " parts, length " << QString::number(layout.GetUsedLength(s), 'f', 3)
+            << ", stack " << layout.GetStack(s) << ", density " << WriteDensity(densities[s]);
+        if (const std::optional<double> remnant = layout.GetRemnantLength(s))
+            out << ", remnant " << QString::number(*remnant, 'f', 3);
         out << "\n";
     }
-    out << "cost " << QString::number(solution.cost, 'f', 3) << "\n";
-    for (const UnplacedItem& item : solution.unplaced)
-        out << "not placed: " << item.count << " of item " << instance.itemIds[item.item] << " \""
-            << QString::fromStdString(instance.job.items[item.item].name)
-            << "\": " << QString::fromStdString(item.reason) << "\n";
-    for (const std::string& remark : solution.remarks)
-        out << QString::fromStdString(remark) << "\n";
+    out << "cost " << QString::number(layout.GetCost(), 'f', 3) << "\n";
+    for (qsizetype i = 0; i < layout.GetNumUnplaced(); ++i) {
+        const qsizetype item = layout.GetUnplacedItem(i);
+        out << "not placed: " << layout.GetUnplacedCount(i) << " of item " << instance.GetItemId(item)
+            << " \"" << instance.GetItemName(item) << "\": " << layout.GetUnplacedReason(i) << "\n";
+    }
+    for (const QString& remark : layout.GetRemarks())
+        out << remark << "\n";
 }
 
 /// A run and what is reported of it.
 struct Outcome
 {
-    Solution solution;
+    ZORNestLayout layout;
     double seconds = 0;
     bool isStopped = false;
 };
 
-/// Directs interrupts to the control of a run until destroyed. After that they end the program.
+/// Directs interrupts to a run until destroyed. After that they end the program.
 class Interruptible
 {
 public:
-    explicit Interruptible(Control& control)
+    explicit Interruptible(ZORNestInstanceRun& run)
     {
-        runningControl = &control;
+        runningRun = &run;
         std::signal(SIGINT, OnInterrupt);
         std::signal(SIGTERM, OnInterrupt);
     }
@@ -197,24 +158,26 @@ public:
     {
         std::signal(SIGINT, SIG_DFL);
         std::signal(SIGTERM, SIG_DFL);
-        runningControl = nullptr;
+        runningRun = nullptr;
     }
     Q_DISABLE_COPY_MOVE(Interruptible)
 };
 
-Outcome SolveVisibly(const Job& job, const RunOptions& options)
+Outcome NestVisibly(const ZORNestInstance& instance, const Options& options)
 {
     QElapsedTimer timer;
     timer.start();
-    Control control;
-    const Interruptible interruptible(control);
+    ZORNestInstanceRun run(instance);
+    run.SetLimit(options.clock, options.limit);
+    run.SetNumThreads(options.threads);
+    const Interruptible interruptible(run);
     std::optional<ProgressBar> bar;
     if (isatty(STDERR_FILENO) != 0)
-        bar.emplace(control);
+        bar.emplace(run);
     Outcome outcome;
-    outcome.solution = *Solve(job, options, control); // only a cancelled run has none
+    outcome.layout = run.Execute();
     outcome.seconds = 1e-3 * static_cast<double>(timer.elapsed());
-    outcome.isStopped = control.stop;
+    outcome.isStopped = run.IsStopRequested();
     return outcome;
 }
 
@@ -241,20 +204,18 @@ public:
     }
 
     /// The same, afterwards.
-    QString Write(const Instance& instance, const Outcome& outcome)
+    QString Write(const Outcome& outcome)
     {
-        if (!m_layout.Write(WriteLayout(instance, outcome.solution)))
+        if (!m_layout.Write(outcome.layout.WriteJson()))
             return m_layout.GetError();
         if (!m_report.IsWanted() && m_pictures.isEmpty())
             return {};
-        ZORNestReportDetails details;
-        details.runTime = outcome.seconds;
-        details.ending = outcome.isStopped ? QString("stopped") : QString();
-        details.parts = ZORNestReport::MeasureParts(instance.job);
-        const ZORNestReport report(instance.job, outcome.solution, details);
+        ZORNestReport report(outcome.layout);
+        report.SetRunTime(outcome.seconds);
+        report.SetEnding(outcome.isStopped ? QString("stopped") : QString());
         if (m_report.IsWanted() && !m_report.Write(report.Write()))
             return m_report.GetError();
-        for (size_t s = 0; s < outcome.solution.sheets.size() && !m_pictures.isEmpty(); ++s) {
+        for (qsizetype s = 0; s < outcome.layout.GetNumSheets() && !m_pictures.isEmpty(); ++s) {
             const QString path = QDir(m_pictures).filePath(QString("sheet-%1.png").arg(s));
             const QString reason = WritePicture(path, report.DrawSheet(s, PictureWidth));
             if (!reason.isEmpty())
@@ -280,46 +241,52 @@ private:
     QString m_pictures;
 };
 
+/// Reads the instance of a file; without one, \a errors get the reason.
+std::optional<ZORNestInstance> ReadInstance(const QString& path, QTextStream& errors)
+{
+    ZORSysFile file(path);
+    const auto fail = [&file, &errors](const QString& reason) {
+        errors << file.fileName() << ": " << reason << "\n";
+        return std::nullopt;
+    };
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(file.errorString());
+    if (file.size() > kMaximumMegabytes << 20)
+        return fail(QString("file is larger than %1 MB").arg(kMaximumMegabytes));
+    const QByteArray content = file.readAll();
+    if (const QString error = file.GetReadError(); !error.isEmpty())
+        return fail(error);
+    try {
+        return ZORNestInstance::Read(content, ZORNestInstance::Purpose::Nesting);
+    } catch (const ZORSysException& exception) {
+        return fail(exception.GetMessage());
+    }
+}
+
 int Run(const Options& options, QTextStream& out, QTextStream& errors)
 {
-    ZORSysFile file(options.instance);
-    if (!file.open(QIODevice::ReadOnly)) {
-        errors << file.fileName() << ": " << file.errorString() << "\n";
+    std::optional<ZORNestInstance> instance = ReadInstance(options.instance, errors);
+    if (!instance)
         return BadInstance;
-    }
-    if (file.size() > kMaximumMegabytes << 20) {
-        errors << file.fileName() << ": file is larger than " << kMaximumMegabytes << " MB\n";
-        return BadInstance;
-    }
-    const QByteArray content = file.readAll();
-    if (const QString error = file.GetReadError(); !error.isEmpty()) {
-        errors << file.fileName() << ": " << error << "\n";
-        return BadInstance;
-    }
-    Instance instance = ReadInstance(content);
-    if (!instance.error.isEmpty()) {
-        errors << file.fileName() << ": " << instance.error << "\n";
-        return BadInstance;
-    }
     Results results(options);
     if (const QString error = results.Open(); !error.isEmpty()) {
         errors << error << "\n";
         return CannotWrite;
     }
-    instance.job.seed = options.seed;
-    const Outcome outcome = SolveVisibly(instance.job, options.run);
-    PrintSummary(instance, outcome.solution, out);
+    instance->SetSeed(options.seed);
+    const Outcome outcome = NestVisibly(*instance, options);
+    PrintSummary(outcome.layout, out);
     out.flush();
-    if (const QString error = results.Write(instance, outcome); !error.isEmpty()) {
+    if (const QString error = results.Write(outcome); !error.isEmpty()) {
         errors << error << "\n";
         return CannotWrite;
     }
-    const std::vector<std::string> faults = FindFaults(instance.job, outcome.solution);
-    for (const std::string& fault : faults)
-        errors << "fault: " << QString::fromStdString(fault) << "\n";
-    if (!faults.empty())
+    const QStringList faults = outcome.layout.FindFaults();
+    for (const QString& fault : faults)
+        errors << "fault: " << fault << "\n";
+    if (!faults.isEmpty())
         return Faulty;
-    return outcome.solution.unplaced.empty() ? AllPlaced : SomeNotPlaced;
+    return outcome.layout.GetNumUnplaced() == 0 ? AllPlaced : SomeNotPlaced;
 }
 
 int RunArguments(const QStringList& arguments)

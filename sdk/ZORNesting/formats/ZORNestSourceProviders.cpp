@@ -1,6 +1,6 @@
-#include "ZORNestBenchmarkJson_p.h"
 #include "ZORNestContourXml_p.h"
 #include "ZORNestDxfReader_p.h"
+#include "ZORNestInstance_p.h"
 #include "ZORNestSourceProviders_p.h"
 #include "ZORNestSvgReader_p.h"
 #include "drawing/ZORNestDrawing_p.h"
@@ -143,6 +143,27 @@ QList<ZORNestResult> ContourProvider::Translate(const QString& path, const ZORNe
     return MakeResults(parts);
 }
 
+/// Draws a contour of an instance as one closed chain.
+void DrawContour(const ZORNestSolver::Contour& contour, ZORNestDrawing& drawing)
+{
+    const auto toPlane = [](const ZORNestSolver::Point& p) { return ZORNestPlanePoint{p.x, p.y}; };
+    const ZORNestPlanePoint first = toPlane(contour.start);
+    ZORNestPlanePoint last = first;
+    drawing.BeginChain({}, {});
+    for (const ZORNestSolver::Segment& segment : contour.segments) {
+        const ZORNestPlanePoint next = toPlane(segment.end);
+        if (segment.isArc) {
+            const ZORNestPiece arc{last, next, toPlane(segment.centre), segment.counterClockwise ? 1 : -1};
+            const ZORNestPlanePoint u = last - arc.center;
+            drawing.AddConic({arc.center, u, u.GetNormal(), 0, arc.turn * arc.GetSweep()}, &last, &next);
+        } else {
+            drawing.AddLine(last, next);
+        }
+        last = next;
+    }
+    drawing.AddLine(last, first);
+}
+
 class JsonProvider final : public ZORNestSourceProvider
 {
 public:
@@ -158,12 +179,21 @@ public:
 QList<ZORNestResult> JsonProvider::Translate(const QString& path, const ZORNestTranslationInput& input,
                                              const ZORWorkContext& context, QStringList* report) const
 {
-    const QList<ZORNestBenchmarkJson::Item> items = ZORNestBenchmarkJson::Read(ReadFile(path, 128));
+    const ZORNestInstance instance =
+        ZORNestInstance::Read(ReadFile(path, 128), ZORNestInstance::Purpose::Translation);
+    const qsizetype numItems = instance.GetNumItems();
     QList<ZORNestPart> parts;
-    for (const ZORNestBenchmarkJson::Item& item : items) {
+    for (qsizetype i = 0; i < numItems; ++i) {
+        const QString name = instance.GetItemName(i);
         ZORNestDrawing drawing(input.GetCurveTolerance(), context);
-        ZORNestBenchmarkJson::Draw(item, drawing);
-        parts.append(MakeSinglePart(drawing, item.name, *report, context));
+        for (const ZORNestSolver::Contour& contour : instance.GetData().job.items[size_t(i)].contours) {
+            DrawContour(contour, drawing);
+            if (!drawing.EndChain(QStringLiteral("outline")))
+                throw ZORSysException(Tr("item '%1': outline without extent, or out of range").arg(name));
+        }
+        if (i + 1 == numItems && !instance.GetFault().isEmpty())
+            throw ZORSysException(Tr("item '%1': %2").arg(name, instance.GetFault()));
+        parts.append(MakeSinglePart(drawing, name, *report, context));
         parts.last().assembly = QFileInfo(path).completeBaseName();
     }
     if (parts.isEmpty())

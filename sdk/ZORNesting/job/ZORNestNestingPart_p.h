@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "report/ZORNestReport_p.h"
+#include "report/ZORNestReportPart_p.h"
 
 #include <ZORNesting/ZORNestResultItem.h>
 

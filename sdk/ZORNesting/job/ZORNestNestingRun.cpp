@@ -1,6 +1,7 @@
 #include "ZORNestJobBytes_p.h"
 #include "ZORNestNestingJob_p.h"
 #include "ZORNestNestingRun_p.h"
+#include "report/ZORNestReportWriter_p.h"
 #include "solver/ZORNestSolverCheck.h"
 #include "solver/ZORNestSolverRun.h"
 
@@ -250,7 +251,7 @@ ZORWorkResult Run::Finish(ZORNestSolver::Solution solution, double seconds) cons
     // other.
     const auto writeReport = [this, &solution, &details] {
         const ZORSysApiTracePause pause;
-        return ZORNestReport(m_job.GetSolverJob(), solution, details).Write();
+        return ZORNestReportWriter(m_job.GetSolverJob(), solution, details).Write();
     };
     std::future<QByteArray> report = std::async(std::launch::async | std::launch::deferred, writeReport);
     ZORNestNestingOutcome outcome;

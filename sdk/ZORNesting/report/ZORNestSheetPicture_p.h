@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestReport_p.h"
+#include "ZORNestReportPart_p.h"
 
 #include <QColor>
 #include <QPainterPath>

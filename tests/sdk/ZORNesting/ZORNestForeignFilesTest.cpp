@@ -1,10 +1,11 @@
 // Sources and reports that name other files: none of those is opened.
 
 #include "DxfText.h"
+#include "NestedLayout.h"
 #include "TranslationTest.h"
 #include "support/OpenWatch.h"
 
-#include <ZORNesting/report/ZORNestReport_p.h>
+#include <ZORNesting/ZORNestReport.h>
 
 #include <QFile>
 #include <QImage>
@@ -105,12 +106,11 @@ TEST_F(ZORNestForeignFilesTest, ReportsShowNamesLiterallyAndLoadNothing)
     solution.sheets.push_back({0, 100, 1, {{0, {false, 0, {0, 0}}}}});
     solution.unplaced.push_back({1, 1, hostile.toStdString()});
     solution.remarks.push_back(hostile.toStdString());
-    ZORNestReportDetails details;
-    details.material = hostile;
-    details.ending = hostile;
-    details.remarks = {hostile};
-    details.parts = ZORNestReport::MeasureParts(job);
-    const QString html = QString::fromUtf8(ZORNestReport(job, solution, details).Write());
+    ZORNestReport nestingReport(MakeLayout(job, solution));
+    nestingReport.SetMaterial(hostile, 0);
+    nestingReport.SetEnding(hostile);
+    nestingReport.SetRemarks({hostile});
+    const QString html = QString::fromUtf8(nestingReport.Write());
 
     const OpenWatch watch(directory.path());
     QTextDocument document;

@@ -1,10 +1,8 @@
-// The report of a nesting: what lies where, what is left, and what found no place.
+// Writes the report of a nesting: what is where, what is left, and what has found no place.
 
 #pragma once
 
-#include "solver/ZORNestSolverModel.h"
-
-#include <ZORNesting/ZORNestingGlobal.h>
+#include "ZORNestReportPart_p.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -16,15 +14,7 @@
 
 class ZORNestSheetPicture;
 
-/// What is cut for one part.
-struct ZORNestReportPart
-{
-    std::vector<ZORNestSolver::Contour> contours; // in the part's coordinates, open ones too
-    double area = 0;                              // less the holes
-    double cutLength = 0;
-};
-
-/// What a report tells besides the job and its solution.
+/// What a report shows besides the job and its solution.
 struct ZORNestReportDetails
 {
     QString material;
@@ -38,24 +28,16 @@ struct ZORNestReportDetails
 
 /// Writes one solution of a job as HTML within what QTextDocument shows, pictures included, readable on dark
 /// and on light backgrounds. May run in any thread. All three must outlive the report.
-class ZORNESTING_EXPORT ZORNestReport
+class ZORNestReportWriter
 {
 public:
-    ZORNestReport(const ZORNestSolver::Job& job, const ZORNestSolver::Solution& solution,
-                  const ZORNestReportDetails& details);
-    ~ZORNestReport();
-    Q_DISABLE_COPY_MOVE(ZORNestReport)
+    ZORNestReportWriter(const ZORNestSolver::Job& job, const ZORNestSolver::Solution& solution,
+                        const ZORNestReportDetails& details);
+    ~ZORNestReportWriter();
+    Q_DISABLE_COPY_MOVE(ZORNestReportWriter)
 
-    /// The parts as the items of the job draw them: the largest contour less all others.
-    static std::vector<ZORNestReportPart> MeasureParts(const ZORNestSolver::Job& job);
-
-    /// UTF-8.
+    /// See ZORNestReport::Write() and ZORNestReport::DrawSheet().
     QByteArray Write() const;
-
-    /// A sheet with its parts, to scale; long ones in several rows. The parts bear the numbers that they have in the
-    /// tables of the report, where there is a QGuiApplication to bring fonts. Mirrored ones are hatched.
-    /// \param sheet  index in the solution
-    /// \param width  in pixels
     QImage DrawSheet(size_t sheet, int width) const;
 
 private:

@@ -1,8 +1,10 @@
 // Tests of ZORNestReport.
 
+#include "NestedLayout.h"
 #include "support/Printers.h"
 
-#include <ZORNesting/report/ZORNestReport_p.h>
+#include <ZORNesting/ZORNestReport.h>
+#include <ZORNesting/report/ZORNestReportPart_p.h>
 
 #include <QRegularExpression>
 #include <QTextDocument>
@@ -35,11 +37,6 @@ protected:
         job.separation = 5;
         solution.sheets.push_back({0, 1000, 1, {{0, {false, 0, {0, 0}}}, {0, {true, 0, {400, 110}}}}});
         solution.sheets.push_back({1, 62.5, 2, {{1, {false, 1, {50, 50}}}}});
-        details.material = QStringLiteral("CF <180>");
-        details.thickness = 0.125;
-        details.runTime = 12.34;
-        details.ending = QStringLiteral("stopped");
-        details.parts = ZORNestReport::MeasureParts(job);
     }
 
     static Item MakeRectangle(const std::string& name, double width, double height)
@@ -49,7 +46,19 @@ protected:
         item.contours = {MakeContour({{0, 0}, {width, 0}, {width, height}, {0, height}})};
         return item;
     }
-    QString Write() const { return QString::fromUtf8(ZORNestReport(job, solution, details).Write()); }
+    QString Write() const
+    {
+        ZORNestReport report(MakeLayout(job, solution));
+        report.SetMaterial(material, thickness);
+        report.SetRunTime(runTime);
+        report.SetEnding(ending);
+        report.SetRemarks(remarks);
+        return QString::fromUtf8(report.Write());
+    }
+    QImage DrawSheet(qsizetype sheet, int width) const
+    {
+        return ZORNestReport(MakeLayout(job, solution)).DrawSheet(sheet, width);
+    }
     /// What a reader sees, a line for each paragraph and table cell.
     QStringList GetLines() const
     {
@@ -72,7 +81,11 @@ protected:
 
     Job job;
     Solution solution;
-    ZORNestReportDetails details;
+    QString material = QStringLiteral("CF <180>");
+    double thickness = 0.125;
+    double runTime = 12.34;
+    QString ending = QStringLiteral("stopped");
+    QStringList remarks;
 };
 
 } // namespace
@@ -136,9 +149,9 @@ TEST_F(ZORNestReportTest, TheLargerOfTwoRemnantsIsTold)
 
 TEST_F(ZORNestReportTest, WhatIsNotKnownIsLeftOut)
 {
-    details.ending.clear();
-    details.material.clear();
-    details.thickness = 0;
+    ending.clear();
+    material.clear();
+    thickness = 0;
     const QStringList lines = GetLines();
     EXPECT_FALSE(lines.contains("Ended"));
     EXPECT_EQ("All parts are placed.", lines.value(1));
@@ -160,7 +173,7 @@ TEST_F(ZORNestReportTest, EveryPartWithoutAPlaceIsListedWithItsReason)
 TEST_F(ZORNestReportTest, RemarksAreListed)
 {
     EXPECT_FALSE(GetLines().contains("Remarks"));
-    details.remarks = QStringList({"first <i>"});
+    remarks = QStringList({"first <i>"});
     solution.remarks = {"second"};
     const QStringList lines = GetLines();
     const qsizetype begin = lines.indexOf("Remarks");
@@ -183,8 +196,8 @@ TEST_F(ZORNestReportTest, ARunWithoutSheetsTellsWhy)
                   {"Nesting report", QString::fromUtf8("CF <180> · 0.125 mm"), "There is nothing to nest."}),
               GetLines());
     solution.unplaced = {{0, 2, "no sheet left"}};
-    details.material.clear();
-    details.thickness = 0;
+    material.clear();
+    thickness = 0;
     EXPECT_EQ(QStringList({"Nesting report", "2 of 2 parts found no place.", "Not placed", "No.", "Part",
                            "Count", "Reason", "1", "plate", "2", "no sheet left"}),
               GetLines());
@@ -192,8 +205,8 @@ TEST_F(ZORNestReportTest, ARunWithoutSheetsTellsWhy)
 
 TEST_F(ZORNestReportTest, LongNumbersAreGivenInLargerUnits)
 {
-    details.runTime = 3725;
-    details.parts[0].cutLength = 123456;
+    runTime = 3725;
+    job.items[0] = MakeRectangle("plate", 61528, 200);
     const QStringList lines = GetLines();
     EXPECT_EQ("62 min 5 s", GetValue(lines, "Run time"));
     EXPECT_EQ("247.15 m", GetValue(lines, "Cut length"));
@@ -230,7 +243,7 @@ TEST_F(ZORNestReportTest, EverySheetHasItsPictureWithinTheText)
 
 TEST_F(ZORNestReportTest, PartsAreDrawnWhereTheyLie)
 {
-    const QImage image = ZORNestReport(job, solution, details).DrawSheet(0, 1003); // a pixel for a millimetre
+    const QImage image = DrawSheet(0, 1003); // a pixel for a millimetre
     ASSERT_EQ(1003, image.width());
     ASSERT_EQ(503, image.height());
     const auto at = [&](int x, int y) { return image.pixelColor(1 + x, image.height() - 2 - y); };
@@ -248,7 +261,7 @@ TEST_F(ZORNestReportTest, LongRollsAreDrawnInRows)
 {
     job.kinds[1].width = 10;
     solution.sheets[1].usedLength = 100; // 10 to 1
-    const QImage image = ZORNestReport(job, solution, details).DrawSheet(1, 400);
+    const QImage image = DrawSheet(1, 400);
     EXPECT_EQ(400, image.width());
     EXPECT_NEAR(3 * 397 / (100 / 3.0) * 10 + 2 * 12 + 3, image.height(), 1); // three rows and two gaps
 }
@@ -257,7 +270,7 @@ TEST_F(ZORNestReportTest, ARollOfAnyLengthHasAPicture)
 {
     for (const double length : {1e12, 1e108, std::numeric_limits<double>::max()}) {
         solution.sheets[1].usedLength = length;
-        const QImage image = ZORNestReport(job, solution, details).DrawSheet(1, 400);
+        const QImage image = DrawSheet(1, 400);
         EXPECT_EQ(400, image.width());
         EXPECT_LT(image.height(), 4000);
     }
@@ -269,7 +282,7 @@ TEST_F(ZORNestReportTest, PartsAreMeasuredWithTheirArcsAndHoles)
     disc.start = {1, 0};
     disc.segments = {{{1, 0}, true, true, {0, 0}}};
     job.items[0].contours = {MakeContour({{0, 0}, {100, 0}, {100, 100}, {0, 100}}), disc};
-    const std::vector<ZORNestReportPart> parts = ZORNestReport::MeasureParts(job);
+    const std::vector<ZORNestReportPart> parts = ZORNestMeasureParts(job);
     EXPECT_NEAR(10000 - 3.14159265, parts[0].area, 1e-6);
     EXPECT_NEAR(400 + 6.28318531, parts[0].cutLength, 1e-6);
     EXPECT_NEAR(2400, parts[1].area, 1e-9);

@@ -1,5 +1,5 @@
 #include "ZORNestHtml_p.h"
-#include "ZORNestReport_p.h"
+#include "ZORNestReportWriter_p.h"
 #include "ZORNestSheetPicture_p.h"
 #include "solver/ZORNestSolverBudget.h"
 
@@ -29,7 +29,6 @@ using ZORNestHtml::QuietColor;
 using ZORNestHtml::Table;
 using ZORNestHtml::Time;
 using ZORNestSolver::Box;
-using ZORNestSolver::Contour;
 using ZORNestSolver::Item;
 using ZORNestSolver::Job;
 using ZORNestSolver::NestedSheet;
@@ -108,7 +107,7 @@ QString Hands(const Copies& copies)
 
 } // namespace
 
-struct ZORNestReport::Totals
+struct ZORNestReportWriter::Totals
 {
     double partArea = 0;
     double sheetArea = 0;
@@ -118,7 +117,8 @@ struct ZORNestReport::Totals
     qint64 sheets = 0;
 };
 
-ZORNestReport::ZORNestReport(const Job& job, const Solution& solution, const ZORNestReportDetails& details)
+ZORNestReportWriter::ZORNestReportWriter(const Job& job, const Solution& solution,
+                                         const ZORNestReportDetails& details)
     : m_job(job)
     , m_solution(solution)
     , m_details(details)
@@ -133,29 +133,9 @@ ZORNestReport::ZORNestReport(const Job& job, const Solution& solution, const ZOR
     m_picture = std::make_unique<ZORNestSheetPicture>(job, details.parts, m_polygons);
 }
 
-ZORNestReport::~ZORNestReport() = default;
+ZORNestReportWriter::~ZORNestReportWriter() = default;
 
-std::vector<ZORNestReportPart> ZORNestReport::MeasureParts(const Job& job)
-{
-    std::vector<ZORNestReportPart> parts;
-    for (const Item& item : job.items) {
-        ZORNestReportPart part;
-        double largest = 0;
-        for (Contour contour : item.contours) {
-            contour.segments.push_back({contour.start, false, true, {}}); // closed, if it was not
-            const double area = GetEnclosedArea(contour);
-            largest = std::max(largest, area);
-            part.area -= area;
-            part.cutLength += GetLength(contour);
-            part.contours.push_back(std::move(contour));
-        }
-        part.area += 2 * largest;
-        parts.push_back(std::move(part));
-    }
-    return parts;
-}
-
-double ZORNestReport::GetPartArea(const NestedSheet& sheet) const
+double ZORNestReportWriter::GetPartArea(const NestedSheet& sheet) const
 {
     double area = 0;
     for (const Placement& placement : sheet.placements)
@@ -163,7 +143,7 @@ double ZORNestReport::GetPartArea(const NestedSheet& sheet) const
     return area;
 }
 
-double ZORNestReport::GetCutLength(const NestedSheet& sheet) const
+double ZORNestReportWriter::GetCutLength(const NestedSheet& sheet) const
 {
     double length = 0;
     for (const Placement& placement : sheet.placements)
@@ -171,12 +151,12 @@ double ZORNestReport::GetCutLength(const NestedSheet& sheet) const
     return length;
 }
 
-double ZORNestReport::GetSheetArea(const NestedSheet& sheet) const
+double ZORNestReportWriter::GetSheetArea(const NestedSheet& sheet) const
 {
     return sheet.usedLength * m_job.kinds[sheet.kind].width;
 }
 
-Box ZORNestReport::GetOccupied(const NestedSheet& sheet) const
+Box ZORNestReportWriter::GetOccupied(const NestedSheet& sheet) const
 {
     Box box;
     for (const Placement& placement : sheet.placements) {
@@ -187,13 +167,13 @@ Box ZORNestReport::GetOccupied(const NestedSheet& sheet) const
     return box;
 }
 
-QImage ZORNestReport::DrawSheet(size_t sheet, int width) const
+QImage ZORNestReportWriter::DrawSheet(size_t sheet, int width) const
 {
     return m_picture->Draw(m_solution.sheets.at(sheet), width);
 }
 
 // What a straight cut right of the parts, or above them, leaves as a rectangle.
-QString ZORNestReport::WriteRemnant(const NestedSheet& sheet) const
+QString ZORNestReportWriter::WriteRemnant(const NestedSheet& sheet) const
 {
     const SheetKind& kind = m_job.kinds[sheet.kind];
     if (kind.IsRoll())
@@ -208,7 +188,7 @@ QString ZORNestReport::WriteRemnant(const NestedSheet& sheet) const
     return Tr("%1 × %2").arg(Plain(sheet.usedLength, 1), Length(above));
 }
 
-ZORNestReport::Totals ZORNestReport::GetTotals() const
+ZORNestReportWriter::Totals ZORNestReportWriter::GetTotals() const
 {
     Totals totals;
     for (const NestedSheet& sheet : m_solution.sheets) {
@@ -223,7 +203,7 @@ ZORNestReport::Totals ZORNestReport::GetTotals() const
     return totals;
 }
 
-QString ZORNestReport::WriteTitle(const Totals& totals) const
+QString ZORNestReportWriter::WriteTitle(const Totals& totals) const
 {
     QStringList material;
     if (!m_details.material.isEmpty())
@@ -243,7 +223,7 @@ QString ZORNestReport::WriteTitle(const Totals& totals) const
                        "font-size:12pt; font-weight:600;");
 }
 
-QString ZORNestReport::WriteTotals(const Totals& totals) const
+QString ZORNestReportWriter::WriteTotals(const Totals& totals) const
 {
     const bool isFree = std::all_of(m_job.kinds.begin(), m_job.kinds.end(),
                                     [](const SheetKind& kind) { return kind.cost == 0; });
@@ -263,7 +243,7 @@ QString ZORNestReport::WriteTotals(const Totals& totals) const
     return Bar(share) + facts.Write();
 }
 
-QString ZORNestReport::WriteUnplaced() const
+QString ZORNestReportWriter::WriteUnplaced() const
 {
     if (m_solution.unplaced.empty())
         return {};
@@ -274,7 +254,7 @@ QString ZORNestReport::WriteUnplaced() const
     return Heading(Tr("Not placed")) + table.Write();
 }
 
-QString ZORNestReport::WriteRemarks() const
+QString ZORNestReportWriter::WriteRemarks() const
 {
     QStringList remarks = m_details.remarks;
     for (const std::string& remark : m_solution.remarks)
@@ -287,7 +267,7 @@ QString ZORNestReport::WriteRemarks() const
     return Heading(Tr("Remarks")) + QStringLiteral("<ul style=\"margin-top:0px;\">%1</ul>").arg(html);
 }
 
-QString ZORNestReport::WriteParts(size_t index) const
+QString ZORNestReportWriter::WriteParts(size_t index) const
 {
     std::map<size_t, Copies> parts;
     for (const Placement& placement : m_solution.sheets[index].placements) {
@@ -305,7 +285,7 @@ QString ZORNestReport::WriteParts(size_t index) const
     return table.Write();
 }
 
-QString ZORNestReport::WriteSheetFacts(size_t index) const
+QString ZORNestReportWriter::WriteSheetFacts(size_t index) const
 {
     const NestedSheet& sheet = m_solution.sheets[index];
     const SheetKind& kind = m_job.kinds[sheet.kind];
@@ -327,7 +307,7 @@ QString ZORNestReport::WriteSheetFacts(size_t index) const
     return Bar(share) + facts.Write();
 }
 
-QString ZORNestReport::WritePicture(size_t index) const
+QString ZORNestReportWriter::WritePicture(size_t index) const
 {
     const QImage picture = DrawSheet(index, PageWidth * PixelRatio);
     QByteArray png;
@@ -342,14 +322,14 @@ QString ZORNestReport::WritePicture(size_t index) const
 }
 
 // Numbered as in lists of the sheet files, from 0.
-QString ZORNestReport::WriteSheet(size_t index) const
+QString ZORNestReportWriter::WriteSheet(size_t index) const
 {
     const SheetKind& kind = m_job.kinds[m_solution.sheets[index].kind];
     return Heading(Tr("Sheet %1: %2").arg(QString::number(index), Escape(kind.name))) + WriteSheetFacts(index)
            + WritePicture(index) + WriteParts(index);
 }
 
-QByteArray ZORNestReport::Write() const
+QByteArray ZORNestReportWriter::Write() const
 {
     QString html = QStringLiteral("<html><head><meta charset=\"utf-8\"><title>%1</title></head><body>")
                        .arg(Tr("Nesting report"));

@@ -1,0 +1,12 @@
+// What a layout holds.
+
+#pragma once
+
+#include "ZORNestInstance_p.h"
+
+class ZORNestLayoutData : public QSharedData
+{
+public:
+    ZORNestInstance instance;
+    ZORNestSolver::Solution solution;
+};
