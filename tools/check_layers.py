@@ -5,8 +5,8 @@
 
 SDK      A module may include its own headers and those of the modules in the DEPENDS list of its
          CMakeLists.txt, nothing that merely arrives through them; every module it depends on lies in a
-         strictly lower layer. Private headers (*_p.h) stay inside their module, and public headers show nothing
-         of the libraries that only implementations use.
+         strictly lower layer. Private headers (*_p.h) stay inside their module and export no class; public
+         headers show nothing of the libraries that only implementations use.
          The folders of a module are the rooms of its private code, in the order of the ROOMS list: a room uses
          the public headers of the module and the rooms before it, the sources at the root use every room, and
          public headers show none. Public headers are included with the module in angle brackets; quotes name
@@ -15,6 +15,7 @@ SDK      A module may include its own headers and those of the modules in the DE
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
+Tools    Programs use the public headers of the SDK alone.
 Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; window/
          shows those, script/ drives the window, and app/ sees everything.
 """
@@ -23,6 +24,7 @@ import re
 import sys
 from typing import NamedTuple
 
+EXPORTED_CLASS = re.compile(r"\s*(class|struct)\s+\w+_EXPORT\s+\w+")
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 IMPLEMENTATION_ONLY = re.compile(r"(Inventor/|EGL/|GL/|Eigen/|backtrace\.h|execinfo\.h|zstd\.h|clipper\.hpp|polyclipping/)")
 BENCH_BASE = {"core", "widgets"}
@@ -78,7 +80,7 @@ def module_table(root):
 
 
 def check_module(root, table, name):
-    """The lists of a module and the places of its files."""
+    """Checks the lists of a module and the folders of its files."""
     module = table[name]
     folder = root / "sdk" / name
     for other in sorted(module.depends):
@@ -94,8 +96,17 @@ def check_module(root, table, name):
             yield f"{path.relative_to(root)}: private headers of a module with rooms belong in one of them"
 
 
+def check_exports(root, name):
+    """Finds private headers that export a class; functions that tests call may be exported one by one."""
+    for path in sources(root / "sdk" / name):
+        if path.name.endswith("_p.h"):
+            for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+                if EXPORTED_CLASS.match(line):
+                    yield f"{path.relative_to(root)}:{number}: a private header must not export a class"
+
+
 def check_quoted(module, folder, path, target):
-    """What is wrong with a quoted include in a file of a module."""
+    """Returns what is wrong with a quoted include in a file of a module."""
     own = path.parent.relative_to(folder).as_posix()
     room, _, name = target.rpartition("/")
     if re.match(r"(ui_|moc_)|.*\.moc$", target):
@@ -112,7 +123,7 @@ def check_quoted(module, folder, path, target):
 
 
 def check_angled(table, name, target):
-    """What is wrong with an include in angle brackets in a file of a module."""
+    """Returns what is wrong with an include in angle brackets in a file of a module."""
     head, _, header = target.partition("/")
     if head not in table:
         return None
@@ -126,6 +137,7 @@ def check_angled(table, name, target):
 def check_sdk(root, table):
     for name, module in table.items():
         yield from check_module(root, table, name)
+        yield from check_exports(root, name)
         folder = root / "sdk" / name
         for path in sources(folder):
             room = path.parent.relative_to(folder).as_posix()
@@ -144,6 +156,17 @@ def check_sdk(root, table):
                     check_quoted(module, folder, path, target) if quoted else check_angled(table, name, target)
                 ):
                     yield f"{where}: {error}"
+
+
+def check_tools(root, table):
+    for path in sources(root / "tools"):
+        for number, quoted, target in includes(path):
+            where = f"{path.relative_to(root)}:{number}"
+            head, _, header = target.partition("/")
+            if target.endswith("_p.h") or (head in table and header not in table[head].headers):
+                yield f"{where}: {target} is not a public header of the SDK"
+            elif quoted and not (path.parent / target).exists() and not re.match(r"(ui_|moc_)|.*\.moc$", target):
+                yield f"{where}: a quoted include names a file of the same folder, not {target}"
 
 
 def check_bench(root, table):
@@ -192,8 +215,9 @@ def check_host(root, table):
 def main():
     root = pathlib.Path(sys.argv[1]).resolve()
     table = module_table(root)
-    errors = [*check_sdk(root, table), *check_bench(root, table), *check_host(root, table)]
-    print("\n".join(errors) or f"{len(table)} modules, bench and host include only what they may")
+    checks = (check_sdk, check_tools, check_bench, check_host)
+    errors = [error for check in checks for error in check(root, table)]
+    print("\n".join(errors) or f"{len(table)} modules, tools, bench and host include only what they may")
     return bool(errors)
 
 

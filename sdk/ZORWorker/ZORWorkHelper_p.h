@@ -15,15 +15,15 @@
 #include <poll.h>
 
 /// One helper process: its streams, and its end. To be used in one thread at a time, but for Wake().
-class ZORWORKER_EXPORT ZORWorkHelper
+class ZORWorkHelper
 {
 public:
     using Clock = std::chrono::steady_clock;
 
     /// Takes the process over.
-    ZORWorkHelper(ZORWorkSpawned process, const QString& program);
+    ZORWORKER_EXPORT ZORWorkHelper(ZORWorkSpawned process, const QString& program);
     /// Kills the process if it still runs. Does not wait for its end, which is the pool's business.
-    ~ZORWorkHelper();
+    ZORWORKER_EXPORT ~ZORWorkHelper();
     Q_DISABLE_COPY_MOVE(ZORWorkHelper)
 
     const QString& GetProgram() const { return m_program; }
@@ -42,7 +42,7 @@ public:
     std::optional<ZORWorkProtocol::Message> Take() { return m_decoder.Take(); }
     /// Sends and receives what can be, and waits for it until \a deadline or until somebody calls Wake().
     /// Without effect once the connection is closed.
-    void Exchange(std::optional<Clock::time_point> deadline);
+    ZORWORKER_EXPORT void Exchange(std::optional<Clock::time_point> deadline);
     /// Makes a running or the next Exchange() return at once. Safe to call from any thread.
     void Wake();
     /// Whether the other side has gone; messages may still wait to be taken.
@@ -68,12 +68,12 @@ public:
     /// Reads its last words until it has ended, \a deadline has passed or the job is canceled.
     /// \param isCanceled  null for a job that is canceled already
     /// \return whether it has ended
-    bool AwaitEnd(Clock::time_point deadline, const std::atomic<bool>* isCanceled = nullptr);
+    ZORWORKER_EXPORT bool AwaitEnd(Clock::time_point deadline, const std::atomic<bool>* isCanceled = nullptr);
     /// Of waitpid(), once it has ended; -1 when it is unknown.
     int GetEndStatus() const { return m_endStatus; }
     /// What the process has written to its standard error since the last call, at most its last 64 KiB. Never
     /// waits.
-    QString TakeErrors();
+    ZORWORKER_EXPORT QString TakeErrors();
 
 private:
     void Signal(int number);

@@ -109,15 +109,15 @@ using Message = std::variant<Hello, Job, Stop, Cancel, Progress, Interim, Result
 ZORWORKER_EXPORT QByteArray Encode(const Message& message);
 
 /// Cuts a stream of bytes into messages.
-class ZORWORKER_EXPORT Decoder
+class Decoder
 {
 public:
-    void Append(QByteArrayView bytes);
+    ZORWORKER_EXPORT void Append(QByteArrayView bytes);
     /// The next message; none while it is incomplete. The decoder is of no use once it has thrown.
     /// \throws ZORSysException "message of unknown type %1", "message of %1 bytes is too long",
     ///         "message of %1 strings is too long", "message is cut off" or "message has bytes that do not
     ///         belong to it"
-    std::optional<Message> Take();
+    ZORWORKER_EXPORT std::optional<Message> Take();
 
 private:
     QByteArray m_bytes;

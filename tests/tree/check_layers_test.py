@@ -18,6 +18,8 @@ CLEAN = {
     "bench/core/ZORTestA.h": "#pragma once\n",
     "bench/console/ZORTestB.cpp": '#include "core/ZORTestA.h"\n#include <ZORGeometry/ZORGeoA.h>\n',
     "bench/nesting/ZORTestC.h": "#pragma once\n",
+    "tools/front/main.cpp": '#include "Options.h"\n#include <ZORSystem/ZORSysA.h>\n',
+    "tools/front/Options.h": "#include <QString>\n",
     "host/base/ZORHostA.h": "#include <ZORSystem/ZORSysA.h>\n",
     "host/window/ZORHostB.cpp": '#include "base/ZORHostA.h"\n',
 }
@@ -46,7 +48,7 @@ def run(changes):
 
 class CheckLayersTest(unittest.TestCase):
     def test_clean_tree_passes(self):
-        self.assertEqual((0, "2 modules, bench and host include only what they may\n"), run({}))
+        self.assertEqual((0, "2 modules, tools, bench and host include only what they may\n"), run({}))
 
     def assert_found(self, name, text, message, others=None):
         code, output = run({**(others or {}), name: text})
@@ -129,6 +131,20 @@ class CheckLayersTest(unittest.TestCase):
 
     def test_private_header_of_another_module(self):
         self.assert_found("sdk/ZORGeometry/b.cpp", "#include <ZORSystem/ZORSysA_p.h>\n", "is private to ZORSystem")
+
+    def test_private_header_that_exports_a_class(self):
+        message = "ZORSysA_p.h:2: a private header must not export a class"
+        for kind in ("class", "struct"):
+            self.assert_found("sdk/ZORSystem/ZORSysA_p.h", f"#pragma once\n{kind} ZORSYSTEM_EXPORT ZORSysA\n{{\n}};\n", message)
+        self.assertEqual(0, run({"sdk/ZORSystem/ZORSysA_p.h": "ZORSYSTEM_EXPORT void ZorSysRun();\n"})[0])
+
+    def test_tool_that_uses_a_private_header(self):
+        for include in ("<ZORSystem/ZORSysA_p.h>", '"ZORSysA_p.h"', "<ZORSystem/files/ZORSysB_p.h>"):
+            self.assert_found("tools/front/main.cpp", f"#include {include}\n", "is not a public header of the SDK")
+
+    def test_tool_that_reaches_into_a_module(self):
+        message = "a quoted include names a file of the same folder, not Run.h"
+        self.assert_found("tools/front/main.cpp", '#include "Run.h"\n', message)
 
     def test_public_header_that_shows_an_implementation_library(self):
         self.assert_found("sdk/ZORSystem/ZORSysA.h", "#include <Inventor/SoDB.h>\n", "must not show Inventor/SoDB.h")
