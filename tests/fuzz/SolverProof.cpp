@@ -31,6 +31,7 @@ void RequireEveryCopy(const Job& job, const Solution& solution)
     for (const UnplacedItem& unplaced : solution.unplaced) {
         Require(unplaced.count > 0, "what is not placed is counted");
         Require(!unplaced.reason.empty(), "what is not placed has a reason");
+        Require(unplaced.reason != "its place did not pass the check", "the search knows what is valid");
         counts[unplaced.item] += unplaced.count;
     }
     for (size_t i = 0; i < counts.size(); ++i)

@@ -11,6 +11,8 @@ struct Obstacle
 {
     Polygon polygon;
     double distance = 0;
+    Polygon onSheet; // what of the polygon lies on the sheet
+    Box box;         // of that
 };
 
 /// A sheet kind as the search sees it, with the sheet's lower left corner at the origin.

@@ -17,6 +17,7 @@ constexpr size_t kMostPlaces = 64;      // in corners between obstacles
 constexpr size_t kFewestChecks = 8;
 constexpr size_t kMostChecks = 300;       // of such places by exact distances
 constexpr size_t kMostEdgePairs = 100000; // of all these checks
+constexpr size_t kMostEdges = 20000000;   // of obstacles, passed to see whether they cover such places
 
 /// Some corners of the ring, evenly chosen.
 Ring Thin(const Ring& ring, size_t most)
@@ -39,11 +40,11 @@ public:
     {
         size_t edges = 0;
         for (const Obstacle& obstacle : area.obstacles) {
-            for (const Ring& ring : obstacle.polygon)
+            for (const Ring& ring : obstacle.onSheet)
                 if (GetSignedArea(ring) < 0)
                     m_holes.push_back(GetBox(ring).Grown(-obstacle.distance));
             const Polygon kept =
-                obstacle.distance > 0 ? GrowPolygon(obstacle.polygon, obstacle.distance) : obstacle.polygon;
+                obstacle.distance > 0 ? GrowPolygon(obstacle.onSheet, obstacle.distance) : obstacle.onSheet;
             for (const Ring& ring : kept)
                 m_rings.push_back(Thin(ring, kMostRingCorners));
             for (const Ring& ring : obstacle.polygon)
@@ -54,6 +55,7 @@ public:
             ownEdges += ring.size();
         m_checks =
             std::clamp(kMostEdgePairs / std::max(size_t{1}, edges * ownEdges), kFewestChecks, kMostChecks);
+        m_looks = std::max(kMostEdges / std::max(size_t{1}, edges), kFewestChecks);
     }
 
     /// Lays the box of the pose into the corners of the boxes of holes.
@@ -90,7 +92,10 @@ private:
                    && Length(stand.position - position) <= kSlack;
         });
         if (isKnown || m_places.size() >= kMostPlaces || m_checks == 0
-            || !m_usable.Grown(kSlack).Contains(pose.box.Moved(position)) || IsCovered(position))
+            || !m_usable.Grown(kSlack).Contains(pose.box.Moved(position)) || m_looks == 0)
+            return;
+        --m_looks;
+        if (IsCovered(position))
             return;
         --m_checks;
         if (m_area.IsClear(
@@ -113,6 +118,7 @@ private:
     std::vector<Ring> m_rings;
     std::vector<Stand> m_places;
     size_t m_checks = 0; // that are left
+    size_t m_looks = 0;  // the same, at what obstacles cover
 };
 
 } // namespace

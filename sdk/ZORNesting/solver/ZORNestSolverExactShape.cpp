@@ -1,5 +1,7 @@
 #include "ZORNestSolverExactShape.h"
 
+#include "ZORNestSolverSpatialOrder.h"
+
 namespace ZORNestSolver::Exact {
 
 namespace {
@@ -8,6 +10,28 @@ namespace {
 constexpr double kProbeDepth = 10 * kTolerance;
 constexpr size_t kMostProbesPerLine = 6;
 constexpr size_t kManyContours = 50;
+constexpr size_t kMostCrossings = 2000000; // of all lines on which probes are searched for
+
+/// Returns the pieces of contour after contour in an order in which the tree over them is quick.
+std::vector<Piece> Sorted(const std::vector<Piece>& pieces)
+{
+    std::vector<size_t> starts;
+    std::vector<Box> boxes;
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        if (i == 0 || pieces[i].contour != pieces[i - 1].contour) {
+            starts.push_back(i);
+            boxes.push_back({});
+        }
+        boxes.back().Add(pieces[i].a);
+    }
+    starts.push_back(pieces.size());
+    std::vector<Piece> sorted;
+    sorted.reserve(pieces.size());
+    for (const size_t contour : GetSpatialOrder(boxes))
+        for (size_t i = starts[contour]; i < starts[contour + 1]; ++i)
+            sorted.push_back(pieces[i]);
+    return sorted;
+}
 
 /// Turns a direction to the right, by quarter turns: 0 from the right, 1 from above, 2 from the left, 3 from
 /// below.
@@ -67,7 +91,7 @@ bool IsFinite(const Contour& contour)
               });
 }
 
-/// A ring that holds something.
+/// Checks whether a ring holds something, by its area: loops in opposite directions may sum up to none.
 bool HasArea(const Ring& ring)
 {
     double twice = 0;
@@ -89,7 +113,7 @@ Shape::Shape(const std::vector<Contour>& contours)
         return;
     for (size_t i = 0; i < contours.size(); ++i)
         AppendPieces(pieces, contours[i], i);
-    SetPieces(std::move(pieces));
+    SetPieces(Sorted(pieces));
 }
 
 Shape::Shape(const Polygon& polygon, Side side)
@@ -98,13 +122,21 @@ Shape::Shape(const Polygon& polygon, Side side)
     std::vector<Piece> pieces;
     for (size_t number = 0; number < polygon.size(); ++number) {
         const Ring& ring = polygon[number];
-        if (!HasArea(ring))
+        if (!HasArea(ring) && !HasLoops(ring))
             continue;
         for (size_t i = 0; i < ring.size(); ++i)
             if (const Point next = ring[(i + 1) % ring.size()]; !(ring[i] == next))
                 pieces.push_back({ring[i], next, {}, 0, 0, number});
     }
-    SetPieces(std::move(pieces));
+    SetPieces(Sorted(pieces));
+}
+
+/// Checks whether a ring winds around something.
+bool Shape::HasLoops(const Ring& ring)
+{
+    Shape shape({MakeContour(ring)});
+    shape.FindProbes();
+    return !shape.m_probes.empty();
 }
 
 void Shape::SetPieces(std::vector<Piece> pieces)
@@ -187,21 +219,45 @@ void Shape::FindProbes()
     const bool isQuick = m_starts.size() > kManyContours;
     const std::vector<double> shares =
         isQuick ? std::vector{0.37} : std::vector{0.5, 0.29, 0.73, 0.13, 0.89, 0.04, 0.97};
-    for (size_t contour = 0; contour < m_starts.size(); ++contour)
+    size_t crossings = 0;
+    for (const size_t contour : GetLargestFirst())
         for (const double share : shares)
             for (const bool alongX : {true, false})
-                AppendProbes(contour, alongX, share);
+                if (crossings < kMostCrossings)
+                    crossings += AppendProbes(contour, alongX, share);
 }
 
-/// Takes the middles of the widest stretches of the region next to a contour, on a line across its box.
-void Shape::AppendProbes(size_t contour, bool alongX, double share)
+/// Returns the contours by the sizes of their boxes. Where the search for probes ends early, small holes have none.
+std::vector<size_t> Shape::GetLargestFirst() const
 {
-    const size_t end = contour + 1 < m_starts.size() ? m_starts[contour + 1] : m_pieces.size();
+    std::vector<std::pair<double, size_t>> sizes; // negative
+    for (size_t contour = 0; contour < m_starts.size(); ++contour) {
+        const Box box = GetContourBox(contour);
+        sizes.push_back({-Length(box.max - box.min), contour});
+    }
+    std::sort(sizes.begin(), sizes.end());
+    std::vector<size_t> order;
+    for (const auto& [size, contour] : sizes)
+        order.push_back(contour);
+    return order;
+}
+
+Box Shape::GetContourBox(size_t contour) const
+{
     Box box;
-    for (size_t i = m_starts[contour]; i < end; ++i) {
+    for (size_t i = m_starts[contour]; i < GetEnd(contour); ++i) {
         box.Add(m_tree.GetLeaf(i).min);
         box.Add(m_tree.GetLeaf(i).max);
     }
+    return box;
+}
+
+/// Takes the middles of the widest stretches of the region next to a contour, on a line across its box. Returns the
+/// number of pieces on the line.
+size_t Shape::AppendProbes(size_t contour, bool alongX, double share)
+{
+    const size_t end = GetEnd(contour);
+    const Box box = GetContourBox(contour);
     const Point middle = box.min + (box.max - box.min) * share;
     const Point normal = alongX ? Point{0, 1} : Point{1, 0};
     std::vector<std::pair<double, bool>> crossings; // with whether it is one of this contour
@@ -237,6 +293,7 @@ void Shape::AppendProbes(size_t contour, bool alongX, double share)
         m_probes.push_back(p);
         ++count;
     }
+    return crossings.size();
 }
 
 } // namespace ZORNestSolver::Exact

@@ -31,7 +31,8 @@ public:
     /// Checks a point that does not lie on a piece.
     bool IsInside(Point p) const;
     double GetDistanceToPieces(Point p) const;
-    /// Finds points in every part of the region that is wider than the tolerance, for GetProbes().
+    /// Finds points in every part of the region that is wider than the tolerance, for GetProbes(). Where contours are
+    /// so many that this would take seconds, only in the parts next to the largest ones.
     void FindProbes();
 
     bool IsBounded() const { return m_side == Side::Inside; }
@@ -42,11 +43,18 @@ public:
     const std::vector<Point>& GetProbes() const { return m_probes; }
 
 private:
+    static bool HasLoops(const Ring& ring);
     void SetPieces(std::vector<Piece> pieces);
-    void AppendProbes(size_t contour, bool alongX, double share);
+    size_t GetEnd(size_t contour) const
+    {
+        return contour + 1 < m_starts.size() ? m_starts[contour + 1] : m_pieces.size();
+    }
+    Box GetContourBox(size_t contour) const;
+    std::vector<size_t> GetLargestFirst() const;
+    size_t AppendProbes(size_t contour, bool alongX, double share);
 
     Side m_side = Side::Inside;
-    std::vector<Piece> m_pieces; // contour after contour
+    std::vector<Piece> m_pieces; // contour after contour, neighbors close to each other
     std::vector<size_t> m_starts;
     BoxTree m_tree;
     std::vector<Point> m_probes;

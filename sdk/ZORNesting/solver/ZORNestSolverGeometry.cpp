@@ -1,12 +1,15 @@
 #include "ZORNestSolverGeometry.h"
 
 #include "ZORNestSolverEdgeTree.h"
+#include "ZORNestSolverSpatialOrder.h"
 
 #include <numbers>
 
 namespace ZORNestSolver {
 
 namespace {
+
+constexpr size_t kEdgesPerLook = 256; // between two questions whether to go on
 
 struct Edge
 {
@@ -16,15 +19,25 @@ struct Edge
     size_t index;
 };
 
+/// Returns the edges in an order in which trees over them are quick, whatever the order of the rings.
 std::vector<Edge> GetEdges(const Polygon& polygon)
 {
     std::vector<Edge> edges;
+    std::vector<Box> boxes;
     for (size_t r = 0; r < polygon.size(); ++r) {
         const Ring& ring = polygon[r];
-        for (size_t i = 0; i < ring.size(); ++i)
+        for (size_t i = 0; i < ring.size(); ++i) {
             edges.push_back({ring[i], ring[(i + 1) % ring.size()], r, i});
+            boxes.push_back({});
+            boxes.back().Add(edges.back().a);
+            boxes.back().Add(edges.back().b);
+        }
     }
-    return edges;
+    std::vector<Edge> sorted;
+    sorted.reserve(edges.size());
+    for (const size_t i : GetSpatialOrder(boxes))
+        sorted.push_back(edges[i]);
+    return sorted;
 }
 
 /// Neighbours share an end and may have nothing else in common.
@@ -218,7 +231,7 @@ double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2)
                      GetDistanceToSegment(b1, a1, a2), GetDistanceToSegment(b2, a1, a2)});
 }
 
-size_t CountConflicts(const Polygon& polygon, size_t most)
+size_t CountConflicts(const Polygon& polygon, size_t most, const Interruption& isOver)
 {
     const std::vector<Edge> edges = GetEdges(polygon);
     EdgeTree tree(edges.size());
@@ -233,14 +246,16 @@ size_t CountConflicts(const Polygon& polygon, size_t most)
         };
         if (tree.HasAny(box, isLast))
             break;
+        if (i % kEdgesPerLook == 0 && isOver())
+            return most;
         tree.Add(i, edge.a, edge.b);
     }
     return count;
 }
 
-bool IsSimple(const Polygon& polygon)
+bool IsSimple(const Polygon& polygon, const Interruption& isOver)
 {
-    return CountConflicts(polygon, 1) == 0;
+    return CountConflicts(polygon, 1, isOver) == 0;
 }
 
 Ring RemoveIdlePoints(const Ring& ring, double tolerance)

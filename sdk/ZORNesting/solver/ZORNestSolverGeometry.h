@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "ZORNestSolverInterruption.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -122,10 +124,12 @@ bool IsInside(Point p, const Polygon& polygon);
 double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2);
 /// Closed segments have a point in common; touching counts.
 bool DoSegmentsMeet(Point a1, Point a2, Point b1, Point b2);
-/// Counts the pairs of edges that meet elsewhere than neighbors in their common end. Ends at \a most of them.
-size_t CountConflicts(const Polygon& polygon, size_t most);
+/// Counts the pairs of edges that meet elsewhere than neighbors in their common end. Ends at \a most of them, which it
+/// also returns when it is interrupted.
+size_t CountConflicts(const Polygon& polygon, size_t most, const Interruption& isOver = NeverInterrupted);
 /// No two edges meet but neighbours in their common end. O(n log n) unless many boxes of far edges overlap.
-bool IsSimple(const Polygon& polygon);
+/// Interrupted, it returns false.
+bool IsSimple(const Polygon& polygon, const Interruption& isOver = NeverInterrupted);
 
 /// Removes repeated points and the middle ones of three in line.
 Ring RemoveIdlePoints(const Ring& ring, double tolerance);

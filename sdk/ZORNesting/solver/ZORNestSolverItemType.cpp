@@ -13,6 +13,7 @@ constexpr double LargestGrowth = 0.001;
 constexpr size_t kMostPoles = 32;
 constexpr size_t kMostCorners =
     2000; // of a search shape: more would cost seconds to grow, and the search its speed
+constexpr size_t kMostRings = 256; // of an item: more would leave each of them few corners
 constexpr int MostIncrements = 720;
 
 std::vector<double> GetMiddleAngles(const Item& item, const Job& job)
@@ -59,6 +60,26 @@ Polygon Simplify(const Polygon& polygon, double largestGrowth, const Interruptio
     if (GetArea(simple) > GetArea(polygon) * (1 + largestGrowth + rounding) && loss == OutlineLoss::None)
         loss = OutlineLoss::Coarse;
     return simple;
+}
+
+/// Fills the smallest holes where there are too many, or all that is not convex where pieces are.
+/// \param loss  becomes Coarse where anything is filled
+Polygon FillSmallHoles(Polygon polygon, OutlineLoss& loss)
+{
+    if (polygon.size() <= kMostRings)
+        return polygon;
+    if (loss == OutlineLoss::None)
+        loss = OutlineLoss::Coarse;
+    if (HasPieces(polygon))
+        return {GetConvexHull(polygon)};
+    std::vector<std::pair<double, size_t>> holes; // the area is negative
+    for (size_t i = 1; i < polygon.size(); ++i)
+        holes.push_back({GetSignedArea(polygon[i]), i});
+    std::sort(holes.begin(), holes.end());
+    Polygon filled{std::move(polygon[0])};
+    for (size_t i = 0; i + 1 < kMostRings; ++i)
+        filled.push_back(std::move(polygon[holes[i].second]));
+    return filled;
 }
 
 /// Simplified before it grows as well, which is quicker than afterwards alone.
@@ -119,11 +140,12 @@ bool HasArcs(const Contour& contour)
 
 /// Returns an area that the item has at least, with its arcs as they are: the largest contour less all others. The
 /// area of the search is too large for a proof, since its polygon contains the outline.
-double GetLeastArea(const Item& item, const ItemType& type)
+/// \param outer  the polygon of the item with all its holes
+double GetLeastArea(const Item& item, const Polygon& outer)
 {
     const bool hasArcs = std::any_of(item.contours.begin(), item.contours.end(), HasArcs);
-    if (!hasArcs && type.outer.size() > 1) // not the convex hull: exact, islands in holes included
-        return type.area;
+    if (!hasArcs && outer.size() > 1) // not the convex hull: exact, islands in holes included
+        return GetArea(outer);
     double largest = 0;
     double sum = 0;
     for (const Contour& contour : item.contours) {
@@ -134,7 +156,7 @@ double GetLeastArea(const Item& item, const ItemType& type)
         largest = std::max(largest, area);
         sum += area;
     }
-    return std::clamp(2 * largest - sum, 0.0, type.area);
+    return std::clamp(2 * largest - sum, 0.0, GetArea(outer));
 }
 
 /// Adds what depends on the exact outline and the allowed rotations.
@@ -205,9 +227,10 @@ Box ItemType::GetExactBox(const Pose& pose) const
 ItemType PrepareItem(const Item& item, const Job& job, std::string& reason, const Interruption& isOver)
 {
     ItemType type;
-    const Polygon outer = MakeOuterPolygon(item.contours, reason, isOver, &type.loss);
-    if (outer.empty() || isOver())
+    const Polygon whole = MakeOuterPolygon(item.contours, reason, isOver, &type.loss);
+    if (whole.empty() || isOver())
         return type;
+    const Polygon outer = FillSmallHoles(whole, type.loss);
     type.margin = job.separation / 2;
     const Polygon body = MakeBody(outer, type.margin, isOver, type.loss);
     if (isOver())
@@ -219,7 +242,7 @@ ItemType PrepareItem(const Item& item, const Job& job, std::string& reason, cons
         return type;
     type.outer = outer;
     Finish(type, item, job);
-    type.leastArea = isOver() ? 0 : GetLeastArea(item, type);
+    type.leastArea = isOver() ? 0 : GetLeastArea(item, whole);
     return type;
 }
 

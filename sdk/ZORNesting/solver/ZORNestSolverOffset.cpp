@@ -121,6 +121,17 @@ ClipperLib::Paths Combine(ClipperLib::ClipType type, const ClipperLib::Paths& su
     return paths;
 }
 
+/// All points around which an odd number of rings winds.
+ClipperLib::Paths CombineOdd(const Polygon& rings, const Scale& scale)
+{
+    ClipperLib::Paths paths;
+    for (const Ring& ring : rings) {
+        const ClipperLib::Paths loops = Combine(ClipperLib::ctUnion, {scale.ToGrid(ring)}, {});
+        paths.insert(paths.end(), loops.begin(), loops.end());
+    }
+    return rings.size() < 2 ? paths : Combine(ClipperLib::ctUnion, paths, {}, ClipperLib::pftEvenOdd);
+}
+
 double GetArea(const ClipperLib::Paths& paths)
 {
     double area = 0;
@@ -197,13 +208,15 @@ double GetCleanArea(const Ring& ring)
     return GetArea(CleanPolygon({ring}));
 }
 
-std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added)
+std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added, const Interruption& isOver)
 {
     const Scale scale(GetBox(rings));
     const ClipperLib::Paths outline = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[0])}, {});
     ClipperLib::Paths solid = scale.ToGrid(added);
     ClipperLib::Paths inner = outline;
     for (size_t i = 1; i < rings.size(); ++i) {
+        if (isOver())
+            return Polygon();
         const ClipperLib::Paths hole = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[i])}, {});
         const double area = GetArea(hole);
         const double beyond = GetArea(Combine(ClipperLib::ctDifference, hole, outline));
@@ -224,13 +237,18 @@ double GetFreeArea(const Box& box, const Polygon& rings)
            * scale.grid;
 }
 
+Polygon GetRegion(const Polygon& rings)
+{
+    const Scale scale(GetBox(rings));
+    return ReadPaths(CombineOdd(rings, scale), scale);
+}
+
 Polygon CutFromBox(const Box& box, const Polygon& polygon)
 {
     const Scale scale(box);
     const Ring frame{box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
-    const ClipperLib::Paths held =
-        Combine(ClipperLib::ctUnion, scale.ToGrid(polygon), {}, ClipperLib::pftEvenOdd);
-    return ReadPaths(Combine(ClipperLib::ctDifference, {scale.ToGrid(frame)}, held), scale);
+    return ReadPaths(Combine(ClipperLib::ctDifference, {scale.ToGrid(frame)}, CombineOdd(polygon, scale)),
+                     scale);
 }
 
 } // namespace ZORNestSolver

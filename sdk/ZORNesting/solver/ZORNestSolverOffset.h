@@ -35,13 +35,18 @@ double GetCleanArea(const Ring& ring);
 /// others are holes. Where holes cross or hold each other the even-odd rule decides. Holes that cross the outline
 /// are not cut out but added to it, whole, as the counter-clockwise rings \a added are. The result may consist of
 /// several pieces.
-/// \return nothing where a hole lies outside of the outline; empty where no material remains
-std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added);
+/// \return nothing where a hole lies outside of the outline; empty where no material remains or it is interrupted
+std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added,
+                                  const Interruption& isOver = NeverInterrupted);
 
 /// Returns the area of the box that none of the rings covers, by the non-zero rule.
 double GetFreeArea(const Box& box, const Polygon& rings);
 
-/// Returns what remains of the box outside of the polygon, whose rings may have either direction.
+/// Returns all points around which an odd number of rings winds, in either direction and however often, as rings
+/// without crossings: the meaning of sheet outlines and of defects. Pieces thinner than rounding are dropped.
+Polygon GetRegion(const Polygon& rings);
+
+/// Returns what remains of the box outside of the region of the polygon.
 Polygon CutFromBox(const Box& box, const Polygon& polygon);
 
 } // namespace ZORNestSolver

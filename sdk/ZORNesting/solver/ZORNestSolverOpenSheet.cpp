@@ -4,10 +4,12 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kSlack = 1e-7;      // of contacts, for rounding; far below the tolerance of the check
+constexpr double kSlack = 1e-7;  // of contacts, for rounding; far below the tolerance of the check
+constexpr double kMargin = 1e-6; // more than the slack: a thinner part may lie deep in what it seems to touch
 constexpr double kMinorShare = 0.1;  // how much less it matters to end low than to end left, or the reverse
 constexpr size_t kMostCorners = 128; // the oldest ones are forgotten
-constexpr size_t kFewestSlots = 16;  // room for items in the first layout
+constexpr size_t kMostCornersAtFirst = 2000; // of obstacles
+constexpr size_t kFewestSlots = 16;          // room for items in the first layout
 constexpr int kSamplesOfEmptySheet = 1000;
 constexpr size_t kMostSampled = 1000; // items on a sheet; the memory of samples grows with the square
 constexpr int kGridOfIrregular = 12;  // contacts that an irregular sheet offers in each direction
@@ -33,8 +35,8 @@ OpenSheet::OpenSheet(const PreparedJob& prepared, ContactPoses& poses, size_t ki
 {
     AddCorner(m_usable.min);
     for (const Obstacle& obstacle : m_area.obstacles) {
-        AddCorners(GetBox(obstacle.polygon), obstacle.distance);
-        for (const Ring& ring : obstacle.polygon)
+        AddCorners(obstacle.box, obstacle.distance);
+        for (const Ring& ring : obstacle.onSheet)
             if (GetSignedArea(ring) < 0) // a hole, which has room inside
                 AddCorner(GetBox(ring).Grown(-obstacle.distance).min);
     }
@@ -75,7 +77,7 @@ bool OpenSheet::ClearsObstacles(size_t item, const ContactPose& pose, const Box&
 {
     const bool isFar =
         std::all_of(m_area.obstacles.begin(), m_area.obstacles.end(), [&box](const Obstacle& obstacle) {
-            return !DoOverlap(box, GetBox(obstacle.polygon), obstacle.distance);
+            return !DoOverlap(box, obstacle.box, obstacle.distance + kMargin);
         });
     const ItemType& type = *m_prepared.types[item];
     const Point position = box.min - pose.box.min;
@@ -112,7 +114,8 @@ std::optional<Stand> OpenSheet::FindContact(size_t item, std::span<const Contact
 
 std::optional<Stand> OpenSheet::FindContact(size_t item, const Leaning& leaning)
 {
-    const std::span<const ContactPose> poses = m_poses.Get(item);
+    std::span<const ContactPose> poses = m_poses.Get(item);
+    poses = poses.first(std::min(poses.size(), leaning.mostPoses));
     std::optional<Stand> best;
     if (leaning.pose && *leaning.pose < poses.size())
         best = FindContact(item, poses.subspan(*leaning.pose, 1), leaning.isLow);
@@ -187,13 +190,57 @@ bool OpenSheet::TryPlace(size_t item, int samples, const Leaning& leaning)
         return false;
     }
     Place(item, *best);
+    m_column.reset();
     return true;
+}
+
+Point OpenSheet::GetColumnAfterAll() const
+{
+    Point low = m_usable.min;
+    for (const Box& box : m_boxes)
+        low.x = std::max(low.x, box.max.x + m_prepared.job.separation);
+    return low;
+}
+
+/// Lays the box of an outline on a point, or above the boxes of the obstacles that are in its way.
+std::optional<Box> OpenSheet::FindInColumn(const Box& outline, Point low) const
+{
+    Box box = outline.Moved(low - outline.min);
+    const auto isInTheWay = [&box](const Obstacle& obstacle) {
+        return DoOverlap(box, obstacle.box, obstacle.distance + kMargin);
+    };
+    while (IsInside(box)) {
+        const auto found = std::find_if(m_area.obstacles.begin(), m_area.obstacles.end(), isInTheWay);
+        if (found == m_area.obstacles.end())
+            return box;
+        low.y = found->box.max.y + found->distance + kMargin;
+        box = outline.Moved(low - outline.min);
+    }
+    return std::nullopt;
+}
+
+bool OpenSheet::TryPlaceInColumn(size_t item)
+{
+    const Point next = m_column ? *m_column : GetColumnAfterAll();
+    const std::vector<ContactPose>& poses = m_poses.Get(item);
+    for (const bool isNew : {false, true}) {
+        const Point low = isNew ? GetColumnAfterAll() : next;
+        for (const ContactPose& pose : poses) {
+            const std::optional<Box> box = FindInColumn(pose.box, low);
+            if (!box)
+                continue;
+            Place(item, {box->min - pose.box.min, pose.angle, pose.poseClass, 0});
+            m_column = Point{low.x, box->max.y + m_prepared.job.separation};
+            return true;
+        }
+    }
+    return false;
 }
 
 void OpenSheet::AddCorner(Point corner)
 {
     const auto isNear = [corner](Point other) { return Length(other - corner) <= kSlack; };
-    if (!std::any_of(m_corners.begin(), m_corners.end(), isNear))
+    if (m_corners.size() < kMostCornersAtFirst && !std::any_of(m_corners.begin(), m_corners.end(), isNear))
         m_corners.push_back(corner);
 }
 

@@ -14,6 +14,7 @@ struct Leaning
 {
     bool isLow = false;         // the one that ends lowest rather than furthest left
     std::optional<size_t> pose; // of the item's contact poses, as long as it finds room; otherwise any
+    size_t mostPoses = std::numeric_limits<size_t>::max(); // that are tried
 };
 
 /// Puts items where they touch others, or where random samples find more room. Contacts keep the separation
@@ -31,6 +32,10 @@ public:
     /// tried, which takes microseconds.
     bool TryPlace(size_t item, int samples, const Leaning& leaning);
 
+    /// Places the item above the last one that was placed so, or else in a new column right of all items. Searches
+    /// nothing, and leaves free what lies beside the boxes of items and obstacles.
+    bool TryPlaceInColumn(size_t item);
+
     /// Area of the items on the sheet.
     double GetFilledArea() const { return m_filled; }
     std::vector<Placement> GetPlacements() const;
@@ -40,6 +45,8 @@ private:
     std::optional<Stand> FindContact(size_t item, std::span<const ContactPose> poses, bool isLow) const;
     std::optional<Stand> FindCornerPlace(size_t item);
     std::optional<Stand> FindSample(size_t item, int samples);
+    Point GetColumnAfterAll() const;
+    std::optional<Box> FindInColumn(const Box& outline, Point low) const;
     bool IsFree(size_t item, const ContactPose& pose, const Box& box) const;
     bool ClearsObstacles(size_t item, const ContactPose& pose, const Box& box) const;
     bool IsInside(const Box& box) const;
@@ -63,6 +70,7 @@ private:
     std::vector<Box> m_boxes;      // of the outlines
     std::vector<Point> m_corners;  // lower left corners that the box of a further outline may take
     std::vector<bool> m_isRefused; // by item
+    std::optional<Point> m_column; // lower left corner of the next item in a column; until others are placed
     std::shared_ptr<Problem> m_problem;
     std::unique_ptr<Layout> m_layout; // once samples are taken
 };

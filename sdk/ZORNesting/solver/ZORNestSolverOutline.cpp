@@ -1,7 +1,9 @@
 #include "ZORNestSolverOutline.h"
 
+#include "ZORNestSolverDepths.h"
 #include "ZORNestSolverFlatten.h"
 #include "ZORNestSolverOffset.h"
+#include "ZORNestSolverSpatialOrder.h"
 #include "ZORNestSolverSpurs.h"
 
 #include <optional>
@@ -10,9 +12,11 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kNoArea = 1e-12;        // of the diameter squared
-constexpr size_t kMostCrossings = 20000; // to be cleaned, apart from a few of each edge
-constexpr size_t kMostPairs = 1000000;   // of edges of an outline and its hull to be compared
+constexpr double kNoArea = 1e-12;         // of the diameter squared
+constexpr size_t kMostCrossings = 20000;  // to be cleaned, apart from a few of each edge
+constexpr size_t kMostPairs = 1000000;    // of edges of an outline and its hull to be compared
+constexpr size_t kMostHoleWork = 5000000; // corners of the outline, once for each hole that is cut from it
+constexpr size_t kFewContours = 64;       // that need no order
 
 /// Checks whether rings have so many corners or crossings that to clean them would take seconds.
 bool AreTangled(const Polygon& rings)
@@ -37,22 +41,6 @@ bool HasArcs(const Contour& contour)
                        [](const Segment& segment) { return segment.isArc; });
 }
 
-/// Returns in how many others each ring lies; the rings do not cross.
-std::vector<size_t> GetDepths(const Polygon& polygon)
-{
-    std::vector<Box> boxes;
-    for (const Ring& ring : polygon)
-        boxes.push_back(GetBox(ring));
-    std::vector<size_t> depths(polygon.size(), 0);
-    for (size_t i = 0; i < polygon.size(); ++i) {
-        const Point corner = polygon[i][0];
-        for (size_t k = 0; k < polygon.size(); ++k)
-            if (k != i && boxes[k].Contains(boxes[i]) && IsInside(corner, {polygon[k]}))
-                ++depths[i];
-    }
-    return depths;
-}
-
 /// Returns the area of all loops of a ring, or of the hull where there are too many.
 double GetAreaOfCrossing(const Ring& ring)
 {
@@ -69,18 +57,21 @@ public:
         m_diameter = box.IsEmpty() ? 0 : Length(box.max - box.min);
         m_fineness = ChooseFineness(contours, m_diameter);
         Select(contours, isOver);
+        Sort();
     }
 
-    /// Returns an empty polygon where a contour crosses itself or another one.
-    Polygon MakeOfSimple() const
+    /// Returns an empty polygon where a contour crosses itself or another one, and where it is interrupted.
+    Polygon MakeOfSimple(const Interruption& isOver) const
     {
         Polygon rings;
         for (size_t i = 0; i < m_contours.size(); ++i)
             rings.push_back(Flatten(m_contours[i], i == 0 ? ArcSide::Outer : ArcSide::Hole, m_fineness));
         const bool isKnown = rings.size() == 1 && !HasArcs(m_contours[0]); // already looked at
-        if (!m_areSimple || (!isKnown && !IsSimple(rings)))
+        if (!m_areSimple || (!isKnown && !IsSimple(rings, isOver)))
             return {};
-        const std::vector<size_t> depths = GetDepths(rings);
+        const std::vector<size_t> depths = GetDepths(rings, isOver);
+        if (isOver())
+            return {};
         bool hasIslands = false;
         for (size_t i = 0; i < rings.size(); ++i) {
             const bool isMaterial = depths[i] % 2 == 0;
@@ -93,7 +84,7 @@ public:
             if ((GetSignedArea(rings[i]) > 0) != isMaterial)
                 std::reverse(rings[i].begin(), rings[i].end());
         }
-        return hasIslands && !IsSimple(rings) ? Polygon{} : rings;
+        return hasIslands && !IsSimple(rings, isOver) ? Polygon{} : rings;
     }
 
     /// Checks whether MakeOfCrossing() would take seconds.
@@ -102,17 +93,40 @@ public:
         const Polygon rings = FlattenAll();
         Polygon all = GetCaps(m_contours, m_fineness);
         all.insert(all.end(), rings.begin(), rings.end());
-        return IsCostlyToClean(all) || AreTangled(rings);
+        return (rings.size() - 1) * rings[0].size() > kMostHoleWork || IsCostlyToClean(all)
+               || AreTangled(rings);
     }
 
-    /// Returns nothing where a hole lies outside, and an empty polygon where no material remains.
-    std::optional<Polygon> MakeOfCrossing() const
+    /// Returns nothing where a hole lies outside, and an empty polygon where no material remains or where it is
+    /// interrupted.
+    std::optional<Polygon> MakeOfCrossing(const Interruption& isOver) const
     {
-        const Polygon rings = FlattenAll();
-        Polygon added = GetCaps(m_contours, m_fineness);
-        const Polygon spurs = GetSpurs(rings);
-        added.insert(added.end(), spurs.begin(), spurs.end());
-        return CleanPiece(rings, added);
+        return CleanPiece(FlattenAll(), GetCaps(m_contours, m_fineness), isOver);
+    }
+
+    /// Adds what is drawn but not held: contours without area, and what encloses none where contours cross.
+    /// \return  whether that takes less than seconds
+    bool AddSpurs(Polygon& polygon, bool areCrossing) const
+    {
+        Polygon drawn = m_lines;
+        if (areCrossing) {
+            const Polygon rings = FlattenAll();
+            drawn.insert(drawn.end(), rings.begin(), rings.end());
+        }
+        if (drawn.empty())
+            return true;
+        Polygon all = polygon;
+        all.insert(all.end(), m_lines.begin(), m_lines.end());
+        if (!m_lines.empty() && AreTangled(all))
+            return false;
+        const Polygon spurs = GetSpurs(drawn, polygon);
+        all = polygon;
+        all.insert(all.end(), spurs.begin(), spurs.end());
+        if (!spurs.empty() && IsCostlyToClean(all))
+            return false;
+        if (!spurs.empty())
+            polygon = CleanPolygon(all);
+        return true;
     }
 
     size_t GetContourCount() const { return m_contours.size(); }
@@ -127,7 +141,7 @@ private:
         return rings;
     }
 
-    /// Drops contours without area and puts the largest one first.
+    /// Sets contours without area aside and puts the largest one first.
     void Select(const std::vector<Contour>& contours, const Interruption& isOver)
     {
         double largest = 0;
@@ -135,12 +149,15 @@ private:
             if (isOver())
                 return;
             const Ring ring = Flatten(contour, ArcSide::Chords, m_fineness);
-            if (ring.size() < 3)
+            const bool isSimple = ring.size() >= 3 && IsSimple({ring}, isOver);
+            const double area = isSimple           ? std::abs(GetSignedArea(contour))
+                                : ring.size() >= 3 ? GetAreaOfCrossing(ring)
+                                                   : 0;
+            if (!(area > kNoArea * m_diameter * m_diameter)) {
+                if (ring.size() > 1)
+                    m_lines.push_back(ring);
                 continue;
-            const bool isSimple = IsSimple({ring});
-            const double area = isSimple ? std::abs(GetSignedArea(contour)) : GetAreaOfCrossing(ring);
-            if (!(area > kNoArea * m_diameter * m_diameter))
-                continue;
+            }
             m_areSimple = m_areSimple && isSimple;
             m_contours.push_back(contour);
             if (area > largest)
@@ -149,9 +166,24 @@ private:
         }
     }
 
+    /// Puts many holes in an order in which trees over them are quick.
+    void Sort()
+    {
+        if (m_contours.size() <= kFewContours)
+            return;
+        std::vector<Box> boxes;
+        for (size_t i = 1; i < m_contours.size(); ++i)
+            boxes.push_back(GetOutlineBox({m_contours[i]}));
+        std::vector<Contour> sorted{std::move(m_contours[0])};
+        for (const size_t i : GetSpatialOrder(boxes))
+            sorted.push_back(std::move(m_contours[i + 1]));
+        m_contours = std::move(sorted);
+    }
+
     double m_diameter = 0;
     Fineness m_fineness;
     std::vector<Contour> m_contours;
+    Polygon m_lines; // contours without area
     bool m_areSimple = true;
 };
 
@@ -232,17 +264,24 @@ Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reas
         return {};
     std::optional<Polygon> polygon = Polygon();
     if (maker.GetContourCount() > 0) {
-        polygon = maker.MakeOfSimple();
-        if (polygon->empty() && maker.IsTangled())
+        polygon = maker.MakeOfSimple(isOver);
+        const bool areCrossing = polygon->empty();
+        if (isOver())
+            return {};
+        if (areCrossing && maker.IsTangled())
             return MakeOuterHull(contours, reason, loss);
-        if (polygon->empty() && !isOver())
-            polygon = maker.MakeOfCrossing();
+        if (areCrossing)
+            polygon = maker.MakeOfCrossing(isOver);
+        if (isOver())
+            return {};
+        if (polygon && !polygon->empty() && !maker.AddSpurs(*polygon, areCrossing))
+            return MakeOuterHull(contours, reason, loss);
     }
     if (loss)
         *loss = maker.GetLoss();
     if (!polygon)
         reason = "a hole lies outside of the outline";
-    else if (polygon->empty() && !isOver())
+    else if (polygon->empty())
         reason = "outline encloses no area";
     return polygon.value_or(Polygon());
 }

@@ -1,7 +1,9 @@
 #include "ZORNestSolverPreparedJob.h"
 
+#include "ZORNestSolverOffset.h"
+
+#include <map>
 #include <optional>
-#include <set>
 
 namespace ZORNestSolver {
 
@@ -24,6 +26,14 @@ std::string GetRemark(const ItemType& type, bool isOver)
                       : "crosses itself too often and is nested within its hull";
     }
     return {};
+}
+
+/// Returns why nothing of a sheet can be used.
+std::string GetFault(const SheetKind& kind, const Job& job)
+{
+    if (!IsWithinReach(kind, job))
+        return "reaches beyond 1000 km";
+    return IsCostlyToClean(kind.outline) ? "has an outline with too many corners" : "has no usable area";
 }
 
 } // namespace
@@ -99,13 +109,13 @@ void PreparedJob::AddItem(const Item& item, Patience& patience)
 
 void PreparedJob::SetLevels()
 {
-    std::set<int, std::greater<>> priorities;
+    std::map<int, size_t, std::greater<>> ranks; // by priority
     for (const Item& item : job.items)
-        priorities.insert(item.priority);
+        ranks[item.priority] = 0;
+    for (auto& [priority, rank] : ranks)
+        rank = levelCount++;
     for (const Item& item : job.items)
-        levels.push_back(
-            static_cast<size_t>(std::distance(priorities.begin(), priorities.find(item.priority))));
-    levelCount = priorities.size();
+        levels.push_back(ranks[item.priority]);
 }
 
 void PreparedJob::AddKinds()
@@ -114,9 +124,7 @@ void PreparedJob::AddKinds()
         areas.push_back(PrepareSheet(kind, job));
         const Box& window = areas.back().window;
         if (window.IsEmpty())
-            remarks.push_back(
-                "sheet \"" + kind.name
-                + (IsWithinReach(kind, job) ? "\" has no usable area" : "\" reaches beyond 1000 km"));
+            remarks.push_back("sheet \"" + kind.name + "\" " + GetFault(kind, job));
         for (size_t item = 0; item < types.size(); ++item)
             m_fits.push_back(reasons[item].empty() && !window.IsEmpty()
                              && FindFitting(*types[item], window).has_value());

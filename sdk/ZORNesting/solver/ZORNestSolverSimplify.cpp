@@ -60,7 +60,8 @@ private:
 
     std::vector<Corner> m_corners;
     std::vector<size_t> m_ringSizes;
-    Ring m_ringPoints; // a corner of each ring as it was at first
+    Ring m_ringPoints;   // a corner of each ring as it was at first
+    EdgeTree m_ringTree; // of these
     Box m_box;
     EdgeTree m_tree; // of edges, by their first corners
     std::priority_queue<Change> m_changes;
@@ -78,7 +79,8 @@ size_t CountCorners(const Polygon& polygon)
 }
 
 Simplifier::Simplifier(const Polygon& polygon, double budget, size_t mostCorners)
-    : m_box(GetBox(polygon))
+    : m_ringTree(polygon.size())
+    , m_box(GetBox(polygon))
     , m_tree(CountCorners(polygon))
     , m_budget(budget)
     , m_cornersLeft(CountCorners(polygon))
@@ -89,6 +91,7 @@ Simplifier::Simplifier(const Polygon& polygon, double budget, size_t mostCorners
         const size_t size = polygon[r].size();
         m_ringSizes.push_back(size);
         m_ringPoints.push_back(size > 0 ? polygon[r][0] : Point{});
+        m_ringTree.Add(r, m_ringPoints.back(), m_ringPoints.back());
         for (size_t i = 0; i < size; ++i)
             m_corners.push_back({polygon[r][i], first + (i + size - 1) % size, first + (i + 1) % size, r});
     }
@@ -154,10 +157,8 @@ bool Simplifier::IsFree(Point from, Point to, std::initializer_list<size_t> vani
 bool Simplifier::HoldsRing(Point a, Point b, Point c, size_t ring) const
 {
     const Polygon triangle{{a, b, c}};
-    for (size_t r = 0; r < m_ringPoints.size(); ++r)
-        if (r != ring && IsInside(m_ringPoints[r], triangle))
-            return true;
-    return false;
+    return m_ringTree.HasAny(GetBox(triangle),
+                             [&](size_t r) { return r != ring && IsInside(m_ringPoints[r], triangle); });
 }
 
 bool Simplifier::IsAllowed(const Change& change) const
