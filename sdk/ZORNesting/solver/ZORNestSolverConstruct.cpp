@@ -7,7 +7,9 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kGrace = 0.1; // seconds for samples after a request to stop
+constexpr double kGrace = 0.1;            // seconds for samples after a request to stop
+constexpr double kGraceOfContacts = 0.25; // seconds for contacts in all rotations after it
+constexpr size_t kMostPosesInHurry = 2;
 constexpr int kMostSamples = 200;
 constexpr int kFewestSamples = 40;
 constexpr int kSamplesOfAll = 40000; // shared by the items of large jobs
@@ -52,10 +54,22 @@ bool Constructor::IsOver()
         return false;
     if (!m_budget.IsStopped() || m_budget.IsCanceled())
         return true;
+    return GetSecondsSinceStop() > kGrace;
+}
+
+/// Returns the processor time since a request to stop was noticed.
+double Constructor::GetSecondsSinceStop()
+{
     const double now = GetThreadTime();
     if (!m_stopTime)
         m_stopTime = now;
-    return now - *m_stopTime > kGrace;
+    return now - *m_stopTime;
+}
+
+/// Checks whether contacts take too long as well. Counts no step, so that runs which are not stopped can be repeated.
+bool Constructor::IsInHurry()
+{
+    return m_budget.IsStopped() && GetSecondsSinceStop() > kGraceOfContacts;
 }
 
 int Constructor::GetSamples(const State& state)
@@ -147,7 +161,41 @@ bool Constructor::PlaceOnNew(State& state, const Batch& batch, size_t kind, int 
     return true;
 }
 
+/// Adds the item to the column on the last sheet of a kind, or on a new one.
+bool Constructor::PlaceInColumn(State& state, size_t item, int stack)
+{
+    for (const size_t kind : state.supply->kinds) {
+        if (!m_prepared.FitsOn(item, kind))
+            continue;
+        auto& sheets = state.sheets[{kind, stack}];
+        if (!sheets.empty() && sheets.back()->TryPlaceInColumn(item))
+            return true;
+        const int used =
+            m_prepared.job.kinds[kind].IsRoll() ? static_cast<int>(sheets.size()) : state.used[kind];
+        if (!HasStock(m_prepared.job.kinds[kind], used, stack))
+            continue;
+        auto sheet = std::make_unique<OpenSheet>(m_prepared, m_poses, kind, stack, m_random.Next());
+        if (!sheet->TryPlaceInColumn(item))
+            continue;
+        sheets.push_back(std::move(sheet));
+        state.used[kind] += stack;
+        return true;
+    }
+    return false;
+}
+
 bool Constructor::PlaceOne(State& state, const Batch& batch, int stack)
+{
+    if (!IsInHurry())
+        return PlaceByContact(state, batch, stack);
+    if (PlaceInColumn(state, batch.item, stack))
+        return true;
+    Batch hurried = batch; // the columns leave room that only contacts find
+    hurried.leaning.mostPoses = kMostPosesInHurry;
+    return PlaceByContact(state, hurried, stack);
+}
+
+bool Constructor::PlaceByContact(State& state, const Batch& batch, int stack)
 {
     const size_t item = batch.item;
     for (const size_t kind : state.supply->kinds) {

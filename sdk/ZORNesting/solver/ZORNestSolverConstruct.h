@@ -33,7 +33,8 @@ struct Preference
 };
 
 /// Builds plans over all stack sizes, kinds and priorities. Every plan is complete: once the run is over or
-/// stopped for a tenth of a second, what remains is placed by contacts. Only a canceled run ends at once.
+/// stopped for a tenth of a second, what remains is placed by contacts, and soon after a stop in columns as far as
+/// the sheets have room for these. Only a canceled run ends at once.
 class Constructor
 {
 public:
@@ -68,8 +69,12 @@ private:
     Leaning GetLeaning(size_t item, const Preference& preference);
     JobPlan Build(State& state, const std::vector<Level>& levels);
     bool PlaceOne(State& state, const Batch& batch, int stack);
+    bool PlaceByContact(State& state, const Batch& batch, int stack);
+    bool PlaceInColumn(State& state, size_t item, int stack);
     bool PlaceOnNew(State& state, const Batch& batch, size_t kind, int stack);
     int GetSamples(const State& state);
+    double GetSecondsSinceStop();
+    bool IsInHurry();
     JobPlan Finish(const State& state) const;
 
     const PreparedJob& m_prepared;

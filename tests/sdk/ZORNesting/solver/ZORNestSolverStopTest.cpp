@@ -1,4 +1,5 @@
 #include "SolverShapes.h"
+#include "ZORNestSolverOpenSheet.h"
 
 #include <thread>
 
@@ -160,4 +161,49 @@ TEST(ZORNestSolverStopTest, AProvedOptimumEndsTheRunBeforeItsMinimumTime)
         EXPECT_EQ(CountPlaced(*Solve(job, options, control)), 4);
         EXPECT_LT(control.steps, 100000U);
     }
+}
+
+TEST(ZORNestSolverStopTest, AStopEndsTheConstructionOfManyPartsAtFreeAngles)
+{
+    const double start = GetThreadTime();
+    Random random(3);
+    for (const int types : {1, 1000}) {
+        Job job;
+        for (int i = 0; i < types; ++i) {
+            job.items.push_back(MakeItem(RandomStar(random, 12, random.Between(4, 20)), 5000 / types));
+            job.items.back().maxDeviation = std::numbers::pi;
+        }
+        for (const SheetKind& kind : {Sheet(1000, 500, -1), Roll(1000)}) {
+            job.kinds = {kind};
+            EXPECT_EQ(CountPlaced(StopAt(job, 0)), 5000) << types;
+        }
+    }
+    EXPECT_LT(GetThreadTime() - start, 10); // against hanging: by contacts, 5000 equal parts alone take 25 s
+}
+
+TEST(ZORNestSolverStopTest, ColumnsKeepOffObstaclesAndLeaveNoPartOut)
+{
+    Job job;
+    Random random(3);
+    job.items = {MakeItem(Rectangle(10, 6), 200), MakeItem(Rectangle(3, 2), 1)};
+    job.separation = 1;
+    job.defectSeparation = 2;
+    job.kinds = {Sheet(200, 100, -1)};
+    for (int i = 0; i < 20; ++i)
+        job.kinds[0].defects.push_back({Rectangle(3, 3, {random.Between(0, 190), random.Between(0, 95)})});
+    const PreparedJob prepared(job);
+    ContactPoses poses(prepared);
+    OpenSheet sheet(prepared, poses, 0, 1, 1);
+    NestedSheet nested{0, 200, 1, {}, 0};
+    EXPECT_TRUE(sheet.TryPlace(0, 0, {}));
+    while (sheet.TryPlaceInColumn(0))
+        continue;
+    nested.placements = sheet.GetPlacements();
+    EXPECT_GT(nested.placements.size(), 50U);
+    EXPECT_TRUE(FindPlacementFaults(job, nested).empty());
+    EXPECT_TRUE(sheet.TryPlace(1, 0, {})) << "contacts find room beside columns";
+    while (sheet.TryPlaceInColumn(1))
+        continue;
+    nested.placements = sheet.GetPlacements();
+    EXPECT_TRUE(FindPlacementFaults(job, nested).empty());
 }
