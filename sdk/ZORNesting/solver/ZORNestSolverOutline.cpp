@@ -18,13 +18,18 @@ constexpr size_t kMostPairs = 1000000;    // of edges of an outline and its hull
 constexpr size_t kMostHoleWork = 5000000; // corners of the outline, once for each hole that is cut from it
 constexpr size_t kFewContours = 64;       // that need no order
 
-/// Checks whether rings have so many corners or crossings that to clean them would take seconds.
-bool AreTangled(const Polygon& rings)
+bool AreCrossingOften(const Polygon& rings)
 {
     size_t most = kMostCrossings;
     for (const Ring& ring : rings)
         most += 4 * ring.size();
-    return IsCostlyToClean(rings) || CountConflicts(rings, most) == most;
+    return CountConflicts(rings, most) == most;
+}
+
+/// Checks whether rings have so many corners or crossings that to clean them would take seconds.
+bool AreTangled(const Polygon& rings)
+{
+    return IsCostlyToClean(rings) || AreCrossingOften(rings);
 }
 
 bool IsFinite(const Contour& contour)
@@ -105,7 +110,7 @@ public:
     }
 
     /// Adds what is drawn but not held: contours without area, and what encloses none where contours cross.
-    /// \return  whether that takes less than seconds
+    /// \return whether that takes less than seconds
     bool AddSpurs(Polygon& polygon, bool areCrossing) const
     {
         Polygon drawn = m_lines;
@@ -117,7 +122,7 @@ public:
             return true;
         Polygon all = polygon;
         all.insert(all.end(), m_lines.begin(), m_lines.end());
-        if (!m_lines.empty() && AreTangled(all))
+        if (!m_lines.empty() && AreCrossingOften(all))
             return false;
         const Polygon spurs = GetSpurs(drawn, polygon);
         all = polygon;

@@ -190,3 +190,14 @@ TEST(ZORNestSolverHolesTest, ACancelDuringThePreparationOfHolesEndsIt)
         EXPECT_EQ(reason, "");
     }
 }
+
+TEST(ZORNestSolverHolesTest, ALineInAJaggedPartTakesNoHull)
+{
+    Random random(1);
+    const std::vector<Contour> contours{MakeContour(RandomStar(random, 30000, 100)),
+                                        MakeContour({{1, 1}, {5, 5}})};
+    std::string reason;
+    OutlineLoss loss = OutlineLoss::Hull;
+    EXPECT_EQ(MakeOuterPolygon(contours, reason, NeverInterrupted, &loss).at(0).size(), 30000U);
+    EXPECT_EQ(loss, OutlineLoss::None);
+}
