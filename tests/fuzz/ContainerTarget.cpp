@@ -4,6 +4,7 @@
 // header and the checksum that the engine would never find.
 
 #include "FuzzTarget.h"
+#include "support/ContainerBytes.h"
 
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORFeature/ZORFeatContainer.h>
@@ -13,33 +14,16 @@
 #include <ZORToolPath/ZORTPCourse.h>
 #include <ZORWireframe/ZORWFProjection.h>
 
-#include <QBuffer>
-
 namespace {
 
 // The classes of a library can be loaded while it is linked, and linkers drop libraries that nobody uses.
 const QMetaObject* const kClasses[] = {&ZORCompRoot::staticMetaObject, &ZORTPCourse::staticMetaObject,
                                        &ZORWFProjection::staticMetaObject};
 
-void Load(ZORGeoContainer& container, QByteArray file)
-{
-    QBuffer buffer(&file);
-    buffer.open(QIODevice::ReadOnly);
-    container.Load(buffer);
-}
-
-QByteArray Save(const ZORGeoContainer& container)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    container.Save(buffer);
-    return buffer.data();
-}
-
 bool CanLoad(ZORGeoContainer& container, const QByteArray& file)
 {
     try {
-        Load(container, file);
+        LoadContainer(container, file);
         return true;
     } catch (const ZORSysFileException&) {
         Require(container.GetNumGeometry() == 0, "a refused file adds nothing");
@@ -58,11 +42,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Require(kClasses[0] != nullptr, "libraries of features are linked");
     if (!CanLoad(container, file))
         return 0;
-    const QByteArray saved = Save(container);
+    const QByteArray saved = SaveContainer(container);
     ZORFeatContainer again;
-    Load(again, saved);
+    LoadContainer(again, saved);
     Require(again.GetNumGeometry() == container.GetNumGeometry(), "every object is read again");
-    Require(Save(again) == saved, "another save gives the same bytes");
+    Require(SaveContainer(again) == saved, "another save gives the same bytes");
     while (container.GetNumGeometry() > 0)
         delete container.GetGeometryByIndex(0);
     return 0;

@@ -1,8 +1,8 @@
 // A plug-in whose action fails in the way that the environment variable ZOR_TEST_FAULT names.
 
-#include <ZORCommand/ZORCmdActionPublisher.h>
+#include "support/PublishedCommand.h"
+
 #include <ZORCommand/ZORCmdCommand.h>
-#include <ZORCommand/ZORCmdController.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
@@ -85,13 +85,8 @@ private:
 
 namespace {
 
-const bool registered = [] {
-    ZORCmdController::GetController()->RegisterCommand(&FaultyCmd::staticMetaObject);
-    return true;
-}();
-
-const ZORCmdActionPublisher publisher("Faulty", &FaultyCmd::staticMetaObject, "nesting-info", "Fail", "Fails",
-                                      0, ZORCmdActionPublisher::MenuOnly, {});
+const PublishedCommand command(&FaultyCmd::staticMetaObject, "Faulty", "nesting-info", "Fail", "Fails",
+                               ZORCmdActionPublisher::MenuOnly);
 
 } // namespace
 

@@ -6,7 +6,6 @@
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORSystem/ZORSysFileException.h>
 
-#include <QBuffer>
 #include <QCryptographicHash>
 #include <QSignalSpy>
 #include <QtEndian>
@@ -70,22 +69,6 @@ testing::AssertionResult ReportsNoChange(const ZORGeoContainer& container, const
     if (seen.hasChanged)
         return testing::AssertionFailure() << "the file would change";
     return seen.isReported ? testing::AssertionFailure() << "reported" : testing::AssertionSuccess();
-}
-
-QByteArray SaveContainer(const ZORGeoContainer& container)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    container.Save(buffer);
-    return buffer.data();
-}
-
-void LoadContainer(ZORGeoContainer& container, const QByteArray& file)
-{
-    QBuffer buffer;
-    buffer.setData(file);
-    buffer.open(QIODevice::ReadOnly);
-    container.Load(buffer);
 }
 
 QString LoadFailure(ZORGeoContainer& container, const QByteArray& file)

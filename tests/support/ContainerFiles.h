@@ -2,7 +2,8 @@
 
 #pragma once
 
-#include <ZORGeometry/ZORGeoContainer.h>
+#include "support/ContainerBytes.h"
+
 #include <ZORGeometry/ZORGeoGeometry.h>
 
 #include <QByteArray>
@@ -13,9 +14,6 @@
 #include <functional>
 #include <memory>
 
-QByteArray SaveContainer(const ZORGeoContainer& container);
-/// \throws ZORSysFileException as ZORGeoContainer::Load()
-void LoadContainer(ZORGeoContainer& container, const QByteArray& file);
 /// The message of the ZORSysFileException that loading throws; empty when it throws none.
 QString LoadFailure(ZORGeoContainer& container, const QByteArray& file);
 

@@ -2,6 +2,7 @@
 
 #include "Writers.h"
 
+#include "support/FileContent.h"
 #include "support/HostileDisk.h"
 #include "support/KillDuring.h"
 #include "support/Printers.h"
@@ -19,12 +20,6 @@
 namespace {
 
 constexpr int kKills = 12;
-
-QByteArray Read(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 QStringList GetFiles(const QString& folder)
 {
@@ -50,7 +45,7 @@ protected:
     QByteArray Write(Writer::Content content) const
     {
         EXPECT_EQ(QString(), GetParam().write(path, content));
-        return Read(path);
+        return ReadFile(path);
     }
     void ExpectError(const QString& name, const char* reason) const
     {
@@ -61,7 +56,7 @@ protected:
     /// The old file and nothing else is there, and what was not written still can be.
     void ExpectNothingLost() const
     {
-        EXPECT_TRUE(small == Read(path));
+        EXPECT_TRUE(small == ReadFile(path));
         EXPECT_EQ(QStringList("file"), GetFiles(GetFolder()));
         EXPECT_TRUE(large == Write(Writer::Large));
     }
@@ -96,12 +91,12 @@ TEST_P(WritersTest, AFullDisk)
     while (rest.write(QByteArray(1024, 'x')) > 0)
         continue;
     ExpectError(file, "No space left on device");
-    EXPECT_TRUE(small == Read(file));
+    EXPECT_TRUE(small == ReadFile(file));
     {
         const ReadOnlyFolder readOnly(disk.GetFolder());
         ExpectError(file, "No space left on device");
     }
-    EXPECT_TRUE(small == Read(file));
+    EXPECT_TRUE(small == ReadFile(file));
     EXPECT_EQ(QStringList({"file", "rest"}), GetFiles(disk.GetFolder()));
     ExpectNothingLost();
 }
@@ -114,12 +109,12 @@ TEST_P(WritersTest, AReadOnlyFolder)
         const FileSizeLimit limit(4096);
         ExpectError(path, "File too large");
     }
-    EXPECT_TRUE(small == Read(path));
+    EXPECT_TRUE(small == ReadFile(path));
     EXPECT_EQ(QStringList("file"), GetFiles(GetFolder()));
     {
         const ReadOnlyFolder readOnly(GetFolder());
         EXPECT_EQ(QString(), GetParam().write(path, Writer::Large));
-        EXPECT_TRUE(large == Read(path));
+        EXPECT_TRUE(large == ReadFile(path));
         EXPECT_EQ(QString(), GetParam().write(path, Writer::Small));
     }
     ExpectNothingLost();
@@ -154,14 +149,14 @@ TEST_P(WritersTest, AKill)
         const bool isRunning = KillDuring(
             [this](int i) { GetParam().write(path, i % 2 == 0 ? Writer::Large : Writer::Small); }, random);
         ASSERT_TRUE(isRunning);
-        const QByteArray present = Read(path);
+        const QByteArray present = ReadFile(path);
         EXPECT_TRUE(present == small || present == large) << kill << ": " << present.size() << " bytes";
         QStringList others = GetFiles(GetFolder());
         others.removeOne("file");
         // Only between its last two calls a file can be left, and that is complete.
         EXPECT_LE(others.size(), 1);
         for (const QString& other : std::as_const(others)) {
-            const QByteArray left = Read(GetFolder() + u'/' + other);
+            const QByteArray left = ReadFile(GetFolder() + u'/' + other);
             EXPECT_TRUE(left == small || left == large) << other.toStdString();
             QFile::remove(GetFolder() + u'/' + other);
         }
@@ -206,9 +201,9 @@ TEST_F(CopiesTest, AreCompleteOrMissing)
     }
     EXPECT_EQ(QStringList(), GetFiles(out));
     EXPECT_TRUE(Copy());
-    EXPECT_TRUE(content == Read(out + "/part.msi"));
+    EXPECT_TRUE(content == ReadFile(out + "/part.msi"));
     EXPECT_EQ(QFile::permissions(source), QFile::permissions(out + "/part.msi"));
-    EXPECT_TRUE(content == Read(source));
+    EXPECT_TRUE(content == ReadFile(source));
 }
 
 TEST_F(CopiesTest, SurviveAKill)
@@ -220,7 +215,7 @@ TEST_F(CopiesTest, SurviveAKill)
     EXPECT_LE(kKills, files.size());
     for (const QString& file : files) {
         EXPECT_TRUE(file.startsWith("part")) << file.toStdString();
-        EXPECT_TRUE(content == Read(out + u'/' + file)) << file.toStdString();
+        EXPECT_TRUE(content == ReadFile(out + u'/' + file)) << file.toStdString();
     }
 }
 

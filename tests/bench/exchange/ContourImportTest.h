@@ -5,6 +5,7 @@
 #include "StlFiles.h"
 #include "core/ZORTestDialog.h"
 #include "support/BenchTest.h"
+#include "support/ItemTexts.h"
 
 #include <ZORGeometry/ZORGeoPolyline.h>
 
@@ -48,13 +49,7 @@ protected:
     QListWidget* List() const { return dialog->findChild<QListWidget*>("_CurveList"); }
     QString EditText() const { return dialog->findChild<QLineEdit*>("_XmlEdit")->text(); }
     static QStringList OneContour() { return {QStringLiteral("OuterContour")}; }
-    QStringList Entries() const
-    {
-        QStringList texts;
-        for (int i = 0; i < List()->count(); ++i)
-            texts.append(List()->item(i)->text());
-        return texts;
-    }
+    QStringList Entries() const { return GetTexts(List()); }
     /// Selects all entries and presses OK; the curves that are in the container then.
     QList<QList<ZORMathPoint>> ImportAll()
     {

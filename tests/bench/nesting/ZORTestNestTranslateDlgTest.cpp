@@ -2,6 +2,7 @@
 
 #include "console/ZORTestMainDialog.h"
 #include "support/BenchTest.h"
+#include "support/ItemTexts.h"
 #include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestDebugOptions.h>
@@ -101,13 +102,7 @@ protected:
     QListWidget* List() const { return dialog->findChild<QListWidget*>("_FileList"); }
     QProgressBar* Bar() const { return dialog->findChild<QProgressBar*>("_ProgBar"); }
     QComboBox* Combo() const { return dialog->findChild<QComboBox*>("_ProviderCombo"); }
-    QStringList Entries() const
-    {
-        QStringList texts;
-        for (int i = 0; i < List()->count(); ++i)
-            texts.append(List()->item(i)->text());
-        return texts;
-    }
+    QStringList Entries() const { return GetTexts(List()); }
     void Add(const QString& path)
     {
         answers.AnswerFile(path);

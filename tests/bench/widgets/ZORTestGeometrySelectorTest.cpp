@@ -2,6 +2,7 @@
 
 #include "SelectorProbes.h"
 #include "support/BenchTest.h"
+#include "support/ItemTexts.h"
 #include "support/RemovingGeometry.h"
 
 #include <ZORFeature/ZORFeatFolder.h>
@@ -43,13 +44,7 @@ protected:
     QComboBox* Combo() { return Find<QComboBox>("_Combo"); }
     QListWidget* List() { return Find<QListWidget>("_List"); }
 
-    QStringList Entries()
-    {
-        QStringList texts;
-        for (int i = 0; i < Combo()->count(); ++i)
-            texts.append(Combo()->itemText(i));
-        return texts;
-    }
+    QStringList Entries() { return GetTexts(Combo()); }
 
     template<class Geometry>
     Geometry* Register(Geometry* geometry, const char* name)

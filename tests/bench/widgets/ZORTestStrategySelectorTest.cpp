@@ -1,6 +1,7 @@
 #include "widgets/ZORTestStrategySelector.h"
 
 #include "support/BenchTest.h"
+#include "support/ItemTexts.h"
 
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORComposites/ZORCompStrategy.h>
@@ -31,13 +32,7 @@ protected:
         return selector.findChild<Widget*>(QLatin1String(objectName));
     }
     QComboBox* Combo() { return Find<QComboBox>("_Combo"); }
-    QStringList Entries()
-    {
-        QStringList texts;
-        for (int i = 0; i < Combo()->count(); ++i)
-            texts.append(Combo()->itemText(i));
-        return texts;
-    }
+    QStringList Entries() { return GetTexts(Combo()); }
 
     ZORFeatRoot* GetRoot() { return GetContainer()->GetFeatureRoot("ZORCompRoot"); }
     ZORCompStrategy* AddStrategy(ZORFeatObject* parent, const QString& label)

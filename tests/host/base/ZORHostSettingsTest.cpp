@@ -2,6 +2,7 @@
 
 #include "HostTest.h"
 #include "base/ZORHostIniFormat.h"
+#include "support/FileContent.h"
 #include "support/HostileDisk.h"
 #include "support/HostileFiles.h"
 #include "support/KillDuring.h"
@@ -15,12 +16,6 @@
 #include <sys/file.h>
 
 namespace {
-
-QByteArray ReadBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 class ZORHostSettingsTest : public HostTest
 {
@@ -151,7 +146,7 @@ TEST_F(ZORHostSettingsTest, AFullDiskKeepsTheFileAndTheValues)
     const ZORHostSettings settings(path, false);
     settings.GetStore()->setValue("Host/text", "old");
     settings.GetStore()->sync();
-    const QByteArray before = ReadBytes(path);
+    const QByteArray before = ReadFile(path);
     EXPECT_EQ(QByteArray("[Host]\ntext=old\n"), before);
     QFile rest(disk.GetPath("rest"));
     ASSERT_TRUE(rest.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
@@ -161,13 +156,13 @@ TEST_F(ZORHostSettingsTest, AFullDiskKeepsTheFileAndTheValues)
         ASSERT_TRUE(rest.resize(rest.size() - (pages == 0 ? 0 : 4096)));
         settings.GetStore()->setValue("Host/text", QString(15'000, 'n'));
         settings.GetStore()->sync();
-        EXPECT_EQ(before, ReadBytes(path)) << pages;
+        EXPECT_EQ(before, ReadFile(path)) << pages;
     }
     EXPECT_EQ(QStringList({"own.ini", "rest"}),
               QDir(disk.GetFolder()).entryList(QDir::Files | QDir::Hidden, QDir::Name));
     ASSERT_TRUE(rest.resize(0));
     settings.GetStore()->sync();
-    EXPECT_LT(15'000, ReadBytes(path).size()) << "the value was kept";
+    EXPECT_LT(15'000, ReadFile(path).size()) << "the value was kept";
 }
 
 TEST_F(ZORHostSettingsTest, AKillLeavesAWholeFileThatCanBeWritten)
@@ -188,7 +183,7 @@ TEST_F(ZORHostSettingsTest, AKillLeavesAWholeFileThatCanBeWritten)
             },
             random, 60);
         ASSERT_TRUE(isRunning);
-        const QByteArray present = ReadBytes(path);
+        const QByteArray present = ReadFile(path);
         EXPECT_TRUE(present == small || present == large) << kill << ": " << present.size() << " bytes";
     }
     const ZORHostSettings settings(path, false);
@@ -196,7 +191,7 @@ TEST_F(ZORHostSettingsTest, AKillLeavesAWholeFileThatCanBeWritten)
     settings.GetStore()->setValue("Host/text", "new"); // whoever was killed may have held the lock
     settings.GetStore()->sync();
     EXPECT_EQ(QSettings::NoError, settings.GetStore()->status());
-    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path));
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadFile(path));
 }
 
 // Whoever makes the lock may be killed before its number is in it.
@@ -216,7 +211,7 @@ TEST_F(ZORHostSettingsTest, AnEmptyLockWithoutAnOwnerIsNotWaitedFor)
     const ZORHostSettings settings(path, false);
     settings.GetStore()->setValue("Host/text", "new");
     settings.GetStore()->sync();
-    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path));
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadFile(path));
     EXPECT_GT(10'000, time.elapsed());
 }
 
@@ -230,12 +225,12 @@ TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyKeepsTheFileAndTheValues)
     {
         const ReadOnlyFolder readOnly(GetPath({}));
         settings.GetStore()->sync();
-        EXPECT_EQ(before, ReadBytes(path));
+        EXPECT_EQ(before, ReadFile(path));
         EXPECT_EQ("new", settings.GetStore()->value("Host/text").toString());
     }
     EXPECT_EQ(QStringList("own.ini"), QDir(GetPath({})).entryList({"own.ini*"}, QDir::Files | QDir::Hidden));
     settings.GetStore()->sync();
-    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path)) << "the value was kept";
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadFile(path)) << "the value was kept";
 }
 
 TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyIsLoggedOnce)
@@ -282,7 +277,7 @@ TEST_F(ZORHostSettingsTest, AFolderThatVanishesIsMadeForTheNextValue)
     settings.GetStore()->setValue("Host/text", "new");
     EXPECT_EQ("new", settings.GetStore()->value("Host/text").toString());
     settings.GetStore()->sync();
-    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadBytes(path));
+    EXPECT_EQ(QByteArray("[Host]\ntext=new\n"), ReadFile(path));
 
     ASSERT_TRUE(QDir(folder).removeRecursively());
     QFile file(folder); // takes the place of the folder
@@ -292,7 +287,7 @@ TEST_F(ZORHostSettingsTest, AFolderThatVanishesIsMadeForTheNextValue)
     EXPECT_EQ("newer", settings.GetStore()->value("Host/text").toString());
     ASSERT_TRUE(file.remove());
     settings.GetStore()->sync();
-    EXPECT_EQ(QByteArray("[Host]\ntext=newer\n"), ReadBytes(path)) << "the value was kept";
+    EXPECT_EQ(QByteArray("[Host]\ntext=newer\n"), ReadFile(path)) << "the value was kept";
 }
 
 TEST_F(ZORHostSettingsTest, WithoutATemporaryFileTheSettingsStayAsTheyAre)
@@ -306,7 +301,7 @@ TEST_F(ZORHostSettingsTest, WithoutATemporaryFileTheSettingsStayAsTheyAre)
             const ZORHostSettings settings(path, false);
             settings.GetStore()->setValue("Host/other", 1);
         }
-        EXPECT_EQ(content, ReadBytes(path));
+        EXPECT_EQ(content, ReadFile(path));
     }
     if (former.isNull())
         qunsetenv("TMPDIR");

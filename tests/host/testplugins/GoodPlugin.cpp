@@ -1,8 +1,8 @@
 // A plug-in that does what plug-ins do: publishes a command that opens a window without parent.
 
-#include <ZORCommand/ZORCmdActionPublisher.h>
+#include "support/PublishedCommand.h"
+
 #include <ZORCommand/ZORCmdCommand.h>
-#include <ZORCommand/ZORCmdController.h>
 
 #include <QLabel>
 
@@ -44,14 +44,8 @@ public:
 
 namespace {
 
-const bool registered = [] {
-    ZORCmdController::GetController()->RegisterCommand(&GoodPluginCmd::staticMetaObject);
-    return true;
-}();
-
-const ZORCmdActionPublisher publisher("Good", &GoodPluginCmd::staticMetaObject, "nesting-info", "Good Action",
-                                      "Opens the window of the plug-in", 0,
-                                      ZORCmdActionPublisher::MenuAndToolBar, {});
+const PublishedCommand command(&GoodPluginCmd::staticMetaObject, "Good", "nesting-info", "Good Action",
+                               "Opens the window of the plug-in", ZORCmdActionPublisher::MenuAndToolBar);
 
 } // namespace
 

@@ -1,8 +1,8 @@
 // Library that the tests load and unload: a command that goes on running, and the publisher of its action.
 
-#include <ZORCommand/ZORCmdActionPublisher.h>
+#include "support/PublishedCommand.h"
+
 #include <ZORCommand/ZORCmdCommand.h>
-#include <ZORCommand/ZORCmdController.h>
 
 class LibraryCommand : public ZORCmdCommand
 {
@@ -18,15 +18,9 @@ public:
 
 namespace {
 
-[[maybe_unused]] const bool registered = [] {
-    ZORCmdController::GetController()->RegisterCommand(&LibraryCommand::staticMetaObject);
-    return true;
-}();
-
-const ZORCmdActionPublisher publisher(QStringLiteral("Library"), &LibraryCommand::staticMetaObject,
-                                      QStringLiteral("library-icon"), QStringLiteral("Library Command"),
-                                      QStringLiteral("Goes on running"), 0, 1,
-                                      {{QStringLiteral("flavour"), QStringLiteral("vanilla")}});
+const PublishedCommand command(&LibraryCommand::staticMetaObject, "Library", "library-icon",
+                               "Library Command", "Goes on running", ZORCmdActionPublisher::MenuAndToolBar,
+                               {{QStringLiteral("flavour"), QStringLiteral("vanilla")}});
 
 } // namespace
 

@@ -1,3 +1,4 @@
+#include "support/ContainerContent.h"
 #include "support/Printers.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -40,13 +41,6 @@ public:
         browser.SetEnvironment(environment.get());
         browser.show();
         tester = std::make_unique<QAbstractItemModelTester>(model, tested);
-    }
-
-    template<class T>
-    static T* Register(T* geometry)
-    {
-        geometry->Initialize();
-        return geometry;
     }
     ZORFeatContainer* Container() const { return environment->GetContainer(); }
     ZORFeatRoot* Root() const { return Container()->GetFeatureRoot("ZORFeatRoot"); }

@@ -80,6 +80,16 @@ inline double LengthOf(const QList<ZORGeoLocationOnSurface>& locations, qsizetyp
     return length;
 }
 
+inline ZORMathPoint BeginOf(const ZORGeoCurveOnSurfaceResult& result)
+{
+    return result.GetLocations().constFirst().point;
+}
+
+inline ZORMathPoint EndOf(const ZORGeoCurveOnSurfaceResult& result)
+{
+    return result.GetLocations().constLast().point;
+}
+
 /// On the surface, and as long as it says on both sides.
 inline void ExpectConsistent(const ZORGeoSurface& surface, const ZORGeoCurveOnSurfaceResult& result)
 {

@@ -30,16 +30,6 @@ Result Follow(const ZORGeoSurface& surface, const ZORMathPoint& start, double st
     return result;
 }
 
-ZORMathPoint EndOf(const Result& result)
-{
-    return result.GetLocations().constLast().point;
-}
-
-ZORMathPoint BeginOf(const Result& result)
-{
-    return result.GetLocations().constFirst().point;
-}
-
 ZORMathPoint OnSphere(double longitude, double latitude)
 {
     return {100 * std::cos(latitude) * std::cos(longitude), 100 * std::cos(latitude) * std::sin(longitude),

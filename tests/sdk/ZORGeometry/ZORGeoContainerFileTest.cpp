@@ -1,6 +1,7 @@
 // Tests that geometries come back from container files as they were.
 
 #include "ContainerFileTest.h"
+#include "support/ContainerContent.h"
 
 #include <cmath>
 
@@ -96,10 +97,8 @@ TEST_F(ZORGeoContainerFileTest, AddsToWhatIsThereAndMakesNamesUnique)
     ZORGeoContainer container;
     Add<ZORGeoCartesianPoint>("A", &container, ZORMathPoint());
     LoadContainer(container, file);
-    QStringList names;
-    for (int i = 0; i < container.GetNumGeometry(); ++i)
-        names.append(container.GetGeometryByIndex(i)->objectName());
-    EXPECT_EQ(QStringList({"A", "A.3", "A.2", "A.3", ""}), names) << "equal names of the file stay equal";
+    EXPECT_EQ(QStringList({"A", "A.3", "A.2", "A.3", ""}), GetNames(container))
+        << "equal names of the file stay equal";
 
     ZORGeoContainer empty;
     LoadContainer(empty, file);

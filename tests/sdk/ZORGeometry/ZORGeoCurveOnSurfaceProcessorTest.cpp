@@ -42,16 +42,6 @@ Result ShootBoth(const ZORGeoSurface& surface, const ZORGeoLocationOnSurface& st
     return result;
 }
 
-ZORMathPoint EndOf(const Result& result)
-{
-    return result.GetLocations().constLast().point;
-}
-
-ZORMathPoint BeginOf(const Result& result)
-{
-    return result.GetLocations().constFirst().point;
-}
-
 ZORGeoLocationOnSurface CornerOf(const ZORGeoSurface& surface, int triangle, int corner)
 {
     return {&surface, triangle, corner == 1 ? 1.0 : 0.0, corner == 2 ? 1.0 : 0.0,

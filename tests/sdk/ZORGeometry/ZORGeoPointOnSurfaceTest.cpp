@@ -1,6 +1,7 @@
 // Tests of ZORGeoPointOnSurface.
 
 #include "TestMeshes.h"
+#include "support/ContainerContent.h"
 #include "support/Printers.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
@@ -14,12 +15,7 @@ namespace {
 class ZORGeoPointOnSurfaceTest : public testing::Test
 {
 protected:
-    ZORGeoSurface* Add(const TestMesh& mesh)
-    {
-        ZORGeoSurface* const surface = mesh.Make(&m_container).release();
-        surface->Initialize();
-        return surface;
-    }
+    ZORGeoSurface* Add(const TestMesh& mesh) { return Register(mesh.Make(&m_container).release()); }
 
     ZORGeoContainer m_container;
 };

@@ -1,6 +1,7 @@
 // Tests of ZORGeoTriangleEdgeCurve and of the border curves of surfaces.
 
 #include "TestMeshes.h"
+#include "support/ContainerContent.h"
 #include "support/Printers.h"
 #include "support/TestData.h"
 
@@ -24,12 +25,7 @@ using Edge = ZORGeoTriangleEdgeCurve::Edge;
 class ZORGeoTriangleEdgeCurveTest : public testing::Test
 {
 protected:
-    ZORGeoSurface* Add(const TestMesh& mesh)
-    {
-        ZORGeoSurface* const surface = mesh.Make(&m_container).release();
-        surface->Initialize();
-        return surface;
-    }
+    ZORGeoSurface* Add(const TestMesh& mesh) { return Register(mesh.Make(&m_container).release()); }
 
     static QList<qsizetype> EdgeCounts(const QList<const ZORGeoTriangleEdgeCurve*>& curves)
     {

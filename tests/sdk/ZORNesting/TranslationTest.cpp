@@ -135,3 +135,11 @@ double TranslationTest::GetArea(const ZORNestResult& result)
     }
     return area;
 }
+
+double TranslationTest::GetOnlyArea(const QByteArray& content)
+{
+    const QList<ZORNestResult> results = Translate(content);
+    EXPECT_EQ("", failure);
+    EXPECT_EQ(1, results.size());
+    return results.isEmpty() ? 0 : GetArea(results.constFirst());
+}

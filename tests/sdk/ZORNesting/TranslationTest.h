@@ -50,6 +50,8 @@ protected:
     }
     /// Outline less holes.
     static double GetArea(const ZORNestResult& result);
+    /// Translates the content, which must make one part, and returns its area.
+    double GetOnlyArea(const QByteArray& content);
 
     const QByteArray provider;
     ZORNestTranslationInput input;

@@ -1,4 +1,5 @@
 #include "SystemCallFaults.h"
+#include "support/FileContent.h"
 #include "support/HostileFiles.h"
 #include "support/Printers.h"
 
@@ -26,11 +27,6 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         EXPECT_EQ(content.size(), file.write(content));
         return file.fileName();
-    }
-    QByteArray GetContent(const QString& path) const
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
     QString MakeLink(const QString& name, const QString& target) const
     {
@@ -127,22 +123,22 @@ TEST_F(ZORSysFileTest, WritesAsAnyFileDoes)
         return file.open(mode) && file.write(content) == content.size() && file.flush();
     };
     EXPECT_TRUE(write(QIODevice::WriteOnly, "first content"));
-    EXPECT_EQ(QByteArray("first content"), GetContent(path));
+    EXPECT_EQ(QByteArray("first content"), ReadFile(path));
     EXPECT_TRUE(write(QIODevice::ReadWrite, "FIRST"));
-    EXPECT_EQ(QByteArray("FIRST content"), GetContent(path));
+    EXPECT_EQ(QByteArray("FIRST content"), ReadFile(path));
     EXPECT_TRUE(write(QIODevice::Append, "!"));
-    EXPECT_EQ(QByteArray("FIRST content!"), GetContent(path));
+    EXPECT_EQ(QByteArray("FIRST content!"), ReadFile(path));
     EXPECT_TRUE(write(QIODevice::WriteOnly, "x"));
-    EXPECT_EQ(QByteArray("x"), GetContent(path));
+    EXPECT_EQ(QByteArray("x"), ReadFile(path));
     EXPECT_TRUE(write(QIODevice::WriteOnly | QIODevice::Text, "y\n"));
-    EXPECT_EQ(QByteArray("y\n"), GetContent(path));
+    EXPECT_EQ(QByteArray("y\n"), ReadFile(path));
     const QString target = PutFile("target", "old");
     const QString link = MakeLink("link", target);
     ZORSysFile file(link);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("new");
     file.close();
-    EXPECT_EQ(QByteArray("new"), GetContent(target));
+    EXPECT_EQ(QByteArray("new"), ReadFile(target));
     EXPECT_TRUE(QFileInfo(link).isSymLink());
 }
 

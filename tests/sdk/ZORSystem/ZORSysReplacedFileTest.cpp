@@ -1,3 +1,4 @@
+#include "support/FileContent.h"
 #include "support/Printers.h"
 
 #include <ZORSystem/ZORSysFileException.h>
@@ -19,11 +20,6 @@ namespace {
 class ZORSysReplacedFileTest : public testing::Test
 {
 protected:
-    QByteArray GetContent() const
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
     void PutContent(const QByteArray& content) const
     {
         QFile file(path);
@@ -41,9 +37,9 @@ TEST_F(ZORSysReplacedFileTest, TheNewContentIsThereOnceItIsCommitted)
     ZORSysReplacedFile file(path);
     file.Open();
     ASSERT_EQ(3, file.GetDevice().write("new"));
-    EXPECT_EQ(QByteArray("old content"), GetContent());
+    EXPECT_EQ(QByteArray("old content"), ReadFile(path));
     EXPECT_TRUE(file.Commit());
-    EXPECT_EQ(QByteArray("new"), GetContent());
+    EXPECT_EQ(QByteArray("new"), ReadFile(path));
     EXPECT_EQ(QStringList("file"), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
 }
 
@@ -55,7 +51,7 @@ TEST_F(ZORSysReplacedFileTest, WithoutCommitTheOldContentStays)
         file.Open();
         file.GetDevice().write("new");
     }
-    EXPECT_EQ(QByteArray("old content"), GetContent());
+    EXPECT_EQ(QByteArray("old content"), ReadFile(path));
     EXPECT_EQ(QStringList("file"), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
 }
 

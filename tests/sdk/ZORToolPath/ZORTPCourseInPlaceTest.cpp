@@ -1,6 +1,7 @@
 // Tests that a course changes in place: everything that uses its center line follows.
 
 #include "CourseTest.h"
+#include "support/ContainerContent.h"
 
 #include <ZORGeometry/ZORGeoPointOnCurve.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
@@ -19,12 +20,6 @@ namespace {
 class ZORTPCourseInPlaceTest : public CourseTest
 {
 protected:
-    template<class T>
-    T* Register(T* geometry)
-    {
-        geometry->Initialize();
-        return geometry;
-    }
     ZORGeoPointOnCurve* AddPoint(const ZORGeoCurve* curve, double distance)
     {
         return Register(new ZORGeoPointOnCurve(curve->GetLocation(distance, nullptr)));

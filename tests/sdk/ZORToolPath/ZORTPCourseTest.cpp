@@ -1,6 +1,7 @@
 // Tests of ZORTPCourse.
 
 #include "CourseTest.h"
+#include "support/ContainerContent.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
@@ -14,19 +15,12 @@ namespace {
 class ZORTPCourseTest : public CourseTest
 {
 protected:
-    QStringList GetNewNames() const
-    {
-        QStringList names;
-        for (int i = numBefore; i < container.GetNumGeometry(); ++i)
-            names.append(container.GetGeometryByIndex(i)->objectName());
-        return names;
-    }
 };
 
 TEST_F(ZORTPCourseTest, BringsItsCentreLineAndABodyOfDimensionOneIntoTheContainer)
 {
     const ZORTPCourse* const course = Add();
-    EXPECT_EQ(GetNewNames(), (QStringList{"CurveOnSurface.1", "Body.1", "Course.1"}));
+    EXPECT_EQ(GetNames(container, numBefore), (QStringList{"CurveOnSurface.1", "Body.1", "Course.1"}));
     ASSERT_TRUE(course->GetBody());
     EXPECT_EQ(course->GetBody()->GetDimension(), 1);
     EXPECT_EQ(course->GetBody()->GetGeometry(), course->GetCenterLine());

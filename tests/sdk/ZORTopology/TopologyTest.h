@@ -3,6 +3,7 @@
 #pragma once
 
 #include "sdk/ZORGeometry/TestMeshes.h"
+#include "support/ContainerContent.h"
 #include "support/MessageOf.h"
 #include "support/Printers.h"
 
@@ -32,13 +33,6 @@ protected:
     ZORTopBody* Divide(const TestMesh& mesh, double degrees = 45)
     {
         return factory.CreateSurface(AddSurface(mesh), degrees * Degree);
-    }
-
-    template<class T>
-    T* Register(T* geometry)
-    {
-        geometry->Initialize();
-        return geometry;
     }
 
     /// "faces/edges/vertices"

@@ -1,3 +1,4 @@
+#include "support/ContainerContent.h"
 #include "support/Printers.h"
 
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
@@ -17,12 +18,6 @@ namespace {
 class ZORTopBodyTest : public testing::Test
 {
 public:
-    template<class T>
-    T* Register(T* geometry)
-    {
-        geometry->Initialize();
-        return geometry;
-    }
     ZORGeoCartesianPoint* AddPoint() { return Register(new ZORGeoCartesianPoint(&container, {1, 2, 3})); }
     ZORTopBody* AddBody(const ZORGeoGeometry* geometry)
     {

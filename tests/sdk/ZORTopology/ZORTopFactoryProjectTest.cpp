@@ -19,13 +19,7 @@ protected:
     }
 
     // From the third geometry on: what a projection added behind its inputs.
-    QStringList NamesFrom(int first) const
-    {
-        QStringList names;
-        for (int i = first; i < container.GetNumGeometry(); ++i)
-            names.append(container.GetGeometryByIndex(i)->objectName());
-        return names;
-    }
+    QStringList NamesFrom(int first) const { return GetNames(container, first); }
 };
 
 TEST_F(ZORTopFactoryProjectTest, PointGoesToTheNearestPlaceOfTheSurface)

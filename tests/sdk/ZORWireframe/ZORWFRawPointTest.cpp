@@ -1,3 +1,4 @@
+#include "support/ContainerContent.h"
 #include "support/MessageOf.h"
 #include "support/Printers.h"
 
@@ -34,13 +35,6 @@ protected:
         feature->Initialize();
         return feature;
     }
-    QStringList GetNewNames() const
-    {
-        QStringList names;
-        for (int i = numBefore; i < container.GetNumGeometry(); ++i)
-            names.append(container.GetGeometryByIndex(i)->objectName());
-        return names;
-    }
     static ZORGeoCartesianPoint* PointOf(const ZORWFRawPoint* feature)
     {
         return const_cast<ZORGeoCartesianPoint*>(
@@ -69,7 +63,7 @@ TEST_F(ZORWFRawPointTest, LiesInItsFolderWithANameAndALabelOfItsOwn)
 TEST_F(ZORWFRawPointTest, BringsItsPointAndABodyOfDimensionZeroIntoTheContainer)
 {
     const ZORWFRawPoint* const feature = Add({1.5, -2, 1e6});
-    EXPECT_EQ(GetNewNames(), (QStringList{"CartesianPoint.1", "Body.1", "RawPoint.1"}));
+    EXPECT_EQ(GetNames(container, numBefore), (QStringList{"CartesianPoint.1", "Body.1", "RawPoint.1"}));
     ASSERT_TRUE(feature->GetBody());
     EXPECT_EQ(feature->GetBody()->GetDimension(), 0);
     EXPECT_TRUE(feature->GetBody()->IsInitialized());

@@ -27,13 +27,6 @@ protected:
         EXPECT_EQ(1, results.size());
         return results.isEmpty() ? QStringList() : Describe(results.constFirst());
     }
-    double GetOnlyArea(const QByteArray& content)
-    {
-        const QList<ZORNestResult> results = Translate(content);
-        EXPECT_EQ("", failure);
-        EXPECT_EQ(1, results.size());
-        return results.isEmpty() ? 0 : GetArea(results.constFirst());
-    }
 };
 
 TEST_F(ZORNestDxfTest, LinesMakeAnOutline)

@@ -35,13 +35,6 @@ protected:
             lines.append(Describe(result));
         return lines;
     }
-    double GetOnlyArea(const QByteArray& content)
-    {
-        const QList<ZORNestResult> results = Translate(content);
-        EXPECT_EQ("", failure);
-        EXPECT_EQ(1, results.size());
-        return results.isEmpty() ? 0 : GetArea(results.constFirst());
-    }
 };
 
 TEST_F(ZORNestSvgTest, StraightCommandsAbsoluteAndRelative)
