@@ -3,7 +3,9 @@
 #include "draping/ZORCompDrapingLayer_p.h"
 
 #include <ZORComposites/ZORCompKinematicDraping.h>
-#include <ZORGeometry/ZORGeoPointOnSurface.h>
+#include <ZORFeature/ZORFeatShapeOf.h>
+#include <ZORGeometry/ZORGeoOnSurface.h>
+#include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
@@ -15,25 +17,12 @@ using Layer = ZORCompDrapingLayer;
 
 namespace {
 
-// What an input is or has its body around.
-const ZORGeoGeometry* ShapeOf(const ZORGeoGeometry* input)
-{
-    if (!qobject_cast<const ZORFeatObject*>(input))
-        return input;
-    const auto* feature = qobject_cast<const ZORFeatGeometry*>(input);
-    const ZORTopBody* const body = feature ? feature->GetBody() : nullptr;
-    return body ? body->GetGeometry() : nullptr;
-}
-
 ZORGeoLocationOnSurface LocationOf(const ZORGeoGeometry* seed, const ZORGeoSurface* surface)
 {
-    const auto* point = qobject_cast<const ZORGeoPoint*>(ShapeOf(seed));
+    const auto* point = ZORFeatShapeOf<ZORGeoPoint>(seed);
     if (!point)
         throw ZORSysException(Layer::tr("the seed is no point"));
-    const auto* tied = qobject_cast<const ZORGeoPointOnSurface*>(point);
-    if (tied && tied->GetSurface() == surface)
-        return tied->GetLocationOnSurface();
-    const ZORGeoLocationOnSurface location = surface->Project(point->GetMathPoint());
+    const ZORGeoLocationOnSurface location = ZORGeoOnSurface::Locate(*point, *surface);
     if (location.IsNull())
         throw ZORSysException(Layer::tr("the seed cannot be projected onto the surface"));
     return location;
@@ -195,12 +184,12 @@ QList<int> Layer::GetLockedCells() const
 bool Layer::IsComplete() const
 {
     Q_D(const ZORCompDrapingLayer);
-    return d->strategy && ShapeOf(d->surface) && ShapeOf(d->seed);
+    return d->strategy && ZORFeatShapeOf(d->surface) && ZORFeatShapeOf(d->seed);
 }
 
 ZORFeatShape Layer::Compute() const
 {
-    const auto* surface = qobject_cast<const ZORGeoSurface*>(ShapeOf(GetSurface()));
+    const auto* surface = ZORFeatShapeOf<ZORGeoSurface>(GetSurface());
     if (!surface)
         throw ZORSysException(tr("the surface of the layer is no surface"));
     const ZORGeoLocationOnSurface seed = LocationOf(GetSeed(), surface);

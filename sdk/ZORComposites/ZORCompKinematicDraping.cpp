@@ -1,9 +1,12 @@
 #include "ZORCompKinematicDraping.h"
 
+#include "draping/ZORCompAngles_p.h"
 #include "draping/ZORCompNetGrowth_p.h"
 
+#include <ZORGeometry/ZORGeoOnSurface.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>
+#include <ZORMathematics/ZORMathFunctions.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
@@ -12,28 +15,11 @@
 
 namespace {
 
-double LargestCoordinate(const ZORMathPoint& point)
-{
-    return std::max({std::abs(point.GetX()), std::abs(point.GetY()), std::abs(point.GetZ())});
-}
-
 bool IsWithin(const ZORGeoLocationOnSurface& location, const ZORGeoSurface* surface)
 {
-    constexpr double rounding = 1e-9;
     return location.surface == surface && location.triangle >= 1
-           && location.triangle <= surface->GetNumTriangles() && location.weightB >= -rounding
-           && location.weightC >= -rounding && location.weightB + location.weightC <= 1 + rounding
+           && location.triangle <= surface->GetNumTriangles() && ZORGeoOnSurface::IsWithinTriangle(location)
            && location.point.IsFinite();
-}
-
-bool IsPerpendicular(const ZORMathVector& direction, const ZORGeoLocationOnSurface& location)
-{
-    ZORMathPoint a, b, c;
-    location.surface->GetVertices(location.triangle, a, b, c);
-    const ZORMathVector normal = Cross((b - a).GetNormalized(), (c - a).GetNormalized()).GetNormalized();
-    if (normal == ZORMathVector()) // without area: all directions end where they begin
-        return false;
-    return Cross(normal, direction.GetNormalized()).GetLength() <= 1e-9;
 }
 
 } // namespace
@@ -63,7 +49,7 @@ ZORCompDrapingNet ZORCompKinematicDraping::Run(const ZORGeoLocationOnSurface& se
         throw ZORSysException(tr("seed is not on the surface"));
     if (!direction.IsFinite())
         throw ZORSysException(tr("direction is not finite"));
-    if (IsPerpendicular(direction, seed))
+    if (ZORGeoOnSurface::IsPerpendicular(direction, seed, zor::comp::kSmallestAngle))
         throw ZORSysException(tr("the direction is perpendicular to the surface at the seed"));
     ZORCompDrapingNet net;
     if (m_parameters.step <= m_surface->GetBoundingBox().GetDiagonal())

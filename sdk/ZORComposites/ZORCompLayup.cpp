@@ -1,5 +1,7 @@
 #include "ZORCompLayup.h"
 
+#include "draping/ZORCompAngles_p.h"
+
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompPly.h>
 #include <ZORComposites/ZORCompRosette.h>
@@ -20,18 +22,16 @@ ZOR_GEO_REGISTER_TYPE(ZORCompLayup)
 
 namespace {
 
-constexpr double SameAngle = 1e-9; // radians
-
 // Fibres have no sense: the same direction within (-pi/2, pi/2].
 double ReduceAngle(double angle)
 {
     const double reduced = std::remainder(angle, std::numbers::pi);
-    return reduced < -std::numbers::pi / 2 + SameAngle ? reduced + std::numbers::pi : reduced;
+    return reduced < -std::numbers::pi / 2 + zor::comp::kSmallestAngle ? reduced + std::numbers::pi : reduced;
 }
 
 bool IsSameDirection(double a, double b)
 {
-    return std::abs(std::remainder(a - b, std::numbers::pi)) <= SameAngle;
+    return std::abs(std::remainder(a - b, std::numbers::pi)) <= zor::comp::kSmallestAngle;
 }
 
 // As many angles above 0 as below, pairwise opposite.

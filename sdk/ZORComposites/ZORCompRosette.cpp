@@ -1,12 +1,15 @@
 #include "ZORCompRosette.h"
 
+#include "draping/ZORCompAngles_p.h"
 #include "storage/ZORCompShape_p.h"
 #include "storage/ZORCompStoredAttributes_p.h"
 
 #include <ZORGeometry/ZORGeoLine.h>
+#include <ZORGeometry/ZORGeoRange.h>
 #include <ZORGeometry/ZORGeoReference.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
+#include <ZORMathematics/ZORMathFunctions.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORTopology/ZORTopBody.h>
@@ -16,9 +19,6 @@
 ZOR_GEO_REGISTER_TYPE(ZORCompRosette)
 
 namespace {
-
-constexpr double Parallel = 1e-9; // radians
-constexpr double Farthest = 1e60; // millimetres
 
 struct Axes
 {
@@ -32,23 +32,12 @@ ZORMathVector ProjectDirection(const ZORMathVector& vector, const ZORMathVector&
 {
     const ZORMathVector direction = vector.GetNormalized();
     const ZORMathVector inPlane = direction - Dot(direction, normal) * normal;
-    return inPlane.GetLength() > Parallel ? inPlane.GetNormalized() : ZORMathVector();
-}
-
-bool IsZero(const ZORMathVector& vector)
-{
-    return vector == ZORMathVector();
-}
-
-bool IsNear(const ZORMathPoint& point)
-{
-    return std::abs(point.GetX()) <= Farthest && std::abs(point.GetY()) <= Farthest
-           && std::abs(point.GetZ()) <= Farthest;
+    return inPlane.GetLength() > zor::comp::kSmallestAngle ? inPlane.GetNormalized() : ZORMathVector();
 }
 
 Axes Orthonormalize(const Axes& given)
 {
-    if (!IsNear(given.origin))
+    if (!ZORGeoRange::Contains(given.origin))
         throw ZORSysException(ZORCompRosette::tr("the origin of the rosette is not finite or too far away"));
     const ZORMathVector z = given.z.GetNormalized();
     if (IsZero(z))
@@ -245,7 +234,7 @@ struct ZORCompRosetteStorage
         Orthonormalize(data.axes);
         const double error = std::abs(data.axes.x.GetLength() - 1) + std::abs(data.axes.z.GetLength() - 1)
                              + std::abs(Dot(data.axes.x, data.axes.z));
-        if (!(error <= Parallel))
+        if (!(error <= zor::comp::kSmallestAngle))
             reader.Fail(ZORCompRosette::tr("its axes are not perpendicular and of length 1"));
         data.shape.Replace(nullptr, false);
         data.shape.Adopt(reader.GetReference<ZORGeoLine>("line"), reader.GetReference<ZORTopBody>("body"));

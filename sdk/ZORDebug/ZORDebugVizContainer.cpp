@@ -1,6 +1,7 @@
 #include "ZORDebugVizContainer.h"
 
 #include <ZORDebug/ZORDebugVizObject.h>
+#include <ZORMathematics/ZORMathFunctions.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>
@@ -26,11 +27,6 @@ QColor ToColor(unsigned r, unsigned g, unsigned b)
 {
     const auto clamped = [](unsigned value) { return static_cast<int>(std::min(value, 255U)); };
     return {clamped(r), clamped(g), clamped(b)};
-}
-
-ZORMathPoint Between(const ZORMathPoint& a, const ZORMathPoint& b, double t)
-{
-    return a + t * (b - a);
 }
 
 bool AreFinite(const ZORMathSetOfPoints& points, qsizetype first, qsizetype count)
@@ -145,7 +141,10 @@ void ZORDebugVizContainer::AddLine(const ZORMathPoint& start, const ZORMathPoint
     drawing.options.SetLineStyle(ToCode<ZORVisOptions::LineStyle>(style, ZORVisOptions::lineStyleCount));
     if (start.IsFinite() && end.IsFinite())
         drawing.Add(new ZORVisPolylinePrimitive({start, end}, ZORVisPolylinePrimitive::Chain));
-    drawing.AddText(lineAnchor == 0 ? start : lineAnchor == 1 ? Between(start, end, 0.5) : end, labelAnchor);
+    drawing.AddText(lineAnchor == 0   ? start
+                    : lineAnchor == 1 ? PointBetween(start, end, 0.5)
+                                      : end,
+                    labelAnchor);
     drawing.Finish();
 }
 
@@ -173,7 +172,7 @@ void ZORDebugVizContainer::AddTriangle(const ZORMathPoint& first, const ZORMathP
     const ZORMathSetOfPoints corners{first, second, third};
     if (AreFinite(corners, 0, 3))
         drawing.Add(new ZORVisTrianglePrimitive(corners));
-    drawing.AddText(Between(Between(first, second, 0.5), third, 1.0 / 3.0), labelAnchor);
+    drawing.AddText(PointBetween(PointBetween(first, second, 0.5), third, 1.0 / 3.0), labelAnchor);
     drawing.Finish();
 }
 

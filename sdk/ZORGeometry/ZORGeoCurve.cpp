@@ -1,8 +1,8 @@
 #include "ZORGeoCurve.h"
 
 #include "mesh/ZORGeoChain_p.h"
-#include "mesh/ZORGeoRange_p.h"
 
+#include <ZORGeometry/ZORGeoRange.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORMathematics/ZORMathBoundingBox.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -17,7 +17,7 @@ namespace {
 void Check(const ZORMathSetOfPoints& points)
 {
     for (qsizetype i = 0; i < points.size(); ++i) {
-        if (!ZorGeoIsInRange(points[i]))
+        if (!ZORGeoRange::Contains(points[i]))
             throw ZORSysException(
                 ZORGeoCurve::tr("point %1 of the curve is not finite or too far away").arg(i));
     }
@@ -80,7 +80,7 @@ ZORGeoLocationOnCurve ZORGeoCurve::GetLocation(double distance, const ZORGeoLoca
     if (start && start->curve != this)
         throw ZORSysException(tr("start location lies on another curve"));
     const double total = start ? start->distance + distance : distance;
-    if (m_chain->GetPoints().isEmpty() || !(std::abs(total) <= ZorGeoMaximumCoordinate))
+    if (m_chain->GetPoints().isEmpty() || !(std::abs(total) <= ZORGeoRange::kLargestCoordinate))
         return {};
     const ZORGeoChain::Place place = m_chain->Locate(total);
     return {this, place.distance, place.point};
@@ -89,7 +89,7 @@ ZORGeoLocationOnCurve ZORGeoCurve::GetLocation(double distance, const ZORGeoLoca
 bool ZORGeoCurve::Project(const ZORMathPoint& point, ZORGeoLocationOnCurve& location) const
 {
     ZOR_TRACE_CALL(point);
-    if (m_chain->GetPoints().isEmpty() || !ZorGeoIsInRange(point))
+    if (m_chain->GetPoints().isEmpty() || !ZORGeoRange::Contains(point))
         return false;
     const ZORGeoChain::Place place = m_chain->Project(point);
     location = {this, place.distance, place.point};

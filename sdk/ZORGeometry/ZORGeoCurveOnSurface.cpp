@@ -1,6 +1,6 @@
 #include "ZORGeoCurveOnSurface.h"
 
-#include "mesh/ZORGeoRange_p.h"
+#include "mesh/ZORGeoCoincidence_p.h"
 #include "storage/ZORGeoStoredLocations_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>

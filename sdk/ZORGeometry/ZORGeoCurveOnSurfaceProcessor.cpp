@@ -8,6 +8,7 @@
 #include "trace/ZORGeoWalk_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
+#include <ZORGeometry/ZORGeoOnSurface.h>
 #include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
@@ -65,9 +66,8 @@ void ZORGeoCurveOnSurfaceProcessor::Private::Check(const ZORGeoLocationOnSurface
         throw ZORSysException(tr("%1 location is not on a surface").arg(name));
     if (location.surface != surface)
         throw ZORSysException(tr("%1 location is on another surface").arg(name));
-    const auto isWeight = [](double weight) { return weight >= -1e-9 && weight <= 1 + 1e-9; };
-    if (location.triangle < 1 || location.triangle > mesh->GetNumTriangles() || !isWeight(location.weightB)
-        || !isWeight(location.weightC) || !isWeight(location.weightB + location.weightC))
+    if (location.triangle < 1 || location.triangle > mesh->GetNumTriangles()
+        || !ZORGeoOnSurface::IsWithinTriangle(location))
         throw ZORSysException(tr("%1 location is not within its triangle").arg(name));
 }
 

@@ -6,6 +6,7 @@
 #include "path/ZORGeoPathSmoother_p.h"
 #include "path/ZORGeoShortestPath_p.h"
 
+#include <ZORGeometry/ZORGeoOnSurface.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
@@ -20,13 +21,9 @@ namespace {
 
 constexpr double smallestRadius = 1e-6; // as part of the coordinates
 constexpr double smallestLength = 1e-9; // of the curve before
-constexpr double weightTolerance = 1e-9;
 
 void Check(const Locations& locations)
 {
-    const auto isWeight = [](double weight) {
-        return weight >= -weightTolerance && weight <= 1 + weightTolerance;
-    };
     for (qsizetype i = 0; i < locations.size(); ++i) {
         const ZORGeoLocationOnSurface& at = locations[i];
         const char* error = nullptr;
@@ -34,8 +31,8 @@ void Check(const Locations& locations)
             error = QT_TR_NOOP("location %1 of the curve is not on a surface");
         else if (at.surface != locations.constFirst().surface)
             error = QT_TR_NOOP("location %1 of the curve is on another surface");
-        else if (at.triangle < 1 || at.triangle > at.surface->GetNumTriangles() || !isWeight(at.weightB)
-                 || !isWeight(at.weightC) || !isWeight(at.weightB + at.weightC) || !at.point.IsFinite())
+        else if (at.triangle < 1 || at.triangle > at.surface->GetNumTriangles()
+                 || !ZORGeoOnSurface::IsWithinTriangle(at) || !at.point.IsFinite())
             error = QT_TR_NOOP("location %1 of the curve is not within its triangle");
         if (error)
             throw ZORSysException(ZORGeoCurveOnSurfaceSmoother::tr(error).arg(i));

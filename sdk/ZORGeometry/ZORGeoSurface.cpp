@@ -1,11 +1,11 @@
 #include "ZORGeoSurface.h"
 
 #include "mesh/ZORGeoMeshBorder_p.h"
-#include "mesh/ZORGeoRange_p.h"
 #include "mesh/ZORGeoSurface_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>
+#include <ZORGeometry/ZORGeoRange.h>
 #include <ZORGeometry/ZORGeoTriangleEdgeCurve.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -42,7 +42,7 @@ void Check(const QList<ZORMathPoint>& vertices, const QList<ZORGeoSurface::Corne
     if (triangles.size() > ZORGeoMesh::MaximumTriangles)
         throw ZORSysException(ZORGeoSurface::tr("surface has too many triangles"));
     for (qsizetype v = 0; v < vertices.size(); ++v) {
-        if (!ZorGeoIsInRange(vertices[v]))
+        if (!ZORGeoRange::Contains(vertices[v]))
             throw ZORSysException(ZORGeoSurface::tr("vertex %1 is not finite or too far away").arg(v));
     }
     for (qsizetype t = 0; t < triangles.size(); ++t) {
@@ -130,7 +130,7 @@ ZORGeoLocationOnSurface ZORGeoSurface::Project(const ZORMathPoint& point) const
 {
     ZOR_TRACE_CALL(point);
     Q_D(const ZORGeoSurface);
-    if (!ZorGeoIsInRange(point))
+    if (!ZORGeoRange::Contains(point))
         return {};
     const auto [triangle, place] = d->GetTree().FindNearest(point);
     if (triangle < 0)
@@ -145,8 +145,8 @@ ZORGeoLocationOnSurface ZORGeoSurface::IntersectRay(const ZORMathPoint& origin,
     Q_D(const ZORGeoSurface);
     const double largest =
         std::max({std::abs(direction.GetX()), std::abs(direction.GetY()), std::abs(direction.GetZ())});
-    const bool hasDirection = largest >= 1 / ZorGeoMaximumCoordinate;
-    if (!ZorGeoIsInRange(origin) || !ZorGeoIsInRange(ZORMathPoint() + direction) || !hasDirection)
+    const bool hasDirection = largest >= 1 / ZORGeoRange::kLargestCoordinate;
+    if (!ZORGeoRange::Contains(origin) || !ZORGeoRange::Contains(ZORMathPoint() + direction) || !hasDirection)
         return {};
     const auto [triangle, hit] = d->GetTree().FindFirst(ZORGeoRay(origin, direction));
     if (triangle < 0)

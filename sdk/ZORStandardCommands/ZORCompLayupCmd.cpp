@@ -10,6 +10,7 @@
 #include <ZORComposites/ZORCompRosette.h>
 #include <ZORComposites/ZORCompSequence.h>
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatShapeOf.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 
 namespace {
@@ -38,7 +39,7 @@ public:
     {
         ZORStdCreation creation;
         auto* const layup = new ZORCompLayup(GetFolder(creation));
-        layup->SetSurface(ZORStdShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject()));
+        layup->SetSurface(ZORFeatShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject()));
         layup->SetRosette(m_rosetteCombo->Get<ZORCompRosette>());
         creation.Add(layup, GetLabel());
         auto* const sequence = creation.Add(new ZORCompSequence(layup), tr("Sequence %1").arg(1));

@@ -5,6 +5,7 @@
 
 #include <ZORComposites/ZORCompRosette.h>
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatShapeOf.h>
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathPoint.h>
@@ -40,7 +41,7 @@ public:
 
     void Apply() override
     {
-        const auto* const surface = ZORStdShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject());
+        const auto* const surface = ZORFeatShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject());
         const ZORMathVector xAxis = m_xAxis.GetVector();
         ZORStdCreation creation;
         auto rosette = std::make_unique<ZORCompRosette>(GetFolder(creation), GetOrigin(), xAxis,
@@ -73,7 +74,7 @@ protected:
 private:
     ZORMathPoint GetOrigin() const
     {
-        const auto* const point = ZORStdShapeOf<ZORGeoPoint>(m_originCombo->GetObject());
+        const auto* const point = ZORFeatShapeOf<ZORGeoPoint>(m_originCombo->GetObject());
         return point ? point->GetMathPoint() : m_origin.GetPoint();
     }
     // The surface gives the normal in the end.

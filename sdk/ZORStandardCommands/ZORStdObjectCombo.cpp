@@ -5,6 +5,7 @@
 #include <ZORComposites/ZORCompRosette.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORFeature/ZORFeatShapeOf.h>
 #include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoSurface.h>
@@ -110,7 +111,7 @@ QList<ZORGeoGeometry*> ZORStdObjectCombo::FindObjects()
         if (feature) {
             connect(feature, &ZORFeatGeometry::BodyChanged, this, &ZORStdObjectCombo::ScheduleRefresh,
                     Qt::UniqueConnection);
-            shapes.insert(ZORStdShapeOf(feature));
+            shapes.insert(ZORFeatShapeOf(feature));
         }
         if (m_filter(*object))
             (qobject_cast<const ZORFeatObject*>(object) ? features : others).append(object);

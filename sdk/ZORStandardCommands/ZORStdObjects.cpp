@@ -14,15 +14,6 @@
 
 #include <QSet>
 
-const ZORGeoGeometry* ZORStdShapeOf(const ZORGeoGeometry* object)
-{
-    const auto* const feature = qobject_cast<const ZORFeatGeometry*>(object);
-    if (!feature)
-        return object;
-    const ZORTopBody* const body = feature->GetBody();
-    return body ? body->GetGeometry() : nullptr;
-}
-
 QString ZORStdNameOf(const ZORGeoGeometry* object)
 {
     const auto* const feature = qobject_cast<const ZORFeatObject*>(object);

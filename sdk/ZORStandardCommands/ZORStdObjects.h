@@ -12,15 +12,6 @@ class ZORFeatObject;
 class ZORFeatRoot;
 class ZORGeoGeometry;
 
-/// The shape of an object: of a feature what its body is made of, of any other geometry itself. Null for null, for
-/// features without a body and for bodies of several geometries.
-const ZORGeoGeometry* ZORStdShapeOf(const ZORGeoGeometry* object);
-template<class T>
-const T* ZORStdShapeOf(const ZORGeoGeometry* object)
-{
-    return qobject_cast<const T*>(ZORStdShapeOf(object));
-}
-
 /// The name people know an object by: the label of a feature, else the object name.
 QString ZORStdNameOf(const ZORGeoGeometry* object);
 

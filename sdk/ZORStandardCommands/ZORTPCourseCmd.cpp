@@ -5,9 +5,11 @@
 
 #include <ZORCommonUI/ZORCmnUnitSpinBox.h>
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatShapeOf.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
-#include <ZORGeometry/ZORGeoPointOnSurface.h>
+#include <ZORGeometry/ZORGeoOnSurface.h>
+#include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysException.h>
@@ -89,31 +91,28 @@ protected:
 private:
     const ZORGeoSurface* GetSurface() const
     {
-        return ZORStdShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject());
+        return ZORFeatShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject());
     }
     const ZORGeoCurveOnSurface* GetCurve() const
     {
-        return ZORStdShapeOf<ZORGeoCurveOnSurface>(m_curveCombo->GetObject());
+        return ZORFeatShapeOf<ZORGeoCurveOnSurface>(m_curveCombo->GetObject());
     }
     ZORStdObjectCombo::Filter MakeCurveFilter() const
     {
         const QPointer<const ZORGeoSurface> surface = GetSurface();
         const auto isCurve = ZORStdObjectCombo::ShapeFilter(ZORStdObjectCombo::Curves);
         return [surface, isCurve](const ZORGeoGeometry& object) {
-            const auto* const curve = ZORStdShapeOf<ZORGeoCurveOnSurface>(&object);
+            const auto* const curve = ZORFeatShapeOf<ZORGeoCurveOnSurface>(&object);
             return surface && curve && curve->GetSurface() == surface && isCurve(object);
         };
     }
     QList<ZORGeoLocationOnSurface> ComputeCenterLine() const
     {
         const ZORGeoSurface* const surface = GetSurface();
-        const auto* const point = ZORStdShapeOf<ZORGeoPoint>(m_pointCombo->GetObject());
+        const auto* const point = ZORFeatShapeOf<ZORGeoPoint>(m_pointCombo->GetObject());
         if (!surface || !point)
             throw ZORSysException(tr("the surface or the start point has no geometry any more"));
-        const auto* const tied = qobject_cast<const ZORGeoPointOnSurface*>(point);
-        const ZORGeoLocationOnSurface start = tied && tied->GetSurface() == surface
-                                                  ? tied->GetLocationOnSurface()
-                                                  : surface->Project(point->GetMathPoint());
+        const ZORGeoLocationOnSurface start = ZORGeoOnSurface::Locate(*point, *surface);
         const double length = m_lengthSpin->GetInternalValue();
         const double ahead = length > 0 ? length : std::numeric_limits<double>::infinity();
         const QList<ZORGeoLocationOnSurface> line =

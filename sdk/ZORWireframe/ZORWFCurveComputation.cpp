@@ -1,12 +1,13 @@
 #include "ZORWFCurveComputation_p.h"
 
+#include <ZORFeature/ZORFeatShapeOf.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
-#include <ZORGeometry/ZORGeoPointOnSurface.h>
+#include <ZORGeometry/ZORGeoOnSurface.h>
+#include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathVector.h>
 #include <ZORSystem/ZORSysException.h>
-#include <ZORTopology/ZORTopBody.h>
 
 #include <algorithm>
 #include <numbers>
@@ -17,27 +18,18 @@ using Processor = ZORGeoCurveOnSurfaceProcessor;
 
 namespace {
 
-const ZORGeoGeometry* GeometryOf(const ZORFeatGeometry* feature)
-{
-    const ZORTopBody* const body = feature ? feature->GetBody() : nullptr;
-    return body ? body->GetGeometry() : nullptr;
-}
-
 bool IsReady(const QList<Computation::Input>& limits)
 {
     return std::all_of(limits.begin(), limits.end(),
-                       [](const Computation::Input& limit) { return !limit.Get() || GeometryOf(limit); });
+                       [](const Computation::Input& limit) { return !limit.Get() || ZORFeatShapeOf(limit); });
 }
 
 Location LocationOf(const ZORFeatGeometry* feature, const ZORGeoSurface* surface, const QString& name)
 {
-    const auto* point = qobject_cast<const ZORGeoPoint*>(GeometryOf(feature));
+    const auto* point = ZORFeatShapeOf<ZORGeoPoint>(feature);
     if (!point)
         throw ZORSysException(Computation::tr("the %1 is no point").arg(name));
-    const auto* tied = qobject_cast<const ZORGeoPointOnSurface*>(point);
-    if (tied && tied->GetSurface() == surface)
-        return tied->GetLocationOnSurface();
-    const Location location = surface->Project(point->GetMathPoint());
+    const Location location = ZORGeoOnSurface::Locate(*point, *surface);
     if (location.IsNull())
         throw ZORSysException(Computation::tr("the %1 cannot be projected onto the support").arg(name));
     return location;
@@ -49,7 +41,7 @@ ZORGeoCurveOnSurfaceLimits LimitsOf(const QList<Computation::Input>& features, c
     for (const Computation::Input& feature : features) {
         if (!feature.Get())
             continue;
-        const auto* curve = qobject_cast<const ZORGeoCurveOnSurface*>(GeometryOf(feature));
+        const auto* curve = ZORFeatShapeOf<ZORGeoCurveOnSurface>(feature);
         if (!curve || curve->GetSurface() != surface)
             throw ZORSysException(
                 Computation::tr("the limit '%1' is no curve on the support").arg(feature->GetLabel()));
@@ -60,30 +52,28 @@ ZORGeoCurveOnSurfaceLimits LimitsOf(const QList<Computation::Input>& features, c
     return limits;
 }
 
-bool IsPerpendicular(const ZORMathVector& direction, const Location& location)
+// Such directions are those that curves at a constant angle cannot follow.
+bool IsPerpendicularTo(const Location& location, const ZORMathVector& direction)
 {
-    ZORMathPoint a, b, c;
-    location.surface->GetVertices(location.triangle, a, b, c);
-    const ZORMathVector normal = Cross(b - a, c - a);
-    return normal.GetLength() > 0
-           && Cross(normal, direction).GetLength() <= 1e-12 * normal.GetLength() * direction.GetLength();
+    return ZORGeoOnSurface::IsPerpendicular(direction, location, ZORGeoOnSurface::kVanishingProjection);
 }
 
 } // namespace
 
 bool Computation::IsComplete() const
 {
-    if (!GeometryOf(support) || !GeometryOf(startPoint))
+    if (!ZORFeatShapeOf(support) || !ZORFeatShapeOf(startPoint))
         return false;
     if (method == ZORWFCurveOnSupport::PointToPoint)
-        return GeometryOf(endPoint);
+        return ZORFeatShapeOf(endPoint);
     const auto* shaped = qobject_cast<const ZORFeatGeometry*>(direction.Get());
-    return direction.Get() && (!shaped || GeometryOf(shaped)) && IsReady(startLimits) && IsReady(endLimits);
+    return direction.Get() && (!shaped || ZORFeatShapeOf(shaped)) && IsReady(startLimits)
+           && IsReady(endLimits);
 }
 
 QList<Location> Computation::Run() const
 {
-    const auto* surface = qobject_cast<const ZORGeoSurface*>(GeometryOf(support));
+    const auto* surface = ZORFeatShapeOf<ZORGeoSurface>(support);
     if (!surface)
         throw ZORSysException(tr("the support is no surface"));
     const Location start = LocationOf(startPoint, surface, tr("start point"));
@@ -110,7 +100,7 @@ QList<Location> Computation::RunDirected(const ZORGeoSurface* surface, const Loc
         return processor.ComputeGeodesic(start, vector, turn).GetLocations();
 
     const QList<Location> locations = processor.ComputeConstantAngle(start, vector, turn).GetLocations();
-    if (locations.size() == 1 && IsPerpendicular(vector, start))
+    if (locations.size() == 1 && IsPerpendicularTo(start, vector))
         throw ZORSysException(tr("the direction is perpendicular to the support at the start point"));
     return locations;
 }
@@ -120,9 +110,9 @@ ZORMathVector Computation::GetDirectionAt(const Location& start) const
     const auto* shaped = qobject_cast<const ZORFeatGeometry*>(direction.Get());
     if (!shaped) {
         const ZORMathVector x(1, 0, 0);
-        return IsPerpendicular(x, start) ? ZORMathVector(0, 1, 0) : x;
+        return IsPerpendicularTo(start, x) ? ZORMathVector(0, 1, 0) : x;
     }
-    const ZORGeoGeometry* const geometry = GeometryOf(shaped);
+    const ZORGeoGeometry* const geometry = ZORFeatShapeOf(shaped);
     if (const auto* point = qobject_cast<const ZORGeoPoint*>(geometry)) {
         const ZORMathVector vector = point->GetMathPoint() - start.point;
         if (vector.GetLength() == 0)

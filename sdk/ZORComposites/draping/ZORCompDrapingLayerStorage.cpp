@@ -3,6 +3,7 @@
 #include "ZORCompDrapingLayer_p.h"
 
 #include <ZORGeometry/ZORGeoObjectStorage.h>
+#include <ZORGeometry/ZORGeoOnSurface.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <cmath>
@@ -46,12 +47,10 @@ void WriteCells(const QList<Cell>& cells, ZORGeoObjectWriter& writer)
 
 bool IsLocation(const ZORGeoLocationOnSurface& location)
 {
-    constexpr double rounding = 1e-9;
-    const bool isWithin = location.weightB >= -rounding && location.weightC >= -rounding
-                          && location.weightB + location.weightC <= 1 + rounding;
     const int numTriangles = location.surface ? location.surface->GetNumTriangles() : location.triangle;
-    return isWithin && location.triangle >= 0 && location.triangle <= numTriangles
-           && (location.triangle > 0 || !location.surface) && location.point.IsFinite();
+    return ZORGeoOnSurface::IsWithinTriangle(location) && location.triangle >= 0
+           && location.triangle <= numTriangles && (location.triangle > 0 || !location.surface)
+           && location.point.IsFinite();
 }
 
 QList<Node> ReadNodes(const ZORGeoObjectReader& reader, const ZORGeoSurface* surface)

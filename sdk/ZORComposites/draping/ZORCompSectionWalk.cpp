@@ -1,5 +1,6 @@
 #include "ZORCompSectionWalk_p.h"
 
+#include <ZORMathematics/ZORMathFunctions.h>
 #include <ZORMathematics/ZORMathPoint.h>
 
 #include <algorithm>
@@ -11,11 +12,6 @@ namespace {
 
 constexpr double onCorner = 1e-9; // weights below count as none where a section starts
 constexpr double slack = 1e-11;   // of a step: places so much before the border still are a step away
-
-ZORMathPoint Between(const ZORMathPoint& a, const ZORMathPoint& b, double part)
-{
-    return a + part * (b - a);
-}
 
 int IndexOf(const ZORGeoSurface::Corners& corners, int vertex)
 {
@@ -34,7 +30,7 @@ ZORCompSectionWalk::ZORCompSectionWalk(const ZORGeoSurface& surface)
 ZORCompSectionWalk::Outcome ZORCompSectionWalk::FindCorner(const Location& c, const ZORMathPoint& a,
                                                            const ZORMathPoint& b, double step, Location& d)
 {
-    m_middle = Between(a, b, 0.5);
+    m_middle = PointBetween(a, b, 0.5);
     m_normal = b - a;
     m_heading = (m_middle - c.point).GetNormalized();
     m_step = step;
@@ -88,7 +84,7 @@ void ZORCompSectionWalk::SetEnd(Segment& segment, int corner, double height, int
     segment.to[size_t(corner)] = 1 - part;
     segment.to[size_t(otherCorner)] = part;
     segment.toPoint =
-        Between(m_vertices[corners[size_t(corner)]], m_vertices[corners[size_t(otherCorner)]], part);
+        PointBetween(m_vertices[corners[size_t(corner)]], m_vertices[corners[size_t(otherCorner)]], part);
 }
 
 // The segments of the section that leave C towards the middle of A and B, or within rounding of C: there is one,
@@ -238,7 +234,7 @@ ZORCompSectionWalk::Outcome ZORCompSectionWalk::Leave(const Segment& segment, co
     d.triangle = segment.triangle;
     d.weightB = std::clamp(segment.from[1] + inner * (segment.to[1] - segment.from[1]), 0.0, 1.0);
     d.weightC = std::clamp(segment.from[2] + inner * (segment.to[2] - segment.from[2]), 0.0, 1.0);
-    d.point = Between(segment.fromPoint, segment.toPoint, inner);
+    d.point = PointBetween(segment.fromPoint, segment.toPoint, inner);
 
     const double tolerance = 1e-7 * m_step;
     if (std::abs((d.point - a).GetLength() - m_step) > tolerance

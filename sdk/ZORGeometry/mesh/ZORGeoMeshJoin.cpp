@@ -1,6 +1,8 @@
 #include "ZORGeoMeshJoin_p.h"
 #include "ZORGeoWalkStart_p.h"
 
+#include <ZORMathematics/ZORMathFunctions.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -12,12 +14,15 @@ constexpr double backwards = 1e-9;
 
 constexpr int maximumCrossings = 10000;
 
-double LargestCoordinate(const ZORMathPoint& point)
-{
-    return std::max({std::abs(point.GetX()), std::abs(point.GetY()), std::abs(point.GetZ())});
-}
-
 } // namespace
+
+double ZorGeoLengthOf(const ZORGeoMeshPath& path)
+{
+    double length = 0;
+    for (size_t i = 1; i < path.size(); ++i)
+        length += path[i - 1].point.DistanceTo(path[i].point);
+    return length;
+}
 
 ZORGeoMeshJoin::ZORGeoMeshJoin(const ZORGeoMesh& mesh)
     : m_mesh(mesh)

@@ -10,6 +10,9 @@
 /// A path over a mesh: the segment from place i to i + 1 lies in the triangle of place i.
 using ZORGeoMeshPath = std::vector<ZORGeoMeshPlace>;
 
+/// Returns the length of a path in millimeters.
+double ZorGeoLengthOf(const ZORGeoMeshPath& path);
+
 /// Joins places by segments each of which lies in one triangle.
 ///
 /// Places that share a triangle are joined directly; others by the section of the mesh with a plane through

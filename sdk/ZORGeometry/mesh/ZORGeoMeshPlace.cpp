@@ -7,15 +7,10 @@ namespace {
 
 constexpr double snapWeight = 1e-12;
 
-const ZORMathPoint& CornerPoint(const ZORGeoMesh& mesh, int triangle, size_t corner)
+ZORMathPoint PointOnSide(const ZORGeoMesh& mesh, int triangle, int side, double t)
 {
-    return mesh.vertices[mesh.triangles[triangle][corner]];
-}
-
-ZORMathPoint PointOnSide(const ZORGeoMesh& mesh, int triangle, size_t side, double t)
-{
-    const ZORMathPoint& from = CornerPoint(mesh, triangle, side);
-    const ZORMathPoint& to = CornerPoint(mesh, triangle, (side + 1) % 3);
+    const ZORMathPoint& from = mesh.GetCorner(triangle, side);
+    const ZORMathPoint& to = mesh.GetCorner(triangle, (side + 1) % 3);
     return t == 1 ? to : from + t * (to - from);
 }
 
@@ -23,14 +18,14 @@ ZORMathPoint PointOnSide(const ZORGeoMesh& mesh, int triangle, size_t side, doub
 
 ZORGeoMeshPlace ZorGeoPlaceAtCorner(const ZORGeoMesh& mesh, int triangle, int corner)
 {
-    ZORGeoMeshPlace place = {triangle, {0, 0, 0}, CornerPoint(mesh, triangle, size_t(corner))};
+    ZORGeoMeshPlace place = {triangle, {0, 0, 0}, mesh.GetCorner(triangle, corner)};
     place.weights[size_t(corner)] = 1;
     return place;
 }
 
 ZORGeoMeshPlace ZorGeoPlaceOnSide(const ZORGeoMesh& mesh, int triangle, int side, double t)
 {
-    ZORGeoMeshPlace place = {triangle, {0, 0, 0}, PointOnSide(mesh, triangle, size_t(side), t)};
+    ZORGeoMeshPlace place = {triangle, {0, 0, 0}, PointOnSide(mesh, triangle, side, t)};
     place.weights[size_t(side)] = 1 - t;
     place.weights[size_t(side + 1) % 3] = t;
     return place;
@@ -50,9 +45,9 @@ ZORGeoMeshPlace ZorGeoSnapPlace(const ZORGeoMesh& mesh, int triangle, double wei
         if (isOpposite && next != 0 && last != 0)
             return ZorGeoPlaceOnSide(mesh, triangle, (corner + 1) % 3, last / (next + last));
     }
-    const ZORMathPoint& a = CornerPoint(mesh, triangle, 0);
+    const ZORMathPoint& a = mesh.GetCorner(triangle, 0);
     place.point =
-        a + weightB * (CornerPoint(mesh, triangle, 1) - a) + weightC * (CornerPoint(mesh, triangle, 2) - a);
+        a + weightB * (mesh.GetCorner(triangle, 1) - a) + weightC * (mesh.GetCorner(triangle, 2) - a);
     return place;
 }
 

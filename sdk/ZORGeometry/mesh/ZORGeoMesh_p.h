@@ -25,6 +25,11 @@ public:
 
     static constexpr qsizetype MaximumTriangles = (qsizetype(1) << 29) - 2;
 
+    /// \param corner  0 ... 2
+    const ZORMathPoint& GetCorner(int triangle, int corner) const
+    {
+        return vertices[triangles[triangle][size_t(corner)]];
+    }
     int GetNumTriangles() const { return int(triangles.size()); }
     /// 0 for no neighbour, else 4 * (triangle + 1) + side, the side of the neighbour on the same edge.
     quint32 GetNeighbor(int triangle, int side) const { return m_neighbors[size_t(3 * triangle + side)]; }

@@ -8,21 +8,6 @@ namespace {
 
 constexpr double snap = ZORGeoMeshWalker::Snap;
 
-const ZORMathPoint& Corner(const ZORGeoMesh& mesh, int triangle, int corner)
-{
-    return mesh.vertices[mesh.triangles[triangle][size_t(corner)]];
-}
-
-// Whether its height is more than rounding.
-bool HasArea(const ZORGeoMesh& mesh, int triangle)
-{
-    const ZORMathPoint& a = Corner(mesh, triangle, 0);
-    const ZORMathVector ab = Corner(mesh, triangle, 1) - a;
-    const ZORMathVector ac = Corner(mesh, triangle, 2) - a;
-    const double longest = std::max({ab.GetLength(), ac.GetLength(), (ac - ab).GetLength()});
-    return Cross(ab, ac).GetLength() > snap * longest * longest;
-}
-
 ZORGeoWalkPlace Classify(int triangle, const double (&weights)[3])
 {
     ZORGeoWalkPlace place;
@@ -57,20 +42,28 @@ ZORMathVector ZorGeoSideVector(const ZORGeoMesh& mesh, int triangle, int side)
     return mesh.vertices[corners[size_t(side + 1) % 3]] - mesh.vertices[corners[size_t(side)]];
 }
 
+bool zor::geo::HasArea(const ZORGeoMesh& mesh, int triangle, double smallest)
+{
+    double longest = 0;
+    for (int side = 0; side < 3; ++side)
+        longest = std::max(longest, ZorGeoSideVector(mesh, triangle, side).GetLength());
+    return ZorGeoTwiceAreaNormal(mesh, triangle).GetLength() > smallest * longest * longest;
+}
+
 ZORMathVector ZorGeoTwiceAreaNormal(const ZORGeoMesh& mesh, int triangle)
 {
-    const ZORMathPoint& a = Corner(mesh, triangle, 0);
-    return Cross(Corner(mesh, triangle, 1) - a, Corner(mesh, triangle, 2) - a);
+    const ZORMathPoint& a = mesh.GetCorner(triangle, 0);
+    return Cross(mesh.GetCorner(triangle, 1) - a, mesh.GetCorner(triangle, 2) - a);
 }
 
 std::optional<ZORGeoWalkPlace> ZorGeoFindWalkPlace(const ZORGeoMesh& mesh, int triangle,
                                                    const double (&weights)[3])
 {
-    if (HasArea(mesh, triangle))
+    if (zor::geo::HasArea(mesh, triangle, snap))
         return Classify(triangle, weights);
-    const ZORMathPoint& a = Corner(mesh, triangle, 0);
+    const ZORMathPoint& a = mesh.GetCorner(triangle, 0);
     const ZORMathPoint point =
-        a + weights[1] * (Corner(mesh, triangle, 1) - a) + weights[2] * (Corner(mesh, triangle, 2) - a);
+        a + weights[1] * (mesh.GetCorner(triangle, 1) - a) + weights[2] * (mesh.GetCorner(triangle, 2) - a);
     // Outwards over edges, as far as the triangles hold the place.
     constexpr size_t bound = 64;
     std::vector<int> reached = {triangle};
@@ -80,14 +73,14 @@ std::optional<ZORGeoWalkPlace> ZorGeoFindWalkPlace(const ZORGeoMesh& mesh, int t
             const int next = int(neighbor / 4) - 1;
             if (neighbor == 0 || std::find(reached.begin(), reached.end(), next) != reached.end())
                 continue;
-            const ZORMathPoint& b = Corner(mesh, next, 0);
-            const ZORMathVector bc = Corner(mesh, next, 1) - b;
-            const ZORMathVector bd = Corner(mesh, next, 2) - b;
+            const ZORMathPoint& b = mesh.GetCorner(next, 0);
+            const ZORMathVector bc = mesh.GetCorner(next, 1) - b;
+            const ZORMathVector bd = mesh.GetCorner(next, 2) - b;
             const auto nearest = ZorGeoClosestOnTriangle(point, b, b + bc, b + bd);
             const double size = std::max(bc.GetLength(), bd.GetLength());
             if (nearest.squaredDistance > 1e-22 * size * size)
                 continue;
-            if (HasArea(mesh, next)) {
+            if (zor::geo::HasArea(mesh, next, snap)) {
                 const double weight[3] = {1 - nearest.weightB - nearest.weightC, nearest.weightB,
                                           nearest.weightC};
                 return Classify(next, weight);
@@ -110,7 +103,7 @@ ZORGeoWalkStart ZorGeoStartInside(const ZORGeoMesh& mesh, const ZORGeoWalkPlace&
     int third = -1;
     for (int i = 0; i < 3; ++i) {
         const ZORMathVector side =
-            Corner(mesh, place.triangle, (i + 2) % 3) - Corner(mesh, place.triangle, (i + 1) % 3);
+            mesh.GetCorner(place.triangle, (i + 2) % 3) - mesh.GetCorner(place.triangle, (i + 1) % 3);
         rates[i] = -Dot(side, left) / twiceArea;
         const double back = rates[i] > 0 ? place.weights[i] / rates[i] : 0;
         if (rates[i] > 0 && (third < 0 || back < start.skipped)) {
@@ -120,7 +113,7 @@ ZORGeoWalkStart ZorGeoStartInside(const ZORGeoMesh& mesh, const ZORGeoWalkPlace&
     }
     const int p = (third + 1) % 3;
     const int q = (third + 2) % 3;
-    const ZORMathVector side = Corner(mesh, place.triangle, q) - Corner(mesh, place.triangle, p);
+    const ZORMathVector side = mesh.GetCorner(place.triangle, q) - mesh.GetCorner(place.triangle, p);
     const double u = place.weights[q] - start.skipped * rates[q];
     start.entry = {place.triangle, p, q, third, std::clamp(u, 0.0, 1.0)};
     start.heading.along = Dot(direction, side) / Dot(side, side);
@@ -164,7 +157,7 @@ std::optional<ZORGeoWalkStart> ZorGeoStartOnSide(const ZORGeoMesh& mesh, const Z
     const ZORGeoMeshEntry entry = ZorGeoMakeEntry(place);
     const auto beyond = ZorGeoEnterBeyond(mesh, entry);
     const double length =
-        (Corner(mesh, entry.triangle, entry.q) - Corner(mesh, entry.triangle, entry.p)).GetLength();
+        (mesh.GetCorner(entry.triangle, entry.q) - mesh.GetCorner(entry.triangle, entry.p)).GetLength();
     double along = std::cos(angle);
     double across = std::sin(angle);
     bool isBeyond = across < 0;

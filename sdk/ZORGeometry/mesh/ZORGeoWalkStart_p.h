@@ -60,3 +60,11 @@ std::optional<ZORGeoWalkStart> ZorGeoStartOnSide(const ZORGeoMesh& mesh, const Z
 ZORMathVector ZorGeoTwiceAreaNormal(const ZORGeoMesh& mesh, int triangle);
 /// From the start of a side to its end.
 ZORMathVector ZorGeoSideVector(const ZORGeoMesh& mesh, int triangle, int side);
+
+namespace zor::geo {
+
+/// Returns whether a triangle is more than a line.
+/// \param smallest  part of its longest side by which its height is at least longer than rounding
+bool HasArea(const ZORGeoMesh& mesh, int triangle, double smallest);
+
+} // namespace zor::geo

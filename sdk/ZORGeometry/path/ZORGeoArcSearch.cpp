@@ -56,14 +56,6 @@ std::optional<ZORGeoMeshPlace> ZorGeoPlaceOnSegment(const ZORGeoMesh& mesh, cons
     return place;
 }
 
-double ZorGeoLengthOf(const ZORGeoMeshPath& path)
-{
-    double length = 0;
-    for (size_t i = 1; i < path.size(); ++i)
-        length += path[i - 1].point.DistanceTo(path[i].point);
-    return length;
-}
-
 ZORGeoArcSearch::ZORGeoArcSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path,
                                  const ZORGeoPathTurns& turns, size_t place, double radius,
                                  zor::geo::ProgressReporter& progress)

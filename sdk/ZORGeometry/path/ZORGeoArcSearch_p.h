@@ -83,4 +83,3 @@ private:
 /// \return nothing when the next place is not in it
 std::optional<ZORGeoMeshPlace> ZorGeoPlaceOnSegment(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path,
                                                     size_t segment, double u);
-double ZorGeoLengthOf(const ZORGeoMeshPath& path);

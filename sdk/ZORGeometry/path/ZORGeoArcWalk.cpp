@@ -21,11 +21,6 @@ constexpr double pointAngle = pi / 1800;
 // Below this the series of the arc tangent ends within rounding after five terms. Most steps are as short.
 constexpr double smallTangent = 0.02;
 
-ZORMathPoint CornerPoint(const ZORGeoMesh& mesh, int triangle, int corner)
-{
-    return mesh.vertices[mesh.triangles[triangle][size_t(corner)]];
-}
-
 // A triangle measured once for all that a step asks of it.
 struct Corners
 {
@@ -44,9 +39,9 @@ struct Corners
 // The place of a point that lies in the plane of a triangle with an area.
 ZORGeoMeshPlace PlaceInside(const ZORGeoMesh& mesh, int triangle, const ZORMathPoint& point)
 {
-    const ZORMathPoint a = CornerPoint(mesh, triangle, 0);
+    const ZORMathPoint a = mesh.GetCorner(triangle, 0);
     const ZORMathVector b = ZorGeoSideVector(mesh, triangle, 0);
-    const ZORMathVector c = CornerPoint(mesh, triangle, 2) - a;
+    const ZORMathVector c = mesh.GetCorner(triangle, 2) - a;
     const ZORMathVector normal = Cross(b, c);
     const double squared = Dot(normal, normal);
     return ZorGeoSnapPlace(mesh, triangle, Dot(Cross(point - a, c), normal) / squared,
@@ -284,7 +279,7 @@ bool ZORGeoArcWalk::PassCorner(State& state, int corner) const
     const ZORGeoMeshEntry entry = ZorGeoFanEntry(state.place.triangle, corner, isOwnSide);
     const ZORGeoVertexFan fan(m_mesh, entry);
     const ZORMathVector right =
-        CornerPoint(m_mesh, entry.triangle, entry.q) - CornerPoint(m_mesh, entry.triangle, corner);
+        m_mesh.GetCorner(entry.triangle, entry.q) - m_mesh.GetCorner(entry.triangle, corner);
     const double back = std::atan2(Cross(right, state.direction).GetLength(), -Dot(right, state.direction));
     const auto departure = fan.GoStraight(fan.GetFirstAngle() + back);
     if (!departure)
@@ -299,9 +294,9 @@ bool ZORGeoArcWalk::PassCorner(State& state, int corner) const
 std::optional<ZORGeoArcStart> ZorGeoMakeArcStart(const ZORGeoMesh& mesh, const ZORGeoWalkStart& start)
 {
     const ZORGeoMeshEntry& entry = start.entry;
-    const ZORMathPoint p = CornerPoint(mesh, entry.triangle, entry.p);
-    const ZORMathVector side = CornerPoint(mesh, entry.triangle, entry.q) - p;
-    const ZORMathVector apex = CornerPoint(mesh, entry.triangle, entry.r) - p;
+    const ZORMathPoint p = mesh.GetCorner(entry.triangle, entry.p);
+    const ZORMathVector side = mesh.GetCorner(entry.triangle, entry.q) - p;
+    const ZORMathVector apex = mesh.GetCorner(entry.triangle, entry.r) - p;
     const ZORMathVector normal = Cross(side, apex).GetNormalized();
     if (normal == ZORMathVector())
         return std::nullopt;

@@ -1,7 +1,9 @@
 #include "ZORGeoCurveProjection_p.h"
-#include "mesh/ZORGeoRange_p.h"
+#include "mesh/ZORGeoCoincidence_p.h"
 
 #include <ZORGeometry/ZORGeoCurve.h>
+#include <ZORGeometry/ZORGeoRange.h>
+#include <ZORMathematics/ZORMathFunctions.h>
 
 #include <algorithm>
 #include <cmath>
@@ -28,11 +30,6 @@ constexpr double leftOutOfStep = 0.25;
 
 // The longest way between two places, as a multiple of their distance.
 constexpr double longestWay = 2;
-
-double AngleBetween(const ZORMathVector& a, const ZORMathVector& b)
-{
-    return std::atan2(Cross(a, b).GetLength(), Dot(a, b));
-}
 
 } // namespace
 
@@ -66,7 +63,7 @@ ZORGeoMeshPath ZORGeoCurveProjection::Run(const ZORGeoCurve& source)
     for (int i = 0; i < count; ++i) {
         // Where two triangles are equally near, rounding must not decide for another one at the end.
         const ZORMathPoint point = source.GetPoint(m_isClosed && i + 1 == count ? 0 : i);
-        if (!ZorGeoIsInRange(point))
+        if (!ZORGeoRange::Contains(point))
             continue;
         if (m_runs.empty()) {
             if (!Take(point, 0, m_last))
@@ -252,15 +249,10 @@ ZORGeoMeshPath ZORGeoCurveProjection::FinishRuns()
         m_runs.front() = std::move(last);
         m_runs.pop_back();
     }
-    const auto lengthOf = [](const ZORGeoMeshPath& path) {
-        double length = 0;
-        for (size_t i = 1; i < path.size(); ++i)
-            length += path[i - 1].point.DistanceTo(path[i].point);
-        return length;
-    };
-    const auto longest = std::max_element(
-        m_runs.begin(), m_runs.end(),
-        [&lengthOf](const ZORGeoMeshPath& a, const ZORGeoMeshPath& b) { return lengthOf(a) < lengthOf(b); });
+    const auto longest =
+        std::max_element(m_runs.begin(), m_runs.end(), [](const ZORGeoMeshPath& a, const ZORGeoMeshPath& b) {
+            return ZorGeoLengthOf(a) < ZorGeoLengthOf(b);
+        });
     // Segments without length.
     ZORGeoMeshPath path;
     for (const ZORGeoMeshPlace& place : *longest) {

@@ -8,7 +8,7 @@ namespace {
 
 constexpr double sameEdge = 1e-10; // of the coordinates: how far from an edge a place may lie on it
 constexpr size_t mostTriangles = 64;
-constexpr double noArea = 1e-11; // of the square of the longest side
+constexpr double noArea = 1e-11; // height of a triangle, as a part of its longest side
 
 // The place of a point on the edge of two neighbours, as the second one sees it.
 std::optional<ZORGeoMeshPlace> PlaceBeyond(const ZORGeoMesh& mesh, int triangle, int side,
@@ -19,7 +19,7 @@ std::optional<ZORGeoMeshPlace> PlaceBeyond(const ZORGeoMesh& mesh, int triangle,
         return std::nullopt;
     const int next = int(neighbor / 4) - 1;
     const int entered = int(neighbor % 4);
-    const ZORMathPoint& from = mesh.vertices[mesh.triangles[next][size_t(entered)]];
+    const ZORMathPoint& from = mesh.GetCorner(next, entered);
     const ZORMathVector along = ZorGeoSideVector(mesh, next, entered);
     const double squared = Dot(along, along);
     const double t = squared > 0 ? std::clamp(Dot(point - from, along) / squared, 0.0, 1.0) : 0;
@@ -70,16 +70,6 @@ ZORGeoMeshPath FindWayTo(const ZORGeoMesh& mesh, int from, const ZORGeoMeshPlace
     return FindWayAt(mesh, start, to.point, [&](int triangle) { return triangle == to.triangle; });
 }
 
-bool HasArea(const ZORGeoMesh& mesh, int triangle)
-{
-    double longest = 0;
-    for (int side = 0; side < 3; ++side) {
-        const ZORMathVector along = ZorGeoSideVector(mesh, triangle, side);
-        longest = std::max(longest, Dot(along, along));
-    }
-    return ZorGeoTwiceAreaNormal(mesh, triangle).GetLength() > noArea * longest;
-}
-
 // Takes segments in triangles without area over to triangles with one beside them.
 void LeaveFlatTriangles(const ZORGeoMesh& mesh, ZORGeoMeshPath& path)
 {
@@ -87,10 +77,12 @@ void LeaveFlatTriangles(const ZORGeoMesh& mesh, ZORGeoMeshPath& path)
     left.reserve(path.size());
     for (size_t i = 0; i < path.size(); ++i) {
         left.push_back(path[i]);
-        if (i + 1 == path.size() || path[i].point == path[i + 1].point || HasArea(mesh, path[i].triangle))
+        if (i + 1 == path.size() || path[i].point == path[i + 1].point
+            || zor::geo::HasArea(mesh, path[i].triangle, noArea))
             continue;
-        const ZORGeoMeshPath way = FindWayAt(mesh, path[i], path[i + 1].point,
-                                             [&](int triangle) { return HasArea(mesh, triangle); });
+        const ZORGeoMeshPath way = FindWayAt(mesh, path[i], path[i + 1].point, [&](int triangle) {
+            return zor::geo::HasArea(mesh, triangle, noArea);
+        });
         left.insert(left.end(), way.begin(), way.end());
     }
     path = std::move(left);

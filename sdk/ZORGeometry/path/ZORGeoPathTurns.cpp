@@ -2,6 +2,8 @@
 #include "mesh/ZORGeoVertexFan_p.h"
 #include "mesh/ZORGeoWalkStart_p.h"
 
+#include <ZORMathematics/ZORMathFunctions.h>
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -13,11 +15,6 @@ namespace {
 
 // Segments shorter than this part of the coordinates have no direction that counts.
 constexpr double noLength = 1e-11;
-
-double AngleBetween(const ZORMathVector& a, const ZORMathVector& b)
-{
-    return std::atan2(Cross(a, b).GetLength(), Dot(a, b));
-}
 
 // The side of a triangle that a place is inside of; -1 for none.
 int SideOfPlace(const ZORGeoMeshPlace& place)

@@ -2,6 +2,9 @@
 #include "ZORGeoWalk_p.h"
 #include "mesh/ZORGeoVertexFan_p.h"
 
+#include <ZORGeometry/ZORGeoOnSurface.h>
+#include <ZORMathematics/ZORMathFunctions.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,11 +13,6 @@ using Result = ZORGeoCurveOnSurfaceResult;
 namespace {
 
 constexpr double snap = ZORGeoMeshWalker::Snap;
-
-bool IsZero(const ZORMathVector& vector)
-{
-    return vector == ZORMathVector();
-}
 
 // A field vector in a triangle as a heading of unit length times the side PQ: both parts are 1 at most.
 struct Push
@@ -165,7 +163,7 @@ ZORMathVector ZORGeoAngleField::Get(const ZORMathVector& normal) const
 {
     const ZORMathVector unit = normal.GetNormalized();
     const ZORMathVector projected = m_direction - Dot(m_direction, unit) * unit;
-    if (unit == ZORMathVector() || !(projected.GetLength() > 1e-12))
+    if (IsZero(unit) || !(projected.GetLength() > ZORGeoOnSurface::kVanishingProjection))
         return {};
     const ZORMathVector zero = projected.GetNormalized();
     return m_cos * zero + m_sin * Cross(unit, zero);

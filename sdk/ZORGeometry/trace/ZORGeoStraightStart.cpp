@@ -1,6 +1,8 @@
 #include "ZORGeoStraightWalk_p.h"
 #include "mesh/ZORGeoVertexFan_p.h"
 
+#include <ZORGeometry/ZORGeoOnSurface.h>
+
 #include <algorithm>
 #include <numbers>
 
@@ -20,7 +22,7 @@ ZORMathVector ProjectDirection(const ZORMathVector& direction, const ZORMathVect
 {
     for (const ZORMathVector& vector : {direction.GetNormalized(), zero.GetNormalized()}) {
         const ZORMathVector projected = vector - Dot(vector, normal) * normal;
-        if (projected.GetLength() > 1e-12)
+        if (projected.GetLength() > ZORGeoOnSurface::kVanishingProjection)
             return projected.GetNormalized();
     }
     // The plane of a vertex may be perpendicular to the side.

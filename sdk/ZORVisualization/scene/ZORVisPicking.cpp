@@ -1,5 +1,6 @@
 #include "ZORVisPicking_p.h"
 
+#include <ZORGeometry/ZORGeoRange.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
@@ -8,14 +9,6 @@
 #include <tuple>
 
 namespace {
-
-constexpr double farAway = 1e60; // the largest coordinate that surfaces accept
-
-bool IsUsable(const ZORMathPoint& point)
-{
-    return std::abs(point.GetX()) <= farAway && std::abs(point.GetY()) <= farAway
-           && std::abs(point.GetZ()) <= farAway;
-}
 
 double Distance(const QPointF& a, const QPointF& b)
 {
@@ -61,13 +54,14 @@ ZORVisMeshPicker::ZORVisMeshPicker(const ZORVisMeshData& mesh)
     QList<ZORGeoSurface::Corners> triangles;
     for (int i = 0; i < int(mesh.corners.size()); ++i) {
         const ZORVisMeshData::Corners& corners = mesh.corners[i];
-        if (std::all_of(corners.begin(), corners.end(), [&](int v) { return IsUsable(mesh.vertices[v]); })) {
+        if (std::all_of(corners.begin(), corners.end(),
+                        [&](int v) { return ZORGeoRange::Contains(mesh.vertices[v]); })) {
             triangles.append(corners);
             m_numbers.push_back(i + 1);
         }
     }
     for (ZORMathPoint& vertex : vertices) { // of no triangle that is left
-        if (!IsUsable(vertex))
+        if (!ZORGeoRange::Contains(vertex))
             vertex = {};
     }
     m_surface = std::make_unique<ZORGeoSurface>(nullptr, vertices, triangles);
