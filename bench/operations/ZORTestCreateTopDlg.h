@@ -30,14 +30,14 @@ protected:
     /// Adds the body of the selected geometry.
     /// \param message  shown when no geometry of this class is selected
     template<class Geometry>
-    bool CreateBody(ZORTopBody* (ZORTopFactory::*create)(const Geometry*, double), const QString& message)
+    bool CreateBody(ZORTopBody* (ZORTopFactory::*make)(const Geometry*, double), const QString& message)
     {
         const auto* geometry = Require<Geometry>(m_selector, message);
         if (!geometry)
             return false;
         const double tolerance = StoreTolerance();
         ZORTopFactory factory(GetEnvironment()->GetEnvironment()->GetContainer());
-        return (factory.*create)(geometry, tolerance) != nullptr;
+        return (factory.*make)(geometry, tolerance) != nullptr;
     }
 
 private:
