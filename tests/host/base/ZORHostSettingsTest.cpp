@@ -251,7 +251,7 @@ TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyIsLoggedOnce)
         }
         settings.GetStore()->setValue("Host/round", round);
         QCoreApplication::processEvents();
-        EXPECT_EQ("[Host]\nround=" + QByteArray::number(round) + "\ntext=c\n", ReadBytes(path));
+        EXPECT_EQ("[Host]\nround=" + QByteArray::number(round) + "\ntext=c\n", ReadFile(path));
     }
 }
 
