@@ -76,12 +76,14 @@ private:
 };
 
 /// Removes what a killed process left of the lock that QSettings puts beside a file. QLockFile sees by the content of
-/// its file whether the owner is alive, and waits 30 s for an owner that was killed before it wrote the content.
+/// its file whether the owner is alive, and waits 30 s for an owner that was killed before it wrote the content. A
+/// living owner holds the lock of the system, too, save for the instant after it has made the file; to lose the file
+/// then costs nothing, since settings are written to a new file that replaces the old one.
 void RemoveAbandonedLock(const QString& path)
 {
     ZORSysFile lock(path + ".lock");
     const bool isEmpty = QFile::exists(lock.fileName()) && lock.open(QIODevice::ReadOnly) && lock.size() == 0;
-    if (isEmpty && flock(lock.handle(), LOCK_EX | LOCK_NB) == 0) // a living owner holds this one, too
+    if (isEmpty && flock(lock.handle(), LOCK_EX | LOCK_NB) == 0)
         QFile::remove(lock.fileName());
 }
 
@@ -93,7 +95,8 @@ ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
         fileName.isEmpty()
             ? QSettings(ZORHostIniFormat::Get(), QSettings::UserScope, "Zorvane", "zorhost").fileName()
             : fileName;
-    const bool isUsable = ZORSysFile::FindObstacle(path, QIODevice::ReadWrite).isEmpty();
+    const bool isUsable = ZORSysFile::FindObstacle(path, QIODevice::ReadWrite).isEmpty()
+                          && ZORSysFile::FindObstacle(path + ".lock", QIODevice::ReadWrite).isEmpty();
     if (clean && isUsable)
         MoveAway(path);
     RemoveAbandonedLock(path);

@@ -43,7 +43,9 @@ const char* const kFaults[] = {"reference",
                                "broke the protocol",
                                "its connection",
                                "ended its process",
-                               "the process of the job has ended"};
+                               "the process of the job has ended",
+                               "the process of the job was killed",
+                               "did not end within"};
 
 bool IsHarmless(const QMessageLogContext& context, const QString& message)
 {

@@ -89,6 +89,24 @@ TEST_F(ZORHostSettingsTest, WhatCannotBeReadIsLeftAloneAndNothingIsKept)
     }
 }
 
+TEST_F(ZORHostSettingsTest, APipeOrASocketInPlaceOfTheLockHoldsNothingUp)
+{
+    const QString path = WriteFile("own.ini", "[Host]\ntext=old\n");
+    const QString folder = QFileInfo(path).absolutePath();
+    for (const QString& obstacle : {HostileFiles::MakePipe(folder), HostileFiles::MakeSocket(folder)}) {
+        ASSERT_TRUE(QFile::rename(obstacle, path + ".lock"));
+        {
+            const ZORHostSettings settings(path, false);
+            EXPECT_EQ(QString("The settings file '%1' cannot be read; the defaults are used.").arg(path),
+                      settings.GetWarning());
+            ZORHostSettings::Write("Key", 3);
+            settings.GetStore()->sync();
+        }
+        EXPECT_EQ(QByteArray("[Host]\ntext=old\n"), ReadBytes(path));
+        ASSERT_TRUE(QFile::remove(path + ".lock"));
+    }
+}
+
 TEST_F(ZORHostSettingsTest, AFileThatCannotBeWrittenIsSaidSo)
 {
     const QString file = WriteFile("own.ini", "[Host]\nWireframe=true\n");
