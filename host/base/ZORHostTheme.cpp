@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QToolTip>
 
@@ -49,6 +49,34 @@ QPalette DarkPalette()
     return palette;
 }
 
+/// Fusion with a palette of its own.
+///
+/// A palette that is set at the application instead is copied by Qt into each widget, and Qt draws and keeps
+/// the parts of widgets once for each copy: every new window would be drawn anew, and Qt 6.4 never forgets the
+/// names of what it has kept. All widgets share the palette of the style.
+class ThemeStyle : public QProxyStyle
+{
+public:
+    /// \param palette  without colors that count as set on purpose
+    explicit ThemeStyle(const QPalette& palette)
+        : QProxyStyle(QStyleFactory::create("Fusion"))
+        , m_palette(palette)
+    {
+    }
+    using QProxyStyle::polish;
+    void polish(QPalette& palette) override { palette = m_palette; }
+
+private:
+    const QPalette m_palette;
+};
+
+/// The same colors as defaults, which widgets need not copy to keep them.
+QPalette ToDefaults(QPalette palette)
+{
+    palette.setResolveMask({});
+    return palette;
+}
+
 } // namespace
 
 void ZORHostTheme::Apply(ZORHostOptions::Theme theme)
@@ -61,10 +89,15 @@ void ZORHostTheme::Apply(ZORHostOptions::Theme theme)
         QToolTip::setPalette(QPalette());
         return;
     }
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
-    const QPalette palette = theme == ZORHostOptions::Theme::Dark ? DarkPalette() : LightPalette();
-    QApplication::setPalette(palette);
-    QToolTip::setPalette(palette);
+    // Made once: what Qt has drawn with a palette serves again when the theme returns.
+    static const QPalette light = LightPalette();
+    static const QPalette dark = DarkPalette();
+    static const QPalette lightDefaults = ToDefaults(light);
+    static const QPalette darkDefaults = ToDefaults(dark);
+    const bool isDark = theme == ZORHostOptions::Theme::Dark;
+    QApplication::setStyle(new ThemeStyle(isDark ? darkDefaults : lightDefaults)); // owned by the application
+    QApplication::setPalette(QPalette());
+    QToolTip::setPalette(isDark ? dark : light);
 }
 
 bool ZORHostTheme::IsDark(const QPalette& palette)
