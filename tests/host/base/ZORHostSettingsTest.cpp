@@ -102,7 +102,7 @@ TEST_F(ZORHostSettingsTest, APipeOrASocketInPlaceOfTheLockHoldsNothingUp)
             ZORHostSettings::Write("Key", 3);
             settings.GetStore()->sync();
         }
-        EXPECT_EQ(QByteArray("[Host]\ntext=old\n"), ReadBytes(path));
+        EXPECT_EQ(QByteArray("[Host]\ntext=old\n"), ReadFile(path));
         ASSERT_TRUE(QFile::remove(path + ".lock"));
     }
 }
