@@ -1,6 +1,6 @@
 #include "ZORVisPointPrimitive.h"
 
-#include "scene/ZORVisDrawing_p.h"
+#include "scene/ZORVisLineData_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

@@ -1,6 +1,6 @@
 #include "ZORVisPolylinePrimitive.h"
 
-#include "scene/ZORVisDrawing_p.h"
+#include "scene/ZORVisLineData_p.h"
 
 #include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORSystem/ZORSysApiTrace.h>

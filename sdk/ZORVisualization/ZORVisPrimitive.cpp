@@ -1,6 +1,6 @@
 #include "ZORVisPrimitive.h"
 
-#include "scene/ZORVisDrawing_p.h"
+#include "scene/ZORVisPrimitiveData_p.h"
 
 ZORVisPrimitive::ZORVisPrimitive(std::shared_ptr<const ZORVisPrimitiveData> data)
     : m_data(std::move(data))

@@ -1,6 +1,6 @@
 #include "ZORVisSurfacePrimitive.h"
 
-#include "scene/ZORVisDrawing_p.h"
+#include "scene/ZORVisMeshData_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

@@ -1,4 +1,7 @@
+#include "ZORVisGlLines_p.h"
+#include "ZORVisGlMesh_p.h"
 #include "ZORVisGlScene_p.h"
+#include "scene/ZORVisMeshData_p.h"
 
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>

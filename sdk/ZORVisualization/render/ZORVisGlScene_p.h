@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ZORVisFrameBuffer_p.h"
-#include "ZORVisGlNodes_p.h"
+#include "ZORVisGlShape_p.h"
 #include "scene/ZORVisDrawing_p.h"
 #include "scene/ZORVisFrame_p.h"
 

@@ -1,4 +1,5 @@
 #include "ZORVisOverlay_p.h"
+#include "scene/ZORVisLineData_p.h"
 
 #include <QFont>
 #include <QFontMetricsF>

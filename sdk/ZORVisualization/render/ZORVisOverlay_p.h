@@ -11,6 +11,7 @@
 #include <vector>
 
 class QPainter;
+struct ZORVisTextData;
 
 /// Draws what keeps its shape on the screen with QPainter, over the surfaces and lines. A symbol or text is
 /// hidden as a whole where something covers its point: it is never cut by a surface that it marks.

@@ -1,6 +1,8 @@
 #include "ZORVisLineStyles_p.h"
 #include "ZORVisSoftware_p.h"
+#include "scene/ZORVisLineData_p.h"
 #include "scene/ZORVisMeshArrays_p.h"
+#include "scene/ZORVisMeshData_p.h"
 
 #include <QPainter>
 #include <QPen>

@@ -11,6 +11,7 @@
 
 class QPainter;
 struct ZORVisMeshArrays;
+struct ZORVisMeshData;
 
 /// Draws one tile of a picture: triangles into a depth buffer of its own, visible parts of lines with
 /// QPainter.

@@ -1,5 +1,5 @@
-#include "ZORVisDrawing_p.h"
 #include "ZORVisMeshArrays_p.h"
+#include "ZORVisMeshData_p.h"
 
 #include <algorithm>
 #include <array>

@@ -1,3 +1,5 @@
+#include "ZORVisLineData_p.h"
+#include "ZORVisMeshData_p.h"
 #include "ZORVisPicking_p.h"
 
 #include <ZORGeometry/ZORGeoRange.h>

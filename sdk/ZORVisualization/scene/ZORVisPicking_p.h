@@ -14,6 +14,9 @@
 
 class ZORGeoSurface;
 class ZORMathVector;
+struct ZORVisLineData;
+struct ZORVisMeshData;
+struct ZORVisPointData;
 
 /// Boxes around runs of points, to leave out most of the points of a set. A run shares its last point with
 /// the next one, so that the segments of a polyline have a run each.

@@ -1,10 +1,7 @@
-#include "ZORVisGlNodes_p.h"
+#include "ZORVisGlLines_p.h"
 #include "ZORVisLineStyles_p.h"
 #include "scene/ZORVisDrawing_p.h"
-#include "scene/ZORVisFrame_p.h"
-#include "scene/ZORVisMeshArrays_p.h"
-
-#include <ZORVisualization/ZORVisGraphicsContext.h>
+#include "scene/ZORVisLineData_p.h"
 
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>
@@ -109,113 +106,6 @@ private:
 };
 
 } // namespace
-
-SO_NODE_ABSTRACT_SOURCE(ZORVisGlShape);
-
-void ZORVisGlShape::initClass()
-{
-    SO_NODE_INIT_ABSTRACT_CLASS(ZORVisGlShape, SoShape, "Shape");
-}
-
-ZORVisGlShape::ZORVisGlShape()
-{
-    SO_NODE_CONSTRUCTOR(ZORVisGlShape);
-}
-
-ZORVisGlShape::~ZORVisGlShape()
-{
-    if (!m_buffers.empty() && ZORVisGraphicsContext::GetInstance()->MakeCurrent())
-        glDeleteBuffers(int(m_buffers.size()), m_buffers.data());
-}
-
-void ZORVisGlShape::computeBBox(SoAction*, SbBox3f& box, SbVec3f& center)
-{
-    box = m_box;
-    center = m_box.isEmpty() ? SbVec3f(0, 0, 0) : m_box.getCenter();
-}
-
-// For actions other than drawing, which nobody applies.
-void ZORVisGlShape::generatePrimitives(SoAction*) {}
-
-unsigned ZORVisGlShape::CreateBuffer(const void* data, size_t bytes)
-{
-    if (bytes == 0)
-        return 0;
-    unsigned buffer = 0;
-    glGenBuffers(1, &buffer);
-    m_buffers.push_back(buffer);
-    glBindBuffer(GL_ARRAY_BUFFER, buffer);
-    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(bytes), data, GL_STATIC_DRAW);
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    return buffer;
-}
-
-void ZORVisGlShape::SetExtent(const std::vector<float>& coordinates)
-{
-    m_box.makeEmpty();
-    for (size_t i = 0; i + 2 < coordinates.size(); i += 3)
-        m_box.extendBy(SbVec3f(coordinates[i], coordinates[i + 1], coordinates[i + 2]));
-}
-
-SO_NODE_SOURCE(ZORVisGlMesh);
-
-void ZORVisGlMesh::initClass()
-{
-    SO_NODE_INIT_CLASS(ZORVisGlMesh, ZORVisGlShape, "ZORVisGlShape");
-}
-
-ZORVisGlMesh::ZORVisGlMesh()
-{
-    SO_NODE_CONSTRUCTOR(ZORVisGlMesh);
-}
-
-ZORVisGlMesh::~ZORVisGlMesh() = default;
-
-void ZORVisGlMesh::Fill(const ZORVisMeshData& mesh, const ZORMathPoint& origin, const ZORVisGlMode* mode)
-{
-    m_mode = mode;
-    const ZORVisMeshArrays arrays(mesh, origin);
-    SetExtent(arrays.positions);
-    m_positions = CreateBuffer(arrays.positions.data(), arrays.positions.size() * sizeof(float));
-    m_normals = CreateBuffer(arrays.normals.data(), arrays.normals.size() * sizeof(float));
-    m_corners = CreateBuffer(arrays.corners.data(), arrays.corners.size() * sizeof(uint32_t));
-    m_numCorners = int(arrays.corners.size());
-}
-
-void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
-{
-    if (m_numCorners == 0 || !shouldGLRender(action))
-        return;
-    SoState* state = action->getState();
-    state->push();
-    if (m_mode->wireframe)
-        SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
-    SoMaterialBundle(action).sendFirst();
-
-    glPushAttrib(GL_POLYGON_BIT | GL_LINE_BIT);
-    if (m_mode->wireframe) {
-        glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
-        glLineWidth(float(m_mode->ratio));
-        glDisable(GL_LINE_STIPPLE);
-    } else {
-        glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
-        glPolygonOffset(float(ZORVisFrame::pushBackFactor), float(m_mode->pushBack));
-    }
-    glBindBuffer(GL_ARRAY_BUFFER, m_positions);
-    glVertexPointer(3, GL_FLOAT, 0, nullptr);
-    glBindBuffer(GL_ARRAY_BUFFER, m_normals);
-    glNormalPointer(GL_FLOAT, 0, nullptr);
-    glBindBuffer(GL_ARRAY_BUFFER, 0);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_corners);
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glEnableClientState(GL_NORMAL_ARRAY);
-    glDrawElements(GL_TRIANGLES, m_numCorners, GL_UNSIGNED_INT, nullptr);
-    glDisableClientState(GL_NORMAL_ARRAY);
-    glDisableClientState(GL_VERTEX_ARRAY);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
-    glPopAttrib();
-    state->pop();
-}
 
 SO_NODE_SOURCE(ZORVisGlLines);
 

@@ -1,0 +1,71 @@
+#include "ZORVisGlMesh_p.h"
+#include "scene/ZORVisFrame_p.h"
+#include "scene/ZORVisMeshArrays_p.h"
+
+#define GL_GLEXT_PROTOTYPES
+#include <GL/gl.h>
+#include <GL/glext.h>
+#include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/bundles/SoMaterialBundle.h>
+#include <Inventor/elements/SoLazyElement.h>
+#include <Inventor/misc/SoState.h>
+
+SO_NODE_SOURCE(ZORVisGlMesh);
+
+void ZORVisGlMesh::initClass()
+{
+    SO_NODE_INIT_CLASS(ZORVisGlMesh, ZORVisGlShape, "ZORVisGlShape");
+}
+
+ZORVisGlMesh::ZORVisGlMesh()
+{
+    SO_NODE_CONSTRUCTOR(ZORVisGlMesh);
+}
+
+ZORVisGlMesh::~ZORVisGlMesh() = default;
+
+void ZORVisGlMesh::Fill(const ZORVisMeshData& mesh, const ZORMathPoint& origin, const ZORVisGlMode* mode)
+{
+    m_mode = mode;
+    const ZORVisMeshArrays arrays(mesh, origin);
+    SetExtent(arrays.positions);
+    m_positions = CreateBuffer(arrays.positions.data(), arrays.positions.size() * sizeof(float));
+    m_normals = CreateBuffer(arrays.normals.data(), arrays.normals.size() * sizeof(float));
+    m_corners = CreateBuffer(arrays.corners.data(), arrays.corners.size() * sizeof(uint32_t));
+    m_numCorners = int(arrays.corners.size());
+}
+
+void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
+{
+    if (m_numCorners == 0 || !shouldGLRender(action))
+        return;
+    SoState* state = action->getState();
+    state->push();
+    if (m_mode->wireframe)
+        SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
+    SoMaterialBundle(action).sendFirst();
+
+    glPushAttrib(GL_POLYGON_BIT | GL_LINE_BIT);
+    if (m_mode->wireframe) {
+        glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+        glLineWidth(float(m_mode->ratio));
+        glDisable(GL_LINE_STIPPLE);
+    } else {
+        glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
+        glPolygonOffset(float(ZORVisFrame::pushBackFactor), float(m_mode->pushBack));
+    }
+    glBindBuffer(GL_ARRAY_BUFFER, m_positions);
+    glVertexPointer(3, GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, m_normals);
+    glNormalPointer(GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_corners);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_NORMAL_ARRAY);
+    glDrawElements(GL_TRIANGLES, m_numCorners, GL_UNSIGNED_INT, nullptr);
+    glDisableClientState(GL_NORMAL_ARRAY);
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    glPopAttrib();
+    state->pop();
+}

@@ -1,0 +1,38 @@
+#include "ZORVisMeshArrays_p.h"
+#include "ZORVisMeshData_p.h"
+#include "ZORVisPicking_p.h"
+
+#include <ZORSystem/ZORSysMemory.h>
+
+namespace {
+
+QList<ZORVisMeshData::Corners> SuccessiveTriples(qsizetype numPoints)
+{
+    auto corners = ZORSysMemory::MakeList<ZORVisMeshData::Corners>(numPoints / 3);
+    for (int i = 0; i < int(corners.size()); ++i)
+        corners[i] = {3 * i, 3 * i + 1, 3 * i + 2};
+    return corners;
+}
+
+} // namespace
+
+ZORVisMeshData::ZORVisMeshData(const ZORGeoSurface& drawnSurface)
+    : ZORVisPrimitiveData(ZORVisPrimitiveKind::Mesh)
+    , vertices(drawnSurface.GetVertexArray())
+    , corners(drawnSurface.GetCornerArray())
+    , smooth(true)
+    , surface(&drawnSurface)
+{
+    box = drawnSurface.GetBoundingBox();
+}
+
+ZORVisMeshData::ZORVisMeshData(const QList<ZORMathPoint>& points)
+    : ZORVisPrimitiveData(ZORVisPrimitiveKind::Mesh)
+    , vertices(points)
+    , corners(SuccessiveTriples(points.size()))
+    , smooth(false)
+{
+    AddToBox(vertices);
+}
+
+ZORVisMeshData::~ZORVisMeshData() = default;

@@ -1,0 +1,33 @@
+// What surfaces and triangles keep for drawing.
+
+#pragma once
+
+#include "ZORVisPrimitiveData_p.h"
+
+#include <ZORGeometry/ZORGeoSurface.h>
+
+#include <QPointer>
+
+#include <array>
+#include <memory>
+
+class ZORVisMeshPicker;
+struct ZORVisMeshArrays;
+
+struct ZORVisMeshData final : ZORVisPrimitiveData
+{
+    using Corners = std::array<int, 3>;
+
+    /// Shares the arrays of a surface; shaded smooth.
+    explicit ZORVisMeshData(const ZORGeoSurface& drawnSurface);
+    /// Triangles of three successive points each; shaded flat.
+    explicit ZORVisMeshData(const QList<ZORMathPoint>& points);
+    ~ZORVisMeshData() override;
+
+    const QList<ZORMathPoint> vertices;
+    const QList<Corners> corners;
+    const bool smooth;                                // otherwise flat
+    const QPointer<const ZORGeoSurface> surface;      // not owned; null when there is none or it has died
+    mutable std::unique_ptr<ZORVisMeshPicker> picker; // made by the first pick
+    mutable std::unique_ptr<ZORVisMeshArrays> arrays; // made by the first picture without OpenGL
+};
