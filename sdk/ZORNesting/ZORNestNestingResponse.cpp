@@ -1,6 +1,6 @@
 #include "ZORNestNestingResponse.h"
 
-#include "job/ZORNestNestingRun_p.h"
+#include "job/ZORNestNestingTask_p.h"
 
 #include <ZORWorker/ZORWorkResponse.h>
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestOutline_p.h"
+#include "ZORNestPiece_p.h"
 
 #include <functional>
 

@@ -12,18 +12,11 @@
 namespace {
 
 constexpr double twoPi = 2 * std::numbers::pi;
-constexpr double roundness = 1e-9;
 constexpr int maximumDegree = ZORNestNurbs::MaximumDegree;
 
 ZORNestPlanePoint GetConicPoint(const ZORNestConic& conic, double parameter)
 {
     return conic.center + std::cos(parameter) * conic.u + std::sin(parameter) * conic.v;
-}
-
-bool IsRound(ZORNestPlanePoint u, ZORNestPlanePoint v)
-{
-    const double size = std::max(u.Dot(u), v.Dot(v));
-    return std::abs(u.Dot(u) - v.Dot(v)) <= roundness * size && std::abs(u.Dot(v)) <= roundness * size;
 }
 
 // Place and derivative by de Boor's algorithm in homogeneous coordinates; the derivative from its last step.
@@ -71,11 +64,6 @@ ZORNestArcFit::Place Evaluate(const ZORNestNurbs& nurbs, double parameter)
 }
 
 } // namespace
-
-bool ZORNestPlaneMap::IsSimilarity() const
-{
-    return IsRound(x, y);
-}
 
 ZORNestDrawing::ZORNestDrawing(double tolerance, const ZORWorkContext& context)
     : m_tolerance(tolerance)
@@ -168,7 +156,7 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
     const ZORNestPlanePoint last = end        ? m_map.Map(*end)
                                    : isClosed ? first
                                               : GetConicPoint(mapped, mapped.to);
-    if (IsRound(mapped.u, mapped.v)) {
+    if (ZORNestPlaneMap{mapped.u, mapped.v, {}}.IsSimilarity()) {
         const bool isLeft = (mapped.u.Cross(mapped.v) > 0) == (mapped.to > mapped.from);
         if (first != last || isClosed)
             Append({{first, last, mapped.center, isLeft ? 1 : -1}}, false);

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ZORNestArcFit_p.h"
-#include "ZORNestOutline_p.h"
+#include "ZORNestPart_p.h"
 
 #include <QList>
 #include <QMap>
@@ -11,25 +11,6 @@
 #include <QStringList>
 
 class ZORWorkContext;
-
-/// An affine map of the plane: p to x * p.x + y * p.y + origin.
-struct ZORNestPlaneMap
-{
-    ZORNestPlanePoint x{1, 0};
-    ZORNestPlanePoint y{0, 1};
-    ZORNestPlanePoint origin;
-
-    ZORNestPlanePoint MapVector(ZORNestPlanePoint v) const { return v.x * x + v.y * y; }
-    ZORNestPlanePoint Map(ZORNestPlanePoint p) const { return MapVector(p) + origin; }
-    double GetDeterminant() const { return x.Cross(y); }
-    /// Whether circles stay circles (to 1e-9 of their size).
-    bool IsSimilarity() const;
-    /// The map that applies \a inner first.
-    ZORNestPlaneMap operator*(const ZORNestPlaneMap& inner) const
-    {
-        return {MapVector(inner.x), MapVector(inner.y), Map(inner.origin)};
-    }
-};
 
 /// An arc of an ellipse (of a circle where u and v are alike): center + cos(t) * u + sin(t) * v for t between
 /// \a from and \a to.

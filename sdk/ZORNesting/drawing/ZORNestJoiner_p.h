@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestOutline_p.h"
+#include "ZORNestChain_p.h"
 
 #include <QList>
 

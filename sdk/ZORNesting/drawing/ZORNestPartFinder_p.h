@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestOutline_p.h"
+#include "ZORNestPart_p.h"
 
 #include <QList>
 #include <QStringList>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "drawing/ZORNestOutline_p.h"
+#include "drawing/ZORNestPlane_p.h"
 
 #include <QList>
 #include <QString>

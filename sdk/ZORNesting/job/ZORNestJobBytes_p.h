@@ -2,46 +2,12 @@
 
 #pragma once
 
-#include "ZORNestNestingRun_p.h"
-#include "solver/ZORNestSolverModel.h"
+#include "ZORNestNestingTask_p.h"
+#include "ZORNestTranslationTask_p.h"
 
-#include <ZORNesting/ZORNestNestingInput.h>
-#include <ZORNesting/ZORNestTranslationInput.h>
+#include <ZORNesting/ZORNestingGlobal.h>
 
 #include <QByteArray>
-#include <QString>
-#include <QStringList>
-
-#include <optional>
-
-/// What a nesting job needs to know.
-struct ZORNestNestingTask
-{
-    ZORNestNestingInput input;
-    bool isKept = false; ///< whether part files, sheet files and report are written to the work directory too
-};
-
-/// A layout that a nesting job has reached and proved.
-struct ZORNestInterimLayout
-{
-    ZORNestSolver::Solution solution;
-    double seconds = 0; ///< since the start of the job
-};
-
-/// What a translation job needs to know.
-struct ZORNestTranslationTask
-{
-    ZORNestTranslationInput input;
-    QString path;
-    bool isKept = false; ///< whether the work directory gets a second copy of the part files
-};
-
-/// What came of a translation job besides its files.
-struct ZORNestTranslationOutcome
-{
-    QStringList report;             ///< the lines of ZORNestTranslationResponse::GetReport()
-    std::optional<QString> failure; ///< why the source could not be translated
-};
 
 /// Writes and reads the bytes. They are read by the same version of the SDK only, each document starts with its name and
 /// version, doubles keep their bits. Texts keep what UTF-8 can hold.

@@ -1,4 +1,5 @@
 #include "ZORNestNestingJob_p.h"
+#include "ZORNestPlacedItem_p.h"
 #include "formats/ZORNestResultDocument_p.h"
 #include "solver/ZORNestSolverBudget.h"
 

@@ -24,9 +24,3 @@ struct ZORNestNestingPart
 /// AutoBridge. Holes with something in them that belongs to the part take no other parts. Several outlines
 /// next to each other keep their places and are nested within their convex hull.
 QList<ZORNestNestingPart> ZORNestReadParts(const QString& name, const QByteArray& contents);
-
-/// The item turned over, turned and moved as a solver's pose tells, in this order: arcs stay arcs, and texts stay
-/// readable. Its own position, orientation and mirroring lead on from those that it had.
-/// \param name  of the result
-ZORNestResultItem ZORNestPlaceItem(const ZORNestResultItem& item, const QString& name,
-                                   const ZORNestSolver::Pose& pose);

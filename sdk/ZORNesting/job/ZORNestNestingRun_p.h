@@ -4,21 +4,9 @@
 
 #include <ZORNesting/ZORNestingGlobal.h>
 
-#include <QByteArray>
-#include <QList>
-#include <QStringList>
-
+class QByteArray;
 class ZORWorkContext;
 class ZORWorkResult;
-
-/// What came of a job; see ZORNestNestingResponse.
-class ZORNestNestingOutcome
-{
-public:
-    QList<QByteArray> sheetFiles;
-    QByteArray report;
-    QStringList remarks;
-};
 
 /// Nests on as many threads as the machine has processors. Reports progress to \a context, and each better layout that
 /// has been proved as an interim result.

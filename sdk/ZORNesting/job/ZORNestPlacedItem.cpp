@@ -1,4 +1,4 @@
-#include "ZORNestNestingPart_p.h"
+#include "ZORNestPlacedItem_p.h"
 
 #include <algorithm>
 

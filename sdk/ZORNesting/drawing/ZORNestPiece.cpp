@@ -1,4 +1,4 @@
-#include "ZORNestOutline_p.h"
+#include "ZORNestPiece_p.h"
 
 #include <algorithm>
 #include <numbers>
@@ -19,22 +19,6 @@ int CountMonotone(ZORNestPlanePoint a, ZORNestPlanePoint b, const ZORNestPiece& 
 }
 
 } // namespace
-
-void ZORNestPlaneBox::Add(ZORNestPlanePoint point)
-{
-    xMin = std::min(xMin, point.x);
-    yMin = std::min(yMin, point.y);
-    xMax = std::max(xMax, point.x);
-    yMax = std::max(yMax, point.y);
-}
-
-void ZORNestPlaneBox::Add(const ZORNestPlaneBox& box)
-{
-    xMin = std::min(xMin, box.xMin);
-    yMin = std::min(yMin, box.yMin);
-    xMax = std::max(xMax, box.xMax);
-    yMax = std::max(yMax, box.yMax);
-}
 
 double ZORNestPiece::GetSweep() const
 {
@@ -139,56 +123,4 @@ void ZORNestPiece::Reverse()
 {
     std::swap(start, end);
     turn = -turn;
-}
-
-ZORNestPlaneBox ZORNestCurve::GetBox() const
-{
-    ZORNestPlaneBox box;
-    for (const ZORNestPiece& piece : pieces)
-        box.Add(piece.GetBox());
-    return box;
-}
-
-void ZORNestCurve::Reverse()
-{
-    std::reverse(pieces.begin(), pieces.end());
-    for (ZORNestPiece& piece : pieces)
-        piece.Reverse();
-}
-
-ZORNestPlaneBox ZORNestChain::GetBox() const
-{
-    ZORNestPlaneBox box;
-    for (const ZORNestCurve& curve : curves)
-        box.Add(curve.GetBox());
-    return box;
-}
-
-double ZORNestChain::GetArea() const
-{
-    // About a point of the chain: far from the origin the products would lose the area.
-    const ZORNestPlanePoint origin = curves.constFirst().GetStart();
-    double area = 0;
-    for (const ZORNestCurve& curve : curves) {
-        for (const ZORNestPiece& piece : curve.pieces)
-            area += piece.GetTwiceArea(origin);
-    }
-    return area / 2;
-}
-
-bool ZORNestChain::Contains(ZORNestPlanePoint point) const
-{
-    int crossings = 0;
-    for (const ZORNestCurve& curve : curves) {
-        for (const ZORNestPiece& piece : curve.pieces)
-            crossings += piece.CountCrossings(point);
-    }
-    return crossings % 2 == 1;
-}
-
-void ZORNestChain::Reverse()
-{
-    std::reverse(curves.begin(), curves.end());
-    for (ZORNestCurve& curve : curves)
-        curve.Reverse();
 }
