@@ -1,6 +1,7 @@
 #include "ZORSysLibraryFile.h"
 
 #include "trace/ZORSysElfFile_p.h"
+#include "trace/ZORSysElfLinkage_p.h"
 
 #include <ZORSystem/ZORSysFile.h>
 

@@ -1,4 +1,5 @@
 #include "ZORCompFormats_p.h"
+#include "ZORCompJsonParser_p.h"
 
 #include <ZORComposites/ZORCompFormat.h>
 
@@ -9,3 +10,27 @@ const ZORCompFormatRegistration jsonRegistration(ZorCompJsonFormat());
 const ZORCompFormatRegistration xmlRegistration(ZorCompXmlFormat());
 
 } // namespace
+
+namespace {
+
+class JsonFormat : public ZORCompFormat
+{
+public:
+    QByteArray GetId() const override { return "compost-json"; }
+    QList<QString> GetFileFilters() const override
+    {
+        return {ZORCompJsonFields::tr("CompoST Layup (*.json)")};
+    }
+    ZORCompDocument Parse(const QByteArray& content, ZORCompReadReport& report) const override
+    {
+        return ZORCompJsonParser(report).Parse(content);
+    }
+};
+
+} // namespace
+
+const ZORCompFormat& ZorCompJsonFormat()
+{
+    static const JsonFormat format;
+    return format;
+}

@@ -1,5 +1,6 @@
 #include "ZORCompJsonGeometry_p.h"
 #include "ZORCompJsonParser_p.h"
+#include "ZORCompNumbers_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 
@@ -159,4 +160,189 @@ bool ZORCompJsonParser::ParseAxisSystem(Fields& fields)
         m_axisSystems.insert(*identifier, int(m_document.rosettes.size()));
     m_document.rosettes.append(rosette);
     return true;
+}
+
+using Component = ZORCompDocument::Component;
+
+namespace {
+
+const auto SubComponents = QLatin1String("subComponents");
+
+} // namespace
+
+// Components stand where they belong, or stand at the top and are referred to by their identifiers.
+void ZORCompJsonParser::IndexComponents(const QJsonArray& components, const QString& path)
+{
+    for (int i = 0; i < components.size(); ++i) {
+        const Fields fields(components.at(i), ZorCompPathOf(path, i));
+        const std::optional<qint64> identifier = fields.GetIdentifier(QStringLiteral("ID"));
+        if (!identifier)
+            continue;
+        if (m_components.contains(*identifier))
+            Fields::Fail(fields.PathOf(QStringLiteral("ID")),
+                         tr("identifier %1 is there twice").arg(*identifier));
+        m_components.insert(*identifier, components.at(i));
+    }
+    CollectReferences(components);
+}
+
+void ZORCompJsonParser::CollectReferences(const QJsonArray& components)
+{
+    QList<QJsonArray> pending{components};
+    while (!pending.isEmpty()) {
+        for (const QJsonValue& value : pending.takeLast()) {
+            const std::optional<qint64> identifier = Fields::ToIdentifier(value);
+            if (identifier && m_components.contains(*identifier))
+                m_references.insert(*identifier);
+            if (value[SubComponents].isArray())
+                pending.append(value[SubComponents].toArray());
+        }
+    }
+}
+
+QList<Component> ZORCompJsonParser::ParseTop(const QJsonArray& values, Fields& file)
+{
+    QList<Component> sequences;
+    bool isImplied = false;
+    for (Component& component : ParseList(QStringLiteral("allComposite"), values, file, 0)) {
+        if (component.kind == Component::Sequence) {
+            isImplied = false;
+            sequences.append(component);
+            continue;
+        }
+        if (!isImplied)
+            sequences.append(Component());
+        isImplied = true;
+        sequences.last().components.append(component);
+        m_report.Warn(tr("a ply outside any sequence gets one of its own"));
+    }
+    for (const qint64 identifier : std::as_const(m_references)) {
+        if (!m_componentIdentifiers.contains(identifier))
+            throw ZORSysException(tr("component %1 is part of itself").arg(identifier));
+    }
+    return sequences;
+}
+
+QList<Component> ZORCompJsonParser::ParseList(const QString& name, const QJsonArray& values, Fields& owner,
+                                              int depth)
+{
+    QList<Component> components;
+    QJsonArray kept;
+    for (int i = 0; i < values.size(); ++i) {
+        const bool isTop = depth == 0;
+        const std::optional<qint64> identifier =
+            isTop ? Fields::ToIdentifier(values.at(i)[QLatin1String("ID")]) : std::nullopt;
+        if (identifier && m_references.contains(*identifier))
+            continue; // comes where it is referred to
+        if (ParseComponent(values.at(i), ZorCompPathOf(owner.PathOf(name), i), depth, components))
+            continue;
+        kept.append(
+            QJsonObject{{QStringLiteral("position"), i}, {QStringLiteral("component"), values.at(i)}});
+    }
+    if (!kept.isEmpty())
+        owner.Keep(name, kept);
+    return components;
+}
+
+bool ZORCompJsonParser::ParseComponent(const QJsonValue& value, const QString& path, int depth,
+                                       QList<Component>& components)
+{
+    if (value.isDouble()) {
+        const std::optional<qint64> reference = Fields::ToIdentifier(value);
+        if (reference && m_components.contains(*reference))
+            return ParseComponent(m_components.value(*reference), path, depth, components);
+        m_report.Warn(tr("%1: there is no component %2").arg(path).arg(value.toDouble()));
+        return false;
+    }
+    Fields fields(value, path);
+    const QString type = fields.GetType();
+    const bool isPly = type == QLatin1String("Ply");
+    const bool hasList = fields.Get(SubComponents).isArray();
+    if (!isPly && !hasList && type != QLatin1String("Sequence")) {
+        m_report.Keep(type.isEmpty() ? QStringLiteral("component") : type);
+        return false;
+    }
+    if (const std::optional<qint64> identifier = fields.GetIdentifier(QStringLiteral("ID"))) {
+        if (m_componentIdentifiers.contains(*identifier))
+            Fields::Fail(path, tr("component %1 is there twice or part of itself").arg(*identifier));
+        m_componentIdentifiers.insert(*identifier);
+    }
+    Component component;
+    component.kind = isPly ? Component::Ply : Component::Sequence;
+    component.name = fields.TakeText(QStringLiteral("memberName"));
+    component.isActive = fields.TakeBool(QStringLiteral("active"), true);
+    component.rosette = TakeRosette(fields);
+    if (isPly)
+        ParsePly(fields, component);
+    else
+        ParseSequence(fields, depth + 1, component);
+    component.attributes = fields.GetRest();
+    ReportKept(fields, type.isEmpty() ? QStringLiteral("component") : type);
+    components.append(component);
+    return true;
+}
+
+void ZORCompJsonParser::ParseSequence(Fields& fields, int depth, Component& component)
+{
+    if (depth > Document::MaximumDepth)
+        Fields::Fail(fields.GetPath(),
+                     tr("sequences are nested more than %1 deep").arg(Document::MaximumDepth));
+    if (fields.GetType() != QLatin1String("Sequence"))
+        m_report.Warn(tr("%1: '%2' is read as a sequence").arg(fields.GetPath(), fields.GetType()));
+    const QJsonArray components = fields.TakeArray(SubComponents);
+    component.components = ParseList(SubComponents, components, fields, depth);
+}
+
+void ZORCompJsonParser::ParsePly(Fields& fields, Component& component)
+{
+    const QString materialField = QStringLiteral("material");
+    const QJsonValue materialValue = fields.Get(materialField);
+    const QString material = fields.TakeText(materialField);
+    component.material = m_materials.value(material, -1);
+    if (component.material < 0 && !material.isEmpty()) {
+        fields.Keep(materialField, materialValue);
+        m_report.Warn(tr("%1: there is no material '%2'").arg(fields.PathOf(materialField), material));
+    }
+    if (const std::optional<double> degrees = fields.TakeNumber(QStringLiteral("orientation")))
+        component.angle = ZorCompToRadians(*degrees);
+    TakeBoundaries(fields, component.boundaries);
+}
+
+// One identifier of a spline or a list of them; what is no spline stays as it is.
+void ZORCompJsonParser::TakeBoundaries(Fields& fields, QList<int>& boundaries)
+{
+    const QString name = QStringLiteral("splineRelimitationRef");
+    if (!fields.Has(name))
+        return;
+    const QJsonValue value = fields.Get(name);
+    const QJsonArray references = value.isArray() ? value.toArray() : QJsonArray{value};
+    QList<int> found;
+    for (const QJsonValue& reference : references) {
+        const std::optional<qint64> identifier = Fields::ToIdentifier(reference);
+        if (!identifier)
+            Fields::Fail(fields.PathOf(name), tr("this is no identifier"));
+        if (!m_splines.contains(*identifier)) {
+            m_report.Warn(tr("%1: there is no spline %2").arg(fields.PathOf(name)).arg(*identifier));
+            return;
+        }
+        found.append(m_splines.value(*identifier));
+    }
+    fields.Take(name);
+    boundaries = found;
+}
+
+int ZORCompJsonParser::TakeRosette(Fields& fields)
+{
+    const QString name = QStringLiteral("axisSystemID");
+    if (!fields.Has(name))
+        return -1;
+    const std::optional<qint64> identifier = fields.GetIdentifier(name);
+    if (!identifier)
+        Fields::Fail(fields.PathOf(name), tr("this is no identifier"));
+    if (!m_axisSystems.contains(*identifier)) {
+        m_report.Warn(tr("%1: there is no axis system %2").arg(fields.PathOf(name)).arg(*identifier));
+        return -1;
+    }
+    fields.Take(name);
+    return m_axisSystems.value(*identifier);
 }

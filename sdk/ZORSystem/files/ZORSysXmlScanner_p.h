@@ -44,19 +44,6 @@ private:
     qsizetype m_position = 0;
 };
 
-struct Entity
-{
-    QString text; // null for an external entity
-    bool isOpen = false;
-};
-
-/// Attributes that every element of a name has.
-struct Defaults
-{
-    int count = 0;
-    qint64 numCharacters = 0;
-};
-
 /// Follows the markup as far as it is well-formed. The parser stops where it is not, so that it does not
 /// matter how the rest is understood.
 class Scanner
@@ -67,6 +54,17 @@ public:
     Finding Scan();
 
 private:
+    struct Entity
+    {
+        QString text; // null for an external entity
+        bool isOpen = false;
+    };
+    /// Attributes that every element of a name has.
+    struct Defaults
+    {
+        int count = 0;
+        qint64 numCharacters = 0;
+    };
     using Part = bool (Scanner::*)();
     using Entities = QHash<QString, Entity>;
 

@@ -76,7 +76,4 @@ private:
     std::vector<ElfW(Shdr)> m_sections;
 };
 
-/// Checks what the dynamic linker reads of a library: names, symbols, relocations, hash tables and versions.
-bool IsLinkable(const ElfFile& file);
-
 } // namespace zor::sys

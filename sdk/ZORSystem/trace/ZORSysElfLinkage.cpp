@@ -1,4 +1,5 @@
 #include "ZORSysElfFile_p.h"
+#include "ZORSysElfLinkage_p.h"
 
 #include <algorithm>
 #include <map>
