@@ -1,6 +1,6 @@
 #include "ZORNestInstanceRun.h"
 
-#include "formats/ZORNestLayout_p.h"
+#include "job/ZORNestLayout_p.h"
 #include "job/ZORNestNestingJob_p.h"
 #include "solver/ZORNestSolverRun.h"
 

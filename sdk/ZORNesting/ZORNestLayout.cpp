@@ -1,6 +1,6 @@
 #include "ZORNestLayout.h"
 
-#include "formats/ZORNestLayout_p.h"
+#include "job/ZORNestLayout_p.h"
 #include "solver/ZORNestSolverBudget.h"
 #include "solver/ZORNestSolverCheck.h"
 

@@ -1,6 +1,6 @@
 #include "ZORNestReport.h"
 
-#include "formats/ZORNestLayout_p.h"
+#include "job/ZORNestLayout_p.h"
 #include "report/ZORNestReportWriter_p.h"
 
 #include <ZORNesting/ZORNestLayout.h>

@@ -1,6 +1,6 @@
 #include "ZORNestSourceProvider.h"
 
-#include "formats/ZORNestSourceProviders_p.h"
+#include "job/ZORNestSourceProviders_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>

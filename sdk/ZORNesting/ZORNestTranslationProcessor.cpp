@@ -1,9 +1,9 @@
 #include "ZORNestTranslationProcessor.h"
 
 #include "ZORNestDebugOptions.h"
-#include "formats/ZORNestSourceProviders_p.h"
 #include "job/ZORNestJobBytes_p.h"
 #include "job/ZORNestJobKinds_p.h"
+#include "job/ZORNestSourceProviders_p.h"
 #include "job/ZORNestTranslationRun_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>

@@ -5,7 +5,7 @@
 
 #include <ZORNesting/ZORNestInstance.h>
 #include <ZORNesting/ZORNestLayout.h>
-#include <ZORNesting/formats/ZORNestLayout_p.h>
+#include <ZORNesting/job/ZORNestLayout_p.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <QJsonDocument>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <ZORNesting/ZORNestLayout.h>
-#include <ZORNesting/formats/ZORNestLayout_p.h>
+#include <ZORNesting/job/ZORNestLayout_p.h>
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestInstance_p.h"
+#include "formats/ZORNestInstance_p.h"
 
 class ZORNestLayoutData : public QSharedData
 {

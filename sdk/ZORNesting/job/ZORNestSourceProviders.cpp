@@ -1,11 +1,11 @@
-#include "ZORNestContourXml_p.h"
-#include "ZORNestDxfReader_p.h"
-#include "ZORNestInstance_p.h"
 #include "ZORNestSourceProviders_p.h"
-#include "ZORNestSvgReader_p.h"
 #include "drawing/ZORNestDrawing_p.h"
 #include "drawing/ZORNestPartFinder_p.h"
 #include "drawing/ZORNestPartResult_p.h"
+#include "formats/ZORNestContourXml_p.h"
+#include "formats/ZORNestDxfReader_p.h"
+#include "formats/ZORNestInstance_p.h"
+#include "formats/ZORNestSvgReader_p.h"
 
 #include <ZORNesting/ZORNestSourceProvider.h>
 #include <ZORNesting/ZORNestTranslationInput.h>
