@@ -7,6 +7,7 @@
 
 #include <ZORNesting/job/ZORNestJobBytes_p.h>
 #include <ZORNesting/job/ZORNestJobKinds_p.h>
+#include <ZORNesting/job/ZORNestNestingRun_p.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkJobKind.h>
 #include <ZORWorker/ZORWorkProcessor.h>
