@@ -1,74 +1,17 @@
-#include "support/Printers.h"
+// Tests of ZORVisVectorText: its values, characters and lines, and extreme input.
+
+#include "VectorTexts.h"
 
 #include <ZORMathematics/ZORMathPlane.h>
 #include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORVisualization/ZORVisVectorText.h>
 
 #include <QSignalSpy>
 
-#include <gtest/gtest.h>
-
-#include <bit>
-#include <cmath>
-#include <limits>
-#include <numbers>
 #include <random>
 
+using namespace VectorTexts;
+
 namespace {
-
-using Text = ZORVisVectorText;
-
-constexpr double inf = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-// In this font at this size a unit of the font is a millimetre. The letter I is one stroke from (4, 21) down
-// to (4, 0) and advances by 8; a blank advances by 16, a box by 16 from x = 2 to 14.
-constexpr double size = 21;
-constexpr double pitch = 35; // of lines, and of rows of vertical text
-
-Text CreateText(const QString& string)
-{
-    Text text;
-    text.SetFont(ZORVisVectorFont("futural"));
-    text.SetTextSize(size);
-    text.SetText(string);
-    return text;
-}
-
-/// Lower ends of the strokes of a text of the letter I alone, as "x,y" each.
-QStringList GetFeet(const Text& text)
-{
-    QStringList feet;
-    const auto polylines = text.GetPolylines();
-    for (const ZORMathSetOfPoints& points : polylines) {
-        EXPECT_EQ(2, points.size());
-        EXPECT_NEAR(points[0].GetX(), points[1].GetX(), 1e-12);
-        EXPECT_NEAR(size, points[0].GetY() - points[1].GetY(), 1e-12);
-        // Without the noise of divisions, and without -0.
-        const auto number = [](double value) { return QString::number(std::round(value * 1e9) / 1e9 + 0.0); };
-        feet.append(number(points[1].GetX()) + u',' + number(points[1].GetY()));
-    }
-    return feet;
-}
-
-void ExpectNear(const ZORMathPoint& expected, const ZORMathPoint& actual)
-{
-    EXPECT_NEAR(0, expected.DistanceTo(actual), 1e-9)
-        << actual.GetX() << ", " << actual.GetY() << ", " << actual.GetZ();
-}
-
-bool IsFinite(const QList<ZORMathSetOfPoints>& polylines)
-{
-    for (const ZORMathSetOfPoints& points : polylines) {
-        if (points.size() < 2)
-            return false;
-        for (const ZORMathPoint& point : points) {
-            if (!point.IsFinite())
-                return false;
-        }
-    }
-    return true;
-}
 
 TEST(ZORVisVectorTextTest, NamesOfAllChoices)
 {
@@ -130,8 +73,8 @@ TEST(ZORVisVectorTextTest, TextSizeIsTheHeightOfCapitals)
 {
     Text text = CreateText("H");
     text.SetTextSize(3.5);
-    double low = inf;
-    double high = -inf;
+    double low = kInf;
+    double high = -kInf;
     const auto polylines = text.GetPolylines();
     for (const ZORMathSetOfPoints& points : polylines) {
         for (const ZORMathPoint& point : points) {
@@ -161,7 +104,7 @@ TEST(ZORVisVectorTextTest, LinesFollowEachOtherByTheNaturalPitchAndTheSpacing)
     EXPECT_EQ(QStringList({"4,0", "4,-40", "4,-120"}), GetFeet(text));
     text.SetLineSpacing(-40);
     EXPECT_EQ(QStringList({"4,0", "4,5", "4,15"}), GetFeet(text));
-    EXPECT_DOUBLE_EQ(pitch, Text::naturalLinePitch * size);
+    EXPECT_DOUBLE_EQ(kPitch, Text::naturalLinePitch * kSize);
 }
 
 TEST(ZORVisVectorTextTest, EveryKindOfLineBreakBeginsOneLine)
@@ -239,200 +182,6 @@ TEST(ZORVisVectorTextTest, WhiteSpaceIsAsWideAsTheBlank)
     EXPECT_EQ(QStringList("20,0"), GetFeet(CreateText(QString::fromUtf8("\u2003I"))));
 }
 
-TEST(ZORVisVectorTextTest, AnchorsOfHorizontalTextLieOnItsBox)
-{
-    const double x[] = {0, 8, 16};
-    const double y[] = {0, -42, -7, 21};
-    Text text = CreateText("I\nII");
-    EXPECT_EQ(QStringList({"4,0", "4,-35", "12,-35"}), GetFeet(text));
-    for (const Text::Anchor anchor : Text::GetAnchors()) {
-        text.SetAnchor(anchor);
-        const auto polylines = text.GetPolylines();
-        ASSERT_EQ(3, polylines.size());
-        ExpectNear({4 - x[anchor % 3], 0 - y[anchor / 3], 0}, polylines[0][1]);
-        ExpectNear({12 - x[anchor % 3], -35 - y[anchor / 3], 0}, polylines[2][1]);
-    }
-}
-
-TEST(ZORVisVectorTextTest, AnchorsOfVerticalTextLieOnItsBox)
-{
-    const double x[] = {-4, 17.5, 39};
-    const double y[] = {0, -42, -7, 21};
-    Text text = CreateText("I\nII");
-    text.SetOrientation(Text::Vertical);
-    for (const Text::Anchor anchor : Text::GetAnchors()) {
-        text.SetAnchor(anchor);
-        const auto polylines = text.GetPolylines();
-        ASSERT_EQ(3, polylines.size());
-        ExpectNear({0 - x[anchor % 3], 0 - y[anchor / 3], 0}, polylines[0][1]);
-        ExpectNear({35 - x[anchor % 3], -35 - y[anchor / 3], 0}, polylines[2][1]);
-    }
-}
-
-TEST(ZORVisVectorTextTest, AnchorsMoveTheTextOnly)
-{
-    Text text = CreateText("Some text\nof two lines, and g");
-    const auto expected = text.GetPolylines();
-    for (const Text::Anchor anchor : Text::GetAnchors()) {
-        text.SetAnchor(anchor);
-        const auto polylines = text.GetPolylines();
-        ASSERT_EQ(expected.size(), polylines.size());
-        const ZORMathVector shift = polylines[0][0] - expected[0][0];
-        for (int i = 0; i < polylines.size(); ++i) {
-            for (int k = 0; k < polylines[i].size(); ++k)
-                ExpectNear(expected[i][k] + shift, polylines[i][k]);
-        }
-    }
-}
-
-TEST(ZORVisVectorTextTest, VerticalTextStacksUprightCharactersAndSetsLinesSideBySide)
-{
-    Text text = CreateText("I I\nI");
-    text.SetOrientation(Text::Vertical);
-    EXPECT_EQ(QStringList({"8,0", "8,-70", "43,0"}), GetFeet(text));
-    text.SetCharacterSpacing(2);
-    text.SetLineSpacing(5);
-    EXPECT_EQ(QStringList({"8,0", "8,-74", "48,0"}), GetFeet(text));
-}
-
-TEST(ZORVisVectorTextTest, LinesAreJustifiedInTheLongestOne)
-{
-    Text text = CreateText("I\nIII");
-    text.SetJustification(Text::Center);
-    EXPECT_EQ(QStringList({"12,0", "4,-35", "12,-35", "20,-35"}), GetFeet(text));
-    text.SetJustification(Text::Right);
-    EXPECT_EQ(QStringList({"20,0", "4,-35", "12,-35", "20,-35"}), GetFeet(text));
-    text.SetOrientation(Text::Vertical);
-    EXPECT_EQ(QStringList({"4,-70", "39,0", "39,-35", "39,-70"}), GetFeet(text));
-}
-
-TEST(ZORVisVectorTextTest, BlockWidensTheBlanksOfAllLinesButTheLast)
-{
-    Text text = CreateText("I I\nIIIII I\nIII\nI I");
-    text.SetJustification(Text::Block);
-    EXPECT_EQ(QStringList({"4,0", "60,0", "4,-35", "12,-35", "20,-35", "28,-35", "36,-35", "60,-35", "4,-70",
-                           "12,-70", "20,-70", "4,-105", "28,-105"}),
-              GetFeet(text));
-}
-
-TEST(ZORVisVectorTextTest, BlockLeavesWhatStandsBeforeATab)
-{
-    Text text = CreateText("I I\tI I\nI\tI I I\n");
-    text.SetJustification(Text::Block);
-    EXPECT_EQ(QStringList({"4,0", "28,0", "132,0", "180,0", "4,-35", "132,-35", "156,-35", "180,-35"}),
-              GetFeet(text));
-}
-
-TEST(ZORVisVectorTextTest, DecorationsRunAlongEveryLine)
-{
-    Text text = CreateText("I I\n\n  ");
-    text.SetDecorations(Text::Underline | Text::StrikeThrough | Text::Overline);
-    const auto polylines = text.GetPolylines();
-    ASSERT_EQ(2 + 3 + 3, polylines.size());
-    const double heights[] = {-3.5, 9, 24.5};
-    for (int i = 0; i < 3; ++i) {
-        ExpectNear({0, heights[i], 0}, polylines[2 + i][0]);
-        ExpectNear({32, heights[i], 0}, polylines[2 + i][1]);
-        ExpectNear({0, heights[i] - 70, 0}, polylines[5 + i][0]);
-        ExpectNear({32, heights[i] - 70, 0}, polylines[5 + i][1]);
-    }
-}
-
-TEST(ZORVisVectorTextTest, EveryDecorationIsOneBit)
-{
-    Text text = CreateText("I");
-    for (int bits = 0; bits < 8; ++bits) {
-        text.SetDecorations(QFlags<Text::Decoration>::fromInt(bits));
-        EXPECT_EQ(1 + std::popcount(unsigned(bits)), text.GetPolylines().size()) << bits;
-        EXPECT_EQ(bits, text.GetDecorations().toInt());
-    }
-    text.SetDecorations(QFlags<Text::Decoration>::fromInt(-8)); // unknown bits alone
-    EXPECT_EQ(1, text.GetPolylines().size());
-}
-
-TEST(ZORVisVectorTextTest, DecorationsFollowTheJustifiedLine)
-{
-    Text text = CreateText("I I\nIIIII I");
-    text.SetDecorations(Text::Underline);
-    text.SetJustification(Text::Block);
-    ExpectNear({64, -3.5, 0}, text.GetPolylines()[2][1]);
-    text.SetJustification(Text::Right);
-    ExpectNear({32, -3.5, 0}, text.GetPolylines()[2][0]);
-    ExpectNear({64, -3.5, 0}, text.GetPolylines()[2][1]);
-}
-
-TEST(ZORVisVectorTextTest, CharactersOfVerticalTextAreDecoratedOneByOne)
-{
-    Text text = CreateText("I I");
-    text.SetOrientation(Text::Vertical);
-    text.SetDecorations(Text::Underline);
-    const auto polylines = text.GetPolylines();
-    ASSERT_EQ(5, polylines.size());
-    ExpectNear({4, -3.5, 0}, polylines[1][0]);
-    ExpectNear({12, -3.5, 0}, polylines[1][1]);
-    ExpectNear({0, -38.5, 0}, polylines[2][0]); // the blank
-    ExpectNear({16, -38.5, 0}, polylines[2][1]);
-    ExpectNear({12, -73.5, 0}, polylines[4][1]);
-}
-
-TEST(ZORVisVectorTextTest, EmptyTextHasNoPolylinesWhateverItsDecorations)
-{
-    for (const char* string : {"", "\n", "\r\n\n"}) {
-        Text text = CreateText(QString::fromLatin1(string));
-        text.SetDecorations(Text::Underline | Text::StrikeThrough | Text::Overline);
-        for (const Text::Orientation orientation : Text::GetOrientations()) {
-            text.SetOrientation(orientation);
-            EXPECT_TRUE(text.GetPolylines().isEmpty());
-        }
-    }
-}
-
-TEST(ZORVisVectorTextTest, TiltSlantsEveryLineAboutItsOwnBaseline)
-{
-    Text text = CreateText("I\nI");
-    text.SetDecorations(Text::Underline);
-    text.SetTiltAngle(45);
-    const auto polylines = text.GetPolylines();
-    ASSERT_EQ(4, polylines.size());
-    ExpectNear({25, 21, 0}, polylines[0][0]);
-    ExpectNear({4, 0, 0}, polylines[0][1]);
-    ExpectNear({-3.5, -3.5, 0}, polylines[1][0]);
-    ExpectNear({4.5, -3.5, 0}, polylines[1][1]);
-    ExpectNear({25, -14, 0}, polylines[2][0]);
-    text.SetTiltAngle(-45);
-    ExpectNear({-17, 21, 0}, text.GetPolylines()[0][0]);
-}
-
-TEST(ZORVisVectorTextTest, TiltIsLimited)
-{
-    Text text = CreateText("I");
-    for (const double angle : {86.0, 90.0, 1000.0, 1e300}) {
-        text.SetTiltAngle(angle);
-        EXPECT_EQ(85, text.GetTiltAngle());
-        text.SetTiltAngle(-angle);
-        EXPECT_EQ(-85, text.GetTiltAngle());
-    }
-    ExpectNear({4 - 21 * std::tan(85 * std::numbers::pi / 180), 21, 0}, text.GetPolylines()[0][0]);
-}
-
-TEST(ZORVisVectorTextTest, PlaneDirectionsAreTakenAsTheyAre)
-{
-    Text text = CreateText("Plane, gjq\n2nd");
-    text.SetTiltAngle(20);
-    text.SetAnchor(Text::MiddleCenter);
-    const auto flat = text.GetPolylines();
-    ZORMathPlane plane;
-    plane.SetOrigin({100, -20, 7});
-    plane.SetDirections({0, 2, 0.5}, {-3, 1, 0});
-    text.SetPlane(plane);
-    const auto polylines = text.GetPolylines();
-    ASSERT_EQ(flat.size(), polylines.size());
-    for (int i = 0; i < flat.size(); ++i) {
-        for (int k = 0; k < flat[i].size(); ++k)
-            ExpectNear(plane.Evaluate(flat[i][k].GetX(), flat[i][k].GetY()), polylines[i][k]);
-    }
-}
-
 TEST(ZORVisVectorTextTest, ZeroSizeAndZeroDirectionsGiveStrokesWithoutExtent)
 {
     Text text = CreateText("Text\n\tin two lines");
@@ -456,7 +205,7 @@ TEST(ZORVisVectorTextTest, ZeroSizeAndZeroDirectionsGiveStrokesWithoutExtent)
 TEST(ZORVisVectorTextTest, NegativeSizeTurnsTheText)
 {
     Text text = CreateText("I\nI");
-    text.SetTextSize(-size);
+    text.SetTextSize(-kSize);
     const auto polylines = text.GetPolylines();
     ASSERT_EQ(2, polylines.size());
     ExpectNear({-4, -21, 0}, polylines[0][0]);
@@ -467,7 +216,7 @@ TEST(ZORVisVectorTextTest, NegativeSizeTurnsTheText)
 TEST(ZORVisVectorTextTest, NumbersThatAreNotFiniteCountAsZero)
 {
     Text text = CreateText("I");
-    for (const double value : {nan, inf, -inf}) {
+    for (const double value : {kNan, kInf, -kInf}) {
         text.SetTextSize(value);
         EXPECT_EQ(0, text.GetTextSize());
         text.SetLineSpacing(value);
@@ -502,7 +251,7 @@ TEST(ZORVisVectorTextTest, UnknownCodesCountAsTheFirst)
 
 TEST(ZORVisVectorTextTest, NoInputGivesCoordinatesThatAreNotFinite)
 {
-    const double values[] = {0, 1, -1, 1e-320, 1e10, -1e154, 1e200, -1e308, 1.7e308, nan, inf, -inf};
+    const double values[] = {0, 1, -1, 1e-320, 1e10, -1e154, 1e200, -1e308, 1.7e308, kNan, kInf, -kInf};
     const QString characters = QString::fromUtf8("Ig \t\n\r\u20ac");
     std::mt19937 random(1967);
     const auto value = [&] { return values[random() % std::size(values)]; };
@@ -554,7 +303,7 @@ TEST(ZORVisVectorTextTest, SettersAreTracedWithTheirValues)
     text.SetJustification(Text::Right);
     text.SetDecorations(Text::Underline | Text::Overline);
     text.SetLineSpacing(1.5);
-    text.SetCharacterSpacing(nan);
+    text.SetCharacterSpacing(kNan);
     text.SetTextSize(2);
     text.SetTiltAngle(100);
     text.SetPlane(ZORMathPlane());
