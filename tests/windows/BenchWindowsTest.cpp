@@ -4,6 +4,7 @@
 #include "base/ZORHostTheme.h"
 #include "console/ZORTestGeoInspectionDlg.h"
 #include "console/ZORTestMainDialog.h"
+#include "core/ZORTestCommandRegistry.h"
 #include "core/ZORTestDialog.h"
 #include "core/ZORTestOptionsDlg.h"
 #include "nesting/ZORTestNestNestingResultDlg.h"
@@ -27,10 +28,25 @@
 #include <QPushButton>
 #include <QTableWidget>
 
+#include <algorithm>
+
 namespace {
 
 class BenchWindowsTest : public WindowTest
 {
+protected:
+    /// The names of all operations that open a dialog, in alphabetical order.
+    static QList<QByteArray> GetDialogs()
+    {
+        QList<QByteArray> dialogs{"ZORTestCreatePointCmd"}; // the established name of a dialog
+        const QList<QByteArray> classNames = ZORTestCommandRegistry::Instance().GetClassNames();
+        for (const QByteArray& className : classNames) {
+            if (className.endsWith("Dlg"))
+                dialogs.append(className);
+        }
+        std::sort(dialogs.begin(), dialogs.end());
+        return dialogs;
+    }
 };
 
 INSTANTIATE_TEST_SUITE_P(Themes, BenchWindowsTest,
@@ -95,28 +111,9 @@ TEST_P(BenchWindowsTest, Operations)
     AddSurface("Wing skin");
     AddPolyline("A curve with a name as long as importers make them", {{0, 0, 0}, {1, 0, 0}});
     AddPoint("Origin");
-    const std::pair<const char*, const char*> operations[] = {
-        {"ZORTestCreateDrapingDlg", "create-draping"},
-        {"ZORTestCreateFolderDlg", "create-folder"},
-        {"ZORTestCreatePointCmd", "create-point"},
-        {"ZORTestCreateTopCurveDlg", "create-topological-curve"},
-        {"ZORTestCreateTopSurfaceDlg", "create-topological-surface"},
-        {"ZORTestCreateWFRawCurveDlg", "create-raw-curve"},
-        {"ZORTestCreateWFRawSurfaceDlg", "create-raw-surface"},
-        {"ZORTestGeoCleanCurveDlg", "clean-curve"},
-        {"ZORTestGeoCreateCartesianPointDlg", "create-cartesian-point"},
-        {"ZORTestGeoCreatePointOnCurveDlg", "create-point-on-curve"},
-        {"ZORTestGeoProjectCurveSurDlg", "project-curve-to-surface"},
-        {"ZORTestGeoProjectPointCurveDlg", "project-point-to-curve"},
-        {"ZORTestGeoProjectPointSurfaceDlg", "project-point-to-surface"},
-        {"ZORTestGeoSurfaceEdgeDlg", "surface-edges"},
-        {"ZORTestStrategyDlg", "using-strategy-selector"},
-        {"ZORTestTPCourseSmoothingDlg", "course-smoothing"},
-        {"ZORTestTopProjectDlg", "create-topological-projection"},
-    };
-    for (const auto& [className, name] : operations) {
-        ASSERT_NE(nullptr, Open(className)) << className;
-        Walk(dialog, QLatin1String(name));
+    for (const QByteArray& className : GetDialogs()) {
+        ASSERT_NE(nullptr, Open(className)) << className.constData();
+        Walk(dialog, QString::fromLatin1(className));
         PressCancel();
     }
 }

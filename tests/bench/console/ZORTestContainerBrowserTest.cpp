@@ -14,7 +14,6 @@
 #include <ZORGeometry/ZORGeoSurface.h>
 
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QTableView>

@@ -294,6 +294,7 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
         if (className.startsWith("ZORTest")) // others belong to this program
             operations.insert(className);
     }
+    // The contract with those who start operations by name; docs/adding-a-dialog.md names this table.
     const QSet<QByteArray> expected{
         // clang-format off
         "ZORTestCompReaderCmd",
@@ -339,7 +340,6 @@ TEST_F(ZORTestCommandRegistryTest, HoldsTheClassesOfTheBench)
     EXPECT_EQ(
         (QSet<QByteArray>{"ZORTestCurveVisualizer", "ZORTestPointVisualizer", "ZORTestSurfaceVisualizer"}),
         visualizers);
-    EXPECT_EQ(36, operations.size() + visualizers.size());
 }
 
 TEST_F(ZORTestCommandRegistryTest, CreatesEveryClassOfTheBench)

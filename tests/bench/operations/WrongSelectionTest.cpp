@@ -73,6 +73,7 @@ TEST_P(WrongSelectionTest, IsRefusedAndCreatesNothing)
     EXPECT_TRUE(TakeNew().isEmpty());
 }
 
+// The messages are a contract; docs/adding-a-dialog.md names this table.
 INSTANTIATE_TEST_SUITE_P(
     Selectors, WrongSelectionTest,
     testing::Values(
