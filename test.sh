@@ -6,11 +6,14 @@
 #   ./test.sh ci             only the first half
 #   ./test.sh asan           only the second half
 #   ./test.sh long           nothing of these, but what takes too long for every day: a minute of fuzzing for
-#                            each target, the tests of threads under the thread sanitizer, and hundreds of random
-#                            users under the other sanitizers
+#                            each target, the tests of threads under the thread sanitizer, hundreds of random
+#                            users under the other sanitizers, clang-tidy and clazy over everything, and
+#                            docs/adding-a-dialog.md followed to the letter
 #   ./test.sh fuzz           only the fuzzing
 #   ./test.sh tsan           only the thread sanitizer
 #   ./test.sh random         only the random users
+#   ./test.sh analyze        only clang-tidy and clazy
+#   ./test.sh page           only the page about dialogs
 set -eu
 cd "$(dirname "$0")"
 . tools/packages.sh
@@ -43,18 +46,46 @@ run_random_users() {
   build/asan/bin/random_user --seeds 1001-1300 --actions 400 --parallel "$(nproc)"
 }
 
+# Builds first, since sources include generated files.
+analyze_everything() {
+  install_packages $analysis_packages
+  configure ci
+  cmake --build --preset ci
+  python3 tools/analyze.py . build/ci
+}
+
+follow_page() {
+  python3 tests/docs/follow_adding_a_dialog.py .
+}
+
 what=${1:-all}
 case "$what" in
   fuzz) run_fuzzers; exit ;;
   tsan) run_thread_sanitizer; exit ;;
   random) run_random_users; exit ;;
-  long) run_fuzzers; run_thread_sanitizer; run_random_users; exit ;;
+  analyze) analyze_everything; exit ;;
+  page) follow_page; exit ;;
+  long)
+    run_fuzzers
+    run_thread_sanitizer
+    run_random_users
+    analyze_everything
+    follow_page
+    if [ -n "$(git status --porcelain)" ]; then
+      echo "Passed. tools/long_passed.txt stays as it is, since there are changes without a commit."
+    else
+      git rev-parse HEAD >tools/long_passed.txt
+      echo "Passed. Please commit tools/long_passed.txt: CI analyzes what differs from that commit."
+    fi
+    exit ;;
 esac
 if [ "$what" != asan ]; then
   configure ci
   cmake --build --preset ci
   cmake --build --preset ci --target all_verify_interface_header_sets
   ctest --preset ci -j2
+  install_packages $analysis_packages
+  python3 tools/analyze.py . build/ci --since-long
 fi
 if [ "$what" != ci ]; then
   configure asan

@@ -12,6 +12,9 @@ test_packages="
   ccache clang-format libgtest-dev libbenchmark-dev git python3
   xdotool imagemagick desktop-file-utils"
 
+# On top of these, to analyze the sources.
+analysis_packages="clang-tidy clazy"
+
 # On top of these, to build and run the fuzz targets.
 fuzz_packages="clang libclang-rt-14-dev"
 

@@ -1,0 +1,133 @@
+#!/usr/bin/env python3
+"""Tests of tools/analyze.py: what it analyzes, and that it reports what the analyzers find.
+
+The analyzers themselves are replaced by a script here, except in the test that plants a fault of each kind.
+"""
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from checker import TOOLS, write_tree
+
+FILES = {
+    "sdk/ZORSystem/A.cpp": "int a();\n",
+    "sdk/ZORSystem/A_p.h": "int a();\n",
+    "sdk/ZORSystem/B.cpp": "int b();\n",
+    "build/generated.cpp": "int c();\n",
+    "README.md": "a\n",
+}
+# Finds a fault in every source whose name is in the environment, and fails for the source that is named there.
+ANALYZER = """#!/bin/sh
+for last; do :; done
+echo "$(basename "$0") $(basename "$last")" >> "$LOG"
+case "$last" in *"${FAULTY:-none}") echo "$last:1:2: warning: found by $(basename "$0") [a-check]"; exit 1 ;; esac
+case "$last" in *"${BROKEN:-none}") echo "cannot be read" >&2; exit 1 ;; esac
+exit 0
+"""
+
+
+class AnalyzeTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.root = pathlib.Path(self.folder.name).resolve() / "clone"
+        write_tree(self.root, FILES)
+        sources = ("sdk/ZORSystem/A.cpp", "sdk/ZORSystem/B.cpp", "build/generated.cpp")
+        entries = [
+            {"directory": str(self.root), "file": str(self.root / name),
+             "command": f"cmake -E env A=b ccache /usr/bin/c++ -Winvalid-pch -include x/cmake_pch.hxx -c {name}"}
+            for name in sources
+        ]
+        (self.root / "build" / "compile_commands.json").write_text(json.dumps(entries))
+        tools = pathlib.Path(self.folder.name) / "bin"
+        tools.mkdir()
+        for name in ("clang-tidy-14", "clazy-standalone"):
+            (tools / name).write_text(ANALYZER)
+            (tools / name).chmod(0o755)
+        self.log = pathlib.Path(self.folder.name) / "log"
+        self.environment = {**os.environ, "PATH": f"{tools}:{os.environ['PATH']}", "LOG": str(self.log)}
+        self.git("init", "-q")
+        self.commit("First")
+
+    def tearDown(self):
+        self.folder.cleanup()
+
+    def git(self, *arguments):
+        names = ("-c", "user.name=a", "-c", "user.email=a@b")
+        result = subprocess.run(["git", "-C", self.root, *names, *arguments], capture_output=True, text=True, check=True)
+        return result.stdout.strip()
+
+    def commit(self, subject):
+        self.git("add", "-A", ":!build")
+        self.git("commit", "-q", "--allow-empty", "-m", subject)
+        return self.git("rev-parse", "HEAD")
+
+    def analyze(self, *arguments, **environment):
+        """Returns the exit code, the output, and the names of the sources that were analyzed."""
+        self.log.write_text("")
+        command = [sys.executable, "-B", TOOLS / "analyze.py", self.root, self.root / "build", *arguments]
+        result = subprocess.run(command, capture_output=True, text=True, check=False, env={**self.environment, **environment})
+        return result.returncode, result.stdout, sorted(self.log.read_text().splitlines())
+
+    def test_every_source_but_generated_ones_by_both_analyzers(self):
+        code, output, analyzed = self.analyze()
+        self.assertEqual((0, "2 sources analyzed, 0 findings\n"), (code, output))
+        self.assertEqual(["clang-tidy-14 A.cpp", "clang-tidy-14 B.cpp", "clazy-standalone A.cpp", "clazy-standalone B.cpp"], analyzed)
+
+    def test_findings_and_failures_are_reported(self):
+        code, output, _ = self.analyze(FAULTY="A.cpp", BROKEN="B.cpp")
+        self.assertEqual(1, code)
+        for tool in ("clang-tidy-14", "clazy-standalone"):
+            self.assertIn(f"sdk/ZORSystem/A.cpp:1:2: warning: found by {tool} [a-check]", output)
+        for name in ("clang-tidy", "clazy"):
+            self.assertIn(f"sdk/ZORSystem/B.cpp: {name} failed:\ncannot be read", output)
+        self.assertIn("2 sources analyzed, 4 findings", output)
+
+    def test_sources_since_the_long_tests(self):
+        passed = self.commit("Passed")
+        write_tree(self.root, {"tools/long_passed.txt": f"{passed}\n", "sdk/ZORSystem/B.cpp": "int b2();\n"})
+        self.commit("Change")
+        self.assertEqual(["clang-tidy-14 B.cpp", "clazy-standalone B.cpp"], self.analyze("--since-long")[2])
+        write_tree(self.root, {"sdk/ZORSystem/A_p.h": "int a2();\n"})  # not even committed
+        self.assertEqual(4, len(self.analyze("--since-long")[2]))
+
+    def test_clone_without_the_commit(self):
+        write_tree(self.root, {"tools/long_passed.txt": "0123456789012345678901234567890123456789\n"})
+        self.commit("Name")
+        write_tree(self.root, {"sdk/ZORSystem/A.cpp": "int a3();\n"})
+        self.commit("Change")
+        code, output, analyzed = self.analyze("--since-long")
+        self.assertEqual(0, code)
+        self.assertIn("this clone lacks commit 0123456789012345678901234567890123456789", output)
+        self.assertEqual(["clang-tidy-14 A.cpp", "clazy-standalone A.cpp"], analyzed)
+
+    @unittest.skipUnless(shutil.which("clang-tidy-14"), "clang-tidy is not installed")
+    def test_rules_of_clang_tidy(self):
+        shutil.copy(TOOLS.parent / ".clang-tidy", self.root)
+        faults = {
+            "global constant 'Depth'": "const int Depth = 1;\nint Get() { return Depth; }\n",
+            "class 'a_class'": "class a_class {};\n",
+            "private member 'count'": "class A { int count = 0; public: int Get() const { return count; } };\n",
+            "function 'getName'": "int getName() { return 1; }\n",
+            "local variable 'A_b'": "int Get() { int A_b = 1; return A_b; }\n",
+            "parameter 'Count'": "int Get(int Count) { return Count; }\n",
+            "bugprone-use-after-move": "#include <string>\n#include <utility>\n"
+            "std::string Get(std::string a) { std::string b = std::move(a); return b + a; }\n",
+            "performance-for-range-copy": "#include <string>\n#include <vector>\nunsigned long Get(const std::vector<std::string>& all)\n"
+            "{ unsigned long n = 0; for (const auto a : all) n += a.size(); return n; }\n",
+            "modernize-use-override": "struct A { virtual ~A() = default; virtual void Do(); };\nstruct B : A { void Do(); };\n",
+        }
+        for message, text in faults.items():
+            write_tree(self.root, {"sdk/ZORSystem/A.cpp": text})
+            command = ["clang-tidy-14", "--quiet", self.root / "sdk/ZORSystem/A.cpp", "--", "-std=c++20"]
+            result = subprocess.run(command, capture_output=True, text=True, check=False)
+            self.assertNotEqual(0, result.returncode, message)
+            self.assertIn(message, result.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
