@@ -8,7 +8,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QThread>
+#include <QTest>
 
 namespace {
 
@@ -64,13 +64,14 @@ QStringList FindProcesses(const QString& folder)
 /// \return what is left; empty for nothing
 QString AwaitProcesses(const QString& folder)
 {
-    constexpr int kPause = 50;                   // milliseconds
-    constexpr int kMostPauses = 10'000 / kPause; // far more than a process needs
-    QStringList names = FindProcesses(folder);
-    for (int i = 0; i < kMostPauses && !names.isEmpty(); ++i) {
-        QThread::msleep(kPause);
-        names = FindProcesses(folder);
-    }
+    constexpr int kPatience = 10'000; // milliseconds; far more than a process needs
+    QStringList names;
+    (void)QTest::qWaitFor(
+        [&] {
+            names = FindProcesses(folder);
+            return names.isEmpty();
+        },
+        kPatience);
     return names.join(u' ');
 }
 

@@ -114,7 +114,11 @@ RandomUserWatch::RandomUserWatch()
 
 RandomUserWatch::~RandomUserWatch()
 {
-    m_isOver = true;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isOver = true;
+    }
+    m_changed.notify_one();
     m_thread.join();
     qInstallMessageHandler(m_former);
 }
@@ -154,17 +158,21 @@ void RandomUserWatch::CheckReachable(bool isReachable)
         Fail(QStringLiteral("the program goes on without a window"));
 }
 
+void RandomUserWatch::Beat()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        ++m_beats;
+    }
+    m_changed.notify_one();
+}
+
 void RandomUserWatch::WatchBeats()
 {
-    using namespace std::chrono_literals;
-    constexpr auto pause = 100ms;
-    int beats = m_beats;
-    auto quiet = 0ms;
+    std::unique_lock lock(m_mutex);
     while (!m_isOver) {
-        std::this_thread::sleep_for(pause);
-        quiet = beats == m_beats ? quiet + pause : 0ms;
-        beats = m_beats;
-        if (quiet > std::chrono::seconds(kLongestAction))
+        const auto goesOn = [this, beats = m_beats] { return m_isOver || m_beats != beats; };
+        if (!m_changed.wait_for(lock, std::chrono::seconds(kLongestAction), goesOn))
             pthread_kill(m_mainThread, SIGUSR2);
     }
 }

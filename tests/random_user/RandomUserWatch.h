@@ -7,7 +7,8 @@
 #include <QString>
 #include <QWidget>
 
-#include <atomic>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 /// Ends the process with exit code kFailed and a line "FAILURE: ..." on the error stream as soon as something
@@ -28,7 +29,7 @@ public:
     Q_DISABLE_COPY_MOVE(RandomUserWatch)
 
     /// An action begins: the one before has ended.
-    void Beat() { ++m_beats; }
+    void Beat();
     /// A window that the user has closed has to be hidden.
     /// \param isToDie  whether it also has to be deleted soon
     void ExpectGone(QWidget* window, bool isToDie);
@@ -52,8 +53,10 @@ private:
     QList<Closed> m_closed;
     int m_numUnreachable = 0; // checks in a row
     QtMessageHandler m_former;
-    std::atomic_int m_beats = 0;
-    std::atomic_bool m_isOver = false;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    int m_beats = 0;       // guarded by m_mutex
+    bool m_isOver = false; // guarded by m_mutex
     pthread_t m_mainThread;
     std::thread m_thread;
 };

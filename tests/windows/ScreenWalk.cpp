@@ -5,11 +5,11 @@
 #include "window/ZORHostMainWindow.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProcess>
 #include <QScreen>
+#include <QTest>
 
 #include <atomic>
 #include <memory>
@@ -66,14 +66,7 @@ void ScreenWalk::InProgram(const std::function<void()>& call)
 
 bool ScreenWalk::WaitFor(const std::function<bool()>& condition)
 {
-    QElapsedTimer time;
-    time.start();
-    while (!Ask(condition)) {
-        if (time.elapsed() > waitMilliseconds)
-            return false;
-        QThread::msleep(pollMilliseconds);
-    }
-    return true;
+    return QTest::qWaitFor([&] { return Ask(condition); }, waitMilliseconds);
 }
 
 QWidget* ScreenWalk::FindWindow(const char* className)
@@ -182,17 +175,16 @@ QImage ScreenWalk::Look(const QRect& place)
 QImage ScreenWalk::WaitForPicture(const QRect& place, const std::function<bool(const QImage&)>& condition,
                                   const char* what)
 {
-    QElapsedTimer time;
-    time.start();
-    QImage picture = Look(place);
-    while (!condition(picture)) {
-        if (time.elapsed() > waitMilliseconds) {
-            ADD_FAILURE() << "the screen never shows: " << what;
-            Keep(picture, "failure");
-            break;
-        }
-        QThread::msleep(pollMilliseconds);
-        picture = Look(place);
+    QImage picture;
+    const bool isThere = QTest::qWaitFor(
+        [&] {
+            picture = Look(place);
+            return condition(picture);
+        },
+        waitMilliseconds);
+    if (!isThere) {
+        ADD_FAILURE() << "the screen never shows: " << what;
+        Keep(picture, "failure");
     }
     return picture;
 }

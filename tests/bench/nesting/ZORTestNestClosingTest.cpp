@@ -1,10 +1,9 @@
-// Closing windows while a heavy nesting job runs. The bounds are against hanging; typical times are far below.
+// Closing windows while a heavy nesting job runs that would exceed the time limit of a test.
 
 #include "NestingDlgTest.h"
 #include "nesting/ZORTestNestNestingResultDlg.h"
 
 #include <QDoubleSpinBox>
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <cmath>
@@ -14,8 +13,7 @@ namespace {
 
 using Status = ZORNestNestingResponse::Status;
 
-constexpr int LongestClosing = 10'000; // milliseconds
-constexpr double ShortestRun = 30;     // seconds, so that waiting for the end of the job exceeds the bound
+constexpr double kShortestRun = 36'000;    // seconds; far more than a test may take
 constexpr int LongestPreparation = 60'000; // milliseconds until the job runs
 
 class ZORTestNestClosingTest : public NestingDlgTest
@@ -32,29 +30,24 @@ protected:
         }
         return WritePart("wheel.msi", corners);
     }
-    /// Starts a run that goes on for ShortestRun and whose single steps take long.
+    /// Starts a run that goes on for kShortestRun and whose single steps take long.
     void StartHeavyRun()
     {
         AddItem(WriteWheel(1000), 300);
         AddRoll(1000);
-        Find<QDoubleSpinBox>("_MaxRunTimeSpn")->setValue(2 * ShortestRun);
-        Find<QDoubleSpinBox>("_MinRunTimeSpn")->setValue(ShortestRun);
+        Find<QDoubleSpinBox>("_MaxRunTimeSpn")->setValue(2 * kShortestRun);
+        Find<QDoubleSpinBox>("_MinRunTimeSpn")->setValue(kShortestRun);
         Click("_ComputeBtn", dialog);
         ASSERT_TRUE(
             QTest::qWaitFor([this] { return Processor()->GetResponses()[0]->GetStatus() == Status::Running; },
                             LongestPreparation));
     }
-    /// Runs \a close and expects that the dialog is gone in time and shows no results afterwards.
-    void ExpectQuickEnd(const std::function<void()>& close)
+    /// Runs \a close and expects that the dialog is gone, while the job would still run, and shows no results.
+    void ExpectEnd(const std::function<void()>& close)
     {
-        QElapsedTimer time;
-        time.start();
         close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(nullptr, dialog.data());
-        const qint64 elapsed = time.elapsed();
-        RecordProperty("closingMilliseconds", int(elapsed));
-        EXPECT_LT(elapsed, LongestClosing);
         QCoreApplication::processEvents();
         EXPECT_TRUE(GetResults().isEmpty());
     }
@@ -64,7 +57,7 @@ TEST_F(ZORTestNestClosingTest, TheDialogClosesWhileAHeavyJobRuns)
 {
     OpenDialog();
     StartHeavyRun();
-    ExpectQuickEnd([this] { dialog->close(); });
+    ExpectEnd([this] { dialog->close(); });
 }
 
 TEST_F(ZORTestNestClosingTest, TheConsoleClosesWhileAHeavyJobRuns)
@@ -72,7 +65,7 @@ TEST_F(ZORTestNestClosingTest, TheConsoleClosesWhileAHeavyJobRuns)
     OpenConsole();
     ASSERT_NE(nullptr, TriggerMenu("actionNest"));
     StartHeavyRun();
-    ExpectQuickEnd([this] { CloseConsole(); });
+    ExpectEnd([this] { CloseConsole(); });
 }
 
 TEST_F(ZORTestNestClosingTest, WaitingJobsEndWithTheRunningOne)
@@ -82,7 +75,7 @@ TEST_F(ZORTestNestClosingTest, WaitingJobsEndWithTheRunningOne)
     for (int i = 0; i < 3; ++i)
         Click("_ComputeBtn", dialog);
     EXPECT_EQ(4, Processor()->GetResponses().size());
-    ExpectQuickEnd([this] { dialog->close(); });
+    ExpectEnd([this] { dialog->close(); });
 }
 
 } // namespace

@@ -10,7 +10,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -36,12 +35,12 @@ protected:
     void Set(const char* spinBox, double value) { Find<QDoubleSpinBox>(spinBox)->setValue(value); }
     void Check(const char* checkBox) { Find<QCheckBox>(checkBox)->setChecked(true); }
     void Compute() { Click("_ComputeBtn", dialog); }
-    /// Starts a run that would go on for minutes: no layout is so short that nothing could be gained.
+    /// Starts a run that would last longer than a test may take: no layout is so short that nothing could be gained.
     void StartLongRun()
     {
         AddItem(WritePart("rib.msi", 700, 300), 20);
         AddRoll(1000);
-        Set("_MinRunTimeSpn", 600);
+        Set("_MinRunTimeSpn", 36'000);
         Compute();
         ASSERT_TRUE(WaitFor(Status::Running));
     }
@@ -376,12 +375,9 @@ TEST_F(ZORTestNestNestingDlgRunTest, ClosingEndsWhatRunsAtOnce)
 {
     OpenDialog();
     StartLongRun();
-    QElapsedTimer time;
-    time.start();
     dialog->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(nullptr, dialog.data());
-    EXPECT_LT(time.elapsed(), 5000);
     QCoreApplication::processEvents();
     EXPECT_TRUE(GetResults().isEmpty());
 }

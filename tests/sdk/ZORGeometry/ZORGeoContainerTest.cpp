@@ -9,7 +9,6 @@
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QStringList>
 
@@ -162,11 +161,9 @@ TEST(ZORGeoContainerTest, IndicesStayRightThroughRandomChanges)
     }
 }
 
-// Quadratic behaviour would take minutes; the bound is generous for slow and busy machines.
-TEST(ZORGeoContainerTest, HundredThousandGeometriesAreNoBurden)
+// Quadratic behavior would exceed the time limit of the test.
+TEST(ZORGeoContainerTest, HoldsAHundredThousandGeometries)
 {
-    QElapsedTimer timer;
-    timer.start();
     ZORGeoContainer container;
     for (int i = 0; i < 100000; ++i)
         AddPoint(container);
@@ -178,8 +175,9 @@ TEST(ZORGeoContainerTest, HundredThousandGeometriesAreNoBurden)
         container.GetGeometryByIndex(0)->RemoveNoReferences();
     while (container.GetNumGeometry() > 40000)
         container.GetGeometryByIndex(container.GetNumGeometry() / 2)->RemoveNoReferences();
+    EXPECT_EQ(40000, container.GetNumGeometry());
     container.Clear();
-    EXPECT_LT(timer.elapsed(), 20000);
+    EXPECT_EQ(0, container.GetNumGeometry());
 }
 
 TEST(ZORGeoContainerTest, KnowsTheRegisteredClassesByName)

@@ -12,7 +12,6 @@
 #include <ZORWorker/ZORWorkResponse.h>
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
@@ -135,6 +134,7 @@ protected:
     {
         processor.reset();
         SignalHelpers(SIGKILL);
+        ZORWorkHelperRun::SetStopGrace(10s);
     }
     /// Starts a translation that takes long, in the helper that there is then.
     ZORWorkResponse* Start()
@@ -256,27 +256,24 @@ TEST_F(ZORNestHelperJobsTest, AStoppedJobThatIsKilledCompletesWithItsLastLayout)
     ExpectNextJobWorks();
 }
 
+// In the tests below the grace that a stopped job gets is longer than a test may take: nobody waits for it.
 TEST_F(ZORNestHelperJobsTest, ACanceledJobThatHangsEndsAtOnce)
 {
+    ZORWorkHelperRun::SetStopGrace(1h);
     Response* const response = StartJob();
     SignalHelpers(SIGSTOP);
-    QElapsedTimer timer;
-    timer.start();
     processor->Cancel(response);
     ASSERT_TRUE(WaitForEnd(response));
-    EXPECT_LT(timer.elapsed(), 10000); // 200 where the machine has nothing else to do
     EXPECT_EQ(Response::Canceled, response->GetStatus());
     ExpectNextJobWorks();
 }
 
 TEST_F(ZORNestHelperJobsTest, TheProcessorMayGoWhileAJobHangs)
 {
+    ZORWorkHelperRun::SetStopGrace(1h);
     StartJob();
     SignalHelpers(SIGSTOP);
-    QElapsedTimer timer;
-    timer.start();
     processor.reset();
-    EXPECT_LT(timer.elapsed(), 10000); // 200 where the machine has nothing else to do
     processor = std::make_unique<ZORNestNestingProcessor>();
     ExpectNextJobWorks();
 }
@@ -294,12 +291,9 @@ TEST_F(ZORNestHelperJobsTest, AJobOfFiveThousandPartsIsCanceledAtOnce)
         const double before = GetHelperTime();
         processor->Execute(response);
         ASSERT_TRUE(!isRunning || QTest::qWaitFor([=] { return GetHelperTime() > before + 0.3; }, Patience));
-        QElapsedTimer timer;
-        timer.start();
         processor->Cancel(response);
         EXPECT_EQ(Response::Canceling, response->GetStatus());
         ASSERT_TRUE(WaitForEnd(response));
-        EXPECT_LT(timer.elapsed(), 10000);
         EXPECT_EQ(Response::Canceled, response->GetStatus());
     }
     ExpectNextJobWorks();
@@ -321,13 +315,11 @@ TEST_F(ZORNestHelperTranslationTest, ATranslationWhoseProcessCrashesFails)
 
 TEST_F(ZORNestHelperTranslationTest, ATranslationThatHangsIsCanceledAtOnce)
 {
+    ZORWorkHelperRun::SetStopGrace(1h);
     const ZORWorkResponse* const response = Start();
     SignalHelpers(SIGSTOP);
-    QElapsedTimer timer;
-    timer.start();
     processor->Cancel();
     ASSERT_TRUE(WaitForEnd(response));
-    EXPECT_LT(timer.elapsed(), 10000); // 200 where the machine has nothing else to do
     EXPECT_EQ("canceled", response->GetFailureReason());
     ExpectNextTranslationWorks();
 }

@@ -7,7 +7,6 @@
 #include <ZORWorker/ZORWorkHelpers.h>
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QMetaType>
 #include <QProcess>
 #include <QSignalSpy>
@@ -84,14 +83,10 @@ TEST_F(ZORNestNestingProcessorTest, ProgressRisesToOneBeforeTheEnd)
     input.SetMaxRunTime(0.6);
     Response* const response = processor->AddInput(input);
     QList<double> ratios;
-    QElapsedTimer timer;
-    qint64 longest = 0; // ms between two signals
     QObject::connect(response, &Response::ProgressChanged, response, [&](double ratio) {
-        longest = std::max(longest, timer.restart());
         ratios.append(ratio);
         EXPECT_FALSE(response->IsAtEnd());
     });
-    timer.start();
     processor->Execute(nullptr);
     ASSERT_TRUE(WaitForEnd(response));
     ASSERT_GE(ratios.size(), 3);
@@ -99,7 +94,6 @@ TEST_F(ZORNestNestingProcessorTest, ProgressRisesToOneBeforeTheEnd)
     EXPECT_EQ(ratios.end(), std::adjacent_find(ratios.begin(), ratios.end()));
     EXPECT_GT(ratios.front(), 0);
     EXPECT_EQ(1, ratios.back());
-    EXPECT_LT(longest, 2000); // 500 where the machine has nothing else to do
 }
 
 TEST_F(ZORNestNestingProcessorTest, AStoppedJobCompletesWithWhatItHas)
@@ -298,10 +292,7 @@ TEST_F(ZORNestNestingProcessorTest, TheProcessorMayGoWhileJobsRun)
     }
     processor->Execute(nullptr);
     ASSERT_TRUE(WaitForProgress(processor->GetResponses().constFirst()));
-    QElapsedTimer timer;
-    timer.start();
     processor.reset();
-    EXPECT_LT(timer.elapsed(), 5000); // 200 where the machine has nothing else to do
     for (const QSignalSpy* spy : spies)
         EXPECT_EQ(0, GetStatuses(*spy).count(int(Response::Completed)));
 }

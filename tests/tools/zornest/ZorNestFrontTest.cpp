@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -350,8 +351,7 @@ TEST_P(ZorNestSignalTest, AnInterruptedRunWritesItsBestLayout)
                 return (line.mid(7).trimmed().toULongLong(nullptr, 16) & (1ULL << (GetParam() - 1))) != 0;
         return false;
     };
-    while (!catchesSignal() && process.state() == QProcess::Running)
-        process.waitForFinished(10);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return catchesSignal(); }, 60000));
     kill(static_cast<pid_t>(process.processId()), GetParam());
     ASSERT_TRUE(process.waitForFinished(60000));
     EXPECT_EQ(process.exitCode(), 0);

@@ -3,7 +3,7 @@
 #include "ZORNestSolverOffset.h"
 #include "ZORNestSolverSimplify.h"
 
-#include <chrono>
+#include <algorithm>
 #include <thread>
 
 using namespace SolverShapes;
@@ -27,9 +27,15 @@ Job MakeHeavyJob(int items, size_t corners)
     return job;
 }
 
-double GetSeconds(std::chrono::steady_clock::time_point since)
+/// Returns whether parts were prepared hastily or not at all, since the run was over.
+bool WasHurried(const Solution& solution)
 {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - since).count();
+    const auto isHurried = [](const std::string& text) {
+        return text.find("no time left") != std::string::npos;
+    };
+    return std::any_of(solution.remarks.begin(), solution.remarks.end(), isHurried)
+           || std::any_of(solution.unplaced.begin(), solution.unplaced.end(),
+                          [&](const UnplacedItem& item) { return isHurried(item.reason); });
 }
 
 } // namespace
@@ -60,10 +66,9 @@ TEST(ZORNestSolverPreparationTest, AStopDuringPreparationEndsIt)
         std::this_thread::yield();
         control.stop = true;
     });
-    const auto start = std::chrono::steady_clock::now();
-    const auto solution = Solve(job, {}, control);
-    EXPECT_LT(GetSeconds(start), 10); // against hanging; in full, it takes minutes
+    const auto solution = Solve(job, {}, control); // unstopped, the preparation takes minutes
     ASSERT_TRUE(solution);
+    EXPECT_TRUE(WasHurried(*solution));
     EXPECT_EQ(FindFaults(job, *solution), std::vector<std::string>());
 }
 
@@ -71,9 +76,7 @@ TEST(ZORNestSolverPreparationTest, ACancelDuringPreparationGivesNothing)
 {
     Control control;
     control.cancel = true;
-    const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(Solve(MakeHeavyJob(100, 20000), {}, control));
-    EXPECT_LT(GetSeconds(start), 10);
 }
 
 TEST(ZORNestSolverPreparationTest, SmallPartsOfAStoppedJobKeepTheirOutlines)
@@ -105,18 +108,17 @@ TEST(ZORNestSolverPreparationTest, TheHullOfAPartHoldsIt)
 
 TEST(ZORNestSolverPreparationTest, ManyCornersAreSimplifiedInALogarithmicNumberOfLooks)
 {
-    // Against hanging: to check every edge for every corner takes half a minute.
-    const auto start = std::chrono::steady_clock::now();
+    constexpr int kCorners =
+        1000000; // to check every edge for every corner would exceed the time limit of the test
     Ring ring;
-    for (int i = 0; i < 200000; ++i) {
-        const double angle = 2 * std::numbers::pi * i / 200000;
+    for (int i = 0; i < kCorners; ++i) {
+        const double angle = 2 * std::numbers::pi * i / kCorners;
         ring.push_back(Point{std::cos(angle), std::sin(angle)} * (100 + (i % 2) * 1e-3));
     }
     EXPECT_TRUE(IsSimple({ring}));
     const Polygon simple = SimplifyOutwards({ring}, 0.001);
     EXPECT_LT(simple[0].size(), 1000U);
     EXPECT_GE(GetArea(simple), GetSignedArea(ring));
-    EXPECT_LT(GetSeconds(start), 10);
 }
 
 TEST(ZORNestSolverPreparationTest, ShapesOfVeryManyCornersAreSimplifiedFurther)
