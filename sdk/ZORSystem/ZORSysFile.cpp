@@ -1,6 +1,6 @@
 #include "ZORSysFile.h"
 
-#include "files/ZORSysDescriptor_p.h"
+#include <ZORSystem/ZORSysDescriptor.h>
 
 #include <QCoreApplication>
 
@@ -11,8 +11,6 @@
 #include <sys/sysmacros.h>
 #include <system_error>
 #include <unistd.h>
-
-using zor::sys::Descriptor;
 
 namespace {
 
@@ -28,7 +26,7 @@ QString MakeReadError(const QString& reason)
 
 /// Returns whether the beginning of a file can be read, be there something or nothing. Reading itself would not find that
 /// out where the file has no length.
-bool IsReadable(const Descriptor& descriptor)
+bool IsReadable(const ZORSysDescriptor& descriptor)
 {
     char byte = 0;
     return pread(descriptor.Get(), &byte, sizeof byte, 0) >= 0;
@@ -113,7 +111,7 @@ bool ZORSysFile::open(OpenMode mode)
         return fail(obstacle);
     if (m_path.contains(QChar::Null))
         return fail(GetReason(EINVAL));
-    Descriptor descriptor(::open(QFile::encodeName(m_path).constData(), GetFlags(mode), 0666));
+    ZORSysDescriptor descriptor(::open(QFile::encodeName(m_path).constData(), GetFlags(mode), 0666));
     struct stat status = {};
     if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0)
         return fail(GetReason(errno));

@@ -1,8 +1,8 @@
 #include "ZORSysReplacedFile.h"
 
-#include "files/ZORSysDescriptor_p.h"
 #include "files/ZORSysOverwriting_p.h"
 
+#include <ZORSystem/ZORSysDescriptor.h>
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 
@@ -15,8 +15,6 @@
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
-
-using zor::sys::Descriptor;
 
 namespace {
 
@@ -101,11 +99,13 @@ public:
     Q_DISABLE_COPY_MOVE(Private)
 
     void Open();
-    bool Commit(bool isNew);
+    /// The file that is to get the content.
+    enum class Goal { AnyFile, NewFile };
+    bool Commit(Goal goal);
 
     const QString path;
     QString error;
-    Descriptor content; // outlives the device, which writes to it
+    ZORSysDescriptor content; // outlives the device, which writes to it
     WholeFile device;
 
 private:
@@ -115,7 +115,7 @@ private:
     void OpenContent();
     bool StageInFolder(const QByteArray& folder);
     bool StageInMemory();
-    bool Place(bool isNew);
+    bool Place(Goal goal);
     bool PlaceNew(const QByteArray& name);
     bool PlaceOverPresent();
     bool Overwrite();
@@ -192,26 +192,26 @@ bool ZORSysReplacedFile::Private::StageInFolder(const QByteArray& folder)
 
 bool ZORSysReplacedFile::Private::StageInMemory()
 {
-    const bool canBeKept = Descriptor(open(m_target.constData(), O_RDWR | kOpenFlags)).IsOpen();
+    const bool canBeKept = ZORSysDescriptor(open(m_target.constData(), O_RDWR | kOpenFlags)).IsOpen();
     content.Reset(canBeKept ? zor::sys::MakeMemoryFile() : -1);
     m_staging = Staging::Memory;
     return content.IsOpen();
 }
 
-bool ZORSysReplacedFile::Private::Commit(bool isNew)
+bool ZORSysReplacedFile::Private::Commit(Goal goal)
 {
     if (!device.isOpen())
         return Fail(EBADF);
     error = device.GetFailure();
-    const bool isPlaced = error.isEmpty() && (m_staging == Staging::None || Place(isNew));
+    const bool isPlaced = error.isEmpty() && (m_staging == Staging::None || Place(goal));
     device.close();
     RemoveStagedName();
     return isPlaced;
 }
 
-bool ZORSysReplacedFile::Private::Place(bool isNew)
+bool ZORSysReplacedFile::Private::Place(Goal goal)
 {
-    if (isNew)
+    if (goal == Goal::NewFile)
         return PlaceNew(QFile::encodeName(path)) || Fail(errno);
     if (m_staging == Staging::Memory)
         return Overwrite();
@@ -307,12 +307,12 @@ bool ZORSysReplacedFile::Write(const QByteArray& content)
 
 bool ZORSysReplacedFile::Commit()
 {
-    return d->Commit(false);
+    return d->Commit(Private::Goal::AnyFile);
 }
 
 bool ZORSysReplacedFile::CommitNew()
 {
-    return d->Commit(true);
+    return d->Commit(Private::Goal::NewFile);
 }
 
 QString ZORSysReplacedFile::GetErrorString() const

@@ -1,7 +1,7 @@
-#include "ZORWorkDescriptor_p.h"
 #include "ZORWorkDirectory_p.h"
 #include "ZORWorkRemoval_p.h"
 
+#include <ZORSystem/ZORSysDescriptor.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <QCoreApplication>
@@ -28,17 +28,17 @@ namespace {
 constexpr char kRoomPrefix[] = "zorjobs-";
 constexpr char kLockName[] = "lock";
 
-ZORWorkDescriptor OpenFolder(const QByteArray& path)
+ZORSysDescriptor OpenFolder(const QByteArray& path)
 {
-    return ZORWorkDescriptor(open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    return ZORSysDescriptor(open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 /// Opens and locks the lock file of a room, which is made where it is missing.
 /// \return closed if another process holds the lock or has removed the file
-ZORWorkDescriptor Lock(const ZORWorkDescriptor& folder)
+ZORSysDescriptor Lock(const ZORSysDescriptor& folder)
 {
     constexpr mode_t kPrivate = 0600;
-    ZORWorkDescriptor lock(
+    ZORSysDescriptor lock(
         openat(folder.Get(), kLockName, O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, kPrivate));
     struct stat status = {};
     if (!lock.IsOpen() || flock(lock.Get(), LOCK_EX | LOCK_NB) != 0 || fstat(lock.Get(), &status) != 0
@@ -48,7 +48,7 @@ ZORWorkDescriptor Lock(const ZORWorkDescriptor& folder)
 }
 
 /// Whether a folder belongs to this user, and nobody else may use it.
-bool IsPrivate(const ZORWorkDescriptor& folder)
+bool IsPrivate(const ZORSysDescriptor& folder)
 {
     struct stat status = {};
     return fstat(folder.Get(), &status) == 0 && status.st_uid == geteuid() && (status.st_mode & 0777) == 0700;
@@ -59,10 +59,10 @@ bool IsPrivate(const ZORWorkDescriptor& folder)
 /// Everything is reached through the descriptor of the folder that was examined: its path may lead elsewhere by then.
 void RemoveIfAbandoned(const std::filesystem::path& path)
 {
-    const ZORWorkDescriptor folder = OpenFolder(path.c_str());
+    const ZORSysDescriptor folder = OpenFolder(path.c_str());
     if (!folder.IsOpen() || !IsPrivate(folder))
         return;
-    const ZORWorkDescriptor lock = Lock(folder);
+    const ZORSysDescriptor lock = Lock(folder);
     if (!lock.IsOpen())
         return;
     std::error_code error;
@@ -137,8 +137,8 @@ private:
 
     const pid_t m_process = getpid(); // a copy of the process does not own the room
     QByteArray m_path;
-    ZORWorkDescriptor m_folder;
-    ZORWorkDescriptor m_lock;
+    ZORSysDescriptor m_folder;
+    ZORSysDescriptor m_lock;
 };
 
 ZORWorkDirectory::Room::Room(const QString& baseDirectory)

@@ -109,7 +109,7 @@ void ZORWorkHelper::ReadErrors()
         const ssize_t count = read(m_process.errors.Get(), buffer.data(), buffer.size());
         if (count <= 0) {
             if (count == 0 || (errno != EAGAIN && errno != EINTR))
-                m_process.errors.Close();
+                m_process.errors.Reset();
             return;
         }
         m_errors.append(buffer.data(), qsizetype(count));

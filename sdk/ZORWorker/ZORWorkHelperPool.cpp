@@ -277,14 +277,14 @@ void ZORWorkHelperPool::EnsureThread()
 {
     if (m_wake.IsOpen())
         return;
-    ZORWorkDescriptor wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    ZORSysDescriptor wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (!wake.IsOpen())
         throw ZORSysException(QString::fromLocal8Bit(std::strerror(errno)));
     m_wake = std::move(wake);
     try {
         std::thread(&ZORWorkHelperPool::Serve, this).detach();
     } catch (...) {
-        m_wake.Close();
+        m_wake.Reset();
         throw;
     }
 }

@@ -2,9 +2,10 @@
 
 #pragma once
 
-#include "ZORWorkDescriptor_p.h"
 #include "ZORWorkHelper_p.h"
 #include "ZORWorkRejection_p.h"
+
+#include <ZORSystem/ZORSysDescriptor.h>
 
 #include <QByteArray>
 
@@ -97,6 +98,6 @@ private:
     std::vector<std::unique_ptr<ZORWorkHelper>> m_idle; // the last one ran a job last
     std::deque<Order> m_orders;
     std::vector<Dying> m_dying;
-    size_t m_buried = 0;      // those that are dying, and those whose directory is being removed
-    ZORWorkDescriptor m_wake; // eventfd that interrupts the waiting of the thread; open once that runs
+    size_t m_buried = 0;     // those that are dying, and those whose directory is being removed
+    ZORSysDescriptor m_wake; // eventfd that interrupts the waiting of the thread; open once that runs
 };

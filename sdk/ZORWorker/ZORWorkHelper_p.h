@@ -58,7 +58,7 @@ public:
         Signal(SIGCONT); // a process that is halted does nothing else
     }
     /// Closes the connection: an idle helper then ends by itself.
-    void Close() { m_process.socket.Close(); }
+    void Close() { m_process.socket.Reset(); }
     /// For poll(), to wait until the other side has gone; messages do not end the waiting.
     pollfd GetHangUpEvent() const { return {m_process.socket.Get(), 0, 0}; }
     /// Whether the other side has gone, although messages may still wait to be received; never waits.

@@ -34,15 +34,15 @@ void Check(int result)
         ThrowError(result);
 }
 
-ZORWorkDescriptor Lift(ZORWorkDescriptor descriptor)
+ZORSysDescriptor Lift(ZORSysDescriptor descriptor)
 {
-    ZORWorkDescriptor lifted(fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, kLowestSource));
+    ZORSysDescriptor lifted(fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, kLowestSource));
     if (!lifted.IsOpen())
         ThrowError(errno);
     return lifted;
 }
 
-void MakeNonBlocking(const ZORWorkDescriptor& descriptor)
+void MakeNonBlocking(const ZORSysDescriptor& descriptor)
 {
     if (fcntl(descriptor.Get(), F_SETFL, fcntl(descriptor.Get(), F_GETFL) | O_NONBLOCK) != 0)
         ThrowError(errno);
@@ -55,7 +55,7 @@ public:
     ~FileActions() { posix_spawn_file_actions_destroy(&m_actions); }
     Q_DISABLE_COPY_MOVE(FileActions)
 
-    void Fill(const ZORWorkDescriptor& socket, const ZORWorkDescriptor& errors)
+    void Fill(const ZORSysDescriptor& socket, const ZORSysDescriptor& errors)
     {
         Check(posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
         Check(posix_spawn_file_actions_addopen(&m_actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0));
@@ -126,15 +126,15 @@ ZORWorkSpawned ZORWorkSpawn::Spawn(const QString& program)
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0)
         ThrowError(errno);
     ZORWorkSpawned spawned;
-    spawned.socket = ZORWorkDescriptor(sockets[0]);
-    ZORWorkDescriptor socket(sockets[1]);
-    spawned.wake = ZORWorkDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
+    spawned.socket = ZORSysDescriptor(sockets[0]);
+    ZORSysDescriptor socket(sockets[1]);
+    spawned.wake = ZORSysDescriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (!spawned.wake.IsOpen())
         ThrowError(errno);
     if (pipe2(pipes.data(), O_CLOEXEC) != 0)
         ThrowError(errno);
-    spawned.errors = ZORWorkDescriptor(pipes[0]);
-    ZORWorkDescriptor errors(pipes[1]);
+    spawned.errors = ZORSysDescriptor(pipes[0]);
+    ZORSysDescriptor errors(pipes[1]);
     MakeNonBlocking(spawned.socket);
     MakeNonBlocking(spawned.errors);
     socket = Lift(std::move(socket));

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORWorkDescriptor_p.h"
+#include <ZORSystem/ZORSysDescriptor.h>
 
 #include <QString>
 
@@ -14,9 +14,9 @@ class ZORWorkSpawned
 {
 public:
     pid_t pid = -1;
-    ZORWorkDescriptor socket; // non-blocking stream, descriptor kSocket of the process
-    ZORWorkDescriptor errors; // non-blocking end of a pipe, to read its standard error from
-    ZORWorkDescriptor wake;   // eventfd of this side alone, to interrupt waiting
+    ZORSysDescriptor socket; // non-blocking stream, descriptor kSocket of the process
+    ZORSysDescriptor errors; // non-blocking end of a pipe, to read its standard error from
+    ZORSysDescriptor wake;   // eventfd of this side alone, to interrupt waiting
 };
 
 namespace ZORWorkSpawn {

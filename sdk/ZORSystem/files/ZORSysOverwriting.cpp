@@ -1,5 +1,6 @@
-#include "ZORSysDescriptor_p.h"
 #include "ZORSysOverwriting_p.h"
+
+#include <ZORSystem/ZORSysDescriptor.h>
 
 #include <QCoreApplication>
 
@@ -77,8 +78,9 @@ bool zor::sys::Sync(int file)
 
 QString zor::sys::Overwrite(const QByteArray& path, int content)
 {
-    const Descriptor file(open(path.constData(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
-    const Descriptor kept(MakeMemoryFile());
+    const ZORSysDescriptor file(
+        open(path.constData(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC));
+    const ZORSysDescriptor kept(MakeMemoryFile());
     if (!file.IsOpen() || !kept.IsOpen() || !CopyAll(file.Get(), kept.Get()))
         return qt_error_string(errno);
     if (Reserve(file.Get(), GetSize(content)) && CopyAll(content, file.Get()) && Sync(file.Get()))

@@ -1,7 +1,8 @@
 #include "ZORSysElfFile_p.h"
 #include "ZORSysModuleCopy_p.h"
 #include "ZORSysProcessMemory_p.h"
-#include "files/ZORSysDescriptor_p.h"
+
+#include <ZORSystem/ZORSysDescriptor.h>
 
 #include <array>
 #include <fcntl.h>
@@ -11,7 +12,6 @@
 
 namespace {
 
-using zor::sys::Descriptor;
 using ZORSysLoadedModules::FileIdentity;
 using ZORSysLoadedModules::Module;
 
@@ -45,10 +45,10 @@ bool HasLoadedHead(int file, const Module& module)
 
 int ZorSysCopyModule(const Module& module)
 {
-    const Descriptor file(open(module.path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const ZORSysDescriptor file(open(module.path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen() || module.file == FileIdentity() || module.file.size > kLargestCopy)
         return -1;
-    Descriptor copy(memfd_create("zor-symbols", MFD_CLOEXEC));
+    ZORSysDescriptor copy(memfd_create("zor-symbols", MFD_CLOEXEC));
     if (!copy.IsOpen() || FileIdentity::Of(file.Get()) != module.file
         || !CopyContents(file.Get(), copy.Get(), module.file.size) || !HasLoadedHead(copy.Get(), module)
         || !zor::sys::ElfFile(copy.Get()).ReadHeaders())

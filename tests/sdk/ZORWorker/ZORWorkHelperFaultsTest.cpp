@@ -138,7 +138,7 @@ TEST_F(ZORWorkHelperFaultsTest, StandardErrorThatNeverRunsDryIsReadInPieces)
             pause();
     }
     const pid_t pid = process.pid;
-    process.errors = ZORWorkDescriptor(open("/dev/zero", O_RDONLY | O_NONBLOCK));
+    process.errors = ZORSysDescriptor(open("/dev/zero", O_RDONLY | O_NONBLOCK));
     {
         ZORWorkHelper helper(std::move(process), "program");
         std::atomic<bool> isCanceled = false;
