@@ -43,11 +43,6 @@ QString Translate(const char* text)
     return QCoreApplication::translate("ZORNestResultSegment", text);
 }
 
-bool IsArc(Segment::SegmentType type)
-{
-    return type == Segment::ArcClockwise || type == Segment::ArcCounterClockwise;
-}
-
 void CheckNumber(bool isFinite)
 {
     if (!isFinite)
@@ -86,7 +81,7 @@ ZORNestResultSegment ZORNestResultSegment::CreateArc(SegmentType type, const ZOR
                                                      const ZORMathPoint& end, const ZORMathPoint& center)
 {
     ZOR_TRACE_CALL(type, start, end, center);
-    if (!IsArc(type))
+    if (!zor::nest::IsArc(type))
         throw ZORSysException(Translate("%1 is no type of an arc").arg(int(type)));
     CheckNumber(center.IsFinite());
     ZORNestResultSegment segment(type, start, end);
@@ -100,7 +95,7 @@ ZORNestResultSegment ZORNestResultSegment::CreateSpline(const QList<ZORNestResul
     ZORNestResultSegment spline(Spline, {}, {});
     spline.d = new ZORNestResultSegmentData;
     for (const ZORNestResultSegment& part : parts) {
-        if (part.m_type != Line && !IsArc(part.m_type))
+        if (part.m_type != Line && !zor::nest::IsArc(part.m_type))
             throw ZORSysException(Translate("a spline consists of lines and arcs"));
         ZORMathSetOfPoints& points = spline.d->points;
         if (points.isEmpty()) {
@@ -136,7 +131,7 @@ ZORNestResultSegment ZORNestResultSegment::CreateOther(SegmentType type, const Z
                                                        const ZORMathPoint& end)
 {
     ZOR_TRACE_CALL(type, start, end);
-    if (IsArc(type) || type == Spline || type == Text)
+    if (zor::nest::IsArc(type) || type == Spline || type == Text)
         throw ZORSysException(Translate("a segment of type %1 needs more than two points").arg(int(type)));
     return {type, start, end};
 }
@@ -178,7 +173,7 @@ ZORMathPoint ZORNestResultSegment::GetArcCenter(int sub) const
 
 ZORMathCircle ZORNestResultSegment::GetArcCircle(int sub) const
 {
-    if (!IsArc(GetType(sub)))
+    if (!zor::nest::IsArc(GetType(sub)))
         return {};
     const ZORMathPoint center = GetArcCenter(sub);
     const ZORMathVector offset = GetStartPoint(sub) - center;
@@ -190,7 +185,7 @@ ZORMathCircle ZORNestResultSegment::GetArcCircle(int sub) const
 ZORMathSetOfPoints ZORNestResultSegment::GetPoints(double tolerance) const
 {
     ZORMathSetOfPoints points;
-    if (IsArc(m_type)) {
+    if (zor::nest::IsArc(m_type)) {
         points.append(m_start);
         ZorNestSampleArc({m_type, m_start, m_end, m_center}, tolerance, points);
     } else if (m_type == Spline) {

@@ -13,18 +13,13 @@ constexpr double fewestStepsPerTurn = 8;
 
 static_assert(ZORNestSolver::Arc::kJoinTolerance == ZORNestResultSegment::joinTolerance);
 
-ZORNestSolver::Point Flattened(const ZORMathPoint& point)
-{
-    return {point.GetX(), point.GetY()};
-}
-
 } // namespace
 
 ZORNestArc::ZORNestArc(ZORNestResultSegment::SegmentType type, const ZORMathPoint& arcStart,
                        const ZORMathPoint& arcEnd, const ZORMathPoint& arcCenter)
     : start(arcStart)
     , end(arcEnd)
-    , flat(Flattened(arcStart), Flattened(arcEnd), Flattened(arcCenter),
+    , flat(zor::nest::Flattened(arcStart), zor::nest::Flattened(arcEnd), zor::nest::Flattened(arcCenter),
            type == ZORNestResultSegment::ArcCounterClockwise)
 {
 }

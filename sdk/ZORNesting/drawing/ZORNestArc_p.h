@@ -7,6 +7,22 @@
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORNesting/ZORNestResultSegment.h>
 
+namespace zor::nest {
+
+/// Returns whether a segment of this type is one arc.
+constexpr bool IsArc(ZORNestResultSegment::SegmentType type)
+{
+    return type == ZORNestResultSegment::ArcClockwise || type == ZORNestResultSegment::ArcCounterClockwise;
+}
+
+/// Returns a point without its height.
+inline ZORNestSolver::Point Flattened(const ZORMathPoint& point)
+{
+    return {point.GetX(), point.GetY()};
+}
+
+} // namespace zor::nest
+
 /// An arc as ZORNestSolver::Arc defines it, between points of space.
 struct ZORNestArc
 {

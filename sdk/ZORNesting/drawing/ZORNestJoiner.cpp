@@ -107,8 +107,10 @@ private:
     }
     void FindPairs();
     ZORNestChain Follow(qsizetype firstEnd, ZORNestJoiner::Outcome& outcome);
-    static void Bridge(ZORNestChain& chain, ZORNestChain& next, ZORNestJoiner::Outcome& outcome);
-    static void Close(ZORNestChain& chain, ZORNestJoiner::Outcome& outcome);
+    /// Which of two lines moves its end.
+    enum class Yielding { First, Last };
+    static void Meet(ZORNestChain& chain, ZORNestPiece& first, Yielding yielding,
+                     ZORNestJoiner::Outcome& outcome);
 
     struct Pair
     {
@@ -178,34 +180,22 @@ void Joining::Link()
     }
 }
 
-void Joining::Bridge(ZORNestChain& chain, ZORNestChain& next, ZORNestJoiner::Outcome& outcome)
+// Makes the last piece of a chain and the one that follows it meet: one of them moves its end there, if it is a line
+// that keeps a length; otherwise a line goes between them.
+void Joining::Meet(ZORNestChain& chain, ZORNestPiece& first, Yielding yielding,
+                   ZORNestJoiner::Outcome& outcome)
 {
     ZORNestPiece& last = chain.curves.last().pieces.last();
-    ZORNestPiece& first = next.curves.first().pieces.first();
     const double gap = last.end.DistanceTo(first.start);
     if (gap == 0)
         return;
     Count(gap, outcome);
-    if (first.IsLine() && first.end != last.end)
+    const bool canFirstYield = first.IsLine() && first.end != last.end;
+    const bool canLastYield = last.IsLine() && last.start != first.start;
+    if (canFirstYield && (yielding == Yielding::First || !canLastYield))
         first.start = last.end;
-    else if (last.IsLine() && last.start != first.start)
+    else if (canLastYield)
         last.end = first.start;
-    else
-        chain.curves.append({{{last.end, first.start, {}, 0}}, false, chain.curves.constLast().look});
-}
-
-void Joining::Close(ZORNestChain& chain, ZORNestJoiner::Outcome& outcome)
-{
-    ZORNestPiece& last = chain.curves.last().pieces.last();
-    ZORNestPiece& first = chain.curves.first().pieces.first();
-    const double gap = last.end.DistanceTo(first.start);
-    if (gap == 0)
-        return;
-    Count(gap, outcome);
-    if (last.IsLine() && last.start != first.start)
-        last.end = first.start;
-    else if (first.IsLine() && first.end != last.end)
-        first.start = last.end;
     else
         chain.curves.append({{{last.end, first.start, {}, 0}}, false, chain.curves.constLast().look});
 }
@@ -221,14 +211,14 @@ ZORNestChain Joining::Follow(qsizetype firstEnd, ZORNestJoiner::Outcome& outcome
         if (end % 2 == 1)
             next.Reverse();
         if (!chain.curves.isEmpty())
-            Bridge(chain, next, outcome);
+            Meet(chain, next.curves.first().pieces.first(), Yielding::First, outcome);
         chain.curves.append(next.curves);
         const qsizetype other = end ^ 1;
         end = m_links[other];
         if (end < 0)
             return chain;
         if (end == firstEnd) {
-            Close(chain, outcome);
+            Meet(chain, chain.curves.first().pieces.first(), Yielding::Last, outcome);
             return chain;
         }
     }

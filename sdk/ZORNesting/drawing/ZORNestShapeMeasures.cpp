@@ -147,11 +147,6 @@ void AddArcTo(ZORMathBoundingBox& box, const ZORNestArc& arc)
         box.Add(ZORMathPoint(corner.x, corner.y, arc.start.GetZ()));
 }
 
-bool IsArc(Segment::SegmentType type)
-{
-    return type == Segment::ArcClockwise || type == Segment::ArcCounterClockwise;
-}
-
 /// \param sub  a part of a spline, or -1 for the whole
 /// \param measuring  null for what is not of the outline
 void AddPart(const Segment& segment, int sub, ZORMathBoundingBox& box, Measuring* measuring)
@@ -159,7 +154,7 @@ void AddPart(const Segment& segment, int sub, ZORMathBoundingBox& box, Measuring
     const Segment::SegmentType type = segment.GetType(sub);
     const ZORMathPoint start = segment.GetStartPoint(sub);
     const ZORMathPoint end = segment.GetEndPoint(sub);
-    if (IsArc(type)) {
+    if (zor::nest::IsArc(type)) {
         const ZORNestArc arc(type, start, end, segment.GetArcCenter(sub));
         AddArcTo(box, arc);
         if (measuring)
@@ -175,7 +170,7 @@ void AddPart(const Segment& segment, int sub, ZORMathBoundingBox& box, Measuring
 bool IsOfOutline(const Segment& segment)
 {
     const Segment::SegmentType type = segment.GetType();
-    return (type == Segment::Line || type == Segment::Spline || IsArc(type))
+    return (type == Segment::Line || type == Segment::Spline || zor::nest::IsArc(type))
            && segment.GetLayer() != Segment::LeadIn && segment.GetLayer() != Segment::LeadOut;
 }
 

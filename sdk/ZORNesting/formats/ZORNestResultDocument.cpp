@@ -1,4 +1,5 @@
 #include "ZORNestResultDocument_p.h"
+#include "drawing/ZORNestArc_p.h"
 
 #include <ZORSystem/ZORSysDocumentEnvelope.h>
 #include <ZORSystem/ZORSysDocumentReader.h>
@@ -30,11 +31,6 @@ ZORSysDocumentEnvelope Envelope()
     return {Kind(), 1, 100};
 }
 
-bool IsArc(Segment::SegmentType type)
-{
-    return type == Segment::ArcClockwise || type == Segment::ArcCounterClockwise;
-}
-
 void Append(QList<double>& numbers, const ZORMathPoint& point)
 {
     numbers << point.GetX() << point.GetY() << point.GetZ();
@@ -49,7 +45,7 @@ void WriteSpline(ZORSysDocumentWriter& writer, const Segment& spline)
     for (const ZORMathPoint& point : spline.GetSplinePoints())
         Append(numbers, point);
     for (int i = 0; i < spline.GetNumSplineGeometry(); ++i) {
-        if (IsArc(spline.GetType(i)))
+        if (zor::nest::IsArc(spline.GetType(i)))
             Append(numbers, spline.GetArcCenter(i));
     }
     writer.StartArray(2);
@@ -87,7 +83,7 @@ void WriteShape(ZORSysDocumentWriter& writer, const ZORNestResultShape& shape)
             continue;
         Append(numbers, segment.GetStartPoint());
         Append(numbers, segment.GetEndPoint());
-        if (IsArc(type))
+        if (zor::nest::IsArc(type))
             Append(numbers, segment.GetArcCenter());
     }
     writer.StartArray(4);
@@ -225,7 +221,7 @@ Segment ResultReader::ReadSpline()
     QList<Segment> parts;
     for (qsizetype i = 0; i < types.size(); ++i) {
         const auto type = Segment::SegmentType(types[i]);
-        m_reader.Check(type == Segment::Line || IsArc(type));
+        m_reader.Check(type == Segment::Line || zor::nest::IsArc(type));
         parts.append(type == Segment::Line
                          ? Segment::CreateLine(points[i], points[i + 1])
                          : Segment::CreateArc(type, points[i], points[i + 1], numbers.TakePoint()));
@@ -259,7 +255,7 @@ Segment ResultReader::ReadSegment(Segment::SegmentType type, Numbers& numbers, q
         return ReadSpline();
     const ZORMathPoint start = numbers.TakePoint();
     const ZORMathPoint end = numbers.TakePoint();
-    if (IsArc(type))
+    if (zor::nest::IsArc(type))
         return Segment::CreateArc(type, start, end, numbers.TakePoint());
     if (type == Segment::Text)
         return ReadTextSegment(start, end);

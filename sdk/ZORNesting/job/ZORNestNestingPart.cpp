@@ -1,4 +1,5 @@
 #include "ZORNestNestingPart_p.h"
+#include "drawing/ZORNestArc_p.h"
 
 #include <ZORNesting/ZORNestResult.h>
 #include <ZORNesting/ZORNestResultReader.h>
@@ -35,20 +36,15 @@ bool IsCut(const Segment& segment)
     }
 }
 
-ZORNestSolver::Point ToPoint(const ZORMathPoint& point)
-{
-    return {point.GetX(), point.GetY()};
-}
-
 void Append(Contour& contour, const Segment& segment, int sub)
 {
     const Segment::SegmentType type = segment.GetType(sub);
     ZORNestSolver::Segment added;
-    added.end = ToPoint(segment.GetEndPoint(sub));
-    added.isArc = type == Segment::ArcClockwise || type == Segment::ArcCounterClockwise;
+    added.end = zor::nest::Flattened(segment.GetEndPoint(sub));
+    added.isArc = zor::nest::IsArc(type);
     if (added.isArc) {
         added.counterClockwise = type == Segment::ArcCounterClockwise;
-        added.centre = ToPoint(segment.GetArcCenter(sub));
+        added.centre = zor::nest::Flattened(segment.GetArcCenter(sub));
     }
     contour.segments.push_back(added);
 }
@@ -60,7 +56,7 @@ std::vector<Contour> GetChains(const ZORNestResultShape& shape)
     for (const Segment& segment : shape.GetSegments()) {
         if (!IsCut(segment))
             continue;
-        const ZORNestSolver::Point start = ToPoint(segment.GetStartPoint());
+        const ZORNestSolver::Point start = zor::nest::Flattened(segment.GetStartPoint());
         const int count = segment.GetNumSplineGeometry();
         if (count == 0 && segment.GetType() == Segment::Spline)
             continue;

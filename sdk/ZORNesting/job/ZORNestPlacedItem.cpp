@@ -1,4 +1,5 @@
 #include "ZORNestPlacedItem_p.h"
+#include "drawing/ZORNestArc_p.h"
 
 #include <algorithm>
 
@@ -9,7 +10,7 @@ using ZORNestSolver::Transform;
 
 ZORMathPoint Place(const Transform& transform, const ZORMathPoint& point)
 {
-    const ZORNestSolver::Point placed = transform.Apply({point.GetX(), point.GetY()});
+    const ZORNestSolver::Point placed = transform.Apply(zor::nest::Flattened(point));
     return {placed.x, placed.y, point.GetZ()};
 }
 

@@ -50,14 +50,6 @@ double FindSweep(const Arc& arc, bool counterClockwise)
     return (angle > 0) == counterClockwise ? angle : angle + turn;
 }
 
-double GetDistanceToLine(Point p, Point a, Point b)
-{
-    const Point along = b - a;
-    const double squared = Dot(along, along);
-    const double t = squared > 0 ? std::clamp(Dot(p - a, along) / squared, 0.0, 1.0) : 0.0;
-    return Length(p - (a + along * t));
-}
-
 } // namespace
 
 double GetAngleMinusSine(double t)
@@ -140,7 +132,7 @@ bool Arc::IsInSweep(Point p) const
 
 double Arc::GetDistance(Point p) const
 {
-    const double ends = std::min(GetDistanceToLine(p, reached, end), Length(p - start));
+    const double ends = std::min(GetDistanceToSegment(p, reached, end), Length(p - start));
     if (!IsInSweep(p))
         return ends;
     // The difference of the squares, factored: a huge radius costs no digits.

@@ -223,14 +223,6 @@ bool DoSegmentsMeet(Point a1, Point a2, Point b1, Point b2)
     return !((d1 > 0 && d2 > 0) || (d1 < 0 && d2 < 0) || (d3 > 0 && d4 > 0) || (d3 < 0 && d4 < 0));
 }
 
-double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2)
-{
-    if (DoSegmentsMeet(a1, a2, b1, b2))
-        return 0;
-    return std::min({GetDistanceToSegment(a1, b1, b2), GetDistanceToSegment(a2, b1, b2),
-                     GetDistanceToSegment(b1, a1, a2), GetDistanceToSegment(b2, a1, a2)});
-}
-
 size_t CountConflicts(const Polygon& polygon, size_t most, const Interruption& isOver)
 {
     const std::vector<Edge> edges = GetEdges(polygon);

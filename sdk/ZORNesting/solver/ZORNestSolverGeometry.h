@@ -121,7 +121,6 @@ double GetDistanceToSegment(Point p, Point a, Point b);
 /// Distance of a point from the edges of the polygon, whatever side it lies on.
 double GetDistanceToBoundary(Point p, const Polygon& polygon);
 bool IsInside(Point p, const Polygon& polygon);
-double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2);
 /// Closed segments have a point in common; touching counts.
 bool DoSegmentsMeet(Point a1, Point a2, Point b1, Point b2);
 /// Counts the pairs of edges that meet elsewhere than neighbors in their common end. Ends at \a most of them, which it

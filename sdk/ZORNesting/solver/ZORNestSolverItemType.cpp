@@ -132,12 +132,6 @@ bool HasHazards(const Job& job)
                        [](const SheetKind& kind) { return !kind.defects.empty() || !kind.outline.empty(); });
 }
 
-bool HasArcs(const Contour& contour)
-{
-    return std::any_of(contour.segments.begin(), contour.segments.end(),
-                       [](const Segment& segment) { return segment.isArc; });
-}
-
 /// Returns an area that the item has at least, with its arcs as they are: the largest contour less all others. The
 /// area of the search is too large for a proof, since its polygon contains the outline.
 /// \param outer  the polygon of the item with all its holes
@@ -202,13 +196,16 @@ Pose ItemType::GetPose(size_t poseClass, double angle, Point position) const
     return pose;
 }
 
+bool PoseClass::Allows(const Pose& pose) const
+{
+    constexpr double kNoise = 1e-9; // radians
+    const double turn = std::remainder(pose.angle - angle, 2 * std::numbers::pi);
+    return mirrored == pose.mirrored && std::abs(turn) <= deviation + kNoise;
+}
+
 size_t ItemType::FindClass(const Pose& pose) const
 {
-    constexpr double noise = 1e-9;
-    const auto holds = [&pose](const PoseClass& poseClass) {
-        const double turn = std::remainder(pose.angle - poseClass.angle, 2 * std::numbers::pi);
-        return poseClass.mirrored == pose.mirrored && std::abs(turn) <= poseClass.deviation + noise;
-    };
+    const auto holds = [&pose](const PoseClass& poseClass) { return poseClass.Allows(pose); };
     const auto found = std::find_if(classes.begin(), classes.end(), holds);
     return found == classes.end() ? 0 : static_cast<size_t>(found - classes.begin());
 }

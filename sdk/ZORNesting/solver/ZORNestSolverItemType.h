@@ -17,6 +17,8 @@ struct PoseClass
     double deviation = 0;
 
     bool IsContinuous() const { return deviation > 0; }
+    /// Returns whether the hand and, up to rounding, the angle of a pose belong to the family.
+    bool Allows(const Pose& pose) const;
 };
 
 /// Returns the rotations and hands that the job allows for an item, without repetitions; never empty.

@@ -1,7 +1,5 @@
 #include "ZORNestSolverJobPlan.h"
 
-#include <numbers>
-
 namespace ZORNestSolver {
 
 namespace {
@@ -17,9 +15,7 @@ int Compare(double a, double b)
 
 bool IsAllowed(const Pose& pose, const ItemType& type)
 {
-    const PoseClass& poseClass = type.classes[type.FindClass(pose)];
-    const double turn = std::remainder(pose.angle - poseClass.angle, 2 * std::numbers::pi);
-    return poseClass.mirrored == pose.mirrored && std::abs(turn) <= poseClass.deviation + kNoise;
+    return type.classes[type.FindClass(pose)].Allows(pose);
 }
 
 /// The item of the highest priority above that of the placed one that could take its place; the placed one if

@@ -132,6 +132,11 @@ ClipperLib::Paths CombineOdd(const Polygon& rings, const Scale& scale)
     return rings.size() < 2 ? paths : Combine(ClipperLib::ctUnion, paths, {}, ClipperLib::pftEvenOdd);
 }
 
+Ring GetFrame(const Box& box)
+{
+    return {box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
+}
+
 double GetArea(const ClipperLib::Paths& paths)
 {
     double area = 0;
@@ -232,9 +237,8 @@ std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added, co
 double GetFreeArea(const Box& box, const Polygon& rings)
 {
     const Scale scale(box);
-    const Ring frame{box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
-    return GetArea(Combine(ClipperLib::ctDifference, {scale.ToGrid(frame)}, scale.ToGrid(rings))) * scale.grid
-           * scale.grid;
+    return GetArea(Combine(ClipperLib::ctDifference, {scale.ToGrid(GetFrame(box))}, scale.ToGrid(rings)))
+           * scale.grid * scale.grid;
 }
 
 Polygon GetRegion(const Polygon& rings)
@@ -246,9 +250,8 @@ Polygon GetRegion(const Polygon& rings)
 Polygon CutFromBox(const Box& box, const Polygon& polygon)
 {
     const Scale scale(box);
-    const Ring frame{box.min, {box.max.x, box.min.y}, box.max, {box.min.x, box.max.y}};
-    return ReadPaths(Combine(ClipperLib::ctDifference, {scale.ToGrid(frame)}, CombineOdd(polygon, scale)),
-                     scale);
+    return ReadPaths(
+        Combine(ClipperLib::ctDifference, {scale.ToGrid(GetFrame(box))}, CombineOdd(polygon, scale)), scale);
 }
 
 } // namespace ZORNestSolver

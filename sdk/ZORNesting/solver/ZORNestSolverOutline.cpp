@@ -40,12 +40,6 @@ bool IsFinite(const Contour& contour)
               });
 }
 
-bool HasArcs(const Contour& contour)
-{
-    return std::any_of(contour.segments.begin(), contour.segments.end(),
-                       [](const Segment& segment) { return segment.isArc; });
-}
-
 /// Returns the area of all loops of a ring, or of the hull where there are too many.
 double GetAreaOfCrossing(const Ring& ring)
 {
@@ -218,6 +212,12 @@ bool AreMeasurable(const std::vector<Contour>& contours, std::string& reason)
 }
 
 } // namespace
+
+bool HasArcs(const Contour& contour)
+{
+    return std::any_of(contour.segments.begin(), contour.segments.end(),
+                       [](const Segment& segment) { return segment.isArc; });
+}
 
 double GetSignedArea(const Contour& contour)
 {

@@ -34,6 +34,8 @@ enum class OutlineLoss {
 /// A contour of straight edges; the first point may be repeated at the end.
 Contour MakeContour(const Ring& ring);
 
+bool HasArcs(const Contour& contour);
+
 /// Computes the area with the arcs as they are, closed; positive for a counter-clockwise contour.
 double GetSignedArea(const Contour& contour);
 /// Computes the area of all loops of a contour, whatever their directions; of one that crosses itself more than

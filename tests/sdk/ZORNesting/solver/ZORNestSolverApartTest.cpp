@@ -25,6 +25,14 @@ double SampleDepth(const Polygon& a, const Polygon& b)
     return depth;
 }
 
+double GetSegmentDistance(Point a1, Point a2, Point b1, Point b2)
+{
+    if (DoSegmentsMeet(a1, a2, b1, b2))
+        return 0;
+    return std::min({GetDistanceToSegment(a1, b1, b2), GetDistanceToSegment(a2, b1, b2),
+                     GetDistanceToSegment(b1, a1, a2), GetDistanceToSegment(b2, a1, a2)});
+}
+
 double MeasureDistance(const Polygon& a, const Polygon& b)
 {
     double distance = std::numeric_limits<double>::infinity();
