@@ -16,7 +16,7 @@ ZORCompContour::ZORCompContour(ZORFeatObject* parent, const ZORMathSetOfPoints& 
 {
     ZOR_TRACE_CALL(parent, points);
     auto curve = std::make_unique<ZORGeoPolyline>(GetContainer(), points, true);
-    m_shape->Replace(curve.release(), true);
+    m_shape->Replace(curve.release(), ZORCompShape::Ownership::Taken);
 }
 
 ZORCompContour::ZORCompContour(ZORFeatObject* parent, ZORGeoPolyline* curve, ZORTopBody* body)

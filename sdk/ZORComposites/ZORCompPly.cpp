@@ -168,7 +168,7 @@ void ZORCompPly::SetBoundaries(const QList<const ZORGeoCurve*>& boundaries)
     d->boundaries = references;
     ReportChange();
     const QPointer<ZORCompPly> self = this; // receivers of signals may remove it
-    if (d->shape.Replace(curves.isEmpty() ? nullptr : curves.first(), false)) {
+    if (d->shape.Replace(curves.isEmpty() ? nullptr : curves.first(), ZORCompShape::Ownership::Left)) {
         FollowBoundaries();
         emit BodyChanged();
     }

@@ -207,7 +207,7 @@ void ZORCompRosette::ReplaceBody()
     Q_D(ZORCompRosette);
     auto line =
         std::make_unique<ZORGeoLine>(GetContainer(), d->axes.origin, d->axes.origin + AxisLength * d->axes.x);
-    if (d->shape.Replace(line.release(), true))
+    if (d->shape.Replace(line.release(), ZORCompShape::Ownership::Taken))
         emit BodyChanged();
 }
 
@@ -236,7 +236,7 @@ struct ZORCompRosetteStorage
                              + std::abs(Dot(data.axes.x, data.axes.z));
         if (!(error <= zor::comp::kSmallestAngle))
             reader.Fail(ZORCompRosette::tr("its axes are not perpendicular and of length 1"));
-        data.shape.Replace(nullptr, false);
+        data.shape.Replace(nullptr, ZORCompShape::Ownership::Left);
         data.shape.Adopt(reader.GetReference<ZORGeoLine>("line"), reader.GetReference<ZORTopBody>("body"));
         return rosette.release();
     }

@@ -106,9 +106,9 @@ Result ZORGeoCurveOnSurfaceProcessor::Private::Join(const ZORGeoLocationOnSurfac
                                                     const Side& behind) const
 {
     const ZORGeoLimitBuckets* const used = limits.HasAny(0) ? &limits : nullptr;
-    ZORGeoTraceRecorder end({surface, used, End, endLength}, true);
+    ZORGeoTraceRecorder end({surface, used, End, endLength}, ZORGeoTraceRecorder::Side::Ahead);
     Walk(ahead, endLength, end);
-    ZORGeoTraceRecorder begin({surface, used, Start, startLength}, false);
+    ZORGeoTraceRecorder begin({surface, used, Start, startLength}, ZORGeoTraceRecorder::Side::Behind);
     // A closed curve is complete.
     if (end.GetSide().reason == Result::Closed)
         begin.Stop(Result::Closed);

@@ -13,21 +13,23 @@ namespace {
 
 using Edge = ZORGeoTriangleEdgeCurve::Edge;
 
-int CornerAt(const Edge& edge, bool atEnd)
+enum class End { First, Last };
+
+int CornerAt(const Edge& edge, End end)
 {
-    return (edge.side + (atEnd != edge.isReversed ? 1 : 0)) % 3;
+    return (edge.side + ((end == End::Last) != edge.isReversed ? 1 : 0)) % 3;
 }
 
-int VertexAt(const ZORGeoSurface& surface, const Edge& edge, bool atEnd)
+int VertexAt(const ZORGeoSurface& surface, const Edge& edge, End end)
 {
-    return surface.GetCornerArray()[edge.triangle - 1][size_t(CornerAt(edge, atEnd))];
+    return surface.GetCornerArray()[edge.triangle - 1][size_t(CornerAt(edge, end))];
 }
 
-ZORGeoLocationOnSurface LocationAt(const ZORGeoSurface& surface, const Edge& edge, bool atEnd)
+ZORGeoLocationOnSurface LocationAt(const ZORGeoSurface& surface, const Edge& edge, End end)
 {
-    const int corner = CornerAt(edge, atEnd);
+    const int corner = CornerAt(edge, end);
     return {&surface, edge.triangle, corner == 1 ? 1.0 : 0.0, corner == 2 ? 1.0 : 0.0,
-            surface.GetVertexArray()[VertexAt(surface, edge, atEnd)]};
+            surface.GetVertexArray()[VertexAt(surface, edge, end)]};
 }
 
 void Check(const ZORGeoSurface& surface, const QList<Edge>& edges)
@@ -37,7 +39,7 @@ void Check(const ZORGeoSurface& surface, const QList<Edge>& edges)
         if (triangle < 1 || triangle > surface.GetNumTriangles() || side < 0 || side > 2)
             throw ZORSysException(
                 ZORGeoTriangleEdgeCurve::tr("edge %1 of the curve is not on the surface").arg(i));
-        if (i > 0 && VertexAt(surface, edges[i], false) != VertexAt(surface, edges[i - 1], true)) {
+        if (i > 0 && VertexAt(surface, edges[i], End::First) != VertexAt(surface, edges[i - 1], End::Last)) {
             throw ZORSysException(ZORGeoTriangleEdgeCurve::tr(
                                       "edge %1 of the curve does not start where the one before it ends")
                                       .arg(i));
@@ -51,9 +53,9 @@ QList<ZORGeoLocationOnSurface> LocationsOf(const ZORGeoSurface& surface, const Q
     QList<ZORGeoLocationOnSurface> locations;
     locations.reserve(edges.size() + 1);
     for (const Edge& edge : edges)
-        locations.append(LocationAt(surface, edge, false));
+        locations.append(LocationAt(surface, edge, End::First));
     if (!edges.isEmpty())
-        locations.append(LocationAt(surface, edges.constLast(), true));
+        locations.append(LocationAt(surface, edges.constLast(), End::Last));
     return locations;
 }
 

@@ -47,7 +47,7 @@ bool ZORTopProjection::AddPoints(const ZORTopBody& projected)
         const ZORGeoLocationOnSurface location = m_support.Project(vertex.GetPoint());
         if (location.IsNull())
             return false;
-        AddEnd(location, i, false);
+        AddEnd(location, i, EndKind::OfPoint);
     }
     return true;
 }
@@ -67,9 +67,9 @@ bool ZORTopProjection::AddCurve(const ZORTopEdge& edge)
     }
     // Seen along the projection the edge is a point, which joins its vertices.
     const ZORGeoLocationOnSurface location = curve->GetLocations().constFirst();
-    const int end = AddEnd(location, -1, false);
+    const int end = AddEnd(location, -1, EndKind::OfPoint);
     for (int i = 0; i < edge.GetNumVertices(); ++i)
-        Share(end, AddEnd(location, edge.GetVertex(i).GetIndex(), false));
+        Share(end, AddEnd(location, edge.GetVertex(i).GetIndex(), EndKind::OfPoint));
     curve->RemoveNoReferences();
     return true;
 }
@@ -84,15 +84,15 @@ void ZORTopProjection::AddEnds(const ZORTopEdge& edge, const ZORGeoCurveOnSurfac
     if (numVertices > 0 || !isClosed) {
         const int startSource = numVertices > 0 ? edge.GetVertex(0).GetIndex() : -1;
         const int endSource = numVertices > 0 ? edge.GetVertex(numVertices - 1).GetIndex() : -1;
-        m_endsOfCurve.Add(AddEnd(start, startSource, true));
-        m_endsOfCurve.Add(AddEnd(end, endSource, true));
+        m_endsOfCurve.Add(AddEnd(start, startSource, EndKind::OfCurve));
+        m_endsOfCurve.Add(AddEnd(end, endSource, EndKind::OfCurve));
     }
     m_endsOfCurve.Close();
 }
 
-int ZORTopProjection::AddEnd(const ZORGeoLocationOnSurface& location, int source, bool isOfCurve)
+int ZORTopProjection::AddEnd(const ZORGeoLocationOnSurface& location, int source, EndKind kind)
 {
-    m_ends.push_back({location, source, int(m_ends.size()), isOfCurve});
+    m_ends.push_back({location, source, int(m_ends.size()), kind == EndKind::OfCurve});
     return int(m_ends.size()) - 1;
 }
 

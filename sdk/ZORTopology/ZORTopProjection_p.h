@@ -47,7 +47,8 @@ private:
     bool AddCurve(const ZORTopEdge& edge);
     void AddPartOfEdge(ZORGeoCurveOnSurface& curve);
     void AddEnds(const ZORTopEdge& edge, const ZORGeoCurveOnSurface& curve);
-    int AddEnd(const ZORGeoLocationOnSurface& location, int source, bool isOfCurve);
+    enum class EndKind { OfPoint, OfCurve };
+    int AddEnd(const ZORGeoLocationOnSurface& location, int source, EndKind kind);
     int FindFirst(int end) const;
     void Share(int a, int b);
     void ShareVertices(int numSources);

@@ -66,8 +66,10 @@ class ZORVisGraphicsContext::Private
 {
 public:
     void Create();
-    bool TryDisplay(const QString& name, EGLDisplay candidate, bool withSurface);
-    QString CreateContext(bool withSurface);
+    /// What a context is made for.
+    enum class Target { NoSurface, Surface };
+    bool TryDisplay(const QString& name, EGLDisplay candidate, Target target);
+    QString CreateContext(Target target);
     QString ReadLimits();
     void Release();
 
@@ -96,18 +98,20 @@ void ZORVisGraphicsContext::Private::Create()
     }
     thread = QThread::currentThreadId();
 
-    bool made =
-        TryDisplay(QStringLiteral("EGL without surface"),
-                   eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr), false);
+    bool made = TryDisplay(QStringLiteral("EGL without surface"),
+                           eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr),
+                           Target::NoSurface);
     if (!made) {
         const QList<EGLDeviceEXT> devices = FindDevices();
         for (int i = 0; !made && i < devices.size(); ++i) {
             made = TryDisplay(QStringLiteral("EGL device %1").arg(i),
-                              eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, devices[i], nullptr), false);
+                              eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, devices[i], nullptr),
+                              Target::NoSurface);
         }
     }
     if (!made)
-        made = TryDisplay(QStringLiteral("EGL default display"), eglGetDisplay(EGL_DEFAULT_DISPLAY), true);
+        made = TryDisplay(QStringLiteral("EGL default display"), eglGetDisplay(EGL_DEFAULT_DISPLAY),
+                          Target::Surface);
     if (!made)
         return;
 
@@ -116,7 +120,7 @@ void ZORVisGraphicsContext::Private::Create()
     SoDebugError::setHandlerCallback(LogCoinMessage, nullptr);
 }
 
-bool ZORVisGraphicsContext::Private::TryDisplay(const QString& name, EGLDisplay candidate, bool withSurface)
+bool ZORVisGraphicsContext::Private::TryDisplay(const QString& name, EGLDisplay candidate, Target target)
 {
     const auto fail = [&](const QString& reason) {
         reasons << name + QStringLiteral(": ") + reason;
@@ -130,7 +134,7 @@ bool ZORVisGraphicsContext::Private::TryDisplay(const QString& name, EGLDisplay 
     if (!eglInitialize(candidate, &major, &minor))
         return fail(QStringLiteral("cannot be initialised, ") + EglError());
     display = candidate;
-    QString reason = CreateContext(withSurface);
+    QString reason = CreateContext(target);
     if (reason.isEmpty())
         reason = ReadLimits();
     if (!reason.isEmpty())
@@ -142,12 +146,12 @@ bool ZORVisGraphicsContext::Private::TryDisplay(const QString& name, EGLDisplay 
 }
 
 // Empty, or why it failed.
-QString ZORVisGraphicsContext::Private::CreateContext(bool withSurface)
+QString ZORVisGraphicsContext::Private::CreateContext(Target target)
 {
     if (!eglBindAPI(EGL_OPENGL_API))
         return QStringLiteral("no desktop OpenGL");
     EGLConfig config = EGL_NO_CONFIG_KHR;
-    if (withSurface) {
+    if (target == Target::Surface) {
         const std::array<EGLint, 5> wanted = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE,
                                               EGL_OPENGL_BIT, EGL_NONE};
         EGLint count = 0;

@@ -66,7 +66,8 @@ void Growth::Start(const Location& seed, const ZORMathVector& direction)
     Place(node);
     for (size_t side = 0; side < sides.size(); ++side) {
         const double angle = m_parameters.fibreAngle + (side < 2 ? 0 : m_parameters.yarnAngle);
-        m_yarns[side].emplace(m_parameters.generators, seed, direction, angle, side % 2 == 1, m_step);
+        const auto course = side % 2 == 1 ? ZORCompYarn::Course::Backward : ZORCompYarn::Course::Forward;
+        m_yarns[side].emplace(m_parameters.generators, seed, direction, angle, course, m_step);
         const auto [warp, weft] = sides[side];
         Push(Straight, warp, weft, -warp, -weft);
     }
@@ -125,7 +126,8 @@ void Growth::TryProlonged(const Candidate& candidate)
     }
     const Location end = m_nodes[size_t(Find(warp + warpFrom, weft + weftFrom))].location;
     const Location before = m_nodes[size_t(Find(warp + 2 * warpFrom, weft + 2 * weftFrom))].location;
-    ZORCompYarn yarn(ZORCompStrategyParameters::Geodesic, end, DirectionAt(before, end), 0, false, m_step);
+    ZORCompYarn yarn(ZORCompStrategyParameters::Geodesic, end, DirectionAt(before, end), 0,
+                     ZORCompYarn::Course::Forward, m_step);
     Location location;
     if (yarn.Next(location))
         PlaceOnYarn(candidate, location);

@@ -79,11 +79,11 @@ Weights WeightsIn(int triangle, const Location& location)
 } // namespace
 
 ZORCompYarn::ZORCompYarn(ZORCompStrategyParameters::Generators kind, const Location& start,
-                         const ZORMathVector& direction, double angle, bool isBackward, double step)
+                         const ZORMathVector& direction, double angle, Course course, double step)
     : m_kind(kind)
     , m_direction(direction)
     , m_angle(angle)
-    , m_isBackward(isBackward)
+    , m_isBackward(course == Course::Backward)
     , m_step(step)
     , m_start(start)
     , m_length(4 * step)

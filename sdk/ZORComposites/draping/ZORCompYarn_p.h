@@ -15,11 +15,12 @@
 class ZORCompYarn
 {
 public:
+    enum class Course { Forward, Backward };
+
     /// The surface is that of the start location.
-    /// \param angle       radians, counter-clockwise from the direction about the normal of the surface
-    /// \param isBackward  runs the opposite way
+    /// \param angle  radians, counter-clockwise from the direction about the normal of the surface
     ZORCompYarn(ZORCompStrategyParameters::Generators kind, const ZORGeoLocationOnSurface& start,
-                const ZORMathVector& direction, double angle, bool isBackward, double step);
+                const ZORMathVector& direction, double angle, Course course, double step);
 
     /// The first place of the curve, after those it has returned, that is one step from the last of them.
     /// \param[out] location  unchanged without one

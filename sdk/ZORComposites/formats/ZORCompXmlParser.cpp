@@ -205,9 +205,9 @@ bool ZORCompXmlParser::ParseShared(int layup)
     if (m_xml.qualifiedName() == QLatin1String("rosette"))
         ParseRosette(layup);
     else if (m_xml.qualifiedName() == QLatin1String("contour"))
-        ParseContour(layup, true);
+        ParseContour(layup, Form::Feature);
     else if (m_xml.qualifiedName() == QLatin1String("curve"))
-        ParseContour(layup, false);
+        ParseContour(layup, Form::Curve);
     else
         return false;
     return true;
@@ -230,12 +230,12 @@ void ZORCompXmlParser::ParseRosette(int layup)
     m_document.rosettes.append(rosette);
 }
 
-void ZORCompXmlParser::ParseContour(int layup, bool isFeature)
+void ZORCompXmlParser::ParseContour(int layup, Form form)
 {
     Attributes attributes(*this);
     Document::Contour contour;
     contour.layup = layup;
-    contour.isFeature = isFeature;
+    contour.isFeature = form == Form::Feature;
     Define(ContourKind, attributes.RequiredText("id"), m_document.contours.size());
     contour.name = attributes.Text("name");
     attributes.Finish();

@@ -43,7 +43,8 @@ private:
     void ParseMaterials();
     void ParseMaterial();
     void ParseRosette(int layup);
-    void ParseContour(int layup, bool isFeature);
+    enum class Form { Feature, Curve };
+    void ParseContour(int layup, Form form);
     bool ParseShared(int layup);
     void ParseLayup();
     Document::Component ParseSequence(int depth);

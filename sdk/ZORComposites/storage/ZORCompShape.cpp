@@ -28,7 +28,7 @@ ZORCompShape::ZORCompShape(ZORFeatGeometry* owner)
 
 ZORCompShape::~ZORCompShape() = default;
 
-bool ZORCompShape::Replace(const ZORGeoCurve* curve, bool isOwned)
+bool ZORCompShape::Replace(const ZORGeoCurve* curve, Ownership ownership)
 {
     std::unique_ptr<ZORTopBody> body;
     if (curve) {
@@ -36,6 +36,7 @@ bool ZORCompShape::Replace(const ZORGeoCurve* curve, bool isOwned)
         body->AddReference(m_owner);
         Follow(m_owner, body.get());
     }
+    const bool isOwned = ownership == Ownership::Taken;
     ZORFeatShape shape = MakeShape(body.release(), isOwned ? const_cast<ZORGeoCurve*>(curve) : nullptr);
     const QPointer<ZORFeatGeometry> owner = m_owner;
     if (m_owner->IsInitialized())

@@ -12,15 +12,18 @@ class ZORGeoCurve;
 class ZORCompShape
 {
 public:
+    /// Whether the shape takes a curve over.
+    enum class Ownership { Taken, Left };
+
     explicit ZORCompShape(ZORFeatGeometry* owner);
     ~ZORCompShape();
     Q_DISABLE_COPY_MOVE(ZORCompShape)
 
     /// Makes the body of \a curve and registers both if the owner is registered; the old ones go, and leave
     /// their names to the new ones.
-    /// \param curve  taken over if \a isOwned; null: no body
+    /// \param curve  null: no body
     /// \return whether the owner is still there: receivers of the container's signals may have removed it
-    bool Replace(const ZORGeoCurve* curve, bool isOwned);
+    bool Replace(const ZORGeoCurve* curve, Ownership ownership);
     /// Takes over a curve and a body of a container file, which are registered with everything else of it; either
     /// may be null.
     void Adopt(ZORGeoCurve* ownedCurve, ZORTopBody* body);

@@ -80,14 +80,15 @@ bool ZorGeoExpressPlace(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, in
 
 namespace {
 
+enum class Round { OverSideBehind, OverSideAhead };
+
 // Collects the triangles around a vertex over one of the two sides of the first one there, up to a border.
 // Returns whether it came round to the first triangle.
-bool CollectFan(const ZORGeoMesh& mesh, int first, int corner, bool overFormerSide,
-                std::vector<int>& triangles)
+bool CollectFan(const ZORGeoMesh& mesh, int first, int corner, Round round, std::vector<int>& triangles)
 {
     const int vertex = mesh.triangles[first][size_t(corner)];
     int triangle = first;
-    int side = overFormerSide ? (corner + 2) % 3 : corner;
+    int side = round == Round::OverSideBehind ? (corner + 2) % 3 : corner;
     for (;;) {
         const quint32 neighbor = mesh.GetNeighbor(triangle, side);
         if (neighbor == 0)
@@ -109,8 +110,8 @@ void ZorGeoFindTriangles(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& place, s
     triangles.assign(1, place.triangle);
     for (int corner = 0; corner < 3; ++corner) {
         if (place.IsOnSide(corner) && place.IsOnSide((corner + 2) % 3)) {
-            if (!CollectFan(mesh, place.triangle, corner, false, triangles))
-                CollectFan(mesh, place.triangle, corner, true, triangles);
+            if (!CollectFan(mesh, place.triangle, corner, Round::OverSideAhead, triangles))
+                CollectFan(mesh, place.triangle, corner, Round::OverSideBehind, triangles);
             return;
         }
     }

@@ -18,7 +18,7 @@ ZORGeoVertexFan::ZORGeoVertexFan(const ZORGeoMesh& mesh, const ZORGeoMeshEntry& 
     Add(current);
     // No walk around a vertex is longer than the sides of the mesh; the bound only guards against damage.
     const qint64 bound = 3 * qint64(mesh.GetNumTriangles());
-    for (qint64 i = 0; i < bound && Turn(current, true); ++i) {
+    for (qint64 i = 0; i < bound && Turn(current, Side::Left); ++i) {
         if (current.triangle == entry.triangle && current.p == entry.p) {
             m_isClosed = true;
             break;
@@ -30,7 +30,7 @@ ZORGeoVertexFan::ZORGeoVertexFan(const ZORGeoMesh& mesh, const ZORGeoMeshEntry& 
         leftSectors.swap(m_sectors);
         current = entry;
         current.u = 0;
-        for (qint64 i = 0; i < bound && Turn(current, false); ++i)
+        for (qint64 i = 0; i < bound && Turn(current, Side::Right); ++i)
             Add(current);
         std::reverse(m_sectors.begin(), m_sectors.end());
         m_first = m_sectors.size();
@@ -56,8 +56,9 @@ void ZORGeoVertexFan::Add(const ZORGeoMeshEntry& entry)
 }
 
 // Over the left or right side of the vertex into the next triangle.
-bool ZORGeoVertexFan::Turn(ZORGeoMeshEntry& entry, bool isLeft) const
+bool ZORGeoVertexFan::Turn(ZORGeoMeshEntry& entry, Side side) const
 {
+    const bool isLeft = side == Side::Left;
     const ZORGeoMesh::Corners& corners = m_mesh->triangles[entry.triangle];
     const QList<ZORMathPoint>& vertices = m_mesh->vertices;
     // The edge to cross joins the vertex and `far`. Past an edge of no length the vertex changes.

@@ -50,7 +50,8 @@ public:
 
 private:
     void Add(const ZORGeoMeshEntry& entry);
-    bool Turn(ZORGeoMeshEntry& entry, bool isLeft) const;
+    enum class Side { Left, Right };
+    bool Turn(ZORGeoMeshEntry& entry, Side side) const;
 
     const ZORGeoMesh* m_mesh; // not owned
     std::vector<Sector> m_sectors;

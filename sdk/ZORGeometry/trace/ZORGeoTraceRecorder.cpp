@@ -24,9 +24,9 @@ double GetTolerance(const ZORGeoTraceSegment& segment)
 
 } // namespace
 
-ZORGeoTraceRecorder::ZORGeoTraceRecorder(const ZORGeoTraceBounds& bounds, bool isAhead)
+ZORGeoTraceRecorder::ZORGeoTraceRecorder(const ZORGeoTraceBounds& bounds, Side side)
     : m_bounds(bounds)
-    , m_isAhead(isAhead)
+    , m_isAhead(side == Side::Ahead)
     , m_hasHardLimits(bounds.limits
                       && bounds.limits->HasAny(bounds.side | ZORGeoCurveOnSurfaceProcessor::Hard))
     , m_touched(bounds.limits ? size_t(bounds.limits->GetNumCurves()) : 0)

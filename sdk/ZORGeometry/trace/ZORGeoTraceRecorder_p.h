@@ -33,9 +33,13 @@ struct ZORGeoTraceSegment
 class ZORGeoTraceRecorder
 {
 public:
-    /// \param isAhead  the side ahead of the start: locations are in the triangles of the segments that they
-    ///                 begin; else of those that they end, which begin there once the side is reversed
-    ZORGeoTraceRecorder(const ZORGeoTraceBounds& bounds, bool isAhead);
+    /// The side of the start that is recorded.
+    enum class Side {
+        Ahead,  ///< locations are in the triangles of the segments that they begin
+        Behind, ///< of those that they end, which begin there once the side is reversed
+    };
+
+    ZORGeoTraceRecorder(const ZORGeoTraceBounds& bounds, Side side);
 
     /// Whether a hard limit may prolong the side.
     bool HasHardLimits() const { return m_hasHardLimits; }

@@ -35,8 +35,11 @@ double GetEndAngle(double from, double to)
     return from + (sweep > 0 ? sweep : sweep + twoPi);
 }
 
-void DrawCircle(const Context& c, bool isArc)
+enum class Round { Circle, Arc };
+
+void DrawRound(const Context& c, Round round)
 {
+    const bool isArc = round == Round::Arc;
     const double radius = c.record.GetNumber(40);
     const double from = isArc ? c.record.GetNumber(50) * degree : 0;
     const double to = isArc ? GetEndAngle(from, c.record.GetNumber(51) * degree) : twoPi;
@@ -199,9 +202,9 @@ bool Draw(const ZORNestDxfRecord& record, const ZORNestLook& look, const ZORNest
     if (record.Is("LINE"))
         DrawLine(context);
     else if (record.Is("ARC"))
-        DrawCircle(context, true);
+        DrawRound(context, Round::Arc);
     else if (record.Is("CIRCLE"))
-        DrawCircle(context, false);
+        DrawRound(context, Round::Circle);
     else if (record.Is("ELLIPSE"))
         DrawEllipse(context);
     else if (record.Is("LWPOLYLINE"))

@@ -208,14 +208,15 @@ bool Pen::DrawQuadratic(bool isSmooth, bool isRelative)
 bool Pen::DrawArc(bool isRelative)
 {
     double rx = 0, ry = 0, rotation = 0;
-    bool isLarge = false, isSweep = false;
+    ArcChoice choice;
     ZORNestPlanePoint end;
     if (!m_numbers.ReadNumber(rx) || !m_numbers.ReadNumber(ry) || !m_numbers.ReadNumber(rotation)
-        || !m_numbers.ReadFlag(isLarge) || !m_numbers.ReadFlag(isSweep) || !ReadPoint(isRelative, end)) {
+        || !m_numbers.ReadFlag(choice.isLarge) || !m_numbers.ReadFlag(choice.isSweep)
+        || !ReadPoint(isRelative, end)) {
         return false;
     }
     Begin();
-    AddArc(m_point, end, rx, ry, rotation, isLarge, isSweep, m_drawing);
+    AddArc(m_point, end, rx, ry, rotation, choice, m_drawing);
     m_point = end;
     return true;
 }
@@ -295,7 +296,7 @@ void Draw(QStringView data, const ZORNestLook& look, const ZORNestPlaneMap& map,
 
 // From ends to centre as the implementation notes of SVG 1.1 (F.6) have it.
 void AddArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double rx, double ry, double rotation,
-            bool isLarge, bool isSweep, ZORNestDrawing& drawing)
+            ArcChoice choice, ZORNestDrawing& drawing)
 {
     rx = std::abs(rx);
     ry = std::abs(ry);
@@ -316,13 +317,13 @@ void AddArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double rx, double ry
     ry *= scale;
     const ZORNestPlanePoint q = (1 / scale) * p;
     const double distance = std::sqrt(std::max(0.0, 1 / std::max(q.Dot(q), 1e-300) - 1));
-    const double side = isLarge == isSweep ? 1 : -1;
+    const double side = choice.isLarge == choice.isSweep ? 1 : -1;
     const ZORNestPlanePoint center = side * distance * q.GetNormal();
     const double from = std::atan2(q.y - center.y, q.x - center.x);
     double sweep = std::atan2(-q.y - center.y, -q.x - center.x) - from;
-    if (isSweep && sweep <= 0)
+    if (choice.isSweep && sweep <= 0)
         sweep += twoPi;
-    else if (!isSweep && sweep >= 0)
+    else if (!choice.isSweep && sweep >= 0)
         sweep -= twoPi;
     const ZORNestPlanePoint u = rx * axis;
     const ZORNestPlanePoint v = ry * axis.GetNormal();

@@ -36,8 +36,15 @@ namespace ZORNestSvgPath {
 /// report says so, as every viewer of such files does.
 void Draw(QStringView data, const ZORNestLook& look, const ZORNestPlaneMap& map, ZORNestDrawing& drawing);
 
+/// Which of the four arcs between two points is drawn: the flags of path data.
+struct ArcChoice
+{
+    bool isLarge = false; ///< more than half a turn
+    bool isSweep = false; ///< in the direction of growing angles
+};
+
 /// Adds an elliptic arc as path data give it; a line where a radius is 0, nothing where the ends are equal.
 void AddArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double rx, double ry, double rotation,
-            bool isLarge, bool isSweep, ZORNestDrawing& drawing);
+            ArcChoice choice, ZORNestDrawing& drawing);
 
 } // namespace ZORNestSvgPath

@@ -292,7 +292,7 @@ void ZORNestSvgReader::DrawRectangle(const State& state, const ZORNestLook& look
         ZORNestPlanePoint point = corners[3][1];
         for (const auto& [from, to] : corners) {
             m_drawing.AddLine(point, from);
-            ZORNestSvgPath::AddArc(from, to, rx, ry, 0, false, true, m_drawing);
+            ZORNestSvgPath::AddArc(from, to, rx, ry, 0, {.isLarge = false, .isSweep = true}, m_drawing);
             point = to;
         }
     }

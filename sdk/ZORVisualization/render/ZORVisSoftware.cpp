@@ -53,7 +53,7 @@ ZORVisSoftware::ZORVisSoftware(const ZORVisFrame& frame, const QRect& tile, QIma
 void ZORVisSoftware::Draw(const ZORVisDrawList& objects)
 {
     DrawBackground();
-    DrawMeshes(objects, false);
+    DrawMeshes(objects, Pass::Opaque);
     {
         // QPainter cannot address all of a large picture.
         QImage view(
@@ -67,7 +67,7 @@ void ZORVisSoftware::Draw(const ZORVisDrawList& objects)
                 DrawLines(painter, *item);
         }
     }
-    DrawMeshes(objects, true);
+    DrawMeshes(objects, Pass::Transparent);
 }
 
 void ZORVisSoftware::DrawBackground()
@@ -79,8 +79,9 @@ void ZORVisSoftware::DrawBackground()
 }
 
 // Transparent ones come last, the farthest object first, and leave the depth buffer alone.
-void ZORVisSoftware::DrawMeshes(const ZORVisDrawList& objects, bool transparent)
+void ZORVisSoftware::DrawMeshes(const ZORVisDrawList& objects, Pass pass)
 {
+    const bool transparent = pass == Pass::Transparent;
     ZORVisDrawList sorted = objects;
     if (transparent) {
         std::stable_sort(sorted.begin(), sorted.end(), [this](const auto* a, const auto* b) {

@@ -40,7 +40,8 @@ private:
         double depth = 0;
     };
     void DrawBackground();
-    void DrawMeshes(const ZORVisDrawList& objects, bool transparent);
+    enum class Pass { Opaque, Transparent };
+    void DrawMeshes(const ZORVisDrawList& objects, Pass pass);
     void DrawMesh(const ZORVisMeshData& mesh, const QColor& color);
     void Project(const ZORVisMeshArrays& arrays, const ZORMathPoint& origin);
     void FillTriangle(const Vertex& a, const Vertex& b, const Vertex& c, const QColor& color);
