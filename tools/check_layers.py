@@ -12,6 +12,9 @@ SDK      A module may include its own headers and those of the modules in the DE
          public headers show none. Public headers are included with the module in angle brackets; quotes name
          a file of the same folder, or one of another room as "room/File_p.h". Rooms in the QT_FREE list are plain
          C++: they see neither Qt nor the modules.
+Proof    The solver of the nesting module proves its layouts by geometry of its own, the files *Exact*, so that no
+         fault of the search hides from it: they share only points, arcs, the job and the order in space with the
+         search. *Check runs the proof, and *Apart measures polygons of the search as it does.
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
@@ -32,6 +35,8 @@ HOST_BELOW = {"base": set(), "view": {"base"}, "docks": {"base"}, "plugins": {"b
 HOST_BELOW["window"] = {"base", "view", "docks", "plugins"}
 HOST_BELOW["script"] = {"base", "view", "window"}
 HOST_BELOW["app"] = set(HOST_BELOW)
+PROOF_MAY_USE = {f"ZORNestSolver{part}.h" for part in ("Arc", "Geometry", "Model", "SpatialOrder")}
+PROOF_USERS = {"ZORNestSolverCheck", "ZORNestSolverApart"}
 BENCH_EXTRA = {folder: {"visualization/ZORTestVisualizer.h"} for folder in ("core", "console")}
 
 
@@ -122,6 +127,17 @@ def check_quoted(module, folder, path, target):
     return None
 
 
+def check_proof(path, target):
+    """Returns what is wrong with an include of the proof of layouts, or by it."""
+    name = target.rpartition("/")[2]
+    is_proof = "Exact" in path.name
+    if is_proof and name.startswith("ZORNestSolver") and "Exact" not in name and name not in PROOF_MAY_USE:
+        return f"the proof must not use {name}, which the search uses"
+    if not is_proof and name.startswith("ZORNestSolverExact") and path.stem not in PROOF_USERS:
+        return f"only the proof may use {name}"
+    return None
+
+
 def check_angled(table, name, target):
     """Returns what is wrong with an include in angle brackets in a file of a module."""
     head, _, header = target.partition("/")
@@ -152,7 +168,7 @@ def check_sdk(root, table):
                     yield f"{where}: a public header must not show {target}"
                 elif re.match(r"(bench|host|core|console|widgets)/", target) or target.startswith("ZORTest"):
                     yield f"{where}: the SDK must not use {target}"
-                elif error := (
+                elif error := check_proof(path, target) or (
                     check_quoted(module, folder, path, target) if quoted else check_angled(table, name, target)
                 ):
                     yield f"{where}: {error}"

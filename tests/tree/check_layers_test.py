@@ -68,6 +68,18 @@ class CheckLayersTest(unittest.TestCase):
         self.assertEqual(1, code)
         self.assertIn("ZORCommands does not depend on ZORGeometry", output)
 
+    def test_proof_and_search_stay_apart(self):
+        tree = {f"sdk/ZORSystem/ZORNestSolver{name}.h": "" for name in ("Arc", "Exact", "ExactTree", "Shape")}
+        for name, used in (("ExactTree", "Exact"), ("ExactTree", "Arc"), ("Check", "Exact"), ("Apart", "Exact")):
+            source = {f"sdk/ZORSystem/ZORNestSolver{name}.cpp": f'#include "ZORNestSolver{used}.h"\n'}
+            self.assertEqual(0, run({**tree, **source})[0], (name, used))
+        for name, used, message in (
+            ("ExactTree", "Shape", "the proof must not use ZORNestSolverShape.h, which the search uses"),
+            ("Shape", "Exact", "only the proof may use ZORNestSolverExact.h"),
+        ):
+            text = f'#include "ZORNestSolver{used}.h"\n'
+            self.assert_found(f"sdk/ZORSystem/ZORNestSolver{name}.cpp", text, message, tree)
+
     def assert_found_in_room(self, name, text, message):
         self.assert_found(f"sdk/ZORGeometry/{name}", text, message, ROOMS)
 

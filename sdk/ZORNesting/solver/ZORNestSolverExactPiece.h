@@ -1,4 +1,7 @@
-// Lines and arcs as they are drawn, with exact measures. Part of the proof: the search does not use them.
+// Lines and arcs as they are drawn, with exact measures.
+//
+// Part of the proof, whose geometry stays apart from that of the search on purpose: a fault that both share would
+// hide from the proof.
 
 #pragma once
 

@@ -1,4 +1,7 @@
-// Regions bounded by lines and arcs, as they are drawn. Part of the proof: the search does not use them.
+// Regions bounded by lines and arcs, as they are drawn.
+//
+// Part of the proof, whose geometry stays apart from that of the search on purpose: a fault that both share would
+// hide from the proof.
 
 #pragma once
 
