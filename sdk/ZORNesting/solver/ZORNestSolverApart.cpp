@@ -1,5 +1,7 @@
 #include "ZORNestSolverApart.h"
 
+#include "ZORNestSolverExactApart.h"
+
 #include <optional>
 
 namespace ZORNestSolver {

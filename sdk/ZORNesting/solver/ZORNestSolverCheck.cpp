@@ -1,5 +1,6 @@
 #include "ZORNestSolverCheck.h"
 
+#include "ZORNestSolverExactApart.h"
 #include "ZORNestSolverExactShape.h"
 #include "ZORNestSolverUsable.h"
 

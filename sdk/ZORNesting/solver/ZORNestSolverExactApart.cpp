@@ -1,3 +1,5 @@
+#include "ZORNestSolverExactApart.h"
+
 #include "ZORNestSolverExactShape.h"
 
 namespace ZORNestSolver::Exact {

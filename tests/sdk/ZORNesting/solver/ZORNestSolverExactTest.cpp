@@ -1,5 +1,6 @@
 #include "SolverShapes.h"
 #include "ZORNestSolverArc.h"
+#include "ZORNestSolverExactApart.h"
 #include "ZORNestSolverExactShape.h"
 
 using namespace SolverShapes;
