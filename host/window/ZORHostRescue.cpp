@@ -1,6 +1,6 @@
 #include "window/ZORHostRescue.h"
 
-#include "base/ZORHostSettings.h"
+#include "base/ZORHostLogging.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -10,39 +10,54 @@
 
 namespace {
 
-constexpr char kKey[] = "RescuedDocuments";
+constexpr char kMark[] =
+    ".new"; // ends the name of an empty file beside each document that no start has named yet
+
+QDir GetFolder()
+{
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/rescued");
+}
 
 } // namespace
 
 QString ZORHostRescue::MakePath()
 {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/rescued");
+    const QDir folder = GetFolder();
     folder.mkpath(".");
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    const QString start = QDateTime::currentDateTime().toString("yyyy-MM-dd-hhmmss");
+    // Several hosts end at the same time when a session does.
+    const QString start =
+        QStringLiteral("%1-%2").arg(QDateTime::currentDateTime().toString("yyyy-MM-dd-hhmmss"),
+                                    QString::number(QCoreApplication::applicationPid()));
     QString path = folder.filePath(start + ".ZORCont");
     for (int number = 2; QFile::exists(path); ++number)
-        path = folder.filePath(QStringLiteral("%1-%2.ZORCont").arg(start).arg(number));
+        path = folder.filePath(QStringLiteral("%1-%2.ZORCont").arg(start, QString::number(number)));
     return path;
 }
 
 void ZORHostRescue::Remember(const QString& path)
 {
-    ZORHostSettings::Write(kKey, ZORHostSettings::Read(kKey).toStringList() + QStringList(path));
+    QFile mark(path + kMark);
+    if (!mark.open(QIODevice::WriteOnly))
+        qCWarning(lcHost).noquote() << "the next start cannot name the rescued document:"
+                                    << mark.errorString();
 }
 
 QStringList ZORHostRescue::TakeNotices()
 {
     QStringList notices;
-    for (const QString& path : ZORHostSettings::Read(kKey).toStringList()) {
-        if (QFile::exists(path)) {
-            notices.append(
-                QCoreApplication::translate(
-                    "ZORHostRescue", "A session was ended with unsaved changes. Its document is in '%1'.")
-                    .arg(QDir::toNativeSeparators(path)));
-        }
+    const QDir folder = GetFolder();
+    for (const QString& name : folder.entryList({QLatin1Char('*') + kMark}, QDir::Files, QDir::Name)) {
+        const QString mark = folder.filePath(name);
+        if (!QFile::remove(mark) && !QFile::exists(mark))
+            continue; // a host that starts at the same time names it
+        const QString path = mark.chopped(qstrlen(kMark));
+        if (!QFile::exists(path))
+            continue;
+        notices.append(
+            QCoreApplication::translate("ZORHostRescue",
+                                        "A session was ended with unsaved changes. Its document is in '%1'.")
+                .arg(QDir::toNativeSeparators(path)));
     }
-    if (!ZORHostSettings::Read(kKey).toStringList().isEmpty())
-        ZORHostSettings::Write(kKey, QStringList());
     return notices;
 }
