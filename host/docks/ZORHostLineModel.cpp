@@ -50,7 +50,8 @@ int ZORHostLineModel::columnCount(const QModelIndex& parent) const
 
 QVariant ZORHostLineModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+    // Views ask for the current cell also where there is none, which the check would log.
+    if (!index.isValid() || !checkIndex(index, CheckIndexOption::ParentIsInvalid))
         return {};
     const ZORHostLine& line = GetLine(index.row());
     switch (role) {

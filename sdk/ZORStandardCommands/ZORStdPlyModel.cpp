@@ -43,8 +43,8 @@ QVariant ZORStdPlyModel::headerData(int section, Qt::Orientation orientation, in
 
 QVariant ZORStdPlyModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index,
-                    CheckIndexOption::IndexIsValid)) // views ask for a current cell where there is none
+    // Views ask for the current cell also where there is none, which the check would log.
+    if (!index.isValid() || !checkIndex(index))
         return {};
     const Ply& ply = m_plies[size_t(index.row())];
     if (index.column() == Material) {

@@ -2,6 +2,7 @@
 
 #include "HostTest.h"
 #include "docks/ZORHostLineQueue.h"
+#include "support/WarningCatcher.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -48,6 +49,15 @@ TEST(ZORHostLineModelTest, ABatchCostsOneInsertionSignal)
     EXPECT_EQ(1, inserted.size());
     model.Append({});
     EXPECT_EQ(1, inserted.size());
+}
+
+TEST(ZORHostLineModelTest, SilentlyGivesNothingForTheCellOfAViewWithoutCurrentOne)
+{
+    ZORHostLineModel model({"Number", "Text"}, 10, nullptr);
+    model.Append({Line(1)});
+    const WarningCatcher warnings;
+    EXPECT_FALSE(model.data({}, Qt::DisplayRole).isValid());
+    EXPECT_EQ(QStringList(), warnings.GetLines());
 }
 
 TEST(ZORHostLineModelTest, LineBreaksAreShownInOneLineAndKeptInTheToolTip)

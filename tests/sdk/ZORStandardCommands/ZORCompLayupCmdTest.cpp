@@ -82,6 +82,17 @@ protected:
     }
 };
 
+TEST_F(ZORCompLayupCmdTest, TableWithoutCurrentCellLogsNothing)
+{
+    AddMaterial("Carbon", 0.25);
+    Open(Id);
+    Click("_AddPlyBtn");
+    QtMessages messages;
+    EXPECT_FALSE(GetTable()->model()->data({}).isValid());
+    EXPECT_EQ(QStringList(), messages.TakeWarnings());
+    Cancel();
+}
+
 TEST_F(ZORCompLayupCmdTest, CreatesALayupWithASequenceOfPlies)
 {
     ZORCompMaterial* const carbon = AddMaterial("Carbon", 0.25);

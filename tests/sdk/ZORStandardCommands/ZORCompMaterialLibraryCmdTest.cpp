@@ -176,6 +176,16 @@ TEST_F(ZORCompMaterialLibraryCmdTest, DoesNotTakeNumbersThatDoNotFit)
     Cancel();
 }
 
+TEST_F(ZORCompMaterialLibraryCmdTest, TableWithoutCurrentCellLogsNothing)
+{
+    AddMaterial("First", 1);
+    OpenLibrary();
+    QtMessages messages;
+    EXPECT_FALSE(Find<QTableView>("_MaterialTable")->model()->data({}).isValid());
+    EXPECT_EQ(QStringList(), messages.TakeWarnings());
+    Cancel();
+}
+
 TEST_F(ZORCompMaterialLibraryCmdTest, KeepsMaterialsThatPliesAreMadeOf)
 {
     ZORCompMaterial* const used = AddMaterial("Used", 1);
