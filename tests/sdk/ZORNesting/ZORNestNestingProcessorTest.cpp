@@ -1,6 +1,7 @@
 // Tests of ZORNestNestingProcessor and ZORNestNestingResponse: the life of jobs.
 
 #include "NestingTest.h"
+#include "sdk/ZORWorker/WorkDirectories.h"
 
 #include <ZORNesting/ZORNestDebugOptions.h>
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -376,7 +377,8 @@ TEST_F(ZORNestNestingProcessorTest, KeptDirectoriesHoldPartsSheetsAndReport)
     processor.reset();
     before.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
 
-    const QStringList names = QDir(base.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    // The folder of the process lasts until a thread has emptied it.
+    const QStringList names = ListWorkDirectories(base.path());
     ASSERT_EQ(1, names.size());
     const QDir work(base.filePath(names[0]));
     EXPECT_EQ(QStringList({"part-0.msi", "report.html", "sheet-0.msi"}),
