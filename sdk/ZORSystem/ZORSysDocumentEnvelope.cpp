@@ -3,7 +3,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFileException.h>
 
-#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFileDevice>
 #include <QtEndian>
@@ -19,11 +18,6 @@ constexpr int compressionLevel =
     1; // higher ones save little of what coordinates need, at a multiple of the time
 
 enum Compression : quint32 { Plain = 0, Zstd = 1 };
-
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORSysDocumentEnvelope", text);
-}
 
 QByteArray Checksum(QByteArrayView header, QByteArrayView content)
 {
@@ -73,7 +67,7 @@ qint64 ZORSysDocumentEnvelope::GetDocumentSize(QByteArrayView start, qint64 file
 
 void ZORSysDocumentEnvelope::FailDamaged(const QString& reason) const
 {
-    throw ZORSysFileException(Translate("%1 is damaged: %2").arg(m_kind, reason));
+    throw ZORSysFileException(tr("%1 is damaged: %2").arg(m_kind, reason));
 }
 
 QByteArray ZORSysDocumentEnvelope::Compress(const QByteArray& document) const
@@ -83,7 +77,7 @@ QByteArray ZORSysDocumentEnvelope::Compress(const QByteArray& document) const
                                       size_t(document.size()), compressionLevel);
     if (ZSTD_isError(size)) {
         throw ZORSysFileException(
-            Translate("cannot compress the %1: %2").arg(m_kind, QLatin1String(ZSTD_getErrorName(size))));
+            tr("cannot compress the %1: %2").arg(m_kind, QLatin1String(ZSTD_getErrorName(size))));
     }
     compressed.truncate(qsizetype(size));
     return compressed;
@@ -92,14 +86,15 @@ QByteArray ZORSysDocumentEnvelope::Compress(const QByteArray& document) const
 QByteArray ZORSysDocumentEnvelope::Decompress(QByteArrayView content, quint64 size) const
 {
     if (size / quint64(m_maximumRatio) > quint64(content.size()))
-        FailDamaged(Translate("%1 bytes cannot hold a document of %2").arg(content.size()).arg(size));
+        FailDamaged(tr("%1 bytes cannot hold a document of %2")
+                        .arg(QString::number(content.size()), QString::number(size)));
     QByteArray document(qsizetype(size), Qt::Uninitialized);
     const size_t result =
         ZSTD_decompress(document.data(), size_t(size), content.data(), size_t(content.size()));
     if (ZSTD_isError(result))
         FailDamaged(QString::fromLatin1(ZSTD_getErrorName(result)));
     if (result != size)
-        FailDamaged(Translate("the document has another length than announced"));
+        FailDamaged(tr("the document has another length than announced"));
     return document;
 }
 
@@ -139,7 +134,7 @@ QByteArray ZORSysDocumentEnvelope::Unwrap(QIODevice& device) const
     const auto check = [this, &device] {
         const auto* const file = qobject_cast<const QFileDevice*>(&device);
         if (file && file->error() != QFileDevice::NoError)
-            throw ZORSysFileException(Translate("cannot read the %1: %2").arg(m_kind, file->errorString()));
+            throw ZORSysFileException(tr("cannot read the %1: %2").arg(m_kind, file->errorString()));
     };
     const QByteArray start = device.read(HeaderSize);
     check();
@@ -156,9 +151,9 @@ ZORSysDocumentEnvelope::Header ZORSysDocumentEnvelope::ParseHeader(QByteArrayVie
 {
     const qsizetype compared = std::min(bytes.size(), qsizetype(sizeof signature));
     if (bytes.isEmpty() || std::memcmp(bytes.data(), signature, size_t(compared)) != 0)
-        throw ZORSysFileException(Translate("the file is not a %1").arg(m_kind));
+        throw ZORSysFileException(tr("the file is not a %1").arg(m_kind));
     if (bytes.size() < HeaderSize)
-        FailDamaged(Translate("it ends within its header"));
+        FailDamaged(tr("it ends within its header"));
     Header header;
     std::memcpy(header.bytes, bytes.data(), HeaderSize);
     header.compression = qFromLittleEndian<quint32>(header.bytes + 12);
@@ -166,7 +161,7 @@ ZORSysDocumentEnvelope::Header ZORSysDocumentEnvelope::ParseHeader(QByteArrayVie
     header.contentSize = qFromLittleEndian<quint64>(header.bytes + 24);
     const auto version = qFromLittleEndian<quint32>(header.bytes + 8);
     if (version == 0 || version > m_version) {
-        throw ZORSysFileException(Translate("%1 is of version %2, up to version %3 can be read")
+        throw ZORSysFileException(tr("%1 is of version %2, up to version %3 can be read")
                                       .arg(m_kind, QString::number(version), QString::number(m_version)));
     }
     return header;
@@ -175,7 +170,7 @@ ZORSysDocumentEnvelope::Header ZORSysDocumentEnvelope::ParseHeader(QByteArrayVie
 void ZORSysDocumentEnvelope::CheckSize(const Header& header, qint64 contentSize) const
 {
     if (header.contentSize != quint64(contentSize)) {
-        FailDamaged(Translate("it has %1 bytes of content, not %2")
+        FailDamaged(tr("it has %1 bytes of content, not %2")
                         .arg(QString::number(contentSize), QString::number(header.contentSize)));
     }
 }
@@ -184,10 +179,10 @@ QByteArray ZORSysDocumentEnvelope::Unpack(const Header& header, QByteArrayView c
 {
     const QByteArrayView bytes(header.bytes, HeaderSize);
     if (Checksum(bytes, content) != bytes.sliced(checkedHeader))
-        FailDamaged(Translate("the checksum is wrong"));
+        FailDamaged(tr("the checksum is wrong"));
     if (header.compression == Zstd)
         return Decompress(content, header.documentSize);
     if (header.compression != Plain || header.documentSize != header.contentSize)
-        FailDamaged(Translate("the header is wrong"));
+        FailDamaged(tr("the header is wrong"));
     return content.toByteArray();
 }

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QCoreApplication>
 #include <QString>
 
 class QIODevice;
@@ -23,6 +24,8 @@ class QIODevice;
 /// | 32 | 32     | BLAKE2b-256 of the header's first 32 bytes and of what follows it  |
 class ZORSYSTEM_EXPORT ZORSysDocumentEnvelope
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORSysDocumentEnvelope)
+
 public:
     static constexpr qsizetype HeaderSize = 64;
 

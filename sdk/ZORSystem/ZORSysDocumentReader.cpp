@@ -5,7 +5,6 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
-#include <QCoreApplication>
 #include <QtEndian>
 
 ZORSysDocumentReader::ZORSysDocumentReader(const QByteArray& document, const QString& kind)
@@ -17,9 +16,7 @@ ZORSysDocumentReader::ZORSysDocumentReader(const QByteArray& document, const QSt
 
 void ZORSysDocumentReader::FailHere() const
 {
-    throw ZORSysFileException(QCoreApplication::translate("ZORSysDocumentReader",
-                                                          "%1 is damaged: unexpected content at byte %2 of "
-                                                          "the document")
+    throw ZORSysFileException(tr("%1 is damaged: unexpected content at byte %2 of the document")
                                   .arg(m_kind, QString::number(m_reader.currentOffset())));
 }
 

@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QCborStreamReader>
 #include <QCborValue>
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -19,6 +20,8 @@
 /// the next value is another one.
 class ZORSYSTEM_EXPORT ZORSysDocumentReader
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORSysDocumentReader)
+
 public:
     // Doubles stand on their own: a QCborValue does not keep the payload of NaN.
     using Value = std::variant<QCborValue, double, QList<double>, QList<qint32>>;

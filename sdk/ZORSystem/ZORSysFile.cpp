@@ -2,8 +2,6 @@
 
 #include <ZORSystem/ZORSysDescriptor.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -21,7 +19,7 @@ QString GetReason(int error)
 
 QString MakeReadError(const QString& reason)
 {
-    return QCoreApplication::translate("ZORSysFile", "read error: %1").arg(reason);
+    return ZORSysFile::tr("read error: %1").arg(reason);
 }
 
 /// Returns whether the beginning of a file can be read, be there something or nothing. Reading itself would not find that
@@ -45,10 +43,10 @@ QString FindObstacle(const struct stat& status, QIODevice::OpenMode mode)
     if (S_ISREG(status.st_mode))
         return {};
     if (S_ISDIR(status.st_mode))
-        return QCoreApplication::translate("ZORSysFile", "it is a folder");
+        return ZORSysFile::tr("it is a folder");
     if (!(mode & QIODevice::ReadOnly) && IsEndlessSink(status))
         return {};
-    return QCoreApplication::translate("ZORSysFile", "it is not a regular file");
+    return ZORSysFile::tr("it is not a regular file");
 }
 
 /// Resources of the program are not files of the system.

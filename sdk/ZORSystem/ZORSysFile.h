@@ -4,6 +4,7 @@
 
 #include <ZORSystem/ZORSystemGlobal.h>
 
+#include <QCoreApplication>
 #include <QFile>
 
 /// A file that opens only if neither opening nor reading nor writing can wait for another program or a person.
@@ -23,6 +24,8 @@
 /// shortened meanwhile ends earlier. Like any QFile, it must not be mapped while another program may shorten it.
 class ZORSYSTEM_EXPORT ZORSysFile final : public QFile
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORSysFile)
+
 public:
     explicit ZORSysFile(const QString& path);
     ~ZORSysFile() override;

@@ -4,6 +4,8 @@
 
 #include <ZORSystem/ZORSysException.h>
 
+#include <QCoreApplication>
+
 /// A file could not be read, written or understood.
 class ZORSYSTEM_EXPORT ZORSysFileException : public ZORSysException
 {
@@ -15,6 +17,8 @@ public:
 /// A file could not be opened. Message: "cannot open file '%1': %2".
 class ZORSYSTEM_EXPORT ZORSysFileOpenException : public ZORSysFileException
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORSysFileOpenException)
+
 public:
     /// \param path         the file as the user named it
     /// \param deviceError  reason given by the device, for example QIODevice::errorString()

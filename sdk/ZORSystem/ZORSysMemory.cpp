@@ -70,10 +70,10 @@ qint64 GetAvailableOfGroup()
     return available;
 }
 
-QString Translate(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORSysMemory", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORSysMemory)
+};
 
 /// \param moreDigits  behind the decimal point; with 0, everything below 1 MB is 1 MB
 QString Format(qint64 bytes, int moreDigits)
@@ -81,9 +81,9 @@ QString Format(qint64 bytes, int moreDigits)
     constexpr double kMega = 1e6;
     constexpr double kGiga = 1e9;
     if (bytes >= qint64(kGiga))
-        return Translate("%1 GB").arg(double(bytes) / kGiga, 0, 'f', 1 + moreDigits);
+        return Texts::tr("%1 GB").arg(double(bytes) / kGiga, 0, 'f', 1 + moreDigits);
     const double megabytes = double(bytes) / kMega;
-    return Translate("%1 MB").arg(moreDigits == 0 ? std::max(1.0, megabytes) : megabytes, 0, 'f', moreDigits);
+    return Texts::tr("%1 MB").arg(moreDigits == 0 ? std::max(1.0, megabytes) : megabytes, 0, 'f', moreDigits);
 }
 
 } // namespace
@@ -120,8 +120,8 @@ std::pair<QString, QString> ZORSysMemory::FormatSizes(qint64 first, qint64 secon
 void ZORSysMemory::ThrowCannotRead(const QString& subject, qint64 needed)
 {
     if (needed <= 0)
-        throw ZORSysFileException(Translate("not enough memory to read '%1'").arg(subject));
-    throw ZORSysFileException(Translate("not enough memory to read '%1' (needs about %2)")
+        throw ZORSysFileException(Texts::tr("not enough memory to read '%1'").arg(subject));
+    throw ZORSysFileException(Texts::tr("not enough memory to read '%1' (needs about %2)")
                                   .arg(subject, ZORSysMemory::FormatSize(needed)));
 }
 

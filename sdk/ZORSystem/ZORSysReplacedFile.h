@@ -5,6 +5,7 @@
 #include <ZORSystem/ZORSystemGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 
 #include <memory>
@@ -30,6 +31,8 @@ class QIODevice;
 /// File systems without unnamed files, network drives for example, may be left with an incomplete one.
 class ZORSYSTEM_EXPORT ZORSysReplacedFile
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORSysReplacedFile)
+
 public:
     /// \param path  may name a file that does not exist; its folder must exist
     explicit ZORSysReplacedFile(const QString& path);

@@ -37,7 +37,7 @@ QString ZORSysStackTrace::ToSTring(const QString& prefix, int firstFrame) const
 {
     QString text;
     if (m_dropped > 0)
-        text += prefix + QStringLiteral("(%1 older traces were dropped)\n").arg(m_dropped);
+        text += prefix + tr("(%1 older traces were dropped)").arg(m_dropped) + u'\n';
     for (qsizetype i = std::max(firstFrame, 0); i < m_frames.size(); ++i) {
         const QStringList lines = ZorSysDescribeFrame(m_frames[i], m_generation);
         for (const QString& line : lines)

@@ -4,6 +4,7 @@
 
 #include <ZORSystem/ZORSystemGlobal.h>
 
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -12,6 +13,8 @@
 /// A value of 8 bytes a frame; copies share their frames.
 class ZORSYSTEM_EXPORT ZORSysStackTrace
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORSysStackTrace)
+
 public:
     /// A longer stack is cut off at its outer end.
     static constexpr int MaximumFrames = 120;

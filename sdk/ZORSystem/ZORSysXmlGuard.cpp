@@ -5,6 +5,15 @@
 #include <QBuffer>
 #include <QCoreApplication>
 
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORSysXmlGuard)
+};
+
+} // namespace
+
 namespace ZORSysXmlGuard {
 
 Finding Scan(QIODevice& device)
@@ -22,20 +31,17 @@ Finding Scan(const QByteArray& document)
 
 QString GetReason(Verdict verdict)
 {
-    const auto translate = [](const char* text) {
-        return QCoreApplication::translate("ZORSysXmlGuard", text);
-    };
     switch (verdict) {
     case Verdict::Harmless:
         break;
     case Verdict::TooDeep:
-        return translate("XML elements nest more than %1 deep").arg(kMaximumDepth);
+        return Texts::tr("XML elements nest more than %1 deep").arg(kMaximumDepth);
     case Verdict::TooManyAttributes:
-        return translate("an XML element has more than %1 attributes").arg(kMaximumAttributes);
+        return Texts::tr("an XML element has more than %1 attributes").arg(kMaximumAttributes);
     case Verdict::TooMuchExpansion:
-        return translate("the entities of the XML expand too far");
+        return Texts::tr("the entities of the XML expand too far");
     case Verdict::Malformed:
-        return translate("XML is not well-formed");
+        return Texts::tr("XML is not well-formed");
     }
     return {};
 }

@@ -1,8 +1,7 @@
 #include "ZORSysOverwriting_p.h"
 
 #include <ZORSystem/ZORSysDescriptor.h>
-
-#include <QCoreApplication>
+#include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -88,6 +87,6 @@ QString zor::sys::Overwrite(const QByteArray& path, int content)
     const QString reason = qt_error_string(errno);
     if (CopyAll(kept.Get(), file.Get()) && Sync(file.Get()))
         return reason;
-    return QCoreApplication::translate("ZORSysReplacedFile", "%1; the old content cannot be restored: %2")
+    return ZORSysReplacedFile::tr("%1; the old content cannot be restored: %2")
         .arg(reason, qt_error_string(errno));
 }
