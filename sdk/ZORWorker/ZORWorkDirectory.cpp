@@ -4,7 +4,6 @@
 #include <ZORSystem/ZORSysDescriptor.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -110,8 +109,7 @@ QString GetDirectoryName(const QString& jobName)
 [[noreturn]] void ThrowCannotMake(const QString& baseDirectory, const QString& reason)
 {
     throw ZORSysException(
-        QCoreApplication::translate("ZORWorkTeam", "cannot make a work directory in '%1': %2")
-            .arg(baseDirectory, reason));
+        ZORWorkDirectory::tr("cannot make a work directory in '%1': %2").arg(baseDirectory, reason));
 }
 
 } // namespace

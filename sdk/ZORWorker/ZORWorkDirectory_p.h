@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -15,6 +16,8 @@
 /// removes what the first one left.
 class ZORWorkDirectory
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkDirectory)
+
 public:
     /// Makes a directory in \a baseDirectory, which itself is made where it does not exist.
     ///

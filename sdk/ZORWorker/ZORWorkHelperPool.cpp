@@ -8,8 +8,6 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysVersion.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
@@ -27,11 +25,6 @@ using namespace std::chrono_literals;
 constexpr auto kGreetingTime = 10s; // until a program that says nothing is given up
 constexpr auto kFarewellTime = 1s;  // until a helper that should end by itself is killed
 constexpr auto kEndPulse = 5ms;     // between two questions whether a process has ended
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORWorkHelperPool", text);
-}
 
 /// Returns a turn unless a helper has taken it over.
 class Turn
@@ -221,17 +214,17 @@ void ZORWorkHelperPool::Greet(ZORWorkHelper& helper, ZORWorkControl& control)
         if (helper.IsClosed()) {
             helper.AwaitEnd(ZORWorkHelper::Clock::now() + kFarewellTime, &control.isCanceled);
             const QString errors = helper.TakeErrors();
-            throw ZORSysException(errors.isEmpty() ? Tr("it ended at once") : errors);
+            throw ZORSysException(errors.isEmpty() ? tr("it ended at once") : errors);
         }
         if (ZORWorkHelper::Clock::now() >= deadline)
-            throw ZORSysException(Tr("it does not answer"));
+            throw ZORSysException(tr("it does not answer"));
         helper.Exchange(deadline);
     }
     const auto* const hello = std::get_if<ZORWorkProtocol::Hello>(&*message);
     if (!hello)
-        throw ZORSysException(Tr("it does not begin with its version"));
+        throw ZORSysException(tr("it does not begin with its version"));
     if (hello->protocol != ZORWorkProtocol::kVersion || hello->sdkVersion != version)
-        throw ZORSysException(Tr("it belongs to another version of the SDK"));
+        throw ZORSysException(tr("it belongs to another version of the SDK"));
     helper.SetKinds(hello->kinds);
 }
 

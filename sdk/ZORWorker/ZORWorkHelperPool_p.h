@@ -8,6 +8,7 @@
 #include <ZORSystem/ZORSysDescriptor.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 
 #include <condition_variable>
 #include <deque>
@@ -41,6 +42,8 @@ private:
 /// at most. Safe to use from any thread.
 class ZORWorkHelperPool
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkHelperPool)
+
 public:
     /// Never destroyed: the helpers notice the end of this process themselves.
     static ZORWorkHelperPool& GetInstance();

@@ -6,7 +6,6 @@
 
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QLoggingCategory>
 
@@ -27,11 +26,6 @@ constexpr auto kStackTime = 80ms;    // for a process to write its stack before 
 constexpr auto kKillGrace = 25ms;    // for a killed process to vanish, as most do
 
 std::atomic<std::chrono::milliseconds> s_stopGrace{kStopGrace};
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORWorkHelperRun", text);
-}
 
 // As if the caller's process had written it.
 void PassOn(const ZORWorkProtocol::Log& log)
@@ -99,7 +93,7 @@ ZORWorkResult ZORWorkHelperRun::Execute(std::unique_ptr<ZORWorkHelper> helper)
     if (!end.isLost || !m_control.isStopped || !m_interim || !ZORWorkJobKind::CanComplete(m_job.kind))
         throw ZORSysException(end.reason);
     qCWarning(ZorWorkerLog).noquote()
-        << Tr("job '%1' is completed with its last interim result: %2").arg(m_job.name, end.reason);
+        << tr("job '%1' is completed with its last interim result: %2").arg(m_job.name, end.reason);
     return Complete();
 }
 
@@ -131,7 +125,7 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Follow(ZORWorkHelper& helper,
                                                const std::optional<QByteArray>& interim)
 {
     if (m_job.input.size() > ZORWorkProtocol::kMaximumInput)
-        return {{}, Tr("the input of the job is too long (%1 bytes)").arg(m_job.input.size()), false, true};
+        return {{}, tr("the input of the job is too long (%1 bytes)").arg(m_job.input.size()), false, true};
     const ZORWorkWake wake(m_control, [&helper] { helper.Wake(); });
     m_hasStopped = m_hasCanceled = m_hasBegun = false;
     m_deadline.reset();
@@ -166,7 +160,7 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Follow(ZORWorkHelper& helper,
     } catch (const ZORSysException& exception) {
         helper.Kill();
         return {
-            {}, Tr("the process of the job broke the protocol: %1").arg(exception.GetMessage()), true, false};
+            {}, tr("the process of the job broke the protocol: %1").arg(exception.GetMessage()), true, false};
     } catch (const std::exception&) {
         helper.Kill();
         return {{}, ZORWorkFailure::GetReasonOfCurrentException(), true, false};
@@ -212,7 +206,7 @@ std::optional<ZORWorkHelperRun::End> ZORWorkHelperRun::Handle(ZORWorkHelper& hel
     }
     if (std::holds_alternative<ZORWorkProtocol::Canceled>(message))
         return End{{}, ZORWorkFailure::GetCanceledReason(), false, true};
-    throw ZORSysException(Tr("message of type %1 is not for the caller").arg(message.index()));
+    throw ZORSysException(tr("message of type %1 is not for the caller").arg(message.index()));
 }
 
 // Whoever gets the files may delete them: a faulty process must not name others.
@@ -223,7 +217,7 @@ ZORWorkHelperRun::End ZORWorkHelperRun::FinishResult(const ZORWorkProtocol::Resu
     for (const QString& file : result.files) {
         if (!QDir::cleanPath(file).startsWith(inside))
             return {
-                {}, Tr("the job returned '%1', which is not in its work directory").arg(file), false, true};
+                {}, tr("the job returned '%1', which is not in its work directory").arg(file), false, true};
         resources.append(ZORWorkResource(file));
     }
     return {ZORWorkResult(resources, result.data), {}, false, true};
@@ -243,7 +237,7 @@ void ZORWorkHelperRun::LogErrors(ZORWorkHelper& helper, const QString& reason) c
     const QString errors = helper.TakeErrors();
     if (errors.isEmpty())
         return;
-    const QString text = Tr("job '%1': %2; its process wrote:").arg(m_job.name, reason) + u'\n' + errors;
+    const QString text = tr("job '%1': %2; its process wrote:").arg(m_job.name, reason) + u'\n' + errors;
     if (m_control.isCanceled)
         qCInfo(ZorWorkerLog).noquote() << text;
     else
@@ -255,7 +249,7 @@ ZORWorkHelperRun::End ZORWorkHelperRun::Bury(ZORWorkHelper& helper) const
 {
     const QString reason = AwaitTrace(helper)
                                ? ZORWorkFailure::GetReasonOfEnd(helper.GetEndStatus(), m_memoryLimit)
-                               : Tr("the process of the job closed its connection");
+                               : tr("the process of the job closed its connection");
     LogErrors(helper, reason);
     return {{}, reason, true, false, true};
 }
@@ -265,11 +259,11 @@ ZORWorkHelperRun::End ZORWorkHelperRun::GiveUp(ZORWorkHelper& helper) const
     if (m_control.isCanceled) {
         helper.Kill();
         helper.AwaitEnd(Clock::now() + kKillGrace); // afterwards it is the pool that waits
-        LogErrors(helper, Tr("the job did not answer a cancel and was killed"));
+        LogErrors(helper, tr("the job did not answer a cancel and was killed"));
         return {{}, ZORWorkFailure::GetCanceledReason(), true, false};
     }
     const qint64 seconds = std::chrono::round<std::chrono::seconds>(GetStopGrace()).count();
-    const QString reason = Tr("the job did not end within %1 s of a stop and was killed").arg(seconds);
+    const QString reason = tr("the job did not end within %1 s of a stop and was killed").arg(seconds);
     helper.Abort();
     AwaitTrace(helper);
     LogErrors(helper, reason);

@@ -6,6 +6,8 @@
 #include "ZORWorkHelper_p.h"
 #include "ZORWorkResult.h"
 
+#include <QCoreApplication>
+
 #include <memory>
 #include <optional>
 
@@ -16,6 +18,8 @@ class ZORWorkDirectory;
 /// answer.
 class ZORWorkHelperRun
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkHelperRun)
+
 public:
     /// \param job          with a kind; used while this object lives, as \a control and \a context are
     /// \param memoryLimit  bytes

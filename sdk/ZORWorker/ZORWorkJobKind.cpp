@@ -2,8 +2,6 @@
 
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 #include <map>
 #include <mutex>
 
@@ -30,11 +28,6 @@ Registry& GetRegistry()
     return *registry;
 }
 
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORWorkJobKind", text);
-}
-
 // Returns a copy: the functions run without the lock.
 Kind GetKind(const QByteArray& name)
 {
@@ -42,7 +35,7 @@ Kind GetKind(const QByteArray& name)
     const std::lock_guard lock(registry.mutex);
     const auto found = registry.kinds.find(name);
     if (found == registry.kinds.end())
-        throw ZORSysException(Tr("there is no job kind '%1'").arg(QString::fromUtf8(name)));
+        throw ZORSysException(ZORWorkJobKind::tr("there is no job kind '%1'").arg(QString::fromUtf8(name)));
     return found->second;
 }
 
@@ -51,13 +44,13 @@ Kind GetKind(const QByteArray& name)
 void ZORWorkJobKind::Register(const QByteArray& name, Run run, Complete complete)
 {
     if (name.isEmpty() || name.size() > kMaximumNameSize)
-        throw ZORSysException(Tr("a job kind needs a name of 1 to 100 bytes"));
+        throw ZORSysException(tr("a job kind needs a name of 1 to 100 bytes"));
     if (!run)
-        throw ZORSysException(Tr("job kind '%1' has no function").arg(QString::fromUtf8(name)));
+        throw ZORSysException(tr("job kind '%1' has no function").arg(QString::fromUtf8(name)));
     Registry& registry = GetRegistry();
     const std::lock_guard lock(registry.mutex);
     if (!registry.kinds.try_emplace(name, Kind{std::move(run), std::move(complete)}).second)
-        throw ZORSysException(Tr("job kind '%1' exists already").arg(QString::fromUtf8(name)));
+        throw ZORSysException(tr("job kind '%1' exists already").arg(QString::fromUtf8(name)));
 }
 
 void ZORWorkJobKind::Unregister(const QByteArray& name)
@@ -104,6 +97,6 @@ ZORWorkResult ZORWorkJobKind::CompleteJob(const QByteArray& name, const ZORWorkC
     const Kind kind = GetKind(name);
     if (!kind.complete)
         throw ZORSysException(
-            Tr("job kind '%1' cannot complete interim results").arg(QString::fromUtf8(name)));
+            tr("job kind '%1' cannot complete interim results").arg(QString::fromUtf8(name)));
     return kind.complete(context, input, interim);
 }

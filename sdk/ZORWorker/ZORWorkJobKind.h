@@ -7,6 +7,7 @@
 #include <ZORWorker/ZORWorkerGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QList>
 
 #include <functional>
@@ -20,6 +21,8 @@
 /// thread-safe.
 class ZORWORKER_EXPORT ZORWorkJobKind
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkJobKind)
+
 public:
     /// Does the work of one job. Whatever it throws makes the job fail with the message of the exception. It
     /// may use threads, which must have ended when it returns.

@@ -31,20 +31,20 @@ constexpr std::array<qsizetype, std::variant_size_v<Message>> kMaximumContents{
     kTextRoom,       // Log
 };
 
-QString Tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORWorkProtocol", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkProtocol)
+};
 
 [[noreturn]] void ThrowTooLong(qsizetype size)
 {
-    throw ZORSysException(Tr("message of %1 bytes is too long").arg(size));
+    throw ZORSysException(Texts::tr("message of %1 bytes is too long").arg(size));
 }
 
 quint32 CheckStrings(qsizetype count)
 {
     if (count > qsizetype(kMaximumStrings))
-        throw ZORSysException(Tr("message of %1 strings is too long").arg(count));
+        throw ZORSysException(Texts::tr("message of %1 strings is too long").arg(count));
     return quint32(count);
 }
 
@@ -116,14 +116,14 @@ public:
     void Finish() const
     {
         if (!m_rest.isEmpty())
-            throw ZORSysException(Tr("message has bytes that do not belong to it"));
+            throw ZORSysException(Texts::tr("message has bytes that do not belong to it"));
     }
 
 private:
     QByteArrayView Take(qsizetype size)
     {
         if (size > m_rest.size())
-            throw ZORSysException(Tr("message is cut off"));
+            throw ZORSysException(Texts::tr("message is cut off"));
         const QByteArrayView taken = m_rest.first(size);
         m_rest = m_rest.sliced(size);
         return taken;
@@ -294,7 +294,7 @@ std::optional<Message> Decoder::Take()
     const auto size = qsizetype(qFromLittleEndian<quint32>(rest.data()));
     const auto type = size_t(quint8(rest[kHeaderSize - 1]));
     if (type >= kMaximumContents.size())
-        throw ZORSysException(Tr("message of unknown type %1").arg(type));
+        throw ZORSysException(Texts::tr("message of unknown type %1").arg(type));
     if (size > kMaximumContents[type])
         ThrowTooLong(size);
     if (rest.size() - kHeaderSize < size)

@@ -1,6 +1,5 @@
 #include "ZORWorkRejection_p.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QLoggingCategory>
 
@@ -16,11 +15,6 @@ using namespace std::chrono_literals;
 
 constexpr auto kShortest = 1s; // until a program is tried again
 constexpr int kFactor = 3;     // the same time as a multiple of the time that trying it took
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORWorkHelperPool", text);
-}
 
 } // namespace
 
@@ -55,7 +49,7 @@ void ZORWorkRejection::Reject(const QString& program, const QByteArray& file, co
             return;
     }
     qCWarning(ZorWorkerLog).noquote()
-        << Tr("jobs run in threads of this process: cannot use helper program '%1': %2").arg(program, reason);
+        << tr("jobs run in threads of this process: cannot use helper program '%1': %2").arg(program, reason);
 }
 
 void ZORWorkRejection::Readmit(const QString& program)
@@ -67,13 +61,13 @@ void ZORWorkRejection::Readmit(const QString& program)
         m_program.clear();
     }
     qCInfo(ZorWorkerLog).noquote()
-        << Tr("jobs run in helper processes again: helper program '%1' can be used").arg(program);
+        << tr("jobs run in helper processes again: helper program '%1' can be used").arg(program);
 }
 
 void ZORWorkRejection::WarnOfKind(const QString& program, const QByteArray& kind)
 {
     const QString message =
-        Tr("jobs of kind '%1' run in threads of this process: helper program '%2' does not know them")
+        tr("jobs of kind '%1' run in threads of this process: helper program '%2' does not know them")
             .arg(QString::fromUtf8(kind), program);
     {
         const std::lock_guard lock(m_mutex);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QSet>
 #include <QString>
 
@@ -16,6 +17,8 @@
 /// took, at least 1 s.
 class ZORWorkRejection
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkRejection)
+
 public:
     using Clock = std::chrono::steady_clock;
 

@@ -6,7 +6,6 @@
 #include <ZORSystem/ZORSysFileName.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -30,11 +29,6 @@ constexpr int MaximumNumber = 9999;
 constexpr qint64 kPieceSize = qint64(1) << 20; // bytes
 constexpr auto kSuccession = std::chrono::seconds(1);
 constexpr unsigned kMostLines = 16; // for failures of one kind in succession, before most are left out
-
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORWorkResource", text);
-}
 
 // "part.msi", "part-2.msi", "part-3.msi" ... A name that starts with its only dot has no suffix.
 QString GetCandidate(const QFileInfo& file, int number)
@@ -140,9 +134,9 @@ QString Convert(const QString& file, const QString& directory,
     const QFileInfo source(file);
     // An empty directory would be the current one: nobody means that.
     if (directory.isEmpty() || !QFileInfo(directory).isDir())
-        return Translate("there is no such directory");
+        return ZORWorkResource::tr("there is no such directory");
     if (!source.isFile())
-        return Translate("there is no such file");
+        return ZORWorkResource::tr("there is no such file");
 
     written = file;
     const bool isInside = source.canonicalPath() == QFileInfo(directory).canonicalFilePath();
@@ -167,7 +161,7 @@ QString Convert(const QString& file, const QString& directory,
         if (reason.isEmpty() || !isTaken())
             return reason;
     }
-    return Translate("no name is free");
+    return ZORWorkResource::tr("no name is free");
 }
 
 /// Failures of one kind in quick succession, such as those of thousands of files on a full disk.
@@ -205,9 +199,9 @@ void WarnOfFailure(const QString& file, const QString& directory, const QString&
     const unsigned count = counter.Add(directory, reason);
     if (count > kMostLines && !std::has_single_bit(count))
         return;
-    QString line = Translate("cannot bring '%1' into '%2': %3").arg(file, directory, reason);
+    QString line = ZORWorkResource::tr("cannot bring '%1' into '%2': %3").arg(file, directory, reason);
     if (count >= kMostLines)
-        line += Translate(" (%1 files so far; few of the next ones are logged)").arg(count);
+        line += ZORWorkResource::tr(" (%1 files so far; few of the next ones are logged)").arg(count);
     qCWarning(ZorResourceLog).noquote() << line;
 }
 

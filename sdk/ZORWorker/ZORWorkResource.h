@@ -4,12 +4,15 @@
 
 #include <ZORWorker/ZORWorkerGlobal.h>
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
 /// Names a file; does not own it, and does not ask for its existence. A value.
 class ZORWORKER_EXPORT ZORWorkResource
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkResource)
+
 public:
     /// What becomes of the file when it is brought into a directory. The numbers are established.
     enum LocalConversionBehavior {

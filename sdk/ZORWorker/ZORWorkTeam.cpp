@@ -9,8 +9,6 @@
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <exception>
 #include <system_error>
@@ -50,8 +48,7 @@ void ZORWorkTeam::Add(quint64 id, ZORWorkJob job, const ZORWorkSurroundings& sur
         if (!m_threads.empty())
             return;
         m_waiting.pop_back();
-        throw ZORSysException(QCoreApplication::translate("ZORWorkTeam", "cannot start a thread: %1")
-                                  .arg(QString::fromUtf8(error.what())));
+        throw ZORSysException(tr("cannot start a thread: %1").arg(QString::fromUtf8(error.what())));
     }
     m_changed.notify_all();
 }

@@ -7,6 +7,7 @@
 #include "ZORWorkHelperPool_p.h"
 #include "ZORWorkResult.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <condition_variable>
@@ -45,6 +46,8 @@ struct ZORWorkSurroundings
 /// The owner gets notices from a queue; it is called once, in any thread, for each notice put in.
 class ZORWorkTeam
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkTeam)
+
 public:
     /// \param noticed  called without any lock held
     explicit ZORWorkTeam(std::function<void()> noticed);
