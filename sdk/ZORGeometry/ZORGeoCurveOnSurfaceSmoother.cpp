@@ -26,16 +26,16 @@ void Check(const Locations& locations)
 {
     for (qsizetype i = 0; i < locations.size(); ++i) {
         const ZORGeoLocationOnSurface& at = locations[i];
-        const char* error = nullptr;
+        QString error;
         if (at.IsNull())
-            error = QT_TR_NOOP("location %1 of the curve is not on a surface");
+            error = ZORGeoCurveOnSurfaceSmoother::tr("location %1 of the curve is not on a surface");
         else if (at.surface != locations.constFirst().surface)
-            error = QT_TR_NOOP("location %1 of the curve is on another surface");
+            error = ZORGeoCurveOnSurfaceSmoother::tr("location %1 of the curve is on another surface");
         else if (at.triangle < 1 || at.triangle > at.surface->GetNumTriangles()
                  || !ZORGeoOnSurface::IsWithinTriangle(at) || !at.point.IsFinite())
-            error = QT_TR_NOOP("location %1 of the curve is not within its triangle");
-        if (error)
-            throw ZORSysException(ZORGeoCurveOnSurfaceSmoother::tr(error).arg(i));
+            error = ZORGeoCurveOnSurfaceSmoother::tr("location %1 of the curve is not within its triangle");
+        if (!error.isEmpty())
+            throw ZORSysException(error.arg(i));
     }
 }
 
@@ -164,10 +164,8 @@ Locations ZORGeoCurveOnSurfaceSmoother::Run(const Locations& locations, Progress
         bend = path.front().point;
     if (bend)
         throw ZORSysException(tr("the surface has no room for the radius %1 at (%2, %3, %4)")
-                                  .arg(m_radius)
-                                  .arg(bend->GetX())
-                                  .arg(bend->GetY())
-                                  .arg(bend->GetZ()));
+                                  .arg(QString::number(m_radius), QString::number(bend->GetX()),
+                                       QString::number(bend->GetY()), QString::number(bend->GetZ())));
     return isChanged ? LocationsOf(path, locations, progress) : locations;
 }
 

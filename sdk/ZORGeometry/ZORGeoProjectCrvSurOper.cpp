@@ -8,17 +8,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
-namespace {
-
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORGeoProjectCrvSurOper", text);
-}
-
-} // namespace
-
 ZORGeoProjectCrvSurOper::ZORGeoProjectCrvSurOper(const ZORGeoSurface* surface, const ZORGeoCurve* curve)
     : m_surface(surface)
     , m_curve(curve)
@@ -33,11 +22,11 @@ void ZORGeoProjectCrvSurOper::Run()
     ZOR_TRACE_CALL();
     SetCurve(nullptr);
     if (!m_surface)
-        throw ZORSysException(Translate("surface is null"));
+        throw ZORSysException(tr("surface is null"));
     if (!m_curve)
-        throw ZORSysException(Translate("curve is null"));
+        throw ZORSysException(tr("curve is null"));
     if (!m_surface->GetContainer())
-        throw ZORSysException(Translate("geometry has no container"));
+        throw ZORSysException(tr("geometry has no container"));
     if (m_surface->GetNumTriangles() == 0 || m_curve->GetNumPoints() == 0)
         return;
 

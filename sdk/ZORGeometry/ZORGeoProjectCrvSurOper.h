@@ -4,6 +4,8 @@
 
 #include <ZORGeometry/ZORGeoCurveOnSurOper.h>
 
+#include <QCoreApplication>
+
 class ZORGeoCurve;
 class ZORGeoSurface;
 
@@ -24,6 +26,8 @@ class ZORGeoSurface;
 ///           closest points are computed.
 class ZORGEOMETRY_EXPORT ZORGeoProjectCrvSurOper : public ZORGeoCurveOnSurOper
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORGeoProjectCrvSurOper)
+
 public:
     /// \param surface,curve  not owned; must live until Run()
     ZORGeoProjectCrvSurOper(const ZORGeoSurface* surface, const ZORGeoCurve* curve);

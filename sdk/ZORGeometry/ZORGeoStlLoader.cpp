@@ -10,7 +10,6 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
-#include <QCoreApplication>
 #include <QFileDevice>
 #include <QPointer>
 #include <QtEndian>
@@ -20,15 +19,10 @@
 
 namespace {
 
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORGeoStlLoader", text);
-}
-
 QString GetDeviceName(const QIODevice* device)
 {
     const auto* file = qobject_cast<const QFileDevice*>(device);
-    return file ? file->fileName() : Translate("STL content");
+    return file ? file->fileName() : ZORGeoStlLoader::tr("STL content");
 }
 
 /// Returns the number of bytes that are read: binary content may be longer than its header announces.
@@ -109,9 +103,9 @@ QList<const ZORGeoSurface*> ZORGeoStlLoader::Load(ZORGeoContainer* container, ZO
     ZOR_TRACE_CALL(container, unit);
     m_report = {};
     if (!container)
-        throw ZORSysException(Translate("container is null"));
+        throw ZORSysException(tr("container is null"));
     if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
-        throw ZORSysException(Translate("unit is no unit of length"));
+        throw ZORSysException(tr("unit is no unit of length"));
 
     return ZORSysMemory::Read(GetDeviceName(m_device), EstimateMemory(m_device), [&] {
         Surfaces surfaces = ReadSurfaces(m_device, container, ZORSysValue::GetUnitFactor(unit), m_report);

@@ -5,6 +5,7 @@
 #include <ZORGeometry/ZORGeoStlReport.h>
 #include <ZORSystem/ZORSysValue.h>
 
+#include <QCoreApplication>
 #include <QList>
 
 class QIODevice;
@@ -26,6 +27,8 @@ class ZORGeoSurface;
 ///              carry the connection between their neighbours.
 class ZORGEOMETRY_EXPORT ZORGeoStlLoader
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORGeoStlLoader)
+
 public:
     /// \param device  open for reading, at the start of the STL content; not owned, must outlive the loader.
     ///                Sequential devices are read to their end, waiting for data.

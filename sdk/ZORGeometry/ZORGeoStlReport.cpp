@@ -10,18 +10,18 @@ bool ZORGeoStlReport::HasLosses() const
 QString ZORGeoStlReport::ToString() const
 {
     QStringList parts;
-    const auto add = [&parts](qint64 count, const char* what) {
+    const auto add = [&parts](qint64 count, const QString& what) {
         if (count > 0)
-            parts.append(QString::number(count) + QLatin1Char(' ') + QLatin1String(what));
+            parts.append(QString::number(count) + u' ' + what);
     };
-    add(nonFinite, "not finite");
-    add(degenerate, "degenerate");
-    add(unreadable, "with unreadable coordinates");
-    add(incomplete, "without three corners");
-    add(missing, "announced but missing");
-    add(trailingBytes, "bytes behind the last facet");
-    QString text = QStringLiteral("%1 of %2 facets used").arg(GetNumUsed()).arg(facets);
+    add(nonFinite, tr("not finite"));
+    add(degenerate, tr("degenerate"));
+    add(unreadable, tr("with unreadable coordinates"));
+    add(incomplete, tr("without three corners"));
+    add(missing, tr("announced but missing"));
+    add(trailingBytes, tr("bytes behind the last facet"));
+    QString text = tr("%1 of %2 facets used").arg(QString::number(GetNumUsed()), QString::number(facets));
     if (!parts.isEmpty())
-        text += QStringLiteral("; left out: ") + parts.join(QStringLiteral(", "));
+        text += tr("; left out: ") + parts.join(QLatin1String(", "));
     return text;
 }

@@ -4,11 +4,15 @@
 
 #include <ZORGeometry/ZORGeometryGlobal.h>
 
+#include <QCoreApplication>
 #include <QString>
 
 /// Counts of one load. All zero but `facets` for a file without blemish.
 struct ZORGEOMETRY_EXPORT ZORGeoStlReport
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORGeoStlReport)
+
+public:
     qint64 facets = 0;        // facets the file holds, good or not
     qint64 nonFinite = 0;     // left out: a coordinate is infinite, not a number or beyond the float range
     qint64 degenerate = 0;    // left out: two corners are the same point

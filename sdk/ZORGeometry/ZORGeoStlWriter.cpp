@@ -7,7 +7,6 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
-#include <QCoreApplication>
 #include <QFileDevice>
 #include <QtEndian>
 
@@ -131,11 +130,6 @@ private:
     bool m_isGood = true;
 };
 
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORGeoStlWriter", text);
-}
-
 std::vector<FloatPoint> ToFile(const QList<ZORMathPoint>& vertices, double factor)
 {
     std::vector<FloatPoint> points;
@@ -144,7 +138,8 @@ std::vector<FloatPoint> ToFile(const QList<ZORMathPoint>& vertices, double facto
         points.push_back(ToFloats(v.GetX() / factor, v.GetY() / factor, v.GetZ() / factor));
         const FloatPoint& p = points.back();
         if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z))
-            throw ZORSysException(Translate("vertex %1 is too large for an STL file").arg(points.size() - 1));
+            throw ZORSysException(
+                ZORGeoStlWriter::tr("vertex %1 is too large for an STL file").arg(points.size() - 1));
     }
     return points;
 }
@@ -179,19 +174,18 @@ int ZORGeoStlWriter::Write(ZORSysValue::Unit unit)
 {
     ZOR_TRACE_CALL(unit);
     if (!m_surface)
-        throw ZORSysException(Translate("surface is null"));
+        throw ZORSysException(tr("surface is null"));
     if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
-        throw ZORSysException(Translate("unit is no unit of length"));
+        throw ZORSysException(tr("unit is no unit of length"));
     if (m_fileName.isEmpty())
-        throw ZORSysFileOpenException(m_fileName, Translate("no file name"));
+        throw ZORSysFileOpenException(m_fileName, tr("no file name"));
     const std::vector<FloatPoint> points =
         ToFile(m_surface->GetVertexArray(), ZORSysValue::GetUnitFactor(unit));
 
     ZORSysReplacedFile file(m_fileName);
     file.Open();
     if (!WriteFacets(file.GetDevice(), *m_surface, points, m_format != Ascii) || !file.Commit()) {
-        throw ZORSysFileException(
-            Translate("cannot write file '%1': %2").arg(m_fileName, file.GetErrorString()));
+        throw ZORSysFileException(tr("cannot write file '%1': %2").arg(m_fileName, file.GetErrorString()));
     }
     return m_surface->GetNumTriangles();
 }

@@ -5,6 +5,7 @@
 #include <ZORGeometry/ZORGeometryGlobal.h>
 #include <ZORSystem/ZORSysValue.h>
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <QString>
 
@@ -17,6 +18,8 @@ class ZORGeoSurface;
 /// the same floats, and name the solid after the surface.
 class ZORGEOMETRY_EXPORT ZORGeoStlWriter
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORGeoStlWriter)
+
 public:
     /// The codes are stored in settings.
     enum FileFormats : int {

@@ -49,9 +49,8 @@ void Check(const QList<ZORMathPoint>& vertices, const QList<ZORGeoSurface::Corne
         for (const int corner : triangles[t]) {
             if (corner < 0 || corner >= vertices.size()) {
                 throw ZORSysException(ZORGeoSurface::tr("triangle %1 refers to vertex %2 of %3")
-                                          .arg(t + 1)
-                                          .arg(corner)
-                                          .arg(vertices.size()));
+                                          .arg(QString::number(t + 1), QString::number(corner),
+                                               QString::number(vertices.size())));
             }
         }
     }

@@ -1,18 +1,13 @@
 #include "ZORGeoStlContent_p.h"
 
+#include <ZORGeometry/ZORGeoStlLoader.h>
 #include <ZORSystem/ZORSysFileException.h>
 
-#include <QCoreApplication>
 #include <QFileDevice>
 
 namespace {
 
 constexpr qsizetype kPiece = qsizetype(4) << 20; // bytes
-
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORGeoStlLoader", text);
-}
 
 } // namespace
 
@@ -21,7 +16,7 @@ ZORGeoStlContent::ZORGeoStlContent(QIODevice* device)
     , m_isText(device && device->isTextModeEnabled())
 {
     if (!device || !device->isReadable())
-        throw ZORSysFileException(Translate("device is not open for reading"));
+        throw ZORSysFileException(ZORGeoStlLoader::tr("device is not open for reading"));
     device->setTextModeEnabled(false); // its line ends would spoil binary content
     if (device->isSequential()) {
         ReadSequential();
@@ -51,7 +46,8 @@ void ZORGeoStlContent::ThrowOnError() const
 {
     const auto* file = qobject_cast<const QFileDevice*>(m_device);
     if (file && file->error() != QFileDevice::NoError)
-        throw ZORSysFileException(Translate("cannot read the STL content: %1").arg(m_device->errorString()));
+        throw ZORSysFileException(
+            ZORGeoStlLoader::tr("cannot read the STL content: %1").arg(m_device->errorString()));
 }
 
 QByteArrayView ZORGeoStlContent::Fetch(qsizetype minimum)

@@ -2,9 +2,9 @@
 #include "ZORGeoStlNumber_p.h"
 #include "ZORGeoStlParser_p.h"
 
+#include <ZORGeometry/ZORGeoStlLoader.h>
 #include <ZORSystem/ZORSysFileException.h>
 
-#include <QCoreApplication>
 #include <QtEndian>
 
 #include <algorithm>
@@ -101,11 +101,6 @@ bool IsUtf16(QByteArrayView content)
     throw ZORSysFileException(text);
 }
 
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORGeoStlLoader", text);
-}
-
 } // namespace
 
 ZORGeoStlParser::ZORGeoStlParser(double factor, ZORGeoStlReport& report, ZORGeoStlContent& content)
@@ -126,10 +121,10 @@ std::vector<ZORGeoStlSolid> ZORGeoStlParser::Parse()
         ParseAscii();
         break;
     case Form::Utf16:
-        Fail(Translate("the STL content is UTF-16 text, which the format does not allow"));
+        Fail(ZORGeoStlLoader::tr("the STL content is UTF-16 text, which the format does not allow"));
     }
     if (m_solids.empty() && m_hasContent)
-        Fail(Translate("the STL content has no usable facet (%1)").arg(m_report.ToString()));
+        Fail(ZORGeoStlLoader::tr("the STL content has no usable facet (%1)").arg(m_report.ToString()));
     return std::move(m_solids);
 }
 
@@ -217,9 +212,9 @@ void ZORGeoStlParser::RefuseForeignContent(qint64 announced, qint64 present)
         });
     if (numUsual * 2 >= facets)
         return;
-    Fail(Translate("the STL content is another kind of file: its header announces %1 facets, its size allows "
-                   "%2, and "
-                   "%3 of them are not finite or out of range")
+    Fail(ZORGeoStlLoader::tr(
+             "the STL content is another kind of file: its header announces %1 facets, its size allows %2, "
+             "and %3 of them are not finite or out of range")
              .arg(QString::number(announced), QString::number(present), QString::number(facets - numUsual)));
 }
 

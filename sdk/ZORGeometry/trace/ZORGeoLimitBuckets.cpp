@@ -136,11 +136,11 @@ void ZORGeoLimitBuckets::Add(const QList<const ZORGeoCurveOnSurface*>& curves, i
 
 void ZORGeoLimitBuckets::Collector::AddCurve(const ZORGeoCurveOnSurface* curve, qsizetype number, int id)
 {
-    using Processor = ZORGeoCurveOnSurfaceProcessor;
     if (!curve)
-        throw ZORSysException(Processor::tr("limit curve %1 is null").arg(number));
+        throw ZORSysException(ZORGeoCurveOnSurfaceProcessor::tr("limit curve %1 is null").arg(number));
     if (curve->GetNumPoints() > 0 && curve->GetSurface() != m_surface)
-        throw ZORSysException(Processor::tr("limit curve %1 is on another surface").arg(number));
+        throw ZORSysException(
+            ZORGeoCurveOnSurfaceProcessor::tr("limit curve %1 is on another surface").arg(number));
     m_curve = id;
     const QList<ZORGeoLocationOnSurface> locations = curve->GetLocations();
     for (qsizetype i = 0; i + 1 < locations.size(); ++i) {
@@ -150,7 +150,8 @@ void ZORGeoLimitBuckets::Collector::AddCurve(const ZORGeoCurveOnSurface* curve, 
             || AddSegment(locations[i + 1].triangle - 1, locations[i].point, locations[i + 1].point);
         if (!isHeld)
             throw ZORSysException(
-                Processor::tr("segment %1 of limit curve %2 is not within a triangle").arg(i).arg(number));
+                ZORGeoCurveOnSurfaceProcessor::tr("segment %1 of limit curve %2 is not within a triangle")
+                    .arg(QString::number(i), QString::number(number)));
     }
 }
 
