@@ -9,17 +9,6 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORTopology/ZORTopBody.h>
 
-#include <QCoreApplication>
-
-namespace {
-
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORTopFactory", text);
-}
-
-} // namespace
-
 ZORTopFactory::ZORTopFactory(ZORGeoContainer* container)
     : m_container(container)
 {
@@ -32,7 +21,7 @@ ZORTopBody* ZORTopFactory::CreateCurve(const ZORGeoCurve* curve, double toleranc
 {
     ZOR_TRACE_CALL(curve, tolerance);
     if (!curve)
-        throw ZORSysException(Translate("curve is null"));
+        throw ZORSysException(tr("curve is null"));
     return Create(curve, tolerance);
 }
 
@@ -40,7 +29,7 @@ ZORTopBody* ZORTopFactory::CreateSurface(const ZORGeoSurface* surface, double to
 {
     ZOR_TRACE_CALL(surface, tolerance);
     if (!surface)
-        throw ZORSysException(Translate("surface is null"));
+        throw ZORSysException(tr("surface is null"));
     return Create(surface, tolerance);
 }
 
@@ -48,9 +37,9 @@ ZORTopBody* ZORTopFactory::Project(const ZORTopBody* support, const ZORTopBody* 
 {
     ZOR_TRACE_CALL(support, projected);
     if (!support)
-        throw ZORSysException(Translate("support is null"));
+        throw ZORSysException(tr("support is null"));
     if (!projected)
-        throw ZORSysException(Translate("projected body is null"));
+        throw ZORSysException(tr("projected body is null"));
     RequireContainer();
     const int dimension = projected->GetDimension();
     const auto* const surface = qobject_cast<const ZORGeoSurface*>(support->GetGeometry());
@@ -71,7 +60,7 @@ ZORTopBody* ZORTopFactory::Project(const ZORTopBody* support, const ZORTopBody* 
 void ZORTopFactory::RequireContainer() const
 {
     if (!m_container)
-        throw ZORSysException(Translate("geometry has no container"));
+        throw ZORSysException(tr("geometry has no container"));
 }
 
 ZORTopBody* ZORTopFactory::Create(const ZORGeoGeometry* geometry, double tolerance)

@@ -4,6 +4,7 @@
 
 #include <ZORTopology/ZORTopologyGlobal.h>
 
+#include <QCoreApplication>
 #include <QPointer>
 
 class ZORGeoContainer;
@@ -18,6 +19,8 @@ class ZORTopBody;
 /// throws or returns null leaves nothing behind.
 class ZORTOPOLOGY_EXPORT ZORTopFactory
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORTopFactory)
+
 public:
     /// \param container  owner of the bodies; not owned
     explicit ZORTopFactory(ZORGeoContainer* container);

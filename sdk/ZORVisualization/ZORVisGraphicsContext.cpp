@@ -37,7 +37,7 @@ void LogCoinMessage(const SoError* error, void*)
 
 QString EglError()
 {
-    return QStringLiteral("EGL error 0x%1").arg(eglGetError(), 4, 16, QLatin1Char('0'));
+    return ZORVisGraphicsContext::tr("EGL error 0x%1").arg(eglGetError(), 4, 16, QLatin1Char('0'));
 }
 
 QString GlString(GLenum name)
@@ -81,37 +81,39 @@ public:
     int samples = 1;
     bool software = false;
     QStringList reasons;
-    QString description = QStringLiteral("software drawing");
+    QString description; // empty for software drawing
 };
 
 void ZORVisGraphicsContext::Private::Create()
 {
     if (qEnvironmentVariableIntValue("ZOR_NO_GRAPHICS") == 1) {
-        reasons << QStringLiteral("graphics are switched off by the environment variable ZOR_NO_GRAPHICS");
+        reasons << ZORVisGraphicsContext::tr(
+            "graphics are switched off by the environment variable ZOR_NO_GRAPHICS");
         return;
     }
     // Drivers do not survive the end of the memory, and software drawing reserves most addresses of all.
     if (const qint64 available = ZORSysMemory::GetAvailableAddresses(); available < neededAddresses) {
         const auto [needed, left] = ZORSysMemory::FormatSizes(neededAddresses, available);
-        reasons << QStringLiteral("graphics need %1 of address space, only %2 are left").arg(needed, left);
+        reasons << ZORVisGraphicsContext::tr("graphics need %1 of address space, only %2 are left")
+                       .arg(needed, left);
         return;
     }
     thread = QThread::currentThreadId();
 
-    bool made = TryDisplay(QStringLiteral("EGL without surface"),
+    bool made = TryDisplay(ZORVisGraphicsContext::tr("EGL without surface"),
                            eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr),
                            Target::NoSurface);
     if (!made) {
         const QList<EGLDeviceEXT> devices = FindDevices();
         for (int i = 0; !made && i < devices.size(); ++i) {
-            made = TryDisplay(QStringLiteral("EGL device %1").arg(i),
+            made = TryDisplay(ZORVisGraphicsContext::tr("EGL device %1").arg(i),
                               eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, devices[i], nullptr),
                               Target::NoSurface);
         }
     }
     if (!made)
-        made = TryDisplay(QStringLiteral("EGL default display"), eglGetDisplay(EGL_DEFAULT_DISPLAY),
-                          Target::Surface);
+        made = TryDisplay(ZORVisGraphicsContext::tr("EGL default display"),
+                          eglGetDisplay(EGL_DEFAULT_DISPLAY), Target::Surface);
     if (!made)
         return;
 
@@ -128,20 +130,19 @@ bool ZORVisGraphicsContext::Private::TryDisplay(const QString& name, EGLDisplay 
         return false;
     };
     if (candidate == EGL_NO_DISPLAY)
-        return fail(QStringLiteral("no such display"));
+        return fail(ZORVisGraphicsContext::tr("no such display"));
     EGLint major = 0;
     EGLint minor = 0;
     if (!eglInitialize(candidate, &major, &minor))
-        return fail(QStringLiteral("cannot be initialised, ") + EglError());
+        return fail(ZORVisGraphicsContext::tr("cannot be initialised, %1").arg(EglError()));
     display = candidate;
     QString reason = CreateContext(target);
     if (reason.isEmpty())
         reason = ReadLimits();
     if (!reason.isEmpty())
         return fail(reason);
-    description = QStringLiteral("%1; %2; OpenGL %3; %4 samples per pixel")
-                      .arg(name, GlString(GL_RENDERER), GlString(GL_VERSION))
-                      .arg(samples);
+    description = ZORVisGraphicsContext::tr("%1; %2; OpenGL %3; %4 samples per pixel")
+                      .arg(name, GlString(GL_RENDERER), GlString(GL_VERSION), QString::number(samples));
     return true;
 }
 
@@ -149,24 +150,24 @@ bool ZORVisGraphicsContext::Private::TryDisplay(const QString& name, EGLDisplay 
 QString ZORVisGraphicsContext::Private::CreateContext(Target target)
 {
     if (!eglBindAPI(EGL_OPENGL_API))
-        return QStringLiteral("no desktop OpenGL");
+        return ZORVisGraphicsContext::tr("no desktop OpenGL");
     EGLConfig config = EGL_NO_CONFIG_KHR;
     if (target == Target::Surface) {
         const std::array<EGLint, 5> wanted = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE,
                                               EGL_OPENGL_BIT, EGL_NONE};
         EGLint count = 0;
         if (!eglChooseConfig(display, wanted.data(), &config, 1, &count) || count == 0)
-            return QStringLiteral("no configuration for desktop OpenGL");
+            return ZORVisGraphicsContext::tr("no configuration for desktop OpenGL");
         const std::array<EGLint, 5> size = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
         surface = eglCreatePbufferSurface(display, config, size.data());
         if (surface == EGL_NO_SURFACE)
-            return QStringLiteral("no buffer, ") + EglError();
+            return ZORVisGraphicsContext::tr("no buffer, %1").arg(EglError());
     }
     context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
     if (context == EGL_NO_CONTEXT)
-        return QStringLiteral("no context, ") + EglError();
+        return ZORVisGraphicsContext::tr("no context, %1").arg(EglError());
     if (!eglMakeCurrent(display, surface, surface, context))
-        return QStringLiteral("the context cannot be made current, ") + EglError();
+        return ZORVisGraphicsContext::tr("the context cannot be made current, %1").arg(EglError());
     return {};
 }
 
@@ -175,10 +176,10 @@ QString ZORVisGraphicsContext::Private::ReadLimits()
 {
     const QString version = GlString(GL_VERSION);
     if (version.section(QLatin1Char('.'), 0, 0).toInt() < 3)
-        return QStringLiteral("OpenGL 3.0 is needed, this is \"%1\"").arg(version);
+        return ZORVisGraphicsContext::tr("OpenGL 3.0 is needed, this is \"%1\"").arg(version);
     glMatrixMode(GL_MODELVIEW); // an error in core profiles
     if (glGetError() != GL_NO_ERROR)
-        return QStringLiteral("no compatibility profile of OpenGL");
+        return ZORVisGraphicsContext::tr("no compatibility profile of OpenGL");
     GLint renderbufferSize = 0;
     std::array<GLint, 2> viewportSize = {0, 0};
     GLint maximumSamples = 0;
@@ -190,7 +191,7 @@ QString ZORVisGraphicsContext::Private::ReadLimits()
                || renderer.contains(QStringLiteral("swrast"));
     maximumSize = std::min({renderbufferSize, viewportSize[0], viewportSize[1]});
     samples = std::clamp(maximumSamples, 1, wantedSamples);
-    return maximumSize > 0 ? QString() : QStringLiteral("no framebuffers");
+    return maximumSize > 0 ? QString() : ZORVisGraphicsContext::tr("no framebuffers");
 }
 
 void ZORVisGraphicsContext::Private::Release()
@@ -235,7 +236,7 @@ QString ZORVisGraphicsContext::GetFailureReason() const
 
 QString ZORVisGraphicsContext::GetDescription() const
 {
-    return d->description;
+    return d->description.isEmpty() ? tr("software drawing") : d->description;
 }
 
 bool ZORVisGraphicsContext::MakeCurrent() const

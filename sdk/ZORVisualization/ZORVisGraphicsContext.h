@@ -4,6 +4,7 @@
 
 #include <ZORVisualization/ZORVisualizationGlobal.h>
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <memory>
@@ -13,6 +14,8 @@
 /// (RLIMIT_AS) that leaves less than 1 GiB: drivers do not survive the end of the memory.
 class ZORVISUALIZATION_EXPORT ZORVisGraphicsContext
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORVisGraphicsContext)
+
 public:
     static ZORVisGraphicsContext* GetInstance();
     Q_DISABLE_COPY_MOVE(ZORVisGraphicsContext)

@@ -5,6 +5,7 @@
 #include <ZORVisualization/ZORVisualizationGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -22,6 +23,8 @@ class ZORVisStrokeFont;
 /// acknowledgements must accompany the font data.
 class ZORVISUALIZATION_EXPORT ZORVisVectorFont
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORVisVectorFont)
+
 public:
     /// Reads the font the first time that it is asked for, some 0.1 ms.
     /// \param name  one of GetFontNames(); any other name, also the empty one, stands for the first of them

@@ -4,8 +4,6 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <cmath>
 
@@ -38,11 +36,6 @@ Code KnownOrFirst(Code code, Code last)
     return code >= 0 && code <= last ? code : Code();
 }
 
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORVisVectorText", text);
-}
-
 } // namespace
 
 ZORVisVectorText::ZORVisVectorText()
@@ -64,29 +57,29 @@ QString ZORVisVectorText::GetAnchorLabel(Anchor anchor)
 {
     switch (anchor) {
     case BaselineLeft:
-        return Translate("Baseline Left");
+        return tr("Baseline Left");
     case BaselineCenter:
-        return Translate("Baseline Center");
+        return tr("Baseline Center");
     case BaselineRight:
-        return Translate("Baseline Right");
+        return tr("Baseline Right");
     case BottomLeft:
-        return Translate("Bottom Left");
+        return tr("Bottom Left");
     case BottomCenter:
-        return Translate("Bottom Center");
+        return tr("Bottom Center");
     case BottomRight:
-        return Translate("Bottom Right");
+        return tr("Bottom Right");
     case MiddleLeft:
-        return Translate("Middle Left");
+        return tr("Middle Left");
     case MiddleCenter:
-        return Translate("Middle Center");
+        return tr("Middle Center");
     case MiddleRight:
-        return Translate("Middle Right");
+        return tr("Middle Right");
     case TopLeft:
-        return Translate("Top Left");
+        return tr("Top Left");
     case TopCenter:
-        return Translate("Top Center");
+        return tr("Top Center");
     case TopRight:
-        return Translate("Top Right");
+        return tr("Top Right");
     }
     return {};
 }
@@ -100,9 +93,9 @@ QString ZORVisVectorText::GetOrientationLabel(Orientation orientation)
 {
     switch (orientation) {
     case Horizontal:
-        return Translate("Horizontal");
+        return tr("Horizontal");
     case Vertical:
-        return Translate("Vertical");
+        return tr("Vertical");
     }
     return {};
 }
@@ -116,13 +109,13 @@ QString ZORVisVectorText::GetJustificationLabel(Justification justification)
 {
     switch (justification) {
     case Left:
-        return Translate("Left");
+        return tr("Left");
     case Center:
-        return Translate("Center");
+        return tr("Center");
     case Right:
-        return Translate("Right");
+        return tr("Right");
     case Block:
-        return Translate("Block");
+        return tr("Block");
     }
     return {};
 }

@@ -6,6 +6,7 @@
 #include <ZORVisualization/ZORVisVectorFont.h>
 #include <ZORVisualization/ZORVisualizationGlobal.h>
 
+#include <QCoreApplication>
 #include <QFlags>
 #include <QList>
 #include <QSharedDataPointer>
@@ -30,6 +31,8 @@ class ZORVisVectorTextData;
 /// text by half a turn.
 class ZORVISUALIZATION_EXPORT ZORVisVectorText
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORVisVectorText)
+
 public:
     /// The place of the text's box that lies at the origin of the plane. Left and right are the ends of
     /// the longest line. The baseline is that of the first line, the top the upper edge of its capitals; the

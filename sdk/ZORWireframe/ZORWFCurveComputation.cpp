@@ -28,10 +28,11 @@ Location LocationOf(const ZORFeatGeometry* feature, const ZORGeoSurface* surface
 {
     const auto* point = ZORFeatShapeOf<ZORGeoPoint>(feature);
     if (!point)
-        throw ZORSysException(Computation::tr("the %1 is no point").arg(name));
+        throw ZORSysException(ZORWFCurveOnSupport::tr("the %1 is no point").arg(name));
     const Location location = ZORGeoOnSurface::Locate(*point, *surface);
     if (location.IsNull())
-        throw ZORSysException(Computation::tr("the %1 cannot be projected onto the support").arg(name));
+        throw ZORSysException(
+            ZORWFCurveOnSupport::tr("the %1 cannot be projected onto the support").arg(name));
     return location;
 }
 
@@ -43,8 +44,8 @@ ZORGeoCurveOnSurfaceLimits LimitsOf(const QList<Computation::Input>& features, c
             continue;
         const auto* curve = ZORFeatShapeOf<ZORGeoCurveOnSurface>(feature);
         if (!curve || curve->GetSurface() != surface)
-            throw ZORSysException(
-                Computation::tr("the limit '%1' is no curve on the support").arg(feature->GetLabel()));
+            throw ZORSysException(ZORWFCurveOnSupport::tr("the limit '%1' is no curve on the support")
+                                      .arg(feature->GetLabel()));
         curves.append(curve);
     }
     ZORGeoCurveOnSurfaceLimits limits;
@@ -75,17 +76,18 @@ QList<Location> Computation::Run() const
 {
     const auto* surface = ZORFeatShapeOf<ZORGeoSurface>(support);
     if (!surface)
-        throw ZORSysException(tr("the support is no surface"));
-    const Location start = LocationOf(startPoint, surface, tr("start point"));
+        throw ZORSysException(ZORWFCurveOnSupport::tr("the support is no surface"));
+    const Location start = LocationOf(startPoint, surface, ZORWFCurveOnSupport::tr("start point"));
     if (method != ZORWFCurveOnSupport::PointToPoint)
         return RunDirected(surface, start);
 
-    const Location end = LocationOf(endPoint, surface, tr("end point"));
+    const Location end = LocationOf(endPoint, surface, ZORWFCurveOnSupport::tr("end point"));
     const double unbounded = std::numeric_limits<double>::infinity();
     const QList<Location> locations =
         Processor(surface, unbounded, unbounded).ComputePointToPoint(start, end).GetLocations();
     if (locations.isEmpty())
-        throw ZORSysException(tr("the support does not connect the start point with the end point"));
+        throw ZORSysException(
+            ZORWFCurveOnSupport::tr("the support does not connect the start point with the end point"));
     return locations;
 }
 
@@ -101,7 +103,8 @@ QList<Location> Computation::RunDirected(const ZORGeoSurface* surface, const Loc
 
     const QList<Location> locations = processor.ComputeConstantAngle(start, vector, turn).GetLocations();
     if (locations.size() == 1 && IsPerpendicularTo(start, vector))
-        throw ZORSysException(tr("the direction is perpendicular to the support at the start point"));
+        throw ZORSysException(
+            ZORWFCurveOnSupport::tr("the direction is perpendicular to the support at the start point"));
     return locations;
 }
 
@@ -116,16 +119,16 @@ ZORMathVector Computation::GetDirectionAt(const Location& start) const
     if (const auto* point = qobject_cast<const ZORGeoPoint*>(geometry)) {
         const ZORMathVector vector = point->GetMathPoint() - start.point;
         if (vector.GetLength() == 0)
-            throw ZORSysException(tr("the point of the direction is the start point"));
+            throw ZORSysException(ZORWFCurveOnSupport::tr("the point of the direction is the start point"));
         return vector.GetNormalized();
     }
     const auto* curve = qobject_cast<const ZORGeoCurve*>(geometry);
     if (!curve)
-        throw ZORSysException(tr("the direction is neither a curve nor a point"));
+        throw ZORSysException(ZORWFCurveOnSupport::tr("the direction is neither a curve nor a point"));
     const int numPoints = curve->GetNumPoints();
     const ZORMathVector vector =
         numPoints < 2 ? ZORMathVector() : curve->GetPoint(numPoints - 1) - curve->GetPoint(0);
     if (vector.GetLength() == 0)
-        throw ZORSysException(tr("the curve of the direction ends where it starts"));
+        throw ZORSysException(ZORWFCurveOnSupport::tr("the curve of the direction ends where it starts"));
     return vector.GetNormalized();
 }

@@ -7,7 +7,6 @@
 #include <ZORGeometry/ZORGeoReference.h>
 #include <ZORWireframe/ZORWFCurveOnSupport.h>
 
-#include <QCoreApplication>
 #include <QList>
 
 #include <limits>
@@ -18,9 +17,6 @@ class ZORMathVector;
 /// What a ZORWFCurveOnSupport is computed from.
 struct ZORWFCurveComputation
 {
-    Q_DECLARE_TR_FUNCTIONS(ZORWFCurveOnSupport)
-
-public:
     using Input = ZORGeoReference<ZORFeatGeometry>;
     using Method = ZORWFCurveOnSupport::ComputationMethod;
 

@@ -92,8 +92,9 @@ void DrawSymbol(QPainter& painter, ZORVisOptions::PointSymbol symbol, const QCol
 
 QImage ZORVisMarkers::GetImage(ZORVisOptions::PointSymbol symbol, const QColor& color, double ratio)
 {
-    const QString key =
-        QStringLiteral("%1 %2 %3").arg(int(symbol)).arg(color.rgba(), 0, 16).arg(ratio, 0, 'g', 17);
+    const QString key = QStringLiteral("%1 %2 %3")
+                            .arg(QString::number(int(symbol)), QString::number(color.rgba(), 16),
+                                 QString::number(ratio, 'g', 17));
     if (const auto found = m_images.constFind(key); found != m_images.cend())
         return *found;
     if (m_images.size() >= largestCache)

@@ -1,8 +1,7 @@
 #include "ZORVisStrokeFont_p.h"
 
 #include <ZORSystem/ZORSysException.h>
-
-#include <QCoreApplication>
+#include <ZORVisualization/ZORVisVectorFont.h>
 
 namespace {
 
@@ -66,8 +65,7 @@ public:
 private:
     [[noreturn]] void Fail() const
     {
-        throw ZORSysException(
-            QCoreApplication::translate("ZORVisVectorFont", "vector font record %1 is damaged").arg(m_index));
+        throw ZORSysException(ZORVisVectorFont::tr("vector font record %1 is damaged").arg(m_index));
     }
 
     /// A number that is right-aligned in \a width columns.
