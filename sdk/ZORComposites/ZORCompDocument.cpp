@@ -4,8 +4,6 @@
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 #include <cmath>
 
 namespace {
@@ -14,9 +12,6 @@ using Document = ZORCompDocument;
 
 struct Checker
 {
-    Q_DECLARE_TR_FUNCTIONS(ZORCompDocument)
-
-public:
     const Document& document;
 
     static void CheckIndex(int index, qsizetype count, const QString& message)
@@ -26,11 +21,11 @@ public:
     }
     void CheckLayup(int index) const
     {
-        CheckIndex(index, document.layups.size(), tr("there is no layup %1"));
+        CheckIndex(index, document.layups.size(), ZORCompDocument::tr("there is no layup %1"));
     }
     void CheckRosette(int index) const
     {
-        CheckIndex(index, document.rosettes.size(), tr("there is no rosette %1"));
+        CheckIndex(index, document.rosettes.size(), ZORCompDocument::tr("there is no rosette %1"));
     }
 
     void Check(const Document::Material& material) const { material.properties.Check(); }
@@ -49,7 +44,7 @@ public:
         CheckRosette(layup.rosette);
         for (const Document::Component& sequence : layup.sequences) {
             if (sequence.kind != Document::Component::Sequence)
-                throw ZORSysException(tr("a layup has no plies of its own"));
+                throw ZORSysException(ZORCompDocument::tr("a layup has no plies of its own"));
             Check(sequence, 1);
         }
     }
@@ -61,21 +56,21 @@ public:
             return;
         }
         if (depth > Document::MaximumDepth)
-            throw ZORSysException(tr("sequences are nested more than %1 deep").arg(Document::MaximumDepth));
+            throw ZORSysException(Document::DescribeTooDeep());
         for (const Document::Component& inner : component.components)
             Check(inner, depth + 1);
     }
     void CheckPly(const Document::Component& ply) const
     {
-        CheckIndex(ply.material, document.materials.size(), tr("there is no material %1"));
+        CheckIndex(ply.material, document.materials.size(), ZORCompDocument::tr("there is no material %1"));
         if (!std::isfinite(ply.angle))
-            throw ZORSysException(tr("the angle is not finite"));
+            throw ZORSysException(ZORCompDocument::tr("the angle is not finite"));
         for (const int boundary : ply.boundaries) {
             CheckIndex(boundary < 0 ? int(document.contours.size()) : boundary, document.contours.size(),
-                       tr("there is no contour %1"));
+                       ZORCompDocument::tr("there is no contour %1"));
         }
         if (!ply.components.isEmpty())
-            throw ZORSysException(tr("a ply has no components"));
+            throw ZORSysException(ZORCompDocument::tr("a ply has no components"));
     }
 
     template<class Part>
@@ -85,7 +80,8 @@ public:
             try {
                 Check(parts.at(i));
             } catch (const ZORSysException& exception) {
-                throw ZORSysException(tr("%1 %2: %3").arg(kind).arg(i).arg(exception.GetMessage()));
+                throw ZORSysException(
+                    ZORCompDocument::tr("%1 %2: %3").arg(kind, QString::number(i), exception.GetMessage()));
             }
         }
     }
@@ -96,8 +92,13 @@ public:
 void ZORCompDocument::Check() const
 {
     const Checker checker{*this};
-    checker.CheckAll(materials, Checker::tr("material"));
-    checker.CheckAll(rosettes, Checker::tr("rosette"));
-    checker.CheckAll(contours, Checker::tr("contour"));
-    checker.CheckAll(layups, Checker::tr("layup"));
+    checker.CheckAll(materials, tr("material"));
+    checker.CheckAll(rosettes, tr("rosette"));
+    checker.CheckAll(contours, tr("contour"));
+    checker.CheckAll(layups, tr("layup"));
+}
+
+QString ZORCompDocument::DescribeTooDeep()
+{
+    return tr("sequences are nested more than %1 deep").arg(MaximumDepth);
 }

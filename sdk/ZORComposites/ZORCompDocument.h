@@ -8,6 +8,7 @@
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORMathematics/ZORMathVector.h>
 
+#include <QCoreApplication>
 #include <QJsonObject>
 #include <QList>
 #include <QString>
@@ -17,6 +18,9 @@
 /// default label. Attributes are those of ZORCompAttributed.
 struct ZORCOMPOSITES_EXPORT ZORCompDocument
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompDocument)
+
+public:
     struct Material
     {
         QString name;
@@ -92,6 +96,8 @@ struct ZORCOMPOSITES_EXPORT ZORCompDocument
     ///         "sequences are nested more than %1 deep", "point %1 of the curve is not finite or too far away",
     ///         and the messages of ZORCompMaterialProperties and ZORCompRosette
     void Check() const;
+    /// Returns what is wrong with more than MaximumDepth levels: "sequences are nested more than %1 deep".
+    static QString DescribeTooDeep();
 
     friend bool operator==(const ZORCompDocument&, const ZORCompDocument&) = default;
 };

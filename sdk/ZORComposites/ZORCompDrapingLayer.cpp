@@ -142,10 +142,10 @@ ZORGeoLocationOnSurface LocationOf(const ZORGeoGeometry* seed, const ZORGeoSurfa
 {
     const auto* point = ZORFeatShapeOf<ZORGeoPoint>(seed);
     if (!point)
-        throw ZORSysException(Layer::tr("the seed is no point"));
+        throw ZORSysException(ZORCompDrapingLayer::tr("the seed is no point"));
     const ZORGeoLocationOnSurface location = ZORGeoOnSurface::Locate(*point, *surface);
     if (location.IsNull())
-        throw ZORSysException(Layer::tr("the seed cannot be projected onto the surface"));
+        throw ZORSysException(ZORCompDrapingLayer::tr("the seed cannot be projected onto the surface"));
     return location;
 }
 
@@ -312,7 +312,7 @@ ZORFeatShape Layer::Compute() const
 {
     const auto* surface = ZORFeatShapeOf<ZORGeoSurface>(GetSurface());
     if (!surface)
-        throw ZORSysException(tr("the surface of the layer is no surface"));
+        throw ZORSysException(ZORCompDrapingLayer::tr("the surface of the layer is no surface"));
     const ZORGeoLocationOnSurface seed = LocationOf(GetSeed(), surface);
     const ZORMathVector direction = GetRosette() ? GetRosette()->GetXAxis() : GetDirection();
     const ZORCompKinematicDraping draping(surface, GetStrategy()->GetParameters());

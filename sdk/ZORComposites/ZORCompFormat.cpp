@@ -3,14 +3,7 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 namespace {
-
-struct Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(ZORCompFormat)
-};
 
 // Never destroyed: registrations with static storage may end later than any static list.
 QList<const ZORCompFormat*>& Registered()
@@ -41,8 +34,7 @@ bool ZORCompFormat::CanWrite() const
 
 QByteArray ZORCompFormat::Write(const ZORCompDocument&) const
 {
-    throw ZORSysException(
-        Texts::tr("composites format '%1' cannot be written").arg(QString::fromUtf8(GetId())));
+    throw ZORSysException(tr("composites format '%1' cannot be written").arg(QString::fromUtf8(GetId())));
 }
 
 QList<const ZORCompFormat*> ZORCompFormat::GetFormats()
@@ -59,7 +51,7 @@ const ZORCompFormat& ZORCompFormat::Find(const QByteArray& id)
 {
     const ZORCompFormat* const format = FindRegistered(id);
     if (!format)
-        throw ZORSysException(Texts::tr("composites format '%1' is unknown").arg(QString::fromUtf8(id)));
+        throw ZORSysException(tr("composites format '%1' is unknown").arg(QString::fromUtf8(id)));
     return *format;
 }
 

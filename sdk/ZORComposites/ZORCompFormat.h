@@ -7,6 +7,7 @@
 #include <ZORComposites/ZORCompositesGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -17,6 +18,8 @@
 ///           one thread, or to the loading of libraries.
 class ZORCOMPOSITES_EXPORT ZORCompFormat
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompFormat)
+
 public:
     virtual ~ZORCompFormat();
     Q_DISABLE_COPY_MOVE(ZORCompFormat)

@@ -74,6 +74,6 @@ QString ZORCompMaterialLibrary::GetUniqueMaterialName(const QString& wanted) con
 {
     QString name = wanted;
     for (int number = 2; FindMaterial(name); ++number)
-        name = QStringLiteral("%1.%2").arg(wanted).arg(number);
+        name = QStringLiteral("%1.%2").arg(wanted, QString::number(number));
     return name;
 }

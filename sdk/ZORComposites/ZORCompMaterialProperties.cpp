@@ -3,8 +3,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 #include <cmath>
 
 using Properties = ZORCompMaterialProperties;
@@ -25,11 +23,6 @@ const ZORCompMaterialProperties::Number ZORCompMaterialProperties::Numbers[NumNu
 
 namespace {
 
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORCompMaterialProperties", text);
-}
-
 void CheckNumber(const Properties::Number& number, double value)
 {
     if (std::isnan(value))
@@ -37,23 +30,20 @@ void CheckNumber(const Properties::Number& number, double value)
     const QLatin1String name(number.name);
     if (std::isinf(value))
         throw ZORSysException(
-            Tr(QT_TRANSLATE_NOOP("ZORCompMaterialProperties", "material property '%1' is not finite"))
-                .arg(name));
+            ZORCompMaterialProperties::tr("material property '%1' is not finite").arg(name));
     if (number.member == &Properties::v12)
         return;
     const bool mayBeZero = number.member == &Properties::permeability1
                            || number.member == &Properties::permeability2
                            || number.member == &Properties::permeability3;
     if (mayBeZero && value < 0)
-        throw ZORSysException(Tr(QT_TRANSLATE_NOOP("ZORCompMaterialProperties",
-                                                   "material property '%1' is %2, but must not be negative"))
-                                  .arg(name)
-                                  .arg(value));
+        throw ZORSysException(
+            ZORCompMaterialProperties::tr("material property '%1' is %2, but must not be negative")
+                .arg(name, QString::number(value)));
     if (!mayBeZero && value <= 0)
-        throw ZORSysException(Tr(QT_TRANSLATE_NOOP("ZORCompMaterialProperties",
-                                                   "material property '%1' is %2, but must be positive"))
-                                  .arg(name)
-                                  .arg(value));
+        throw ZORSysException(
+            ZORCompMaterialProperties::tr("material property '%1' is %2, but must be positive")
+                .arg(name, QString::number(value)));
 }
 
 } // namespace

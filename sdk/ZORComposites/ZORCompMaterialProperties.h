@@ -4,6 +4,7 @@
 
 #include <ZORComposites/ZORCompositesGlobal.h>
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <limits>
@@ -12,6 +13,9 @@
 /// across them in the ply, 3 through its thickness.
 struct ZORCOMPOSITES_EXPORT ZORCompMaterialProperties
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompMaterialProperties)
+
+public:
     static constexpr double Unknown = std::numeric_limits<double>::quiet_NaN();
 
     QString type;                   // "CFRP", "GFRP" ...; any text

@@ -6,7 +6,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QPointer>
 
@@ -16,19 +15,14 @@ namespace {
 
 Q_LOGGING_CATEGORY(ZorCompositesLog, "zor.composites")
 
-struct Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(ZORCompReadProcessor)
-};
-
 void Log(const ZORCompReadReport& report, const QString& source)
 {
     for (auto it = report.kept.begin(); it != report.kept.end(); ++it) {
-        qCInfo(ZorCompositesLog).noquote()
-            << Texts::tr("'%1': kept as attributes: %2 (%3)").arg(source, it.key()).arg(it.value());
+        qCInfo(ZorCompositesLog).noquote() << ZORCompReadProcessor::tr("'%1': kept as attributes: %2 (%3)")
+                                                  .arg(source, it.key(), QString::number(it.value()));
     }
     for (const QString& warning : report.warnings)
-        qCWarning(ZorCompositesLog).noquote() << Texts::tr("'%1': %2").arg(source, warning);
+        qCWarning(ZorCompositesLog).noquote() << ZORCompReadProcessor::tr("'%1': %2").arg(source, warning);
 }
 
 } // namespace
@@ -54,7 +48,7 @@ ZORCompReadProcessor::ZORCompReadProcessor(ZORCompRoot* root, bool replaces)
 {
     ZOR_TRACE_CALL(root, replaces);
     if (!root)
-        throw ZORSysException(Texts::tr("composites root is null"));
+        throw ZORSysException(tr("composites root is null"));
     d_ptr->root = root;
     d_ptr->replaces = replaces;
 }
@@ -76,7 +70,7 @@ void ZORCompReadProcessor::Finalize()
     if (staged.isEmpty())
         return;
     if (!d_ptr->root)
-        throw ZORSysException(Texts::tr("the composites root does not exist any more"));
+        throw ZORSysException(tr("the composites root does not exist any more"));
     ZORCompDocumentBuilder builder(d_ptr->root, d_ptr->replaces);
     for (ZORCompReadProcessorPrivate::Staged& each : staged)
         builder.Build(each.document, each.source, each.report);

@@ -6,6 +6,8 @@
 #include <ZORComposites/ZORCompReadReport.h>
 #include <ZORComposites/ZORCompositesGlobal.h>
 
+#include <QCoreApplication>
+
 #include <memory>
 
 class ZORCompReadProcessorPrivate;
@@ -19,6 +21,8 @@ class ZORCompRoot;
 ///            gives the materials of the library the properties and attributes of those of the same name.
 class ZORCOMPOSITES_EXPORT ZORCompReadProcessor
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompReadProcessor)
+
 public:
     /// \param root      not owned; receives the features in Finalize()
     /// \param replaces  false: everything is added to what is there

@@ -1,16 +1,5 @@
 #include "ZORCompReadReport.h"
 
-#include <QCoreApplication>
-
-namespace {
-
-struct Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(ZORCompReadReport)
-};
-
-} // namespace
-
 void ZORCompReadReport::Add(const ZORCompReadReport& other)
 {
     numMaterials += other.numMaterials;
@@ -27,16 +16,13 @@ void ZORCompReadReport::Add(const ZORCompReadReport& other)
 QString ZORCompReadReport::ToString() const
 {
     QStringList lines;
-    lines.append(Texts::tr("%1 layups, %2 sequences, %3 plies, %4 materials, %5 rosettes, %6 contours")
-                     .arg(numLayups)
-                     .arg(numSequences)
-                     .arg(numPlies)
-                     .arg(numMaterials)
-                     .arg(numRosettes)
-                     .arg(numContours));
+    lines.append(tr("%1 layups, %2 sequences, %3 plies, %4 materials, %5 rosettes, %6 contours")
+                     .arg(QString::number(numLayups), QString::number(numSequences),
+                          QString::number(numPlies), QString::number(numMaterials),
+                          QString::number(numRosettes), QString::number(numContours)));
     for (auto it = kept.begin(); it != kept.end(); ++it)
-        lines.append(Texts::tr("kept as attributes: %1 (%2)").arg(it.key()).arg(it.value()));
+        lines.append(tr("kept as attributes: %1 (%2)").arg(it.key(), QString::number(it.value())));
     for (const QString& warning : warnings)
-        lines.append(Texts::tr("warning: %1").arg(warning));
+        lines.append(tr("warning: %1").arg(warning));
     return lines.join(QLatin1Char('\n'));
 }

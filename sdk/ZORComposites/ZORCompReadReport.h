@@ -4,6 +4,7 @@
 
 #include <ZORComposites/ZORCompositesGlobal.h>
 
+#include <QCoreApplication>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -11,6 +12,9 @@
 /// Counts of what was made, and all that people should know about the rest.
 struct ZORCOMPOSITES_EXPORT ZORCompReadReport
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompReadReport)
+
+public:
     int numMaterials = 0; // made; those that the library had already do not count
     int numLayups = 0;
     int numSequences = 0;

@@ -7,17 +7,11 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace {
 
 constexpr qint64 MaximumSize = qint64(1) << 30; // bytes; what the parsers make of a file is many times larger
-
-struct Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(ZORCompReader)
-};
 
 QByteArray ReadAll(const QString& fileName)
 {
@@ -25,7 +19,7 @@ QByteArray ReadAll(const QString& fileName)
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(fileName, file.errorString());
     if (file.size() > MaximumSize)
-        throw ZORSysException(Texts::tr("the file is larger than %1 bytes").arg(MaximumSize));
+        throw ZORSysException(ZORCompReader::tr("the file is larger than %1 bytes").arg(MaximumSize));
     QByteArray content = file.readAll();
     if (file.error() != QFile::NoError)
         throw ZORSysException(file.errorString());
@@ -68,7 +62,7 @@ void ZORCompReader::Read(ZORCompReadProcessor* processor) const
 {
     ZOR_TRACE_CALL(processor);
     if (!processor)
-        throw ZORSysException(Texts::tr("read processor is null"));
+        throw ZORSysException(tr("read processor is null"));
     const ZORCompFormat& format = ZORCompFormat::Find(m_format);
     try {
         ZORSysMemory::Read(m_file, EstimateMemory(m_file), [&] {
@@ -79,6 +73,6 @@ void ZORCompReader::Read(ZORCompReadProcessor* processor) const
     } catch (const ZORSysFileException&) {
         throw;
     } catch (const ZORSysException& exception) {
-        throw ZORSysFileException(Texts::tr("cannot read '%1': %2").arg(m_file, exception.GetMessage()));
+        throw ZORSysFileException(tr("cannot read '%1': %2").arg(m_file, exception.GetMessage()));
     }
 }

@@ -5,6 +5,7 @@
 #include <ZORComposites/ZORCompositesGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -13,6 +14,8 @@ class ZORCompReadProcessor;
 /// A composites source file in one of the formats of the registry, see ZORCompFormat.
 class ZORCOMPOSITES_EXPORT ZORCompReader
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompReader)
+
 public:
     /// The identifiers of all formats, in the order of their registration: "compost-json", "layup-xml", then those
     /// of other libraries.

@@ -8,14 +8,7 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
-#include <QCoreApplication>
-
 namespace {
-
-struct Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(ZORCompWriter)
-};
 
 void Save(const QString& fileName, const QByteArray& content)
 {
@@ -48,15 +41,14 @@ ZORCompWriter::ZORCompWriter(const QString& file, const QByteArray& format)
 {
     ZOR_TRACE_CALL(file, QString::fromUtf8(format));
     if (!ZORCompFormat::Find(format).CanWrite())
-        throw ZORSysException(
-            Texts::tr("composites format '%1' cannot be written").arg(QString::fromUtf8(format)));
+        throw ZORSysException(tr("composites format '%1' cannot be written").arg(QString::fromUtf8(format)));
 }
 
 QStringList ZORCompWriter::Write(const ZORCompRoot* root) const
 {
     ZOR_TRACE_CALL(root);
     if (!root)
-        throw ZORSysException(Texts::tr("composites root is null"));
+        throw ZORSysException(tr("composites root is null"));
     const ZORCompFormat& format = ZORCompFormat::Find(m_format);
     try {
         const ZORCompDocumentCollector collector(*root);
@@ -65,6 +57,6 @@ QStringList ZORCompWriter::Write(const ZORCompRoot* root) const
     } catch (const ZORSysFileException&) {
         throw;
     } catch (const ZORSysException& exception) {
-        throw ZORSysFileException(Texts::tr("cannot write '%1': %2").arg(m_file, exception.GetMessage()));
+        throw ZORSysFileException(tr("cannot write '%1': %2").arg(m_file, exception.GetMessage()));
     }
 }

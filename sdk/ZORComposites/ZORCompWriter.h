@@ -5,6 +5,7 @@
 #include <ZORComposites/ZORCompositesGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -14,6 +15,8 @@ class ZORCompRoot;
 /// Writes what is below a composites root in one of the formats of the registry that can write.
 class ZORCOMPOSITES_EXPORT ZORCompWriter
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompWriter)
+
 public:
     /// The identifiers of the formats that can write, in the order of their registration: "layup-xml" first.
     static QList<QByteArray> GetSupportedFormats();

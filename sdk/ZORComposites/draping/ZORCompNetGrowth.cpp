@@ -1,5 +1,6 @@
 #include "ZORCompNetGrowth_p.h"
 
+#include <ZORComposites/ZORCompKinematicDraping.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
 #include <ZORSystem/ZORSysException.h>
 
@@ -178,7 +179,9 @@ ZORMathVector Growth::NormalAt(const Location& location, const ZORMathVector& li
 
 void Growth::ThrowTooManyNodes()
 {
-    throw ZORSysException(tr("the net would have more than %1 nodes, take a larger step").arg(maximumNodes));
+    throw ZORSysException(
+        ZORCompKinematicDraping::tr("the net would have more than %1 nodes, take a larger step")
+            .arg(maximumNodes));
 }
 
 void Growth::Place(const Node& node)

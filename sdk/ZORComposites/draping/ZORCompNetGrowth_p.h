@@ -9,7 +9,6 @@
 #include <ZORComposites/ZORCompDrapingNet.h>
 #include <ZORComposites/ZORCompStrategyParameters.h>
 
-#include <QCoreApplication>
 #include <queue>
 
 #include <array>
@@ -29,8 +28,6 @@
 /// prolongations to its neighbours.
 class ZORCompNetGrowth
 {
-    Q_DECLARE_TR_FUNCTIONS(ZORCompKinematicDraping)
-
 public:
     ZORCompNetGrowth(const ZORGeoSurface& surface, const ZORCompStrategyParameters& parameters);
 

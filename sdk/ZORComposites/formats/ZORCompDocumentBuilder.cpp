@@ -69,7 +69,8 @@ template<class Geometry>
 Geometry* ZORCompDocumentBuilder::Require(const QPointer<Geometry>& geometry) const
 {
     if (!geometry)
-        throw ZORSysException(tr("'%1' was removed while it was being read").arg(m_source));
+        throw ZORSysException(
+            ZORCompDocumentBuilder::tr("'%1' was removed while it was being read").arg(m_source));
     return geometry;
 }
 

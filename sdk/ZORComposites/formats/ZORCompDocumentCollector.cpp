@@ -98,7 +98,7 @@ QList<ZORCompDocument::Component> ZORCompDocumentCollector::CollectComponents(co
             continue;
         }
         if (depth > Document::MaximumDepth)
-            throw ZORSysException(tr("sequences are nested more than %1 deep").arg(Document::MaximumDepth));
+            throw ZORSysException(Document::DescribeTooDeep());
         Document::Component data;
         data.name = OwnLabelOf(*sequence);
         data.isActive = sequence->IsActive();

@@ -74,7 +74,7 @@ std::optional<ZORMathVector> TakeAxis(Fields& fields, const QString& vector, con
 
 QString ZorCompPathOf(const QString& list, int index)
 {
-    return QStringLiteral("%1[%2]").arg(list).arg(index);
+    return QStringLiteral("%1[%2]").arg(list, QString::number(index));
 }
 
 ZORMathSetOfPoints ZorCompTakePoints(ZORCompJsonFields& fields)

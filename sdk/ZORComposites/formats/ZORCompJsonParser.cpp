@@ -28,7 +28,7 @@ ZORCompDocument ZORCompJsonParser::Parse(const QByteArray& content)
     QJsonParseError error;
     const QJsonDocument json = QJsonDocument::fromJson(content, &error);
     if (error.error != QJsonParseError::NoError)
-        throw ZORSysException(tr("offset %1: %2").arg(error.offset).arg(error.errorString()));
+        throw ZORSysException(tr("offset %1: %2").arg(QString::number(error.offset), error.errorString()));
     Fields file(json.isObject() ? QJsonValue(json.object()) : QJsonValue(json.array()), {});
     if (!file.Has(QStringLiteral("allComposite")))
         throw ZORSysException(tr("there is no list 'allComposite'"));
@@ -251,7 +251,7 @@ bool ZORCompJsonParser::ParseComponent(const QJsonValue& value, const QString& p
         const std::optional<qint64> reference = Fields::ToIdentifier(value);
         if (reference && m_components.contains(*reference))
             return ParseComponent(m_components.value(*reference), path, depth, components);
-        m_report.Warn(tr("%1: there is no component %2").arg(path).arg(value.toDouble()));
+        m_report.Warn(tr("%1: there is no component %2").arg(path, QString::number(value.toDouble())));
         return false;
     }
     Fields fields(value, path);
@@ -285,8 +285,7 @@ bool ZORCompJsonParser::ParseComponent(const QJsonValue& value, const QString& p
 void ZORCompJsonParser::ParseSequence(Fields& fields, int depth, Component& component)
 {
     if (depth > Document::MaximumDepth)
-        Fields::Fail(fields.GetPath(),
-                     tr("sequences are nested more than %1 deep").arg(Document::MaximumDepth));
+        Fields::Fail(fields.GetPath(), Document::DescribeTooDeep());
     if (fields.GetType() != QLatin1String("Sequence"))
         m_report.Warn(tr("%1: '%2' is read as a sequence").arg(fields.GetPath(), fields.GetType()));
     const QJsonArray components = fields.TakeArray(SubComponents);
@@ -322,7 +321,8 @@ void ZORCompJsonParser::TakeBoundaries(Fields& fields, QList<int>& boundaries)
         if (!identifier)
             Fields::Fail(fields.PathOf(name), tr("this is no identifier"));
         if (!m_splines.contains(*identifier)) {
-            m_report.Warn(tr("%1: there is no spline %2").arg(fields.PathOf(name)).arg(*identifier));
+            m_report.Warn(
+                tr("%1: there is no spline %2").arg(fields.PathOf(name), QString::number(*identifier)));
             return;
         }
         found.append(m_splines.value(*identifier));
@@ -340,7 +340,8 @@ int ZORCompJsonParser::TakeRosette(Fields& fields)
     if (!identifier)
         Fields::Fail(fields.PathOf(name), tr("this is no identifier"));
     if (!m_axisSystems.contains(*identifier)) {
-        m_report.Warn(tr("%1: there is no axis system %2").arg(fields.PathOf(name)).arg(*identifier));
+        m_report.Warn(
+            tr("%1: there is no axis system %2").arg(fields.PathOf(name), QString::number(*identifier)));
         return -1;
     }
     fields.Take(name);

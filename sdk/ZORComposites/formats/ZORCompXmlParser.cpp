@@ -102,7 +102,8 @@ ZORCompDocument ZORCompXmlParser::Parse()
 void ZORCompXmlParser::Fail(const QString& reason) const
 {
     throw ZORSysException(
-        tr("line %1, column %2: %3").arg(m_xml.lineNumber()).arg(m_xml.columnNumber()).arg(reason));
+        tr("line %1, column %2: %3")
+            .arg(QString::number(m_xml.lineNumber()), QString::number(m_xml.columnNumber()), reason));
 }
 
 void ZORCompXmlParser::FailElement() const
@@ -297,7 +298,7 @@ void ZORCompXmlParser::ParseLayup()
 ZORCompDocument::Component ZORCompXmlParser::ParseSequence(int depth)
 {
     if (depth > Document::MaximumDepth)
-        Fail(tr("sequences are nested more than %1 deep").arg(Document::MaximumDepth));
+        Fail(Document::DescribeTooDeep());
     Attributes attributes(*this);
     Document::Component sequence;
     sequence.name = attributes.Text("name");
@@ -371,9 +372,8 @@ int ZORCompXmlParser::Resolve(Kind kind, int reference) const
     const auto defined = m_defined[kind].constFind(to.id);
     if (defined == m_defined[kind].cend())
         throw ZORSysException(tr("line %1, column %2: %3")
-                                  .arg(to.line)
-                                  .arg(to.column)
-                                  .arg(tr("identifier '%1' is unknown").arg(to.id)));
+                                  .arg(QString::number(to.line), QString::number(to.column),
+                                       tr("identifier '%1' is unknown").arg(to.id)));
     return *defined;
 }
 
