@@ -5,8 +5,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 class ZORNestResultData : public QSharedData
 {
 public:
@@ -64,8 +62,7 @@ void ZORNestResult::SetStackSize(int count)
 {
     ZOR_TRACE_CALL(count);
     if (count < 1) {
-        throw ZORSysException(
-            QCoreApplication::translate("ZORNestResult", "a stack needs at least one sheet"));
+        throw ZORSysException(tr("a stack needs at least one sheet"));
     }
     d->stackSize = count;
 }

@@ -6,6 +6,7 @@
 #include <ZORNesting/ZORNestResultItem.h>
 #include <ZORNesting/ZORNestingGlobal.h>
 
+#include <QCoreApplication>
 #include <QList>
 #include <QSharedDataPointer>
 
@@ -15,6 +16,8 @@ class ZORNestResultData;
 /// their items.
 class ZORNESTING_EXPORT ZORNestResult
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestResult)
+
 public:
     /// Files may hold other numbers too, which mean nestings.
     enum ResultType : int { Nesting = 0, Translation = 1 };

@@ -2,8 +2,6 @@
 
 #include <ZORSystem/ZORSysFileException.h>
 
-#include <QCoreApplication>
-
 ZORNestResultIOBase::ZORNestResultIOBase(const QString& path)
     : m_path(path)
 {
@@ -19,8 +17,7 @@ ZORNestResultIOBase::~ZORNestResultIOBase() = default;
 const QString& ZORNestResultIOBase::RequirePath() const
 {
     if (m_path.isEmpty()) {
-        throw ZORSysFileException(
-            QCoreApplication::translate("ZORNestResultIOBase", "the path of the result file is empty"));
+        throw ZORSysFileException(tr("the path of the result file is empty"));
     }
     return m_path;
 }

@@ -4,6 +4,7 @@
 
 #include <ZORNesting/ZORNestingGlobal.h>
 
+#include <QCoreApplication>
 #include <QString>
 
 class QIODevice;
@@ -11,6 +12,8 @@ class QIODevice;
 /// Where a result is read from or written to, and why that failed. docs/result-files.md tells the format.
 class ZORNESTING_EXPORT ZORNestResultIOBase
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestResultIOBase)
+
 public:
     enum FileFormat : int {
         UnknownFormat = 0, ///< the file cannot be read

@@ -5,8 +5,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 #include <cmath>
 
 class ZORNestResultItemData : public QSharedData
@@ -37,8 +35,7 @@ namespace {
 void CheckNumber(bool isFinite)
 {
     if (!isFinite) {
-        throw ZORSysException(
-            QCoreApplication::translate("ZORNestResultItem", "a number of the item is not finite"));
+        throw ZORSysException(ZORNestResultItem::tr("a number of the item is not finite"));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <ZORNesting/ZORNestResultShape.h>
 #include <ZORNesting/ZORNestingGlobal.h>
 
+#include <QCoreApplication>
 #include <QList>
 #include <QSharedDataPointer>
 #include <QString>
@@ -20,6 +21,8 @@ class ZORNestResultItemData;
 /// finite".
 class ZORNESTING_EXPORT ZORNestResultItem
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestResultItem)
+
 public:
     explicit ZORNestResultItem(const QString& name = QString());
     ZORNestResultItem(const ZORNestResultItem& other);

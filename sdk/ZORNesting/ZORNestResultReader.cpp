@@ -7,8 +7,6 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
-#include <QCoreApplication>
-
 ZORNestResultReader::ZORNestResultReader(const QString& path)
     : ZORNestResultIOBase(path)
 {
@@ -27,8 +25,7 @@ ZORNestResult ZORNestResultReader::ReadDocument() const
 {
     if (QIODevice* const device = GetDevice()) {
         if (!device->isReadable()) {
-            throw ZORSysFileException(
-                QCoreApplication::translate("ZORNestResultReader", "the device is not open for reading"));
+            throw ZORSysFileException(tr("the device is not open for reading"));
         }
         return ZORNestResultDocument::Read(*device);
     }
@@ -45,8 +42,7 @@ ZORNestResult ZORNestResultReader::Read(FileFormat* format)
         *format = UnknownFormat;
     SetFailure({});
     try {
-        const QString subject =
-            GetDevice() ? QCoreApplication::translate("ZORNestResultReader", "result file") : GetFilePath();
+        const QString subject = GetDevice() ? ZORNestResultDocument::GetKind() : GetFilePath();
         ZORNestResult result = ZORSysMemory::Read(subject, 0, [this] { return ReadDocument(); });
         if (format)
             *format = MsiFormat;

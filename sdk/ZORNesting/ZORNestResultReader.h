@@ -6,9 +6,13 @@
 #include <ZORNesting/ZORNestResultIOBase.h>
 #include <ZORNesting/ZORNestingGlobal.h>
 
+#include <QCoreApplication>
+
 /// Reads a result from a file or a device. Never throws: what cannot be read is an invalid, empty result.
 class ZORNESTING_EXPORT ZORNestResultReader final : public ZORNestResultIOBase
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestResultReader)
+
 public:
     explicit ZORNestResultReader(const QString& path);
     /// \param device  open for reading, read from its position to its end; not taken over. Null, or a device that

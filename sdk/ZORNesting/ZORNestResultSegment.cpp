@@ -5,8 +5,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 #include <cmath>
 
 class ZORNestResultSegmentData : public QSharedData
@@ -38,15 +36,10 @@ namespace {
 
 using Segment = ZORNestResultSegment;
 
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORNestResultSegment", text);
-}
-
 void CheckNumber(bool isFinite)
 {
     if (!isFinite)
-        throw ZORSysException(Translate("a number of the segment is not finite"));
+        throw ZORSysException(ZORNestResultSegment::tr("a number of the segment is not finite"));
 }
 
 const ZORNestResultSegmentData& EmptyData()
@@ -82,7 +75,7 @@ ZORNestResultSegment ZORNestResultSegment::CreateArc(SegmentType type, const ZOR
 {
     ZOR_TRACE_CALL(type, start, end, center);
     if (!zor::nest::IsArc(type))
-        throw ZORSysException(Translate("%1 is no type of an arc").arg(int(type)));
+        throw ZORSysException(tr("%1 is no type of an arc").arg(int(type)));
     CheckNumber(center.IsFinite());
     ZORNestResultSegment segment(type, start, end);
     segment.m_center = center;
@@ -96,12 +89,12 @@ ZORNestResultSegment ZORNestResultSegment::CreateSpline(const QList<ZORNestResul
     spline.d = new ZORNestResultSegmentData;
     for (const ZORNestResultSegment& part : parts) {
         if (part.m_type != Line && !zor::nest::IsArc(part.m_type))
-            throw ZORSysException(Translate("a spline consists of lines and arcs"));
+            throw ZORSysException(tr("a spline consists of lines and arcs"));
         ZORMathSetOfPoints& points = spline.d->points;
         if (points.isEmpty()) {
             points.append(part.m_start);
         } else if (points.last().DistanceTo(part.m_start) > joinTolerance) {
-            throw ZORSysException(Translate("part %1 of the spline does not start where the one before ends")
+            throw ZORSysException(tr("part %1 of the spline does not start where the one before ends")
                                       .arg(spline.d->types.size() + 1));
         }
         points.append(part.m_end);
@@ -132,7 +125,7 @@ ZORNestResultSegment ZORNestResultSegment::CreateOther(SegmentType type, const Z
 {
     ZOR_TRACE_CALL(type, start, end);
     if (zor::nest::IsArc(type) || type == Spline || type == Text)
-        throw ZORSysException(Translate("a segment of type %1 needs more than two points").arg(int(type)));
+        throw ZORSysException(tr("a segment of type %1 needs more than two points").arg(int(type)));
     return {type, start, end};
 }
 
@@ -145,7 +138,7 @@ bool IsPart(int sub, int count)
     if (sub == -1)
         return false;
     if (sub < 0 || sub >= count)
-        throw ZORSysException(Translate("the segment has no part %1").arg(sub));
+        throw ZORSysException(ZORNestResultSegment::tr("the segment has no part %1").arg(sub));
     return true;
 }
 
@@ -257,7 +250,7 @@ QByteArray ZORNestResultSegment::GetFont() const
 ZORNestResultSegmentData& ZORNestResultSegment::ChangeText()
 {
     if (m_type != Text)
-        throw ZORSysException(Translate("the segment is no text"));
+        throw ZORSysException(tr("the segment is no text"));
     return *d;
 }
 

@@ -9,6 +9,7 @@
 
 #include <QByteArray>
 #include <QColor>
+#include <QCoreApplication>
 #include <QList>
 #include <QSharedDataPointer>
 #include <QString>
@@ -22,6 +23,8 @@ class ZORNestResultSegmentData;
 /// Every number is finite: makers and setters throw ZORSysException "a number of the segment is not finite".
 class ZORNESTING_EXPORT ZORNestResultSegment
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestResultSegment)
+
 public:
     /// Files may hold other numbers too; such a segment has a start and an end, and nothing between them.
     enum SegmentType : int {

@@ -6,7 +6,6 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
-#include <QCoreApplication>
 #include <QFileDevice>
 #include <QLoggingCategory>
 
@@ -14,15 +13,11 @@ namespace {
 
 Q_LOGGING_CATEGORY(ZorResultWriterLog, "zor.nesting")
 
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORNestResultWriter", text);
-}
-
 void WriteTo(QIODevice& device, const QByteArray& bytes)
 {
     if (!ZORSysReplacedFile::WriteAll(device, bytes))
-        throw ZORSysFileException(Translate("cannot write the result file: %1").arg(device.errorString()));
+        throw ZORSysFileException(
+            ZORNestResultWriter::tr("cannot write the result file: %1").arg(device.errorString()));
 }
 
 } // namespace
@@ -45,7 +40,7 @@ void ZORNestResultWriter::WriteBytes(const QByteArray& bytes) const
 {
     if (QIODevice* const device = GetDevice()) {
         if (!device->isWritable())
-            throw ZORSysFileException(Translate("the device is not open for writing"));
+            throw ZORSysFileException(tr("the device is not open for writing"));
         WriteTo(*device, bytes);
         return;
     }
@@ -53,7 +48,7 @@ void ZORNestResultWriter::WriteBytes(const QByteArray& bytes) const
     file.Open();
     WriteTo(file.GetDevice(), bytes);
     if (!file.Commit())
-        throw ZORSysFileException(Translate("cannot write the result file: %1").arg(file.GetErrorString()));
+        throw ZORSysFileException(tr("cannot write the result file: %1").arg(file.GetErrorString()));
 }
 
 qint64 ZORNestResultWriter::Write(const ZORNestResult& result)
@@ -62,18 +57,18 @@ qint64 ZORNestResultWriter::Write(const ZORNestResult& result)
     SetFailure({});
     try {
         if (!result.IsValid())
-            throw ZORSysException(Translate("an invalid result cannot be written"));
+            throw ZORSysException(tr("an invalid result cannot be written"));
         const QByteArray bytes = ZORNestResultDocument::Write(result);
         WriteBytes(bytes);
         return bytes.size();
     } catch (const ZORSysException& exception) {
         SetFailure(exception.GetMessage());
     } catch (const std::bad_alloc&) {
-        SetFailure(Translate("not enough memory for the result file"));
+        SetFailure(tr("not enough memory for the result file"));
     }
     // Not every caller looks at what this returns.
     qCWarning(ZorResultWriterLog).noquote()
-        << (GetDevice() ? Translate("a result is not written: %1").arg(GetFailure())
-                        : Translate("result file '%1' is not written: %2").arg(GetFilePath(), GetFailure()));
+        << (GetDevice() ? tr("a result is not written: %1").arg(GetFailure())
+                        : tr("result file '%1' is not written: %2").arg(GetFilePath(), GetFailure()));
     return -1;
 }

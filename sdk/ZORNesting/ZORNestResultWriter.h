@@ -6,10 +6,14 @@
 #include <ZORNesting/ZORNestResultIOBase.h>
 #include <ZORNesting/ZORNestingGlobal.h>
 
+#include <QCoreApplication>
+
 /// Writes a result to a file or a device. Equal results give equal bytes, on every machine with the same
 /// version of zstd: what was read is written as it was.
 class ZORNESTING_EXPORT ZORNestResultWriter final : public ZORNestResultIOBase
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestResultWriter)
+
 public:
     explicit ZORNestResultWriter(const QString& path);
     /// \param device  open for writing; not taken over

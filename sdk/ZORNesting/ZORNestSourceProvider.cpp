@@ -5,8 +5,6 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <memory>
 #include <mutex>
@@ -83,8 +81,7 @@ void ZORNestSourceProvider::RegisterProvider(ZORNestSourceProvider* provider)
     const std::lock_guard lock(s_mutex);
     if (Find(provider->GetProviderId())) {
         throw ZORSysException(
-            QCoreApplication::translate("ZORNestSourceProvider", "provider '%1' exists already")
-                .arg(QString::fromUtf8(provider->GetProviderId())));
+            tr("provider '%1' exists already").arg(QString::fromUtf8(provider->GetProviderId())));
     }
     s_providers.append(provider);
 }

@@ -6,6 +6,7 @@
 #include <ZORNesting/ZORNestingGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,8 @@ class ZORWorkContext;
 /// and "nesting-json", in this order. Others may be added.
 class ZORNESTING_EXPORT ZORNestSourceProvider
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestSourceProvider)
+
 public:
     /// \param providerId  by which the provider is chosen; unique, not empty
     explicit ZORNestSourceProvider(const QByteArray& providerId);

@@ -3,18 +3,14 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
-
 namespace {
 
 double Check(double tolerance, double lowest)
 {
     constexpr double highest = 1000;
     if (!(tolerance >= lowest && tolerance <= highest)) {
-        throw ZORSysException(QCoreApplication::translate("ZORNestTranslationInput",
-                                                          "tolerance has to be a number from %1 to %2")
-                                  .arg(lowest)
-                                  .arg(highest));
+        throw ZORSysException(ZORNestTranslationInput::tr("tolerance has to be a number from %1 to %2")
+                                  .arg(QString::number(lowest), QString::number(highest)));
     }
     return tolerance;
 }

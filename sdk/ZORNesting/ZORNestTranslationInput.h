@@ -5,10 +5,13 @@
 #include <ZORNesting/ZORNestingGlobal.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 
 /// Settings of one translation. A value.
 class ZORNESTING_EXPORT ZORNestTranslationInput
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestTranslationInput)
+
 public:
     /// The numbers are established.
     enum FileType : int {

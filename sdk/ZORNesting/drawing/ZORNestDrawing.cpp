@@ -3,8 +3,6 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <array>
 #include <numbers>
@@ -83,8 +81,7 @@ void ZORNestDrawing::BeginChain(const ZORNestLook& look, const ZORNestPlaneMap& 
 void ZORNestDrawing::CountCurve()
 {
     if (++m_curves > MaximumCurves) {
-        throw ZORSysException(QCoreApplication::translate("ZORNestDrawing", "drawing has more than %1 curves")
-                                  .arg(MaximumCurves));
+        throw ZORSysException(tr("drawing has more than %1 curves").arg(MaximumCurves));
     }
     if (m_curves % 256 == 0)
         m_context.ThrowIfCanceled();
@@ -94,8 +91,7 @@ void ZORNestDrawing::CountCurve()
 ZORNestArcFit::Place ZORNestDrawing::CheckPlace(const ZORNestArcFit::Place& place)
 {
     if (++m_samples > MaximumSamples) {
-        throw ZORSysException(QCoreApplication::translate(
-            "ZORNestDrawing", "curves of the drawing need too many arcs for the tolerance"));
+        throw ZORSysException(tr("curves of the drawing need too many arcs for the tolerance"));
     }
     if (m_samples % 4096 == 0)
         m_context.ThrowIfCanceled();
@@ -229,8 +225,7 @@ void ZORNestDrawing::AddNurbs(const ZORNestNurbs& nurbs)
 bool ZORNestDrawing::EndChain(const QString& what)
 {
     if (m_isBad || m_chain.curves.isEmpty()) {
-        Skip(m_isTooLong ? QCoreApplication::translate("ZORNestDrawing", "curve that needs too many arcs")
-                         : what);
+        Skip(m_isTooLong ? tr("curve that needs too many arcs") : what);
         return false;
     }
     m_chains.append(std::move(m_chain));
@@ -267,9 +262,7 @@ QStringList ZORNestDrawing::GetReport() const
 {
     QStringList lines;
     for (auto it = m_skipped.cbegin(); it != m_skipped.cend(); ++it) {
-        lines.append(QCoreApplication::translate("ZORNestDrawing", "skipped: %1 (%2 times)")
-                         .arg(it.key())
-                         .arg(it.value()));
+        lines.append(tr("skipped: %1 (%2 times)").arg(it.key(), QString::number(it.value())));
     }
     return lines;
 }

@@ -5,6 +5,7 @@
 #include "ZORNestArcFit_p.h"
 #include "ZORNestPart_p.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -39,6 +40,8 @@ struct ZORNestNurbs
 /// MaximumSamples "curves of the drawing need too many arcs for the tolerance".
 class ZORNestDrawing
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestDrawing)
+
 public:
     static constexpr int MaximumCurves = 1000000;
     /// How many points of curves are looked at to find their arcs, in all: six to nine for an arc.

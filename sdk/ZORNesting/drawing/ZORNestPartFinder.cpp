@@ -18,10 +18,10 @@ namespace {
 constexpr int automaticLayer = 0;
 constexpr int nestLayer = 1;
 
-QString Tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORNestPartFinder", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORNestPartFinder)
+};
 
 // What a place is searched for: an outline, or something drawn.
 struct Thing
@@ -187,7 +187,7 @@ void Finder::AddMarks(QStringList& report)
             m_parts[part].texts.append(m_texts[i - m_marks.size()]);
     }
     if (lost > 0)
-        report.append(Tr("left out: %1 curves and texts that lie on no part").arg(lost));
+        report.append(Texts::tr("left out: %1 curves and texts that lie on no part").arg(lost));
 }
 
 QList<ZORNestPart> Finder::Find(const QString& name, QStringList& report, const ZORWorkContext& context)
@@ -228,9 +228,10 @@ QList<ZORNestPart> FindParts(ZORNestDrawing& drawing, double tolerance, const QS
     ZORNestJoiner::Outcome joined = ZORNestJoiner::Join(drawing.TakeChains(), tolerance, context);
     report.append(drawing.GetReport());
     if (joined.duplicates > 0)
-        report.append(Tr("left out: %1 exact copies").arg(joined.duplicates));
+        report.append(Texts::tr("left out: %1 exact copies").arg(joined.duplicates));
     if (joined.gaps > 0)
-        report.append(Tr("closed: %1 gaps of up to %2 mm").arg(joined.gaps).arg(joined.largestGap));
+        report.append(Texts::tr("closed: %1 gaps of up to %2 mm")
+                          .arg(QString::number(joined.gaps), QString::number(joined.largestGap)));
 
     QList<ZORNestChain> outlines;
     QList<ZORNestChain> marks = std::move(joined.open);
@@ -240,12 +241,12 @@ QList<ZORNestPart> FindParts(ZORNestDrawing& drawing, double tolerance, const QS
         (isOutline ? outlines : marks).append(std::move(chain));
     }
     if (outlines.isEmpty()) {
-        throw ZORSysException(loose == 0
-                                  ? Tr("no closed outline found")
-                                  : Tr("no closed outline found: %1 curves have loose ends").arg(loose));
+        throw ZORSysException(
+            loose == 0 ? Texts::tr("no closed outline found")
+                       : Texts::tr("no closed outline found: %1 curves have loose ends").arg(loose));
     }
     if (outlines.size() > MaximumOutlines)
-        throw ZORSysException(Tr("drawing has more than %1 outlines").arg(MaximumOutlines));
+        throw ZORSysException(Texts::tr("drawing has more than %1 outlines").arg(MaximumOutlines));
     return Finder(std::move(outlines), std::move(marks), drawing.TakeTexts()).Find(name, report, context);
 }
 

@@ -9,6 +9,11 @@
 
 namespace {
 
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORNestPartResult)
+};
+
 using Segment = ZORNestResultSegment;
 
 ZORMathPoint ToPoint(ZORNestPlanePoint point)
@@ -79,10 +84,8 @@ ZORNestResult ZORNestMakePartResult(const ZORNestPart& part)
 {
     constexpr int maximum = std::numeric_limits<qint16>::max();
     if (part.shapes.size() >= maximum) {
-        throw ZORSysException(
-            QCoreApplication::translate("ZORNestPartResult", "part '%1' has more than %2 outlines and curves")
-                .arg(part.name)
-                .arg(maximum));
+        throw ZORSysException(Texts::tr("part '%1' has more than %2 outlines and curves")
+                                  .arg(part.name, QString::number(maximum)));
     }
     ZORNestResultItem item(part.name);
     item.SetPartName(part.name);

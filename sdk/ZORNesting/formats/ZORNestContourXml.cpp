@@ -3,7 +3,6 @@
 
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
 #include <QStringList>
 
 #include <algorithm>
@@ -13,11 +12,6 @@ namespace {
 constexpr double inch = 25.4;
 // Of contours, in characters. Elements may nest deep, and each contour in them repeats all of their names.
 constexpr qsizetype kLongestName = 4000;
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORNestContourXml", text);
-}
 
 // "X=1 Y=2 Z=3", or the bare numbers.
 void ReadPoint(QXmlStreamReader& xml, ZORNestContourXml::Contour& contour)
@@ -32,10 +26,12 @@ void ReadPoint(QXmlStreamReader& xml, ZORNestContourXml::Contour& contour)
         bool isNumber = false;
         values[i] = words[i].mid(words[i].lastIndexOf(u'=') + 1).toDouble(&isNumber);
         if (!isNumber || !std::isfinite(values[i]))
-            throw ZORSysException(Tr("line %1: '%2' is no coordinate").arg(line).arg(words[i].left(40)));
+            throw ZORSysException(ZORNestContourXml::tr("line %1: '%2' is no coordinate")
+                                      .arg(QString::number(line), words[i].left(40)));
     }
     if (words.size() < 2)
-        throw ZORSysException(Tr("line %1: point has less than two coordinates").arg(line));
+        throw ZORSysException(
+            ZORNestContourXml::tr("line %1: point has less than two coordinates").arg(line));
     if (contour.points.isEmpty())
         contour.zMin = contour.zMax = values[2];
     contour.zMin = std::min(contour.zMin, values[2]);

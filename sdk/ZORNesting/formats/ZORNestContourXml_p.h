@@ -4,6 +4,7 @@
 
 #include "drawing/ZORNestPlane_p.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -12,6 +13,8 @@
 /// millimetres otherwise.
 class ZORNestContourXml
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestContourXml)
+
 public:
     struct Contour
     {

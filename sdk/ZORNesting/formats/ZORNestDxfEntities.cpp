@@ -1,12 +1,19 @@
 #include "ZORNestDxfEntities_p.h"
 #include "ZORNestDxfText_p.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <numbers>
 
 namespace ZORNestDxfEntities {
 
 namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORNestDxfEntities)
+};
 
 constexpr double degree = std::numbers::pi / 180;
 constexpr double twoPi = 2 * std::numbers::pi;
@@ -107,12 +114,13 @@ void DrawSpline(const Context& c)
     c.drawing.BeginChain(c.look, c.map);
     if (IsUsable(nurbs))
         c.drawing.AddNurbs(nurbs);
-    QString what = c.GetType();
     if (nurbs.poles.isEmpty())
-        what += QStringLiteral(" without control points");
+        c.drawing.EndChain(Texts::tr("%1 without control points").arg(c.GetType()));
     else if (nurbs.degree > ZORNestNurbs::MaximumDegree)
-        what += QStringLiteral(" of a degree above %1").arg(ZORNestNurbs::MaximumDegree);
-    c.drawing.EndChain(what);
+        c.drawing.EndChain(Texts::tr("%1 of a degree above %2")
+                               .arg(c.GetType(), QString::number(ZORNestNurbs::MaximumDegree)));
+    else
+        c.drawing.EndChain(c.GetType());
 }
 
 // TEXT: 72 left, center, right, aligned, middle, fit; 73 baseline, bottom, middle, top. In the order of
@@ -180,6 +188,11 @@ bool GetSystem(const ZORNestDxfRecord& record, ZORNestPlaneMap& system)
     return std::hypot(x, y) <= 1e-6 * std::abs(z);
 }
 
+QString DescribeOutOfPlane(const QString& type)
+{
+    return Texts::tr("%1 out of the plane").arg(type);
+}
+
 bool Draw(const ZORNestDxfRecord& record, const ZORNestLook& look, const ZORNestPlaneMap& map,
           ZORNestDrawing& drawing)
 {
@@ -196,7 +209,7 @@ bool Draw(const ZORNestDxfRecord& record, const ZORNestLook& look, const ZORNest
         const bool isKnown = std::any_of(std::begin(known), std::end(known),
                                          [&](const char* type) { return record.Is(type); });
         if (isKnown)
-            drawing.Skip(context.GetType() + QStringLiteral(" out of the plane"));
+            drawing.Skip(DescribeOutOfPlane(context.GetType()));
         return isKnown;
     }
     if (record.Is("LINE"))

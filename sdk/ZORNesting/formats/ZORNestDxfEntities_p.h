@@ -21,6 +21,9 @@ struct Vertex
 /// \return false when the entity is not parallel to the plane of x and y
 bool GetSystem(const ZORNestDxfRecord& record, ZORNestPlaneMap& system);
 
+/// Returns what the report says about an entity that is not parallel to the plane: "%1 out of the plane".
+QString DescribeOutOfPlane(const QString& type);
+
 /// \return false when the record is none of LINE, ARC, CIRCLE, ELLIPSE, LWPOLYLINE, SPLINE, TEXT, ATTRIB,
 ///         MTEXT
 bool Draw(const ZORNestDxfRecord& record, const ZORNestLook& look, const ZORNestPlaneMap& map,

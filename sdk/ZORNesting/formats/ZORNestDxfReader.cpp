@@ -5,8 +5,6 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <numbers>
 
@@ -21,11 +19,6 @@ double GetUnit(int number)
                                        1e6, inch / 1e6, inch / 1e3, 36 * inch,        1e-7, 1e-6, 1e-3,
                                        100, 1e4,        1e5};
     return number >= 0 && number < int(std::size(units)) ? units[number] : 0;
-}
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORNestDxfReader", text);
 }
 
 QString GetKey(QByteArrayView name)
@@ -53,7 +46,7 @@ ZORNestDxfReader::ZORNestDxfReader(QByteArrayView bytes, ZORNestDrawing& drawing
     , m_context(context)
 {
     if (bytes.first(std::min<qsizetype>(bytes.size(), 22)).contains("Binary DXF"))
-        throw ZORSysException(Tr("binary DXF cannot be read, only ASCII DXF"));
+        throw ZORSysException(tr("binary DXF cannot be read, only ASCII DXF"));
 }
 
 void ZORNestDxfReader::Read()
@@ -93,8 +86,8 @@ void ZORNestDxfReader::Read()
             SkipSection(tag);
         }
     }
-    throw ZORSysException(hasSection ? Tr("file is incomplete: EOF is missing")
-                                     : Tr("no DXF file: SECTION is missing"));
+    throw ZORSysException(hasSection ? tr("file is incomplete: EOF is missing")
+                                     : tr("no DXF file: SECTION is missing"));
 }
 
 void ZORNestDxfReader::SkipSection(ZORNestDxfTag& tag)
@@ -128,12 +121,12 @@ void ZORNestDxfReader::SetUnits(int insertUnits, int measurement)
     m_hasUnits = true;
     if (GetUnit(insertUnits) > 0) {
         m_unit = GetUnit(insertUnits);
-        m_report.append(Tr("units: %1 mm").arg(m_unit));
+        m_report.append(tr("units: %1 mm").arg(m_unit));
     } else if (measurement == 0) {
         m_unit = inch;
-        m_report.append(Tr("units: %1 mm, since the file only says that it is not metric").arg(m_unit));
+        m_report.append(tr("units: %1 mm, since the file only says that it is not metric").arg(m_unit));
     } else {
-        m_report.append(Tr("units: 1 mm, since the file names none"));
+        m_report.append(tr("units: 1 mm, since the file names none"));
     }
 }
 
@@ -141,7 +134,7 @@ void ZORNestDxfReader::ReadRecord(ZORNestDxfRecord& record, ZORNestDxfTag& tag)
 {
     const ZORNestDxfTag type = tag;
     if (!record.Read(m_tags, type, tag))
-        throw ZORSysException(Tr("file is incomplete: EOF is missing"));
+        throw ZORSysException(tr("file is incomplete: EOF is missing"));
 }
 
 void ZORNestDxfReader::ReadTables(ZORNestDxfTag& tag)
@@ -202,19 +195,19 @@ bool ZORNestDxfReader::IsVisible(const ZORNestDxfRecord& record, const QString& 
     if (record.GetInteger(67) == 1) // paper space
         return false;
     if (record.GetInteger(60) == 1) {
-        m_drawing.Skip(Tr("invisible %1").arg(QString::fromLatin1(record.GetType())));
+        m_drawing.Skip(tr("invisible %1").arg(QString::fromLatin1(record.GetType())));
         return false;
     }
     if (m_layers.value(layer.toUpper()).isVisible)
         return true;
-    m_drawing.Skip(Tr("%1 on hidden layer '%2'").arg(QString::fromLatin1(record.GetType()), layer));
+    m_drawing.Skip(tr("%1 on hidden layer '%2'").arg(QString::fromLatin1(record.GetType()), layer));
     return false;
 }
 
 void ZORNestDxfReader::CountEntity()
 {
     if (++m_entities > m_mostEntities)
-        throw ZORSysException(Tr("drawing has more than %1 entities").arg(m_mostEntities));
+        throw ZORSysException(tr("drawing has more than %1 entities").arg(m_mostEntities));
     if (m_entities % 256 == 0) {
         m_context.ThrowIfCanceled();
         m_context.SetProgress(0.7 * double(m_tags.GetPosition().offset) / double(m_size));
@@ -262,8 +255,8 @@ void ZORNestDxfReader::ReadPolyline(const ZORNestDxfRecord& polyline, ZORNestDxf
     if (!look)
         return;
     if ((flags & (Mesh | FaceMesh)) || !isFlat)
-        m_drawing.Skip(isFlat ? QStringLiteral("POLYLINE that is a mesh")
-                              : QStringLiteral("POLYLINE out of the plane"));
+        m_drawing.Skip(isFlat ? tr("POLYLINE that is a mesh")
+                              : ZORNestDxfEntities::DescribeOutOfPlane(QStringLiteral("POLYLINE")));
     else
         ZORNestDxfEntities::DrawVertices(vertices, flags & Closed, *look,
                                          flags & InSpace ? place.map : place.map * system,
@@ -277,12 +270,12 @@ void ZORNestDxfReader::Insert(const ZORNestDxfRecord& record, const Place& place
     ZORNestPlaneMap system;
     if (block == m_blocks.cend() || !ZORNestDxfEntities::GetSystem(record, system)) {
         m_drawing.Skip(block == m_blocks.cend()
-                           ? Tr("INSERT of the missing block '%1'").arg(ZORNestDxfRecord::ToText(name))
-                           : QStringLiteral("INSERT out of the plane"));
+                           ? tr("INSERT of the missing block '%1'").arg(ZORNestDxfRecord::ToText(name))
+                           : ZORNestDxfEntities::DescribeOutOfPlane(QStringLiteral("INSERT")));
         return;
     }
     if (place.depth == MaximumDepth)
-        throw ZORSysException(Tr("blocks lie in each other more than %1 deep").arg(MaximumDepth));
+        throw ZORSysException(tr("blocks lie in each other more than %1 deep").arg(MaximumDepth));
 
     const double angle = record.GetNumber(50) * std::numbers::pi / 180;
     const ZORNestPlanePoint along{std::cos(angle), std::sin(angle)};
@@ -311,6 +304,6 @@ void ZORNestDxfReader::InsertBlock(const Block& block, const Place& place)
         ReadEntities(tag, "ENDBLK", place);
     m_blockBytes += m_tags.GetPosition().offset - block.entities.offset;
     if (m_blockBytes > m_mostBlockBytes)
-        throw ZORSysException(Tr("blocks are inserted too often: more than %1 bytes").arg(m_mostBlockBytes));
+        throw ZORSysException(tr("blocks are inserted too often: more than %1 bytes").arg(m_mostBlockBytes));
     m_tags.SetPosition(behind);
 }

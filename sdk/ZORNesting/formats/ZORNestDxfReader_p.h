@@ -6,6 +6,7 @@
 #include "drawing/ZORNestDrawing_p.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QHash>
 #include <QStringList>
 
@@ -19,6 +20,8 @@ class ZORWorkContext;
 /// else from $MEASUREMENT (0: inches); without both they are millimetres.
 class ZORNestDxfReader
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestDxfReader)
+
 public:
     /// How deep blocks may lie in blocks.
     static constexpr int MaximumDepth = 32;

@@ -2,7 +2,6 @@
 
 #include <ZORSystem/ZORSysException.h>
 
-#include <QCoreApplication>
 #include <QStringDecoder>
 
 #include <charconv>
@@ -11,11 +10,9 @@
 
 namespace {
 
-[[noreturn]] void Fail(qint64 line, const char* what)
+[[noreturn]] void Fail(qint64 line, const QString& what)
 {
-    throw ZORSysException(QCoreApplication::translate("ZORNestDxfTags", "line %1: %2")
-                              .arg(line)
-                              .arg(QCoreApplication::translate("ZORNestDxfTags", what)));
+    throw ZORSysException(ZORNestDxfTags::tr("line %1: %2").arg(QString::number(line), what));
 }
 
 QByteArrayView Trim(QByteArrayView value)
@@ -62,10 +59,10 @@ bool ZORNestDxfTags::Read(ZORNestDxfTag& tag)
         // Blank lines at the very end are no pair.
         if (Trim(code).isEmpty() && m_position.offset >= m_bytes.size())
             return false;
-        Fail(m_position.line, QT_TRANSLATE_NOOP("ZORNestDxfTags", "group code expected"));
+        Fail(m_position.line, ZORNestDxfTags::tr("group code expected"));
     }
     if (m_position.offset >= m_bytes.size())
-        Fail(m_position.line, QT_TRANSLATE_NOOP("ZORNestDxfTags", "value missing"));
+        Fail(m_position.line, ZORNestDxfTags::tr("value missing"));
     tag.value = ReadLine();
     if (tag.value.endsWith('\r'))
         tag.value.chop(1);
@@ -83,7 +80,7 @@ bool ZORNestDxfRecord::Read(ZORNestDxfTags& tags, const ZORNestDxfTag& type, ZOR
         if (next.code == 0)
             return true;
         if (m_tags.size() == MaximumTags)
-            Fail(type.line, QT_TRANSLATE_NOOP("ZORNestDxfTags", "entity has too many values"));
+            Fail(type.line, ZORNestDxfTags::tr("entity has too many values"));
         m_tags.push_back(next);
     }
     return false;
@@ -102,7 +99,7 @@ double ZORNestDxfRecord::ToNumber(const ZORNestDxfTag& tag)
 {
     double number = 0;
     if (!Parse(tag.value, number) || !std::isfinite(number))
-        Fail(tag.line, QT_TRANSLATE_NOOP("ZORNestDxfTags", "number expected"));
+        Fail(tag.line, ZORNestDxfTags::tr("number expected"));
     return number;
 }
 
@@ -110,7 +107,7 @@ int ZORNestDxfRecord::ToInteger(const ZORNestDxfTag& tag)
 {
     int number = 0;
     if (!Parse(tag.value, number))
-        Fail(tag.line, QT_TRANSLATE_NOOP("ZORNestDxfTags", "number expected"));
+        Fail(tag.line, ZORNestDxfTags::tr("number expected"));
     return number;
 }
 

@@ -5,6 +5,7 @@
 #include "drawing/ZORNestPlane_p.h"
 
 #include <QByteArrayView>
+#include <QCoreApplication>
 #include <QString>
 
 #include <vector>
@@ -21,6 +22,8 @@ struct ZORNestDxfTag
 /// line.
 class ZORNestDxfTags
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestDxfTags)
+
 public:
     /// \param bytes  not owned; have to outlive the reader and its tags
     explicit ZORNestDxfTags(QByteArrayView bytes)

@@ -1,11 +1,10 @@
 #include "ZORNestResultDocument_p.h"
 #include "drawing/ZORNestArc_p.h"
 
+#include <ZORNesting/ZORNestResultReader.h>
 #include <ZORSystem/ZORSysDocumentEnvelope.h>
 #include <ZORSystem/ZORSysDocumentReader.h>
 #include <ZORSystem/ZORSysDocumentWriter.h>
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -20,15 +19,10 @@ constexpr char stackKey[] = "stack";
 constexpr qsizetype entryCount = 4;      // of a file without a stack
 constexpr qsizetype codesPerSegment = 5; // type, layer, line style, whether it has a colour, ARGB
 
-QString Kind()
-{
-    return QCoreApplication::translate("ZORNestResultReader", "result file");
-}
-
 /// The objects in memory are larger than their documents, so that these must not be much longer than files.
 ZORSysDocumentEnvelope Envelope()
 {
-    return {Kind(), 1, 100};
+    return {ZORNestResultDocument::GetKind(), 1, 100};
 }
 
 void Append(QList<double>& numbers, const ZORMathPoint& point)
@@ -127,7 +121,7 @@ class ResultReader
 {
 public:
     explicit ResultReader(const QByteArray& document)
-        : m_reader(document, Kind())
+        : m_reader(document, ZORNestResultDocument::GetKind())
     {
     }
     ZORNestResult Read();
@@ -345,6 +339,11 @@ ZORNestResult ResultReader::Read()
 }
 
 } // namespace
+
+QString ZORNestResultDocument::GetKind()
+{
+    return ZORNestResultReader::tr("result file");
+}
 
 QByteArray ZORNestResultDocument::Write(const ZORNestResult& result)
 {

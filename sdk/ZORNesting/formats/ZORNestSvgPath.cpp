@@ -1,5 +1,7 @@
 #include "ZORNestSvgPath_p.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <numbers>
 
@@ -90,6 +92,11 @@ namespace ZORNestSvgPath {
 
 namespace {
 
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORNestSvgPath)
+};
+
 class Pen
 {
 public:
@@ -135,7 +142,7 @@ void Pen::Begin()
 void Pen::End()
 {
     if (m_isOpen)
-        m_drawing.EndChain(QStringLiteral("path without length or extent"));
+        m_drawing.EndChain(Texts::tr("path without length or extent"));
     m_isOpen = false;
 }
 
@@ -284,7 +291,7 @@ void Pen::Draw()
     }
     End();
     if (!isFine)
-        m_drawing.Skip(QStringLiteral("rest of faulty path data"));
+        m_drawing.Skip(Texts::tr("rest of faulty path data"));
 }
 
 } // namespace

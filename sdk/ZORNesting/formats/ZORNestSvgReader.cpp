@@ -5,8 +5,6 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <numbers>
 
@@ -14,11 +12,6 @@ namespace {
 
 constexpr double pixel = 25.4 / 96;
 constexpr double degree = std::numbers::pi / 180;
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORNestSvgReader", text);
-}
 
 // Millimetres of a length such as "210mm"; 0 for one that is relative to something else, or no length.
 double ToMillimetres(QStringView text)
@@ -135,7 +128,7 @@ void ZORNestSvgReader::Read()
     const bool hasRoot = m_xml.readNextStartElement();
     ZORNestXml::CheckError(m_xml);
     if (!hasRoot || m_xml.name() != u"svg")
-        throw ZORSysException(Tr("no SVG file: the root element is '%1'").arg(m_xml.name()));
+        throw ZORSysException(tr("no SVG file: the root element is '%1'").arg(m_xml.name()));
     State state;
     ReadRoot(state);
     ReadElements(state);
@@ -162,7 +155,7 @@ void ZORNestSvgReader::ReadRoot(State& state)
     const double left = hasBox ? box[0] : 0;
     const double bottom = hasBox ? box[1] + box[3] : height / pixel;
     state.map = {{scale, 0}, {0, -scale}, {-scale * left, scale * bottom}};
-    m_report.append(Tr("units: %1 mm").arg(scale));
+    m_report.append(tr("units: %1 mm").arg(scale));
     ApplyAttributes(state);
 }
 
@@ -208,7 +201,7 @@ void ZORNestSvgReader::ApplyAttributes(State& state)
             if (ParseTransforms(attribute.value(), map))
                 state.map = state.map * map;
             else
-                m_drawing.Skip(Tr("faulty transformation"));
+                m_drawing.Skip(tr("faulty transformation"));
         } else if (name == u"stroke") {
             state.look.color = ParseColor(attribute.value(), state.look.color);
         } else if (name == u"fill") {
@@ -315,5 +308,5 @@ void ZORNestSvgReader::DrawPoints(const State& state, const ZORNestLook& look, b
         m_drawing.AddLine(last, first);
     m_drawing.EndChain(isClosed ? QStringLiteral("polygon") : QStringLiteral("polyline"));
     if (!numbers.IsAtEnd())
-        m_drawing.Skip(QStringLiteral("rest of faulty points"));
+        m_drawing.Skip(tr("rest of faulty points"));
 }

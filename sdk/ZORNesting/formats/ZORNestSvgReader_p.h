@@ -4,6 +4,7 @@
 
 #include "drawing/ZORNestDrawing_p.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 #include <QXmlStreamReader>
 
@@ -20,6 +21,8 @@ class ZORWorkContext;
 /// colour is that of the stroke, else that of the fill.
 class ZORNestSvgReader
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestSvgReader)
+
 public:
     ZORNestSvgReader(const QByteArray& bytes, ZORNestDrawing& drawing, QStringList& report,
                      const ZORWorkContext& context);

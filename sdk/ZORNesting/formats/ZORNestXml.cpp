@@ -9,10 +9,10 @@ namespace ZORNestXml {
 
 namespace {
 
-QString Tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORNestXml", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORNestXml)
+};
 
 } // namespace
 
@@ -27,7 +27,8 @@ void CheckMarkup(const QByteArray& bytes, QXmlStreamReader& reader)
 void CheckError(const QXmlStreamReader& reader)
 {
     if (reader.hasError())
-        throw ZORSysException(Tr("line %1: %2").arg(reader.lineNumber()).arg(reader.errorString()));
+        throw ZORSysException(
+            Texts::tr("line %1: %2").arg(QString::number(reader.lineNumber()), reader.errorString()));
 }
 
 } // namespace ZORNestXml

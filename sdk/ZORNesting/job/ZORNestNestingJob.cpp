@@ -6,19 +6,12 @@
 #include <ZORNesting/ZORNestNestingInput.h>
 #include <ZORNesting/ZORNestResult.h>
 
-#include <QCoreApplication>
-
 #include <cmath>
 #include <optional>
 
 namespace {
 
 constexpr double kMostReading = 1; // seconds of processor time after the end of the job
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORNestNestingJob", text);
-}
 
 ZORNestSolver::UsageRule ToUsageRule(ZORNestBaseFeature::PackagingUsageRule rule)
 {
@@ -37,7 +30,7 @@ ZORNestNestingPart MakeUnread(const QString& name)
 {
     ZORNestNestingPart part;
     part.item = ZORNestResultItem(name);
-    part.failure = Tr("no time left");
+    part.failure = ZORNestNestingJob::tr("no time left");
     return part;
 }
 
@@ -55,10 +48,10 @@ ZORNestNestingJob::ZORNestNestingJob(const ZORNestNestingInput& input,
     }
     for (qsizetype i = 0; i < input.GetPackagings().size(); ++i)
         AddKind(input, i);
-    m_job.separation = GetNumber(input.GetItemSeparation(), Tr("item separation"));
-    m_job.frameWidth = GetNumber(input.GetFrameWidth(), Tr("frame width"));
-    m_job.maxDeviation = GetNumber(input.GetMaxDeviation(), Tr("maximum deviation"));
-    m_job.deviationIncrement = GetNumber(input.GetDeviationIncrement(), Tr("deviation increment"));
+    m_job.separation = GetNumber(input.GetItemSeparation(), tr("item separation"));
+    m_job.frameWidth = GetNumber(input.GetFrameWidth(), tr("frame width"));
+    m_job.maxDeviation = GetNumber(input.GetMaxDeviation(), tr("maximum deviation"));
+    m_job.deviationIncrement = GetNumber(input.GetDeviationIncrement(), tr("deviation increment"));
     m_job.grain90 = input.IsGrain90Set();
     m_job.grain180 = input.IsGrain180Set();
     m_job.grain270 = input.IsGrain270Set();
@@ -73,7 +66,7 @@ double ZORNestNestingJob::GetNumber(double value, const QString& meaning)
 {
     if (value >= 0 && std::isfinite(value))
         return value;
-    m_remarks.append(Tr("%1 counts as 0 instead of %2").arg(meaning, QString::number(value)));
+    m_remarks.append(tr("%1 counts as 0 instead of %2").arg(meaning, QString::number(value)));
     return 0;
 }
 
@@ -84,13 +77,13 @@ void ZORNestNestingJob::AddItem(const ZORNestNestingInput& input, qsizetype inde
                                                    : QList<ZORNestNestingPart>{MakeUnread(source.GetName())};
     ZORNestSolver::Item item;
     if (source.GetQuantity() < 0)
-        m_remarks.append(Tr("part '%1': quantity %2 counts as 0")
+        m_remarks.append(tr("part '%1': quantity %2 counts as 0")
                              .arg(source.GetName(), QString::number(source.GetQuantity())));
     item.quantity = std::max(0, source.GetQuantity());
     item.priority = source.GetPriority();
     item.orientation = source.GetOrientation();
     if (!std::isfinite(item.orientation)) {
-        m_remarks.append(Tr("part '%1': orientation counts as 0 instead of %2")
+        m_remarks.append(tr("part '%1': orientation counts as 0 instead of %2")
                              .arg(source.GetName(), QString::number(item.orientation)));
         item.orientation = 0;
     }
@@ -98,7 +91,7 @@ void ZORNestNestingJob::AddItem(const ZORNestNestingInput& input, qsizetype inde
     item.grain180 = source.IsGrain180Set();
     item.grain270 = source.IsGrain270Set();
     item.maxDeviation =
-        GetNumber(source.GetMaxDeviation(), Tr("part '%1': maximum deviation").arg(source.GetName()));
+        GetNumber(source.GetMaxDeviation(), tr("part '%1': maximum deviation").arg(source.GetName()));
     item.deviationIncrement = source.GetDeviationIncrement();
     item.mirrored = source.IsMirrored();
     item.flippable = source.IsFlippable();
@@ -107,9 +100,9 @@ void ZORNestNestingJob::AddItem(const ZORNestNestingInput& input, qsizetype inde
                                  ? source.GetName()
                                  : source.GetName() + QStringLiteral(" / ") + part.item.GetName();
         if (item.quantity == 0 && !part.failure.isEmpty())
-            m_remarks.append(Tr("part '%1': %2").arg(name, part.failure));
+            m_remarks.append(tr("part '%1': %2").arg(name, part.failure));
         if (!part.remark.isEmpty())
-            m_remarks.append(Tr("part '%1' %2").arg(name, part.remark));
+            m_remarks.append(tr("part '%1' %2").arg(name, part.remark));
         item.name = name.toStdString();
         item.contours = part.contours;
         m_job.items.push_back(item);
@@ -121,23 +114,23 @@ void ZORNestNestingJob::AddKind(const ZORNestNestingInput& input, qsizetype inde
 {
     const ZORNestNestingInputPackaging source = input.GetPackagings().at(index);
     const auto getNumber = [&](double value, const QString& meaning) {
-        return GetNumber(value, Tr("sheet '%1': %2").arg(source.GetName(), meaning));
+        return GetNumber(value, tr("sheet '%1': %2").arg(source.GetName(), meaning));
     };
     if (source.GetQuantity() < 0) {
-        m_remarks.append(Tr("sheet '%1': quantity %2 counts as 0")
+        m_remarks.append(tr("sheet '%1': quantity %2 counts as 0")
                              .arg(source.GetName(), QString::number(source.GetQuantity())));
     }
     ZORNestSolver::SheetKind kind;
     kind.name = source.GetName().toStdString();
     kind.quantity = std::max(0, source.GetQuantity());
-    kind.width = getNumber(source.GetWidth(), Tr("width"));
+    kind.width = getNumber(source.GetWidth(), tr("width"));
     kind.length =
-        std::isnan(source.GetLength()) ? source.GetLength() : getNumber(source.GetLength(), Tr("length"));
-    kind.leftTrim = getNumber(source.GetLeftTrim(), Tr("left trim"));
-    kind.rightTrim = getNumber(source.GetRightTrim(), Tr("right trim"));
-    kind.topTrim = getNumber(source.GetTopTrim(), Tr("top trim"));
-    kind.bottomTrim = getNumber(source.GetBottomTrim(), Tr("bottom trim"));
-    kind.cost = getNumber(source.GetCost(), Tr("cost"));
+        std::isnan(source.GetLength()) ? source.GetLength() : getNumber(source.GetLength(), tr("length"));
+    kind.leftTrim = getNumber(source.GetLeftTrim(), tr("left trim"));
+    kind.rightTrim = getNumber(source.GetRightTrim(), tr("right trim"));
+    kind.topTrim = getNumber(source.GetTopTrim(), tr("top trim"));
+    kind.bottomTrim = getNumber(source.GetBottomTrim(), tr("bottom trim"));
+    kind.cost = getNumber(source.GetCost(), tr("cost"));
     m_job.kinds.push_back(kind);
 }
 

@@ -4,6 +4,7 @@
 
 #include "ZORNestNestingPart_p.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <functional>
@@ -13,6 +14,8 @@ class ZORNestNestingInput;
 /// What an input asks for, with the values that can be used.
 class ZORNestNestingJob
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestNestingJob)
+
 public:
     /// Most copies of parts that one job takes, high priorities first; the rest has no place.
     static constexpr int kMostCopies = 5000;

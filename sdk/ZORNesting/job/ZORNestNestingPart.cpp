@@ -5,7 +5,6 @@
 #include <ZORNesting/ZORNestResultReader.h>
 
 #include <QBuffer>
-#include <QCoreApplication>
 
 #include <cmath>
 
@@ -16,11 +15,6 @@ using ZORNestSolver::Contour;
 
 constexpr double LargestCoordinate = 1e6; // mm: no part has a kilometre
 constexpr double LeastArea = Segment::joinTolerance * Segment::joinTolerance;
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORNestNestingPart", text);
-}
 
 bool IsCut(const Segment& segment)
 {
@@ -128,7 +122,7 @@ PartMaker::Role PartMaker::GetRole(const ZORNestResultShape& shape) const
 void PartMaker::Add(const ZORNestResultShape& shape, qsizetype index)
 {
     if (!IsWithinReach(shape.GetBoundingBox())) {
-        m_part.failure = Tr("reaches beyond 1 km");
+        m_part.failure = ZORNestNestingPart::tr("reaches beyond 1 km");
         return;
     }
     const Role role = GetRole(shape);
@@ -168,7 +162,8 @@ void PartMaker::JoinOutlines()
             all.push_back(ring);
     }
     m_part.remark =
-        Tr("consists of %1 outlines, which are nested as one within their hull").arg(m_outlines.size());
+        ZORNestNestingPart::tr("consists of %1 outlines, which are nested as one within their hull")
+            .arg(m_outlines.size());
     m_outlines = {ZORNestSolver::MakeContour(GetConvexHull(all))};
 }
 
@@ -185,7 +180,7 @@ ZORNestNestingPart PartMaker::Make()
         m_holes.erase(m_holes.begin());
     }
     if (m_outlines.empty()) {
-        m_part.failure = Tr("has no closed outline");
+        m_part.failure = ZORNestNestingPart::tr("has no closed outline");
         return m_part;
     }
     m_part.cut.area = std::abs(m_part.cut.area);
@@ -212,7 +207,7 @@ QList<ZORNestNestingPart> ZORNestReadParts(const QString& name, const QByteArray
     if (parts.isEmpty()) {
         ZORNestNestingPart none;
         none.item = ZORNestResultItem(name);
-        none.failure = result.IsValid() ? Tr("file holds no part") : reader.GetFailure();
+        none.failure = result.IsValid() ? ZORNestNestingPart::tr("file holds no part") : reader.GetFailure();
         parts.append(none);
     }
     return parts;

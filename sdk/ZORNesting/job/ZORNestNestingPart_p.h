@@ -6,9 +6,14 @@
 
 #include <ZORNesting/ZORNestResultItem.h>
 
+#include <QCoreApplication>
+
 /// A part that is to be nested.
 struct ZORNestNestingPart
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestNestingPart)
+
+public:
     ZORNestResultItem item; // as its file has it
     std::vector<ZORNestSolver::Contour>
         contours;          // closed, the outline and the holes that may take other parts

@@ -34,10 +34,10 @@ Q_LOGGING_CATEGORY(ZorNestingRunLog, "zor.nesting")
 constexpr auto Pulse = 20ms;
 constexpr double MostProgress = 0.999; // as long as the job runs
 
-QString Tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORNestNestingRun", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORNestNestingRun)
+};
 
 QElapsedTimer StartTimer()
 {
@@ -190,21 +190,21 @@ ZORNestSolver::Solution Run::Solve()
 QString Run::GetEnding(double seconds) const
 {
     if (m_context.IsStopped())
-        return Tr("stopped");
+        return Texts::tr("stopped");
     if (m_input.GetMaxSteps() > 0)
-        return Tr("after %1 steps").arg(m_input.GetMaxSteps());
+        return Texts::tr("after %1 steps").arg(m_input.GetMaxSteps());
     if (m_input.GetMaxRunTime() > 0 && seconds >= m_input.GetMaxRunTime())
-        return Tr("at the maximum run time");
-    return Tr("no further gain");
+        return Texts::tr("at the maximum run time");
+    return Texts::tr("no further gain");
 }
 
 QStringList Run::GetRemarks(const ZORNestSolver::Solution& solution) const
 {
     QStringList remarks;
     for (const ZORNestSolver::UnplacedItem& entry : solution.unplaced) {
-        remarks.append(Tr("not placed: %1 of part '%2': %3")
-                           .arg(entry.count)
-                           .arg(QString::fromStdString(m_job.GetSolverJob().items[entry.item].name),
+        remarks.append(Texts::tr("not placed: %1 of part '%2': %3")
+                           .arg(QString::number(entry.count),
+                                QString::fromStdString(m_job.GetSolverJob().items[entry.item].name),
                                 QString::fromStdString(entry.reason)));
     }
     remarks += m_job.GetRemarks();
@@ -237,8 +237,8 @@ ZORWorkResult Run::Complete(ZORNestInterimLayout layout)
 {
     const std::vector<std::string> faults = FindFaults(m_job.GetSolverJob(), layout.solution);
     if (!faults.empty()) {
-        throw ZORSysException(
-            Tr("the last layout does not pass the check: %1").arg(QString::fromStdString(faults.front())));
+        throw ZORSysException(Texts::tr("the last layout does not pass the check: %1")
+                                  .arg(QString::fromStdString(faults.front())));
     }
     return Finish(std::move(layout.solution), layout.seconds);
 }
@@ -275,7 +275,7 @@ void WriteFile(const QDir& directory, const QString& name, const QByteArray& con
 {
     QFile file(directory.filePath(name));
     if (!file.open(QIODevice::WriteOnly) || !ZORSysReplacedFile::WriteAll(file, content))
-        throw ZORSysFileException(Tr("cannot keep '%1': %2").arg(file.fileName(), file.errorString()));
+        throw ZORSysFileException(Texts::tr("cannot keep '%1': %2").arg(file.fileName(), file.errorString()));
 }
 
 void Run::Keep(const ZORNestNestingOutcome& outcome) const

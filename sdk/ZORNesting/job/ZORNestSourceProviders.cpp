@@ -21,10 +21,10 @@ namespace {
 
 constexpr qint64 megabyte = 1 << 20;
 
-QString Tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORNestSourceProviders", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORNestSourceProviders)
+};
 
 // The whole of a file of bounded size.
 QByteArray ReadFile(const QString& path, qint64 maximumMegabytes)
@@ -33,10 +33,10 @@ QByteArray ReadFile(const QString& path, qint64 maximumMegabytes)
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(path, file.errorString());
     if (file.size() > maximumMegabytes * megabyte)
-        throw ZORSysFileException(Tr("file is larger than %1 MB").arg(maximumMegabytes));
+        throw ZORSysFileException(Texts::tr("file is larger than %1 MB").arg(maximumMegabytes));
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        throw ZORSysFileException(Tr("cannot read the file: %1").arg(file.errorString()));
+        throw ZORSysFileException(Texts::tr("cannot read the file: %1").arg(file.errorString()));
     return bytes;
 }
 
@@ -67,7 +67,7 @@ ZORNestPart MakeSinglePart(ZORNestDrawing& drawing, const QString& name, QString
 {
     const QList<ZORNestPart> parts = ZORNestPartFinder::FindParts(drawing, 0, name, report, context);
     if (parts.size() > 1)
-        throw ZORSysException(Tr("part '%1' has more than one outline").arg(name));
+        throw ZORSysException(Texts::tr("part '%1' has more than one outline").arg(name));
     return parts.constFirst();
 }
 
@@ -78,7 +78,7 @@ public:
         : ZORNestSourceProvider("dxf")
     {
     }
-    QString GetDisplayName() const override { return Tr("DXF drawing"); }
+    QString GetDisplayName() const override { return Texts::tr("DXF drawing"); }
     QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
                                    const ZORWorkContext& context, QStringList* report) const override
     {
@@ -93,7 +93,7 @@ public:
         : ZORNestSourceProvider("svg")
     {
     }
-    QString GetDisplayName() const override { return Tr("SVG drawing"); }
+    QString GetDisplayName() const override { return Texts::tr("SVG drawing"); }
     QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
                                    const ZORWorkContext& context, QStringList* report) const override
     {
@@ -108,7 +108,7 @@ public:
         : ZORNestSourceProvider("contour-xml")
     {
     }
-    QString GetDisplayName() const override { return Tr("Contours (XML)"); }
+    QString GetDisplayName() const override { return Texts::tr("Contours (XML)"); }
     QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
                                    const ZORWorkContext& context, QStringList* report) const override;
 };
@@ -129,17 +129,15 @@ QList<ZORNestResult> ContourProvider::Translate(const QString& path, const ZORNe
         for (qsizetype k = 0; k < contour.points.size(); ++k)
             drawing.AddLine(contour.points[k], contour.points[(k + 1) % contour.points.size()]);
         if (!drawing.EndChain(name))
-            throw ZORSysException(Tr("contour '%1' has no extent, or is out of range").arg(name));
+            throw ZORSysException(Texts::tr("contour '%1' has no extent, or is out of range").arg(name));
         if (contour.zMin != contour.zMax)
-            report->append(Tr("flattened: '%1', whose heights reach from %2 to %3")
-                               .arg(name)
-                               .arg(contour.zMin)
-                               .arg(contour.zMax));
+            report->append(Texts::tr("flattened: '%1', whose heights reach from %2 to %3")
+                               .arg(name, QString::number(contour.zMin), QString::number(contour.zMax)));
         parts.append(MakeSinglePart(drawing, name, *report, context));
         parts.last().assembly = names.mid(0, names.size() - 1).join(u'/');
     }
     if (parts.isEmpty())
-        throw ZORSysException(Tr("no closed outline found"));
+        throw ZORSysException(Texts::tr("no closed outline found"));
     return MakeResults(parts);
 }
 
@@ -171,7 +169,7 @@ public:
         : ZORNestSourceProvider("nesting-json")
     {
     }
-    QString GetDisplayName() const override { return Tr("Nesting benchmark (JSON)"); }
+    QString GetDisplayName() const override { return Texts::tr("Nesting benchmark (JSON)"); }
     QList<ZORNestResult> Translate(const QString& path, const ZORNestTranslationInput& input,
                                    const ZORWorkContext& context, QStringList* report) const override;
 };
@@ -189,15 +187,16 @@ QList<ZORNestResult> JsonProvider::Translate(const QString& path, const ZORNestT
         for (const ZORNestSolver::Contour& contour : instance.GetData().job.items[size_t(i)].contours) {
             DrawContour(contour, drawing);
             if (!drawing.EndChain(QStringLiteral("outline")))
-                throw ZORSysException(Tr("item '%1': outline without extent, or out of range").arg(name));
+                throw ZORSysException(
+                    Texts::tr("item '%1': outline without extent, or out of range").arg(name));
         }
         if (i + 1 == numItems && !instance.GetFault().isEmpty())
-            throw ZORSysException(Tr("item '%1': %2").arg(name, instance.GetFault()));
+            throw ZORSysException(Texts::tr("item '%1': %2").arg(name, instance.GetFault()));
         parts.append(MakeSinglePart(drawing, name, *report, context));
         parts.last().assembly = QFileInfo(path).completeBaseName();
     }
     if (parts.isEmpty())
-        throw ZORSysException(Tr("no closed outline found"));
+        throw ZORSysException(Texts::tr("no closed outline found"));
     return MakeResults(parts);
 }
 

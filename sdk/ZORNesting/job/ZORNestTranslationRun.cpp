@@ -3,13 +3,13 @@
 
 #include <ZORNesting/ZORNestResultWriter.h>
 #include <ZORNesting/ZORNestSourceProvider.h>
+#include <ZORNesting/ZORNestTranslationProcessor.h>
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysFileName.h>
 #include <ZORWorker/ZORWorkContext.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QHash>
@@ -20,11 +20,6 @@
 #include <string_view>
 
 namespace {
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORNestTranslationProcessor", text);
-}
 
 constexpr QLatin1String kSuffix(".msi");
 constexpr qsizetype kLongestNumber = 11; // "-2147483647"
@@ -79,15 +74,16 @@ const ZORNestSourceProvider& Translation::GetProvider() const
     const bool isPossible = m_input.GetInputFileType() == ZORNestTranslationInput::ProviderSource
                             && m_input.GetOutputFileType() == ZORNestTranslationInput::PartFile;
     if (!isPossible) {
-        throw ZORSysException(Tr("cannot translate from file type %1 to file type %2")
-                                  .arg(int(m_input.GetInputFileType()))
-                                  .arg(int(m_input.GetOutputFileType())));
+        throw ZORSysException(
+            ZORNestTranslationProcessor::tr("cannot translate from file type %1 to file type %2")
+                .arg(QString::number(int(m_input.GetInputFileType())),
+                     QString::number(int(m_input.GetOutputFileType()))));
     }
     const ZORNestSourceProvider* const provider =
         ZORNestSourceProvider::GetProvider(m_input.GetPreTranslateProvider());
     if (!provider)
-        throw ZORSysException(
-            Tr("there is no provider '%1'").arg(QString::fromUtf8(m_input.GetPreTranslateProvider())));
+        throw ZORSysException(ZORNestTranslationProcessor::tr("there is no provider '%1'")
+                                  .arg(QString::fromUtf8(m_input.GetPreTranslateProvider())));
     return *provider;
 }
 
@@ -110,7 +106,8 @@ QString Translation::MakeDirectory(const ZORWorkContext& context, const QString&
 {
     const QString path = QDir(context.GetWorkDirectory()).filePath(name);
     if (!QDir().mkpath(path))
-        throw ZORSysFileException(Tr("cannot make the directory '%1'").arg(path));
+        throw ZORSysFileException(
+            ZORNestTranslationProcessor::tr("cannot make the directory '%1'").arg(path));
     return path;
 }
 
@@ -126,7 +123,8 @@ void Translation::WritePart(const QString& path, const QString& name, const ZORN
     else if (writer.Write(part) < 0)
         failure = writer.GetFailure();
     if (!failure.isEmpty())
-        throw ZORSysFileException(Tr("cannot write part '%1': %2").arg(name, failure));
+        throw ZORSysFileException(
+            ZORNestTranslationProcessor::tr("cannot write part '%1': %2").arg(name, failure));
 }
 
 // For whoever looks into a directory that was kept; a missing report fails nothing.
@@ -149,8 +147,8 @@ QList<ZORWorkResource> Translation::Translate(const ZORWorkContext& context)
         const QString path = handedOut.filePath(name);
         WritePart(path, name, part);
         if (QFile written(path); m_task.isKept && !written.copy(kept.filePath(name)))
-            throw ZORSysFileException(
-                Tr("cannot keep a copy of part '%1': %2").arg(name, written.errorString()));
+            throw ZORSysFileException(ZORNestTranslationProcessor::tr("cannot keep a copy of part '%1': %2")
+                                          .arg(name, written.errorString()));
         resources.append(ZORWorkResource(path));
         context.SetProgress(0.8 + 0.2 * double(resources.size()) / double(parts.size()));
     }

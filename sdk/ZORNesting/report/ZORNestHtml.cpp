@@ -7,10 +7,10 @@
 
 namespace {
 
-QString Tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORNestHtml", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORNestHtml)
+};
 
 QString Number(double value, int decimals)
 {
@@ -37,31 +37,31 @@ QString ZORNestHtml::Plain(double value, int decimals)
 
 QString ZORNestHtml::Length(double millimetres)
 {
-    return Tr("%1 mm").arg(Plain(millimetres, 1));
+    return Texts::tr("%1 mm").arg(Plain(millimetres, 1));
 }
 
 QString ZORNestHtml::LongLength(double millimetres)
 {
-    return millimetres < 10000 ? Length(millimetres) : Tr("%1 m").arg(Number(millimetres / 1000, 2));
+    return millimetres < 10000 ? Length(millimetres) : Texts::tr("%1 m").arg(Number(millimetres / 1000, 2));
 }
 
 QString ZORNestHtml::Area(double squareMillimetres)
 {
-    return squareMillimetres < 1e4 ? Tr("%1 mm²").arg(Plain(squareMillimetres, 1))
-                                   : Tr("%1 m²").arg(Number(squareMillimetres / 1e6, 3));
+    return squareMillimetres < 1e4 ? Texts::tr("%1 mm²").arg(Plain(squareMillimetres, 1))
+                                   : Texts::tr("%1 m²").arg(Number(squareMillimetres / 1e6, 3));
 }
 
 QString ZORNestHtml::Percent(double share)
 {
-    return Tr("%1 %").arg(Number(100 * share, 1));
+    return Texts::tr("%1 %").arg(Number(100 * share, 1));
 }
 
 QString ZORNestHtml::Time(double seconds)
 {
     if (seconds < 120)
-        return Tr("%1 s").arg(Number(seconds, 1));
+        return Texts::tr("%1 s").arg(Number(seconds, 1));
     const qint64 whole = std::llround(seconds);
-    return Tr("%1 min %2 s").arg(whole / 60).arg(whole % 60);
+    return Texts::tr("%1 min %2 s").arg(QString::number(whole / 60), QString::number(whole % 60));
 }
 
 QString ZORNestHtml::Heading(const QString& text)
@@ -84,8 +84,7 @@ QString ZORNestHtml::Bar(double share)
         return width == 0
                    ? QString()
                    : QStringLiteral("<td width=\"%1%\" bgcolor=\"%2\" style=\"font-size:3pt;\">&nbsp;</td>")
-                         .arg(width)
-                         .arg(QLatin1String(color));
+                         .arg(QString::number(width), QLatin1String(color));
     };
     return WriteTable(
         0, "margin-top:2px; margin-bottom:4px;",

@@ -4,7 +4,6 @@
 #include "solver/ZORNestSolverBudget.h"
 
 #include <QBuffer>
-#include <QCoreApplication>
 
 #include <cmath>
 #include <map>
@@ -46,11 +45,6 @@ constexpr double MostMeasuring = 1;      // seconds of processor time for the po
 constexpr double NarrowestRemnant = 10;  // mm that are worth keeping
 constexpr char LabelColor[] = "#1d2630"; // on the light colours of the parts
 
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORNestReport", text);
-}
-
 QString Escape(const std::string& text)
 {
     return QString::fromStdString(text).toHtmlEscaped();
@@ -65,8 +59,8 @@ QString NumberCell(size_t item)
 {
     return QStringLiteral("<td width=\"32\" align=\"center\" bgcolor=\"%1\" style=\"color:%2; "
                           "font-weight:600;\">%3</td>")
-        .arg(ZORNestSheetPicture::GetColor(item).name(), QLatin1String(LabelColor))
-        .arg(item + 1);
+        .arg(ZORNestSheetPicture::GetColor(item).name(), QLatin1String(LabelColor),
+             QString::number(item + 1));
 }
 
 /// The polygon around a part. Once polygons have taken long, the hull has to do: whoever stops a job waits for its report.
@@ -100,9 +94,11 @@ QString Angles(const std::set<double>& degrees)
 QString Hands(const Copies& copies)
 {
     if (copies.mirrored == 0)
-        return Tr("no");
-    return copies.mirrored == copies.count ? Tr("yes")
-                                           : Tr("%1 of %2").arg(copies.mirrored).arg(copies.count);
+        return ZORNestReportWriter::tr("no");
+    return copies.mirrored == copies.count
+               ? ZORNestReportWriter::tr("yes")
+               : ZORNestReportWriter::tr("%1 of %2")
+                     .arg(QString::number(copies.mirrored), QString::number(copies.count));
 }
 
 } // namespace
@@ -177,15 +173,15 @@ QString ZORNestReportWriter::WriteRemnant(const NestedSheet& sheet) const
 {
     const SheetKind& kind = m_job.kinds[sheet.kind];
     if (kind.IsRoll())
-        return Tr("the rest of the roll");
+        return tr("the rest of the roll");
     const Box occupied = GetOccupied(sheet);
     const double right = sheet.usedLength - occupied.max.x - m_job.separation;
     const double above = kind.width - occupied.max.y - m_job.separation;
     if (right < NarrowestRemnant && above < NarrowestRemnant)
-        return Tr("none");
+        return tr("none");
     if (right * kind.width >= above * sheet.usedLength)
-        return Tr("%1 × %2").arg(Plain(right, 1), Length(kind.width));
-    return Tr("%1 × %2").arg(Plain(sheet.usedLength, 1), Length(above));
+        return tr("%1 × %2").arg(Plain(right, 1), Length(kind.width));
+    return tr("%1 × %2").arg(Plain(sheet.usedLength, 1), Length(above));
 }
 
 ZORNestReportWriter::Totals ZORNestReportWriter::GetTotals() const
@@ -209,15 +205,16 @@ QString ZORNestReportWriter::WriteTitle(const Totals& totals) const
     if (!m_details.material.isEmpty())
         material.append(m_details.material.toHtmlEscaped());
     if (m_details.thickness > 0)
-        material.append(Tr("%1 mm").arg(Plain(m_details.thickness, 3)));
+        material.append(tr("%1 mm").arg(Plain(m_details.thickness, 3)));
     const qint64 all = totals.placed + totals.unplaced;
-    const QString verdict = all == 0 ? Tr("There is nothing to nest.")
+    const QString verdict = all == 0 ? tr("There is nothing to nest.")
                             : totals.unplaced == 0
-                                ? Tr("All parts are placed.")
-                                : Tr("%1 of %2 parts found no place.").arg(totals.unplaced).arg(all);
+                                ? tr("All parts are placed.")
+                                : tr("%1 of %2 parts found no place.")
+                                      .arg(QString::number(totals.unplaced), QString::number(all));
     return QStringLiteral(
                "<p style=\"font-size:20pt; font-weight:600; margin-top:0px; margin-bottom:0px;\">%1</p>")
-               .arg(Tr("Nesting report"))
+               .arg(tr("Nesting report"))
            + (material.isEmpty() ? QString() : Paragraph(material.join(QStringLiteral(" · ")), QuietColor))
            + Paragraph(verdict, totals.unplaced == 0 ? GoodColor : BadColor,
                        "font-size:12pt; font-weight:600;");
@@ -229,17 +226,19 @@ QString ZORNestReportWriter::WriteTotals(const Totals& totals) const
                                     [](const SheetKind& kind) { return kind.cost == 0; });
     const double share = Share(totals.partArea, totals.sheetArea);
     Facts facts;
-    facts.Add(Tr("Utilisation"), Percent(share));
-    facts.Add(Tr("Parts placed"), Tr("%1 of %2").arg(totals.placed).arg(totals.placed + totals.unplaced));
-    facts.Add(Tr("Material used"), Area(totals.sheetArea));
-    facts.Add(Tr("Sheets"), QString::number(totals.sheets));
-    facts.Add(Tr("Area of parts"), Area(totals.partArea));
-    facts.Add(Tr("Cut length"), LongLength(totals.cutLength));
-    facts.Add(Tr("Cost"), isFree ? Tr("none given") : QString::number(m_solution.cost, 'f', 2));
-    facts.Add(Tr("Run time"), Time(m_details.runTime));
-    facts.Add(Tr("Seed"), QString::number(m_job.seed));
+    facts.Add(tr("Utilisation"), Percent(share));
+    facts.Add(
+        tr("Parts placed"),
+        tr("%1 of %2").arg(QString::number(totals.placed), QString::number(totals.placed + totals.unplaced)));
+    facts.Add(tr("Material used"), Area(totals.sheetArea));
+    facts.Add(tr("Sheets"), QString::number(totals.sheets));
+    facts.Add(tr("Area of parts"), Area(totals.partArea));
+    facts.Add(tr("Cut length"), LongLength(totals.cutLength));
+    facts.Add(tr("Cost"), isFree ? tr("none given") : QString::number(m_solution.cost, 'f', 2));
+    facts.Add(tr("Run time"), Time(m_details.runTime));
+    facts.Add(tr("Seed"), QString::number(m_job.seed));
     if (!m_details.ending.isEmpty())
-        facts.Add(Tr("Ended"), m_details.ending.toHtmlEscaped());
+        facts.Add(tr("Ended"), m_details.ending.toHtmlEscaped());
     return Bar(share) + facts.Write();
 }
 
@@ -247,11 +246,11 @@ QString ZORNestReportWriter::WriteUnplaced() const
 {
     if (m_solution.unplaced.empty())
         return {};
-    Table table({Tr("No."), Tr("Part"), Tr("Count"), Tr("Reason")});
+    Table table({tr("No."), tr("Part"), tr("Count"), tr("Reason")});
     for (const UnplacedItem& entry : m_solution.unplaced)
         table.AddRow(NumberCell(entry.item), {Escape(m_job.items[entry.item].name),
                                               QString::number(entry.count), Escape(entry.reason)});
-    return Heading(Tr("Not placed")) + table.Write();
+    return Heading(tr("Not placed")) + table.Write();
 }
 
 QString ZORNestReportWriter::WriteRemarks() const
@@ -264,7 +263,7 @@ QString ZORNestReportWriter::WriteRemarks() const
     QString html;
     for (const QString& remark : remarks)
         html += QStringLiteral("<li>%1</li>").arg(remark.toHtmlEscaped());
-    return Heading(Tr("Remarks")) + QStringLiteral("<ul style=\"margin-top:0px;\">%1</ul>").arg(html);
+    return Heading(tr("Remarks")) + QStringLiteral("<ul style=\"margin-top:0px;\">%1</ul>").arg(html);
 }
 
 QString ZORNestReportWriter::WriteParts(size_t index) const
@@ -277,7 +276,7 @@ QString ZORNestReportWriter::WriteParts(size_t index) const
         const double degrees = ZORNestSolver::NormalizeAngle(placement.pose.angle) * 180 / std::numbers::pi;
         copies.degrees.insert(std::fmod(std::round(degrees * 100) / 100, 360));
     }
-    Table table({Tr("No."), Tr("Part"), Tr("Count"), Tr("Mirrored"), Tr("Turned by"), Tr("Area")});
+    Table table({tr("No."), tr("Part"), tr("Count"), tr("Mirrored"), tr("Turned by"), tr("Area")});
     for (const auto& [item, copies] : parts)
         table.AddRow(NumberCell(item),
                      {Escape(m_job.items[item].name), QString::number(copies.count), Hands(copies),
@@ -291,19 +290,19 @@ QString ZORNestReportWriter::WriteSheetFacts(size_t index) const
     const SheetKind& kind = m_job.kinds[sheet.kind];
     const double share = Share(GetPartArea(sheet), GetSheetArea(sheet));
     Facts facts;
-    facts.Add(Tr("Utilisation"), Percent(share));
-    facts.Add(Tr("Parts"), QString::number(sheet.placements.size()));
+    facts.Add(tr("Utilisation"), Percent(share));
+    facts.Add(tr("Parts"), QString::number(sheet.placements.size()));
     if (kind.IsRoll()) {
-        facts.Add(Tr("Roll width"), Length(kind.width));
-        facts.Add(Tr("Used length"), Length(sheet.usedLength));
+        facts.Add(tr("Roll width"), Length(kind.width));
+        facts.Add(tr("Used length"), Length(sheet.usedLength));
     } else {
-        facts.Add(Tr("Size"), Tr("%1 × %2").arg(Plain(kind.length, 1), Length(kind.width)));
-        facts.Add(Tr("Used length"), Length(GetOccupied(sheet).max.x));
+        facts.Add(tr("Size"), tr("%1 × %2").arg(Plain(kind.length, 1), Length(kind.width)));
+        facts.Add(tr("Used length"), Length(GetOccupied(sheet).max.x));
     }
-    facts.Add(Tr("Remnant"), WriteRemnant(sheet));
-    facts.Add(Tr("Cut length"), LongLength(GetCutLength(sheet)));
+    facts.Add(tr("Remnant"), WriteRemnant(sheet));
+    facts.Add(tr("Cut length"), LongLength(GetCutLength(sheet)));
     if (sheet.stack > 1)
-        facts.Add(Tr("Stack"), Tr("%1 sheets at once").arg(sheet.stack));
+        facts.Add(tr("Stack"), tr("%1 sheets at once").arg(sheet.stack));
     return Bar(share) + facts.Write();
 }
 
@@ -316,23 +315,22 @@ QString ZORNestReportWriter::WritePicture(size_t index) const
     picture.save(&buffer, "PNG", PngQuality);
     return QStringLiteral("<p style=\"margin-top:6px; margin-bottom:6px;\"><img width=\"%1\" height=\"%2\" "
                           "src=\"data:image/png;base64,%3\"></p>")
-        .arg(picture.width() / PixelRatio)
-        .arg(picture.height() / PixelRatio)
-        .arg(QString::fromLatin1(png.toBase64()));
+        .arg(QString::number(picture.width() / PixelRatio), QString::number(picture.height() / PixelRatio),
+             QString::fromLatin1(png.toBase64()));
 }
 
 // Numbered as in lists of the sheet files, from 0.
 QString ZORNestReportWriter::WriteSheet(size_t index) const
 {
     const SheetKind& kind = m_job.kinds[m_solution.sheets[index].kind];
-    return Heading(Tr("Sheet %1: %2").arg(QString::number(index), Escape(kind.name))) + WriteSheetFacts(index)
+    return Heading(tr("Sheet %1: %2").arg(QString::number(index), Escape(kind.name))) + WriteSheetFacts(index)
            + WritePicture(index) + WriteParts(index);
 }
 
 QByteArray ZORNestReportWriter::Write() const
 {
     QString html = QStringLiteral("<html><head><meta charset=\"utf-8\"><title>%1</title></head><body>")
-                       .arg(Tr("Nesting report"));
+                       .arg(tr("Nesting report"));
     const Totals totals = GetTotals();
     html += WriteTitle(totals);
     if (totals.sheets > 0)

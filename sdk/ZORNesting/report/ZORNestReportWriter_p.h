@@ -5,6 +5,7 @@
 #include "ZORNestReportPart_p.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QImage>
 #include <QString>
 #include <QStringList>
@@ -30,6 +31,8 @@ struct ZORNestReportDetails
 /// and on light backgrounds. May run in any thread. All three must outlive the report.
 class ZORNestReportWriter
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORNestReportWriter)
+
 public:
     ZORNestReportWriter(const ZORNestSolver::Job& job, const ZORNestSolver::Solution& solution,
                         const ZORNestReportDetails& details);
