@@ -13,10 +13,14 @@
 #include <ZORFeature/ZORFeatShapeOf.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 
+#include <QCoreApplication>
+
 namespace {
 
 class Content final : public ZORStdContent
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompLayupCmd)
+
 public:
     Content(ZORFeatEnvironment* environment, QWidget* parent)
         : ZORStdContent(environment, parent)

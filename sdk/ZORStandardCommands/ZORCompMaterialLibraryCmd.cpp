@@ -7,6 +7,7 @@
 #include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORFeature/ZORFeatContainer.h>
 
+#include <QCoreApplication>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -18,6 +19,8 @@ namespace {
 
 class Content final : public ZORStdContent
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompMaterialLibraryCmd)
+
 public:
     Content(ZORFeatEnvironment* environment, QWidget* parent)
         : ZORStdContent(environment, parent)

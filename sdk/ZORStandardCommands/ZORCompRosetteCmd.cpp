@@ -11,6 +11,8 @@
 #include <ZORMathematics/ZORMathPoint.h>
 #include <ZORMathematics/ZORMathVector.h>
 
+#include <QCoreApplication>
+
 #include <memory>
 
 namespace {
@@ -22,6 +24,8 @@ bool IsParallel(const ZORMathVector& a, const ZORMathVector& b)
 
 class Content final : public ZORStdContent
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompRosetteCmd)
+
 public:
     Content(ZORFeatEnvironment* environment, QWidget* parent)
         : ZORStdContent(environment, parent)

@@ -12,6 +12,7 @@
 #include <ZORSystem/ZORSysException.h>
 
 #include <QComboBox>
+#include <QCoreApplication>
 
 #include <limits>
 #include <memory>
@@ -26,6 +27,8 @@ QString ToSentence(const QString& message)
 
 class Content final : public ZORStdContent
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCompStrategyCmd)
+
 public:
     Content(ZORFeatEnvironment* environment, QWidget* parent)
         : ZORStdContent(environment, parent)

@@ -36,7 +36,7 @@ constexpr NumberColumn NumberColumns[Properties::NumNumbers] = {
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "E2 (MPa)"), 1, false, false},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "G12 (MPa)"), 1, false, false},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "G23 (MPa)"), 1, false, false},
-    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "\u03bd12"), 1, true, true},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "ν12"), 1, true, true},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Permeability 1 (m\u00b2)"), 1, true, false},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Permeability 2 (m\u00b2)"), 1, true, false},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Permeability 3 (m\u00b2)"), 1, true, false},
@@ -234,7 +234,7 @@ QString ZORStdMaterialModel::FindCellProblem(int row, int column) const
         return tr("Row %1: enter a name.").arg(row + 1);
     for (int other = 0; other < row; ++other) {
         if (m_rows[size_t(other)].name == cells.name)
-            return tr("Row %1: another material is named '%2'.").arg(row + 1).arg(cells.name);
+            return tr("Row %1: another material is named '%2'.").arg(QString::number(row + 1), cells.name);
     }
     return {};
 }

@@ -28,7 +28,7 @@ QString ZORStdUniqueLabel(const ZORFeatContainer& container, const QString& want
             labels.insert(feature->GetLabel());
     }
     for (int number = 1;; ++number) {
-        QString label = QString::fromLatin1("%1 %2").arg(wanted).arg(number);
+        QString label = QString::fromLatin1("%1 %2").arg(wanted, QString::number(number));
         if (!labels.contains(label))
             return label;
     }

@@ -32,31 +32,35 @@ public:
     {
         InitResources(); // applications look for the icons at once
         const char* const composites = "Composites";
-        Publish<ZORCompLayupCmd>(composites, "Create", "layup", "Create Layup",
-                                 "Creates a layup of plies on a surface");
-        Publish<ZORCompMaterialLibraryCmd>(composites, "Edit", "material-library", "Material Library",
-                                           "Edits the materials that plies are made of");
-        Publish<ZORCompRosetteCmd>(composites, "Create", "rosette", "Create Rosette",
-                                   "Creates an axis system from which fibre angles are measured");
-        Publish<ZORCompStrategyCmd>(composites, "Create", "strategy", "Create Draping Strategy",
-                                    "Creates a strategy by which layers are draped");
-        Publish<ZORWFProjectionCmd>("Wireframe", "Create", "projection", "Create Projection",
-                                    "Projects a point or a curve onto a surface and follows them");
-        Publish<ZORTPCourseCmd>("Tool Path", "Create", "course", "Create Course",
-                                "Creates a course of a fibre placement machine on a surface");
+        Publish<ZORCompLayupCmd>(composites, "Create", "layup", ZORCompLayupCmd::tr("Create Layup"),
+                                 ZORCompLayupCmd::tr("Creates a layup of plies on a surface"));
+        Publish<ZORCompMaterialLibraryCmd>(
+            composites, "Edit", "material-library", ZORCompMaterialLibraryCmd::tr("Material Library"),
+            ZORCompMaterialLibraryCmd::tr("Edits the materials that plies are made of"));
+        Publish<ZORCompRosetteCmd>(
+            composites, "Create", "rosette", ZORCompRosetteCmd::tr("Create Rosette"),
+            ZORCompRosetteCmd::tr("Creates an axis system from which fibre angles are measured"));
+        Publish<ZORCompStrategyCmd>(composites, "Create", "strategy",
+                                    ZORCompStrategyCmd::tr("Create Draping Strategy"),
+                                    ZORCompStrategyCmd::tr("Creates a strategy by which layers are draped"));
+        Publish<ZORWFProjectionCmd>(
+            "Wireframe", "Create", "projection", ZORWFProjectionCmd::tr("Create Projection"),
+            ZORWFProjectionCmd::tr("Projects a point or a curve onto a surface and follows them"));
+        Publish<ZORTPCourseCmd>(
+            "Tool Path", "Create", "course", ZORTPCourseCmd::tr("Create Course"),
+            ZORTPCourseCmd::tr("Creates a course of a fibre placement machine on a surface"));
     }
 
 private:
     // The strings are allocated: literals vanish with the library.
     template<class Command>
-    void Publish(const char* category, const char* method, const char* icon, const char* text,
-                 const char* toolTip)
+    void Publish(const char* category, const char* method, const char* icon, const QString& text,
+                 const QString& toolTip)
     {
         const QMetaObject* const command = &Command::staticMetaObject;
         ZORCmdController::GetController()->RegisterCommand(command);
-        m_publishers.emplace_back(QString::fromLatin1(category), command, QString::fromLatin1(icon),
-                                  QString::fromLatin1(text), QString::fromLatin1(toolTip),
-                                  int(m_publishers.size()), ZORCmdActionPublisher::MenuOnly,
+        m_publishers.emplace_back(QString::fromLatin1(category), command, QString::fromLatin1(icon), text,
+                                  toolTip, int(m_publishers.size()), ZORCmdActionPublisher::MenuOnly,
                                   QVariantMap{{QString::fromLatin1("method"), QString::fromLatin1(method)}});
     }
 

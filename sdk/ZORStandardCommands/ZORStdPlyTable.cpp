@@ -10,6 +10,7 @@
 #include <ZORFeature/ZORFeatContainer.h>
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -22,6 +23,8 @@ namespace {
 
 class Delegate final : public QStyledItemDelegate
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORStdPlyTable)
+
 public:
     Delegate(ZORFeatContainer* container, QObject* parent)
         : QStyledItemDelegate(parent)

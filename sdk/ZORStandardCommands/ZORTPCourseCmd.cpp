@@ -17,6 +17,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 
 #include <limits>
 
@@ -26,6 +27,8 @@ enum Method { AlongCurve, FromPoint };
 
 class Content final : public ZORStdContent
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORTPCourseCmd)
+
 public:
     Content(ZORFeatEnvironment* environment, QWidget* parent)
         : ZORStdContent(environment, parent)

@@ -6,10 +6,14 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORWireframe/ZORWFProjection.h>
 
+#include <QCoreApplication>
+
 namespace {
 
 class Content final : public ZORStdContent
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWFProjectionCmd)
+
 public:
     Content(ZORFeatEnvironment* environment, QWidget* parent)
         : ZORStdContent(environment, parent)
