@@ -5,7 +5,6 @@
 #include <ZORGeometry/ZORGeoGeometry.h>
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QMap>
 #include <QSignalBlocker>
 #include <QTableView>
@@ -13,11 +12,6 @@
 namespace {
 
 constexpr int GeometryRole = Qt::UserRole + 1;
-
-QString Translate(const char* text)
-{
-    return QCoreApplication::translate("ZORTestMainDialog", text);
-}
 
 QStandardItem* CreateNameItem(ZORGeoGeometry* geometry)
 {
@@ -44,7 +38,7 @@ void ZORTestContainerBrowser::FillTypes()
     for (const QMetaObject* type : types)
         byName.insert(type->className(), type);
 
-    m_typeCombo->addItem(Translate("<all types>"));
+    m_typeCombo->addItem(tr("<all types>"));
     for (auto type = byName.cbegin(); type != byName.cend(); ++type)
         m_typeCombo->addItem(QLatin1String(type.key()), QVariant::fromValue(type.value()));
 }
@@ -75,7 +69,7 @@ void ZORTestContainerBrowser::Refresh()
             m_model.setItem(row, 1, referenceCounts[row]);
         }
     }
-    m_model.setHorizontalHeaderLabels({Translate("Name"), Translate("Ref Count")});
+    m_model.setHorizontalHeaderLabels({tr("Name"), tr("Ref Count")});
     m_table->resizeColumnsToContents();
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QStandardItemModel>
 
 class QComboBox;
@@ -16,6 +17,8 @@ class ZORGeoGeometry;
 /// recognized before it is touched.
 class ZORTestContainerBrowser
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORTestContainerBrowser)
+
 public:
     enum class Deletion { NoRow, Deleted, Refused };
 

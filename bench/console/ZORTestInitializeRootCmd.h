@@ -8,7 +8,7 @@
 class ZORTestInitializeRootCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Initialize Root")
+    Q_CLASSINFO("label", QT_TR_NOOP("Initialize Root"))
 
 public:
     Q_INVOKABLE explicit ZORTestInitializeRootCmd(ZORTestEnvironment* environment);

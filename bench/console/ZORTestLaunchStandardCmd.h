@@ -10,7 +10,7 @@
 class ZORTestLaunchStandardCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Launch Standard Command")
+    Q_CLASSINFO("label", QT_TR_NOOP("Launch Standard Command"))
 
 public:
     Q_INVOKABLE explicit ZORTestLaunchStandardCmd(ZORTestEnvironment* environment);

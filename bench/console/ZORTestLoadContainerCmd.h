@@ -10,7 +10,7 @@
 class ZORTestLoadContainerCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Save Container")
+    Q_CLASSINFO("label", QT_TR_NOOP("Save Container"))
 
 public:
     Q_INVOKABLE explicit ZORTestLoadContainerCmd(ZORTestEnvironment* environment);

@@ -11,7 +11,7 @@
 class ZORTestSaveContainerCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Save Container")
+    Q_CLASSINFO("label", QT_TR_NOOP("Save Container"))
 
 public:
     Q_INVOKABLE explicit ZORTestSaveContainerCmd(ZORTestEnvironment* environment);

@@ -3,7 +3,6 @@
 #include <ZORSystem/ZORSysStackMonitor.h>
 
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QPlainTextEdit>
 
 ZORTestStackBrowser::ZORTestStackBrowser(QComboBox* labelCombo, QComboBox* traceCombo, QPlainTextEdit* text)
@@ -16,7 +15,7 @@ ZORTestStackBrowser::ZORTestStackBrowser(QComboBox* labelCombo, QComboBox* trace
 void ZORTestStackBrowser::RefreshLabels()
 {
     m_labelCombo->clear();
-    m_labelCombo->addItem(QCoreApplication::translate("ZORTestMainDialog", "<all labels>"));
+    m_labelCombo->addItem(tr("<all labels>"));
     m_labelCombo->addItems(ZORSysStackMonitor::GetStackMonitor()->GetLabels());
 }
 

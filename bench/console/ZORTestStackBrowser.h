@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QStringList>
 
 class QComboBox;
@@ -10,6 +11,8 @@ class QPlainTextEdit;
 /// Shows the SDK's stack monitor in two combo boxes, labels and traces, and a text area.
 class ZORTestStackBrowser
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORTestStackBrowser)
+
 public:
     /// The widgets are not owned.
     ZORTestStackBrowser(QComboBox* labelCombo, QComboBox* traceCombo, QPlainTextEdit* text);

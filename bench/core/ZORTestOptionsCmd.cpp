@@ -5,8 +5,9 @@
 
 namespace {
 
-const ZORTestHostAction hostAction(&ZORTestOptionsCmd::staticMetaObject, "SDK Test Options",
-                                   "Launches the SDK testing framework options dialog");
+const ZORTestHostAction
+    hostAction(&ZORTestOptionsCmd::staticMetaObject, ZORTestOptionsCmd::tr("SDK Test Options"),
+               ZORTestOptionsCmd::tr("Launches the SDK testing framework options dialog"));
 
 } // namespace
 

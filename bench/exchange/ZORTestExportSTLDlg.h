@@ -17,7 +17,7 @@ class ZORTestGeometrySelector;
 class ZORTestExportSTLDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Export STL Surface")
+    Q_CLASSINFO("label", QT_TR_NOOP("Export STL Surface"))
 
 public:
     Q_INVOKABLE explicit ZORTestExportSTLDlg(ZORTestEnvironment* environment);

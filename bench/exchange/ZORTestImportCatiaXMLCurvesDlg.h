@@ -30,7 +30,7 @@ class ZORTestImportCatiaXMLCurvesDlg;
 class ZORTestImportCatiaXMLCurvesDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Import CATIA XML Curves")
+    Q_CLASSINFO("label", QT_TR_NOOP("Import CATIA XML Curves"))
     Q_CLASSINFO("createdTypes", "ZORGeoCurve")
 
 public:

@@ -30,7 +30,7 @@ class ZORTestNestNestingDlg;
 class ZORTestNestNestingDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Translate for Nesting")
+    Q_CLASSINFO("label", QT_TR_NOOP("Translate for Nesting"))
 
 public:
     Q_INVOKABLE explicit ZORTestNestNestingDlg(ZORTestEnvironment* environment);

@@ -24,7 +24,7 @@ class ZORTestNestTranslateDlg;
 class ZORTestNestTranslateDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Translate for Nesting")
+    Q_CLASSINFO("label", QT_TR_NOOP("Translate for Nesting"))
 
 public:
     Q_INVOKABLE explicit ZORTestNestTranslateDlg(ZORTestEnvironment* environment);

@@ -8,7 +8,7 @@
 class ZORTestNestVisualizeResultCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Nesting Result Image")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Nesting Result Image"))
 
 public:
     Q_INVOKABLE explicit ZORTestNestVisualizeResultCmd(ZORTestEnvironment* environment);

@@ -9,7 +9,7 @@
 class ZORTestReadMSIFileCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Import STL Surface")
+    Q_CLASSINFO("label", QT_TR_NOOP("Import STL Surface"))
     Q_CLASSINFO("createdTypes", "ZORGeoSurface")
 
 public:

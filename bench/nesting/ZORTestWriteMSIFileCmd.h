@@ -9,7 +9,7 @@
 class ZORTestWriteMSIFileCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Save to MSI file")
+    Q_CLASSINFO("label", QT_TR_NOOP("Save to MSI file"))
     Q_CLASSINFO("createdTypes", "ZORGeoSurface")
 
 public:

@@ -9,7 +9,7 @@
 class ZORTestCompReaderCmd final : public ZORTestCommand
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Point")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Point"))
 
 public:
     Q_INVOKABLE explicit ZORTestCompReaderCmd(ZORTestEnvironment* environment);

@@ -10,7 +10,7 @@ class ZORTestGeometrySelector;
 class ZORTestCreateDrapingDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Draping")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Draping"))
     Q_CLASSINFO("createdTypes", "ZORCompStrategy")
 
 public:

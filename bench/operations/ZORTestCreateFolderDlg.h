@@ -11,7 +11,7 @@ class ZORTestGeometrySelector;
 class ZORTestCreateFolderDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Folder")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Folder"))
 
 public:
     Q_INVOKABLE explicit ZORTestCreateFolderDlg(ZORTestEnvironment* environment);

@@ -11,7 +11,7 @@ class ZORTestGeometrySelector;
 class ZORTestCreatePointCmd final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Point")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Point"))
 
 public:
     Q_INVOKABLE explicit ZORTestCreatePointCmd(ZORTestEnvironment* environment);

@@ -8,7 +8,7 @@
 class ZORTestCreateTopCurveDlg final : public ZORTestCreateTopDlg
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Topological Curve")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Topological Curve"))
     Q_CLASSINFO("createdTypes", "ZORTopBody")
     Q_CLASSINFO("bodyDim", "1")
 

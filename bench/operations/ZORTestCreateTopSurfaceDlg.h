@@ -8,7 +8,7 @@
 class ZORTestCreateTopSurfaceDlg final : public ZORTestCreateTopDlg
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Topological Surface")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Topological Surface"))
     Q_CLASSINFO("createdTypes", "ZORTopBody")
     Q_CLASSINFO("bodyDim", "2")
 

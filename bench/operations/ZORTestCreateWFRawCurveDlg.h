@@ -8,7 +8,7 @@
 class ZORTestCreateWFRawCurveDlg final : public ZORTestCreateWFRawDlg
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create WF Raw Curve")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create WF Raw Curve"))
 
 public:
     Q_INVOKABLE explicit ZORTestCreateWFRawCurveDlg(ZORTestEnvironment* environment);

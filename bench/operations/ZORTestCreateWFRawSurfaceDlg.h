@@ -8,7 +8,7 @@
 class ZORTestCreateWFRawSurfaceDlg final : public ZORTestCreateWFRawDlg
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create WF Raw Surface")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create WF Raw Surface"))
 
 public:
     Q_INVOKABLE explicit ZORTestCreateWFRawSurfaceDlg(ZORTestEnvironment* environment);

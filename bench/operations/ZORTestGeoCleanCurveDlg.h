@@ -10,7 +10,7 @@ class ZORTestGeometrySelector;
 class ZORTestGeoCleanCurveDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Clean Curve")
+    Q_CLASSINFO("label", QT_TR_NOOP("Clean Curve"))
 
 public:
     Q_INVOKABLE explicit ZORTestGeoCleanCurveDlg(ZORTestEnvironment* environment);

@@ -10,7 +10,7 @@ class ZORCmnUnitSpinBox;
 class ZORTestGeoCreateCartesianPointDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Cartesian Point")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Cartesian Point"))
     Q_CLASSINFO("createdTypes", "ZORGeoPoint")
 
 public:

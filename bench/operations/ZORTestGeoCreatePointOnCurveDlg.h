@@ -11,7 +11,7 @@ class ZORTestGeometrySelector;
 class ZORTestGeoCreatePointOnCurveDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Point on Curve")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Point on Curve"))
     Q_CLASSINFO("createdTypes", "ZORGeoPointOnCurve")
 
 public:

@@ -27,7 +27,7 @@ class ZORTestGeoGeodesicDlg;
 class ZORTestGeoGeodesicDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Geodesic Curve")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Geodesic Curve"))
     Q_CLASSINFO("createdTypes", "ZORGeoCurveOnSurface")
 
 public:

@@ -10,7 +10,7 @@ class ZORTestGeometrySelector;
 class ZORTestGeoProjectCurveSurDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Project Curve to Surface")
+    Q_CLASSINFO("label", QT_TR_NOOP("Project Curve to Surface"))
     Q_CLASSINFO("createdTypes", "ZORGeoCurveOnSurface")
 
 public:

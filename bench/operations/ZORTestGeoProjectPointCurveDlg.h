@@ -10,7 +10,7 @@ class ZORTestGeometrySelector;
 class ZORTestGeoProjectPointCurveDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Project Point to Curve")
+    Q_CLASSINFO("label", QT_TR_NOOP("Project Point to Curve"))
     Q_CLASSINFO("createdTypes", "ZORGeoPointOnCurve")
 
 public:

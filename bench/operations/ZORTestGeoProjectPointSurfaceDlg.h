@@ -10,7 +10,7 @@ class ZORTestGeometrySelector;
 class ZORTestGeoProjectPointSurfaceDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Project Point to Surface")
+    Q_CLASSINFO("label", QT_TR_NOOP("Project Point to Surface"))
     Q_CLASSINFO("createdTypes", "ZORGeoPointOnSurface")
 
 public:

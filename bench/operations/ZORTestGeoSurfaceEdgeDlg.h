@@ -11,7 +11,7 @@ class ZORTestGeometrySelector;
 class ZORTestGeoSurfaceEdgeDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Surface Edge Curves")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Surface Edge Curves"))
     Q_CLASSINFO("createdTypes", "ZORGeoCurveOnSurface ZORGeoTriangleEdgeCurve")
 
 public:

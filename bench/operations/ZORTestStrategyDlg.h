@@ -12,7 +12,7 @@ class ZORTestStrategySelector;
 class ZORTestStrategyDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Getting Strategy")
+    Q_CLASSINFO("label", QT_TR_NOOP("Getting Strategy"))
     Q_CLASSINFO("createdTypes", "ZORCompStrategy")
 
 public:

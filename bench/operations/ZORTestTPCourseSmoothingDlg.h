@@ -11,7 +11,7 @@ class ZORTestGeometrySelector;
 class ZORTestTPCourseSmoothingDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Smooth Course")
+    Q_CLASSINFO("label", QT_TR_NOOP("Smooth Course"))
 
 public:
     Q_INVOKABLE explicit ZORTestTPCourseSmoothingDlg(ZORTestEnvironment* environment);

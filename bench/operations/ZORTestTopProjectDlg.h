@@ -10,7 +10,7 @@ class ZORTestGeometrySelector;
 class ZORTestTopProjectDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create Topological Curve") // established: that of the curve dialog
+    Q_CLASSINFO("label", QT_TR_NOOP("Create Topological Curve")) // established: that of the curve dialog
 
 public:
     Q_INVOKABLE explicit ZORTestTopProjectDlg(ZORTestEnvironment* environment);

@@ -23,7 +23,7 @@ class ZORTestWFCurveOnSupportDlg;
 class ZORTestWFCurveOnSupportDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Curve on Support")
+    Q_CLASSINFO("label", QT_TR_NOOP("Curve on Support"))
 
 public:
     Q_INVOKABLE explicit ZORTestWFCurveOnSupportDlg(ZORTestEnvironment* environment);

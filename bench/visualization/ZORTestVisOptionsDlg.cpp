@@ -14,9 +14,8 @@ ZORTestVisOptionsDlg::ZORTestVisOptionsDlg(ZORTestEnvironment* environment)
 void ZORTestVisOptionsDlg::SetButtonColor(QPushButton* button, const QColor& color)
 {
     button->setStyleSheet(QString::fromLatin1("background-color: rgb(%1,%2,%3);")
-                              .arg(color.red())
-                              .arg(color.green())
-                              .arg(color.blue()));
+                              .arg(QString::number(color.red()), QString::number(color.green()),
+                                   QString::number(color.blue())));
     button->setProperty("color", color);
 }
 

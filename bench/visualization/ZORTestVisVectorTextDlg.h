@@ -21,7 +21,7 @@ class ZORTestVisVectorTextDlg;
 class ZORTestVisVectorTextDlg final : public ZORTestDialog
 {
     Q_OBJECT
-    Q_CLASSINFO("label", "Create vector text graphics")
+    Q_CLASSINFO("label", QT_TR_NOOP("Create vector text graphics"))
 
 public:
     Q_INVOKABLE explicit ZORTestVisVectorTextDlg(ZORTestEnvironment* environment);
