@@ -6,41 +6,48 @@
 
 namespace {
 
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORHostCommandLine", text);
-}
-
 const QLatin1String protectedPlugin("load-plugin");
 
 struct Parser
 {
     QCommandLineParser parser;
-    QCommandLineOption plugin{"plugin", Tr("Loads the plug-in <file>. May be given several times."), "file"};
+    QCommandLineOption plugin{
+        "plugin", ZORHostCommandLine::tr("Loads the plug-in <file>. May be given several times."), "file"};
     QCommandLineOption shieldedPlugin{protectedPlugin, QString(), "file"};
-    QCommandLineOption noPlugins{"no-default-plugins",
-                                 Tr("Loads only the plug-ins named by --plugin, none from the search path.")};
-    QCommandLineOption settings{"settings", Tr("Keeps the settings in <file> instead of the user's own."),
-                                "file"};
-    QCommandLineOption clean{"clean-settings",
-                             Tr("Starts from the default settings; the stored ones are kept as <file>.bak.")};
-    QCommandLineOption theme{"theme", Tr("Colours of the windows: light, dark or system."),
+    QCommandLineOption noPlugins{
+        "no-default-plugins",
+        ZORHostCommandLine::tr("Loads only the plug-ins named by --plugin, none from the search path.")};
+    QCommandLineOption settings{
+        "settings", ZORHostCommandLine::tr("Keeps the settings in <file> instead of the user's own."),
+        "file"};
+    QCommandLineOption clean{
+        "clean-settings",
+        ZORHostCommandLine::tr("Starts from the default settings; the stored ones are kept as <file>.bak.")};
+    QCommandLineOption theme{"theme",
+                             ZORHostCommandLine::tr("Colours of the windows: light, dark or system."),
                              "light|dark|system"};
     QCommandLineOption open{
-        "open", Tr("Opens the STL file <file> (millimetres). May be given several times."), "file"};
+        "open",
+        ZORHostCommandLine::tr("Opens the STL file <file> (millimetres). May be given several times."),
+        "file"};
     QCommandLineOption script{
-        "script", Tr("Plays the steps of <file> and ends with exit code 0 if all went as expected."), "file"};
-    QCommandLineOption define{"define", Tr("Sets a variable of the script."), "name=value"};
+        "script",
+        ZORHostCommandLine::tr(
+            "Plays the steps of <file> and ends with exit code 0 if all went as expected."),
+        "file"};
+    QCommandLineOption define{"define", ZORHostCommandLine::tr("Sets a variable of the script."),
+                              "name=value"};
     QCommandLineOption help = parser.addHelpOption();
     QCommandLineOption version = parser.addVersionOption();
 
     Parser()
     {
         shieldedPlugin.setFlags(QCommandLineOption::HiddenFromHelp);
-        parser.setApplicationDescription(
-            Tr("Host application of the Zorvane SDK: 3D view, feature browser and plug-ins."));
+        parser.setApplicationDescription(ZORHostCommandLine::tr(
+            "Host application of the Zorvane SDK: 3D view, feature browser and plug-ins."));
         parser.addOptions({plugin, shieldedPlugin, noPlugins, settings, clean, theme, open, script, define});
-        parser.addPositionalArgument("files", Tr("STL files to open, as with --open."), "[files...]");
+        parser.addPositionalArgument("files", ZORHostCommandLine::tr("STL files to open, as with --open."),
+                                     "[files...]");
     }
 };
 
@@ -60,7 +67,7 @@ QStringList Absolute(const QStringList& files)
 ZORHostCommandLine Failure(const QString& message)
 {
     return {ZORHostCommandLine::Status::Error,
-            message + u'\n' + Tr("Run zorhost --help for the options.") + u'\n',
+            message + u'\n' + ZORHostCommandLine::tr("Run zorhost --help for the options.") + u'\n',
             {}};
 }
 
@@ -93,7 +100,7 @@ ZORHostCommandLine ZORHostCommandLine::Parse(const QStringList& arguments)
     options.filesToOpen = Absolute(p.parser.values(p.open) + p.parser.positionalArguments());
     if (p.parser.isSet(p.settings)) {
         if (p.parser.value(p.settings).isEmpty())
-            return Failure(Tr("The option --settings needs the name of a file."));
+            return Failure(tr("The option --settings needs the name of a file."));
         options.settingsFile = Absolute(p.parser.value(p.settings));
     }
     if (p.parser.isSet(p.script))
@@ -105,7 +112,7 @@ ZORHostCommandLine ZORHostCommandLine::Parse(const QStringList& arguments)
                                                                     {"dark", ZORHostOptions::Theme::Dark}};
         const QString name = p.parser.value(p.theme);
         if (!themes.contains(name))
-            return Failure(Tr("Unknown theme '%1': choose light, dark or system.").arg(name));
+            return Failure(tr("Unknown theme '%1': choose light, dark or system.").arg(name));
         options.theme = themes.value(name);
         options.themeGiven = true;
     }
@@ -113,7 +120,7 @@ ZORHostCommandLine ZORHostCommandLine::Parse(const QStringList& arguments)
     for (const QString& definition : definitions) {
         const qsizetype equals = definition.indexOf(u'=');
         if (equals < 1)
-            return Failure(Tr("The option --define needs name=value, not '%1'.").arg(definition));
+            return Failure(tr("The option --define needs name=value, not '%1'.").arg(definition));
         options.variables.insert(definition.left(equals), definition.mid(equals + 1));
     }
     return result;

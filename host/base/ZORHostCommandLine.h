@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -25,6 +26,9 @@ struct ZORHostOptions
 /// Outcome of reading the command line.
 struct ZORHostCommandLine
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORHostCommandLine)
+
+public:
     enum class Status {
         Run,   // start the program with the options
         Exit,  // print text and end with exit code 0 (--help, --version)

@@ -8,7 +8,6 @@
 #include <ZORSystem/ZORSysSettingGroupContext.h>
 #include <ZORSystem/ZORSysSettingsManager.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -20,11 +19,6 @@
 namespace {
 
 constexpr qint64 kMaximumSize = 16 << 20; // bytes
-
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("ZORHostSettings", text);
-}
 
 bool ReplaceByCopy(const QString& source, const QString& target)
 {
@@ -144,7 +138,7 @@ void ZORHostSettings::ReplaceStore(const QString& fileName)
 
 void ZORHostSettings::WarnUnreadable(const QString& fileName)
 {
-    m_warning = Tr("The settings file '%1' cannot be read; the defaults are used.")
+    m_warning = tr("The settings file '%1' cannot be read; the defaults are used.")
                     .arg(QDir::toNativeSeparators(fileName));
 }
 
@@ -154,7 +148,7 @@ void ZORHostSettings::MoveAway(const QString& fileName)
     if (!QFile::exists(fileName))
         return;
     if (std::rename(QFile::encodeName(fileName).constData(), QFile::encodeName(backup).constData()) != 0) {
-        m_warning = Tr("The settings in '%1' could not be moved away to '%2'; they are used as they are.")
+        m_warning = tr("The settings in '%1' could not be moved away to '%2'; they are used as they are.")
                         .arg(QDir::toNativeSeparators(fileName), QDir::toNativeSeparators(backup));
     }
 }
@@ -173,9 +167,9 @@ void ZORHostSettings::CheckReadable(const QString& fileName)
     const QString copy = fileName + ".damaged";
     m_warning =
         ReplaceByCopy(fileName, copy)
-            ? Tr("The settings file '%1' is damaged; what could be read is used. A copy is kept as '%2'.")
+            ? tr("The settings file '%1' is damaged; what could be read is used. A copy is kept as '%2'.")
                   .arg(QDir::toNativeSeparators(fileName), QDir::toNativeSeparators(copy))
-            : Tr("The settings file '%1' is damaged; what could be read is used.")
+            : tr("The settings file '%1' is damaged; what could be read is used.")
                   .arg(QDir::toNativeSeparators(fileName));
 }
 
@@ -184,7 +178,7 @@ void ZORHostSettings::CheckWritable()
     // The file is replaced, so that its folder has to take a new one.
     const QFileInfo folder(QFileInfo(m_store->fileName()).path());
     if (!m_store->isWritable() || (folder.exists() && !folder.isWritable())) {
-        m_warning = Tr("The settings file '%1' cannot be written; changes of the settings will be lost.")
+        m_warning = tr("The settings file '%1' cannot be written; changes of the settings will be lost.")
                         .arg(QDir::toNativeSeparators(m_store->fileName()));
     }
 }

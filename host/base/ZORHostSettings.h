@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QSettings>
 #include <QString>
 #include <QTemporaryDir>
@@ -18,6 +19,8 @@
 /// possible. The log has one warning with the reason.
 class ZORHostSettings
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORHostSettings)
+
 public:
     /// \param fileName  empty for the user's own file. What ZORSysFile does not open, and files above 16 MB, are left
     ///                  alone: the defaults are used and nothing is kept.

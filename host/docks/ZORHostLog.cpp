@@ -1,6 +1,5 @@
 #include "docks/ZORHostLog.h"
 
-#include <QCoreApplication>
 #include <QReadWriteLock>
 #include <QTime>
 
@@ -34,17 +33,17 @@ QString LevelName(ZORHostLog::Level level)
 {
     switch (level) {
     case ZORHostLog::Debug:
-        return QCoreApplication::translate("ZORHostLog", "Debug");
+        return ZORHostLog::tr("Debug");
     case ZORHostLog::Info:
-        return QCoreApplication::translate("ZORHostLog", "Info");
+        return ZORHostLog::tr("Info");
     case ZORHostLog::Warning:
-        return QCoreApplication::translate("ZORHostLog", "Warning");
+        return ZORHostLog::tr("Warning");
     case ZORHostLog::Critical:
-        return QCoreApplication::translate("ZORHostLog", "Error");
+        return ZORHostLog::tr("Error");
     case ZORHostLog::Fatal:
         break;
     }
-    return QCoreApplication::translate("ZORHostLog", "Fatal");
+    return ZORHostLog::tr("Fatal");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "docks/ZORHostLineQueue.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 /// Installs itself as Qt's message handler for its life time and passes every message on to the handler
@@ -13,6 +14,8 @@
 /// One object at a time.
 class ZORHostLog
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORHostLog)
+
 public:
     /// Levels of the lines, in the order of their weight.
     enum Level { Debug, Info, Warning, Critical, Fatal };

@@ -131,7 +131,8 @@ void ZORHostModalAnswerer::Answer(QDialog* dialog)
         Apply(step, dialog);
         emit Answered(description);
     } catch (const ZORHostScriptError& error) {
-        emit Failed(QStringLiteral("answer of line %1: %2").arg(step.line).arg(error.GetMessage()));
+        emit Failed(
+            QStringLiteral("answer of line %1: %2").arg(QString::number(step.line), error.GetMessage()));
         if (guard)
             guard->reject();
     }

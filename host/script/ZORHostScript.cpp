@@ -167,7 +167,7 @@ ZORHostScript ZORHostScript::Parse(const QString& text, const QString& name)
         }
     } catch (const ZORSysFileException& exception) {
         throw ZORSysFileException(
-            QStringLiteral("%1:%2: %3").arg(name).arg(number).arg(exception.GetMessage()));
+            QStringLiteral("%1:%2: %3").arg(name, QString::number(number), exception.GetMessage()));
     }
     return script;
 }

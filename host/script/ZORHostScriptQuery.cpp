@@ -152,10 +152,9 @@ QString ZORHostScriptQuery::Evaluate(QWidget* window, const QStringList& words)
     if (query == Queries().constEnd())
         throw ZORHostScriptError(QStringLiteral("unknown query '%1'").arg(name));
     if (words.size() - 1 != query->numArguments) {
-        throw ZORHostScriptError(QStringLiteral("the query '%1' takes %2 words, not %3")
-                                     .arg(name)
-                                     .arg(query->numArguments)
-                                     .arg(words.size() - 1));
+        throw ZORHostScriptError(
+            QStringLiteral("the query '%1' takes %2 words, not %3")
+                .arg(name, QString::number(query->numArguments), QString::number(words.size() - 1)));
     }
     if (query->needsWindow && !window)
         throw ZORHostScriptError("no window chosen: use 'in' first");

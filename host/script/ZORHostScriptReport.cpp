@@ -5,6 +5,16 @@
 #include <cstdio>
 #include <utility>
 
+namespace {
+
+/// Returns seconds for a column of 8 characters.
+QString ToSeconds(qint64 milliseconds)
+{
+    return QString::number(double(milliseconds) / 1000, 'f', 3).rightJustified(8);
+}
+
+} // namespace
+
 ZORHostScriptReport::ZORHostScriptReport(QIODevice* out)
 {
     if (out)
@@ -35,7 +45,7 @@ void ZORHostScriptReport::Note(const QString& text)
 
 void ZORHostScriptReport::Fail(int line, const QString& message)
 {
-    const QString text = QStringLiteral("%1:%2: %3").arg(m_name).arg(line).arg(message);
+    const QString text = QStringLiteral("%1:%2: %3").arg(m_name, QString::number(line), message);
     m_failures.append(text);
     Print(QStringLiteral("  FAILED %1").arg(text));
 }
@@ -66,13 +76,10 @@ void ZORHostScriptReport::PrintSummary()
     Print(QString());
     Print(QStringLiteral("Summary of %1").arg(m_name));
     for (const Section& section : std::as_const(m_sections))
-        Print(QStringLiteral("  %1 s  %2")
-                  .arg(double(section.milliseconds) / 1000, 8, 'f', 3)
-                  .arg(section.title));
+        Print(QStringLiteral("  %1 s  %2").arg(ToSeconds(section.milliseconds), section.title));
     Print(QStringLiteral("  %1 s  in all, %2 steps, %3 expectations")
-              .arg(double(m_total.elapsed()) / 1000, 8, 'f', 3)
-              .arg(m_numSteps)
-              .arg(m_numExpectations));
+              .arg(ToSeconds(m_total.elapsed()), QString::number(m_numSteps),
+                   QString::number(m_numExpectations)));
     for (const QString& note : std::as_const(m_notes))
         Print(QStringLiteral("  %1").arg(note));
     for (const QString& picture : std::as_const(m_pictures))

@@ -45,7 +45,7 @@ int ToRound(const QString& text)
     const int round = text.toInt(&isNumber);
     if (!isNumber || std::abs(round) > maximumRound)
         throw ZORHostScriptError(
-            QStringLiteral("'%1' is no whole number of at most %2").arg(text).arg(maximumRound));
+            QStringLiteral("'%1' is no whole number of at most %2").arg(text, QString::number(maximumRound)));
     return round;
 }
 
@@ -323,8 +323,8 @@ void ZORHostScriptRunner::TakeScreenshot(const QString& what, const QString& fil
     if (!reason.isEmpty())
         throw ZORHostScriptError(QStringLiteral("cannot write the picture '%1': %2").arg(fileName, reason));
     m_report.AddPicture(QFileInfo(fileName).absoluteFilePath());
-    m_report.Print(
-        QStringLiteral("  picture %1 (%2 x %3)").arg(fileName).arg(picture.width()).arg(picture.height()));
+    m_report.Print(QStringLiteral("  picture %1 (%2 x %3)")
+                       .arg(fileName, QString::number(picture.width()), QString::number(picture.height())));
 }
 
 ZORHostScriptStep ZORHostScriptRunner::Expand(const ZORHostScriptStep& step) const

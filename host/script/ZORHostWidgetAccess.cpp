@@ -86,9 +86,9 @@ void SetNumber(SpinBox* spin, const QString& value)
     if (!isNumber)
         throw Error(spin, QStringLiteral("takes a number, not '%1'").arg(value));
     if (number < spin->minimum() || number > spin->maximum()) {
-        throw Error(
-            spin,
-            QStringLiteral("takes %1 to %2, not '%3'").arg(spin->minimum()).arg(spin->maximum()).arg(value));
+        throw Error(spin,
+                    QStringLiteral("takes %1 to %2, not '%3'")
+                        .arg(QString::number(spin->minimum()), QString::number(spin->maximum()), value));
     }
     spin->setValue(static_cast<decltype(spin->value())>(number));
 }
@@ -122,7 +122,7 @@ int FindRow(const QWidget* widget, const QString& row)
             number += count;
         if (number >= 0 && number < count)
             return number;
-        throw Error(widget, QStringLiteral("has no row %1 in its %2 rows").arg(row).arg(count));
+        throw Error(widget, QStringLiteral("has no row %1 in its %2 rows").arg(row, QString::number(count)));
     }
     for (int i = 0; i < count; ++i) {
         if (model->index(i, 0).data().toString() == row)

@@ -97,8 +97,7 @@ QWidget* ZORHostWidgetFinder::FindWidget(QWidget* window, const QString& name)
     }
     if (called.size() > 1) {
         throw ZORHostScriptError(QStringLiteral("%1 widgets are called '%2' in '%3'")
-                                     .arg(called.size())
-                                     .arg(name, window->windowTitle()));
+                                     .arg(QString::number(called.size()), name, window->windowTitle()));
     }
     if (called.isEmpty())
         throw ZORHostScriptError(QStringLiteral("no widget '%1' in '%2'").arg(name, window->windowTitle()));

@@ -4,10 +4,19 @@
 
 #include <QCoreApplication>
 
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORHostDisplayName)
+};
+
+} // namespace
+
 QString ZORHostDisplayName(const QObject* object)
 {
     if (!object)
-        return QCoreApplication::translate("ZORHostDisplayName", "unnamed object");
+        return Texts::tr("unnamed object");
     const auto* feature = qobject_cast<const ZORFeatObject*>(object);
     if (feature && !feature->GetLabel().isEmpty())
         return feature->GetLabel();

@@ -13,6 +13,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysMemory.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
@@ -183,18 +184,18 @@ bool ZORHostFileMenu::OpenFile(const QString& fileName)
     int count = 0;
     try {
         const WaitCursor cursor;
-        m_state->AddFromFile(ZORHostIsContainerFile(fileName),
-                             [&] { count = ZORHostOpenFile(fileName, environment); });
+        ZORSysMemory::Read(QDir::toNativeSeparators(fileName), 0, [&] {
+            m_state->AddFromFile(ZORHostIsContainerFile(fileName),
+                                 [&] { count = ZORHostOpenFile(fileName, environment); });
+        });
     } catch (const ZORSysException& exception) {
         error = exception.GetMessage();
-    } catch (const std::bad_alloc&) {
-        error = tr("not enough memory to read '%1'").arg(QDir::toNativeSeparators(fileName));
     }
     if (error.isEmpty())
         m_view->FitAll();
     return Report(error, tr("%1: %n object(s) in %2 s", nullptr, count)
-                             .arg(QFileInfo(fileName).fileName())
-                             .arg(double(timer.elapsed()) / 1000, 0, 'f', 2));
+                             .arg(QFileInfo(fileName).fileName(),
+                                  QString::number(double(timer.elapsed()) / 1000, 'f', 2)));
 }
 
 // Reading blocks the window, so that it has to be painted before.

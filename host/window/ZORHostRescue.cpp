@@ -10,6 +10,11 @@
 
 namespace {
 
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORHostRescue)
+};
+
 constexpr char kMark[] =
     ".new"; // ends the name of an empty file beside each document that no start has named yet
 
@@ -54,10 +59,8 @@ QStringList ZORHostRescue::TakeNotices()
         const QString path = mark.chopped(qstrlen(kMark));
         if (!QFile::exists(path))
             continue;
-        notices.append(
-            QCoreApplication::translate("ZORHostRescue",
-                                        "A session was ended with unsaved changes. Its document is in '%1'.")
-                .arg(QDir::toNativeSeparators(path)));
+        notices.append(Texts::tr("A session was ended with unsaved changes. Its document is in '%1'.")
+                           .arg(QDir::toNativeSeparators(path)));
     }
     return notices;
 }

@@ -28,10 +28,10 @@ constexpr StandardView standardViews[] = {
     {ZORVisCamera::Bottom, "Bottom", QT_TRANSLATE_NOOP("ZORHostViewActions", "B&ottom")},
 };
 
-QString Tr(const char* text)
+struct Texts
 {
-    return QCoreApplication::translate("ZORHostViewActions", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ZORHostViewActions)
+};
 
 QAction* MakeAction(ZORHostView3D* view, const char* name, const QString& icon, const QString& text, int key)
 {
@@ -61,22 +61,23 @@ QAction* MakeModeAction(ZORHostView3D* view, ZORVisRenderer::DisplayMode mode, c
 
 void ZORHostAddViewActions(ZORHostView3D* view, QMenu* menu, QToolBar* toolBar)
 {
-    QAction* fit = MakeAction(view, "FitAll", "fit-all", Tr("Fit &All"), Qt::Key_F);
+    QAction* fit = MakeAction(view, "FitAll", "fit-all", Texts::tr("Fit &All"), Qt::Key_F);
     QObject::connect(fit, &QAction::triggered, view, &ZORHostView3D::FitAll);
 
     QList<QAction*> turns;
     for (const StandardView& entry : standardViews) {
         const QString icon = QStringLiteral("view-%1").arg(QString::fromLatin1(entry.name).toLower());
-        QAction* action = MakeAction(view, entry.name, icon, Tr(entry.text), Qt::Key_1 + int(turns.size()));
+        QAction* action =
+            MakeAction(view, entry.name, icon, Texts::tr(entry.text), Qt::Key_1 + int(turns.size()));
         QObject::connect(action, &QAction::triggered, view,
                          [view, side = entry.view] { view->SetStandardView(side); });
         turns.append(action);
     }
 
     auto* modes = new QActionGroup(view);
-    modes->addAction(MakeModeAction(view, ZORVisRenderer::Shaded, "Shaded", Tr("&Shaded"), Qt::Key_S));
+    modes->addAction(MakeModeAction(view, ZORVisRenderer::Shaded, "Shaded", Texts::tr("&Shaded"), Qt::Key_S));
     modes->addAction(
-        MakeModeAction(view, ZORVisRenderer::Wireframe, "Wireframe", Tr("&Wireframe"), Qt::Key_W));
+        MakeModeAction(view, ZORVisRenderer::Wireframe, "Wireframe", Texts::tr("&Wireframe"), Qt::Key_W));
 
     const QList<QList<QAction*>> groups = {{fit}, turns, modes->actions()};
     for (const QList<QAction*>& group : groups) {
