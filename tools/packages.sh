@@ -9,7 +9,7 @@ run_packages="
 
 # On top of these, to build and run the tests and the benchmarks.
 test_packages="
-  ccache clang-format libgtest-dev libbenchmark-dev git python3
+  ccache clang-format libgtest-dev libbenchmark-dev git python3 qt6-l10n-tools
   xdotool imagemagick desktop-file-utils"
 
 # On top of these, to analyze the sources.
