@@ -56,8 +56,8 @@ QString GetSheetFile(TriangleOrder order, ZORGeoStlWriter::FileFormats format)
 {
     QString fileName = GetScratchFolder()
                        + QStringLiteral("/sheet_%1_%2.stl")
-                             .arg(int(order))
-                             .arg(format == ZORGeoStlWriter::Ascii ? "asc" : "bin");
+                             .arg(QString::number(int(order)),
+                                  QLatin1String(format == ZORGeoStlWriter::Ascii ? "asc" : "bin"));
     if (!QFile::exists(fileName))
         ZORGeoStlWriter(fileName, MakeSheet(order).get(), format).Write(ZORSysValue::Millimeter);
     return fileName;

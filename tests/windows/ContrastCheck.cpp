@@ -106,9 +106,9 @@ private:
         const double contrast = GetContrast(Blend(text, background), background);
         if (contrast >= requiredContrast)
             return;
-        m_problems.append(QStringLiteral("%1: %2 on %3 is %4 : 1")
-                              .arg(what, text.name(QColor::HexArgb), background.name())
-                              .arg(contrast, 0, 'f', 2));
+        m_problems.append(
+            QStringLiteral("%1: %2 on %3 is %4 : 1")
+                .arg(what, text.name(QColor::HexArgb), background.name(), QString::number(contrast, 'f', 2)));
     }
 
     QWidget* m_window;

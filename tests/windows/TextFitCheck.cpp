@@ -78,11 +78,9 @@ private:
         if (needed.width() <= available.width() && needed.height() <= available.height())
             return;
         m_problems.append(QStringLiteral("%1 needs %2 x %3, has %4 x %5")
-                              .arg(Describe(widget, text))
-                              .arg(needed.width())
-                              .arg(needed.height())
-                              .arg(available.width())
-                              .arg(available.height()));
+                              .arg(Describe(widget, text), QString::number(needed.width()),
+                                   QString::number(needed.height()), QString::number(available.width()),
+                                   QString::number(available.height())));
     }
 
     QStringList m_problems;

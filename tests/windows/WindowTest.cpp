@@ -18,7 +18,7 @@ void WindowTest::Walk(QWidget* window, const QString& name)
     int page = 0;
     ForEachPage(window, [&] {
         QCoreApplication::sendPostedEvents(); // lays out what has changed
-        Check(window, QStringLiteral("%1-%2").arg(name).arg(page++));
+        Check(window, QStringLiteral("%1-%2").arg(name, QString::number(page++)));
     });
 }
 
@@ -27,8 +27,8 @@ void WindowTest::Check(QWidget* window, const QString& name)
     const QString folder = qEnvironmentVariable("ZOR_WINDOW_PICTURES");
     if (!folder.isEmpty()) {
         const QString file = QStringLiteral("%1/%2-%3-x%4.png")
-                                 .arg(folder, name, ZORHostTheme::ToName(GetParam()))
-                                 .arg(window->devicePixelRatioF());
+                                 .arg(folder, name, ZORHostTheme::ToName(GetParam()),
+                                      QString::number(window->devicePixelRatioF()));
         EXPECT_TRUE(window->grab().save(file)) << file.toStdString();
     }
     for (const QString& problem : FindCutTexts(window))

@@ -80,8 +80,7 @@ QString ReadNumbers(const QCommandLineParser& parser, Options& options)
     options.threads = parser.value("threads").toInt(&isNumber);
     if (!isNumber || options.threads < 1 || options.threads > MostThreads)
         return QString("--threads: %1 is not an integer from 1 to %2")
-            .arg(Quoted(parser.value("threads")))
-            .arg(MostThreads);
+            .arg(Quoted(parser.value("threads")), QString::number(MostThreads));
     return ReadLimit(parser, options);
 }
 

@@ -1,10 +1,13 @@
 #include "script/ZORHostScript.h"
 
 #include "HostTest.h"
+#include "script/ZORHostScriptReport.h"
 #include "support/HostileFiles.h"
 #include "support/MessageOf.h"
 
 #include <ZORSystem/ZORSysFileException.h>
+
+#include <QBuffer>
 
 namespace {
 
@@ -79,6 +82,18 @@ TEST(ZORHostScriptTest, MistakesAreFoundBeforeAnythingRuns)
     for (const auto& [text, message] : cases)
         EXPECT_EQ(message, ErrorOf(text));
     EXPECT_EQ(QString(), ErrorOf("print a\n"));
+}
+
+TEST(ZORHostScriptTest, PercentSignsInNamesReachTheMessages)
+{
+    EXPECT_EQ(QString("a%1b%2.zorscript:1: unknown step '%3'"),
+              MessageOf([] { ZORHostScript::Parse("%3", "a%1b%2.zorscript"); }));
+    QBuffer out;
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    ZORHostScriptReport report(&out);
+    report.Start("a%1b%2.zorscript");
+    report.Fail(7, "%3");
+    EXPECT_EQ(QByteArray("  FAILED a%1b%2.zorscript:7: %3\n"), out.data());
 }
 
 TEST(ZORHostScriptTest, PipesAndEnormousFilesThrow)

@@ -120,6 +120,12 @@ TEST_F(ZORHostMainWindowTest, TheWindowIsPaintedWithTheNameBeforeAFileIsRead)
     EXPECT_TRUE(window->statusBar()->currentMessage().startsWith("second.stl: 1 object(s) in "));
 }
 
+TEST_F(ZORHostMainWindowTest, PercentSignsInTheNameOfAFileReachTheStatusBar)
+{
+    EXPECT_TRUE(window->OpenFile(WriteTetrahedron("a%1b%2.stl")));
+    EXPECT_TRUE(Status().startsWith("a%1b%2.stl: 1 object(s) in ")) << Status().toStdString();
+}
+
 TEST_F(ZORHostMainWindowTest, OpeningABrokenFileShowsAnErrorAndAddsNothing)
 {
     answers.AnswerFile(WriteFile("broken.stl", "\xff\xfe"

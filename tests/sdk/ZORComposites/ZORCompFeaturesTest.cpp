@@ -86,6 +86,8 @@ TEST_F(ZORCompFeaturesTest, NamesOfMaterialsCanBeMadeUnique)
     AddMaterial(1)->SetLabel("Twill");
     EXPECT_EQ(QString("Twill.2"), library->GetUniqueMaterialName("Twill"));
     EXPECT_FALSE(library->FindMaterial("Twill.2"));
+    AddMaterial(1)->SetLabel("a%1b%2");
+    EXPECT_EQ(QString("a%1b%2.2"), library->GetUniqueMaterialName("a%1b%2"));
 }
 
 TEST_F(ZORCompFeaturesTest, PropertiesThatNoMaterialCanHaveAreRefused)

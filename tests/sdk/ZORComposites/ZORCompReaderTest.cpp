@@ -173,6 +173,28 @@ TEST_F(ZORCompReaderTest, AProcessorWithoutReplacingAlwaysAddsButSharesEqualMate
     EXPECT_EQ(0.3, ZORCompMaterialLibrary::Find(root)->FindMaterial("Twill.2")->GetProperties().thickness);
 }
 
+TEST_F(ZORCompReaderTest, PercentSignsInNamesReachTheReportAndTheLog)
+{
+    static QStringList infos;
+    const QtMessageHandler former =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+            if (type == QtInfoMsg)
+                infos.append(text);
+        });
+    QByteArray content = File(0.2);
+    content.replace("angle=", "defects=\"2\" angle=");
+    ZORCompReadReport report = Read(WriteFile("a%1b%2.xml", content), XmlId);
+    qInstallMessageHandler(former);
+    ASSERT_EQ(1, report.kept.size());
+    const QString kept = report.kept.firstKey();
+    EXPECT_EQ(QStringList("'" + folder.filePath("a%1b%2.xml") + "': kept as attributes: " + kept + " (1)"),
+              infos);
+
+    report.kept = {{"a%1b%2", 3}};
+    EXPECT_TRUE(report.ToString().contains("kept as attributes: a%1b%2 (3)"))
+        << report.ToString().toStdString();
+}
+
 TEST_F(ZORCompReaderTest, AReplacingProcessorTakesAwayWhatTheSameFileMade)
 {
     Read(WriteFile("other.xml", File(0.2)), XmlId, true);

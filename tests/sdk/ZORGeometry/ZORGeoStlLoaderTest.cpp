@@ -96,9 +96,8 @@ protected:
         try {
             surfaces = loader.Load(&container, unit);
             for (const ZORGeoSurface* surface : surfaces) {
-                result.append(QStringLiteral("%1/%2")
-                                  .arg(surface->GetNumTriangles())
-                                  .arg(surface->GetVertexArray().size()));
+                result.append(QStringLiteral("%1/%2").arg(QString::number(surface->GetNumTriangles()),
+                                                          QString::number(surface->GetVertexArray().size())));
             }
             EXPECT_EQ(surfaces.size(), container.GetNumGeometry());
         } catch (const ZORSysFileException& exception) {

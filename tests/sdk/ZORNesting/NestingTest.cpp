@@ -118,9 +118,11 @@ QStringList NestingTest::FindFaults(const ZORNestResult& sheet, double separatio
         for (qsizetype j = 0; j < i; ++j) {
             const double distance = GetDistance(outlines[i], outlines[j], separation + 1);
             if (distance < separation - Allowance)
-                faults.append(QStringLiteral("items %1 and %2 are %3 apart").arg(j).arg(i).arg(distance));
+                faults.append(QStringLiteral("items %1 and %2 are %3 apart")
+                                  .arg(QString::number(j), QString::number(i), QString::number(distance)));
             if (IsInside(outlines[i][0][0], outlines[j]) || IsInside(outlines[j][0][0], outlines[i]))
-                faults.append(QStringLiteral("items %1 and %2 overlap").arg(j).arg(i));
+                faults.append(
+                    QStringLiteral("items %1 and %2 overlap").arg(QString::number(j), QString::number(i)));
         }
     }
     return faults;

@@ -345,7 +345,9 @@ TEST_F(ZORSysApiTraceTest, ThreadsHaveTheirOwnNesting)
     for (const QString& line : lines) {
         bool isKnown = false;
         for (int t = 0; t < threadCount && !isKnown; ++t) {
-            isKnown = line == QString("TracedCalls::StaticOuter(%1, %2)").arg(t).arg(next[t]);
+            isKnown = line
+                      == QString("TracedCalls::StaticOuter(%1, %2)")
+                             .arg(QString::number(t), QString::number(next[t]));
             next[t] += isKnown;
         }
         ASSERT_TRUE(isKnown) << line.toStdString();

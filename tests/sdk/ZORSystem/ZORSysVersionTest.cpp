@@ -11,9 +11,8 @@ namespace {
 TEST(ZORSysVersionTest, TheTextIsMadeOfTheNumbers)
 {
     EXPECT_EQ(QString("%1.%2.%3")
-                  .arg(ZORSysVersion::GetMajor())
-                  .arg(ZORSysVersion::GetMinor())
-                  .arg(ZORSysVersion::GetPatch()),
+                  .arg(QString::number(ZORSysVersion::GetMajor()), QString::number(ZORSysVersion::GetMinor()),
+                       QString::number(ZORSysVersion::GetPatch())),
               ZORSysVersion::GetString());
     EXPECT_EQ(SDK_PROJECT_VERSION, ZORSysVersion::GetString());
 }
@@ -23,7 +22,7 @@ TEST(ZORSysVersionTest, TheSameMajorAndNoNewerMinorVersionIsCompatible)
     const int major = ZORSysVersion::GetMajor();
     const int minor = ZORSysVersion::GetMinor();
     const auto isCompatible = [](int a, int b) {
-        return ZORSysVersion::IsCompatible(QString("%1.%2.99").arg(a).arg(b));
+        return ZORSysVersion::IsCompatible(QString("%1.%2.99").arg(QString::number(a), QString::number(b)));
     };
     EXPECT_TRUE(ZORSysVersion::IsCompatible(ZORSysVersion::GetString()));
     EXPECT_TRUE(ZORSysVersion::IsCompatible(QString::number(major)));

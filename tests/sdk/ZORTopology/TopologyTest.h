@@ -39,9 +39,8 @@ protected:
     static QString Figures(const ZORTopBody* body)
     {
         return body ? QString("%1/%2/%3")
-                          .arg(body->GetNumFaces())
-                          .arg(body->GetNumEdges())
-                          .arg(body->GetNumVertices())
+                          .arg(QString::number(body->GetNumFaces()), QString::number(body->GetNumEdges()),
+                               QString::number(body->GetNumVertices()))
                     : QString("null");
     }
 

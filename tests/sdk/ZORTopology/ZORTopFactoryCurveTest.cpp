@@ -12,7 +12,7 @@ protected:
     {
         QStringList texts;
         for (const ZORMathPoint& point : edge.GetPoints())
-            texts.append(QString("%1 %2").arg(point.GetX()).arg(point.GetY()));
+            texts.append(QString("%1 %2").arg(QString::number(point.GetX()), QString::number(point.GetY())));
         return texts.join(", ");
     }
     static QString PointsOf(const ZORTopBody* body)

@@ -187,8 +187,8 @@ TEST_F(ZorNestFrontTest, HostileOutlinesEndSoonWithAReasonOrALayout)
     QString scales; // ends that differ by rounding
     for (int i = 0; i < 20000; ++i)
         scales += QStringLiteral(R"(, ["A", %1, 50, %2, -950, "ccw"])")
-                      .arg(100 - 0.005 * (i + 1), 0, 'g', 17)
-                      .arg(100 - 0.005 * (i + 0.5), 0, 'g', 17);
+                      .arg(QString::number(100 - 0.005 * (i + 1), 'g', 17),
+                           QString::number(100 - 0.005 * (i + 0.5), 'g', 17));
     const QStringList items = {
         makePath(R"(["L", 100, 0], ["L", 100, 50], ["A", 0, 50, 50, -999999950, "ccw"])"),
         makePath(R"(["A", 1, 0, 0.5, -1e9, "ccw"], ["L", 0.5, 3])"),
@@ -267,6 +267,7 @@ TEST_F(ZorNestFrontTest, WrongUsageIsExplained)
         {QStringLiteral("a --cpu 3 --time 4"), "--time and --cpu exclude each other"},
         {QStringLiteral("a --seed x"), "--seed: 'x' is not an integer"},
         {QStringLiteral("a --threads 0"), "--threads: '0' is not an integer from 1 to 256"},
+        {QStringLiteral("a --threads %2"), "--threads: '%2' is not an integer from 1 to 256"},
         {QStringLiteral("a --fast"), "fast"}};
     for (const auto& [use, message] : uses) {
         const Outcome outcome = Run(use.split(QLatin1Char(' '), Qt::SkipEmptyParts));

@@ -317,6 +317,32 @@ TEST_F(ZORNestDxfTest, HiddenThingsAreLeftOut)
     EXPECT_TRUE(report.contains("skipped: invisible CIRCLE (1 times)"));
 }
 
+TEST_F(ZORNestDxfTest, PercentSignsInNamesReachTheReport)
+{
+    const QByteArray tables = Lines("0|SECTION|2|TABLES|0|LAYER|2|a%1b%2|70|0|62|-5|0|ENDSEC|");
+    const QByteArray entities = Square(0, 0, 10, false) + Lines("0|CIRCLE|8|a%1b%2|10|5|20|5|40|1|");
+    EXPECT_EQ(1, DescribeOnly(Dxf(entities, QByteArray(), QByteArray(), tables)).size());
+    EXPECT_TRUE(report.contains("skipped: CIRCLE on hidden layer 'a%1b%2' (1 times)"));
+}
+
+TEST_F(ZORNestDxfTest, APartOfTooManyCurvesIsNamed)
+{
+    constexpr int kSide = 182; // 33,124 marks
+    QByteArray entities = Square(0, 0, 2 * kSide, false);
+    for (int i = 0; i < kSide * kSide; ++i) {
+        const QByteArray x = QByteArray::number(2 * (i % kSide) + 1);
+        const QByteArray y = QByteArray::number(2 * (i / kSide));
+        entities += Lines("0|LINE|8|0|10|" + x + "|20|" + y + ".5|11|" + x + "|21|" + y + ".8|");
+    }
+    const QString path = directory.filePath("a%1b%2.dxf");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(Dxf(entities));
+    file.close();
+    EXPECT_TRUE(TranslateFile(path).isEmpty());
+    EXPECT_EQ("part 'a%1b%2' has more than 32767 outlines and curves", failure);
+}
+
 TEST_F(ZORNestDxfTest, NamesOfOldFilesAreLatin)
 {
     const QByteArray tables = Lines("0|SECTION|2|TABLES|0|LAYER|2|L\xd6"

@@ -45,6 +45,14 @@ TEST_F(ZORNestContourXmlTest, EveryContourIsAPartNamedAfterItsElements)
     EXPECT_EQ(QStringList("flattened: 'P1', whose heights reach from 1 to 2.5"), report);
 }
 
+TEST_F(ZORNestContourXmlTest, PercentSignsInNamesReachTheReport)
+{
+    Translate("<a NAME='a%1b%2.stl'><OuterContour><Pt>0 0 1</Pt><Pt>4 0 1</Pt><Pt>4 3 "
+              "2.5</Pt></OuterContour></a>");
+    EXPECT_EQ("", failure);
+    EXPECT_EQ(QStringList("flattened: 'a%1b%2.stl', whose heights reach from 1 to 2.5"), report);
+}
+
 TEST_F(ZORNestContourXmlTest, LengthInInchesScalesWhereverItStands)
 {
     const QByteArray contour = "<OuterContour><Pt>0 0 0</Pt><Pt>1 0 0</Pt><Pt>1 1 0</Pt></OuterContour>";
