@@ -19,9 +19,11 @@ import subprocess
 import sys
 
 LONG_PASSED = "tools/long_passed.txt"
+# Classes are registered by static objects on purpose, and Qt 6 has no QString::midRef().
+CLAZY_CHECKS = "level1,no-non-pod-global-static,no-qstring-ref"
 ANALYZERS = {
     "clang-tidy": ("clang-tidy-14", "--quiet"),
-    "clazy": ("clazy-standalone", "-checks=level1", r"-header-filter=/(bench|benchmarks|examples|host|samples|sdk|tests|tools)/([A-Za-z_]+/)*[A-Z][A-Za-z_0-9]*\.h$"),
+    "clazy": ("clazy-standalone", f"-checks={CLAZY_CHECKS}", r"-header-filter=/(bench|benchmarks|examples|host|samples|sdk|tests|tools)/([A-Za-z_]+/)*[A-Z][A-Za-z_0-9]*\.h$"),
 }
 FINDING = re.compile(r"^(/[^:\n]+):(\d+):\d+: (?:warning|error): .*\[[\w.,-]+\]$", re.MULTILINE)
 # Of the compiler that builds: the precompiled header, and options that clang does not know.

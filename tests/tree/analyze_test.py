@@ -109,7 +109,6 @@ class AnalyzeTest(unittest.TestCase):
     def test_rules_of_clang_tidy(self):
         shutil.copy(TOOLS.parent / ".clang-tidy", self.root)
         faults = {
-            "global constant 'Depth'": "const int Depth = 1;\nint Get() { return Depth; }\n",
             "class 'a_class'": "class a_class {};\n",
             "private member 'count'": "class A { int count = 0; public: int Get() const { return count; } };\n",
             "function 'getName'": "int getName() { return 1; }\n",
