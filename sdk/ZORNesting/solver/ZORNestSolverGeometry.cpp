@@ -4,6 +4,7 @@
 #include "ZORNestSolverSpatialOrder.h"
 
 #include <numbers>
+#include <numeric>
 
 namespace ZORNestSolver {
 
@@ -243,6 +244,37 @@ size_t CountConflicts(const Polygon& polygon, size_t most, const Interruption& i
         tree.Add(i, edge.a, edge.b);
     }
     return count;
+}
+
+std::vector<size_t> GroupRings(const Polygon& polygon, const Interruption& isOver)
+{
+    std::vector<size_t> groups(polygon.size());
+    std::iota(groups.begin(), groups.end(), size_t{0});
+    const auto find = [&groups](size_t ring) {
+        for (; groups[ring] != ring; ring = groups[ring])
+            groups[ring] = groups[groups[ring]];
+        return ring;
+    };
+    const std::vector<Edge> edges = polygon.size() < 2 ? std::vector<Edge>() : GetEdges(polygon);
+    EdgeTree tree(edges.size());
+    for (size_t i = 0; i < edges.size(); ++i) {
+        const Edge& edge = edges[i];
+        Box box;
+        box.Add(edge.a);
+        box.Add(edge.b);
+        tree.HasAny(box, [&](size_t k) {
+            const bool isOther = k < i && find(edges[k].ring) != find(edge.ring);
+            if (isOther && DoSegmentsMeet(edge.a, edge.b, edges[k].a, edges[k].b))
+                groups[find(edges[k].ring)] = find(edge.ring);
+            return false;
+        });
+        if (i % kEdgesPerLook == 0 && isOver())
+            break;
+        tree.Add(i, edge.a, edge.b);
+    }
+    for (size_t ring = 0; ring < groups.size(); ++ring)
+        groups[ring] = find(ring);
+    return groups;
 }
 
 bool IsSimple(const Polygon& polygon, const Interruption& isOver)

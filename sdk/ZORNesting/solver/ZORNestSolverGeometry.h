@@ -126,6 +126,9 @@ bool DoSegmentsMeet(Point a1, Point a2, Point b1, Point b2);
 /// Counts the pairs of edges that meet elsewhere than neighbors in their common end. Ends at \a most of them, which it
 /// also returns when it is interrupted.
 size_t CountConflicts(const Polygon& polygon, size_t most, const Interruption& isOver = NeverInterrupted);
+/// Returns a number for each ring, below the number of rings: the same one for rings that meet, directly or through
+/// others. O(n log n) unless many boxes of edges overlap. Interrupted, it leaves off.
+std::vector<size_t> GroupRings(const Polygon& polygon, const Interruption& isOver = NeverInterrupted);
 /// No two edges meet but neighbours in their common end. O(n log n) unless many boxes of far edges overlap.
 /// Interrupted, it returns false.
 bool IsSimple(const Polygon& polygon, const Interruption& isOver = NeverInterrupted);

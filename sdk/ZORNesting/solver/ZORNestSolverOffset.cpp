@@ -145,6 +145,84 @@ double GetArea(const ClipperLib::Paths& paths)
     return area;
 }
 
+/// Counts what the clipping library passes when it cleans rings.
+class CleaningWork
+{
+public:
+    explicit CleaningWork(const Polygon& rings)
+    {
+        const Scale scale(GetBox(rings));
+        for (const Ring& ring : rings) {
+            m_rings.emplace_back();
+            for (const ClipperLib::IntPoint& p : scale.ToGrid(ring)) {
+                m_rings.back().push_back({static_cast<double>(p.X), static_cast<double>(p.Y)});
+                m_heights.push_back(m_rings.back().back().y);
+            }
+        }
+        std::sort(m_heights.begin(), m_heights.end());
+        m_heights.erase(std::unique(m_heights.begin(), m_heights.end()), m_heights.end());
+    }
+
+    /// Returns the rings as the library sees them.
+    const Polygon& GetRoundedRings() const { return m_rings; }
+
+    /// Counts the edges at all heights, and again at each local minimum.
+    double CountEdges() const
+    {
+        std::vector<double> edges(m_heights.size() + 1,
+                                  0); // that begin at a height, less those that end there
+        std::vector<double> minima(m_heights.size() + 1, 0);
+        ForEachCorner([&](size_t, double y, double before, double after) {
+            edges[GetRank(std::min(y, after))] += 1;
+            edges[GetRank(std::max(y, after))] -= 1;
+            minima[GetRank(y)] += y < before && y <= after ? 1 : 0;
+        });
+        double alive = 0;
+        double count = 0;
+        for (size_t rank = 0; rank < m_heights.size(); ++rank) {
+            alive += edges[rank];
+            count += alive * (1 + minima[rank]);
+        }
+        return count;
+    }
+
+    /// Counts the corners of its group for each local minimum.
+    /// \param groups  of each ring
+    double CountCorners(const std::vector<size_t>& groups) const
+    {
+        std::vector<double> corners(m_rings.size(), 0);
+        for (size_t r = 0; r < m_rings.size(); ++r)
+            corners[groups[r]] += static_cast<double>(m_rings[r].size());
+        double count = 0;
+        ForEachCorner([&](size_t ring, double y, double before, double after) {
+            count += y < before && y <= after ? corners[groups[ring]] : 0;
+        });
+        return count;
+    }
+
+private:
+    /// Calls a function with the ring of each corner, its height and those of its neighbors.
+    template<class Function>
+    void ForEachCorner(Function function) const
+    {
+        for (size_t r = 0; r < m_rings.size(); ++r) {
+            const Ring& ring = m_rings[r];
+            for (size_t i = 0; i < ring.size(); ++i)
+                function(r, ring[i].y, ring[(i + ring.size() - 1) % ring.size()].y,
+                         ring[(i + 1) % ring.size()].y);
+        }
+    }
+
+    size_t GetRank(double height) const
+    {
+        return static_cast<size_t>(std::lower_bound(m_heights.begin(), m_heights.end(), height)
+                                   - m_heights.begin());
+    }
+
+    Polygon m_rings;
+    std::vector<double> m_heights; // of all corners, each once
+};
+
 } // namespace
 
 Polygon GrowPolygon(const Polygon& polygon, double distance)
@@ -183,29 +261,16 @@ Polygon CleanPolygon(const Polygon& polygon)
     return ReadPaths(Combine(ClipperLib::ctUnion, scale.ToGrid(polygon), {}), scale);
 }
 
-bool IsCostlyToClean(const Polygon& rings)
+bool IsCostlyToClean(const Polygon& rings, const Interruption& isOver)
 {
-    std::vector<double> heights;
-    for (const Ring& ring : rings)
-        for (const Point& p : ring)
-            heights.push_back(p.y);
-    const auto corners = static_cast<double>(heights.size());
-    std::sort(heights.begin(), heights.end());
-    heights.erase(std::unique(heights.begin(), heights.end()), heights.end());
-    const auto getRank = [&heights](const Point& p) {
-        return static_cast<double>(std::lower_bound(heights.begin(), heights.end(), p.y) - heights.begin());
-    };
-    double work = 0;
-    for (const Ring& ring : rings) {
-        for (size_t i = 0; i < ring.size(); ++i) {
-            const Point& p = ring[i];
-            const Point& next = ring[(i + 1) % ring.size()];
-            work += std::abs(getRank(next) - getRank(p));
-            if (p.y < ring[(i + ring.size() - 1) % ring.size()].y && p.y <= next.y)
-                work += corners;
-        }
-    }
-    return work > kMostWork;
+    const CleaningWork work(rings);
+    const double edges = work.CountEdges();
+    if (edges > kMostWork)
+        return true;
+    if (edges + work.CountCorners(std::vector<size_t>(rings.size(), 0)) <= kMostWork)
+        return false;
+    const std::vector<size_t> groups = GroupRings(work.GetRoundedRings(), isOver);
+    return isOver() || edges + work.CountCorners(groups) > kMostWork;
 }
 
 double GetCleanArea(const Ring& ring)

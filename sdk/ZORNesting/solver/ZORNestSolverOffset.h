@@ -25,8 +25,9 @@ Polygon Inset(const Polygon& polygon);
 Polygon CleanPolygon(const Polygon& polygon);
 
 /// Checks whether to clean rings would take seconds. The library that does it passes the edges at a height whenever
-/// another one begins or ends there, and the corners made so far at each local minimum. Takes O(n log n).
-bool IsCostlyToClean(const Polygon& rings);
+/// another one begins or ends there, and at each local minimum all corners of the rings that meet there, directly or
+/// through others. Takes O(n log n) unless many boxes of edges overlap. Interrupted, it returns true.
+bool IsCostlyToClean(const Polygon& rings, const Interruption& isOver = NeverInterrupted);
 
 /// Returns the area of all loops of a ring, whatever their directions.
 double GetCleanArea(const Ring& ring);

@@ -16,20 +16,16 @@ constexpr double kNoArea = 1e-12;         // of the diameter squared
 constexpr size_t kMostCrossings = 20000;  // to be cleaned, apart from a few of each edge
 constexpr size_t kMostPairs = 1000000;    // of edges of an outline and its hull to be compared
 constexpr size_t kMostHoleWork = 5000000; // corners of the outline, once for each hole that is cut from it
+constexpr size_t kMostLooks = 1000000;    // at the interruption for each corner
 constexpr size_t kFewContours = 64;       // that need no order
 
-bool AreCrossingOften(const Polygon& rings)
+/// Checks whether rings cross so often that to clean them would take seconds.
+bool AreCrossingOften(const Polygon& rings, const Interruption& isOver)
 {
     size_t most = kMostCrossings;
     for (const Ring& ring : rings)
         most += 4 * ring.size();
-    return CountConflicts(rings, most) == most;
-}
-
-/// Checks whether rings have so many corners or crossings that to clean them would take seconds.
-bool AreTangled(const Polygon& rings)
-{
-    return IsCostlyToClean(rings) || AreCrossingOften(rings);
+    return CountConflicts(rings, most, isOver) == most;
 }
 
 bool IsFinite(const Contour& contour)
@@ -43,7 +39,8 @@ bool IsFinite(const Contour& contour)
 /// Returns the area of all loops of a ring, or of the hull where there are too many.
 double GetAreaOfCrossing(const Ring& ring)
 {
-    return AreTangled({ring}) ? GetSignedArea(GetConvexHull({ring})) : GetCleanArea(ring);
+    const bool isTangled = GetLossOfTangled({ring}, NeverInterrupted) != OutlineLoss::None;
+    return isTangled ? GetSignedArea(GetConvexHull({ring})) : GetCleanArea(ring);
 }
 
 /// Turns contours into a polygon.
@@ -86,14 +83,16 @@ public:
         return hasIslands && !IsSimple(rings, isOver) ? Polygon{} : rings;
     }
 
-    /// Checks whether MakeOfCrossing() would take seconds.
-    bool IsTangled() const
+    /// Returns what to take instead where MakeOfCrossing() would take seconds; otherwise None.
+    OutlineLoss GetLossOfCrossing(const Interruption& isOver) const
     {
         const Polygon rings = FlattenAll();
+        if (const OutlineLoss loss = GetLossOfTangled(rings, isOver); loss != OutlineLoss::None)
+            return loss;
         Polygon all = GetCaps(m_contours, m_fineness);
         all.insert(all.end(), rings.begin(), rings.end());
-        return (rings.size() - 1) * rings[0].size() > kMostHoleWork || IsCostlyToClean(all)
-               || AreTangled(rings);
+        const bool isCostly = (rings.size() - 1) * rings[0].size() > kMostHoleWork;
+        return isCostly || IsCostlyToClean(all, isOver) ? OutlineLoss::CostlyHull : OutlineLoss::None;
     }
 
     /// Returns nothing where a hole lies outside, and an empty polygon where no material remains or where it is
@@ -104,8 +103,8 @@ public:
     }
 
     /// Adds what is drawn but not held: contours without area, and what encloses none where contours cross.
-    /// \return whether that takes less than seconds
-    bool AddSpurs(Polygon& polygon, bool areCrossing) const
+    /// \return what to take instead where that would take seconds; otherwise None
+    OutlineLoss AddSpurs(Polygon& polygon, bool areCrossing, const Interruption& isOver) const
     {
         Polygon drawn = m_lines;
         if (areCrossing) {
@@ -113,19 +112,19 @@ public:
             drawn.insert(drawn.end(), rings.begin(), rings.end());
         }
         if (drawn.empty())
-            return true;
+            return OutlineLoss::None;
         Polygon all = polygon;
         all.insert(all.end(), m_lines.begin(), m_lines.end());
-        if (!m_lines.empty() && AreCrossingOften(all))
-            return false;
+        if (!m_lines.empty() && AreCrossingOften(all, isOver))
+            return OutlineLoss::Hull;
         const Polygon spurs = GetSpurs(drawn, polygon);
         all = polygon;
         all.insert(all.end(), spurs.begin(), spurs.end());
-        if (!spurs.empty() && IsCostlyToClean(all))
-            return false;
+        if (!spurs.empty() && IsCostlyToClean(all, isOver))
+            return OutlineLoss::CostlyHull;
         if (!spurs.empty())
             polygon = CleanPolygon(all);
-        return true;
+        return OutlineLoss::None;
     }
 
     size_t GetContourCount() const { return m_contours.size(); }
@@ -201,6 +200,17 @@ bool IsAlong(const Ring& hull, const Polygon& rings, double tolerance)
     return true;
 }
 
+/// Returns the convex hull of an outline that cannot be cleaned.
+/// \param cause  what becomes of the loss where the hull is not the outline itself
+Polygon MakeHullInstead(const std::vector<Contour>& contours, OutlineLoss cause, std::string& reason,
+                        OutlineLoss* loss)
+{
+    Polygon hull = MakeOuterHull(contours, reason, loss);
+    if (loss && *loss == OutlineLoss::Hull)
+        *loss = cause;
+    return hull;
+}
+
 bool AreMeasurable(const std::vector<Contour>& contours, std::string& reason)
 {
     reason = "";
@@ -217,6 +227,23 @@ bool HasArcs(const Contour& contour)
 {
     return std::any_of(contour.segments.begin(), contour.segments.end(),
                        [](const Segment& segment) { return segment.isArc; });
+}
+
+OutlineLoss GetLossOfTangled(const Polygon& rings, const Interruption& isOver)
+{
+    if (!IsCostlyToClean(rings, isOver))
+        return AreCrossingOften(rings, isOver) ? OutlineLoss::Hull : OutlineLoss::None;
+    // The crossings only decide on the reason: those of some of the edges are enough.
+    size_t corners = 1;
+    for (const Ring& ring : rings)
+        corners += ring.size();
+    size_t looks = kMostLooks / corners;
+    bool isCutShort = false;
+    const bool areCrossing = AreCrossingOften(rings, [&] {
+        isCutShort = looks-- == 0 || isOver();
+        return isCutShort;
+    });
+    return areCrossing && !isCutShort ? OutlineLoss::Hull : OutlineLoss::CostlyHull;
 }
 
 double GetSignedArea(const Contour& contour)
@@ -270,17 +297,16 @@ Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reas
     std::optional<Polygon> polygon = Polygon();
     if (maker.GetContourCount() > 0) {
         polygon = maker.MakeOfSimple(isOver);
-        const bool areCrossing = polygon->empty();
-        if (isOver())
-            return {};
-        if (areCrossing && maker.IsTangled())
-            return MakeOuterHull(contours, reason, loss);
-        if (areCrossing)
+        const bool areCrossing = polygon->empty() && !isOver();
+        OutlineLoss lossOfTangled = areCrossing ? maker.GetLossOfCrossing(isOver) : OutlineLoss::None;
+        if (areCrossing && lossOfTangled == OutlineLoss::None)
             polygon = maker.MakeOfCrossing(isOver);
+        if (polygon && !polygon->empty())
+            lossOfTangled = maker.AddSpurs(*polygon, areCrossing, isOver);
         if (isOver())
             return {};
-        if (polygon && !polygon->empty() && !maker.AddSpurs(*polygon, areCrossing))
-            return MakeOuterHull(contours, reason, loss);
+        if (lossOfTangled != OutlineLoss::None)
+            return MakeHullInstead(contours, lossOfTangled, reason, loss);
     }
     if (loss)
         *loss = maker.GetLoss();

@@ -27,8 +27,9 @@ struct Contour
 /// What a polygon around an outline lacks beyond tolerance.
 enum class OutlineLoss {
     None,
-    Coarse, // it has fewer corners than the outline needs
-    Hull    // it is the convex hull
+    Coarse,    // it has fewer corners than the outline needs
+    Hull,      // it is the convex hull
+    CostlyHull // it is the convex hull, since the outline has too many corners to be cleaned
 };
 
 /// A contour of straight edges; the first point may be repeated at the end.
@@ -43,6 +44,10 @@ double GetSignedArea(const Contour& contour);
 double GetEnclosedArea(const Contour& contour);
 /// Computes the length of the segments, arcs as they are; without the straight one that closes an open contour.
 double GetLength(const Contour& contour);
+
+/// Returns what has to stand for rings with so many corners or crossings that to clean them would take seconds: a hull,
+/// and why. None for all others. Interrupted, it returns a hull.
+OutlineLoss GetLossOfTangled(const Polygon& rings, const Interruption& isOver = NeverInterrupted);
 
 /// Returns the outline as a polygon that contains it: arcs that bulge outwards become tangents, the others chords,
 /// within min(0.05, 2e-4 of the diameter) of the arc. Tangents touch where an arc reaches farthest along an axis, so

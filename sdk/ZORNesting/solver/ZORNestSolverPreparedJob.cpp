@@ -24,6 +24,8 @@ std::string GetRemark(const ItemType& type, bool isOver)
     case OutlineLoss::Hull:
         return isOver ? "is nested within its hull: no time left"
                       : "crosses itself too often and is nested within its hull";
+    case OutlineLoss::CostlyHull:
+        return "has too many corners to be cleaned and is nested within its hull";
     }
     return {};
 }
