@@ -2,7 +2,10 @@
 
 #pragma once
 
+#include "ZORNestSolverInterruption.h"
 #include "ZORNestSolverLayout.h"
+
+#include <string>
 
 namespace ZORNestSolver {
 
@@ -22,7 +25,8 @@ struct SheetArea
     std::vector<Hazard>
         hazards; // defects, and what an irregular sheet lacks of its rectangle, grown by their distance
     std::vector<Obstacle> obstacles; // the same as they are, for exact distances
-    double area = 0;                 // of what can be used, less the obstacles
+    double area = 0; // of what can be used, less the obstacles; with them where they cross too often
+    std::vector<std::string> remarks; // what is done differently with the sheet: "has too many corners ..."
 
     /// Checks by exact distances whether a placed outline keeps away from all obstacles.
     bool IsClear(const Polygon& placed) const;
@@ -35,7 +39,18 @@ Box GetUsableBox(const SheetKind& kind, const Job& job);
 /// as large as it has to be.
 bool IsWithinReach(const SheetKind& kind, const Job& job);
 
-/// Empty window where nothing can be used, as of a sheet that is not within reach.
+/// What preparing all sheets of a job may take.
+struct SheetEffort
+{
+    Interruption isOver = NeverInterrupted; // from then on the hulls of defects are enough
+    double squares =
+        1e6; // that searches for circles in obstacles may try, which guide the search for places only
+};
+
+/// Empty window where nothing can be used, as of a sheet that is not within reach or whose outline crosses itself too
+/// often. An obstacle has at most 2,000 corners and all defects of a sheet have 20,000 in common; those of more than
+/// 1,000 defects that lie next to each other are one.
+SheetArea PrepareSheet(const SheetKind& kind, const Job& job, SheetEffort& effort);
 SheetArea PrepareSheet(const SheetKind& kind, const Job& job);
 
 } // namespace ZORNestSolver

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <numbers>
 #include <tuple>
+#include <unordered_map>
 
 namespace ZORNestSolver {
 
@@ -79,27 +80,49 @@ bool IsPoseAllowed(const Pose& pose, const Item& item, const Job& job)
                        [&](double direction) { return isAllowed(isOtherHand ? -direction : direction); });
 }
 
-/// The outlines of the items as they are drawn, made when they are needed first.
+/// What no item may overlap on a sheet, as it is drawn.
+struct Obstacles
+{
+    std::vector<Shape> defects;
+    std::optional<Shape> outside;
+};
+
+/// The outlines of the items as they are drawn, and the obstacles of the sheets, made when they are needed first.
 class Shapes
 {
 public:
-    explicit Shapes(const Job& job)
+    Shapes(const Job& job, const Interruption& isOver)
         : m_job(job)
-        , m_shapes(job.items.size())
+        , m_isOver(isOver)
     {
     }
     const Shape& Get(size_t item)
     {
-        if (!m_shapes[item]) {
-            m_shapes[item].emplace(m_job.items[item].contours);
-            m_shapes[item]->FindProbes();
+        const auto [known, isNew] = m_shapes.try_emplace(item);
+        if (isNew) {
+            known->second = Shape(m_job.items[item].contours);
+            known->second.FindProbes();
         }
-        return *m_shapes[item];
+        return known->second;
+    }
+    const Obstacles& GetObstacles(size_t kind)
+    {
+        const auto [known, isNew] = m_obstacles.try_emplace(kind);
+        if (!isNew)
+            return known->second;
+        const SheetKind& sheet = m_job.kinds[kind];
+        for (size_t i = 0; i < sheet.defects.size() && !m_isOver(); ++i)
+            known->second.defects.emplace_back(sheet.defects[i]);
+        if (!sheet.outline.empty())
+            known->second.outside.emplace(sheet.outline, Shape::Side::Outside);
+        return known->second;
     }
 
 private:
     const Job& m_job;
-    std::vector<std::optional<Shape>> m_shapes;
+    const Interruption& m_isOver;
+    std::unordered_map<size_t, Shape> m_shapes;        // by item
+    std::unordered_map<size_t, Obstacles> m_obstacles; // by kind of sheet
 };
 
 /// A sheet of the solution with its items where they lie.
@@ -111,14 +134,11 @@ public:
         : m_job(job)
         , m_kind(job.kinds[sheet.kind])
         , m_shapes(shapes)
+        , m_obstacles(shapes.GetObstacles(sheet.kind))
         , m_sheet(sheet)
         , m_number(number)
         , m_isOver(isOver)
     {
-        for (const Polygon& defect : m_kind.defects)
-            m_defects.emplace_back(defect);
-        if (!m_kind.outline.empty())
-            m_outside.emplace(m_kind.outline, Shape::Side::Outside);
     }
 
     std::vector<PlacementFault> Run()
@@ -183,10 +203,10 @@ private:
     {
         const Placement& placement = m_sheet.placements[boxed.placement];
         const Shape shape = m_shapes.Get(placement.item).Placed(placement.pose);
-        for (const Shape& defect : m_defects)
+        for (const Shape& defect : m_obstacles.defects)
             if (!AreApart(shape, defect, m_job.defectSeparation))
                 Report(boxed.placement, "lies on a defect");
-        if (m_outside && !AreApart(shape, *m_outside, m_job.frameWidth))
+        if (m_obstacles.outside && !AreApart(shape, *m_obstacles.outside, m_job.frameWidth))
             Report(boxed.placement, "leaves the outline of the sheet");
         std::erase_if(m_active, [&](const Placed& other) {
             return other.shape.GetBox().max.x + m_job.separation < boxed.box.min.x;
@@ -203,11 +223,10 @@ private:
     const Job& m_job;
     const SheetKind& m_kind;
     Shapes& m_shapes;
+    const Obstacles& m_obstacles;
     const NestedSheet& m_sheet;
     size_t m_number;
     const Interruption& m_isOver;
-    std::vector<Shape> m_defects;
-    std::optional<Shape> m_outside;
     std::vector<Boxed> m_order;
     std::vector<Placed> m_active;
     std::vector<PlacementFault> m_faults;
@@ -279,18 +298,24 @@ void CheckQuantities(const Job& job, const Solution& solution, std::vector<std::
 
 std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet)
 {
-    Shapes shapes(job);
-    return SheetCheck(job, shapes, sheet, 0, NeverInterrupted).Run();
+    const Interruption isOver = NeverInterrupted;
+    Shapes shapes(job, isOver);
+    return SheetCheck(job, shapes, sheet, 0, isOver).Run();
 }
 
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution, const Interruption& isOver)
 {
-    const Job usable = MakeUsable(job);
+    return FindFaultsOfUsable(MakeUsable(job), solution, isOver);
+}
+
+std::vector<std::string> FindFaultsOfUsable(const Job& job, const Solution& solution,
+                                            const Interruption& isOver)
+{
     std::vector<std::string> faults;
-    Shapes shapes(usable);
+    Shapes shapes(job, isOver);
     for (size_t number = 0; number < solution.sheets.size(); ++number)
-        AppendSheetFaults(faults, usable, shapes, solution.sheets[number], number, isOver);
-    CheckQuantities(usable, solution, faults);
+        AppendSheetFaults(faults, job, shapes, solution.sheets[number], number, isOver);
+    CheckQuantities(job, solution, faults);
     return faults;
 }
 

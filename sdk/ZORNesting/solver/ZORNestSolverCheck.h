@@ -29,6 +29,10 @@ struct PlacementFault
 std::vector<std::string> FindFaults(const Job& job, const Solution& solution,
                                     const Interruption& isOver = NeverInterrupted);
 
+/// Does the same for a job as MakeUsable() returns it, without a copy of it.
+std::vector<std::string> FindFaultsOfUsable(const Job& job, const Solution& solution,
+                                            const Interruption& isOver = NeverInterrupted);
+
 /// Returns the faults of the placements of a single sheet of a kind of the job, sorted by placement.
 /// \param job  as MakeUsable() returns it
 std::vector<PlacementFault> FindPlacementFaults(const Job& job, const NestedSheet& sheet);

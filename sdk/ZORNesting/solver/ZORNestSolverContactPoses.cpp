@@ -3,6 +3,7 @@
 #include "ZORNestSolverOffset.h"
 
 #include <numbers>
+#include <numeric>
 
 namespace ZORNestSolver {
 
@@ -127,6 +128,9 @@ ContactPoses::ContactPoses(const PreparedJob& prepared)
     : m_prepared(prepared)
     , m_poses(prepared.types.size())
 {
+    std::vector<size_t> all(prepared.job.kinds.size());
+    std::iota(all.begin(), all.end(), size_t{0});
+    m_kinds = prepared.DropEqual(all);
 }
 
 void ContactPoses::Add(size_t item, uint32_t poseClass, double angle)
@@ -168,9 +172,10 @@ const std::vector<ContactPose>& ContactPoses::Get(size_t item)
     if (!m_poses[item].empty())
         return m_poses[item];
     const ItemType& type = *m_prepared.types[item];
-    for (const SheetArea& area : m_prepared.areas)
-        if (const auto fitting = area.window.IsEmpty() ? std::nullopt : FindFitting(type, area.window))
-            Add(item, fitting->poseClass, fitting->angle);
+    for (const size_t kind : m_kinds)
+        if (m_prepared.FitsOn(item, kind) && m_poses[item].size() < kMostPoses)
+            if (const auto fitting = FindFitting(type, m_prepared.areas[kind].window))
+                Add(item, fitting->poseClass, fitting->angle);
     for (uint32_t c = 0; c < type.classes.size(); ++c) {
         Add(item, c, type.classes[c].angle);
         if (type.classes[c].IsContinuous())

@@ -34,6 +34,7 @@ private:
     void AddAlongEdges(size_t item, uint32_t poseClass);
 
     const PreparedJob& m_prepared;
+    std::vector<size_t> m_kinds;                   // of different windows
     std::vector<std::vector<ContactPose>> m_poses; // by item; empty until they are asked for
     std::map<std::pair<size_t, size_t>, std::vector<Stand>> m_cornerPlaces; // by item and kind
 };

@@ -102,6 +102,12 @@ std::optional<Stand> FindFitting(const ItemType& type, const Box& window)
     return std::nullopt;
 }
 
+bool FitsAtMiddle(const ItemType& type, const Box& window)
+{
+    return std::any_of(type.shapes.begin(), type.shapes.end(),
+                       [&window](const Shape& shape) { return !GetRoom(window, shape).IsEmpty(); });
+}
+
 Layout::Layout(std::shared_ptr<const Problem> problem)
     : m_problem(std::move(problem))
     , m_windows(m_problem->windows)

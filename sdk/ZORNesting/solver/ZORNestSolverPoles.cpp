@@ -4,7 +4,9 @@
 
 #include <queue>
 
+#include <array>
 #include <numbers>
+#include <optional>
 
 namespace ZORNestSolver {
 
@@ -15,6 +17,9 @@ constexpr size_t MostCells = 60000;
 constexpr size_t FewestCells = 500;
 constexpr size_t MostDistances = 30000000; // of cells from edges: outlines of many edges get fewer cells
 constexpr double Accuracy = 0.01;
+constexpr double kEdgesOfASquare = 200;         // take as long as a square itself
+constexpr std::array kHeights{0.5, 0.25, 0.75}; // of lines through a polygon
+constexpr size_t kMostPoles = 32;
 
 /// How far a point lies inside of a polygon.
 class DepthField
@@ -89,8 +94,11 @@ struct Cell
 class PoleSearch
 {
 public:
-    explicit PoleSearch(const Polygon& polygon);
+    /// \param squares  that may be tried
+    PoleSearch(const Polygon& polygon, double squares);
     Circle FindDeepest();
+    /// Returns the squares that were tried so far, in those of few edges.
+    double GetEffort() const { return static_cast<double>(m_cells.size()) * m_cost; }
     void Add(const Circle& circle) { m_circles.push_back(circle); }
 
 private:
@@ -99,6 +107,7 @@ private:
     void VisitChildren(size_t index);
 
     DepthField m_field;
+    double m_cost; // of a cell
     std::vector<Cell> m_cells;
     std::vector<Circle> m_circles;
     size_t m_roots = 0;
@@ -107,11 +116,14 @@ private:
     Circle m_best;
 };
 
-PoleSearch::PoleSearch(const Polygon& polygon)
+PoleSearch::PoleSearch(const Polygon& polygon, double squares)
     : m_field(polygon)
+    , m_cost(1 + static_cast<double>(m_field.GetEdgeCount()) / kEdgesOfASquare)
     , m_mostCells(
           std::clamp(MostDistances / std::max<size_t>(1, m_field.GetEdgeCount()), FewestCells, MostCells))
 {
+    if (squares < static_cast<double>(m_mostCells) * m_cost)
+        m_mostCells = static_cast<size_t>(squares / m_cost);
     const Box box = GetBox(polygon);
     const double size = std::min(box.GetWidth(), box.GetHeight());
     const int columns = std::clamp(static_cast<int>(std::ceil(box.GetWidth() / size)), 1, 64);
@@ -174,6 +186,65 @@ Circle PoleSearch::FindDeepest()
     return m_best;
 }
 
+/// Returns the middle of the longest part of a horizontal line that lies inside of a polygon.
+std::optional<Point> FindMiddle(const Polygon& polygon, double y)
+{
+    std::vector<double> crossings;
+    for (const Ring& ring : polygon) {
+        for (size_t i = 0; i < ring.size(); ++i) {
+            const Point a = ring[i];
+            const Point b = ring[(i + 1) % ring.size()];
+            if ((a.y > y) != (b.y > y))
+                crossings.push_back(a.x + (b.x - a.x) * ((y - a.y) / (b.y - a.y)));
+        }
+    }
+    std::sort(crossings.begin(), crossings.end());
+    double longest = 0;
+    std::optional<Point> middle;
+    for (size_t i = 0; i + 1 < crossings.size(); i += 2) {
+        if (crossings[i + 1] - crossings[i] > longest) {
+            longest = crossings[i + 1] - crossings[i];
+            middle = Point{(crossings[i] + crossings[i + 1]) / 2, y};
+        }
+    }
+    return middle;
+}
+
+/// Returns the largest circle around the middles of a few lines; of no radius where none of them crosses the polygon.
+Circle FindPoleOnLines(const Polygon& polygon)
+{
+    const DepthField field(polygon);
+    const Box box = GetBox(polygon);
+    Circle best{polygon[0][0], 0};
+    for (const double height : kHeights) {
+        const std::optional<Point> middle = FindMiddle(polygon, box.min.y + box.GetHeight() * height);
+        const double depth = middle ? field.GetDepth(*middle) : 0;
+        if (depth > best.radius)
+            best = {*middle, depth};
+    }
+    return best;
+}
+
+std::vector<Circle> FindPoles(const Polygon& polygon, size_t limit, double& squares)
+{
+    const double area = GetArea(polygon);
+    PoleSearch search(polygon, squares);
+    std::vector<Circle> poles;
+    double covered = 0;
+    while (poles.size() < limit) {
+        const Circle circle = search.FindDeepest();
+        if (!poles.empty() && circle.radius <= 0.02 * poles.front().radius)
+            break;
+        poles.push_back(circle);
+        search.Add(circle);
+        covered += std::numbers::pi * circle.radius * circle.radius / area;
+        if ((poles.size() >= 8 && covered >= 0.9) || (poles.size() >= 16 && covered >= 0.8))
+            break;
+    }
+    squares -= search.GetEffort();
+    return poles;
+}
+
 } // namespace
 
 std::vector<Point> FindDeepPoints(const Polygon& polygon)
@@ -205,21 +276,15 @@ std::vector<Point> FindDeepPoints(const Polygon& polygon)
 
 std::vector<Circle> FindPoles(const Polygon& polygon, size_t limit)
 {
-    const double area = GetArea(polygon);
-    PoleSearch search(polygon);
-    std::vector<Circle> poles;
-    double covered = 0;
-    while (poles.size() < limit) {
-        const Circle circle = search.FindDeepest();
-        if (!poles.empty() && circle.radius <= 0.02 * poles.front().radius)
-            break;
-        poles.push_back(circle);
-        search.Add(circle);
-        covered += std::numbers::pi * circle.radius * circle.radius / area;
-        if ((poles.size() >= 8 && covered >= 0.9) || (poles.size() >= 16 && covered >= 0.8))
-            break;
-    }
-    return poles;
+    double squares = std::numeric_limits<double>::infinity();
+    return FindPoles(polygon, limit, squares);
+}
+
+std::vector<Circle> FindPoles(const Polygon& polygon, double& squares)
+{
+    if (squares <= 0)
+        return {FindPoleOnLines(polygon)};
+    return FindPoles(polygon, kMostPoles, squares);
 }
 
 } // namespace ZORNestSolver

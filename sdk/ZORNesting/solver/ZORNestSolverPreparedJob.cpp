@@ -1,7 +1,6 @@
 #include "ZORNestSolverPreparedJob.h"
 
-#include "ZORNestSolverOffset.h"
-
+#include <array>
 #include <map>
 #include <optional>
 
@@ -11,6 +10,7 @@ namespace {
 
 constexpr double kThoroughSeconds = 0.05; // after a stop, for thorough preparation
 constexpr double kQuickSeconds = 0.12;    // after a stop, for any preparation
+constexpr size_t kItemsPerLook = 16;      // at the time
 constexpr size_t kManySegments = 1000;    // too many for thorough preparation after a stop
 
 /// Returns what is done differently with a part; "" where nothing is.
@@ -30,12 +30,33 @@ std::string GetRemark(const ItemType& type, bool isOver)
     return {};
 }
 
-/// Returns why nothing of a sheet can be used.
-std::string GetFault(const SheetKind& kind, const Job& job)
+bool HasFreeAngles(const ItemType& type)
 {
-    if (!IsWithinReach(kind, job))
-        return "reaches beyond 1000 km";
-    return IsCostlyToClean(kind.outline) ? "has an outline with too many corners" : "has no usable area";
+    return std::any_of(type.classes.begin(), type.classes.end(),
+                       [](const PoseClass& poseClass) { return poseClass.IsContinuous(); });
+}
+
+/// Returns all numbers on which the preparation of a sheet depends, in an order that can be compared.
+std::vector<double> GetNumbers(const SheetKind& kind)
+{
+    std::vector<double> numbers{kind.width,     kind.length,  kind.leftTrim,
+                                kind.rightTrim, kind.topTrim, kind.bottomTrim};
+    const auto append = [&numbers](const Polygon& polygon) {
+        numbers.push_back(static_cast<double>(polygon.size()));
+        for (const Ring& ring : polygon) {
+            numbers.push_back(static_cast<double>(ring.size()));
+            for (const Point& p : ring)
+                numbers.insert(numbers.end(), {p.x, p.y});
+        }
+    };
+    append(kind.outline);
+    for (const Polygon& defect : kind.defects)
+        append(defect);
+    // Nothing else is infinite but the length of a sheet that cannot be used, as a roll's is not a number.
+    std::replace_if(
+        numbers.begin(), numbers.end(), [](double number) { return std::isnan(number); },
+        -std::numeric_limits<double>::infinity());
+    return numbers;
 }
 
 } // namespace
@@ -75,7 +96,7 @@ PreparedJob::PreparedJob(const Job& newJob)
     Patience patience(nullptr);
     for (const Item& item : job.items)
         AddItem(item, patience);
-    AddKinds();
+    AddKinds(patience);
     SetLevels();
 }
 
@@ -85,7 +106,8 @@ PreparedJob::PreparedJob(const Job& newJob, const Budget& budget)
     Patience patience(&budget);
     for (const Item& item : job.items)
         AddItem(item, patience);
-    AddKinds();
+    Patience patienceForKinds(&budget); // or one usable sheet would be missing after a stop among the items
+    AddKinds(patienceForKinds);
     SetLevels();
 }
 
@@ -120,17 +142,106 @@ void PreparedJob::SetLevels()
         levels.push_back(ranks[item.priority]);
 }
 
-void PreparedJob::AddKinds()
+void PreparedJob::AddKinds(Patience& patience)
 {
-    for (const SheetKind& kind : job.kinds) {
-        areas.push_back(PrepareSheet(kind, job));
+    std::map<std::array<double, 4>, size_t> rows; // by window
+    std::map<std::vector<double>, size_t> equals; // kinds with obstacles, by all that matters of them
+    m_isUndecided.assign(types.size(), false);
+    SheetEffort effort{[&patience] { return !patience.IsThorough(0); }};
+    for (size_t k = 0; k < job.kinds.size(); ++k) {
+        const SheetKind& kind = job.kinds[k];
+        const bool isPlain = kind.outline.empty() && kind.defects.empty();
+        const auto [known, isNew] =
+            isPlain ? std::pair(equals.end(), true) : equals.emplace(GetNumbers(kind), k);
+        areas.push_back(isNew ? MakeArea(kind, effort, patience) : areas[known->second]);
+        AddRemarks(kind, areas.back());
         const Box& window = areas.back().window;
+        m_rows.push_back(kNoRow);
         if (window.IsEmpty())
-            remarks.push_back("sheet \"" + kind.name + "\" " + GetFault(kind, job));
-        for (size_t item = 0; item < types.size(); ++item)
-            m_fits.push_back(reasons[item].empty() && !window.IsEmpty()
-                             && FindFitting(*types[item], window).has_value());
+            continue;
+        const std::array<double, 4> key{window.min.x, window.min.y, window.max.x, window.max.y};
+        const auto [row, isNewRow] = rows.emplace(key, m_fits.size());
+        if (isNewRow) {
+            std::optional<std::vector<bool>> fits = FindFits(window, patience);
+            if (fits)
+                m_fits.push_back(std::move(*fits));
+            else
+                row->second = kNoRow;
+        }
+        m_rows.back() = row->second;
     }
+    SetAsideUndecided();
+}
+
+/// Leaves sheets with obstacles unused once there is no time left, unless they are the first that can be used.
+SheetArea PreparedJob::MakeArea(const SheetKind& kind, SheetEffort& effort, Patience& patience) const
+{
+    const bool isPlain = kind.outline.empty() && kind.defects.empty();
+    const auto isUsable = [](const SheetArea& area) { return !area.window.IsEmpty(); };
+    if (isPlain || patience.IsThere() || std::none_of(areas.begin(), areas.end(), isUsable))
+        return PrepareSheet(kind, job, effort);
+    SheetArea area;
+    area.remarks.push_back("is not used: no time left");
+    return area;
+}
+
+void PreparedJob::AddRemarks(const SheetKind& kind, const SheetArea& area)
+{
+    const std::string sheet = "sheet \"" + kind.name + "\" ";
+    for (const std::string& remark : area.remarks)
+        remarks.push_back(sheet + remark);
+    if (area.window.IsEmpty() && area.remarks.empty())
+        remarks.push_back(sheet
+                          + (IsWithinReach(kind, job) ? "has no usable area" : "reaches beyond 1000 km"));
+}
+
+/// Returns for each item whether it fits the window. Soon after the end only for the first window, and only in the
+/// middles of the families of rotations.
+std::optional<std::vector<bool>> PreparedJob::FindFits(const Box& window, Patience& patience)
+{
+    if (!m_fits.empty() && !patience.IsThere()) {
+        m_isCutShort = true;
+        return std::nullopt;
+    }
+    std::vector<bool> fits(types.size(), false);
+    bool isThorough = true;
+    for (size_t item = 0; item < types.size(); ++item) {
+        if (item % kItemsPerLook == 0)
+            isThorough = patience.IsThorough(0);
+        if (item % kItemsPerLook == 0 && !m_fits.empty() && !patience.IsThere()) {
+            m_isCutShort = true;
+            break;
+        }
+        if (!reasons[item].empty())
+            continue;
+        fits[item] =
+            isThorough ? FindFitting(*types[item], window).has_value() : FitsAtMiddle(*types[item], window);
+        m_isUndecided[item] = m_isUndecided[item] || (!isThorough && HasFreeAngles(*types[item]));
+    }
+    return fits;
+}
+
+/// Reports items of which only the lack of time leaves open whether they fit anywhere.
+void PreparedJob::SetAsideUndecided()
+{
+    for (size_t item = 0; item < types.size(); ++item)
+        if (reasons[item].empty() && (m_isCutShort || m_isUndecided[item])
+            && std::none_of(m_fits.begin(), m_fits.end(),
+                            [item](const std::vector<bool>& fits) { return fits[item]; }))
+            reasons[item] = "no time left";
+}
+
+std::vector<size_t> PreparedJob::DropEqual(const std::vector<size_t>& kinds) const
+{
+    std::vector<bool> isKnown(m_fits.size(), false);
+    std::vector<size_t> different;
+    for (const size_t kind : kinds) {
+        if (m_rows[kind] == kNoRow || isKnown[m_rows[kind]])
+            continue;
+        isKnown[m_rows[kind]] = true;
+        different.push_back(kind);
+    }
+    return different;
 }
 
 double PreparedJob::GetArea(const std::vector<size_t>& items) const

@@ -6,7 +6,9 @@
 #include "ZORNestSolverBudget.h"
 #include "ZORNestSolverItemType.h"
 
+#include <limits>
 #include <memory>
+#include <optional>
 
 namespace ZORNestSolver {
 
@@ -15,7 +17,8 @@ struct PreparedJob
 {
     explicit PreparedJob(const Job& job);
     /// Prepares what the time allows. Once the run is stopped or over, it goes on thoroughly only for a moment,
-    /// then with the convex hulls of the items, and soon with none: those left over have no time left.
+    /// then with the convex hulls of the items, and soon with none: those left over have no time left. The same holds
+    /// for sheets and their defects, and for the question what fits on which.
     PreparedJob(const Job& job, const Budget& budget);
 
     const Job& job;
@@ -27,7 +30,12 @@ struct PreparedJob
     size_t levelCount = 0;
 
     /// In some allowed rotation, the defects left aside.
-    bool FitsOn(size_t item, size_t kind) const { return m_fits[kind * types.size() + item]; }
+    bool FitsOn(size_t item, size_t kind) const
+    {
+        return m_rows[kind] != kNoRow && m_fits[m_rows[kind]][item];
+    }
+    /// Drops kinds that cannot be used, and all but the first of those with the same window.
+    std::vector<size_t> DropEqual(const std::vector<size_t>& kinds) const;
     /// The area of so many items.
     double GetArea(const std::vector<size_t>& items) const;
     /// The same for each level of priority.
@@ -36,11 +44,20 @@ struct PreparedJob
     double GetCost(size_t kind) const;
 
 private:
+    static constexpr size_t kNoRow = std::numeric_limits<size_t>::max();
+
     void AddItem(const Item& item, class Patience& patience);
-    void AddKinds();
+    void AddKinds(class Patience& patience);
+    SheetArea MakeArea(const SheetKind& kind, SheetEffort& effort, class Patience& patience) const;
+    void AddRemarks(const SheetKind& kind, const SheetArea& area);
+    std::optional<std::vector<bool>> FindFits(const Box& window, class Patience& patience);
+    void SetAsideUndecided();
     void SetLevels();
 
-    std::vector<bool> m_fits; // by kind and item
+    std::vector<std::vector<bool>> m_fits; // by item, for each window of another size or position
+    std::vector<size_t> m_rows;            // of the kinds in these
+    bool m_isCutShort = false;             // nobody has looked at some windows
+    std::vector<bool> m_isUndecided;       // nobody has looked at all rotations of an item
 };
 
 } // namespace ZORNestSolver

@@ -2,6 +2,7 @@
 
 #include "ZORNestSolverCheck.h"
 #include "ZORNestSolverJobPlan.h"
+#include "ZORNestSolverUnplaced.h"
 
 #include <cstdint>
 
@@ -101,21 +102,10 @@ private:
             missing[entry.item] -= entry.count;
         }
         std::erase_if(m_solution.unplaced, [](const UnplacedItem& entry) { return entry.count == 0; });
+        UnplacedList entries(std::move(m_solution.unplaced));
         for (size_t i = 0; i < missing.size(); ++i)
-            if (missing[i] > 0)
-                Report(i, static_cast<int>(missing[i]));
-    }
-
-    void Report(size_t item, int count)
-    {
-        std::vector<UnplacedItem>& entries = m_solution.unplaced;
-        const auto known = std::find_if(entries.begin(), entries.end(), [item](const UnplacedItem& entry) {
-            return entry.item == item && entry.reason == kReason;
-        });
-        if (known != entries.end())
-            known->count += count;
-        else
-            entries.push_back({item, count, kReason});
+            entries.Add(i, static_cast<int>(missing[i]), kReason);
+        m_solution.unplaced = entries.GetEntries();
     }
 
     const PreparedJob& m_prepared;

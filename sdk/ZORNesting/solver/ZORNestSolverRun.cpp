@@ -4,6 +4,7 @@
 #include "ZORNestSolverPlan.h"
 #include "ZORNestSolverRepair.h"
 #include "ZORNestSolverReporter.h"
+#include "ZORNestSolverUnplaced.h"
 #include "ZORNestSolverUsable.h"
 
 #include <numeric>
@@ -16,6 +17,7 @@ namespace {
 class Run
 {
 public:
+    /// \param job  as MakeUsable() returns it
     Run(const Job& job, const RunOptions& options, Control& control)
         : m_job(job)
         , m_options(options)
@@ -36,7 +38,7 @@ public:
         const auto prove = [this](const JobPlan& plan,
                                   const Interruption& isOver) -> std::optional<Solution> {
             Solution solution = Complete(plan);
-            const bool isProved = FindFaults(m_job, solution, isOver).empty() && !isOver();
+            const bool isProved = FindFaultsOfUsable(m_job, solution, isOver).empty() && !isOver();
             return isProved ? std::optional(std::move(solution)) : std::nullopt;
         };
         PlanReporter reporter(prove, m_options.listener);
@@ -46,7 +48,7 @@ public:
     /// Takes away what does not pass the check, in case that the search and the check should ever disagree.
     void Prove(Solution& solution) const
     {
-        if (!FindFaults(m_job, solution).empty())
+        if (!FindFaultsOfUsable(m_job, solution).empty())
             RemoveFaults(m_prepared, solution);
     }
 
@@ -54,71 +56,67 @@ private:
     /// The solution of a plan: what was set aside before is reported as well.
     Solution Complete(const JobPlan& plan) const
     {
+        const std::vector<size_t> kindsLeft = GetKindsLeft(plan);
+        const auto hasRoom = [&](size_t item) {
+            return std::any_of(kindsLeft.begin(), kindsLeft.end(),
+                               [&](size_t kind) { return m_prepared.FitsOn(item, kind); });
+        };
+        UnplacedList unplaced = m_setAside;
+        for (size_t i = 0; i < plan.left.size(); ++i) {
+            if (plan.left[i] > 0)
+                unplaced.Add(i, plan.left[i],
+                             plan.isCutShort ? "no time left"
+                             : hasRoom(i)    ? "no room found on an empty sheet"
+                                             : "no sheet left");
+        }
         Solution solution;
-        solution.unplaced = m_setAside;
-        for (size_t i = 0; i < plan.left.size(); ++i)
-            Report(i, plan.left[i],
-                   plan.isCutShort        ? "no time left"
-                   : IsSheetLeft(i, plan) ? "no room found on an empty sheet"
-                                          : "no sheet left",
-                   solution.unplaced);
+        solution.unplaced = unplaced.GetEntries();
         solution.sheets = plan.sheets;
         solution.cost = plan.cost;
         solution.remarks = m_prepared.remarks;
         return solution;
     }
 
-    static void Report(size_t item, int count, const std::string& reason, std::vector<UnplacedItem>& entries)
-    {
-        if (count <= 0)
-            return;
-        const auto known = std::find_if(entries.begin(), entries.end(), [&](const UnplacedItem& entry) {
-            return entry.item == item && entry.reason == reason;
-        });
-        if (known != entries.end())
-            known->count += count;
-        else
-            entries.push_back({item, count, reason});
-    }
-
-    /// Whether a sheet of a kind that the plan may use is left for the item.
-    bool IsSheetLeft(size_t item, const JobPlan& plan) const
+    /// Returns the kinds that the plan may use and of which a sheet is left, without equal ones.
+    std::vector<size_t> GetKindsLeft(const JobPlan& plan) const
     {
         std::vector<int> used(m_job.kinds.size(), 0);
         for (const NestedSheet& sheet : plan.sheets)
             used[sheet.kind] += sheet.stack;
         const bool hasOneKind = m_job.usageRule == UsageRule::BestSize && !plan.sheets.empty();
+        std::vector<size_t> kinds;
         for (size_t k = 0; k < m_job.kinds.size(); ++k)
-            if ((!hasOneKind || used[k] > 0) && m_prepared.FitsOn(item, k)
-                && Constructor::HasStock(m_job.kinds[k], used[k], 1))
-                return true;
-        return false;
+            if ((!hasOneKind || used[k] > 0) && Constructor::HasStock(m_job.kinds[k], used[k], 1))
+                kinds.push_back(k);
+        return m_prepared.DropEqual(kinds);
     }
 
     void SetAside(size_t item, int count, const std::string& reason)
     {
-        Report(item, count, reason, m_setAside);
+        m_setAside.Add(item, count, reason);
         m_demand[item] -= count;
     }
 
     /// Parts that fit on no sheet, or on none of which there is any, take no part in what follows.
     void SetAsideHopeless()
     {
+        std::vector<size_t> all(m_job.kinds.size());
+        std::iota(all.begin(), all.end(), size_t{0});
+        const auto isThere = [this](size_t kind) { return Constructor::HasStock(m_job.kinds[kind], 0, 1); };
+        std::vector<size_t> stocked;
+        std::copy_if(all.begin(), all.end(), std::back_inserter(stocked), isThere);
+        all = m_prepared.DropEqual(all);
+        stocked = m_prepared.DropEqual(stocked);
         for (size_t i = 0; i < m_demand.size(); ++i) {
-            bool fits = false;
-            bool isThere = false;
-            for (size_t k = 0; k < m_job.kinds.size() && !isThere; ++k) {
-                const bool fitsOnKind = m_prepared.FitsOn(i, k);
-                fits = fits || fitsOnKind;
-                isThere = fitsOnKind && Constructor::HasStock(m_job.kinds[k], 0, 1);
-            }
-            if (isThere)
+            const auto fits = [this, i](size_t kind) { return m_prepared.FitsOn(i, kind); };
+            if (std::any_of(stocked.begin(), stocked.end(), fits))
                 continue;
             const std::string& reason = m_prepared.reasons[i];
+            const bool hasNoSheet = m_job.kinds.empty() || std::any_of(all.begin(), all.end(), fits);
             SetAside(i, m_demand[i],
-                     !reason.empty()               ? reason
-                     : m_job.kinds.empty() || fits ? "no sheet left"
-                                                   : "larger than every sheet");
+                     !reason.empty() ? reason
+                     : hasNoSheet    ? "no sheet left"
+                                     : "larger than every sheet");
         }
     }
 
@@ -168,7 +166,7 @@ private:
     Budget m_budget;
     PreparedJob m_prepared;
     std::vector<int> m_demand; // copies that can be placed, by item
-    std::vector<UnplacedItem> m_setAside;
+    UnplacedList m_setAside;
 };
 
 } // namespace

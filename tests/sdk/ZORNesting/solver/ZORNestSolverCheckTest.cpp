@@ -174,6 +174,8 @@ TEST(ZORNestSolverCheckTest, NumbersThatCannotBeUsedCountAsZero)
         for (Placement& placement : tight.solution.sheets[0].placements)
             placement.pose.position.x -= Slip;
         EXPECT_EQ(tight.CountFaults(), 1U) << odd << ": the frame leaves the sheet";
+        EXPECT_EQ(FindFaultsOfUsable(MakeUsable(tight.job), tight.solution),
+                  FindFaults(tight.job, tight.solution));
         EXPECT_EQ(FindPlacementFaults(MakeUsable(tight.job), tight.solution.sheets[0]).size(), 1U) << odd;
     }
 }
