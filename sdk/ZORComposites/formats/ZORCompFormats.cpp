@@ -1,15 +1,12 @@
-#include "ZORCompFormats_p.h"
+// The formats of this library.
+
 #include "ZORCompJsonParser_p.h"
+#include "ZORCompXmlParser_p.h"
+#include "ZORCompXmlSerializer_p.h"
 
 #include <ZORComposites/ZORCompFormat.h>
-
-namespace {
-
-// In one file, for the order in which they are listed.
-const ZORCompFormatRegistration jsonRegistration(ZorCompJsonFormat());
-const ZORCompFormatRegistration xmlRegistration(ZorCompXmlFormat());
-
-} // namespace
+#include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysXmlGuard.h>
 
 namespace {
 
@@ -27,10 +24,32 @@ public:
     }
 };
 
-} // namespace
-
-const ZORCompFormat& ZorCompJsonFormat()
+class XmlFormat : public ZORCompFormat
 {
-    static const JsonFormat format;
-    return format;
-}
+public:
+    QByteArray GetId() const override { return "layup-xml"; }
+    QList<QString> GetFileFilters() const override { return {ZORCompXmlParser::tr("Layup XML (*.xml)")}; }
+    ZORCompDocument Parse(const QByteArray& content, ZORCompReadReport&) const override
+    {
+        // The parser itself reports elements that are nested too deep, with their line.
+        using ZORSysXmlGuard::Verdict;
+        const Verdict verdict = ZORSysXmlGuard::Scan(content).verdict;
+        if (verdict != Verdict::Harmless && verdict != Verdict::TooDeep)
+            throw ZORSysException(ZORSysXmlGuard::GetReason(verdict));
+        return ZORCompXmlParser(content).Parse();
+    }
+    bool CanWrite() const override { return true; }
+    QByteArray Write(const ZORCompDocument& document) const override
+    {
+        return ZORCompXmlSerializer(document).Write();
+    }
+};
+
+const JsonFormat jsonFormat;
+const XmlFormat xmlFormat;
+
+// In one file, for the order in which they are listed.
+const ZORCompFormatRegistration jsonRegistration(jsonFormat);
+const ZORCompFormatRegistration xmlRegistration(xmlFormat);
+
+} // namespace

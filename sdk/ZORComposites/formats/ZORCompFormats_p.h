@@ -1,8 +1,0 @@
-// The formats of this library.
-
-#pragma once
-
-class ZORCompFormat;
-
-const ZORCompFormat& ZorCompJsonFormat();
-const ZORCompFormat& ZorCompXmlFormat();
