@@ -19,7 +19,7 @@ struct Biarc
 
 ZORNestPlanePoint GetDirection(const Place& place)
 {
-    const double length = place.derivative.GetLength();
+    const double length = Length(place.derivative);
     if (!(length > 0) || !std::isfinite(length))
         return {};
     return (1 / length) * place.derivative;
@@ -31,9 +31,9 @@ bool MakeBiarc(ZORNestPlanePoint p, ZORNestPlanePoint u, ZORNestPlanePoint q, ZO
 {
     const ZORNestPlanePoint chord = q - p;
     const ZORNestPlanePoint sum = u + v;
-    const double square = chord.Dot(chord);
-    const double projection = chord.Dot(sum);
-    const double curvature = 2 * (1 - u.Dot(v));
+    const double square = Dot(chord, chord);
+    const double projection = Dot(chord, sum);
+    const double curvature = 2 * (1 - Dot(u, v));
     double length = 0;
     if (curvature > 1e-9) {
         const double root = projection * projection + curvature * square;
@@ -74,7 +74,7 @@ public:
 private:
     bool Fit(double from, const Place& a, double to, const Place& b, int depth)
     {
-        if (!a.point.IsFinite() || !b.point.IsFinite())
+        if (!IsFinite(a.point) || !IsFinite(b.point))
             return false;
         m_isTooLong = m_isTooLong || m_pieces.size() > m_mostPieces;
         if (m_isTooLong)
@@ -82,7 +82,7 @@ private:
         Place samples[samplesPerStretch];
         for (int i = 0; i < samplesPerStretch; ++i) {
             samples[i] = m_curve(from + (to - from) * (i + 1) / (samplesPerStretch + 1));
-            if (!samples[i].point.IsFinite())
+            if (!IsFinite(samples[i].point))
                 return false;
         }
         if (depth == MaximumDepth || TryBiarc(a, b, samples) || TryChord(a, b, samples)) {
@@ -105,12 +105,12 @@ private:
         ZORNestPlanePoint last = u;
         for (const Place& sample : samples) {
             const ZORNestPlanePoint direction = GetDirection(sample);
-            if (direction == ZORNestPlanePoint() || direction.Dot(last) < 0.5 || direction.Dot(u) < -0.1)
+            if (direction == ZORNestPlanePoint() || Dot(direction, last) < 0.5 || Dot(direction, u) < -0.1)
                 return false;
             last = direction;
         }
         Biarc biarc;
-        if (v.Dot(last) < 0.5 || !MakeBiarc(a.point, u, b.point, v, biarc))
+        if (Dot(v, last) < 0.5 || !MakeBiarc(a.point, u, b.point, v, biarc))
             return false;
         for (const Place& sample : samples) {
             if (std::min(GetDistance(biarc.first, sample.point), GetDistance(biarc.second, sample.point))
@@ -126,8 +126,7 @@ private:
     bool TryChord(const Place& a, const Place& b, const Place (&samples)[samplesPerStretch])
     {
         for (const Place& sample : samples) {
-            if (sample.point.DistanceTo(a.point) > m_tolerance
-                || sample.point.DistanceTo(b.point) > m_tolerance)
+            if (Length(sample.point - a.point) > m_tolerance || Length(sample.point - b.point) > m_tolerance)
                 return false;
         }
         Append({a.point, b.point, {}, 0});
@@ -171,11 +170,11 @@ Fitted Fit(const Curve& curve, const QList<double>& breaks, double tolerance)
 ZORNestPiece MakeTangentArc(ZORNestPlanePoint start, ZORNestPlanePoint tangent, ZORNestPlanePoint end)
 {
     const ZORNestPlanePoint chord = end - start;
-    const double side = tangent.Cross(chord);
-    const double square = chord.Dot(chord);
-    if (std::abs(side) <= straightness * std::sqrt(square) * tangent.GetLength() && tangent.Dot(chord) >= 0)
+    const double side = Cross(tangent, chord);
+    const double square = Dot(chord, chord);
+    if (std::abs(side) <= straightness * std::sqrt(square) * Length(tangent) && Dot(tangent, chord) >= 0)
         return {start, end, {}, 0};
-    const ZORNestPlanePoint normal = tangent.GetNormal();
+    const ZORNestPlanePoint normal = GetNormal(tangent);
     return {start, end, start + (square / (2 * side)) * normal, side > 0 ? 1 : -1};
 }
 
@@ -184,23 +183,18 @@ ZORNestPiece MakeBulgeArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double
     if (std::abs(bulge) < straightness || start == end)
         return {start, end, {}, 0};
     const ZORNestPlanePoint center =
-        0.5 * (start + end) + ((1 - bulge * bulge) / (4 * bulge)) * (end - start).GetNormal();
+        0.5 * (start + end) + ((1 - bulge * bulge) / (4 * bulge)) * GetNormal(end - start);
     return {start, end, center, bulge > 0 ? 1 : -1};
 }
 
 double GetDistance(const ZORNestPiece& piece, ZORNestPlanePoint point)
 {
-    if (piece.IsLine()) {
-        const ZORNestPlanePoint chord = piece.end - piece.start;
-        const double square = chord.Dot(chord);
-        const double place =
-            square > 0 ? std::clamp((point - piece.start).Dot(chord) / square, 0.0, 1.0) : 0.0;
-        return point.DistanceTo(piece.start + place * chord);
-    }
+    if (piece.IsLine())
+        return GetDistanceToSegment(point, piece.start, piece.end);
     const ZORNestPiece toPoint{piece.start, piece.center + (point - piece.center), piece.center, piece.turn};
     if (toPoint.GetSweep() <= piece.GetSweep())
-        return std::abs(point.DistanceTo(piece.center) - piece.GetRadius());
-    return std::min(point.DistanceTo(piece.start), point.DistanceTo(piece.end));
+        return std::abs(Length(point - piece.center) - piece.GetRadius());
+    return std::min(Length(point - piece.start), Length(point - piece.end));
 }
 
 } // namespace ZORNestArcFit

@@ -112,8 +112,8 @@ void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, bool isSpline)
     CountCurve();
     for (ZORNestPiece& piece : pieces) {
         const ZORNestPlaneBox box = piece.GetBox();
-        const bool isInside = box.xMin >= -MaximumCoordinate && box.yMin >= -MaximumCoordinate
-                              && box.xMax <= MaximumCoordinate && box.yMax <= MaximumCoordinate;
+        const bool isInside = box.min.x >= -MaximumCoordinate && box.min.y >= -MaximumCoordinate
+                              && box.max.x <= MaximumCoordinate && box.max.y <= MaximumCoordinate;
         if (!isInside || !(piece.IsLine() || piece.GetRadius() > 0))
             m_isBad = true;
     }
@@ -139,7 +139,7 @@ void ZORNestDrawing::AddBulge(ZORNestPlanePoint start, ZORNestPlanePoint end, do
     }
     const ZORNestPlanePoint u = start - piece.center;
     const double sweep = 4 * std::atan(bulge);
-    AddConic({piece.center, u, u.GetNormal(), 0, sweep}, &start, &end);
+    AddConic({piece.center, u, GetNormal(u), 0, sweep}, &start, &end);
 }
 
 void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint* start,
@@ -153,7 +153,7 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
                                    : isClosed ? first
                                               : GetConicPoint(mapped, mapped.to);
     if (ZORNestPlaneMap{mapped.u, mapped.v, {}}.IsSimilarity()) {
-        const bool isLeft = (mapped.u.Cross(mapped.v) > 0) == (mapped.to > mapped.from);
+        const bool isLeft = (Cross(mapped.u, mapped.v) > 0) == (mapped.to > mapped.from);
         if (first != last || isClosed)
             Append({{first, last, mapped.center, isLeft ? 1 : -1}}, false);
         return;
@@ -169,7 +169,7 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
             {GetConicPoint(mapped, t), direction * (std::cos(t) * mapped.v - std::sin(t) * mapped.u)});
     };
     const double size =
-        std::min(1.0, std::abs(mapped.to - mapped.from)) * (mapped.u.GetLength() + mapped.v.GetLength());
+        std::min(1.0, std::abs(mapped.to - mapped.from)) * (Length(mapped.u) + Length(mapped.v));
     ZORNestArcFit::Fitted fitted = ZORNestArcFit::Fit(curve, breaks, GetTolerance(size));
     if (!fitted.pieces.isEmpty()) {
         fitted.pieces.first().start = first;
@@ -217,7 +217,7 @@ void ZORNestDrawing::AddNurbs(const ZORNestNurbs& nurbs)
     ZORNestPlaneBox box;
     for (const ZORNestPlanePoint pole : std::as_const(mapped.poles))
         box.Add(pole);
-    const double size = ZORNestPlanePoint{box.xMax - box.xMin, box.yMax - box.yMin}.GetLength();
+    const double size = Length(ZORNestPlanePoint{box.GetWidth(), box.GetHeight()});
     const auto curve = [&](double t) { return CheckPlace(Evaluate(mapped, t)); };
     AppendFitted(ZORNestArcFit::Fit(curve, breaks, GetTolerance(size)));
 }
@@ -248,9 +248,9 @@ void ZORNestDrawing::AddText(ZORNestDrawnText text, const ZORNestPlaneMap& map)
         text.justification += 2 - 2 * column;
     }
     text.angle = std::atan2(way * along.y, way * along.x);
-    text.width *= along.GetLength() / std::max(up.GetLength(), 1e-300);
-    text.height *= up.GetLength();
-    const bool isFine = text.start.IsFinite() && text.end.IsFinite() && std::isfinite(text.height)
+    text.width *= Length(along) / std::max(Length(up), 1e-300);
+    text.height *= Length(up);
+    const bool isFine = IsFinite(text.start) && IsFinite(text.end) && std::isfinite(text.height)
                         && std::isfinite(text.width) && std::isfinite(text.tilt) && std::isfinite(text.angle);
     if (!isFine || text.text.isEmpty())
         Skip(QStringLiteral("TEXT"));

@@ -103,7 +103,7 @@ private:
     bool IsCloseable(qsizetype chain) const
     {
         const ZORNestPlaneBox box = m_chains[chain].GetBox();
-        return std::max(box.xMax - box.xMin, box.yMax - box.yMin) > 2 * m_tolerance;
+        return std::max(box.GetWidth(), box.GetHeight()) > 2 * m_tolerance;
     }
     void FindPairs();
     ZORNestChain Follow(qsizetype firstEnd, ZORNestJoiner::Outcome& outcome);
@@ -157,7 +157,7 @@ void Joining::FindPairs()
                     break;
                 if (it->end <= cell.end || (it->end / 2 == cell.end / 2 && !IsCloseable(cell.end / 2)))
                     continue;
-                const double distance = GetPoint(cell.end).DistanceTo(GetPoint(it->end));
+                const double distance = Length(GetPoint(cell.end) - GetPoint(it->end));
                 if (distance > m_tolerance)
                     continue;
                 m_pairs.append({distance, GetLayer(cell.end) != GetLayer(it->end), cell.end, it->end});
@@ -186,7 +186,7 @@ void Joining::Meet(ZORNestChain& chain, ZORNestPiece& first, Yielding yielding,
                    ZORNestJoiner::Outcome& outcome)
 {
     ZORNestPiece& last = chain.curves.last().pieces.last();
-    const double gap = last.end.DistanceTo(first.start);
+    const double gap = Length(last.end - first.start);
     if (gap == 0)
         return;
     Count(gap, outcome);

@@ -62,12 +62,12 @@ void FindFathers(std::vector<Thing>& things, const ZORWorkContext& context)
     std::vector<int> order(things.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(),
-                     [&](int a, int b) { return things[a].box.xMin < things[b].box.xMin; });
+                     [&](int a, int b) { return things[a].box.min.x < things[b].box.min.x; });
     std::vector<int> open;
     // Equal left sides: an outline that touches its hole there must be open already.
     for (size_t first = 0; first < order.size();) {
         size_t last = first;
-        while (last < order.size() && things[order[last]].box.xMin == things[order[first]].box.xMin) {
+        while (last < order.size() && things[order[last]].box.min.x == things[order[first]].box.min.x) {
             if (things[order[last]].outline)
                 open.push_back(order[last]);
             ++last;
@@ -75,7 +75,7 @@ void FindFathers(std::vector<Thing>& things, const ZORWorkContext& context)
         for (; first < last; ++first) {
             context.ThrowIfCanceled();
             Thing& thing = things[order[first]];
-            std::erase_if(open, [&](int i) { return things[i].box.xMax < thing.box.xMin; });
+            std::erase_if(open, [&](int i) { return things[i].box.max.x < thing.box.min.x; });
             // What opened last is most often what lies closest around: larger outlines need no look then.
             for (auto candidate = open.crbegin(); candidate != open.crend(); ++candidate) {
                 const Thing& around = things[*candidate];

@@ -28,13 +28,13 @@ double ZORNestPiece::GetSweep() const
         return twoPi;
     const ZORNestPlanePoint from = start - center;
     const ZORNestPlanePoint to = end - center;
-    const double angle = turn * std::atan2(from.Cross(to), from.Dot(to));
+    const double angle = turn * std::atan2(Cross(from, to), Dot(from, to));
     return angle > 0 ? angle : angle + twoPi;
 }
 
 double ZORNestPiece::GetLength() const
 {
-    return IsLine() ? start.DistanceTo(end) : GetRadius() * GetSweep();
+    return IsLine() ? Length(start - end) : GetRadius() * GetSweep();
 }
 
 ZORNestPlanePoint ZORNestPiece::GetMiddle() const
@@ -43,7 +43,7 @@ ZORNestPlanePoint ZORNestPiece::GetMiddle() const
         return 0.5 * (start + end);
     const double half = turn * GetSweep() / 2;
     const ZORNestPlanePoint from = start - center;
-    return center + std::cos(half) * from + std::sin(half) * from.GetNormal();
+    return center + std::cos(half) * from + std::sin(half) * GetNormal(from);
 }
 
 ZORNestPlaneBox ZORNestPiece::GetBox() const
@@ -57,7 +57,7 @@ ZORNestPlaneBox ZORNestPiece::GetBox() const
     const double sweep = GetSweep();
     const ZORNestPlanePoint from = start - center;
     for (const ZORNestPlanePoint& axis : {ZORNestPlanePoint{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
-        double angle = turn * std::atan2(from.Cross(axis), from.Dot(axis));
+        double angle = turn * std::atan2(Cross(from, axis), Dot(from, axis));
         if (angle < 0)
             angle += twoPi;
         if (angle <= sweep)
@@ -68,7 +68,7 @@ ZORNestPlaneBox ZORNestPiece::GetBox() const
 
 double ZORNestPiece::GetTwiceArea(ZORNestPlanePoint origin) const
 {
-    const double chord = (start - origin).Cross(end - origin);
+    const double chord = Cross(start - origin, end - origin);
     if (IsLine())
         return chord;
     const double radius = GetRadius();
@@ -92,7 +92,7 @@ int ZORNestPiece::CountCrossings(ZORNestPlanePoint point) const
     int count = 0;
     for (const double y : {radius, -radius}) {
         const ZORNestPlanePoint axis{0, y};
-        double angle = turn * std::atan2(from.Cross(axis), from.Dot(axis));
+        double angle = turn * std::atan2(Cross(from, axis), Dot(from, axis));
         if (angle < 0)
             angle += twoPi;
         if (angle > 0 && angle < sweep)

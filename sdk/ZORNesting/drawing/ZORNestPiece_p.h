@@ -13,7 +13,7 @@ struct ZORNestPiece
     int turn = 0;             ///< 0 line, 1 arc counter-clockwise, -1 arc clockwise
 
     bool IsLine() const { return turn == 0; }
-    double GetRadius() const { return center.DistanceTo(start); }
+    double GetRadius() const { return Length(center - start); }
     /// Angle of the arc, above 0 and up to 2 pi, whatever its direction; 0 for a line.
     double GetSweep() const;
     double GetLength() const;

@@ -64,8 +64,8 @@ void DrawEllipse(const Context& c)
     double to = c.record.GetNumber(42, twoPi);
     to = std::abs(to - from - twoPi) < 1e-9 ? from + twoPi : GetEndAngle(from, to);
     c.drawing.BeginChain(c.look, c.map);
-    if (major.GetLength() > 0 && ratio != 0)
-        c.drawing.AddConic({c.record.GetPoint(10), major, ratio * major.GetNormal(), from, to});
+    if (Length(major) > 0 && ratio != 0)
+        c.drawing.AddConic({c.record.GetPoint(10), major, ratio * GetNormal(major), from, to});
     c.drawing.EndChain(c.GetType());
 }
 

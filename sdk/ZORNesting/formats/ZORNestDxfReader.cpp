@@ -279,7 +279,7 @@ void ZORNestDxfReader::Insert(const ZORNestDxfRecord& record, const Place& place
 
     const double angle = record.GetNumber(50) * std::numbers::pi / 180;
     const ZORNestPlanePoint along{std::cos(angle), std::sin(angle)};
-    const ZORNestPlaneMap turned{along, along.GetNormal(), record.GetPoint(10)};
+    const ZORNestPlaneMap turned{along, GetNormal(along), record.GetPoint(10)};
     const ZORNestPlaneMap scaled{{record.GetNumber(41, 1), 0}, {0, record.GetNumber(42, 1)}, {}};
     const int columns = std::max(1, record.GetInteger(70, 1));
     const int rows = std::max(1, record.GetInteger(71, 1));

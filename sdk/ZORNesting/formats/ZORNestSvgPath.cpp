@@ -317,15 +317,15 @@ void AddArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double rx, double ry
     const ZORNestPlanePoint axis{std::cos(angle), std::sin(angle)};
     // In units of the radii, along the axes, about the middle between the ends.
     const ZORNestPlanePoint half = 0.5 * (start - end);
-    const ZORNestPlanePoint p{half.Dot(axis) / rx, half.Dot(axis.GetNormal()) / ry};
-    const double square = p.Dot(p);
+    const ZORNestPlanePoint p{Dot(half, axis) / rx, Dot(half, GetNormal(axis)) / ry};
+    const double square = Dot(p, p);
     const double scale = square > 1 ? std::sqrt(square) : 1;
     rx *= scale;
     ry *= scale;
     const ZORNestPlanePoint q = (1 / scale) * p;
-    const double distance = std::sqrt(std::max(0.0, 1 / std::max(q.Dot(q), 1e-300) - 1));
+    const double distance = std::sqrt(std::max(0.0, 1 / std::max(Dot(q, q), 1e-300) - 1));
     const double side = choice.isLarge == choice.isSweep ? 1 : -1;
-    const ZORNestPlanePoint center = side * distance * q.GetNormal();
+    const ZORNestPlanePoint center = side * distance * GetNormal(q);
     const double from = std::atan2(q.y - center.y, q.x - center.x);
     double sweep = std::atan2(-q.y - center.y, -q.x - center.x) - from;
     if (choice.isSweep && sweep <= 0)
@@ -333,7 +333,7 @@ void AddArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double rx, double ry
     else if (!choice.isSweep && sweep >= 0)
         sweep -= twoPi;
     const ZORNestPlanePoint u = rx * axis;
-    const ZORNestPlanePoint v = ry * axis.GetNormal();
+    const ZORNestPlanePoint v = ry * GetNormal(axis);
     const ZORNestPlanePoint middle = 0.5 * (start + end) + center.x * u + center.y * v;
     drawing.AddConic({middle, u, v, from, from + sweep}, &start, &end);
 }

@@ -46,7 +46,7 @@ bool MakeTransform(QStringView name, const QList<double>& v, ZORNestPlaneMap& ma
         map = {{v[0], 0}, {0, v[n - 1]}, {}};
     } else if (name == u"rotate" && (n == 1 || n == 3)) {
         const ZORNestPlanePoint along{std::cos(v[0] * degree), std::sin(v[0] * degree)};
-        map = {along, along.GetNormal(), {}};
+        map = {along, GetNormal(along), {}};
         if (n == 3)
             map.origin = ZORNestPlanePoint{v[1], v[2]} - map.MapVector({v[1], v[2]});
     } else if (name == u"skewX" && n == 1) {

@@ -153,7 +153,7 @@ void DrawContour(const ZORNestSolver::Contour& contour, ZORNestDrawing& drawing)
         if (segment.isArc) {
             const ZORNestPiece arc{last, next, toPlane(segment.centre), segment.counterClockwise ? 1 : -1};
             const ZORNestPlanePoint u = last - arc.center;
-            drawing.AddConic({arc.center, u, u.GetNormal(), 0, arc.turn * arc.GetSweep()}, &last, &next);
+            drawing.AddConic({arc.center, u, GetNormal(u), 0, arc.turn * arc.GetSweep()}, &last, &next);
         } else {
             drawing.AddLine(last, next);
         }

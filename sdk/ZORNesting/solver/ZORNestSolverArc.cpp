@@ -80,7 +80,7 @@ Point Arc::Evaluate(double part) const
     const double angle = part * sweep;
     const double half = std::sin(angle / 2);
     const Point arm = start - center;
-    return start + arm * (-2 * half * half) + Point{-arm.y, arm.x} * std::sin(angle);
+    return start + arm * (-2 * half * half) + GetNormal(arm) * std::sin(angle);
 }
 
 Box Arc::GetBox() const

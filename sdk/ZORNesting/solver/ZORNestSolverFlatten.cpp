@@ -88,10 +88,7 @@ double Fineness::GetLargestStep(double radius) const
 Box GetOutlineBox(const std::vector<Contour>& contours)
 {
     Box box;
-    const auto add = [&box](const Box& other) {
-        box.Add(other.min);
-        box.Add(other.max);
-    };
+    const auto add = [&box](const Box& other) { box.Add(other); };
     for (const Contour& contour : contours) {
         box.Add(contour.start);
         ForEachSegment(contour, [&](Point, const Segment& segment, const std::optional<Arc>& arc) {

@@ -61,6 +61,12 @@ void Box::Add(Point p)
     max = {std::max(max.x, p.x), std::max(max.y, p.y)};
 }
 
+void Box::Add(const Box& other)
+{
+    min = {std::min(min.x, other.min.x), std::min(min.y, other.min.y)};
+    max = {std::max(max.x, other.max.x), std::max(max.y, other.max.y)};
+}
+
 double NormalizeAngle(double angle)
 {
     constexpr double turn = 2 * std::numbers::pi;

@@ -19,6 +19,7 @@ struct Point
     friend Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
     friend Point operator-(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
     friend Point operator*(Point a, double factor) { return {a.x * factor, a.y * factor}; }
+    friend Point operator*(double factor, Point a) { return a * factor; }
     friend bool operator==(Point a, Point b) { return a.x == b.x && a.y == b.y; }
 };
 
@@ -33,6 +34,11 @@ inline double Dot(Point a, Point b)
 inline double Length(Point a)
 {
     return std::hypot(a.x, a.y);
+}
+/// Returns a vector turned by a quarter to the left.
+inline Point GetNormal(Point a)
+{
+    return {-a.y, a.x};
 }
 inline bool IsFinite(Point a)
 {
@@ -54,6 +60,7 @@ struct Box
     double GetHeight() const { return max.y - min.y; }
     Point GetCentre() const { return (min + max) * 0.5; }
     void Add(Point p);
+    void Add(const Box& other);
     Box Moved(Point by) const { return {min + by, max + by}; }
     Box Grown(double by) const { return {{min.x - by, min.y - by}, {max.x + by, max.y + by}}; }
     bool Contains(Point p) const { return p.x >= min.x && p.x <= max.x && p.y >= min.y && p.y <= max.y; }

@@ -33,7 +33,7 @@ Ring MakeSpur(const Line& line, const Box& box)
     const Point along = line.to - line.from;
     const double length = Length(along);
     const bool hasDirection = length > kLeastLength; // dividing by the least lengths gives no numbers
-    const Point side = hasDirection ? Point{-along.y, along.x} * (kWidth / 2 / length) : Point{};
+    const Point side = hasDirection ? GetNormal(along) * (kWidth / 2 / length) : Point{};
     Ring spur{line.from, line.from - side, line.to - side, line.to, line.to + side, line.from + side};
     for (Point& p : spur)
         p = {std::clamp(p.x, box.min.x, box.max.x), std::clamp(p.y, box.min.y, box.max.y)};
@@ -171,8 +171,7 @@ Polygon GetSpurs(const Polygon& rings, const Polygon& material)
 {
     Box box = GetBox(material);
     const Box drawn = GetBox(rings);
-    box.Add(drawn.min);
-    box.Add(drawn.max);
+    box.Add(drawn);
     Cover cover(material, box);
     std::vector<Line> uncovered;
     for (const Line& line : GetLines(rings))
