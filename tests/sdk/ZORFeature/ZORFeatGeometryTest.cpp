@@ -1,6 +1,8 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatGeometry.h>
 #include <ZORFeature/ZORFeatRoot.h>
+#include <ZORFeature/ZORFeatShapeOf.h>
+#include <ZORGeometry/ZORGeoCartesianPoint.h>
 #include <ZORTopology/ZORTopBody.h>
 
 #include <QVariant>
@@ -37,6 +39,25 @@ TEST(ZORFeatGeometryTest, HasNoBodyUnlessADerivedClassGivesOne)
     const ZORFeatGeometry* const shaped = new ShapedFeature(root, body);
     EXPECT_EQ(shaped->GetBody(), body);
     delete shaped;
+}
+
+TEST(ZORFeatGeometryTest, ItsShapeIsWhatItsBodyIsMadeOf)
+{
+    ZORFeatContainer container;
+    ZORFeatRoot* const root = container.GetFeatureRoot("ZORFeatRoot");
+    auto* const point = new ZORGeoCartesianPoint(&container, {1, 2, 3});
+    point->Initialize();
+    auto* const body = new ZORTopBody(&container, point);
+    body->Initialize();
+    const ShapedFeature shaped(root, body);
+    EXPECT_EQ(point, ZORFeatShapeOf(&shaped));
+    EXPECT_EQ(point, ZORFeatShapeOf<ZORGeoPoint>(&shaped));
+    EXPECT_EQ(nullptr, ZORFeatShapeOf<ZORTopBody>(&shaped));
+    EXPECT_EQ(point, ZORFeatShapeOf(point)) << "a geometry is its own shape";
+    EXPECT_EQ(nullptr, ZORFeatShapeOf(root)) << "a feature without a body has none";
+    EXPECT_EQ(nullptr, ZORFeatShapeOf(nullptr));
+    const ShapedFeature empty(root, nullptr);
+    EXPECT_EQ(nullptr, ZORFeatShapeOf(&empty));
 }
 
 TEST(ZORFeatGeometryTest, IsOnTheOneChainOfClassesThatViewsAndSelectorsWalk)
