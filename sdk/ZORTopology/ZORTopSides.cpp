@@ -156,13 +156,13 @@ void ZORTopSides::AddLooseSides()
             std::vector<int> triangles;
             for (auto side = group; side != groupEnd; ++side)
                 triangles.push_back(side->triangle);
-            AddSide(group->triangle, group->side, std::move(triangles));
+            AddSide(group->triangle, group->side, triangles);
             group = groupEnd;
         }
     }
 }
 
-void ZORTopSides::AddSide(int triangle, int side, std::vector<int> triangles)
+void ZORTopSides::AddSide(int triangle, int side, const std::vector<int>& triangles)
 {
     m_sides.push_back({triangle, side, m_mesh.GetStart(triangle, side), m_mesh.GetEnd(triangle, side)});
     for (const int neighbor : triangles)

@@ -47,7 +47,7 @@ private:
     void JoinCollapsed();
     void CrossSides(const ZORTopTurn& turn);
     void AddLooseSides();
-    void AddSide(int triangle, int side, std::vector<int> triangles);
+    void AddSide(int triangle, int side, const std::vector<int>& triangles);
     void NumberFaces();
 
     const ZORTopMesh& m_mesh;

@@ -279,7 +279,7 @@ ZORNestNestingTask ZORNestJobBytes::ReadNestingTask(const QByteArray& bytes)
     Source source(bytes, kTask, 9);
     const bool isKept = source->ReadBool();
     const QString material = source.ReadText();
-    const double thickness = source.ReadDoubles(1)[0];
+    const double thickness = source.ReadDoubles(1).constFirst();
     const auto items = ReadList<ZORNestNestingInputItem>(source, ReadItem);
     const auto packagings = ReadList<ZORNestNestingInputPackaging>(source, ReadPackaging);
     ZORNestNestingTask task{ZORNestNestingInput(material, thickness, items, packagings), isKept};
