@@ -213,6 +213,8 @@ void ZORHostFileMenu::OnOpenTriggered()
         tr("All that can be opened (*.stl *.STL *.ZORCont);;STL files (*.stl *.STL);;"
            "Container files (*.ZORCont);;All files (*)"));
     for (const QString& file : files) {
+        if (m_isSessionOver) // since a box about the file before
+            return;
         if (OpenFile(file))
             ZORHostSettings::Write("OpenDir", QFileInfo(file).absolutePath());
     }
@@ -263,6 +265,7 @@ QString ZORHostFileMenu::WriteDocument(const QString& fileName)
 
 void ZORHostFileMenu::RescueDocument()
 {
+    m_isSessionOver = true;
     if (!Environment() || !HasUnsavedChanges())
         return;
     const QString path = ZORHostRescue::MakePath();

@@ -72,6 +72,7 @@ private:
     ZORHostView3D* m_view;         // not owned
     ZORHostDocumentState* m_state; // child
     bool m_isAsking = false;
+    bool m_isSessionOver = false; // whoever rescues documents ends the program
     QAction* m_new = nullptr;
     QAction* m_open = nullptr;
     QAction* m_saveDocument = nullptr;

@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace {
@@ -28,8 +29,8 @@ QDir GetFolder()
 QString ZORHostRescue::MakePath()
 {
     const QDir folder = GetFolder();
-    folder.mkpath(".");
-    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (folder.mkpath(".") && QFileInfo(folder.path()).isDir())
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     // Several hosts end at the same time when a session does.
     const QString start =
         QStringLiteral("%1-%2").arg(QDateTime::currentDateTime().toString("yyyy-MM-dd-hhmmss"),

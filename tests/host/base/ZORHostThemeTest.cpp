@@ -1,6 +1,7 @@
 #include "base/ZORHostTheme.h"
 
 #include "HostTest.h"
+#include "window/ZORHostNoticeBar.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -68,6 +69,21 @@ TEST_F(ZORHostThemeTest, OpenWindowsFollowTheThemeAndReturnToTheSystem)
     QCoreApplication::processEvents();
     EXPECT_EQ(before, QApplication::palette());
     EXPECT_EQ(before.color(QPalette::Button), button->palette().color(QPalette::Button));
+}
+
+TEST_F(ZORHostThemeTest, ButtonsOfTheNoticeBarFollowTheTheme)
+{
+    ZORHostNoticeBar bar(nullptr);
+    bar.AddMessage("Something is wrong");
+    const auto* button = bar.findChild<QPushButton*>("_NoticeCloseBtn");
+    for (const Theme theme : {Theme::Dark, Theme::Light, Theme::Dark, Theme::Light}) {
+        ZORHostTheme::Apply(theme);
+        QCoreApplication::processEvents();
+        for (const QPalette::ColorRole role : {QPalette::Button, QPalette::ButtonText, QPalette::Window})
+            EXPECT_EQ(QApplication::palette().color(role), button->palette().color(role)) << role;
+        const QImage picture = const_cast<QPushButton*>(button)->grab().toImage();
+        EXPECT_EQ(theme == Theme::Dark, picture.pixelColor(6, picture.height() / 2).lightness() < 128);
+    }
 }
 
 TEST_F(ZORHostThemeTest, AllWidgetsShareOnePaletteWhichReturnsWithTheTheme)

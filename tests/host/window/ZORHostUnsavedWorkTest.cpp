@@ -305,9 +305,11 @@ TEST_F(ZORHostUnsavedWorkTest, ADocumentThatCannotBeRescuedIsNamedInTheLog)
     ASSERT_TRUE(QDir().mkpath(folder));
     QFile file(folder + "/rescued"); // takes the place of the folder
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QFile::Permissions before = file.permissions();
     AddBox("Box");
     const WarningCatcher warnings;
     window.RescueDocument();
+    EXPECT_EQ(before, QFile::permissions(file.fileName()));
     EXPECT_EQ(
         1, warnings.GetLines().filter("The unsaved changes of the document are lost: Cannot write '").size());
     EXPECT_TRUE(ZORHostRescue::TakeNotices().isEmpty());
