@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QScopeGuard>
 
 #include <csignal>
 #include <fcntl.h>
@@ -181,17 +182,12 @@ TEST_F(ZORCompReaderTest, PercentSignsInNamesReachTheReportAndTheLog)
             if (type == QtInfoMsg)
                 infos.append(text);
         });
-    QByteArray content = File(0.2);
-    content.replace("angle=", "defects=\"2\" angle=");
-    ZORCompReadReport report = Read(WriteFile("a%1b%2.xml", content), XmlId);
-    qInstallMessageHandler(former);
-    ASSERT_EQ(1, report.kept.size());
-    const QString kept = report.kept.firstKey();
-    EXPECT_EQ(QStringList("'" + folder.filePath("a%1b%2.xml") + "': kept as attributes: " + kept + " (1)"),
-              infos);
-
-    report.kept = {{"a%1b%2", 3}};
-    EXPECT_TRUE(report.ToString().contains("kept as attributes: a%1b%2 (3)"))
+    const auto restore = qScopeGuard([former] { qInstallMessageHandler(former); });
+    const QString path = WriteFile("a%1b%2.json", R"({"allComposite": [{"_serialized_type": "X.Sequence",
+        "c%1d%2": {"x": 1}, "subComponents": [{"_serialized_type": "X.Ply"}]}]})");
+    const ZORCompReadReport report = Read(path, JsonId);
+    EXPECT_EQ(QStringList("'" + path + "': kept as attributes: Sequence.c%1d%2 (1)"), infos);
+    EXPECT_TRUE(report.ToString().contains("kept as attributes: Sequence.c%1d%2 (1)"))
         << report.ToString().toStdString();
 }
 
