@@ -379,11 +379,10 @@ TEST_F(ZORTestNestTranslateDlgTest, PartsThatCannotBeCopiedCountAndAreGoneFromTh
     const WarningCatcher warnings;
     gate.LetGo(1);
     ASSERT_TRUE(WaitForBox());
-    ASSERT_EQ(1, warnings.GetLines().size());
-    EXPECT_TRUE(warnings.GetLines()[0].startsWith("zor.worker: cannot bring '"))
-        << warnings.GetLines()[0].toStdString();
-    EXPECT_TRUE(
-        warnings.GetLines()[0].endsWith("' into '" + GetPath("out") + "': there is no such directory"));
+    const QStringList lines = warnings.GetLines();
+    ASSERT_EQ(1, lines.size());
+    EXPECT_TRUE(lines[0].startsWith("zor.worker: cannot bring '")) << lines[0].toStdString();
+    EXPECT_TRUE(lines[0].endsWith("' into '" + GetPath("out") + "': there is no such directory"));
     EXPECT_EQ(1, Bar()->value());
     EXPECT_EQ(QStringList(), GetWorkParts());
     EXPECT_FALSE(QFileInfo::exists(GetPath("out")));
