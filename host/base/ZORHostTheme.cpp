@@ -49,10 +49,10 @@ QPalette DarkPalette()
     return palette;
 }
 
-/// Fusion with a palette of its own.
+/// Fusion with a separate palette.
 ///
 /// A palette that is set at the application instead is copied by Qt into each widget, and Qt draws and keeps
-/// the parts of widgets once for each copy: every new window would be drawn anew, and Qt 6.4 never forgets the
+/// the parts of widgets once for each copy: every new window would be drawn again, and Qt 6.4 never forgets the
 /// names of what it has kept. All widgets share the palette of the style.
 class ThemeStyle : public QProxyStyle
 {
