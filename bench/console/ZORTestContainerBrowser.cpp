@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr int GeometryRole = Qt::UserRole + 1;
+constexpr int kGeometryRole = Qt::UserRole + 1;
 
 QStandardItem* CreateNameItem(ZORGeoGeometry* geometry)
 {
     auto* item = new QStandardItem(geometry->objectName());
-    item->setData(QVariant::fromValue(geometry), GeometryRole);
+    item->setData(QVariant::fromValue(geometry), kGeometryRole);
     return item;
 }
 
@@ -97,7 +97,7 @@ ZORTestContainerBrowser::Deletion ZORTestContainerBrowser::DeleteCurrent()
 
 ZORGeoGeometry* ZORTestContainerBrowser::GetGeometry(const QModelIndex& index) const
 {
-    auto* geometry = index.data(GeometryRole).value<ZORGeoGeometry*>();
+    auto* geometry = index.data(kGeometryRole).value<ZORGeoGeometry*>();
     const int numGeometry = geometry ? m_container->GetNumGeometry() : 0;
     for (int i = 0; i < numGeometry; ++i) {
         if (m_container->GetGeometryByIndex(i) == geometry)

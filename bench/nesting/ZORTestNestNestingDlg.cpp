@@ -25,8 +25,8 @@ ZOR_TEST_REGISTER(ZORTestNestNestingDlg)
 
 namespace {
 
-constexpr double degreesPerRadian = 57.29577951308232;
-constexpr double radiansPerDegree = 0.017453292519943295;
+constexpr double kDegreesPerRadian = 57.29577951308232;
+constexpr double kRadiansPerDegree = 0.017453292519943295;
 
 enum ItemColumn {
     ItemName,
@@ -180,8 +180,8 @@ void ZORTestNestNestingDlg::ReadSettings()
     };
     read("MaterialID", [this](const QVariant& value) { m_ui->_IDEdit->setText(value.toString()); });
     readNumber("MaterialThickness", m_ui->_ThicknessSpn);
-    readNumber("MaxDeviation", m_ui->_MaxDevSpn, degreesPerRadian);
-    readNumber("DeviationIncrement", m_ui->_DevIncSpn, degreesPerRadian);
+    readNumber("MaxDeviation", m_ui->_MaxDevSpn, kDegreesPerRadian);
+    readNumber("DeviationIncrement", m_ui->_DevIncSpn, kDegreesPerRadian);
     readFlag("SingleSided", m_ui->_SingleSidedChk);
     readFlag("Grain90", m_ui->_Grain90Chk);
     readFlag("Grain180", m_ui->_Grain180Chk);
@@ -218,9 +218,9 @@ void ZORTestNestNestingDlg::AppendItem(const ZORNestNestingInputItem& item, cons
 {
     AppendRow(m_ui->_ItemTable,
               {item.GetName(), item.GetQuantity(), item.IsMirrored(),
-               item.GetOrientation() * degreesPerRadian, item.IsFlippable(), item.IsGrain90Set(),
-               item.IsGrain180Set(), item.IsGrain270Set(), item.GetMaxDeviation() * degreesPerRadian,
-               item.GetDeviationIncrement() * degreesPerRadian, item.GetPriority(), path});
+               item.GetOrientation() * kDegreesPerRadian, item.IsFlippable(), item.IsGrain90Set(),
+               item.IsGrain180Set(), item.IsGrain270Set(), item.GetMaxDeviation() * kDegreesPerRadian,
+               item.GetDeviationIncrement() * kDegreesPerRadian, item.GetPriority(), path});
 }
 
 void ZORTestNestNestingDlg::OnRemoveItemClicked()
@@ -265,14 +265,14 @@ ZORNestNestingInputItem ZORTestNestNestingDlg::GetItem(int row) const
     ZORNestNestingInputItem item(cell(ItemName).toString(), content);
     item.SetQuantity(cell(ItemQuantity).toInt());
     item.SetMirrored(cell(ItemMirrored).toBool());
-    item.SetOrientation(cell(ItemOrientation).toDouble() * radiansPerDegree);
+    item.SetOrientation(cell(ItemOrientation).toDouble() * kRadiansPerDegree);
     item.SetFlippable(cell(ItemFlippable).toBool());
     item.SetGrain90(cell(ItemGrain90).toBool());
     item.SetGrain180(cell(ItemGrain180).toBool());
     item.SetGrain270(cell(ItemGrain270).toBool());
-    item.SetMaxDeviation(cell(ItemMaxDeviation).toDouble() * radiansPerDegree);
+    item.SetMaxDeviation(cell(ItemMaxDeviation).toDouble() * kRadiansPerDegree);
     // Items have no increment to be set: the column overrides the deviation. This is established behaviour.
-    item.SetMaxDeviation(cell(ItemDeviationIncrement).toDouble() * radiansPerDegree);
+    item.SetMaxDeviation(cell(ItemDeviationIncrement).toDouble() * kRadiansPerDegree);
     item.SetPriority(cell(ItemPriority).toInt());
     return item;
 }
@@ -301,8 +301,8 @@ ZORTestNestNestingDlg::GetInput(const QList<ZORNestNestingInputItem>& items,
                                 const QList<ZORNestNestingInputPackaging>& packagings) const
 {
     ZORNestNestingInput input(m_ui->_IDEdit->text(), m_ui->_ThicknessSpn->value(), items, packagings);
-    input.SetMaxDeviation(m_ui->_MaxDevSpn->value() * radiansPerDegree);
-    input.SetDeviationIncrement(m_ui->_DevIncSpn->value() * radiansPerDegree);
+    input.SetMaxDeviation(m_ui->_MaxDevSpn->value() * kRadiansPerDegree);
+    input.SetDeviationIncrement(m_ui->_DevIncSpn->value() * kRadiansPerDegree);
     input.SetSingleSidedMaterial(m_ui->_SingleSidedChk->isChecked());
     input.SetGrain90(m_ui->_Grain90Chk->isChecked());
     input.SetGrain180(m_ui->_Grain180Chk->isChecked());

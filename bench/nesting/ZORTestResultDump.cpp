@@ -9,10 +9,10 @@ namespace {
 
 using Segment = ZORNestResultSegment;
 
-constexpr double tolerance = 0.001; // of sampled segments
-constexpr int whole = -1;           // the segment, not one of its parts
-const char* const doubleRule = "========================================================"; // 56
-const char* const rule = "-----------------------------------------------------";          // 53
+constexpr double kTolerance = 0.001; // of sampled segments
+constexpr int kWhole = -1;           // the segment, not one of its parts
+const char* const kDoubleRule = "========================================================"; // 56
+const char* const kRule = "-----------------------------------------------------";          // 53
 
 QString TextOf(const ZORMathPoint& point)
 {
@@ -64,25 +64,25 @@ const char* LayerLine(Segment::Layer layer)
 void DumpLine(const Segment& segment)
 {
     qDebug() << "\t\t\t\tType: line";
-    qDebug() << "\t\t\t\tStart Point: " << TextOf(segment.GetStartPoint(whole));
-    qDebug() << "\t\t\t\tEnd Point: " << TextOf(segment.GetEndPoint(whole));
+    qDebug() << "\t\t\t\tStart Point: " << TextOf(segment.GetStartPoint(kWhole));
+    qDebug() << "\t\t\t\tEnd Point: " << TextOf(segment.GetEndPoint(kWhole));
 }
 
 void DumpArc(const Segment& segment)
 {
     qDebug() << "\t\t\t\tType: arc";
     qDebug() << "\t\t\t\tOrientation: "
-             << (segment.GetType(whole) == Segment::ArcClockwise ? "clockwise" : "counter-clockwise");
-    qDebug() << "\t\t\t\tCenter: " << TextOf(segment.GetArcCenter(whole));
-    const ZORMathCircle circle = segment.GetArcCircle(whole);
+             << (segment.GetType(kWhole) == Segment::ArcClockwise ? "clockwise" : "counter-clockwise");
+    qDebug() << "\t\t\t\tCenter: " << TextOf(segment.GetArcCenter(kWhole));
+    const ZORMathCircle circle = segment.GetArcCircle(kWhole);
     qDebug() << "\t\t\t\tRadius: " << circle.GetRadius();
     double parameter = 0;
-    if (circle.ProjectPoint(segment.GetStartPoint(whole), parameter) == 0) {
+    if (circle.ProjectPoint(segment.GetStartPoint(kWhole), parameter) == 0) {
         qDebug() << "\t\t\t\tStart Angle: " << parameter;
         qDebug() << "\t\t\t\tStart Param: " << circle.GetParam(parameter);
     }
     parameter = 0;
-    if (circle.ProjectPoint(segment.GetEndPoint(whole), parameter) == 0) {
+    if (circle.ProjectPoint(segment.GetEndPoint(kWhole), parameter) == 0) {
         qDebug() << "\t\t\t\tEnd Angle: " << parameter;
         qDebug() << "\t\t\t\tEnd Param: " << circle.GetParam(parameter);
     }
@@ -91,7 +91,7 @@ void DumpArc(const Segment& segment)
 void DumpSpline(const Segment& segment)
 {
     qDebug() << "\t\t\t\tType: spline";
-    qDebug() << "\t\t\t\tNumber of Points: " << segment.GetPoints(tolerance).size();
+    qDebug() << "\t\t\t\tNumber of Points: " << segment.GetPoints(kTolerance).size();
     qDebug() << "\t\t\t\tSegments: ";
     for (int i = 0; i < segment.GetNumSplineGeometry(); ++i) {
         const bool isLine = segment.GetType(i) == Segment::Line;
@@ -113,8 +113,8 @@ void DumpSpline(const Segment& segment)
 void DumpText(const Segment& segment)
 {
     qDebug() << "\t\t\t\tType: Text";
-    qDebug() << "\t\t\t\tStart Point: " << TextOf(segment.GetStartPoint(whole));
-    qDebug() << "\t\t\t\tEnd Point: " << TextOf(segment.GetEndPoint(whole));
+    qDebug() << "\t\t\t\tStart Point: " << TextOf(segment.GetStartPoint(kWhole));
+    qDebug() << "\t\t\t\tEnd Point: " << TextOf(segment.GetEndPoint(kWhole));
     qDebug() << "\t\t\t\tText: " << segment.GetText();
     qDebug() << "\t\t\t\tJustification: " << int(segment.GetTextJustification());
     qDebug() << "\t\t\t\tHeight: " << segment.GetTextHeight();
@@ -126,7 +126,7 @@ void DumpText(const Segment& segment)
 
 void DumpGeometry(const Segment& segment)
 {
-    switch (segment.GetType(whole)) {
+    switch (segment.GetType(kWhole)) {
     case Segment::Line:
         DumpLine(segment);
         break;
@@ -152,8 +152,8 @@ void DumpSegment(const Segment& segment, int number)
     if (const char* const line = LayerLine(segment.GetLayer()))
         qDebug() << line;
     qDebug() << "\t\t\t\tLine Style: " << segment.GetLineStyle();
-    DumpRule("\t\t\t", rule);
-    ZORDebugVizContainer::AddPolyline(segment.GetPoints(tolerance), unsigned(color.red()),
+    DumpRule("\t\t\t", kRule);
+    ZORDebugVizContainer::AddPolyline(segment.GetPoints(kTolerance), unsigned(color.red()),
                                       unsigned(color.green()), unsigned(color.blue()), 0, QString(), 0);
 }
 
@@ -170,11 +170,11 @@ void DumpShape(const ZORNestResultShape& shape, qint64 place)
     qDebug() << "\t\t\tShape Status: " << shape.GetShapeStatus();
     const QList<Segment> segments = shape.GetSegments();
     qDebug() << "\t\t\tNumber of Segments: " << segments.size();
-    DumpRule("\t\t\t", doubleRule);
+    DumpRule("\t\t\t", kDoubleRule);
     int number = 0;
     for (const Segment& segment : segments)
         DumpSegment(segment, number++);
-    DumpRule("\t\t", rule);
+    DumpRule("\t\t", kRule);
 }
 
 void DumpItem(const ZORNestResultItem& item)
@@ -191,11 +191,11 @@ void DumpItem(const ZORNestResultItem& item)
     const QList<const ZORNestResultShape*> shapes = item.GetShapes();
     qDebug() << "\t\tNumber of Shapes: " << shapes.size();
     qDebug() << "\t\tShape Dump Below";
-    DumpRule("\t\t", doubleRule);
+    DumpRule("\t\t", kDoubleRule);
     // The item is asked for its shapes each time: what it gives must stay the same.
     for (const ZORNestResultShape* shape : shapes)
         DumpShape(*shape, item.GetShapes().indexOf(shape));
-    DumpRule("\t", rule);
+    DumpRule("\t", kRule);
 }
 
 } // namespace
@@ -208,7 +208,7 @@ void ZORTestDumpResult(const ZORNestResult& result, const QString& path)
     qDebug() << "\tType of result: "
              << (result.GetResultType() == ZORNestResult::Translation ? "translation" : "nesting");
     qDebug() << "\tItems Dump below";
-    DumpRule("\t", doubleRule);
+    DumpRule("\t", kDoubleRule);
     for (const ZORNestResultItem* item : items)
         DumpItem(*item);
 }

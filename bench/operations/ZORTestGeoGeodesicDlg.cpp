@@ -18,7 +18,7 @@ ZOR_TEST_REGISTER(ZORTestGeoGeodesicDlg)
 
 namespace {
 
-constexpr double FullTurn = 6.283185307179586;
+constexpr double kFullTurn = 6.283185307179586;
 
 } // namespace
 
@@ -82,7 +82,7 @@ bool ZORTestGeoGeodesicDlg::Apply()
     for (int i = 0; i < numIterations; ++i) {
         if (i == 0 || m_ui->_BruteForceLimitsCheck->isChecked())
             SetLimits(processor, limitCurves);
-        const double angle = double(i) / numIterations * FullTurn + m_ui->_AngleSpin->GetInternalValue();
+        const double angle = double(i) / numIterations * kFullTurn + m_ui->_AngleSpin->GetInternalValue();
         const ZORGeoCurveOnSurfaceResult result = processor.ComputeGeodesic(location, direction, angle);
         if (i == 0 || m_ui->_FanCheck->isChecked())
             Create<ZORGeoCurveOnSurface>(result.GetLocations(), false);

@@ -13,7 +13,7 @@ ZOR_TEST_REGISTER(ZORTestWFCurveOnSupportDlg)
 
 namespace {
 
-constexpr int PointToPoint = 0; // index of the type
+constexpr int kPointToPoint = 0; // index of the type
 
 } // namespace
 
@@ -32,7 +32,7 @@ ZORTestWFCurveOnSupportDlg::~ZORTestWFCurveOnSupportDlg() = default;
 
 void ZORTestWFCurveOnSupportDlg::OnTypeChanged(int type)
 {
-    const bool isDirected = type != PointToPoint;
+    const bool isDirected = type != kPointToPoint;
     m_ui->_EndPtSel->setVisible(!isDirected);
     m_ui->_DirSel->setVisible(isDirected);
     m_ui->_AngleLabel->setVisible(isDirected);
@@ -101,7 +101,7 @@ bool ZORTestWFCurveOnSupportDlg::Apply()
     if (!startPoint)
         return false;
     ZORFeatGeometry* endPoint = nullptr;
-    if (type == PointToPoint) {
+    if (type == kPointToPoint) {
         endPoint = Require<ZORFeatGeometry>(m_ui->_EndPtSel, tr("End point selection invalid"));
         if (!endPoint)
             return false;
@@ -111,7 +111,7 @@ bool ZORTestWFCurveOnSupportDlg::Apply()
     if (!folder)
         return false;
     ZORFeatObject* direction = nullptr;
-    if (type != PointToPoint) {
+    if (type != kPointToPoint) {
         direction = Require<ZORFeatObject>(m_ui->_DirSel, tr("Direction selection invalid"));
         if (!direction)
             return false;

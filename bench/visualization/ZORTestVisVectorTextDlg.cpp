@@ -16,21 +16,21 @@ ZOR_TEST_REGISTER(ZORTestVisVectorTextDlg)
 
 namespace {
 
-constexpr unsigned white = 255;
+constexpr unsigned kWhite = 255;
 
 void DrawPolyline(const ZORMathSetOfPoints& points)
 {
-    ZORDebugVizContainer::AddPolyline(points, white, white, white, 0, QString(), 0);
+    ZORDebugVizContainer::AddPolyline(points, kWhite, kWhite, kWhite, 0, QString(), 0);
 }
 
 void DrawOrigin(const ZORMathPoint& origin)
 {
-    ZORDebugVizContainer::AddPoint(origin, white, white, white, 0, QString(), 4);
+    ZORDebugVizContainer::AddPoint(origin, kWhite, kWhite, kWhite, 0, QString(), 4);
 }
 
 void DrawGuideLine(const ZORMathPoint& start, const ZORMathPoint& end)
 {
-    ZORDebugVizContainer::AddLine(start, end, white, white, white, 0, QString(), 4, 2);
+    ZORDebugVizContainer::AddLine(start, end, kWhite, kWhite, kWhite, 0, QString(), 4, 2);
 }
 
 /// The baseline, a text size long; the slanted height of the first line; the way to the next baseline.

@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr int count = 100000;
+constexpr int kCount = 100000;
 
 void Fill(ZORGeoContainer& container)
 {
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < kCount; ++i)
         (new ZORGeoCartesianPoint(&container, ZORMathPoint(i, 0, 0)))->Initialize();
 }
 
@@ -60,8 +60,8 @@ void ContainerRemoveAndLook(benchmark::State& state)
         ZORGeoContainer container;
         Fill(container);
         state.ResumeTiming();
-        for (int i = 0; i < count / 2; ++i)
-            container.GetGeometryByIndex(count / 4)->RemoveNoReferences();
+        for (int i = 0; i < kCount / 2; ++i)
+            container.GetGeometryByIndex(kCount / 4)->RemoveNoReferences();
     }
 }
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr qsizetype headerSize = 64;
+constexpr qsizetype kHeaderSize = 64;
 
 template<TriangleOrder Order>
 void FillWithSheet(ZORGeoContainer& container)
@@ -68,8 +68,8 @@ QByteArray MakeDocument(TriangleOrder order)
                                  : FillWithSheet<TriangleOrder::Shuffled>(container);
     const QByteArray file = Save(container);
     QByteArray document(qFromLittleEndian<qint64>(file.constData() + 16), Qt::Uninitialized);
-    ZSTD_decompress(document.data(), size_t(document.size()), file.constData() + headerSize,
-                    size_t(file.size() - headerSize));
+    ZSTD_decompress(document.data(), size_t(document.size()), file.constData() + kHeaderSize,
+                    size_t(file.size() - kHeaderSize));
     return document;
 }
 

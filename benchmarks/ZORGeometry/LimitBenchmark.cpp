@@ -16,12 +16,12 @@ namespace {
 
 using Processor = ZORGeoCurveOnSurfaceProcessor;
 
-constexpr double unbounded = std::numeric_limits<double>::quiet_NaN();
+constexpr double kUnbounded = std::numeric_limits<double>::quiet_NaN();
 
 // Limits from border to border, all across the sheet at the same distance from each other.
 std::vector<std::unique_ptr<ZORGeoCurveOnSurface>> MakeLimits(const ZORGeoSurface& sheet, int count)
 {
-    const Processor processor(&sheet, unbounded, unbounded);
+    const Processor processor(&sheet, kUnbounded, kUnbounded);
     std::vector<std::unique_ptr<ZORGeoCurveOnSurface>> limits;
     for (int i = 0; i < count; ++i) {
         const double x = 1000 * (i + 0.5) / count;
@@ -45,7 +45,7 @@ void GeodesicToLimits(benchmark::State& state)
 {
     const auto sheet = MakeSheet(TriangleOrder::Rows);
     const auto curves = MakeLimits(*sheet, int(state.range(0)));
-    Processor processor(sheet.get(), unbounded, unbounded);
+    Processor processor(sheet.get(), kUnbounded, kUnbounded);
     AddSingly(processor, curves);
     const auto start = sheet->Project(ZORMathPoint(500, 501, GetSheetHeight(500, 501)));
     qsizetype locations = 0;
@@ -62,7 +62,7 @@ void AddLimitsSingly(benchmark::State& state)
     for (const auto& curve : curves)
         segments += curve->GetNumPoints() - 1;
     for (auto _ : state) {
-        Processor processor(sheet.get(), unbounded, unbounded);
+        Processor processor(sheet.get(), kUnbounded, kUnbounded);
         AddSingly(processor, curves);
     }
     state.counters["segments"] = double(segments);

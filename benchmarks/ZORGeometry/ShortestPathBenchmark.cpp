@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int columns = 100;
+constexpr int kColumns = 100;
 using Shape = std::function<ZORMathPoint(double, double)>;
 
 // A grid over the unit square, bent.
@@ -21,14 +21,14 @@ std::unique_ptr<ZORGeoSurface> MakeSurface(const Shape& shape)
 {
     QList<ZORMathPoint> vertices;
     QList<ZORGeoSurface::Corners> triangles;
-    for (int row = 0; row <= columns; ++row) {
-        for (int column = 0; column <= columns; ++column)
-            vertices.append(shape(double(column) / columns, double(row) / columns));
+    for (int row = 0; row <= kColumns; ++row) {
+        for (int column = 0; column <= kColumns; ++column)
+            vertices.append(shape(double(column) / kColumns, double(row) / kColumns));
     }
-    for (int row = 0; row < columns; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            const int a = row * (columns + 1) + column;
-            const int b = a + columns + 1;
+    for (int row = 0; row < kColumns; ++row) {
+        for (int column = 0; column < kColumns; ++column) {
+            const int a = row * (kColumns + 1) + column;
+            const int b = a + kColumns + 1;
             triangles.append({a, a + 1, b + 1});
             triangles.append({a, b + 1, b});
         }

@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int PointsPerContour = 200;
+constexpr int kPointsPerContour = 200;
 
 /// Contours of 200 points each, plies around them: 100 MB hold about 10,500.
 void WriteContours(const QString& fileName, qint64 size)
@@ -33,7 +33,7 @@ void WriteContours(const QString& fileName, qint64 size)
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Laminate NAME=\"Panel\">\n<Length>mm</Length>\n");
     for (int ply = 1; file.pos() < size; ++ply) {
         QByteArray text = "<Ply NAME=\"Ply." + QByteArray::number(ply) + "\">\n<OuterContour>\n";
-        for (int i = 0; i < PointsPerContour; ++i) {
+        for (int i = 0; i < kPointsPerContour; ++i) {
             text += "<Pt>X=" + QByteArray::number(ply * 1.25 + i, 'f', 6)
                     + " Y=" + QByteArray::number(i * 0.5, 'f', 6)
                     + " Z=" + QByteArray::number(ply * -0.001, 'f', 6) + "</Pt>\n";

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int categoryColumn = 2;
+constexpr int kCategoryColumn = 2;
 
 } // namespace
 
@@ -41,12 +41,12 @@ ZORHostLogDock::ZORHostLogDock(ZORHostLineQueue* queue, QWidget* parent)
     const QFontMetrics metrics(GetTable()->font());
     header->resizeSection(0, metrics.horizontalAdvance("00:00:00.000  "));
     header->resizeSection(1, metrics.horizontalAdvance("Warning   "));
-    header->resizeSection(categoryColumn, metrics.horizontalAdvance("zor.visualization  "));
+    header->resizeSection(kCategoryColumn, metrics.horizontalAdvance("zor.visualization  "));
 
     connect(m_levelCombo, &QComboBox::currentIndexChanged, this,
             [this] { GetFilter()->SetMinimumLevel(m_levelCombo->currentData().toInt()); });
     connect(m_categoryCombo, &QComboBox::currentIndexChanged, this, [this](int index) {
-        GetFilter()->SetColumnValue(categoryColumn, index > 0 ? m_categoryCombo->currentText() : QString());
+        GetFilter()->SetColumnValue(kCategoryColumn, index > 0 ? m_categoryCombo->currentText() : QString());
     });
     connect(queue, &ZORHostLineQueue::Delivered, this, &ZORHostLogDock::OnDelivered);
     queue->Flush();
@@ -55,7 +55,7 @@ ZORHostLogDock::ZORHostLogDock(ZORHostLineQueue* queue, QWidget* parent)
 void ZORHostLogDock::OnDelivered(const QList<ZORHostLine>& lines)
 {
     for (const ZORHostLine& line : lines) {
-        const QString category = line.cells.value(categoryColumn);
+        const QString category = line.cells.value(kCategoryColumn);
         if (!category.isEmpty() && m_categoryCombo->findText(category) < 0)
             m_categoryCombo->addItem(category);
     }

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int pathColumn = 4;
+constexpr int kPathColumn = 4;
 
 QString StateText(ZORHostPlugin::State state)
 {
@@ -63,7 +63,7 @@ ZORHostPluginDialog::ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget*
     resize(860, 420);
     auto* column = new QVBoxLayout(this);
 
-    m_table = new QTableWidget(0, pathColumn + 1, this);
+    m_table = new QTableWidget(0, kPathColumn + 1, this);
     m_table->setObjectName("_PluginTable");
     m_table->setAccessibleName(tr("Plug-ins"));
     m_table->setHorizontalHeaderLabels({tr("Name"), tr("Version"), tr("State"), tr("Reason"), tr("Path")});
@@ -114,7 +114,7 @@ void ZORHostPluginDialog::Refresh()
             m_table->selectRow(row);
     }
     m_table->resizeColumnsToContents();
-    constexpr int reasonColumn = pathColumn - 1;
+    constexpr int reasonColumn = kPathColumn - 1;
     m_table->setColumnWidth(reasonColumn, std::min(m_table->columnWidth(reasonColumn), 360));
     m_table->resizeRowsToContents();
     UpdateButtons();

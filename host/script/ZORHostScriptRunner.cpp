@@ -25,10 +25,10 @@
 
 namespace {
 
-constexpr int pollMilliseconds = 10;
-constexpr double defaultWaitSeconds = 10;
-constexpr double defaultTimeoutSeconds = 300;
-constexpr int maximumRound = 10000;
+constexpr int kPollMilliseconds = 10;
+constexpr double kDefaultWaitSeconds = 10;
+constexpr double kDefaultTimeoutSeconds = 300;
+constexpr int kMaximumRound = 10000;
 
 double ToSeconds(const QString& text)
 {
@@ -43,9 +43,9 @@ int ToRound(const QString& text)
 {
     bool isNumber = false;
     const int round = text.toInt(&isNumber);
-    if (!isNumber || std::abs(round) > maximumRound)
-        throw ZORHostScriptError(
-            QStringLiteral("'%1' is no whole number of at most %2").arg(text, QString::number(maximumRound)));
+    if (!isNumber || std::abs(round) > kMaximumRound)
+        throw ZORHostScriptError(QStringLiteral("'%1' is no whole number of at most %2")
+                                     .arg(text, QString::number(kMaximumRound)));
     return round;
 }
 
@@ -126,7 +126,7 @@ ZORHostScriptRunner::~ZORHostScriptRunner() = default;
 void ZORHostScriptRunner::Start(const ZORHostScript& script)
 {
     m_report.Start(QFileInfo(script.GetName()).fileName());
-    m_watchdog.start(int(defaultTimeoutSeconds * 1000));
+    m_watchdog.start(int(kDefaultTimeoutSeconds * 1000));
     auto sequence = std::make_shared<Sequence>();
     sequence->steps = script.GetSteps();
     m_running.append(sequence);
@@ -169,7 +169,7 @@ void ZORHostScriptRunner::Advance(const std::shared_ptr<Sequence>& sequence)
         m_report.CountStep();
         sequence->waiting.invalidate();
     }
-    Continue(sequence, progress == Progress::Done ? 0 : pollMilliseconds);
+    Continue(sequence, progress == Progress::Done ? 0 : kPollMilliseconds);
 }
 
 void ZORHostScriptRunner::PlayBlock(const ZORHostScriptStep& step, QDialog* dialog)
@@ -250,7 +250,7 @@ ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayIn(const ZORHostScriptSte
         return Progress::Done;
     if (!sequence.waiting.isValid())
         sequence.waiting.start();
-    if (sequence.waiting.hasExpired(qint64(defaultWaitSeconds * 1000)))
+    if (sequence.waiting.hasExpired(qint64(kDefaultWaitSeconds * 1000)))
         throw ZORHostScriptError(QStringLiteral("no window '%1'").arg(name));
     return Progress::Again;
 }

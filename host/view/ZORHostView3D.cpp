@@ -18,9 +18,9 @@
 
 namespace {
 
-constexpr int restMilliseconds = 150;
-constexpr double keyStep = 20; // pixels
-constexpr double wheelStep = 1.2;
+constexpr int kRestMilliseconds = 150;
+constexpr double kKeyStep = 20; // pixels
+constexpr double kWheelStep = 1.2;
 
 } // namespace
 
@@ -35,7 +35,7 @@ ZORHostView3D::ZORHostView3D(QWidget* parent)
     m_renderer->SetAxisTriadVisible(true);
     UpdateBackground();
     m_restTimer.setSingleShot(true);
-    m_restTimer.setInterval(restMilliseconds);
+    m_restTimer.setInterval(kRestMilliseconds);
     connect(&m_restTimer, &QTimer::timeout, this, [this] {
         if (m_coarse && m_drag == Drag::None) {
             m_coarse = false;
@@ -290,7 +290,7 @@ void ZORHostView3D::wheelEvent(QWheelEvent* event)
     const double steps = event->angleDelta().y() / 120.0;
     if (steps == 0)
         return;
-    m_camera.Zoom(std::pow(wheelStep, steps), event->position(), size());
+    m_camera.Zoom(std::pow(kWheelStep, steps), event->position(), size());
     InvalidateMoving();
     event->accept();
 }
@@ -301,22 +301,22 @@ void ZORHostView3D::keyPressEvent(QKeyEvent* event)
     QPointF step;
     switch (event->key()) {
     case Qt::Key_Left:
-        step.setX(-keyStep);
+        step.setX(-kKeyStep);
         break;
     case Qt::Key_Right:
-        step.setX(keyStep);
+        step.setX(kKeyStep);
         break;
     case Qt::Key_Up:
-        step.setY(-keyStep);
+        step.setY(-kKeyStep);
         break;
     case Qt::Key_Down:
-        step.setY(keyStep);
+        step.setY(kKeyStep);
         break;
     case Qt::Key_Plus:
-        m_camera.Zoom(wheelStep, middle, size());
+        m_camera.Zoom(kWheelStep, middle, size());
         break;
     case Qt::Key_Minus:
-        m_camera.Zoom(1 / wheelStep, middle, size());
+        m_camera.Zoom(1 / kWheelStep, middle, size());
         break;
     case Qt::Key_Escape:
         ClearPick();

@@ -35,7 +35,7 @@
 namespace {
 
 /// Of saveState(): raise when docks or tool bars change their meaning.
-constexpr int layoutVersion = 1;
+constexpr int kLayoutVersion = 1;
 
 } // namespace
 
@@ -177,7 +177,7 @@ void ZORHostMainWindow::SetTheme(ZORHostOptions::Theme theme)
 void ZORHostMainWindow::RestoreSettings()
 {
     restoreGeometry(ZORHostSettings::Read("Geometry").toByteArray());
-    restoreState(ZORHostSettings::Read("Layout").toByteArray(), layoutVersion);
+    restoreState(ZORHostSettings::Read("Layout").toByteArray(), kLayoutVersion);
     SetTheme(ZORHostTheme::FromName(ZORHostSettings::Read("Theme").toString()));
     const bool wireframe = ZORHostSettings::Read("Wireframe").toBool();
     m_view->SetDisplayMode(wireframe ? ZORVisRenderer::Wireframe : ZORVisRenderer::Shaded);
@@ -186,7 +186,7 @@ void ZORHostMainWindow::RestoreSettings()
 void ZORHostMainWindow::SaveSettings() const
 {
     ZORHostSettings::Write("Geometry", saveGeometry());
-    ZORHostSettings::Write("Layout", saveState(layoutVersion));
+    ZORHostSettings::Write("Layout", saveState(kLayoutVersion));
     ZORHostSettings::Write("Wireframe", m_view->GetDisplayMode() == ZORVisRenderer::Wireframe);
     if (const QAction* theme = m_themes->checkedAction())
         ZORHostSettings::Write("Theme", theme->objectName().section(u'_', 2));

@@ -18,7 +18,7 @@ struct StandardView
     const char* text;
 };
 
-constexpr StandardView standardViews[] = {
+constexpr StandardView kStandardViews[] = {
     {ZORVisCamera::Isometric, "Isometric", QT_TRANSLATE_NOOP("ZORHostViewActions", "&Isometric")},
     {ZORVisCamera::Front, "Front", QT_TRANSLATE_NOOP("ZORHostViewActions", "&Front")},
     {ZORVisCamera::Back, "Back", QT_TRANSLATE_NOOP("ZORHostViewActions", "&Back")},
@@ -65,7 +65,7 @@ void ZORHostAddViewActions(ZORHostView3D* view, QMenu* menu, QToolBar* toolBar)
     QObject::connect(fit, &QAction::triggered, view, &ZORHostView3D::FitAll);
 
     QList<QAction*> turns;
-    for (const StandardView& entry : standardViews) {
+    for (const StandardView& entry : kStandardViews) {
         const QString icon = QStringLiteral("view-%1").arg(QString::fromLatin1(entry.name).toLower());
         QAction* action =
             MakeAction(view, entry.name, icon, Texts::tr(entry.text), Qt::Key_1 + int(turns.size()));

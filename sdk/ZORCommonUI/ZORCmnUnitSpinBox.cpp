@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr double range = 1e9;
-constexpr int shownDecimals = 6;
+constexpr double kRange = 1e9;
+constexpr int kShownDecimals = 6;
 
 } // namespace
 
@@ -20,8 +20,8 @@ ZORCmnUnitSpinBox::ZORCmnUnitSpinBox(QWidget* parent)
     : QDoubleSpinBox(parent)
 {
     ZOR_TRACE_CALL(parent);
-    setDecimals(shownDecimals);
-    setRange(-range, range);
+    setDecimals(kShownDecimals);
+    setRange(-kRange, kRange);
     setGroupSeparatorShown(false);
 }
 

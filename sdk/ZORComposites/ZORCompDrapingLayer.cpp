@@ -22,10 +22,10 @@ namespace {
 using Node = ZORCompDrapingNode;
 using Cell = ZORCompDrapingCell;
 
-constexpr qsizetype placeNumbers = 3; // warp, weft, triangle
-constexpr qsizetype weightNumbers = 2;
-constexpr qsizetype cornerNumbers = 4;
-constexpr qsizetype angleNumbers = 2; // shear, fibre angle
+constexpr qsizetype kPlaceNumbers = 3; // warp, weft, triangle
+constexpr qsizetype kWeightNumbers = 2;
+constexpr qsizetype kCornerNumbers = 4;
+constexpr qsizetype kAngleNumbers = 2; // shear, fibre angle
 
 void WriteNodes(const QList<Node>& nodes, ZORGeoObjectWriter& writer)
 {
@@ -67,17 +67,17 @@ QList<Node> ReadNodes(const ZORGeoObjectReader& reader, const ZORGeoSurface* sur
     const QList<qint32>& places = reader.GetInts("nodes");
     const QList<double>& weights = reader.GetDoubles("weights");
     const QList<ZORMathPoint> points = reader.GetPoints("points");
-    if (places.size() != placeNumbers * points.size() || weights.size() != weightNumbers * points.size())
+    if (places.size() != kPlaceNumbers * points.size() || weights.size() != kWeightNumbers * points.size())
         reader.Fail(ZORCompDrapingLayer::tr("its nodes are incomplete"));
     QList<Node> nodes;
     nodes.reserve(points.size());
     for (qsizetype i = 0; i < points.size(); ++i) {
-        const ZORGeoLocationOnSurface location{surface, places[placeNumbers * i + 2],
-                                               weights[weightNumbers * i], weights[weightNumbers * i + 1],
+        const ZORGeoLocationOnSurface location{surface, places[kPlaceNumbers * i + 2],
+                                               weights[kWeightNumbers * i], weights[kWeightNumbers * i + 1],
                                                points[i]};
         if (!IsLocation(location))
             reader.Fail(ZORCompDrapingLayer::tr("node %1 is not on its surface").arg(i));
-        nodes.append({places[placeNumbers * i], places[placeNumbers * i + 1], location});
+        nodes.append({places[kPlaceNumbers * i], places[kPlaceNumbers * i + 1], location});
     }
     return nodes;
 }
@@ -86,17 +86,17 @@ QList<Cell> ReadCells(const ZORGeoObjectReader& reader)
 {
     const QList<qint32>& corners = reader.GetInts("cells");
     const QList<double>& angles = reader.GetDoubles("angles");
-    const qsizetype count = corners.size() / cornerNumbers;
-    if (corners.size() != cornerNumbers * count || angles.size() != angleNumbers * count)
+    const qsizetype count = corners.size() / kCornerNumbers;
+    if (corners.size() != kCornerNumbers * count || angles.size() != kAngleNumbers * count)
         reader.Fail(ZORCompDrapingLayer::tr("its cells are incomplete"));
     QList<Cell> cells;
     cells.reserve(count);
     for (qsizetype i = 0; i < count; ++i) {
         Cell cell;
         for (size_t k = 0; k < cell.nodes.size(); ++k)
-            cell.nodes[k] = corners[cornerNumbers * i + qsizetype(k)];
-        cell.shear = angles[angleNumbers * i];
-        cell.fibreAngle = angles[angleNumbers * i + 1];
+            cell.nodes[k] = corners[kCornerNumbers * i + qsizetype(k)];
+        cell.shear = angles[kAngleNumbers * i];
+        cell.fibreAngle = angles[kAngleNumbers * i + 1];
         if (!std::isfinite(cell.shear) || !std::isfinite(cell.fibreAngle))
             reader.Fail(ZORCompDrapingLayer::tr("the angles of cell %1 are not finite").arg(i));
         cells.append(cell);

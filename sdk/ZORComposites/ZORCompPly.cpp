@@ -24,8 +24,8 @@ ZOR_GEO_REGISTER_TYPE(ZORCompPly)
 
 namespace {
 
-constexpr double Unknown = std::numeric_limits<double>::quiet_NaN();
-constexpr double Flat = 1e-6; // of the extent of a boundary
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+constexpr double kFlat = 1e-6; // of the extent of a boundary
 
 // Half of the sum of the cross products of neighbouring points: its length is the area of a planar polygon.
 ZORMathVector GetAreaVector(const ZORGeoCurve& boundary)
@@ -42,10 +42,10 @@ double GetPlanarArea(const ZORGeoCurve& boundary, const ZORMathPoint& origin, co
 {
     if (boundary.GetNumPoints() == 0)
         return 0;
-    const double tolerance = Flat * boundary.GetBoundingBox().GetDiagonal();
+    const double tolerance = kFlat * boundary.GetBoundingBox().GetDiagonal();
     for (int i = 0; i < boundary.GetNumPoints(); ++i) {
         if (!(std::abs(Dot(boundary.GetPoint(i) - origin, normal)) <= tolerance))
-            return Unknown;
+            return kUnknown;
     }
     return GetAreaVector(boundary).GetLength();
 }
@@ -230,17 +230,17 @@ const ZORGeoSurface* ZORCompPly::GetSurface() const
 
 double ZORCompPly::GetThickness() const
 {
-    return GetMaterial() ? GetMaterial()->GetProperties().thickness : Unknown;
+    return GetMaterial() ? GetMaterial()->GetProperties().thickness : kUnknown;
 }
 
 double ZORCompPly::GetArea() const
 {
     Q_D(const ZORCompPly);
     if (d->boundaries.isEmpty())
-        return GetSurface() ? GetSurface()->GetArea() : Unknown;
+        return GetSurface() ? GetSurface()->GetArea() : kUnknown;
     const QList<const ZORGeoCurve*> boundaries = GetBoundaries();
     if (boundaries.size() != d->boundaries.size() || boundaries.first()->GetNumPoints() == 0)
-        return Unknown;
+        return kUnknown;
     const ZORMathPoint origin = boundaries.first()->GetPoint(0);
     const ZORMathVector normal = GetAreaVector(*boundaries.first()).GetNormalized();
     double area = GetPlanarArea(*boundaries.first(), origin, normal);
@@ -252,7 +252,7 @@ double ZORCompPly::GetArea() const
 double ZORCompPly::GetMass() const
 {
     if (!GetMaterial())
-        return Unknown;
+        return kUnknown;
     constexpr double KilogramsPerTonne = 1000;
     return GetArea() * GetThickness() * GetMaterial()->GetProperties().density * KilogramsPerTonne;
 }

@@ -11,15 +11,16 @@
 
 namespace {
 
-constexpr qint64 MaximumSize = qint64(1) << 30; // bytes; what the parsers make of a file is many times larger
+constexpr qint64 kMaximumSize = qint64(1)
+                                << 30; // bytes; what the parsers make of a file is many times larger
 
 QByteArray ReadAll(const QString& fileName)
 {
     ZORSysFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(fileName, file.errorString());
-    if (file.size() > MaximumSize)
-        throw ZORSysException(ZORCompReader::tr("the file is larger than %1 bytes").arg(MaximumSize));
+    if (file.size() > kMaximumSize)
+        throw ZORSysException(ZORCompReader::tr("the file is larger than %1 bytes").arg(kMaximumSize));
     QByteArray content = file.readAll();
     if (file.error() != QFile::NoError)
         throw ZORSysException(file.errorString());
@@ -32,7 +33,7 @@ qint64 EstimateMemory(const QString& fileName)
 {
     constexpr qint64 kBytesPerByte = 10;
     const qint64 size = QFileInfo(fileName).size();
-    return size > MaximumSize ? 0 : kBytesPerByte * size;
+    return size > kMaximumSize ? 0 : kBytesPerByte * size;
 }
 
 } // namespace

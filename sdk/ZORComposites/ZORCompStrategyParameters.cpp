@@ -7,12 +7,12 @@
 
 namespace {
 
-constexpr double degree = std::numbers::pi / 180;
-constexpr double margin = 1e-9; // limits in degrees are met by angles converted from degrees
+constexpr double kDegree = std::numbers::pi / 180;
+constexpr double kMargin = 1e-9; // limits in degrees are met by angles converted from degrees
 
 bool IsBetween(double angle, double lowest, double highest)
 {
-    return angle >= lowest * degree - margin && angle <= highest * degree + margin;
+    return angle >= lowest * kDegree - kMargin && angle <= highest * kDegree + kMargin;
 }
 
 bool IsSameExtent(double a, double b)

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double gridSize = 16; // the drawings below are made on a square of this side
+constexpr double kGridSize = 16; // the drawings below are made on a square of this side
 
 double HueOf(ZORFeatBrowserKind kind)
 {
@@ -152,12 +152,12 @@ public:
         QColor fill = stroke;
         fill.setAlphaF(0.22F);
 
-        const double scale = std::min(rect.width(), rect.height()) / gridSize;
+        const double scale = std::min(rect.width(), rect.height()) / kGridSize;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(QRectF(rect).center());
         painter->scale(scale, scale);
-        painter->translate(-gridSize / 2, -gridSize / 2);
+        painter->translate(-kGridSize / 2, -kGridSize / 2);
         painter->setPen(QPen(stroke, 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter->setBrush(fill);
         painter->drawPath(drawing.filled);

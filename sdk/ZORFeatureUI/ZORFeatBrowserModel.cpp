@@ -32,10 +32,10 @@ struct ZORFeatBrowserModel::Node
 namespace {
 
 /// Deeper features are shown beside their parents. Views lay out nested items by recursion.
-constexpr int maximumDepth = 200;
+constexpr int kMaximumDepth = 200;
 
 /// Above this number of separate runs of removed rows, sorting them together first is cheaper.
-constexpr int maximumRuns = 16;
+constexpr int kMaximumRuns = 16;
 
 ZORFeatBrowserKind KindOf(const ZORGeoGeometry* geometry)
 {
@@ -175,7 +175,7 @@ ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ParentFor(const ZORGeoGeometry* 
     Node* const parent = NodeOf(static_cast<const ZORFeatObject*>(geometry)->GetParentFeature());
     if (!parent)
         return m_root;
-    return parent->depth < maximumDepth ? parent : parent->parent;
+    return parent->depth < kMaximumDepth ? parent : parent->parent;
 }
 
 ZORFeatBrowserModel::Node* ZORFeatBrowserModel::GroupNode(Group group)
@@ -251,7 +251,7 @@ void ZORFeatBrowserModel::RemoveDeadChildren(Node* node)
             runs += isDead(node->children[i]) && (i == 0 || !isDead(node->children[i - 1]));
         return runs;
     };
-    if (countRuns() > maximumRuns)
+    if (countRuns() > kMaximumRuns)
         MoveDeadChildrenToEnd(node);
 
     std::vector<Node*>& children = node->children;

@@ -19,8 +19,8 @@ using zor::geo::ProgressReporter;
 
 namespace {
 
-constexpr double smallestRadius = 1e-6; // as part of the coordinates
-constexpr double smallestLength = 1e-9; // of the curve before
+constexpr double kSmallestRadius = 1e-6; // as part of the coordinates
+constexpr double kSmallestLength = 1e-9; // of the curve before
 
 void Check(const Locations& locations)
 {
@@ -123,7 +123,7 @@ bool ZORGeoCurveOnSurfaceSmoother::IsEverySmooth(const Locations& locations) con
     double extent = 0;
     for (const ZORGeoLocationOnSurface& location : locations)
         extent = std::max(extent, (location.point - ZORMathPoint()).GetLength());
-    return !(m_radius > smallestRadius * extent);
+    return !(m_radius > kSmallestRadius * extent);
 }
 
 Locations ZORGeoCurveOnSurfaceSmoother::Smooth(const Locations& locations) const
@@ -160,7 +160,7 @@ Locations ZORGeoCurveOnSurfaceSmoother::Run(const Locations& locations, Progress
     const bool isChanged = smoother.Run(path);
     auto bend = smoother.FindSharpBend(path);
     // A closed curve around less than its own arc: nothing would be left of it.
-    if (isChanged && ZorGeoLengthOf(path) <= smallestLength * length)
+    if (isChanged && ZorGeoLengthOf(path) <= kSmallestLength * length)
         bend = path.front().point;
     if (bend)
         throw ZORSysException(tr("the surface has no room for the radius %1 at (%2, %3, %4)")

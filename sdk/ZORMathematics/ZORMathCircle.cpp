@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+constexpr double kFullTurn = 2 * std::numbers::pi;
 
 } // namespace
 
@@ -25,8 +25,8 @@ int ZORMathCircle::ProjectPoint(const ZORMathPoint& point, double& parameter) co
         return NoDirection;
     double angle = std::atan2(offset.GetY(), offset.GetX());
     if (angle < 0)
-        angle += fullTurn;
-    parameter = angle < fullTurn ? angle : 0; // the sum may round up
+        angle += kFullTurn;
+    parameter = angle < kFullTurn ? angle : 0; // the sum may round up
     return std::hypot(distance - m_radius, offset.GetZ()) <= tolerance ? OnCircle : OffCircle;
 }
 
@@ -34,7 +34,7 @@ double ZORMathCircle::GetParam(double parameter) const
 {
     if (!std::isfinite(parameter))
         return 0;
-    const double turns = parameter / fullTurn;
+    const double turns = parameter / kFullTurn;
     const double part = turns - std::floor(turns);
     return part < 1 ? part : 0; // the difference may round up
 }

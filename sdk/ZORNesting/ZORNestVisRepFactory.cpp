@@ -25,7 +25,7 @@ namespace {
 
 using Segment = ZORNestResultSegment;
 
-constexpr double parts = 50000; // of the result's size: how far polylines may lie off arcs
+constexpr double kParts = 50000; // of the result's size: how far polylines may lie off arcs
 const QColor sheetColor(0xb0, 0xb4, 0xba);
 const QColor labelColor(0xf2, 0xf4, 0xf7);
 const QColor fillColor(0x34, 0x4a, 0x63);
@@ -263,7 +263,7 @@ ZORVisRep* Drawing::CreateRep() const
 ZORVisRep* ZORNestVisRepFactory::CreateRep(const ZORNestResult& result, const ZORNestVisOptions& options)
 {
     ZOR_TRACE_CALL(result, options);
-    Drawing drawing(options, BoxOf(result).GetDiagonal() / parts);
+    Drawing drawing(options, BoxOf(result).GetDiagonal() / kParts);
     drawing.AddSheet(result.GetSheet());
     for (const ZORNestResultItem* item : result.GetItems())
         drawing.AddItem(*item);

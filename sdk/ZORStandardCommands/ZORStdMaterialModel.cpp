@@ -19,7 +19,7 @@ namespace {
 
 using Properties = ZORCompMaterialProperties;
 
-constexpr double DensityFactor = 1e12; // tonnes per cubic millimetre to kilograms per cubic metre
+constexpr double kDensityFactor = 1e12; // tonnes per cubic millimetre to kilograms per cubic metre
 
 // As the numbers of the properties are ordered.
 struct NumberColumn
@@ -29,9 +29,9 @@ struct NumberColumn
     bool mayBeZero;
     bool mayBeNegative;
 };
-constexpr NumberColumn NumberColumns[Properties::NumNumbers] = {
+constexpr NumberColumn kNumberColumns[Properties::NumNumbers] = {
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Thickness (mm)"), 1, false, false},
-    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Density (kg/m\u00b3)"), DensityFactor, false, false},
+    {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "Density (kg/m\u00b3)"), kDensityFactor, false, false},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "E1 (MPa)"), 1, false, false},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "E2 (MPa)"), 1, false, false},
     {QT_TRANSLATE_NOOP("ZORStdMaterialModel", "G12 (MPa)"), 1, false, false},
@@ -55,7 +55,7 @@ double NumberOf(const Properties& properties, int column)
 
 const NumberColumn& ColumnOf(int column)
 {
-    return NumberColumns[column - ZORStdMaterialModel::FirstNumber];
+    return kNumberColumns[column - ZORStdMaterialModel::FirstNumber];
 }
 
 QString ToText(double value)

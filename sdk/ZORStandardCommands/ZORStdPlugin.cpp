@@ -68,6 +68,6 @@ private:
 };
 
 const ZORSysMetaTypeCleanup metaTypeCleanup(&ZORStdPlugin::staticMetaObject);
-const Actions actions;
+const Actions kActions;
 
 } // namespace

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr char signature[8] = {'\x89', 'Z', 'O', 'R', '\r', '\n', '\x1a', '\n'};
-constexpr qsizetype checkedHeader = 32;
-constexpr int compressionLevel =
+constexpr char kSignature[8] = {'\x89', 'Z', 'O', 'R', '\r', '\n', '\x1a', '\n'};
+constexpr qsizetype kCheckedHeader = 32;
+constexpr int kCompressionLevel =
     1; // higher ones save little of what coordinates need, at a multiple of the time
 
 enum Compression : quint32 { Plain = 0, Zstd = 1 };
@@ -22,7 +22,7 @@ enum Compression : quint32 { Plain = 0, Zstd = 1 };
 QByteArray Checksum(QByteArrayView header, QByteArrayView content)
 {
     QCryptographicHash hash(QCryptographicHash::Blake2b_256);
-    hash.addData(header.first(checkedHeader));
+    hash.addData(header.first(kCheckedHeader));
     hash.addData(content);
     return hash.result();
 }
@@ -54,7 +54,7 @@ ZORSysDocumentEnvelope::ZORSysDocumentEnvelope(const QString& kind, quint32 vers
 
 bool ZORSysDocumentEnvelope::HasSignature(QByteArrayView bytes)
 {
-    return bytes.startsWith(QByteArrayView(signature, sizeof signature));
+    return bytes.startsWith(QByteArrayView(kSignature, sizeof kSignature));
 }
 
 qint64 ZORSysDocumentEnvelope::GetDocumentSize(QByteArrayView start, qint64 fileSize) const
@@ -74,7 +74,7 @@ QByteArray ZORSysDocumentEnvelope::Compress(const QByteArray& document) const
 {
     QByteArray compressed(qsizetype(ZSTD_compressBound(size_t(document.size()))), Qt::Uninitialized);
     const size_t size = ZSTD_compress(compressed.data(), size_t(compressed.size()), document.constData(),
-                                      size_t(document.size()), compressionLevel);
+                                      size_t(document.size()), kCompressionLevel);
     if (ZSTD_isError(size)) {
         throw ZORSysFileException(
             tr("cannot compress the %1: %2").arg(m_kind, QLatin1String(ZSTD_getErrorName(size))));
@@ -109,7 +109,7 @@ QByteArray ZORSysDocumentEnvelope::Wrap(const QByteArray& document) const
     }
     QByteArray file;
     file.reserve(HeaderSize + content.size());
-    file.append(signature, sizeof signature);
+    file.append(kSignature, sizeof kSignature);
     Put<quint32>(file, m_version);
     Put<quint32>(file, compression);
     Put<quint64>(file, quint64(document.size()));
@@ -149,8 +149,8 @@ QByteArray ZORSysDocumentEnvelope::Unwrap(QIODevice& device) const
 
 ZORSysDocumentEnvelope::Header ZORSysDocumentEnvelope::ParseHeader(QByteArrayView bytes) const
 {
-    const qsizetype compared = std::min(bytes.size(), qsizetype(sizeof signature));
-    if (bytes.isEmpty() || std::memcmp(bytes.data(), signature, size_t(compared)) != 0)
+    const qsizetype compared = std::min(bytes.size(), qsizetype(sizeof kSignature));
+    if (bytes.isEmpty() || std::memcmp(bytes.data(), kSignature, size_t(compared)) != 0)
         throw ZORSysFileException(tr("the file is not a %1").arg(m_kind));
     if (bytes.size() < HeaderSize)
         FailDamaged(tr("it ends within its header"));
@@ -178,7 +178,7 @@ void ZORSysDocumentEnvelope::CheckSize(const Header& header, qint64 contentSize)
 QByteArray ZORSysDocumentEnvelope::Unpack(const Header& header, QByteArrayView content) const
 {
     const QByteArrayView bytes(header.bytes, HeaderSize);
-    if (Checksum(bytes, content) != bytes.sliced(checkedHeader))
+    if (Checksum(bytes, content) != bytes.sliced(kCheckedHeader))
         FailDamaged(tr("the checksum is wrong"));
     if (header.compression == Zstd)
         return Decompress(content, header.documentSize);

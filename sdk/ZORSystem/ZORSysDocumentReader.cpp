@@ -100,13 +100,13 @@ QList<T> ZORSysDocumentReader::ReadArray()
 
 QList<double> ZORSysDocumentReader::ReadDoubles()
 {
-    Check(ReadTag() == zorFloat64Tag);
+    Check(ReadTag() == kFloat64Tag);
     return ReadArray<double>();
 }
 
 QList<qint32> ZORSysDocumentReader::ReadIntegers()
 {
-    Check(ReadTag() == zorInt32Tag);
+    Check(ReadTag() == kInt32Tag);
     return ReadArray<qint32>();
 }
 
@@ -123,8 +123,8 @@ ZORSysDocumentReader::Value ZORSysDocumentReader::ReadValue()
         return value;
     }
     const QCborTag tag = ReadTag();
-    Check(tag == zorFloat64Tag || tag == zorInt32Tag);
-    if (tag == zorFloat64Tag)
+    Check(tag == kFloat64Tag || tag == kInt32Tag);
+    if (tag == kFloat64Tag)
         return ReadArray<double>();
     return ReadArray<qint32>();
 }

@@ -34,10 +34,10 @@ void ZORSysDocumentWriter::WriteText(const QByteArray& utf8)
 
 void ZORSysDocumentWriter::WriteNumbers(const QList<double>& numbers)
 {
-    WriteArray(m_writer, zorFloat64Tag, numbers);
+    WriteArray(m_writer, kFloat64Tag, numbers);
 }
 
 void ZORSysDocumentWriter::WriteNumbers(const QList<qint32>& numbers)
 {
-    WriteArray(m_writer, zorInt32Tag, numbers);
+    WriteArray(m_writer, kInt32Tag, numbers);
 }

@@ -58,13 +58,13 @@ concept ZorTraceContainer = requires(const T& container)
 };
 
 template<class T>
-constexpr bool zorHasOwnPointerText =
+constexpr bool kZorHasOwnPointerText =
     std::is_base_of_v<
         QObject, T> || std::is_same_v<T, QMetaObject> || std::is_same_v<T, char> || std::is_function_v<T>;
 
 /// Classes whose pointers have no overload of their own.
 template<class T>
-concept ZorTracePlainObject = !zorHasOwnPointerText<std::remove_cv_t<T>>;
+concept ZorTracePlainObject = !kZorHasOwnPointerText<std::remove_cv_t<T>>;
 
 template<ZorTraceNumber T>
 void ZorTraceAppend(QByteArray& out, T value)

@@ -14,7 +14,7 @@ struct UnitRow
     double factor;
 };
 
-constexpr std::array<UnitRow, 7> units = {{
+constexpr std::array<UnitRow, 7> kUnits = {{
     {ZORSysValue::Millimeter, ZORSysValue::Length, "mm", 1.0},
     {ZORSysValue::Centimeter, ZORSysValue::Length, "cm", 10.0},
     {ZORSysValue::Meter, ZORSysValue::Length, "m", 1000.0},
@@ -27,8 +27,8 @@ constexpr std::array<UnitRow, 7> units = {{
 const UnitRow* FindUnit(ZORSysValue::Unit unit)
 {
     const auto* row =
-        std::find_if(units.begin(), units.end(), [unit](const UnitRow& u) { return u.unit == unit; });
-    return row == units.end() ? nullptr : row;
+        std::find_if(kUnits.begin(), kUnits.end(), [unit](const UnitRow& u) { return u.unit == unit; });
+    return row == kUnits.end() ? nullptr : row;
 }
 
 } // namespace
@@ -36,7 +36,7 @@ const UnitRow* FindUnit(ZORSysValue::Unit unit)
 QList<ZORSysValue::Unit> ZORSysValue::GetMagnitudeUnits(Magnitude magnitude)
 {
     QList<Unit> result;
-    for (const UnitRow& row : units) {
+    for (const UnitRow& row : kUnits) {
         if (row.magnitude == magnitude)
             result.append(row.unit);
     }
@@ -51,9 +51,9 @@ QString ZORSysValue::GetUnitLabel(Unit unit)
 
 ZORSysValue::Unit ZORSysValue::GetUnitFromLabel(const QString& label)
 {
-    const auto* row = std::find_if(units.begin(), units.end(),
+    const auto* row = std::find_if(kUnits.begin(), kUnits.end(),
                                    [&label](const UnitRow& u) { return label == QLatin1String(u.label); });
-    return row == units.end() ? Millimeter : row->unit;
+    return row == kUnits.end() ? Millimeter : row->unit;
 }
 
 double ZORSysValue::GetUnitFactor(Unit unit)

@@ -199,7 +199,7 @@ struct NamedLists
     ZORTopIndexLists ZORTopStructure::*lists;
 };
 
-constexpr NamedLists namedLists[] = {
+constexpr NamedLists kNamedLists[] = {
     {"edgePoints", "edgePointsLengths", &ZORTopStructure::pointsOfEdge},
     {"edgeSides", "edgeSidesLengths", &ZORTopStructure::sidesOfEdge},
     {"edgeVertices", "edgeVerticesLengths", &ZORTopStructure::verticesOfEdge},
@@ -218,7 +218,7 @@ void WriteStructure(const ZORTopStructure& structure, ZORGeoObjectWriter& writer
     writer.WritePoints("vertexPoints", points);
     writer.WriteInts("vertexParts", parts);
     writer.WriteInts("edgeParts", {structure.partOfEdge.begin(), structure.partOfEdge.end()});
-    for (const NamedLists& named : namedLists) {
+    for (const NamedLists& named : kNamedLists) {
         const ZORTopIndexLists& lists = structure.*named.lists;
         QList<qint32> lengths;
         QList<qint32> values;
@@ -338,7 +338,7 @@ ZORTopStructure ReadStructure(const ZORGeoObjectReader& reader, const QList<cons
         structure.vertices.push_back({points[i], partOfVertex[i]});
     const QList<qint32>& partOfEdge = reader.GetInts("edgeParts");
     structure.partOfEdge.assign(partOfEdge.begin(), partOfEdge.end());
-    for (const NamedLists& named : namedLists)
+    for (const NamedLists& named : kNamedLists)
         structure.*named.lists = ReadLists(reader, named);
     if (!StructureCheck(structure, parts).IsValid())
         reader.Fail(ZORTopBody::tr("its structure does not fit its geometry"));

@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr double smallestHeight = 1e-6;
-constexpr double largestHeight = 1e9;
-constexpr double orbitRadiansPerPixel = 0.4 * 0.017453292519943295;
-constexpr double fitMargin = 0.05;
+constexpr double kSmallestHeight = 1e-6;
+constexpr double kLargestHeight = 1e9;
+constexpr double kOrbitRadiansPerPixel = 0.4 * 0.017453292519943295;
+constexpr double kFitMargin = 0.05;
 
 struct Axes
 {
@@ -61,10 +61,10 @@ void ZORVisCamera::Orbit(double dx, double dy)
     if (!std::isfinite(dx) || !std::isfinite(dy))
         return;
     const ZORMathVector right = GetRightDirection();
-    ZORMathVector direction = Rotate(m_direction, m_up, -dx * orbitRadiansPerPixel);
-    const ZORMathVector turnedRight = Rotate(right, m_up, -dx * orbitRadiansPerPixel);
-    direction = Rotate(direction, turnedRight, -dy * orbitRadiansPerPixel);
-    const ZORMathVector up = Rotate(m_up, turnedRight, -dy * orbitRadiansPerPixel);
+    ZORMathVector direction = Rotate(m_direction, m_up, -dx * kOrbitRadiansPerPixel);
+    const ZORMathVector turnedRight = Rotate(right, m_up, -dx * kOrbitRadiansPerPixel);
+    direction = Rotate(direction, turnedRight, -dy * kOrbitRadiansPerPixel);
+    const ZORMathVector up = Rotate(m_up, turnedRight, -dy * kOrbitRadiansPerPixel);
     SetView(m_target, direction, up, m_height);
 }
 
@@ -81,7 +81,7 @@ void ZORVisCamera::Zoom(double factor, const QPointF& pixel, const QSizeF& viewS
     if (!std::isfinite(factor) || factor <= 0 || !std::isfinite(pixel.x()) || !std::isfinite(pixel.y()))
         return;
     const ZORMathPoint before = PixelToWorld(pixel, viewSize);
-    m_height = std::clamp(m_height / factor, smallestHeight, largestHeight);
+    m_height = std::clamp(m_height / factor, kSmallestHeight, kLargestHeight);
     m_target = m_target + (before - PixelToWorld(pixel, viewSize));
 }
 
@@ -99,7 +99,7 @@ void ZORVisCamera::FitAll(const ZORMathBoundingBox& box, const QSizeF& viewSize)
     const QSizeF size = Usable(viewSize);
     const double height = std::max(extent(m_up), extent(GetRightDirection()) * size.height() / size.width());
     if (height > 0)
-        m_height = std::clamp(height / (1 - 2 * fitMargin), smallestHeight, largestHeight);
+        m_height = std::clamp(height / (1 - 2 * kFitMargin), kSmallestHeight, kLargestHeight);
 }
 
 void ZORVisCamera::SetView(const ZORMathPoint& target, const ZORMathVector& direction,
@@ -115,7 +115,7 @@ void ZORVisCamera::SetView(const ZORMathPoint& target, const ZORMathVector& dire
     m_target = target;
     m_direction = forward;
     m_up = Cross(right.GetNormalized(), forward).GetNormalized();
-    m_height = std::clamp(height, smallestHeight, largestHeight);
+    m_height = std::clamp(height, kSmallestHeight, kLargestHeight);
 }
 
 double ZORVisCamera::GetPixelSize(const QSizeF& viewSize) const

@@ -21,8 +21,8 @@ Q_LOGGING_CATEGORY(zorVisLog, "zor.visualization", QtWarningMsg)
 
 namespace {
 
-constexpr int wantedSamples = 4;
-constexpr qint64 neededAddresses = qint64(1) << 30; // bytes; software drawing takes 600 MB of them
+constexpr int kWantedSamples = 4;
+constexpr qint64 kNeededAddresses = qint64(1) << 30; // bytes; software drawing takes 600 MB of them
 
 // Coin reports, among real errors, that it finds no GLX, which is not used here.
 void LogCoinMessage(const SoError* error, void*)
@@ -92,8 +92,8 @@ void ZORVisGraphicsContext::Private::Create()
         return;
     }
     // Drivers do not survive the end of the memory, and software drawing reserves most addresses of all.
-    if (const qint64 available = ZORSysMemory::GetAvailableAddresses(); available < neededAddresses) {
-        const auto [needed, left] = ZORSysMemory::FormatSizes(neededAddresses, available);
+    if (const qint64 available = ZORSysMemory::GetAvailableAddresses(); available < kNeededAddresses) {
+        const auto [needed, left] = ZORSysMemory::FormatSizes(kNeededAddresses, available);
         reasons << ZORVisGraphicsContext::tr("graphics need %1 of address space, only %2 are left")
                        .arg(needed, left);
         return;
@@ -190,7 +190,7 @@ QString ZORVisGraphicsContext::Private::ReadLimits()
     software = renderer.contains(QStringLiteral("llvmpipe")) || renderer.contains(QStringLiteral("softpipe"))
                || renderer.contains(QStringLiteral("swrast"));
     maximumSize = std::min({renderbufferSize, viewportSize[0], viewportSize[1]});
-    samples = std::clamp(maximumSamples, 1, wantedSamples);
+    samples = std::clamp(maximumSamples, 1, kWantedSamples);
     return maximumSize > 0 ? QString() : ZORVisGraphicsContext::tr("no framebuffers");
 }
 

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr double defaultTextSize = 13;
-constexpr double largestThickness = 32;
+constexpr double kDefaultTextSize = 13;
+constexpr double kLargestThickness = 32;
 
 } // namespace
 
@@ -36,7 +36,7 @@ void ZORVisOptions::SetLineThickness(double thickness)
 
 double ZORVisOptions::GetDrawnThickness() const
 {
-    return std::isnan(m_lineThickness) ? 1 : std::clamp(m_lineThickness, 1.0, largestThickness);
+    return std::isnan(m_lineThickness) ? 1 : std::clamp(m_lineThickness, 1.0, kLargestThickness);
 }
 
 void ZORVisOptions::SetLineStyle(LineStyle style)
@@ -59,7 +59,7 @@ void ZORVisOptions::SetTextSize(double size)
 
 double ZORVisOptions::GetDrawnTextSize() const
 {
-    return std::isfinite(m_textSize) && m_textSize > 0 ? m_textSize : defaultTextSize;
+    return std::isfinite(m_textSize) && m_textSize > 0 ? m_textSize : kDefaultTextSize;
 }
 
 void ZorTraceAppend(QByteArray& out, const ZORVisOptions& options)

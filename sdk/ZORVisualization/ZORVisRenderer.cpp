@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr qint64 largestSmoothScene = 200'000; // triangles and segments
-constexpr double pickTolerance = 5;            // device independent pixels
+constexpr qint64 kLargestSmoothScene = 200'000; // triangles and segments
+constexpr double kPickTolerance = 5;            // device independent pixels
 
 double Usable(double devicePixelRatio)
 {
@@ -57,7 +57,7 @@ int ZORVisRenderer::Private::GetSamples(const ZORVisDrawList& objects)
     qint64 size = 0;
     for (const ZORVisDrawObject* object : objects)
         size += object->size;
-    return context->IsSoftware() && size > largestSmoothScene ? 1 : context->GetSamples();
+    return context->IsSoftware() && size > kLargestSmoothScene ? 1 : context->GetSamples();
 }
 
 ZORVisRenderer::ZORVisRenderer()
@@ -124,7 +124,7 @@ ZORVisPickResult ZORVisRenderer::Pick(const ZORVisCamera& camera, const QSize& d
     const double ratio = Usable(devicePixelRatio);
     const ZORVisDrawList objects = d->scene->d->GetDrawList();
     const ZORVisFrame frame = d->CreateFrame(camera, devicePixels, ratio, objects);
-    ZORVisPicking picking(frame, pixel, pickTolerance * ratio);
+    ZORVisPicking picking(frame, pixel, kPickTolerance * ratio);
     for (const ZORVisDrawObject* object : objects)
         picking.Add(*object);
     return picking.GetResult();

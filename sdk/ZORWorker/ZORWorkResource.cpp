@@ -25,7 +25,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(ZorResourceLog, "zor.worker")
 
-constexpr int MaximumNumber = 9999;
+constexpr int kMaximumNumber = 9999;
 constexpr qint64 kPieceSize = qint64(1) << 20; // bytes
 constexpr auto kSuccession = std::chrono::seconds(1);
 constexpr unsigned kMostLines = 16; // for failures of one kind in succession, before most are left out
@@ -144,7 +144,7 @@ QString Convert(const QString& file, const QString& directory,
         return {};
     static TakenNumbers taken;
     const QByteArray before = TakenNumbers::GetState(directory);
-    for (int number = taken.Find(directory, source.fileName()) + 1; number <= MaximumNumber; ++number) {
+    for (int number = taken.Find(directory, source.fileName()) + 1; number <= kMaximumNumber; ++number) {
         written = QDir(directory).filePath(GetCandidate(source, number));
         // A dangling link does not "exist" and yet takes the name.
         const auto isTaken = [&written] {

@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr qsizetype headerSize = 64;
-constexpr qsizetype checkedHeader = 32;
+constexpr qsizetype kHeaderSize = 64;
+constexpr qsizetype kCheckedHeader = 32;
 
 void Damage(QByteArray& bytes, qsizetype from, std::mt19937& random)
 {
@@ -106,7 +106,7 @@ testing::AssertionResult RoundTrips(const ZORGeoContainer& container, ZORGeoCont
 
 QByteArray OpenContainerFile(const QByteArray& file)
 {
-    QByteArray content = file.sliced(headerSize);
+    QByteArray content = file.sliced(kHeaderSize);
     if (qFromLittleEndian<quint32>(file.constData() + 12) == 0)
         return content;
     QByteArray document(qFromLittleEndian<qint64>(file.constData() + 16), Qt::Uninitialized);
@@ -127,14 +127,14 @@ QByteArray SealContainerFile(const QByteArray& document)
     put(quint32(0));
     put(quint64(document.size()));
     put(quint64(document.size()));
-    file.append(headerSize - checkedHeader, '\0');
+    file.append(kHeaderSize - kCheckedHeader, '\0');
     return ResealContainerFile(file + document);
 }
 
 QByteArray ResealContainerFile(QByteArray file)
 {
-    const QByteArray checked = file.first(checkedHeader) + file.sliced(headerSize);
-    return file.replace(checkedHeader, headerSize - checkedHeader,
+    const QByteArray checked = file.first(kCheckedHeader) + file.sliced(kHeaderSize);
+    return file.replace(kCheckedHeader, kHeaderSize - kCheckedHeader,
                         QCryptographicHash::hash(checked, QCryptographicHash::Blake2b_256));
 }
 
@@ -146,7 +146,7 @@ int LoadDamagedFiles(const QByteArray& file, const ContainerMaker& make, int cou
     for (int i = 0; i < count && !testing::Test::HasFailure(); ++i) {
         SCOPED_TRACE(i);
         QByteArray damaged = i % 4 == 3 ? file : document;
-        Damage(damaged, i % 4 == 3 ? headerSize : 0, random);
+        Damage(damaged, i % 4 == 3 ? kHeaderSize : 0, random);
         failed +=
             LoadDamagedFile(i % 4 == 3 ? ResealContainerFile(damaged) : SealContainerFile(damaged), make);
     }

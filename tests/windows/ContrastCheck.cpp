@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr double requiredContrast = 4.5;
+constexpr double kRequiredContrast = 4.5;
 
 /// The colour that covers most of an area of the painted window; coarse steps, so that gradients count as one.
 QColor GetBackground(const QImage& image)
@@ -104,7 +104,7 @@ private:
     void Compare(const QString& what, const QColor& text, const QColor& background)
     {
         const double contrast = GetContrast(Blend(text, background), background);
-        if (contrast >= requiredContrast)
+        if (contrast >= kRequiredContrast)
             return;
         m_problems.append(
             QStringLiteral("%1: %2 on %3 is %4 : 1")

@@ -19,7 +19,7 @@
 namespace {
 
 /// The axes in the lower left corner, which turn with the scene.
-constexpr int triadSize = 130;
+constexpr int kTriadSize = 130;
 
 class HostWalkTest : public ScreenWalk, public testing::WithParamInterface<ZORHostOptions::Theme>
 {
@@ -53,7 +53,7 @@ protected:
     }
     bool IsObject(const QImage& picture, int x, int y) const
     {
-        return GetInside().contains(x, y) && (x > triadSize || y < place.height() - triadSize)
+        return GetInside().contains(x, y) && (x > kTriadSize || y < place.height() - kTriadSize)
                && picture.pixel(x, y) != empty.pixel(x, y);
     }
     int CountObject(const QImage& picture) const

@@ -16,9 +16,9 @@
 
 namespace {
 
-constexpr int waitMilliseconds = 20'000;
-constexpr int pollMilliseconds = 20;
-constexpr int dragSteps = 8;
+constexpr int kWaitMilliseconds = 20'000;
+constexpr int kPollMilliseconds = 20;
+constexpr int kDragSteps = 8;
 
 QString ToText(int number)
 {
@@ -54,7 +54,7 @@ void ScreenWalk::Run(ZORHostOptions::Theme theme, const std::function<void()>& w
     }));
     walker->start();
     program.Run();
-    while (!walker->wait(pollMilliseconds)) // the walk may have closed the program and still ask it
+    while (!walker->wait(kPollMilliseconds)) // the walk may have closed the program and still ask it
         QCoreApplication::processEvents();
     EXPECT_TRUE(isDone);
 }
@@ -66,7 +66,7 @@ void ScreenWalk::InProgram(const std::function<void()>& call)
 
 bool ScreenWalk::WaitFor(const std::function<bool()>& condition)
 {
-    return QTest::qWaitFor([&] { return Ask(condition); }, waitMilliseconds);
+    return QTest::qWaitFor([&] { return Ask(condition); }, kWaitMilliseconds);
 }
 
 QWidget* ScreenWalk::FindWindow(const char* className)
@@ -103,7 +103,7 @@ void ScreenWalk::Type(const QStringList& arguments)
 {
     QProcess process;
     process.start("xdotool", arguments);
-    const bool isFinished = process.waitForFinished(waitMilliseconds);
+    const bool isFinished = process.waitForFinished(kWaitMilliseconds);
     EXPECT_TRUE(isFinished && process.exitCode() == 0)
         << arguments.join(u' ').toStdString() << process.readAllStandardError().toStdString();
 }
@@ -121,8 +121,8 @@ void ScreenWalk::Click(const QPoint& at, int button)
 void ScreenWalk::Drag(const QPoint& from, const QPoint& to, int button)
 {
     QStringList arguments = {"mousemove", ToText(from.x()), ToText(from.y()), "mousedown", ToText(button)};
-    for (int step = 1; step <= dragSteps; ++step) {
-        const QPoint at = from + (to - from) * step / dragSteps;
+    for (int step = 1; step <= kDragSteps; ++step) {
+        const QPoint at = from + (to - from) * step / kDragSteps;
         arguments += {"mousemove", ToText(at.x()), ToText(at.y())};
     }
     Type(arguments + QStringList({"mouseup", ToText(button)}));
@@ -181,7 +181,7 @@ QImage ScreenWalk::WaitForPicture(const QRect& place, const std::function<bool(c
             picture = Look(place);
             return condition(picture);
         },
-        waitMilliseconds);
+        kWaitMilliseconds);
     if (!isThere) {
         ADD_FAILURE() << "the screen never shows: " << what;
         Keep(picture, "failure");

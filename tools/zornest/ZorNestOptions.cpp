@@ -9,7 +9,7 @@ namespace ZorNest {
 
 namespace {
 
-constexpr int MostThreads = 256;
+constexpr int kMostThreads = 256;
 
 void AddOptions(QCommandLineParser& parser)
 {
@@ -78,9 +78,9 @@ QString ReadNumbers(const QCommandLineParser& parser, Options& options)
     if (!isNumber)
         return "--seed: " + Quoted(parser.value("seed")) + " is not an integer of at least 0";
     options.threads = parser.value("threads").toInt(&isNumber);
-    if (!isNumber || options.threads < 1 || options.threads > MostThreads)
+    if (!isNumber || options.threads < 1 || options.threads > kMostThreads)
         return QString("--threads: %1 is not an integer from 1 to %2")
-            .arg(Quoted(parser.value("threads")), QString::number(MostThreads));
+            .arg(Quoted(parser.value("threads")), QString::number(kMostThreads));
     return ReadLimit(parser, options);
 }
 

@@ -32,7 +32,7 @@ using namespace ZorNest;
 
 namespace {
 
-constexpr int PictureWidth = 2000;        // pixels
+constexpr int kPictureWidth = 2000;       // pixels
 constexpr qint64 kMaximumMegabytes = 128; // of an instance
 
 std::atomic<ZORNestInstanceRun*> runningRun = nullptr; // lock-free, so that a signal handler may read it
@@ -217,7 +217,7 @@ public:
             return m_report.GetError();
         for (qsizetype s = 0; s < outcome.layout.GetNumSheets() && !m_pictures.isEmpty(); ++s) {
             const QString path = QDir(m_pictures).filePath(QString("sheet-%1.png").arg(s));
-            const QString reason = WritePicture(path, report.DrawSheet(s, PictureWidth));
+            const QString reason = WritePicture(path, report.DrawSheet(s, kPictureWidth));
             if (!reason.isEmpty())
                 return path + ": " + reason;
         }

@@ -13,11 +13,11 @@ using Location = ZORGeoLocationOnSurface;
 
 namespace {
 
-constexpr int maximumNodes = 1000000;
-constexpr double maximumReach = 1 << 29; // steps
+constexpr int kMaximumNodes = 1000000;
+constexpr double kMaximumReach = 1 << 29; // steps
 
-constexpr std::array<std::array<int, 2>, 4> sides{{{1, 0}, {-1, 0}, {0, 1}, {0, -1}}};
-constexpr std::array<std::array<int, 2>, 4> quadrants{{{1, 1}, {-1, 1}, {-1, -1}, {1, -1}}};
+constexpr std::array<std::array<int, 2>, 4> kSides{{{1, 0}, {-1, 0}, {0, 1}, {0, -1}}};
+constexpr std::array<std::array<int, 2>, 4> kQuadrants{{{1, 1}, {-1, 1}, {-1, -1}, {1, -1}}};
 
 quint64 KeyOf(int warp, int weft)
 {
@@ -27,7 +27,7 @@ quint64 KeyOf(int warp, int weft)
 // Steps within an extent; a step that ends on it to rounding is within.
 double ReachOf(double extent, double step)
 {
-    return std::isfinite(extent) ? std::min(std::floor(extent / step + 1e-9), maximumReach) : maximumReach;
+    return std::isfinite(extent) ? std::min(std::floor(extent / step + 1e-9), kMaximumReach) : kMaximumReach;
 }
 
 } // namespace
@@ -46,7 +46,7 @@ Growth::ZORCompNetGrowth(const ZORGeoSurface& surface, const ZORCompStrategyPara
 ZORCompDrapingNet Growth::Run(const Location& seed, const ZORMathVector& direction)
 {
     const double area = std::min(m_surface.GetArea(), 4 * m_parameters.warpExtent * m_parameters.weftExtent);
-    if (area > maximumNodes * m_step * m_step * std::sin(m_parameters.yarnAngle))
+    if (area > kMaximumNodes * m_step * m_step * std::sin(m_parameters.yarnAngle))
         ThrowTooManyNodes();
     Start(seed, direction);
     while (!m_candidates.empty() || !m_prolongations.empty()) {
@@ -65,11 +65,11 @@ void Growth::Start(const Location& seed, const ZORMathVector& direction)
     const Node node{0, 0, seed, Cross(b - a, c - a).GetNormalized()};
     m_overlap.AddYarnNode({0, 0, seed.point, node.normal});
     Place(node);
-    for (size_t side = 0; side < sides.size(); ++side) {
+    for (size_t side = 0; side < kSides.size(); ++side) {
         const double angle = m_parameters.fibreAngle + (side < 2 ? 0 : m_parameters.yarnAngle);
         const auto course = side % 2 == 1 ? ZORCompYarn::Course::Backward : ZORCompYarn::Course::Forward;
         m_yarns[side].emplace(m_parameters.generators, seed, direction, angle, course, m_step);
-        const auto [warp, weft] = sides[side];
+        const auto [warp, weft] = kSides[side];
         Push(Straight, warp, weft, -warp, -weft);
     }
 }
@@ -89,7 +89,7 @@ void Growth::Try(const Candidate& candidate)
 void Growth::TryStraight(const Candidate& candidate)
 {
     const std::array<int, 2> direction{-candidate.warpFrom, -candidate.weftFrom};
-    const auto side = size_t(std::find(sides.begin(), sides.end(), direction) - sides.begin());
+    const auto side = size_t(std::find(kSides.begin(), kSides.end(), direction) - kSides.begin());
     Location location;
     if (m_yarns[side]->Next(location))
         PlaceOnYarn(candidate, location);
@@ -181,12 +181,12 @@ void Growth::ThrowTooManyNodes()
 {
     throw ZORSysException(
         ZORCompKinematicDraping::tr("the net would have more than %1 nodes, take a larger step")
-            .arg(maximumNodes));
+            .arg(kMaximumNodes));
 }
 
 void Growth::Place(const Node& node)
 {
-    if (m_nodes.size() >= size_t(maximumNodes))
+    if (m_nodes.size() >= size_t(kMaximumNodes))
         ThrowTooManyNodes();
     m_nodes.push_back(node);
     SlotOf(node.warp, node.weft) = int(m_nodes.size());
@@ -199,7 +199,7 @@ void Growth::Place(const Node& node)
 // neighbours may be no cell.
 void Growth::MakeCells(int warp, int weft)
 {
-    for (const auto& [warpTo, weftTo] : quadrants) {
+    for (const auto& [warpTo, weftTo] : kQuadrants) {
         const int i = std::min(warp, warp + warpTo);
         const int j = std::min(weft, weft + weftTo);
         const std::array<int, 4> nodes{Find(i, j), Find(i + 1, j), Find(i + 1, j + 1), Find(i, j + 1)};
@@ -222,7 +222,7 @@ void Growth::MakeCells(int warp, int weft)
 // The fourth corners of the cells of which a new node is the third one.
 void Growth::PushCrossings(int warp, int weft)
 {
-    for (const auto& [warpTo, weftTo] : quadrants) {
+    for (const auto& [warpTo, weftTo] : kQuadrants) {
         const bool isAlongWarp = Find(warp + warpTo, weft) >= 0;
         const bool isAlongWeft = Find(warp, weft + weftTo) >= 0;
         const bool isOpposite = Find(warp + warpTo, weft + weftTo) >= 0;
@@ -238,7 +238,7 @@ void Growth::PushCrossings(int warp, int weft)
 // The yarn ends that a new node makes: behind itself, and behind its neighbours that it stands before.
 void Growth::PushProlongations(int warp, int weft)
 {
-    for (const auto& [warpTo, weftTo] : sides) {
+    for (const auto& [warpTo, weftTo] : kSides) {
         if (Find(warp - warpTo, weft - weftTo) < 0)
             continue;
         if (Find(warp + warpTo, weft + weftTo) < 0)

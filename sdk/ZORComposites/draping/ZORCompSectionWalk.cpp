@@ -10,8 +10,8 @@ using Location = ZORGeoLocationOnSurface;
 
 namespace {
 
-constexpr double onCorner = 1e-9; // weights below count as none where a section starts
-constexpr double slack = 1e-11;   // of a step: places so much before the border still are a step away
+constexpr double kOnCorner = 1e-9; // weights below count as none where a section starts
+constexpr double kSlack = 1e-11;   // of a step: places so much before the border still are a step away
 
 int IndexOf(const ZORGeoSurface::Corners& corners, int vertex)
 {
@@ -55,7 +55,7 @@ ZORCompSectionWalk::Outcome ZORCompSectionWalk::Follow(Segment segment, const Lo
 {
     for (int count = 0; count <= m_surface.GetNumTriangles(); ++count) {
         const ZORMathVector fromStart = segment.toPoint - c.point;
-        if ((segment.toPoint - a).GetLength() >= m_step * (1 - slack) && Dot(fromStart, m_heading) > 0
+        if ((segment.toPoint - a).GetLength() >= m_step * (1 - kSlack) && Dot(fromStart, m_heading) > 0
             && fromStart.GetLength() > 0.01 * m_step)
             return Leave(segment, c.point, a, b, d);
         if (!Advance(segment))
@@ -94,7 +94,7 @@ void ZORCompSectionWalk::FindStarts(const Location& c)
     m_starts.clear();
     const Weights weights{1 - c.weightB - c.weightC, c.weightB, c.weightC};
     const auto largest = std::max_element(weights.begin(), weights.end());
-    if (*largest > 1 - onCorner) {
+    if (*largest > 1 - kOnCorner) {
         StartAtVertex(c.triangle, int(largest - weights.begin()));
     } else if (!StartInside(c)) {
         // Along a side: the plane passes by the triangle within rounding.

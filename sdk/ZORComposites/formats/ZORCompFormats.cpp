@@ -45,11 +45,11 @@ public:
     }
 };
 
-const JsonFormat jsonFormat;
-const XmlFormat xmlFormat;
+const JsonFormat kJsonFormat;
+const XmlFormat kXmlFormat;
 
 // In one file, for the order in which they are listed.
-const ZORCompFormatRegistration jsonRegistration(jsonFormat);
-const ZORCompFormatRegistration xmlRegistration(xmlFormat);
+const ZORCompFormatRegistration jsonRegistration(kJsonFormat);
+const ZORCompFormatRegistration xmlRegistration(kXmlFormat);
 
 } // namespace

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double LargestIdentifier = 9007199254740992.0; // 2^53
+constexpr double kLargestIdentifier = 9007199254740992.0; // 2^53
 
 bool IsControl(QChar unit)
 {
@@ -111,7 +111,7 @@ std::optional<qint64> ZORCompJsonFields::ToIdentifier(const QJsonValue& value)
     if (!value.isDouble())
         return std::nullopt;
     const double number = value.toDouble();
-    if (number != std::floor(number) || std::abs(number) > LargestIdentifier)
+    if (number != std::floor(number) || std::abs(number) > kLargestIdentifier)
         return std::nullopt;
     return qint64(number);
 }

@@ -166,7 +166,7 @@ using Component = ZORCompDocument::Component;
 
 namespace {
 
-const auto SubComponents = QLatin1String("subComponents");
+const auto kSubComponents = QLatin1String("subComponents");
 
 } // namespace
 
@@ -194,8 +194,8 @@ void ZORCompJsonParser::CollectReferences(const QJsonArray& components)
             const std::optional<qint64> identifier = Fields::ToIdentifier(value);
             if (identifier && m_components.contains(*identifier))
                 m_references.insert(*identifier);
-            if (value[SubComponents].isArray())
-                pending.append(value[SubComponents].toArray());
+            if (value[kSubComponents].isArray())
+                pending.append(value[kSubComponents].toArray());
         }
     }
 }
@@ -257,7 +257,7 @@ bool ZORCompJsonParser::ParseComponent(const QJsonValue& value, const QString& p
     Fields fields(value, path);
     const QString type = fields.GetType();
     const bool isPly = type == QLatin1String("Ply");
-    const bool hasList = fields.Get(SubComponents).isArray();
+    const bool hasList = fields.Get(kSubComponents).isArray();
     if (!isPly && !hasList && type != QLatin1String("Sequence")) {
         m_report.Keep(type.isEmpty() ? QStringLiteral("component") : type);
         return false;
@@ -288,8 +288,8 @@ void ZORCompJsonParser::ParseSequence(Fields& fields, int depth, Component& comp
         Fields::Fail(fields.GetPath(), Document::DescribeTooDeep());
     if (fields.GetType() != QLatin1String("Sequence"))
         m_report.Warn(tr("%1: '%2' is read as a sequence").arg(fields.GetPath(), fields.GetType()));
-    const QJsonArray components = fields.TakeArray(SubComponents);
-    component.components = ParseList(SubComponents, components, fields, depth);
+    const QJsonArray components = fields.TakeArray(kSubComponents);
+    component.components = ParseList(kSubComponents, components, fields, depth);
 }
 
 void ZORCompJsonParser::ParsePly(Fields& fields, Component& component)

@@ -2,7 +2,7 @@
 
 #pragma once
 
-constexpr int ZorCompXmlVersion = 1;
+constexpr int kCompXmlVersion = 1;
 
 /// An attribute of the root element: the unit of a quantity. Only these are known.
 struct ZORCompXmlUnit
@@ -11,6 +11,6 @@ struct ZORCompXmlUnit
     const char* unit;
 };
 
-constexpr ZORCompXmlUnit ZorCompXmlUnits[] = {
+constexpr ZORCompXmlUnit kCompXmlUnits[] = {
     {"length", "mm"}, {"angle", "deg"}, {"stress", "MPa"}, {"density", "t/mm3"}, {"permeability", "m2"},
 };

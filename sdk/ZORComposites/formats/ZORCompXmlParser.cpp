@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int MaximumShown = 40; // characters of the file in a message
+constexpr int kMaximumShown = 40; // characters of the file in a message
 
 } // namespace
 
@@ -150,9 +150,9 @@ void ZORCompXmlParser::ParseRoot()
 {
     Attributes attributes(*this);
     const QString version = attributes.RequiredText("version");
-    if (version != QString::number(ZorCompXmlVersion))
+    if (version != QString::number(kCompXmlVersion))
         Fail(tr("version '%1' of the format is unknown").arg(version));
-    for (const ZORCompXmlUnit& unit : ZorCompXmlUnits) {
+    for (const ZORCompXmlUnit& unit : kCompXmlUnits) {
         const QString given = attributes.RequiredText(unit.quantity);
         if (given != QLatin1String(unit.unit))
             Fail(tr("unit '%1' of '%2' is unknown").arg(given, QLatin1String(unit.quantity)));
@@ -266,7 +266,7 @@ ZORMathSetOfPoints ZORCompXmlParser::ParsePoints()
     for (const QStringView word : QStringView(text).tokenize(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         const std::optional<double> number = ZorCompParseNumber(word);
         if (!number)
-            Fail(tr("'%1' is no coordinate").arg(word.left(MaximumShown)));
+            Fail(tr("'%1' is no coordinate").arg(word.left(kMaximumShown)));
         coordinates[count] = *number;
         count = (count + 1) % 3;
         if (count == 0)

@@ -75,8 +75,8 @@ QByteArray ZORCompXmlSerializer::Write()
 
     m_xml.writeStartDocument();
     m_xml.writeStartElement(QStringLiteral("layups"));
-    m_xml.writeAttribute(QStringLiteral("version"), QString::number(ZorCompXmlVersion));
-    for (const ZORCompXmlUnit& unit : ZorCompXmlUnits)
+    m_xml.writeAttribute(QStringLiteral("version"), QString::number(kCompXmlVersion));
+    for (const ZORCompXmlUnit& unit : kCompXmlUnits)
         m_xml.writeAttribute(QLatin1String(unit.quantity), QLatin1String(unit.unit));
     WriteMaterials();
     WriteRosettes(-1);

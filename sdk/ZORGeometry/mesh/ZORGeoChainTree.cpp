@@ -21,7 +21,7 @@ double SquaredDistance(const ZORMathBoundingBox& box, const ZORMathPoint& point)
 }
 
 // Boxes a little farther than the nearest place may hold one that is nearer by the last digits.
-constexpr double roundingSlack = 1 + 1e-12;
+constexpr double kRoundingSlack = 1 + 1e-12;
 
 } // namespace
 
@@ -73,7 +73,7 @@ ZORGeoChainTree::Nearest ZORGeoChainTree::FindNearest(const ZORMathPoint& point)
     stack[depth++] = {1, 0};
     while (depth > 0) {
         auto [node, distance] = stack[--depth];
-        while (distance <= nearest.squaredDistance * roundingSlack) {
+        while (distance <= nearest.squaredDistance * kRoundingSlack) {
             if (node >= m_leafCount) {
                 TestLeaf(node - m_leafCount, point, nearest);
                 break;

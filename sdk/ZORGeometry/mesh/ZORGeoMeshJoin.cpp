@@ -10,9 +10,9 @@
 namespace {
 
 // Of the length of the chord: how far rounding may seem to lead a section backwards.
-constexpr double backwards = 1e-9;
+constexpr double kBackwards = 1e-9;
 
-constexpr int maximumCrossings = 10000;
+constexpr int kMaximumCrossings = 10000;
 
 } // namespace
 
@@ -167,12 +167,12 @@ bool ZORGeoMeshJoin::FollowSection(ZORGeoMeshPath& path, const Plane& plane, con
     int side = exit.side;
     double parameter = exit.parameter;
     ZorGeoExpressPlace(m_mesh, m_from, triangle, path.back());
-    for (int crossings = 0; crossings < maximumCrossings; ++crossings) {
+    for (int crossings = 0; crossings < kMaximumCrossings; ++crossings) {
         const ZORGeoMeshPlace crossing = ZorGeoPlaceOnSide(m_mesh, triangle, side, parameter);
         travelled += path.back().point.DistanceTo(crossing.point);
         const double forward = Dot(crossing.point - m_from.point, m_chord);
-        if (travelled > m_maximumLength || forward < progress - backwards * squaredChord
-            || forward > squaredChord * (1 + backwards))
+        if (travelled > m_maximumLength || forward < progress - kBackwards * squaredChord
+            || forward > squaredChord * (1 + kBackwards))
             return false;
         progress = std::max(progress, forward);
 
@@ -245,7 +245,7 @@ bool ZORGeoMeshJoin::FollowBorder(ZORGeoMeshPath& path, ZORGeoDirectedSide at)
 {
     const ZORGeoDirectedSide first = at;
     double travelled = 0;
-    for (int crossings = 0; crossings < maximumCrossings; ++crossings) {
+    for (int crossings = 0; crossings < kMaximumCrossings; ++crossings) {
         ZORGeoMeshPlace end;
         if (ZorGeoExpressPlace(m_mesh, m_to, at.triangle, end) && end.IsOnSide(at.side)) {
             path.push_back(end);

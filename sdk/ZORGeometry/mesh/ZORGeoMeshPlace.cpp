@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr double snapWeight = 1e-12;
+constexpr double kSnapWeight = 1e-12;
 
 ZORMathPoint PointOnSide(const ZORGeoMesh& mesh, int triangle, int side, double t)
 {
@@ -35,7 +35,7 @@ ZORGeoMeshPlace ZorGeoSnapPlace(const ZORGeoMesh& mesh, int triangle, double wei
 {
     ZORGeoMeshPlace place = {triangle, {1 - weightB - weightC, weightB, weightC}, {}};
     for (double& weight : place.weights)
-        weight = weight < snapWeight ? 0 : weight;
+        weight = weight < kSnapWeight ? 0 : weight;
     for (int corner = 0; corner < 3; ++corner) {
         const bool isOpposite = place.weights[size_t(corner)] == 0;
         const double next = place.weights[size_t(corner + 1) % 3];

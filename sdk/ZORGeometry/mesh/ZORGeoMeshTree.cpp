@@ -12,7 +12,7 @@ namespace {
 using Node = ZORGeoMeshTree::Node;
 
 // Bounds are computed with a relative error of a few 1e-16: what lies within this factor is still visited.
-constexpr double slack = 1 - 1e-12;
+constexpr double kSlack = 1 - 1e-12;
 
 // One value for each child of a node.
 using Pair = double __attribute__((vector_size(16)));
@@ -64,7 +64,7 @@ struct NearestVisitor
             const Pair positive = outside > 0 ? outside : Pair{0, 0};
             squared += positive * positive;
         }
-        squared *= slack;
+        squared *= kSlack;
         bounds[0] = squared[0];
         bounds[1] = squared[1];
     }
@@ -77,7 +77,7 @@ struct NearestVisitor
         const double x = Outside(point.GetX(), a.GetX(), b.GetX(), c.GetX());
         const double y = Outside(point.GetY(), a.GetY(), b.GetY(), c.GetY());
         const double z = Outside(point.GetZ(), a.GetZ(), b.GetZ(), c.GetZ());
-        if ((x * x + y * y + z * z) * slack > best.place.squaredDistance && best.triangle >= 0)
+        if ((x * x + y * y + z * z) * kSlack > best.place.squaredDistance && best.triangle >= 0)
             return;
         const ZORGeoTrianglePlace place = ZorGeoClosestOnTriangle(point, a, b, c);
         const double nearest = best.place.squaredDistance;
@@ -117,8 +117,8 @@ struct FirstVisitor
                 }
                 const double first = std::min(lower * inverse[axis], upper * inverse[axis]);
                 const double last = std::max(lower * inverse[axis], upper * inverse[axis]);
-                from = std::max(from, first * slack);
-                to = std::min(to, last / slack);
+                from = std::max(from, first * kSlack);
+                to = std::min(to, last / kSlack);
             }
             bounds[i] = from <= to ? from : std::numeric_limits<double>::quiet_NaN(); // below no limit
         }

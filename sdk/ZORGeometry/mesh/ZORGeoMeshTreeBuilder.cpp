@@ -9,9 +9,9 @@ namespace {
 using Vector = ZORGeoMeshTreeBuilder::Vector;
 using Box = ZORGeoMeshTreeBuilder::Box;
 
-constexpr int binCount = 16;
-constexpr int depthOfMedianSplits = 64; // deeper down halves, so that MaximumDepth holds for any mesh
-constexpr quint32 smallestTask = 20000;
+constexpr int kBinCount = 16;
+constexpr int kDepthOfMedianSplits = 64; // deeper down halves, so that MaximumDepth holds for any mesh
+constexpr quint32 kSmallestTask = 20000;
 
 Vector Minimum(Vector a, Vector b)
 {
@@ -49,7 +49,7 @@ struct Binning
     {
         const Vector size = centers.upper - centers.lower;
         for (int axis = 0; axis < 3; ++axis)
-            scale[axis] = size[axis] > 1e-30f ? 0.999f * binCount / size[axis] : 0;
+            scale[axis] = size[axis] > 1e-30f ? 0.999f * kBinCount / size[axis] : 0;
     }
     auto operator()(const Box& box) const
     {
@@ -75,7 +75,7 @@ std::vector<ZORGeoMeshTree::Node> ZORGeoMeshTreeBuilder::Build()
     if (count <= LeafSize)
         return nodes;
     std::vector<Task> tasks;
-    BuildNode(MakeRange(0, count), 0, std::max(count / 16, smallestTask), nodes, tasks);
+    BuildNode(MakeRange(0, count), 0, std::max(count / 16, kSmallestTask), nodes, tasks);
     RunTasks(tasks, nodes);
     return nodes;
 }
@@ -99,7 +99,7 @@ ZORGeoMeshTreeBuilder::Split ZORGeoMeshTreeBuilder::FindSplit(const Range& range
         Box box = EmptyBox();
         quint32 count = 0;
     };
-    Bin bins[3][binCount];
+    Bin bins[3][kBinCount];
     const Binning binning(range.centers);
     for (quint32 i = range.begin; i < range.end; ++i) {
         const Box& box = m_primitives[i].box;
@@ -115,15 +115,15 @@ ZORGeoMeshTreeBuilder::Split ZORGeoMeshTreeBuilder::FindSplit(const Range& range
     for (int axis = 0; axis < 3; ++axis) {
         if (binning.scale[axis] == 0)
             continue;
-        float rightCosts[binCount];
+        float rightCosts[kBinCount];
         Bin side;
-        for (int bin = binCount - 1; bin > 0; --bin) {
+        for (int bin = kBinCount - 1; bin > 0; --bin) {
             Grow(side.box, bins[axis][bin].box);
             side.count += bins[axis][bin].count;
             rightCosts[bin] = side.count > 0 ? HalfArea(side.box) * float(side.count) : -1;
         }
         side = {};
-        for (int bin = 1; bin < binCount; ++bin) {
+        for (int bin = 1; bin < kBinCount; ++bin) {
             Grow(side.box, bins[axis][bin - 1].box);
             side.count += bins[axis][bin - 1].count;
             if (side.count == 0 || rightCosts[bin] < 0)
@@ -143,7 +143,7 @@ quint32 ZORGeoMeshTreeBuilder::Partition(const Range& range, int depth)
 {
     const auto begin = m_primitives.begin() + range.begin;
     const auto end = m_primitives.begin() + range.end;
-    const Split split = depth < depthOfMedianSplits ? FindSplit(range) : Split();
+    const Split split = depth < kDepthOfMedianSplits ? FindSplit(range) : Split();
     if (split.axis < 0)
         return range.begin + (range.end - range.begin) / 2;
     const Binning binning(range.centers);

@@ -7,7 +7,7 @@
 namespace {
 
 // Below this squared sine of the angle at A the products of the region tests cancel too much.
-constexpr double thinSquaredSine = 1e-4;
+constexpr double kThinSquaredSine = 1e-4;
 
 ZORGeoTrianglePlace Place(const ZORMathPoint& p, const ZORMathPoint& point, double weightB, double weightC)
 {
@@ -66,7 +66,7 @@ ZORGeoTrianglePlace ZorGeoClosestOnTriangle(const ZORMathPoint& p, const ZORMath
     const double abab = Dot(ab, ab);
     const double acac = Dot(ac, ac);
     const double abac = Dot(ab, ac);
-    if (!(abab * acac - abac * abac > thinSquaredSine * abab * acac))
+    if (!(abab * acac - abac * abac > kThinSquaredSine * abab * acac))
         return ClosestOnThinTriangle(p, a, b, c);
 
     const ZORMathVector ap = p - a;

@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
-constexpr double angleSnap = 1e-12;
+constexpr double kPi = std::numbers::pi;
+constexpr double kAngleSnap = 1e-12;
 
 } // namespace
 
@@ -121,9 +121,9 @@ std::optional<ZORGeoVertexFan::Departure> ZORGeoVertexFan::Leave(double angle) c
     };
     const size_t last = m_sectors.size() - 1;
     const Sector& sector = m_sectors[i];
-    if (angle - sector.begin <= angleSnap)
+    if (angle - sector.begin <= kAngleSnap)
         return i > 0 ? alongEdge(i - 1, i) : m_isClosed ? alongEdge(last, 0) : alongRight(0);
-    if (sector.end - angle <= angleSnap)
+    if (sector.end - angle <= kAngleSnap)
         return i < last ? alongEdge(i, i + 1) : m_isClosed ? alongEdge(last, 0) : alongLeft(last);
     const double length = sector.right.GetLength();
     const double turn = angle - sector.begin;
@@ -134,8 +134,8 @@ std::optional<ZORGeoVertexFan::Departure> ZORGeoVertexFan::GoStraight(double ang
 {
     if (m_isClosed)
         return Leave(angle + GetTotalAngle() / 2);
-    auto left = Leave(angle - pi);
-    auto right = Leave(angle + pi);
+    auto left = Leave(angle - kPi);
+    auto right = Leave(angle + kPi);
     if (left && right)
         return std::nullopt;
     return left ? left : right;

@@ -10,17 +10,17 @@ namespace {
 
 // Parts of the radius, or of the path if that is shorter: arcs that turn away from the start of the path meet
 // nothing before the first, and ends that are nearer to a place than the second are that place.
-constexpr double shortestArc = 1e-6;
-constexpr double samePlace = 1e-9;
+constexpr double kShortestArc = 1e-6;
+constexpr double kSamePlace = 1e-9;
 // Just before the end of a segment, so that the arc arrives there in the triangle of the segment.
-constexpr double beforeEnd = 1 - 1e-8;
-constexpr double largestRadius = 1e6; // in the radius to use
-constexpr double turnStep = pi / 36;
-constexpr int bisections = 46;
+constexpr double kBeforeEnd = 1 - 1e-8;
+constexpr double kLargestRadius = 1e6; // in the radius to use
+constexpr double kTurnStep = pi / 36;
+constexpr int kBisections = 46;
 // Turns of more than five degrees are below every radius; some more, since angles are those of arcs nearby.
-constexpr double corner = pi / 24;
+constexpr double kCorner = pi / 24;
 // Once arcs differ by less than this part of the radius, or of the curvature, they touch the same.
-constexpr double touchKnown = 1.0 / 128;
+constexpr double kTouchKnown = 1.0 / 128;
 
 void AppendPlace(ZORGeoMeshPath& path, const ZORGeoMeshPlace& place)
 {
@@ -34,7 +34,7 @@ void AppendPlace(ZORGeoMeshPath& path, const ZORGeoMeshPlace& place)
 template<class Predicate>
 void Bisect(double& yes, double& no, const Predicate& predicate)
 {
-    for (int i = 0; i < bisections; ++i) {
+    for (int i = 0; i < kBisections; ++i) {
         const double middle = (yes + no) / 2;
         (predicate(middle) ? yes : no) = middle;
     }
@@ -50,8 +50,8 @@ std::optional<ZORGeoMeshPlace> ZorGeoPlaceOnSegment(const ZORGeoMesh& mesh, cons
     if (!ZorGeoExpressPlace(mesh, path[segment + 1], from.triangle, to))
         return std::nullopt;
     ZORGeoMeshPlace place = from;
-    for (size_t corner = 0; corner < 3; ++corner)
-        place.weights[corner] = (1 - u) * from.weights[corner] + u * to.weights[corner];
+    for (size_t kCorner = 0; kCorner < 3; ++kCorner)
+        place.weights[kCorner] = (1 - u) * from.weights[kCorner] + u * to.weights[kCorner];
     place.point = from.point + u * (to.point - from.point);
     return place;
 }
@@ -131,11 +131,11 @@ size_t ZORGeoArcSearch::FindBend(const ZORGeoArcWalk::Meeting& meeting, double c
     double passed = meeting.u; // part of the segment
     for (size_t segment = meeting.segment; segment + 2 < m_path.size(); ++segment) {
         angle -= (1 - passed) * curvature * m_path[segment].point.DistanceTo(m_path[segment + 1].point);
-        if (angle < corner)
+        if (angle < kCorner)
             return 0;
         const double turn = m_turns.GetTurns()[segment + 1].angle;
         angle += m_isLeft ? turn : -turn;
-        if (angle < -corner)
+        if (angle < -kCorner)
             return segment + 1;
         passed = 0;
     }
@@ -148,7 +148,7 @@ template<class ArcAt>
 ZORGeoArcSearch::Trial ZORGeoArcSearch::Narrow(size_t segment, double clear, double crossing, double known,
                                                const ArcAt& arcAt) const
 {
-    for (int i = 0; i < bisections; ++i) {
+    for (int i = 0; i < kBisections; ++i) {
         const double middle = (clear + crossing) / 2;
         const Arc arc = arcAt(middle);
         const auto meeting = Meet(arc);
@@ -198,17 +198,17 @@ ZORGeoArcSearch::Trial ZORGeoArcSearch::FindOnSegments() const
     size_t crossing = 0;
     if (!FindSegment(clear, crossing))
         return {std::nullopt, m_place - 1, 0};
-    if (crossing < m_place && IsClear(clear, beforeEnd))
+    if (crossing < m_place && IsClear(clear, kBeforeEnd))
         return FindAtEnd(clear);
     const double length = m_path[clear].point.DistanceTo(m_path[clear + 1].point);
-    return Narrow(clear, 0, 1, touchKnown * m_radius / length, [&](double u) {
+    return Narrow(clear, 0, 1, kTouchKnown * m_radius / length, [&](double u) {
         return Arc{*StartOn(clear, u), 1 / m_radius, clear, true};
     });
 }
 
 ZORGeoArcSearch::Trial ZORGeoArcSearch::FindAtEnd(size_t segment) const
 {
-    const auto start = StartOn(segment, beforeEnd);
+    const auto start = StartOn(segment, kBeforeEnd);
     double clear = 1 / m_radius;
     const auto arcOf = [&](double curvature) { return Arc{*start, curvature, segment, true}; };
     if (!start || Meet(arcOf(clear)))
@@ -217,10 +217,10 @@ ZORGeoArcSearch::Trial ZORGeoArcSearch::FindAtEnd(size_t segment) const
     while (!Meet(arcOf(crossing))) {
         clear = crossing;
         crossing /= 2;
-        if (crossing * m_radius * largestRadius < 1)
+        if (crossing * m_radius * kLargestRadius < 1)
             return {std::nullopt, segment, 0};
     }
-    return Narrow(segment, clear, crossing, touchKnown * clear, arcOf);
+    return Narrow(segment, clear, crossing, kTouchKnown * clear, arcOf);
 }
 
 std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtStart() const
@@ -231,16 +231,16 @@ std::optional<ZORGeoArcSearch::Arc> ZORGeoArcSearch::FindAtStart() const
         m_progress.Check();
         const auto start = StartTurned(angle);
         return start
-               && !walk.Meet(*start, {shortestArc * std::min(m_radius, m_lengths.back()), m_lengths.back()},
+               && !walk.Meet(*start, {kShortestArc * std::min(m_radius, m_lengths.back()), m_lengths.back()},
                              all, nullptr);
     };
-    double clear = turnStep;
+    double clear = kTurnStep;
     while (!isClear(clear)) {
-        clear += turnStep;
+        clear += kTurnStep;
         if (clear > pi)
             return std::nullopt;
     }
-    double crossing = clear - turnStep;
+    double crossing = clear - kTurnStep;
     Bisect(clear, crossing, isClear);
     const auto start = StartTurned(crossing);
     return start ? std::optional(Arc{*start, 1 / m_radius, 0, false}) : std::nullopt;
@@ -250,15 +250,15 @@ std::optional<ZORGeoArcSearch::Replacement> ZORGeoArcSearch::Replace(const Arc& 
 {
     ZORGeoMeshPath places;
     const double scale = std::min(m_radius, m_lengths.back());
-    const double shortest = arc.isTangent ? 0 : shortestArc * scale;
+    const double shortest = arc.isTangent ? 0 : kShortestArc * scale;
     const auto meeting =
         ZORGeoArcWalk(m_mesh, arc.curvature).Meet(arc.start, {shortest, m_lengths.back()}, m_ahead, &places);
     if (!meeting)
         return std::nullopt;
     const size_t met = meeting->segment;
     const double length = m_path[met].point.DistanceTo(m_path[met + 1].point);
-    const bool isAtNext = (1 - meeting->u) * length <= samePlace * scale;
-    const bool isAtPlace = meeting->u * length <= samePlace * scale;
+    const bool isAtNext = (1 - meeting->u) * length <= kSamePlace * scale;
+    const bool isAtPlace = meeting->u * length <= kSamePlace * scale;
     const auto end = ZorGeoPlaceOnSegment(m_mesh, m_path, met, isAtPlace ? 0 : meeting->u);
     if (!end)
         return std::nullopt;

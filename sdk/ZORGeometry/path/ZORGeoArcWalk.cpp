@@ -12,14 +12,14 @@ using std::numbers::pi;
 
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 // Triangles lower than this part of the side by which they are entered are passed on their line.
-constexpr double flatHeight = 1e-11;
+constexpr double kFlatHeight = 1e-11;
 // Meetings count up to this part of a segment, or of a step, beyond its ends.
-constexpr double meetingTolerance = 1e-11;
-constexpr double pointAngle = pi / 1800;
+constexpr double kMeetingTolerance = 1e-11;
+constexpr double kPointAngle = pi / 1800;
 // Below this the series of the arc tangent ends within rounding after five terms. Most steps are as short.
-constexpr double smallTangent = 0.02;
+constexpr double kSmallTangent = 0.02;
 
 // A triangle measured once for all that a step asks of it.
 struct Corners
@@ -53,9 +53,9 @@ std::array<double, 2> SolveQuadratic(double a, double b, double c)
 {
     const double discriminant = b * b - a * c;
     if (!(discriminant >= 0))
-        return {infinity, infinity};
+        return {kInfinity, kInfinity};
     const double q = -(b + (b < 0 ? -1 : 1) * std::sqrt(discriminant));
-    std::array<double, 2> roots = {q != 0 ? c / q : 0, a != 0 ? q / a : infinity};
+    std::array<double, 2> roots = {q != 0 ? c / q : 0, a != 0 ? q / a : kInfinity};
     if (roots[1] < roots[0])
         std::swap(roots[0], roots[1]);
     return roots;
@@ -72,7 +72,7 @@ ZORGeoArcWalk::ZORGeoArcWalk(const ZORGeoMesh& mesh, double curvature)
 double ZORGeoArcWalk::LengthOf(double w) const
 {
     const double t = m_curvature * w;
-    if (t < smallTangent) {
+    if (t < kSmallTangent) {
         const double square = t * t;
         return 2 * w * (1 - square * (1.0 / 3 - square * (1.0 / 5 - square * (1.0 / 7 - square / 9))));
     }
@@ -111,12 +111,12 @@ double ZORGeoArcWalk::SmallestExit(double height, double slope, double bend) con
     if (height <= 0) { // on the side: where it comes back, if it leaves it inwards
         if (slope < 0 || (slope == 0 && bend * m_curvature < 0))
             return 0;
-        return squared < 0 ? -2 * slope / squared : infinity;
+        return squared < 0 ? -2 * slope / squared : kInfinity;
     }
     // Of the roots of squared w^2 + 2 slope w + height; a form in which nothing cancels.
     const double discriminant = slope * slope - squared * height;
     if ((slope >= 0 && squared >= 0) || !(discriminant >= 0))
-        return infinity;
+        return kInfinity;
     const double q = std::sqrt(discriminant) + std::abs(slope);
     return slope < 0 ? height / q : -q / squared;
 }
@@ -126,7 +126,7 @@ ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
     const int triangle = state.place.triangle;
     // At most a quarter turn in a step: the circle is simple to follow then.
     Step step;
-    step.w = m_curvature > 0 ? std::tan(pi / 8) / m_curvature : infinity;
+    step.w = m_curvature > 0 ? std::tan(pi / 8) / m_curvature : kInfinity;
     const Corners corners(m_mesh, triangle);
     for (int side = 0; side < 3; ++side) {
         // Points to the third corner, as long as the side: the roots do not depend on its length.
@@ -172,7 +172,7 @@ std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcWalk::FindMeeting(const State& st
         return std::nullopt;
     const ZORMathVector normal = Cross(state.direction, state.inward);
     std::optional<Meeting> first;
-    w = step.w * (1 + meetingTolerance);
+    w = step.w * (1 + kMeetingTolerance);
     for (const size_t segment : *segments) {
         const ZORMathPoint& from = path.GetPath()[segment].point;
         const ZORMathVector along = path.GetPath()[segment + 1].point - from;
@@ -187,10 +187,10 @@ std::optional<ZORGeoArcWalk::Meeting> ZORGeoArcWalk::FindMeeting(const State& st
             SolveQuadratic(height * m_curvature * m_curvature + 2 * bend * m_curvature, slope, height);
         const auto placeAt = [&](double root) { return Dot(PointAt(state, root) - from, along) / squared; };
         const auto isMeeting = [&](double root) {
-            if (!(root >= 0 && LengthOf(root) >= minimum && root <= step.w * (1 + meetingTolerance)))
+            if (!(root >= 0 && LengthOf(root) >= minimum && root <= step.w * (1 + kMeetingTolerance)))
                 return false;
             const double u = placeAt(root);
-            return u >= -meetingTolerance && u <= 1 + meetingTolerance;
+            return u >= -kMeetingTolerance && u <= 1 + kMeetingTolerance;
         };
         double root = roots[0];
         if (isMeeting(roots[0]) && isMeeting(roots[1]))
@@ -218,7 +218,7 @@ void ZORGeoArcWalk::Append(const State& state, double end, ZORGeoMeshPath& arc) 
     if (!(m_curvature > 0))
         return;
     const double angle = 2 * std::atan(m_curvature * end);
-    const int pieces = int(std::ceil(angle / pointAngle - 1e-9));
+    const int pieces = int(std::ceil(angle / kPointAngle - 1e-9));
     for (int i = 1; i < pieces; ++i) {
         const double w = std::tan(angle * i / pieces / 2) / m_curvature;
         arc.push_back(PlaceInside(m_mesh, state.place.triangle, PointAt(state, w)));
@@ -248,7 +248,7 @@ bool ZORGeoArcWalk::CrossSide(State& state, const Step& step, ZORGeoMeshPath* ar
         const Corners corners(m_mesh, next);
         const ZORMathVector enteredSide = corners.GetSide(entered);
         const ZORMathVector normal = corners.GetTwiceAreaNormal();
-        if (const double area = normal.GetLength(); area > flatHeight * Dot(enteredSide, enteredSide)) {
+        if (const double area = normal.GetLength(); area > kFlatHeight * Dot(enteredSide, enteredSide)) {
             state.normal = (1 / area) * normal;
             const ZORMathVector ahead = Cross(state.normal, enteredSide);
             // Both sides are the same one unless flat triangles lie between them.

@@ -11,25 +11,25 @@
 
 namespace {
 
-constexpr int maximumSteps = 100000;
-constexpr int maximumHalvings = 100000;
-constexpr int maximumJumps = 1000; // beyond, the source is not halved to find where it jumps
-constexpr int maximumDepth = 16;
-constexpr int borderDepth = 12;
-constexpr int maximumDescent = 10000;
+constexpr int kMaximumSteps = 100000;
+constexpr int kMaximumHalvings = 100000;
+constexpr int kMaximumJumps = 1000; // beyond, the source is not halved to find where it jumps
+constexpr int kMaximumDepth = 16;
+constexpr int kBorderDepth = 12;
+constexpr int kMaximumDescent = 10000;
 
 // Sides that are shorter, compared to the longest, do not shorten the steps.
-constexpr double maximumSlenderness = 50;
+constexpr double kMaximumSlenderness = 50;
 
 // Far from the surface the steps grow with the distance, of which this is the part.
-constexpr double stepOfDistance = 0.25;
+constexpr double kStepOfDistance = 0.25;
 
 // Points of the source are left out while it turns less than this within a part of a step.
-constexpr double leftOutTurn = std::numbers::pi / 180;
-constexpr double leftOutOfStep = 0.25;
+constexpr double kLeftOutTurn = std::numbers::pi / 180;
+constexpr double kLeftOutOfStep = 0.25;
 
 // The longest way between two places, as a multiple of their distance.
-constexpr double longestWay = 2;
+constexpr double kLongestWay = 2;
 
 } // namespace
 
@@ -49,7 +49,7 @@ void ZORGeoCurveProjection::Measure(const ZORGeoCurve& source)
         const double distance = source.GetPoint(i - 1).DistanceTo(source.GetPoint(i));
         length += std::isfinite(distance) ? distance : 0;
     }
-    m_minimumStep = length / maximumSteps;
+    m_minimumStep = length / kMaximumSteps;
     const int count = source.GetNumPoints();
     m_isClosed = count > 2 && ZorGeoCoincide(source.GetPoint(0), source.GetPoint(count - 1), length);
 }
@@ -81,7 +81,7 @@ ZORGeoMeshPath ZORGeoCurveProjection::Run(const ZORGeoCurve& source)
             direction = leaving;
             turn += AngleBetween(former, leaving);
             const double length = arriving.GetLength();
-            if (length < m_minimumStep || (turn < leftOutTurn && length < leftOutOfStep * GetStep(m_last)))
+            if (length < m_minimumStep || (turn < kLeftOutTurn && length < kLeftOutOfStep * GetStep(m_last)))
                 continue;
         }
         turn = 0;
@@ -109,14 +109,14 @@ double ZORGeoCurveProjection::GetStep(const Sample& sample) const
                              m_mesh.vertices[b].DistanceTo(m_mesh.vertices[c]),
                              m_mesh.vertices[c].DistanceTo(m_mesh.vertices[a])};
     const auto [shortest, longest] = std::minmax_element(sides, sides + 3);
-    return std::max({*shortest, *longest / maximumSlenderness, m_minimumSide,
-                     stepOfDistance * sample.distance, m_minimumStep});
+    return std::max({*shortest, *longest / kMaximumSlenderness, m_minimumSide,
+                     kStepOfDistance * sample.distance, m_minimumStep});
 }
 
 // Goes straight from the last sample to the end, step by step.
 void ZORGeoCurveProjection::Follow(const ZORMathPoint& end)
 {
-    for (int steps = 0; steps < maximumSteps; ++steps) {
+    for (int steps = 0; steps < kMaximumSteps; ++steps) {
         const ZORMathVector way = end - m_last.point;
         const double length = way.GetLength();
         const double step = GetStep(m_last);
@@ -150,17 +150,17 @@ void ZORGeoCurveProjection::Reach(const ZORMathPoint& point)
 bool ZORGeoCurveProjection::TryJoin(const Sample& sample)
 {
     const double chord = m_last.place.point.DistanceTo(sample.place.point);
-    const bool isLast = sample.depth >= maximumDepth || m_halvings >= maximumHalvings;
+    const bool isLast = sample.depth >= kMaximumDepth || m_halvings >= kMaximumHalvings;
     if (!isLast && !m_isDetached) {
         if (chord > 2 * GetStep(m_last) && chord > 2 * GetStep(sample))
             return false;
         // Where the source passes over the border the curve turns into it.
         const bool isPassing =
             ZorGeoIsOnBorder(m_mesh, m_last.place) != ZorGeoIsOnBorder(m_mesh, sample.place);
-        if (isPassing && sample.depth < borderDepth && chord > 0)
+        if (isPassing && sample.depth < kBorderDepth && chord > 0)
             return false;
     }
-    if (!m_join.Append(m_runs.back(), sample.place, longestWay * chord))
+    if (!m_join.Append(m_runs.back(), sample.place, kLongestWay * chord))
         return false;
     m_last = sample;
     m_isDetached = false;
@@ -171,8 +171,8 @@ bool ZORGeoCurveProjection::TryJoin(const Sample& sample)
 bool ZORGeoCurveProjection::Halve(std::vector<Sample>& pending)
 {
     const Sample& target = pending.back();
-    if (m_isDetached || target.depth >= maximumDepth || m_halvings >= maximumHalvings
-        || m_jumps >= maximumJumps)
+    if (m_isDetached || target.depth >= kMaximumDepth || m_halvings >= kMaximumHalvings
+        || m_jumps >= kMaximumJumps)
         return false;
     const ZORMathPoint middle = m_last.point + 0.5 * (target.point - m_last.point);
     if (middle == m_last.point || middle == target.point)
@@ -193,14 +193,14 @@ void ZORGeoCurveProjection::Jump(const Sample& sample)
     ++m_jumps;
     ZORGeoMeshPath& run = m_runs.back();
     const double chord = m_last.place.point.DistanceTo(sample.place.point);
-    if (m_join.Append(run, sample.place, longestWay * chord + GetStep(sample))) {
+    if (m_join.Append(run, sample.place, kLongestWay * chord + GetStep(sample))) {
         m_last = sample;
         m_isDetached = false;
         return;
     }
     const ZORGeoMeshPlace beside = Descend(sample.point);
     const double distance = beside.point.DistanceTo(sample.point);
-    const double way = longestWay * m_last.place.point.DistanceTo(beside.point);
+    const double way = kLongestWay * m_last.place.point.DistanceTo(beside.point);
     if (distance <= 2 * sample.distance + GetStep(sample)
         && m_join.Append(run, beside, way + GetStep(sample))) {
         m_last = {sample.point, beside, distance, 0};
@@ -218,7 +218,7 @@ ZORGeoMeshPlace ZORGeoCurveProjection::Descend(const ZORMathPoint& point) const
     ZORGeoMeshPlace place = m_last.place;
     std::vector<int> triangles;
     double squared = std::numeric_limits<double>::infinity();
-    for (int step = 0; step < maximumDescent; ++step) {
+    for (int step = 0; step < kMaximumDescent; ++step) {
         ZorGeoFindTriangles(m_mesh, place, triangles);
         bool isNearer = false;
         for (const int triangle : triangles) {

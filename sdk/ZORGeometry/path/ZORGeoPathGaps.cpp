@@ -6,9 +6,9 @@
 
 namespace {
 
-constexpr double sameEdge = 1e-10; // of the coordinates: how far from an edge a place may lie on it
-constexpr size_t mostTriangles = 64;
-constexpr double noArea = 1e-11; // height of a triangle, as a part of its longest side
+constexpr double kSameEdge = 1e-10; // of the coordinates: how far from an edge a place may lie on it
+constexpr size_t kMostTriangles = 64;
+constexpr double kNoArea = 1e-11; // height of a triangle, as a part of its longest side
 
 // The place of a point on the edge of two neighbours, as the second one sees it.
 std::optional<ZORGeoMeshPlace> PlaceBeyond(const ZORGeoMesh& mesh, int triangle, int side,
@@ -24,7 +24,7 @@ std::optional<ZORGeoMeshPlace> PlaceBeyond(const ZORGeoMesh& mesh, int triangle,
     const double squared = Dot(along, along);
     const double t = squared > 0 ? std::clamp(Dot(point - from, along) / squared, 0.0, 1.0) : 0;
     ZORGeoMeshPlace place = ZorGeoPlaceOnSide(mesh, next, entered, t);
-    const double tolerance = sameEdge * (point - ZORMathPoint()).GetLength();
+    const double tolerance = kSameEdge * (point - ZORMathPoint()).GetLength();
     if (place.point.DistanceTo(point) > tolerance)
         return std::nullopt;
     place.point = point;
@@ -43,7 +43,7 @@ ZORGeoMeshPath FindWayAt(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& start, c
         size_t former;
     };
     std::vector<Step> steps = {{start, 0}};
-    for (size_t i = 0; i < steps.size() && i < mostTriangles; ++i) {
+    for (size_t i = 0; i < steps.size() && i < kMostTriangles; ++i) {
         for (int side = 0; side < 3; ++side) {
             const int triangle = steps[i].place.triangle;
             const auto next = PlaceBeyond(mesh, triangle, side, start.point);
@@ -78,10 +78,10 @@ void LeaveFlatTriangles(const ZORGeoMesh& mesh, ZORGeoMeshPath& path)
     for (size_t i = 0; i < path.size(); ++i) {
         left.push_back(path[i]);
         if (i + 1 == path.size() || path[i].point == path[i + 1].point
-            || zor::geo::HasArea(mesh, path[i].triangle, noArea))
+            || zor::geo::HasArea(mesh, path[i].triangle, kNoArea))
             continue;
         const ZORGeoMeshPath way = FindWayAt(mesh, path[i], path[i + 1].point, [&](int triangle) {
-            return zor::geo::HasArea(mesh, triangle, noArea);
+            return zor::geo::HasArea(mesh, triangle, kNoArea);
         });
         left.insert(left.end(), way.begin(), way.end());
     }

@@ -13,21 +13,21 @@ using std::numbers::pi;
 
 namespace {
 
-constexpr double largestStep = pi / 36;
-constexpr double radiusTolerance = 1e-4;
+constexpr double kLargestStep = pi / 36;
+constexpr double kRadiusTolerance = 1e-4;
 // Cuts reach so far to both sides, in the radius, and shorten what they replace by this part at least.
-constexpr double shortestCut = 0.25;
-constexpr double longestCut = 4;
-constexpr double smallestGain = 1e-9;
+constexpr double kShortestCut = 0.25;
+constexpr double kLongestCut = 4;
+constexpr double kSmallestGain = 1e-9;
 // Bends are examined with this much of the path on both sides, in the radius: room for a cut or for an arc and as
 // much again, up to bends of 175 degrees.
-constexpr double smallestWindow = 6;
-constexpr double largestWindow = 48;
-constexpr size_t placesToTry = 48;
-constexpr int maximumSweeps = 20;
+constexpr double kSmallestWindow = 6;
+constexpr double kLargestWindow = 48;
+constexpr size_t kPlacesToTry = 48;
+constexpr int kMaximumSweeps = 20;
 // Part of the remaining progress that is left to the sweeps after one: nearly all courses need one only.
-constexpr double laterSweeps = 0.2;
-constexpr size_t largestNumber = 1000; // of arcs and cuts, besides one for each place
+constexpr double kLaterSweeps = 0.2;
+constexpr size_t kLargestNumber = 1000; // of arcs and cuts, besides one for each place
 
 // The same path from its end to its start. Returns false when a place is not in both of its triangles.
 bool Reverse(const ZORGeoMesh& mesh, ZORGeoMeshPath& path)
@@ -49,7 +49,7 @@ bool Reverse(const ZORGeoMesh& mesh, ZORGeoMeshPath& path)
 std::vector<size_t> SegmentsToTry(const ZORGeoArcSearch& search, size_t last)
 {
     std::vector<size_t> segments;
-    for (size_t segment = last + 1; segment > 0 && segments.size() < placesToTry;) {
+    for (size_t segment = last + 1; segment > 0 && segments.size() < kPlacesToTry;) {
         segment -= std::min(segment, size_t(1) << (segments.size() / 8));
         while (segment > 0 && !search.IsUsable(segment))
             --segment;
@@ -70,14 +70,14 @@ ZORGeoPathSmoother::ZORGeoPathSmoother(const ZORGeoMesh& mesh, double radius,
 
 double ZORGeoPathSmoother::CurvatureAt(const ZORGeoPathTurn& turn) const
 {
-    const double longest = m_radius * largestStep;
+    const double longest = m_radius * kLargestStep;
     const double length = (std::min(turn.before, longest) + std::min(turn.behind, longest)) / 2;
     return turn.IsStraight() ? 0 : std::abs(turn.angle) / length;
 }
 
 bool ZORGeoPathSmoother::IsTooSharp(const ZORGeoPathTurn& turn) const
 {
-    return CurvatureAt(turn) * m_radius > 1 + radiusTolerance;
+    return CurvatureAt(turn) * m_radius > 1 + kRadiusTolerance;
 }
 
 double ZORGeoPathSmoother::FindSmallestRadius(const ZORGeoMeshPath& path) const
@@ -105,10 +105,10 @@ bool ZORGeoPathSmoother::Run(ZORGeoMeshPath& path) const
     bool isChanged = false;
     double remaining = 1; // part of the progress
     const auto startSweep = [&] {
-        m_progress.SetRange(1 - remaining, 1 - remaining * laterSweeps);
-        remaining *= laterSweeps;
+        m_progress.SetRange(1 - remaining, 1 - remaining * kLaterSweeps);
+        remaining *= kLaterSweeps;
     };
-    for (int sweep = 0; sweep < maximumSweeps; ++sweep) {
+    for (int sweep = 0; sweep < kMaximumSweeps; ++sweep) {
         startSweep();
         bool isSwept = Sweep(path);
         // Bends that find no arc from one end may find one from the other.
@@ -132,9 +132,9 @@ bool ZORGeoPathSmoother::Sweep(ZORGeoMeshPath& path) const
     bool isChanged = false;
     ZORGeoPathWindow window(m_mesh, path);
     // Rounding could make two bends take turns.
-    for (size_t remaining = largestNumber + path.size(); !window.IsAtEnd() && remaining > 0;) {
+    for (size_t remaining = kLargestNumber + path.size(); !window.IsAtEnd() && remaining > 0;) {
         m_progress.Update(window.GetPart());
-        window.Open(smallestWindow * m_radius);
+        window.Open(kSmallestWindow * m_radius);
         if (const size_t smooth = CountSmooth(window)) {
             window.Advance(smooth);
         } else if (Improve(window)) {
@@ -155,7 +155,7 @@ size_t ZORGeoPathSmoother::CountSmooth(const ZORGeoPathWindow& window) const
     const ZORGeoMeshPath& path = window.GetPath();
     size_t end = path.size();
     for (double length = 0;
-         !window.IsToEnd() && end > window.GetPlace() + 1 && length < m_radius * largestStep;)
+         !window.IsToEnd() && end > window.GetPlace() + 1 && length < m_radius * kLargestStep;)
         length += path[end - 2].point.DistanceTo(path[end - 1].point), --end;
     size_t place = window.GetPlace();
     while (place < end && !IsTooSharp(window.GetTurns()[place]))
@@ -167,18 +167,18 @@ size_t ZORGeoPathSmoother::CountSmooth(const ZORGeoPathWindow& window) const
 bool ZORGeoPathSmoother::Improve(ZORGeoPathWindow& window) const
 {
     const double tangentLength = std::tan(std::abs(window.GetTurns()[window.GetPlace()].angle) / 2);
-    const bool isWide = 2 * tangentLength > smallestWindow;
+    const bool isWide = 2 * tangentLength > kSmallestWindow;
     if (isWide)
-        window.Open(std::min(2 * tangentLength, largestWindow) * m_radius);
+        window.Open(std::min(2 * tangentLength, kLargestWindow) * m_radius);
     ZORGeoMeshPath changed;
     bool isChanged = RoundOff(window, changed);
     if (!isChanged) {
         if (isWide)
-            window.Open(smallestWindow * m_radius);
+            window.Open(kSmallestWindow * m_radius);
         isChanged = CutShort(window, changed);
     }
     if (isChanged)
-        window.Replace(changed, m_radius * largestStep);
+        window.Replace(changed, m_radius * kLargestStep);
     return isChanged;
 }
 
@@ -240,9 +240,9 @@ bool ZORGeoPathSmoother::CutShort(const ZORGeoPathWindow& window, ZORGeoMeshPath
     const size_t place = window.GetPlace();
     const auto lengthOf = [&](size_t i) { return path[i].point.DistanceTo(path[i + 1].point); };
     const auto isEnd = [&](size_t i, double length) {
-        return length >= shortestCut * m_radius && !window.GetTurns()[i].IsStraight();
+        return length >= kShortestCut * m_radius && !window.GetTurns()[i].IsStraight();
     };
-    const double longest = longestCut * m_radius;
+    const double longest = kLongestCut * m_radius;
     CutEnd from = {place, 0, 0};
     while (from.segment > 0 && from.u == 0 && !isEnd(from.segment, from.length)) {
         const double length = lengthOf(--from.segment);
@@ -264,7 +264,7 @@ bool ZORGeoPathSmoother::CutShort(const ZORGeoPathWindow& window, ZORGeoMeshPath
     ZORGeoMeshPath way = ZORGeoShortestPath(m_mesh, &m_progress).Find(*start, *end);
     if (way.size() == 1) // the path turns back on itself: the fold goes
         way.push_back(*end);
-    if (way.size() < 2 || ZorGeoLengthOf(way) > (from.length + to.length) * (1 - smallestGain))
+    if (way.size() < 2 || ZorGeoLengthOf(way) > (from.length + to.length) * (1 - kSmallestGain))
         return false;
     way.front().point = start->point;
     ZorGeoFillGaps(m_mesh, way);
@@ -283,7 +283,7 @@ bool ZORGeoPathSmoother::IsBetter(const ZORGeoMeshPath& path, size_t first, size
     if (ZorGeoLengthOf(path) > oldLength)
         return false;
     // As much on both sides as counts.
-    const double longest = m_radius * largestStep;
+    const double longest = m_radius * kLargestStep;
     size_t begin = first > 3 ? first - 3 : 0;
     for (double length = 0; begin > 0 && length < longest; --begin)
         length += path[begin - 1].point.DistanceTo(path[begin].point);

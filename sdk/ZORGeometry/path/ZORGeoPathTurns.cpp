@@ -14,7 +14,7 @@ using std::numbers::pi;
 namespace {
 
 // Segments shorter than this part of the coordinates have no direction that counts.
-constexpr double noLength = 1e-11;
+constexpr double kNoLength = 1e-11;
 
 // The side of a triangle that a place is inside of; -1 for none.
 int SideOfPlace(const ZORGeoMeshPlace& place)
@@ -97,7 +97,7 @@ ZORGeoPathTurns::ZORGeoPathTurns(const ZORGeoMesh& mesh, const ZORGeoMeshPath& p
     size_t last = none; // segment with a length
     for (size_t i = 0; i + 1 < path.size(); ++i) {
         const double length = path[i].point.DistanceTo(path[i + 1].point);
-        if (!(length > noLength * extent))
+        if (!(length > kNoLength * extent))
             continue;
         if (last != none) {
             m_turns[i].before = path[last].point.DistanceTo(path[last + 1].point);

@@ -6,10 +6,10 @@
 namespace {
 
 // Far more than any mesh needs; bounds the time where rounding would let gains go on for ever.
-constexpr int maximumRounds = 10000;
+constexpr int kMaximumRounds = 10000;
 
 // Of the length: gains below are rounding.
-constexpr double leastGain = 1e-13;
+constexpr double kLeastGain = 1e-13;
 
 std::tuple<double, double, double> CoordinatesOf(const ZORGeoMeshPlace& place)
 {
@@ -40,7 +40,7 @@ ZORGeoMeshPath ZORGeoShortestPath::Find(const ZORGeoMeshPlace& start, const ZORG
 // All turns at once, which rarely gets in its own way; when it does, one by one.
 void ZORGeoShortestPath::Shorten(ZORGeoTriangleStrip& strip) const
 {
-    for (int round = 0; round < maximumRounds; ++round) {
+    for (int round = 0; round < kMaximumRounds; ++round) {
         if (m_progress)
             m_progress->Check();
         const auto turns = strip.GetTurns();
@@ -52,12 +52,12 @@ void ZORGeoShortestPath::Shorten(ZORGeoTriangleStrip& strip) const
             return;
         shorter.Tauten();
         for (size_t i = turns.size();
-             i-- > 0 && !(shorter.GetLength() < strip.GetLength() * (1 - leastGain));) {
+             i-- > 0 && !(shorter.GetLength() < strip.GetLength() * (1 - kLeastGain));) {
             shorter = strip;
             if (shorter.Flip(turns[i]))
                 shorter.Tauten();
         }
-        if (!(shorter.GetLength() < strip.GetLength() * (1 - leastGain)))
+        if (!(shorter.GetLength() < strip.GetLength() * (1 - kLeastGain)))
             return;
         strip = shorter;
     }

@@ -6,9 +6,9 @@
 
 namespace {
 
-constexpr quint32 noSide = 3;
+constexpr quint32 kNoSide = 3;
 // Points between two checks of the progress, some tenths of a millisecond.
-constexpr quint64 checkInterval = 1024;
+constexpr quint64 kCheckInterval = 1024;
 
 // Three for 20,000 triangles and more; the time goes with the square.
 int CountPointsPerSide(const ZORGeoMesh& mesh)
@@ -102,9 +102,9 @@ std::vector<quint32> ZORGeoStripSearch::Run()
     std::vector<int> triangles;
     ZorGeoFindTriangles(m_mesh, m_start, triangles);
     for (const int triangle : triangles)
-        Enter(triangle, int(noSide), -1, m_start.point, 0);
+        Enter(triangle, int(kNoSide), -1, m_start.point, 0);
     for (quint64 taken = 1; !m_waiting.empty() && m_waiting.front().bound < m_best; ++taken) {
-        if (m_progress && taken % checkInterval == 0)
+        if (m_progress && taken % kCheckInterval == 0)
             m_progress->Check();
         const Waiting next = m_waiting.front();
         std::pop_heap(m_waiting.begin(), m_waiting.end());
@@ -135,8 +135,8 @@ std::vector<quint32> ZORGeoStripSearch::TraceBack()
         return strip;
     quint32 via = m_bestVia;
     qint32 point = m_bestParent;
-    strip.push_back(via - via % 4 - 4 + noSide);
-    while (via % 4 != noSide) {
+    strip.push_back(via - via % 4 - 4 + kNoSide);
+    while (via % 4 != kNoSide) {
         const quint32 neighbor = m_mesh.GetNeighbor(int(via / 4) - 1, int(via % 4));
         strip.push_back(neighbor - 4);
         const Node& node = GetNode(IndexOf(int(via / 4) - 1, int(via % 4), point));

@@ -8,7 +8,7 @@
 namespace {
 
 // Flips gain nothing that counts when the angle is closer to pi than this.
-constexpr double straightAngle = std::numbers::pi - 1e-9;
+constexpr double kStraightAngle = std::numbers::pi - 1e-9;
 
 double AngleAt(const ZORMathPoint& vertex, const ZORMathPoint& a, const ZORMathPoint& b)
 {
@@ -317,7 +317,7 @@ bool ZORGeoTriangleStrip::Flip(const Turn& turn)
     int side = OtherSideAt(ZorGeoCornerOf(*m_mesh, triangle, vertex), firstSide);
     for (;;) {
         const quint32 neighbor = m_mesh->GetNeighbor(triangle, side);
-        if (neighbor == 0 || angle >= straightAngle)
+        if (neighbor == 0 || angle >= kStraightAngle)
             return false;
         around.push_back(quint32(4 * triangle + side));
         triangle = int(neighbor / 4) - 1;
@@ -329,7 +329,7 @@ bool ZORGeoTriangleStrip::Flip(const Turn& turn)
                          m_mesh->vertices[corners[size_t(corner + 2) % 3]]);
         side = OtherSideAt(corner, int(neighbor % 4));
     }
-    if (angle >= straightAngle)
+    if (angle >= kStraightAngle)
         return false;
     m_sides.erase(m_sides.begin() + qsizetype(first), m_sides.begin() + qsizetype(last) + 1);
     m_sides.insert(m_sides.begin() + qsizetype(first), around.begin(), around.end());

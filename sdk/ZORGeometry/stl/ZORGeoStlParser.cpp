@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr qsizetype headerSize = 84; // with the number of facets in the last four bytes
-constexpr qsizetype facetSize = 50;
+constexpr qsizetype kHeaderSize = 84; // with the number of facets in the last four bytes
+constexpr qsizetype kFacetSize = 50;
 constexpr qsizetype kHeadSize = 1024;               // what shows the form
 constexpr qsizetype kLookAhead = 1 << 20;           // longer than any sensible statement with its blanks
 constexpr qint64 kLargestReserve = qint64(1) << 22; // facets; the size of a sparse file says little
@@ -132,10 +132,10 @@ ZORGeoStlParser::Form ZORGeoStlParser::FindForm()
 {
     const QByteArrayView fetched = m_content.Fetch(kHeadSize);
     const QByteArrayView head = fetched.first(std::min(fetched.size(), kHeadSize));
-    if (head.size() < headerSize)
+    if (head.size() < kHeaderSize)
         return IsUtf16(head) ? Form::Utf16 : Form::Ascii;
     const qint64 facets = qFromLittleEndian<quint32>(head.data() + 80);
-    if (headerSize + facetSize * facets == m_content.GetSize())
+    if (kHeaderSize + kFacetSize * facets == m_content.GetSize())
         return Form::Binary;
     if (IsUtf16(head))
         return Form::Utf16;
@@ -146,7 +146,7 @@ ZORGeoStlParser::Form ZORGeoStlParser::FindForm()
     });
     if (!hasControls)
         return Form::Ascii;
-    if (headerSize + facetSize * facets < m_content.GetSize())
+    if (kHeaderSize + kFacetSize * facets < m_content.GetSize())
         return Form::Binary;
     // A binary file that was cut short, or text with some stray control character.
     const QByteArray lower = body.toByteArray().toLower();
@@ -159,20 +159,20 @@ template<class Function>
 qint64 ZORGeoStlParser::ForEachBinaryFacet(qint64 maximum, const Function& function)
 {
     m_content.Rewind();
-    m_content.Fetch(headerSize);
-    m_content.Skip(headerSize);
+    m_content.Fetch(kHeaderSize);
+    m_content.Skip(kHeaderSize);
     std::array<quint32, 9> corners;
     qint64 done = 0;
     while (done < maximum) {
-        const QByteArrayView window = m_content.Fetch(facetSize);
-        const qint64 count = std::min<qint64>(maximum - done, window.size() / facetSize);
+        const QByteArrayView window = m_content.Fetch(kFacetSize);
+        const qint64 count = std::min<qint64>(maximum - done, window.size() / kFacetSize);
         if (count == 0)
             break;
         for (qint64 i = 0; i < count; ++i) {
-            qFromLittleEndian<quint32>(window.data() + facetSize * i + 12, 9, corners.data());
+            qFromLittleEndian<quint32>(window.data() + kFacetSize * i + 12, 9, corners.data());
             function(corners);
         }
-        m_content.Skip(facetSize * count);
+        m_content.Skip(kFacetSize * count);
         done += count;
     }
     return done;
@@ -180,20 +180,20 @@ qint64 ZORGeoStlParser::ForEachBinaryFacet(qint64 maximum, const Function& funct
 
 void ZORGeoStlParser::ParseBinary()
 {
-    const qint64 announced = qFromLittleEndian<quint32>(m_content.Fetch(headerSize).data() + 80);
-    const qint64 bytes = m_content.GetSize() - headerSize;
+    const qint64 announced = qFromLittleEndian<quint32>(m_content.Fetch(kHeaderSize).data() + 80);
+    const qint64 bytes = m_content.GetSize() - kHeaderSize;
     // Writers that stream and never come back to the header leave a count of 0.
-    const bool isCounted = announced > 0 || bytes % facetSize != 0;
+    const bool isCounted = announced > 0 || bytes % kFacetSize != 0;
     if (isCounted)
-        RefuseForeignContent(announced, bytes / facetSize);
-    const qint64 expected = isCounted ? std::min(announced, bytes / facetSize) : bytes / facetSize;
+        RefuseForeignContent(announced, bytes / kFacetSize);
+    const qint64 expected = isCounted ? std::min(announced, bytes / kFacetSize) : bytes / kFacetSize;
 
     m_builder.Reserve(std::min(expected, kLargestReserve));
     const qint64 facets = ForEachBinaryFacet(
         expected, [this](const std::array<quint32, 9>& corners) { m_builder.AddFacet(corners.data()); });
     m_report.missing = std::max(announced, expected) - facets;
-    m_report.trailingBytes = m_report.missing > 0 ? 0 : bytes - facetSize * facets;
-    m_hasContent = announced > 0 || facets > 0 || m_report.trailingBytes >= facetSize;
+    m_report.trailingBytes = m_report.missing > 0 ? 0 : bytes - kFacetSize * facets;
+    m_hasContent = announced > 0 || facets > 0 || m_report.trailingBytes >= kFacetSize;
     EndSolid();
 }
 

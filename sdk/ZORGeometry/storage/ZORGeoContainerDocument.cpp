@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr char formatName[] = "ZORCont";
+constexpr char kFormatName[] = "ZORCont";
 
 using Object = ZORGeoStoredObject;
 
@@ -88,7 +88,7 @@ QByteArray ZORGeoContainerDocument::Write(const std::vector<ZORGeoStoredObject>&
     ZORSysDocumentWriter writer(&document);
     writer.StartMap(2);
     writer.WriteText(QByteArray("format"));
-    writer.WriteText(QByteArray(formatName));
+    writer.WriteText(QByteArray(kFormatName));
     writer.WriteText(QByteArray("objects"));
     writer.StartArray(qsizetype(objects.size()));
     for (const ZORGeoStoredObject& object : objects) {
@@ -109,7 +109,7 @@ std::vector<ZORGeoStoredObject> ZORGeoContainerDocument::Read(const QByteArray& 
 {
     ZORSysDocumentReader reader(document, ZORGeoContainer::tr("container file"));
     reader.Check(reader.EnterMap() == 2);
-    reader.Check(reader.ReadText() == "format" && reader.ReadText() == formatName
+    reader.Check(reader.ReadText() == "format" && reader.ReadText() == kFormatName
                  && reader.ReadText() == "objects");
     const qsizetype count = reader.EnterArray();
     std::vector<Object> objects;

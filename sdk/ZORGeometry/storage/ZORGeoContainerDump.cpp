@@ -9,19 +9,19 @@
 
 namespace {
 
-constexpr qsizetype shownNumbers = 6;
+constexpr qsizetype kShownNumbers = 6;
 
 template<class T>
 QString TextOf(const QList<T>& numbers)
 {
     QStringList shown;
-    for (qsizetype i = 0; i < std::min(numbers.size(), shownNumbers); ++i) {
+    for (qsizetype i = 0; i < std::min(numbers.size(), kShownNumbers); ++i) {
         if constexpr (std::is_same_v<T, double>)
             shown.append(QString::number(numbers[i], 'g', 17));
         else
             shown.append(QString::number(numbers[i]));
     }
-    if (numbers.size() > shownNumbers)
+    if (numbers.size() > kShownNumbers)
         shown.append(QStringLiteral("... %1 in all").arg(numbers.size()));
     return QLatin1Char('[') + shown.join(QLatin1String(", ")) + QLatin1Char(']');
 }

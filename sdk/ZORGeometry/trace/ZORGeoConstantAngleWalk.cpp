@@ -12,7 +12,7 @@ using Result = ZORGeoCurveOnSurfaceResult;
 
 namespace {
 
-constexpr double snap = ZORGeoMeshWalker::Snap;
+constexpr double kSnap = ZORGeoMeshWalker::Snap;
 
 // A field vector in a triangle as a heading of unit length times the side PQ: both parts are 1 at most.
 struct Push
@@ -40,7 +40,7 @@ LeaveAlongField(const ZORGeoVertexFan& fan, const ZORGeoAngleField& field, const
     std::optional<double> angle;
     const auto offer = [&](const ZORMathVector& vector, double value) {
         const double cosine = Dot(vector, before);
-        if (cosine > best + snap) {
+        if (cosine > best + kSnap) {
             best = cosine;
             angle = value;
         }
@@ -52,7 +52,7 @@ LeaveAlongField(const ZORGeoVertexFan& fan, const ZORGeoAngleField& field, const
             continue;
         const double width = sector.end - sector.begin;
         const double turn = std::atan2(push.across, push.along);
-        if (turn >= -snap && turn <= width + snap)
+        if (turn >= -kSnap && turn <= width + kSnap)
             offer(push.vector, sector.begin + std::clamp(turn, 0.0, width));
         // The edge to the left, when both of its triangles push into it and, together, away from the vertex.
         if (i + 1 == sectors.size() && !fan.IsClosed())
@@ -89,7 +89,7 @@ public:
         const double squared = walker.GetSquaredLength();
         const ZORMathVector normal = Cross(side, toThird);
         // What has no area is passed straight on.
-        if (!(walker.GetApexAcross() > snap * std::max(1.0, std::abs(walker.GetApexAlong()))))
+        if (!(walker.GetApexAcross() > kSnap * std::max(1.0, std::abs(walker.GetApexAlong()))))
             return std::nullopt;
         const ZORMathVector vector = m_field.Get(normal);
         if (IsZero(vector))
@@ -97,7 +97,7 @@ public:
         const double across = Dot(vector, Cross(normal, side)) / (squared * squared * walker.GetApexAcross());
         const double along = Dot(vector, side) / squared;
         const double length = std::sqrt(squared);
-        if (across * length > snap) {
+        if (across * length > kSnap) {
             walker.SetHeading({along, across});
             return std::nullopt;
         }
@@ -138,11 +138,11 @@ std::optional<ZORGeoWalkStart> StartOnSide(const ZORGeoMesh& mesh, const ZORGeoA
     const Push here = measure(entry);
     const Push there = beyond ? measure(*beyond) : Push();
     isBorder = !beyond && !here.isZero;
-    if (!here.isZero && here.across >= -snap)
+    if (!here.isZero && here.across >= -kSnap)
         return ZorGeoStartOnSide(mesh, place, std::atan2(here.across, here.along));
     if (!beyond || there.isZero)
         return std::nullopt;
-    if (there.across >= -snap)
+    if (there.across >= -kSnap)
         return ZorGeoStartOnSide(mesh, place, std::atan2(-there.across, -there.along));
     const double slide = here.along - there.along;
     if (here.isZero || slide == 0)

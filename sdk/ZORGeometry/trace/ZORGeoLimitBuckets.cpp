@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr double tolerance = 1e-10; // of weights
+constexpr double kTolerance = 1e-10; // of weights
 
 struct Vector
 {
@@ -42,26 +42,26 @@ bool FindHit(const Vector& from, const Vector& way, const Vector& limit, const V
     const Vector to = limit - from;
     const double wayLength = std::sqrt(Dot(way, way));
     const double sideLength = std::sqrt(Dot(side, side));
-    if (wayLength <= tolerance) {
+    if (wayLength <= kTolerance) {
         const double t = sideLength > 0 ? std::clamp(-Dot(to, side) / Dot(side, side), 0.0, 1.0) : 0;
         begin = end = 0;
-        return std::hypot(to.x + t * side.x, to.y + t * side.y) <= tolerance;
+        return std::hypot(to.x + t * side.x, to.y + t * side.y) <= kTolerance;
     }
-    const double slack = tolerance / wayLength;
+    const double slack = kTolerance / wayLength;
     const double cross = Cross(way, side);
-    if (sideLength > tolerance && std::abs(cross) > 1e-9 * wayLength * sideLength) {
+    if (sideLength > kTolerance && std::abs(cross) > 1e-9 * wayLength * sideLength) {
         const double onWay = Cross(to, side) / cross;
         const double onSide = Cross(to, way) / cross;
         begin = end = std::clamp(onWay, 0.0, 1.0);
-        return std::abs(onWay - begin) <= slack && onSide >= -tolerance / sideLength
-               && onSide <= 1 + tolerance / sideLength;
+        return std::abs(onWay - begin) <= slack && onSide >= -kTolerance / sideLength
+               && onSide <= 1 + kTolerance / sideLength;
     }
     // A point, or parallel.
     const double first = Dot(to, way) / (wayLength * wayLength);
     const double last = first + Dot(side, way) / (wayLength * wayLength);
     begin = std::clamp(std::min(first, last), 0.0, 1.0);
     end = std::clamp(std::max(first, last), 0.0, 1.0);
-    return std::abs(Cross(to, way)) <= tolerance * wayLength && std::max(first, last) >= -slack
+    return std::abs(Cross(to, way)) <= kTolerance * wayLength && std::max(first, last) >= -slack
            && std::min(first, last) <= 1 + slack;
 }
 
@@ -192,9 +192,9 @@ void ZORGeoLimitBuckets::Collector::AddAcross(int triangle, int side, const ZORG
     for (int i = 0; i < 2; ++i) {
         const double weights[3] = {1 - places[i].weightB - places[i].weightC, places[i].weightB,
                                    places[i].weightC};
-        isOnSide[i] = weights[(side + 2) % 3] <= tolerance;
+        isOnSide[i] = weights[(side + 2) % 3] <= kTolerance;
         along[i] = weights[next];
-        if (weights[side] >= 1 - tolerance)
+        if (weights[side] >= 1 - kTolerance)
             AddAround(triangle, side);
     }
     if (neighbor == 0 || (!isOnSide[0] && !isOnSide[1]))

@@ -9,7 +9,7 @@ using Result = ZORGeoCurveOnSurfaceResult;
 
 namespace {
 
-constexpr double snap = ZORGeoMeshWalker::Snap;
+constexpr double kSnap = ZORGeoMeshWalker::Snap;
 
 bool IsPoint(const ZORGeoTraceSegment& segment, double fraction)
 {
@@ -19,7 +19,7 @@ bool IsPoint(const ZORGeoTraceSegment& segment, double fraction)
 
 double GetTolerance(const ZORGeoTraceSegment& segment)
 {
-    return snap * std::sqrt(segment.squaredScale);
+    return kSnap * std::sqrt(segment.squaredScale);
 }
 
 } // namespace

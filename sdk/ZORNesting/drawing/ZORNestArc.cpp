@@ -6,10 +6,10 @@
 
 namespace {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
-constexpr double smallestTolerance = 1e-6;
-constexpr double mostStepsPerTurn = 16384;
-constexpr double fewestStepsPerTurn = 8;
+constexpr double kFullTurn = 2 * std::numbers::pi;
+constexpr double kSmallestTolerance = 1e-6;
+constexpr double kMostStepsPerTurn = 16384;
+constexpr double kFewestStepsPerTurn = 8;
 
 static_assert(ZORNestSolver::Arc::kJoinTolerance == ZORNestResultSegment::joinTolerance);
 
@@ -41,11 +41,11 @@ void ZorNestSampleArc(const ZORNestArc& arc, double tolerance, ZORMathSetOfPoint
         points.append(arc.end);
         return;
     }
-    const double allowed = tolerance > smallestTolerance ? tolerance : smallestTolerance;
+    const double allowed = tolerance > kSmallestTolerance ? tolerance : kSmallestTolerance;
     const double sagitta = std::min(allowed / arc.flat.radius, 1.0);
     const double stepsPerTurn =
-        std::clamp(fullTurn / (2 * std::acos(1 - sagitta)), fewestStepsPerTurn, mostStepsPerTurn);
-    const int steps = std::max(1, int(std::ceil(std::abs(arc.flat.sweep) / fullTurn * stepsPerTurn)));
+        std::clamp(kFullTurn / (2 * std::acos(1 - sagitta)), kFewestStepsPerTurn, kMostStepsPerTurn);
+    const int steps = std::max(1, int(std::ceil(std::abs(arc.flat.sweep) / kFullTurn * stepsPerTurn)));
     points.reserve(points.size() + steps + 1);
     for (int step = 1; step < steps; ++step)
         points.append(arc.Evaluate(double(step) / steps));

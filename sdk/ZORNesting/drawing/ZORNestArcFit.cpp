@@ -6,10 +6,10 @@ namespace ZORNestArcFit {
 
 namespace {
 
-constexpr int samplesPerStretch = 8;
+constexpr int kSamplesPerStretch = 8;
 // An arc this much flatter than its chord is a line: it differs from one by less than the last place of its
 // ends.
-constexpr double straightness = 1e-12;
+constexpr double kStraightness = 1e-12;
 
 struct Biarc
 {
@@ -66,7 +66,7 @@ public:
 
     bool FitStretch(double from, const Place& a, double to, const Place& b)
     {
-        m_mostPieces = std::min<qsizetype>(MaximumPieces, m_pieces.size() + MaximumPiecesOfStretch);
+        m_mostPieces = std::min<qsizetype>(kMaximumPieces, m_pieces.size() + kMaximumPiecesOfStretch);
         return Fit(from, a, to, b, 0);
     }
     bool IsTooLong() const { return m_isTooLong; }
@@ -79,14 +79,14 @@ private:
         m_isTooLong = m_isTooLong || m_pieces.size() > m_mostPieces;
         if (m_isTooLong)
             return false;
-        Place samples[samplesPerStretch];
-        for (int i = 0; i < samplesPerStretch; ++i) {
-            samples[i] = m_curve(from + (to - from) * (i + 1) / (samplesPerStretch + 1));
+        Place samples[kSamplesPerStretch];
+        for (int i = 0; i < kSamplesPerStretch; ++i) {
+            samples[i] = m_curve(from + (to - from) * (i + 1) / (kSamplesPerStretch + 1));
             if (!IsFinite(samples[i].point))
                 return false;
         }
-        if (depth == MaximumDepth || TryBiarc(a, b, samples) || TryChord(a, b, samples)) {
-            if (depth == MaximumDepth)
+        if (depth == kMaximumDepth || TryBiarc(a, b, samples) || TryChord(a, b, samples)) {
+            if (depth == kMaximumDepth)
                 Append({a.point, b.point, {}, 0});
             return true;
         }
@@ -95,7 +95,7 @@ private:
         return Fit(from, a, middle, half, depth + 1) && Fit(middle, half, to, b, depth + 1);
     }
 
-    bool TryBiarc(const Place& a, const Place& b, const Place (&samples)[samplesPerStretch])
+    bool TryBiarc(const Place& a, const Place& b, const Place (&samples)[kSamplesPerStretch])
     {
         const ZORNestPlanePoint u = GetDirection(a);
         const ZORNestPlanePoint v = GetDirection(b);
@@ -123,7 +123,7 @@ private:
     }
 
     // Where the curve stands still or is shorter than the tolerance.
-    bool TryChord(const Place& a, const Place& b, const Place (&samples)[samplesPerStretch])
+    bool TryChord(const Place& a, const Place& b, const Place (&samples)[kSamplesPerStretch])
     {
         for (const Place& sample : samples) {
             if (Length(sample.point - a.point) > m_tolerance || Length(sample.point - b.point) > m_tolerance)
@@ -172,7 +172,7 @@ ZORNestPiece MakeTangentArc(ZORNestPlanePoint start, ZORNestPlanePoint tangent, 
     const ZORNestPlanePoint chord = end - start;
     const double side = Cross(tangent, chord);
     const double square = Dot(chord, chord);
-    if (std::abs(side) <= straightness * std::sqrt(square) * Length(tangent) && Dot(tangent, chord) >= 0)
+    if (std::abs(side) <= kStraightness * std::sqrt(square) * Length(tangent) && Dot(tangent, chord) >= 0)
         return {start, end, {}, 0};
     const ZORNestPlanePoint normal = GetNormal(tangent);
     return {start, end, start + (square / (2 * side)) * normal, side > 0 ? 1 : -1};
@@ -180,7 +180,7 @@ ZORNestPiece MakeTangentArc(ZORNestPlanePoint start, ZORNestPlanePoint tangent, 
 
 ZORNestPiece MakeBulgeArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double bulge)
 {
-    if (std::abs(bulge) < straightness || start == end)
+    if (std::abs(bulge) < kStraightness || start == end)
         return {start, end, {}, 0};
     const ZORNestPlanePoint center =
         0.5 * (start + end) + ((1 - bulge * bulge) / (4 * bulge)) * GetNormal(end - start);

@@ -22,10 +22,10 @@ struct Place
 using Curve = std::function<Place(double parameter)>;
 
 /// How far a curve is divided at most: 2^20 stretches.
-constexpr int MaximumDepth = 20;
+constexpr int kMaximumDepth = 20;
 /// How many pieces one curve gives at most, and one of its stretches between breaks.
-constexpr int MaximumPieces = 100000;
-constexpr int MaximumPiecesOfStretch = 1000;
+constexpr int kMaximumPieces = 100000;
+constexpr int kMaximumPiecesOfStretch = 1000;
 
 /// Lines and arcs in place of a curve.
 struct Fitted

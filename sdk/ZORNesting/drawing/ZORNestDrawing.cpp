@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr double twoPi = 2 * std::numbers::pi;
-constexpr int maximumDegree = ZORNestNurbs::MaximumDegree;
+constexpr double kTwoPi = 2 * std::numbers::pi;
+constexpr int kMaximumDegree = ZORNestNurbs::MaximumDegree;
 
 ZORNestPlanePoint GetConicPoint(const ZORNestConic& conic, double parameter)
 {
@@ -32,7 +32,7 @@ ZORNestArcFit::Place Evaluate(const ZORNestNurbs& nurbs, double parameter)
     {
         double x, y, w;
     };
-    std::array<Pole, maximumDegree + 1> poles{};
+    std::array<Pole, kMaximumDegree + 1> poles{};
     for (int i = 0; i <= degree; ++i) {
         const int index = span - degree + i;
         const double weight = nurbs.weights.isEmpty() ? 1 : nurbs.weights[index];
@@ -147,7 +147,7 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
 {
     const ZORNestConic mapped{m_map.Map(conic.center), m_map.MapVector(conic.u), m_map.MapVector(conic.v),
                               conic.from, conic.to};
-    const bool isClosed = std::abs(mapped.to - mapped.from) >= twoPi * (1 - 1e-14);
+    const bool isClosed = std::abs(mapped.to - mapped.from) >= kTwoPi * (1 - 1e-14);
     const ZORNestPlanePoint first = start ? m_map.Map(*start) : GetConicPoint(mapped, mapped.from);
     const ZORNestPlanePoint last = end        ? m_map.Map(*end)
                                    : isClosed ? first
@@ -160,7 +160,7 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
     }
     // By quarters: an ellipse is a smooth curve, but its samples have to see both of its ends.
     QList<double> breaks;
-    const int quarters = int(std::ceil(std::abs(mapped.to - mapped.from) / (twoPi / 4)));
+    const int quarters = int(std::ceil(std::abs(mapped.to - mapped.from) / (kTwoPi / 4)));
     for (int i = 0; i <= quarters; ++i)
         breaks.append(mapped.from + (mapped.to - mapped.from) * i / std::max(1, quarters));
     const double direction = mapped.to > mapped.from ? 1 : -1;

@@ -15,8 +15,8 @@ namespace ZORNestPartFinder {
 
 namespace {
 
-constexpr int automaticLayer = 0;
-constexpr int nestLayer = 1;
+constexpr int kAutomaticLayer = 0;
+constexpr int kNestLayer = 1;
 
 struct Texts
 {
@@ -92,7 +92,7 @@ void FindFathers(std::vector<Thing>& things, const ZORWorkContext& context)
 bool IsOutline(const ZORNestChain& chain)
 {
     const int layer = GetLayer(chain.curves.constFirst().look.layer);
-    return layer == automaticLayer || layer == nestLayer;
+    return layer == kAutomaticLayer || layer == kNestLayer;
 }
 
 class Finder
@@ -219,7 +219,7 @@ int GetLayer(const QString& name)
         if (plain == QLatin1String(layer.name))
             return layer.layer;
     }
-    return automaticLayer;
+    return kAutomaticLayer;
 }
 
 QList<ZORNestPart> FindParts(ZORNestDrawing& drawing, double tolerance, const QString& name,
@@ -245,8 +245,8 @@ QList<ZORNestPart> FindParts(ZORNestDrawing& drawing, double tolerance, const QS
             loose == 0 ? Texts::tr("no closed outline found")
                        : Texts::tr("no closed outline found: %1 curves have loose ends").arg(loose));
     }
-    if (outlines.size() > MaximumOutlines)
-        throw ZORSysException(Texts::tr("drawing has more than %1 outlines").arg(MaximumOutlines));
+    if (outlines.size() > kMaximumOutlines)
+        throw ZORSysException(Texts::tr("drawing has more than %1 outlines").arg(kMaximumOutlines));
     return Finder(std::move(outlines), std::move(marks), drawing.TakeTexts()).Find(name, report, context);
 }
 

@@ -17,7 +17,7 @@ class ZORWorkContext;
 namespace ZORNestPartFinder {
 
 /// How many closed outlines a drawing may have.
-constexpr int MaximumOutlines = 50000;
+constexpr int kMaximumOutlines = 50000;
 
 /// The layer of a result file, ZORNestResultSegment::Layer, that a layer's name stands for: one of "nest",
 /// "tabs", "etch box", "etching data", "non-nestable", "extra", "lead out", "lead in", "line string", "grid

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double inch = 25.4;
+constexpr double kInch = 25.4;
 // Of contours, in characters. Elements may nest deep, and each contour in them repeats all of their names.
 constexpr qsizetype kLongestName = 4000;
 
@@ -102,7 +102,7 @@ QList<ZORNestContourXml::Contour> ZORNestContourXml::Read(const QByteArray& byte
     if (unit == u"in") {
         for (Contour& contour : contours) {
             for (ZORNestPlanePoint& point : contour.points)
-                point = inch * point;
+                point = kInch * point;
         }
     }
     return contours;

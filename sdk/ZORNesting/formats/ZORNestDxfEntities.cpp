@@ -15,8 +15,8 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(ZORNestDxfEntities)
 };
 
-constexpr double degree = std::numbers::pi / 180;
-constexpr double twoPi = 2 * std::numbers::pi;
+constexpr double kDegree = std::numbers::pi / 180;
+constexpr double kTwoPi = 2 * std::numbers::pi;
 
 struct Context
 {
@@ -38,8 +38,8 @@ void DrawLine(const Context& c)
 // From one angle up to the other one, counter-clockwise.
 double GetEndAngle(double from, double to)
 {
-    const double sweep = std::fmod(to - from, twoPi);
-    return from + (sweep > 0 ? sweep : sweep + twoPi);
+    const double sweep = std::fmod(to - from, kTwoPi);
+    return from + (sweep > 0 ? sweep : sweep + kTwoPi);
 }
 
 enum class Round { Circle, Arc };
@@ -48,8 +48,8 @@ void DrawRound(const Context& c, Round round)
 {
     const bool isArc = round == Round::Arc;
     const double radius = c.record.GetNumber(40);
-    const double from = isArc ? c.record.GetNumber(50) * degree : 0;
-    const double to = isArc ? GetEndAngle(from, c.record.GetNumber(51) * degree) : twoPi;
+    const double from = isArc ? c.record.GetNumber(50) * kDegree : 0;
+    const double to = isArc ? GetEndAngle(from, c.record.GetNumber(51) * kDegree) : kTwoPi;
     c.drawing.BeginChain(c.look, c.map);
     if (radius > 0)
         c.drawing.AddConic({c.record.GetPoint(10), {radius, 0}, {0, radius}, from, to});
@@ -61,8 +61,8 @@ void DrawEllipse(const Context& c)
     const ZORNestPlanePoint major = c.record.GetPoint(11);
     const double ratio = c.record.GetNumber(40, 1) * (c.record.GetNumber(230, 1) < 0 ? -1 : 1);
     const double from = c.record.GetNumber(41, 0);
-    double to = c.record.GetNumber(42, twoPi);
-    to = std::abs(to - from - twoPi) < 1e-9 ? from + twoPi : GetEndAngle(from, to);
+    double to = c.record.GetNumber(42, kTwoPi);
+    to = std::abs(to - from - kTwoPi) < 1e-9 ? from + kTwoPi : GetEndAngle(from, to);
     c.drawing.BeginChain(c.look, c.map);
     if (Length(major) > 0 && ratio != 0)
         c.drawing.AddConic({c.record.GetPoint(10), major, ratio * GetNormal(major), from, to});
@@ -148,9 +148,9 @@ void DrawText(const Context& c)
     text.text = ZORNestDxfText::GetPlainText(ZORNestDxfRecord::ToText(c.record.GetValue(1)));
     text.font = ZORNestDxfRecord::ToText(c.record.GetValue(7));
     text.height = c.record.GetNumber(40, 1);
-    text.angle = c.record.GetNumber(50) * degree;
+    text.angle = c.record.GetNumber(50) * kDegree;
     text.width = c.record.GetNumber(41, 1);
-    text.tilt = c.record.GetNumber(51) * degree;
+    text.tilt = c.record.GetNumber(51) * kDegree;
     text.justification = GetJustification(horizontal, vertical);
     text.look = c.look;
     c.drawing.AddText(text, c.map);
@@ -170,7 +170,7 @@ void DrawParagraphs(const Context& c)
     text.font = ZORNestDxfRecord::ToText(c.record.GetValue(7));
     text.height = c.record.GetNumber(40, 1);
     const ZORNestPlanePoint direction = c.record.GetPoint(11);
-    text.angle = c.record.Has(11) ? std::atan2(direction.y, direction.x) : c.record.GetNumber(50) * degree;
+    text.angle = c.record.Has(11) ? std::atan2(direction.y, direction.x) : c.record.GetNumber(50) * kDegree;
     const int attachment = std::clamp(c.record.GetInteger(71, 1), 1, 9) - 1;
     text.justification = 9 - attachment / 3 * 3 + attachment % 3;
     text.look = c.look;

@@ -10,14 +10,14 @@
 
 namespace {
 
-constexpr double inch = 25.4;
+constexpr double kInch = 25.4;
 
 // Millimetres of the units that $INSUNITS numbers; 0 for those that are none of a drawing.
 double GetUnit(int number)
 {
-    static constexpr double units[] = {0,   inch,       12 * inch,  5280 * 12 * inch, 1,    10,   1000,
-                                       1e6, inch / 1e6, inch / 1e3, 36 * inch,        1e-7, 1e-6, 1e-3,
-                                       100, 1e4,        1e5};
+    static constexpr double units[] = {0,   kInch,       12 * kInch,  5280 * 12 * kInch, 1,    10,   1000,
+                                       1e6, kInch / 1e6, kInch / 1e3, 36 * kInch,        1e-7, 1e-6, 1e-3,
+                                       100, 1e4,         1e5};
     return number >= 0 && number < int(std::size(units)) ? units[number] : 0;
 }
 
@@ -123,7 +123,7 @@ void ZORNestDxfReader::SetUnits(int insertUnits, int measurement)
         m_unit = GetUnit(insertUnits);
         m_report.append(tr("units: %1 mm").arg(m_unit));
     } else if (measurement == 0) {
-        m_unit = inch;
+        m_unit = kInch;
         m_report.append(tr("units: %1 mm, since the file only says that it is not metric").arg(m_unit));
     } else {
         m_report.append(tr("units: 1 mm, since the file names none"));
@@ -274,8 +274,8 @@ void ZORNestDxfReader::Insert(const ZORNestDxfRecord& record, const Place& place
                            : ZORNestDxfEntities::DescribeOutOfPlane(QStringLiteral("INSERT")));
         return;
     }
-    if (place.depth == MaximumDepth)
-        throw ZORSysException(tr("blocks lie in each other more than %1 deep").arg(MaximumDepth));
+    if (place.depth == kMaximumDepth)
+        throw ZORSysException(tr("blocks lie in each other more than %1 deep").arg(kMaximumDepth));
 
     const double angle = record.GetNumber(50) * std::numbers::pi / 180;
     const ZORNestPlanePoint along{std::cos(angle), std::sin(angle)};

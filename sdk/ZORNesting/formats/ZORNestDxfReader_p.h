@@ -24,7 +24,7 @@ class ZORNestDxfReader
 
 public:
     /// How deep blocks may lie in blocks.
-    static constexpr int MaximumDepth = 32;
+    static constexpr int kMaximumDepth = 32;
     /// How many entities a drawing may have after blocks are inserted: at most that many, and no more than those of a
     /// small file and one more for each 8 bytes of it, since a file of a few lines can insert millions.
     static constexpr qint64 MaximumEntities = 4'000'000;

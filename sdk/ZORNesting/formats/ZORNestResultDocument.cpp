@@ -14,10 +14,10 @@ namespace {
 
 using Segment = ZORNestResultSegment;
 
-constexpr char formatName[] = "ZORNest";
-constexpr char stackKey[] = "stack";
-constexpr qsizetype entryCount = 4;      // of a file without a stack
-constexpr qsizetype codesPerSegment = 5; // type, layer, line style, whether it has a colour, ARGB
+constexpr char kFormatName[] = "ZORNest";
+constexpr char kStackKey[] = "stack";
+constexpr qsizetype kEntryCount = 4;      // of a file without a stack
+constexpr qsizetype kCodesPerSegment = 5; // type, layer, line style, whether it has a colour, ARGB
 
 /// The objects in memory are larger than their documents, so that these must not be much longer than files.
 ZORSysDocumentEnvelope Envelope()
@@ -65,7 +65,7 @@ void WriteShape(ZORSysDocumentWriter& writer, const ZORNestResultShape& shape)
     QList<qint32> codes;
     QList<double> numbers;
     qsizetype details = 0;
-    codes.reserve(codesPerSegment * segments.size());
+    codes.reserve(kCodesPerSegment * segments.size());
     for (const Segment& segment : segments) {
         const QColor color = segment.GetColor();
         const Segment::SegmentType type = segment.GetType();
@@ -196,7 +196,7 @@ ZORMathBoundingBox ResultReader::ReadSheet()
 // Refuses the 1 that is never written, so that every file that can be read is written again with the same bytes.
 int ResultReader::ReadStackSize()
 {
-    m_reader.Check(m_reader.ReadText() == stackKey);
+    m_reader.Check(m_reader.ReadText() == kStackKey);
     const qint64 count = m_reader.ReadInteger();
     m_reader.Check(count > 1 && count == qint32(count));
     return int(count);
@@ -273,15 +273,15 @@ ZORNestResultShape ResultReader::ReadShape()
                    && std::all_of(relations.begin(), relations.end(),
                                   [](qint32 number) { return number == qint16(number); }));
     const QList<qint32> codes = m_reader.ReadIntegers();
-    m_reader.Check(codes.size() % codesPerSegment == 0);
+    m_reader.Check(codes.size() % kCodesPerSegment == 0);
     const QList<double> values = m_reader.ReadDoubles();
     Numbers numbers(m_reader, values);
     qsizetype details = m_reader.EnterArray();
     QList<Segment> segments;
-    segments.reserve(codes.size() / codesPerSegment);
-    for (qsizetype i = 0; i < codes.size(); i += codesPerSegment) {
+    segments.reserve(codes.size() / kCodesPerSegment);
+    for (qsizetype i = 0; i < codes.size(); i += kCodesPerSegment) {
         Segment segment = ReadSegment(Segment::SegmentType(codes[i]), numbers, details);
-        SetLook(segment, {codes.constData() + i, size_t(codesPerSegment)});
+        SetLook(segment, {codes.constData() + i, size_t(kCodesPerSegment)});
         segments.append(segment);
     }
     numbers.Finish();
@@ -320,14 +320,14 @@ ZORNestResultItem ResultReader::ReadItem()
 ZORNestResult ResultReader::Read()
 {
     const qsizetype entries = m_reader.EnterMap();
-    m_reader.Check(entries == entryCount || entries == entryCount + 1);
-    m_reader.Check(m_reader.ReadText() == "format" && m_reader.ReadText() == formatName
+    m_reader.Check(entries == kEntryCount || entries == kEntryCount + 1);
+    m_reader.Check(m_reader.ReadText() == "format" && m_reader.ReadText() == kFormatName
                    && m_reader.ReadText() == "type");
     const qint64 type = m_reader.ReadInteger();
     m_reader.Check(type == qint32(type) && m_reader.ReadText() == "sheet");
     ZORNestResult result{ZORNestResult::ResultType(type)};
     result.SetSheet(ReadSheet());
-    if (entries > entryCount)
+    if (entries > kEntryCount)
         result.SetStackSize(ReadStackSize());
     m_reader.Check(m_reader.ReadText() == "items");
     for (qsizetype left = m_reader.EnterArray(); left > 0; --left)
@@ -350,9 +350,9 @@ QByteArray ZORNestResultDocument::Write(const ZORNestResult& result)
     QByteArray document;
     ZORSysDocumentWriter writer(&document);
     const bool isStack = result.GetStackSize() > 1;
-    writer.StartMap(entryCount + (isStack ? 1 : 0));
+    writer.StartMap(kEntryCount + (isStack ? 1 : 0));
     writer.WriteText(QByteArray("format"));
-    writer.WriteText(QByteArray(formatName));
+    writer.WriteText(QByteArray(kFormatName));
     writer.WriteText(QByteArray("type"));
     writer.WriteInteger(result.GetResultType());
     writer.WriteText(QByteArray("sheet"));
@@ -363,7 +363,7 @@ QByteArray ZORNestResultDocument::Write(const ZORNestResult& result)
     }
     writer.WriteNumbers(sheet);
     if (isStack) {
-        writer.WriteText(QByteArray(stackKey));
+        writer.WriteText(QByteArray(kStackKey));
         writer.WriteInteger(result.GetStackSize());
     }
     writer.WriteText(QByteArray("items"));

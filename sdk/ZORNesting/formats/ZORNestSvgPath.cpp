@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double twoPi = 2 * std::numbers::pi;
+constexpr double kTwoPi = 2 * std::numbers::pi;
 
 bool IsDigit(QChar c)
 {
@@ -329,9 +329,9 @@ void AddArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double rx, double ry
     const double from = std::atan2(q.y - center.y, q.x - center.x);
     double sweep = std::atan2(-q.y - center.y, -q.x - center.x) - from;
     if (choice.isSweep && sweep <= 0)
-        sweep += twoPi;
+        sweep += kTwoPi;
     else if (!choice.isSweep && sweep >= 0)
-        sweep -= twoPi;
+        sweep -= kTwoPi;
     const ZORNestPlanePoint u = rx * axis;
     const ZORNestPlanePoint v = ry * GetNormal(axis);
     const ZORNestPlanePoint middle = 0.5 * (start + end) + center.x * u + center.y * v;

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr double pixel = 25.4 / 96;
-constexpr double degree = std::numbers::pi / 180;
+constexpr double kPixel = 25.4 / 96;
+constexpr double kDegree = std::numbers::pi / 180;
 
 // Millimetres of a length such as "210mm"; 0 for one that is relative to something else, or no length.
 double ToMillimetres(QStringView text)
@@ -20,7 +20,7 @@ double ToMillimetres(QStringView text)
     {
         const char* name;
         double size;
-    } units[] = {{"", pixel},  {"px", pixel},     {"mm", 1},        {"cm", 10},
+    } units[] = {{"", kPixel}, {"px", kPixel},    {"mm", 1},        {"cm", 10},
                  {"in", 25.4}, {"pt", 25.4 / 72}, {"pc", 25.4 / 6}, {"q", 0.25}};
     ZORNestSvgNumbers numbers(text);
     double value = 0;
@@ -45,14 +45,14 @@ bool MakeTransform(QStringView name, const QList<double>& v, ZORNestPlaneMap& ma
     } else if (name == u"scale" && (n == 1 || n == 2)) {
         map = {{v[0], 0}, {0, v[n - 1]}, {}};
     } else if (name == u"rotate" && (n == 1 || n == 3)) {
-        const ZORNestPlanePoint along{std::cos(v[0] * degree), std::sin(v[0] * degree)};
+        const ZORNestPlanePoint along{std::cos(v[0] * kDegree), std::sin(v[0] * kDegree)};
         map = {along, GetNormal(along), {}};
         if (n == 3)
             map.origin = ZORNestPlanePoint{v[1], v[2]} - map.MapVector({v[1], v[2]});
     } else if (name == u"skewX" && n == 1) {
-        map.y.x = std::tan(v[0] * degree);
+        map.y.x = std::tan(v[0] * kDegree);
     } else if (name == u"skewY" && n == 1) {
-        map.x.y = std::tan(v[0] * degree);
+        map.x.y = std::tan(v[0] * kDegree);
     } else {
         return false;
     }
@@ -147,13 +147,13 @@ void ZORNestSvgReader::ReadRoot(State& state)
     const bool hasBox =
         std::all_of(std::begin(box), std::end(box), [&](double& value) { return numbers.ReadNumber(value); })
         && box[2] > 0 && box[3] > 0;
-    double scale = pixel;
+    double scale = kPixel;
     if (hasBox && (width > 0 || height > 0)) {
         // All of the box shows, in proportion.
         scale = std::min(width > 0 ? width / box[2] : HUGE_VAL, height > 0 ? height / box[3] : HUGE_VAL);
     }
     const double left = hasBox ? box[0] : 0;
-    const double bottom = hasBox ? box[1] + box[3] : height / pixel;
+    const double bottom = hasBox ? box[1] + box[3] : height / kPixel;
     state.map = {{scale, 0}, {0, -scale}, {-scale * left, scale * bottom}};
     m_report.append(tr("units: %1 mm").arg(scale));
     ApplyAttributes(state);
@@ -231,7 +231,7 @@ void ZORNestSvgReader::ApplyAttributes(State& state)
 
 double ZORNestSvgReader::GetLength(const char* attribute) const
 {
-    return ToMillimetres(m_attributes.value(QLatin1String(attribute))) / pixel;
+    return ToMillimetres(m_attributes.value(QLatin1String(attribute))) / kPixel;
 }
 
 void ZORNestSvgReader::DrawShape(QStringView name, const State& state)

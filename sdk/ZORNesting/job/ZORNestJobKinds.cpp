@@ -23,6 +23,6 @@ public:
     Q_DISABLE_COPY_MOVE(Registration)
 };
 
-const Registration s_registration;
+const Registration kRegistration;
 
 } // namespace

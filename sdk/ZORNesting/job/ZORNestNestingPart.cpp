@@ -13,8 +13,8 @@ namespace {
 using Segment = ZORNestResultSegment;
 using ZORNestSolver::Contour;
 
-constexpr double LargestCoordinate = 1e6; // mm: no part has a kilometre
-constexpr double LeastArea = Segment::joinTolerance * Segment::joinTolerance;
+constexpr double kLargestCoordinate = 1e6; // mm: no part has a kilometre
+constexpr double kLeastArea = Segment::joinTolerance * Segment::joinTolerance;
 
 bool IsCut(const Segment& segment)
 {
@@ -71,13 +71,13 @@ std::vector<Contour> GetChains(const ZORNestResultShape& shape)
 bool IsClosed(const Contour& contour)
 {
     return Length(contour.segments.back().end - contour.start) <= Segment::joinTolerance
-           && GetEnclosedArea(contour) > LeastArea;
+           && GetEnclosedArea(contour) > kLeastArea;
 }
 
 bool IsWithinReach(const ZORMathBoundingBox& box)
 {
     const auto isNear = [](const ZORMathPoint& point) {
-        return std::abs(point.GetX()) <= LargestCoordinate && std::abs(point.GetY()) <= LargestCoordinate;
+        return std::abs(point.GetX()) <= kLargestCoordinate && std::abs(point.GetY()) <= kLargestCoordinate;
     };
     return box.IsEmpty() || (isNear(box.GetLowerPoint()) && isNear(box.GetUpperPoint()));
 }

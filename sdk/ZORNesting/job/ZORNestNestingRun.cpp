@@ -31,8 +31,8 @@ using namespace std::chrono_literals;
 
 Q_LOGGING_CATEGORY(ZorNestingRunLog, "zor.nesting")
 
-constexpr auto Pulse = 20ms;
-constexpr double MostProgress = 0.999; // as long as the job runs
+constexpr auto kPulse = 20ms;
+constexpr double kMostProgress = 0.999; // as long as the job runs
 
 struct Texts
 {
@@ -91,8 +91,8 @@ private:
             // Time goes on where the solver does not count: while it prepares and finishes.
             if (m_duration)
                 progress = std::max(progress, ZORNestSolver::Budget::GetShare(GetSeconds(), *m_duration));
-            m_context.SetProgress(std::min(progress, MostProgress));
-            m_changed.wait_for(lock, token, Pulse, [] { return false; });
+            m_context.SetProgress(std::min(progress, kMostProgress));
+            m_changed.wait_for(lock, token, kPulse, [] { return false; });
         }
     }
 

@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr qint64 megabyte = 1 << 20;
+constexpr qint64 kMegabyte = 1 << 20;
 
 struct Texts
 {
@@ -32,7 +32,7 @@ QByteArray ReadFile(const QString& path, qint64 maximumMegabytes)
     ZORSysFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(path, file.errorString());
-    if (file.size() > maximumMegabytes * megabyte)
+    if (file.size() > maximumMegabytes * kMegabyte)
         throw ZORSysFileException(Texts::tr("file is larger than %1 MB").arg(maximumMegabytes));
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)

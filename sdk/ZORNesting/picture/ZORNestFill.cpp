@@ -60,7 +60,7 @@ std::vector<double> HeightsOf(const std::vector<Edge>& edges)
 }
 
 // Crossings of outlines, times the edges beside each, beyond which they are no longer looked at.
-constexpr size_t mostWork = 40'000'000;
+constexpr size_t kMostWork = 40'000'000;
 
 double CrossingHeight(const Edge& a, const Edge& b, double low, double high)
 {
@@ -135,7 +135,7 @@ void Sweep::FindCrossings(double low, double high)
     SortEdges(low);
     for (Edge* edge : m_crossing)
         edge->place = edge->XAt(high);
-    for (size_t i = 0; i < m_crossing.size() && m_work < mostWork; ++i) {
+    for (size_t i = 0; i < m_crossing.size() && m_work < kMostWork; ++i) {
         Edge* const edge = m_crossing[i];
         size_t place = i;
         for (; place > 0 && m_crossing[place - 1]->place > edge->place; --place) {
@@ -147,7 +147,7 @@ void Sweep::FindCrossings(double low, double high)
         m_crossing[place] = edge;
         m_work += (i - place) * m_crossing.size();
     }
-    if (m_work >= mostWork) {
+    if (m_work >= kMostWork) {
         m_cuts.clear();
         SortEdges(low + (high - low) / 2);
     }

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr double smallestScale = 1.0 / 3;
-constexpr double shrinking = 0.8; // from one size that is tried to the next
+constexpr double kSmallestScale = 1.0 / 3;
+constexpr double kShrinking = 0.8; // from one size that is tried to the next
 
 // Boxes without extent, and those whose extent is no number, have cells of some size all the same.
 double CellSize(double from, double to, int count)
@@ -165,7 +165,7 @@ std::optional<ZORNestLabelPlace::Place> ZORNestLabelPlace::Find(const ZORMathPoi
     const double cellsUp = height / m_cellHeight;
     if (!(cellsAcross > 0 && cellsAcross <= columns && cellsUp > 0 && cellsUp <= rows))
         return {};
-    for (double scale = 1; scale >= smallestScale; scale *= shrinking) {
+    for (double scale = 1; scale >= kSmallestScale; scale *= kShrinking) {
         if (const std::optional<GridPoint> found = FindNearest(center, cellsAcross * scale, cellsUp * scale))
             return Place{FromGrid(*found, wanted.GetZ()), scale};
     }

@@ -22,7 +22,7 @@ QString WriteTable(int padding, const char* style, const QString& rows)
     return QStringLiteral(
                "<table width=\"%1\" cellspacing=\"0\" cellpadding=\"%2\" border=\"0\" style=\"%3\">%4"
                "</table>")
-        .arg(QString::number(ZORNestHtml::PageWidth), QString::number(padding), QLatin1String(style), rows);
+        .arg(QString::number(ZORNestHtml::kPageWidth), QString::number(padding), QLatin1String(style), rows);
 }
 
 } // namespace
@@ -88,14 +88,14 @@ QString ZORNestHtml::Bar(double share)
     };
     return WriteTable(
         0, "margin-top:2px; margin-bottom:4px;",
-        QStringLiteral("<tr>%1%2</tr>").arg(cell(filled, GoodColor), cell(100 - filled, EmptyColor)));
+        QStringLiteral("<tr>%1%2</tr>").arg(cell(filled, kGoodColor), cell(100 - filled, kEmptyColor)));
 }
 
 void ZORNestHtml::Facts::Add(const QString& name, const QString& value)
 {
     m_cells.append(QStringLiteral("<td width=\"20%\" style=\"color:%1;\">%2</td>"
                                   "<td width=\"30%\" style=\"font-weight:600;\">%3</td>")
-                       .arg(QLatin1String(QuietColor), name, value));
+                       .arg(QLatin1String(kQuietColor), name, value));
 }
 
 QString ZORNestHtml::Facts::Write() const
@@ -110,7 +110,7 @@ ZORNestHtml::Table::Table(const QStringList& headings)
 {
     for (const QString& heading : headings)
         m_rows += QStringLiteral("<th align=\"left\" style=\"color:%1; font-weight:400;\">%2</th>")
-                      .arg(QLatin1String(QuietColor), heading);
+                      .arg(QLatin1String(kQuietColor), heading);
     m_rows = QStringLiteral("<tr>%1</tr>").arg(m_rows);
 }
 

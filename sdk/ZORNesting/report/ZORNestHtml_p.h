@@ -9,13 +9,13 @@
 namespace ZORNestHtml {
 
 /// Pixels: as wide as a small window shows.
-constexpr int PageWidth = 468;
+constexpr int kPageWidth = 468;
 
 // Colours that can be read on white and on black.
-constexpr char GoodColor[] = "#2f9e6e";
-constexpr char BadColor[] = "#d9534f";
-constexpr char QuietColor[] = "#808890";
-constexpr char EmptyColor[] = "#c3c9d0";
+constexpr char kGoodColor[] = "#2f9e6e";
+constexpr char kBadColor[] = "#d9534f";
+constexpr char kQuietColor[] = "#808890";
+constexpr char kEmptyColor[] = "#c3c9d0";
 
 /// Without needless zeros behind the point.
 QString Plain(double value, int decimals);

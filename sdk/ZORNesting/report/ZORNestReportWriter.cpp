@@ -13,18 +13,18 @@
 namespace {
 
 using ZORNestHtml::Area;
-using ZORNestHtml::BadColor;
+using ZORNestHtml::kBadColor;
 using ZORNestHtml::Bar;
 using ZORNestHtml::Facts;
-using ZORNestHtml::GoodColor;
+using ZORNestHtml::kGoodColor;
 using ZORNestHtml::Heading;
 using ZORNestHtml::Length;
 using ZORNestHtml::LongLength;
-using ZORNestHtml::PageWidth;
+using ZORNestHtml::kPageWidth;
 using ZORNestHtml::Paragraph;
 using ZORNestHtml::Percent;
 using ZORNestHtml::Plain;
-using ZORNestHtml::QuietColor;
+using ZORNestHtml::kQuietColor;
 using ZORNestHtml::Table;
 using ZORNestHtml::Time;
 using ZORNestSolver::Box;
@@ -38,12 +38,12 @@ using ZORNestSolver::Solution;
 using ZORNestSolver::Transform;
 using ZORNestSolver::UnplacedItem;
 
-constexpr int PixelRatio = 2;            // pictures are crisp on screens of high density
-constexpr int PngQuality = 80;           // fast, and hardly larger than the best
-constexpr size_t MostAngles = 4;         // in a list
-constexpr double MostMeasuring = 1;      // seconds of processor time for the polygons around parts
-constexpr double NarrowestRemnant = 10;  // mm that are worth keeping
-constexpr char LabelColor[] = "#1d2630"; // on the light colours of the parts
+constexpr int kPixelRatio = 2;            // pictures are crisp on screens of high density
+constexpr int kPngQuality = 80;           // fast, and hardly larger than the best
+constexpr size_t kMostAngles = 4;         // in a list
+constexpr double kMostMeasuring = 1;      // seconds of processor time for the polygons around parts
+constexpr double kNarrowestRemnant = 10;  // mm that are worth keeping
+constexpr char kLabelColor[] = "#1d2630"; // on the light colours of the parts
 
 QString Escape(const std::string& text)
 {
@@ -59,14 +59,14 @@ QString NumberCell(size_t item)
 {
     return QStringLiteral("<td width=\"32\" align=\"center\" bgcolor=\"%1\" style=\"color:%2; "
                           "font-weight:600;\">%3</td>")
-        .arg(ZORNestSheetPicture::GetColor(item).name(), QLatin1String(LabelColor),
+        .arg(ZORNestSheetPicture::GetColor(item).name(), QLatin1String(kLabelColor),
              QString::number(item + 1));
 }
 
 /// The polygon around a part. Once polygons have taken long, the hull has to do: whoever stops a job waits for its report.
 Polygon MakePolygon(const Item& item, double start)
 {
-    const auto isLate = [start] { return ZORNestSolver::GetThreadTime() - start > MostMeasuring; };
+    const auto isLate = [start] { return ZORNestSolver::GetThreadTime() - start > kMostMeasuring; };
     std::string reason;
     const Polygon polygon = MakeOuterPolygon(item.contours, reason, isLate);
     return polygon.empty() && isLate() ? MakeOuterHull(item.contours, reason) : polygon;
@@ -84,7 +84,7 @@ QString Angles(const std::set<double>& degrees)
 {
     QStringList texts;
     for (const double angle : degrees) {
-        if (size_t(texts.size()) == MostAngles)
+        if (size_t(texts.size()) == kMostAngles)
             return texts.join(QStringLiteral(", ")) + QStringLiteral(" …");
         texts.append(Plain(angle, 2) + u'°');
     }
@@ -177,7 +177,7 @@ QString ZORNestReportWriter::WriteRemnant(const NestedSheet& sheet) const
     const Box occupied = GetOccupied(sheet);
     const double right = sheet.usedLength - occupied.max.x - m_job.separation;
     const double above = kind.width - occupied.max.y - m_job.separation;
-    if (right < NarrowestRemnant && above < NarrowestRemnant)
+    if (right < kNarrowestRemnant && above < kNarrowestRemnant)
         return tr("none");
     if (right * kind.width >= above * sheet.usedLength)
         return tr("%1 × %2").arg(Plain(right, 1), Length(kind.width));
@@ -215,8 +215,8 @@ QString ZORNestReportWriter::WriteTitle(const Totals& totals) const
     return QStringLiteral(
                "<p style=\"font-size:20pt; font-weight:600; margin-top:0px; margin-bottom:0px;\">%1</p>")
                .arg(tr("Nesting report"))
-           + (material.isEmpty() ? QString() : Paragraph(material.join(QStringLiteral(" · ")), QuietColor))
-           + Paragraph(verdict, totals.unplaced == 0 ? GoodColor : BadColor,
+           + (material.isEmpty() ? QString() : Paragraph(material.join(QStringLiteral(" · ")), kQuietColor))
+           + Paragraph(verdict, totals.unplaced == 0 ? kGoodColor : kBadColor,
                        "font-size:12pt; font-weight:600;");
 }
 
@@ -308,14 +308,14 @@ QString ZORNestReportWriter::WriteSheetFacts(size_t index) const
 
 QString ZORNestReportWriter::WritePicture(size_t index) const
 {
-    const QImage picture = DrawSheet(index, PageWidth * PixelRatio);
+    const QImage picture = DrawSheet(index, kPageWidth * kPixelRatio);
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG", PngQuality);
+    picture.save(&buffer, "PNG", kPngQuality);
     return QStringLiteral("<p style=\"margin-top:6px; margin-bottom:6px;\"><img width=\"%1\" height=\"%2\" "
                           "src=\"data:image/png;base64,%3\"></p>")
-        .arg(QString::number(picture.width() / PixelRatio), QString::number(picture.height() / PixelRatio),
+        .arg(QString::number(picture.width() / kPixelRatio), QString::number(picture.height() / kPixelRatio),
              QString::fromLatin1(png.toBase64()));
 }
 

@@ -24,12 +24,12 @@ using ZORNestSolver::Segment;
 using ZORNestSolver::SheetKind;
 using ZORNestSolver::Transform;
 
-constexpr double WidestRow = 4; // length of a row in parts of its height; longer sheets take several
-constexpr int MostRows = 8;
-constexpr double RowGap = 12;      // pixels
-constexpr double Border = 1.5;     // pixels around a sheet
-constexpr double LineWidth = 1.6;  // pixels around a part
-constexpr double HighestRow = 0.8; // height of a row in parts of the picture's width
+constexpr double kWidestRow = 4; // length of a row in parts of its height; longer sheets take several
+constexpr int kMostRows = 8;
+constexpr double kRowGap = 12;      // pixels
+constexpr double kBorder = 1.5;     // pixels around a sheet
+constexpr double kLineWidth = 1.6;  // pixels around a part
+constexpr double kHighestRow = 0.8; // height of a row in parts of the picture's width
 const QColor sheetColor(0xff, 0xff, 0xff);
 const QColor wasteColor(0xe9, 0xeb, 0xee);
 const QColor borderColor(0x8a, 0x90, 0x99);
@@ -117,19 +117,19 @@ QImage ZORNestSheetPicture::Draw(const NestedSheet& sheet, int width) const
 {
     const double length = std::max(sheet.usedLength, 1e-9);
     const double breadth = std::max(m_job.kinds[sheet.kind].width, 1e-9);
-    const int rows = int(std::clamp(std::ceil(length / breadth / WidestRow), 1.0, double(MostRows)));
+    const int rows = int(std::clamp(std::ceil(length / breadth / kWidestRow), 1.0, double(kMostRows)));
     const double rowLength = length / rows;
-    const double room = width - 2 * Border;
-    const double scale = std::min(room / rowLength, HighestRow * width / breadth);
+    const double room = width - 2 * kBorder;
+    const double scale = std::min(room / rowLength, kHighestRow * width / breadth);
     const double rowHeight = std::max(4.0, breadth * scale);
-    QImage image(int(std::ceil(rowLength * scale + 2 * Border)),
-                 int(std::ceil(rows * rowHeight + (rows - 1) * RowGap + 2 * Border)),
+    QImage image(int(std::ceil(rowLength * scale + 2 * kBorder)),
+                 int(std::ceil(rows * rowHeight + (rows - 1) * kRowGap + 2 * kBorder)),
                  QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     for (int row = 0; row < rows; ++row) {
-        const QRectF place(Border, Border + row * (rowHeight + RowGap), rowLength * scale, rowHeight);
+        const QRectF place(kBorder, kBorder + row * (rowHeight + kRowGap), rowLength * scale, rowHeight);
         DrawRow(painter, sheet, {{row * rowLength, 0}, {(row + 1) * rowLength, breadth}}, place);
     }
     return image;
@@ -142,13 +142,13 @@ void ZORNestSheetPicture::DrawRow(QPainter& painter, const NestedSheet& sheet, c
     const double scaleY = place.height() / view.GetHeight();
     const QTransform toPixels(scaleX, 0, 0, -scaleY, place.left() - view.min.x * scaleX, place.bottom());
     painter.save();
-    painter.setClipRect(place.adjusted(-Border, -Border, Border, Border));
+    painter.setClipRect(place.adjusted(-kBorder, -kBorder, kBorder, kBorder));
     painter.setPen(Qt::NoPen);
     painter.fillRect(place, wasteColor);
     painter.fillRect(toPixels.mapRect(GetUsable(m_job, sheet).intersected(ToRect(view))), sheetColor);
     // Of a long sheet a row shows few parts.
     const QRectF seen =
-        toPixels.inverted().mapRect(place.adjusted(-LineWidth, -LineWidth, LineWidth, LineWidth));
+        toPixels.inverted().mapRect(place.adjusted(-kLineWidth, -kLineWidth, kLineWidth, kLineWidth));
     std::vector<Placement> visible;
     for (const Placement& placement : sheet.placements)
         if (ToTransform(placement.pose).mapRect(m_bounds[placement.item]).intersects(seen))
@@ -159,7 +159,7 @@ void ZORNestSheetPicture::DrawRow(QPainter& painter, const NestedSheet& sheet, c
         for (const Placement& placement : visible)
             DrawLabel(painter, placement, toPixels);
     }
-    painter.setPen(QPen(borderColor, Border));
+    painter.setPen(QPen(borderColor, kBorder));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(place);
     painter.restore();
@@ -173,7 +173,7 @@ void ZORNestSheetPicture::DrawPart(QPainter& painter, const Placement& placement
     painter.fillPath(outline, color);
     if (placement.pose.mirrored)
         painter.fillPath(outline, QBrush(color.darker(130), Qt::BDiagPattern));
-    painter.strokePath(outline, QPen(color.darker(190), LineWidth));
+    painter.strokePath(outline, QPen(color.darker(190), kLineWidth));
 }
 
 void ZORNestSheetPicture::DrawLabel(QPainter& painter, const Placement& placement,

@@ -12,7 +12,7 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double LargestGrowth = 0.001;
+constexpr double kLargestGrowth = 0.001;
 constexpr double kBeyond = 1;               // by which what an outline lacks reaches beyond the sheet
 constexpr double kNoArea = 1e-12;           // of the size squared
 constexpr size_t kMostCorners = 2000;       // of an obstacle, as of a part
@@ -144,8 +144,8 @@ private:
     {
         if (CountCorners(polygon) <= most)
             return polygon;
-        Polygon simple = SimplifyOutwards(polygon, LargestGrowth, NeverInterrupted, most);
-        m_isCoarse = m_isCoarse || GetArea(simple) > GetArea(polygon) * (1 + 2 * LargestGrowth);
+        Polygon simple = SimplifyOutwards(polygon, kLargestGrowth, NeverInterrupted, most);
+        m_isCoarse = m_isCoarse || GetArea(simple) > GetArea(polygon) * (1 + 2 * kLargestGrowth);
         return simple;
     }
 
@@ -161,10 +161,10 @@ private:
         Polygon around{{frame.min, {frame.max.x, frame.min.y}, frame.max, {frame.min.x, frame.max.y}}};
         for (const Ring& ring : Oriented(outline))
             around.emplace_back(ring.rbegin(), ring.rend());
-        Polygon rings = SimplifyOutwards(around, LargestGrowth, NeverInterrupted, kMostCorners);
+        Polygon rings = SimplifyOutwards(around, kLargestGrowth, NeverInterrupted, kMostCorners);
         const double lost = GetArea(rings) - GetArea(around);
         rings.erase(rings.begin());
-        m_isCoarse = m_isCoarse || lost > 2 * LargestGrowth * GetArea(Oriented(outline));
+        m_isCoarse = m_isCoarse || lost > 2 * kLargestGrowth * GetArea(Oriented(outline));
         return rings;
     }
 
@@ -192,7 +192,7 @@ private:
         if (clean.empty())
             return;
         const Polygon grown = distance > 0 ? GrowPolygon(clean, distance) : clean;
-        const Polygon body = Inset(SimplifyOutwards(grown, LargestGrowth));
+        const Polygon body = Inset(SimplifyOutwards(grown, kLargestGrowth));
         if (m_effort.isOver())
             m_effort.squares = 0;
         std::vector<Circle> poles = FindPoles(body, m_effort.squares);

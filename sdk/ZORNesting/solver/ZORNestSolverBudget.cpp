@@ -9,9 +9,9 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double HalfWay = 30;     // seconds to half the progress of a run without end
-constexpr double LongTime = 86400; // seconds; runs end for lack of progress before
-constexpr double MovesPerSecond = 10000;
+constexpr double kHalfWay = 30;     // seconds to half the progress of a run without end
+constexpr double kLongTime = 86400; // seconds; runs end for lack of progress before
+constexpr double kMovesPerSecond = 10000;
 
 void Raise(std::atomic<double>& progress, double value)
 {
@@ -62,7 +62,7 @@ Budget Budget::LimitedTo(double units) const
 
 Budget Budget::Limited(double seconds) const
 {
-    return LimitedTo(seconds * (m_clock == Clock::Steps ? MovesPerSecond : 1));
+    return LimitedTo(seconds * (m_clock == Clock::Steps ? kMovesPerSecond : 1));
 }
 
 bool Budget::HasEnd() const
@@ -90,14 +90,14 @@ double Budget::Count() const
     const bool isCounted = m_clock == Clock::Steps;
     const double share = isCounted && std::isfinite(length)
                              ? elapsed / length
-                             : GetShare(elapsed / (isCounted ? MovesPerSecond : 1), length);
+                             : GetShare(elapsed / (isCounted ? kMovesPerSecond : 1), length);
     Raise(m_control->progress, std::clamp(share, 0.0, 0.999));
     return now;
 }
 
 double Budget::GetShare(double elapsed, double seconds)
 {
-    return seconds > 0 && seconds < LongTime ? elapsed / seconds : elapsed / (elapsed + HalfWay);
+    return seconds > 0 && seconds < kLongTime ? elapsed / seconds : elapsed / (elapsed + kHalfWay);
 }
 
 double Budget::Read() const

@@ -10,10 +10,10 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr float RelativeEpsilon = 0.01F;
+constexpr float kRelativeEpsilon = 0.01F;
 constexpr size_t kMostEdgePairs = 1000000; // to be measured one by one
 constexpr double kContactNoise = 1e-7;     // by which shapes that touch may seem to overlap
-constexpr float RelativeMargin = 1e-6F;    // more than single precision is wrong by
+constexpr float kRelativeMargin = 1e-6F;   // more than single precision is wrong by
 
 void TakeRoots(Octet& values)
 {
@@ -210,12 +210,12 @@ double MeasureFreeTravel(const Shape& a, const Shape& b, Point offset, Axis axis
 bool DoPolesOverlap(const Shape& a, const Shape& b, Point offset)
 {
     return FindPoleOverlap(a, b, static_cast<float>(offset.x), static_cast<float>(offset.y),
-                           RelativeMargin * static_cast<float>(std::max(a.diameter, b.diameter)));
+                           kRelativeMargin * static_cast<float>(std::max(a.diameter, b.diameter)));
 }
 
 float MeasureLoss(const Shape& a, const Shape& b, Point offset, float bound)
 {
-    const float epsilon = RelativeEpsilon * static_cast<float>(std::max(a.diameter, b.diameter));
+    const float epsilon = kRelativeEpsilon * static_cast<float>(std::max(a.diameter, b.diameter));
     const float size = static_cast<float>(std::sqrt(a.weight * b.weight));
     const float root = bound / size;
     const float most = (root * root - epsilon * epsilon) / std::numbers::pi_v<float>;

@@ -7,11 +7,11 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr size_t MostItems = 150;
-constexpr int MostRounds = 30;
-constexpr double FirstReach = 0.05;    // of the smallest item's smaller side
-constexpr double SmallestReach = 1e-4; // of the first one
-constexpr double LeastGain = 1e-7;     // of the reach
+constexpr size_t kMostItems = 150;
+constexpr int kMostRounds = 30;
+constexpr double kFirstReach = 0.05;    // of the smallest item's smaller side
+constexpr double kSmallestReach = 1e-4; // of the first one
+constexpr double kLeastGain = 1e-7;     // of the reach
 
 struct Corner
 {
@@ -224,17 +224,17 @@ std::vector<Stand> Compaction::Step(const std::vector<Stand>& stands, double rea
 
 std::vector<Stand> Compaction::Shorten(std::vector<Stand> stands, const std::function<bool()>& isOver) const
 {
-    if (stands.size() > MostItems || stands.empty() || !m_problem.hazards.empty())
+    if (stands.size() > kMostItems || stands.empty() || !m_problem.hazards.empty())
         return stands;
     double side = std::numeric_limits<double>::infinity();
     for (const size_t type : m_problem.items)
         side = std::min(side, m_problem.types[type]->smallerSide);
-    double reach = FirstReach * side;
-    for (int round = 0; round < MostRounds && reach > SmallestReach * FirstReach * side && !isOver();
+    double reach = kFirstReach * side;
+    for (int round = 0; round < kMostRounds && reach > kSmallestReach * kFirstReach * side && !isOver();
          ++round) {
         double gain = 0;
         std::vector<Stand> moved = Step(stands, reach, isOver, gain);
-        if (gain > LeastGain * reach && m_proof(moved))
+        if (gain > kLeastGain * reach && m_proof(moved))
             stands = std::move(moved);
         else
             reach /= 4;

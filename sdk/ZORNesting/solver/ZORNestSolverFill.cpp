@@ -8,12 +8,12 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr int CoverAttempts = 20; // where the time is unlimited
-constexpr int MostCoverAttempts = 1000;
-constexpr double CoverShare = 0.2; // of the time at most goes to exact covers
-constexpr double RemnantTime = 1;  // seconds to push a sheet's items to the left
-constexpr double RemnantTimeOfItem = 0.05;
-constexpr double ExploreShare = 0.7; // of that time
+constexpr int kCoverAttempts = 20; // where the time is unlimited
+constexpr int kMostCoverAttempts = 1000;
+constexpr double kCoverShare = 0.2; // of the time at most goes to exact covers
+constexpr double kRemnantTime = 1;  // seconds to push a sheet's items to the left
+constexpr double kRemnantTimeOfItem = 0.05;
+constexpr double kExploreShare = 0.7; // of that time
 
 } // namespace
 
@@ -81,7 +81,7 @@ std::vector<Stand> Filler::CoverRoll(size_t kind, const std::vector<size_t>& ite
     if (m_job.separation > 0 || !m_prepared.areas[kind].hazards.empty())
         return {};
     Jigsaw jigsaw(m_prepared.types, items, m_seed);
-    const auto places = jigsaw.Fill(box, 1, budget.Part(CoverShare));
+    const auto places = jigsaw.Fill(box, 1, budget.Part(kCoverShare));
     if (places.size() != items.size())
         return {};
     std::vector<Stand> stands(items.size());
@@ -163,9 +163,9 @@ size_t Filler::CoverSheets(const Mix::Part& part, Plan& plan, const FillEffort& 
         || !IsWholeNumberOf(m_prepared.GetArea(plan.rest), area.area))
         return 0;
     Jigsaw jigsaw(m_prepared.types, plan.rest, m_seed);
-    const Budget own = budget.Part(CoverShare);
+    const Budget own = budget.Part(kCoverShare);
     std::vector<bool> used(plan.rest.size(), false);
-    const int attempts = effort.quick ? 1 : budget.HasEnd() ? MostCoverAttempts : CoverAttempts;
+    const int attempts = effort.quick ? 1 : budget.HasEnd() ? kMostCoverAttempts : kCoverAttempts;
     size_t sheets = 0;
     while (sheets < part.most) {
         const auto places = jigsaw.Fill(area.window, attempts, own);
@@ -299,10 +299,10 @@ void Filler::PackSheet(NestedSheet& sheet, double shortestTime, const Budget& bu
     search.Continue(stands);
     if (search.GetStands().empty())
         return;
-    const double time = RemnantTime + RemnantTimeOfItem * static_cast<double>(items.size());
+    const double time = kRemnantTime + kRemnantTimeOfItem * static_cast<double>(items.size());
     const Budget usual = budget.Limited(time);
     const Budget own = usual.GetRest() < shortestTime ? budget.LimitedTo(shortestTime) : usual;
-    search.Explore(own.HasEnd() ? own.Part(ExploreShare) : own);
+    search.Explore(own.HasEnd() ? own.Part(kExploreShare) : own);
     search.Compress(own);
     const Compaction compaction(*problem, m_job.separation, proof);
     const auto placements =

@@ -6,13 +6,13 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double HeightShare = 0.1; // how much less it matters to lie low than to lie left
-constexpr double SlideAccuracy = 1e-4;
-constexpr double ShortestSlide = 1e-3; // of the height of the window: the first step
+constexpr double kHeightShare = 0.1; // how much less it matters to lie low than to lie left
+constexpr double kSlideAccuracy = 1e-4;
+constexpr double kShortestSlide = 1e-3; // of the height of the window: the first step
 constexpr int kContactRounds = 4;
-constexpr double kContactReach = 4 * SlideAccuracy; // of the item's smaller side, after a slide in steps
-constexpr double SmallestLoss = 1e-30;
-constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double kContactReach = 4 * kSlideAccuracy; // of the item's smaller side, after a slide in steps
+constexpr double kSmallestLoss = 1e-30;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 } // namespace
 
@@ -23,7 +23,7 @@ bool Mover::SlideToCorner(size_t item, Stand& stand, double step)
         const Stand tried = Shifted(item, stand, direction * step, 0);
         const bool nearer = tried.position.x < stand.position.x
                             || (tried.position.x == stand.position.x && tried.position.y < stand.position.y);
-        if (nearer && Evaluate(item, tried, SmallestLoss) <= 0) {
+        if (nearer && Evaluate(item, tried, kSmallestLoss) <= 0) {
             stand = tried;
             moved = true;
         }
@@ -46,7 +46,7 @@ void Mover::SlideToContact(size_t item, Stand& stand)
             const double most = std::min(place - end, kContactReach * side);
             const double travel = m_layout.GetFreeTravel(item, shape, stand.position, axis, most);
             place = travel >= place - end ? end : place - travel;
-            if (travel > 0 && Evaluate(item, tried, SmallestLoss) <= 0)
+            if (travel > 0 && Evaluate(item, tried, kSmallestLoss) <= 0)
                 stand = tried;
         }
         if (stand.position == before)
@@ -70,7 +70,7 @@ void Mover::MoveToSide(size_t item, Stand& stand, int sample)
 std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
 {
     std::optional<Stand> best;
-    double bestEnd = Infinity;
+    double bestEnd = kInfinity;
     const int inHoles = m_holders.empty() ? 0 : count / 2;
     for (int i = 0; i < count + inHoles; ++i) {
         auto stand = i < count ? Sample(item, window) : SampleInHole(item);
@@ -80,8 +80,8 @@ std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
             MoveToSide(item, *stand, i);
         const Point corner =
             stand->position + GetShape(item, *stand).extent.max - m_layout.GetWindow(window).min;
-        const double end = corner.x + HeightShare * corner.y;
-        if (end < bestEnd && Evaluate(item, *stand, SmallestLoss) <= 0) {
+        const double end = corner.x + kHeightShare * corner.y;
+        if (end < bestEnd && Evaluate(item, *stand, kSmallestLoss) <= 0) {
             best = stand;
             bestEnd = end;
         }
@@ -89,8 +89,8 @@ std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
     if (!best)
         return best;
     const double side = m_layout.GetType(item).smallerSide;
-    const double reach = m_layout.GetWindow(window).GetHeight() * ShortestSlide; // slivers would crawl
-    for (double step = std::max(side, reach); step > SlideAccuracy * side;)
+    const double reach = m_layout.GetWindow(window).GetHeight() * kShortestSlide; // slivers would crawl
+    for (double step = std::max(side, reach); step > kSlideAccuracy * side;)
         if (!SlideToCorner(item, *best, step))
             step /= 2;
     SlideToContact(item, *best);

@@ -9,12 +9,12 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double LargestGrowth = 0.001;
+constexpr double kLargestGrowth = 0.001;
 constexpr size_t kMostPoles = 32;
 constexpr size_t kMostCorners =
     2000; // of a search shape: more would cost seconds to grow, and the search its speed
 constexpr size_t kMostRings = 256; // of an item: more would leave each of them few corners
-constexpr int MostIncrements = 720;
+constexpr int kMostIncrements = 720;
 
 std::vector<double> GetMiddleAngles(const Item& item, const Job& job)
 {
@@ -44,7 +44,7 @@ void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, do
                double increment)
 {
     if (increment > 0 && deviation > 0) {
-        const auto steps = static_cast<int>(std::min<double>(deviation / increment + 1e-9, MostIncrements));
+        const auto steps = static_cast<int>(std::min<double>(deviation / increment + 1e-9, kMostIncrements));
         for (int i = -steps; i <= steps; ++i)
             AddClass(classes, {mirrored, NormalizeAngle(middle + i * increment), 0});
     } else {
@@ -86,11 +86,11 @@ Polygon FillSmallHoles(Polygon polygon, OutlineLoss& loss)
 Polygon MakeBody(const Polygon& outer, double margin, const Interruption& isOver, OutlineLoss& loss)
 {
     if (margin <= 0)
-        return Inset(Simplify(outer, LargestGrowth, isOver, loss));
-    const Polygon simple = Simplify(outer, LargestGrowth / 2, isOver, loss);
+        return Inset(Simplify(outer, kLargestGrowth, isOver, loss));
+    const Polygon simple = Simplify(outer, kLargestGrowth / 2, isOver, loss);
     if (isOver())
         return {};
-    return Inset(Simplify(GrowPolygon(simple, margin), LargestGrowth / 2, isOver, loss));
+    return Inset(Simplify(GrowPolygon(simple, margin), kLargestGrowth / 2, isOver, loss));
 }
 
 std::vector<Circle> Moved(std::vector<Circle> circles, Point by)

@@ -7,19 +7,19 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double FinestGrid = 1e-6;       // coarser by powers of ten for large boxes
-constexpr double LargestCoordinate = 1e9; // in steps of the grid, for the clipping library's fast path
-constexpr double SameAngle = 1e-5;
-constexpr double SameDistance = 1e-5; // areas are equal when they differ by this times a perimeter
-constexpr double WholeNumberAccuracy = 1e-7;
-constexpr size_t StepsOfAttempt = 20000;
-constexpr double RankNoise = 0.25;
+constexpr double kFinestGrid = 1e-6;       // coarser by powers of ten for large boxes
+constexpr double kMostGridSteps = 1e9; // in steps of the grid, for the clipping library's fast path
+constexpr double kSameAngle = 1e-5;
+constexpr double kSameDistance = 1e-5; // areas are equal when they differ by this times a perimeter
+constexpr double kWholeNumberAccuracy = 1e-7;
+constexpr size_t kStepsOfAttempt = 20000;
+constexpr double kRankNoise = 0.25;
 
 /// From -pi to pi, the noise at their meeting removed.
 double GetAngle(Point direction)
 {
     const double angle = std::atan2(direction.y, direction.x);
-    return angle > std::numbers::pi - SameAngle ? angle - 2 * std::numbers::pi : angle;
+    return angle > std::numbers::pi - kSameAngle ? angle - 2 * std::numbers::pi : angle;
 }
 
 double GetPathArea(const ClipperLib::Path& path, double grid)
@@ -35,7 +35,7 @@ struct Jigsaw::State
     ClipperLib::Paths free;
     double freeArea = 0;
     std::vector<Place> places;
-    double grid = FinestGrid;
+    double grid = kFinestGrid;
     size_t stepsLeft = 0;
     const Budget* budget = nullptr; // not owned
 };
@@ -119,7 +119,7 @@ void Jigsaw::AddPiece(size_t type, uint32_t poseClass)
     for (size_t i = 0; i < ring.size(); ++i)
         perimeter += Length(ring[(i + 1) % ring.size()] - ring[i]);
     piece.area = GetSignedArea(ring);
-    piece.tolerance = SameDistance * perimeter;
+    piece.tolerance = kSameDistance * perimeter;
     const Point origin = ring[0];
     for (Point& p : ring)
         p = p - origin;
@@ -160,7 +160,7 @@ bool Jigsaw::CanBeFilled(const State& state) const
         holes -= std::min(0.0, GetPathArea(path, state.grid));
     return std::all_of(state.free.begin(), state.free.end(), [&](const ClipperLib::Path& path) {
         const double area = GetPathArea(path, state.grid);
-        return area < 0 || holes > 0 || area > 2 * smallest * (1 - WholeNumberAccuracy) || isAreaOfOne(area);
+        return area < 0 || holes > 0 || area > 2 * smallest * (1 - kWholeNumberAccuracy) || isAreaOfOne(area);
     });
 }
 
@@ -170,12 +170,12 @@ std::vector<size_t> Jigsaw::FindCorners(const State& state, const Corner& free, 
 {
     std::vector<size_t> found;
     const auto isBefore = [](const Corner& corner, double direction) { return corner.direction < direction; };
-    auto corner = std::lower_bound(m_corners.begin(), m_corners.end(), free.direction - SameAngle, isBefore);
-    for (; corner != m_corners.end() && corner->direction <= free.direction + SameAngle; ++corner) {
+    auto corner = std::lower_bound(m_corners.begin(), m_corners.end(), free.direction - kSameAngle, isBefore);
+    for (; corner != m_corners.end() && corner->direction <= free.direction + kSameAngle; ++corner) {
         const Piece& piece = m_pieces[corner->piece];
-        const bool isLonger = corner->length > free.length + SameDistance;
-        if (!m_left[piece.type].empty() && corner->angle <= free.angle + SameAngle && (canExceed || !isLonger)
-            && piece.area <= state.freeArea + piece.tolerance)
+        const bool isLonger = corner->length > free.length + kSameDistance;
+        if (!m_left[piece.type].empty() && corner->angle <= free.angle + kSameAngle
+            && (canExceed || !isLonger) && piece.area <= state.freeArea + piece.tolerance)
             found.push_back(static_cast<size_t>(corner - m_corners.begin()));
     }
     return found;
@@ -190,10 +190,10 @@ std::vector<size_t> Jigsaw::ChooseCorner(const State& state, Point& point) const
         const std::vector<Corner> corners = GetCorners(ToRing(path, state.grid));
         for (size_t i = 0; i < corners.size(); ++i) {
             const Corner& free = corners[i];
-            if (free.angle >= std::numbers::pi - SameAngle)
+            if (free.angle >= std::numbers::pi - kSameAngle)
                 continue; // an edge may run on there
             const Corner& next = corners[(i + 1) % corners.size()];
-            std::vector<size_t> found = FindCorners(state, free, next.angle >= std::numbers::pi - SameAngle);
+            std::vector<size_t> found = FindCorners(state, free, next.angle >= std::numbers::pi - kSameAngle);
             if (hasBest && found.size() >= best.size())
                 continue;
             best = std::move(found);
@@ -254,15 +254,15 @@ bool Jigsaw::Descend(State& state)
 void Jigsaw::OrderPieces(int attempt)
 {
     for (Piece& piece : m_pieces)
-        piece.rank = piece.area * std::pow(m_random.Between(0.2, 1), attempt * RankNoise);
+        piece.rank = piece.area * std::pow(m_random.Between(0.2, 1), attempt * kRankNoise);
 }
 
 std::vector<Jigsaw::Place> Jigsaw::Fill(const Box& box, int mostAttempts, const Budget& budget)
 {
     const double width = box.GetWidth();
     const double height = box.GetHeight();
-    double grid = FinestGrid;
-    while (std::max(width, height) > LargestCoordinate * grid)
+    double grid = kFinestGrid;
+    while (std::max(width, height) > kMostGridSteps * grid)
         grid *= 10;
     for (int attempt = 0; attempt < mostAttempts && !budget.IsOver(); ++attempt) {
         OrderPieces(attempt);
@@ -270,7 +270,7 @@ std::vector<Jigsaw::Place> Jigsaw::Fill(const Box& box, int mostAttempts, const 
         state.free = {PlaceRing({{0, 0}, {width, 0}, {width, height}, {0, height}}, {}, grid)};
         state.grid = grid;
         state.freeArea = width * height;
-        state.stepsLeft = StepsOfAttempt;
+        state.stepsLeft = kStepsOfAttempt;
         state.budget = &budget;
         if (Descend(state)) {
             for (Place& place : state.places)
@@ -287,7 +287,7 @@ bool IsWholeNumberOf(double area, double boxArea)
 {
     const double number = area / boxArea;
     return std::isfinite(number) && number > 0.5
-           && std::abs(number - std::round(number)) < WholeNumberAccuracy * number;
+           && std::abs(number - std::round(number)) < kWholeNumberAccuracy * number;
 }
 
 } // namespace ZORNestSolver

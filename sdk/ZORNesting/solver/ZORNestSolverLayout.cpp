@@ -6,11 +6,11 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr size_t BoxPadding = 8;
-constexpr float WeightDecay = 0.95F;
-constexpr float LowestRaise = 1.2F;
-constexpr float HighestRaise = 2.0F;
-constexpr float LargestWeight = 1e15F;
+constexpr size_t kBoxPadding = 8;
+constexpr float kWeightDecay = 0.95F;
+constexpr float kLowestRaise = 1.2F;
+constexpr float kHighestRaise = 2.0F;
+constexpr float kLargestWeight = 1e15F;
 
 struct FloatBox
 {
@@ -38,12 +38,12 @@ size_t FindOverlaps(const float* minX, const float* minY, const float* maxX, con
                     const FloatBox& box, uint32_t* found)
 {
     size_t number = 0;
-    for (size_t i = 0; i < count; i += BoxPadding) {
+    for (size_t i = 0; i < count; i += kBoxPadding) {
         const OctetMask mask = (At(minX + i) <= box.maxX) & (At(maxX + i) >= box.minX)
                                & (At(minY + i) <= box.maxY) & (At(maxY + i) >= box.minY);
         if (IsClear(mask))
             continue;
-        for (size_t lane = 0; lane < BoxPadding; ++lane) {
+        for (size_t lane = 0; lane < kBoxPadding; ++lane) {
             found[number] = static_cast<uint32_t>(i + lane);
             number += static_cast<size_t>(mask[lane] & 1);
         }
@@ -116,7 +116,7 @@ Layout::Layout(std::shared_ptr<const Problem> problem)
 {
     const size_t items = m_stands.size();
     const size_t all = items + m_problem->hazards.size();
-    m_stride = (all + BoxPadding - 1) / BoxPadding * BoxPadding;
+    m_stride = (all + kBoxPadding - 1) / kBoxPadding * kBoxPadding;
     m_shapes.assign(all, nullptr);
     m_positions.resize(all);
     m_losses.assign(items * m_stride, 0);
@@ -126,7 +126,7 @@ Layout::Layout(std::shared_ptr<const Problem> problem)
     m_minY.assign(m_stride, far);
     m_maxX.assign(m_stride, -far);
     m_maxY.assign(m_stride, -far);
-    m_neighbours.resize(m_stride + BoxPadding);
+    m_neighbours.resize(m_stride + kBoxPadding);
     for (size_t h = 0; h < m_problem->hazards.size(); ++h) {
         const Hazard& hazard = m_problem->hazards[h];
         const FloatBox box = Widened(hazard.shape.box.Moved(hazard.position));
@@ -282,10 +282,11 @@ void Layout::UpdateWeights()
     for (size_t i = 0; i < m_losses.size(); ++i) {
         float& weight = m_weights[i];
         if (m_losses[i] > 0)
-            weight = std::min(LargestWeight,
-                              weight * (LowestRaise + (HighestRaise - LowestRaise) * m_losses[i] / largest));
+            weight =
+                std::min(kLargestWeight,
+                         weight * (kLowestRaise + (kHighestRaise - kLowestRaise) * m_losses[i] / largest));
         else
-            weight = std::max(1.0F, weight * WeightDecay);
+            weight = std::max(1.0F, weight * kWeightDecay);
     }
 }
 

@@ -9,10 +9,10 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double Tolerance = 1e-11;
-constexpr int MostPivots = 20000;
-constexpr int MostIdlePivots = 50; // without progress, before the rule that cannot cycle
-constexpr size_t None = std::numeric_limits<size_t>::max();
+constexpr double kTolerance = 1e-11;
+constexpr int kMostPivots = 20000;
+constexpr int kMostIdlePivots = 50; // without progress, before the rule that cannot cycle
+constexpr size_t kNone = std::numeric_limits<size_t>::max();
 
 } // namespace
 
@@ -28,12 +28,12 @@ void LinearProgram::AddRow(const Terms& terms, double limit)
 /// The most promising column, or the first promising one; none at the optimum.
 size_t LinearProgram::ChooseColumn(bool first) const
 {
-    size_t best = None;
+    size_t best = kNone;
     for (size_t j = 0; j < m_objective.size(); ++j) {
-        if (m_objective[j] <= Tolerance)
+        if (m_objective[j] <= kTolerance)
             continue;
         const bool better =
-            best == None
+            best == kNone
             || (first ? m_columnNames[j] < m_columnNames[best] : m_objective[j] > m_objective[best]);
         if (better)
             best = j;
@@ -44,11 +44,11 @@ size_t LinearProgram::ChooseColumn(bool first) const
 /// The row that limits the column first; none if nothing does.
 size_t LinearProgram::ChooseRow(size_t column) const
 {
-    size_t best = None;
+    size_t best = kNone;
     double least = std::numeric_limits<double>::infinity();
     for (size_t i = 0; i < m_rows.size(); ++i) {
         const double factor = m_rows[i][column];
-        if (factor <= Tolerance)
+        if (factor <= kTolerance)
             continue;
         const double ratio = m_limits[i] / factor;
         if (ratio < least || (ratio == least && m_rowNames[i] < m_rowNames[best])) {
@@ -91,12 +91,12 @@ std::vector<double> LinearProgram::Solve(const std::function<bool()>& isOver)
     m_rowNames.resize(m_rows.size());
     std::iota(m_rowNames.begin(), m_rowNames.end(), variables);
     int idle = 0;
-    for (int i = 0; i < MostPivots && !isOver(); ++i) {
-        const size_t column = ChooseColumn(idle > MostIdlePivots);
-        const size_t row = column == None ? None : ChooseRow(column);
-        if (row == None)
+    for (int i = 0; i < kMostPivots && !isOver(); ++i) {
+        const size_t column = ChooseColumn(idle > kMostIdlePivots);
+        const size_t row = column == kNone ? kNone : ChooseRow(column);
+        if (row == kNone)
             break;
-        idle = m_limits[row] > Tolerance ? 0 : idle + 1;
+        idle = m_limits[row] > kTolerance ? 0 : idle + 1;
         Pivot(row, column);
     }
     std::vector<double> values(variables, 0);

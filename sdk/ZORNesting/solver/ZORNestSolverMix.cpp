@@ -4,10 +4,10 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double TrialShare = 0.08; // of the time of all trials goes to one
-constexpr double TrialTime = 1;     // seconds of a trial without end
-constexpr double TrialTimeOfItem = 0.01;
-constexpr double HopeForDensity = 1.2;
+constexpr double kTrialShare = 0.08; // of the time of all trials goes to one
+constexpr double kTrialTime = 1;     // seconds of a trial without end
+constexpr double kTrialTimeOfItem = 0.01;
+constexpr double kHopeForDensity = 1.2;
 
 } // namespace
 
@@ -82,7 +82,7 @@ double MixSearch::GetDensity() const
         sheets += IsRoll(sheet.kind) ? m_prepared.areas[sheet.kind].window.GetHeight() * sheet.usedLength
                                      : m_prepared.areas[sheet.kind].area;
     const double placed = m_area - m_prepared.GetArea(m_best.rest);
-    return sheets > 0 ? std::clamp(HopeForDensity * placed / sheets, 0.1, 1.0) : 1;
+    return sheets > 0 ? std::clamp(kHopeForDensity * placed / sheets, 0.1, 1.0) : 1;
 }
 
 void MixSearch::AddMove(const Counts& counts, std::vector<Move>& moves) const
@@ -151,8 +151,8 @@ void MixSearch::AddRollMoves(const Counts& from, std::vector<Move>& moves) const
 
 void MixSearch::Improve(const FillEffort& effort, const Budget& budget)
 {
-    const double own = TrialTime + TrialTimeOfItem * static_cast<double>(m_items.size());
-    const double share = TrialShare * budget.GetRest();
+    const double own = kTrialTime + kTrialTimeOfItem * static_cast<double>(m_items.size());
+    const double share = kTrialShare * budget.GetRest();
     const auto limit = [&] { return budget.HasEnd() ? budget.LimitedTo(share) : budget.Limited(own); };
     bool improved = true;
     while (improved && !budget.IsOver()) {

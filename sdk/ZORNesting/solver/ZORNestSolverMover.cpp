@@ -7,22 +7,22 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double Degree = std::numbers::pi / 180;
-constexpr double SuccessFactor = 1.1;
-constexpr double FailureFactor = 0.5;
-constexpr int FreeAngles = 16; // samples of a full turn
-constexpr double SameDistance = 0.01;
-constexpr double NearbyReach = 0.5;    // of the item's smaller side
-constexpr double HoleReach = 0.5;      // of the radius: how far from the middle of a hole samples lie
-constexpr size_t kExactShare = 4;      // one in so many samples in holes
-constexpr double SameDirection = 0.01; // the sine between edges that count as parallel
-constexpr double ClampReach = 0.25;    // of the item's smaller side: how far a window may push a sample
-constexpr int MostRounds = 300;        // of a descent
-constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double kDegree = std::numbers::pi / 180;
+constexpr double kSuccessFactor = 1.1;
+constexpr double kFailureFactor = 0.5;
+constexpr int kFreeAngles = 16; // samples of a full turn
+constexpr double kSameDistance = 0.01;
+constexpr double kNearbyReach = 0.5;    // of the item's smaller side
+constexpr double kHoleReach = 0.5;      // of the radius: how far from the middle of a hole samples lie
+constexpr size_t kExactShare = 4;       // one in so many samples in holes
+constexpr double kSameDirection = 0.01; // the sine between edges that count as parallel
+constexpr double kClampReach = 0.25;    // of the item's smaller side: how far a window may push a sample
+constexpr int kMostRounds = 300;        // of a descent
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// Directions of a descent: x, y, both diagonals, rotation.
-constexpr std::array<Point, 5> Axes{{{1, 0}, {0, 1}, {0.7071, 0.7071}, {0.7071, -0.7071}, {0, 0}}};
-constexpr size_t RotationAxis = 4;
+constexpr std::array<Point, 5> kAxes{{{1, 0}, {0, 1}, {0.7071, 0.7071}, {0.7071, -0.7071}, {0, 0}}};
+constexpr size_t kRotationAxis = 4;
 
 struct Edge
 {
@@ -41,7 +41,7 @@ Edge GetEdge(const Shape& shape, size_t index, bool mirrored)
 
 bool AreOpposite(Point u, Point v)
 {
-    return std::abs(Cross(u, v)) < -SameDirection * Dot(u, v);
+    return std::abs(Cross(u, v)) < -kSameDirection * Dot(u, v);
 }
 
 } // namespace
@@ -102,7 +102,7 @@ std::optional<Stand> Mover::Sample(size_t item, uint32_t window)
     const PoseClass& poseClass = type.classes[stand.poseClass];
     stand.angle = poseClass.angle;
     if (poseClass.IsContinuous()) {
-        const double step = 2 * std::numbers::pi / FreeAngles;
+        const double step = 2 * std::numbers::pi / kFreeAngles;
         const double steps = std::floor(poseClass.deviation / step);
         stand.angle += steps >= 1 ? step * std::round(m_random.Between(-steps, steps))
                                   : m_random.Between(-poseClass.deviation, poseClass.deviation);
@@ -128,7 +128,7 @@ std::optional<Stand> Mover::SampleFitting(size_t item, Stand stand)
 
 std::optional<Stand> Mover::SampleNear(size_t item, const Stand& centre)
 {
-    const double reach = NearbyReach * m_layout.GetType(item).smallerSide;
+    const double reach = kNearbyReach * m_layout.GetType(item).smallerSide;
     const Box around = Box{centre.position, centre.position}.Grown(reach);
     return SampleIn(item, centre, &around);
 }
@@ -181,7 +181,7 @@ std::optional<Stand> Mover::SampleMatch(size_t item)
     const Point place = beside.position + away + (isForward ? along.to - own.from : along.from - own.to);
     stand->position = place;
     Clamp(item, *stand);
-    const double reach = ClampReach * m_layout.GetType(item).smallerSide;
+    const double reach = kClampReach * m_layout.GetType(item).smallerSide;
     return Length(stand->position - place) <= reach ? stand : std::nullopt;
 }
 
@@ -201,7 +201,7 @@ std::optional<Stand> Mover::SampleInHole(size_t item)
     if (!stand)
         return std::nullopt;
     const Transform place({other.classes[around.poseClass].mirrored, around.angle, around.position});
-    const double reach = HoleReach * hole.radius;
+    const double reach = kHoleReach * hole.radius;
     const Point offset{m_random.Between(-reach, reach), m_random.Between(-reach, reach)};
     Point middle = place.Apply(hole.centre) + offset;
     if (m_random.Index(kExactShare) == 0) { // in the middle of the box, for items as large as the hole
@@ -217,14 +217,14 @@ std::optional<Stand> Mover::SampleInHole(size_t item)
 
 void Mover::Offer(size_t item, const Stand& stand, size_t keep)
 {
-    const double bound = m_best.size() < keep ? Infinity : m_best.back().loss;
+    const double bound = m_best.size() < keep ? kInfinity : m_best.back().loss;
     const double loss = Evaluate(item, stand, bound);
     if (loss >= bound)
         return;
-    const double same = SameDistance * m_layout.GetType(item).smallerSide;
+    const double same = kSameDistance * m_layout.GetType(item).smallerSide;
     for (size_t i = 0; i < m_best.size(); ++i) {
         const Stand& other = m_best[i].stand;
-        if (other.poseClass != stand.poseClass || std::abs(other.angle - stand.angle) > Degree
+        if (other.poseClass != stand.poseClass || std::abs(other.angle - stand.angle) > kDegree
             || Length(other.position - stand.position) > same)
             continue;
         if (m_best[i].loss <= loss)
@@ -271,28 +271,28 @@ void Mover::Descend(size_t item, Candidate& candidate, const Steps& steps)
     double step = steps.first * type.smallerSide;
     double turn = steps.firstTurn;
     size_t axis = m_random.Index(axes);
-    for (int round = 0; round < MostRounds && candidate.loss > 0
+    for (int round = 0; round < kMostRounds && candidate.loss > 0
                         && (step > steps.last * type.smallerSide || (axes == 5 && turn > steps.lastTurn));
          ++round) {
         bool improved = false;
         const Stand from = candidate.stand;
         for (const double sign : {1.0, -1.0}) {
-            const double by = axis == RotationAxis ? sign * turn : 0;
-            const Stand tried = Shifted(item, from, Axes[axis] * (sign * step), by);
+            const double by = axis == kRotationAxis ? sign * turn : 0;
+            const Stand tried = Shifted(item, from, kAxes[axis] * (sign * step), by);
             const double loss = Evaluate(item, tried, candidate.loss);
             if (loss < candidate.loss) {
                 candidate = {tried, loss};
                 improved = true;
             }
         }
-        double& length = axis == RotationAxis ? turn : step;
-        length *= improved ? SuccessFactor : FailureFactor;
+        double& length = axis == kRotationAxis ? turn : step;
+        length *= improved ? kSuccessFactor : kFailureFactor;
         if (!improved)
             axis = m_random.Index(axes);
-        if (axes == 5 && axis == RotationAxis && turn <= steps.lastTurn)
+        if (axes == 5 && axis == kRotationAxis && turn <= steps.lastTurn)
             axis = m_random.Index(4);
-        else if (axes == 5 && axis != RotationAxis && step <= steps.last * type.smallerSide)
-            axis = RotationAxis;
+        else if (axes == 5 && axis != kRotationAxis && step <= steps.last * type.smallerSide)
+            axis = kRotationAxis;
     }
 }
 
@@ -321,8 +321,8 @@ void Mover::OfferSamples(size_t item, const MoveEffort& effort)
 
 Stand Mover::FindBetter(size_t item, const MoveEffort& effort)
 {
-    constexpr Steps coarse{0.25, 0.02, 5 * Degree, 1 * Degree};
-    constexpr Steps fine{0.01, 0.001, 0.5 * Degree, 0.05 * Degree};
+    constexpr Steps coarse{0.25, 0.02, 5 * kDegree, 1 * kDegree};
+    constexpr Steps fine{0.01, 0.001, 0.5 * kDegree, 0.05 * kDegree};
     const Stand present = m_layout.GetStand(item);
     const double presentLoss = m_layout.GetWeightedItemLoss(item);
     m_best.clear();

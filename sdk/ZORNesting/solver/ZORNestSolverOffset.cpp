@@ -7,12 +7,12 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kGrid = 1e-9;           // far below the inset
-constexpr double kThinnest = 1e-6;       // pieces and holes thinner than that are due to rounding
-constexpr double kBluntest = 0.5;        // keeps the inset of a sharp corner within twice that of edges
-constexpr double NoArea = 1e-6;          // of a hole: less outside of the outline is due to rounding
-constexpr double kMostWork = 1e8;        // edges and corners to be passed when rings are cleaned
-constexpr double CornerTolerance = 0.01; // of the distance: how far a corner may reach beyond the circle
+constexpr double kGrid = 1e-9;            // far below the inset
+constexpr double kThinnest = 1e-6;        // pieces and holes thinner than that are due to rounding
+constexpr double kBluntest = 0.5;         // keeps the inset of a sharp corner within twice that of edges
+constexpr double kNoArea = 1e-6;          // of a hole: less outside of the outline is due to rounding
+constexpr double kMostWork = 1e8;         // edges and corners to be passed when rings are cleaned
+constexpr double kCornerTolerance = 0.01; // of the distance: how far a corner may reach beyond the circle
 
 /// The grid coarsens where the coordinates would lose digits in the clipping library.
 struct Scale
@@ -71,7 +71,7 @@ Ring OffsetRing(const Ring& ring, double distance)
         if (turn <= 0) {
             result.push_back(p);
         } else {
-            const double largest = 2 * std::acos(1 / (1 + CornerTolerance));
+            const double largest = 2 * std::acos(1 / (1 + kCornerTolerance));
             const int steps = std::max(1, static_cast<int>(std::ceil(turn / largest)));
             const double reach = 1 / std::cos(turn / steps / 2);
             for (int s = 0; s < steps; ++s) {
@@ -290,9 +290,9 @@ std::optional<Polygon> CleanPiece(const Polygon& rings, const Polygon& added, co
         const ClipperLib::Paths hole = Combine(ClipperLib::ctUnion, {scale.ToGrid(rings[i])}, {});
         const double area = GetArea(hole);
         const double beyond = GetArea(Combine(ClipperLib::ctDifference, hole, outline));
-        if (area > 0 && beyond >= (1 - NoArea) * area)
+        if (area > 0 && beyond >= (1 - kNoArea) * area)
             return std::nullopt;
-        ClipperLib::Paths& kind = beyond > NoArea * area ? solid : inner;
+        ClipperLib::Paths& kind = beyond > kNoArea * area ? solid : inner;
         kind.insert(kind.end(), hole.begin(), hole.end());
     }
     const ClipperLib::Paths material = Combine(ClipperLib::ctUnion, inner, {}, ClipperLib::pftEvenOdd);

@@ -12,11 +12,11 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr int DeepestLevel = 12;
-constexpr size_t MostCells = 60000;
-constexpr size_t FewestCells = 500;
-constexpr size_t MostDistances = 30000000; // of cells from edges: outlines of many edges get fewer cells
-constexpr double Accuracy = 0.01;
+constexpr int kDeepestLevel = 12;
+constexpr size_t kMostCells = 60000;
+constexpr size_t kFewestCells = 500;
+constexpr size_t kMostDistances = 30000000; // of cells from edges: outlines of many edges get fewer cells
+constexpr double kAccuracy = 0.01;
 constexpr double kEdgesOfASquare = 200;         // take as long as a square itself
 constexpr std::array kHeights{0.5, 0.25, 0.75}; // of lines through a polygon
 constexpr size_t kMostPoles = 32;
@@ -120,7 +120,7 @@ PoleSearch::PoleSearch(const Polygon& polygon, double squares)
     : m_field(polygon)
     , m_cost(1 + static_cast<double>(m_field.GetEdgeCount()) / kEdgesOfASquare)
     , m_mostCells(
-          std::clamp(MostDistances / std::max<size_t>(1, m_field.GetEdgeCount()), FewestCells, MostCells))
+          std::clamp(kMostDistances / std::max<size_t>(1, m_field.GetEdgeCount()), kFewestCells, kMostCells))
 {
     if (squares < static_cast<double>(m_mostCells) * m_cost)
         m_mostCells = static_cast<size_t>(squares / m_cost);
@@ -151,7 +151,7 @@ void PoleSearch::Visit(size_t index)
     }
     if (cell.depth > m_best.radius)
         m_best = {cell.centre, cell.depth};
-    if (cell.GetBound() > m_best.radius && cell.level < DeepestLevel)
+    if (cell.GetBound() > m_best.radius && cell.level < kDeepestLevel)
         m_open.push({cell.GetBound(), index});
 }
 
@@ -179,7 +179,7 @@ Circle PoleSearch::FindDeepest()
         const auto [bound, index] = m_open.top();
         m_open.pop();
         const bool isEnough = m_best.radius > 0 && m_cells.size() > m_mostCells; // of slivers
-        if (isEnough || bound <= m_best.radius + Accuracy * std::max(m_best.radius, 0.0))
+        if (isEnough || bound <= m_best.radius + kAccuracy * std::max(m_best.radius, 0.0))
             break;
         VisitChildren(index);
     }

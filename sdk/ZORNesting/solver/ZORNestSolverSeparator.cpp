@@ -4,7 +4,7 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double ClearlyBetter = 0.98;
+constexpr double kClearlyBetter = 0.98;
 
 } // namespace
 
@@ -42,7 +42,7 @@ double Separator::Separate(const SeparationLimits& limits, const Budget& budget)
         for (int idle = 0; idle < limits.iterations && !budget.IsOver(); ++idle) {
             MoveColliding(budget);
             const double loss = m_layout.GetTotalLoss();
-            if (loss < level * ClearlyBetter) {
+            if (loss < level * kClearlyBetter) {
                 level = loss;
                 idle = 0;
             }
@@ -54,7 +54,7 @@ double Separator::Separate(const SeparationLimits& limits, const Budget& budget)
             }
             m_layout.UpdateWeights();
         }
-        attempt = best < before * ClearlyBetter ? 0 : attempt + 1;
+        attempt = best < before * kClearlyBetter ? 0 : attempt + 1;
         m_layout.PlaceAll(bestStands);
     }
     return best;

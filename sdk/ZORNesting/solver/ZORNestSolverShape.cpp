@@ -4,8 +4,8 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr size_t PolePadding = 8;
-constexpr size_t EdgePadding = 4;
+constexpr size_t kPolePadding = 8;
+constexpr size_t kEdgePadding = 4;
 
 size_t Padded(size_t count, size_t to)
 {
@@ -24,7 +24,7 @@ void SetEdges(Shape& shape, const Polygon& polygon)
         }
     }
     shape.edgeCount = shape.ax.size();
-    const size_t padded = Padded(shape.edgeCount, EdgePadding);
+    const size_t padded = Padded(shape.edgeCount, kEdgePadding);
     for (auto* array : {&shape.ax, &shape.ay, &shape.bx, &shape.by})
         array->resize(padded, std::numeric_limits<double>::quiet_NaN());
 }
@@ -37,7 +37,7 @@ void SetPoles(Shape& shape, const std::vector<Circle>& poles)
         shape.poleR.push_back(static_cast<float>(pole.radius));
     }
     shape.poleCount = poles.size();
-    const size_t padded = Padded(poles.size(), PolePadding);
+    const size_t padded = Padded(poles.size(), kPolePadding);
     for (auto* array : {&shape.poleX, &shape.poleY, &shape.poleR})
         array->resize(padded, 0);
 }

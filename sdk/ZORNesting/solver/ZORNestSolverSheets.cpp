@@ -4,10 +4,10 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr int ConstructionSamples = 200;
-constexpr size_t SpareSheets = 2; // on top of twice as many as the area takes
-constexpr SeparationLimits SheetLimits{60, 2};
-constexpr int MostFailures = 12; // in a row of one kind of improvement
+constexpr int kConstructionSamples = 200;
+constexpr size_t kSpareSheets = 2; // on top of twice as many as the area takes
+constexpr SeparationLimits kSheetLimits{60, 2};
+constexpr int kMostFailures = 12; // in a row of one kind of improvement
 
 } // namespace
 
@@ -62,7 +62,7 @@ std::vector<size_t> SheetSearch::AddTo(Packing& packing, const std::vector<size_
         const bool fits = Fits(all[i].item);
         uint32_t& s = firstSheets[m_items[all[i].item]];
         while (s < sheets && !stand && fits && !budget.IsRunOver()) {
-            stand = mover.FindFree(i, s, ConstructionSamples);
+            stand = mover.FindFree(i, s, kConstructionSamples);
             if (!stand && s >= packing.sheets && m_area.hazards.empty()) { // an empty sheet has room
                 stand = FindFitting(layout.GetType(i), layout.GetWindow(s));
                 stand->window = s;
@@ -87,7 +87,7 @@ void SheetSearch::Add(Packing& packing, std::vector<size_t> items, const Budget&
     for (size_t before = items.size() + 1;
          !items.empty() && items.size() < before && sheets < m_mostSheets;) {
         before = items.size();
-        sheets = std::min(m_mostSheets, packing.sheets + 2 * GetFewestSheets(items) + SpareSheets);
+        sheets = std::min(m_mostSheets, packing.sheets + 2 * GetFewestSheets(items) + kSpareSheets);
         items = AddTo(packing, items, sheets, budget);
     }
     packing.rest.insert(packing.rest.end(), items.begin(), items.end());
@@ -111,7 +111,7 @@ bool SheetSearch::Separate(std::vector<PackedItem>& items, size_t sheets, const 
     }
     layout.PlaceAll(stands);
     Separator separator(layout, m_random);
-    if (separator.Separate(SheetLimits, budget) > 0)
+    if (separator.Separate(kSheetLimits, budget) > 0)
         return false;
     for (size_t i = 0; i < items.size(); ++i) {
         items[i].stand = layout.GetStand(i);
@@ -195,7 +195,7 @@ void SheetSearch::AddRest(Packing& packing, double shortestTime, const Budget& b
                || (hasMore && AddOneOfRest(packing, packing.sheets + 1, budget));
     };
     for (int failures = 0; std::any_of(packing.rest.begin(), packing.rest.end(), fits)
-                           && (failures < MostFailures || budget.GetElapsed() < shortestTime)
+                           && (failures < kMostFailures || budget.GetElapsed() < shortestTime)
                            && !budget.IsOver();)
         failures = addOne() ? 0 : failures + 1;
 }
@@ -207,7 +207,7 @@ void SheetSearch::RemoveSheets(Packing& packing, double shortestTime, const Budg
         items.push_back(packed.item);
     const size_t fewest = GetFewestSheets(items);
     for (int failures = 0; packing.sheets > fewest
-                           && (failures < MostFailures || budget.GetElapsed() < shortestTime)
+                           && (failures < kMostFailures || budget.GetElapsed() < shortestTime)
                            && !budget.IsOver();)
         failures = RemoveSheet(packing, budget) ? 0 : failures + 1;
 }

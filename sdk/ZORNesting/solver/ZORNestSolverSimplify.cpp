@@ -8,7 +8,7 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr size_t FewestCorners = 4;    // of a ring that is simplified
+constexpr size_t kFewestCorners = 4;   // of a ring that is simplified
 constexpr double kSameSide = 1e-9;     // of the size: how near to the box an edge lies on it
 constexpr size_t kChangesPerLook = 64; // between two questions whether to go on
 
@@ -164,7 +164,7 @@ bool Simplifier::HoldsRing(Point a, Point b, Point c, size_t ring) const
 bool Simplifier::IsAllowed(const Change& change) const
 {
     const Corner& corner = m_corners[change.corner];
-    if (m_ringSizes[corner.ring] <= FewestCorners)
+    if (m_ringSizes[corner.ring] <= kFewestCorners)
         return false;
     const size_t i = change.corner;
     const size_t before = corner.before;

@@ -7,24 +7,24 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr int ConstructionSamples = 300;
-constexpr double FirstExploreStep = 0.04; // the share of the length by which it shrinks
-constexpr double LastExploreStep = 0.001;
-constexpr double ExploreFactor = 2;
-constexpr double FirstCompressStep = 0.0005;
-constexpr double LastCompressStep = 0.00001;
-constexpr double SuccessFactor = 1.2;
-constexpr double FailureFactor = 0.6;
-constexpr SeparationLimits ProbeLimits{50, 1}; // while the steps are large
-constexpr SeparationLimits QuickLimits{50, 2}; // at the first dead ends of a length
-constexpr SeparationLimits PatientLimits{200, 3};
-constexpr int PatienceGrowth = 10; // iterations for each dead end
-constexpr SeparationLimits CompressLimits{100, 5};
-constexpr size_t MostDeadEnds = 256;   // the worst ones are forgotten
-constexpr double PoolDeviation = 0.25; // of the pool's size
-constexpr double RowGap = 0.001;
-constexpr int ExchangeAttempts = 20;
-constexpr double LargeShare = 0.75; // of the total hull area belongs to the large items
+constexpr int kConstructionSamples = 300;
+constexpr double kFirstExploreStep = 0.04; // the share of the length by which it shrinks
+constexpr double kLastExploreStep = 0.001;
+constexpr double kExploreFactor = 2;
+constexpr double kFirstCompressStep = 0.0005;
+constexpr double kLastCompressStep = 0.00001;
+constexpr double kSuccessFactor = 1.2;
+constexpr double kFailureFactor = 0.6;
+constexpr SeparationLimits kProbeLimits{50, 1}; // while the steps are large
+constexpr SeparationLimits kQuickLimits{50, 2}; // at the first dead ends of a length
+constexpr SeparationLimits kPatientLimits{200, 3};
+constexpr int kPatienceGrowth = 10; // iterations for each dead end
+constexpr SeparationLimits kCompressLimits{100, 5};
+constexpr size_t kMostDeadEnds = 256;   // the worst ones are forgotten
+constexpr double kPoolDeviation = 0.25; // of the pool's size
+constexpr double kRowGap = 0.001;
+constexpr int kExchangeAttempts = 20;
+constexpr double kLargeShare = 0.75; // of the total hull area belongs to the large items
 
 } // namespace
 
@@ -58,7 +58,7 @@ StripSearch::StripSearch(std::shared_ptr<const Problem> problem, uint64_t seed, 
     , m_separator(m_layout, m_random)
     , m_listener(std::move(listener))
     , m_shortest(GetShortestLength())
-    , m_exploreStep(FirstExploreStep)
+    , m_exploreStep(kFirstExploreStep)
 {
 }
 
@@ -99,7 +99,7 @@ void StripSearch::Construct(const Budget& budget)
         SetLength(used + m_layout.GetType(item).base.diameter);
         std::optional<Stand> stand;
         if (!budget.IsRunOver())
-            stand = m_mover.FindFree(item, 0, ConstructionSamples);
+            stand = m_mover.FindFree(item, 0, kConstructionSamples);
         m_layout.Place(item, stand ? *stand : FindBehind(item, left + used)); // behind all others is room
         used = std::max(used, m_layout.GetItemBox(item).max.x - left);
     }
@@ -140,7 +140,7 @@ void StripSearch::PlaceInRow()
     for (size_t item = 0; item < m_layout.GetItemCount(); ++item) {
         m_layout.Place(item, FindBehind(item, m_layout.GetWindow(0).min.x + used));
         used = m_layout.GetItemBox(item).max.x - m_layout.GetWindow(0).min.x;
-        used += RowGap * m_layout.GetType(item).base.diameter;
+        used += kRowGap * m_layout.GetType(item).base.diameter;
     }
     SetLength(used);
     KeepAsBest();
@@ -217,7 +217,7 @@ std::vector<size_t> StripSearch::GetLargeItems() const
         total += getArea(item);
     double covered = 0;
     size_t large = 0;
-    while (large < order.size() && covered < LargeShare * total)
+    while (large < order.size() && covered < kLargeShare * total)
         covered += getArea(order[large++]);
     order.resize(large);
     return order;
@@ -228,7 +228,7 @@ void StripSearch::ExchangeLargeItems()
 {
     const std::vector<size_t> large = GetLargeItems();
     const size_t first = large[m_random.Index(large.size())];
-    for (int attempt = 0; attempt < ExchangeAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kExchangeAttempts; ++attempt) {
         const size_t second = large[m_random.Index(large.size())];
         if (&m_layout.GetType(first) == &m_layout.GetType(second))
             continue;
@@ -250,10 +250,10 @@ void StripSearch::LeaveDeadEnd(double loss)
     const auto place = std::find_if(m_deadEnds.begin(), m_deadEnds.end(),
                                     [loss](const DeadEnd& other) { return other.loss > loss; });
     m_deadEnds.insert(place, DeadEnd{loss, m_layout.GetStands()});
-    if (m_deadEnds.size() > MostDeadEnds)
+    if (m_deadEnds.size() > kMostDeadEnds)
         m_deadEnds.pop_back();
     const double size = static_cast<double>(m_deadEnds.size());
-    const double chosen = std::min(std::abs(m_random.Normal(PoolDeviation * size)), size - 1);
+    const double chosen = std::min(std::abs(m_random.Normal(kPoolDeviation * size)), size - 1);
     m_layout.ResetWeights();
     m_layout.PlaceAll(m_deadEnds[static_cast<size_t>(chosen)].stands);
     ExchangeLargeItems();
@@ -262,9 +262,9 @@ void StripSearch::LeaveDeadEnd(double loss)
 /// The more dead ends were met at this length, the more thoroughly each is searched.
 SeparationLimits StripSearch::GetExploreLimits() const
 {
-    const int iterations = QuickLimits.iterations + PatienceGrowth * static_cast<int>(m_deadEnds.size());
-    return iterations < PatientLimits.iterations ? SeparationLimits{iterations, QuickLimits.attempts}
-                                                 : PatientLimits;
+    const int iterations = kQuickLimits.iterations + kPatienceGrowth * static_cast<int>(m_deadEnds.size());
+    return iterations < kPatientLimits.iterations ? SeparationLimits{iterations, kQuickLimits.attempts}
+                                                  : kPatientLimits;
 }
 
 void StripSearch::Explore(const Budget& budget)
@@ -275,14 +275,14 @@ void StripSearch::Explore(const Budget& budget)
             RestoreBest();
             ShrinkTo(std::max(m_shortest, m_length * (1 - m_exploreStep)));
         }
-        const bool isProbe = m_exploreStep > LastExploreStep;
-        const double loss = m_separator.Separate(isProbe ? ProbeLimits : GetExploreLimits(), budget);
+        const bool isProbe = m_exploreStep > kLastExploreStep;
+        const double loss = m_separator.Separate(isProbe ? kProbeLimits : GetExploreLimits(), budget);
         const bool shorter = loss <= 0 && KeepAsBest();
         restart = shorter || isProbe;
         if (shorter)
-            m_exploreStep = std::min(FirstExploreStep, m_exploreStep * ExploreFactor);
+            m_exploreStep = std::min(kFirstExploreStep, m_exploreStep * kExploreFactor);
         else if (isProbe) // too bold
-            m_exploreStep = std::max(LastExploreStep, m_exploreStep / ExploreFactor);
+            m_exploreStep = std::max(kLastExploreStep, m_exploreStep / kExploreFactor);
         else
             LeaveDeadEnd(loss);
     }
@@ -306,13 +306,13 @@ void StripSearch::Continue(const std::vector<Stand>& stands)
 
 void StripSearch::Compress(const Budget& budget)
 {
-    double step = FirstCompressStep;
+    double step = kFirstCompressStep;
     while (!budget.IsOver() && CanShrink()) {
         RestoreBest();
         ShrinkTo(std::max(m_shortest, m_length * (1 - step)));
-        const bool shorter = m_separator.Separate(CompressLimits, budget) <= 0 && KeepAsBest();
-        step =
-            std::clamp(step * (shorter ? SuccessFactor : FailureFactor), LastCompressStep, FirstCompressStep);
+        const bool shorter = m_separator.Separate(kCompressLimits, budget) <= 0 && KeepAsBest();
+        step = std::clamp(step * (shorter ? kSuccessFactor : kFailureFactor), kLastCompressStep,
+                          kFirstCompressStep);
     }
 }
 

@@ -10,14 +10,14 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double SearchShare = 0.97; // of the time, the rest is for the exact finish
-constexpr double ExploreShare = 0.8;
-constexpr double FirstRound = 2; // seconds
-constexpr double FirstRoundOfItem = 0.05;
-constexpr double RoundGrowth = 1.5;
-constexpr double LeastGain = 0.0005; // of the length, in a round
+constexpr double kSearchShare = 0.97; // of the time, the rest is for the exact finish
+constexpr double kExploreShare = 0.8;
+constexpr double kFirstRound = 2; // seconds
+constexpr double kFirstRoundOfItem = 0.05;
+constexpr double kRoundGrowth = 1.5;
+constexpr double kLeastGain = 0.0005; // of the length, in a round
 constexpr double kNearlyAll = 0.95;
-constexpr uint64_t SeedStep = 0x9E3779B9;
+constexpr uint64_t kSeedStep = 0x9E3779B9;
 
 /// Searches of the same strip with different seeds.
 class StripTeam
@@ -28,7 +28,7 @@ public:
     {
         for (int t = 0; t < std::max(1, threads); ++t)
             m_searches.push_back(std::make_unique<StripSearch>(
-                problem, seed + static_cast<uint64_t>(t) * SeedStep,
+                problem, seed + static_cast<uint64_t>(t) * kSeedStep,
                 [proof](const std::vector<Stand>& stands, double) { return proof(stands); }));
     }
 
@@ -88,7 +88,7 @@ private:
 
 void RunRound(StripTeam& team, const Budget& budget)
 {
-    const Budget explore = budget.Part(ExploreShare);
+    const Budget explore = budget.Part(kExploreShare);
     team.ForEach(budget, [&explore](StripSearch& search) { search.Explore(explore); });
     team.ContinueFromBest();
     team.ForEach(budget, [&budget](StripSearch& search) { search.Compress(budget.Part(1)); });
@@ -98,15 +98,15 @@ void RunRound(StripTeam& team, const Budget& budget)
 /// Ever longer rounds, until one gains too little.
 void RunUntilIdle(StripTeam& team, size_t items, double shortestTime, const Budget& budget)
 {
-    double round = FirstRound + FirstRoundOfItem * static_cast<double>(items);
+    double round = kFirstRound + kFirstRoundOfItem * static_cast<double>(items);
     double before = std::numeric_limits<double>::infinity();
     while (!budget.IsOver()) {
         const double length = team.GetBest().GetLength();
-        if (length > before * (1 - LeastGain) && budget.GetElapsed() >= shortestTime)
+        if (length > before * (1 - kLeastGain) && budget.GetElapsed() >= shortestTime)
             return;
         before = length;
         RunRound(team, budget.Limited(round));
-        round *= RoundGrowth;
+        round *= kRoundGrowth;
     }
 }
 
@@ -123,7 +123,7 @@ std::vector<Stand> SearchStrip(const std::shared_ptr<const Problem>& problem, ui
     const bool useAll =
         budget.HasEnd() && effort.shortestTime >= kNearlyAll * (budget.GetElapsed() + budget.GetRest());
     if (useAll)
-        RunRound(team, budget.Part(SearchShare));
+        RunRound(team, budget.Part(kSearchShare));
     else
         RunUntilIdle(team, problem->items.size(), effort.shortestTime, budget);
     const Compaction compaction(*problem, effort.separation, proof);

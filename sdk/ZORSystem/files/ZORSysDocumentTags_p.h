@@ -4,5 +4,5 @@
 
 #include <QCborValue>
 
-constexpr QCborTag zorInt32Tag{78};
-constexpr QCborTag zorFloat64Tag{86};
+constexpr QCborTag kInt32Tag{78};
+constexpr QCborTag kFloat64Tag{86};

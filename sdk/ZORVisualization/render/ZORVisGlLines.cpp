@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr double smallestJoint = 2.5; // device pixels; thinner lines show no notch where they bend
+constexpr double kSmallestJoint = 2.5; // device pixels; thinner lines show no notch where they bend
 
 // A disc as large as the texture; smooth points are squares on some platforms. There is one context, and so
 // one texture for the process.
@@ -167,7 +167,7 @@ void ZORVisGlLines::GLRender(SoGLRenderAction* action)
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glEnableClientState(GL_VERTEX_ARRAY);
     Draw();
-    if (m_pattern == 0xffff && width >= smallestJoint)
+    if (m_pattern == 0xffff && width >= kSmallestJoint)
         DrawJoints(width);
     glDisableClientState(GL_VERTEX_ARRAY);
     glPopAttrib();

@@ -20,9 +20,9 @@ namespace {
 
 // The graph's coordinates are of single precision: its origin moves when the target is that many heights of
 // the view away from it.
-constexpr double farFromOrigin = 64;
+constexpr double kFarFromOrigin = 64;
 
-constexpr double depthSteps = 1 << 24; // of the depth buffer
+constexpr double kDepthSteps = 1 << 24; // of the depth buffer
 
 uint32_t GetCacheContext()
 {
@@ -174,7 +174,7 @@ void ZORVisGlScene::PlaceNode(const Node& node)
 void ZORVisGlScene::SetOrigin(const ZORVisFrame& frame)
 {
     const ZORMathPoint target = frame.camera.GetTarget();
-    if (target.DistanceTo(m_origin) <= farFromOrigin * frame.camera.GetHeight())
+    if (target.DistanceTo(m_origin) <= kFarFromOrigin * frame.camera.GetHeight())
         return;
     m_origin = target;
     for (const auto& [key, node] : m_nodes)
@@ -207,7 +207,7 @@ bool ZORVisGlScene::Draw(const ZORVisFrame& frame, const QRect& tile, ZORVisFram
     if (m_nodes.empty())
         return true;
 
-    m_mode = {frame.ratio, frame.wireframe, frame.GetPushBack() * depthSteps};
+    m_mode = {frame.ratio, frame.wireframe, frame.GetPushBack() * kDepthSteps};
     SetOrigin(frame);
     SetCamera(frame, tile);
     glEnable(GL_DEPTH_TEST);

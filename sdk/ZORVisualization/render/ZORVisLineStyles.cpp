@@ -7,7 +7,7 @@
 namespace {
 
 // Drawn '-' and '.', left out ' '. Every pattern begins with a dash and ends with a gap, and has 16 steps.
-constexpr std::array<const char*, ZORVisOptions::lineStyleCount> pictures = {
+constexpr std::array<const char*, ZORVisOptions::lineStyleCount> kPictures = {
     "----------------", // solid
     "------  ------  ", // dash
     ".   .   .   .   ", // dot
@@ -36,7 +36,7 @@ constexpr uint16_t ToBits(const char* picture)
 uint16_t ZORVisLinePattern(ZORVisOptions::LineStyle style)
 {
     const auto code = size_t(style);
-    return code < pictures.size() ? ToBits(pictures[code]) : uint16_t(0xffff);
+    return code < kPictures.size() ? ToBits(kPictures[code]) : uint16_t(0xffff);
 }
 
 int ZORVisLinePatternStep(double thickness)

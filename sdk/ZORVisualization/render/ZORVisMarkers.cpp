@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr int largestCache = 1024;
-constexpr double largestRadius = 6.5; // of any symbol, with its pen
+constexpr int kLargestCache = 1024;
+constexpr double kLargestRadius = 6.5; // of any symbol, with its pen
 
 void DrawCircle(QPainter& painter, double radius)
 {
@@ -97,10 +97,10 @@ QImage ZORVisMarkers::GetImage(ZORVisOptions::PointSymbol symbol, const QColor& 
                                  QString::number(ratio, 'g', 17));
     if (const auto found = m_images.constFind(key); found != m_images.cend())
         return *found;
-    if (m_images.size() >= largestCache)
+    if (m_images.size() >= kLargestCache)
         m_images.clear();
 
-    const int half = int(std::ceil(largestRadius * ratio));
+    const int half = int(std::ceil(kLargestRadius * ratio));
     QImage image(2 * half + 1, 2 * half + 1, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     {

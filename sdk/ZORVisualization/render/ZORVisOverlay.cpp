@@ -13,14 +13,14 @@
 
 namespace {
 
-constexpr double depthTolerance = 1e-5;  // of the depth range
-constexpr double markerMargin = 8;       // device independent pixels from a point to the end of its symbol
-constexpr double smallestText = 2;       // device pixels; smaller ones cannot be read
-constexpr int fontSize = 64;             // at which texts are laid out before they are scaled
-constexpr int largestPart = 16384;       // QPainter's own limit is 32767
-constexpr double triadLength = 34;       // device independent pixels, as are the next two
-constexpr double triadMargin = 52;       // from the corner of the picture to the origin of the axes
-constexpr double smallestForTriad = 120; // pictures that are smaller have none
+constexpr double kDepthTolerance = 1e-5;  // of the depth range
+constexpr double kMarkerMargin = 8;       // device independent pixels from a point to the end of its symbol
+constexpr double kSmallestText = 2;       // device pixels; smaller ones cannot be read
+constexpr int kFontSize = 64;             // at which texts are laid out before they are scaled
+constexpr int kLargestPart = 16384;       // QPainter's own limit is 32767
+constexpr double kTriadLength = 34;       // device independent pixels, as are the next two
+constexpr double kTriadMargin = 52;       // from the corner of the picture to the origin of the axes
+constexpr double kSmallestForTriad = 120; // pictures that are smaller have none
 
 QFont CreateFont()
 {
@@ -28,7 +28,7 @@ QFont CreateFont()
     font.setStyleHint(QFont::SansSerif);
     font.setStyleStrategy(QFont::NoSubpixelAntialias);
     font.setHintingPreference(QFont::PreferNoHinting);
-    font.setPixelSize(fontSize);
+    font.setPixelSize(kFontSize);
     return font;
 }
 
@@ -36,9 +36,9 @@ QFont CreateFont()
 QList<QRect> PartsOf(const QSize& size)
 {
     QList<QRect> parts;
-    for (int y = 0; y < size.height(); y += largestPart) {
-        for (int x = 0; x < size.width(); x += largestPart)
-            parts << QRect(x, y, largestPart, largestPart).intersected(QRect(QPoint(0, 0), size));
+    for (int y = 0; y < size.height(); y += kLargestPart) {
+        for (int x = 0; x < size.width(); x += kLargestPart)
+            parts << QRect(x, y, kLargestPart, kLargestPart).intersected(QRect(QPoint(0, 0), size));
     }
     return parts;
 }
@@ -72,13 +72,13 @@ void ZORVisOverlay::Collect(const ZORVisRepItem& item)
 {
     ZORVisForEach<ZORVisPointData, ZORVisPrimitiveKind::Points>(item, [&](const ZORVisPointData& data) {
         for (const ZORMathPoint& point : data.points)
-            AddElement(point, markerMargin * m_frame.ratio, item.options, nullptr);
+            AddElement(point, kMarkerMargin * m_frame.ratio, item.options, nullptr);
     });
     if (!qGuiApp) // no fonts
         return;
     ZORVisForEach<ZORVisTextData, ZORVisPrimitiveKind::Text>(item, [&](const ZORVisTextData& text) {
         const double height = GetTextHeight(item.options, text);
-        if (height >= smallestText)
+        if (height >= kSmallestText)
             AddElement(text.position, 2 * height * double(text.text.size() + 1), item.options, &text);
     });
 }
@@ -114,7 +114,7 @@ void ZORVisOverlay::Hide(const QRect& tile, const std::vector<float>& depth)
             for (int x = std::max(0, column - 1); x <= std::min(tile.width() - 1, column + 1); ++x)
                 farthest = std::max(farthest, depth[size_t(y) * size_t(tile.width()) + size_t(x)]);
         }
-        element.visible = element.depth <= double(farthest) + depthTolerance;
+        element.visible = element.depth <= double(farthest) + kDepthTolerance;
     }
 }
 
@@ -167,7 +167,7 @@ void ZORVisOverlay::PaintText(QPainter& painter, const Element& element) const
         width = std::max(width, metrics.horizontalAdvance(line));
     const QPointF offset =
         AnchorOffset(element.text->anchor, {width, metrics.height() * double(lines.size())});
-    const double scale = GetTextHeight(*element.options, *element.text) / fontSize;
+    const double scale = GetTextHeight(*element.options, *element.text) / kFontSize;
 
     painter.save();
     painter.translate(element.pixel);
@@ -192,7 +192,7 @@ void ZORVisOverlay::PaintTriad(QPainter& painter) const
         const char* name;
     };
     const double ratio = m_frame.ratio;
-    if (std::min(m_frame.size.width(), m_frame.size.height()) < smallestForTriad * ratio)
+    if (std::min(m_frame.size.width(), m_frame.size.height()) < kSmallestForTriad * ratio)
         return;
     const auto axis = [this](const ZORMathVector& v, const QColor& color, const char* name) {
         return Axis{{Dot(v, m_frame.right), -Dot(v, m_frame.up)}, Dot(v, m_frame.direction), color, name};
@@ -204,19 +204,19 @@ void ZORVisOverlay::PaintTriad(QPainter& painter) const
                      [](const Axis& a, const Axis& b) { return a.depth > b.depth; });
 
     painter.save();
-    painter.translate(triadMargin * ratio, m_frame.size.height() - triadMargin * ratio);
+    painter.translate(kTriadMargin * ratio, m_frame.size.height() - kTriadMargin * ratio);
     painter.scale(ratio, ratio);
     QFont font = CreateFont();
     font.setPixelSize(12);
     font.setBold(true);
     for (const Axis& each : axes) {
         painter.setPen(QPen(each.color, 2.4, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(0, 0), each.tip * triadLength);
+        painter.drawLine(QPointF(0, 0), each.tip * kTriadLength);
         const double length = std::hypot(each.tip.x(), each.tip.y());
         if (length > 0.25) { // an axis along the view has no arrow head
             const QPointF along = each.tip / length;
             const QPointF across(-along.y(), along.x());
-            const QPointF tip = each.tip * triadLength;
+            const QPointF tip = each.tip * kTriadLength;
             painter.setPen(Qt::NoPen);
             painter.setBrush(each.color);
             painter.drawPolygon(
@@ -225,7 +225,7 @@ void ZORVisOverlay::PaintTriad(QPainter& painter) const
         if (qGuiApp) {
             painter.setFont(font);
             painter.setPen(each.color);
-            const QPointF place = length > 0.25 ? each.tip * (triadLength + 11 / length) : QPointF(-10, 10);
+            const QPointF place = length > 0.25 ? each.tip * (kTriadLength + 11 / length) : QPointF(-10, 10);
             painter.drawText(QRectF(place - QPointF(10, 10), QSizeF(20, 20)), Qt::AlignCenter,
                              QString::fromLatin1(each.name));
         }

@@ -12,17 +12,17 @@
 
 namespace {
 
-constexpr qint64 largestPicture = qint64(1) << 27;      // pixels
-constexpr qint64 largestTile = qint64(9) * 1024 * 1024; // pixels: the window of a 4K screen in one piece
-constexpr int tileSize = 2048;
-constexpr int largestSoftwareTile = 16384; // edge, pixels
+constexpr qint64 kLargestPicture = qint64(1) << 27;      // pixels
+constexpr qint64 kLargestTile = qint64(9) * 1024 * 1024; // pixels: the window of a 4K screen in one piece
+constexpr int kTileSize = 2048;
+constexpr int kLargestSoftwareTile = 16384; // edge, pixels
 
 // The whole picture, or tiles of it in rows; narrow pictures have long ones.
 QList<QRect> TilesOf(const QSize& size, int maximumSize)
 {
     const bool whole = size.width() <= maximumSize && size.height() <= maximumSize
-                       && qint64(size.width()) * size.height() <= largestTile;
-    const int edge = std::min(tileSize, maximumSize);
+                       && qint64(size.width()) * size.height() <= kLargestTile;
+    const int edge = std::min(kTileSize, maximumSize);
     const auto along = [&](int across) {
         return std::min(maximumSize, edge * edge / std::min(across, edge));
     };
@@ -39,7 +39,7 @@ QList<QRect> TilesOf(const QSize& size, int maximumSize)
 
 bool ZORVisPicture::IsDrawable(const QSize& size)
 {
-    return !size.isEmpty() && qint64(size.width()) * size.height() <= largestPicture;
+    return !size.isEmpty() && qint64(size.width()) * size.height() <= kLargestPicture;
 }
 
 QImage ZORVisPicture::Draw(const ZORVisFrame& frame, const ZORVisDrawList& objects, ZORVisGlScene* glScene)
@@ -49,7 +49,7 @@ QImage ZORVisPicture::Draw(const ZORVisFrame& frame, const ZORVisDrawList& objec
         return picture;
     ZORVisOverlay overlay(frame, objects, &m_markers);
     const int maximumSize =
-        glScene ? ZORVisGraphicsContext::GetInstance()->GetMaximumSize() : largestSoftwareTile;
+        glScene ? ZORVisGraphicsContext::GetInstance()->GetMaximumSize() : kLargestSoftwareTile;
     const QList<QRect> tiles = TilesOf(frame.size, maximumSize);
     for (const QRect& tile : tiles) {
         if (glScene && glScene->Draw(frame, tile, m_buffer)) {

@@ -14,10 +14,10 @@
 
 namespace {
 
-constexpr double depthTolerance = 1e-5; // of the depth range
-constexpr float ambient = 0.3F;         // the lights are those of the scene graph
-constexpr float lightIntensity = 0.8F;
-constexpr float specularStrength = 0.12F;
+constexpr double kDepthTolerance = 1e-5; // of the depth range
+constexpr float kAmbient = 0.3F;         // the lights are those of the scene graph
+constexpr float kLightIntensity = 0.8F;
+constexpr float kSpecularStrength = 0.12F;
 
 float Cross(float ax, float ay, float bx, float by)
 {
@@ -146,8 +146,8 @@ void ZORVisSoftware::Project(const ZORVisMeshArrays& arrays, const ZORMathPoint&
         m_vertices[i] = {float(base.x() + Dot(offset, m_frame.right) / m_frame.pixelSize),
                          float(base.y() - Dot(offset, m_frame.up) / m_frame.pixelSize),
                          float(baseDepth + Dot(offset, m_frame.direction) * depthScale),
-                         ambient + lightIntensity * float(std::abs(Dot(normal, light))),
-                         specularStrength * float(shine)};
+                         kAmbient + kLightIntensity * float(std::abs(Dot(normal, light))),
+                         kSpecularStrength * float(shine)};
     }
 }
 
@@ -336,5 +336,5 @@ bool ZORVisSoftware::IsSeen(const Place& place) const
     if (x < 0 || y < 0 || x >= m_tile.width() || y >= m_tile.height())
         return true;
     const float depth = m_depth[size_t(y) * size_t(m_tile.width()) + size_t(x)];
-    return place.depth <= double(depth) + depthTolerance;
+    return place.depth <= double(depth) + kDepthTolerance;
 }

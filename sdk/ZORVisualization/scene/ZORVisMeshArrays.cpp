@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr float cosCrease = 0.76604444F;     // 40 degrees
-constexpr float cosHalfCrease = 0.93969262F; // 20 degrees
-constexpr size_t largestSmoothFan = 256;     // triangles at a vertex; more are shaded flat
+constexpr float kCosCrease = 0.76604444F;     // 40 degrees
+constexpr float kCosHalfCrease = 0.93969262F; // 20 degrees
+constexpr size_t kLargestSmoothFan = 256;     // triangles at a vertex; more are shaded flat
 
 struct Normal
 {
@@ -138,7 +138,7 @@ void Builder::AddVertex(int vertex, const uint32_t* corners, size_t count)
             continue;
         if (reference == Normal{})
             reference = unit;
-        together = together && Dot(unit, reference) > cosHalfCrease;
+        together = together && Dot(unit, reference) > kCosHalfCrease;
     }
     if (!together) {
         AddSplitVertex(vertex, corners, count);
@@ -156,10 +156,10 @@ void Builder::AddSplitVertex(int vertex, const uint32_t* corners, size_t count)
     m_emittedNumbers.clear();
     for (size_t i = 0; i < count; ++i) {
         Normal sum = m_normals[corners[i] / 3];
-        if (count <= largestSmoothFan && !(m_units[i] == Normal{})) {
+        if (count <= kLargestSmoothFan && !(m_units[i] == Normal{})) {
             sum = {};
             for (size_t j = 0; j < count; ++j) {
-                if (Dot(m_units[i], m_units[j]) > cosCrease)
+                if (Dot(m_units[i], m_units[j]) > kCosCrease)
                     sum += m_normals[corners[j] / 3];
             }
         }
@@ -170,7 +170,7 @@ void Builder::AddSplitVertex(int vertex, const uint32_t* corners, size_t count)
         }
         const uint32_t number = Append(vertex, sum.GetUnit());
         m_arrays.corners[corners[i]] = number;
-        if (count <= largestSmoothFan) {
+        if (count <= kLargestSmoothFan) {
             m_emitted.push_back(sum);
             m_emittedNumbers.push_back(number);
         }

@@ -5,9 +5,9 @@
 
 namespace {
 
-constexpr char origin = 'R';
+constexpr char kOrigin = 'R';
 // The baseline lies this far below the origin of the letters.
-constexpr int baseline = 9;
+constexpr int kBaseline = 9;
 
 bool IsLineBreak(char c)
 {
@@ -49,7 +49,7 @@ public:
         for (int i = 1; i < numPairs; ++i) {
             const char x = ReadLetter();
             const char y = ReadLetter();
-            if (x == ' ' && y == origin) {
+            if (x == ' ' && y == kOrigin) {
                 isPenDown = false;
                 continue;
             }
@@ -57,7 +57,7 @@ public:
                 glyph.strokes.emplace_back();
             isPenDown = true;
             glyph.strokes.back().push_back(
-                {qint16(ToCoordinate(x) - left), qint16(baseline - ToCoordinate(y))});
+                {qint16(ToCoordinate(x) - left), qint16(kBaseline - ToCoordinate(y))});
         }
         return glyph;
     }
@@ -94,7 +94,7 @@ private:
         return c;
     }
 
-    static int ToCoordinate(char letter) { return letter - origin; }
+    static int ToCoordinate(char letter) { return letter - kOrigin; }
     int ReadCoordinate() { return ToCoordinate(ReadLetter()); }
 
     const QByteArray& m_data;

@@ -10,13 +10,13 @@ namespace {
 using Text = ZORVisVectorText;
 
 // In text sizes.
-constexpr double descent = 1.0 / 3;
-constexpr double underlineHeight = -1.0 / 6;
-constexpr double strikeThroughHeight = 3.0 / 7;
-constexpr double overlineHeight = 7.0 / 6;
+constexpr double kDescent = 1.0 / 3;
+constexpr double kUnderlineHeight = -1.0 / 6;
+constexpr double kStrikeThroughHeight = 3.0 / 7;
+constexpr double kOverlineHeight = 7.0 / 6;
 
-constexpr int blanksPerTab = 8;
-constexpr int defaultBlank = 16; // font units
+constexpr int kBlanksPerTab = 8;
+constexpr int kDefaultBlank = 16; // font units
 
 /// Stands for a character without strokes.
 const ZORVisStrokeGlyph& GetBox()
@@ -121,7 +121,7 @@ void ZORVisVectorTextLayout::PlaceOrigin()
     m_originX = column == 0 ? left : column == 1 ? (left + right) / 2 : right;
     switch (m_data.anchor - column) {
     case Text::BottomLeft:
-        m_originY = lastBaseline - descent * size;
+        m_originY = lastBaseline - kDescent * size;
         break;
     case Text::MiddleLeft:
         m_originY = (size + lastBaseline) / 2;
@@ -167,13 +167,13 @@ ZORVisVectorTextLayout::Cell ZORVisVectorTextLayout::GetCell(char32_t character)
     if (!QChar::isSpace(character))
         return {&GetBox(), false, GetBox().advance * m_unit};
     const ZORVisStrokeGlyph* blank = m_data.font.m_font->GetGlyph(U' ');
-    return {nullptr, true, (blank ? blank->advance : defaultBlank) * m_unit};
+    return {nullptr, true, (blank ? blank->advance : kDefaultBlank) * m_unit};
 }
 
 double ZORVisVectorTextLayout::GetNextTab(double along) const
 {
     const double blank = m_isVertical ? Text::naturalLinePitch * m_data.textSize : GetCell(U' ').width;
-    const double distance = blanksPerTab * blank;
+    const double distance = kBlanksPerTab * blank;
     return distance == 0 ? along : (std::floor(along / distance) + 1) * distance;
 }
 
@@ -216,9 +216,9 @@ void ZORVisVectorTextLayout::AddDecorations(double x, double y, double length)
         height *= m_data.textSize;
         AddPolyline({Evaluate(x, y, height), Evaluate(x + length, y, height)});
     };
-    add(Text::Underline, underlineHeight);
-    add(Text::StrikeThrough, strikeThroughHeight);
-    add(Text::Overline, overlineHeight);
+    add(Text::Underline, kUnderlineHeight);
+    add(Text::StrikeThrough, kStrikeThroughHeight);
+    add(Text::Overline, kOverlineHeight);
 }
 
 void ZORVisVectorTextLayout::AddPolyline(ZORMathSetOfPoints&& points)

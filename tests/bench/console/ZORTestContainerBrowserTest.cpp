@@ -21,7 +21,7 @@
 
 namespace {
 
-const QString DeleteRefused =
+const QString kDeleteRefused =
     QStringLiteral("Geometry reference is not zero. The only geometry with non-zero reference count that can "
                    "be deleted are features.");
 
@@ -219,7 +219,7 @@ TEST_F(ZORTestContainerBrowserTest, RefusesToDeleteWhenTheCountIsCurrentAndRefre
         EXPECT_EQ(1, InConsole<QTableView>("_ContTable")->currentIndex().column());
         Click("_ContDeleteBtn");
         const QList<MessageBoxCatcher::Box> expected{
-            {QMessageBox::Critical, "Error", DeleteRefused, QMessageBox::Ok, console.data()}};
+            {QMessageBox::Critical, "Error", kDeleteRefused, QMessageBox::Ok, console.data()}};
         EXPECT_EQ(expected, boxes.Take()) << name;
         EXPECT_EQ(2, GetContainer()->GetNumGeometry()) << name;
         EXPECT_FALSE(InConsole<QTableView>("_ContTable")->currentIndex().isValid()) << "refreshed";
@@ -254,7 +254,7 @@ TEST_F(ZORTestContainerBrowserTest, RefusesToDeleteAReferencedGeometryAndRefresh
     ClickRow(QStringLiteral("A"));
     Click("_ContDeleteBtn");
     const QList<MessageBoxCatcher::Box> expected{
-        {QMessageBox::Critical, "Error", DeleteRefused, QMessageBox::Ok, console.data()}};
+        {QMessageBox::Critical, "Error", kDeleteRefused, QMessageBox::Ok, console.data()}};
     EXPECT_EQ(expected, boxes.Take());
     EXPECT_EQ((QStringList{"A|1", "B|0"}), GetRows());
     point->RemoveReference(&user);
@@ -297,7 +297,7 @@ TEST_F(ZORTestContainerBrowserTest, SurvivesRowsWhoseGeometryIsGone)
         point->RemoveNoReferences();
         Click(button);
     }
-    EXPECT_EQ(QStringList{DeleteRefused}, boxes.TakeErrors()) << "of Delete alone";
+    EXPECT_EQ(QStringList{kDeleteRefused}, boxes.TakeErrors()) << "of Delete alone";
     EXPECT_TRUE(GetRows().isEmpty());
     EXPECT_EQ(nullptr, console->findChild<QDialog*>());
 }

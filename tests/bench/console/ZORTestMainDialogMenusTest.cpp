@@ -27,7 +27,7 @@ struct Menu
     std::vector<Entry> entries;
 };
 
-constexpr Entry Separator{};
+constexpr Entry kSeparator{};
 
 /// The contract with those who use the menus by name; docs/adding-a-dialog.md names this table.
 const std::vector<Menu>& ExpectedMenus()
@@ -37,44 +37,44 @@ const std::vector<Menu>& ExpectedMenus()
         {"File", "_FileMenu", {
             {"Save Container...", "_FileMenuSaveAction", "ZORTestSaveContainerCmd"},
             {"Load Container...", "_FileMenuLoadAction", "ZORTestLoadContainerCmd"},
-            Separator,
+            kSeparator,
             {"Initialize Root...", "_InitializeRootAction", "ZORTestInitializeRootCmd"},
         }},
         {"Geometry", "_GeoMenu", {
             {"Import Surface STL", "_ImportSTLAction", "ZORTestImportSTLCmd"},
             {"Export Surface STL", "_ExportSTLAction", "ZORTestExportSTLDlg"},
             {"Import Catia Composites XML Curves", "_ImportCatiaXMLAction", "ZORTestImportCatiaXMLCurvesDlg"},
-            Separator,
+            kSeparator,
             {"Create Cartesian Point", "_CartPointAction", "ZORTestGeoCreateCartesianPointDlg"},
             {"Create Point On Curve", "_PointOnCurveAction", "ZORTestGeoCreatePointOnCurveDlg"},
             {"Create Constant Angle Curve", "_ConstAngCurveAction", "ZORGeoGeodesicCurveDlg"},
             {"Create Geodesic Curve", "_GeodesicCurveAction", "ZORTestGeoGeodesicDlg"},
             {"Create Geodesic Ladder", "_GeodesicLadderAction"},
-            Separator,
+            kSeparator,
             {"Project Curve to Surface", "_ProjectCurveSurAction", "ZORTestGeoProjectCurveSurDlg"},
             {"Project Point to Surface", "_ProjectPtSurAction", "ZORTestGeoProjectPointSurfaceDlg"},
             {"Project Point to Curve", "_ProjectPtCurveAction", "ZORTestGeoProjectPointCurveDlg"},
             {"Translate Curve to Surface", "_TranslateCurveSurAction"},
             {"Create Surface Edge Curve", "_SurfaceEdgeAction", "ZORTestGeoSurfaceEdgeDlg"},
-            Separator,
+            kSeparator,
             {"Extrapolate Curve", "_ExtrapCurveAction"},
             {"Offset Curve", "_OffsetCurveAction", "ZORTestGeoCurveOffsetDlg"},
             {"Max Normal Distance", "_MaxNormAction"},
             {"Clean Curve", "_CleanCurveAction", "ZORTestGeoCleanCurveDlg"},
             {"Remove Curve Self Intersections", "_CurveSelfIntAction"},
             {"Subdivision Curve", "_SubdivCurveAction"},
-            Separator,
+            kSeparator,
             {"Area Buffer", "_AreaBufferAction"},
             {"Surface Offset", "_SurfaceOffsetAction"},
             {"Variable Surface Offset", "_VariableSurfOffsetAction"},
-            Separator,
+            kSeparator,
         }},
         {"Composites", "_CompMenu", {
             {"Create Layup...", "actionCreate_Layup", "ZORTestLaunchStandardCmd", "ZORCompLayupCmd.Create"},
             {"Material Library...", "actionMaterials", "ZORTestLaunchStandardCmd", "ZORCompMaterialLibraryCmd.Edit"},
             {"Create Rosette...", "actionCreate_Rosette", "ZORTestLaunchStandardCmd", "ZORCompRosetteCmd.Create"},
             {"Read Composites...", "actionRead_Composites", "ZORTestCompReaderCmd"},
-            Separator,
+            kSeparator,
             {"Create Surface Update", "_SurfaceUpdateAction"},
         }},
         {"Fiber", "_FiberMenu", {
@@ -89,7 +89,7 @@ const std::vector<Menu>& ExpectedMenus()
             {"Create Surface", "_TopSurfaceAction", "ZORTestCreateTopSurfaceDlg"},
             {"Create Curve", "_TopCurveAction", "ZORTestCreateTopCurveDlg"},
             {"Create Point", "_TopPointAction"},
-            Separator,
+            kSeparator,
             {"Project", "_ProjectAction", "ZORTestTopProjectDlg"},
         }},
         {"Wireframe", "menuWireframe", {

@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr const char* Entries[] = {"actionCreate_Layup", "actionMaterials", "actionCreate_Rosette",
-                                   "actionCreate_Projection"};
+constexpr const char* kEntries[] = {"actionCreate_Layup", "actionMaterials", "actionCreate_Rosette",
+                                    "actionCreate_Projection"};
 
 class ZORTestStandardCommandsTest : public BenchTest
 {
@@ -51,7 +51,7 @@ protected:
 TEST_F(ZORTestStandardCommandsTest, SayThatNoActionMatchesWithoutTheLibrary)
 {
     OpenConsole();
-    for (const char* entry : Entries) {
+    for (const char* entry : kEntries) {
         TriggerMenu(entry);
         EXPECT_EQ(QStringList{"No action matches the menu action."}, boxes.TakeErrors()) << entry;
         EXPECT_TRUE(frame.content.isNull()) << entry;
@@ -64,7 +64,7 @@ TEST_F(ZORTestStandardCommandsTest, OpenTheirDialogsAndCreateObjectsWithTheLibra
     AddSurface("Skin");
     AddPoint("Corner", {0.5, 0.5, 3});
     OpenConsole();
-    for (const char* entry : Entries) {
+    for (const char* entry : kEntries) {
         TriggerMenu(entry);
         ASSERT_FALSE(frame.content.isNull()) << entry;
         EXPECT_EQ(QString(), frame.command->GetProblem()) << entry;

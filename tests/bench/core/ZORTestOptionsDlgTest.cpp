@@ -88,8 +88,8 @@ private:
     const Options m_before;
 };
 
-const Options OneSet{true, 7, false, 21, true, QStringLiteral("/tmp/dump one.txt"), true, false};
-const Options OtherSet{false, 0, true, 99, false, QString(), false, true};
+const Options kOneSet{true, 7, false, 21, true, QStringLiteral("/tmp/dump one.txt"), true, false};
+const Options kOtherSet{false, 0, true, 99, false, QString(), false, true};
 
 TEST_F(ZORTestOptionsDlgTest, HasTheFormWithItsTexts)
 {
@@ -148,7 +148,7 @@ TEST_F(ZORTestOptionsDlgTest, DeclaresItsSlotsInOrder)
 
 TEST_F(ZORTestOptionsDlgTest, ShowsWhatTheSdkHolds)
 {
-    for (const Options& options : {OneSet, OtherSet}) {
+    for (const Options& options : {kOneSet, kOtherSet}) {
         WriteSdk(options);
         EXPECT_EQ(options, ReadForm(ZORTestOptionsDlg(nullptr)));
     }
@@ -156,7 +156,7 @@ TEST_F(ZORTestOptionsDlgTest, ShowsWhatTheSdkHolds)
 
 TEST_F(ZORTestOptionsDlgTest, WritesEverythingOnOkAndCloses)
 {
-    for (const Options& options : {OneSet, OtherSet}) {
+    for (const Options& options : {kOneSet, kOtherSet}) {
         ZORTestOptionsDlg dlg(nullptr);
         dlg.show();
         Find<QCheckBox>(dlg, "_GeoConstStackChk")->setChecked(options.constructorTraces);
@@ -190,18 +190,18 @@ TEST_F(ZORTestOptionsDlgTest, WritesInTheOrderOfTheForm)
 
 TEST_F(ZORTestOptionsDlgTest, WritesNothingWhenItIsMerelyClosed)
 {
-    WriteSdk(OneSet);
+    WriteSdk(kOneSet);
     ZORTestOptionsDlg dlg(nullptr);
     dlg.show();
     Find<QCheckBox>(dlg, "_GeoConstStackChk")->setChecked(false);
     Find<QSpinBox>(dlg, "_GeoRefLenSpn")->setValue(3);
     dlg.close();
-    EXPECT_EQ(OneSet, ReadSdk());
+    EXPECT_EQ(kOneSet, ReadSdk());
 }
 
 TEST_F(ZORTestOptionsDlgTest, ClampsLongStacksToNinetyNineAndWritesThatBack)
 {
-    Options options = OneSet;
+    Options options = kOneSet;
     options.constructorLength = 250;
     options.referenceLength = 100;
     WriteSdk(options);
@@ -217,7 +217,7 @@ TEST_F(ZORTestOptionsDlgTest, ClampsLongStacksToNinetyNineAndWritesThatBack)
 
 TEST_F(ZORTestOptionsDlgTest, WritesAnEmptyDumpFileWhileTheDumpIsOn)
 {
-    WriteSdk(OneSet);
+    WriteSdk(kOneSet);
     ZORTestOptionsDlg dlg(nullptr);
     Find<QLineEdit>(dlg, "_ContainerDumpEdit")->clear();
     dlg.OnOkClicked();
@@ -227,7 +227,7 @@ TEST_F(ZORTestOptionsDlgTest, WritesAnEmptyDumpFileWhileTheDumpIsOn)
 
 TEST_F(ZORTestOptionsDlgTest, LogApiCallsIsAlwaysUncheckedAtFirstAndChangesNothing)
 {
-    WriteSdk(OneSet);
+    WriteSdk(kOneSet);
     {
         ZORTestOptionsDlg dlg(nullptr);
         dlg.show();
@@ -237,7 +237,7 @@ TEST_F(ZORTestOptionsDlgTest, LogApiCallsIsAlwaysUncheckedAtFirstAndChangesNothi
         EXPECT_TRUE(check->isChecked());
         dlg.OnOkClicked();
     }
-    EXPECT_EQ(OneSet, ReadSdk());
+    EXPECT_EQ(kOneSet, ReadSdk());
     EXPECT_FALSE(Find<QCheckBox>(ZORTestOptionsDlg(nullptr), "_DrpLogAPICallsChk")->isChecked());
 }
 
@@ -260,7 +260,7 @@ TEST_F(ZORTestOptionsDlgTest, AsksForTheDumpFileWhenCalledByName)
 
 TEST_F(ZORTestOptionsDlgTest, EmptiesTheFieldWhenTheFileDialogIsCancelled)
 {
-    WriteSdk(OneSet);
+    WriteSdk(kOneSet);
     ZORTestOptionsDlg dlg(nullptr);
     dlg.show();
     answers.CancelFile();

@@ -34,8 +34,8 @@ QByteArray MakeBinary(const QList<std::array<float, 12>>& facets, quint32 announ
     return content;
 }
 
-constexpr std::array<float, 12> goodFacet = {0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0};
-constexpr std::array<float, 12> otherFacet = {0, 0, 1, 1, 0, 0, 1, 1, 0, 0, 1, 0};
+constexpr std::array<float, 12> kGoodFacet = {0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0};
+constexpr std::array<float, 12> kOtherFacet = {0, 0, 1, 1, 0, 0, 1, 1, 0, 0, 1, 0};
 
 class ZORTestImportSTLFilesTest : public BenchTest
 {
@@ -134,16 +134,16 @@ TEST_F(ZORTestImportSTLFilesTest, EmptyFileAddsNothing)
 
 TEST_F(ZORTestImportSTLFilesTest, ShortFileGivesTheFacetsThatAreThere)
 {
-    ImportContent(MakeBinary({goodFacet, otherFacet}, 1000));
+    ImportContent(MakeBinary({kGoodFacet, kOtherFacet}, 1000));
     EXPECT_EQ(2, CountTriangles());
     EXPECT_EQ(4, CountVertices());
 }
 
 TEST_F(ZORTestImportSTLFilesTest, NonFiniteFacetsAreLeftOut)
 {
-    std::array<float, 12> bad = goodFacet;
+    std::array<float, 12> bad = kGoodFacet;
     bad[5] = std::numeric_limits<float>::quiet_NaN();
-    ImportContent(MakeBinary({goodFacet, bad, otherFacet}, 3));
+    ImportContent(MakeBinary({kGoodFacet, bad, kOtherFacet}, 3));
     EXPECT_EQ(2, CountTriangles());
 }
 

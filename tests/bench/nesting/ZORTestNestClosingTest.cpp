@@ -13,8 +13,8 @@ namespace {
 
 using Status = ZORNestNestingResponse::Status;
 
-constexpr double kShortestRun = 36'000;    // seconds; far more than a test may take
-constexpr int LongestPreparation = 60'000; // milliseconds until the job runs
+constexpr double kShortestRun = 36'000;     // seconds; far more than a test may take
+constexpr int kLongestPreparation = 60'000; // milliseconds until the job runs
 
 class ZORTestNestClosingTest : public NestingDlgTest
 {
@@ -40,7 +40,7 @@ protected:
         Click("_ComputeBtn", dialog);
         ASSERT_TRUE(
             QTest::qWaitFor([this] { return Processor()->GetResponses()[0]->GetStatus() == Status::Running; },
-                            LongestPreparation));
+                            kLongestPreparation));
     }
     /// Runs \a close and expects that the dialog is gone, while the job would still run, and shows no results.
     void ExpectEnd(const std::function<void()>& close)

@@ -21,8 +21,8 @@ namespace {
 
 using Status = ZORNestNestingResponse::Status;
 
-constexpr int Patience = 60000; // ms until a test gives up
-constexpr double Degree = 0.017453292519943295;
+constexpr int kPatience = 60000; // ms until a test gives up
+constexpr double kDegree = 0.017453292519943295;
 
 QString Number(double value)
 {
@@ -47,7 +47,7 @@ protected:
     Status GetStatus(int run = 0) const { return Processor()->GetResponses()[run]->GetStatus(); }
     bool WaitFor(Status status, int run = 0) const
     {
-        return QTest::qWaitFor([=, this] { return GetStatus(run) == status; }, Patience);
+        return QTest::qWaitFor([=, this] { return GetStatus(run) == status; }, kPatience);
     }
     QVariant GetStored(const char* key)
     {
@@ -87,13 +87,13 @@ TEST_F(ZORTestNestNestingDlgRunTest, BuildsTheJobCallByCallInTheEstablishedOrder
         item + "ZORNestNestingInputItem(\"left rib\", " + QString::number(size) + ')',
         item + "SetQuantity(3)",
         item + "SetMirrored(true)",
-        item + "SetOrientation(" + Number(30 * Degree) + ')',
+        item + "SetOrientation(" + Number(30 * kDegree) + ')',
         item + "SetFlippable(true)",
         item + "SetGrain90(true)",
         item + "SetGrain180(false)",
         item + "SetGrain270(true)",
-        item + "SetMaxDeviation(" + Number(3 * Degree) + ')',
-        item + "SetMaxDeviation(" + Number(Degree) + ')',
+        item + "SetMaxDeviation(" + Number(3 * kDegree) + ')',
+        item + "SetMaxDeviation(" + Number(kDegree) + ')',
         item + "SetPriority(7)",
         sheet + "ZORNestNestingInputPackaging(\"sheet\", 1500, 3000)",
         sheet + "SetQuantity(4)",
@@ -105,8 +105,8 @@ TEST_F(ZORTestNestNestingDlgRunTest, BuildsTheJobCallByCallInTheEstablishedOrder
         group + "(<>, \"Debug\")",
         group + "(<>, \"ZORTestNestNestingDlg\")",
         input + "ZORNestNestingInput(\"T-800\", 0.25, [1], [1])",
-        input + "SetMaxDeviation(" + Number(5 * Degree) + ')',
-        input + "SetDeviationIncrement(" + Number(2.5 * Degree) + ')',
+        input + "SetMaxDeviation(" + Number(5 * kDegree) + ')',
+        input + "SetDeviationIncrement(" + Number(2.5 * kDegree) + ')',
         input + "SetSingleSidedMaterial(true)",
         input + "SetGrain90(false)",
         input + "SetGrain180(true)",

@@ -29,7 +29,7 @@
 
 namespace {
 
-constexpr int Patience = 30000; // ms until a test gives up
+constexpr int kPatience = 30000; // ms until a test gives up
 
 /// Translates a file when it is let go, into one part with the file's name.
 class GateProvider final : public ZORNestSourceProvider
@@ -116,7 +116,8 @@ protected:
     }
     bool WaitForBox()
     {
-        const bool isThere = QTest::qWaitFor([this] { return Bar()->value() == Bar()->maximum(); }, Patience);
+        const bool isThere =
+            QTest::qWaitFor([this] { return Bar()->value() == Bar()->maximum(); }, kPatience);
         const QList<MessageBoxCatcher::Box> shown = boxes.Take();
         EXPECT_EQ(1, shown.size());
         if (shown.isEmpty())
@@ -293,7 +294,7 @@ TEST_F(ZORTestNestTranslateDlgTest, EveryEndIsOneStepAndTheMessageComesWithTheLa
     EXPECT_EQ(0, Bar()->value());
     for (int value = 1; value < 3; ++value) {
         gate.LetGo(1);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return Bar()->value() == value; }, Patience));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return Bar()->value() == value; }, kPatience));
         EXPECT_TRUE(boxes.Take().isEmpty());
         EXPECT_EQ(value, GetOutput().size());
     }
@@ -367,7 +368,7 @@ TEST_F(ZORTestNestTranslateDlgTest, WorkDirectoriesGoWithTheDialog)
     EXPECT_EQ(QStringList(), GetWorkParts());
     PressOk();
     // A thread removes them.
-    EXPECT_TRUE(QTest::qWaitFor([this] { return QDir(GetPath("work")).isEmpty(); }, Patience));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return QDir(GetPath("work")).isEmpty(); }, kPatience));
 }
 
 TEST_F(ZORTestNestTranslateDlgTest, PartsThatCannotBeCopiedCountAndAreGoneFromTheWorkDirectory)
@@ -424,7 +425,7 @@ TEST_F(ZORTestNestTranslateDlgTest, SecondBatchWhileTheFirstRunsStartsAtZero)
     List()->addItems({GetPath("a.gate"), GetPath("b.gate"), GetPath("c.gate")});
     Translate("gate");
     gate.LetGo(1);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return Bar()->value() == 1; }, Patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Bar()->value() == 1; }, kPatience));
     List()->addItem(GetPath("d.gate"));
     Translate("gate");
     EXPECT_EQ(4, Bar()->maximum());
@@ -464,7 +465,7 @@ TEST_F(ZORTestNestTranslateDlgTest, BothButtonsEndWhatIsBeingTranslated)
         EXPECT_EQ(nullptr, dialog);
         EXPECT_TRUE(boxes.Take().isEmpty());
         EXPECT_EQ(QStringList(), GetOutput());
-        EXPECT_TRUE(QTest::qWaitFor([this] { return QDir(GetPath("work")).isEmpty(); }, Patience));
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QDir(GetPath("work")).isEmpty(); }, kPatience));
     }
 }
 

@@ -222,7 +222,7 @@ ZORNestResult CreateResultOfEverything()
 // By hand: the outline encloses 40 * 20 + (1 - 1 - 1) * 50 pi; a half circle of radius 10 to 0.001 takes
 // pi / (2 acos(0.9999)) * 2 = 111.1 steps, thus 112. Two blanks stand behind most names, one at the end of
 // "Segments: ", "Points: " and "Spline Types: ".
-const char* const dumpOfEverything = R"dump(
+const char* const kDumpOfEverything = R"dump(
 	Number of Items:  2
 	Type of result:  translation
 	Items Dump below
@@ -477,7 +477,7 @@ TEST_F(ZORTestReadMSIFileCmdTest, DumpsEverythingLineByLine)
 {
     QStringList lines = Dump(CreateResultOfEverything());
     EXPECT_EQ(QStringLiteral("Result file:  \"%1\"").arg(path), lines.takeFirst());
-    ExpectLines(dumpOfEverything, lines);
+    ExpectLines(kDumpOfEverything, lines);
     EXPECT_EQ(0, GetContainer()->GetNumGeometry());
     EXPECT_EQ(QList<bool>({true}), finished);
 }

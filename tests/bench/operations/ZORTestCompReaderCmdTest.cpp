@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr char XmlFilter[] = "Layup XML (*.xml)";
-constexpr char JsonFilter[] = "CompoST Layup (*.json)";
+constexpr char kXmlFilter[] = "Layup XML (*.xml)";
+constexpr char kJsonFilter[] = "CompoST Layup (*.json)";
 
 class ZORTestCompReaderCmdTest : public BenchTest
 {
@@ -94,19 +94,19 @@ TEST_F(ZORTestCompReaderCmdTest, CancelledFileDialogCreatesAndShowsNothing)
 
 TEST_F(ZORTestCompReaderCmdTest, FileOfTheSelectedFormatBecomesPartOfTheRoot)
 {
-    AnswerWith(XmlFilter);
+    AnswerWith(kXmlFilter);
     Read();
     EXPECT_EQ(QList<bool>({true}), finished);
     EXPECT_EQ(QStringList(), boxes.TakeErrors());
     EXPECT_EQ(1, GetLayups().size());
-    AnswerWith(XmlFilter);
+    AnswerWith(kXmlFilter);
     Read();
     EXPECT_EQ(2, GetLayups().size()) << "a second read replaces nothing";
 }
 
 TEST_F(ZORTestCompReaderCmdTest, FormatIsThatOfTheFilterNotOfTheFile)
 {
-    AnswerWith(JsonFilter);
+    AnswerWith(kJsonFilter);
     EXPECT_THROW(Read(), ZORSysException);
     EXPECT_TRUE(GetLayups().isEmpty());
     EXPECT_EQ(QList<bool>(), finished);
@@ -116,7 +116,7 @@ TEST_F(ZORTestCompReaderCmdTest, ConsoleShowsWhatTheReaderThrows)
 {
     OpenConsole();
     Write("<layups");
-    AnswerWith(XmlFilter);
+    AnswerWith(kXmlFilter);
     TriggerMenu("actionRead_Composites");
     const QStringList errors = boxes.TakeErrors();
     ASSERT_EQ(1, errors.size());

@@ -20,7 +20,7 @@ struct TopDialog
     const char* action;
 };
 
-const TopDialog topDialogs[] = {
+const TopDialog kTopDialogs[] = {
     {"Curve", 1, 0, 4, 4, "_TopCurveAction"},
     {"Surface", 2, 6, 12, 8, "_TopSurfaceAction"},
 };
@@ -65,7 +65,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(All, ZORTestCreateTopDlgTest, testing::ValuesIn(topDialogs),
+INSTANTIATE_TEST_SUITE_P(All, ZORTestCreateTopDlgTest, testing::ValuesIn(kTopDialogs),
                          [](const auto& suite) { return suite.param.geometry.toStdString(); });
 
 TEST_P(ZORTestCreateTopDlgTest, FormAsksForAGeometryAndAnEdgeTolerance)

@@ -24,7 +24,7 @@ struct RawDialog
     const char* action;
 };
 
-const RawDialog rawDialogs[] = {
+const RawDialog kRawDialogs[] = {
     {"ZORTestCreateWFRawCurveDlg", "Create WF Raw Curve", "Create Raw Curve", "Curve: ", "ZORGeoCurve",
      "_CurveSel", "Selection of curve was invalid", "ZORWFRawCurve", 1, "actionCreate_Raw_Curve"},
     {"ZORTestCreateWFRawSurfaceDlg", "Create WF Raw Surface", "Create Raw Surface",
@@ -47,7 +47,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(All, ZORTestCreateWFRawDlgTest, testing::ValuesIn(rawDialogs),
+INSTANTIATE_TEST_SUITE_P(All, ZORTestCreateWFRawDlgTest, testing::ValuesIn(kRawDialogs),
                          [](const auto& suite) { return std::string(suite.param.feature); });
 
 TEST_P(ZORTestCreateWFRawDlgTest, FormAsksForAGeometryAndAFolder)

@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr double Pi = 3.141592653589793;
-const QString Group = QStringLiteral("Debug/GeoGeodesic/");
+constexpr double kPi = 3.141592653589793;
+const QString kGroup = QStringLiteral("Debug/GeoGeodesic/");
 
 /// A square of 100 mm with the start point "P" in its middle.
 class ZORTestGeoGeodesicDlgTest : public OperationTest
@@ -38,7 +38,7 @@ protected:
         Check("_BruteForceCheck");
         Field<QSpinBox>("_BruteForceSpin")->setValue(numIterations);
     }
-    QVariant Setting(const char* key) { return GetSettings()->value(Group + QLatin1String(key)); }
+    QVariant Setting(const char* key) { return GetSettings()->value(kGroup + QLatin1String(key)); }
     ZORGeoCurveOnSurface* AddLimit(const QString& name, double x)
     {
         auto* curve =
@@ -180,8 +180,8 @@ TEST_F(ZORTestGeoGeodesicDlgTest, AngleIsShownInDegreesAndPassedInRadians)
 {
     OpenDialog();
     Field<ZORCmnUnitSpinBox>("_AngleSpin")->setValue(90);
-    ExpectAngles({Pi / 2}, AnglesOf(TraceOk()));
-    EXPECT_DOUBLE_EQ(Pi / 2, Setting("Angle").toDouble());
+    ExpectAngles({kPi / 2}, AnglesOf(TraceOk()));
+    EXPECT_DOUBLE_EQ(kPi / 2, Setting("Angle").toDouble());
     const QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
     ASSERT_EQ(1, curves.size());
     EXPECT_TRUE(IsNear({40, 100, 0}, EndOf(curves[0])));
@@ -193,7 +193,7 @@ TEST_F(ZORTestGeoGeodesicDlgTest, BruteForceWithoutFanKeepsTheFirstCurveOfAll)
     SetBruteForce(4);
     Field<ZORCmnUnitSpinBox>("_AngleSpin")->SetInternalValue(0.25);
     const QStringList calls = TraceOk();
-    ExpectAngles({0.25, 0.25 + Pi / 2, 0.25 + Pi, 0.25 + 3 * Pi / 2}, AnglesOf(calls));
+    ExpectAngles({0.25, 0.25 + kPi / 2, 0.25 + kPi, 0.25 + 3 * kPi / 2}, AnglesOf(calls));
     EXPECT_EQ(1, calls.filter("::ClearGeometricLimits(").size());
     EXPECT_EQ(4, calls.filter("::AddGeometricLimits(").size());
     EXPECT_EQ(1, TakeCurves().size());
@@ -323,7 +323,7 @@ TEST_F(ZORTestGeoGeodesicDlgTest, WritesTheSettingsOfWhatIsUsed)
     PressOk();
     QStringList keys = GetSettings()->allKeys();
     for (QString& key : keys)
-        key.remove(Group);
+        key.remove(kGroup);
     EXPECT_EQ(QStringList({"Angle", "BruteForce", "BruteForceLimits", "ComputeAsFan", "Direction",
                            "UseEndLen", "UseStartLen"}),
               keys)
@@ -369,7 +369,7 @@ TEST_F(ZORTestGeoGeodesicDlgTest, ReopeningRestoresEverythingButTheEndLength)
         EXPECT_TRUE(Field<QCheckBox>(name)->isChecked()) << name;
     PressCancel();
 
-    GetSettings()->setValue(Group + "EndLen", 8.0);
+    GetSettings()->setValue(kGroup + "EndLen", 8.0);
     OpenDialog();
     EXPECT_EQ(8.0, Field<ZORCmnUnitSpinBox>("_EndLenSpin")->value()) << "whatever the key held before";
     SetLength("_EndLenSpin", 2);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr char Key[] = "Debug/Strategy/something";
+constexpr char kKey[] = "Debug/Strategy/something";
 
 class ZORTestStrategyDlgTest : public OperationTest
 {
@@ -45,13 +45,13 @@ TEST_F(ZORTestStrategyDlgTest, FormAsksForAStrategy)
 
 TEST_F(ZORTestStrategyDlgTest, OkWritesTheSettingBackAsItWas)
 {
-    GetSettings()->setValue(Key, "a value, with blanks ");
+    GetSettings()->setValue(kKey, "a value, with blanks ");
     Choose();
     PressOk();
     EXPECT_EQ(QStringList(), boxes.TakeErrors());
     EXPECT_EQ(QList<bool>({true, true}), finished);
-    EXPECT_EQ(QString("a value, with blanks "), GetSettings()->value(Key).toString());
-    EXPECT_EQ(QStringList({Key}), GetSettings()->allKeys());
+    EXPECT_EQ(QString("a value, with blanks "), GetSettings()->value(kKey).toString());
+    EXPECT_EQ(QStringList({kKey}), GetSettings()->allKeys());
     EXPECT_TRUE(TakeNew().isEmpty());
 }
 
@@ -59,8 +59,8 @@ TEST_F(ZORTestStrategyDlgTest, MissingSettingIsWrittenAsAnEmptyText)
 {
     Choose();
     PressOk();
-    EXPECT_EQ(QStringList({Key}), GetSettings()->allKeys());
-    EXPECT_EQ(QString(""), GetSettings()->value(Key).toString());
+    EXPECT_EQ(QStringList({kKey}), GetSettings()->allKeys());
+    EXPECT_EQ(QString(""), GetSettings()->value(kKey).toString());
 }
 
 TEST_F(ZORTestStrategyDlgTest, TestEntryIsReportedWithoutBeingTouched)

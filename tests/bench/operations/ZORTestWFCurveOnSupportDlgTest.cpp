@@ -17,8 +17,8 @@
 
 namespace {
 
-const QString Group = QStringLiteral("Debug/WFCurveOnSupport/");
-const QString Class = QStringLiteral("ZORWFCurveOnSupport::");
+const QString kGroup = QStringLiteral("Debug/WFCurveOnSupport/");
+const QString kClass = QStringLiteral("ZORWFCurveOnSupport::");
 
 /// A folder "F" with the raw surface "Su", 200 mm square, and the raw points "St" and "En".
 class ZORTestWFCurveOnSupportDlgTest : public OperationTest
@@ -80,10 +80,10 @@ protected:
     {
         Field<ZORCmnUnitSpinBox>(objectName)->setValue(value);
     }
-    QVariant Setting(const char* key) { return GetSettings()->value(Group + QLatin1String(key)); }
+    QVariant Setting(const char* key) { return GetSettings()->value(kGroup + QLatin1String(key)); }
     QStringList SettingKeys()
     {
-        GetSettings()->beginGroup(Group.chopped(1));
+        GetSettings()->beginGroup(kGroup.chopped(1));
         const QStringList keys = GetSettings()->allKeys();
         GetSettings()->endGroup();
         return keys;
@@ -196,7 +196,7 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, TypeShowsWhatItNeeds)
         expectShown(type == 0);
     }
     PressCancel();
-    GetSettings()->setValue(Group + "Type", 2);
+    GetSettings()->setValue(kGroup + "Type", 2);
     ASSERT_NE(nullptr, Open("ZORTestWFCurveOnSupportDlg"));
     expectShown(false);
 }
@@ -210,13 +210,13 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, PointToPointPassesEverythingInOrder)
     Check("_FlipCheck", true);
     SetValue("_AngleSpin", 90);
     SetValue("_StartLenSpin", 2.5);
-    EXPECT_EQ(
-        QStringList({Class + "ZORWFCurveOnSupport(<F>)", "ZORFeatComputedGeometry::Initialize()",
-                     Class + "SetSupport(<Su>)", Class + "SetComputationMethod(0)",
-                     Class + "SetStartPoint(<St>)", Class + "SetEndPoint(<En>)",
-                     Class + "SetStartLength(2.5)", Class + "SetEndLength(100)", Class + "SetDirection(null)",
-                     Class + "SetAngle(1.5707963267948966)", Class + "SetDirectionFlipped(true)"}),
-        TraceFeature());
+    EXPECT_EQ(QStringList({kClass + "ZORWFCurveOnSupport(<F>)", "ZORFeatComputedGeometry::Initialize()",
+                           kClass + "SetSupport(<Su>)", kClass + "SetComputationMethod(0)",
+                           kClass + "SetStartPoint(<St>)", kClass + "SetEndPoint(<En>)",
+                           kClass + "SetStartLength(2.5)", kClass + "SetEndLength(100)",
+                           kClass + "SetDirection(null)", kClass + "SetAngle(1.5707963267948966)",
+                           kClass + "SetDirectionFlipped(true)"}),
+              TraceFeature());
     ExpectRun(TakeFeature(), {50, 20, 0}, {90, 50, 0});
     EXPECT_EQ(QList<bool>({true, true}), finished);
 }
@@ -235,13 +235,13 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, DirectedTypesPassEverythingInOrder)
         SelectInList("_StartLimitSel", first);
         SelectInList("_EndLimitSel", second);
         EXPECT_EQ(
-            QStringList({Class + "ZORWFCurveOnSupport(<F>)", "ZORFeatComputedGeometry::Initialize()",
-                         Class + "SetSupport(<Su>)", Class + QString("SetComputationMethod(%1)").arg(type),
-                         Class + "SetStartPoint(<St>)", Class + "SetEndPoint(null)",
-                         Class + "SetStartLength(30)", Class + "SetEndLength(100)",
-                         Class + "AddStartLimit(<L2>)", Class + "AddStartLimit(<L1>)",
-                         Class + "AddEndLimit(<L2>)", Class + "SetDirection(<F>)", Class + "SetAngle(0)",
-                         Class + "SetDirectionFlipped(false)"}),
+            QStringList({kClass + "ZORWFCurveOnSupport(<F>)", "ZORFeatComputedGeometry::Initialize()",
+                         kClass + "SetSupport(<Su>)", kClass + QString("SetComputationMethod(%1)").arg(type),
+                         kClass + "SetStartPoint(<St>)", kClass + "SetEndPoint(null)",
+                         kClass + "SetStartLength(30)", kClass + "SetEndLength(100)",
+                         kClass + "AddStartLimit(<L2>)", kClass + "AddStartLimit(<L1>)",
+                         kClass + "AddEndLimit(<L2>)", kClass + "SetDirection(<F>)", kClass + "SetAngle(0)",
+                         kClass + "SetDirectionFlipped(false)"}),
             TraceFeature());
         ExpectRun(TakeFeature(), {45, 20, 0}, {75, 20, 0});
     }
@@ -262,7 +262,7 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, AngleAndFlipTurnTheCurve)
 TEST_F(ZORTestWFCurveOnSupportDlgTest, UncheckedLengthsAreNanAndKeepTheirSettings)
 {
     AddInputs();
-    GetSettings()->setValue(Group + "StartLen", 7.0);
+    GetSettings()->setValue(kGroup + "StartLen", 7.0);
     OpenDialog(1);
     SelectInputs();
     Check("_StartLenCheck", false);
@@ -270,8 +270,8 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, UncheckedLengthsAreNanAndKeepTheirSetting
     SetValue("_StartLenSpin", 1);
     SetValue("_EndLenSpin", 2);
     const QStringList calls = TraceOk();
-    EXPECT_TRUE(calls.contains(Class + "SetStartLength(nan)"));
-    EXPECT_TRUE(calls.contains(Class + "SetEndLength(nan)"));
+    EXPECT_TRUE(calls.contains(kClass + "SetStartLength(nan)"));
+    EXPECT_TRUE(calls.contains(kClass + "SetEndLength(nan)"));
     EXPECT_EQ(7.0, Setting("StartLen").toDouble());
     EXPECT_FALSE(Setting("EndLen").isValid());
     EXPECT_EQ(QVariant(false), Setting("UseStartLen"));
@@ -385,7 +385,7 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, FailureOfTheSdkIsShownAndTheFeatureStays)
     SelectFeature("_SurfaceSel", "St");
     const QStringList calls = TraceOk();
     EXPECT_EQ(QStringList({"the support is no surface"}), boxes.TakeErrors());
-    EXPECT_EQ(Class + "SetEndPoint(<En>) ! the support is no surface", calls.constLast());
+    EXPECT_EQ(kClass + "SetEndPoint(<En>) ! the support is no surface", calls.constLast());
     const ZORWFCurveOnSupport* const feature = TakeFeature();
     EXPECT_EQ(folder, feature->GetParentFeature());
     EXPECT_EQ(nullptr, feature->GetBody());

@@ -37,7 +37,7 @@
 
 namespace {
 
-const QString LibraryPath = QStringLiteral(ZORTESTING_PATH);
+const QString kLibraryPath = QStringLiteral(ZORTESTING_PATH);
 
 bool IsMapped()
 {
@@ -191,7 +191,7 @@ private:
 
 TEST_F(ZORTestPluginLoadTest, TellsItsVersionsWithoutBeingLoaded)
 {
-    const QJsonObject metaData = QPluginLoader(LibraryPath).metaData();
+    const QJsonObject metaData = QPluginLoader(kLibraryPath).metaData();
     EXPECT_EQ(QString("org.zorvane.sdk.Plugin"), metaData.value("IID").toString());
     const QJsonObject own = metaData.value("MetaData").toObject();
     EXPECT_EQ(QString("ZORTesting"), own.value("name").toString());
@@ -203,7 +203,7 @@ TEST_F(ZORTestPluginLoadTest, TellsItsVersionsWithoutBeingLoaded)
 TEST_F(ZORTestPluginLoadTest, PublishesItsActionsAndItsFlagWhileItIsLoaded)
 {
     EXPECT_EQ(nullptr, GetAction("ZORTestMainCommand"));
-    QLibrary library(LibraryPath);
+    QLibrary library(kLibraryPath);
     ASSERT_TRUE(library.load()) << library.errorString().toStdString();
     const auto* loaded = reinterpret_cast<const bool*>(library.resolve("_ZORTestingLoaded"));
     ASSERT_NE(nullptr, loaded);
@@ -221,7 +221,7 @@ TEST_F(ZORTestPluginLoadTest, PublishesItsActionsAndItsFlagWhileItIsLoaded)
 
 TEST_F(ZORTestPluginLoadTest, LoadsAsAQtPluginToo)
 {
-    QPluginLoader loader(LibraryPath);
+    QPluginLoader loader(kLibraryPath);
     loader.setLoadHints({});
     ASSERT_TRUE(loader.load()) << loader.errorString().toStdString();
     EXPECT_NE(nullptr, loader.instance());
@@ -233,7 +233,7 @@ TEST_F(ZORTestPluginLoadTest, LoadsAsAQtPluginToo)
 TEST_F(ZORTestPluginLoadTest, LeavesNothingBehindWhenItIsLoadedAndUnloadedManyTimes)
 {
     const auto cycle = [this] {
-        QLibrary library(LibraryPath);
+        QLibrary library(kLibraryPath);
         ASSERT_TRUE(library.load()) << library.errorString().toStdString();
         ZORGeoPolyline* curve = UseBench();
         const MappedRange range;

@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr char dialogClass[] = "ZORTestCurveVisOptionsDlg";
+constexpr char kDialogClass[] = "ZORTestCurveVisOptionsDlg";
 
 void CheckPoints(QDialog* options)
 {
@@ -42,7 +42,7 @@ protected:
 TEST_F(ZORTestCurveVisualizerTest, DrawsTheWholeCurveAsLines)
 {
     auto* curve = AddPolyline("C", points);
-    AnswerOptions(dialogClass);
+    AnswerOptions(kDialogClass);
     const auto object = Visualize(curve);
     ASSERT_NE(nullptr, object);
     EXPECT_EQ(curve, object->GetOwner());
@@ -59,14 +59,14 @@ TEST_F(ZORTestCurveVisualizerTest, DrawsTheWholeCurveAsLines)
 TEST_F(ZORTestCurveVisualizerTest, VisualObjectsAreMadeForTheFeatureEnvironment)
 {
     EXPECT_EQ(QString("ZORVisVirtualObject::ZORVisVirtualObject(<Features>, <C>)"),
-              TraceObject(AddPolyline("C", points), dialogClass));
+              TraceObject(AddPolyline("C", points), kDialogClass));
 }
 
 TEST_F(ZORTestCurveVisualizerTest, OptionsOfTheDialogReachTheDrawing)
 {
     auto* curve = AddPolyline("C", points);
     SetSetting("Curve/Color", QColor(10, 20, 30));
-    AnswerOptions(dialogClass, [](QDialog* options) {
+    AnswerOptions(kDialogClass, [](QDialog* options) {
         auto* style = options->findChild<QComboBox*>("_StyleCmb");
         style->setCurrentIndex(style->findText("chain"));
         options->findChild<QComboBox*>("_WidthCmb")->setCurrentIndex(7);
@@ -81,7 +81,7 @@ TEST_F(ZORTestCurveVisualizerTest, OptionsOfTheDialogReachTheDrawing)
 TEST_F(ZORTestCurveVisualizerTest, DrawsPointsWithTheirIndexes)
 {
     auto* curve = AddPolyline("C", points);
-    AnswerOptions(dialogClass, CheckPointsAndIndexes);
+    AnswerOptions(kDialogClass, CheckPointsAndIndexes);
     const auto object = Visualize(curve);
     const auto* graphics = GetGraphics(object.get());
     ASSERT_EQ(4, graphics->GetPrimitives().size());
@@ -101,7 +101,7 @@ TEST_F(ZORTestCurveVisualizerTest, DrawsPointsWithTheirIndexes)
 TEST_F(ZORTestCurveVisualizerTest, IndexesStandBesideLinesToo)
 {
     auto* curve = AddPolyline("C", points);
-    AnswerOptions(dialogClass,
+    AnswerOptions(kDialogClass,
                   [](QDialog* options) { options->findChild<QCheckBox*>("_PointIdxChk")->click(); });
     const auto object = Visualize(curve);
     const auto* graphics = GetGraphics(object.get());
@@ -113,7 +113,7 @@ TEST_F(ZORTestCurveVisualizerTest, IndexesStandBesideLinesToo)
 TEST_F(ZORTestCurveVisualizerTest, CurveWithoutPointsGivesEmptyPrimitives)
 {
     auto* curve = AddPolyline("Empty", {});
-    AnswerOptions(dialogClass, CheckPointsAndIndexes);
+    AnswerOptions(kDialogClass, CheckPointsAndIndexes);
     const auto asPoints = Visualize(curve);
     ASSERT_NE(nullptr, asPoints);
     ASSERT_EQ(1, GetGraphics(asPoints.get())->GetPrimitives().size());
@@ -121,7 +121,7 @@ TEST_F(ZORTestCurveVisualizerTest, CurveWithoutPointsGivesEmptyPrimitives)
     ASSERT_NE(nullptr, marks);
     EXPECT_TRUE(marks->GetPoints().isEmpty());
 
-    AnswerOptions(dialogClass,
+    AnswerOptions(kDialogClass,
                   [](QDialog* options) { options->findChild<QRadioButton*>("_LinesRadio")->click(); });
     const auto asLines = Visualize(curve);
     ASSERT_NE(nullptr, asLines);
@@ -135,9 +135,9 @@ TEST_F(ZORTestCurveVisualizerTest, DrawingFollowsACurveThatChangesInPlace)
     auto* curve = new ZORGeoCurveOnSurface({locate({0, 0, 0}), locate({1, 1, 0})}, false);
     curve->Initialize();
     SetSetting("Curve/Color", QColor(10, 20, 30));
-    AnswerOptions(dialogClass);
+    AnswerOptions(kDialogClass);
     const auto lines = Visualize(curve);
-    AnswerOptions(dialogClass, CheckPointsAndIndexes);
+    AnswerOptions(kDialogClass, CheckPointsAndIndexes);
     const auto marks = Visualize(curve);
 
     curve->SetLocations({locate({1, 0, 0}), locate({1, 1, 0}), locate({0, 1, 0})});
@@ -159,7 +159,7 @@ TEST_F(ZORTestCurveVisualizerTest, SubclassesAreDrawnByTheSameInstance)
     EXPECT_NE(nullptr, qobject_cast<ZORTestCurveVisualizer*>(visualizer));
     EXPECT_EQ(visualizer, registry.CreateVisualizer(&ZORGeoPolyline::staticMetaObject));
 
-    AnswerOptions(dialogClass);
+    AnswerOptions(kDialogClass);
     const auto object = Visualize(line);
     ASSERT_NE(nullptr, object);
     EXPECT_EQ(2, GetPrimitive<ZORVisPolylinePrimitive>(GetGraphics(object.get()), 0)->GetPoints().size());
@@ -168,7 +168,7 @@ TEST_F(ZORTestCurveVisualizerTest, SubclassesAreDrawnByTheSameInstance)
 TEST_F(ZORTestCurveVisualizerTest, CancelGivesNothing)
 {
     auto* curve = AddPolyline("C", points);
-    answers.Answer(dialogClass, [](QDialog* options) { Press(options, "Cancel"); });
+    answers.Answer(kDialogClass, [](QDialog* options) { Press(options, "Cancel"); });
     EXPECT_EQ(nullptr, Visualize(curve));
     EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
 }
@@ -176,7 +176,7 @@ TEST_F(ZORTestCurveVisualizerTest, CancelGivesNothing)
 TEST_F(ZORTestCurveVisualizerTest, CurveThatDiesBehindTheDialogGivesNothing)
 {
     auto* curve = AddPolyline("C", points);
-    AnswerOptions(dialogClass, [curve](QDialog*) { curve->RemoveNoReferences(); });
+    AnswerOptions(kDialogClass, [curve](QDialog*) { curve->RemoveNoReferences(); });
     EXPECT_EQ(nullptr, Visualize(curve));
 }
 
@@ -195,7 +195,7 @@ TEST_F(ZORTestCurveVisualizerTest, OtherClassesAreRejected)
 TEST_F(ZORTestCurveVisualizerTest, CancelledColorReachesTheDrawing)
 {
     auto* curve = AddPolyline("C", points);
-    AnswerOptions(dialogClass, [this](QDialog* options) {
+    AnswerOptions(kDialogClass, [this](QDialog* options) {
         answers.CancelColor();
         options->findChild<QPushButton*>("_ColorBtn")->click();
     });

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr char dialogClass[] = "ZORTestPointVisOptionsDlg";
+constexpr char kDialogClass[] = "ZORTestPointVisOptionsDlg";
 
 class ZORTestPointVisualizerTest : public VisualizationTest
 {
@@ -22,7 +22,7 @@ TEST_F(ZORTestPointVisualizerTest, DrawsOneSymbolAtThePoint)
 {
     auto* point = AddPoint("P", {1, -2, 3});
     SetSetting("Point/Color", QColor(50, 60, 70));
-    AnswerOptions(dialogClass,
+    AnswerOptions(kDialogClass,
                   [](QDialog* options) { options->findChild<QComboBox*>("_SymbolCmb")->setCurrentIndex(6); });
     const auto object = Visualize(point);
     ASSERT_NE(nullptr, object);
@@ -46,7 +46,7 @@ TEST_F(ZORTestPointVisualizerTest, SymbolFollowsAPointOnACurveThatChangesInPlace
     auto* point = new ZORGeoPointOnCurve(curve->GetLocation(0.5, nullptr));
     point->Initialize();
     SetSetting("Point/Color", QColor(50, 60, 70));
-    AnswerOptions(dialogClass);
+    AnswerOptions(kDialogClass);
     const auto object = Visualize(point);
     curve->SetLocations({locate({1, 1, 0}), locate({1, 0, 0})});
     const auto* mark = GetPrimitive<ZORVisPointPrimitive>(GetGraphics(object.get()), 0);
@@ -57,13 +57,13 @@ TEST_F(ZORTestPointVisualizerTest, SymbolFollowsAPointOnACurveThatChangesInPlace
 TEST_F(ZORTestPointVisualizerTest, VisualObjectsAreMadeForTheFeatureEnvironment)
 {
     EXPECT_EQ(QString("ZORVisVirtualObject::ZORVisVirtualObject(<Features>, null)"),
-              TraceObject(AddPoint("P"), dialogClass));
+              TraceObject(AddPoint("P"), kDialogClass));
 }
 
 TEST_F(ZORTestPointVisualizerTest, CancelGivesNothing)
 {
     auto* point = AddPoint("P");
-    answers.Answer(dialogClass, [](QDialog* options) { Press(options, "Cancel"); });
+    answers.Answer(kDialogClass, [](QDialog* options) { Press(options, "Cancel"); });
     EXPECT_EQ(nullptr, Visualize(point));
     EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
 }
@@ -71,7 +71,7 @@ TEST_F(ZORTestPointVisualizerTest, CancelGivesNothing)
 TEST_F(ZORTestPointVisualizerTest, PointThatDiesBehindTheDialogGivesNothing)
 {
     auto* point = AddPoint("P");
-    AnswerOptions(dialogClass, [point](QDialog*) { point->RemoveNoReferences(); });
+    AnswerOptions(kDialogClass, [point](QDialog*) { point->RemoveNoReferences(); });
     EXPECT_EQ(nullptr, Visualize(point));
 }
 

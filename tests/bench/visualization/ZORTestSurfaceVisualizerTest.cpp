@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr char dialogClass[] = "ZORTestSurfaceVisOptionsDlg";
+constexpr char kDialogClass[] = "ZORTestSurfaceVisOptionsDlg";
 using Corners = QList<ZORGeoSurface::Corners>;
 using Coordinates = std::array<double, 3>;
 using Segment = std::pair<Coordinates, Coordinates>; // the lesser end first
@@ -58,7 +58,7 @@ protected:
     }
     void AnswerWireframe()
     {
-        AnswerOptions(dialogClass, [](QDialog* options) {
+        AnswerOptions(kDialogClass, [](QDialog* options) {
             options->findChild<QCheckBox*>("_WireframeChk")->setChecked(true);
         });
     }
@@ -91,7 +91,7 @@ TEST_F(ZORTestSurfaceVisualizerTest, DrawsTheSurfaceShaded)
 {
     auto* surface = AddSurface("S");
     SetSetting("Surface/Color", QColor(50, 60, 70));
-    AnswerOptions(dialogClass);
+    AnswerOptions(kDialogClass);
     const auto object = Visualize(surface);
     ASSERT_NE(nullptr, object);
     EXPECT_EQ(surface, object->GetOwner());
@@ -109,7 +109,7 @@ TEST_F(ZORTestSurfaceVisualizerTest, VisualObjectsAreMadeForTheFeatureEnvironmen
 {
     auto* surface = AddSurface("S");
     EXPECT_EQ(QString("ZORVisVirtualObject::ZORVisVirtualObject(<Features>, <S>)"),
-              TraceObject(surface, dialogClass));
+              TraceObject(surface, kDialogClass));
 }
 
 TEST_F(ZORTestSurfaceVisualizerTest, WireframeKeepsOwnerAndColor)
@@ -199,7 +199,7 @@ TEST_F(ZORTestSurfaceVisualizerTest, EveryEdgeIsDrawnOnceOnRandomMeshes)
 TEST_F(ZORTestSurfaceVisualizerTest, CancelGivesNothing)
 {
     auto* surface = AddSurface("S");
-    answers.Answer(dialogClass, [](QDialog* options) { Press(options, "Cancel"); });
+    answers.Answer(kDialogClass, [](QDialog* options) { Press(options, "Cancel"); });
     EXPECT_EQ(nullptr, Visualize(surface));
     EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
 }
@@ -207,7 +207,7 @@ TEST_F(ZORTestSurfaceVisualizerTest, CancelGivesNothing)
 TEST_F(ZORTestSurfaceVisualizerTest, SurfaceThatDiesBehindTheDialogGivesNothing)
 {
     auto* surface = AddSurface("S");
-    AnswerOptions(dialogClass, [surface](QDialog*) { surface->RemoveNoReferences(); });
+    AnswerOptions(kDialogClass, [surface](QDialog*) { surface->RemoveNoReferences(); });
     EXPECT_EQ(nullptr, Visualize(surface));
 }
 

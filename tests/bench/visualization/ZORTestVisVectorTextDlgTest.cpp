@@ -30,9 +30,9 @@
 namespace {
 
 /// The nine boxes of the plane, in their order.
-const QStringList planeBoxes = {"_OriginXSpn",    "_OriginYSpn",    "_OriginZSpn",
-                                "_FirstDirXSpn",  "_FirstDirYSpn",  "_FirstDirZSpn",
-                                "_SecondDirXSpn", "_SecondDirYSpn", "_SecondDirZSpn"};
+const QStringList kPlaneBoxes = {"_OriginXSpn",    "_OriginYSpn",    "_OriginZSpn",
+                                 "_FirstDirXSpn",  "_FirstDirYSpn",  "_FirstDirZSpn",
+                                 "_SecondDirXSpn", "_SecondDirYSpn", "_SecondDirZSpn"};
 
 class ZORTestVisVectorTextDlgTest : public BenchTest
 {
@@ -57,7 +57,7 @@ protected:
     void SetPlane(const QList<double>& values)
     {
         for (int i = 0; i < values.size(); ++i)
-            Spin(planeBoxes[i])->setValue(values[i]);
+            Spin(kPlaneBoxes[i])->setValue(values[i]);
     }
     void Type(const QString& text) { Find<QPlainTextEdit>("_TextEdit")->setPlainText(text); }
 
@@ -366,11 +366,13 @@ TEST_F(ZORTestVisVectorTextDlgTest, NextDialogStartsFromAllValuesButTheText)
 TEST_F(ZORTestVisVectorTextDlgTest, EveryKeyBelongsToItsBox)
 {
     const QList<QPair<const char*, QString>> keys = {
-        {"LineSpacing", "_LineSpacingSpn"}, {"CharSpacing", "_CharSpacingSpn"}, {"TextSize", "_TextSizeSpn"},
-        {"TiltAngle", "_TiltAngleSpn"},     {"OriginX", planeBoxes[0]},         {"OriginY", planeBoxes[1]},
-        {"OriginZ", planeBoxes[2]},         {"FirstDirX", planeBoxes[3]},       {"FirstDirY", planeBoxes[4]},
-        {"FirstDirZ", planeBoxes[5]},       {"SecondDirX", planeBoxes[6]},      {"SecondDirY", planeBoxes[7]},
-        {"SecondDirZ", planeBoxes[8]}};
+        {"LineSpacing", "_LineSpacingSpn"}, {"CharSpacing", "_CharSpacingSpn"},
+        {"TextSize", "_TextSizeSpn"},       {"TiltAngle", "_TiltAngleSpn"},
+        {"OriginX", kPlaneBoxes[0]},        {"OriginY", kPlaneBoxes[1]},
+        {"OriginZ", kPlaneBoxes[2]},        {"FirstDirX", kPlaneBoxes[3]},
+        {"FirstDirY", kPlaneBoxes[4]},      {"FirstDirZ", kPlaneBoxes[5]},
+        {"SecondDirX", kPlaneBoxes[6]},     {"SecondDirY", kPlaneBoxes[7]},
+        {"SecondDirZ", kPlaneBoxes[8]}};
     for (int i = 0; i < keys.size(); ++i)
         SetSetting(keys[i].first, 1.5 + i);
     OpenDialog();

@@ -258,10 +258,10 @@ TEST_F(ZORHostProgramTest, SettingsThatCannotBeKeptAreOnTheNoticeBar)
     EXPECT_TRUE(err.contains("cannot be written")) << err.toStdString();
 }
 
-const QByteArray waitForever = "wait 60 window Never is open\n";
+const QByteArray kWaitForever = "wait 60 window Never is open\n";
 
 /// Starts a nesting job of a minute from the console; the documents of the script lie in ${OUT}.
-const QByteArray startHeavyJob = R"script(in ZORHostMainWindow
+const QByteArray kStartHeavyJob = R"script(in ZORHostMainWindow
 trigger "SDK Test"
 in ZORTestMainDialog
 trigger "Translate"
@@ -297,8 +297,8 @@ print closing
 TEST_F(ZORHostProgramTest, EndsWhileAHeavyJobRuns)
 {
     // The end of the script ends the program directly; Quit closes its windows first.
-    for (const QByteArray& end : {QByteArray(), "trigger _QuitAction\n" + waitForever}) {
-        const QString script = WriteFile("heavy.zorscript", startHeavyJob + end);
+    for (const QByteArray& end : {QByteArray(), "trigger _QuitAction\n" + kWaitForever}) {
+        const QString script = WriteFile("heavy.zorscript", kStartHeavyJob + end);
         QProcess process;
         process.start(ZOR_TEST_HOST, {"--script", script, "--settings", GetPath("host.ini"), "--define",
                                       "OUT=" + GetPath("."), "--define", "SAMPLES=" ZOR_TEST_SAMPLES});
@@ -336,7 +336,7 @@ TEST_F(ZORHostProgramTest, SignalsEndItsJobsAndRemoveTheirDirectories)
     ASSERT_TRUE(QDir().mkpath(temporary));
     QProcess process;
     process.setProcessEnvironment(Environment({"TMPDIR=" + temporary}));
-    process.start(ZOR_TEST_HOST, {"--script", WriteFile("heavy.zorscript", startHeavyJob + waitForever),
+    process.start(ZOR_TEST_HOST, {"--script", WriteFile("heavy.zorscript", kStartHeavyJob + kWaitForever),
                                   "--settings", GetPath("host.ini"), "--define", "OUT=" + GetPath("."),
                                   "--define", "SAMPLES=" ZOR_TEST_SAMPLES});
     QByteArray output;

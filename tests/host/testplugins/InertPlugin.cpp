@@ -32,7 +32,7 @@ public:
 namespace {
 
 /// Loading this library would end the program: a test proves that it is never mapped.
-const int s_mapped = [] {
+const int kMapped = [] {
     qFatal("the library of another SDK version was loaded");
     return 0;
 }();

@@ -18,7 +18,7 @@ namespace {
 // As a library does it: before main() and the application object.
 const ZORCmdActionPublisher staticPublisher("Static", &ScriptedDialogCommand::staticMetaObject, "static-icon",
                                             "Static Command", "Published early", 0, 1, {{"method", "Early"}});
-const bool actionExistedEarly =
+const bool kActionExistedEarly =
     QCoreApplication::instance()
     || ZORCmdController::GetController()->GetAction("ScriptedDialogCommand.Early");
 
@@ -45,7 +45,7 @@ protected:
 
 TEST_F(ZORCmdActionPublisherTest, PublishingWorksBeforeTheApplicationObject)
 {
-    EXPECT_FALSE(actionExistedEarly);
+    EXPECT_FALSE(kActionExistedEarly);
     const QAction* action = controller->GetAction("ScriptedDialogCommand.Early");
     ASSERT_TRUE(action);
     EXPECT_EQ("Static Command", action->text());

@@ -17,9 +17,9 @@
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kPi = std::numbers::pi;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 class ZORCmnUnitSpinBoxTest : public testing::Test
 {
@@ -65,7 +65,7 @@ TEST_F(ZORCmnUnitSpinBoxTest, AnglesAreShownInDegreesAndKeptInRadians)
     EXPECT_EQ(QString("45\u00b0"), TextOf(0.7853981633974483));
     EXPECT_EQ(0.7853981633974483, box->GetInternalValue());
     Type("-180");
-    EXPECT_DOUBLE_EQ(-pi, box->GetInternalValue());
+    EXPECT_DOUBLE_EQ(-kPi, box->GetInternalValue());
     EXPECT_EQ(-180, box->value());
 }
 
@@ -74,7 +74,7 @@ TEST_F(ZORCmnUnitSpinBoxTest, MagnitudeSetLaterKeepsTheInternalValue)
     box->SetInternalValue(2);
     box->setProperty("magnitude", "Angle");
     EXPECT_NEAR(2, box->GetInternalValue(), 1e-8);
-    EXPECT_NEAR(360 / pi, box->value(), 1e-6);
+    EXPECT_NEAR(360 / kPi, box->value(), 1e-6);
     box->setProperty("magnitude", "Length");
     EXPECT_NEAR(2, box->GetInternalValue(), 1e-6);
     EXPECT_EQ(" mm", box->suffix());
@@ -97,9 +97,9 @@ TEST_F(ZORCmnUnitSpinBoxTest, ShowingAValueDoesNotRoundIt)
         EXPECT_EQ(angle, box->GetInternalValue());
     }
     box->setValue(90);
-    EXPECT_DOUBLE_EQ(pi / 2, box->GetInternalValue());
+    EXPECT_DOUBLE_EQ(kPi / 2, box->GetInternalValue());
     box->SetInternalValue(1e12);
-    EXPECT_EQ(box->maximum() * (pi / 180), box->GetInternalValue());
+    EXPECT_EQ(box->maximum() * (kPi / 180), box->GetInternalValue());
 }
 
 TEST_F(ZORCmnUnitSpinBoxTest, OtherPropertiesChangeNothing)
@@ -130,9 +130,9 @@ TEST_F(ZORCmnUnitSpinBoxTest, ValuesOutsideTheRangeAreClamped)
 {
     box->SetInternalValue(1e12);
     EXPECT_EQ(1e9, box->GetInternalValue());
-    box->SetInternalValue(-infinity);
+    box->SetInternalValue(-kInfinity);
     EXPECT_EQ(-1e9, box->GetInternalValue());
-    box->SetInternalValue(infinity);
+    box->SetInternalValue(kInfinity);
     EXPECT_EQ(1e9, box->GetInternalValue());
     box->setRange(-1, 1);
     EXPECT_EQ(1, box->GetInternalValue());
@@ -141,7 +141,7 @@ TEST_F(ZORCmnUnitSpinBoxTest, ValuesOutsideTheRangeAreClamped)
 TEST_F(ZORCmnUnitSpinBoxTest, NotANumberIsIgnored)
 {
     box->SetInternalValue(5);
-    box->SetInternalValue(notANumber);
+    box->SetInternalValue(kNotANumber);
     EXPECT_EQ(5, box->GetInternalValue());
     Type("nan");
     EXPECT_EQ(5, box->GetInternalValue());
@@ -184,7 +184,7 @@ TEST_F(ZORCmnUnitSpinBoxTest, CodeThatKnowsOnlyTheBaseClassWorks)
     QDoubleSpinBox* base = box.get();
     box->setProperty("magnitude", "Angle");
     base->setValue(90);
-    EXPECT_DOUBLE_EQ(pi / 2, box->GetInternalValue());
+    EXPECT_DOUBLE_EQ(kPi / 2, box->GetInternalValue());
 }
 
 } // namespace

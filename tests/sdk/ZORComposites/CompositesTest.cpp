@@ -44,7 +44,7 @@ ZORCompReadReport CompositesTest::ReadContent(const QByteArray& content, const Q
 QByteArray CompositesTest::ToXml() const
 {
     const QString path = folder.filePath(QStringLiteral("written.xml"));
-    ZORCompWriter(path, XmlId).Write(root);
+    ZORCompWriter(path, kXmlId).Write(root);
     return ReadFile(path);
 }
 

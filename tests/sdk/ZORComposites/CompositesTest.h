@@ -54,5 +54,5 @@ protected:
     QTemporaryDir folder;
 };
 
-constexpr const char* JsonId = "compost-json";
-constexpr const char* XmlId = "layup-xml";
+constexpr const char* kJsonId = "compost-json";
+constexpr const char* kXmlId = "layup-xml";

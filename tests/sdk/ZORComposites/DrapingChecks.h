@@ -16,7 +16,7 @@
 #include <cmath>
 #include <numbers>
 
-constexpr double Degree = std::numbers::pi / 180;
+constexpr double kDegree = std::numbers::pi / 180;
 
 inline ZORCompStrategyParameters WithStep(double step, double fibreAngle = 0)
 {

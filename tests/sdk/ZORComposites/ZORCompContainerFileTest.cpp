@@ -125,7 +125,7 @@ TEST_F(ZORCompContainerFileTest, ARosetteKeepsTheAxesOfASurfaceThatIsGone)
 TEST_F(ZORCompContainerFileTest, TheSampleComesBackTheSame)
 {
     ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json");
-    Read(path, JsonId);
+    Read(path, kJsonId);
     const QByteArray xml = ToXml();
     const QByteArray file = SaveContainer(container);
     container.Clear();

@@ -152,7 +152,7 @@ TEST_F(ZORCompDrapingLayerTest, FollowsItsStrategy)
     EXPECT_EQ(0, changes.size()) << "no input any more";
 
     ZORCompStrategyParameters parameters = other->GetParameters();
-    parameters.lockingAngle = 60 * Degree;
+    parameters.lockingAngle = 60 * kDegree;
     const qsizetype locked = layer->GetLockedCells().size();
     other->SetParameters(parameters);
     EXPECT_LT(layer->GetLockedCells().size(), locked);

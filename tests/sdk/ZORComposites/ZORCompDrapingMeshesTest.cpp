@@ -16,7 +16,7 @@
 
 namespace {
 
-const QString nothingFits = QStringLiteral("no cell of the net fits on the surface at the seed");
+const QString kNothingFits = QStringLiteral("no cell of the net fits on the surface at the seed");
 
 // Drapes from the middle of a triangle and checks the net.
 // \return the number of cells; 0 where none fits
@@ -31,7 +31,7 @@ qsizetype CellsFrom(const ZORGeoSurface& surface, int triangle, const ZORCompStr
                   .Run({&surface, triangle, 1 / 3.0, 1 / 3.0, middle}, {1, 0.3, 0.2});
     });
     if (!failure.isEmpty()) {
-        EXPECT_EQ(nothingFits, failure);
+        EXPECT_EQ(kNothingFits, failure);
         return 0;
     }
     CheckNet(surface, net);

@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 class ZORCompFeaturesTest : public CompositesTest
 {
@@ -105,12 +105,12 @@ TEST_F(ZORCompFeaturesTest, PropertiesThatNoMaterialCanHaveAreRefused)
     EXPECT_EQ(QString("material property 'E1' is -1, but must be positive"), messageOf(&Properties::E1, -1));
     EXPECT_EQ(QString("material property 'permeability_2' is -1, but must not be negative"),
               messageOf(&Properties::permeability2, -1));
-    EXPECT_EQ(QString("material property 'v12' is not finite"), messageOf(&Properties::v12, Infinity));
+    EXPECT_EQ(QString("material property 'v12' is not finite"), messageOf(&Properties::v12, kInfinity));
     EXPECT_EQ(0.2, material->GetProperties().thickness);
     EXPECT_EQ(0, changes.size());
     EXPECT_EQ(QString(), messageOf(&Properties::v12, -0.3));
     EXPECT_EQ(QString(), messageOf(&Properties::permeability1, 0));
-    EXPECT_EQ(QString(), messageOf(&Properties::thickness, NaN));
+    EXPECT_EQ(QString(), messageOf(&Properties::thickness, kNaN));
     EXPECT_EQ(3, changes.size());
     material->SetProperties(material->GetProperties());
     EXPECT_EQ(3, changes.size());
@@ -141,11 +141,11 @@ TEST_F(ZORCompFeaturesTest, AxesWithoutDirectionAreRefusedAndTheOldOnesStay)
     };
     const ZORTopBody* const body = rosette->GetBody();
     EXPECT_EQ(QString("the origin of the rosette is not finite or too far away"),
-              messageOf({NaN, 0, 0}, x, z));
+              messageOf({kNaN, 0, 0}, x, z));
     EXPECT_EQ(QString("the origin of the rosette is not finite or too far away"),
               messageOf({2e60, 0, 0}, x, z));
     EXPECT_EQ(QString("the normal of the rosette has no direction"), messageOf({}, x, {}));
-    EXPECT_EQ(QString("the X axis of the rosette has no direction"), messageOf({}, {Infinity, 0, 0}, z));
+    EXPECT_EQ(QString("the X axis of the rosette has no direction"), messageOf({}, {kInfinity, 0, 0}, z));
     EXPECT_EQ(QString("the X axis of the rosette is parallel to its normal"),
               messageOf({}, {1e-10, 0, -1}, z));
     EXPECT_EQ(x, rosette->GetXAxis());
@@ -205,7 +205,7 @@ TEST_F(ZORCompFeaturesTest, DirectionsTurnAboutTheNormalFromTheProjectedX)
     expectNear({half, 0, -half}, rosette->GetDirection({1, 0, 1}, 0));
     EXPECT_EQ(ZORMathVector(), rosette->GetDirection({1, 0, 0}, 0));
     EXPECT_EQ(ZORMathVector(), rosette->GetDirection({}, 0));
-    EXPECT_EQ(ZORMathVector(), rosette->GetDirection({0, 0, 1}, NaN));
+    EXPECT_EQ(ZORMathVector(), rosette->GetDirection({0, 0, 1}, kNaN));
 }
 
 TEST_F(ZORCompFeaturesTest, PliesTakeTheNearestRosetteAbove)
@@ -302,7 +302,7 @@ TEST_F(ZORCompFeaturesTest, SettersTellOnlyChanges)
         ply->SetActive(false);
     }
     EXPECT_EQ(3, changes.size());
-    EXPECT_EQ(QString("the angle of the ply is not finite"), MessageOf([&] { ply->SetAngle(NaN); }));
+    EXPECT_EQ(QString("the angle of the ply is not finite"), MessageOf([&] { ply->SetAngle(kNaN); }));
     QSignalSpy inputs(layup, &ZORCompLayup::InputsChanged);
     layup->SetSurface(AddWall());
     layup->SetSurface(layup->GetSurface());

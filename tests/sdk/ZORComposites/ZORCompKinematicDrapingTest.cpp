@@ -11,15 +11,15 @@
 
 namespace {
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // Between the two cells that a node of the diagonal is between.
 double ShearOnDiagonal(const ZORCompDrapingNet& net, int node)
 {
     const int before = net.FindCell(node - 1, node - 1);
     const int after = net.FindCell(node, node);
-    return before < 0 || after < 0 ? NaN : (net.GetCells()[before].shear + net.GetCells()[after].shear) / 2;
+    return before < 0 || after < 0 ? kNaN : (net.GetCells()[before].shear + net.GetCells()[after].shear) / 2;
 }
 
 // The largest error in degrees of the shear half, three quarters and a whole radius from the seed on both yarns.
@@ -33,7 +33,7 @@ double SphereError(const ZORGeoSurface& sphere, double radius, int stepsPerRadiu
     const std::array<double, 3> expected{14.274425, 31.674575, 54.318276};
     double error = 0;
     for (int i = 0; i < 3; ++i) {
-        const double shear = ShearOnDiagonal(net, stepsPerRadius * (i + 2) / 4) / Degree;
+        const double shear = ShearOnDiagonal(net, stepsPerRadius * (i + 2) / 4) / kDegree;
         error = std::max(error, std::abs(shear - expected[size_t(i)]));
     }
     return error;
@@ -48,12 +48,12 @@ TEST(ZORCompKinematicDrapingTest, ShearsNothingInThePlane)
                                      WithRandomWindings(JitteredSheet(16, 5), 6)}) {
             const auto sheet = mesh.Make();
             const ZORCompDrapingNet net =
-                Drape(*sheet, WithStep(1.0 / 32, angle * Degree), {0.5, 0.5, 0}, {1, 0, 0});
+                Drape(*sheet, WithStep(1.0 / 32, angle * kDegree), {0.5, 0.5, 0}, {1, 0, 0});
             CheckNet(*sheet, net);
             EXPECT_LT(net.GetMaximumShear(), 1e-8) << angle;
             EXPECT_GT(AreaOf(net), 0.85) << angle;
             for (const ZORCompDrapingCell& cell : net.GetCells())
-                ASSERT_NEAR(angle * Degree, cell.fibreAngle, 1e-8);
+                ASSERT_NEAR(angle * kDegree, cell.fibreAngle, 1e-8);
         }
     }
 }
@@ -76,16 +76,16 @@ TEST(ZORCompKinematicDrapingTest, PutsNodesOnTheBorderWhereStepsEndThere)
 TEST(ZORCompKinematicDrapingTest, TurnsTheWeftByTheYarnAngle)
 {
     const auto sheet = JitteredSheet(16, 1).Make();
-    ZORCompStrategyParameters parameters = WithStep(1.0 / 32, 20 * Degree);
+    ZORCompStrategyParameters parameters = WithStep(1.0 / 32, 20 * kDegree);
     for (const double yarnAngle : {30.0, 60.0, 120.0, 150.0}) {
-        parameters.yarnAngle = yarnAngle * Degree;
+        parameters.yarnAngle = yarnAngle * kDegree;
         const ZORCompDrapingNet net = Drape(*sheet, parameters, {0.4, 0.6, 0}, {0, 1, 0});
         CheckNet(*sheet, net);
         EXPECT_LT(net.GetMaximumShear(), 1e-8);
         EXPECT_GT(AreaOf(net), 0.8);
         const ZORMathPoint seed = net.GetNodes()[net.FindNode(0, 0)].location.point;
         const ZORMathVector weft = net.GetNodes()[net.FindNode(0, 1)].location.point - seed;
-        const double angle = std::atan2(weft.GetY(), weft.GetX()) / Degree;
+        const double angle = std::atan2(weft.GetY(), weft.GetX()) / kDegree;
         EXPECT_NEAR(0, std::remainder(90 + 20 + yarnAngle - angle, 360), 1e-6);
     }
 }
@@ -96,7 +96,7 @@ TEST(ZORCompKinematicDrapingTest, ReachesWhereTheYarnsThroughTheSeedDoNot)
     for (ZORMathPoint& vertex : mesh.vertices)
         vertex.SetX(8 * vertex.GetX());
     const auto strip = mesh.Make();
-    const ZORCompDrapingNet net = Drape(*strip, WithStep(0.05, 45 * Degree), {4, 0.5, 0}, {1, 0, 0});
+    const ZORCompDrapingNet net = Drape(*strip, WithStep(0.05, 45 * kDegree), {4, 0.5, 0}, {1, 0, 0});
     CheckNet(*strip, net);
     EXPECT_LT(net.GetMaximumShear(), 1e-8);
     EXPECT_GT(AreaOf(net), 0.9 * 8);
@@ -114,7 +114,7 @@ TEST(ZORCompKinematicDrapingTest, GoesAroundHoles)
     const auto surface = mesh.Make();
     for (const double angle : {0.0, 45.0}) {
         const ZORCompDrapingNet net =
-            Drape(*surface, WithStep(0.02, angle * Degree), {0.2, 0.45, 0}, {1, 0, 0});
+            Drape(*surface, WithStep(0.02, angle * kDegree), {0.2, 0.45, 0}, {1, 0, 0});
         CheckNet(*surface, net);
         EXPECT_LT(net.GetMaximumShear(), 1e-7);
         EXPECT_GT(AreaOf(net), 0.9 * surface->GetArea());
@@ -180,14 +180,14 @@ TEST(ZORCompKinematicDrapingTest, CoversAClosedSurfaceOnce)
 
     const auto tube = Prism(256, 50, 300, 10).Make();
     for (const double angle : {0.0, 30.0, 45.0}) {
-        const ZORCompDrapingNet net = Drape(*tube, WithStep(5, angle * Degree), {50, 0.1, 150}, {0, 0, 1});
+        const ZORCompDrapingNet net = Drape(*tube, WithStep(5, angle * kDegree), {50, 0.1, 150}, {0, 0, 1});
         CheckNet(*tube, net);
         EXPECT_LT(AreaOf(net), 1.001 * tube->GetArea());
         EXPECT_GT(AreaOf(net), 0.95 * tube->GetArea());
     }
 
     const auto torus = Torus(120, 60, 100, 30).Make();
-    const ZORCompDrapingNet net = Drape(*torus, WithStep(5, 30 * Degree), {130, 0.1, 0}, {0, 0, 1});
+    const ZORCompDrapingNet net = Drape(*torus, WithStep(5, 30 * kDegree), {130, 0.1, 0}, {0, 0, 1});
     CheckNet(*torus, net);
     EXPECT_LT(AreaOf(net), 1.02 * torus->GetArea());
 }
@@ -197,10 +197,10 @@ TEST(ZORCompKinematicDrapingTest, HardlyShearsADevelopableSurface)
     const auto tube = Prism(1024, 50, 200, 1).Make();
     for (const double angle : {0.0, 30.0, 45.0}) {
         const double coarse =
-            Drape(*tube, WithStep(10, angle * Degree), {50, 0.1, 100}, {0, 0, 1}).GetMaximumShear();
+            Drape(*tube, WithStep(10, angle * kDegree), {50, 0.1, 100}, {0, 0, 1}).GetMaximumShear();
         const double fine =
-            Drape(*tube, WithStep(5, angle * Degree), {50, 0.1, 100}, {0, 0, 1}).GetMaximumShear();
-        EXPECT_LT(coarse, 0.6 * Degree);
+            Drape(*tube, WithStep(5, angle * kDegree), {50, 0.1, 100}, {0, 0, 1}).GetMaximumShear();
+        EXPECT_LT(coarse, 0.6 * kDegree);
         EXPECT_LT(fine, std::max(0.35 * coarse, 1e-9)) << "a quarter, but for the facets";
     }
 }
@@ -211,23 +211,23 @@ TEST(ZORCompKinematicDrapingTest, LocksOnASmallSphere)
     ZORCompStrategyParameters parameters = WithStep(5);
     parameters.warpExtent = parameters.weftExtent = 100;
     const ZORCompDrapingNet net = Drape(*sphere, parameters, {100, 0, 0}, {0, 1, 0});
-    EXPECT_NEAR(net.GetMaximumShear(), 52 * Degree, 2 * Degree);
-    const QList<int> locked = net.GetLockedCells(45 * Degree);
+    EXPECT_NEAR(net.GetMaximumShear(), 52 * kDegree, 2 * kDegree);
+    const QList<int> locked = net.GetLockedCells(45 * kDegree);
     EXPECT_FALSE(locked.isEmpty());
     EXPECT_TRUE(locked.contains(net.FindCell(19, 19)));
     EXPECT_TRUE(locked.contains(net.FindCell(-20, 19))) << "opened as far as the other is closed";
     EXPECT_FALSE(locked.contains(net.FindCell(19, 0)));
     for (int i = 0; i < int(net.GetCells().size()); ++i)
-        EXPECT_EQ(std::abs(net.GetCells()[i].shear) > 45 * Degree, locked.contains(i));
+        EXPECT_EQ(std::abs(net.GetCells()[i].shear) > 45 * kDegree, locked.contains(i));
 
     parameters.warpExtent = parameters.weftExtent = 50;
-    EXPECT_TRUE(Drape(*sphere, parameters, {100, 0, 0}, {0, 1, 0}).GetLockedCells(45 * Degree).isEmpty());
+    EXPECT_TRUE(Drape(*sphere, parameters, {100, 0, 0}, {0, 1, 0}).GetLockedCells(45 * kDegree).isEmpty());
 }
 
 TEST(ZORCompKinematicDrapingTest, LaysGeneratorsOfConstantAngle)
 {
     const auto sphere = Sphere(100, 128).Make();
-    ZORCompStrategyParameters parameters = WithStep(5, 90 * Degree);
+    ZORCompStrategyParameters parameters = WithStep(5, 90 * kDegree);
     parameters.generators = ZORCompStrategyParameters::ConstantAngle;
     parameters.warpExtent = parameters.weftExtent = 100;
     const double height = 60;
@@ -253,7 +253,7 @@ TEST(ZORCompKinematicDrapingTest, StartsAnywhere)
         EXPECT_LT(net.GetMaximumShear(), 1e-8);
         EXPECT_GT(AreaOf(net), 0.85);
     }
-    const ZORCompDrapingNet slanted = Drape(*sheet, WithStep(0.05, 30 * Degree), {0.4, 0, 0}, {1, 0, 0});
+    const ZORCompDrapingNet slanted = Drape(*sheet, WithStep(0.05, 30 * kDegree), {0.4, 0, 0}, {1, 0, 0});
     EXPECT_GT(AreaOf(slanted), 0.85) << "half of both yarns leave the sheet at once";
 }
 
@@ -279,7 +279,7 @@ TEST(ZORCompKinematicDrapingTest, SaysWhatIsWrong)
     };
     EXPECT_EQ(QLatin1String("surface is null"),
               MessageOf([] { ZORCompKinematicDraping(nullptr, WithStep(1)); }));
-    for (const double step : {0.0, -1.0, NaN, Infinity})
+    for (const double step : {0.0, -1.0, kNaN, kInfinity})
         EXPECT_EQ(QLatin1String("step is not a length above 0"), failureOf(WithStep(step), seed, {1, 0, 0}));
     EXPECT_EQ(QLatin1String("the step is too small for the surface"),
               failureOf(WithStep(1e-9), seed, {1, 0, 0}));
@@ -292,12 +292,12 @@ TEST(ZORCompKinematicDrapingTest, SaysWhatIsWrong)
     EXPECT_EQ(QLatin1String("seed is not on the surface"),
               failureOf(WithStep(0.1), other->Project({0.5, 0.5, 0}), {1, 0, 0}));
     EXPECT_EQ(QLatin1String("seed is not on the surface"),
-              failureOf(WithStep(0.1), {sheet.get(), 1, NaN, 0, {}}, {1, 0, 0}));
+              failureOf(WithStep(0.1), {sheet.get(), 1, kNaN, 0, {}}, {1, 0, 0}));
     for (const ZORMathVector& direction :
          {ZORMathVector(), ZORMathVector(0, 0, 1), ZORMathVector(1e-12, 0, -5)})
         EXPECT_EQ(QLatin1String("the direction is perpendicular to the surface at the seed"),
                   failureOf(WithStep(0.1), seed, direction));
-    EXPECT_EQ(QLatin1String("direction is not finite"), failureOf(WithStep(0.1), seed, {NaN, 0, 0}));
+    EXPECT_EQ(QLatin1String("direction is not finite"), failureOf(WithStep(0.1), seed, {kNaN, 0, 0}));
 
     const ZORGeoSurface empty(nullptr, {}, {});
     EXPECT_EQ(QLatin1String("seed is not on the surface"), MessageOf([&] {

@@ -48,11 +48,11 @@ protected:
 
 TEST_F(ZORCompReaderTest, FormatsComeWithTheirFilters)
 {
-    EXPECT_EQ((QList<QByteArray>{JsonId, XmlId}), ZORCompReader::GetSupportedFormats());
-    EXPECT_EQ(QList<QString>{"CompoST Layup (*.json)"}, ZORCompReader::GetFormatFileExtensions(JsonId));
-    EXPECT_EQ(QList<QString>{"Layup XML (*.xml)"}, ZORCompReader::GetFormatFileExtensions(XmlId));
-    EXPECT_EQ(QList<QByteArray>{XmlId}, ZORCompWriter::GetSupportedFormats());
-    EXPECT_EQ(QList<QString>{"Layup XML (*.xml)"}, ZORCompWriter::GetFormatFileExtensions(XmlId));
+    EXPECT_EQ((QList<QByteArray>{kJsonId, kXmlId}), ZORCompReader::GetSupportedFormats());
+    EXPECT_EQ(QList<QString>{"CompoST Layup (*.json)"}, ZORCompReader::GetFormatFileExtensions(kJsonId));
+    EXPECT_EQ(QList<QString>{"Layup XML (*.xml)"}, ZORCompReader::GetFormatFileExtensions(kXmlId));
+    EXPECT_EQ(QList<QByteArray>{kXmlId}, ZORCompWriter::GetSupportedFormats());
+    EXPECT_EQ(QList<QString>{"Layup XML (*.xml)"}, ZORCompWriter::GetFormatFileExtensions(kXmlId));
 }
 
 TEST_F(ZORCompReaderTest, UnknownFormatsAreRefused)
@@ -62,25 +62,25 @@ TEST_F(ZORCompReaderTest, UnknownFormatsAreRefused)
     EXPECT_EQ(unknown, MessageOf([] { ZORCompReader("file", "x"); }));
     EXPECT_EQ(unknown, MessageOf([] { ZORCompWriter("file", "x"); }));
     EXPECT_EQ(QString("composites format 'compost-json' cannot be written"),
-              MessageOf([] { ZORCompWriter("file", JsonId); }));
+              MessageOf([] { ZORCompWriter("file", kJsonId); }));
 }
 
 TEST_F(ZORCompReaderTest, NullsAreRefused)
 {
     EXPECT_EQ(QString("composites root is null"), MessageOf([] { ZORCompReadProcessor(nullptr, false); }));
     EXPECT_EQ(QString("read processor is null"),
-              MessageOf([] { ZORCompReader("file", XmlId).Read(nullptr); }));
+              MessageOf([] { ZORCompReader("file", kXmlId).Read(nullptr); }));
     EXPECT_EQ(QString("composites root is null"),
-              MessageOf([] { ZORCompWriter("file", XmlId).Write(nullptr); }));
+              MessageOf([] { ZORCompWriter("file", kXmlId).Write(nullptr); }));
 }
 
 TEST_F(ZORCompReaderTest, MissingFilesFoldersAndPlacesThatCannotBeWrittenAreTold)
 {
     const QString missing = folder.filePath("missing");
-    EXPECT_THROW(Read(missing, XmlId), ZORSysFileOpenException);
-    EXPECT_THROW(Read(folder.path(), JsonId), ZORSysFileOpenException);
-    EXPECT_THROW(ZORCompWriter(missing + "/x.xml", XmlId).Write(root), ZORSysFileOpenException);
-    EXPECT_THROW(ZORCompWriter(folder.path(), XmlId).Write(root), ZORSysFileException);
+    EXPECT_THROW(Read(missing, kXmlId), ZORSysFileOpenException);
+    EXPECT_THROW(Read(folder.path(), kJsonId), ZORSysFileOpenException);
+    EXPECT_THROW(ZORCompWriter(missing + "/x.xml", kXmlId).Write(root), ZORSysFileOpenException);
+    EXPECT_THROW(ZORCompWriter(folder.path(), kXmlId).Write(root), ZORSysFileException);
 }
 
 // A format of another library: one layup named after the content.
@@ -103,10 +103,10 @@ TEST_F(ZORCompReaderTest, FormatsOfOtherLibrariesComeAndGo)
     const NameFormat format;
     {
         const ZORCompFormatRegistration registration(format);
-        EXPECT_EQ((QList<QByteArray>{JsonId, XmlId, "name"}), ZORCompReader::GetSupportedFormats());
+        EXPECT_EQ((QList<QByteArray>{kJsonId, kXmlId, "name"}), ZORCompReader::GetSupportedFormats());
         EXPECT_EQ((QList<QString>{"Name (*.name)", "Name (*.nm)"}),
                   ZORCompReader::GetFormatFileExtensions("name"));
-        EXPECT_EQ(QList<QByteArray>{XmlId}, ZORCompWriter::GetSupportedFormats());
+        EXPECT_EQ(QList<QByteArray>{kXmlId}, ZORCompWriter::GetSupportedFormats());
         EXPECT_EQ(QStringList{"only a name"}, ReadContent("Wing", "name").warnings);
         EXPECT_EQ(QString("Wing"), GetLayup()->GetLabel());
         {
@@ -152,7 +152,7 @@ TEST_F(ZORCompReaderTest, NothingIsMadeBeforeFinalizeAndOnlyOnce)
 {
     const QString path = WriteFile("a.xml", File(0.2));
     ZORCompReadProcessor processor(root, false);
-    ZORCompReader(path, XmlId).Read(&processor);
+    ZORCompReader(path, kXmlId).Read(&processor);
     EXPECT_EQ(0, root->GetNumChildren());
     processor.Finalize();
     EXPECT_EQ(1, CountLayups());
@@ -164,11 +164,11 @@ TEST_F(ZORCompReaderTest, NothingIsMadeBeforeFinalizeAndOnlyOnce)
 TEST_F(ZORCompReaderTest, AProcessorWithoutReplacingAlwaysAddsButSharesEqualMaterials)
 {
     const QString path = WriteFile("a.xml", File(0.2));
-    Read(path, XmlId);
-    EXPECT_EQ(0, Read(path, XmlId).numMaterials);
+    Read(path, kXmlId);
+    EXPECT_EQ(0, Read(path, kXmlId).numMaterials);
     EXPECT_EQ(2, CountLayups());
     EXPECT_EQ(1, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
-    const ZORCompReadReport report = ReadContent(File(0.3), XmlId);
+    const ZORCompReadReport report = ReadContent(File(0.3), kXmlId);
     EXPECT_EQ(QStringList{"another material is named 'Twill', this one becomes 'Twill.2'"}, report.warnings);
     ASSERT_EQ(2, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
     EXPECT_EQ(0.3, ZORCompMaterialLibrary::Find(root)->FindMaterial("Twill.2")->GetProperties().thickness);
@@ -185,7 +185,7 @@ TEST_F(ZORCompReaderTest, PercentSignsInNamesReachTheReportAndTheLog)
     const auto restore = qScopeGuard([former] { qInstallMessageHandler(former); });
     const QString path = WriteFile("a%1b%2.json", R"({"allComposite": [{"_serialized_type": "X.Sequence",
         "c%1d%2": {"x": 1}, "subComponents": [{"_serialized_type": "X.Ply"}]}]})");
-    const ZORCompReadReport report = Read(path, JsonId);
+    const ZORCompReadReport report = Read(path, kJsonId);
     EXPECT_EQ(QStringList("'" + path + "': kept as attributes: Sequence.c%1d%2 (1)"), infos);
     EXPECT_TRUE(report.ToString().contains("kept as attributes: Sequence.c%1d%2 (1)"))
         << report.ToString().toStdString();
@@ -193,12 +193,12 @@ TEST_F(ZORCompReaderTest, PercentSignsInNamesReachTheReportAndTheLog)
 
 TEST_F(ZORCompReaderTest, AReplacingProcessorTakesAwayWhatTheSameFileMade)
 {
-    Read(WriteFile("other.xml", File(0.2)), XmlId, true);
+    Read(WriteFile("other.xml", File(0.2)), kXmlId, true);
     const QString path = WriteFile("a.xml", File(0.2));
-    Read(path, XmlId, true);
+    Read(path, kXmlId, true);
     EXPECT_EQ(2, CountLayups());
     WriteFile("a.xml", File(0.3));
-    Read(path, XmlId, true);
+    Read(path, kXmlId, true);
     EXPECT_EQ(2, CountLayups());
     ASSERT_EQ(1, ZORCompMaterialLibrary::Find(root)->GetMaterials().size());
     EXPECT_EQ(0.3, ZORCompMaterialLibrary::Find(root)->FindMaterial("Twill")->GetProperties().thickness);
@@ -208,7 +208,7 @@ TEST_F(ZORCompReaderTest, ARootThatIsGoneIsTold)
 {
     const QString path = WriteFile("a.xml", File(0.2));
     ZORCompReadProcessor processor(root, false);
-    ZORCompReader(path, XmlId).Read(&processor);
+    ZORCompReader(path, kXmlId).Read(&processor);
     root->Remove();
     EXPECT_EQ(QString("the composites root does not exist any more"),
               MessageOf([&] { processor.Finalize(); }));
@@ -225,7 +225,7 @@ TEST_F(ZORCompReaderTest, WhoeverRemovesWhatIsBeingReadLeavesTheRootAsBefore)
             sequence->Remove();
     });
     EXPECT_EQ(QString("'%1' was removed while it was being read").arg(path),
-              MessageOf([&] { Read(path, XmlId); }));
+              MessageOf([&] { Read(path, kXmlId); }));
     EXPECT_EQ(numBefore, container.GetNumGeometry());
 }
 
@@ -254,11 +254,11 @@ private:
 
 TEST_F(ZORCompReaderTest, AFileThatCannotBeWrittenToItsEndStaysAsItWas)
 {
-    Read(WriteFile("a.xml", File(0.2)), XmlId);
+    Read(WriteFile("a.xml", File(0.2)), kXmlId);
     const QString path = WriteFile("b.xml", "before");
     {
         const FileSizeLimit limit(100);
-        EXPECT_THROW(ZORCompWriter(path, XmlId).Write(root), ZORSysFileException);
+        EXPECT_THROW(ZORCompWriter(path, kXmlId).Write(root), ZORSysFileException);
     }
     EXPECT_EQ(QByteArray("before"), ReadFile(path));
     EXPECT_EQ(QStringList({"a.xml", "b.xml"}), QDir(folder.path()).entryList(QDir::Files | QDir::Hidden));
@@ -266,11 +266,11 @@ TEST_F(ZORCompReaderTest, AFileThatCannotBeWrittenToItsEndStaysAsItWas)
 
 TEST_F(ZORCompReaderTest, WhatIsNotARegularFileIsNeitherWrittenToNorReplaced)
 {
-    Read(WriteFile("a.xml", File(0.2)), XmlId);
+    Read(WriteFile("a.xml", File(0.2)), kXmlId);
     const QString path = folder.filePath("pipe");
     ASSERT_EQ(0, mkfifo(QFile::encodeName(path).constData(), 0600));
     EXPECT_EQ("cannot open file '" + path + "': it is not a regular file",
-              MessageOf([&] { ZORCompWriter(path, XmlId).Write(root); }));
+              MessageOf([&] { ZORCompWriter(path, kXmlId).Write(root); }));
     EXPECT_TRUE(QFileInfo::exists(path));
     EXPECT_FALSE(QFileInfo(path).isFile());
 }
@@ -341,7 +341,7 @@ QJsonObject SmallSample(const QByteArray& content)
 TEST_F(ReaderFuzz, BytesOfJsonMayBeAnything)
 {
     ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json");
-    Mutate(QJsonDocument(SmallSample(ReadFile(path))).toJson(QJsonDocument::Compact), JsonId, 1500);
+    Mutate(QJsonDocument(SmallSample(ReadFile(path))).toJson(QJsonDocument::Compact), kJsonId, 1500);
     EXPECT_GT(numGood, 100);
     EXPECT_GT(numBad, 100);
 }
@@ -349,8 +349,8 @@ TEST_F(ReaderFuzz, BytesOfJsonMayBeAnything)
 TEST_F(ReaderFuzz, BytesOfXmlMayBeAnything)
 {
     ZOR_REQUIRE_TEST_DATA(path, "meshes/layup/compost-x_test_141.json");
-    ReadContent(QJsonDocument(SmallSample(ReadFile(path))).toJson(), JsonId);
-    Mutate(ToXml(), XmlId, 1500);
+    ReadContent(QJsonDocument(SmallSample(ReadFile(path))).toJson(), kJsonId);
+    Mutate(ToXml(), kXmlId, 1500);
     EXPECT_GT(numGood, 50);
     EXPECT_GT(numBad, 100);
 }
@@ -414,7 +414,7 @@ TEST_F(ReaderFuzz, FieldsOfJsonMayBeAnything)
         for (int edit = 0; edit < numEdits; ++edit)
             file = Edit(file, random);
         if (file.isObject())
-            Try(QJsonDocument(file.toObject()).toJson(QJsonDocument::Compact), JsonId);
+            Try(QJsonDocument(file.toObject()).toJson(QJsonDocument::Compact), kJsonId);
     }
     EXPECT_GT(numGood, 100);
     EXPECT_GT(numBad, 100);
@@ -432,7 +432,7 @@ TEST_F(ZORCompReaderTest, NothingThatAFileNamesIsOpened)
         const QByteArray use = declaration.contains("ENTITY e") ? "&e;" : "";
         const QString path =
             WriteFile("inside.xml", declaration + File(2).replace("</layups>", use + "</layups>"));
-        MessageOf([&] { Read(path, XmlId); });
+        MessageOf([&] { Read(path, kXmlId); });
     }
     EXPECT_FALSE(watch.WasOpened());
     QFile file(outside);

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class ZORCompStrategyTest : public testing::Test
 {
@@ -60,7 +60,7 @@ TEST_F(ZORCompStrategyTest, TellsOfNewParametersOnly)
     EXPECT_EQ(1, changes.size());
     EXPECT_EQ(3, strategy->GetParameters().step);
     ZORCompStrategyParameters unbounded = WithStep(3);
-    unbounded.warpExtent = NaN;
+    unbounded.warpExtent = kNaN;
     strategy->SetParameters(unbounded);
     EXPECT_EQ(1, changes.size()) << "no bound either";
 }
@@ -80,11 +80,11 @@ TEST_F(ZORCompStrategyTest, RefusesBadParametersAndKeepsThoseBefore)
               failureOf([](Parameters& p) { p.generators = Parameters::Generators(2); }));
     EXPECT_EQ(QLatin1String("step is not a length above 0"), failureOf([](Parameters& p) { p.step = 0; }));
     EXPECT_EQ(QLatin1String("fibre angle is not finite"),
-              failureOf([](Parameters& p) { p.fibreAngle = NaN; }));
-    for (const double angle : {NaN, 0.0, 9.9 * Degree, 170.1 * Degree, -Degree})
+              failureOf([](Parameters& p) { p.fibreAngle = kNaN; }));
+    for (const double angle : {kNaN, 0.0, 9.9 * kDegree, 170.1 * kDegree, -kDegree})
         EXPECT_EQ(QLatin1String("yarn angle is not between 10 and 170 degrees"),
                   failureOf([=](Parameters& p) { p.yarnAngle = angle; }));
-    for (const double angle : {NaN, -0.1, 90.1 * Degree})
+    for (const double angle : {kNaN, -0.1, 90.1 * kDegree})
         EXPECT_EQ(QLatin1String("locking angle is not between 0 and 90 degrees"),
                   failureOf([=](Parameters& p) { p.lockingAngle = angle; }));
     EXPECT_EQ(QLatin1String("extent is negative"), failureOf([](Parameters& p) { p.warpExtent = -1; }));
@@ -94,11 +94,11 @@ TEST_F(ZORCompStrategyTest, RefusesBadParametersAndKeepsThoseBefore)
 TEST_F(ZORCompStrategyTest, TakesTheLimitsOfItsAngles)
 {
     ZORCompStrategyParameters parameters;
-    for (const double angle : {10 * Degree, 170 * Degree}) {
+    for (const double angle : {10 * kDegree, 170 * kDegree}) {
         parameters.yarnAngle = angle;
         EXPECT_NO_THROW(parameters.Check());
     }
-    for (const double angle : {0.0, 90 * Degree}) {
+    for (const double angle : {0.0, 90 * kDegree}) {
         parameters.lockingAngle = angle;
         EXPECT_NO_THROW(parameters.Check());
     }
@@ -110,10 +110,10 @@ TEST_F(ZORCompStrategyTest, ComesBackFromContainerFiles)
     strategy->SetLabel(QStringLiteral("Fine"));
     ZORCompStrategyParameters parameters = WithStep(0.1, 1.0 / 3);
     parameters.generators = ZORCompStrategyParameters::ConstantAngle;
-    parameters.yarnAngle = 60 * Degree;
+    parameters.yarnAngle = 60 * kDegree;
     parameters.lockingAngle = 0.7;
     parameters.warpExtent = 123.4;
-    parameters.weftExtent = NaN;
+    parameters.weftExtent = kNaN;
     strategy->SetParameters(parameters);
     ZORFeatContainer loaded;
     ASSERT_TRUE(RoundTrips(container, loaded));

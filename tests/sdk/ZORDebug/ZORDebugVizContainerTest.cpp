@@ -18,7 +18,7 @@
 namespace {
 
 using Container = ZORDebugVizContainer;
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 /// Leaves the one container as empty as it found it.
 class ZORDebugVizContainerTest : public testing::Test
@@ -153,17 +153,17 @@ TEST_F(ZORDebugVizContainerTest, KeepsAnObjectWithoutRepresentationForWhatCannot
     EXPECT_EQ(Last()->GetRep(), nullptr) << "no points";
     Container::AddPolyline({{0, 0, 0}}, 1, 2, 3, 0, QString(), 0);
     EXPECT_EQ(Last()->GetRep(), nullptr) << "a single point";
-    Container::AddPolyline({{0, 0, 0}, {nan, 0, 0}, {1, 0, 0}}, 1, 2, 3, 0, QString(), 0);
+    Container::AddPolyline({{0, 0, 0}, {kNan, 0, 0}, {1, 0, 0}}, 1, 2, 3, 0, QString(), 0);
     EXPECT_EQ(Last()->GetRep(), nullptr) << "no two finite points in a row";
-    Container::AddPolyline({{0, 0, 0}, {nan, 0, 0}, {1, 0, 0}, {2, 0, 0}}, 1, 2, 3, 0, QString(), 0);
+    Container::AddPolyline({{0, 0, 0}, {kNan, 0, 0}, {1, 0, 0}, {2, 0, 0}}, 1, 2, 3, 0, QString(), 0);
     EXPECT_NE(Last()->GetRep(), nullptr) << "the end of the chain is finite";
-    Container::AddPolyline({{nan, 0, 0}, {0, 0, 0}, {1, 0, 0}}, 1, 2, 3, 0, QString(), 1);
+    Container::AddPolyline({{kNan, 0, 0}, {0, 0, 0}, {1, 0, 0}}, 1, 2, 3, 0, QString(), 1);
     EXPECT_EQ(Last()->GetRep(), nullptr) << "the only pair is not finite";
-    Container::AddPoint({nan, 0, 0}, 1, 2, 3, 0, label, 0);
+    Container::AddPoint({kNan, 0, 0}, 1, 2, 3, 0, label, 0);
     EXPECT_EQ(Last()->GetRep(), nullptr);
-    Container::AddLine({0, 0, 0}, {0, 0, nan}, 1, 2, 3, 0, label, 0, 2);
+    Container::AddLine({0, 0, 0}, {0, 0, kNan}, 1, 2, 3, 0, label, 0, 2);
     EXPECT_EQ(Last()->GetRep(), nullptr);
-    Container::AddTriangle({0, 0, 0}, {0, nan, 0}, {1, 1, 1}, 1, 2, 3, label, 0);
+    Container::AddTriangle({0, 0, 0}, {0, kNan, 0}, {1, 1, 1}, 1, 2, 3, label, 0);
     EXPECT_EQ(Last()->GetRep(), nullptr);
     Container::AddTriangles({{0, 0, 0}, {1, 0, 0}}, 1, 2, 3, QString());
     EXPECT_EQ(Last()->GetRep(), nullptr);
@@ -176,10 +176,10 @@ TEST_F(ZORDebugVizContainerTest, KeepsAnObjectWithoutRepresentationForWhatCannot
 
 TEST_F(ZORDebugVizContainerTest, LabelsTheFinitePlaceOfWhatIsPartlyFinite)
 {
-    Container::AddLine({1, 0, 0}, {nan, 0, 0}, 1, 2, 3, 0, QStringLiteral("start"), 0, 0);
+    Container::AddLine({1, 0, 0}, {kNan, 0, 0}, 1, 2, 3, 0, QStringLiteral("start"), 0, 0);
     ASSERT_EQ(NumPrimitives(), 1);
     EXPECT_EQ(Primitive<ZORVisTextPrimitive>()->GetPosition(), ZORMathPoint(1, 0, 0));
-    Container::AddPolyline({{nan, 0, 0}, {2, 0, 0}, {3, 0, 0}}, 1, 2, 3, 0, QStringLiteral("chain"), 0);
+    Container::AddPolyline({{kNan, 0, 0}, {2, 0, 0}, {3, 0, 0}}, 1, 2, 3, 0, QStringLiteral("chain"), 0);
     ASSERT_EQ(NumPrimitives(), 2);
     EXPECT_EQ(Primitive<ZORVisTextPrimitive>(1)->GetPosition(), ZORMathPoint(2, 0, 0));
 }

@@ -30,7 +30,7 @@
 namespace {
 
 using Geometries = QList<ZORGeoGeometry*>;
-constexpr auto tested = QAbstractItemModelTester::FailureReportingMode::Fatal;
+constexpr auto kTested = QAbstractItemModelTester::FailureReportingMode::Fatal;
 
 class ZORFeatBrowserWidgetTest : public testing::Test
 {
@@ -40,7 +40,7 @@ public:
         browser.resize(300, 200);
         browser.SetEnvironment(environment.get());
         browser.show();
-        tester = std::make_unique<QAbstractItemModelTester>(model, tested);
+        tester = std::make_unique<QAbstractItemModelTester>(model, kTested);
     }
     ZORFeatContainer* Container() const { return environment->GetContainer(); }
     ZORFeatRoot* Root() const { return Container()->GetFeatureRoot("ZORFeatRoot"); }

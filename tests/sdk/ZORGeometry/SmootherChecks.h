@@ -14,7 +14,7 @@
 #include <limits>
 #include <numbers>
 
-inline constexpr double allowed = 1 + 1.1e-4; // tolerance of the radius and some rounding
+inline constexpr double kAllowed = 1 + 1.1e-4; // tolerance of the radius and some rounding
 
 inline TestMesh Scaled(TestMesh mesh, double factor, const ZORMathVector& shift)
 {
@@ -107,7 +107,7 @@ inline void ExpectSmoothed(const QList<ZORGeoLocationOnSurface>& before,
                            const QList<ZORGeoLocationOnSurface>& after, double radius)
 {
     const ZORGeoCurveOnSurfaceSmoother smoother(radius);
-    EXPECT_GE(smoother.FindSmallestRadius(after) * allowed, radius);
+    EXPECT_GE(smoother.FindSmallestRadius(after) * kAllowed, radius);
     EXPECT_EQ(before.constFirst().point, after.constFirst().point);
     EXPECT_EQ(before.constLast().point, after.constLast().point);
     EXPECT_LE(LengthOf(after), LengthOf(before));

@@ -40,5 +40,5 @@ inline QByteArray AsciiFacet(const QByteArray& a, const QByteArray& b, const QBy
            + "\nendloop\nendfacet\n";
 }
 
-inline const StlFacet firstFacet = {0, 0, 0, 1, 0, 0, 0, 1, 0};
-inline const StlFacet secondFacet = {1, 0, 0, 1, 1, 0, 0, 1, 0};
+inline const StlFacet kFirstFacet = {0, 0, 0, 1, 0, 0, 0, 1, 0};
+inline const StlFacet kSecondFacet = {1, 0, 0, 1, 1, 0, 0, 1, 0};

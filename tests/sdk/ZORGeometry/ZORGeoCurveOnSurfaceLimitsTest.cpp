@@ -26,11 +26,11 @@ namespace {
 using Processor = ZORGeoCurveOnSurfaceProcessor;
 using Result = ZORGeoCurveOnSurfaceResult;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr int softStart = 1;
-constexpr int softEnd = 2;
-constexpr int hardStart = 9;
-constexpr int hardEnd = 10;
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr int kSoftStart = 1;
+constexpr int kSoftEnd = 2;
+constexpr int kHardStart = 9;
+constexpr int kHardEnd = 10;
 
 class ZORGeoCurveOnSurfaceLimitsTest : public testing::Test
 {
@@ -40,7 +40,7 @@ protected:
                                                const ZORMathVector& direction) const
     {
         const Result result =
-            Processor(sheet.get(), nan, nan).ComputeGeodesic(sheet->Project(point), direction, 0);
+            Processor(sheet.get(), kNan, kNan).ComputeGeodesic(sheet->Project(point), direction, 0);
         return std::make_unique<ZORGeoCurveOnSurface>(result.GetLocations(), false);
     }
 
@@ -95,14 +95,14 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, SoftLimitsEndALongerSide)
     const auto ahead = Line({0.83, 0.5, 0}, {0, 1, 0});
     const auto behind = Line({0.27, 0.5, 0}, {0, 1, 0});
     const QList<const ZORGeoCurveOnSurface*> both = {ahead.get(), behind.get()};
-    for (const double length : {nan, 0.4}) {
-        const Result end = Shoot(both, softEnd, length, length);
+    for (const double length : {kNan, 0.4}) {
+        const Result end = Shoot(both, kSoftEnd, length, length);
         ExpectEnd(0.33, Result::Limit, end);
         ExpectStart(length > 0 ? 0.4 : 0.5, length > 0 ? Result::Length : Result::Border, end);
-        const Result start = Shoot(both, softStart, length, length);
+        const Result start = Shoot(both, kSoftStart, length, length);
         ExpectStart(0.23, Result::Limit, start);
         ExpectEnd(length > 0 ? 0.4 : 0.5, length > 0 ? Result::Length : Result::Border, start);
-        const Result all = Shoot(both, softStart | softEnd, length, length);
+        const Result all = Shoot(both, kSoftStart | kSoftEnd, length, length);
         ExpectStart(0.23, Result::Limit, all);
         ExpectEnd(0.33, Result::Limit, all);
     }
@@ -112,11 +112,11 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, SoftLimitsLeaveAShorterSideAlone)
 {
     const auto ahead = Line({0.83, 0.5, 0}, {0, 1, 0});
     const auto behind = Line({0.27, 0.5, 0}, {0, 1, 0});
-    const Result result = Shoot({ahead.get(), behind.get()}, softStart | softEnd, 0.2, 0.3);
+    const Result result = Shoot({ahead.get(), behind.get()}, kSoftStart | kSoftEnd, 0.2, 0.3);
     ExpectStart(0.2, Result::Length, result);
     ExpectEnd(0.3, Result::Length, result);
     // Up to the limit and not farther.
-    ExpectEnd(0.33, Result::Length, Shoot({ahead.get()}, softEnd, 0, 0.33));
+    ExpectEnd(0.33, Result::Length, Shoot({ahead.get()}, kSoftEnd, 0, 0.33));
 }
 
 TEST_F(ZORGeoCurveOnSurfaceLimitsTest, HardLimitsEndASideOfAnyLength)
@@ -124,11 +124,11 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, HardLimitsEndASideOfAnyLength)
     const auto ahead = Line({0.83, 0.5, 0}, {0, 1, 0});
     const auto behind = Line({0.27, 0.5, 0}, {0, 1, 0});
     const QList<const ZORGeoCurveOnSurface*> both = {ahead.get(), behind.get()};
-    for (const double length : {nan, 0.4, 0.2, 0.1, 0.05, 0.01}) {
-        const Result end = Shoot(both, hardEnd, 0.2, length);
+    for (const double length : {kNan, 0.4, 0.2, 0.1, 0.05, 0.01}) {
+        const Result end = Shoot(both, kHardEnd, 0.2, length);
         ExpectEnd(0.33, Result::Limit, end);
         ExpectStart(0.2, Result::Length, end);
-        const Result start = Shoot(both, hardStart, length, 0.3);
+        const Result start = Shoot(both, kHardStart, length, 0.3);
         ExpectStart(0.23, Result::Limit, start);
         ExpectEnd(0.3, Result::Length, start);
     }
@@ -138,7 +138,7 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, ASideThatMeetsNoHardLimitKeepsItsLength)
 {
     const auto ahead = Line({0.83, 0.5, 0}, {0, 1, 0});
     for (const double length : {0.2, 0.1, 0.07}) {
-        const Result result = Shoot({ahead.get()}, hardStart, length, 0.1);
+        const Result result = Shoot({ahead.get()}, kHardStart, length, 0.1);
         ExpectStart(length, Result::Length, result);
         ExpectEnd(0.1, Result::Length, result);
     }
@@ -147,7 +147,7 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, ASideThatMeetsNoHardLimitKeepsItsLength)
     const Result other =
         Processor(cube.get(), 0, 0.1).ComputeGeodesic(cube->Project({0.5, 0.1, 1}), {0, 1, 0}, 0);
     const ZORGeoCurveOnSurface aside(other.GetLocations(), false);
-    Add(processor, {&aside}, hardEnd);
+    Add(processor, {&aside}, kHardEnd);
     const Result closed = processor.ComputeGeodesic(cube->Project({0.5, 0.5, 1}), {1, 0, 0}, 0);
     ExpectConsistent(*cube, closed);
     EXPECT_EQ(1.25, closed.GetEndLength());
@@ -160,12 +160,12 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, BeyondTheLengthOnlyHardLimitsCount)
     const auto near = Line({0.7, 0.5, 0}, {0, 1, 0});
     const auto far = Line({0.9, 0.5, 0}, {0, 1, 0});
     Processor processor(sheet.get(), 0, 0.1);
-    Add(processor, {near.get()}, softEnd);
-    Add(processor, {far.get()}, hardEnd);
+    Add(processor, {near.get()}, kSoftEnd);
+    Add(processor, {far.get()}, kHardEnd);
     ExpectEnd(0.4, Result::Limit, Shoot(processor));
     Processor longer(sheet.get(), 0, 0.3);
-    Add(longer, {near.get()}, softEnd);
-    Add(longer, {far.get()}, hardEnd);
+    Add(longer, {near.get()}, kSoftEnd);
+    Add(longer, {far.get()}, kHardEnd);
     ExpectEnd(0.2, Result::Limit, Shoot(longer));
 }
 
@@ -173,8 +173,8 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, TheFirstOfManyLimitsCounts)
 {
     const auto slanting = Line({0.7, 0.5, 0}, {0.3, 1, 0});
     const auto upright = Line({0.71, 0.5, 0}, {0, 1, 0});
-    ExpectEnd(0.206, Result::Limit, Shoot({upright.get(), slanting.get()}, softEnd, 0, nan));
-    ExpectEnd(0.206, Result::Limit, Shoot({slanting.get(), upright.get()}, softEnd, 0, nan));
+    ExpectEnd(0.206, Result::Limit, Shoot({upright.get(), slanting.get()}, kSoftEnd, 0, kNan));
+    ExpectEnd(0.206, Result::Limit, Shoot({slanting.get(), upright.get()}, kSoftEnd, 0, kNan));
 }
 
 TEST_F(ZORGeoCurveOnSurfaceLimitsTest, LimitsOnEdgesCountFromBothSides)
@@ -182,7 +182,7 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, LimitsOnEdgesCountFromBothSides)
     for (const double x : {0.8, 0.3}) {
         const auto line = Line({x, 0.55, 0}, {0, 1, 0});
         const bool isAhead = x > 0.5;
-        const Result result = Shoot({line.get()}, softStart | softEnd, nan, nan);
+        const Result result = Shoot({line.get()}, kSoftStart | kSoftEnd, kNan, kNan);
         if (isAhead)
             ExpectEnd(0.3, Result::Limit, result);
         else
@@ -190,7 +190,7 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, LimitsOnEdgesCountFromBothSides)
     }
     // Through the vertices of that edge, too.
     const auto line = Line({0.8, 0.55, 0}, {0, 1, 0});
-    ExpectEnd(0.3, Result::Limit, Shoot({line.get()}, softEnd, 0, nan, 0.5));
+    ExpectEnd(0.3, Result::Limit, Shoot({line.get()}, kSoftEnd, 0, kNan, 0.5));
 }
 
 TEST_F(ZORGeoCurveOnSurfaceLimitsTest, LimitsThroughVerticesAreMetInVertices)
@@ -199,8 +199,8 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, LimitsThroughVerticesAreMetInVertices)
     for (const ZORMathVector& direction :
          {ZORMathVector(1, 1, 0), ZORMathVector(-1, 1, 0), ZORMathVector(1, 3, 0)}) {
         const auto line = Line({0.7, 0.5, 0}, direction);
-        ExpectEnd(0.2, Result::Limit, Shoot({line.get()}, softEnd, 0, nan, 0.5));
-        ExpectEnd(0.2, Result::Limit, Shoot({line.get()}, hardEnd, 0, 0.05, 0.5));
+        ExpectEnd(0.2, Result::Limit, Shoot({line.get()}, kSoftEnd, 0, kNan, 0.5));
+        ExpectEnd(0.2, Result::Limit, Shoot({line.get()}, kHardEnd, 0, 0.05, 0.5));
     }
     // A limit that ends in a vertex, and one that only touches the row from above or below.
     for (const double y : {0.6, 0.4}) {
@@ -209,13 +209,13 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, LimitsThroughVerticesAreMetInVertices)
         const Result touching =
             Processor(sheet.get(), 0, direction.GetLength()).ComputeGeodesic(start, direction, 0);
         const ZORGeoCurveOnSurface limit(touching.GetLocations(), false);
-        ExpectEnd(0.2, Result::Limit, Shoot({&limit}, softEnd, 0, nan, 0.5));
+        ExpectEnd(0.2, Result::Limit, Shoot({&limit}, kSoftEnd, 0, kNan, 0.5));
     }
     for (const double y : {0.6, 0.4}) {
         const auto start = sheet->Project({0.77, y, 0});
         const Result touching = Processor(sheet.get(), 0, 0.1).ComputeGeodesic(start, {0, 0.5 - y, 0}, 0);
         const ZORGeoCurveOnSurface limit(touching.GetLocations(), false);
-        ExpectEnd(0.27, Result::Limit, Shoot({&limit}, softEnd, 0, nan, 0.5));
+        ExpectEnd(0.27, Result::Limit, Shoot({&limit}, kSoftEnd, 0, kNan, 0.5));
     }
 }
 
@@ -226,8 +226,8 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, BorderCurvesAreLimits)
     surface->Initialize();
     const auto edges = surface->CreateEdges();
     ASSERT_EQ(1, edges.size());
-    Processor processor(surface, 0.1, nan);
-    Add(processor, {edges.constFirst()}, hardStart | hardEnd);
+    Processor processor(surface, 0.1, kNan);
+    Add(processor, {edges.constFirst()}, kHardStart | kHardEnd);
     const Result result = processor.ComputeGeodesic(surface->Project({0.3, 0.6, 0}), {1, 0, 0}, 0);
     EXPECT_EQ(Result::Limit, result.GetStartReason());
     EXPECT_EQ(Result::Limit, result.GetEndReason());
@@ -239,28 +239,28 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, ALimitThroughTheStartDoesNotEndTheCurveTh
 {
     const auto through = Line({0.5, 0.52, 0}, {0.2, 1, 0});
     const auto ahead = Line({0.9, 0.5, 0}, {0, 1, 0});
-    for (const int behavior : {softStart | softEnd, hardStart | hardEnd}) {
-        const Result result = Shoot({through.get(), ahead.get()}, behavior, nan, nan);
+    for (const int behavior : {kSoftStart | kSoftEnd, kHardStart | kHardEnd}) {
+        const Result result = Shoot({through.get(), ahead.get()}, behavior, kNan, kNan);
         ExpectEnd(0.4, Result::Limit, result);
         ExpectStart(0.5, Result::Border, result);
     }
     const auto onEdge = Line({0.5, 0.52, 0}, {0, 1, 0});
-    ExpectEnd(0.5, Result::Border, Shoot({onEdge.get()}, softEnd, 0, nan));
-    ExpectEnd(0.5, Result::Border, Shoot({onEdge.get()}, softEnd, 0, nan, 0.5));
+    ExpectEnd(0.5, Result::Border, Shoot({onEdge.get()}, kSoftEnd, 0, kNan));
+    ExpectEnd(0.5, Result::Border, Shoot({onEdge.get()}, kSoftEnd, 0, kNan, 0.5));
 }
 
 TEST_F(ZORGeoCurveOnSurfaceLimitsTest, ASideMayBeginByRunningAlongALimit)
 {
     for (const double y : {0.52, 0.5}) {
         const auto along = Line({0.5, y, 0}, {1, 0, 0});
-        ExpectEnd(0.5, Result::Border, Shoot({along.get()}, softEnd, 0, nan, y));
+        ExpectEnd(0.5, Result::Border, Shoot({along.get()}, kSoftEnd, 0, kNan, y));
         const auto across = Line({0.87, 0.5, 0}, {0, 1, 0});
-        ExpectEnd(0.37, Result::Limit, Shoot({along.get(), across.get()}, softEnd, 0, nan, y));
+        ExpectEnd(0.37, Result::Limit, Shoot({along.get(), across.get()}, kSoftEnd, 0, kNan, y));
         // One that begins later is met where it begins.
         const Result part =
             Processor(sheet.get(), 0, 0.2).ComputeGeodesic(sheet->Project({0.64, y, 0}), {1, 0, 0}, 0);
         const ZORGeoCurveOnSurface later(part.GetLocations(), false);
-        ExpectEnd(0.14, Result::Limit, Shoot({&later}, softEnd, 0, nan, y));
+        ExpectEnd(0.14, Result::Limit, Shoot({&later}, kSoftEnd, 0, kNan, y));
     }
 }
 
@@ -268,8 +268,8 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, EmptyListsAndCurvesLimitNothing)
 {
     const ZORGeoCurveOnSurface empty({}, false);
     const ZORGeoCurveOnSurface point({sheet->Project({0.7, 0.52, 0})}, false);
-    Processor processor(sheet.get(), nan, nan);
-    for (const int behavior : {softStart, softEnd, hardStart, hardEnd}) {
+    Processor processor(sheet.get(), kNan, kNan);
+    for (const int behavior : {kSoftStart, kSoftEnd, kHardStart, kHardEnd}) {
         Add(processor, {}, behavior);
         Add(processor, {&empty, &point}, behavior);
     }
@@ -281,8 +281,8 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, EmptyListsAndCurvesLimitNothing)
 TEST_F(ZORGeoCurveOnSurfaceLimitsTest, CanBeClearedAndOutliveTheirCurves)
 {
     auto ahead = Line({0.83, 0.5, 0}, {0, 1, 0});
-    Processor processor(sheet.get(), 0, nan);
-    Add(processor, {ahead.get()}, softEnd);
+    Processor processor(sheet.get(), 0, kNan);
+    Add(processor, {ahead.get()}, kSoftEnd);
     ahead.reset();
     ExpectEnd(0.33, Result::Limit, Shoot(processor));
     ExpectEnd(0.33, Result::Limit, Shoot(processor));
@@ -294,13 +294,13 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, RefusesWrongLimits)
 {
     const auto other = Sheet(3).Make();
     const Result elsewhere =
-        Processor(other.get(), nan, nan).ComputeGeodesic(other->Project({0.5, 0.5, 0}), {1, 0, 0}, 0);
+        Processor(other.get(), kNan, kNan).ComputeGeodesic(other->Project({0.5, 0.5, 0}), {1, 0, 0}, 0);
     const ZORGeoCurveOnSurface foreign(elsewhere.GetLocations(), false);
     const ZORGeoCurveOnSurface chord({sheet->Project({0.05, 0.02, 0}), sheet->Project({0.75, 0.42, 0})},
                                      false);
     const auto good = Line({0.83, 0.5, 0}, {0, 1, 0});
-    Processor processor(sheet.get(), 0, nan);
-    Add(processor, {good.get()}, softEnd);
+    Processor processor(sheet.get(), 0, kNan);
+    Add(processor, {good.get()}, kSoftEnd);
     const auto message = [&](const QList<const ZORGeoCurveOnSurface*>& curves, int behavior) {
         try {
             Add(processor, curves, behavior);
@@ -312,10 +312,10 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, RefusesWrongLimits)
     const auto near = Line({0.6, 0.5, 0}, {0, 1, 0});
     EXPECT_EQ(QString("limits apply to neither side"), message({near.get()}, 8));
     EXPECT_EQ(QString("limits apply to neither side"), message({near.get()}, 0));
-    EXPECT_EQ(QString("limit curve 1 is null"), message({near.get(), nullptr}, softEnd));
-    EXPECT_EQ(QString("limit curve 1 is on another surface"), message({near.get(), &foreign}, softEnd));
+    EXPECT_EQ(QString("limit curve 1 is null"), message({near.get(), nullptr}, kSoftEnd));
+    EXPECT_EQ(QString("limit curve 1 is on another surface"), message({near.get(), &foreign}, kSoftEnd));
     EXPECT_EQ(QString("segment 0 of limit curve 1 is not within a triangle"),
-              message({near.get(), &chord}, softEnd));
+              message({near.get(), &chord}, kSoftEnd));
     // The limits are those from before.
     ExpectEnd(0.33, Result::Limit, Shoot(processor));
 }
@@ -324,9 +324,9 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, RefusedHardLimitsProlongNothing)
 {
     const auto good = Line({0.83, 0.5, 0}, {0, 1, 0});
     Processor processor(sheet.get(), 0, 0.1);
-    EXPECT_THROW(Add(processor, {good.get(), nullptr}, hardEnd), ZORSysException);
+    EXPECT_THROW(Add(processor, {good.get(), nullptr}, kHardEnd), ZORSysException);
     ExpectEnd(0.1, Result::Length, Shoot(processor));
-    Add(processor, {good.get()}, hardEnd);
+    Add(processor, {good.get()}, kHardEnd);
     ExpectEnd(0.33, Result::Limit, Shoot(processor));
     processor.ClearGeometricLimits();
     ExpectEnd(0.1, Result::Length, Shoot(processor));
@@ -336,11 +336,11 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, OneCurveCanBeALimitOfSeveralKinds)
 {
     const auto ahead = Line({0.83, 0.5, 0}, {0, 1, 0});
     Processor processor(sheet.get(), 0.1, 0.1);
-    Add(processor, {ahead.get(), ahead.get()}, softEnd);
+    Add(processor, {ahead.get(), ahead.get()}, kSoftEnd);
     ExpectEnd(0.1, Result::Length, Shoot(processor));
-    Add(processor, {ahead.get()}, hardStart);
+    Add(processor, {ahead.get()}, kHardStart);
     ExpectEnd(0.1, Result::Length, Shoot(processor));
-    Add(processor, {ahead.get()}, hardStart | hardEnd);
+    Add(processor, {ahead.get()}, kHardStart | kHardEnd);
     const Result result = Shoot(processor);
     ExpectEnd(0.33, Result::Limit, result);
     ExpectStart(0.1, Result::Length, result);
@@ -358,8 +358,8 @@ std::vector<Limit> MakeRandomLimits(const ZORGeoSurface& surface, int count, std
     std::uniform_real_distribution<double> place(0.05, 0.95);
     std::uniform_real_distribution<double> length(0.02, 0.5);
     std::uniform_real_distribution<double> angles(0, 2 * std::numbers::pi);
-    constexpr int behaviors[] = {softStart, softEnd, softStart | softEnd,
-                                 hardStart, hardEnd, hardStart | hardEnd};
+    constexpr int behaviors[] = {kSoftStart, kSoftEnd, kSoftStart | kSoftEnd,
+                                 kHardStart, kHardEnd, kHardStart | kHardEnd};
     std::vector<Limit> limits;
     for (int i = 0; i < count; ++i) {
         const double x = place(random);
@@ -441,9 +441,9 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, AnyNumberOfLimitsGivesTheNearestOfAllSegm
             const ZORMathVector direction(std::cos(angle), std::sin(angle), 0);
             const Result result = singly.ComputeGeodesic(from, direction, 0);
             ExpectConsistent(*plane, result);
-            ExpectNearestLimit(limits, softStart, from.point, -direction, 0.2, result.GetStartLength(),
+            ExpectNearestLimit(limits, kSoftStart, from.point, -direction, 0.2, result.GetStartLength(),
                                result.GetStartReason());
-            ExpectNearestLimit(limits, softEnd, from.point, direction, 0.3, result.GetEndLength(),
+            ExpectNearestLimit(limits, kSoftEnd, from.point, direction, 0.3, result.GetEndLength(),
                                result.GetEndReason());
             ExpectSameCurve(result, inLists.ComputeGeodesic(from, direction, 0));
         }
@@ -470,8 +470,8 @@ TEST_F(ZORGeoCurveOnSurfaceLimitsTest, AgreesWithTheCrossingOfLinesInThePlane)
         const ZORMathVector e(std::cos(limitAngle), std::sin(limitAngle), 0);
         const Result line = Processor(jittered.get(), 0, 0.4).ComputeGeodesic(limitFrom, e, 0);
         const ZORGeoCurveOnSurface limit(line.GetLocations(), false);
-        Processor processor(jittered.get(), 0, nan);
-        Add(processor, {&limit}, softEnd);
+        Processor processor(jittered.get(), 0, kNan);
+        Add(processor, {&limit}, kSoftEnd);
         const Result result = processor.ComputeGeodesic(from, d, 0);
         ExpectConsistent(*jittered, result);
         const ZORMathVector to = limitFrom.point - from.point;

@@ -21,9 +21,9 @@ namespace {
 using Processor = ZORGeoCurveOnSurfaceProcessor;
 using Result = ZORGeoCurveOnSurfaceResult;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double pi = std::numbers::pi;
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kPi = std::numbers::pi;
 
 Result Shoot(const ZORGeoSurface& surface, const ZORGeoLocationOnSurface& start, double length,
              const ZORMathVector& direction, double angle = 0)
@@ -37,7 +37,7 @@ Result Shoot(const ZORGeoSurface& surface, const ZORGeoLocationOnSurface& start,
 Result ShootBoth(const ZORGeoSurface& surface, const ZORGeoLocationOnSurface& start,
                  const ZORMathVector& direction, double angle = 0)
 {
-    const Result result = Processor(&surface, nan, nan).ComputeGeodesic(start, direction, angle);
+    const Result result = Processor(&surface, kNan, kNan).ComputeGeodesic(start, direction, angle);
     ExpectConsistent(surface, result);
     return result;
 }
@@ -61,8 +61,8 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsAroundACubeBackToItsStart)
 TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsFromTheEndBehindToTheEndAhead)
 {
     const auto sheet = Sheet(20).Make();
-    const Result result = Processor(sheet.get(), nan, 0.25)
-                              .ComputeGeodesic(sheet->Project({0.52, 0.53, 0}), {0, 1, 0}, -pi / 2);
+    const Result result = Processor(sheet.get(), kNan, 0.25)
+                              .ComputeGeodesic(sheet->Project({0.52, 0.53, 0}), {0, 1, 0}, -kPi / 2);
     ExpectConsistent(*sheet, result);
     EXPECT_TRUE(IsNear({0, 0.53, 0}, BeginOf(result)));
     EXPECT_TRUE(IsNear({0.52, 0.53, 0}, result.GetLocations()[result.GetStartIndex()].point));
@@ -92,15 +92,15 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, ClimbsAPrism)
 {
     const auto prism = Prism(64, 50, 400).Make();
     // From an edge of the first facet, so that the facets count from there.
-    const Result result = Shoot(*prism, prism->Project({50, 0, 10}), 500, {0, 0, 1}, -pi / 3);
+    const Result result = Shoot(*prism, prism->Project({50, 0, 10}), 500, {0, 0, 1}, -kPi / 3);
     EXPECT_EQ(Result::Length, result.GetEndReason());
     EXPECT_NEAR(260, EndOf(result).GetZ(), 1e-9);
-    const double width = 100 * std::sin(pi / 64);
-    EXPECT_NEAR(88.248058998, 500 * std::sin(pi / 3) / width, 1e-9);
+    const double width = 100 * std::sin(kPi / 64);
+    EXPECT_NEAR(88.248058998, 500 * std::sin(kPi / 3) / width, 1e-9);
     // 88 facets are 24 more than around, then a part of the next.
-    const double turned = 2 * pi * 24 / 64;
+    const double turned = 2 * kPi * 24 / 64;
     const ZORMathPoint from(50 * std::cos(turned), 50 * std::sin(turned), 260);
-    const double next = turned + 2 * pi / 64;
+    const double next = turned + 2 * kPi / 64;
     const ZORMathPoint to(50 * std::cos(next), 50 * std::sin(next), 260);
     EXPECT_LE((from + 0.248058998 * (to - from)).DistanceTo(EndOf(result)), 1e-7);
 }
@@ -126,7 +126,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, ConvergesOnACylinder)
 {
     const auto error = [](int cells) {
         const auto prism = Prism(cells, 50, 400, 16).Make();
-        const Result result = Shoot(*prism, prism->Project({50, 0, 10}), 500, {0, 0, 1}, -pi / 3);
+        const Result result = Shoot(*prism, prism->Project({50, 0, 10}), 500, {0, 0, 1}, -kPi / 3);
         const ZORMathPoint exact(50 * std::cos(8.660254038), 50 * std::sin(8.660254038), 260);
         return EndOf(result).DistanceTo(exact);
     };
@@ -147,8 +147,8 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, ConvergesToTheAntipodeOnASphere)
             const double y = coordinate(random);
             const ZORMathVector toStart = ZORMathVector(x, y, coordinate(random)).GetNormalized();
             const auto start = sphere->Project(ZORMathPoint() + 100 * toStart);
-            const double angle = pi * coordinate(random);
-            const Result result = Shoot(*sphere, start, 100 * pi, {0.2, -0.4, 1}, angle);
+            const double angle = kPi * coordinate(random);
+            const Result result = Shoot(*sphere, start, 100 * kPi, {0.2, -0.4, 1}, angle);
             return EndOf(result).DistanceTo(ZORMathPoint() - 100 * toStart);
         });
     };
@@ -161,7 +161,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, ConvergesOnATorus)
     const auto error = [](int cells) {
         return MeanOf(3, [cells](int i) {
             const auto torus = Torus(2 * cells, cells, 100, 30, 0.3 * i).Make();
-            const Result result = Shoot(*torus, torus->Project({130, 0, 0}), 600, {0, 0, 1}, -pi / 3);
+            const Result result = Shoot(*torus, torus->Project({130, 0, 0}), 600, {0, 0, 1}, -kPi / 3);
             return EndOf(result).DistanceTo({-6.021401, -126.809620, 13.174324});
         });
     };
@@ -173,7 +173,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, IsAStraightLineOnFlatSheets)
 {
     std::mt19937 random(5);
     std::uniform_real_distribution<double> inside(0.001, 0.999);
-    std::uniform_real_distribution<double> angles(-pi, pi);
+    std::uniform_real_distribution<double> angles(-kPi, kPi);
     for (const auto& mesh :
          {JitteredSheet(16, 3), SliverSheet(16), DoubledSheet(16),
           WithRandomWindings(JitteredSheet(16, 4), 1), WithRandomWindings(DoubledSheet(9), 2)}) {
@@ -199,7 +199,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, IsAStraightLineOnFlatSheets)
             ASSERT_EQ(Result::Border, result.GetEndReason());
             ASSERT_NEAR(toBorder(1), result.GetEndLength(), 1e-9);
             ASSERT_NEAR(toBorder(-1), result.GetStartLength(), 1e-9);
-            double last = -infinity;
+            double last = -kInfinity;
             for (const auto& location : result.GetLocations()) {
                 const ZORMathVector from = location.point - origin;
                 ASSERT_NEAR(0, Cross(direction, from).GetZ(), 1e-9);
@@ -260,13 +260,13 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, ScalesAnglesAtAVertex)
             };
             // The three edges are 120 degrees from each other as seen from the corner, 90 on the cube.
             EXPECT_TRUE(IsNear({0.5, 1, 1}, shoot(0)));
-            EXPECT_TRUE(IsNear({1, 0.5, 1}, shoot(2 * pi / 3)));
-            EXPECT_TRUE(IsNear({1, 1, 0.5}, shoot(4 * pi / 3)));
+            EXPECT_TRUE(IsNear({1, 0.5, 1}, shoot(2 * kPi / 3)));
+            EXPECT_TRUE(IsNear({1, 1, 0.5}, shoot(4 * kPi / 3)));
             const double diagonal = 0.5 * std::sqrt(0.5);
-            EXPECT_TRUE(IsNear({1 - diagonal, 1 - diagonal, 1}, shoot(pi / 3)));
+            EXPECT_TRUE(IsNear({1 - diagonal, 1 - diagonal, 1}, shoot(kPi / 3)));
             // Half way around.
-            EXPECT_TRUE(IsNear({1, 1 - diagonal, 1 - diagonal}, shoot(pi)));
-            EXPECT_TRUE(IsNear({1, 1 - diagonal, 1 - diagonal}, shoot(-pi)));
+            EXPECT_TRUE(IsNear({1, 1 - diagonal, 1 - diagonal}, shoot(kPi)));
+            EXPECT_TRUE(IsNear({1, 1 - diagonal, 1 - diagonal}, shoot(-kPi)));
         }
     }
 }
@@ -294,9 +294,9 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, AnEdgeStartTakesThePlaneBetweenBothTrian
         EXPECT_TRUE(IsNear({0.75, 0.5, 1}, EndOf(result)));
         EXPECT_TRUE(IsNear({1, 0.5, 0.75}, BeginOf(result)));
     }
-    const Result slanting = Shoot(*cube, start, 0.1, {-1, 0, 1}, pi / 6);
-    EXPECT_TRUE(IsNear({1 - 0.1 * std::cos(pi / 6), 0.5 - 0.1 * std::sin(pi / 6), 1}, EndOf(slanting)));
-    const Result along = Shoot(*cube, start, nan, {0, 1, 0});
+    const Result slanting = Shoot(*cube, start, 0.1, {-1, 0, 1}, kPi / 6);
+    EXPECT_TRUE(IsNear({1 - 0.1 * std::cos(kPi / 6), 0.5 - 0.1 * std::sin(kPi / 6), 1}, EndOf(slanting)));
+    const Result along = Shoot(*cube, start, kNan, {0, 1, 0});
     EXPECT_TRUE(IsNear({1, 1, 1}, along.GetLocations()[1].point));
 }
 
@@ -308,7 +308,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, AVanishingProjectionTakesTheFirstSideOfT
     for (const ZORMathVector& direction :
          {ZORMathVector(), ZORMathVector(0, 0, 1), ZORMathVector(1e-13, 1e-14, -1)}) {
         EXPECT_TRUE(IsNear({0.75, 0.25, 1}, EndOf(Shoot(*cube, inside, 0.25, direction))));
-        EXPECT_TRUE(IsNear({0.5, 0.35, 1}, EndOf(Shoot(*cube, inside, 0.1, direction, pi / 2))));
+        EXPECT_TRUE(IsNear({0.5, 0.35, 1}, EndOf(Shoot(*cube, inside, 0.1, direction, kPi / 2))));
     }
     // Directions that are only small do not vanish.
     EXPECT_TRUE(IsNear({0.5, 0.35, 1}, EndOf(Shoot(*cube, inside, 0.1, {0, 1e-300, 0}))));
@@ -332,7 +332,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, BorderStartsStayOnTheSurface)
     EXPECT_TRUE(IsNear({0, 0, 0}, BeginOf(along)));
     EXPECT_TRUE(IsNear({1, 0, 0}, EndOf(along)));
     const auto corner = sheet->Project({0, 0, 0});
-    for (const double angle : {0.0, 0.3, pi / 4, 1.2, pi / 2}) {
+    for (const double angle : {0.0, 0.3, kPi / 4, 1.2, kPi / 2}) {
         const Result inwards = ShootBoth(*sheet, corner, {1, 0, 0}, angle);
         EXPECT_NEAR(1 / std::max(std::cos(angle), std::sin(angle)), inwards.GetEndLength(), 1e-12) << angle;
         EXPECT_EQ(0, inwards.GetStartLength());
@@ -378,7 +378,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, UnboundedCurvesStopWhereTheyClose)
     for (const double z : {30.0, 50.0}) {
         const Result ring = ShootBoth(*prism, prism->Project({50, 0, z}), {0, 1, 0});
         EXPECT_EQ(Result::Closed, ring.GetEndReason());
-        EXPECT_NEAR(6400 * std::sin(pi / 64), ring.GetEndLength(), 1e-9);
+        EXPECT_NEAR(6400 * std::sin(kPi / 64), ring.GetEndLength(), 1e-9);
         EXPECT_EQ(BeginOf(ring), EndOf(ring));
     }
     // A given length goes on over the start.
@@ -399,7 +399,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, EndsAtTheCapWithAWarning)
                 received->append(text);
         });
     const Result result =
-        Processor(cube.get(), 1, nan)
+        Processor(cube.get(), 1, kNan)
             .ComputeGeodesic(cube->Project({0.3, 0.4, 1}), {1, std::numbers::phi - 1, 0}, 0);
     qInstallMessageHandler(handler);
     EXPECT_EQ(Result::Cap, result.GetEndReason());
@@ -492,7 +492,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, TrianglesAloneWithoutAreaGiveTheStart)
         const auto surface = mesh.Make();
         for (const ZORMathVector& direction : {ZORMathVector(), ZORMathVector(1, 2, 3)}) {
             const ZORGeoLocationOnSurface start{surface.get(), 1, 0.25, 0.5, CornersOf(*surface, 1)[0]};
-            const Result result = Processor(surface.get(), nan, 1).ComputeGeodesic(start, direction, 1);
+            const Result result = Processor(surface.get(), kNan, 1).ComputeGeodesic(start, direction, 1);
             EXPECT_EQ(1, result.GetLocations().size());
             EXPECT_EQ(Result::Degenerate, result.GetStartReason());
             EXPECT_EQ(Result::Degenerate, result.GetEndReason());
@@ -505,9 +505,9 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, RefusesWrongInput)
     const auto cube = Cube().Make();
     const auto other = Cube().Make();
     EXPECT_EQ(QString("surface is null"), MessageOf([] { Processor(nullptr, 1, 1); }));
-    for (const double length : {-1.0, -1e-300, -infinity}) {
+    for (const double length : {-1.0, -1e-300, -kInfinity}) {
         EXPECT_EQ(QString("start length is negative"), MessageOf([&] { Processor(cube.get(), length, 1); }));
-        EXPECT_EQ(QString("end length is negative"), MessageOf([&] { Processor(cube.get(), nan, length); }));
+        EXPECT_EQ(QString("end length is negative"), MessageOf([&] { Processor(cube.get(), kNan, length); }));
     }
     const Processor processor(cube.get(), 1, 1);
     const auto message = [&](const ZORGeoLocationOnSurface& start, const ZORMathVector& direction,
@@ -522,10 +522,10 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, RefusesWrongInput)
               message(other->Project({0, 0, 0}), {1, 0, 0}, 0));
     for (const auto& [triangle, b, c] :
          {std::tuple(0, 0.2, 0.2), std::tuple(13, 0.2, 0.2), std::tuple(1, -0.1, 0.5),
-          std::tuple(1, 0.6, 0.6), std::tuple(1, nan, 0.5), std::tuple(1, 0.5, infinity)})
+          std::tuple(1, 0.6, 0.6), std::tuple(1, kNan, 0.5), std::tuple(1, 0.5, kInfinity)})
         EXPECT_EQ(QString("start location is not within its triangle"),
                   message({cube.get(), triangle, b, c, {}}, {1, 0, 0}, 0));
-    for (const double value : {nan, infinity, -infinity}) {
+    for (const double value : {kNan, kInfinity, -kInfinity}) {
         EXPECT_EQ(QString("direction is not finite"), message(start, {0, value, 1}, 0));
         EXPECT_EQ(QString("angle is not finite"), message(start, {0, 1, 1}, value));
     }
@@ -539,9 +539,9 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, TakesExtremeDirectionsAnglesAndLengths)
         const Result result = ShootBoth(*sheet, start, {size, 0, size});
         EXPECT_TRUE(IsNear({1, 0.4, 0}, EndOf(result))) << size;
     }
-    const Result turned = ShootBoth(*sheet, start, {1, 0, 0}, 2e6 * pi);
+    const Result turned = ShootBoth(*sheet, start, {1, 0, 0}, 2e6 * kPi);
     EXPECT_TRUE(IsNear({1, 0.4, 0}, EndOf(turned)));
-    const Result endless = Processor(sheet.get(), infinity, 1e300).ComputeGeodesic(start, {1, 0, 0}, 0);
+    const Result endless = Processor(sheet.get(), kInfinity, 1e300).ComputeGeodesic(start, {1, 0, 0}, 0);
     EXPECT_EQ(Result::Border, endless.GetStartReason());
     EXPECT_EQ(Result::Border, endless.GetEndReason());
     const Result tiny = Processor(sheet.get(), 0, 1e-300).ComputeGeodesic(start, {1, 0, 0}, 0);
@@ -552,7 +552,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, TakesExtremeDirectionsAnglesAndLengths)
             vertex *= scale;
         const auto scaled = mesh.Make();
         const Result result =
-            Processor(scaled.get(), nan, nan)
+            Processor(scaled.get(), kNan, kNan)
                 .ComputeGeodesic(scaled->Project({0.3 * scale, 0.4 * scale, 0}), {1, 0, 0}, 0.3);
         EXPECT_NEAR(0.7 / std::cos(0.3), result.GetEndLength() / scale, 1e-12);
     }

@@ -31,7 +31,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, RoundsOffACornerInAPlaneByTheTangentArc)
         const auto surface = Plane(cells).Make();
         const Locations curve = Through(*surface, Corner(pi / 3, 200, 200));
         const Locations smooth = SmoothAndCheck(curve, 100);
-        EXPECT_GE(SmallestPlaneRadius(smooth, 100) * allowed, 100);
+        EXPECT_GE(SmallestPlaneRadius(smooth, 100) * kAllowed, 100);
         // Tangent length 57.735027, arc 104.719755, offset 15.470054; chords are shorter than arcs.
         EXPECT_NEAR(LengthOf(smooth), 400 - 2 * 57.735027 + 104.719755, 3e-5);
         EXPECT_NEAR(DistanceTo(smooth, {0, 0, 0}), 15.470054, 5e-5);
@@ -101,7 +101,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, TurnsAtTheEndsOfLegsThatAreTooShort)
     const Locations first = SmoothAndCheck(Through(*surface, Corner(pi / 3, 30, 200)), 100);
     const Locations last = SmoothAndCheck(Through(*surface, Corner(pi / 3, 200, 30)), 100);
     EXPECT_NEAR(LengthOf(first), LengthOf(last), 1e-4);
-    EXPECT_GE(SmallestPlaneRadius(first, 100) * allowed, 100);
+    EXPECT_GE(SmallestPlaneRadius(first, 100) * kAllowed, 100);
 }
 
 TEST(ZORGeoCurveOnSurfaceSmootherTest, GivesNeighbouringCornersOneArcAndCutsCrowdedOnesShort)
@@ -162,7 +162,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, RoundsOffEveryCornerOfALongCurve)
     }
     const Locations curve = Through(*surface, points);
     const Locations smooth = SmoothAndCheck(curve, 2);
-    EXPECT_GE(SmallestPlaneRadius(smooth, 2) * allowed, 2);
+    EXPECT_GE(SmallestPlaneRadius(smooth, 2) * kAllowed, 2);
     const int bends = 2 * legs - 2;
     EXPECT_NEAR(LengthOf(smooth), LengthOf(curve) - bends * (4 - pi), 1e-4);
 }
@@ -332,7 +332,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, SmoothsBendsThatAreCrowdedWithinTheirRadi
     for (const double height : {4.0, 10.0, 30.0}) {
         SCOPED_TRACE(height);
         const Locations smooth = SmoothAndCheck(CrowdedZigzag(*surface, 24, 9, height), 50);
-        EXPECT_GE(SmallestPlaneRadius(smooth, 50) * allowed, 50);
+        EXPECT_GE(SmallestPlaneRadius(smooth, 50) * kAllowed, 50);
         EXPECT_LT(LengthOf(smooth), 260) << "the bends are cut short to the length of their middle line";
     }
 }

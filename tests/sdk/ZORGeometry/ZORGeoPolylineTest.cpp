@@ -16,11 +16,11 @@
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // 3 mm along x, 4 mm along y.
-const ZORMathSetOfPoints corner = {{0, 0, 0}, {3, 0, 0}, {3, 4, 0}};
+const ZORMathSetOfPoints kCorner = {{0, 0, 0}, {3, 0, 0}, {3, 4, 0}};
 
 TEST(ZORGeoPolylineTest, KeepsItsPointsAsGiven)
 {
@@ -35,14 +35,14 @@ TEST(ZORGeoPolylineTest, KeepsItsPointsAsGiven)
 
 TEST(ZORGeoPolylineTest, MeasuresItself)
 {
-    const ZORGeoPolyline polyline(nullptr, corner, true);
+    const ZORGeoPolyline polyline(nullptr, kCorner, true);
     EXPECT_EQ(7, polyline.GetLength());
     EXPECT_EQ(ZORMathBoundingBox({0, 0, 0}, {3, 4, 0}), polyline.GetBoundingBox());
 }
 
 TEST(ZORGeoPolylineTest, LocatesByArcLengthAndGoesOnStraightBeyondItsEnds)
 {
-    const ZORGeoPolyline polyline(nullptr, corner, true);
+    const ZORGeoPolyline polyline(nullptr, kCorner, true);
     const std::pair<double, ZORMathPoint> places[] = {
         {0, {0, 0, 0}}, {1, {1, 0, 0}},  {3, {3, 0, 0}},   {5, {3, 2, 0}},
         {7, {3, 4, 0}}, {10, {3, 7, 0}}, {-2, {-2, 0, 0}},
@@ -92,9 +92,9 @@ TEST(ZORGeoPolylineTest, OfOnePointStaysThere)
 
 TEST(ZORGeoPolylineTest, ValuesThatAreNotFiniteGiveNoPlace)
 {
-    const ZORGeoPolyline polyline(nullptr, corner, true);
+    const ZORGeoPolyline polyline(nullptr, kCorner, true);
     ZORGeoLocationOnCurve location;
-    for (const double value : {nan, infinity, -infinity}) {
+    for (const double value : {kNan, kInfinity, -kInfinity}) {
         EXPECT_TRUE(polyline.GetLocation(value, nullptr).IsNull());
         EXPECT_FALSE(polyline.Project({value, 0, 0}, location));
         EXPECT_THROW(ZORGeoPolyline(nullptr, {{0, 0, 0}, {0, value, 0}}, true), ZORSysException);
@@ -103,7 +103,7 @@ TEST(ZORGeoPolylineTest, ValuesThatAreNotFiniteGiveNoPlace)
 
 TEST(ZORGeoPolylineTest, RefusesAStartOnAnotherCurve)
 {
-    const ZORGeoPolyline polyline(nullptr, corner, true);
+    const ZORGeoPolyline polyline(nullptr, kCorner, true);
     const ZORGeoLine line(nullptr, {0, 0, 0}, {1, 0, 0});
     const ZORGeoLocationOnCurve start = line.GetLocation(0.5, nullptr);
     EXPECT_THROW(polyline.GetLocation(1, &start), ZORSysException);
@@ -111,15 +111,15 @@ TEST(ZORGeoPolylineTest, RefusesAStartOnAnotherCurve)
 
 TEST(ZORGeoPolylineTest, CutsOutRanges)
 {
-    const ZORGeoPolyline polyline(nullptr, corner, true);
-    EXPECT_EQ(corner, polyline.GetPoints());
-    EXPECT_EQ(corner, polyline.GetPoints({-1, 9}));
+    const ZORGeoPolyline polyline(nullptr, kCorner, true);
+    EXPECT_EQ(kCorner, polyline.GetPoints());
+    EXPECT_EQ(kCorner, polyline.GetPoints({-1, 9}));
     EXPECT_EQ(ZORMathSetOfPoints({{1, 0, 0}, {3, 0, 0}, {3, 1, 0}}), polyline.GetPoints({1, 4}));
     EXPECT_EQ(ZORMathSetOfPoints({{1, 0, 0}, {2, 0, 0}}), polyline.GetPoints({1, 2}));
     EXPECT_EQ(ZORMathSetOfPoints({{2, 0, 0}}), polyline.GetPoints({2, 2}));
     EXPECT_TRUE(polyline.GetPoints({4, 1}).isEmpty());
     EXPECT_TRUE(polyline.GetPoints({8, 9}).isEmpty());
-    EXPECT_TRUE(polyline.GetPoints({nan, 1}).isEmpty());
+    EXPECT_TRUE(polyline.GetPoints({kNan, 1}).isEmpty());
 }
 
 TEST(ZORGeoPolylineTest, ProjectionPrefersTheFirstOfEquallyNearPlaces)
@@ -150,7 +150,7 @@ TEST(ZORGeoPolylineTest, ProjectionIsTheNearestOfAllPlaces)
         ZORGeoLocationOnCurve location;
         ASSERT_TRUE(polyline.Project(asked, location));
         EXPECT_TRUE(IsNear(location.point, polyline.GetLocation(location.distance, nullptr).point));
-        double nearest = infinity;
+        double nearest = kInfinity;
         for (int i = 0; i <= 2000; ++i) {
             const double distance = polyline.GetLength() * i / 2000;
             nearest = std::min(nearest, asked.DistanceTo(polyline.GetLocation(distance, nullptr).point));

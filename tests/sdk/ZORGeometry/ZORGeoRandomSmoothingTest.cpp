@@ -66,7 +66,7 @@ void SmoothMany(const TestMesh& mesh, int count, unsigned seed, const Place& pla
         const double radius = courses.Radius();
         const Locations smooth = SmoothAndCheck(course, radius);
         if (isPlane) {
-            EXPECT_GE(SmallestPlaneRadius(smooth, radius) * allowed, radius);
+            EXPECT_GE(SmallestPlaneRadius(smooth, radius) * kAllowed, radius);
         }
         if (testing::Test::HasFailure())
             return;

@@ -26,8 +26,8 @@ namespace {
 using Processor = ZORGeoCurveOnSurfaceProcessor;
 using Result = ZORGeoCurveOnSurfaceResult;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double pi = std::numbers::pi;
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kPi = std::numbers::pi;
 
 double DiagonalOf(const ZORGeoSurface& surface)
 {
@@ -69,7 +69,7 @@ public:
         const auto start = Start();
         const ZORMathVector direction(2 * Unit() - 1, 2 * Unit() - 1, 2 * Unit() - 1);
         const double lengths[2] = {m_size * Unit(), m_size * Unit()};
-        const double angle = 2 * pi * Unit();
+        const double angle = 2 * kPi * Unit();
         const Result result =
             Processor(&m_surface, lengths[0], lengths[1]).ComputeGeodesic(start, direction, angle);
         ExpectConsistent(m_surface, result);

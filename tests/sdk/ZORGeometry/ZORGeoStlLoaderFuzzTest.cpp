@@ -59,7 +59,7 @@ QByteArray SmallAscii()
 
 QByteArray SmallBinary()
 {
-    return BinaryStl({firstFacet, secondFacet, {0, 0, 1, 1.5f, 0, 1, 0, 1e-3f, 1}}, -1, "solid part");
+    return BinaryStl({kFirstFacet, kSecondFacet, {0, 0, 1, 1.5f, 0, 1, 0, 1e-3f, 1}}, -1, "solid part");
 }
 
 // Some changes of single bytes, blocks, lengths and the count.

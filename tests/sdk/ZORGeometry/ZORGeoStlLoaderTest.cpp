@@ -77,8 +77,8 @@ TEST(ZORGeoStlLoaderTest, EveryRealFileLoadsWithItsFacetsAndVertices)
     }
 }
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 class ZORGeoStlLoaderContentTest : public testing::Test
 {
@@ -121,7 +121,7 @@ protected:
 
 TEST_F(ZORGeoStlLoaderContentTest, BinaryFacetsAreWeldedInTheOrderOfTheFile)
 {
-    EXPECT_EQ(QString("2/4"), Load(BinaryStl({firstFacet, secondFacet})));
+    EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, kSecondFacet})));
     EXPECT_EQ(QList<ZORMathPoint>({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}}),
               surfaces[0]->GetVertexArray());
     EXPECT_EQ(QList<ZORGeoSurface::Corners>({{0, 1, 2}, {1, 3, 2}}), surfaces[0]->GetCornerArray());
@@ -131,7 +131,7 @@ TEST_F(ZORGeoStlLoaderContentTest, BinaryFacetsAreWeldedInTheOrderOfTheFile)
 
 TEST_F(ZORGeoStlLoaderContentTest, MinusZeroIsZero)
 {
-    EXPECT_EQ(QString("2/4"), Load(BinaryStl({firstFacet, {1, -0.0f, 0, 1, 1, -0.0f, -0.0f, 1, 0}})));
+    EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, {1, -0.0f, 0, 1, 1, -0.0f, -0.0f, 1, 0}})));
     EXPECT_FALSE(std::signbit(surfaces[0]->GetVertexArray()[1].GetY()));
 }
 
@@ -142,44 +142,44 @@ TEST_F(ZORGeoStlLoaderContentTest, UnitsBecomeMillimetres)
         {ZORSysValue::Inch, 25.4},    {ZORSysValue::Foot, 304.8},
     };
     for (const auto& [unit, factor] : factors) {
-        EXPECT_EQ(QString("1/3"), Load(BinaryStl({firstFacet}), unit));
+        EXPECT_EQ(QString("1/3"), Load(BinaryStl({kFirstFacet}), unit));
         EXPECT_EQ(ZORMathPoint(factor, 0, 0), surfaces[0]->GetVertexArray()[1]);
     }
-    EXPECT_THROW(Load(BinaryStl({firstFacet}), ZORSysValue::Degree), ZORSysException);
+    EXPECT_THROW(Load(BinaryStl({kFirstFacet}), ZORSysValue::Degree), ZORSysException);
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, TheHeaderNeverDecidesTheForm)
 {
-    EXPECT_EQ(QString("1/3"), Load(BinaryStl({firstFacet}, -1, "solid part")));
-    EXPECT_EQ(QString("1/3"), Load(BinaryStl({firstFacet}, -1, "solid facet normal vertex endsolid")));
+    EXPECT_EQ(QString("1/3"), Load(BinaryStl({kFirstFacet}, -1, "solid part")));
+    EXPECT_EQ(QString("1/3"), Load(BinaryStl({kFirstFacet}, -1, "solid facet normal vertex endsolid")));
     ExpectWarning("1 bytes behind the last facet");
-    EXPECT_EQ(QString("2/4"), Load(BinaryStl({firstFacet, secondFacet}, -1, "solid part") + '\n'));
+    EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, kSecondFacet}, -1, "solid part") + '\n'));
     EXPECT_EQ(1, report.trailingBytes);
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, AShortBinaryFileGivesItsGoodFacets)
 {
     ExpectWarning("2 of 2 facets used; left out: 5 announced but missing");
-    EXPECT_EQ(QString("2/4"), Load(BinaryStl({firstFacet, secondFacet}, 7)));
+    EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, kSecondFacet}, 7)));
     EXPECT_EQ(5, report.missing);
     ExpectWarning("1 of 1 facets used; left out: 1 announced but missing");
-    EXPECT_EQ(QString("1/3"), Load(BinaryStl({firstFacet, secondFacet}).chopped(1)));
+    EXPECT_EQ(QString("1/3"), Load(BinaryStl({kFirstFacet, kSecondFacet}).chopped(1)));
     ExpectWarning("2 of 2 facets used; left out: 4294967293 announced but missing");
-    EXPECT_EQ(QString("2/4"), Load(BinaryStl({firstFacet, secondFacet}, 0xffffffff)));
+    EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, kSecondFacet}, 0xffffffff)));
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, AnUnfinishedCountOfZeroHidesNoFacets)
 {
-    EXPECT_EQ(QString("2/4"), Load(BinaryStl({firstFacet, secondFacet}, 0)));
+    EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, kSecondFacet}, 0)));
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, FacetsThatAreNotFiniteAreLeftOut)
 {
     ExpectWarning("1 of 4 facets used; left out: 3 not finite");
-    EXPECT_EQ(QString("1/3"), Load(BinaryStl({{nan, 0, 0, 1, 0, 0, 0, 1, 0},
-                                              firstFacet,
-                                              {9, 0, 0, 1, infinity, 0, 0, 1, 0},
-                                              {8, 0, 0, 1, 0, 0, 0, 1, -infinity}})));
+    EXPECT_EQ(QString("1/3"), Load(BinaryStl({{kNan, 0, 0, 1, 0, 0, 0, 1, 0},
+                                              kFirstFacet,
+                                              {9, 0, 0, 1, kInfinity, 0, 0, 1, 0},
+                                              {8, 0, 0, 1, 0, 0, 0, 1, -kInfinity}})));
     ExpectWarning("1 of 5 facets used; left out: 4 not finite");
     EXPECT_EQ(QString("1/3"),
               Load("solid\n" + AsciiFacet("nan 0 0", "1 0 0", "0 1 0") + AsciiFacet("0 0 0", "1 0 0", "0 1 0")
@@ -191,7 +191,7 @@ TEST_F(ZORGeoStlLoaderContentTest, DegenerateFacetsAreLeftOutAndThinOnesStay)
 {
     ExpectWarning("2 of 3 facets used; left out: 1 degenerate");
     EXPECT_EQ(QString("2/5"),
-              Load(BinaryStl({firstFacet, {0, 0, 0, 1, 0, 0, 0, 0, 0}, {1, 0, 0, 2, 0, 0, 3, 0, 0}})));
+              Load(BinaryStl({kFirstFacet, {0, 0, 0, 1, 0, 0, 0, 0, 0}, {1, 0, 0, 2, 0, 0, 3, 0, 0}})));
     EXPECT_EQ(1, report.degenerate);
 }
 
@@ -259,7 +259,7 @@ TEST_F(ZORGeoStlLoaderContentTest, AsciiNumbersBecomeTheNearestFloats)
         numbers.append(QByteArray::number(number, format, int(random() % 17)));
         // Half-way between two floats, and next to it.
         const float low = std::bit_cast<float>(quint32(0x40000000 + random() % 0x8000000));
-        const double middle = (double(low) + double(std::nextafter(low, infinity))) / 2;
+        const double middle = (double(low) + double(std::nextafter(low, kInfinity))) / 2;
         numbers.append(QByteArray::number(middle, 'g', 17));
         numbers.append(QByteArray::number(std::nextafter(middle, 0.0), 'g', 17));
     }
@@ -351,14 +351,14 @@ TEST_F(ZORGeoStlLoaderContentTest, ContentWithoutAUsableFacetThrows)
     EXPECT_EQ(none.arg("0 of 0 facets used"), Load(QByteArray(80, '\0')));
     EXPECT_EQ(none.arg("0 of 0 facets used; left out: 3 announced but missing"), Load(BinaryStl({}, 3)));
     EXPECT_EQ(none.arg("0 of 1 facets used; left out: 1 not finite"),
-              Load(BinaryStl({{nan, 0, 0, 1, 0, 0, 0, 1, 0}})));
+              Load(BinaryStl({{kNan, 0, 0, 1, 0, 0, 0, 1, 0}})));
     EXPECT_EQ(none.arg("0 of 1 facets used; left out: 1 degenerate"),
               Load("solid a\n" + AsciiFacet("1 0 0", "1 0 0", "0 1 0") + "endsolid a\n"));
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, WhatThrowsAddsNothingToWhatIsThere)
 {
-    Load(BinaryStl({firstFacet}));
+    Load(BinaryStl({kFirstFacet}));
     QBuffer buffer;
     buffer.setData("no facets here");
     buffer.open(QIODevice::ReadOnly);
@@ -385,7 +385,7 @@ TEST_F(ZORGeoStlLoaderContentTest, TheDeviceMustBeOpenForReading)
 
 TEST_F(ZORGeoStlLoaderContentTest, FilesPipesAndTextModeReadTheSame)
 {
-    const QByteArray content = BinaryStl({firstFacet, {13, 10, 13, 10, 2, 3, 4, 5, 6}, secondFacet});
+    const QByteArray content = BinaryStl({kFirstFacet, {13, 10, 13, 10, 2, 3, 4, 5, 6}, kSecondFacet});
     const QTemporaryDir folder;
     QFile file(folder.filePath("part.stl"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

@@ -91,11 +91,11 @@ void ExpectNeighborsByTheRule(const ZORGeoSurface& surface)
     ExpectMutualNeighbors(surface);
 }
 
-const QList<ZORMathPoint> fivePoints = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}};
+const QList<ZORMathPoint> kFivePoints = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}};
 
 std::unique_ptr<ZORGeoSurface> Make(const QList<ZORGeoSurface::Corners>& triangles)
 {
-    return TestMesh{fivePoints, triangles}.Make();
+    return TestMesh{kFivePoints, triangles}.Make();
 }
 
 TEST(ZORGeoSurfaceNeighborsTest, ASingleTriangleHasNone)

@@ -22,8 +22,8 @@
 
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 QString MessageOf(const TestMesh& mesh)
 {
@@ -56,7 +56,7 @@ double TriangleDistance(const ZORMathPoint& p, const ZORMathPoint& a, const ZORM
 
 double SurfaceDistance(const ZORGeoSurface& surface, const ZORMathPoint& p)
 {
-    double nearest = infinity;
+    double nearest = kInfinity;
     for (const auto [a, b, c] : surface.GetCornerArray()) {
         const QList<ZORMathPoint>& v = surface.GetVertexArray();
         nearest = std::min(nearest, TriangleDistance(p, v[a], v[b], v[c]));
@@ -113,7 +113,7 @@ TEST(ZORGeoSurfaceTest, RefusesWrongInput)
               MessageOf({{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{0, 1, 3}}}));
     EXPECT_EQ(QString("triangle 2 refers to vertex -1 of 3"),
               MessageOf({{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{0, 1, 2}, {0, -1, 2}}}));
-    for (const double value : {nan, infinity, -infinity, 1e61})
+    for (const double value : {kNan, kInfinity, -kInfinity, 1e61})
         EXPECT_EQ(QString("vertex 1 is not finite or too far away"),
                   MessageOf({{{0, 0, 0}, {0, value, 0}}, {}}));
 }
@@ -141,7 +141,7 @@ TEST(ZORGeoSurfaceTest, OfEquallyNearTrianglesTheLowestIsTaken)
 TEST(ZORGeoSurfaceTest, PlacesThatAreNotFiniteProjectNowhere)
 {
     const auto cube = Cube().Make();
-    for (const double value : {nan, infinity, -infinity, 1e61}) {
+    for (const double value : {kNan, kInfinity, -kInfinity, 1e61}) {
         EXPECT_TRUE(cube->Project({value, 0, 0}).IsNull());
         EXPECT_TRUE(cube->IntersectRay({0, value, 0}, {0, 0, 1}).IsNull());
         EXPECT_TRUE(cube->IntersectRay({0, 0, 0}, {0, 0, value}).IsNull());
@@ -245,7 +245,7 @@ TEST(ZORGeoSurfaceTest, RaysSlipThroughNoEdge)
 std::optional<double> FirstParameter(const ZORGeoSurface& surface, const ZORMathPoint& o,
                                      const ZORMathVector& d)
 {
-    double first = infinity;
+    double first = kInfinity;
     for (const auto [ia, ib, ic] : surface.GetCornerArray()) {
         const ZORMathPoint& a = surface.GetVertexArray()[ia];
         const ZORMathPoint& b = surface.GetVertexArray()[ib];
@@ -282,7 +282,7 @@ TEST(ZORGeoSurfaceTest, ARayHitsTheFirstOfAllTriangles)
         const std::optional<double> expected = FirstParameter(*surface, origin, direction);
         if (!expected)
             continue;
-        double parameter = infinity;
+        double parameter = kInfinity;
         const ZORGeoLocationOnSurface hit = surface->IntersectRay(origin, direction, &parameter);
         ++compared;
         ASSERT_EQ(std::isinf(*expected), hit.IsNull()) << i;

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double largest = std::numeric_limits<double>::max();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kLargest = std::numeric_limits<double>::max();
 
 TEST(ZORMathBoundingBoxTest, StartsEmptyAtTheOrigin)
 {
@@ -53,10 +53,10 @@ TEST(ZORMathBoundingBoxTest, PointsThatAreNotFiniteAreIgnored)
 {
     ZORMathBoundingBox box;
     box.Add(ZORMathPoint(std::numeric_limits<double>::quiet_NaN(), 0, 0));
-    box.Add(ZORMathPoint(0, infinity, 0));
+    box.Add(ZORMathPoint(0, kInfinity, 0));
     EXPECT_TRUE(box.IsEmpty());
     box.Add(ZORMathPoint(1, 1, 1));
-    box.Add(ZORMathPoint(0, 0, -infinity));
+    box.Add(ZORMathPoint(0, 0, -kInfinity));
     EXPECT_EQ(ZORMathBoundingBox({1, 1, 1}, {1, 1, 1}), box);
 }
 
@@ -78,10 +78,10 @@ TEST(ZORMathBoundingBoxTest, TraceShowsBothCorners)
 
 TEST(ZORMathBoundingBoxTest, ExtremeCoordinatesDoNotOverflow)
 {
-    const ZORMathBoundingBox box({-largest, -largest, 1e-320}, {largest, largest, 1e-320});
+    const ZORMathBoundingBox box({-kLargest, -kLargest, 1e-320}, {kLargest, kLargest, 1e-320});
     EXPECT_TRUE(box.GetCenter().IsFinite());
     EXPECT_EQ(ZORMathPoint(0, 0, 1e-320), box.GetCenter());
-    EXPECT_EQ(infinity, box.GetDiagonal());
+    EXPECT_EQ(kInfinity, box.GetDiagonal());
     EXPECT_DOUBLE_EQ(3e300, ZORMathBoundingBox({0, 0, 0}, {1e300, 2e300, 2e300}).GetDiagonal());
 }
 

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(ZORMathVectorTest, ArithmeticIsComponentwise)
 {
@@ -79,23 +79,23 @@ TEST(ZORMathVectorTest, NormalisedVectorHasLengthOneWhateverItsMagnitude)
 
 TEST(ZORMathVectorTest, VectorWithoutDirectionNormalisesToZero)
 {
-    for (const ZORMathVector& v : {ZORMathVector(), ZORMathVector(-0.0, 0, 0), ZORMathVector(infinity, 0, 0),
-                                   ZORMathVector(1, -infinity, 0), ZORMathVector(notANumber, 0, 0),
-                                   ZORMathVector(1, 2, notANumber), ZORMathVector(1e200, notANumber, 0)})
+    for (const ZORMathVector& v : {ZORMathVector(), ZORMathVector(-0.0, 0, 0), ZORMathVector(kInfinity, 0, 0),
+                                   ZORMathVector(1, -kInfinity, 0), ZORMathVector(kNotANumber, 0, 0),
+                                   ZORMathVector(1, 2, kNotANumber), ZORMathVector(1e200, kNotANumber, 0)})
         EXPECT_EQ(ZORMathVector(), v.GetNormalized());
 }
 
 TEST(ZORMathVectorTest, FiniteMeansEveryComponent)
 {
     EXPECT_TRUE(ZORMathVector(1e308, -1e308, 0).IsFinite());
-    EXPECT_FALSE(ZORMathVector(0, notANumber, 0).IsFinite());
-    EXPECT_FALSE(ZORMathVector(0, 0, -infinity).IsFinite());
+    EXPECT_FALSE(ZORMathVector(0, kNotANumber, 0).IsFinite());
+    EXPECT_FALSE(ZORMathVector(0, 0, -kInfinity).IsFinite());
 }
 
 TEST(ZORMathVectorTest, TraceShowsTheComponentsInFull)
 {
     QByteArray text;
-    ZorTraceAppend(text, ZORMathVector(0.1, -infinity, notANumber));
+    ZorTraceAppend(text, ZORMathVector(0.1, -kInfinity, kNotANumber));
     EXPECT_EQ("(0.10000000000000001, -inf, nan)", text.toStdString());
 }
 
@@ -107,8 +107,8 @@ TEST(ZORMathVectorTest, LengthNeitherOverflowsNorUnderflows)
     EXPECT_DOUBLE_EQ(5e-300, ZORMathVector(0, 3e-300, 4e-300).GetLength());
     EXPECT_EQ(std::numeric_limits<double>::denorm_min(),
               ZORMathVector(0, 0, std::numeric_limits<double>::denorm_min()).GetLength());
-    EXPECT_EQ(infinity, ZORMathVector(-infinity, 0, 1).GetLength());
-    EXPECT_TRUE(std::isnan(ZORMathVector(1, notANumber, 0).GetLength()));
+    EXPECT_EQ(kInfinity, ZORMathVector(-kInfinity, 0, 1).GetLength());
+    EXPECT_TRUE(std::isnan(ZORMathVector(1, kNotANumber, 0).GetLength()));
 }
 
 } // namespace

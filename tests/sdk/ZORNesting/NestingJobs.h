@@ -11,7 +11,7 @@
 
 #include <limits>
 
-constexpr double Roll = std::numeric_limits<double>::quiet_NaN(); // as a length
+constexpr double kRoll = std::numeric_limits<double>::quiet_NaN(); // as a length
 
 inline QByteArray WriteResult(const ZORNestResult& result)
 {

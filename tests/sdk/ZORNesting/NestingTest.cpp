@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr double Flatness = 0.01;   // of arcs
-constexpr double Allowance = 0.025; // arcs are chords here, on both sides
+constexpr double kFlatness = 0.01;   // of arcs
+constexpr double kAllowance = 0.025; // arcs are chords here, on both sides
 
 using Chains = QList<ZORMathSetOfPoints>;
 
@@ -19,7 +19,7 @@ Chains GetOutlines(const ZORNestResultItem& item)
         ZORMathSetOfPoints chain;
         for (const ZORNestResultSegment& segment : shape->GetSegments()) {
             if (segment.GetLayer() == ZORNestResultSegment::Nest)
-                chain.append(segment.GetPoints(Flatness));
+                chain.append(segment.GetPoints(kFlatness));
         }
         if (!chain.isEmpty())
             chains.append(chain);
@@ -105,7 +105,7 @@ QStringList NestingTest::FindFaults(const ZORNestResult& sheet, double separatio
         outlines.append(GetOutlines(*item));
     const ZORMathPoint lower = sheet.GetSheet().GetLowerPoint();
     const ZORMathPoint upper = sheet.GetSheet().GetUpperPoint();
-    const double edge = frame - Allowance;
+    const double edge = frame - kAllowance;
     for (qsizetype i = 0; i < outlines.size(); ++i) {
         for (const ZORMathSetOfPoints& chain : outlines[i]) {
             const bool isWithin = std::all_of(chain.begin(), chain.end(), [&](const ZORMathPoint& p) {
@@ -117,7 +117,7 @@ QStringList NestingTest::FindFaults(const ZORNestResult& sheet, double separatio
         }
         for (qsizetype j = 0; j < i; ++j) {
             const double distance = GetDistance(outlines[i], outlines[j], separation + 1);
-            if (distance < separation - Allowance)
+            if (distance < separation - kAllowance)
                 faults.append(QStringLiteral("items %1 and %2 are %3 apart")
                                   .arg(QString::number(j), QString::number(i), QString::number(distance)));
             if (IsInside(outlines[i][0][0], outlines[j]) || IsInside(outlines[j][0][0], outlines[i]))

@@ -97,7 +97,7 @@ protected:
         ZORNestNestingInput input(
             QString(), 0,
             {MakeSquare(QStringLiteral("a"), 30, copies), MakeSquare(QStringLiteral("b"), 17, 9)},
-            {MakeSheets(QStringLiteral("roll"), 100, Roll)});
+            {MakeSheets(QStringLiteral("roll"), 100, kRoll)});
         input.SetMinRunTime(1e21);
         return input;
     }
@@ -205,7 +205,7 @@ TEST_F(ZORNestHelperJobsTest, HelpersAndThreadsMakeTheSameSheets)
         processor->SetPlace(place);
         ZORNestNestingInput input = MakeJob(
             {MakeSquare("a", 13, 9), MakeSquare("b", 7, 9), MakeSquare("large", 99), MakeItem("bad", "x")},
-            {MakeSheets("s", 30, 40, 2), MakeSheets("r", 40, Roll)});
+            {MakeSheets("s", 30, 40, 2), MakeSheets("r", 40, kRoll)});
         input.SetMaxSteps(1000);
         input.SetMaxDeviation(0.4);
         input.SetSeed(5);

@@ -49,7 +49,7 @@ TEST(ZORNestNestingInputTest, AnItemKeepsWhatItIsGiven)
 
 TEST(ZORNestNestingInputTest, APackagingKeepsWhatItIsGiven)
 {
-    ZORNestNestingInputPackaging packaging(QStringLiteral("roll"), 1500, Roll);
+    ZORNestNestingInputPackaging packaging(QStringLiteral("roll"), 1500, kRoll);
     EXPECT_EQ("roll", packaging.GetName());
     EXPECT_EQ(1500, packaging.GetWidth());
     EXPECT_TRUE(std::isnan(packaging.GetLength()));

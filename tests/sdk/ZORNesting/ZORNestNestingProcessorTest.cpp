@@ -26,7 +26,7 @@ protected:
     {
         ZORNestNestingInput input(
             QString(), 0, {MakeSquare(QStringLiteral("a"), 30, 12), MakeSquare(QStringLiteral("b"), 17, 9)},
-            {MakeSheets(QStringLiteral("roll"), 100, Roll)});
+            {MakeSheets(QStringLiteral("roll"), 100, kRoll)});
         input.SetMaxRunTime(1e25);
         input.SetMinRunTime(1e21);
         return input;
@@ -314,7 +314,7 @@ TEST_F(ZORNestNestingProcessorTest, EqualJobsOfEqualStepsHaveEqualSheets)
     QList<QByteArray> files;
     for (int i = 0; i < 2; ++i) {
         ZORNestNestingInput input =
-            MakeJob({MakeSquare("a", 13, 9), MakeSquare("b", 7, 9)}, {MakeSheets("r", 40, Roll)});
+            MakeJob({MakeSquare("a", 13, 9), MakeSquare("b", 7, 9)}, {MakeSheets("r", 40, kRoll)});
         input.SetMaxSteps(1000);
         input.SetMaxDeviation(0.4);
         files += Nest(input)->GetSheetFiles();

@@ -229,7 +229,7 @@ TEST_F(ZORNestSheetFileTest, ArcsAreWhereTheyAreWhenPartsKeepApart)
     ZORNestNestingInput input =
         MakeJob({MakeItem("disc", MakePart({ZORNestResultShape(MakeCircle(10, 3, 4))}), 7),
                  MakeItem("rib", MakeFile(MakeRib()), 5)},
-                {MakeSheets("r", 70, Roll)});
+                {MakeSheets("r", 70, kRoll)});
     input.SetItemSeparation(2);
     input.SetFrameWidth(1);
     input.SetMaxSteps(2000);
@@ -262,7 +262,7 @@ TEST_F(ZORNestSheetFileTest, SeveralOutlinesStayTogether)
     const QByteArray pair = MakePart(
         {ZORNestResultShape(MakeRectangle(10, 10)), ZORNestResultShape(MakeRectangle(10, 10, 20, 0))});
     ZORNestNestingInput input =
-        MakeJob({MakeItem("pair", pair, 2), MakeSquare("square", 8, 3)}, {MakeSheets("r", 32, Roll)});
+        MakeJob({MakeItem("pair", pair, 2), MakeSquare("square", 8, 3)}, {MakeSheets("r", 32, kRoll)});
     input.SetItemSeparation(0.5);
     const ZORNestNestingResponse* const response = Nest(input);
     EXPECT_EQ(QStringList({"part 'pair' consists of 2 outlines, which are nested as one within their hull"}),

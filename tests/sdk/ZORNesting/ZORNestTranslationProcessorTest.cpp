@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr int Patience = 120000; // ms until a test gives up
+constexpr int kPatience = 120000; // ms until a test gives up
 
 class ZORNestTranslationProcessorTest : public testing::Test
 {
@@ -50,7 +50,7 @@ protected:
     }
     static bool WaitForEnd(const ZORNestTranslationResponse* response)
     {
-        return QTest::qWaitFor([=] { return response->GetWorkResponse()->IsAtEnd(); }, Patience);
+        return QTest::qWaitFor([=] { return response->GetWorkResponse()->IsAtEnd(); }, kPatience);
     }
     static QStringList GetFiles(const ZORNestTranslationResponse* response)
     {

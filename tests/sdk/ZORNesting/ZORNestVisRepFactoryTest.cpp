@@ -29,7 +29,7 @@ namespace {
 using Segment = ZORNestResultSegment;
 using Options = ZORNestVisOptions;
 
-const QRgb black = qRgb(0, 0, 0);
+const QRgb kBlack = qRgb(0, 0, 0);
 
 QImage Draw(const ZORNestResult& result, int filters = Options::allFilters, const QSize& size = {400, 400})
 {
@@ -44,7 +44,7 @@ int CountDrawn(const QImage& image)
     int count = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x)
-            count += image.pixel(x, y) != black;
+            count += image.pixel(x, y) != kBlack;
     }
     return count;
 }
@@ -56,7 +56,7 @@ std::set<QRgb> ColorsOf(const QImage& image)
         for (int x = 0; x < image.width(); ++x)
             colors.insert(image.pixel(x, y));
     }
-    colors.erase(black);
+    colors.erase(kBlack);
     return colors;
 }
 

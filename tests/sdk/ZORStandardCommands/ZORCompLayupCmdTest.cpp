@@ -23,7 +23,7 @@
 
 namespace {
 
-constexpr const char* Id = "ZORCompLayupCmd.Create";
+constexpr const char* kId = "ZORCompLayupCmd.Create";
 enum Column { Material, Angle };
 
 class ZORCompLayupCmdTest : public StandardCommandsTest
@@ -85,7 +85,7 @@ protected:
 TEST_F(ZORCompLayupCmdTest, TableWithoutCurrentCellLogsNothing)
 {
     AddMaterial("Carbon", 0.25);
-    Open(Id);
+    Open(kId);
     Click("_AddPlyBtn");
     QtMessages messages;
     EXPECT_FALSE(GetTable()->model()->data({}).isValid());
@@ -101,7 +101,7 @@ TEST_F(ZORCompLayupCmdTest, CreatesALayupWithASequenceOfPlies)
     auto* const rosette = new ZORCompRosette(container->GetFeatureRoot("ZORCompRoot"));
     rosette->SetLabel("Axes");
     rosette->Initialize();
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetEntries("_SurfaceCombo"), QStringList({"None", "Skin"}));
     EXPECT_EQ(GetEntries("_RosetteCombo"), QStringList({"None", "Axes"}));
     EXPECT_EQ(GetSummary(), QString("0 plies"));
@@ -139,7 +139,7 @@ TEST_F(ZORCompLayupCmdTest, CreatesALayupWithASequenceOfPlies)
 
 TEST_F(ZORCompLayupCmdTest, NeedsNeitherSurfaceNorRosetteNorPlies)
 {
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetProblem(), QString());
     EXPECT_EQ(Accept(), QString());
     const auto* const layup = GetOnly<ZORCompLayup>();
@@ -152,7 +152,7 @@ TEST_F(ZORCompLayupCmdTest, NeedsNeitherSurfaceNorRosetteNorPlies)
 
 TEST_F(ZORCompLayupCmdTest, CopiesNothingWhereNoCellIsCurrent)
 {
-    Open(Id);
+    Open(kId);
     QAbstractItemModel* const model = GetTable()->model();
     const QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::Fatal);
     QTest::keyClick(GetTable(), Qt::Key_C, Qt::ControlModifier);
@@ -163,7 +163,7 @@ TEST_F(ZORCompLayupCmdTest, CopiesNothingWhereNoCellIsCurrent)
 TEST_F(ZORCompLayupCmdTest, StackIsChangedByItsButtons)
 {
     AddMaterial("Carbon", 0.25);
-    Open(Id);
+    Open(kId);
     for (const char* button : {"_RemovePlyBtn", "_PlyUpBtn", "_PlyDownBtn", "_MirrorBtn"})
         EXPECT_FALSE(Find<QAbstractButton>(button)->isEnabled()) << button;
     for (int row = 0; row < 3; ++row) {
@@ -195,7 +195,7 @@ TEST_F(ZORCompLayupCmdTest, StackIsChangedByItsButtons)
 
 TEST_F(ZORCompLayupCmdTest, DoesNotTakePliesWithoutAMaterial)
 {
-    Open(Id);
+    Open(kId);
     Click("_AddPlyBtn");
     EXPECT_EQ(GetProblem(), QString("Ply 1: choose a material."));
     EXPECT_EQ(GetSummary(), QString("1 ply, thickness unknown"));
@@ -216,7 +216,7 @@ TEST_F(ZORCompLayupCmdTest, DoesNotTakePliesWithoutAMaterial)
 
 TEST_F(ZORCompLayupCmdTest, OffersTheRosetteThatIsCreatedMeanwhile)
 {
-    Open(Id);
+    Open(kId);
     const QPointer<ZORCmdDialogCommand> layup = frame.command;
     const QPointer<QWidget> content = frame.content;
     Click("_NewRosetteBtn");
@@ -231,7 +231,7 @@ TEST_F(ZORCompLayupCmdTest, OffersTheRosetteThatIsCreatedMeanwhile)
 
 TEST_F(ZORCompLayupCmdTest, OpensTheMaterialLibrary)
 {
-    Open(Id);
+    Open(kId);
     const QPointer<ZORCmdDialogCommand> layup = frame.command;
     const QPointer<QWidget> content = frame.content;
     Click("_MaterialsBtn");

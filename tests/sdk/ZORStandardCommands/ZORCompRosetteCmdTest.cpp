@@ -7,13 +7,13 @@
 
 namespace {
 
-constexpr const char* Id = "ZORCompRosetteCmd.Create";
+constexpr const char* kId = "ZORCompRosetteCmd.Create";
 
 using ZORCompRosetteCmdTest = StandardCommandsTest;
 
 TEST_F(ZORCompRosetteCmdTest, CreatesARosetteByCoordinates)
 {
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetProblem(), QString());
     SetTriple("_Origin", 1, 2, 3.5);
     SetTriple("_XAxis", 0, 2, 0);
@@ -33,7 +33,7 @@ TEST_F(ZORCompRosetteCmdTest, TakesAPointAndASurface)
 {
     AddPoint("Corner", {10, 20, 8});
     AddSurface("Skin");
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetEntries("_OriginCombo"), QStringList({"Coordinates", "Corner"}));
     EXPECT_EQ(GetEntries("_SurfaceCombo"), QStringList({"None", "Skin"}));
     EXPECT_TRUE(Find<QWidget>("_OriginXSpin")->isEnabled());
@@ -55,7 +55,7 @@ TEST_F(ZORCompRosetteCmdTest, TakesAPointAndASurface)
 TEST_F(ZORCompRosetteCmdTest, DoesNotTakeAxesWithoutADirection)
 {
     AddSurface("Skin");
-    Open(Id);
+    Open(kId);
     SetTriple("_XAxis", 0, 0, 0);
     EXPECT_EQ(GetProblem(), QString("The X direction has no length."));
     SetTriple("_XAxis", 0, 0, -2);
@@ -78,7 +78,7 @@ TEST_F(ZORCompRosetteCmdTest, DoesNotTakeAxesWithoutADirection)
 TEST_F(ZORCompRosetteCmdTest, LabelsAreDifferentByDefault)
 {
     for (const char* label : {"Rosette 1", "Rosette 2", "Rosette 3"}) {
-        Open(Id);
+        Open(kId);
         EXPECT_EQ(Accept(), QString());
         EXPECT_EQ(GetAll<ZORCompRosette>().constLast()->GetLabel(), QLatin1String(label));
     }

@@ -11,13 +11,13 @@
 
 namespace {
 
-constexpr const char* Id = "ZORCompStrategyCmd.Create";
+constexpr const char* kId = "ZORCompStrategyCmd.Create";
 
 using ZORCompStrategyCmdTest = StandardCommandsTest;
 
 TEST_F(ZORCompStrategyCmdTest, CreatesAStrategyOfTheDefaults)
 {
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(Accept(), QString());
     const auto* const strategy = GetOnly<ZORCompStrategy>();
     ASSERT_NE(strategy, nullptr);
@@ -28,7 +28,7 @@ TEST_F(ZORCompStrategyCmdTest, CreatesAStrategyOfTheDefaults)
 
 TEST_F(ZORCompStrategyCmdTest, TakesAllParameters)
 {
-    Open(Id);
+    Open(kId);
     Choose("_GeneratorsCombo", "Constant angle");
     SetNumber("_StepSpin", 2.5);
     SetNumber("_FibreAngleSpin", 45);
@@ -52,7 +52,7 @@ TEST_F(ZORCompStrategyCmdTest, DrapesASurfaceWhereOneIsChosen)
 {
     auto* const skin = AddSurface("Skin");
     auto* const seed = AddPoint("Middle", {50, 50, 3});
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetEntry("_SurfaceCombo"), QString("None"));
     EXPECT_TRUE(Find<QWidget>("_SeedCombo")->isHidden());
     Choose("_SurfaceCombo", "Skin");
@@ -79,7 +79,7 @@ TEST_F(ZORCompStrategyCmdTest, NeedsASeedToDrapeASurfaceAndKeepsNothingWhenThatF
     auto* const empty = new ZORGeoSurface(container, QList<ZORMathPoint>{}, QList<ZORGeoSurface::Corners>{});
     empty->setObjectName("Empty");
     empty->Initialize();
-    Open(Id);
+    Open(kId);
     Choose("_SurfaceCombo", "Skin");
     EXPECT_EQ(GetProblem(), QString("Choose the point where draping starts."));
     AddPoint("Middle", {50, 50, 3});
@@ -97,7 +97,7 @@ TEST_F(ZORCompStrategyCmdTest, NeedsASeedToDrapeASurfaceAndKeepsNothingWhenThatF
 
 TEST_F(ZORCompStrategyCmdTest, DoesNotTakeParametersThatDoNotFit)
 {
-    Open(Id);
+    Open(kId);
     SetNumber("_StepSpin", 0);
     EXPECT_EQ(GetProblem(), QString("Step is not a length above 0."));
     SetNumber("_StepSpin", 1);

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr const char* Ids[] = {
+constexpr const char* kIds[] = {
     "ZORCompLayupCmd.Create",    "ZORCompMaterialLibraryCmd.Edit", "ZORCompRosetteCmd.Create",
     "ZORCompStrategyCmd.Create", "ZORWFProjectionCmd.Create",      "ZORTPCourseCmd.Create",
 };
@@ -34,7 +34,7 @@ TEST_F(ZORStdPluginTest, TellsItsVersions)
 
 TEST_F(ZORStdPluginTest, PublishesItsActionsWhileItIsLoaded)
 {
-    for (const char* id : Ids) {
+    for (const char* id : kIds) {
         const QAction* const action = GetAction(id);
         ASSERT_NE(action, nullptr) << id;
         EXPECT_FALSE(action->text().isEmpty()) << id;
@@ -49,7 +49,7 @@ TEST_F(ZORStdPluginTest, PublishesItsActionsWhileItIsLoaded)
     EXPECT_FALSE(IsMapped());
     EXPECT_TRUE(controller->GetCategories().isEmpty());
     EXPECT_FALSE(QFile::exists(":/zorsdk/icons"));
-    for (const char* id : Ids)
+    for (const char* id : kIds)
         EXPECT_EQ(GetAction(id), nullptr) << id;
     EXPECT_TRUE(library.load());
 }
@@ -71,7 +71,7 @@ TEST_F(ZORStdPluginTest, IconsAreThereWhenTheActionsAreMade)
 TEST_F(ZORStdPluginTest, CommandsSayThatThereIsNoEnvironment)
 {
     ZORFeatEnvironmentManager::GetManager()->SetCurrentEnvironment(nullptr);
-    for (const char* id : Ids) {
+    for (const char* id : kIds) {
         QString message;
         try {
             GetAction(id)->trigger();
@@ -86,7 +86,7 @@ TEST_F(ZORStdPluginTest, CommandsSayThatThereIsNoEnvironment)
 
 TEST_F(ZORStdPluginTest, UnloadingEndsOpenDialogs)
 {
-    for (const char* id : Ids) {
+    for (const char* id : kIds) {
         Open(id);
         const QPointer<QWidget> content = frame.content;
         const QPointer<ZORCmdDialogCommand> command = frame.command;
@@ -107,7 +107,7 @@ TEST_F(ZORStdPluginTest, LeavesNothingBehindWhenItIsLoadedAndUnloadedManyTimes)
     const auto cycle = [this] {
         AddPoint("Point", {1, 2, 3});
         AddLineOn(AddSurface("Surface"), "Line", {10, 10, 0}, {90, 10, 0});
-        for (const char* id : Ids) {
+        for (const char* id : kIds) {
             Open(id);
             EXPECT_EQ(Accept(), QString()) << id;
         }

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr const char* Id = "ZORTPCourseCmd.Create";
+constexpr const char* kId = "ZORTPCourseCmd.Create";
 
 class ZORTPCourseCmdTest : public StandardCommandsTest
 {
@@ -35,7 +35,7 @@ TEST_F(ZORTPCourseCmdTest, CreatesACourseAlongACurveOnTheSurface)
     AddLineOn(skin, "On skin", {10, 20, 0}, {90, 20, 0});
     AddLineOn(other, "On other", {10, 30, 0}, {90, 30, 0});
     AddLine("In space", {10, 20, 5}, {90, 20, 5});
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetEntries("_CurveCombo"), QStringList{"On skin"}) << "those on the surface alone";
     Choose("_SurfaceCombo", "Other");
     EXPECT_EQ(GetEntries("_CurveCombo"), QStringList{"On other"});
@@ -55,7 +55,7 @@ TEST_F(ZORTPCourseCmdTest, CreatesAGeodesicCourseToTheBorder)
 {
     AddSurface("Skin");
     AddPoint("Start", {20, 50, 3});
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetProblem(), QString("Choose a curve on the surface."));
     Choose("_MethodCombo", "From a point in a direction");
     EXPECT_EQ(GetProblem(), QString());
@@ -68,7 +68,7 @@ TEST_F(ZORTPCourseCmdTest, CreatesAGeodesicCourseOfALengthBothWays)
 {
     AddSurface("Skin");
     AddPoint("Start", {50, 50, 3});
-    Open(Id);
+    Open(kId);
     Choose("_MethodCombo", "From a point in a direction");
     SetTriple("_Direction", 0, 1, 0);
     SetNumber("_LengthSpin", 30);
@@ -79,7 +79,7 @@ TEST_F(ZORTPCourseCmdTest, CreatesAGeodesicCourseOfALengthBothWays)
 
 TEST_F(ZORTPCourseCmdTest, ShowsTheRowsOfItsMethod)
 {
-    Open(Id);
+    Open(kId);
     const auto isShown = [this](const char* name) { return !Find<QWidget>(name)->isHidden(); };
     EXPECT_TRUE(isShown("_CurveCombo"));
     EXPECT_FALSE(isShown("_PointCombo"));
@@ -93,7 +93,7 @@ TEST_F(ZORTPCourseCmdTest, ShowsTheRowsOfItsMethod)
 
 TEST_F(ZORTPCourseCmdTest, DoesNotTakeIncompleteInput)
 {
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetProblem(), QString("Choose the surface that the course is laid on."));
     AddSurface("Skin");
     ProcessEvents();

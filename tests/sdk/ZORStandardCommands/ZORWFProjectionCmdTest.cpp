@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr const char* Id = "ZORWFProjectionCmd.Create";
+constexpr const char* kId = "ZORWFProjectionCmd.Create";
 
 using ZORWFProjectionCmdTest = StandardCommandsTest;
 
@@ -18,7 +18,7 @@ TEST_F(ZORWFProjectionCmdTest, CreatesAProjectionThatFollowsItsInputs)
 {
     auto* const line = AddLine("Line", {10, 20, 5}, {90, 20, 5});
     auto* const skin = AddSurface("Skin");
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetEntries("_SourceCombo"), QStringList{"Line"});
     EXPECT_EQ(GetEntries("_SupportCombo"), QStringList{"Skin"});
     EXPECT_EQ(GetProblem(), QString());
@@ -42,7 +42,7 @@ TEST_F(ZORWFProjectionCmdTest, TakesPointsTheChosenLabelAndTheChosenFolder)
     auto* const folder = new ZORFeatFolder(container->GetFeatureRoot("ZORFeatRoot"));
     folder->SetLabel("Details");
     folder->Initialize();
-    Open(Id);
+    Open(kId);
     Choose("_SourceCombo", "Hole");
     Choose("_FolderCombo", "Details");
     Enter("_LabelEdit", "  Hole on skin ");
@@ -60,7 +60,7 @@ TEST_F(ZORWFProjectionCmdTest, GivesGeometryThatIsNoFeatureARawOne)
     ZORGeoSurface* const surface = AddSquare("Imported");
     auto* const point = new ZORGeoCartesianPoint(container, {1, 2, 3});
     point->Initialize();
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetEntry("_SourceCombo"), point->objectName());
     EXPECT_EQ(GetEntry("_SupportCombo"), QString("Imported"));
     EXPECT_EQ(Accept(), QString());
@@ -70,7 +70,7 @@ TEST_F(ZORWFProjectionCmdTest, GivesGeometryThatIsNoFeatureARawOne)
     EXPECT_EQ(projection->GetSource()->GetLabel(), point->objectName());
     EXPECT_EQ(projection->GetSupport(), GetOnly<ZORWFRawSurface>());
     EXPECT_EQ(projection->GetSupport()->GetBody()->GetGeometry(), surface);
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetEntries("_SupportCombo"), QStringList{"Imported"})
         << "the feature, not its geometry as well";
     Cancel();
@@ -78,7 +78,7 @@ TEST_F(ZORWFProjectionCmdTest, GivesGeometryThatIsNoFeatureARawOne)
 
 TEST_F(ZORWFProjectionCmdTest, DoesNotTakeIncompleteInput)
 {
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(GetProblem(), QString("Choose a point or a curve to project."));
     EXPECT_EQ(Accept(), GetProblem());
     AddPoint("Hole", {30, 40, 7});
@@ -102,10 +102,10 @@ TEST_F(ZORWFProjectionCmdTest, LeavesNothingBehindWhenItIsCancelledOrFails)
     empty->Initialize();
     AddPoint("Hole", {30, 40, 7});
     const int numGeometry = container->GetNumGeometry();
-    Open(Id);
+    Open(kId);
     Cancel();
     EXPECT_EQ(container->GetNumGeometry(), numGeometry);
-    Open(Id);
+    Open(kId);
     EXPECT_EQ(Accept(), QString("nothing of the source can be projected onto the support"));
     EXPECT_EQ(container->GetNumGeometry(), numGeometry) << "no root, no raw surface, no projection";
     EXPECT_FALSE(frame.command.isNull()) << "the dialog stays open";

@@ -448,7 +448,7 @@ TEST_F(ZORSysApiTraceTest, AnUnwritableFileInTheEnvironmentIsAWarning)
         << errors.toStdString();
 }
 
-const bool calledByAnInitialiser = [] {
+const bool kCalledByAnInitializer = [] {
     TracedCalls::Static(0.5);
     return true;
 }();

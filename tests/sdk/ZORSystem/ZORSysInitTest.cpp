@@ -35,11 +35,11 @@ std::function<void()> Note(const QString& name)
     return [name] { Calls().append(name); };
 }
 
-const bool registeredEarly = ZORSysRegisterInit(Note("static initialiser"));
+const bool kRegisteredEarly = ZORSysRegisterInit(Note("static initialiser"));
 
 TEST(ZORSysInitTest, EveryCallbackRunsOnceInTheOrderOfRegistration)
 {
-    EXPECT_TRUE(registeredEarly);
+    EXPECT_TRUE(kRegisteredEarly);
     const auto previous =
         qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& message) {
             if (type == QtCriticalMsg)

@@ -15,7 +15,7 @@
 #include <thread>
 
 // Not in the anonymous namespace: their names are expected in the traces.
-constexpr int captureLine = __LINE__ + 3;
+constexpr int kCaptureLine = __LINE__ + 3;
 [[gnu::noinline]] ZORSysStackTrace CaptureHere(int maximumLength)
 {
     ZORSysStackTrace trace = ZORSysStackTrace::Capture(maximumLength);
@@ -44,7 +44,7 @@ TEST(ZORSysStackTraceTest, FirstFrameIsTheCallerWithFunctionFileAndLine)
     const QRegularExpression expected("^#0  CaptureHere\\(int\\) at .*/ZORSysStackTraceTest\\.cpp:(\\d+)$");
     const QRegularExpressionMatch match = expected.match(lines.constFirst());
     ASSERT_TRUE(match.hasMatch()) << lines.constFirst().toStdString();
-    EXPECT_EQ(captureLine, match.captured(1).toInt());
+    EXPECT_EQ(kCaptureLine, match.captured(1).toInt());
 }
 
 TEST(ZORSysStackTraceTest, FramesFollowFromTheInsideOut)

@@ -21,7 +21,7 @@
 
 namespace {
 
-constexpr int Patience = 30000; // ms until a test gives up
+constexpr int kPatience = 30000; // ms until a test gives up
 
 ZORWorkResult Reverse(const ZORWorkContext& context, const QByteArray& input)
 {
@@ -69,7 +69,7 @@ protected:
     }
     static bool WaitForEnd(const ZORWorkResponse* response)
     {
-        return QTest::qWaitFor([=] { return response->IsAtEnd(); }, Patience);
+        return QTest::qWaitFor([=] { return response->IsAtEnd(); }, kPatience);
     }
 
     ZORWorkProcessor processor;

@@ -24,7 +24,7 @@ struct Outcome
     QString errors;
 };
 
-const char* const Squares = R"({
+const char* const kSquares = R"({
   "items": [
     {"id": 7, "name": "square", "demand": 3, "allowed_orientations": [0],
      "shape": {"type": "simple_polygon", "data": [[0, 0], [10, 0], [10, 10], [0, 10], [0, 0]]}},
@@ -48,7 +48,7 @@ protected:
     }
     QString SaveSquares(const QString& more = {}) const
     {
-        return Save(QStringLiteral("squares.json"), QString::fromLatin1(Squares).arg(more).toUtf8());
+        return Save(QStringLiteral("squares.json"), QString::fromLatin1(kSquares).arg(more).toUtf8());
     }
     static Outcome Run(const QStringList& arguments)
     {

@@ -59,7 +59,7 @@ double Degrees(double radians)
 TEST_F(ZORCompJsonFormatTest, TheSampleHasItsPliesWithTheirAngles)
 {
     REQUIRE_SAMPLE(path);
-    const ZORCompReadReport report = Read(path, JsonId);
+    const ZORCompReadReport report = Read(path, kJsonId);
     EXPECT_EQ(1, report.numLayups);
     EXPECT_EQ(1, report.numSequences);
     EXPECT_EQ(16, report.numPlies);
@@ -82,7 +82,7 @@ TEST_F(ZORCompJsonFormatTest, TheSampleHasItsPliesWithTheirAngles)
 TEST_F(ZORCompJsonFormatTest, TheSampleHasItsMaterialsInSpiteOfBlanksAroundNumbers)
 {
     REQUIRE_SAMPLE(path);
-    Read(path, JsonId);
+    Read(path, kJsonId);
     const auto* const library = ZORCompMaterialLibrary::Find(root);
     ASSERT_TRUE(library);
     ASSERT_EQ(2, library->GetMaterials().size());
@@ -112,7 +112,7 @@ TEST_F(ZORCompJsonFormatTest, TheSampleHasItsMaterialsInSpiteOfBlanksAroundNumbe
 TEST_F(ZORCompJsonFormatTest, TheSampleHasItsBoundariesToTheLastBit)
 {
     REQUIRE_SAMPLE(path);
-    Read(path, JsonId);
+    Read(path, kJsonId);
     const QList<ZORCompContour*> contours = GetAll<ZORCompContour>();
     ASSERT_EQ(5, contours.size());
     EXPECT_EQ(QString("edge"), contours.at(0)->GetLabel());
@@ -136,7 +136,7 @@ TEST_F(ZORCompJsonFormatTest, TheSampleHasItsBoundariesToTheLastBit)
 TEST_F(ZORCompJsonFormatTest, WhatHasNoPlaceInTheFeaturesIsKeptAndReported)
 {
     REQUIRE_SAMPLE(path);
-    const ZORCompReadReport report = Read(path, JsonId);
+    const ZORCompReadReport report = Read(path, kJsonId);
     const QJsonObject file = QJsonDocument::fromJson(ReadFile(path)).object();
     const QJsonObject kept = GetLayup()->GetAttributes();
     for (const char* const name : {"allDefects", "allStages", "allEvents", "allTolerances", "fileMetadata"})
@@ -169,7 +169,7 @@ void Collect(const QJsonValue& value, QStringList& leaves)
 TEST_F(ZORCompJsonFormatTest, EveryTextOfTheSampleIsInTheXmlOfIt)
 {
     REQUIRE_SAMPLE(path);
-    Read(path, JsonId);
+    Read(path, kJsonId);
     const QString xml = QString::fromUtf8(ToXml()).replace("&quot;", "\"");
     QStringList leaves;
     Collect(QJsonDocument::fromJson(ReadFile(path)).object(), leaves);
@@ -186,7 +186,7 @@ TEST_F(ZORCompJsonFormatTest, EveryTextOfTheSampleIsInTheXmlOfIt)
 TEST_F(ZORCompJsonFormatTest, TheSampleComesBackFromXmlTheSame)
 {
     REQUIRE_SAMPLE(path);
-    Read(path, JsonId);
+    Read(path, kJsonId);
     const QByteArray xml = ToXml();
     const QList<double> angles = [this] {
         QList<double> list;
@@ -197,7 +197,7 @@ TEST_F(ZORCompJsonFormatTest, TheSampleComesBackFromXmlTheSame)
     const QJsonObject attributes = GetLayup()->GetAttributes();
     container.Clear();
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
-    ReadContent(xml, XmlId);
+    ReadContent(xml, kXmlId);
     EXPECT_EQ(xml, ToXml());
     EXPECT_EQ(attributes, GetLayup()->GetAttributes());
     const QList<ZORCompPly*> plies = GetPlies();
@@ -209,7 +209,7 @@ TEST_F(ZORCompJsonFormatTest, TheSampleComesBackFromXmlTheSame)
 
 TEST_F(ZORCompJsonFormatTest, InactivePartsAreKeptButNotPartOfTheStack)
 {
-    ReadContent(InSequence(Ply(R"("active": false)") + "," + Ply()), JsonId);
+    ReadContent(InSequence(Ply(R"("active": false)") + "," + Ply()), kJsonId);
     EXPECT_EQ(1, GetLayup()->GetNumPlies());
     EXPECT_EQ(2, GetLayup()->GetSequences().first()->GetPlies().size());
     EXPECT_FALSE(GetLayup()->GetSequences().first()->GetPlies().first()->IsActive());
@@ -218,7 +218,7 @@ TEST_F(ZORCompJsonFormatTest, InactivePartsAreKeptButNotPartOfTheStack)
 TEST_F(ZORCompJsonFormatTest, SequencesNestAndComponentsOfOtherTypesKeepTheirPlaces)
 {
     const ZORCompReadReport report = ReadContent(
-        InSequence(Ply() + R"(, {"_serialized_type": "X.Core", "height": 12},)" + Sequence(Ply())), JsonId);
+        InSequence(Ply() + R"(, {"_serialized_type": "X.Core", "height": 12},)" + Sequence(Ply())), kJsonId);
     const ZORCompSequence* const outer = GetLayup()->GetSequences().first();
     EXPECT_EQ(2, outer->GetNumChildren());
     EXPECT_EQ(2, GetLayup()->GetNumPlies());
@@ -232,7 +232,7 @@ TEST_F(ZORCompJsonFormatTest, SequencesNestAndComponentsOfOtherTypesKeepTheirPla
 TEST_F(ZORCompJsonFormatTest, AnUnknownTypeWithComponentsIsReadAsASequence)
 {
     const ZORCompReadReport report =
-        ReadContent(File(R"({"_serialized_type": "X.Piece", "subComponents": [)" + Ply() + "]}"), JsonId);
+        ReadContent(File(R"({"_serialized_type": "X.Piece", "subComponents": [)" + Ply() + "]}"), kJsonId);
     EXPECT_EQ(1, GetLayup()->GetNumPlies());
     EXPECT_EQ(QStringList{"allComposite[0]: 'Piece' is read as a sequence"}, report.warnings);
     EXPECT_EQ(QString("X.Piece"),
@@ -241,7 +241,7 @@ TEST_F(ZORCompJsonFormatTest, AnUnknownTypeWithComponentsIsReadAsASequence)
 
 TEST_F(ZORCompJsonFormatTest, PliesOutsideSequencesShareOneOfTheirOwn)
 {
-    const ZORCompReadReport report = ReadContent(File(Ply() + "," + Ply() + "," + Sequence(Ply())), JsonId);
+    const ZORCompReadReport report = ReadContent(File(Ply() + "," + Ply() + "," + Sequence(Ply())), kJsonId);
     ASSERT_EQ(2, GetLayup()->GetSequences().size());
     EXPECT_EQ(2, GetLayup()->GetSequences().first()->GetPlies().size());
     EXPECT_EQ(2, report.warnings.size());
@@ -250,7 +250,7 @@ TEST_F(ZORCompJsonFormatTest, PliesOutsideSequencesShareOneOfTheirOwn)
 TEST_F(ZORCompJsonFormatTest, ComponentsMayStandForOthersByTheirIdentifiers)
 {
     ReadContent(File(R"({"_serialized_type": "X.Ply", "ID": 5, "orientation": 30},)" + Sequence("5")),
-                JsonId);
+                kJsonId);
     ASSERT_EQ(1, GetLayup()->GetNumPlies());
     EXPECT_NEAR(30, Degrees(GetPlies().first()->GetAngle()), 1e-13);
 }
@@ -259,21 +259,21 @@ TEST_F(ZORCompJsonFormatTest, ComponentsInCirclesOrInTwoPlacesAreRefused)
 {
     const QByteArray a = R"({"_serialized_type": "X.Sequence", "ID": 1, "subComponents": [2]})";
     const QByteArray b = R"({"_serialized_type": "X.Sequence", "ID": 2, "subComponents": [1]})";
-    EXPECT_TRUE(FailureOf(File(a + "," + b), JsonId).endsWith("is part of itself"));
+    EXPECT_TRUE(FailureOf(File(a + "," + b), kJsonId).endsWith("is part of itself"));
     const QByteArray self = R"({"_serialized_type": "X.Sequence", "ID": 1, "subComponents": [1]})";
-    EXPECT_EQ(QString("component 1 is part of itself"), FailureOf(File(self), JsonId));
+    EXPECT_EQ(QString("component 1 is part of itself"), FailureOf(File(self), kJsonId));
     const QByteArray ply = R"({"_serialized_type": "X.Ply", "ID": 3})";
     EXPECT_EQ(QString("allComposite[1].subComponents[1]: component 3 is there twice or part of itself"),
-              FailureOf(File(ply + "," + Sequence("3, 3")), JsonId));
+              FailureOf(File(ply + "," + Sequence("3, 3")), kJsonId));
     EXPECT_EQ(QString("allComposite[1].ID: identifier 3 is there twice"),
-              FailureOf(File(ply + "," + ply), JsonId));
+              FailureOf(File(ply + "," + ply), kJsonId));
 }
 
 TEST_F(ZORCompJsonFormatTest, ReferencesToNothingAreReportedAndKept)
 {
     const ZORCompReadReport report = ReadContent(
         InSequence(Ply(R"("material": "gold", "splineRelimitationRef": 7, "axisSystemID": 8)") + ", 99"),
-        JsonId);
+        kJsonId);
     const QStringList expected{
         "allComposite[0].subComponents[0].axisSystemID: there is no axis system 8",
         "allComposite[0].subComponents[0].material: there is no material 'gold'",
@@ -295,7 +295,7 @@ TEST_F(ZORCompJsonFormatTest, AxisSystemsBecomeRosettes)
     const QByteArray system =
         R"({"_serialized_type": "X.AxisSystem", "ID": 4, "memberName": "A", "o_pt": )" + point
         + R"(, "v1x": 0, "v1y": 2, "v1z": 0, "v2x": 0, "v2y": 1, "v2z": 5, "unit": "mm"})";
-    ReadContent(InSequence(Ply(R"("axisSystemID": 4)"), "\"allGeometry\": [" + system + "]"), JsonId);
+    ReadContent(InSequence(Ply(R"("axisSystemID": 4)"), "\"allGeometry\": [" + system + "]"), kJsonId);
     const ZORCompRosette* const rosette = GetPlies().first()->GetRosette();
     ASSERT_TRUE(rosette);
     EXPECT_EQ(QString("A"), rosette->GetLabel());
@@ -308,7 +308,7 @@ TEST_F(ZORCompJsonFormatTest, AxisSystemsBecomeRosettes)
 TEST_F(ZORCompJsonFormatTest, AnAxisSystemThatIsNotUnderstoodIsKeptAsItIs)
 {
     const ZORCompReadReport report = ReadContent(
-        InSequence(Ply(), R"("allGeometry": [{"_serialized_type": "X.AxisSystem", "ID": 4}])"), JsonId);
+        InSequence(Ply(), R"("allGeometry": [{"_serialized_type": "X.AxisSystem", "ID": 4}])"), kJsonId);
     EXPECT_EQ(QStringList{"allGeometry[0]: the axes are not understood"}, report.warnings);
     EXPECT_EQ(4, GetLayup()->GetAttributes().value("allGeometry")[0]["ID"].toInt());
 }
@@ -318,7 +318,7 @@ TEST_F(ZORCompJsonFormatTest, PointsKeepWhatTheySayBesidesTheirCoordinates)
     ReadContent(InSequence(Ply(), R"("allGeometry": [{"_serialized_type": "X.Spline", "points": [
         {"x": 0, "y": 0, "z": 0, "active": true, "source": null, "_serialized_type": "X.Point"},
         {"x": " 1e1", "y": 0, "z": 0, "memberName": "corner"}]}])"),
-                JsonId);
+                kJsonId);
     const ZORCompContour* const contour = GetAll<ZORCompContour>().first();
     EXPECT_EQ(ZORMathPoint(10, 0, 0), contour->GetCurve()->GetPoint(1));
     const QJsonArray expected{QJsonObject{{"position", 1}, {"memberName", "corner"}}};
@@ -330,7 +330,7 @@ TEST_F(ZORCompJsonFormatTest, NumbersThatNoMaterialCanHaveAreKeptAsAttributes)
     const ZORCompReadReport report = ReadContent(
         InSequence(Ply(),
                    R"("allMaterials": [{"materialName": "a", "E1": "0", "thickness": 0.2, "density": " "}])"),
-        JsonId);
+        kJsonId);
     const ZORCompMaterial* const material = GetAll<ZORCompMaterial>().first();
     EXPECT_TRUE(std::isnan(material->GetProperties().E1));
     EXPECT_EQ(0.2, material->GetProperties().thickness);
@@ -341,7 +341,7 @@ TEST_F(ZORCompJsonFormatTest, NumbersThatNoMaterialCanHaveAreKeptAsAttributes)
 
 TEST_F(ZORCompJsonFormatTest, NamesWithControlCharactersAreCleanedAndKeptAsTheyWere)
 {
-    ReadContent(InSequence(Ply(R"("memberName": "a\u0001b")")), JsonId);
+    ReadContent(InSequence(Ply(R"("memberName": "a\u0001b")")), kJsonId);
     EXPECT_EQ(QString("a b"), GetPlies().first()->GetLabel());
     EXPECT_EQ(QString("a\u0001b"), GetPlies().first()->GetAttributes().value("memberName").toString());
     EXPECT_FALSE(ToXml().isEmpty());
@@ -359,7 +359,7 @@ class BadJsonTest : public ZORCompJsonFormatTest, public testing::WithParamInter
 
 TEST_P(BadJsonTest, IsRefusedWithThePlace)
 {
-    EXPECT_EQ(QString::fromUtf8(GetParam().message), FailureOf(GetParam().content, JsonId));
+    EXPECT_EQ(QString::fromUtf8(GetParam().message), FailureOf(GetParam().content, kJsonId));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -399,9 +399,9 @@ TEST_F(ZORCompJsonFormatTest, SequencesThatNestTooDeeplyAreRefused)
     QByteArray deep = Ply();
     for (int i = 0; i < 65; ++i)
         deep = Sequence(deep);
-    EXPECT_TRUE(FailureOf(File(deep), JsonId).endsWith("sequences are nested more than 64 deep"));
+    EXPECT_TRUE(FailureOf(File(deep), kJsonId).endsWith("sequences are nested more than 64 deep"));
     const QByteArray bomb = "{\"allComposite\":" + QByteArray(100000, '[');
-    EXPECT_NE(QString(), FailureOf(bomb, JsonId));
+    EXPECT_NE(QString(), FailureOf(bomb, kJsonId));
 }
 
 } // namespace

@@ -69,7 +69,7 @@ TEST_F(ZORCompXmlFormatTest, EverythingOfALayupComesBackToTheLastBit)
     const QByteArray xml = ToXml();
     container.Clear();
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
-    ReadContent(xml, XmlId);
+    ReadContent(xml, kXmlId);
     EXPECT_EQ(xml, ToXml());
 
     const ZORCompLayup* const again = GetLayup();
@@ -112,7 +112,7 @@ TEST_F(ZORCompXmlFormatTest, AnyAngleComesBackToTheLastBit)
     EXPECT_TRUE(xml.contains("angle=\"-359\""));
     container.Clear();
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
-    ReadContent(xml, XmlId);
+    ReadContent(xml, kXmlId);
     const QList<ZORCompPly*> plies = GetLayup()->GetPlies();
     ASSERT_EQ(angles.size(), plies.size());
     for (int i = 0; i < angles.size(); ++i)
@@ -129,7 +129,7 @@ TEST_F(ZORCompXmlFormatTest, CurvesOfOthersAreWrittenAsTheyAre)
     const QByteArray xml = ToXml();
     container.Clear();
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
-    ReadContent(xml, XmlId);
+    ReadContent(xml, kXmlId);
     EXPECT_EQ(xml, ToXml());
     ASSERT_EQ(1, GetPly()->GetBoundaries().size());
     EXPECT_EQ(QString("outline"), GetPly()->GetBoundaries().first()->objectName());
@@ -152,10 +152,10 @@ TEST_F(ZORCompXmlFormatTest, WhatTheFileCannotHoldIsTold)
     const QString path = folder.filePath("x.xml");
     const QStringList expected{"the surface 'Skin' of 'R'", "the feature 'F' (ZORFeatFolder)",
                                "the support 'Skin' of 'L'"};
-    EXPECT_EQ(expected, ZORCompWriter(path, XmlId).Write(root));
+    EXPECT_EQ(expected, ZORCompWriter(path, kXmlId).Write(root));
     container.Clear();
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
-    Read(path, XmlId);
+    Read(path, kXmlId);
     const auto* const again = qobject_cast<ZORCompRosette*>(GetLayup()->GetChildren().first());
     ASSERT_TRUE(again);
     EXPECT_EQ(ZORMathPoint(1, 1, 0), again->GetOrigin());
@@ -165,7 +165,7 @@ TEST_F(ZORCompXmlFormatTest, WhatTheFileCannotHoldIsTold)
 
 TEST_F(ZORCompXmlFormatTest, TheSampleIsASymmetricLayup)
 {
-    const ZORCompReadReport report = Read(QStringLiteral(ZOR_SAMPLE_LAYUP), XmlId);
+    const ZORCompReadReport report = Read(QStringLiteral(ZOR_SAMPLE_LAYUP), kXmlId);
     EXPECT_EQ(8, report.numPlies);
     EXPECT_EQ(2, report.numMaterials);
     EXPECT_EQ(3, report.numContours);
@@ -177,7 +177,7 @@ TEST_F(ZORCompXmlFormatTest, TheSampleIsASymmetricLayup)
     const QByteArray xml = ToXml();
     container.Clear();
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
-    ReadContent(xml, XmlId);
+    ReadContent(xml, kXmlId);
     EXPECT_EQ(xml, ToXml());
 }
 
@@ -187,7 +187,7 @@ TEST_F(ZORCompXmlFormatTest, ReferencesMayComeBeforeWhatTheyName)
         <contour id="c"><points>0 0 0</points></contour><curve id="d"><points/></curve>
         <rosette id="r" origin="0 0 0" x="1 0 0" normal=" 0  0 1 "/></layup>
         <materials><material id="m"/></materials>)"),
-                XmlId);
+                kXmlId);
     EXPECT_TRUE(GetPly()->GetMaterial());
     EXPECT_EQ(2, GetPly()->GetBoundaries().size());
     EXPECT_TRUE(GetPly()->GetEffectiveRosette());
@@ -199,7 +199,7 @@ TEST_F(ZORCompXmlFormatTest, TextsThatXmlCannotHoldAreRefusedBeforeAnythingIsWri
     const QString path = WriteFile("x.xml", "before");
     EXPECT_EQ(
         QString("cannot write '%1': the text 'a\u0001' holds a character that XML cannot hold").arg(path),
-        MessageOf([&] { ZORCompWriter(path, XmlId).Write(root); }));
+        MessageOf([&] { ZORCompWriter(path, kXmlId).Write(root); }));
     EXPECT_EQ(QByteArray("before"), ReadFile(path));
 }
 
@@ -216,7 +216,7 @@ class BadXmlTest : public ZORCompXmlFormatTest, public testing::WithParamInterfa
 TEST_P(BadXmlTest, IsRefusedWithThePlace)
 {
     const QByteArray inside = GetParam().inside;
-    const QString failure = FailureOf(inside.startsWith('!') ? inside.mid(1) : File(inside), XmlId);
+    const QString failure = FailureOf(inside.startsWith('!') ? inside.mid(1) : File(inside), kXmlId);
     EXPECT_TRUE(failure.startsWith("line 1, column ")) << qPrintable(failure);
     EXPECT_EQ(QString::fromUtf8(GetParam().message), failure.section(": ", 1));
 }
@@ -258,7 +258,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(ZORCompXmlFormatTest, WrongAxesAreRefusedWithTheirRosette)
 {
     EXPECT_EQ(QString("rosette 0: the X axis of the rosette is parallel to its normal"),
-              FailureOf(File(R"(<rosette id="a" origin="0 0 0" x="0 0 1" normal="0 0 2"/>)"), XmlId));
+              FailureOf(File(R"(<rosette id="a" origin="0 0 0" x="0 0 1" normal="0 0 2"/>)"), kXmlId));
 }
 
 TEST_F(ZORCompXmlFormatTest, BombsOfDepthAndOfEntitiesAreRefused)
@@ -266,16 +266,16 @@ TEST_F(ZORCompXmlFormatTest, BombsOfDepthAndOfEntitiesAreRefused)
     QByteArray deep;
     for (int i = 0; i < 100000; ++i)
         deep += "<sequence>";
-    EXPECT_TRUE(FailureOf(File("<layup>" + deep), XmlId).endsWith("sequences are nested more than 64 deep"));
+    EXPECT_TRUE(FailureOf(File("<layup>" + deep), kXmlId).endsWith("sequences are nested more than 64 deep"));
     EXPECT_TRUE(
         FailureOf(File("<layup><attributes>{\"a\":" + QByteArray(100000, '[') + "</attributes></layup>"),
-                  XmlId)
+                  kXmlId)
             .contains("the attributes are no JSON"));
-    EXPECT_NE(QString(), FailureOf(QByteArray(1000000, '<'), XmlId));
+    EXPECT_NE(QString(), FailureOf(QByteArray(1000000, '<'), kXmlId));
     QByteArray attributes;
     for (int i = 0; i < 1000000; ++i)
         attributes += " a" + QByteArray::number(i) + "=\"\"";
-    EXPECT_TRUE(FailureOf(File("<layup" + attributes + "/>"), XmlId)
+    EXPECT_TRUE(FailureOf(File("<layup" + attributes + "/>"), kXmlId)
                     .endsWith("an XML element has more than 4000 attributes"));
 }
 

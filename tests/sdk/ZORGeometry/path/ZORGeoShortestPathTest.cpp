@@ -23,7 +23,7 @@
 namespace {
 
 using Result = ZORGeoCurveOnSurfaceResult;
-constexpr double pi = std::numbers::pi;
+constexpr double kPi = std::numbers::pi;
 
 ZORGeoLocationOnSurface Locate(const ZORGeoSurface& surface, int triangle, double weightB, double weightC)
 {
@@ -316,8 +316,8 @@ void ExpectLocallyShortest(const ZORGeoSurface& surface, const QList<ZORGeoLocat
         const int corner = int(std::max_element(weights, weights + 3) - weights);
         if (weights[corner] == 1) {
             const auto angles = SideAngles(surface, curve, i, corner);
-            EXPECT_GT(angles[0], pi - 1e-6);
-            EXPECT_GT(angles[1], pi - 1e-6);
+            EXPECT_GT(angles[0], kPi - 1e-6);
+            EXPECT_GT(angles[1], kPi - 1e-6);
             continue;
         }
         int onSide = 0;

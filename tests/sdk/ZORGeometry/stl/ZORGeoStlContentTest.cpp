@@ -113,20 +113,20 @@ TEST_F(ZORGeoStlContentTest, OnlyAGrossCountWithMostFacetsNotFiniteIsRefused)
     const QString message =
         "the STL content is another kind of file: its header announces %1 facets, its size "
         "allows %2, and %3 of them are not finite or out of range";
-    EXPECT_EQ(message.arg(u"9", u"4", u"3"), Refuse(BinaryStl({kBad, kBad, kBad, firstFacet}, 9)));
-    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, firstFacet}, 8))) << "a file cut in half";
+    EXPECT_EQ(message.arg(u"9", u"4", u"3"), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet}, 9)));
+    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet}, 8))) << "a file cut in half";
     EXPECT_EQ(4, report.missing);
-    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, firstFacet, secondFacet}, 1000000)));
+    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kFirstFacet, kSecondFacet}, 1000000)));
     EXPECT_EQ(2, report.GetNumUsed());
     EXPECT_EQ(999996, report.missing);
-    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, firstFacet})));
-    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, firstFacet}, 0))) << "a writer that streams";
+    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet})));
+    EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet}, 0))) << "a writer that streams";
     EXPECT_EQ(message.arg(u"1", u"4", u"1"),
-              Refuse(BinaryStl({kBad, firstFacet, firstFacet, firstFacet}, 1)));
-    EXPECT_EQ(QString(), Refuse(BinaryStl({firstFacet, kBad, kBad, kBad}, 1)));
+              Refuse(BinaryStl({kBad, kFirstFacet, kFirstFacet, kFirstFacet}, 1)));
+    EXPECT_EQ(QString(), Refuse(BinaryStl({kFirstFacet, kBad, kBad, kBad}, 1)));
     EXPECT_EQ(150, report.trailingBytes);
     const StlFacet large = {1e19f, 0, 0, 1, 0, 0, 0, 1, 0}, tiny = {1e-40f, 0, 0, 1, 0, 0, 0, 1, 0};
-    EXPECT_EQ(message.arg(u"9", u"3", u"2"), Refuse(BinaryStl({large, tiny, firstFacet}, 9)));
+    EXPECT_EQ(message.arg(u"9", u"3", u"2"), Refuse(BinaryStl({large, tiny, kFirstFacet}, 9)));
     EXPECT_EQ(QString(), Refuse(BinaryStl({{4e18f, 0, 0, -1.2e-38f, 0, 0, -0.0f, 1, 0}}, 9)));
 }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
+constexpr double kPi = std::numbers::pi;
 
 class ZORNestDxfTest : public TranslationTest
 {
@@ -48,7 +48,7 @@ TEST_F(ZORNestDxfTest, OutlinesRunCounterClockwiseAndHolesClockwise)
     EXPECT_EQ(QStringList({"outline (0 0) L(10 0) L(10 10) L(0 10) L(0 0)",
                            "hole (1 1) L(1 3) L(3 3) L(3 1) L(1 1)", "hole (8 7) A-(8 7 | 7 7)"}),
               DescribeOnly(content));
-    EXPECT_NEAR(100 - 4 - pi, GetOnlyArea(content), 1e-12);
+    EXPECT_NEAR(100 - 4 - kPi, GetOnlyArea(content), 1e-12);
 }
 
 TEST_F(ZORNestDxfTest, IslandInAHoleIsAPartOfItsOwn)
@@ -66,7 +66,7 @@ TEST_F(ZORNestDxfTest, ArcsStayArcs)
 {
     const QByteArray arc = Lines("0|ARC|8|0|10|0|20|0|40|5|50|0|51|180|");
     EXPECT_EQ(QStringList("outline (5 0) A+(-5 0 | 0 0) L(5 0)"), DescribeOnly(Dxf(arc + Line(-5, 0, 5, 0))));
-    EXPECT_NEAR(12.5 * pi, GetOnlyArea(Dxf(arc + Line(-5, 0, 5, 0))), 1e-12);
+    EXPECT_NEAR(12.5 * kPi, GetOnlyArea(Dxf(arc + Line(-5, 0, 5, 0))), 1e-12);
     EXPECT_EQ(QStringList("units: 1 mm"), report) << "ends that differ by rounding are no gap";
     // Across the zero angle.
     const QByteArray across = Lines("0|ARC|8|0|10|0|20|0|40|5|50|270|51|90|");
@@ -77,7 +77,7 @@ TEST_F(ZORNestDxfTest, ArcsStayArcs)
 TEST_F(ZORNestDxfTest, CircleIsOneArc)
 {
     EXPECT_EQ(QStringList("outline (5 2) A+(5 2 | 2 2)"), DescribeOnly(Dxf(Circle(2, 2, 3))));
-    EXPECT_NEAR(9 * pi, GetOnlyArea(Dxf(Circle(2, 2, 3))), 1e-12);
+    EXPECT_NEAR(9 * kPi, GetOnlyArea(Dxf(Circle(2, 2, 3))), 1e-12);
 }
 
 TEST_F(ZORNestDxfTest, EllipseIsASplineOfArcsWithinTheTolerance)
@@ -91,7 +91,7 @@ TEST_F(ZORNestDxfTest, EllipseIsASplineOfArcsWithinTheTolerance)
         const QList<ZORNestResultSegment> segments = GetShape(results[0]).GetSegments();
         ASSERT_EQ(1, segments.size());
         ASSERT_EQ(ZORNestResultSegment::Spline, segments[0].GetType());
-        EXPECT_NEAR(pi * 50 * 20, GetArea(results[0]), 250 * tolerance);
+        EXPECT_NEAR(kPi * 50 * 20, GetArea(results[0]), 250 * tolerance);
         for (const ZORMathPoint& point : segments[0].GetPoints(tolerance / 10)) {
             const double x = point.GetX() - 1, y = point.GetY() - 2;
             const double along = (0.6 * x + 0.8 * y) / 50, across = (0.6 * y - 0.8 * x) / 20;
@@ -105,7 +105,7 @@ TEST_F(ZORNestDxfTest, EllipseIsASplineOfArcsWithinTheTolerance)
 TEST_F(ZORNestDxfTest, PartOfAnEllipseHasItsEnds)
 {
     const QByteArray half = Lines("0|ELLIPSE|8|0|10|0|20|0|11|4|21|0|40|0.5|41|0|42|3.141592653589793|");
-    EXPECT_NEAR(4 * pi, GetOnlyArea(Dxf(half + Line(-4, 0, 4, 0))), 0.1);
+    EXPECT_NEAR(4 * kPi, GetOnlyArea(Dxf(half + Line(-4, 0, 4, 0))), 0.1);
     const QByteArray round = Lines("0|ELLIPSE|8|0|10|0|20|0|11|4|21|0|40|1|41|0|42|3.141592653589793|");
     EXPECT_EQ(QStringList("outline (4 0) A+(-4 0 | 0 0) L(4 0)"),
               DescribeOnly(Dxf(round + Line(-4, 0, 4, 0))));
@@ -117,7 +117,7 @@ TEST_F(ZORNestDxfTest, LwPolylineHasBulges)
         Lines("0|LWPOLYLINE|8|0|90|4|70|1|10|0|20|0|10|10|20|0|42|1|10|10|20|4|10|0|20|4|42|1|");
     EXPECT_EQ(QStringList("outline (0 0) L(10 0) A+(10 4 | 10 2) L(0 4) A+(0 0 | 0 2)"),
               DescribeOnly(Dxf(slot)));
-    EXPECT_NEAR(40 + 4 * pi, GetOnlyArea(Dxf(slot)), 1e-12);
+    EXPECT_NEAR(40 + 4 * kPi, GetOnlyArea(Dxf(slot)), 1e-12);
     const QByteArray inward = Lines("0|LWPOLYLINE|8|0|90|2|70|1|10|0|20|0|42|-0.5|10|8|20|0|42|2|");
     EXPECT_EQ(QStringList("outline (0 0) A-(8 0 | 4 -3) A+(0 0 | 4 3)"), DescribeOnly(Dxf(inward)));
 }
@@ -138,7 +138,7 @@ TEST_F(ZORNestDxfTest, RationalSplineFollowsItsCircle)
 {
     const QByteArray quarter = Lines("0|SPLINE|8|0|70|4|71|2|72|6|73|3|40|0|40|0|40|0|40|1|40|1|40|1|"
                                      "41|1|41|0.7071067811865476|41|1|10|10|20|0|10|10|20|10|10|0|20|10|");
-    EXPECT_NEAR(25 * pi, GetOnlyArea(Dxf(quarter + Line(0, 10, 0, 0) + Line(0, 0, 10, 0))), 0.05);
+    EXPECT_NEAR(25 * kPi, GetOnlyArea(Dxf(quarter + Line(0, 10, 0, 0) + Line(0, 0, 10, 0))), 0.05);
 }
 
 TEST_F(ZORNestDxfTest, SplineOfDegreeThreeWithKinksAndDegreeOne)
@@ -187,15 +187,15 @@ TEST_F(ZORNestDxfTest, TextsLieOnTheirPart)
     EXPECT_EQ(QString::fromUtf8("50° ä"), segments[0].GetText());
     EXPECT_EQ(ZORMathPoint(5, 6, 0), segments[0].GetStartPoint());
     EXPECT_EQ(3, segments[0].GetTextHeight());
-    EXPECT_NEAR(pi / 2, segments[0].GetTextAngle(), 1e-12);
+    EXPECT_NEAR(kPi / 2, segments[0].GetTextAngle(), 1e-12);
     EXPECT_NEAR(0.8, segments[0].GetTextWidth(), 1e-12);
-    EXPECT_NEAR(pi / 12, segments[0].GetTextTiltAngle(), 1e-12);
+    EXPECT_NEAR(kPi / 12, segments[0].GetTextTiltAngle(), 1e-12);
     EXPECT_EQ(ZORNestResultSegment::MiddleCenter, segments[0].GetTextJustification());
     EXPECT_EQ("ROMANS", segments[0].GetFont());
     EXPECT_EQ(ZORNestResultSegment::EtchingData, segments[0].GetLayer());
     EXPECT_EQ(QString::fromUtf8("one\nt1/2\u00a0o"), segments[1].GetText());
     EXPECT_EQ(ZORNestResultSegment::MiddleCenter, segments[1].GetTextJustification());
-    EXPECT_NEAR(pi / 6, segments[1].GetTextAngle(), 1e-12);
+    EXPECT_NEAR(kPi / 6, segments[1].GetTextAngle(), 1e-12);
     EXPECT_TRUE(report.contains("left out: 1 curves and texts that lie on no part"));
 }
 
@@ -227,23 +227,23 @@ TEST_F(ZORNestDxfTest, MirroredTextsAreReadableAndLieWhereTheirImageLies)
     };
     const ZORNestResultSegment left = textOf("72|0|", "41|-1|");
     EXPECT_EQ(ZORMathPoint(-2, 3, 0), left.GetStartPoint());
-    EXPECT_NEAR(0, std::remainder(left.GetTextAngle(), 2 * pi), 1e-12);
+    EXPECT_NEAR(0, std::remainder(left.GetTextAngle(), 2 * kPi), 1e-12);
     EXPECT_EQ(ZORNestResultSegment::BaselineRight, left.GetTextJustification());
     EXPECT_EQ(ZORNestResultSegment::BaselineCenter, textOf("72|1|", "41|-1|").GetTextJustification());
     EXPECT_EQ(ZORNestResultSegment::MiddleLeft, textOf("72|2|73|2|", "41|-1|").GetTextJustification());
     const ZORNestResultSegment below = textOf("72|0|73|3|", "42|-1|");
     EXPECT_EQ(ZORMathPoint(2, -3, 0), below.GetStartPoint());
-    EXPECT_NEAR(0, std::remainder(below.GetTextAngle() - pi, 2 * pi), 1e-12);
+    EXPECT_NEAR(0, std::remainder(below.GetTextAngle() - kPi, 2 * kPi), 1e-12);
     EXPECT_EQ(ZORNestResultSegment::TopRight, below.GetTextJustification());
     const ZORNestResultSegment both = textOf("72|0|", "41|-1|42|-1|");
-    EXPECT_NEAR(0, std::remainder(both.GetTextAngle() - pi, 2 * pi), 1e-12);
+    EXPECT_NEAR(0, std::remainder(both.GetTextAngle() - kPi, 2 * kPi), 1e-12);
     EXPECT_EQ(ZORNestResultSegment::BaselineLeft, both.GetTextJustification());
 }
 
 TEST_F(ZORNestDxfTest, UnevenlyScaledCirclesAreEllipses)
 {
     const QByteArray blocks = Block("DOT", 0, 0, Circle(0, 0, 2));
-    EXPECT_NEAR(pi * 2 * 6, GetOnlyArea(Dxf(Lines("0|INSERT|2|DOT|8|0|42|3|50|30|"), blocks)), 0.2);
+    EXPECT_NEAR(kPi * 2 * 6, GetOnlyArea(Dxf(Lines("0|INSERT|2|DOT|8|0|42|3|50|30|"), blocks)), 0.2);
 }
 
 TEST_F(ZORNestDxfTest, BlocksLieInBlocks)

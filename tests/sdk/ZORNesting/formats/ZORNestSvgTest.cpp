@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
+constexpr double kPi = std::numbers::pi;
 
 class ZORNestSvgTest : public TranslationTest
 {
@@ -70,7 +70,7 @@ TEST_F(ZORNestSvgTest, CircularArcsStayArcs)
 
 TEST_F(ZORNestSvgTest, LargeAndSweepChooseAmongFourArcs)
 {
-    const double small = 25 * pi - 50, large = 75 * pi + 50; // radius 10, chord over a right angle
+    const double small = 25 * kPi - 50, large = 75 * kPi + 50; // radius 10, chord over a right angle
     EXPECT_NEAR(small, GetOnlyArea(Path("M20 10A10 10 0 0 0 30 20Z")), 1e-9);
     EXPECT_NEAR(small, GetOnlyArea(Path("M20 10A10 10 0 0 1 30 20Z")), 1e-9);
     EXPECT_NEAR(large, GetOnlyArea(Path("M20 10A10 10 0 1 0 30 20Z")), 1e-9);
@@ -81,8 +81,8 @@ TEST_F(ZORNestSvgTest, LargeAndSweepChooseAmongFourArcs)
 
 TEST_F(ZORNestSvgTest, EllipticArcsAreSplines)
 {
-    EXPECT_NEAR(pi * 20 * 10, GetOnlyArea(Path("M10 50A20 10 0 0 1 50 50A20 10 0 0 1 10 50Z")), 1);
-    EXPECT_NEAR(pi * 20 * 10 / 2, GetOnlyArea(Path("M50 30A20 10 90 0 1 50 70Z")), 1);
+    EXPECT_NEAR(kPi * 20 * 10, GetOnlyArea(Path("M10 50A20 10 0 0 1 50 50A20 10 0 0 1 10 50Z")), 1);
+    EXPECT_NEAR(kPi * 20 * 10 / 2, GetOnlyArea(Path("M50 30A20 10 90 0 1 50 70Z")), 1);
 }
 
 TEST_F(ZORNestSvgTest, BezierCurvesKeepWithinTheTolerance)
@@ -112,13 +112,13 @@ TEST_F(ZORNestSvgTest, SmoothCurvesMirrorTheLastControlPoint)
 TEST_F(ZORNestSvgTest, BasicShapes)
 {
     EXPECT_NEAR(200, GetOnlyArea(Svg("<rect x='10' y='10' width='10' height='20'/>")), 1e-12);
-    EXPECT_NEAR(200 - 16 + 4 * pi, GetOnlyArea(Svg("<rect width='10' height='20' rx='2'/>")), 1e-12);
-    EXPECT_NEAR(200 - (4 - pi) * 2 * 4, GetOnlyArea(Svg("<rect width='10' height='20' rx='2' ry='4'/>")),
+    EXPECT_NEAR(200 - 16 + 4 * kPi, GetOnlyArea(Svg("<rect width='10' height='20' rx='2'/>")), 1e-12);
+    EXPECT_NEAR(200 - (4 - kPi) * 2 * 4, GetOnlyArea(Svg("<rect width='10' height='20' rx='2' ry='4'/>")),
                 0.2);
-    EXPECT_NEAR(100 - (4 - pi) * 25, GetOnlyArea(Svg("<rect width='10' height='10' rx='99'/>")), 1e-12);
+    EXPECT_NEAR(100 - (4 - kPi) * 25, GetOnlyArea(Svg("<rect width='10' height='10' rx='99'/>")), 1e-12);
     EXPECT_EQ(QStringList("outline (60 50) A+(60 50 | 50 50)"),
               DescribeAll(Svg("<circle cx='50' cy='50' r='10'/>")));
-    EXPECT_NEAR(pi * 50, GetOnlyArea(Svg("<ellipse cx='50' cy='50' rx='10' ry='5'/>")), 0.5);
+    EXPECT_NEAR(kPi * 50, GetOnlyArea(Svg("<ellipse cx='50' cy='50' rx='10' ry='5'/>")), 0.5);
     EXPECT_NEAR(50, GetOnlyArea(Svg("<polygon points='0,0 10,0 10,10'/>")), 1e-12);
     EXPECT_NEAR(50, GetOnlyArea(Svg("<polyline points='0 0,10 0,10 10,0 0'/>")), 1e-12);
     EXPECT_NEAR(
@@ -158,7 +158,7 @@ TEST_F(ZORNestSvgTest, TransformationsOfGroupsAndShapesMultiply)
     EXPECT_NEAR(100, GetOnlyArea(Svg("<path transform='skewY(-45),translate(5)' d='M50 50V60H60V50Z'/>")),
                 1e-9);
     EXPECT_NEAR(600, GetOnlyArea(Svg("<path transform='matrix(2 0 0 3 1 1)' d='M5 5V15H15V5Z'/>")), 1e-9);
-    EXPECT_NEAR(pi * 6, GetOnlyArea(Svg("<circle transform='scale(2 3)' r='1' cx='9' cy='9'/>")), 0.2);
+    EXPECT_NEAR(kPi * 6, GetOnlyArea(Svg("<circle transform='scale(2 3)' r='1' cx='9' cy='9'/>")), 0.2);
 }
 
 TEST_F(ZORNestSvgTest, DegenerateTransformationsSkipTheShape)

@@ -49,7 +49,7 @@ ZORNestNestingTask MakeTask()
     sheet.SetTopTrim(3);
     sheet.SetBottomTrim(4);
     sheet.SetCost(5);
-    ZORNestNestingInput input(QStringLiteral("m"), 0.25, {item, other}, {sheet, MakeSheets("r", 5, Roll)});
+    ZORNestNestingInput input(QStringLiteral("m"), 0.25, {item, other}, {sheet, MakeSheets("r", 5, kRoll)});
     input.SetMaxDeviation(1);
     input.SetDeviationIncrement(2);
     input.SetItemSeparation(3);
@@ -265,7 +265,7 @@ TEST_F(ZORNestJobBytesTest, LayoutsWithOtherLengthsThanTheirSheetsAreRefused)
     layout.solution.sheets[0].usedLength = -1e300;
     EXPECT_EQ(refused, GetFailure(layout));
     const QByteArray roll =
-        Write(ZORNestNestingTask{MakeJob({MakeSquare("a", 10, 3)}, {MakeSheets("r", 10, Roll)}), false});
+        Write(ZORNestNestingTask{MakeJob({MakeSquare("a", 10, 3)}, {MakeSheets("r", 10, kRoll)}), false});
     layout.solution.sheets[0].usedLength = std::numeric_limits<double>::infinity();
     EXPECT_EQ(refused, Complete(roll, Write(layout)).first);
 }

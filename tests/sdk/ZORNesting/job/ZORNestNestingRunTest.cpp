@@ -151,7 +151,7 @@ TEST_F(ZORNestNestingRunTest, NumbersThatCannotBeUsedAreReported)
 
 TEST_F(ZORNestNestingRunTest, ARollIsUsedAsShortAsPossible)
 {
-    ZORNestNestingInput input = MakeJob({MakeSquare("a", 10, 8)}, {MakeSheets("roll", 20.01, Roll)});
+    ZORNestNestingInput input = MakeJob({MakeSquare("a", 10, 8)}, {MakeSheets("roll", 20.01, kRoll)});
     input.SetMaxSteps(3000);
     const Response* const response = Nest(input);
     const QList<ZORNestResult> sheets = ReadSheets(response);
@@ -189,19 +189,19 @@ TEST_F(ZORNestNestingRunTest, SeparationFrameAndTrimsAreKept)
 TEST_F(ZORNestNestingRunTest, PartsLieAlongTheGrainOnly)
 {
     ZORNestNestingInputItem item = MakeItem("w", MakeWedge(), 8);
-    EXPECT_EQ(QList<int>({0}), GetDegrees(Nest(MakeJob({item}, {MakeSheets("r", 40, Roll)}))));
+    EXPECT_EQ(QList<int>({0}), GetDegrees(Nest(MakeJob({item}, {MakeSheets("r", 40, kRoll)}))));
     item.SetOrientation(std::numbers::pi / 6);
-    EXPECT_EQ(QList<int>({30}), GetDegrees(Nest(MakeJob({item}, {MakeSheets("r", 40, Roll)}))));
+    EXPECT_EQ(QList<int>({30}), GetDegrees(Nest(MakeJob({item}, {MakeSheets("r", 40, kRoll)}))));
 }
 
 TEST_F(ZORNestNestingRunTest, GrainFlagsOfPartAndJobAllowTurns)
 {
     ZORNestNestingInputItem item = MakeItem("w", MakeWedge(), 8);
     item.SetGrain180(true);
-    const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 40, Roll)};
+    const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 40, kRoll)};
     EXPECT_EQ(QList<int>({0, 180}), GetDegrees(Nest(MakeJob({item}, rolls))));
 
-    ZORNestNestingInput input = MakeJob({MakeItem("w", MakeWedge(), 8)}, {MakeSheets("r", 25, Roll)});
+    ZORNestNestingInput input = MakeJob({MakeItem("w", MakeWedge(), 8)}, {MakeSheets("r", 25, kRoll)});
     input.SetGrain90(true);
     input.SetGrain270(true);
     const Response* const turned = Nest(input);
@@ -215,7 +215,7 @@ TEST_F(ZORNestNestingRunTest, EachGrainFlagOfPartAndJobAllowsItsOwnTurn)
     // Longer than the roll is wide: fits across only.
     const ZORNestNestingInputItem plain =
         MakeItem("bar", MakePart({ZORNestResultShape(MakeRectangle(5, 30))}), 2);
-    const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 10, Roll)};
+    const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 10, kRoll)};
     EXPECT_TRUE(Nest(MakeJob({plain}, rolls))->GetSheetFiles().isEmpty());
     for (const int degrees : {90, 180, 270}) {
         ZORNestNestingInputItem item = plain;
@@ -263,7 +263,7 @@ TEST_F(ZORNestNestingRunTest, DeviationsTurnPartsByWholeIncrementsOrFreely)
 TEST_F(ZORNestNestingRunTest, HandsAreThoseThatAreWanted)
 {
     ZORNestNestingInputItem item = MakeItem("w", MakeWedge(), 6);
-    const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 32, Roll)};
+    const QList<ZORNestNestingInputPackaging> rolls = {MakeSheets("r", 32, kRoll)};
     const Response* const drawn = Nest(MakeJob({item}, rolls));
     EXPECT_EQ(6, GetNames(drawn).size());
     EXPECT_EQ(0, CountMirrored(drawn));
@@ -304,7 +304,7 @@ TEST_F(ZORNestNestingRunTest, TheSeedDeterminesTheLayout)
     QList<QByteArray> files;
     for (const quint64 seed : {1, 2, 2}) {
         ZORNestNestingInput input =
-            MakeJob({MakeItem("w", MakeWedge(), 9), MakeSquare("b", 7, 9)}, {MakeSheets("r", 40, Roll)});
+            MakeJob({MakeItem("w", MakeWedge(), 9), MakeSquare("b", 7, 9)}, {MakeSheets("r", 40, kRoll)});
         input.SetMaxSteps(1000);
         input.SetMaxDeviation(0.4);
         input.SetSeed(seed);
@@ -398,12 +398,12 @@ TEST_F(ZORNestNestingRunTest, EveryItemOfAFileIsAPart)
 TEST_F(ZORNestNestingRunTest, PartsThatFitNoSheetTakeNoPlaceOfOthers)
 {
     const Response* const response =
-        Nest(MakeJob({MakeSquare("large", 10, 30000)}, {MakeSheets("r", 1, Roll)}));
+        Nest(MakeJob({MakeSquare("large", 10, 30000)}, {MakeSheets("r", 1, kRoll)}));
     EXPECT_EQ(QStringList({"not placed: 30000 of part 'large': larger than every sheet"}),
               response->GetRemarks());
 
     const Response* const after =
-        Nest(MakeJob({MakeSquare("large", 10, 5000), MakeSquare("b", 0.5, 3)}, {MakeSheets("r", 1, Roll)}));
+        Nest(MakeJob({MakeSquare("large", 10, 5000), MakeSquare("b", 0.5, 3)}, {MakeSheets("r", 1, kRoll)}));
     EXPECT_EQ(QStringList({"not placed: 5000 of part 'large': larger than every sheet"}),
               after->GetRemarks());
     EXPECT_EQ(QStringList({"b", "b", "b"}), GetNames(after))

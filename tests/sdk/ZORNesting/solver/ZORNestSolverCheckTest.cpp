@@ -7,7 +7,7 @@ using namespace SolverShapes;
 
 namespace {
 
-constexpr double Slip = 1e-5; // clearly more than the tolerance
+constexpr double kSlip = 1e-5; // clearly more than the tolerance
 
 /// Two squares, a triangle and a frame with a square in it, everything touching, on a sheet with a defect.
 struct Tight
@@ -46,7 +46,7 @@ TEST(ZORNestSolverCheckTest, EverySlipOfAPartIsFound)
     for (const auto& [placement, direction] : slips) {
         Tight tight;
         tight.GetPlacement(placement).pose.position =
-            tight.GetPlacement(placement).pose.position + direction * Slip;
+            tight.GetPlacement(placement).pose.position + direction * kSlip;
         EXPECT_GE(tight.CountFaults(), 1U) << placement << " by " << direction.x << ", " << direction.y;
         tight = Tight();
         tight.GetPlacement(placement).pose.position =
@@ -101,7 +101,7 @@ TEST(ZORNestSolverCheckTest, MissingAndSurplusPartsAndSheetsAreFound)
 
 TEST(ZORNestSolverCheckTest, TrimsFrameAndSeparationsAreMeasured)
 {
-    for (const double slip : {0.0, Slip}) {
+    for (const double slip : {0.0, kSlip}) {
         Job job;
         job.items = {MakeItem(Rectangle(10, 10), 2)};
         job.kinds = {Sheet(31, 16)};
@@ -132,7 +132,7 @@ TEST(ZORNestSolverCheckTest, TrimsFrameAndSeparationsAreMeasured)
 TEST(ZORNestSolverCheckTest, ASheetIsAsLongAsItsKind)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    for (const double length : {0.0, 40 + Slip, 1e108, infinity, std::numeric_limits<double>::quiet_NaN()}) {
+    for (const double length : {0.0, 40 + kSlip, 1e108, infinity, std::numeric_limits<double>::quiet_NaN()}) {
         Tight tight;
         tight.solution.sheets[0].usedLength = length;
         EXPECT_EQ(tight.CountFaults(), 1U) << length;
@@ -156,7 +156,7 @@ TEST(ZORNestSolverCheckTest, TheOutlineOfAHideIsKept)
     solution.sheets[0].usedLength = 30;
     solution.sheets[0].placements = {At(0, {5, 5})};
     EXPECT_TRUE(FindFaults(job, solution).empty());
-    solution.sheets[0].placements = {At(0, {5 + Slip, 5 + Slip})};
+    solution.sheets[0].placements = {At(0, {5 + kSlip, 5 + kSlip})};
     EXPECT_FALSE(FindFaults(job, solution).empty());
 }
 
@@ -172,7 +172,7 @@ TEST(ZORNestSolverCheckTest, NumbersThatCannotBeUsedCountAsZero)
         tight.job.items[0].allowedAngles = {odd == -3 ? 0 : odd};
         EXPECT_EQ(tight.CountFaults(), 0U) << odd;
         for (Placement& placement : tight.solution.sheets[0].placements)
-            placement.pose.position.x -= Slip;
+            placement.pose.position.x -= kSlip;
         EXPECT_EQ(tight.CountFaults(), 1U) << odd << ": the frame leaves the sheet";
         EXPECT_EQ(FindFaultsOfUsable(MakeUsable(tight.job), tight.solution),
                   FindFaults(tight.job, tight.solution));

@@ -6,8 +6,8 @@ using namespace SolverShapes;
 
 namespace {
 
-constexpr MoveEffort OnlyMatching{0, 0, 300, 0, 3};
-const Ring Triangle{{0, 0}, {30, 0}, {0, 20}};
+constexpr MoveEffort kOnlyMatching{0, 0, 300, 0, 3};
+const Ring kTriangle{{0, 0}, {30, 0}, {0, 20}};
 
 std::shared_ptr<const Problem> MakeProblem(const std::vector<Item>& items, const Box& window)
 {
@@ -32,7 +32,7 @@ Stand MatchSecond(Layout& layout)
     EXPECT_GT(layout.GetTotalLoss(), 0);
     Random random(3);
     Mover mover(layout, random);
-    const Stand found = mover.FindBetter(1, OnlyMatching);
+    const Stand found = mover.FindBetter(1, kOnlyMatching);
     layout.Place(1, found);
     return found;
 }
@@ -67,9 +67,9 @@ bool LieAlongEachOther(const Layout& layout)
 
 TEST(ZORNestSolverMoverTest, ATurnedTriangleIsLaidAlongItsCopy)
 {
-    Item turned = MakeItem(Triangle);
+    Item turned = MakeItem(kTriangle);
     turned.grain180 = true;
-    Layout layout(MakeProblem({MakeItem(Triangle), turned}, {{0, 0}, {30.03, 20.02}}));
+    Layout layout(MakeProblem({MakeItem(kTriangle), turned}, {{0, 0}, {30.03, 20.02}}));
     const Stand found = MatchSecond(layout);
     EXPECT_EQ(layout.GetTotalLoss(), 0);
     EXPECT_NEAR(std::abs(found.angle), std::numbers::pi, 1e-12);
@@ -77,7 +77,7 @@ TEST(ZORNestSolverMoverTest, ATurnedTriangleIsLaidAlongItsCopy)
 
 TEST(ZORNestSolverMoverTest, FreeAnglesAreTurnedToTheNeighboursEdge)
 {
-    Item slanted = MakeItem(Triangle);
+    Item slanted = MakeItem(kTriangle);
     slanted.orientation = 0.3;
     Item free = MakeItem({{0, 0}, {17, 4}, {3, 9}});
     free.maxDeviation = std::numbers::pi;
