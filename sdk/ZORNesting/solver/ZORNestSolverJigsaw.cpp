@@ -7,7 +7,7 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kFinestGrid = 1e-6;       // coarser by powers of ten for large boxes
+constexpr double kFinestGrid = 1e-6;   // coarser by powers of ten for large boxes
 constexpr double kMostGridSteps = 1e9; // in steps of the grid, for the clipping library's fast path
 constexpr double kSameAngle = 1e-5;
 constexpr double kSameDistance = 1e-5; // areas are equal when they differ by this times a perimeter
