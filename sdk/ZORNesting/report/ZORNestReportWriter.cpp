@@ -13,18 +13,18 @@
 namespace {
 
 using ZORNestHtml::Area;
-using ZORNestHtml::kBadColor;
 using ZORNestHtml::Bar;
 using ZORNestHtml::Facts;
-using ZORNestHtml::kGoodColor;
 using ZORNestHtml::Heading;
+using ZORNestHtml::kBadColor;
+using ZORNestHtml::kGoodColor;
+using ZORNestHtml::kPageWidth;
+using ZORNestHtml::kQuietColor;
 using ZORNestHtml::Length;
 using ZORNestHtml::LongLength;
-using ZORNestHtml::kPageWidth;
 using ZORNestHtml::Paragraph;
 using ZORNestHtml::Percent;
 using ZORNestHtml::Plain;
-using ZORNestHtml::kQuietColor;
 using ZORNestHtml::Table;
 using ZORNestHtml::Time;
 using ZORNestSolver::Box;
