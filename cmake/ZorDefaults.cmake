@@ -9,7 +9,6 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_AUTOMOC ON)
-set(CMAKE_AUTOUIC ON)
 set(CMAKE_AUTORCC ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
@@ -59,7 +58,7 @@ function(zor_precompile_headers target)
     set(source ${CMAKE_BINARY_DIR}/ZorPrecompiled.cpp)
     file(CONFIGURE OUTPUT ${source} CONTENT "")
     add_library(ZorPrecompiled OBJECT ${source})
-    set_target_properties(ZorPrecompiled PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+    set_target_properties(ZorPrecompiled PROPERTIES AUTOMOC OFF AUTORCC OFF)
     zor_set_target_defaults(ZorPrecompiled)
     # The folders alone: definitions that a user of the headers does not have would forbid him to use them.
     target_include_directories(ZorPrecompiled SYSTEM PRIVATE
