@@ -10,11 +10,13 @@ SDK      A module may include its own headers and those of the modules in the DE
          The folders of a module are the rooms of its private code, in the order of the ROOMS list: a room uses
          the public headers of the module and the rooms before it, the sources at the root use every room, and
          public headers show none. Public headers are included with the module in angle brackets; quotes name
-         a file of the same folder, or one of another room as "room/File_p.h". Rooms in the QT_FREE list are plain
-         C++: they see neither Qt nor the modules.
+         a file of the same folder, or one of another room as "room/File_p.h". A folder with more than 25 files has
+         rooms itself, "folder/room". Rooms in the QT_FREE list, and those in folders of that list, are plain C++: they
+         see neither Qt nor the modules.
 Proof    The solver of the nesting module proves its layouts by geometry of its own, the files *Exact*, so that no
          fault of the search hides from it: they share only points, arcs, the job and the order in space with the
-         search. *Check runs the proof, and *Apart measures polygons of the search as it does.
+         search. *Check runs the proof, and *Apart measures polygons of the search as it does; the room of these
+         files is below those of the search.
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
@@ -55,7 +57,11 @@ class Module(NamedTuple):
     depends: set[str]  # names of folders
     headers: set[str]  # the public ones
     rooms: list[str]  # lowest first
-    qt_free: set[str]  # rooms
+    qt_free: set[str]  # rooms, or folders of rooms
+
+    def is_plain(self, room):
+        """Checks whether the files of a room see neither Qt nor the modules."""
+        return any(room == name or room.startswith(name + "/") for name in self.qt_free)
 
 
 def module_table(root):
@@ -94,7 +100,8 @@ def check_module(root, table, name):
     inner = {path.relative_to(folder).parent.as_posix() for path in sources(folder)} - {"."}
     for room in sorted(inner - set(module.rooms)):
         yield f"sdk/{name}/CMakeLists.txt: {room}/ is not among its ROOMS"
-    for room in sorted((set(module.rooms) - inner) | (module.qt_free - set(module.rooms))):
+    unknown = {name for name in module.qt_free if not any(f"{room}/".startswith(f"{name}/") for room in module.rooms)}
+    for room in sorted((set(module.rooms) - inner) | unknown):
         yield f"sdk/{name}/CMakeLists.txt: the room {room}/ does not exist"
     if module.rooms:
         for path in sorted(folder.glob("*_p.h")):
@@ -159,8 +166,8 @@ def check_sdk(root, table):
             room = path.parent.relative_to(folder).as_posix()
             for number, quoted, target in includes(path):
                 where = f"{path.relative_to(root)}:{number}"
-                shows_room = path.name in module.headers and target.split("/")[0] in module.rooms
-                if room in module.qt_free and re.match(r"Q[A-Z]|Qt|ZOR\w+/", target):
+                shows_room = path.name in module.headers and target.rpartition("/")[0] in module.rooms
+                if module.is_plain(room) and re.match(r"Q[A-Z]|Qt|ZOR\w+/", target):
                     yield f"{where}: {room}/ is plain C++ and must not use {target}"
                 elif shows_room or (
                     path.name in module.headers and (IMPLEMENTATION_ONLY.match(target) or target.endswith("_p.h"))

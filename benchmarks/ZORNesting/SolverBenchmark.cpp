@@ -1,8 +1,8 @@
 // How fast the nesting solver prepares items, finds a first layout and judges places.
 
-#include "ZORNestSolverPlan.h"
-#include "ZORNestSolverRandom.h"
-#include "ZORNestSolverStrip.h"
+#include "solver/base/ZORNestSolverRandom.h"
+#include "solver/run/ZORNestSolverPlan.h"
+#include "solver/search/ZORNestSolverStrip.h"
 
 #include <array>
 #include <benchmark/benchmark.h>

@@ -2,7 +2,7 @@
 
 #include "job/ZORNestLayout_p.h"
 #include "job/ZORNestNestingJob_p.h"
-#include "solver/ZORNestSolverRun.h"
+#include "solver/run/ZORNestSolverRun.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

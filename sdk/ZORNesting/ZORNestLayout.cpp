@@ -1,8 +1,8 @@
 #include "ZORNestLayout.h"
 
 #include "job/ZORNestLayout_p.h"
-#include "solver/ZORNestSolverBudget.h"
-#include "solver/ZORNestSolverCheck.h"
+#include "solver/base/ZORNestSolverBudget.h"
+#include "solver/proof/ZORNestSolverCheck.h"
 
 #include <ZORSystem/ZORSysTraceArguments.h>
 

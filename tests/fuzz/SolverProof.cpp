@@ -1,8 +1,9 @@
 #include "SolverProof.h"
 
 #include "FuzzTarget.h"
-#include "ZORNestSolverCheck.h"
-#include "ZORNestSolverRun.h"
+
+#include <ZORNesting/solver/proof/ZORNestSolverCheck.h>
+#include <ZORNesting/solver/run/ZORNestSolverRun.h>
 
 #include <cstdio>
 

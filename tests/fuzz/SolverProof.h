@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestSolverModel.h"
+#include <ZORNesting/solver/model/ZORNestSolverModel.h>
 
 namespace FuzzSolver {
 

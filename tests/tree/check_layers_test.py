@@ -135,6 +135,25 @@ class CheckLayersTest(unittest.TestCase):
             self.assert_found_in_room("plain/Run.cpp", text, "plain/ is plain C++ and must not use")
         self.assert_found_in_room("plain/Run.cpp", '#include "mesh/ZORGeoMesh_p.h"\n', "plain/ must not see mesh/")
 
+    def test_rooms_in_a_folder(self):
+        tree = {
+            "sdk/ZORGeometry/CMakeLists.txt": "zor_add_module(Geometry LAYER 3 DEPENDS System\n"
+            " ROOMS plain/base plain/search # above base\n mesh QT_FREE plain HEADERS ZORGeoA.h SOURCES b.cpp)",
+            "sdk/ZORGeometry/plain/base/Budget.h": "#include <vector>\n",
+            "sdk/ZORGeometry/plain/search/Run.h": '#include "plain/base/Budget.h"\n',
+            "sdk/ZORGeometry/mesh/ZORGeoMesh.cpp": '#include "plain/search/Run.h"\n#include <QString>\n',
+        }
+        code, output = run(tree)
+        self.assertEqual(0, code, output)
+        for name, include, message in (
+            ("plain/base/a.cpp", '"plain/search/Run.h"', "plain/base/ must not see plain/search/, which is above it"),
+            ("plain/search/a.cpp", "<QString>", "plain/search/ is plain C++ and must not use QString"),
+            ("plain/search/a.cpp", '"base/Budget.h"', "a quoted include names a file of the same folder or of a room"),
+            ("plain/a.cpp", '"plain/base/Budget.h"', "plain/ is not among its ROOMS"),
+            ("ZORGeoA.h", '"plain/base/Budget.h"', "a public header must not show plain/base/Budget.h"),
+        ):
+            self.assert_found(f"sdk/ZORGeometry/{name}", f"#include {include}\n", message, tree)
+
     def test_undeclared_module(self):
         self.assert_found("sdk/ZORSystem/a.cpp", "#include <ZORGeometry/ZORGeoA.h>\n", "ZORSystem does not depend on ZORGeometry")
 

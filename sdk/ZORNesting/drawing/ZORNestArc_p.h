@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "solver/ZORNestSolverArc.h"
+#include "solver/model/ZORNestSolverArc.h"
 
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORNesting/ZORNestResultSegment.h>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "solver/ZORNestSolverGeometry.h"
+#include "solver/geometry/ZORNestSolverGeometry.h"
 
 /// A point or vector of the plane, millimeters.
 using ZORNestPlanePoint = ZORNestSolver::Point;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ZORNestJsonNode_p.h"
-#include "solver/ZORNestSolverOutline.h"
+#include "solver/model/ZORNestSolverOutline.h"
 
 /// Reads the shapes of items and sheets; faults are thrown as ZORNestJsonFault.
 class ZORNestShapeReader

@@ -1,7 +1,7 @@
 #include "ZORNestNestingJob_p.h"
 #include "ZORNestPlacedItem_p.h"
 #include "formats/ZORNestResultDocument_p.h"
-#include "solver/ZORNestSolverBudget.h"
+#include "solver/base/ZORNestSolverBudget.h"
 
 #include <ZORNesting/ZORNestNestingInput.h>
 #include <ZORNesting/ZORNestResult.h>

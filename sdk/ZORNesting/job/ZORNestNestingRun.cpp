@@ -2,8 +2,8 @@
 #include "ZORNestNestingJob_p.h"
 #include "ZORNestNestingRun_p.h"
 #include "report/ZORNestReportWriter_p.h"
-#include "solver/ZORNestSolverCheck.h"
-#include "solver/ZORNestSolverRun.h"
+#include "solver/proof/ZORNestSolverCheck.h"
+#include "solver/run/ZORNestSolverRun.h"
 
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysFileException.h>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "solver/ZORNestSolverModel.h"
+#include "solver/model/ZORNestSolverModel.h"
 
 #include <vector>
 

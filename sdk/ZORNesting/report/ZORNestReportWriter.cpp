@@ -1,7 +1,7 @@
 #include "ZORNestHtml_p.h"
 #include "ZORNestReportWriter_p.h"
 #include "ZORNestSheetPicture_p.h"
-#include "solver/ZORNestSolverBudget.h"
+#include "solver/base/ZORNestSolverBudget.h"
 
 #include <QBuffer>
 

@@ -1,6 +1,6 @@
 #include "ZORNestSheetPicture_p.h"
-#include "solver/ZORNestSolverArc.h"
-#include "solver/ZORNestSolverPoles.h"
+#include "solver/geometry/ZORNestSolverPoles.h"
+#include "solver/model/ZORNestSolverArc.h"
 
 #include <QGuiApplication>
 #include <QPainter>

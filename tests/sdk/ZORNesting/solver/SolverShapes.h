@@ -2,10 +2,10 @@
 
 #pragma once
 
-#include "ZORNestSolverApart.h"
-#include "ZORNestSolverCheck.h"
-#include "ZORNestSolverRandom.h"
-#include "ZORNestSolverRun.h"
+#include <ZORNesting/solver/base/ZORNestSolverRandom.h>
+#include <ZORNesting/solver/proof/ZORNestSolverApart.h>
+#include <ZORNesting/solver/proof/ZORNestSolverCheck.h>
+#include <ZORNesting/solver/run/ZORNestSolverRun.h>
 
 #include <gtest/gtest.h>
 
