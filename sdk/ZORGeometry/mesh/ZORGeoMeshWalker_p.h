@@ -40,7 +40,7 @@ public:
     }
 
     /// Places nearer to a corner than this part of the side are the corner.
-    static constexpr double Snap = 1e-12;
+    static constexpr double kSnap = 1e-12;
 
     void Enter(const ZORGeoMeshEntry& entry);
     void SetHeading(const ZORGeoMeshHeading& heading) { m_heading = heading; }
@@ -66,7 +66,7 @@ public:
         bool isFinite = true;      // false where sizes differ too much for computation
     };
     Exit FindExit() const;
-    static bool IsCorner(const Exit& exit) { return !(exit.s > Snap && exit.s < 1 - Snap); }
+    static bool IsCorner(const Exit& exit) { return !(exit.s > kSnap && exit.s < 1 - kSnap); }
     /// The corner, 0 ... 2, of an exit that IsCorner().
     int GetCorner(const Exit& exit) const
     {

@@ -1,11 +1,13 @@
+#include "ZORGeoPlaneVector_p.h"
 #include "ZORGeoVertexFan_p.h"
+
+#include <ZORMathematics/ZORMathFunctions.h>
 
 #include <algorithm>
 #include <numbers>
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
 constexpr double kAngleSnap = 1e-12;
 
 } // namespace
@@ -39,7 +41,7 @@ ZORGeoVertexFan::ZORGeoVertexFan(const ZORGeoMesh& mesh, const ZORGeoMeshEntry& 
     double angle = 0;
     for (Sector& sector : m_sectors) {
         sector.begin = angle;
-        angle += std::atan2(Cross(sector.right, sector.left).GetLength(), Dot(sector.right, sector.left));
+        angle += AngleBetween(sector.right, sector.left);
         sector.end = angle;
     }
 }
@@ -134,8 +136,8 @@ std::optional<ZORGeoVertexFan::Departure> ZORGeoVertexFan::GoStraight(double ang
 {
     if (m_isClosed)
         return Leave(angle + GetTotalAngle() / 2);
-    auto left = Leave(angle - kPi);
-    auto right = Leave(angle + kPi);
+    auto left = Leave(angle - std::numbers::pi);
+    auto right = Leave(angle + std::numbers::pi);
     if (left && right)
         return std::nullopt;
     return left ? left : right;
@@ -143,11 +145,7 @@ std::optional<ZORGeoVertexFan::Departure> ZORGeoVertexFan::GoStraight(double ang
 
 ZORGeoVertexArrival ZorGeoArriveAtCorner(const ZORGeoMeshWalker& walker, int corner)
 {
-    struct Vector
-    {
-        double x;
-        double y;
-    };
+    using Vector = ZORGeoPlaneVector;
     const ZORGeoMeshEntry& from = walker.GetEntry();
     const double x = walker.GetApexAlong();
     const double y = walker.GetApexAcross();
@@ -164,9 +162,7 @@ ZORGeoVertexArrival ZorGeoArriveAtCorner(const ZORGeoMeshWalker& walker, int cor
         right = {-x, -y};
         left = {1 - x, -y};
     }
-    const auto angle = [&right](const Vector& v) {
-        return std::atan2(right.x * v.y - right.y * v.x, right.x * v.x + right.y * v.y);
-    };
+    const auto angle = [&right](const Vector& v) { return std::atan2(Cross(right, v), Dot(right, v)); };
     const Vector back = {-walker.GetHeading().along, -walker.GetHeading().across};
     return {entry, std::clamp(angle(back), 0.0, std::max(0.0, angle(left)))};
 }

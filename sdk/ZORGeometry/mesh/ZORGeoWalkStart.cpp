@@ -6,15 +6,13 @@
 
 namespace {
 
-constexpr double kSnap = ZORGeoMeshWalker::Snap;
-
 ZORGeoWalkPlace Classify(int triangle, const double (&weights)[3])
 {
     ZORGeoWalkPlace place;
     place.triangle = triangle;
     double sum = 0;
     for (int i = 0; i < 3; ++i) {
-        place.weights[i] = weights[i] > kSnap ? weights[i] : 0;
+        place.weights[i] = weights[i] > ZORGeoMeshWalker::kSnap ? weights[i] : 0;
         sum += place.weights[i];
     }
     for (double& weight : place.weights)
@@ -59,7 +57,7 @@ ZORMathVector ZorGeoTwiceAreaNormal(const ZORGeoMesh& mesh, int triangle)
 std::optional<ZORGeoWalkPlace> ZorGeoFindWalkPlace(const ZORGeoMesh& mesh, int triangle,
                                                    const double (&weights)[3])
 {
-    if (zor::geo::HasArea(mesh, triangle, kSnap))
+    if (zor::geo::HasArea(mesh, triangle, ZORGeoMeshWalker::kSnap))
         return Classify(triangle, weights);
     const ZORMathPoint& a = mesh.GetCorner(triangle, 0);
     const ZORMathPoint point =
@@ -80,7 +78,7 @@ std::optional<ZORGeoWalkPlace> ZorGeoFindWalkPlace(const ZORGeoMesh& mesh, int t
             const double size = std::max(bc.GetLength(), bd.GetLength());
             if (nearest.squaredDistance > 1e-22 * size * size)
                 continue;
-            if (zor::geo::HasArea(mesh, next, kSnap)) {
+            if (zor::geo::HasArea(mesh, next, ZORGeoMeshWalker::kSnap)) {
                 const double weight[3] = {1 - nearest.weightB - nearest.weightC, nearest.weightB,
                                           nearest.weightC};
                 return Classify(next, weight);
@@ -161,7 +159,7 @@ std::optional<ZORGeoWalkStart> ZorGeoStartOnSide(const ZORGeoMesh& mesh, const Z
     double along = std::cos(angle);
     double across = std::sin(angle);
     bool isBeyond = across < 0;
-    if (std::abs(across) <= kSnap) {
+    if (std::abs(across) <= ZORGeoMeshWalker::kSnap) {
         along = along > 0 ? 1 : -1;
         across = 0;
         isBeyond = beyond && beyond->triangle < entry.triangle;

@@ -3,6 +3,8 @@
 #include "mesh/ZORGeoVertexFan_p.h"
 #include "trace/ZORGeoWalk_p.h"
 
+#include <ZORMathematics/ZORMathFunctions.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -151,9 +153,9 @@ ZORGeoArcWalk::Step ZORGeoArcWalk::FindStep(const State& state) const
     const ZORMathVector along = corners.GetSide(step.side);
     const ZORMathPoint from = corners.points[step.side];
     step.t = std::clamp(Dot(PointAt(state, step.w) - from, along) / Dot(along, along), 0.0, 1.0);
-    if (step.t <= ZORGeoMeshWalker::Snap)
+    if (step.t <= ZORGeoMeshWalker::kSnap)
         step.corner = step.side;
-    else if (step.t >= 1 - ZORGeoMeshWalker::Snap)
+    else if (step.t >= 1 - ZORGeoMeshWalker::kSnap)
         step.corner = (step.side + 1) % 3;
     // An arc that leaves a corner along a side and turns over it has not come to the corner.
     if (step.corner >= 0 && step.corner == ZorGeoCornerOfPlace(state.place)) {
@@ -280,7 +282,7 @@ bool ZORGeoArcWalk::PassCorner(State& state, int corner) const
     const ZORGeoVertexFan fan(m_mesh, entry);
     const ZORMathVector right =
         m_mesh.GetCorner(entry.triangle, entry.q) - m_mesh.GetCorner(entry.triangle, corner);
-    const double back = std::atan2(Cross(right, state.direction).GetLength(), -Dot(right, state.direction));
+    const double back = AngleBetween(-right, state.direction);
     const auto departure = fan.GoStraight(fan.GetFirstAngle() + back);
     if (!departure)
         return false;

@@ -1,5 +1,7 @@
 #include "ZORGeoTriangleStrip_p.h"
 
+#include <ZORMathematics/ZORMathFunctions.h>
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -12,9 +14,7 @@ constexpr double kStraightAngle = std::numbers::pi - 1e-9;
 
 double AngleAt(const ZORMathPoint& vertex, const ZORMathPoint& a, const ZORMathPoint& b)
 {
-    const ZORMathVector toA = a - vertex;
-    const ZORMathVector toB = b - vertex;
-    return std::atan2(Cross(toA, toB).GetLength(), Dot(toA, toB));
+    return AngleBetween(a - vertex, b - vertex);
 }
 
 // The side of a triangle at a corner that is not the given one.
@@ -29,14 +29,13 @@ int OtherEnd(int side, int corner)
     return side == corner ? (side + 1) % 3 : side;
 }
 
-} // namespace
-
 // Above 0 when c lies left of the line from a to b.
-double Turning(const ZORGeoTriangleStrip::Point& a, const ZORGeoTriangleStrip::Point& b,
-               const ZORGeoTriangleStrip::Point& c)
+double Turning(const ZORGeoPlaneVector& a, const ZORGeoPlaneVector& b, const ZORGeoPlaneVector& c)
 {
-    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+    return Cross(b - a, c - a);
 }
+
+} // namespace
 
 ZORGeoTriangleStrip::ZORGeoTriangleStrip(const ZORGeoMesh& mesh, const ZORGeoMeshPlace& start,
                                          const ZORGeoMeshPlace& end, const std::vector<quint32>& sides)

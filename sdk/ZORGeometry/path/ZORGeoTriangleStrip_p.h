@@ -3,6 +3,7 @@
 #pragma once
 
 #include "mesh/ZORGeoMeshJoin_p.h"
+#include "mesh/ZORGeoPlaneVector_p.h"
 
 #include <vector>
 
@@ -41,11 +42,7 @@ public:
     ZORGeoMeshPath GetPath(bool isReversed) const;
 
 private:
-    struct Point
-    {
-        double x = 0;
-        double y = 0;
-    };
+    using Point = ZORGeoPlaneVector;
     struct Gate
     {
         int leftVertex;
@@ -54,7 +51,6 @@ private:
         Point right;
         double u = 0; // where the way passes, from right to left
     };
-    friend double Turning(const Point& a, const Point& b, const Point& c);
 
     void Shrink();
     void RemoveLoops();

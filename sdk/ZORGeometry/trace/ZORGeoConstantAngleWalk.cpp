@@ -7,12 +7,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 using Result = ZORGeoCurveOnSurfaceResult;
 
 namespace {
-
-constexpr double kSnap = ZORGeoMeshWalker::Snap;
 
 // A field vector in a triangle as a heading of unit length times the side PQ: both parts are 1 at most.
 struct Push
@@ -40,7 +39,7 @@ LeaveAlongField(const ZORGeoVertexFan& fan, const ZORGeoAngleField& field, const
     std::optional<double> angle;
     const auto offer = [&](const ZORMathVector& vector, double value) {
         const double cosine = Dot(vector, before);
-        if (cosine > best + kSnap) {
+        if (cosine > best + ZORGeoMeshWalker::kSnap) {
             best = cosine;
             angle = value;
         }
@@ -52,7 +51,7 @@ LeaveAlongField(const ZORGeoVertexFan& fan, const ZORGeoAngleField& field, const
             continue;
         const double width = sector.end - sector.begin;
         const double turn = std::atan2(push.across, push.along);
-        if (turn >= -kSnap && turn <= width + kSnap)
+        if (turn >= -ZORGeoMeshWalker::kSnap && turn <= width + ZORGeoMeshWalker::kSnap)
             offer(push.vector, sector.begin + std::clamp(turn, 0.0, width));
         // The edge to the left, when both of its triangles push into it and, together, away from the vertex.
         if (i + 1 == sectors.size() && !fan.IsClosed())
@@ -77,19 +76,16 @@ public:
     {
     }
 
-    std::optional<Result::StopReason> Advance(ZORGeoMeshWalker& walker,
-                                              const ZORGeoMeshWalker::Exit& exit) const
+    std::optional<Result::StopReason> Steer(ZORGeoMeshWalker& walker,
+                                            const ZORGeoMeshWalker::Exit& exit) const
     {
-        if (ZORGeoMeshWalker::IsCorner(exit)) [[unlikely]]
-            return PassVertex(walker, walker.GetCorner(exit));
-        if (!walker.Continue(exit))
-            return Result::Border;
         const ZORMathVector side = walker.GetQ() - walker.GetP();
         const ZORMathVector toThird = walker.GetR() - walker.GetP();
         const double squared = walker.GetSquaredLength();
         const ZORMathVector normal = Cross(side, toThird);
         // What has no area is passed straight on.
-        if (!(walker.GetApexAcross() > kSnap * std::max(1.0, std::abs(walker.GetApexAlong()))))
+        if (!(walker.GetApexAcross()
+              > ZORGeoMeshWalker::kSnap * std::max(1.0, std::abs(walker.GetApexAlong()))))
             return std::nullopt;
         const ZORMathVector vector = m_field.Get(normal);
         if (IsZero(vector))
@@ -97,7 +93,7 @@ public:
         const double across = Dot(vector, Cross(normal, side)) / (squared * squared * walker.GetApexAcross());
         const double along = Dot(vector, side) / squared;
         const double length = std::sqrt(squared);
-        if (across * length > kSnap) {
+        if (across * length > ZORGeoMeshWalker::kSnap) {
             walker.SetHeading({along, across});
             return std::nullopt;
         }
@@ -109,7 +105,6 @@ public:
         return std::nullopt;
     }
 
-private:
     std::optional<Result::StopReason> PassVertex(ZORGeoMeshWalker& walker, int corner) const
     {
         const ZORMathVector side = walker.GetQ() - walker.GetP();
@@ -120,6 +115,7 @@ private:
         return ZorGeoDepart(walker, fan, LeaveAlongField(fan, m_field, before));
     }
 
+private:
     const ZORGeoMesh& m_mesh;
     const ZORGeoAngleField& m_field;
 };
@@ -138,16 +134,16 @@ std::optional<ZORGeoWalkStart> StartOnSide(const ZORGeoMesh& mesh, const ZORGeoA
     const Push here = measure(entry);
     const Push there = beyond ? measure(*beyond) : Push();
     isBorder = !beyond && !here.isZero;
-    if (!here.isZero && here.across >= -kSnap)
+    if (!here.isZero && here.across >= -ZORGeoMeshWalker::kSnap)
         return ZorGeoStartOnSide(mesh, place, std::atan2(here.across, here.along));
     if (!beyond || there.isZero)
         return std::nullopt;
-    if (there.across >= -kSnap)
+    if (there.across >= -ZORGeoMeshWalker::kSnap)
         return ZorGeoStartOnSide(mesh, place, std::atan2(-there.across, -there.along));
     const double slide = here.along - there.along;
     if (here.isZero || slide == 0)
         return std::nullopt;
-    return ZorGeoStartOnSide(mesh, place, slide > 0 ? 0 : std::acos(-1.0));
+    return ZorGeoStartOnSide(mesh, place, slide > 0 ? 0 : std::numbers::pi);
 }
 
 } // namespace

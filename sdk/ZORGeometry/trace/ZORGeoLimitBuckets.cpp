@@ -1,4 +1,5 @@
 #include "ZORGeoLimitBuckets_p.h"
+#include "mesh/ZORGeoPlaneVector_p.h"
 #include "mesh/ZORGeoSurface_p.h"
 #include "mesh/ZORGeoTriangle_p.h"
 #include "mesh/ZORGeoVertexFan_p.h"
@@ -14,26 +15,7 @@ namespace {
 
 constexpr double kTolerance = 1e-10; // of weights
 
-struct Vector
-{
-    double x;
-    double y;
-};
-
-Vector operator-(const Vector& a, const Vector& b)
-{
-    return {a.x - b.x, a.y - b.y};
-}
-
-double Dot(const Vector& a, const Vector& b)
-{
-    return a.x * b.x + a.y * b.y;
-}
-
-double Cross(const Vector& a, const Vector& b)
-{
-    return a.x * b.y - a.y * b.x;
-}
+using Vector = ZORGeoPlaneVector;
 
 // Where the segment from `from` by `way` meets the one from `limit` by `side`, as parts of `way`.
 bool FindHit(const Vector& from, const Vector& way, const Vector& limit, const Vector& side, double& begin,

@@ -9,12 +9,12 @@
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
+using std::numbers::pi;
 
 // The same angle in -pi ... pi.
 double Wrap(double angle)
 {
-    return std::remainder(angle, 2 * kPi);
+    return std::remainder(angle, 2 * pi);
 }
 
 // The reference direction in the plane perpendicular to `normal`.
@@ -45,7 +45,7 @@ double FindFanAngle(const ZORGeoVertexFan& fan, const ZORMathVector& normal, con
         const ZORMathVector inPlane = edge - Dot(edge, normal) * normal;
         return AngleAbout(normal, projected, inPlane);
     };
-    double nearest = 2 * kPi;
+    double nearest = 2 * pi;
     double angle = 0;
     const auto offer = [&](double distance, double value) {
         if (distance < nearest) {
@@ -58,8 +58,8 @@ double FindFanAngle(const ZORGeoVertexFan& fan, const ZORMathVector& normal, con
         const double width = Wrap(planeAngle(sector.left) - right);
         if (right <= 0 && width > 0 && right + width >= 0)
             return sector.begin + (sector.end - sector.begin) * (-right / width);
-        if (right > 0 && width > 0 && right + width >= 2 * kPi)
-            return sector.begin + (sector.end - sector.begin) * ((2 * kPi - right) / width);
+        if (right > 0 && width > 0 && right + width >= 2 * pi)
+            return sector.begin + (sector.end - sector.begin) * ((2 * pi - right) / width);
         if (fan.IsClosed()) {
             offer(std::abs(right), sector.begin);
             offer(std::abs(Wrap(right + width)), sector.end);
@@ -67,7 +67,7 @@ double FindFanAngle(const ZORGeoVertexFan& fan, const ZORMathVector& normal, con
     }
     if (!fan.IsClosed()) {
         // Outside of the surface: as far beyond its border as the projection says.
-        const auto positive = [](double value) { return value < 0 ? value + 2 * kPi : value; };
+        const auto positive = [](double value) { return value < 0 ? value + 2 * pi : value; };
         const double before = positive(planeAngle(sectors.front().right));
         const double behind = positive(-planeAngle(sectors.back().left));
         offer(before, -before);
@@ -82,7 +82,7 @@ std::optional<ZORGeoWalkStart> LeaveVertex(const ZORGeoVertexFan& fan, double an
     // Angles beyond the border are known but for full turns.
     for (const int turns : {-1, 1, -2, 2}) {
         if (!departure)
-            departure = fan.Leave(angle + 2 * kPi * turns);
+            departure = fan.Leave(angle + 2 * pi * turns);
     }
     if (!departure)
         return std::nullopt;
@@ -102,11 +102,11 @@ ZORGeoStraightStarts StartAtVertex(const ZORGeoMesh& mesh, const ZORGeoWalkPlace
     const double reference = FindFanAngle(fan, normal, ProjectDirection(direction, zero, normal));
     if (fan.IsClosed()) {
         const double total = fan.GetTotalAngle();
-        const double ahead = reference + Wrap(angle) * total / (2 * kPi);
+        const double ahead = reference + Wrap(angle) * total / (2 * pi);
         return {LeaveVertex(fan, ahead), LeaveVertex(fan, ahead + total / 2)};
     }
     const double ahead = reference + Wrap(angle);
-    return {LeaveVertex(fan, ahead), LeaveVertex(fan, ahead + kPi)};
+    return {LeaveVertex(fan, ahead), LeaveVertex(fan, ahead + pi)};
 }
 
 ZORGeoStraightStarts StartOnSide(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& place,
@@ -126,7 +126,7 @@ ZORGeoStraightStarts StartOnSide(const ZORGeoMesh& mesh, const ZORGeoWalkPlace& 
         normal = ZorGeoTwiceAreaNormal(mesh, place.triangle).GetNormalized();
     const ZORMathVector projected = ProjectDirection(direction, zero, normal);
     const double ahead = AngleAbout(normal, side.GetNormalized(), projected) + Wrap(angle);
-    return {ZorGeoStartOnSide(mesh, place, ahead), ZorGeoStartOnSide(mesh, place, ahead + kPi)};
+    return {ZorGeoStartOnSide(mesh, place, ahead), ZorGeoStartOnSide(mesh, place, ahead + pi)};
 }
 
 } // namespace
@@ -162,17 +162,12 @@ public:
     {
     }
 
-    std::optional<Result::StopReason> Advance(ZORGeoMeshWalker& walker,
-                                              const ZORGeoMeshWalker::Exit& exit) const
+    // The heading that the walker keeps behind an edge is straight.
+    static std::optional<Result::StopReason> Steer(ZORGeoMeshWalker&, const ZORGeoMeshWalker::Exit&)
     {
-        if (ZORGeoMeshWalker::IsCorner(exit)) [[unlikely]]
-            return PassVertex(walker, walker.GetCorner(exit));
-        if (!walker.Continue(exit))
-            return Result::Border;
         return std::nullopt;
     }
 
-private:
     std::optional<Result::StopReason> PassVertex(ZORGeoMeshWalker& walker, int corner) const
     {
         const ZORGeoVertexArrival arrival = ZorGeoArriveAtCorner(walker, corner);
@@ -180,6 +175,7 @@ private:
         return ZorGeoDepart(walker, fan, fan.GoStraight(fan.GetFirstAngle() + arrival.back));
     }
 
+private:
     const ZORGeoMesh& m_mesh;
 };
 

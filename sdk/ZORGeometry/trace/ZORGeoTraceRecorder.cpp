@@ -9,8 +9,6 @@ using Result = ZORGeoCurveOnSurfaceResult;
 
 namespace {
 
-constexpr double kSnap = ZORGeoMeshWalker::Snap;
-
 bool IsPoint(const ZORGeoTraceSegment& segment, double fraction)
 {
     const double length = fraction * segment.length;
@@ -19,7 +17,7 @@ bool IsPoint(const ZORGeoTraceSegment& segment, double fraction)
 
 double GetTolerance(const ZORGeoTraceSegment& segment)
 {
-    return kSnap * std::sqrt(segment.squaredScale);
+    return ZORGeoMeshWalker::kSnap * std::sqrt(segment.squaredScale);
 }
 
 } // namespace

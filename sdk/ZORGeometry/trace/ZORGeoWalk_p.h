@@ -39,9 +39,24 @@ ZorGeoDepart(ZORGeoMeshWalker& walker, const ZORGeoVertexFan& fan,
     return std::nullopt;
 }
 
+/// Enters the triangle behind an exit.
+/// \return why the walk ends there, if it does
+template<class Guide>
+std::optional<ZORGeoCurveOnSurfaceResult::StopReason> ZorGeoPassExit(ZORGeoMeshWalker& walker, Guide& guide,
+                                                                     const ZORGeoMeshWalker::Exit& exit)
+{
+    if (ZORGeoMeshWalker::IsCorner(exit)) [[unlikely]]
+        return guide.PassVertex(walker, walker.GetCorner(exit));
+    if (!walker.Continue(exit))
+        return ZORGeoCurveOnSurfaceResult::Border;
+    return guide.Steer(walker, exit);
+}
+
 /// Walks one side of a curve until the recorder has enough or the guide knows no way on.
-/// \param guide  has `std::optional<StopReason> Advance(ZORGeoMeshWalker&, const ZORGeoMeshWalker::Exit&)`,
-///               which enters the next triangle and sets the heading there, or tells why it cannot
+/// \param guide  has `std::optional<StopReason> PassVertex(ZORGeoMeshWalker&, int corner)`, which enters the next
+///               triangle at a vertex, and `std::optional<StopReason> Steer(ZORGeoMeshWalker&, const
+///               ZORGeoMeshWalker::Exit&)`, which may change the heading of a walk that has crossed an edge; both
+///               return why the walk ends there, if it does
 template<class Guide>
 void ZorGeoWalk(const ZORGeoMesh& mesh, Guide& guide, const ZORGeoWalkStart& start,
                 ZORGeoTraceRecorder& recorder)
@@ -72,7 +87,7 @@ void ZorGeoWalk(const ZORGeoMesh& mesh, Guide& guide, const ZORGeoWalkStart& sta
             return;
         if (crossed >= cap)
             return recorder.Stop(ZORGeoCurveOnSurfaceResult::Cap);
-        if (const auto reason = guide.Advance(walker, exit))
+        if (const auto reason = ZorGeoPassExit(walker, guide, exit))
             return recorder.Stop(*reason);
         segment.beginPoint = segment.endPoint;
     }
