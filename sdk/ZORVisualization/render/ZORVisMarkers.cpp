@@ -20,12 +20,18 @@ void DrawSquare(QPainter& painter, double radius)
     painter.drawRect(QRectF(-radius, -radius, 2 * radius, 2 * radius));
 }
 
+void DrawPlus(QPainter& painter, double radius)
+{
+    painter.drawLine(QPointF(-radius, 0), QPointF(radius, 0));
+    painter.drawLine(QPointF(0, -radius), QPointF(0, radius));
+}
+
 void DrawStar(QPainter& painter)
 {
     QPolygonF star;
     for (int i = 0; i < 10; ++i) {
         const double angle = i * 0.62831853071795865; // 36 degrees
-        const double radius = i % 2 == 0 ? 6.5 : 2.7;
+        const double radius = i % 2 == 0 ? kLargestRadius : 2.7;
         star << QPointF(radius * std::sin(angle), -radius * std::cos(angle));
     }
     painter.drawPolygon(star);
@@ -43,8 +49,7 @@ void DrawSymbol(QPainter& painter, ZORVisOptions::PointSymbol symbol, const QCol
     switch (symbol) {
     case ZORVisOptions::Plus:
         usePen(1);
-        painter.drawLine(QPointF(-5.5, 0), QPointF(5.5, 0));
-        painter.drawLine(QPointF(0, -5.5), QPointF(0, 5.5));
+        DrawPlus(painter, 5.5);
         break;
     case ZORVisOptions::Concentric:
         usePen(1.2);
@@ -55,8 +60,7 @@ void DrawSymbol(QPainter& painter, ZORVisOptions::PointSymbol symbol, const QCol
         usePen(1.2);
         DrawCircle(painter, 4.5);
         usePen(1);
-        painter.drawLine(QPointF(-6.5, 0), QPointF(6.5, 0));
-        painter.drawLine(QPointF(0, -6.5), QPointF(0, 6.5));
+        DrawPlus(painter, kLargestRadius);
         break;
     case ZORVisOptions::FullCircle:
         DrawCircle(painter, 3.5);
