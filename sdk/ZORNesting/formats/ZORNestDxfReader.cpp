@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <numbers>
+#include <optional>
 
 namespace {
 
@@ -24,6 +25,14 @@ double GetUnit(int number)
 QString GetKey(QByteArrayView name)
 {
     return ZORNestDxfRecord::ToText(name).toUpper();
+}
+
+// The color of 24 bits that takes precedence over an indexed one.
+std::optional<QColor> GetTrueColor(const ZORNestDxfRecord& record)
+{
+    if (!record.Has(420))
+        return std::nullopt;
+    return QColor(QRgb(record.GetInteger(420)) & 0xffffff);
 }
 
 // Of UTF-8, which some editors put before the text.
@@ -137,37 +146,32 @@ void ZORNestDxfReader::ReadRecord(ZORNestDxfRecord& record, ZORNestDxfTag& tag)
         throw ZORSysException(tr("file is incomplete: EOF is missing"));
 }
 
+bool ZORNestDxfReader::ReadNext(const char* type, ZORNestDxfRecord& record, ZORNestDxfTag& tag)
+{
+    while (tag.code != 0 || tag.value != type) {
+        if ((tag.code == 0 && tag.value == "ENDSEC") || !m_tags.Read(tag))
+            return false;
+    }
+    ReadRecord(record, tag);
+    return true;
+}
+
 void ZORNestDxfReader::ReadTables(ZORNestDxfTag& tag)
 {
     ZORNestDxfRecord record;
-    while (tag.code != 0 || tag.value != "ENDSEC") {
-        if (tag.code != 0 || tag.value != "LAYER") {
-            if (!m_tags.Read(tag))
-                return;
-            continue;
-        }
-        ReadRecord(record, tag);
+    while (ReadNext("LAYER", record, tag)) {
         const int color = record.GetInteger(62, 7); // below 0: off
-        Layer layer{ZORNestDxfText::GetIndexedColor(std::abs(std::clamp(color, -256, 256))),
-                    color >= 0 && (record.GetInteger(70) & 1) == 0};
-        if (record.Has(420))
-            layer.color = QColor(QRgb(record.GetInteger(420)) & 0xffffff);
-        m_layers.insert(GetKey(record.GetValue(2)), layer);
+        const QColor indexed = ZORNestDxfText::GetIndexedColor(std::abs(std::clamp(color, -256, 256)));
+        m_layers.insert(GetKey(record.GetValue(2)), {GetTrueColor(record).value_or(indexed),
+                                                     color >= 0 && (record.GetInteger(70) & 1) == 0});
     }
 }
 
 void ZORNestDxfReader::ReadBlocks(ZORNestDxfTag& tag)
 {
     ZORNestDxfRecord record;
-    while (tag.code != 0 || tag.value != "ENDSEC") {
-        if (tag.code != 0 || tag.value != "BLOCK") {
-            if (!m_tags.Read(tag))
-                return;
-            continue;
-        }
-        ReadRecord(record, tag);
+    while (ReadNext("BLOCK", record, tag))
         m_blocks.insert(GetKey(record.GetValue(2)), {m_tags.GetPositionOfLast(), record.GetPoint(10)});
-    }
 }
 
 ZORNestLook ZORNestDxfReader::GetLook(const ZORNestDxfRecord& record, const Place& place) const
@@ -179,8 +183,8 @@ ZORNestLook ZORNestDxfReader::GetLook(const ZORNestDxfRecord& record, const Plac
     constexpr int byBlock = 0;
     constexpr int byLayer = 256;
     const int index = record.GetInteger(62, byLayer);
-    if (record.Has(420))
-        look.color = QColor(QRgb(record.GetInteger(420)) & 0xffffff);
+    if (const std::optional<QColor> color = GetTrueColor(record))
+        look.color = *color;
     else if (index == byBlock)
         look.color = place.color;
     else if (index == byLayer)

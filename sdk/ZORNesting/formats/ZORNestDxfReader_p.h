@@ -72,6 +72,9 @@ private:
     void ReadEntities(ZORNestDxfTag& tag, const char* end, const Place& place);
     /// Reads one record from behind its pair of code 0, and the following pair.
     void ReadRecord(ZORNestDxfRecord& record, ZORNestDxfTag& tag);
+    /// Reads the next record of a type in the section, and the following pair.
+    /// \return false at the end of the section, which \a tag holds then, or of the file
+    bool ReadNext(const char* type, ZORNestDxfRecord& record, ZORNestDxfTag& tag);
     /// \param look  null: it is not drawn
     void ReadPolyline(const ZORNestDxfRecord& polyline, ZORNestDxfTag& tag, const Place& place,
                       const ZORNestLook* look);
