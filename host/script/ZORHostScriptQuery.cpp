@@ -143,6 +143,22 @@ double ToNumber(const QString& text)
     return number;
 }
 
+bool IsMet(const ZORHostScriptQuery::Comparison& comparison)
+{
+    const auto& [query, actual, verb, expected, isMet] = comparison;
+    if (verb == QLatin1String("is"))
+        return actual == expected;
+    if (verb == QLatin1String("not"))
+        return actual != expected;
+    if (verb == QLatin1String("contains"))
+        return actual.contains(expected);
+    if (verb == QLatin1String("above"))
+        return ToNumber(actual) > ToNumber(expected);
+    if (verb == QLatin1String("below"))
+        return ToNumber(actual) < ToNumber(expected);
+    throw ZORHostScriptError(QStringLiteral("unknown comparison '%1'").arg(verb));
+}
+
 } // namespace
 
 QString ZORHostScriptQuery::Evaluate(QWidget* window, const QStringList& words)
@@ -161,17 +177,10 @@ QString ZORHostScriptQuery::Evaluate(QWidget* window, const QStringList& words)
     return query->evaluate(window, words.mid(1));
 }
 
-bool ZORHostScriptQuery::Compare(const QString& actual, const QString& comparison, const QString& expected)
+ZORHostScriptQuery::Comparison ZORHostScriptQuery::Compare(QWidget* window, const QStringList& words)
 {
-    if (comparison == QLatin1String("is"))
-        return actual == expected;
-    if (comparison == QLatin1String("not"))
-        return actual != expected;
-    if (comparison == QLatin1String("contains"))
-        return actual.contains(expected);
-    if (comparison == QLatin1String("above"))
-        return ToNumber(actual) > ToNumber(expected);
-    if (comparison == QLatin1String("below"))
-        return ToNumber(actual) < ToNumber(expected);
-    throw ZORHostScriptError(QStringLiteral("unknown comparison '%1'").arg(comparison));
+    const QStringList query = words.first(words.size() - 2);
+    Comparison comparison{query.join(u' '), Evaluate(window, query), words[query.size()], words.constLast()};
+    comparison.isMet = IsMet(comparison);
+    return comparison;
 }

@@ -15,8 +15,20 @@ namespace ZORHostScriptQuery {
 /// \throws ZORHostScriptError for an unknown query, missing arguments, or a thing that is not there
 QString Evaluate(QWidget* window, const QStringList& words);
 
-/// Compares as "is", "not", "contains", "above" or "below" say; the last two compare numbers.
-/// \throws ZORHostScriptError for an unknown comparison, or a value that is no number where one is needed
-bool Compare(const QString& actual, const QString& comparison, const QString& expected);
+/// What a query has given, compared with a value.
+struct Comparison
+{
+    QString query;
+    QString actual;
+    QString verb; // "is", "not", "contains", "above" or "below"; the last two compare numbers
+    QString expected;
+    bool isMet = false;
+};
+
+/// Evaluates a query and compares what it gives.
+/// \param window  as for Evaluate()
+/// \param words   at least three: the query, the verb and the value
+/// \throws ZORHostScriptError as Evaluate(), for an unknown verb, or for a value that is not a number where one is needed
+Comparison Compare(QWidget* window, const QStringList& words);
 
 } // namespace ZORHostScriptQuery

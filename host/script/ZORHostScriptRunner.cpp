@@ -101,7 +101,9 @@ struct ZORHostScriptRunner::Sequence
     QPointer<QWidget> window; // where widgets are looked for
     QPointer<QDialog> dialog; // of a block: the modal dialog it plays in
     int line = 0;             // of a block: its first line
-    QElapsedTimer waiting;    // valid while a step waits
+    QElapsedTimer waiting;    // since the next step was first tried
+
+    bool HasWaited(double seconds) const { return waiting.hasExpired(qint64(seconds * 1000)); }
 };
 
 ZORHostScriptRunner::ZORHostScriptRunner(ZORHostView3D* view, QIODevice* out)
@@ -151,6 +153,8 @@ void ZORHostScriptRunner::Advance(const std::shared_ptr<Sequence>& sequence)
     }
     const ZORHostScriptStep step = Expand(sequence->steps[sequence->next]);
     m_currentLine = step.line;
+    if (!sequence->waiting.isValid())
+        sequence->waiting.start();
     Progress progress = Progress::Done;
     try {
         progress = Play(step, *sequence);
@@ -248,9 +252,7 @@ ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayIn(const ZORHostScriptSte
     sequence.window = ZORHostWidgetFinder::FindWindow(name);
     if (sequence.window)
         return Progress::Done;
-    if (!sequence.waiting.isValid())
-        sequence.waiting.start();
-    if (sequence.waiting.hasExpired(qint64(kDefaultWaitSeconds * 1000)))
+    if (sequence.HasWaited(kDefaultWaitSeconds))
         throw ZORHostScriptError(QStringLiteral("no window '%1'").arg(name));
     return Progress::Again;
 }
@@ -272,18 +274,14 @@ void ZORHostScriptRunner::Unroll(const ZORHostScriptStep& step, Sequence& sequen
 
 ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayWait(const ZORHostScriptStep& step, Sequence& sequence)
 {
-    if (!sequence.waiting.isValid())
-        sequence.waiting.start();
     const double seconds = ToSeconds(step.arguments[0]);
-    const QStringList query = step.arguments.mid(1, step.arguments.size() - 3);
-    const QString comparison = step.arguments[step.arguments.size() - 2];
-    const QString expected = step.arguments.constLast();
-    const QString actual = ZORHostScriptQuery::Evaluate(sequence.window, query);
-    if (ZORHostScriptQuery::Compare(actual, comparison, expected))
+    const auto comparison = ZORHostScriptQuery::Compare(sequence.window, step.arguments.mid(1));
+    if (comparison.isMet)
         return Progress::Done;
-    if (sequence.waiting.hasExpired(qint64(seconds * 1000))) {
+    if (sequence.HasWaited(seconds)) {
         throw ZORHostScriptError(QStringLiteral("waited %1 s: %2 is '%3', wanted: %4 '%5'")
-                                     .arg(step.arguments[0], query.join(u' '), actual, comparison, expected));
+                                     .arg(step.arguments[0], comparison.query, comparison.actual,
+                                          comparison.verb, comparison.expected));
     }
     return Progress::Again;
 }
@@ -291,13 +289,11 @@ ZORHostScriptRunner::Progress ZORHostScriptRunner::PlayWait(const ZORHostScriptS
 void ZORHostScriptRunner::PlayExpect(const ZORHostScriptStep& step, Sequence& sequence)
 {
     m_report.CountExpectation();
-    const QStringList query = step.arguments.mid(0, step.arguments.size() - 2);
-    const QString comparison = step.arguments[step.arguments.size() - 2];
-    const QString expected = step.arguments.constLast();
-    const QString actual = ZORHostScriptQuery::Evaluate(sequence.window, query);
-    if (!ZORHostScriptQuery::Compare(actual, comparison, expected)) {
-        m_report.Fail(step.line, QStringLiteral("%1 is '%2', expected: %3 '%4'")
-                                     .arg(query.join(u' '), actual, comparison, expected));
+    const auto comparison = ZORHostScriptQuery::Compare(sequence.window, step.arguments);
+    if (!comparison.isMet) {
+        m_report.Fail(step.line,
+                      QStringLiteral("%1 is '%2', expected: %3 '%4'")
+                          .arg(comparison.query, comparison.actual, comparison.verb, comparison.expected));
     }
 }
 
