@@ -92,9 +92,8 @@ ZORCompMaterialLibrary* FindLibrary(const ZORFeatContainer& container)
 } // namespace
 
 ZORStdMaterialModel::ZORStdMaterialModel(ZORFeatContainer* container, const QIcon& warning, QObject* parent)
-    : QAbstractTableModel(parent)
+    : ZORStdTableModel(FirstNumber + Properties::NumNumbers, warning, parent)
     , m_container(container)
-    , m_warning(warning)
 {
     const ZORCompMaterialLibrary* const library = FindLibrary(*container);
     if (!library)
@@ -105,81 +104,62 @@ ZORStdMaterialModel::ZORStdMaterialModel(ZORFeatContainer* container, const QIco
 
 ZORStdMaterialModel::~ZORStdMaterialModel() = default;
 
-int ZORStdMaterialModel::rowCount(const QModelIndex& parent) const
+int ZORStdMaterialModel::GetNumRows() const
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    return int(m_rows.size());
 }
 
-int ZORStdMaterialModel::columnCount(const QModelIndex& parent) const
+QString ZORStdMaterialModel::GetTitle(int column) const
 {
-    return parent.isValid() ? 0 : FirstNumber + Properties::NumNumbers;
-}
-
-QVariant ZORStdMaterialModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return QAbstractTableModel::headerData(section, orientation, role);
-    if (section == Name)
+    if (column == Name)
         return tr("Name");
-    return section == Type ? tr("Type") : tr(ColumnOf(section).title);
+    return column == Type ? tr("Type") : tr(ColumnOf(column).title);
 }
 
-QVariant ZORStdMaterialModel::data(const QModelIndex& index, int role) const
+QVariant ZORStdMaterialModel::GetCell(int row, int column, int role) const
 {
-    // Views ask for the current cell also where there is none, which the check would log.
-    if (!index.isValid() || !checkIndex(index))
-        return {};
-    const Row& row = m_rows[size_t(index.row())];
-    const int column = index.column();
-    const QString problem = FindCellProblem(index.row(), column);
+    const QString problem = FindCellProblem(row, column);
     if (role == Qt::ToolTipRole)
         return ZORCmnPlainText::ToToolTip(problem);
     if (role == Qt::DecorationRole && !problem.isEmpty())
-        return m_warning;
+        return GetWarning();
     if (role == Qt::TextAlignmentRole && column >= FirstNumber)
         return int(Qt::AlignRight | Qt::AlignVCenter);
     if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
+    const Row& cells = m_rows[size_t(row)];
     if (column == Name)
-        return row.name;
+        return cells.name;
     if (column == Type)
-        return row.properties.type;
-    const auto invalid = row.invalid.find(column);
-    return invalid != row.invalid.end() ? *invalid
-                                        : ToText(NumberOf(row.properties, column) * ColumnOf(column).factor);
+        return cells.properties.type;
+    const auto invalid = cells.invalid.find(column);
+    return invalid != cells.invalid.end()
+               ? *invalid
+               : ToText(NumberOf(cells.properties, column) * ColumnOf(column).factor);
 }
 
-bool ZORStdMaterialModel::setData(const QModelIndex& index, const QVariant& value, int role)
+bool ZORStdMaterialModel::SetCell(int row, int column, const QVariant& value)
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
-        return false;
     const QString text = value.toString().trimmed();
-    if (role != Qt::EditRole || text == data(index, role).toString())
+    if (text == GetCell(row, column, Qt::EditRole).toString())
         return false;
-    Row& row = m_rows[size_t(index.row())];
-    const int column = index.column();
+    Row& cells = m_rows[size_t(row)];
     if (column == Name) {
-        row.name = text;
+        cells.name = text;
     } else if (column == Type) {
-        row.properties.type = text;
+        cells.properties.type = text;
     } else {
         bool isNumber = false;
         const double number = ToNumber(text, isNumber);
-        row.invalid.remove(column);
+        cells.invalid.remove(column);
         if (isNumber)
-            NumberOf(row.properties, column) = number / ColumnOf(column).factor;
+            NumberOf(cells.properties, column) = number / ColumnOf(column).factor;
         else
-            row.invalid.insert(column, text);
+            cells.invalid.insert(column, text);
     }
     // Names concern each other.
-    emit dataChanged(this->index(0, column), this->index(rowCount() - 1, column));
+    emit dataChanged(index(0, column), index(rowCount() - 1, column));
     return true;
-}
-
-Qt::ItemFlags ZORStdMaterialModel::flags(const QModelIndex& index) const
-{
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.isValid() ? flags | Qt::ItemIsEditable : flags;
 }
 
 int ZORStdMaterialModel::AddMaterial()

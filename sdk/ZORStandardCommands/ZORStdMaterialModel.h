@@ -2,11 +2,11 @@
 
 #pragma once
 
+#include "ZORStdTableModel.h"
+
 #include <ZORComposites/ZORCompMaterialProperties.h>
 
-#include <QAbstractTableModel>
 #include <QHash>
-#include <QIcon>
 #include <QPointer>
 
 #include <vector>
@@ -16,7 +16,7 @@ class ZORFeatContainer;
 
 /// A row per material: name, type and the numbers, which are empty where they are unknown. The materials themselves
 /// change in Apply() alone; what was not edited keeps its exact value.
-class ZORStdMaterialModel final : public QAbstractTableModel
+class ZORStdMaterialModel final : public ZORStdTableModel
 {
     Q_OBJECT
 
@@ -27,13 +27,6 @@ public:
     /// \param warning    icon of cells that do not fit
     ZORStdMaterialModel(ZORFeatContainer* container, const QIcon& warning, QObject* parent);
     ~ZORStdMaterialModel() override;
-
-    int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     /// Appends a material of which only a name of its own is known.
     /// \return its row
@@ -59,13 +52,16 @@ private:
         QHash<int, QString> invalid; // texts that are no numbers, by column
     };
 
+    int GetNumRows() const override;
+    QString GetTitle(int column) const override;
+    QVariant GetCell(int row, int column, int role) const override;
+    bool SetCell(int row, int column, const QVariant& value) override;
     int CountPlies(const ZORCompMaterial* material) const;
     QString FindCellProblem(int row, int column) const;
     QString FindNumberProblem(const Row& row, int column) const;
     void CheckUse() const;
 
     ZORFeatContainer* const m_container; // not owned
-    const QIcon m_warning;
     std::vector<Row> m_rows;
     QList<QPointer<ZORCompMaterial>> m_removed;
 };

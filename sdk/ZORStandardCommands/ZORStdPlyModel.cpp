@@ -17,41 +17,30 @@ QString ToText(double value)
 } // namespace
 
 ZORStdPlyModel::ZORStdPlyModel(const QIcon& warning, QObject* parent)
-    : QAbstractTableModel(parent)
-    , m_warning(warning)
+    : ZORStdTableModel(Angle + 1, warning, parent)
 {
 }
 
 ZORStdPlyModel::~ZORStdPlyModel() = default;
 
-int ZORStdPlyModel::rowCount(const QModelIndex& parent) const
+int ZORStdPlyModel::GetNumRows() const
 {
-    return parent.isValid() ? 0 : int(m_plies.size());
+    return int(m_plies.size());
 }
 
-int ZORStdPlyModel::columnCount(const QModelIndex& parent) const
+QString ZORStdPlyModel::GetTitle(int column) const
 {
-    return parent.isValid() ? 0 : 2;
+    return column == Material ? tr("Material") : tr("Angle");
 }
 
-QVariant ZORStdPlyModel::headerData(int section, Qt::Orientation orientation, int role) const
+QVariant ZORStdPlyModel::GetCell(int row, int column, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return QAbstractTableModel::headerData(section, orientation, role);
-    return section == Material ? tr("Material") : tr("Angle");
-}
-
-QVariant ZORStdPlyModel::data(const QModelIndex& index, int role) const
-{
-    // Views ask for the current cell also where there is none, which the check would log.
-    if (!index.isValid() || !checkIndex(index))
-        return {};
-    const Ply& ply = m_plies[size_t(index.row())];
-    if (index.column() == Material) {
+    const Ply& ply = m_plies[size_t(row)];
+    if (column == Material) {
         if (role == Qt::DisplayRole || role == Qt::EditRole)
             return ply.material ? ply.material->GetLabel() : QString();
         if (role == Qt::DecorationRole && !ply.material)
-            return m_warning;
+            return GetWarning();
         return {};
     }
     if (role == Qt::EditRole)
@@ -63,21 +52,13 @@ QVariant ZORStdPlyModel::data(const QModelIndex& index, int role) const
     return {};
 }
 
-bool ZORStdPlyModel::setData(const QModelIndex& index, const QVariant& value, int role)
+bool ZORStdPlyModel::SetCell(int row, int column, const QVariant& value)
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (column != Angle || !std::isfinite(value.toDouble()))
         return false;
-    if (role != Qt::EditRole || index.column() != Angle || !std::isfinite(value.toDouble()))
-        return false;
-    m_plies[size_t(index.row())].angle = value.toDouble();
-    EmitRowChanged(index.row());
+    m_plies[size_t(row)].angle = value.toDouble();
+    EmitRowChanged(row);
     return true;
-}
-
-Qt::ItemFlags ZORStdPlyModel::flags(const QModelIndex& index) const
-{
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.isValid() ? flags | Qt::ItemIsEditable : flags;
 }
 
 void ZORStdPlyModel::AddPly(const Ply& ply)

@@ -2,16 +2,17 @@
 
 #pragma once
 
-#include <QAbstractTableModel>
-#include <QIcon>
+#include "ZORStdTableModel.h"
+
 #include <QPointer>
 
 #include <vector>
 
 class ZORCompMaterial;
 
-/// A row per ply, the first one lies on the support: material and angle.
-class ZORStdPlyModel final : public QAbstractTableModel
+/// A row per ply, the first one lies on the support: material and angle. setData() takes angles in radians; materials are
+/// set by SetMaterial().
+class ZORStdPlyModel final : public ZORStdTableModel
 {
     Q_OBJECT
 
@@ -27,14 +28,6 @@ public:
     /// \param warning  icon of cells that do not fit
     ZORStdPlyModel(const QIcon& warning, QObject* parent);
     ~ZORStdPlyModel() override;
-
-    int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
-    /// Angles, radians; materials are set by SetMaterial().
-    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     const std::vector<Ply>& GetPlies() const { return m_plies; }
     void AddPly(const Ply& ply);
@@ -53,8 +46,11 @@ public:
     QString GetSummary() const;
 
 private:
+    int GetNumRows() const override;
+    QString GetTitle(int column) const override;
+    QVariant GetCell(int row, int column, int role) const override;
+    bool SetCell(int row, int column, const QVariant& value) override;
     void EmitRowChanged(int row);
 
-    const QIcon m_warning;
     std::vector<Ply> m_plies;
 };
