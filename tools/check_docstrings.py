@@ -9,11 +9,10 @@ Operand   \\a names an identifier, \\param an identifier and after two blanks or
           \\return and \\pre say something on the same line.
 Known     No other command. Text with a backslash stands between quotes or backticks.
 """
-import pathlib
 import re
 import sys
 
-from source_texts import comment_lines, cpp_files
+from source_texts import comment_lines, cpp_files, run
 
 PARAGRAPHS = {"param", "return", "throws", "pre", "code", "endcode"}
 COMMAND = re.compile(r"\\([a-zA-Z]+)")
@@ -49,12 +48,5 @@ def check(root):
                 yield f"{path.relative_to(root)}:{number}: {fault}"
 
 
-def main():
-    root = pathlib.Path(sys.argv[1]).resolve()
-    errors = list(check(root))
-    print("\n".join(errors) or "every command of a docstring has its place and its operand")
-    return bool(errors)
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(check, "every command of a docstring has its place and its operand"))

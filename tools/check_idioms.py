@@ -6,11 +6,10 @@
 Pi             std::numbers::pi or a constant derived from it; M_PI is an extension of some compilers.
 Placeholders   Several values go into one .arg(a, b). A chained .arg(a).arg(b) replaces "%1" within the text a again.
 """
-import pathlib
 import re
 import sys
 
-from source_texts import code, cpp_files, line_of
+from source_texts import code, cpp_files, line_of, run
 
 M_PI = re.compile(r"\bM_(PI|PI_2|PI_4|1_PI|2_PI|2_SQRTPI)\b")
 ARG = re.compile(r"(\.|->)arg\s*\(")
@@ -41,12 +40,5 @@ def check(root):
             yield f"{path.relative_to(root)}:{line_of(text, position)}: {message}"
 
 
-def main():
-    root = pathlib.Path(sys.argv[1]).resolve()
-    errors = list(check(root))
-    print("\n".join(errors) or "the sources use the spellings of the project")
-    return bool(errors)
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(check, "the sources use the spellings of the project"))

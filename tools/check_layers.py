@@ -20,7 +20,7 @@ Proof    The solver of the nesting module proves its layouts by geometry of its 
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
-Tools    Programs use the public headers of the SDK alone.
+Tools    Programs use the public headers of the SDK alone, their own folder, and the headers in tools/ itself.
 Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; window/
          shows those, script/ drives the window, and app/ sees everything.
 """
@@ -182,14 +182,15 @@ def check_sdk(root, table):
 
 
 def check_tools(root, table):
-    for path in sources(root / "tools"):
+    tools = root / "tools"
+    for path in sources(tools):
         for number, quoted, target in includes(path):
             where = f"{path.relative_to(root)}:{number}"
             head, _, header = target.partition("/")
             if target.endswith("_p.h") or (head in table and header not in table[head].headers):
                 yield f"{where}: {target} is not a public header of the SDK"
-            elif quoted and not (path.parent / target).exists() and not re.match(r"(ui_|moc_)|.*\.moc$", target):
-                yield f"{where}: a quoted include names a file of the same folder, not {target}"
+            elif quoted and not (re.match(r"\w+\.h$", target) and any((p / target).exists() for p in (path.parent, tools))):
+                yield f"{where}: a quoted include names a file of the same folder or of tools/, not {target}"
 
 
 def check_bench(root, table):

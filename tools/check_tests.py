@@ -7,11 +7,10 @@ Sleep   No test sleeps: it waits for the state that it needs, with QTest::qWaitF
 Clock   No test reads a clock. A machine may be busy, so a bound on a time either fails for no reason or finds nothing;
         benchmarks/ measures speed, and the TIMEOUT of ctest ends what hangs.
 """
-import pathlib
 import re
 import sys
 
-from source_texts import code, cpp_files, line_of
+from source_texts import code, cpp_files, line_of, run
 
 SLEEP = re.compile(r"\b(sleep|sleep_for|sleep_until|msleep|usleep|nanosleep|qSleep|qWait)\s*\(")
 CLOCK = re.compile(
@@ -48,12 +47,5 @@ def check(root):
                 yield f"{name}:{line_of(text, position)}: {message}"
 
 
-def main():
-    root = pathlib.Path(sys.argv[1]).resolve()
-    errors = list(check(root))
-    print("\n".join(errors) or "tests wait for states and measure no time")
-    return bool(errors)
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(run(check, "tests wait for states and measure no time"))

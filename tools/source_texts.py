@@ -1,6 +1,7 @@
 """The C++ sources of the project and the parts of their text, for the checks of this folder."""
 import pathlib
 import re
+import sys
 
 FOLDERS = ("sdk", "bench", "host", "tools", "tests", "samples", "examples", "benchmarks")
 
@@ -45,3 +46,14 @@ def comment_lines(text):
 def line_of(text, position):
     """Returns the number of the line that holds a position."""
     return text.count("\n", 0, position) + 1
+
+
+def run(check, success):
+    """Checks the root that the command line names, prints the faults or that there are none, and returns the exit code.
+
+    check yields the faults below a root.
+    """
+    root = pathlib.Path(sys.argv[1]).resolve()
+    faults = list(check(root))
+    print("\n".join(faults) or success)
+    return bool(faults)

@@ -1,6 +1,7 @@
 // zornest: nests an instance from the command line.
 
 #include "ZorNestOptions.h"
+#include "ZorToolMain.h"
 
 #include <ZORNesting/ZORNestInstance.h>
 #include <ZORNesting/ZORNestInstanceRun.h>
@@ -324,14 +325,10 @@ int main(int argc, char** argv)
 {
     // A result that grows beyond the limit of the user is an error in its place.
     std::signal(SIGXFSZ, SIG_IGN);
-    try {
+    const auto run = [&] {
         const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
         QCoreApplication::setApplicationName("zornest");
         return RunArguments(QCoreApplication::arguments());
-    } catch (const std::bad_alloc&) {
-        std::fputs("out of memory\n", stderr);
-    } catch (const std::exception& exception) {
-        std::fprintf(stderr, "%s\n", exception.what());
-    }
-    return Failed;
+    };
+    return ZorRunTool(run, Failed);
 }

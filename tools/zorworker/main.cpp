@@ -1,13 +1,12 @@
 // Runs jobs of nesting and translation for a program of the SDK, which starts it.
 
+#include "ZorToolMain.h"
+
 #include <ZORWorker/ZORWorkHelpers.h>
 
 #include <QGuiApplication>
 
-#include <cstdio>
-#include <exception>
 #include <memory>
-#include <new>
 
 namespace {
 
@@ -41,13 +40,9 @@ std::unique_ptr<QGuiApplication> MakeApplication(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    try {
+    const auto run = [&] {
         const std::unique_ptr<QGuiApplication> application = MakeApplication(argc, argv);
         return ZORWorkHelpers::Serve(argc, argv);
-    } catch (const std::bad_alloc&) {
-        std::fputs("out of memory\n", stderr);
-    } catch (const std::exception& exception) {
-        std::fprintf(stderr, "%s\n", exception.what());
-    }
-    return kFailureExitCode;
+    };
+    return ZorRunTool(run, kFailureExitCode);
 }
