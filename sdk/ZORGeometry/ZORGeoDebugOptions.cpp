@@ -3,8 +3,8 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysStackMonitor.h>
 
-bool ZORGeoDebugOptions::s_constructions = false;
-bool ZORGeoDebugOptions::s_references = false;
+std::atomic<bool> ZORGeoDebugOptions::s_constructions = false;
+std::atomic<bool> ZORGeoDebugOptions::s_references = false;
 
 ZORGeoDebugOptions* ZORGeoDebugOptions::GetInstance()
 {
@@ -42,9 +42,16 @@ void ZORGeoDebugOptions::SetContainerLoadDumpEnabled(bool on)
     m_loadDump = on;
 }
 
+QString ZORGeoDebugOptions::GetContainerLoadDumpFile() const
+{
+    const QMutexLocker lock(&m_fileMutex);
+    return m_loadDumpFile;
+}
+
 void ZORGeoDebugOptions::SetContainerLoadDumpFile(const QString& fileName)
 {
     ZOR_TRACE_CALL(fileName);
+    const QMutexLocker lock(&m_fileMutex);
     m_loadDumpFile = fileName;
 }
 

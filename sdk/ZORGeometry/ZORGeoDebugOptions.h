@@ -4,10 +4,15 @@
 
 #include <ZORGeometry/ZORGeometryGlobal.h>
 
+#include <QMutex>
 #include <QString>
+
+#include <atomic>
 
 /// Process-wide switches for what the module records about itself. They last as long as the process; the
 /// stacks go to ZORSysStackMonitor, under one label for each kind.
+///
+/// Thread safety: thread-safe.
 class ZORGEOMETRY_EXPORT ZORGeoDebugOptions
 {
 public:
@@ -35,7 +40,7 @@ public:
     bool IsContainerLoadDumpEnabled() const { return m_loadDump; }
     void SetContainerLoadDumpEnabled(bool on);
     /// Path of the dump file; empty at first, and then nothing is dumped.
-    QString GetContainerLoadDumpFile() const { return m_loadDumpFile; }
+    QString GetContainerLoadDumpFile() const;
     void SetContainerLoadDumpFile(const QString& fileName);
 
 private:
@@ -44,20 +49,21 @@ private:
 
     static void RecordConstruction()
     {
-        if (s_constructions) [[unlikely]]
+        if (s_constructions.load(std::memory_order_relaxed)) [[unlikely]]
             GetInstance()->Record(ConstructionLabel, GetInstance()->m_constructionLength);
     }
     static void RecordReferenceChange()
     {
-        if (s_references) [[unlikely]]
+        if (s_references.load(std::memory_order_relaxed)) [[unlikely]]
             GetInstance()->Record(ReferenceLabel, GetInstance()->m_referenceLength);
     }
     void Record(const char* label, int length);
 
-    static bool s_constructions;
-    static bool s_references;
-    int m_constructionLength = 16;
-    int m_referenceLength = 16;
-    bool m_loadDump = false;
+    static std::atomic<bool> s_constructions;
+    static std::atomic<bool> s_references;
+    std::atomic<int> m_constructionLength = 16;
+    std::atomic<int> m_referenceLength = 16;
+    std::atomic<bool> m_loadDump = false;
+    mutable QMutex m_fileMutex; // of the name that follows
     QString m_loadDumpFile;
 };

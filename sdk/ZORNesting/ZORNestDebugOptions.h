@@ -4,7 +4,10 @@
 
 #include <ZORNesting/ZORNestingGlobal.h>
 
+#include <atomic>
+
 /// Process-wide options; they are off at start and live as long as the process.
+/// Thread safety: thread-safe.
 class ZORNESTING_EXPORT ZORNestDebugOptions
 {
 public:
@@ -21,6 +24,6 @@ public:
 private:
     ZORNestDebugOptions() = default;
 
-    bool m_keepTranslation = false;
-    bool m_keepNesting = false;
+    std::atomic<bool> m_keepTranslation = false;
+    std::atomic<bool> m_keepNesting = false;
 };

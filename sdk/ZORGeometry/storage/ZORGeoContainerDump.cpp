@@ -53,7 +53,8 @@ void Write(QTextStream& out, const ZORGeoStoredObject& object, size_t number)
 void ZorGeoDumpLoad(const std::vector<ZORGeoStoredObject>& objects, const QString& outcome)
 {
     const ZORGeoDebugOptions* const options = ZORGeoDebugOptions::GetInstance();
-    if (!options->IsContainerLoadDumpEnabled() || options->GetContainerLoadDumpFile().isEmpty())
+    const QString path = options->GetContainerLoadDumpFile();
+    if (!options->IsContainerLoadDumpEnabled() || path.isEmpty())
         return;
     QByteArray text;
     QTextStream out(&text);
@@ -62,7 +63,6 @@ void ZorGeoDumpLoad(const std::vector<ZORGeoStoredObject>& objects, const QStrin
         Write(out, objects[i], i);
     out << "Outcome: " << outcome << '\n';
     out.flush();
-    const QString path = options->GetContainerLoadDumpFile();
     const QString error = ZORSysReplacedFile::Replace(path, text);
     if (!error.isEmpty())
         qCWarning(ZorGeometryLog).noquote()

@@ -1,6 +1,7 @@
 // Tests of ZORGeoDebugOptions.
 
 #include "support/Printers.h"
+#include "support/Threads.h"
 
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
 #include <ZORGeometry/ZORGeoDebugOptions.h>
@@ -78,6 +79,29 @@ TEST_F(ZORGeoDebugOptionsTest, TakesAnyLength)
         EXPECT_EQ(length, options.GetConstructorStackTraceLength());
         UseAPoint();
     }
+}
+
+TEST_F(ZORGeoDebugOptionsTest, OneThreadSwitchesWhileOthersConstruct)
+{
+    const auto changeAll = [this](int step) {
+        options.SetConstructorStackTraces(step % 2 == 0);
+        options.SetReferenceStackTraces(step % 2 == 1);
+        options.SetConstructorStackTraceLength(step % 5);
+        options.SetReferenceStackTraceLength(step % 5);
+        options.SetContainerLoadDumpFile(QString::number(step));
+    };
+    RunInThreads(3, [&](int thread) {
+        for (int step = 0; step <= 100; ++step) {
+            if (thread == 0)
+                changeAll(step);
+            UseAPoint();
+            EXPECT_FALSE(options.IsContainerLoadDumpEnabled());
+            EXPECT_LE(options.GetContainerLoadDumpFile().toInt(), 100);
+        }
+    });
+    EXPECT_TRUE(options.IsConstructorStackTraces());
+    EXPECT_EQ(QString("100"), options.GetContainerLoadDumpFile());
+    options.SetContainerLoadDumpFile({});
 }
 
 TEST_F(ZORGeoDebugOptionsTest, KeepsTheDumpOptions)
