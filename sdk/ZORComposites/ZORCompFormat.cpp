@@ -3,22 +3,37 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <QMutex>
+
+#include <algorithm>
+
 namespace {
 
-// Never destroyed: registrations with static storage may end later than any static list.
-QList<const ZORCompFormat*>& Registered()
+struct Registry
 {
-    static auto* const formats = new QList<const ZORCompFormat*>;
-    return *formats;
+    QMutex mutex; // libraries may be loaded while other threads read files
+    QList<const ZORCompFormat*> formats;
+};
+
+// Never destroyed: registrations with static storage may end later than any static list.
+Registry& GetRegistry()
+{
+    static auto* const registry = new Registry;
+    return *registry;
 }
 
-const ZORCompFormat* FindRegistered(const QByteArray& id)
+QList<const ZORCompFormat*> GetRegistered()
 {
-    for (const ZORCompFormat* format : std::as_const(Registered())) {
-        if (format->GetId() == id)
-            return format;
-    }
-    return nullptr;
+    Registry& registry = GetRegistry();
+    const QMutexLocker lock(&registry.mutex);
+    return registry.formats;
+}
+
+const ZORCompFormat* FindIn(const QList<const ZORCompFormat*>& formats, const QByteArray& id)
+{
+    const auto found = std::find_if(formats.begin(), formats.end(),
+                                    [&id](const ZORCompFormat* format) { return format->GetId() == id; });
+    return found == formats.end() ? nullptr : *found;
 }
 
 } // namespace
@@ -39,9 +54,10 @@ QByteArray ZORCompFormat::Write(const ZORCompDocument&) const
 
 QList<const ZORCompFormat*> ZORCompFormat::GetFormats()
 {
+    const QList<const ZORCompFormat*> registered = GetRegistered();
     QList<const ZORCompFormat*> formats;
-    for (const ZORCompFormat* format : std::as_const(Registered())) {
-        if (FindRegistered(format->GetId()) == format && !formats.contains(format))
+    for (const ZORCompFormat* format : registered) {
+        if (FindIn(registered, format->GetId()) == format && !formats.contains(format))
             formats.append(format);
     }
     return formats;
@@ -49,7 +65,7 @@ QList<const ZORCompFormat*> ZORCompFormat::GetFormats()
 
 const ZORCompFormat& ZORCompFormat::Find(const QByteArray& id)
 {
-    const ZORCompFormat* const format = FindRegistered(id);
+    const ZORCompFormat* const format = FindIn(GetRegistered(), id);
     if (!format)
         throw ZORSysException(tr("composites format '%1' is unknown").arg(QString::fromUtf8(id)));
     return *format;
@@ -59,10 +75,14 @@ ZORCompFormatRegistration::ZORCompFormatRegistration(const ZORCompFormat& format
     : m_format(format)
 {
     ZOR_TRACE_CALL(&format);
-    Registered().append(&format);
+    Registry& registry = GetRegistry();
+    const QMutexLocker lock(&registry.mutex);
+    registry.formats.append(&format);
 }
 
 ZORCompFormatRegistration::~ZORCompFormatRegistration()
 {
-    Registered().removeOne(&m_format);
+    Registry& registry = GetRegistry();
+    const QMutexLocker lock(&registry.mutex);
+    registry.formats.removeOne(&m_format);
 }

@@ -14,8 +14,9 @@
 /// Turns the content of a file into a document and, if it can write, a document into the content of a file.
 ///
 /// Registry. Formats are known while a ZORCompFormatRegistration of them lives: a library that brings one holds
-///           it at namespace scope, so that its format comes and goes with it. Registering and finding belong to
-///           one thread, or to the loading of libraries.
+///           it at namespace scope, so that its format comes and goes with it.
+///
+/// Thread safety: thread-safe.
 class ZORCOMPOSITES_EXPORT ZORCompFormat
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompFormat)
@@ -48,6 +49,7 @@ protected:
 };
 
 /// Keeps a format known while it lives. One whose identifier is known already stays hidden behind that one.
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORCOMPOSITES_EXPORT ZORCompFormatRegistration
 {
 public:

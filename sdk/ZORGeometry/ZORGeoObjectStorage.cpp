@@ -1,21 +1,31 @@
 #include "ZORGeoObjectStorage.h"
 
+#include <QMutex>
+
 #include <cstring>
 
 namespace {
 
 // Never destroyed before the registrations, which are made after it.
-std::vector<const ZORGeoObjectStorage*>& Storages()
+struct Registry
 {
-    static std::vector<const ZORGeoObjectStorage*> storages;
-    return storages;
+    QMutex mutex; // libraries may be loaded while containers of other threads are saved
+    std::vector<const ZORGeoObjectStorage*> storages;
+};
+
+Registry& GetRegistry()
+{
+    static Registry registry;
+    return registry;
 }
 
 } // namespace
 
 const ZORGeoObjectStorage* ZORGeoObjectStorage::Find(const char* className)
 {
-    for (const ZORGeoObjectStorage* storage : Storages()) {
+    Registry& registry = GetRegistry();
+    const QMutexLocker lock(&registry.mutex);
+    for (const ZORGeoObjectStorage* storage : registry.storages) {
         if (std::strcmp(storage->type->className(), className) == 0)
             return storage;
     }
@@ -36,10 +46,14 @@ ZORGeoObjectStorage::Chain ZORGeoObjectStorage::ChainOf(const QMetaObject* type)
 ZORGeoObjectStorageRegistration::ZORGeoObjectStorageRegistration(const ZORGeoObjectStorage& storage)
     : m_storage(storage)
 {
-    Storages().push_back(&m_storage);
+    Registry& registry = GetRegistry();
+    const QMutexLocker lock(&registry.mutex);
+    registry.storages.push_back(&m_storage);
 }
 
 ZORGeoObjectStorageRegistration::~ZORGeoObjectStorageRegistration()
 {
-    std::erase(Storages(), &m_storage);
+    Registry& registry = GetRegistry();
+    const QMutexLocker lock(&registry.mutex);
+    std::erase(registry.storages, &m_storage);
 }

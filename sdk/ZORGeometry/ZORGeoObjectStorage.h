@@ -21,6 +21,8 @@
 ///
 /// Write() and Complete() of a class without Create() serve all classes derived from it, and run before
 /// theirs; those of a class with Create() serve its own objects only.
+///
+/// Thread safety: thread-safe.
 struct ZORGEOMETRY_EXPORT ZORGeoObjectStorage
 {
     const QMetaObject* type;
@@ -28,8 +30,7 @@ struct ZORGEOMETRY_EXPORT ZORGeoObjectStorage
     ZORGeoGeometry* (*create)(ZORGeoContainer*, const ZORGeoObjectReader&); // null: no objects of its own
     void (*complete)(ZORGeoGeometry&, const ZORGeoObjectReader&);           // null: nothing to do
 
-    /// The storage of the class of that very name; null when no loaded library has registered one. Storages
-    /// are registered and found in the thread of the containers, or while libraries are loaded.
+    /// The storage of the class of that very name; null when no loaded library has registered one.
     static const ZORGeoObjectStorage* Find(const char* className);
     /// The storages that write and complete the objects of a class: those of its bases that have no objects of
     /// their own, then its own.
@@ -58,6 +59,7 @@ struct ZORGEOMETRY_EXPORT ZORGeoObjectStorage
 };
 
 /// Keeps a storage known while it lives: from the load of the library that holds it to its unload.
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORGEOMETRY_EXPORT ZORGeoObjectStorageRegistration
 {
 public:

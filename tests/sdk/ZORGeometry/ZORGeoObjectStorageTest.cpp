@@ -2,6 +2,7 @@
 
 #include "support/ContainerFiles.h"
 #include "support/Printers.h"
+#include "support/Threads.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>
@@ -245,6 +246,19 @@ TEST_F(ZORGeoObjectStorageTest, AClassIsKnownAsLongAsItsRegistration)
     EXPECT_FALSE(ZORGeoObjectStorage::Find(name));
     EXPECT_TRUE(LoadFailure(loaded, file).startsWith("container file holds objects of unknown classes: "));
     EXPECT_THROW(SaveContainer(container), ZORSysException);
+}
+
+TEST_F(ZORGeoObjectStorageTest, AStorageIsFoundWhileOthersAreRegistered)
+{
+    const char* const name = KeptValues::staticMetaObject.className();
+    RunInThreads(3, [&](int thread) {
+        for (int i = 0; i < 100; ++i) {
+            if (thread == 0)
+                const ZORGeoObjectStorageRegistration another(
+                    ZORGeoObjectStorage::Make<KeptValues, KeptValuesStorage>());
+            EXPECT_TRUE(ZORGeoObjectStorage::Find(name));
+        }
+    });
 }
 
 } // namespace
