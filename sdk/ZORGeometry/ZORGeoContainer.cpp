@@ -179,6 +179,7 @@ QString ZORGeoContainer::GetUniqueName(const QString& wanted) const
 {
     ZOR_TRACE_CALL(wanted);
     Q_D(const ZORGeoContainer);
+    const std::lock_guard lock(d->namesMutex);
     return d->names.MakeUnique(wanted);
 }
 

@@ -18,15 +18,24 @@ ZORGeoGeometry* ZORGeoContainerIndex::At(qsizetype index) const
 {
     if (index < 0 || index >= m_live)
         return nullptr;
-    if (m_first + m_live == m_slots.size())
-        return m_slots[m_first + index];
+    if (!m_hasHoles.load(std::memory_order_acquire))
+        return m_slots.at(m_first + index);
+    const std::lock_guard lock(m_mutex);
+    return FindBetweenHoles(index);
+}
+
+ZORGeoGeometry* ZORGeoContainerIndex::FindBetweenHoles(qsizetype index) const
+{
+    // Another thread may have packed the list meanwhile.
+    if (!m_hasHoles.load(std::memory_order_relaxed))
+        return m_slots.at(m_first + index);
     if (++m_lookups > m_slots.size()) {
         Pack();
-        return m_slots[index];
+        return m_slots.at(index);
     }
     if (m_tree.empty())
         BuildTree();
-    return m_slots[FindSlot(index)];
+    return m_slots.at(FindSlot(index));
 }
 
 void ZORGeoContainerIndex::Append(ZORGeoGeometry* geometry)
@@ -60,6 +69,7 @@ void ZORGeoContainerIndex::Remove(ZORGeoGeometry* geometry)
     m_first = std::min(m_first, m_slots.size());
     while (m_first < m_slots.size() && !m_slots[m_first])
         ++m_first;
+    m_hasHoles.store(m_first + m_live != m_slots.size(), std::memory_order_relaxed);
     if (m_slots.size() > 2 * m_live + 64)
         Pack();
 }
@@ -96,4 +106,5 @@ void ZORGeoContainerIndex::Pack() const
         m_slots[slot]->d_ptr->slot = slot;
     m_tree.clear();
     m_lookups = 0;
+    m_hasHoles.store(false, std::memory_order_release);
 }

@@ -5,6 +5,8 @@
 #include "ZORGeoContainerIndex_p.h"
 #include "ZORGeoContainerNames_p.h"
 
+#include <mutex>
+
 class ZORGeoContainerPrivate
 {
 public:
@@ -13,6 +15,7 @@ public:
     void TakeOut(ZORGeoGeometry* geometry);
 
     ZORGeoContainerIndex index;
+    mutable std::mutex namesMutex; // of names that are asked for; changes of the list need no lock
     mutable ZORGeoContainerNames names;
     bool closing = false;
 };

@@ -1,6 +1,7 @@
 // Tests of ZORGeoContainer.
 
 #include "support/Printers.h"
+#include "support/Threads.h"
 
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
 #include <ZORGeometry/ZORGeoContainer.h>
@@ -14,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 
 namespace {
@@ -159,6 +161,49 @@ TEST(ZORGeoContainerTest, IndicesStayRightThroughRandomChanges)
                 ASSERT_EQ(expected[index], container.GetGeometryByIndex(index)) << step;
         }
     }
+}
+
+// The first look-ups among holes build a tree, later ones pack the list.
+TEST(ZORGeoContainerTest, SeveralThreadsLookUpBetweenHoles)
+{
+    ZORGeoContainer container;
+    QList<ZORGeoGeometry*> expected;
+    QList<ZORGeoGeometry*> removed;
+    for (int i = 0; i < 300; ++i)
+        (i % 3 == 1 ? removed : expected).append(AddPoint(container));
+    qDeleteAll(removed);
+
+    constexpr int kNumThreads = 4;
+    std::array<QList<ZORGeoGeometry*>, kNumThreads> found;
+    RunInThreads(kNumThreads, [&](int thread) {
+        for (int i = 0; i < container.GetNumGeometry(); ++i)
+            found[thread].append(container.GetGeometryByIndex(i));
+    });
+    for (const QList<ZORGeoGeometry*>& list : found)
+        EXPECT_EQ(expected, list);
+    EXPECT_EQ(nullptr, container.GetGeometryByIndex(int(expected.size())));
+
+    delete expected.takeAt(7); // whatever the threads have built follows changes
+    AddPoint(container);
+    EXPECT_EQ(expected[7], container.GetGeometryByIndex(7));
+    EXPECT_EQ(expected.last(), container.GetGeometryByIndex(int(expected.size()) - 1));
+}
+
+TEST(ZORGeoContainerTest, SeveralThreadsGetDifferentNames)
+{
+    ZORGeoContainer container;
+    AddPoint(container, "p");
+    constexpr int kNumThreads = 4;
+    std::array<QStringList, kNumThreads> names;
+    RunInThreads(kNumThreads, [&](int thread) {
+        for (int i = 0; i < 50; ++i)
+            names[thread].append(container.GetUniqueName("p"));
+    });
+    QStringList all;
+    for (const QStringList& list : names)
+        all += list;
+    all.removeDuplicates();
+    EXPECT_EQ(4 * 50, all.size());
 }
 
 // Quadratic behavior would exceed the time limit of the test.
