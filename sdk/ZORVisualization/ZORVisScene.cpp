@@ -49,7 +49,7 @@ void ZORVisScenePrivate::Clear()
 
 void ZORVisScenePrivate::Touch(quint64 key)
 {
-    m_boxKnown = false;
+    m_box.reset();
     if (m_glScene)
         m_glScene->Touch(key);
     if (m_announced)
@@ -66,13 +66,13 @@ void ZORVisScenePrivate::Touch(quint64 key)
 
 ZORMathBoundingBox ZORVisScenePrivate::GetBoundingBox() const
 {
-    if (!m_boxKnown) {
-        m_box = {};
+    const std::lock_guard lock(m_boxMutex);
+    if (!m_box) {
+        m_box.emplace();
         for (const auto& [key, object] : m_objects)
-            m_box.Add(object.box);
-        m_boxKnown = true;
+            m_box->Add(object.box);
     }
-    return m_box;
+    return *m_box;
 }
 
 ZORVisDrawList ZORVisScenePrivate::GetDrawList() const

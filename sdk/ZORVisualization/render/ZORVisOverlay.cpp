@@ -159,7 +159,8 @@ void ZORVisOverlay::PaintElements(QPainter& painter, const QRect& part)
 
 void ZORVisOverlay::PaintText(QPainter& painter, const Element& element) const
 {
-    static const QFont font = CreateFont();
+    // A font keeps an engine for the thread that draws with it, so threads cannot share one.
+    thread_local const QFont font = CreateFont();
     const QFontMetricsF metrics(font);
     const QStringList lines = element.text->text.split(QLatin1Char('\n'));
     double width = 0;

@@ -104,10 +104,9 @@ void ZORVisSoftware::DrawMesh(const ZORVisMeshData& mesh, const QColor& color)
     if (mesh.corners.isEmpty() || !m_frame.IsVisible(mesh.box, 1))
         return;
     const ZORMathPoint origin = mesh.box.GetCenter();
-    if (!mesh.arrays)
-        mesh.arrays = std::make_unique<ZORVisMeshArrays>(mesh, origin);
-    Project(*mesh.arrays, origin);
-    const std::vector<uint32_t>& corners = mesh.arrays->corners;
+    const ZORVisMeshArrays& arrays = mesh.arrays.Get(mesh, origin);
+    Project(arrays, origin);
+    const std::vector<uint32_t>& corners = arrays.corners;
     for (size_t i = 0; i + 2 < corners.size(); i += 3) {
         const Vertex& a = m_vertices[corners[i]];
         const Vertex& b = m_vertices[corners[i + 1]];

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "ZORVisLazy_p.h"
 #include "ZORVisPrimitiveData_p.h"
 
 #include <ZORMathematics/ZORMathSetOfPoints.h>
@@ -9,8 +10,6 @@
 #include <ZORVisualization/ZORVisTextPrimitive.h>
 
 #include <QString>
-
-#include <memory>
 
 class ZORVisPointPicker;
 
@@ -21,7 +20,7 @@ struct ZORVisLineData final : ZORVisPrimitiveData
 
     const ZORMathSetOfPoints points;
     const ZORVisPolylinePrimitive::Structure structure;
-    mutable std::unique_ptr<ZORVisPointPicker> picker; // made by the first pick
+    const ZORVisLazy<ZORVisPointPicker> picker; // made by the first pick
 };
 
 struct ZORVisPointData final : ZORVisPrimitiveData
@@ -30,7 +29,7 @@ struct ZORVisPointData final : ZORVisPrimitiveData
     ~ZORVisPointData() override;
 
     const ZORMathSetOfPoints points;
-    mutable std::unique_ptr<ZORVisPointPicker> picker; // made by the first pick
+    const ZORVisLazy<ZORVisPointPicker> picker; // made by the first pick
 };
 
 struct ZORVisTextData final : ZORVisPrimitiveData

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "ZORVisLazy_p.h"
 #include "ZORVisPrimitiveData_p.h"
 
 #include <ZORGeometry/ZORGeoSurface.h>
@@ -9,7 +10,6 @@
 #include <QPointer>
 
 #include <array>
-#include <memory>
 
 class ZORVisMeshPicker;
 struct ZORVisMeshArrays;
@@ -26,8 +26,8 @@ struct ZORVisMeshData final : ZORVisPrimitiveData
 
     const QList<ZORMathPoint> vertices;
     const QList<Corners> corners;
-    const bool smooth;                                // otherwise flat
-    const QPointer<const ZORGeoSurface> surface;      // not owned; null when there is none or it has died
-    mutable std::unique_ptr<ZORVisMeshPicker> picker; // made by the first pick
-    mutable std::unique_ptr<ZORVisMeshArrays> arrays; // made by the first picture without OpenGL
+    const bool smooth;                           // otherwise flat
+    const QPointer<const ZORGeoSurface> surface; // not owned; null when there is none or it has died
+    const ZORVisLazy<ZORVisMeshPicker> picker;   // made by the first pick
+    const ZORVisLazy<ZORVisMeshArrays> arrays;   // made by the first picture without OpenGL
 };

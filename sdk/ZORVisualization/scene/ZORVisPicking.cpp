@@ -74,14 +74,13 @@ ZORVisMeshPicker::~ZORVisMeshPicker() = default;
 int ZORVisMeshPicker::Intersect(const ZORVisMeshData& mesh, const ZORMathPoint& origin,
                                 const ZORMathVector& direction, ZORMathPoint& place)
 {
-    if (!mesh.surface && !mesh.picker)
-        mesh.picker = std::make_unique<ZORVisMeshPicker>(mesh);
-    const ZORGeoSurface* surface = mesh.surface ? mesh.surface.data() : mesh.picker->m_surface.get();
-    const ZORGeoLocationOnSurface hit = surface->IntersectRay(origin, direction);
+    const ZORVisMeshPicker* const picker = mesh.surface ? nullptr : &mesh.picker.Get(mesh);
+    const ZORGeoSurface& surface = picker ? *picker->m_surface : *mesh.surface;
+    const ZORGeoLocationOnSurface hit = surface.IntersectRay(origin, direction);
     if (!hit.surface)
         return 0;
     place = hit.point;
-    return mesh.surface ? hit.triangle : mesh.picker->m_numbers[size_t(hit.triangle) - 1];
+    return picker ? picker->m_numbers[size_t(hit.triangle) - 1] : hit.triangle;
 }
 
 ZORVisPicking::ZORVisPicking(const ZORVisFrame& frame, const QPointF& pixel, double tolerance)
@@ -112,23 +111,21 @@ void ZORVisPicking::Add(const ZORVisDrawObject& object)
 
 void ZORVisPicking::AddPoints(const ZORVisPointData& data)
 {
-    if (!data.picker)
-        data.picker = std::make_unique<ZORVisPointPicker>(data.points);
-    data.picker->ForEachRun(m_frame, m_pixel, m_tolerance, [&](qsizetype first, qsizetype last) {
-        for (qsizetype i = first; i <= last; ++i)
-            AddCandidate(Point, data.points[i], 0);
-    });
+    data.picker.Get(data.points)
+        .ForEachRun(m_frame, m_pixel, m_tolerance, [&](qsizetype first, qsizetype last) {
+            for (qsizetype i = first; i <= last; ++i)
+                AddCandidate(Point, data.points[i], 0);
+        });
 }
 
 void ZORVisPicking::AddLines(const ZORVisLineData& data)
 {
-    if (!data.picker)
-        data.picker = std::make_unique<ZORVisPointPicker>(data.points);
     const qsizetype step = data.structure == ZORVisPolylinePrimitive::Pairs ? 2 : 1;
-    data.picker->ForEachRun(m_frame, m_pixel, m_tolerance, [&](qsizetype first, qsizetype last) {
-        for (qsizetype i = first; i < last; i += step)
-            AddSegment(data.points[i], data.points[i + 1]);
-    });
+    data.picker.Get(data.points)
+        .ForEachRun(m_frame, m_pixel, m_tolerance, [&](qsizetype first, qsizetype last) {
+            for (qsizetype i = first; i < last; i += step)
+                AddSegment(data.points[i], data.points[i + 1]);
+        });
 }
 
 void ZORVisPicking::AddSegment(const ZORMathPoint& from, const ZORMathPoint& to)

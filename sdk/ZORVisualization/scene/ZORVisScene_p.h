@@ -11,6 +11,8 @@
 #include <QPointer>
 
 #include <map>
+#include <mutex>
+#include <optional>
 #include <vector>
 
 class ZORVisEnvironment;
@@ -44,6 +46,6 @@ private:
     QHash<const ZORVisVirtualObject*, quint64> m_keys;
     quint64 m_nextKey = 1;
     bool m_announced = false;
-    mutable bool m_boxKnown = false;
-    mutable ZORMathBoundingBox m_box;
+    mutable std::mutex m_boxMutex;                   // renderers of several threads may show the scene
+    mutable std::optional<ZORMathBoundingBox> m_box; // empty until somebody asks
 };
