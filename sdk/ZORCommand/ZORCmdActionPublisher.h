@@ -12,6 +12,8 @@ struct QMetaObject;
 /// Usually a static object beside the command class: loading its library publishes the action, and
 /// unloading it withdraws the action together with the command class. May be built before the
 /// application object.
+///
+/// Thread safety: main thread only.
 class ZORCOMMAND_EXPORT ZORCmdActionPublisher
 {
 public:

@@ -12,6 +12,8 @@
 ///
 /// A concrete class has a constructor "Q_INVOKABLE explicit X(QObject* parent)", through which the
 /// controller creates it.
+///
+/// Thread safety: main thread only.
 class ZORCOMMAND_EXPORT ZORCmdCommand : public QObject
 {
     Q_OBJECT

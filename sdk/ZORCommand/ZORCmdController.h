@@ -22,7 +22,8 @@ class ZORCmdDialogHandler;
 /// Registering and publishing work from static initialisers, before an application object exists; the
 /// QActions are made when they are first asked for. Nothing of a library stays behind when its
 /// publishers withdraw: texts are copied, and commands of a withdrawn class that still run are deleted.
-/// To be used from the user-interface thread.
+///
+/// Thread safety: main thread only.
 class ZORCOMMAND_EXPORT ZORCmdController : public QObject
 {
     Q_OBJECT

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 /// A command whose content widget the application shows in its own frame with OK and Cancel.
+/// Thread safety: main thread only.
 class ZORCOMMAND_EXPORT ZORCmdDialogCommand : public ZORCmdCommand
 {
     Q_OBJECT

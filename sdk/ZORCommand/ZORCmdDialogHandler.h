@@ -8,6 +8,7 @@ class QWidget;
 class ZORCmdDialogCommand;
 
 /// Implemented by the application and set on the controller.
+/// Thread safety: main thread only.
 class ZORCOMMAND_EXPORT ZORCmdDialogHandler
 {
 public:

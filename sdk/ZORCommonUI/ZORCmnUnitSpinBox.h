@@ -18,6 +18,8 @@
 ///
 /// The range is -1e9 to 1e9 with 6 decimals; trailing zeros are not shown. A point is accepted as the
 /// decimal separator in every locale.
+///
+/// Thread safety: main thread only.
 class ZORCOMMONUI_EXPORT ZORCmnUnitSpinBox : public QDoubleSpinBox
 {
     Q_OBJECT

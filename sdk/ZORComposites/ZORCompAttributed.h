@@ -8,6 +8,8 @@
 
 /// Mixed into the composites features: fields of a source file that the SDK has no member for, so that nothing
 /// of it is lost. Readers fill them, writers write them back, container files keep them.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompAttributed
 {
 public:

@@ -16,6 +16,8 @@ class ZORGeoPolyline;
 ///
 /// Ownership. The feature makes a ZORGeoPolyline and its body, registers them with its container, and takes them
 ///            out again when it is removed or destroyed.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompContour : public ZORFeatGeometry, public ZORCompAttributed
 {
     Q_OBJECT

@@ -16,6 +16,8 @@
 /// Between a format and the features: a format makes one of a file and a file of one. Parts refer to others by
 /// their indices in the lists of the document, from 0; -1 refers to none. An empty name leaves the feature its
 /// default label. Attributes are those of ZORCompAttributed.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORCOMPOSITES_EXPORT ZORCompDocument
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompDocument)

@@ -24,6 +24,8 @@ class ZORMathVector;
 ///            and 2 k + 2 are cell k, both counter-clockwise seen from the side where warp to weft is.
 /// Failures.  "the surface of the layer is no surface", "the seed is no point", "the seed cannot be projected onto
 ///            the surface" (it is empty), and those of ZORCompKinematicDraping.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompDrapingLayer : public ZORFeatComputedGeometry
 {
     Q_OBJECT

@@ -13,6 +13,7 @@
 class ZORMathVector;
 
 /// A crossing of a warp yarn and a weft yarn.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORCompDrapingNode
 {
     int warp = 0; // steps from the seed along the warp yarns, negative behind it
@@ -21,6 +22,7 @@ struct ZORCompDrapingNode
 };
 
 /// A quadrangle of four nodes, between two neighbouring warp yarns and two neighbouring weft yarns.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORCompDrapingCell
 {
     std::array<int, 4> nodes{}; // indices of the nodes (i, j), (i + 1, j), (i + 1, j + 1), (i, j + 1)
@@ -39,6 +41,8 @@ struct ZORCompDrapingCell
 ///           angle lies in (-pi, pi], counter-clockwise about warp x weft from the reference direction,
 ///           projected on the plane of the cell, to the warp; 0 where the projection vanishes.
 /// Lifetime. As that of its locations: use it no longer than the surface.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompDrapingNet
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompDrapingNet)

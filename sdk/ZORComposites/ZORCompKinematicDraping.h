@@ -30,6 +30,8 @@ class ZORMathVector;
 /// et al.: Fiber rearrangements during the molding of continuous fiber composites, Polymer Composites 2, 1981;
 /// F. Van Der Weeen: Algorithms for draping fabrics on doubly-curved surfaces, Int. J. Numer. Meth. Engng 31,
 /// 1991. Theirs solve for each node by iteration; here its place is followed along a section of the mesh.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompKinematicDraping
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompKinematicDraping)

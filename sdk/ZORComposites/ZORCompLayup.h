@@ -18,6 +18,8 @@ class ZORGeoSurface;
 ///
 /// Stack. The plies of all sequences, in the order of the tree: the first one lies on the support. Plies and
 ///        sequences that are not active do not count, nor what lies below such a sequence.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompLayup : public ZORFeatFolder, public ZORCompAttributed
 {
     Q_OBJECT

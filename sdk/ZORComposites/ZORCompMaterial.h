@@ -9,6 +9,7 @@
 class ZORCompMaterialLibrary;
 
 /// A material of the library; its name is its label.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompMaterial : public ZORFeatObject, public ZORCompAttributed
 {
     Q_OBJECT

@@ -9,6 +9,7 @@ class ZORCompMaterial;
 class ZORCompRoot;
 
 /// The materials that the plies of a container are made of. A root has at most one library.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompMaterialLibrary : public ZORFeatFolder
 {
     Q_OBJECT

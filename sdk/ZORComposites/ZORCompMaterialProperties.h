@@ -11,6 +11,8 @@
 
 /// The properties of a ply material; not a number where one is unknown. Direction 1 is along the fibres, 2
 /// across them in the ply, 3 through its thickness.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORCOMPOSITES_EXPORT ZORCompMaterialProperties
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompMaterialProperties)

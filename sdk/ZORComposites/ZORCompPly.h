@@ -22,6 +22,8 @@ class ZORGeoSurface;
 /// Inputs. Counted references, none owned: the material, the rosette, the boundary curves. Each may be missing,
 ///         and becomes null when it is removed.
 /// Body.   Of the outer boundary, owned by the feature; null without one. It stays when the boundary is destroyed.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompPly : public ZORFeatGeometry, public ZORCompAttributed
 {
     Q_OBJECT

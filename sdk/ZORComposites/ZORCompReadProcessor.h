@@ -19,6 +19,8 @@ class ZORCompRoot;
 ///            alone is the same, the new one gets a name of its own ("Twill.2").
 /// Replacing. A processor that replaces takes away the layups that an earlier read of the same file made, and
 ///            gives the materials of the library the properties and attributes of those of the same name.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompReadProcessor
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompReadProcessor)

@@ -10,6 +10,7 @@
 #include <QStringList>
 
 /// Counts of what was made, and all that people should know about the rest.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORCOMPOSITES_EXPORT ZORCompReadReport
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompReadReport)

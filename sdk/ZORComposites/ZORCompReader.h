@@ -12,6 +12,7 @@
 class ZORCompReadProcessor;
 
 /// A composites source file in one of the formats of the registry, see ZORCompFormat.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompReader
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompReader)

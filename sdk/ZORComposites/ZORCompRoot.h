@@ -7,6 +7,8 @@
 
 /// Holds the material library, the layups and the draping strategies of a container; created by
 /// ZORFeatContainer::GetFeatureRoot("ZORCompRoot").
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompRoot : public ZORFeatRoot
 {
     Q_OBJECT

@@ -19,6 +19,8 @@ class ZORGeoSurface;
 ///            given one projected into it. When the surface is removed the axes stay.
 /// Body.      A line of AxisLength from the origin along X, registered and owned by the feature; each change of
 ///            the axes makes another one and emits BodyChanged().
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompRosette : public ZORFeatGeometry, public ZORCompAttributed
 {
     Q_OBJECT

@@ -13,6 +13,7 @@ class ZORCompRosette;
 class ZORCompSequencePrivate;
 
 /// Plies, and further sequences, in the order in which they are laid: the order of their registration.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompSequence : public ZORFeatFolder, public ZORCompAttributed
 {
     Q_OBJECT

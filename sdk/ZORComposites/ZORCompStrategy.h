@@ -7,6 +7,8 @@
 
 /// How layers are draped: draping layers refer to it and follow its changes. Lies below the composites root,
 /// directly or in folders, and is shown by its label.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompStrategy : public ZORFeatObject
 {
     Q_OBJECT

@@ -11,6 +11,7 @@
 #include <numbers>
 
 /// What a draping strategy says; a value.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORCOMPOSITES_EXPORT ZORCompStrategyParameters
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompStrategyParameters)

@@ -13,6 +13,7 @@
 class ZORCompRoot;
 
 /// Writes what is below a composites root in one of the formats of the registry that can write.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORCOMPOSITES_EXPORT ZORCompWriter
 {
     Q_DECLARE_TR_FUNCTIONS(ZORCompWriter)

@@ -25,7 +25,9 @@ class ZORMathSetOfPoints;
 ///   label        text drawn beside the object in its colour; empty for none
 ///   labelAnchor  the place of the text's box that lies at the labelled point, code of
 ///                ZORVisTextPrimitive::AnchorLocation
-/// All coordinates are millimetres. To be used in the main thread.
+/// All coordinates are millimetres.
+///
+/// Thread safety: main thread only.
 class ZORDEBUG_EXPORT ZORDebugVizContainer
 {
 public:

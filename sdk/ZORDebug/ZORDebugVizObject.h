@@ -11,6 +11,7 @@
 class ZORVisRep;
 
 /// What one call of ZORDebugVizContainer has recorded. Never changes.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORDEBUG_EXPORT ZORDebugVizObject
 {
 public:

@@ -29,6 +29,8 @@ class ZORFeatComputedGeometryPrivate;
 /// Files.      The result is saved and comes back as it was. The storage of a derived class adds the inputs, as
 ///             links, and sets them in its Complete(): nothing is computed before the feature is registered, and
 ///             nothing when it is registered with a result that was loaded.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatComputedGeometry : public ZORFeatGeometry
 {
     Q_OBJECT

@@ -13,6 +13,8 @@ class ZORFeatRoot;
 
 /// Container that also knows the roots of the feature trees. Features are geometries of the container
 /// like all others, in the order of their registration; a feature comes after its parent.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatContainer : public ZORGeoContainer
 {
     Q_OBJECT

@@ -13,6 +13,8 @@ class ZORFeatContainer;
 ///             ZORFeatEnvironmentManager for the one that is current.
 /// Destruction. First AboutToBeDestroyed() is emitted and the environment stops being the current one,
 ///             then its virtual objects are deleted, then the container with all geometries.
+///
+/// Thread safety: main thread only.
 class ZORFEATURE_EXPORT ZORFeatEnvironment : public ZORVisEnvironment
 {
     Q_OBJECT

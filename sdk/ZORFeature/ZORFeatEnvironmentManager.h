@@ -10,6 +10,7 @@
 class ZORFeatEnvironment;
 
 /// Keeper of the current environment. The application sets it; commands and plug-ins ask for it.
+/// Thread safety: main thread only.
 class ZORFEATURE_EXPORT ZORFeatEnvironmentManager : public QObject
 {
     Q_OBJECT

@@ -4,6 +4,8 @@
 
 #include <ZORFeature/ZORFeatObject.h>
 
+/// Groups features below it; its name is its label.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatFolder : public ZORFeatObject
 {
     Q_OBJECT

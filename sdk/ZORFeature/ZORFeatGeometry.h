@@ -8,6 +8,8 @@ class ZORTopBody;
 
 /// Base of the features that have a body of their own. It is not itself a point, curve or surface: the
 /// shape is reached through GetBody().
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatGeometry : public ZORFeatObject
 {
     Q_OBJECT

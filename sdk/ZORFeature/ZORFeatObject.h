@@ -16,6 +16,8 @@ class ZORFeatObjectPrivate;
 /// Removal.   Remove(), a plain delete and the end of the container all take the children with them.
 ///            Users of a removed feature are left with null references.
 /// Cost.      Joining and leaving the tree are O(1); no function recurses, however deep the tree is.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatObject : public ZORGeoGeometry
 {
     Q_OBJECT

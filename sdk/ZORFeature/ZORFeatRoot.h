@@ -10,6 +10,8 @@ class ZORFeatContainer;
 ///
 /// A derived class that ZORFeatContainer::GetFeatureRoot() is to create has a constructor
 /// Q_INVOKABLE explicit X(ZORFeatContainer*) and is registered with ZOR_GEO_REGISTER_TYPE.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatRoot : public ZORFeatFolder
 {
     Q_OBJECT

@@ -8,6 +8,8 @@
 
 /// Storage of a root class without content of its own. A module that adds such a class writes
 /// using XStorage = ZORFeatRootStorageOf<X>; and registers it.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 template<class Root>
 struct ZORFeatRootStorageOf
 {

@@ -12,6 +12,8 @@ class ZORTopBody;
 
 /// What a feature makes and owns: a body, and the geometry that was made for it. Destroys what is left of them
 /// when it ends, whatever their reference counts are.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatShape
 {
 public:

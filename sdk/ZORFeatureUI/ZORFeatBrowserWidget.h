@@ -22,6 +22,8 @@ class ZORGeoGeometry;
 ///            time linear in the changed branches; expansion, selection, current item and scroll position
 ///            stay. A geometry that is destroyed is unknown to the widget from that moment on.
 /// Pointers.  The geometries that signals and functions hand out belong to their container.
+///
+/// Thread safety: main thread only.
 class ZORFEATUREUI_EXPORT ZORFeatBrowserWidget : public QWidget
 {
     Q_OBJECT

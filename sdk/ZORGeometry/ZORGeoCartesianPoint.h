@@ -5,6 +5,7 @@
 #include <ZORGeometry/ZORGeoPoint.h>
 
 /// A point that depends on no other geometry.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCartesianPoint : public ZORGeoPoint
 {
     Q_OBJECT

@@ -19,6 +19,8 @@ class ZORGeoGeometry;
 /// A geometry leaves the list by ZORGeoGeometry::RemoveNoReferences(), by Clear() or by being deleted; the
 /// indices behind it move up by one. The destructor destroys what is left, newest first, without emitting
 /// signals; references to it become null.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoContainer : public QObject
 {
     Q_OBJECT

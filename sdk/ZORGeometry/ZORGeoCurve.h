@@ -14,7 +14,8 @@ class ZORMathSetOfPoints;
 ///
 /// Units.    Millimeters.
 /// Changes.  Only derived classes that say so change after construction.
-/// Threads.  Const members may be called concurrently, but not while the curve changes.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurve : public ZORGeoGeometry
 {
     Q_OBJECT

@@ -10,6 +10,8 @@ class ZORGeoCurveOnSurface;
 
 /// An operator whose result is one curve. The curve belongs to the container of its surface and stays when
 /// the operator is destroyed.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurOper
 {
 public:

@@ -18,6 +18,8 @@ class ZORGeoSurface;
 ///
 /// SetLocations() changes the curve in place, see ZORGeoGeometry: points on it, bodies of it and features
 /// around them follow.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurface : public ZORGeoCurve
 {
     Q_OBJECT

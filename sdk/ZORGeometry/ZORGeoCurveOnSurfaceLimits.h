@@ -10,6 +10,7 @@
 class ZORGeoCurveOnSurface;
 
 /// A set of limit curves for ZORGeoCurveOnSurfaceProcessor; a value, empty by default.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceLimits
 {
 public:

@@ -33,6 +33,8 @@ class ZORMathVector;
 ///
 /// Straightest geodesics after K. Polthier, M. Schmies: Straightest Geodesics on Polyhedral Surfaces, in:
 /// Mathematical Visualization, Springer 1998.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceProcessor
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoCurveOnSurfaceProcessor)

@@ -8,6 +8,8 @@
 
 /// The places of a computed curve and why it ends where it does; a value. The curve has two sides: the start
 /// side lies behind the start location, the end side ahead of it.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceResult
 {
 public:

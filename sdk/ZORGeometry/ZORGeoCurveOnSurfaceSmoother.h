@@ -37,6 +37,8 @@ class ProgressReporter;
 ///          which the angles sum up to more than 2 pi), and where nothing would be left of a closed curve,
 ///          smoothing fails: the curve is smoothed everywhere or not at all. With a radius below 1e-6 of the
 ///          coordinates only rounding would remain, so every curve counts as smooth.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceSmoother
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoCurveOnSurfaceSmoother)

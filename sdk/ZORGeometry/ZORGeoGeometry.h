@@ -22,7 +22,8 @@ class ZORGeoGeometryPrivate;
 ///              object with its name, references and position in the container. First everything that is
 ///              derived from it, such as a point on a curve or a body, is updated; then each of them emits
 ///              ShapeChanged(), so that receivers never see a mixture of old and new shapes.
-/// Threads.     Construction, registration, references and removal belong to the thread of the container.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoGeometry : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,7 @@
 class ZORMathPoint;
 
 /// A curve of one segment between two points, which may coincide.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoLine : public ZORGeoCurve
 {
     Q_OBJECT

@@ -9,6 +9,8 @@ class ZORGeoCurve;
 
 /// A place on a curve or on the straight continuation of one of its ends; null until an operation fills it.
 /// A value that does not keep its curve alive: use it until the curve is destroyed or changes in place.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORGEOMETRY_EXPORT ZORGeoLocationOnCurve
 {
     const ZORGeoCurve* curve = nullptr; // not owned; null: no location

@@ -9,6 +9,8 @@ class ZORGeoSurface;
 
 /// A place on a surface, inside or on the border of one triangle; null until an operation fills it.
 /// A value that does not keep its surface alive: use it no longer than the surface.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORGEOMETRY_EXPORT ZORGeoLocationOnSurface
 {
     const ZORGeoSurface* surface = nullptr; // not owned; null: no location

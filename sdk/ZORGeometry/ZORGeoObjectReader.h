@@ -19,6 +19,8 @@ struct ZORGeoStoredObject;
 /// The content may come from anywhere: every function checks that the key is there and of the kind asked for,
 /// and the class checks what it means.
 /// \throws ZORSysFileException from every function but Has(): "container file is damaged: object %1 (%2): %3"
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoObjectReader
 {
 public:

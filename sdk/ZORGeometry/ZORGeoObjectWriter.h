@@ -21,6 +21,8 @@ struct ZORGeoStoredObject;
 /// Exactness.   Numbers keep all their bits.
 /// \throws ZORSysException from every reference and link to a geometry that the container does not hold:
 ///         "'%1' uses '%2', which is not in the container"
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORGEOMETRY_EXPORT ZORGeoObjectWriter
 {
 public:

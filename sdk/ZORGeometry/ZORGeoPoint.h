@@ -6,6 +6,7 @@
 #include <ZORMathematics/ZORMathPoint.h>
 
 /// A point of 3-space, free or tied to another geometry.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoPoint : public ZORGeoGeometry
 {
     Q_OBJECT

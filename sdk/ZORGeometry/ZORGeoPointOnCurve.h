@@ -14,6 +14,8 @@ class ZORGeoCurve;
 /// When the curve changes in place the point keeps its distance along the curve, or is at its end where the
 /// curve has become shorter than that. On a closed curve it does not pass the end either, so points keep their
 /// order. On the continuation before the start it keeps its distance from the start.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoPointOnCurve : public ZORGeoPoint
 {
     Q_OBJECT

@@ -10,6 +10,8 @@ class ZORGeoSurface;
 
 /// A point at a place of a surface. Holds a counted reference to the surface and keeps its position when the
 /// surface is destroyed.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoPointOnSurface : public ZORGeoPoint
 {
     Q_OBJECT

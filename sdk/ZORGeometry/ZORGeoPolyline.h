@@ -6,6 +6,7 @@
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 
 /// A curve given by its points.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoPolyline : public ZORGeoCurve
 {
     Q_OBJECT

@@ -24,6 +24,8 @@ class ZORGeoSurface;
 ///           straight over the mesh. For smooth surfaces the error falls with the square of the side length.
 /// Cost.     O(log T) a step. Very long or finely divided sources get longer steps: at most about 300,000
 ///           closest points are computed.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoProjectCrvSurOper : public ZORGeoCurveOnSurOper
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoProjectCrvSurOper)

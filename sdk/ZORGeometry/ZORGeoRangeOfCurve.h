@@ -9,6 +9,7 @@
 #include <limits>
 
 /// A piece of a curve; the whole curve by default, whatever its length.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoRangeOfCurve
 {
 public:

@@ -11,6 +11,8 @@
 /// Holds one reference of a geometry for as long as it lives, and becomes null when the geometry dies.
 ///
 /// The referenced type may be constant: ZORGeoReference<const ZORGeoSurface>. Copies count one each.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 template<class T>
 class ZORGeoReference
 {

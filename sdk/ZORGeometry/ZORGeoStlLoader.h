@@ -25,6 +25,8 @@ class ZORGeoSurface;
 /// Triangles.   In the order of the file. Facets that cannot be used are left out, counted in GetReport() and
 ///              logged as one warning of category "zor.geometry". Thin triangles without area stay: they
 ///              carry the connection between their neighbours.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoStlLoader
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoStlLoader)

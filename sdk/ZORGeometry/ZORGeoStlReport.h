@@ -8,6 +8,7 @@
 #include <QString>
 
 /// Counts of one load. All zero but `facets` for a file without blemish.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORGEOMETRY_EXPORT ZORGeoStlReport
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoStlReport)

@@ -16,6 +16,8 @@ class ZORGeoSurface;
 /// Facets come in the order of the triangles, with normals computed from the corners (0 0 0 where a triangle
 /// has no area). Coordinates are rounded to floats; ASCII files hold the shortest decimals that read back as
 /// the same floats, and name the solid after the surface.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORGEOMETRY_EXPORT ZORGeoStlWriter
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoStlWriter)

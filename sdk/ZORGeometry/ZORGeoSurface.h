@@ -29,9 +29,10 @@ class ZORMathVector;
 /// Units.      Millimetres.
 /// Ownership.  Owned by its container from Initialize() on. Locations on the surface point to it without
 ///             owning it and must not outlive it.
-/// Threads.    Immutable after construction; all const members may be called concurrently.
 /// Memory.     About 36 bytes a triangle and as many more after the first Project() or IntersectRay(), which
 ///             build a search tree.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoSurface : public ZORGeoGeometry
 {
     Q_OBJECT

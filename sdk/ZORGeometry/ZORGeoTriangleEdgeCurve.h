@@ -5,6 +5,7 @@
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 
 /// A curve on a surface that follows sides of triangles; its segments are whole sides.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoTriangleEdgeCurve : public ZORGeoCurveOnSurface
 {
     Q_OBJECT

@@ -8,6 +8,8 @@
 
 /// Registers a geometry class with ZORGeoContainer::RegisterType() while it lives: from the load of the
 /// library that holds it to its unload.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORGEOMETRY_EXPORT ZORGeoTypeRegistration
 {
 public:

@@ -5,6 +5,7 @@
 #include <ZORMathematics/ZORMathPoint.h>
 
 /// The smallest axis-parallel box around points; empty until a point was added.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORMATHEMATICS_EXPORT ZORMathBoundingBox
 {
 public:

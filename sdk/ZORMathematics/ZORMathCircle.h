@@ -6,6 +6,8 @@
 
 /// A circle parallel to the x-y plane, with angles in radians: counter-clockwise seen from above, 0 in
 /// the direction of x.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORMATHEMATICS_EXPORT ZORMathCircle
 {
 public:

@@ -6,6 +6,7 @@
 #include <ZORMathematics/ZORMathVector.h>
 
 /// A plane through an origin, spanned by two directions; the x-y plane by default.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORMATHEMATICS_EXPORT ZORMathPlane
 {
 public:

@@ -10,6 +10,7 @@
 #include <QString>
 
 /// A point of 3-space, millimetres; the origin by default.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORMATHEMATICS_EXPORT ZORMathPoint
 {
 public:

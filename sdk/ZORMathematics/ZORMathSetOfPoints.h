@@ -7,6 +7,7 @@
 #include <QList>
 
 /// Points in a given order: the vertices of a polyline, or marks.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORMathSetOfPoints : public QList<ZORMathPoint>
 {
 public:

@@ -10,6 +10,7 @@
 #include <cmath>
 
 /// A vector; as a displacement in millimetres.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORMATHEMATICS_EXPORT ZORMathVector
 {
 public:

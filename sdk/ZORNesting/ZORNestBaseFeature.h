@@ -5,6 +5,7 @@
 #include <ZORNesting/ZORNestingGlobal.h>
 
 /// Names choices; has no objects.
+/// Thread safety: thread-safe.
 class ZORNESTING_EXPORT ZORNestBaseFeature
 {
 public:

@@ -29,7 +29,7 @@ class ZORNestInstanceData;
 ///     run.SetLimit(ZORNestInstanceRun::Clock::Wall, 60);
 ///     const ZORNestLayout layout = run.Execute();
 ///
-/// Several threads may use copies of an instance, as with any value of Qt.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestInstance
 {
 public:

@@ -11,7 +11,9 @@ class ZORNestInstance;
 /// One run of the solver, for command lines and benchmarks; applications use ZORNestNestingProcessor, which nests in
 /// helper processes. Of more than 5000 copies in all, it nests 5000: those of high priority, then in the order of the items.
 ///
-/// Execute() runs in one thread; any thread may request a stop and read the progress meanwhile.
+/// While Execute() runs, any thread may request a stop and read the progress.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORNESTING_EXPORT ZORNestInstanceRun
 {
 public:

@@ -17,6 +17,8 @@ class ZORNestLayoutData;
 
 /// What a ZORNestInstanceRun has found: sheets with their parts, and what is not placed. A value; copies share their data.
 /// Lengths are in millimeters; indices count from 0 and are not checked.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestLayout
 {
 public:

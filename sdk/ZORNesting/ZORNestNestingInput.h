@@ -14,6 +14,8 @@
 ///
 /// Every value is kept as it is given; the report of the job names what it could not use. docs/nesting.md tells
 /// how the values act together.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestNestingInput
 {
 public:

@@ -11,6 +11,8 @@
 ///
 /// Every value is kept as it is given. What a job cannot use (contents that cannot be read, a negative
 /// quantity, a number that is not finite) its report names.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestNestingInputItem
 {
 public:

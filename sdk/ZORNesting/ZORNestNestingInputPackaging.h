@@ -11,6 +11,8 @@
 ///
 /// A sheet lies with its length along x and its width along y, its lower left corner at the origin. Millimetres.
 /// Every value is kept as it is given; a job reports sheets without usable area and numbers that it cannot use.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestNestingInputPackaging
 {
 public:

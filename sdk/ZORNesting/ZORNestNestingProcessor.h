@@ -20,6 +20,8 @@
 /// Every layout that is handed out has passed a check of true distances. With
 /// ZORNestDebugOptions::GetKeepNestingWorkDirectories() the work directories of jobs stay, with the part files,
 /// the sheet files and the report.
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORNESTING_EXPORT ZORNestNestingProcessor : public QObject
 {
     Q_OBJECT

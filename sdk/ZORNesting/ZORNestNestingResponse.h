@@ -17,6 +17,8 @@ class ZORWorkResponse;
 /// One job on its way through a ZORNestNestingProcessor, which makes and owns it. To be used in the thread of
 /// the processor; its signals come from the event loop of that thread, but for those of Queued, Stopping and Canceling,
 /// which come from within the processor's functions.
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORNESTING_EXPORT ZORNestNestingResponse : public QObject
 {
     Q_OBJECT

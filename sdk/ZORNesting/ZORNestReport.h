@@ -18,7 +18,7 @@ class ZORNestLayout;
 ///     report.SetRunTime(60);
 ///     file.write(report.Write());
 ///
-/// May be used in any thread, in one at a time.
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORNESTING_EXPORT ZORNestReport
 {
 public:

@@ -14,6 +14,8 @@ class ZORNestResultData;
 
 /// The parts that a translation gave, or those that lie on one sheet. A value; copies share their data and
 /// their items.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestResult
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestResult)

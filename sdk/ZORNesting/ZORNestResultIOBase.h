@@ -10,6 +10,7 @@
 class QIODevice;
 
 /// Where a result is read from or written to, and why that failed. docs/result-files.md tells the format.
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORNESTING_EXPORT ZORNestResultIOBase
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestResultIOBase)

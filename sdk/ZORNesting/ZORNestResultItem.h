@@ -19,6 +19,8 @@ class ZORNestResultItemData;
 /// tell how it came there from the coordinates of the part: mirrored (x to -x), then turned about the origin,
 /// then moved by the position. Numbers that are not finite throw ZORSysException "a number of the item is not
 /// finite".
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestResultItem
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestResultItem)

@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 
 /// Reads a result from a file or a device. Never throws: what cannot be read is an invalid, empty result.
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORNESTING_EXPORT ZORNestResultReader final : public ZORNestResultIOBase
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestResultReader)

@@ -21,6 +21,8 @@ class ZORNestResultSegmentData;
 ///
 /// Millimetres in the coordinates of the sheet; angles in radians, counter-clockwise from the direction of x.
 /// Every number is finite: makers and setters throw ZORSysException "a number of the segment is not finite".
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestResultSegment
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestResultSegment)

@@ -17,6 +17,8 @@ class ZORNestResultShapeData;
 /// LeadIn and LeadOut. A chain whose end is its start (to ZORNestResultSegment::joinTolerance) is closed.
 /// Measures are exact: closed forms with arcs as arcs, in the x-y plane, accurate to some units in the last
 /// place of the shape's size.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestResultShape
 {
 public:

@@ -10,6 +10,8 @@
 
 /// Writes a result to a file or a device. Equal results give equal bytes, on every machine with the same
 /// version of zstd: what was read is written as it was.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORNESTING_EXPORT ZORNestResultWriter final : public ZORNestResultIOBase
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestResultWriter)

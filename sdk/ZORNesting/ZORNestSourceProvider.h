@@ -16,6 +16,8 @@ class ZORWorkContext;
 
 /// Turns a source file into parts. Those of the library are there from the start: "dxf", "svg", "contour-xml"
 /// and "nesting-json", in this order. Others may be added.
+///
+/// Thread safety: thread-safe.
 class ZORNESTING_EXPORT ZORNestSourceProvider
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestSourceProvider)

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 /// Settings of one translation. A value.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestTranslationInput
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestTranslationInput)

@@ -18,6 +18,8 @@
 /// The work directories of jobs hold the part files for the reader, who may delete them, and a report. With
 /// ZORNestDebugOptions::GetKeepTranslationWorkDirectories() they stay, with a second copy of the part files
 /// that no result names.
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORNESTING_EXPORT ZORNestTranslationProcessor : public QObject
 {
     Q_OBJECT

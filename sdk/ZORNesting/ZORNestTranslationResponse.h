@@ -12,6 +12,7 @@
 class ZORWorkResponse;
 
 /// One source file on its way through a ZORNestTranslationProcessor, which makes and owns it.
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORNESTING_EXPORT ZORNestTranslationResponse : public QObject
 {
     Q_OBJECT

@@ -7,6 +7,7 @@
 #include <QByteArray>
 
 /// Display options of nesting results; everything is shown at first.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestVisOptions
 {
 public:

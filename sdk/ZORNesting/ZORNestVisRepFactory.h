@@ -8,6 +8,8 @@ class ZORNestResult;
 class ZORNestVisOptions;
 class ZORVisRep;
 
+/// Makes representations of nesting results.
+/// Thread safety: thread-safe.
 class ZORNESTING_EXPORT ZORNestVisRepFactory
 {
 public:

@@ -6,6 +6,7 @@
 #include <ZORNesting/ZORNestingGlobal.h>
 
 /// Keeps the options in the application's settings: group "Nesting/Visualization", key "Filters".
+/// Thread safety: main thread only.
 class ZORNESTING_EXPORT ZORNestVisualizationManager
 {
 public:

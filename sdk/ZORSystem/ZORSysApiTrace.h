@@ -21,9 +21,11 @@
 /// write nothing of their own.
 ///
 /// The environment variable ZOR_API_TRACE=<file> enables the trace from the first call on and writes
-/// every line to that file; a file that cannot be written is reported as a warning. Thread-safe: calls of
+/// every line to that file; a file that cannot be written is reported as a warning. Calls of
 /// other threads are traced with their own nesting. It is never destroyed, so that calls from static
 /// destructors are traced too.
+///
+/// Thread safety: thread-safe.
 class ZORSYSTEM_EXPORT ZORSysApiTrace : public QObject
 {
     Q_OBJECT
@@ -65,6 +67,7 @@ private:
 };
 
 /// One traced call; lives for the body of the function. Use it through ZOR_TRACE_CALL.
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORSYSTEM_EXPORT ZORSysApiTraceCall
 {
 public:

@@ -7,6 +7,7 @@
 #include <utility>
 
 /// Owns a file descriptor and closes it. Move-only; negative without one.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORSysDescriptor
 {
 public:

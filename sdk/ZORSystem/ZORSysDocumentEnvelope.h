@@ -22,6 +22,8 @@ class QIODevice;
 /// | 16 | 8      | length of the document                                             |
 /// | 24 | 8      | length of what follows the header                                  |
 /// | 32 | 32     | BLAKE2b-256 of the header's first 32 bytes and of what follows it  |
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORSYSTEM_EXPORT ZORSysDocumentEnvelope
 {
     Q_DECLARE_TR_FUNCTIONS(ZORSysDocumentEnvelope)

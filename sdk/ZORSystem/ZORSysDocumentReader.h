@@ -18,6 +18,8 @@
 ///
 /// Everything throws ZORSysFileException "%1 is damaged: unexpected content at byte %2 of the document" when
 /// the next value is another one.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORSYSTEM_EXPORT ZORSysDocumentReader
 {
     Q_DECLARE_TR_FUNCTIONS(ZORSysDocumentReader)

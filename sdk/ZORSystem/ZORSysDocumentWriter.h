@@ -12,6 +12,8 @@
 
 /// Puts values one by one into a document of CBOR (RFC 8949) with all lengths given. Bulk numbers become the
 /// typed arrays of RFC 8746: float64, tag 86, and sint32, tag 78, low byte first. Equal calls give equal bytes.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORSYSTEM_EXPORT ZORSysDocumentWriter
 {
 public:

@@ -10,6 +10,7 @@
 #include <exception>
 
 /// Failure of an SDK operation, with a message fit for the user.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORSYSTEM_EXPORT ZORSysException : public std::exception
 {
 public:

@@ -22,6 +22,8 @@
 ///
 /// A file that is open for reading only ends where it ended when it was opened, even if it keeps growing. One that is
 /// shortened meanwhile ends earlier. Like any QFile, it must not be mapped while another program may shorten it.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORSYSTEM_EXPORT ZORSysFile final : public QFile
 {
     Q_DECLARE_TR_FUNCTIONS(ZORSysFile)

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 
 /// A file could not be read, written or understood.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORSYSTEM_EXPORT ZORSysFileException : public ZORSysException
 {
 public:
@@ -15,6 +16,7 @@ public:
 };
 
 /// A file could not be opened. Message: "cannot open file '%1': %2".
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORSYSTEM_EXPORT ZORSysFileOpenException : public ZORSysFileException
 {
     Q_DECLARE_TR_FUNCTIONS(ZORSysFileOpenException)

@@ -53,6 +53,8 @@ QList<T> MakeList(qsizetype size)
 
 /// Address space that is kept free for the moment when everything else is used up: for the message about it.
 /// Holding it costs address space but no memory.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORSYSTEM_EXPORT Reserve
 {
 public:

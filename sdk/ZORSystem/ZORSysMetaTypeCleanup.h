@@ -11,6 +11,8 @@
 ///
 /// Qt registers a type on its first conversion or call by name and keeps a pointer to whichever copy of its
 /// description came first; left there, it would be read by the next library that uses a type of that name.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORSYSTEM_EXPORT ZORSysMetaTypeCleanup
 {
 public:

@@ -29,6 +29,8 @@ class QIODevice;
 ///
 /// A kill between the last two calls of a commit can leave a hidden file ".zor-save-*" beside the file, complete.
 /// File systems without unnamed files, network drives for example, may be left with an incomplete one.
+///
+/// Thread safety: reentrant; one thread at a time per object.
 class ZORSYSTEM_EXPORT ZORSysReplacedFile
 {
     Q_DECLARE_TR_FUNCTIONS(ZORSysReplacedFile)

@@ -8,6 +8,7 @@
 #include <QSettings>
 
 /// Hands out the settings store of the application, which the application sets at start.
+/// Thread safety: main thread only.
 class ZORSYSTEM_EXPORT ZORSysSettingsManager
 {
 public:

@@ -10,10 +10,12 @@
 #include <memory>
 
 /// Process-wide collection of stack traces for debugging: the SDK records the construction of
-/// geometries and changes of their reference counts here when its debug options ask for it. Thread-safe.
+/// geometries and changes of their reference counts here when its debug options ask for it.
 ///
 /// A label keeps its newest MaximumTraces traces. Where older ones had to go, the text of the oldest one
 /// that is left begins with "(n older traces were dropped)". Equal traces in a row share their memory.
+///
+/// Thread safety: thread-safe.
 class ZORSYSTEM_EXPORT ZORSysStackMonitor
 {
 public:

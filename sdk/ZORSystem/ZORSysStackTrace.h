@@ -11,6 +11,8 @@
 /// The return addresses of a call stack, innermost first; resolved to names only when shown.
 ///
 /// A value of 8 bytes a frame; copies share their frames.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORSYSTEM_EXPORT ZORSysStackTrace
 {
     Q_DECLARE_TR_FUNCTIONS(ZORSysStackTrace)

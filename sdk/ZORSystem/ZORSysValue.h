@@ -9,6 +9,8 @@
 
 /// Units of the values that users type and files hold. Inside, the SDK works in millimetres and
 /// radians.
+///
+/// Thread safety: thread-safe.
 class ZORSYSTEM_EXPORT ZORSysValue
 {
 public:

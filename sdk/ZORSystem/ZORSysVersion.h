@@ -8,6 +8,8 @@
 
 /// The version of the SDK libraries that run, not of the headers that a caller was compiled with. Plug-ins
 /// of the same major version fit.
+///
+/// Thread safety: thread-safe.
 class ZORSYSTEM_EXPORT ZORSysVersion
 {
 public:

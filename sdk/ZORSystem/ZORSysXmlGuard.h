@@ -25,6 +25,8 @@ constexpr int kMaximumAttributes = 4000;
 
 enum class Verdict { Harmless, TooDeep, TooManyAttributes, TooMuchExpansion, Malformed };
 
+/// Says what a scan has found.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct Finding
 {
     Verdict verdict = Verdict::Harmless;

@@ -27,6 +27,8 @@ class ZORGeoSurface;
 ///             around it follow, see ZORGeoGeometry. BodyChanged() reports it.
 /// Lifetime.   When somebody destroys the body or the centre line all the same, the course stays, without a
 ///             body or with an empty one. When the surface is destroyed the points of the centre line remain.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORTOOLPATH_EXPORT ZORTPCourse : public ZORFeatGeometry
 {
     Q_OBJECT

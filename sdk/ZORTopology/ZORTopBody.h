@@ -31,7 +31,8 @@ struct ZORTopStructure;
 ///             along the whole of its changed curve, and its vertices move to the ends. Vertices, edges and
 ///             faces that were taken from the body before are out of date then.
 /// Lifetime.   When geometry of it is destroyed all the same, it becomes the empty body.
-/// Threads.    Const members may be called concurrently, but not while geometry of the body changes.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORTOPOLOGY_EXPORT ZORTopBody : public ZORGeoGeometry
 {
     Q_OBJECT

@@ -15,6 +15,8 @@ class ZORTopVertex;
 
 /// A piece of a curve, or a chain of triangle sides on a surface. A value that refers to its body and does not
 /// keep it alive: use it no longer than the body.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORTOPOLOGY_EXPORT ZORTopEdge
 {
 public:

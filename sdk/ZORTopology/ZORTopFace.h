@@ -10,6 +10,8 @@ class ZORTopEdge;
 
 /// A connected piece of a surface that turns nowhere by more than the edge tolerance. A value that refers to its
 /// body and does not keep it alive: use it no longer than the body.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORTOPOLOGY_EXPORT ZORTopFace
 {
 public:

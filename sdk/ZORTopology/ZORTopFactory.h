@@ -17,6 +17,8 @@ class ZORTopBody;
 ///
 /// Geometry that a projection creates belongs to the container of the surface that it lies on. A call that
 /// throws or returns null leaves nothing behind.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORTOPOLOGY_EXPORT ZORTopFactory
 {
     Q_DECLARE_TR_FUNCTIONS(ZORTopFactory)

@@ -11,6 +11,8 @@ class ZORTopEdge;
 
 /// A place where edges end or meet, or a point by itself. A value that refers to its body and does not keep it
 /// alive: use it no longer than the body.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORTOPOLOGY_EXPORT ZORTopVertex
 {
 public:

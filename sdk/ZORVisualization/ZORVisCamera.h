@@ -14,6 +14,8 @@
 ///
 /// Pixels are those of the given view size, x to the right, y down from the upper left corner; view sizes
 /// without area count as 1 x 1. Arguments that are not finite change nothing.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisCamera
 {
 public:

@@ -12,6 +12,7 @@
 class ZORVisVirtualObject;
 
 /// Lists visual objects and tells who draws them about changes. Owns what it lists.
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORVISUALIZATION_EXPORT ZORVisEnvironment : public QObject
 {
     Q_OBJECT

@@ -12,6 +12,8 @@
 /// OpenGL without a window: one context for the process, made when it is first asked for, in the thread that
 /// asks. The environment variable ZOR_NO_GRAPHICS=1 keeps it from being made, and so does a limit of the address space
 /// (RLIMIT_AS) that leaves less than 1 GiB: drivers do not survive the end of the memory.
+///
+/// Thread safety: thread-safe.
 class ZORVISUALIZATION_EXPORT ZORVisGraphicsContext
 {
     Q_DECLARE_TR_FUNCTIONS(ZORVisGraphicsContext)

@@ -9,6 +9,8 @@
 
 /// Display options of one representation. Every combination of values is accepted: what cannot be drawn
 /// as it is (an invalid colour, a code out of range) is drawn as the default of its kind.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisOptions
 {
 public:

@@ -8,6 +8,7 @@ class QObject;
 class ZORVisVirtualObject;
 
 /// Result of ZORVisRenderer::Pick(); valid until the scene changes.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORVisPickResult
 {
     ZORVisVirtualObject* object = nullptr; // not owned; null: nothing was hit

@@ -6,6 +6,7 @@
 #include <ZORVisualization/ZORVisPrimitive.h>
 
 /// One symbol per point, in the point symbol of the representation. Points that are not finite are not drawn.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisPointPrimitive final : public ZORVisPrimitive
 {
 public:

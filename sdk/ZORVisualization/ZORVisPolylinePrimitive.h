@@ -10,6 +10,8 @@ class ZORGeoRangeOfCurve;
 
 /// Lines in the thickness and style of the representation. A point that is not finite interrupts a chain
 /// and removes its segment from a list of pairs.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisPolylinePrimitive final : public ZORVisPrimitive
 {
 public:

@@ -11,6 +11,8 @@ struct ZORVisPrimitiveData;
 
 /// Something to draw: lines, point symbols, a text, triangles. A primitive keeps all that its drawing
 /// needs, so that it survives the geometry it was made from; it never changes.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisPrimitive
 {
 public:

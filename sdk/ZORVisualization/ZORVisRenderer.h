@@ -21,6 +21,8 @@ class ZORVisScene;
 /// that of the user interface; else by software of its own, with the same contents and less speed. Edges are
 /// smoothed by several samples per pixel; where OpenGL is computed by the processor, scenes of more than
 /// 200000 triangles and segments go without. The same picture twice is the same bytes.
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORVISUALIZATION_EXPORT ZORVisRenderer
 {
 public:

@@ -11,6 +11,7 @@
 struct ZORVisRepItem;
 
 /// What a visual object looks like. A representation never changes after its construction.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisRep
 {
 public:

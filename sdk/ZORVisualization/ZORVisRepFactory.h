@@ -12,6 +12,7 @@
 class ZORVisRep;
 
 /// Draws representations without an environment.
+/// Thread safety: thread-safe.
 class ZORVISUALIZATION_EXPORT ZORVisRepFactory
 {
 public:

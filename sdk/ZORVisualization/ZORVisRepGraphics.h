@@ -10,6 +10,7 @@
 class ZORVisPrimitive;
 
 /// Primitives drawn with one set of options.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisRepGraphics final : public ZORVisRep
 {
 public:

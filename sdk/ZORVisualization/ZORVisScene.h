@@ -16,6 +16,8 @@ class ZORVisScenePrivate;
 /// renderers.
 ///
 /// Objects are drawn in the order in which they were added; one whose representation changes keeps its place.
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORVISUALIZATION_EXPORT ZORVisScene : public QObject
 {
     Q_OBJECT

@@ -8,6 +8,8 @@ class ZORGeoSurface;
 
 /// The triangles of a surface, lit from the viewer on both sides; smooth where the triangles at a vertex meet
 /// at less than 40 degrees. Triangles with a corner that is not finite are not drawn.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisSurfacePrimitive final : public ZORVisPrimitive
 {
 public:

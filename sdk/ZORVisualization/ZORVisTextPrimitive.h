@@ -11,6 +11,8 @@
 ///
 /// A text is hidden as a whole where a surface covers its position, else drawn as a whole. Line feeds in the
 /// text start new lines.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisTextPrimitive final : public ZORVisPrimitive
 {
 public:

@@ -6,6 +6,7 @@
 #include <ZORVisualization/ZORVisPrimitive.h>
 
 /// Triangles of three points each, flat shaded, lit from the viewer on both sides.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisTrianglePrimitive final : public ZORVisPrimitive
 {
 public:

@@ -21,6 +21,8 @@ class ZORVisStrokeFont;
 ///
 /// Source: A. V. Hershey, "Calligraphy for Computers", U. S. Naval Weapons Laboratory, 1967. The library's
 /// acknowledgements must accompany the font data.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisVectorFont
 {
     Q_DECLARE_TR_FUNCTIONS(ZORVisVectorFont)

@@ -29,6 +29,8 @@ class ZORVisVectorTextData;
 /// finite count as 0, unknown codes as the first of their kind, and strokes beyond the range of numbers are
 /// left out. Text size 0 and zero directions give strokes without extent; a negative text size turns the
 /// text by half a turn.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisVectorText
 {
     Q_DECLARE_TR_FUNCTIONS(ZORVisVectorText)

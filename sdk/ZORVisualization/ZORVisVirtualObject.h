@@ -17,6 +17,8 @@ class ZORVisRep;
 ///
 /// An object is seen from ZORVisEnvironment::AddVirtualObject() on. The environment deletes at its end what
 /// is still listed; deleting an object earlier takes it out of its environment, which emits ObjectRemoved.
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORVISUALIZATION_EXPORT ZORVisVirtualObject : public QObject
 {
     Q_OBJECT

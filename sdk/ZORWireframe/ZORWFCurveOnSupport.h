@@ -28,6 +28,8 @@ class ZORWFCurveOnSupportPrivate;
 ///             direction is perpendicular to the support at the start point" (for ConstantAngle), "the limit
 ///             '%1' is no curve on the support", "start length is negative", "end length is negative", "angle
 ///             is not finite".
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORWIREFRAME_EXPORT ZORWFCurveOnSupport : public ZORFeatComputedGeometry
 {
     Q_OBJECT

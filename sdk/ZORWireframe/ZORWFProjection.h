@@ -14,6 +14,8 @@
 ///             a point is one.
 /// Failures.   "the support is no surface", "the source is neither a point nor a curve", "nothing of the source can
 ///             be projected onto the support" (one of them is empty).
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORWIREFRAME_EXPORT ZORWFProjection : public ZORFeatComputedGeometry
 {
     Q_OBJECT

@@ -18,6 +18,8 @@ class ZORGeoCurve;
 /// Changes.    When the curve changes in place the body follows, and BodyChanged() is emitted.
 /// Lifetime.   When the curve is destroyed the feature stays, with the empty body; when somebody destroys the
 ///             body, without one.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORWIREFRAME_EXPORT ZORWFRawCurve : public ZORFeatGeometry
 {
     Q_OBJECT

@@ -20,6 +20,8 @@ class ZORGeoCartesianPoint;
 ///             while the feature is there.
 /// Lifetime.   When somebody destroys the body or the point all the same, the feature stays, without a
 ///             body or with an empty one.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORWIREFRAME_EXPORT ZORWFRawPoint : public ZORFeatGeometry
 {
     Q_OBJECT

@@ -17,6 +17,8 @@ class ZORGeoSurface;
 ///             but does not own it.
 /// Lifetime.   When the surface is destroyed the feature stays, with the empty body; when somebody destroys the
 ///             body, without one.
+///
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORWIREFRAME_EXPORT ZORWFRawSurface : public ZORFeatGeometry
 {
     Q_OBJECT

@@ -15,11 +15,14 @@ class ZORWorkEvents;
 
 /// Thrown by ZORWorkContext::ThrowIfCanceled() and caught by the machinery. Deliberately of no family: a job
 /// that catches std::exception for its own purposes does not swallow it.
+///
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORWORKER_EXPORT ZORWorkCanceled
 {
 };
 
-/// Passed to a job for the time of its run; every function may be called from any thread of the job.
+/// Passed to a job for the time of its run.
+/// Thread safety: thread-safe.
 class ZORWORKER_EXPORT ZORWorkContext
 {
 public:
@@ -57,6 +60,7 @@ private:
 };
 
 /// One piece of work: a function, or a kind with its input.
+/// Thread safety: reentrant; objects may be shared read-only.
 struct ZORWORKER_EXPORT ZORWorkJob
 {
     /// For the log and for the name of the work directory.

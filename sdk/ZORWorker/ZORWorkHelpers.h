@@ -7,11 +7,13 @@
 #include <QString>
 #include <QtGlobal>
 
-/// Settings of all helper processes. Every function is thread-safe.
+/// Settings of all helper processes.
 ///
 /// Helpers start when a job needs one, at most one per processor of the machine, and stay for the next jobs;
 /// jobs that are stopped before they begin may start as many more for their own time. All processors
 /// (ZORWorkProcessor) share them. They end with this process, however it ends.
+///
+/// Thread safety: thread-safe.
 class ZORWORKER_EXPORT ZORWorkHelpers
 {
 public:

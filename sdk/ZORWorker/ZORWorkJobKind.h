@@ -17,8 +17,9 @@
 /// same library.
 ///
 /// A kind shares nothing with its caller but bytes, so whatever it needs is in its input: options, not
-/// globals. Its input and its results are read by the same version of the SDK only. Every function is
-/// thread-safe.
+/// globals. Its input and its results are read by the same version of the SDK only.
+///
+/// Thread safety: thread-safe.
 class ZORWORKER_EXPORT ZORWorkJobKind
 {
     Q_DECLARE_TR_FUNCTIONS(ZORWorkJobKind)

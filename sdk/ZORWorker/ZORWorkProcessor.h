@@ -19,6 +19,8 @@
 /// Use it in one thread, which needs an event loop: news of the jobs arrive there. A job that fails, for
 /// whatever reason, is a failed job and nothing else; its reason is also logged ("zor.worker"). That includes
 /// jobs in helper processes that crash, exit, need more memory than their limit, or are killed from outside.
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORWORKER_EXPORT ZORWorkProcessor : public QObject
 {
     Q_OBJECT

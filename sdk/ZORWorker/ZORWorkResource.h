@@ -9,6 +9,7 @@
 #include <QStringList>
 
 /// Names a file; does not own it, and does not ask for its existence. A value.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORWORKER_EXPORT ZORWorkResource
 {
     Q_DECLARE_TR_FUNCTIONS(ZORWorkResource)

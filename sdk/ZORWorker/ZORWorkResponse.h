@@ -13,6 +13,8 @@
 /// The caller's side of one job of a ZORWorkProcessor, which makes and owns it. To be used in the thread of
 /// the processor; its signals come from the event loop of that thread, but for the one of Queued, which comes
 /// from within ZORWorkProcessor::Execute().
+///
+/// Thread safety: reentrant; an object belongs to its thread.
 class ZORWORKER_EXPORT ZORWorkResponse : public QObject
 {
     Q_OBJECT

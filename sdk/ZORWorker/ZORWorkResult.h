@@ -8,6 +8,7 @@
 #include <QList>
 
 /// The files that a job returns, in the order in which it made them, and bytes. A value; empty by default.
+/// Thread safety: reentrant; objects may be shared read-only.
 class ZORWORKER_EXPORT ZORWorkResult
 {
 public:
