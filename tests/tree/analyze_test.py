@@ -18,16 +18,25 @@ FILES = {
     "sdk/ZORSystem/A.cpp": "int a();\n",
     "sdk/ZORSystem/A_p.h": "int a();\n",
     "sdk/ZORSystem/B.cpp": "int b();\n",
+    "sdk/ZORSystem/C.cpp": "int c();\n",
     "build/generated.cpp": "int c();\n",
     "README.md": "a\n",
 }
-# Finds a fault in every source whose name is in the environment, and fails for the source that is named there.
+# Finds a fault in the source whose name is in the environment, alone and among others, or only among others; fails for the
+# source that is named there, and does not compile the one named there after others.
 ANALYZER = """#!/bin/sh
 for last; do :; done
-echo "$(basename "$0") $(basename "$last")" >> "$LOG"
-case "$last" in *"${FAULTY:-none}") echo "$last:1:2: warning: found by $(basename "$0") [a-check]"; exit 1 ;; esac
-case "$last" in *"${BROKEN:-none}") echo "cannot be read" >&2; exit 1 ;; esac
-exit 0
+case "$last" in */unit.cpp) sources=$(sed 's/#include "\\(.*\\)"/\\1/' "$last") ;; *) sources=$last ;; esac
+echo "$(basename "$0")" $(for source in $sources; do basename "$source"; done) >> "$LOG"
+code=0
+for source in $sources; do
+  case "$source" in *"${FAULTY:-none}") echo "$source:1:2: warning: found by $(basename "$0") [a-check]"; code=1 ;; esac
+  case "$source" in *"${BROKEN:-none}") echo "cannot be read" >&2; code=1 ;; esac
+  [ "$source" != "$sources" ] || continue
+  case "$source" in *"${FAULTY_AMONG_OTHERS:-none}") echo "$source:1:2: warning: fault [a-check]"; code=1 ;; esac
+  case "$source" in *"${COLLIDING:-none}") echo "$source:1:2: error: redefinition of 'a'"; code=1 ;; esac
+done
+exit $code
 """
 
 
@@ -36,13 +45,7 @@ class AnalyzeTest(unittest.TestCase):
         self.folder = tempfile.TemporaryDirectory()
         self.root = pathlib.Path(self.folder.name).resolve() / "clone"
         write_tree(self.root, FILES)
-        sources = ("sdk/ZORSystem/A.cpp", "sdk/ZORSystem/B.cpp", "build/generated.cpp")
-        entries = [
-            {"directory": str(self.root), "file": str(self.root / name),
-             "command": f"cmake -E env A=b ccache /usr/bin/c++ -Winvalid-pch -include x/cmake_pch.hxx -c {name}"}
-            for name in sources
-        ]
-        (self.root / "build" / "compile_commands.json").write_text(json.dumps(entries))
+        self.write_database({})
         tools = pathlib.Path(self.folder.name) / "bin"
         tools.mkdir()
         for name in ("clang-tidy-14", "clazy-standalone"):
@@ -52,6 +55,16 @@ class AnalyzeTest(unittest.TestCase):
         self.environment = {**os.environ, "PATH": f"{tools}:{os.environ['PATH']}", "LOG": str(self.log)}
         self.git("init", "-q")
         self.commit("First")
+
+    def write_database(self, options):
+        """Writes the compile database, with additional options of sources by their names."""
+        entries = [
+            {"directory": str(self.root), "file": str(self.root / name),
+             "command": f"cmake -E env A=b ccache /usr/bin/c++ -Winvalid-pch -include x/cmake_pch.hxx {options.get(name, '')} "
+             f"-o {name}.o -c {name}"}
+            for name in FILES if name.endswith(".cpp")
+        ]
+        (self.root / "build" / "compile_commands.json").write_text(json.dumps(entries))
 
     def tearDown(self):
         self.folder.cleanup()
@@ -75,8 +88,14 @@ class AnalyzeTest(unittest.TestCase):
 
     def test_every_source_but_generated_ones_by_both_analyzers(self):
         code, output, analyzed = self.analyze()
-        self.assertEqual((0, "2 sources analyzed, 0 findings\n"), (code, output))
-        self.assertEqual(["clang-tidy-14 A.cpp", "clang-tidy-14 B.cpp", "clazy-standalone A.cpp", "clazy-standalone B.cpp"], analyzed)
+        self.assertEqual((0, "3 sources analyzed, 0 findings\n"), (code, output))
+        self.assertEqual(["clang-tidy-14 A.cpp B.cpp C.cpp", "clazy-standalone A.cpp B.cpp C.cpp"], analyzed)
+
+    def test_sources_with_other_options_are_analyzed_apart(self):
+        self.write_database({"sdk/ZORSystem/B.cpp": "-DX"})
+        self.assertEqual(
+            ["clang-tidy-14 A.cpp C.cpp", "clang-tidy-14 B.cpp", "clazy-standalone A.cpp C.cpp", "clazy-standalone B.cpp"],
+            self.analyze()[2])
 
     def test_findings_and_failures_are_reported(self):
         code, output, _ = self.analyze(FAULTY="A.cpp", BROKEN="B.cpp")
@@ -85,7 +104,17 @@ class AnalyzeTest(unittest.TestCase):
             self.assertIn(f"sdk/ZORSystem/A.cpp:1:2: warning: found by {tool} [a-check]", output)
         for name in ("clang-tidy", "clazy"):
             self.assertIn(f"sdk/ZORSystem/B.cpp: {name} failed:\ncannot be read", output)
-        self.assertIn("2 sources analyzed, 4 findings", output)
+        self.assertIn("3 sources analyzed, 4 findings", output)
+
+    def test_findings_among_other_sources_are_confirmed_alone(self):
+        code, output, analyzed = self.analyze(FAULTY_AMONG_OTHERS="B.cpp")
+        self.assertEqual((0, "3 sources analyzed, 0 findings\n"), (code, output))
+        self.assertIn("clang-tidy-14 B.cpp", analyzed)
+
+    def test_sources_that_do_not_compile_together_are_analyzed_apart(self):
+        code, output, analyzed = self.analyze(COLLIDING="B.cpp")
+        self.assertEqual((0, "3 sources analyzed, 0 findings\n"), (code, output))
+        self.assertEqual(["clang-tidy-14 A.cpp C.cpp", "clang-tidy-14 B.cpp"], analyzed[:2])
 
     def test_sources_since_the_long_tests(self):
         passed = self.commit("Passed")
@@ -93,7 +122,7 @@ class AnalyzeTest(unittest.TestCase):
         self.commit("Change")
         self.assertEqual(["clang-tidy-14 B.cpp", "clazy-standalone B.cpp"], self.analyze("--since-long")[2])
         write_tree(self.root, {"sdk/ZORSystem/A_p.h": "int a2();\n"})  # not even committed
-        self.assertEqual(4, len(self.analyze("--since-long")[2]))
+        self.assertEqual(["clang-tidy-14 A.cpp B.cpp", "clazy-standalone A.cpp B.cpp"], self.analyze("--since-long")[2])
 
     def test_clone_without_the_commit(self):
         write_tree(self.root, {"tools/long_passed.txt": "0123456789012345678901234567890123456789\n"})
