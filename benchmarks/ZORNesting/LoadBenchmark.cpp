@@ -1,4 +1,4 @@
-// Many nesting jobs at once, and a large one that is canceled.
+// Many nesting jobs at once, and a large one that is canceled, destroyed and watched.
 
 #include "BenchmarkProgram.h"
 
@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -79,6 +80,30 @@ void RunJobsAtOnce(benchmark::State& state)
 }
 BENCHMARK(RunJobsAtOnce)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/// Handles events for so many milliseconds, at most until the end of the job.
+/// \return the longest time that this held up other events, in nanoseconds
+qint64 HandleEvents(const ZORNestNestingResponse* response, qint64 milliseconds)
+{
+    QElapsedTimer whole;
+    whole.start();
+    qint64 longest = 0;
+    while (whole.elapsed() < milliseconds && !response->IsAtEnd()) {
+        QElapsedTimer timer;
+        timer.start();
+        QCoreApplication::processEvents();
+        longest = std::max(longest, timer.nsecsElapsed());
+    }
+    return longest;
+}
+
+double ToSeconds(qint64 nanoseconds)
+{
+    return double(nanoseconds) * 1e-9;
+}
+
+constexpr qint64 kWarmUp = 1000; // milliseconds until a job nests
+constexpr qint64 kWatch = 5000;  // milliseconds that a job is watched for
+
 /// From the call of Cancel() to the end of the job, which has run for a second.
 void CancelJob(benchmark::State& state)
 {
@@ -87,17 +112,73 @@ void CancelJob(benchmark::State& state)
         ZORNestNestingProcessor processor;
         ZORNestNestingResponse* const response = processor.AddInput(input);
         processor.Execute(nullptr);
+        HandleEvents(response, kWarmUp);
         QElapsedTimer timer;
-        timer.start();
-        while (timer.elapsed() < 1000 && !response->IsAtEnd())
-            QCoreApplication::processEvents();
         timer.start();
         processor.Cancel();
         WaitFor([response] { return response->IsAtEnd(); });
-        state.SetIterationTime(double(timer.nsecsElapsed()) * 1e-9);
+        state.SetIterationTime(ToSeconds(timer.nsecsElapsed()));
     }
 }
 BENCHMARK(CancelJob)->Arg(500)->Arg(5000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(5);
+
+/// The destructor of a processor whose job has run for a second.
+void DestroyProcessor(benchmark::State& state)
+{
+    const ZORNestNestingInput input = MakeInput(int(state.range(0)));
+    for (auto _ : state) {
+        auto processor = std::make_unique<ZORNestNestingProcessor>();
+        const ZORNestNestingResponse* const response = processor->AddInput(input);
+        processor->Execute(nullptr);
+        HandleEvents(response, kWarmUp);
+        QElapsedTimer timer;
+        timer.start();
+        processor.reset();
+        state.SetIterationTime(ToSeconds(timer.nsecsElapsed()));
+    }
+}
+BENCHMARK(DestroyProcessor)
+    ->Arg(500)
+    ->Arg(5000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(5);
+
+/// The longest time between two signals of progress of a job that runs for five seconds.
+void LongestSilence(benchmark::State& state)
+{
+    ZORNestNestingInput input = MakeInput(int(state.range(0)));
+    input.SetMaxRunTime(2e-3 * kWatch);
+    for (auto _ : state) {
+        ZORNestNestingProcessor processor;
+        ZORNestNestingResponse* const response = processor.AddInput(input);
+        qint64 longest = 0;
+        QElapsedTimer timer;
+        QObject::connect(response, &ZORNestNestingResponse::ProgressChanged, response, [&] {
+            longest = std::max(longest, timer.nsecsElapsed());
+            timer.restart();
+        });
+        timer.start();
+        processor.Execute(nullptr);
+        HandleEvents(response, kWatch);
+        state.SetIterationTime(ToSeconds(std::max(longest, timer.nsecsElapsed())));
+    }
+}
+BENCHMARK(LongestSilence)->Arg(5000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1);
+
+/// The longest time that the event loop is held up by a job that runs for five seconds in a helper process.
+void LongestPause(benchmark::State& state)
+{
+    ZORNestNestingInput input = MakeInput(int(state.range(0)));
+    input.SetMaxRunTime(2e-3 * kWatch);
+    for (auto _ : state) {
+        ZORNestNestingProcessor processor;
+        const ZORNestNestingResponse* const response = processor.AddInput(input);
+        processor.Execute(nullptr);
+        state.SetIterationTime(ToSeconds(HandleEvents(response, kWatch)));
+    }
+}
+BENCHMARK(LongestPause)->Arg(1000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1);
 
 } // namespace
 

@@ -1,14 +1,17 @@
-// How fast the nesting solver prepares items, finds a first layout and judges places.
+// How fast the nesting solver prepares items, finds a first layout and judges places, and how soon it ends.
 
 #include "solver/base/ZORNestSolverRandom.h"
 #include "solver/run/ZORNestSolverPlan.h"
+#include "solver/run/ZORNestSolverRun.h"
 #include "solver/search/ZORNestSolverStrip.h"
 
+#include <algorithm>
 #include <array>
 #include <benchmark/benchmark.h>
+#include <ctime>
+#include <thread>
 
-using namespace ZORNestSolver;
-
+namespace ZORNestSolver {
 namespace {
 
 /// Round the origin with a few waves, counter-clockwise.
@@ -109,4 +112,64 @@ void Explore(benchmark::State& state)
 }
 BENCHMARK(Explore)->Unit(benchmark::kMillisecond);
 
+/// 160 items on sheets of a length, as many as it takes, or on a roll where that is not a number.
+Job MakeLongJob(double length)
+{
+    Job job = MakeJob(40, 60, 4);
+    job.kinds[0].length = length;
+    job.kinds[0].quantity = -1;
+    return job;
+}
+
+double GetProcessorTime()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+/// The processor time from a stop to the answer, after 500 moves of items.
+void StopSearch(benchmark::State& state, double length)
+{
+    const Job job = MakeLongJob(length);
+    RunOptions options;
+    options.minimumTime = 3600;
+    for (auto _ : state) {
+        Control control;
+        std::jthread run([&] { benchmark::DoNotOptimize(Solve(job, options, control)); });
+        while (control.steps < 500)
+            std::this_thread::yield();
+        const double start = GetProcessorTime();
+        control.stop = true;
+        run.join();
+        state.SetIterationTime(GetProcessorTime() - start);
+    }
+}
+constexpr double kSheetLength = 1500;
+constexpr double kNoLength = std::numeric_limits<double>::quiet_NaN();
+BENCHMARK_CAPTURE(StopSearch, sheets, kSheetLength)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(5);
+BENCHMARK_CAPTURE(StopSearch, roll, kNoLength)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(5);
+
+/// The processor time beyond the one that a run may take.
+void Overrun(benchmark::State& state, double length)
+{
+    const Job job = MakeLongJob(length);
+    RunOptions options;
+    options.clock = Budget::Clock::Processor;
+    options.maximumTime = 0.6;
+    for (auto _ : state) {
+        Control control;
+        const double start = GetProcessorTime();
+        benchmark::DoNotOptimize(Solve(job, options, control));
+        state.SetIterationTime(std::max(GetProcessorTime() - start - options.maximumTime, 0.0));
+    }
+}
+BENCHMARK_CAPTURE(Overrun, sheets, kSheetLength)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(5);
+BENCHMARK_CAPTURE(Overrun, roll, kNoLength)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(5);
+
 } // namespace
+} // namespace ZORNestSolver

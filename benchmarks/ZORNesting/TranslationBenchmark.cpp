@@ -2,10 +2,15 @@
 
 #include <ZORNesting/ZORNestSourceProvider.h>
 #include <ZORNesting/ZORNestTranslationInput.h>
+#include <ZORNesting/ZORNestTranslationProcessor.h>
+#include <ZORNesting/ZORNestTranslationResponse.h>
 #include <ZORWorker/ZORWorkContext.h>
 #include <ZORWorker/ZORWorkProcessor.h>
+#include <ZORWorker/ZORWorkResource.h>
+#include <ZORWorker/ZORWorkResult.h>
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -55,15 +60,31 @@ QByteArray MakeLines(int count)
     return text + Pair(0, "ENDSEC") + Pair(0, "EOF");
 }
 
-void Translate(benchmark::State& state, const QByteArray& content)
+/// Closed paths of 40 vertices.
+QByteArray MakePaths(int count)
+{
+    QByteArray text = "<svg xmlns=\"http://www.w3.org/2000/svg\">";
+    for (int i = 0; i < count; ++i) {
+        text += "<path d=\"M";
+        for (int k = 0; k < 40; ++k) {
+            const double x = 100.0 * (i % 100) + 4 * (k < 20 ? k : 39 - k);
+            const double y = 100.0 * (i / 100) + (k < 20 ? 0 : 50) + k % 2;
+            text += ' ' + QByteArray::number(x, 'f', 6) + ' ' + QByteArray::number(y, 'f', 6);
+        }
+        text += " Z\"/>";
+    }
+    return text + "</svg>";
+}
+
+void Translate(benchmark::State& state, const QByteArray& content, const QByteArray& format)
 {
     const QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("drawing.dxf"));
+    const QString path = directory.filePath(QStringLiteral("drawing.") + QString::fromLatin1(format));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         state.SkipWithError("cannot write the drawing");
     file.close();
-    const ZORNestSourceProvider* const provider = ZORNestSourceProvider::GetProvider("dxf");
+    const ZORNestSourceProvider* const provider = ZORNestSourceProvider::GetProvider(format);
     for (auto _ : state) {
         std::promise<qsizetype> parts;
         ZORWorkProcessor processor;
@@ -82,14 +103,47 @@ void Translate(benchmark::State& state, const QByteArray& content)
 
 void DxfPolylines(benchmark::State& state)
 {
-    Translate(state, MakePolylines(int(state.range(0))));
+    Translate(state, MakePolylines(int(state.range(0))), "dxf");
 }
 
 void DxfLines(benchmark::State& state)
 {
-    Translate(state, MakeLines(int(state.range(0))));
+    Translate(state, MakeLines(int(state.range(0))), "dxf");
 }
 
+void SvgPaths(benchmark::State& state)
+{
+    Translate(state, MakePaths(int(state.range(0))), "svg");
+}
+
+/// A job whose parts all have one name, so that their files are numbered; from its start to its end.
+void EqualNames(benchmark::State& state)
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("contours.xml"));
+    const QByteArray contour =
+        "<Ply NAME='p'><OuterContour><Pt>0 0</Pt><Pt>1 0</Pt><Pt>1 1</Pt></OuterContour></Ply>";
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("<r>" + contour.repeated(state.range(0)) + "</r>") < 0)
+        state.SkipWithError("cannot write the contours");
+    file.close();
+    ZORNestTranslationInput input;
+    input.SetPreTranslateProvider("contour-xml");
+    for (auto _ : state) {
+        ZORNestTranslationProcessor processor;
+        processor.SetPlace(ZORWorkProcessor::Threads);
+        const ZORNestTranslationResponse* const response = processor.AddInput(input, ZORWorkResource(path));
+        processor.Execute();
+        const ZORWorkResponse* const job = response->GetWorkResponse();
+        while (job->GetStatus() != ZORWorkResponse::Finished && job->GetStatus() != ZORWorkResponse::Failed)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (job->GetResult().GetResources().size() != state.range(0))
+            state.SkipWithError("parts are missing");
+    }
+}
+
+BENCHMARK(EqualNames)->Arg(1000)->Arg(5000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(SvgPaths)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 BENCHMARK(DxfPolylines)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 BENCHMARK(DxfLines)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 

@@ -1,4 +1,4 @@
-// How long a job takes that does nothing: from Execute() to the signal of its end.
+// How long a job takes that does nothing: from Execute() to the signal of its end; and how soon one ends that hangs.
 
 #include "BenchmarkProgram.h"
 
@@ -11,8 +11,11 @@
 #include <QFileInfo>
 
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cstring>
 #include <functional>
+#include <memory>
+#include <thread>
 
 namespace {
 
@@ -65,18 +68,43 @@ void BM_JobInNewHelper(benchmark::State& state)
     });
 }
 
+/// The destructor of a processor whose job answers nothing: it is killed.
+void BM_DestroyHangingJob(benchmark::State& state)
+{
+    for (auto _ : state) {
+        auto processor = std::make_unique<ZORWorkProcessor>();
+        processor->SetPlace(ZORWorkProcessor::HelperProcesses);
+        ZORWorkJob job;
+        job.name = QStringLiteral("job");
+        job.kind = "hang";
+        const ZORWorkResponse* const response = processor->AddJob(job);
+        processor->Execute();
+        while (response->GetStatus() < ZORWorkResponse::Running)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        const auto start = std::chrono::steady_clock::now();
+        processor.reset();
+        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+        state.SetIterationTime(seconds.count());
+    }
+}
+
 } // namespace
 
+BENCHMARK(BM_DestroyHangingJob)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_JobInThread)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_JobInWarmHelper)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_JobInNewHelper)->Arg(1 << 10)->UseRealTime()->Unit(benchmark::kMillisecond);
 
-/// This program is its own helper program, so that it needs no other kind than "echo".
+/// This program is its own helper program, so that it needs no other kinds than its own.
 int RunProgram(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     ZORWorkJobKind::Register(
         "echo", [](const ZORWorkContext&, const QByteArray& input) { return ZORWorkResult(input); });
+    ZORWorkJobKind::Register("hang", [](const ZORWorkContext&, const QByteArray&) -> ZORWorkResult {
+        for (;;)
+            std::this_thread::sleep_for(std::chrono::hours(1));
+    });
     if (argc > 1 && std::strcmp(argv[1], "--serve") == 0)
         return ZORWorkHelpers::Serve(argc, argv);
     ZORWorkHelpers::SetProgram(QCoreApplication::applicationFilePath());
