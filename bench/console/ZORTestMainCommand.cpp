@@ -5,8 +5,8 @@
 
 namespace {
 
-const ZORTestHostAction hostAction(&ZORTestMainCommand::staticMetaObject, ZORTestMainCommand::tr("SDK Test"),
-                                   ZORTestMainCommand::tr("Launches the SDK testing framework"));
+const ZORTestHostAction kHostAction(&ZORTestMainCommand::staticMetaObject, ZORTestMainCommand::tr("SDK Test"),
+                                    ZORTestMainCommand::tr("Launches the SDK testing framework"));
 
 } // namespace
 

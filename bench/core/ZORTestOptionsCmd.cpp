@@ -6,8 +6,8 @@
 namespace {
 
 const ZORTestHostAction
-    hostAction(&ZORTestOptionsCmd::staticMetaObject, ZORTestOptionsCmd::tr("SDK Test Options"),
-               ZORTestOptionsCmd::tr("Launches the SDK testing framework options dialog"));
+    kHostAction(&ZORTestOptionsCmd::staticMetaObject, ZORTestOptionsCmd::tr("SDK Test Options"),
+                ZORTestOptionsCmd::tr("Launches the SDK testing framework options dialog"));
 
 } // namespace
 

@@ -8,11 +8,11 @@ bool _ZORTestingLoaded = false;
 namespace {
 
 /// Holds the result of the registration right after loading, then what the callback stores.
-[[maybe_unused]] const bool initialisationRegistered = [] {
+[[maybe_unused]] const bool kInitialisationRegistered = [] {
     _ZORTestingLoaded = ZORSysRegisterInit([] { _ZORTestingLoaded = true; });
     return _ZORTestingLoaded;
 }();
 
-const ZORSysMetaTypeCleanup metaTypeCleanup(&_ZORTestingLoaded);
+const ZORSysMetaTypeCleanup kMetaTypeCleanup(&_ZORTestingLoaded);
 
 } // namespace

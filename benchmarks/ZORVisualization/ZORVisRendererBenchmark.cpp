@@ -23,7 +23,7 @@
 
 namespace {
 
-constexpr QSize pictureSize(1280, 800);
+constexpr QSize kPictureSize(1280, 800);
 
 double HeightAt(double x, double y)
 {
@@ -78,14 +78,14 @@ void RenderTurning(ZORVisRenderer& renderer, ZORVisCamera& camera, benchmark::St
 {
     for (auto _ : state) {
         camera.Orbit(17, 7);
-        benchmark::DoNotOptimize(renderer.Render(camera, pictureSize));
+        benchmark::DoNotOptimize(renderer.Render(camera, kPictureSize));
     }
 }
 
 ZORVisCamera CameraOn(const ZORVisScene& scene)
 {
     ZORVisCamera camera;
-    camera.FitAll(scene.GetBoundingBox(), pictureSize);
+    camera.FitAll(scene.GetBoundingBox(), kPictureSize);
     return camera;
 }
 
@@ -109,7 +109,7 @@ void SurfaceFirstPicture(benchmark::State& state)
         ZORVisRenderer renderer;
         renderer.SetScene(&scene);
         Show(environment, {new ZORVisSurfacePrimitive(surface)});
-        benchmark::DoNotOptimize(renderer.Render(CameraOn(scene), pictureSize));
+        benchmark::DoNotOptimize(renderer.Render(CameraOn(scene), kPictureSize));
         growth = std::max(growth, ResidentMegabytes() - before);
     }
     state.counters["MB"] = growth;
@@ -134,7 +134,7 @@ void SurfaceNextPicture(benchmark::State& state, ZORVisRenderer::DisplayMode mod
     renderer.SetDisplayMode(mode);
     Show(environment, {new ZORVisSurfacePrimitive(surface)});
     ZORVisCamera camera = CameraOn(scene);
-    renderer.Render(camera, pictureSize);
+    renderer.Render(camera, kPictureSize);
     RenderTurning(renderer, camera, state);
     delete surface;
 }
@@ -161,11 +161,11 @@ void SurfacePick(benchmark::State& state)
     renderer.SetScene(&scene);
     Show(environment, {new ZORVisSurfacePrimitive(surface)});
     const ZORVisCamera camera = CameraOn(scene);
-    renderer.Pick(camera, pictureSize, QPointF(640, 400)); // builds the tree
+    renderer.Pick(camera, kPictureSize, QPointF(640, 400)); // builds the tree
     int x = 300;
     for (auto _ : state) {
         x = x < 900 ? x + 1 : 300;
-        benchmark::DoNotOptimize(renderer.Pick(camera, pictureSize, QPointF(x, 400)));
+        benchmark::DoNotOptimize(renderer.Pick(camera, kPictureSize, QPointF(x, 400)));
     }
     delete surface;
 }
@@ -181,7 +181,7 @@ void ObjectsFirstPicture(benchmark::State& state)
         for (int i = 0; i < int(state.range(0)); ++i)
             Show(environment,
                  {new ZORVisPolylinePrimitive(CreateWave(i, 50), ZORVisPolylinePrimitive::Chain)});
-        benchmark::DoNotOptimize(renderer.Render(CameraOn(scene), pictureSize));
+        benchmark::DoNotOptimize(renderer.Render(CameraOn(scene), kPictureSize));
     }
 }
 BENCHMARK(ObjectsFirstPicture)
@@ -199,7 +199,7 @@ void ObjectsNextPicture(benchmark::State& state)
     for (int i = 0; i < int(state.range(0)); ++i)
         Show(environment, {new ZORVisPolylinePrimitive(CreateWave(i, 50), ZORVisPolylinePrimitive::Chain)});
     ZORVisCamera camera = CameraOn(scene);
-    renderer.Render(camera, pictureSize);
+    renderer.Render(camera, kPictureSize);
     RenderTurning(renderer, camera, state);
 }
 BENCHMARK(ObjectsNextPicture)

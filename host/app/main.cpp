@@ -44,9 +44,11 @@ int Run(int argc, char** argv)
 {
     AllowWithoutDisplay(argc, argv);
     std::vector<QByteArray> arguments;
+    arguments.reserve(size_t(argc));
     for (int i = 0; i < argc; ++i)
         arguments.push_back(ZORHostCommandLine::ProtectFromQt(argv[i]));
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (QByteArray& argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);

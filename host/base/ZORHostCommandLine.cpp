@@ -6,14 +6,14 @@
 
 namespace {
 
-const QLatin1String protectedPlugin("load-plugin");
+const QLatin1String kProtectedPlugin("load-plugin");
 
 struct Parser
 {
     QCommandLineParser parser;
     QCommandLineOption plugin{
         "plugin", ZORHostCommandLine::tr("Loads the plug-in <file>. May be given several times."), "file"};
-    QCommandLineOption shieldedPlugin{protectedPlugin, QString(), "file"};
+    QCommandLineOption shieldedPlugin{kProtectedPlugin, QString(), "file"};
     QCommandLineOption noPlugins{
         "no-default-plugins",
         ZORHostCommandLine::tr("Loads only the plug-ins named by --plugin, none from the search path.")};
@@ -78,7 +78,7 @@ QByteArray ZORHostCommandLine::ProtectFromQt(const QByteArray& argument)
     const QByteArray name = "--plugin";
     if (argument != name && !argument.startsWith(name + '='))
         return argument;
-    return "--" + QByteArray(protectedPlugin.data()) + argument.mid(name.size());
+    return "--" + QByteArray(kProtectedPlugin.data()) + argument.mid(name.size());
 }
 
 ZORHostCommandLine ZORHostCommandLine::Parse(const QStringList& arguments)

@@ -21,7 +21,7 @@
 
 namespace {
 
-const QLatin1String interfaceId("org.zorvane.sdk.Plugin");
+const QLatin1String kInterfaceId("org.zorvane.sdk.Plugin");
 
 /// The file that holds the address; empty for none.
 QString FileOfAddress(const void* address)
@@ -198,7 +198,7 @@ void ZORHostPluginManager::LoadFromFolder(const QString& folder, Trust trust)
         const bool isDamaged = !isWhole && BeginsAsLibrary(path);
         if (id.isEmpty() && !isDamaged && QDir(folder).dirName() != QLatin1String("plugins"))
             continue;
-        if (!id.isEmpty() && id != interfaceId)
+        if (!id.isEmpty() && id != kInterfaceId)
             continue;
         if (trust == Trust::OwnFilesOnly && IsWritableByEverybody(file))
             Refuse(path, tr("the file is ignored in ZOR_PLUGIN_PATH: everybody may write to it"));
@@ -225,9 +225,9 @@ bool ZORHostPluginManager::ReadMetaData(ZORHostPlugin& plugin) const
         return false;
     }
     const QString id = outer.value(QLatin1String("IID")).toString();
-    if (id != interfaceId) {
+    if (id != kInterfaceId) {
         plugin.reason =
-            tr("this is a plug-in for something else: its interface is '%1', not '%2'").arg(id, interfaceId);
+            tr("this is a plug-in for something else: its interface is '%1', not '%2'").arg(id, kInterfaceId);
         return false;
     }
     const QJsonObject data = outer.value(QLatin1String("MetaData")).toObject();

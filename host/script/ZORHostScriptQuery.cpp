@@ -19,8 +19,10 @@
 
 namespace {
 
-using namespace ZORHostDocumentQuery;
-using namespace ZORHostWidgetFinder;
+namespace document = ZORHostDocumentQuery;
+using ZORHostWidgetFinder::FindAction;
+using ZORHostWidgetFinder::FindWidget;
+using ZORHostWidgetFinder::FindWindow;
 
 QString Either(bool first, const char* yes, const char* no)
 {
@@ -119,13 +121,14 @@ const QHash<QString, Query>& Queries()
           [](W window, A a) { return ZORHostWidgetAccess::GetCell(FindWidget(window, a[0]), a[1], a[2]); }}},
         {"enabled", {1, true, [](W window, A a) { return IsEnabled(window, a[0]); }}},
         {"checked", {1, true, [](W window, A a) { return ActionState(window, a[0]); }}},
-        {"geometries", {0, false, [](W, A) { return QString::number(CountGeometries()); }}},
-        {"objects", {0, false, [](W, A) { return QString::number(CountVirtualObjects()); }}},
-        {"references", {1, false, [](W, A a) { return QString::number(CountReferences(a[0])); }}},
-        {"triangles", {1, false, [](W, A a) { return QString::number(CountTriangles(a[0])); }}},
-        {"points", {1, false, [](W, A a) { return QString::number(CountPoints(a[0])); }}},
-        {"length", {1, false, [](W, A a) { return QString::number(MeasureLength(a[0]), 'f', 6); }}},
-        {"deviation", {2, false, [](W, A a) { return QString::number(MeasureDeviation(a[0], a[1])); }}},
+        {"geometries", {0, false, [](W, A) { return QString::number(document::CountGeometries()); }}},
+        {"objects", {0, false, [](W, A) { return QString::number(document::CountVirtualObjects()); }}},
+        {"references", {1, false, [](W, A a) { return QString::number(document::CountReferences(a[0])); }}},
+        {"triangles", {1, false, [](W, A a) { return QString::number(document::CountTriangles(a[0])); }}},
+        {"points", {1, false, [](W, A a) { return QString::number(document::CountPoints(a[0])); }}},
+        {"length", {1, false, [](W, A a) { return QString::number(document::MeasureLength(a[0]), 'f', 6); }}},
+        {"deviation",
+         {2, false, [](W, A a) { return QString::number(document::MeasureDeviation(a[0], a[1])); }}},
         {"size", {1, false, [](W, A a) { return QString::number(QFileInfo(a[0]).size()); }}},
         {"file", {1, false, [](W, A a) { return Either(QFileInfo::exists(a[0]), "there", "missing"); }}},
         {"same", {2, false, [](W, A a) { return IsSameContent(a[0], a[1]); }}},

@@ -18,12 +18,12 @@
 
 namespace {
 
-const QColor surfaceColor(0x8f, 0xa9, 0xc4);
+const QColor kSurfaceColor(0x8f, 0xa9, 0xc4);
 
 void Show(ZORGeoSurface* surface, ZORFeatEnvironment* environment)
 {
     ZORVisOptions options;
-    options.SetColor(surfaceColor);
+    options.SetColor(kSurfaceColor);
     auto object = std::make_unique<ZORVisVirtualObject>(environment, surface);
     object->SetRep(new ZORVisRepGraphics({new ZORVisSurfacePrimitive(surface)}, options));
     QObject::connect(surface, &QObject::destroyed, object.get(), &QObject::deleteLater);

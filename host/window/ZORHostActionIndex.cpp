@@ -7,7 +7,7 @@
 
 namespace {
 
-const QLatin1String arrow(" > ");
+const QLatin1String kArrow(" > ");
 
 void Collect(const QList<QAction*>& actions, const QString& path, QList<ZORHostActionEntry>& result)
 {
@@ -16,7 +16,7 @@ void Collect(const QList<QAction*>& actions, const QString& path, QList<ZORHostA
             continue;
         const QString text = ZORHostPlainText(action->text());
         if (const QMenu* menu = action->menu())
-            Collect(menu->actions(), path + arrow + text, result);
+            Collect(menu->actions(), path + kArrow + text, result);
         else
             result.append({action, text, path});
     }

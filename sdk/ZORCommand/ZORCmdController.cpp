@@ -55,7 +55,7 @@ public:
 namespace {
 
 // Qt keeps the description of a type that it meets first: not that of a plug-in, which may be unloaded.
-[[maybe_unused]] const int actionMetaType = qRegisterMetaType<QAction*>();
+[[maybe_unused]] const int kActionMetaType = qRegisterMetaType<QAction*>();
 
 // Class names of a library vanish with it: look them up and store them by value.
 QByteArray NameOf(const QMetaObject* command)

@@ -253,8 +253,8 @@ double ZORCompPly::GetMass() const
 {
     if (!GetMaterial())
         return kUnknown;
-    constexpr double KilogramsPerTonne = 1000;
-    return GetArea() * GetThickness() * GetMaterial()->GetProperties().density * KilogramsPerTonne;
+    constexpr double kKilogramsPerTonne = 1000;
+    return GetArea() * GetThickness() * GetMaterial()->GetProperties().density * kKilogramsPerTonne;
 }
 
 struct ZORCompPlyStorage

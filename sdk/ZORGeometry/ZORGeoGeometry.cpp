@@ -14,8 +14,8 @@ ZOR_GEO_REGISTER_TYPE(ZORGeoGeometry)
 namespace {
 
 // Qt keeps the description of a type that it meets first: not that of a plug-in, which may be unloaded.
-[[maybe_unused]] const int geometryMetaType = qRegisterMetaType<ZORGeoGeometry*>();
-[[maybe_unused]] const int classMetaType = qRegisterMetaType<const QMetaObject*>();
+[[maybe_unused]] const int kGeometryMetaType = qRegisterMetaType<ZORGeoGeometry*>();
+[[maybe_unused]] const int kClassMetaType = qRegisterMetaType<const QMetaObject*>();
 
 } // namespace
 

@@ -32,10 +32,9 @@ public:
     {
     }
     ZORGeoReference(ZORGeoReference&& other) noexcept
-        : m_geometry(other.m_geometry)
+        : m_geometry(std::exchange(other.m_geometry, nullptr))
         , m_user(other.m_user)
     {
-        other.m_geometry.clear();
     }
     ZORGeoReference& operator=(ZORGeoReference other) noexcept
     {

@@ -26,10 +26,10 @@ namespace {
 using Segment = ZORNestResultSegment;
 
 constexpr double kParts = 50000; // of the result's size: how far polylines may lie off arcs
-const QColor sheetColor(0xb0, 0xb4, 0xba);
-const QColor labelColor(0xf2, 0xf4, 0xf7);
-const QColor fillColor(0x34, 0x4a, 0x63);
-const QColor mirroredFillColor(0x5a, 0x46, 0x63);
+const QColor kSheetColor(0xb0, 0xb4, 0xba);
+const QColor kLabelColor(0xf2, 0xf4, 0xf7);
+const QColor kFillColor(0x34, 0x4a, 0x63);
+const QColor kMirroredFillColor(0x5a, 0x46, 0x63);
 
 ZORMathBoundingBox BoxOf(const ZORNestResultItem& item)
 {
@@ -114,11 +114,11 @@ void Drawing::AddSheet(const ZORMathBoundingBox& sheet)
         return;
     const ZORMathPoint a = sheet.GetLowerPoint();
     const ZORMathPoint b = sheet.GetUpperPoint();
-    AddChain({-1, 1, ZORVisOptions::Solid, sheetColor.rgba()}, {a,
-                                                                {b.GetX(), a.GetY(), a.GetZ()},
-                                                                {b.GetX(), b.GetY(), a.GetZ()},
-                                                                {a.GetX(), b.GetY(), a.GetZ()},
-                                                                a});
+    AddChain({-1, 1, ZORVisOptions::Solid, kSheetColor.rgba()}, {a,
+                                                                 {b.GetX(), a.GetY(), a.GetZ()},
+                                                                 {b.GetX(), b.GetY(), a.GetZ()},
+                                                                 {a.GetX(), b.GetY(), a.GetZ()},
+                                                                 a});
 }
 
 // Returns the chains that were added.
@@ -209,7 +209,7 @@ void Drawing::AddLabel(const ZORNestResultItem& item, const QList<ZORMathSetOfPo
     label.SetPlane(plane);
     label.SetTextSize(size * place.scale);
     for (const ZORMathSetOfPoints& stroke : label.GetPolylines())
-        AddChain({1000, 1.5, ZORVisOptions::Solid, labelColor.rgba()}, stroke);
+        AddChain({1000, 1.5, ZORVisOptions::Solid, kLabelColor.rgba()}, stroke);
 }
 
 void Drawing::AddItem(const ZORNestResultItem& item)
@@ -241,7 +241,7 @@ ZORVisRep* Drawing::CreateRep() const
     };
     for (const auto& [isMirrored, triangles] : m_fills) {
         ZORVisOptions options;
-        options.SetColor(isMirrored ? mirroredFillColor : fillColor);
+        options.SetColor(isMirrored ? kMirroredFillColor : kFillColor);
         add(new ZORVisTrianglePrimitive(triangles), options);
     }
     for (const auto& [look, points] : m_lines) {

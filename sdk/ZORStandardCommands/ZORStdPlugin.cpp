@@ -67,7 +67,7 @@ private:
     std::list<ZORCmdActionPublisher> m_publishers;
 };
 
-const ZORSysMetaTypeCleanup metaTypeCleanup(&ZORStdPlugin::staticMetaObject);
+const ZORSysMetaTypeCleanup kMetaTypeCleanup(&ZORStdPlugin::staticMetaObject);
 const Actions kActions;
 
 } // namespace

@@ -40,19 +40,18 @@ void CompleteJob(const QByteArray& interim)
 
 void Read(Content content, const QByteArray& bytes)
 {
-    using namespace ZORNestJobBytes;
-    const auto write = [](const auto& value) { return Write(value); };
+    const auto write = [](const auto& value) { return ZORNestJobBytes::Write(value); };
     switch (content) {
     case NestingTask:
-        return CheckForm(bytes, ReadNestingTask, write);
+        return CheckForm(bytes, ZORNestJobBytes::ReadNestingTask, write);
     case NestingOutcome:
-        return CheckForm(bytes, ReadNestingOutcome, write);
+        return CheckForm(bytes, ZORNestJobBytes::ReadNestingOutcome, write);
     case InterimLayout:
-        return CheckForm(bytes, ReadInterimLayout, write);
+        return CheckForm(bytes, ZORNestJobBytes::ReadInterimLayout, write);
     case TranslationTask:
-        return CheckForm(bytes, ReadTranslationTask, write);
+        return CheckForm(bytes, ZORNestJobBytes::ReadTranslationTask, write);
     case TranslationOutcome:
-        return CheckForm(bytes, ReadTranslationOutcome, write);
+        return CheckForm(bytes, ZORNestJobBytes::ReadTranslationOutcome, write);
     case LastLayout:
         return CompleteJob(bytes);
     case NumContents:

@@ -8,8 +8,7 @@
 #include <limits>
 #include <numbers>
 
-using namespace ZORNestSolver;
-
+namespace ZORNestSolver {
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
@@ -202,3 +201,5 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     FuzzSolver::SolveAndProve(reader.Read(), moves, isStopped);
     return 0;
 }
+
+} // namespace ZORNestSolver

@@ -9,9 +9,16 @@
 
 namespace FuzzSolver {
 
-namespace {
+using ZORNestSolver::Budget;
+using ZORNestSolver::Control;
+using ZORNestSolver::Job;
+using ZORNestSolver::NestedSheet;
+using ZORNestSolver::Placement;
+using ZORNestSolver::RunOptions;
+using ZORNestSolver::Solution;
+using ZORNestSolver::UnplacedItem;
 
-using namespace ZORNestSolver;
+namespace {
 
 constexpr int kMostCopies = 12; // more take longer without reaching other code
 

@@ -85,8 +85,8 @@ private:
 
 namespace {
 
-const PublishedCommand command(&FaultyCmd::staticMetaObject, "Faulty", "nesting-info", "Fail", "Fails",
-                               ZORCmdActionPublisher::MenuOnly);
+const PublishedCommand kCommand(&FaultyCmd::staticMetaObject, "Faulty", "nesting-info", "Fail", "Fails",
+                                ZORCmdActionPublisher::MenuOnly);
 
 } // namespace
 

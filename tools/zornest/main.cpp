@@ -29,8 +29,6 @@
 #include <thread>
 #include <unistd.h>
 
-using namespace ZorNest;
-
 namespace {
 
 constexpr int kPictureWidth = 2000;       // pixels
@@ -164,7 +162,7 @@ public:
     Q_DISABLE_COPY_MOVE(Interruptible)
 };
 
-Outcome NestVisibly(const ZORNestInstance& instance, const Options& options)
+Outcome NestVisibly(const ZORNestInstance& instance, const ZorNest::Options& options)
 {
     QElapsedTimer timer;
     timer.start();
@@ -186,7 +184,7 @@ Outcome NestVisibly(const ZORNestInstance& instance, const Options& options)
 class Results
 {
 public:
-    explicit Results(const Options& options)
+    explicit Results(const ZorNest::Options& options)
         : m_layout(options.layout)
         , m_report(options.report)
         , m_pictures(options.pictures)
@@ -264,15 +262,15 @@ std::optional<ZORNestInstance> ReadInstance(const QString& path, QTextStream& er
     }
 }
 
-int Run(const Options& options, QTextStream& out, QTextStream& errors)
+int Run(const ZorNest::Options& options, QTextStream& out, QTextStream& errors)
 {
     std::optional<ZORNestInstance> instance = ReadInstance(options.instance, errors);
     if (!instance)
-        return BadInstance;
+        return ZorNest::BadInstance;
     Results results(options);
     if (const QString error = results.Open(); !error.isEmpty()) {
         errors << error << "\n";
-        return CannotWrite;
+        return ZorNest::CannotWrite;
     }
     instance->SetSeed(options.seed);
     const Outcome outcome = NestVisibly(*instance, options);
@@ -280,28 +278,28 @@ int Run(const Options& options, QTextStream& out, QTextStream& errors)
     out.flush();
     if (const QString error = results.Write(outcome); !error.isEmpty()) {
         errors << error << "\n";
-        return CannotWrite;
+        return ZorNest::CannotWrite;
     }
     const QStringList faults = outcome.layout.FindFaults();
     for (const QString& fault : faults)
         errors << "fault: " << fault << "\n";
     if (!faults.isEmpty())
-        return Faulty;
-    return outcome.layout.GetNumUnplaced() == 0 ? AllPlaced : SomeNotPlaced;
+        return ZorNest::Faulty;
+    return outcome.layout.GetNumUnplaced() == 0 ? ZorNest::AllPlaced : ZorNest::SomeNotPlaced;
 }
 
 int RunArguments(const QStringList& arguments)
 {
     QTextStream out(stdout);
     QTextStream errors(stderr);
-    const Options options = ReadOptions(arguments);
+    const ZorNest::Options options = ZorNest::ReadOptions(arguments);
     if (!options.help.isEmpty()) {
         out << options.help;
-        return AllPlaced;
+        return ZorNest::AllPlaced;
     }
     if (!options.error.isEmpty()) {
         errors << options.error << "; see zornest --help\n";
-        return BadUsage;
+        return ZorNest::BadUsage;
     }
     return Run(options, out, errors);
 }
@@ -330,5 +328,5 @@ int main(int argc, char** argv)
         QCoreApplication::setApplicationName("zornest");
         return RunArguments(QCoreApplication::arguments());
     };
-    return ZorRunTool(run, Failed);
+    return ZorRunTool(run, ZorNest::Failed);
 }

@@ -49,7 +49,7 @@ const JsonFormat kJsonFormat;
 const XmlFormat kXmlFormat;
 
 // In one file, for the order in which they are listed.
-const ZORCompFormatRegistration jsonRegistration(kJsonFormat);
-const ZORCompFormatRegistration xmlRegistration(kXmlFormat);
+const ZORCompFormatRegistration kJsonRegistration(kJsonFormat);
+const ZORCompFormatRegistration kXmlRegistration(kXmlFormat);
 
 } // namespace

@@ -38,9 +38,9 @@ QString ZorCompFormatAngle(double radians)
     const QString rounded = QString::number(degrees, 'g', 12);
     if (ZorCompParseAngle(rounded) == radians)
         return rounded;
-    constexpr double Infinity = std::numeric_limits<double>::infinity();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     for (const double candidate :
-         {degrees, std::nextafter(degrees, Infinity), std::nextafter(degrees, -Infinity)}) {
+         {degrees, std::nextafter(degrees, kInfinity), std::nextafter(degrees, -kInfinity)}) {
         if (ZorCompToRadians(candidate) == radians)
             return ZorCompFormatNumber(candidate);
     }

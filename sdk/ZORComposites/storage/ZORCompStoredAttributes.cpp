@@ -14,7 +14,7 @@ struct Texts
 
 void ZorCompWriteAttributes(const ZORCompAttributed& feature, ZORGeoObjectWriter& writer)
 {
-    const QJsonObject attributes = feature.GetAttributes();
+    const QJsonObject& attributes = feature.GetAttributes();
     const QByteArray json =
         attributes.isEmpty() ? QByteArray() : QJsonDocument(attributes).toJson(QJsonDocument::Compact);
     writer.WriteString("attributes", QString::fromUtf8(json));

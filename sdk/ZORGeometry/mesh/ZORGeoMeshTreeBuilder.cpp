@@ -184,6 +184,7 @@ void ZORGeoMeshTreeBuilder::RunTasks(const std::vector<Task>& tasks, Nodes& node
 {
     const auto policy = tasks.size() > 1 ? std::launch::async | std::launch::deferred : std::launch::deferred;
     std::vector<std::future<Nodes>> subtrees;
+    subtrees.reserve(tasks.size());
     for (const Task& task : tasks) {
         subtrees.push_back(std::async(policy, [this, &task] {
             Nodes subtree;

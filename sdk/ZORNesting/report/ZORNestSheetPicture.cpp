@@ -30,10 +30,10 @@ constexpr double kRowGap = 12;      // pixels
 constexpr double kBorder = 1.5;     // pixels around a sheet
 constexpr double kLineWidth = 1.6;  // pixels around a part
 constexpr double kHighestRow = 0.8; // height of a row in parts of the picture's width
-const QColor sheetColor(0xff, 0xff, 0xff);
-const QColor wasteColor(0xe9, 0xeb, 0xee);
-const QColor borderColor(0x8a, 0x90, 0x99);
-const QColor labelColor(0x1d, 0x26, 0x30);
+const QColor kSheetColor(0xff, 0xff, 0xff);
+const QColor kWasteColor(0xe9, 0xeb, 0xee);
+const QColor kBorderColor(0x8a, 0x90, 0x99);
+const QColor kLabelColor(0x1d, 0x26, 0x30);
 
 /// Angles of Qt's arcs count the other way round, since its y points down.
 void AppendArc(QPainterPath& path, const Arc& arc)
@@ -144,8 +144,8 @@ void ZORNestSheetPicture::DrawRow(QPainter& painter, const NestedSheet& sheet, c
     painter.save();
     painter.setClipRect(place.adjusted(-kBorder, -kBorder, kBorder, kBorder));
     painter.setPen(Qt::NoPen);
-    painter.fillRect(place, wasteColor);
-    painter.fillRect(toPixels.mapRect(GetUsable(m_job, sheet).intersected(ToRect(view))), sheetColor);
+    painter.fillRect(place, kWasteColor);
+    painter.fillRect(toPixels.mapRect(GetUsable(m_job, sheet).intersected(ToRect(view))), kSheetColor);
     // Of a long sheet a row shows few parts.
     const QRectF seen =
         toPixels.inverted().mapRect(place.adjusted(-kLineWidth, -kLineWidth, kLineWidth, kLineWidth));
@@ -159,7 +159,7 @@ void ZORNestSheetPicture::DrawRow(QPainter& painter, const NestedSheet& sheet, c
         for (const Placement& placement : visible)
             DrawLabel(painter, placement, toPixels);
     }
-    painter.setPen(QPen(borderColor, kBorder));
+    painter.setPen(QPen(kBorderColor, kBorder));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(place);
     painter.restore();
@@ -191,7 +191,7 @@ void ZORNestSheetPicture::DrawLabel(QPainter& painter, const Placement& placemen
     QFont font = QGuiApplication::font();
     font.setPixelSize(int(size));
     painter.setFont(font);
-    painter.setPen(labelColor);
+    painter.setPen(kLabelColor);
     const QPointF place = toPixels.map(QPointF(center.x, center.y));
     painter.drawText(QRectF(place - QPointF(4 * size, size), QSizeF(8 * size, 2 * size)), Qt::AlignCenter,
                      text);

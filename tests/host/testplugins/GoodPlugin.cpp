@@ -44,8 +44,8 @@ public:
 
 namespace {
 
-const PublishedCommand command(&GoodPluginCmd::staticMetaObject, "Good", "nesting-info", "Good Action",
-                               "Opens the window of the plug-in", ZORCmdActionPublisher::MenuAndToolBar);
+const PublishedCommand kCommand(&GoodPluginCmd::staticMetaObject, "Good", "nesting-info", "Good Action",
+                                "Opens the window of the plug-in", ZORCmdActionPublisher::MenuAndToolBar);
 
 } // namespace
 

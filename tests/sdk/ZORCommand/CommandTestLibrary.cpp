@@ -18,9 +18,9 @@ public:
 
 namespace {
 
-const PublishedCommand command(&LibraryCommand::staticMetaObject, "Library", "library-icon",
-                               "Library Command", "Goes on running", ZORCmdActionPublisher::MenuAndToolBar,
-                               {{QStringLiteral("flavour"), QStringLiteral("vanilla")}});
+const PublishedCommand kCommand(&LibraryCommand::staticMetaObject, "Library", "library-icon",
+                                "Library Command", "Goes on running", ZORCmdActionPublisher::MenuAndToolBar,
+                                {{QStringLiteral("flavour"), QStringLiteral("vanilla")}});
 
 } // namespace
 

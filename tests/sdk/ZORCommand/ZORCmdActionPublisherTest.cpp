@@ -16,8 +16,9 @@
 namespace {
 
 // As a library does it: before main() and the application object.
-const ZORCmdActionPublisher staticPublisher("Static", &ScriptedDialogCommand::staticMetaObject, "static-icon",
-                                            "Static Command", "Published early", 0, 1, {{"method", "Early"}});
+const ZORCmdActionPublisher kStaticPublisher("Static", &ScriptedDialogCommand::staticMetaObject,
+                                             "static-icon", "Static Command", "Published early", 0, 1,
+                                             {{"method", "Early"}});
 const bool kActionExistedEarly =
     QCoreApplication::instance()
     || ZORCmdController::GetController()->GetAction("ScriptedDialogCommand.Early");

@@ -15,12 +15,12 @@ namespace {
 
 using std::numbers::pi;
 
-const ZORMathCircle circle({10, -5, 2}, 4);
+const ZORMathCircle kCircle({10, -5, 2}, 4);
 
 TEST(ZORMathCircleTest, KeepsCentreAndRadius)
 {
-    EXPECT_EQ(ZORMathPoint(10, -5, 2), circle.GetCenter());
-    EXPECT_EQ(4, circle.GetRadius());
+    EXPECT_EQ(ZORMathPoint(10, -5, 2), kCircle.GetCenter());
+    EXPECT_EQ(4, kCircle.GetRadius());
     EXPECT_EQ(4, ZORMathCircle({}, -4).GetRadius());
     EXPECT_EQ(0, ZORMathCircle().GetRadius());
 }
@@ -34,48 +34,48 @@ TEST(ZORMathCircleTest, AngleStartsAtTheDirectionOfXAndRunsCounterClockwise)
     } cases[] = {{{14, -5, 2}, 0}, {{10, -1, 2}, pi / 2}, {{6, -5, 2}, pi}, {{10, -9, 2}, 3 * pi / 2}};
     for (const auto& [point, angle] : cases) {
         double parameter = -1;
-        EXPECT_EQ(0, circle.ProjectPoint(point, parameter));
+        EXPECT_EQ(0, kCircle.ProjectPoint(point, parameter));
         EXPECT_DOUBLE_EQ(angle, parameter);
-        EXPECT_TRUE(IsNear(point, circle.Evaluate(angle)));
-        EXPECT_DOUBLE_EQ(angle / (2 * pi), circle.GetParam(parameter));
+        EXPECT_TRUE(IsNear(point, kCircle.Evaluate(angle)));
+        EXPECT_DOUBLE_EQ(angle / (2 * pi), kCircle.GetParam(parameter));
     }
 }
 
 TEST(ZORMathCircleTest, PointsWithinAMicrometreLieOnTheCircle)
 {
     double parameter = 0;
-    EXPECT_EQ(ZORMathCircle::OnCircle, circle.ProjectPoint({14.0009, -5, 2}, parameter));
-    EXPECT_EQ(ZORMathCircle::OnCircle, circle.ProjectPoint({14, -5, 2.0009}, parameter));
-    EXPECT_EQ(ZORMathCircle::OffCircle, circle.ProjectPoint({13.99, -5, 2}, parameter));
-    EXPECT_EQ(ZORMathCircle::OffCircle, circle.ProjectPoint({14, -5, 2.01}, parameter));
+    EXPECT_EQ(ZORMathCircle::OnCircle, kCircle.ProjectPoint({14.0009, -5, 2}, parameter));
+    EXPECT_EQ(ZORMathCircle::OnCircle, kCircle.ProjectPoint({14, -5, 2.0009}, parameter));
+    EXPECT_EQ(ZORMathCircle::OffCircle, kCircle.ProjectPoint({13.99, -5, 2}, parameter));
+    EXPECT_EQ(ZORMathCircle::OffCircle, kCircle.ProjectPoint({14, -5, 2.01}, parameter));
 }
 
 TEST(ZORMathCircleTest, APointOffTheCircleStillHasAnAngle)
 {
     double parameter = 0;
-    EXPECT_EQ(ZORMathCircle::OffCircle, circle.ProjectPoint({10, 95, 2}, parameter));
+    EXPECT_EQ(ZORMathCircle::OffCircle, kCircle.ProjectPoint({10, 95, 2}, parameter));
     EXPECT_DOUBLE_EQ(pi / 2, parameter);
 }
 
 TEST(ZORMathCircleTest, APointOverTheCentreHasNoAngle)
 {
     double parameter = 77;
-    EXPECT_EQ(ZORMathCircle::NoDirection, circle.ProjectPoint({10, -5, 2}, parameter));
-    EXPECT_EQ(ZORMathCircle::NoDirection, circle.ProjectPoint({10, -5, 9}, parameter));
+    EXPECT_EQ(ZORMathCircle::NoDirection, kCircle.ProjectPoint({10, -5, 2}, parameter));
+    EXPECT_EQ(ZORMathCircle::NoDirection, kCircle.ProjectPoint({10, -5, 9}, parameter));
     EXPECT_EQ(ZORMathCircle::NoDirection, ZORMathCircle().ProjectPoint({}, parameter));
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_EQ(ZORMathCircle::NoDirection, circle.ProjectPoint({nan, 0, 0}, parameter));
+    EXPECT_EQ(ZORMathCircle::NoDirection, kCircle.ProjectPoint({nan, 0, 0}, parameter));
     EXPECT_EQ(77, parameter);
 }
 
 TEST(ZORMathCircleTest, ParametersOfEveryAngleLieWithinOneTurn)
 {
-    EXPECT_DOUBLE_EQ(0.75, circle.GetParam(-pi / 2));
-    EXPECT_DOUBLE_EQ(0.25, circle.GetParam(5 * pi / 2));
-    EXPECT_EQ(0, circle.GetParam(-1e-300));
-    EXPECT_EQ(0, circle.GetParam(std::numeric_limits<double>::infinity()));
+    EXPECT_DOUBLE_EQ(0.75, kCircle.GetParam(-pi / 2));
+    EXPECT_DOUBLE_EQ(0.25, kCircle.GetParam(5 * pi / 2));
+    EXPECT_EQ(0, kCircle.GetParam(-1e-300));
+    EXPECT_EQ(0, kCircle.GetParam(std::numeric_limits<double>::infinity()));
     double parameter = 0;
-    EXPECT_EQ(0, circle.ProjectPoint({14, std::nextafter(-5, -6), 2}, parameter));
+    EXPECT_EQ(0, kCircle.ProjectPoint({14, std::nextafter(-5, -6), 2}, parameter));
     EXPECT_LT(parameter, 2 * pi);
     EXPECT_GE(parameter, 0);
 }
@@ -96,7 +96,7 @@ TEST(ZORMathCircleTest, EveryPointOfACircleProjectsOnItself)
 TEST(ZORMathCircleTest, TraceShowsCentreAndRadius)
 {
     QByteArray text;
-    ZorTraceAppend(text, circle);
+    ZorTraceAppend(text, kCircle);
     EXPECT_EQ("((10, -5, 2), 4)", text.toStdString());
 }
 

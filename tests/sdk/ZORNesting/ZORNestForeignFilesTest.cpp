@@ -85,24 +85,23 @@ TEST_F(ZORNestForeignFilesTest, DxfReferencesAndImagesAreNotLoaded)
 
 TEST_F(ZORNestForeignFilesTest, ReportsShowNamesLiterallyAndLoadNothing)
 {
-    using namespace ZORNestSolver;
     QImage image(8, 8, QImage::Format_RGB32);
     image.fill(Qt::red);
     const QString picture = directory.filePath(QStringLiteral("picture.png"));
     ASSERT_TRUE(image.save(picture));
     const QString hostile =
         QStringLiteral("\"'><img src=\"%1\"><script>alert(1)</script>&lt;%2").arg(picture);
-    Item item;
+    ZORNestSolver::Item item;
     item.name = hostile.toStdString();
-    item.contours = {MakeContour({{0, 0}, {40, 0}, {40, 10}, {0, 10}})};
-    SheetKind sheet;
+    item.contours = {ZORNestSolver::MakeContour({{0, 0}, {40, 0}, {40, 10}, {0, 10}})};
+    ZORNestSolver::SheetKind sheet;
     sheet.name = hostile.toStdString();
     sheet.width = 50;
     sheet.length = 100;
-    Job job;
+    ZORNestSolver::Job job;
     job.items = {item, item};
     job.kinds = {sheet};
-    Solution solution;
+    ZORNestSolver::Solution solution;
     solution.sheets.push_back({0, 100, 1, {{0, {false, 0, {0, 0}}}}});
     solution.unplaced.push_back({1, 1, hostile.toStdString()});
     solution.remarks.push_back(hostile.toStdString());

@@ -13,8 +13,7 @@
 
 #include <limits>
 
-using namespace ZORNestSolver;
-
+namespace ZORNestSolver {
 namespace {
 
 /// Two rectangles on a sheet, one of them mirrored, and a roll with a stack.
@@ -287,3 +286,5 @@ TEST_F(ZORNestReportTest, PartsAreMeasuredWithTheirArcsAndHoles)
     EXPECT_NEAR(400 + 6.28318531, parts[0].cutLength, 1e-6);
     EXPECT_NEAR(2400, parts[1].area, 1e-9);
 }
+
+} // namespace ZORNestSolver

@@ -20,7 +20,7 @@
 
 namespace {
 
-const ZORSysDocumentEnvelope envelope(QStringLiteral("result file"), 1, 100);
+const ZORSysDocumentEnvelope kEnvelope(QStringLiteral("result file"), 1, 100);
 
 QByteArray Save(const ZORNestResult& result)
 {
@@ -104,14 +104,14 @@ TEST(ZORNestResultFileTest, OnlyStacksAreWrittenWithTheirSize)
     ZORNestResult result(ZORNestResult::Nesting);
     result.SetStackSize(1);
     const QByteArray plain = MakeDocument({});
-    EXPECT_EQ(plain, envelope.Unwrap(Save(result)));
-    EXPECT_EQ(1, Load(envelope.Wrap(plain)).GetStackSize());
-    EXPECT_EQ(envelope.Wrap(plain), Save(Load(envelope.Wrap(plain))));
+    EXPECT_EQ(plain, kEnvelope.Unwrap(Save(result)));
+    EXPECT_EQ(1, Load(kEnvelope.Wrap(plain)).GetStackSize());
+    EXPECT_EQ(kEnvelope.Wrap(plain), Save(Load(kEnvelope.Wrap(plain))));
 
     const std::pair<int, QByteArray> stacks[] = {
         {2, "02"}, {99, "1863"}, {std::numeric_limits<int>::max(), "1a7fffffff"}};
     for (const auto& [size, bytes] : stacks) {
-        const QByteArray file = envelope.Wrap(MakeDocument(QByteArray::fromHex(bytes)));
+        const QByteArray file = kEnvelope.Wrap(MakeDocument(QByteArray::fromHex(bytes)));
         EXPECT_EQ(size, Load(file).GetStackSize());
         EXPECT_EQ(file, Save(Load(file)));
         result.SetStackSize(size);
@@ -125,10 +125,10 @@ TEST(ZORNestResultFileTest, DamagedSizesOfStacksAreRefused)
     // [2], nothing
     for (const char* size : {"00", "01", "20", "1a80000000", "1bffffffffffffffff", "3bffffffffffffffff",
                              "fb4000000000000000", "6132", "f5", "f6", "8102", "f7"})
-        EXPECT_FALSE(Load(envelope.Wrap(MakeDocument(QByteArray::fromHex(size)))).IsValid()) << size;
+        EXPECT_FALSE(Load(kEnvelope.Wrap(MakeDocument(QByteArray::fromHex(size)))).IsValid()) << size;
 
     const QByteArray document = MakeDocument("\x2");
-    ASSERT_TRUE(Load(envelope.Wrap(document)).IsValid());
+    ASSERT_TRUE(Load(kEnvelope.Wrap(document)).IsValid());
     const QByteArray entry = Text("stack") + "\x2";
     const std::pair<QByteArray, char> replacements[] = {{entry, '\xa4'},
                                                         {entry + entry, '\xa5'},
@@ -139,7 +139,7 @@ TEST(ZORNestResultFileTest, DamagedSizesOfStacksAreRefused)
         QByteArray damaged = document;
         damaged[0] = map;
         damaged.replace(entry, replacement);
-        EXPECT_FALSE(Load(envelope.Wrap(damaged)).IsValid()) << damaged.toHex().constData();
+        EXPECT_FALSE(Load(kEnvelope.Wrap(damaged)).IsValid()) << damaged.toHex().constData();
     }
 }
 
@@ -197,7 +197,7 @@ TEST(ZORNestResultFileTest, NumbersThatAreNoneAreRefusedEverywhere)
         EXPECT_EQ(0, item.GetOrientation());
     }
     const QByteArray file = Save(CreateResultOfEverything());
-    const QByteArray document = envelope.Unwrap(file);
+    const QByteArray document = kEnvelope.Unwrap(file);
     // Every finite double of the file in turn, wherever its bytes lie.
     int refused = 0;
     for (const double wanted : {100.0, 50.0, 0.1, 3.5, -2.0, 0.8, 1e300, 500.0}) {
@@ -205,7 +205,7 @@ TEST(ZORNestResultFileTest, NumbersThatAreNoneAreRefusedEverywhere)
         for (qsizetype at = document.indexOf(bytes); at >= 0; at = document.indexOf(bytes, at + 8)) {
             QByteArray changed = document;
             changed.replace(at, 8, QByteArray("\0\0\0\0\0\0\xf8\xff", 8));
-            EXPECT_FALSE(Load(envelope.Wrap(changed)).IsValid()) << wanted;
+            EXPECT_FALSE(Load(kEnvelope.Wrap(changed)).IsValid()) << wanted;
             ++refused;
         }
     }
@@ -282,13 +282,13 @@ TEST(ZORNestResultFileTest, NamesTheReason)
     newer[8] = 2;
     EXPECT_EQ("result file is of version 2, up to version 1 can be read", FailureOf(newer));
     EXPECT_EQ("result file is damaged: unexpected content at byte 0 of the document",
-              FailureOf(envelope.Wrap("text")));
+              FailureOf(kEnvelope.Wrap("text")));
     EXPECT_EQ("a number of the segment is not finite", [&] {
-        QByteArray document = envelope.Unwrap(file);
+        QByteArray document = kEnvelope.Unwrap(file);
         const double third = 1.0 / 3;
         const qsizetype place = document.indexOf(QByteArray(reinterpret_cast<const char*>(&third), 8));
         document.replace(place, 8, QByteArray("\0\0\0\0\0\0\xf8\x7f", 8));
-        return FailureOf(envelope.Wrap(document));
+        return FailureOf(kEnvelope.Wrap(document));
     }());
 }
 
@@ -313,9 +313,9 @@ TEST(ZORNestResultFileTest, EveryFlippedByteMakesTheFileInvalid)
 
 TEST(ZORNestResultFileTest, SurvivesDamageBehindTheChecksum)
 {
-    const QByteArray document = envelope.Unwrap(Save(CreateResultOfEverything()));
+    const QByteArray document = kEnvelope.Unwrap(Save(CreateResultOfEverything()));
     for (qsizetype size = 0; size < document.size(); ++size)
-        ASSERT_FALSE(Load(envelope.Wrap(document.first(size))).IsValid()) << size;
+        ASSERT_FALSE(Load(kEnvelope.Wrap(document.first(size))).IsValid()) << size;
     std::mt19937 random(2);
     int invalid = 0;
     // Lengths and numbers of the format, and bytes of numbers at the borders of their ranges.
@@ -338,7 +338,7 @@ TEST(ZORNestResultFileTest, SurvivesDamageBehindTheChecksum)
                                      QByteArray("\x60")};
     const int runs = GetFuzzRuns(4000);
     for (int i = 0; i < runs; ++i) {
-        const ZORNestResult result = Load(envelope.Wrap(Damage(document, words, random)));
+        const ZORNestResult result = Load(kEnvelope.Wrap(Damage(document, words, random)));
         if (!result.IsValid()) {
             ++invalid;
             continue;
@@ -360,15 +360,15 @@ TEST(ZORNestResultFileTest, ClaimedLengthsTakeNoMemory)
 {
     // Lists of 2^40 and 2^62 elements, behind a right checksum.
     for (const char* const length : {"\x9b\0\0\1\0\0\0\0\0", "\x9b\x40\0\0\0\0\0\0\0"}) {
-        QByteArray document = envelope.Unwrap(Save(ZORNestResult(ZORNestResult::Nesting)));
+        QByteArray document = kEnvelope.Unwrap(Save(ZORNestResult(ZORNestResult::Nesting)));
         ASSERT_TRUE(document.endsWith('\x80'));
         document.chop(1);
         document.append(length, 9);
         EXPECT_EQ("result file is damaged",
-                  FailureOf(envelope.Wrap(document)).section(QLatin1Char(':'), 0, 0));
+                  FailureOf(kEnvelope.Wrap(document)).section(QLatin1Char(':'), 0, 0));
     }
     // A document that claims to be a thousand times as long as its file.
-    QByteArray file = envelope.Wrap(QByteArray(90, 'a'));
+    QByteArray file = kEnvelope.Wrap(QByteArray(90, 'a'));
     const quint64 claimed = 100 * 1000;
     file.replace(16, 8, QByteArray(reinterpret_cast<const char*>(&claimed), 8));
     EXPECT_FALSE(Load(file).IsValid());
@@ -388,7 +388,7 @@ TEST(ZORNestResultFileTest, MemoryIsAFixedMultipleOfTheFile)
     }
     result.AddItem(item);
     const QByteArray file = Save(result);
-    const qsizetype document = envelope.Unwrap(file).size();
+    const qsizetype document = kEnvelope.Unwrap(file).size();
     ASSERT_GT(document, 20 * file.size());
     const auto used = [] { return qint64(mallinfo2().uordblks + mallinfo2().hblkhd); };
     const qint64 before = used();

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr QSizeF viewSize(400, 300);
+constexpr QSizeF kViewSize(400, 300);
 
 void ExpectNear(const ZORMathVector& a, const ZORMathVector& b, double tolerance = 1e-12)
 {
@@ -60,11 +60,11 @@ TEST(ZORVisCameraTest, PixelsAndPointsOfTheTargetPlaneCorrespond)
 {
     ZORVisCamera camera;
     camera.SetView({10, 20, 30}, {1, 2, -3}, {0, 0, 1}, 60);
-    ExpectNear(camera.WorldToPixel({10, 20, 30}, viewSize), {200, 150}, 1e-9);
-    EXPECT_NEAR(camera.GetPixelSize(viewSize), 0.2, 1e-15);
+    ExpectNear(camera.WorldToPixel({10, 20, 30}, kViewSize), {200, 150}, 1e-9);
+    EXPECT_NEAR(camera.GetPixelSize(kViewSize), 0.2, 1e-15);
     for (const QPointF pixel : {QPointF(0, 0), QPointF(399, 5), QPointF(123.25, 271.5)}) {
-        const ZORMathPoint point = camera.PixelToWorld(pixel, viewSize);
-        ExpectNear(camera.WorldToPixel(point, viewSize), pixel, 1e-9);
+        const ZORMathPoint point = camera.PixelToWorld(pixel, kViewSize);
+        ExpectNear(camera.WorldToPixel(point, kViewSize), pixel, 1e-9);
         EXPECT_NEAR(camera.GetDepth(point), 0, 1e-9);
     }
 }
@@ -73,22 +73,22 @@ TEST(ZORVisCameraTest, PanningMovesTheSceneByPixels)
 {
     ZORVisCamera camera;
     const ZORMathPoint point(3, 4, 5);
-    const QPointF before = camera.WorldToPixel(point, viewSize);
-    camera.Pan(17, -8, viewSize);
-    ExpectNear(camera.WorldToPixel(point, viewSize), before + QPointF(17, -8), 1e-9);
+    const QPointF before = camera.WorldToPixel(point, kViewSize);
+    camera.Pan(17, -8, kViewSize);
+    ExpectNear(camera.WorldToPixel(point, kViewSize), before + QPointF(17, -8), 1e-9);
 }
 
 TEST(ZORVisCameraTest, ZoomingKeepsThePlaceUnderThePixel)
 {
     ZORVisCamera camera;
     const QPointF pixel(40, 250);
-    const ZORMathPoint place = camera.PixelToWorld(pixel, viewSize);
-    camera.Zoom(2.5, pixel, viewSize);
+    const ZORMathPoint place = camera.PixelToWorld(pixel, kViewSize);
+    camera.Zoom(2.5, pixel, kViewSize);
     EXPECT_NEAR(camera.GetHeight(), 40, 1e-12);
-    ExpectNear(camera.WorldToPixel(place, viewSize), pixel, 1e-9);
-    camera.Zoom(1e-30, pixel, viewSize);
+    ExpectNear(camera.WorldToPixel(place, kViewSize), pixel, 1e-9);
+    camera.Zoom(1e-30, pixel, kViewSize);
     EXPECT_EQ(camera.GetHeight(), 1e9);
-    camera.Zoom(1e30, pixel, viewSize);
+    camera.Zoom(1e30, pixel, kViewSize);
     EXPECT_EQ(camera.GetHeight(), 1e-6);
 }
 
@@ -113,10 +113,10 @@ TEST(ZORVisCameraTest, DraggingRightTurnsTheFrontOfTheSceneToTheRight)
     camera.SetStandardView(ZORVisCamera::Front);
     const ZORMathPoint inFront(0, -10, 0); // of the target, towards the viewer
     camera.Orbit(50, 0);
-    EXPECT_GT(camera.WorldToPixel(inFront, viewSize).x(), 200);
+    EXPECT_GT(camera.WorldToPixel(inFront, kViewSize).x(), 200);
     camera.SetStandardView(ZORVisCamera::Front);
     camera.Orbit(0, 50);
-    EXPECT_GT(camera.WorldToPixel(inFront, viewSize).y(), 150);
+    EXPECT_GT(camera.WorldToPixel(inFront, kViewSize).y(), 150);
     camera.SetStandardView(ZORVisCamera::Front);
     camera.Orbit(225, 0); // 90 degrees
     ExpectNear(camera.GetViewDirection(), {1, 0, 0}, 1e-9);
@@ -132,7 +132,7 @@ TEST(ZORVisCameraTest, FittingShowsTheWholeBoxWithAMargin)
         box.Add(ZORMathPoint(coordinate(random), coordinate(random), coordinate(random)));
         ZORVisCamera camera;
         camera.Orbit(coordinate(random), coordinate(random));
-        camera.FitAll(box, viewSize);
+        camera.FitAll(box, kViewSize);
         double fill = 0; // part of the view, in the direction that is filled best
         for (int corner = 0; corner < 8; ++corner) {
             const ZORMathPoint lower = box.GetLowerPoint();
@@ -140,7 +140,7 @@ TEST(ZORVisCameraTest, FittingShowsTheWholeBoxWithAMargin)
             const QPointF pixel = camera.WorldToPixel({(corner & 1) != 0 ? lower.GetX() : upper.GetX(),
                                                        (corner & 2) != 0 ? lower.GetY() : upper.GetY(),
                                                        (corner & 4) != 0 ? lower.GetZ() : upper.GetZ()},
-                                                      viewSize);
+                                                      kViewSize);
             fill = std::max({fill, std::abs(pixel.x() / 200 - 1), std::abs(pixel.y() / 150 - 1)});
         }
         EXPECT_NEAR(fill, 0.9, 1e-9);
@@ -151,9 +151,9 @@ TEST(ZORVisCameraTest, FittingABoxWithoutExtentKeepsTheHeight)
 {
     ZORVisCamera camera;
     const ZORVisCamera before = camera;
-    camera.FitAll(ZORMathBoundingBox(), viewSize);
+    camera.FitAll(ZORMathBoundingBox(), kViewSize);
     EXPECT_EQ(camera, before);
-    camera.FitAll(ZORMathBoundingBox({5, 5, 5}, {5, 5, 5}), viewSize);
+    camera.FitAll(ZORMathBoundingBox({5, 5, 5}, {5, 5, 5}), kViewSize);
     EXPECT_EQ(camera.GetTarget(), ZORMathPoint(5, 5, 5));
     EXPECT_EQ(camera.GetHeight(), before.GetHeight());
 }
@@ -165,11 +165,11 @@ TEST(ZORVisCameraTest, UselessArgumentsChangeNothing)
     ZORVisCamera camera;
     const ZORVisCamera before = camera;
     camera.Orbit(nan, 0);
-    camera.Pan(0, inf, viewSize);
-    camera.Zoom(0, {0, 0}, viewSize);
-    camera.Zoom(-2, {0, 0}, viewSize);
-    camera.Zoom(nan, {0, 0}, viewSize);
-    camera.Zoom(2, {nan, 0}, viewSize);
+    camera.Pan(0, inf, kViewSize);
+    camera.Zoom(0, {0, 0}, kViewSize);
+    camera.Zoom(-2, {0, 0}, kViewSize);
+    camera.Zoom(nan, {0, 0}, kViewSize);
+    camera.Zoom(2, {nan, 0}, kViewSize);
     camera.SetView({0, 0, 0}, {0, 0, 0}, {0, 0, 1}, 10);
     camera.SetView({0, 0, 0}, {0, 0, 1}, {0, 0, 2}, 10);
     camera.SetView({0, 0, 0}, {1, 0, 0}, {0, 0, 1}, nan);

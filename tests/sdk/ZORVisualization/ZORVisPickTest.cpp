@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr QSize viewSize(200, 100);
+constexpr QSize kViewSize(200, 100);
 
 class ZORVisPickTest : public VisTest
 {
@@ -21,7 +21,7 @@ protected:
 
     ZORVisPickResult PickAt(double x, double y, double ratio = 1) const
     {
-        return renderer.Pick(camera, viewSize, {x, y}, ratio);
+        return renderer.Pick(camera, kViewSize, {x, y}, ratio);
     }
 };
 
@@ -111,7 +111,7 @@ TEST_F(ZORVisPickTest, TheNearestSurfaceIsFoundAsByTestingEveryTriangle)
     for (int i = 0; i < 300; ++i) {
         camera.Orbit(coordinate(random), coordinate(random));
         const QPointF pixel(coordinate(random) + 100, coordinate(random) * 0.8 + 50);
-        const ZORMathPoint origin = camera.PixelToWorld(pixel, viewSize) - 1000 * camera.GetViewDirection();
+        const ZORMathPoint origin = camera.PixelToWorld(pixel, kViewSize) - 1000 * camera.GetViewDirection();
         double nearest = std::numeric_limits<double>::infinity();
         ZORVisPickResult expected;
         for (int s = 0; s < 5; ++s) {
@@ -196,8 +196,8 @@ TEST_F(ZORVisPickTest, LongChainsArePickedLikeEverySegmentOfTheirs)
             const QPointF pixel(coordinate(random) * 2 + 100, coordinate(random) * 1.1 + 50);
             double nearest = std::numeric_limits<double>::infinity();
             for (int s = 0; s + 1 < points.size(); s += step) {
-                const QPointF from = camera.WorldToPixel(points[s], viewSize);
-                const QPointF along = camera.WorldToPixel(points[s + 1], viewSize) - from;
+                const QPointF from = camera.WorldToPixel(points[s], kViewSize);
+                const QPointF along = camera.WorldToPixel(points[s + 1], kViewSize) - from;
                 if (std::isnan(points[s].GetZ()) || std::isnan(points[s + 1].GetZ()))
                     continue;
                 const double t = std::clamp(
@@ -208,7 +208,7 @@ TEST_F(ZORVisPickTest, LongChainsArePickedLikeEverySegmentOfTheirs)
             const ZORVisPickResult hit = PickAt(pixel.x(), pixel.y());
             ASSERT_EQ(hit.IsHit(), nearest <= 5) << nearest;
             if (hit.IsHit()) {
-                const QPointF offset = camera.WorldToPixel(hit.point, viewSize) - pixel;
+                const QPointF offset = camera.WorldToPixel(hit.point, kViewSize) - pixel;
                 ASSERT_NEAR(std::hypot(offset.x(), offset.y()), nearest, 1e-6);
             }
         }

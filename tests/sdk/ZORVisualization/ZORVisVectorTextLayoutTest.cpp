@@ -7,8 +7,7 @@
 #include <bit>
 #include <numbers>
 
-using namespace VectorTexts;
-
+namespace VectorTexts {
 namespace {
 
 TEST(ZORVisVectorTextLayoutTest, AnchorsOfHorizontalTextLieOnItsBox)
@@ -206,3 +205,4 @@ TEST(ZORVisVectorTextLayoutTest, PlaneDirectionsAreTakenAsTheyAre)
 }
 
 } // namespace
+} // namespace VectorTexts

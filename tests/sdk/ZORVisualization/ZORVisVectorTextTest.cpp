@@ -9,8 +9,7 @@
 
 #include <random>
 
-using namespace VectorTexts;
-
+namespace VectorTexts {
 namespace {
 
 TEST(ZORVisVectorTextTest, NamesOfAllChoices)
@@ -327,3 +326,4 @@ TEST(ZORVisVectorTextTest, SettersAreTracedWithTheirValues)
 }
 
 } // namespace
+} // namespace VectorTexts

@@ -9,8 +9,7 @@
 
 #include <random>
 
-using namespace ZORWorkProtocol;
-
+namespace ZORWorkProtocol {
 namespace {
 
 QList<Message> MakeMessages()
@@ -126,3 +125,4 @@ TEST(ZORWorkProtocolTest, DamagedBytesNeverDoMoreThanThrow)
 }
 
 } // namespace
+} // namespace ZORWorkProtocol

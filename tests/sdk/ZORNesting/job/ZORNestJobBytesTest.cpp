@@ -17,8 +17,7 @@
 #include <cmath>
 #include <limits>
 
-using namespace ZORNestJobBytes;
-
+namespace ZORNestJobBytes {
 namespace {
 
 const QList<QByteArray> kWords = {QByteArray("\x80"),
@@ -281,3 +280,5 @@ TEST_F(ZORNestJobBytesTest, DamagedLayoutsAreRefusedOrValid)
             EXPECT_EQ(QStringList(), FindFaults(ReadResult(file), 0)) << i;
     }
 }
+
+} // namespace ZORNestJobBytes

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <numbers>
 
-namespace SolverOracle {
+namespace ZORNestSolver::SolverOracle {
 
 namespace {
 
@@ -313,4 +313,4 @@ Box GetBox(const Item& item, const Pose& pose)
     return Sample(item, pose).box;
 }
 
-} // namespace SolverOracle
+} // namespace ZORNestSolver::SolverOracle

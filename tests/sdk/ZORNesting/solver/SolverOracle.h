@@ -6,9 +6,7 @@
 
 #include <string>
 
-namespace SolverOracle {
-
-using namespace ZORNestSolver;
+namespace ZORNestSolver::SolverOracle {
 
 /// Returns what is wrong with a solution, a sentence each: overlaps and distances on sampled outlines, up to
 /// the error of sampling; the usable part of the sheets, rotations and hands, and quantities.
@@ -17,4 +15,4 @@ std::vector<std::string> FindFaults(const Job& job, const Solution& solution);
 /// Returns the box of the outline in a pose, up to the error of sampling arcs.
 Box GetBox(const Item& item, const Pose& pose);
 
-} // namespace SolverOracle
+} // namespace ZORNestSolver::SolverOracle

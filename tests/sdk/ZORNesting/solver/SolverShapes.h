@@ -12,9 +12,7 @@
 #include <array>
 #include <numbers>
 
-namespace SolverShapes {
-
-using namespace ZORNestSolver;
+namespace ZORNestSolver::SolverShapes {
 
 inline Ring Rectangle(double width, double height, Point corner = {})
 {
@@ -115,4 +113,4 @@ inline Solution SolveInSteps(const Job& job, double steps)
     return SolveWith(job, Budget::Clock::Steps, steps);
 }
 
-} // namespace SolverShapes
+} // namespace ZORNestSolver::SolverShapes

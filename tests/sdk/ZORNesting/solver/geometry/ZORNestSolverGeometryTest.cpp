@@ -9,8 +9,7 @@
 
 #include <numbers>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 bool ContainsAll(const Polygon& outer, const Polygon& inner, double tolerance)
@@ -266,3 +265,5 @@ TEST(ZORNestSolverOutlineTest, AnOutlineThatCrossesItselfIsCleaned)
     EXPECT_TRUE(IsSimple(polygon));
     EXPECT_TRUE(IsInside({0, 0}, polygon));
 }
+
+} // namespace ZORNestSolver::SolverShapes

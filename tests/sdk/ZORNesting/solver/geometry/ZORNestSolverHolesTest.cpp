@@ -5,8 +5,7 @@
 #include <ZORNesting/solver/geometry/ZORNestSolverDepths.h>
 #include <ZORNesting/solver/plan/ZORNestSolverFill.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 using Depths = std::vector<size_t>;
@@ -197,3 +196,5 @@ TEST(ZORNestSolverHolesTest, ALineInAJaggedPartTakesNoHull)
     EXPECT_EQ(MakeOuterPolygon(contours, reason, NeverInterrupted, &loss).at(0).size(), 30000U);
     EXPECT_EQ(loss, OutlineLoss::None);
 }
+
+} // namespace ZORNestSolver::SolverShapes

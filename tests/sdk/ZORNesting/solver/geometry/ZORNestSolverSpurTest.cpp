@@ -5,8 +5,7 @@
 #include <ZORNesting/solver/geometry/ZORNestSolverSpurs.h>
 #include <ZORNesting/solver/layout/ZORNestSolverArea.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 /// A square of 10 x 10 with a detour from the middle of its right side, forth and back.
@@ -185,3 +184,5 @@ TEST(ZORNestSolverSpurTest, APartThinnerThanTheToleranceStaysOnItsSheet)
     for (const UnplacedItem& unplaced : SolveInSteps(job, 1).unplaced)
         EXPECT_NE(unplaced.reason, "its place did not pass the check");
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -2,8 +2,7 @@
 
 #include <ZORNesting/solver/layout/ZORNestSolverPreparedJob.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kMostSeconds = 10; // against hanging; without bounds, these inputs take minutes
@@ -128,3 +127,5 @@ TEST(ZORNestSolverCleaningTest, AHullForLackOfTimeToCleanNamesTheCorners)
         "part \"comb\" has too many corners to be cleaned and is nested within its hull"};
     EXPECT_EQ(PreparedJob(job).remarks, remarks);
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 Shape ShapeOf(const Polygon& polygon)
@@ -168,3 +167,5 @@ TEST(ZORNestSolverCheckTest, APartMayLieInAHoleWithItsSeparation)
     EXPECT_TRUE(AreApart(frame, {Rectangle(6, 6, {2, 2})}, 1));
     EXPECT_FALSE(AreApart(frame, {Rectangle(6, 6, {2, 2})}, 1.1));
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -2,8 +2,7 @@
 
 #include <ZORNesting/solver/layout/ZORNestSolverLayout.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
@@ -202,3 +201,5 @@ TEST(ZORNestSolverFitTest, RoomMayFallShortByRoundingOnly)
     EXPECT_TRUE(GetRoom({{0, 0}, {10 - 1e-6, 5}}, shape).IsEmpty());
     EXPECT_TRUE(GetRoom({{0, 0}, {10, 5 - 1e-6}}, shape).IsEmpty());
 }
+
+} // namespace ZORNestSolver::SolverShapes

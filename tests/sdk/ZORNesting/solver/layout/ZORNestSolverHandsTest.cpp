@@ -2,8 +2,7 @@
 
 #include <ZORNesting/solver/layout/ZORNestSolverItemType.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
@@ -143,3 +142,5 @@ TEST(ZORNestSolverHandsTest, APartThatFitsOnlyFlippedIsTurnedBack)
     EXPECT_TRUE(pose.mirrored);
     EXPECT_NEAR(std::remainder(pose.angle + 45 * kDegree, 2 * std::numbers::pi), 0, 1e-12);
 }
+
+} // namespace ZORNestSolver::SolverShapes

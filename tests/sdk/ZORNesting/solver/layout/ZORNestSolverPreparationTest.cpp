@@ -7,8 +7,7 @@
 #include <algorithm>
 #include <thread>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 /// A star of many corners, which no simplification shortens much.
@@ -225,3 +224,5 @@ TEST(ZORNestSolverPreparationTest, AStoppedRollKeepsOffItsDefects)
     EXPECT_EQ(FindFaults(job, *solution), std::vector<std::string>());
     EXPECT_EQ(CountPlaced(*solution), 12);
 }
+
+} // namespace ZORNestSolver::SolverShapes

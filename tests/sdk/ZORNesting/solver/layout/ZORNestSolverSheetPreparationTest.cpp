@@ -4,8 +4,7 @@
 #include <ZORNesting/solver/plan/ZORNestSolverFill.h>
 #include <ZORNesting/solver/run/ZORNestSolverUnplaced.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kMostSeconds = 10; // against hanging; without bounds, these inputs take minutes
@@ -273,3 +272,5 @@ TEST(ZORNestSolverUnplacedTest, VeryManyItemsAreReportedSoon)
     EXPECT_EQ(solution->unplaced.size(), 200000U);
     EXPECT_LT(GetThreadTime() - start, kMostSeconds);
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -5,8 +5,7 @@
 
 #include <numbers>
 
-using namespace ZORNestSolver;
-
+namespace ZORNestSolver {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
@@ -166,3 +165,5 @@ TEST(ZORNestSolverArcTest, BoxDistanceLengthAndAreaAgreeWithSamples)
         EXPECT_NEAR(0, arc.GetDistance(points[777 % points.size()]), 1e-12 * scale);
     }
 }
+
+} // namespace ZORNestSolver

@@ -6,8 +6,7 @@
 #include <ZORNesting/solver/layout/ZORNestSolverLayout.h>
 #include <ZORNesting/solver/model/ZORNestSolverArc.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 /// A sheet of 100 x 40 with a V-cut from the upper edge that reaches down to the given height.
@@ -295,3 +294,5 @@ TEST(ZORNestSolverArcOutlineTest, ManyArcsThatTouchEachOtherByRoundingAreMeasure
     EXPECT_EQ(reason, "");
     EXPECT_LT(static_cast<double>(clock() - start) / CLOCKS_PER_SEC, 10);
 }
+
+} // namespace ZORNestSolver::SolverShapes

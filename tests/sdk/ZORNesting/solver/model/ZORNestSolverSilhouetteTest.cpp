@@ -3,8 +3,7 @@
 #include <ZORNesting/solver/model/ZORNestSolverArc.h>
 #include <ZORNesting/solver/model/ZORNestSolverSilhouette.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
@@ -197,3 +196,5 @@ TEST(ZORNestSolverSilhouetteTest, ARoundEndIsShortestBetweenItsCorners)
     EXPECT_NEAR(box.GetWidth(), shortest->length, 1e-12);
     EXPECT_NEAR(shortest->angle, 1.3, 1e-12);
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -2,8 +2,7 @@
 
 #include <ZORNesting/solver/plan/ZORNestSolverBound.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
@@ -116,3 +115,5 @@ TEST(ZORNestSolverBoundTest, HolesTakeNoAreaInTheProof)
     EXPECT_TRUE(isShortest(2 * area / 100.1 * (1 - 1e-6)));
     EXPECT_FALSE(isShortest(2 * area / 100.1 * (1 + 1e-6)));
 }
+
+} // namespace ZORNestSolver::SolverShapes

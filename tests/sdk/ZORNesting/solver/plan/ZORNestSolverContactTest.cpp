@@ -1,6 +1,6 @@
 #include "sdk/ZORNesting/solver/SolverShapes.h"
 
-using namespace SolverShapes;
+namespace ZORNestSolver::SolverShapes {
 
 // Rectangles whose sums are exactly the usable length or width.
 
@@ -164,3 +164,5 @@ TEST(ZORNestSolverContactTest, AnEmptySheetWithoutRoomBesideItsDefectsIsNotUsedU
     ASSERT_EQ(solution.unplaced.size(), 1U);
     EXPECT_EQ(solution.unplaced[0].reason, "no sheet left") << "the first part uses it";
 }
+
+} // namespace ZORNestSolver::SolverShapes

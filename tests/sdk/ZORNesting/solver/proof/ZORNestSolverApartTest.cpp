@@ -5,8 +5,7 @@
 
 #include <numbers>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 /// The largest depth of a grid point in both polygons.
@@ -118,3 +117,5 @@ TEST(ZORNestSolverApartTest, PolygonsThatAreTooNearToEarlierOnesAreLeftOut)
     EXPECT_EQ(FindAllApart({at(0), at(0)}, 0), (std::vector<size_t>{0}));
     EXPECT_EQ(FindAllApart({}, 0), (std::vector<size_t>{}));
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -3,8 +3,7 @@
 #include <ZORNesting/solver/model/ZORNestSolverUsable.h>
 #include <ZORNesting/solver/proof/ZORNestSolverCheck.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kSlip = 1e-5; // clearly more than the tolerance
@@ -179,3 +178,5 @@ TEST(ZORNestSolverCheckTest, NumbersThatCannotBeUsedCountAsZero)
         EXPECT_EQ(FindPlacementFaults(MakeUsable(tight.job), tight.solution.sheets[0]).size(), 1U) << odd;
     }
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -3,8 +3,7 @@
 
 #include <functional>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
@@ -276,3 +275,5 @@ TEST(ZORNestSolverExactFitsTest, APartFillsTheHoleOfAnotherButForTheSeparation)
     job.items = {frame, MakeItem(Rectangle(46, 36))};
     ExpectAllPlaced(job, "hole, with separation");
 }
+
+} // namespace ZORNestSolver::SolverShapes

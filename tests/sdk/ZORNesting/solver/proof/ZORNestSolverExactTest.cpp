@@ -4,7 +4,8 @@
 #include <ZORNesting/solver/proof/ZORNestSolverExactApart.h>
 #include <ZORNesting/solver/proof/ZORNestSolverExactShape.h>
 
-using namespace SolverShapes;
+namespace ZORNestSolver::SolverShapes {
+
 using Exact::Shape;
 
 namespace {
@@ -382,3 +383,5 @@ TEST(ZORNestSolverExactTest, FlatArcsOfHugeCirclesAreExact)
         EXPECT_FALSE(isApart(-sagitta + 1.5e-6)) << radius;
     }
 }
+
+} // namespace ZORNestSolver::SolverShapes

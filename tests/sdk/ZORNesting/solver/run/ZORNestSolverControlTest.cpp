@@ -2,8 +2,7 @@
 
 #include <thread>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 Job MakeJob(int types, int copies, const SheetKind& kind)
@@ -192,3 +191,5 @@ TEST(ZORNestSolverControlTest, ThreadsShareTheWork)
     EXPECT_EQ(CountPlaced(*solution), 16);
     EXPECT_TRUE(FindFaults(job, *solution).empty());
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -1,7 +1,6 @@
 #include "sdk/ZORNesting/solver/SolverShapes.h"
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 std::vector<size_t> CountKinds(const Solution& solution, size_t kinds)
@@ -231,3 +230,5 @@ TEST(ZORNestSolverPlanTest, AnItemThatNeedsAHoleOrATurnedHandDoesNotStopTheOther
         EXPECT_EQ(solution.remarks.size(), 4U);
     }
 }
+
+} // namespace ZORNestSolver::SolverShapes

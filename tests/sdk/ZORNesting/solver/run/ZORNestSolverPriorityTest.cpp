@@ -1,7 +1,6 @@
 #include "sdk/ZORNesting/solver/SolverShapes.h"
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 Item WithPriority(Item item, int priority)
@@ -102,3 +101,5 @@ TEST(ZORNestSolverPriorityTest, CopiesBeyondTheAreaOfAllSheetsAreNotTried)
     EXPECT_EQ(solution.unplaced[0].count, 2000000000 - 8);
     EXPECT_EQ(solution.unplaced[0].reason, "no sheet left");
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -5,8 +5,7 @@
 #include <thread>
 #include <tuple>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
@@ -352,3 +351,5 @@ TEST(ZORNestSolverRandomJobsTest, TheOracleFindsPlantedFaults)
     good.sheets[0].stack = 2;
     EXPECT_GE(SolverOracle::FindFaults(job, good).size(), 3U);
 }
+
+} // namespace ZORNestSolver::SolverShapes

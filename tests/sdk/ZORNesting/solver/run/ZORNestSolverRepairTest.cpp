@@ -7,8 +7,7 @@
 #include <numeric>
 #include <tuple>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 const char* const kReason = "its place did not pass the check";
@@ -195,3 +194,5 @@ TEST(ZORNestSolverRepairTest, RandomHeapsBecomeValid)
         EXPECT_EQ(GetUnplaced(repaired), GetUnplaced(again));
     }
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -10,7 +10,8 @@
 #include <stdexcept>
 #include <thread>
 
-using namespace SolverShapes;
+namespace ZORNestSolver::SolverShapes {
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -257,3 +258,5 @@ TEST(ZORNestSolverReporterTest, AReporterMayGoWhileItProves)
     const PlanReporter silent({}, {});
     EXPECT_FALSE(silent.IsListening());
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -3,8 +3,7 @@
 #include <ZORNesting/solver/layout/ZORNestSolverItemType.h>
 #include <ZORNesting/solver/run/ZORNestSolverRun.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 Solution SolveFor(const Job& job, double seconds)
@@ -254,3 +253,5 @@ TEST(ZORNestSolverRunTest, ACancelledRunHasNoResultAndAStoppedOneHas)
     stopped.stop = true;
     EXPECT_EQ(CountPlaced(*Solve(job, {}, stopped)), 20);
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -6,8 +6,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 struct Line
@@ -83,3 +82,5 @@ TEST(ZORNestSolverCompactionTest, LooseSquaresBecomeARow)
     });
     EXPECT_NEAR(getEnd(compaction.Shorten(stands, [] { return false; })), 30, 1e-6);
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -2,8 +2,7 @@
 
 #include <ZORNesting/solver/search/ZORNestSolverJigsaw.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 /// A random straight cut of a convex ring on a lattice of even numbers, through two of its sides.
@@ -111,3 +110,5 @@ TEST(ZORNestSolverJigsawTest, CutSheetsAndStripsAreFilledWithoutWaste)
     job.kinds = {Roll(480)};
     EXPECT_NEAR(SolveWith(job, Budget::Clock::Processor, 5).sheets.at(0).usedLength, 640, 1e-5);
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -2,8 +2,7 @@
 
 #include <ZORNesting/solver/search/ZORNestSolverMover.h>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 constexpr MoveEffort kOnlyMatching{0, 0, 300, 0, 3};
@@ -89,3 +88,5 @@ TEST(ZORNestSolverMoverTest, FreeAnglesAreTurnedToTheNeighboursEdge)
         EXPECT_TRUE(LieAlongEachOther(layout)) << mirrored;
     }
 }
+
+} // namespace ZORNestSolver::SolverShapes

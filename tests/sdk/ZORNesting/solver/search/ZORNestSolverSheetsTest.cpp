@@ -6,8 +6,7 @@
 
 #include <numeric>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 /// Items of one sheet, placed one after another and then by separating overlaps.
@@ -82,3 +81,5 @@ TEST(ZORNestSolverSheetsTest, EveryCopyThatHasRoomIsAdded)
     EXPECT_EQ(outcome.steps, 0U) << "nothing of what is left fits";
     EXPECT_TRUE(Pack(job, 0).packing.placed.empty());
 }
+
+} // namespace ZORNestSolver::SolverShapes

@@ -4,8 +4,7 @@
 
 #include <thread>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 /// A run that is stopped, or cancelled, once it has counted so many steps.
@@ -208,3 +207,5 @@ TEST(ZORNestSolverStopTest, ColumnsKeepOffObstaclesAndLeaveNoPartOut)
     nested.placements = sheet.GetPlacements();
     EXPECT_TRUE(FindPlacementFaults(job, nested).empty());
 }
+
+} // namespace ZORNestSolver::SolverShapes

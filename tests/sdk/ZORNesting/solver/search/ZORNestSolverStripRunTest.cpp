@@ -9,8 +9,7 @@
 #include <stdexcept>
 #include <thread>
 
-using namespace SolverShapes;
-
+namespace ZORNestSolver::SolverShapes {
 namespace {
 
 std::shared_ptr<const Problem> MakeProblem()
@@ -78,3 +77,5 @@ TEST(ZORNestSolverStripRunTest, SearchesGoOnWhereNothingIsThrown)
     EXPECT_EQ(SearchStrip(MakeProblem(), 1, proof, OnThreads(3), budget).size(), 5U);
     EXPECT_FALSE(control.failed);
 }
+
+} // namespace ZORNestSolver::SolverShapes
