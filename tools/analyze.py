@@ -161,7 +161,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--since-long", action="store_true")
     parser.add_argument("files", nargs="*", type=pathlib.Path)
-    arguments = parser.parse_args()
+    arguments = parser.parse_intermixed_args()
     root, build = arguments.root.resolve(), arguments.build.resolve()
     sources = read_database(root, build)
     if arguments.since_long:

@@ -103,7 +103,7 @@ def read_benchmarks(document):
         for field, key in (("cpu", "cpu_time"), ("real", "real_time")):
             values[f"{name} {field}"] = min(run[key] * TIME_UNITS[run["time_unit"]] for run in runs)
         fastest = min(runs, key=lambda run: run["cpu_time"])
-        values |= {f"{name} {key}": value for key, value in fastest.items() if isinstance(value, float)}
+        values |= {f"{name} {key}": value for key, value in fastest.items() if isinstance(value, (int, float))}
     return values
 
 
@@ -179,8 +179,8 @@ def text_of(table, values):
 
 def fill(page, name, text):
     """Returns the page with the text of a table replaced."""
-    block = re.compile(rf"(<!-- measure: {re.escape(name)} -->\n).*?(\n<!-- end: {re.escape(name)} -->)", re.DOTALL)
-    filled, count = block.subn(lambda match: f"{match[1]}\n{text}\n{match[2]}", page)
+    block = re.compile(rf"(<!-- measure: {re.escape(name)} -->\n).*?(<!-- end: {re.escape(name)} -->)", re.DOTALL)
+    filled, count = block.subn(lambda match: f"{match[1]}\n{text}\n\n{match[2]}", page)
     if count != 1:
         raise MeasureError(f"the page has {count} tables {name} between <!-- measure: {name} --> and <!-- end: {name} -->")
     return filled
@@ -309,7 +309,7 @@ def main():
     parser.add_argument("--threshold", type=float, default=1.25, help="the factor from which on it is worse; 1.25 unless given")
     parser.add_argument("--no-run", action="store_true", help="measure nothing: fill and compare with the results that exist")
     parser.add_argument("--check", action="store_true", help="only find out whether the benchmarks of all tables exist")
-    arguments = parser.parse_args()
+    arguments = parser.parse_intermixed_args()
     root = arguments.root = arguments.root.resolve()
     arguments.build = arguments.build.resolve()
     arguments.json = arguments.json or arguments.build / ("measured-quick.json" if arguments.quick else "measured.json")
