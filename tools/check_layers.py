@@ -23,6 +23,9 @@ Bench    core/ and widgets/ carry the rest and may include each other; console/,
 Tools    Programs use the public headers of the SDK alone, their own folder, and the headers in tools/ itself.
 Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; window/
          shows those, script/ drives the window, and app/ sees everything.
+Tests    tests/sdk/<module>/ uses neither bench nor host, and private headers of its own module alone. tests/bench/ does not use
+         the host, tests/host/ does not use the bench, and both use public headers of the SDK alone, as benchmarks do. The
+         solver of the nesting module is measured directly, and fuzz targets call the readers that they are for.
 """
 import pathlib
 import re
@@ -39,6 +42,8 @@ HOST_BELOW["script"] = {"base", "view", "window"}
 HOST_BELOW["app"] = set(HOST_BELOW)
 PROOF_MAY_USE = {f"ZORNestSolver{part}.h" for part in ("Arc", "Geometry", "Model", "SpatialOrder")}
 PROOF_USERS = {"ZORNestSolverCheck", "ZORNestSolverApart"}
+# The processes that helpers start: jobs of nesting are tested in them.
+TESTS_MAY_USE = {"tests/sdk/ZORNesting": {"ZORWorker/ZORWorkHelperRun_p.h"}}
 BENCH_EXTRA = {folder: {"visualization/ZORTestVisualizer.h"} for folder in ("core", "console")}
 
 
@@ -236,12 +241,43 @@ def check_host(root, table):
                 yield f"{where}: {own}/ must not see {head}/"
 
 
+def folders_of(root, house):
+    folder = root / house
+    return {path.name for path in folder.iterdir() if path.is_dir()} if folder.exists() else set()
+
+
+def check_test(root, table, path, target):
+    """Returns what is wrong with an include of a test or a benchmark."""
+    parts = path.relative_to(root).parts
+    head, _, header = target.partition("/")
+    of_sdk = parts[:2] == ("tests", "sdk")
+    may_use_bench = parts[0] == "benchmarks" or (not of_sdk and parts[1] != "host")
+    may_use_host = not of_sdk and parts[1] != "bench" and parts[0] != "benchmarks"
+    if header and not may_use_bench and head in folders_of(root, "bench") - folders_of(root, "host"):
+        return f"{'/'.join(parts[:2])}/ must not use the bench"
+    if header and not may_use_host and head in folders_of(root, "host") - folders_of(root, "bench"):
+        return f"{'/'.join(parts[:2])}/ must not use the host"
+    if head not in table or header in table[head].headers or parts[:2] == ("tests", "fuzz"):
+        return None
+    if (of_sdk and head == parts[2]) or target in TESTS_MAY_USE.get("/".join(parts[:3]), set()):
+        return None
+    return f"{target} is private to {head}"
+
+
+def check_tests(root, table):
+    for house in ("tests", "benchmarks"):
+        for path in sources(root / house):
+            for number, _, target in includes(path):
+                if error := check_test(root, table, path, target):
+                    yield f"{path.relative_to(root)}:{number}: {error}"
+
+
 def main():
     root = pathlib.Path(sys.argv[1]).resolve()
     table = module_table(root)
-    checks = (check_sdk, check_tools, check_bench, check_host)
+    checks = (check_sdk, check_tools, check_bench, check_host, check_tests)
     errors = [error for check in checks for error in check(root, table)]
-    print("\n".join(errors) or f"{len(table)} modules, tools, bench and host include only what they may")
+    print("\n".join(errors) or f"{len(table)} modules, tools, bench, host and tests include only what they may")
     return bool(errors)
 
 

@@ -23,6 +23,12 @@ CLEAN = {
     "tools/Shared.h": "#include <exception>\n",
     "host/base/ZORHostA.h": "#include <ZORSystem/ZORSysA.h>\n",
     "host/window/ZORHostB.cpp": '#include "base/ZORHostA.h"\n',
+    "tests/sdk/ZORGeometry/mesh/ATest.cpp": '#include "sdk/ZORGeometry/Meshes.h"\n#include <ZORGeometry/mesh/ZORGeoMesh_p.h>\n',
+    "tests/bench/BTest.cpp": '#include "core/ZORTestA.h"\n#include <ZORSystem/ZORSysA.h>\n',
+    "tests/host/CTest.cpp": '#include "window/ZORHostB.h"\n#include <ZORSystem/ZORSysA.h>\n',
+    "tests/windows/DTest.cpp": '#include "window/ZORHostB.h"\n#include "core/ZORTestA.h"\n',
+    "tests/fuzz/ETarget.cpp": "#include <ZORGeometry/stl/ZORGeoStl_p.h>\n",
+    "benchmarks/ZORGeometry/FBenchmark.cpp": '#include "core/ZORTestA.h"\n#include <ZORGeometry/ZORGeoA.h>\n',
 }
 # A module with rooms, added to the clean tree by the tests of rooms.
 ROOMS = {
@@ -49,7 +55,7 @@ def run(changes):
 
 class CheckLayersTest(unittest.TestCase):
     def test_clean_tree_passes(self):
-        self.assertEqual((0, "2 modules, tools, bench and host include only what they may\n"), run({}))
+        self.assertEqual((0, "2 modules, tools, bench, host and tests include only what they may\n"), run({}))
 
     def assert_found(self, name, text, message, others=None):
         code, output = run({**(others or {}), name: text})
@@ -207,6 +213,23 @@ class CheckLayersTest(unittest.TestCase):
     def test_host_header_without_its_folder(self):
         message = 'host headers are included with their folder, not "ZORHostA.h"'
         self.assert_found("host/base/ZORHostA.cpp", '#include "ZORHostA.h"\n', message)
+
+    def test_test_of_a_module_with_private_header_of_another(self):
+        text = "#include <ZORSystem/ZORSysA_p.h>\n"
+        self.assert_found("tests/sdk/ZORGeometry/ATest.cpp", text, "ZORSystem/ZORSysA_p.h is private to ZORSystem")
+
+    def test_test_of_the_sdk_with_bench_or_host(self):
+        name = "tests/sdk/ZORGeometry/ATest.cpp"
+        self.assert_found(name, '#include "core/ZORTestA.h"\n', "tests/sdk/ must not use the bench")
+        self.assert_found(name, '#include "window/ZORHostB.h"\n', "tests/sdk/ must not use the host")
+
+    def test_tests_of_bench_and_host_do_not_see_the_other(self):
+        self.assert_found("tests/bench/BTest.cpp", '#include "base/ZORHostA.h"\n', "tests/bench/ must not use the host")
+        self.assert_found("tests/host/CTest.cpp", '#include "console/ZORTestB.h"\n', "tests/host/ must not use the bench")
+
+    def test_tests_of_bench_and_host_use_public_headers(self):
+        for name in ("tests/bench/BTest.cpp", "tests/host/CTest.cpp", "tests/windows/DTest.cpp", "benchmarks/X.cpp"):
+            self.assert_found(name, "#include <ZORSystem/ZORSysA_p.h>\n", "ZORSystem/ZORSysA_p.h is private to ZORSystem")
 
 
 if __name__ == "__main__":
