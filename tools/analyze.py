@@ -5,8 +5,8 @@
 
 Without files, every source of the compile database is analyzed. --since-long analyzes the sources that differ from the
 last commit that ./test.sh long has passed, which tools/long_passed.txt names: the changed sources themselves and, for each
-changed header, the source of its name. Where the clone lacks that commit, those that differ from the last commit's parent.
-The build directory must have been built: sources include generated files.
+changed header, the source of its name or else one that includes it; all if .clang-tidy differs. Where the clone lacks that
+commit, those that differ from the last commit's parent. The build directory must have been built: sources include generated files.
 
 Most of the time of an analyzer goes into the headers of Qt and of the standard library, so sources with equal options are
 analyzed as one translation unit. A source that does not compile beside those before it, because both define the same
@@ -77,11 +77,26 @@ def changed_names(root):
     return changed.stdout.splitlines()
 
 
+def first_including(header, sources):
+    """Returns the first source that includes a header itself, those of its folder before others; None if there is none."""
+    include = re.compile(rf'^\s*#\s*include\s*["<](?:[^">]*/)?{re.escape(header.name)}[">]', re.MULTILINE)
+    near = sorted(sources, key=lambda path: (path.parent != header.parent, path))
+    return next((path for path in near if include.search(path.read_text(encoding="utf-8"))), None)
+
+
 def sources_of(root, names, sources):
-    """Returns the sources to analyze for changed files: themselves, and the ones of the same name as a header."""
+    """Returns the sources to analyze for changed files.
+
+    A source stands for itself, a header for the sources of its name, or else for one that includes it, and the checks
+    of clang-tidy for everything.
+    """
+    if ".clang-tidy" in names:
+        return list(sources)
     wanted = {root / name for name in names}
-    stems = {path.with_suffix("").name.removesuffix("_p") for path in wanted if path.suffix == ".h"}
-    return [path for path in sources if path in wanted or path.stem in stems]
+    for header in [path for path in wanted if path.suffix == ".h"]:
+        stem = header.stem.removesuffix("_p")
+        wanted.update([path for path in sources if path.stem == stem] or [first_including(header, sources)])
+    return [path for path in sources if path in wanted]
 
 
 class Analysis:

@@ -124,6 +124,20 @@ class AnalyzeTest(unittest.TestCase):
         write_tree(self.root, {"sdk/ZORSystem/A_p.h": "int a2();\n"})  # not even committed
         self.assertEqual(["clang-tidy-14 A.cpp B.cpp", "clazy-standalone A.cpp B.cpp"], self.analyze("--since-long")[2])
 
+    def test_header_without_a_source_of_its_name(self):
+        write_tree(self.root, {"sdk/ZORSystem/B.cpp": '#include "files/Shared_p.h"\n', "sdk/ZORSystem/files/Shared_p.h": "\n"})
+        passed = self.commit("Passed")
+        write_tree(self.root, {"tools/long_passed.txt": f"{passed}\n"})
+        write_tree(self.root, {"sdk/ZORSystem/files/Shared_p.h": "using namespace std;\n", "sdk/ZORSystem/Unused.h": "\n"})
+        self.commit("Change")
+        self.assertEqual(["clang-tidy-14 B.cpp", "clazy-standalone B.cpp"], self.analyze("--since-long")[2])
+
+    def test_changed_checks_concern_everything(self):
+        passed = self.commit("Passed")
+        write_tree(self.root, {"tools/long_passed.txt": f"{passed}\n", ".clang-tidy": "Checks: '*'\n"})
+        self.commit("Change")
+        self.assertIn("3 sources analyzed", self.analyze("--since-long")[1])
+
     def test_clone_without_the_commit(self):
         write_tree(self.root, {"tools/long_passed.txt": "0123456789012345678901234567890123456789\n"})
         self.commit("Name")
