@@ -10,6 +10,6 @@ QString FindTestData(const QString& relativePath);
 
 /// Skips the running test with a clear message where the test data is absent.
 #define ZOR_REQUIRE_TEST_DATA(variable, relativePath)                                                        \
-    const QString variable = FindTestData(QStringLiteral(relativePath));                                     \
+    const QString variable = FindTestData(QString::fromLatin1(relativePath));                                \
     if (variable.isEmpty())                                                                                  \
-    GTEST_SKIP() << "no test data '" relativePath "': set ZOR_TEST_DATA to its folder"
+    GTEST_SKIP() << "no test data '" << (relativePath) << "': set ZOR_TEST_DATA to its folder"

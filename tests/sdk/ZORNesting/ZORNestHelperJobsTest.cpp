@@ -55,7 +55,8 @@ QSet<qint64> GetHelpers()
 double GetHelperTime()
 {
     double ticks = 0;
-    for (const qint64 helper : GetHelpers()) {
+    const QSet<qint64> helpers = GetHelpers();
+    for (const qint64 helper : helpers) {
         const QList<QByteArray> stat = GetStat(helper);
         ticks += stat.value(11).toDouble() + stat.value(12).toDouble();
     }
@@ -64,7 +65,8 @@ double GetHelperTime()
 
 void SignalHelpers(int signal)
 {
-    for (const qint64 helper : GetHelpers())
+    const QSet<qint64> helpers = GetHelpers();
+    for (const qint64 helper : helpers)
         kill(pid_t(helper), signal);
 }
 
