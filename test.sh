@@ -19,6 +19,13 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 install_packages $run_packages $test_packages
 
+# timed COMMAND... : runs it and says how long it took.
+timed() {
+  local start=$SECONDS
+  "$@"
+  echo "$* took $((SECONDS - start)) s"
+}
+
 # configure PRESET : quiet unless it fails.
 configure() {
   mkdir -p build
@@ -60,17 +67,17 @@ follow_page() {
 
 what=${1:-all}
 case "$what" in
-  fuzz) run_fuzzers; exit ;;
-  tsan) run_thread_sanitizer; exit ;;
-  random) run_random_users; exit ;;
-  analyze) analyze_everything; exit ;;
-  page) follow_page; exit ;;
+  fuzz) timed run_fuzzers; exit ;;
+  tsan) timed run_thread_sanitizer; exit ;;
+  random) timed run_random_users; exit ;;
+  analyze) timed analyze_everything; exit ;;
+  page) timed follow_page; exit ;;
   long)
-    run_fuzzers
-    run_thread_sanitizer
-    run_random_users
-    analyze_everything
-    follow_page
+    timed run_fuzzers
+    timed run_thread_sanitizer
+    timed run_random_users
+    timed analyze_everything
+    timed follow_page
     if [ -n "$(git status --porcelain)" ]; then
       echo "Passed. tools/long_passed.txt stays as it is, since there are changes without a commit."
     else
@@ -81,14 +88,14 @@ case "$what" in
 esac
 if [ "$what" != asan ]; then
   configure ci
-  cmake --build --preset ci
-  cmake --build --preset ci --target all_verify_interface_header_sets
-  ctest --preset ci -j2
+  timed cmake --build --preset ci
+  timed cmake --build --preset ci --target all_verify_interface_header_sets
+  timed ctest --preset ci -j2
   install_packages $analysis_packages
-  python3 tools/analyze.py . build/ci --since-long
+  timed python3 tools/analyze.py . build/ci --since-long
 fi
 if [ "$what" != ci ]; then
   configure asan
-  cmake --build --preset asan --target sanitized_tests
-  ctest --preset asan -j2 -L "sdk|bench" -LE host -E "random_hash|plugin_library"
+  timed cmake --build --preset asan --target sanitized_tests
+  timed ctest --preset asan -j2 -L "sdk|bench" -LE host -E "random_hash|plugin_library"
 fi
