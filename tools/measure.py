@@ -247,12 +247,18 @@ def read_results(path):
 
 
 def measure_tables(chosen, arguments, results):
-    """Measures tables, each of which is written when it is measured."""
+    """Measures tables, each of which is written when it is measured. Returns those that could be measured."""
     commit = run_text("git", "-C", str(arguments.root), "rev-parse", "--short=10", "HEAD") or "unknown"
     results["machine"] = describe_machine()
+    measured = []
     for table in chosen:
         load, start = os.getloadavg()[0], time.monotonic()
-        values = measure(table, arguments.root, arguments.build, arguments.quick)
+        try:
+            values = measure(table, arguments.root, arguments.build, arguments.quick)
+        except (MeasureError, OSError, RuntimeError, subprocess.SubprocessError) as error:
+            print(f"{table['name']}: {error}", file=sys.stderr, flush=True)
+            continue
+        measured.append(table)
         results["tables"][table["name"]] = {
             "date": time.strftime("%Y-%m-%d"), "commit": commit, "load": round(load, 2),
             "seconds": round(time.monotonic() - start, 1), "values": values,
@@ -260,6 +266,7 @@ def measure_tables(chosen, arguments, results):
         print(f"{table['name']}: {time.monotonic() - start:.0f} s, {len(values)} figures", flush=True)
         arguments.json.parent.mkdir(parents=True, exist_ok=True)
         arguments.json.write_text(json.dumps(results, indent=1) + "\n", encoding="utf-8")
+    return measured
 
 
 def missing_benchmarks(tables, build):
@@ -285,10 +292,14 @@ def run(arguments):
         return bool(faults)
     chosen = [] if arguments.no_run else select(tables, arguments.names, arguments.quick)
     results = read_results(arguments.json)
-    measure_tables(chosen, arguments, results)
+    measured = measure_tables(chosen, arguments, results)
     if arguments.docs and str(arguments.docs) != "none":
-        names = [table["name"] for table in chosen] or [name for name in results["tables"] if name in tables]
+        names = [name for name in results["tables"] if name in tables]
+        if not arguments.no_run:
+            names = [table["name"] for table in measured]
         write_page(arguments.docs, results, tables, names)
+    if len(measured) < len(chosen):
+        raise MeasureError(f"{len(chosen) - len(measured)} of {len(chosen)} tables could not be measured")
     if arguments.compare:
         lines = list(compare(read_results(arguments.compare), results, tables, arguments.threshold))
         print("\n".join(lines) or f"nothing is worse by a factor of {arguments.threshold}")

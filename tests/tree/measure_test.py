@@ -174,11 +174,24 @@ Between.
 
     def test_failures_are_reported(self):
         self.report(1, error_occurred=True, error_message="the file cannot be read")
-        self.assertEqual((2, "Load/Binary/iterations:1: the file cannot be read\n"), self.measure("stl.load"))
+        code, output = self.measure("stl.load", "stl.rates")
+        self.assertEqual(2, code)
+        self.assertIn("stl.load: Load/Binary/iterations:1: the file cannot be read\n", output)
+        self.assertIn("2 of 2 tables could not be measured", output)
         write_tree(self.root, {"bin/stl_benchmarks": "#!/bin/sh\necho broken >&2\nexit 3\n"})
         code, output = self.measure("stl.load")
         self.assertEqual(2, code)
         self.assertIn("stl_benchmarks failed:\nbroken", output)
+
+    def test_a_table_that_fails_does_not_keep_others_from_being_measured(self):
+        write_tree(self.root, {"bin/other_benchmarks": "#!/bin/sh\nexit 3\n", "tools/measurements.toml": TABLES.replace(
+            'program = "stl_benchmarks"', 'program = "other_benchmarks"', 1)})
+        (self.root / "bin/other_benchmarks").chmod(0o755)
+        code, output = self.measure()
+        self.assertEqual(2, code)
+        self.assertIn("1 of 2 tables could not be measured", output)
+        self.assertIn("An old table.", self.page())
+        self.assertIn("| judged | 1,530,000 |", self.page())
 
     def test_benchmarks_of_tables_exist(self):
         self.assertEqual((0, "3 tables name benchmarks that exist\n"), self.measure("--check"))
