@@ -108,7 +108,7 @@ def read_benchmarks(document):
 
 
 def run_benchmarks(table, build, is_quick):
-    pattern = table["quick"] if is_quick else table.get("filter", ".")
+    pattern = table.get("quick" if is_quick else "filter", table.get("filter", "."))
     repetitions = 1 if is_quick else table.get("repetitions", 3)
     environment = {**os.environ, "QT_QPA_PLATFORM": "offscreen", "QT_HASH_SEED": "0"}
     with tempfile.TemporaryDirectory() as folder:
