@@ -14,8 +14,8 @@ SDK      A module may include its own headers and those of the modules in the DE
          rooms itself, "folder/room". Rooms in the QT_FREE list, and those in folders of that list, are plain C++: they
          see neither Qt nor the modules.
 Proof    The solver of the nesting module proves its layouts by geometry of its own, the files *Exact*, so that no
-         fault of the search hides from it: they share only points, arcs, the job and the order in space with the
-         search. *Check runs the proof, and *Apart measures polygons of the search as it does; the room of these
+         fault of the search hides from it: they share only points, poses, arcs, items and the order in space with
+         the search. *Check runs the proof, and *Apart measures polygons of the search as it does; the room of these
          files is below those of the search.
 Bench    core/ and widgets/ carry the rest and may include each other; console/, visualization/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
@@ -40,7 +40,7 @@ HOST_BELOW = {"base": set(), "view": {"base"}, "docks": {"base"}, "plugins": {"b
 HOST_BELOW["window"] = {"base", "view", "docks", "plugins"}
 HOST_BELOW["script"] = {"base", "view", "window"}
 HOST_BELOW["app"] = set(HOST_BELOW)
-PROOF_MAY_USE = {f"ZORNestSolver{part}.h" for part in ("Arc", "Geometry", "Model", "SpatialOrder")}
+PROOF_MAY_USE = {f"ZORNestSolver{part}.h" for part in ("Arc", "Geometry", "Item", "Pose", "SpatialOrder")}
 PROOF_USERS = {"ZORNestSolverCheck", "ZORNestSolverApart"}
 # The processes that helpers start: jobs of nesting are tested in them.
 TESTS_MAY_USE = {"tests/sdk/ZORNesting": {"ZORWorker/ZORWorkHelperRun_p.h"}}

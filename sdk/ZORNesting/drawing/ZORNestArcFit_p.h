@@ -4,6 +4,8 @@
 
 #include "ZORNestPiece_p.h"
 
+#include <QList>
+
 #include <functional>
 
 /// Stands lines and arcs in for curves given by a parameter.

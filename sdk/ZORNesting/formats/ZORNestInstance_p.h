@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "solver/model/ZORNestSolverModel.h"
+#include "solver/model/ZORNestSolverJob.h"
 
 #include <ZORNesting/ZORNestInstance.h>
 

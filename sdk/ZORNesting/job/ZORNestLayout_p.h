@@ -3,6 +3,7 @@
 #pragma once
 
 #include "formats/ZORNestInstance_p.h"
+#include "solver/model/ZORNestSolverSolution.h"
 
 class ZORNestLayoutData : public QSharedData
 {

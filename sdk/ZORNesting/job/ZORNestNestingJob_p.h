@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORNestNestingPart_p.h"
+#include "solver/model/ZORNestSolverSolution.h"
 
 #include <QCoreApplication>
 #include <QStringList>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "solver/model/ZORNestSolverModel.h"
+#include "solver/model/ZORNestSolverSolution.h"
 
 #include <ZORNesting/ZORNestNestingInput.h>
 

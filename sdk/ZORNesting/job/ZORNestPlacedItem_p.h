@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "solver/model/ZORNestSolverModel.h"
+#include "solver/geometry/ZORNestSolverPose.h"
 
 #include <ZORNesting/ZORNestResultItem.h>
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORNestReportPart_p.h"
+#include "solver/model/ZORNestSolverSolution.h"
 
 #include <QColor>
 #include <QPainterPath>

@@ -1,4 +1,4 @@
-// Points, boxes, rings and poses of the nesting solver, and the exact measures on them.
+// Points, boxes and rings of the nesting solver, and the exact measures on them.
 
 #pragma once
 
@@ -79,37 +79,6 @@ using Ring = std::vector<Point>;
 /// The outer ring counter-clockwise, the holes clockwise; of several pieces, each has an outer ring, and the first
 /// ring is one of them. A point is inside by the even-odd rule.
 using Polygon = std::vector<Ring>;
-
-/// Mirrors x -> -x, then rotates, then moves.
-struct Pose
-{
-    bool mirrored = false;
-    double angle = 0; // radians, counter-clockwise
-    Point position;
-};
-
-/// A pose with its sine and cosine at hand. Multiples of a quarter turn are exact.
-class Transform
-{
-public:
-    explicit Transform(const Pose& pose);
-    Point Apply(Point p) const
-    {
-        const double x = p.x * m_hand;
-        return {m_cosine * x - m_sine * p.y + m_move.x, m_sine * x + m_cosine * p.y + m_move.y};
-    }
-    /// Keeps the orientation of the rings: a mirrored ring is reversed.
-    Polygon Apply(const Polygon& polygon) const;
-
-private:
-    double m_hand;
-    double m_cosine;
-    double m_sine;
-    Point m_move;
-};
-
-/// The angle turned into [0, 2 pi), with noise near multiples of a quarter turn removed.
-double NormalizeAngle(double angle);
 
 /// Positive for a counter-clockwise ring.
 double GetSignedArea(const Ring& ring);

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestSolverLayout.h"
+#include "ZORNestSolverProblem.h"
 #include "solver/base/ZORNestSolverInterruption.h"
 
 #include <string>

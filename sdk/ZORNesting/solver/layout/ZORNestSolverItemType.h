@@ -4,7 +4,8 @@
 
 #include "ZORNestSolverShape.h"
 #include "solver/base/ZORNestSolverInterruption.h"
-#include "solver/model/ZORNestSolverModel.h"
+#include "solver/geometry/ZORNestSolverPose.h"
+#include "solver/model/ZORNestSolverJob.h"
 #include "solver/model/ZORNestSolverSilhouette.h"
 
 namespace ZORNestSolver {

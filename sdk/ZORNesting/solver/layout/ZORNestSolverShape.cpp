@@ -1,5 +1,7 @@
 #include "ZORNestSolverShape.h"
 
+#include "solver/geometry/ZORNestSolverPose.h"
+
 namespace ZORNestSolver {
 
 namespace {

@@ -1,6 +1,7 @@
 #include "ZORNestSolverSilhouette.h"
 
 #include "ZORNestSolverArc.h"
+#include "solver/geometry/ZORNestSolverPose.h"
 
 #include <numbers>
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORNestSolverModel.h"
+#include "ZORNestSolverJob.h"
 
 namespace ZORNestSolver {
 

@@ -1,5 +1,7 @@
 #include "ZORNestSolverBound.h"
 
+#include "solver/search/ZORNestSolverStrip.h"
+
 #include <map>
 
 namespace ZORNestSolver {

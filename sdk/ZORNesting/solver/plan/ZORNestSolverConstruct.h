@@ -4,6 +4,7 @@
 
 #include "ZORNestSolverJobPlan.h"
 #include "ZORNestSolverOpenSheet.h"
+#include "ZORNestSolverPreference.h"
 
 namespace ZORNestSolver {
 
@@ -12,24 +13,6 @@ struct Supply
 {
     std::vector<size_t> kinds; // in the order in which they are used up
     int highestStack = 1;
-};
-
-/// The order in which items claim their places.
-enum class Claims { BySize, ByPriority };
-
-/// How thoroughly a place is searched: contacts take microseconds, samples a fraction of a millisecond.
-enum class Placing { Contacts, Samples };
-
-/// What a construction prefers. An unturned row may waste what a turned one needs, and the largest item what
-/// several smaller ones fill.
-struct Preference
-{
-    enum class Turn { Any, Narrow, Flat, Random }; // rotations that are tried before all others
-    enum class Order { LargeFirst, LargestLast, Random };
-
-    Turn turn = Turn::Any;
-    Order order = Order::LargeFirst;
-    bool isLow = false; // ends low rather than left
 };
 
 /// Builds plans over all stack sizes, kinds and priorities. Every plan is complete: once the run is over or

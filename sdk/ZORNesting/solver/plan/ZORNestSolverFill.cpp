@@ -1,6 +1,5 @@
 #include "ZORNestSolverFill.h"
 
-#include "ZORNestSolverJobPlan.h"
 #include "solver/proof/ZORNestSolverApart.h"
 #include "solver/search/ZORNestSolverCompaction.h"
 
@@ -16,12 +15,6 @@ constexpr double kRemnantTimeOfItem = 0.05;
 constexpr double kExploreShare = 0.7; // of that time
 
 } // namespace
-
-bool Plan::IsBetterThan(const Plan& other) const
-{
-    const int order = CompareInOrder(restAreas, other.restAreas);
-    return order != 0 ? order < 0 : cost < other.cost;
-}
 
 Filler::Filler(const PreparedJob& prepared, int stack, uint64_t seed, SheetsListener listener)
     : m_prepared(prepared)

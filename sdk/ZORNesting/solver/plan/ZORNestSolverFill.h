@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "solver/layout/ZORNestSolverPreparedJob.h"
+#include "ZORNestSolverJobPlan.h"
 #include "solver/search/ZORNestSolverJigsaw.h"
 #include "solver/search/ZORNestSolverSheets.h"
 #include "solver/search/ZORNestSolverStripRun.h"
@@ -10,18 +10,6 @@
 #include <functional>
 
 namespace ZORNestSolver {
-
-/// Sheets filled with items, and the items that found no sheet.
-struct Plan
-{
-    std::vector<NestedSheet> sheets;
-    std::vector<size_t> rest; // items of the job, one entry for each copy
-    double cost = 0;
-    std::vector<double> restAreas; // by priority, the highest first
-
-    /// Less left over at the highest priority at which the plans differ; then the lower cost.
-    bool IsBetterThan(const Plan& other) const;
-};
 
 /// The order in which kinds are used up, and the most sheets of each.
 struct Mix

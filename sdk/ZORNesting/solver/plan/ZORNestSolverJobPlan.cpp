@@ -57,6 +57,12 @@ int CompareInOrder(const std::vector<double>& a, const std::vector<double>& b)
     return 0;
 }
 
+bool Plan::IsBetterThan(const Plan& other) const
+{
+    const int order = CompareInOrder(restAreas, other.restAreas);
+    return order != 0 ? order < 0 : cost < other.cost;
+}
+
 bool JobPlan::IsBetterThan(const JobPlan& other) const
 {
     int order = CompareInOrder(restAreas, other.restAreas);

@@ -1,10 +1,23 @@
-// A plan of the whole job, over all stack sizes, and how plans compare.
+// Plans of one stack size and of the whole job, and how they compare.
 
 #pragma once
 
-#include "ZORNestSolverFill.h"
+#include "solver/layout/ZORNestSolverPreparedJob.h"
+#include "solver/model/ZORNestSolverSolution.h"
 
 namespace ZORNestSolver {
+
+/// Sheets filled with items, and the items that found no sheet.
+struct Plan
+{
+    std::vector<NestedSheet> sheets;
+    std::vector<size_t> rest; // items of the job, one entry for each copy
+    double cost = 0;
+    std::vector<double> restAreas; // by priority, the highest first
+
+    /// Less left over at the highest priority at which the plans differ; then the lower cost.
+    bool IsBetterThan(const Plan& other) const;
+};
 
 /// Sheets of all stack sizes, and the copies that found no place on them.
 struct JobPlan

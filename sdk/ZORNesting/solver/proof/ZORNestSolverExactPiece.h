@@ -5,7 +5,8 @@
 
 #pragma once
 
-#include "solver/model/ZORNestSolverModel.h"
+#include "solver/geometry/ZORNestSolverPose.h"
+#include "solver/model/ZORNestSolverItem.h"
 
 namespace ZORNestSolver::Exact {
 

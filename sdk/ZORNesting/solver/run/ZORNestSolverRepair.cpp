@@ -1,6 +1,6 @@
 #include "ZORNestSolverRepair.h"
 
-#include "ZORNestSolverUnplaced.h"
+#include "solver/model/ZORNestSolverUnplaced.h"
 #include "solver/plan/ZORNestSolverJobPlan.h"
 #include "solver/proof/ZORNestSolverCheck.h"
 

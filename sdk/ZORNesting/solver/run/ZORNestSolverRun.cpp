@@ -3,7 +3,7 @@
 #include "ZORNestSolverPlan.h"
 #include "ZORNestSolverRepair.h"
 #include "ZORNestSolverReporter.h"
-#include "ZORNestSolverUnplaced.h"
+#include "solver/model/ZORNestSolverUnplaced.h"
 #include "solver/model/ZORNestSolverUsable.h"
 #include "solver/proof/ZORNestSolverCheck.h"
 

@@ -3,7 +3,8 @@
 #pragma once
 
 #include "solver/base/ZORNestSolverBudget.h"
-#include "solver/model/ZORNestSolverModel.h"
+#include "solver/model/ZORNestSolverJob.h"
+#include "solver/model/ZORNestSolverSolution.h"
 
 #include <functional>
 #include <optional>

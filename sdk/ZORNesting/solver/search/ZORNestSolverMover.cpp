@@ -10,209 +10,32 @@ namespace {
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kSuccessFactor = 1.1;
 constexpr double kFailureFactor = 0.5;
-constexpr int kFreeAngles = 16; // samples of a full turn
 constexpr double kSameDistance = 0.01;
-constexpr double kNearbyReach = 0.5;    // of the item's smaller side
-constexpr double kHoleReach = 0.5;      // of the radius: how far from the middle of a hole samples lie
-constexpr size_t kExactShare = 4;       // one in so many samples in holes
-constexpr double kSameDirection = 0.01; // the sine between edges that count as parallel
-constexpr double kClampReach = 0.25;    // of the item's smaller side: how far a window may push a sample
-constexpr int kMostRounds = 300;        // of a descent
+constexpr int kMostRounds = 300;     // of a descent
+constexpr double kHeightShare = 0.1; // how much less it matters to lie low than to lie left
+constexpr double kSlideAccuracy = 1e-4;
+constexpr double kShortestSlide = 1e-3; // of the height of the window: the first step
+constexpr int kContactRounds = 4;
+constexpr double kContactReach = 4 * kSlideAccuracy; // of the item's smaller side, after a slide in steps
+constexpr double kSmallestLoss = 1e-30;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 /// Directions of a descent: x, y, both diagonals, rotation.
 constexpr std::array<Point, 5> kAxes{{{1, 0}, {0, 1}, {0.7071, 0.7071}, {0.7071, -0.7071}, {0, 0}}};
 constexpr size_t kRotationAxis = 4;
 
-struct Edge
-{
-    Point from, to;
-
-    Point GetVector() const { return to - from; }
-};
-
-/// The edge with the inside of the shape left of it.
-Edge GetEdge(const Shape& shape, size_t index, bool mirrored)
-{
-    const Point a{shape.ax[index], shape.ay[index]};
-    const Point b{shape.bx[index], shape.by[index]};
-    return mirrored ? Edge{b, a} : Edge{a, b};
-}
-
-bool AreOpposite(Point u, Point v)
-{
-    return std::abs(Cross(u, v)) < -kSameDirection * Dot(u, v);
-}
-
 } // namespace
 
 Mover::Mover(Layout& layout, Random& random)
     : m_layout(layout)
     , m_random(random)
+    , m_sampler(layout, random)
 {
-    for (size_t item = 0; item < layout.GetItemCount(); ++item)
-        if (!layout.GetType(item).holes.empty())
-            m_holders.push_back(item);
-}
-
-const Shape& Mover::GetShape(size_t item, const Stand& stand)
-{
-    const ItemType& type = m_layout.GetType(item);
-    const PoseClass& poseClass = type.classes[stand.poseClass];
-    if (!poseClass.IsContinuous())
-        return type.shapes[stand.poseClass];
-    if (m_scratchBase != &type.base || m_scratchAngle != stand.angle
-        || m_scratchMirrored != poseClass.mirrored) {
-        type.Turn(poseClass.mirrored, stand.angle, m_scratch);
-        m_scratchBase = &type.base;
-        m_scratchAngle = stand.angle;
-        m_scratchMirrored = poseClass.mirrored;
-    }
-    return m_scratch;
 }
 
 double Mover::Evaluate(size_t item, const Stand& stand, double bound)
 {
-    return m_layout.Evaluate(item, GetShape(item, stand), stand.position, bound);
-}
-
-/// A random place in the window, or in the part of it that \a around covers; none if the item does not fit.
-std::optional<Stand> Mover::SampleIn(size_t item, Stand stand, const Box* around)
-{
-    Box room = GetRoom(m_layout.GetWindow(stand.window), GetShape(item, stand));
-    if (room.IsEmpty())
-        return std::nullopt;
-    if (around) {
-        const Box window = room;
-        room.min = {std::clamp(around->min.x, window.min.x, window.max.x),
-                    std::clamp(around->min.y, window.min.y, window.max.y)};
-        room.max = {std::clamp(around->max.x, window.min.x, window.max.x),
-                    std::clamp(around->max.y, window.min.y, window.max.y)};
-    }
-    stand.position = {m_random.Between(room.min.x, room.max.x), m_random.Between(room.min.y, room.max.y)};
-    return stand;
-}
-
-std::optional<Stand> Mover::Sample(size_t item, uint32_t window)
-{
-    const ItemType& type = m_layout.GetType(item);
-    Stand stand;
-    stand.window = window;
-    stand.poseClass = static_cast<uint32_t>(m_random.Index(type.classes.size()));
-    const PoseClass& poseClass = type.classes[stand.poseClass];
-    stand.angle = poseClass.angle;
-    if (poseClass.IsContinuous()) {
-        const double step = 2 * std::numbers::pi / kFreeAngles;
-        const double steps = std::floor(poseClass.deviation / step);
-        stand.angle += steps >= 1 ? step * std::round(m_random.Between(-steps, steps))
-                                  : m_random.Between(-poseClass.deviation, poseClass.deviation);
-    }
-    std::optional<Stand> sample = SampleIn(item, stand, nullptr);
-    return sample || !poseClass.IsContinuous() ? sample : SampleFitting(item, stand);
-}
-
-/// A random place at an angle at which the item fits the window; none if there is none.
-std::optional<Stand> Mover::SampleFitting(size_t item, Stand stand)
-{
-    const ItemType& type = m_layout.GetType(item);
-    const Box& window = m_layout.GetWindow(stand.window);
-    FittingAngles& known = m_fittings[&type.classes[stand.poseClass]];
-    if (known.length != window.GetWidth() || known.width != window.GetHeight())
-        known = {window.GetWidth(), window.GetHeight(), FindFittingAngles(type, stand.poseClass, window)};
-    if (known.ranges.empty())
-        return std::nullopt;
-    const AngleRange& range = known.ranges[m_random.Index(known.ranges.size())];
-    stand.angle = m_random.Between(range.from, range.to);
-    return SampleIn(item, stand, nullptr);
-}
-
-std::optional<Stand> Mover::SampleNear(size_t item, const Stand& centre)
-{
-    const double reach = kNearbyReach * m_layout.GetType(item).smallerSide;
-    const Box around = Box{centre.position, centre.position}.Grown(reach);
-    return SampleIn(item, centre, &around);
-}
-
-/// An edge of the item, picked at random among those that run against the direction; among all of them where
-/// there is none. At a free angle any edge does, since the item is turned for it.
-size_t Mover::PickEdgeAgainst(size_t item, Stand& stand, Point direction)
-{
-    const PoseClass& poseClass = m_layout.GetType(item).classes[stand.poseClass];
-    const Shape& shape = GetShape(item, stand);
-    const size_t start = m_random.Index(shape.edgeCount);
-    if (poseClass.IsContinuous()) {
-        const Point own = GetEdge(shape, start, poseClass.mirrored).GetVector();
-        const double turn = std::atan2(-direction.y, -direction.x) - std::atan2(own.y, own.x);
-        const double off = std::remainder(stand.angle + turn - poseClass.angle, 2 * std::numbers::pi);
-        if (std::abs(off) <= poseClass.deviation)
-            stand.angle = poseClass.angle + off;
-        return start;
-    }
-    for (size_t n = 0; n < shape.edgeCount; ++n) {
-        const size_t index = (start + n) % shape.edgeCount;
-        if (AreOpposite(GetEdge(shape, index, poseClass.mirrored).GetVector(), direction))
-            return index;
-    }
-    return start;
-}
-
-/// A place where an edge of the item lies along an edge of another one, with an end at its end; where none can
-/// lie so, a corner at a corner. None where the window is in the way.
-std::optional<Stand> Mover::SampleMatch(size_t item)
-{
-    const size_t other = m_random.Index(m_layout.GetItemCount());
-    if (other == item || !m_layout.IsStanding(other))
-        return std::nullopt;
-    const Stand& beside = m_layout.GetStand(other);
-    std::optional<Stand> stand = Sample(item, beside.window);
-    if (!stand)
-        return std::nullopt;
-    const Shape& fixed = m_layout.GetShape(other);
-    const Edge along = GetEdge(fixed, m_random.Index(fixed.edgeCount),
-                               m_layout.GetType(other).classes[beside.poseClass].mirrored);
-    const size_t chosen = PickEdgeAgainst(item, *stand, along.GetVector());
-    const Shape& shape = GetShape(item, *stand);
-    if (GetRoom(m_layout.GetWindow(beside.window), shape).IsEmpty())
-        return std::nullopt;
-    const Edge own = GetEdge(shape, chosen, m_layout.GetType(item).classes[stand->poseClass].mirrored);
-    const bool isForward = m_random.Index(2) == 0;
-    const Point run = along.GetVector();
-    const Point away = Point{run.y, -run.x} * (kContactGap / Length(run)); // from the other item
-    const Point place = beside.position + away + (isForward ? along.to - own.from : along.from - own.to);
-    stand->position = place;
-    Clamp(item, *stand);
-    const double reach = kClampReach * m_layout.GetType(item).smallerSide;
-    return Length(stand->position - place) <= reach ? stand : std::nullopt;
-}
-
-/// A place in some hole of another item that may be large enough; none where there is none.
-std::optional<Stand> Mover::SampleInHole(size_t item)
-{
-    const size_t holder = m_holders[m_random.Index(m_holders.size())];
-    if (holder == item || !m_layout.IsStanding(holder))
-        return std::nullopt;
-    const ItemType& other = m_layout.GetType(holder);
-    const size_t chosen = m_random.Index(other.holes.size());
-    const Circle& hole = other.holes[chosen];
-    if (hole.radius < static_cast<double>(m_layout.GetType(item).base.poleR[0]))
-        return std::nullopt;
-    const Stand& around = m_layout.GetStand(holder);
-    std::optional<Stand> stand = Sample(item, around.window);
-    if (!stand)
-        return std::nullopt;
-    const Transform place({other.classes[around.poseClass].mirrored, around.angle, around.position});
-    const double reach = kHoleReach * hole.radius;
-    const Point offset{m_random.Between(-reach, reach), m_random.Between(-reach, reach)};
-    Point middle = place.Apply(hole.centre) + offset;
-    if (m_random.Index(kExactShare) == 0) { // in the middle of the box, for items as large as the hole
-        Box box;
-        for (const Point& p : other.body[other.holeRings[chosen]])
-            box.Add(place.Apply(p));
-        middle = box.GetCentre();
-    }
-    stand->position = middle - GetShape(item, *stand).box.GetCentre();
-    Clamp(item, *stand);
-    return stand;
+    return m_layout.Evaluate(item, m_sampler.GetShape(item, stand), stand.position, bound);
 }
 
 void Mover::Offer(size_t item, const Stand& stand, size_t keep)
@@ -239,15 +62,6 @@ void Mover::Offer(size_t item, const Stand& stand, size_t keep)
     m_best.insert(place, {stand, loss});
 }
 
-void Mover::Clamp(size_t item, Stand& stand)
-{
-    const Box room = GetRoom(m_layout.GetWindow(stand.window), GetShape(item, stand));
-    stand.position.x =
-        room.min.x <= room.max.x ? std::clamp(stand.position.x, room.min.x, room.max.x) : room.min.x;
-    stand.position.y =
-        room.min.y <= room.max.y ? std::clamp(stand.position.y, room.min.y, room.max.y) : room.min.y;
-}
-
 Stand Mover::Shifted(size_t item, const Stand& stand, Point by, double turn)
 {
     Stand shifted = stand;
@@ -256,11 +70,11 @@ Stand Mover::Shifted(size_t item, const Stand& stand, Point by, double turn)
         const PoseClass& poseClass = m_layout.GetType(item).classes[stand.poseClass];
         shifted.angle = std::clamp(stand.angle + turn, poseClass.angle - poseClass.deviation,
                                    poseClass.angle + poseClass.deviation);
-        const Box room = GetRoom(m_layout.GetWindow(stand.window), GetShape(item, shifted));
+        const Box room = GetRoom(m_layout.GetWindow(stand.window), m_sampler.GetShape(item, shifted));
         if (room.IsEmpty())
             return stand;
     }
-    Clamp(item, shifted);
+    m_sampler.Clamp(item, shifted);
     return shifted;
 }
 
@@ -303,17 +117,17 @@ void Mover::OfferSamples(size_t item, const MoveEffort& effort)
     const size_t windows = m_layout.GetWindows().size();
     const int around = effort.matching + effort.nearby;
     const int open = around + effort.everywhere;
-    const int count = open + (m_holders.empty() ? 0 : effort.inHoles);
+    const int count = open + (m_sampler.HasHoles() ? effort.inHoles : 0);
     for (int i = 0; i < count && m_best.front().loss > 0; ++i) {
         std::optional<Stand> stand;
         if (i < effort.matching)
-            stand = SampleMatch(item);
+            stand = m_sampler.SampleMatch(item);
         else if (i < around)
-            stand = SampleNear(item, present);
+            stand = m_sampler.SampleNear(item, present);
         else if (i >= open)
-            stand = SampleInHole(item);
+            stand = m_sampler.SampleInHole(item);
         else
-            stand = Sample(item, static_cast<uint32_t>(windows > 1 ? m_random.Index(windows) : 0));
+            stand = m_sampler.Sample(item, static_cast<uint32_t>(windows > 1 ? m_random.Index(windows) : 0));
         if (stand)
             Offer(item, *stand, effort.refined);
     }
@@ -336,6 +150,87 @@ Stand Mover::FindBetter(size_t item, const MoveEffort& effort)
         m_best.begin(), m_best.end(), [](const Candidate& a, const Candidate& b) { return a.loss < b.loss; });
     Descend(item, best, fine);
     return best.loss < presentLoss ? best.stand : present;
+}
+
+bool Mover::SlideToCorner(size_t item, Stand& stand, double step)
+{
+    bool moved = false;
+    for (const Point& direction : {Point{-1, 0}, Point{-1, 1}, Point{-1, -1}, Point{0, -1}}) {
+        const Stand tried = Shifted(item, stand, direction * step, 0);
+        const bool nearer = tried.position.x < stand.position.x
+                            || (tried.position.x == stand.position.x && tried.position.y < stand.position.y);
+        if (nearer && Evaluate(item, tried, kSmallestLoss) <= 0) {
+            stand = tried;
+            moved = true;
+        }
+    }
+    return moved;
+}
+
+/// Moves on to the left and down until something is touched, by exact distances: rows that fit exactly need it.
+void Mover::SlideToContact(size_t item, Stand& stand)
+{
+    const double side = m_layout.GetType(item).smallerSide;
+    for (int round = 0; round < kContactRounds; ++round) {
+        const Point before = stand.position;
+        for (const Axis axis : {Axis::Left, Axis::Down}) {
+            const Shape& shape = m_sampler.GetShape(item, stand);
+            const Box room = GetRoom(m_layout.GetWindow(stand.window), shape);
+            Stand tried = stand;
+            double& place = axis == Axis::Left ? tried.position.x : tried.position.y;
+            const double end = axis == Axis::Left ? room.min.x : room.min.y;
+            const double most = std::min(place - end, kContactReach * side);
+            const double travel = m_layout.GetFreeTravel(item, shape, stand.position, axis, most);
+            place = travel >= place - end ? end : place - travel;
+            if (travel > 0 && Evaluate(item, tried, kSmallestLoss) <= 0)
+                stand = tried;
+        }
+        if (stand.position == before)
+            return;
+    }
+}
+
+/// Moves some samples to the sides and corners of the window, where the last part of a row that fits exactly lies.
+void Mover::MoveToSide(size_t item, Stand& stand, int sample)
+{
+    const Box room = GetRoom(m_layout.GetWindow(stand.window), m_sampler.GetShape(item, stand));
+    const int kind = sample % 12;
+    if (kind == 1 || kind == 2)
+        stand.position.y = kind == 1 ? room.max.y : room.min.y;
+    if (kind == 4 || kind == 5)
+        stand.position.x = kind == 4 ? room.max.x : room.min.x;
+    if (kind >= 8)
+        stand.position = {kind % 2 == 0 ? room.max.x : room.min.x, kind < 10 ? room.max.y : room.min.y};
+}
+
+std::optional<Stand> Mover::FindFree(size_t item, uint32_t window, int count)
+{
+    std::optional<Stand> best;
+    double bestEnd = kInfinity;
+    const int inHoles = m_sampler.HasHoles() ? count / 2 : 0;
+    for (int i = 0; i < count + inHoles; ++i) {
+        auto stand = i < count ? m_sampler.Sample(item, window) : m_sampler.SampleInHole(item);
+        if (!stand || stand->window != window)
+            continue;
+        if (i < count)
+            MoveToSide(item, *stand, i);
+        const Point corner =
+            stand->position + m_sampler.GetShape(item, *stand).extent.max - m_layout.GetWindow(window).min;
+        const double end = corner.x + kHeightShare * corner.y;
+        if (end < bestEnd && Evaluate(item, *stand, kSmallestLoss) <= 0) {
+            best = stand;
+            bestEnd = end;
+        }
+    }
+    if (!best)
+        return best;
+    const double side = m_layout.GetType(item).smallerSide;
+    const double reach = m_layout.GetWindow(window).GetHeight() * kShortestSlide; // slivers would crawl
+    for (double step = std::max(side, reach); step > kSlideAccuracy * side;)
+        if (!SlideToCorner(item, *best, step))
+            step /= 2;
+    SlideToContact(item, *best);
+    return best;
 }
 
 } // namespace ZORNestSolver

@@ -2,11 +2,7 @@
 
 #pragma once
 
-#include "solver/base/ZORNestSolverRandom.h"
-#include "solver/layout/ZORNestSolverLayout.h"
-
-#include <optional>
-#include <unordered_map>
+#include "ZORNestSolverSampler.h"
 
 namespace ZORNestSolver {
 
@@ -46,40 +42,19 @@ private:
         double firstTurn, lastTurn;
     };
 
-    /// The rotations in which a family of free angles fits windows of a size.
-    struct FittingAngles
-    {
-        double length = 0, width = 0;
-        std::vector<AngleRange> ranges;
-    };
-
-    const Shape& GetShape(size_t item, const Stand& stand);
     double Evaluate(size_t item, const Stand& stand, double bound);
-    std::optional<Stand> Sample(size_t item, uint32_t window);
-    std::optional<Stand> SampleFitting(size_t item, Stand stand);
     void MoveToSide(size_t item, Stand& stand, int sample);
     void SlideToContact(size_t item, Stand& stand);
     bool SlideToCorner(size_t item, Stand& stand, double step);
-    std::optional<Stand> SampleInHole(size_t item);
-    size_t PickEdgeAgainst(size_t item, Stand& stand, Point direction);
-    std::optional<Stand> SampleMatch(size_t item);
-    std::optional<Stand> SampleNear(size_t item, const Stand& centre);
-    std::optional<Stand> SampleIn(size_t item, Stand stand, const Box* around);
     void Offer(size_t item, const Stand& stand, size_t keep);
     void OfferSamples(size_t item, const MoveEffort& effort);
     void Descend(size_t item, Candidate& candidate, const Steps& steps);
     Stand Shifted(size_t item, const Stand& stand, Point by, double turn);
-    void Clamp(size_t item, Stand& stand);
 
     Layout& m_layout;
     Random& m_random;
-    std::vector<size_t> m_holders; // the items with holes
+    Sampler m_sampler;
     std::vector<Candidate> m_best; // ascending by loss
-    std::unordered_map<const PoseClass*, FittingAngles> m_fittings;
-    Shape m_scratch;
-    const Shape* m_scratchBase = nullptr;
-    double m_scratchAngle = 0;
-    bool m_scratchMirrored = false;
 };
 
 } // namespace ZORNestSolver

@@ -2,7 +2,8 @@
 
 #pragma once
 
-#include <ZORNesting/solver/model/ZORNestSolverModel.h>
+#include <ZORNesting/solver/model/ZORNestSolverJob.h>
+#include <ZORNesting/solver/model/ZORNestSolverSolution.h>
 
 #include <string>
 

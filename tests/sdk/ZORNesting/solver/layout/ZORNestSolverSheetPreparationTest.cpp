@@ -1,8 +1,8 @@
 #include "sdk/ZORNesting/solver/SolverShapes.h"
 
 #include <ZORNesting/solver/geometry/ZORNestSolverOffset.h>
+#include <ZORNesting/solver/model/ZORNestSolverUnplaced.h>
 #include <ZORNesting/solver/plan/ZORNestSolverFill.h>
-#include <ZORNesting/solver/run/ZORNestSolverUnplaced.h>
 
 namespace ZORNestSolver::SolverShapes {
 namespace {

@@ -1,5 +1,6 @@
 #include "sdk/ZORNesting/solver/SolverShapes.h"
 
+#include <ZORNesting/solver/geometry/ZORNestSolverPose.h>
 #include <ZORNesting/solver/model/ZORNestSolverArc.h>
 #include <ZORNesting/solver/model/ZORNestSolverSilhouette.h>
 

@@ -2,11 +2,18 @@
 
 #pragma once
 
-#include "solver/model/ZORNestSolverModel.h"
-
+#include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace ZORNestSolver {
+
+struct UnplacedItem
+{
+    size_t item = 0;
+    int count = 0;
+    std::string reason;
+};
 
 /// One entry for each item and reason, in the order in which they came. Jobs may have hundreds of thousands of items.
 class UnplacedList
