@@ -10,9 +10,10 @@ SDK      A module may include its own headers and those of the modules in the DE
          The folders of a module are the rooms of its private code, in the order of the ROOMS list: a room uses
          the public headers of the module and the rooms before it, the sources at the root use every room, and
          public headers show none. Public headers are included with the module in angle brackets; quotes name
-         a file of the same folder, or one of another room as "room/File_p.h". A folder with more than 25 files has
-         rooms itself, "folder/room". Rooms in the QT_FREE list, and those in folders of that list, are plain C++: they
+         a file of the same folder, or one of another room as "room/File_p.h". A room may be in a folder of rooms,
+         "folder/room". Rooms in the QT_FREE list, and those in folders of that list, are plain C++: they
          see neither Qt nor the modules.
+Rooms    A room of a module or a folder of the host has at most 25 files.
 Proof    The solver of the nesting module proves its layouts by geometry of its own, the files *Exact*, so that no
          fault of the search hides from it: they share only points, poses, arcs, items and the order in space with
          the search. *Check runs the proof, and *Apart measures polygons of the search as it does; the room of these
@@ -21,8 +22,9 @@ Bench    core/ and widgets/ carry the rest and may include each other; console/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
 Tools    Programs use the public headers of the SDK alone, their own folder, and the headers in tools/ itself.
-Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; window/
-         shows those, script/ drives the window, and app/ sees everything.
+Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; actions/
+         are those of the view and of commands, document/ opens, saves and rescues what they work on, window/ shows all
+         of these, script/ drives actions and window, and app/ sees everything.
 Tests    tests/sdk/<module>/ uses neither bench nor host, and private headers of its own module alone. tests/bench/ does not use
          the host, tests/host/ does not use the bench, and both use public headers of the SDK alone, as benchmarks do. The
          solver of the nesting module is measured directly, and fuzz targets call the readers that they are for.
@@ -37,9 +39,12 @@ INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 IMPLEMENTATION_ONLY = re.compile(r"(Inventor/|EGL/|GL/|Eigen/|backtrace\.h|execinfo\.h|zstd\.h|clipper\.hpp|polyclipping/)")
 BENCH_BASE = {"core", "widgets"}
 HOST_BELOW = {"base": set(), "view": {"base"}, "docks": {"base"}, "plugins": {"base"}}
-HOST_BELOW["window"] = {"base", "view", "docks", "plugins"}
-HOST_BELOW["script"] = {"base", "view", "window"}
+HOST_BELOW["actions"] = {"base", "view"}
+HOST_BELOW["document"] = {"base", "view", "actions"}
+HOST_BELOW["window"] = {"base", "view", "docks", "plugins", "actions", "document"}
+HOST_BELOW["script"] = {"base", "view", "actions", "window"}
 HOST_BELOW["app"] = set(HOST_BELOW)
+MOST_FILES_OF_ROOM = 25
 PROOF_MAY_USE = {f"ZORNestSolver{part}.h" for part in ("Arc", "Geometry", "Item", "Pose", "SpatialOrder")}
 PROOF_USERS = {"ZORNestSolverCheck", "ZORNestSolverApart"}
 # The processes that helpers start: jobs of nesting are tested in them.
@@ -221,6 +226,15 @@ def check_bench(root, table):
                 yield f"{where}: {own}/ must not see {head}/"
 
 
+def check_rooms(root, table):
+    """Finds rooms in which one has to search for a file."""
+    rooms = [root / "sdk" / name / room for name, module in table.items() for room in module.rooms]
+    for room in rooms + sorted(path for path in (root / "host").glob("*") if path.is_dir()):
+        count = sum(path.suffix in {".h", ".cpp"} for path in room.glob("*"))
+        if count > MOST_FILES_OF_ROOM:
+            yield f"{room.relative_to(root)}: {count} files; a room has at most {MOST_FILES_OF_ROOM}"
+
+
 def check_host(root, table):
     host = root / "host"
     for path in sources(host):
@@ -275,7 +289,7 @@ def check_tests(root, table):
 def main():
     root = pathlib.Path(sys.argv[1]).resolve()
     table = module_table(root)
-    checks = (check_sdk, check_tools, check_bench, check_host, check_tests)
+    checks = (check_sdk, check_rooms, check_tools, check_bench, check_host, check_tests)
     errors = [error for check in checks for error in check(root, table)]
     print("\n".join(errors) or f"{len(table)} modules, tools, bench, host and tests include only what they may")
     return bool(errors)

@@ -1,17 +1,17 @@
 #include "app/ZORHostProgram.h"
 
+#include "actions/ZORHostIcons.h"
 #include "app/ZORHostTermination.h"
 #include "base/ZORHostLogging.h"
 #include "base/ZORHostSettings.h"
 #include "docks/ZORHostLog.h"
+#include "document/ZORHostRescue.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "script/ZORHostScript.h"
 #include "script/ZORHostScriptRunner.h"
 #include "window/ZORHostDialogHandler.h"
-#include "window/ZORHostIcons.h"
 #include "window/ZORHostMainWindow.h"
 #include "window/ZORHostNoticeBar.h"
-#include "window/ZORHostRescue.h"
 
 #include <ZORCommand/ZORCmdController.h>
 #include <ZORFeature/ZORFeatEnvironment.h>

@@ -1,7 +1,7 @@
 #include "script/ZORHostModalAnswerer.h"
 
+#include "actions/ZORHostActionIndex.h"
 #include "script/ZORHostScriptError.h"
-#include "window/ZORHostActionIndex.h"
 
 #include <QApplication>
 #include <QColorDialog>

@@ -1,7 +1,7 @@
 #include "script/ZORHostWidgetFinder.h"
 
+#include "actions/ZORHostActionIndex.h"
 #include "script/ZORHostScriptError.h"
-#include "window/ZORHostActionIndex.h"
 
 #include <QAbstractButton>
 #include <QApplication>

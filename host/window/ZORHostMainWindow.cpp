@@ -1,20 +1,20 @@
 #include "window/ZORHostMainWindow.h"
 
+#include "actions/ZORHostCommandPalette.h"
+#include "actions/ZORHostIcons.h"
+#include "actions/ZORHostPublishedActions.h"
+#include "actions/ZORHostViewActions.h"
 #include "base/ZORHostApplication.h"
 #include "base/ZORHostSettings.h"
 #include "base/ZORHostTheme.h"
 #include "docks/ZORHostApiDock.h"
 #include "docks/ZORHostLogDock.h"
+#include "document/ZORHostFileMenu.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
-#include "window/ZORHostCommandPalette.h"
-#include "window/ZORHostFileMenu.h"
-#include "window/ZORHostIcons.h"
 #include "window/ZORHostNoticeBar.h"
-#include "window/ZORHostPublishedActions.h"
-#include "window/ZORHostViewActions.h"
 
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>

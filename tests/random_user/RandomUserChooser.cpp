@@ -2,8 +2,8 @@
 
 #include "RandomUserAddress.h"
 #include "RandomUserFiles.h"
+#include "actions/ZORHostActionIndex.h"
 #include "view/ZORHostView3D.h"
-#include "window/ZORHostActionIndex.h"
 #include "window/ZORHostMainWindow.h"
 
 #include <ZORFeature/ZORFeatContainer.h>

@@ -3,7 +3,7 @@
 #include "RandomUserAddress.h"
 #include "RandomUserFiles.h"
 #include "RandomUserWatch.h"
-#include "window/ZORHostActionIndex.h"
+#include "actions/ZORHostActionIndex.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

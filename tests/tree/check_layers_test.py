@@ -142,6 +142,14 @@ class CheckLayersTest(unittest.TestCase):
             self.assert_found_in_room("plain/Run.cpp", text, "plain/ is plain C++ and must not use")
         self.assert_found_in_room("plain/Run.cpp", '#include "mesh/ZORGeoMesh_p.h"\n', "plain/ must not see mesh/")
 
+    def test_room_with_too_many_files(self):
+        for folder in ("sdk/ZORGeometry/plain", "host/base"):
+            present = sum(name.startswith(folder + "/") for name in {**CLEAN, **ROOMS})
+            tree = {**ROOMS, **{f"{folder}/file{number}.cpp": "" for number in range(25 - present)}}
+            code, output = run(tree)
+            self.assertEqual(0, code, output)
+            self.assert_found(f"{folder}/one_more.cpp", "", f"{folder}: 26 files; a room has at most 25", tree)
+
     def test_rooms_in_a_folder(self):
         tree = {
             "sdk/ZORGeometry/CMakeLists.txt": "zor_add_module(Geometry LAYER 3 DEPENDS System\n"
@@ -203,6 +211,8 @@ class CheckLayersTest(unittest.TestCase):
     def test_host_folder_that_sees_one_above_it(self):
         self.assert_found("host/base/ZORHostA.cpp", '#include "window/ZORHostB.h"\n', "base/ must not see window/")
         self.assert_found("host/view/ZORHostC.cpp", '#include "docks/ZORHostD.h"\n', "view/ must not see docks/")
+        self.assert_found("host/actions/ZORHostF.cpp", '#include "document/ZORHostG.h"\n', "actions/ must not see document/")
+        self.assert_found("host/document/ZORHostG.cpp", '#include "window/ZORHostB.h"\n', "document/ must not see window/")
         self.assert_found("host/window/ZORHostB.cpp", '#include "app/ZORHostE.h"\n', "window/ must not see app/")
         self.assertEqual(0, run({"host/app/ZORHostE.cpp": '#include "window/ZORHostB.h"\n'})[0])
 

@@ -2,15 +2,15 @@
 
 #include "WindowChecks.h"
 #include "WindowTest.h"
+#include "actions/ZORHostCommandPalette.h"
+#include "actions/ZORHostIcons.h"
 #include "base/ZORHostTheme.h"
 #include "core/ZORTestOptionsCmd.h"
 #include "docks/ZORHostLog.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "window/ZORHostAboutDialog.h"
-#include "window/ZORHostCommandPalette.h"
 #include "window/ZORHostDialogHandler.h"
-#include "window/ZORHostIcons.h"
 #include "window/ZORHostMainWindow.h"
 #include "window/ZORHostNoticeBar.h"
 

@@ -1,7 +1,7 @@
 #include "ScreenWalk.h"
 
+#include "actions/ZORHostActionIndex.h"
 #include "app/ZORHostProgram.h"
-#include "window/ZORHostActionIndex.h"
 #include "window/ZORHostMainWindow.h"
 
 #include <QApplication>

@@ -1,10 +1,10 @@
 #include "plugins/ZORHostPluginManager.h"
 
 #include "HostTest.h"
+#include "actions/ZORHostPublishedActions.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "support/HostileFiles.h"
 #include "support/QtMessages.h"
-#include "window/ZORHostPublishedActions.h"
 
 #include <ZORCommand/ZORCmdController.h>
 

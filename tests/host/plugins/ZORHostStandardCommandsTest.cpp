@@ -1,13 +1,13 @@
 // The SDK's own commands in the host: menus, frames, the page of plug-ins.
 
 #include "HostTest.h"
+#include "actions/ZORHostIcons.h"
 #include "docks/ZORHostLog.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "support/MessageBoxCatcher.h"
 #include "window/ZORHostDialogFrame.h"
 #include "window/ZORHostDialogHandler.h"
-#include "window/ZORHostIcons.h"
 #include "window/ZORHostMainWindow.h"
 
 #include <ZORCommand/ZORCmdController.h>

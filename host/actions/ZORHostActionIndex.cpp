@@ -1,4 +1,4 @@
-#include "window/ZORHostActionIndex.h"
+#include "actions/ZORHostActionIndex.h"
 
 #include <QApplication>
 #include <QMainWindow>

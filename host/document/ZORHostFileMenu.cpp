@@ -1,12 +1,12 @@
-#include "window/ZORHostFileMenu.h"
+#include "document/ZORHostFileMenu.h"
 
+#include "actions/ZORHostIcons.h"
 #include "base/ZORHostLogging.h"
 #include "base/ZORHostSettings.h"
+#include "document/ZORHostDocumentState.h"
+#include "document/ZORHostRescue.h"
 #include "view/ZORHostSamples.h"
 #include "view/ZORHostView3D.h"
-#include "window/ZORHostDocumentState.h"
-#include "window/ZORHostIcons.h"
-#include "window/ZORHostRescue.h"
 
 #include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORFeature/ZORFeatContainer.h>

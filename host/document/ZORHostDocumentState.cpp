@@ -1,4 +1,4 @@
-#include "window/ZORHostDocumentState.h"
+#include "document/ZORHostDocumentState.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "window/ZORHostActionIndex.h"
+#include "actions/ZORHostActionIndex.h"
 
 #include <QDialog>
 

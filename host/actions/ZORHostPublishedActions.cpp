@@ -1,4 +1,4 @@
-#include "window/ZORHostPublishedActions.h"
+#include "actions/ZORHostPublishedActions.h"
 
 #include <ZORCommand/ZORCmdActionPublisher.h>
 #include <ZORCommand/ZORCmdController.h>

@@ -1,4 +1,4 @@
-#include "window/ZORHostIcons.h"
+#include "actions/ZORHostIcons.h"
 
 #include <QFile>
 

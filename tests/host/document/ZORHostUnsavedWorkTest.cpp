@@ -2,13 +2,13 @@
 
 #include "HostTest.h"
 #include "docks/ZORHostLineQueue.h"
+#include "document/ZORHostRescue.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "support/DialogAnswerer.h"
 #include "support/HostileDisk.h"
 #include "support/MessageBoxCatcher.h"
 #include "support/WarningCatcher.h"
 #include "window/ZORHostMainWindow.h"
-#include "window/ZORHostRescue.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatRoot.h>

@@ -1,4 +1,4 @@
-#include "window/ZORHostCommandPalette.h"
+#include "actions/ZORHostCommandPalette.h"
 
 #include "HostTest.h"
 

@@ -1,4 +1,4 @@
-#include "window/ZORHostRescue.h"
+#include "document/ZORHostRescue.h"
 
 #include "base/ZORHostLogging.h"
 

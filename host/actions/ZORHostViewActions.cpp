@@ -1,8 +1,8 @@
-#include "window/ZORHostViewActions.h"
+#include "actions/ZORHostViewActions.h"
 
+#include "actions/ZORHostActionIndex.h"
+#include "actions/ZORHostIcons.h"
 #include "view/ZORHostView3D.h"
-#include "window/ZORHostActionIndex.h"
-#include "window/ZORHostIcons.h"
 
 #include <QActionGroup>
 #include <QCoreApplication>
