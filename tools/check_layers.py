@@ -48,7 +48,7 @@ MOST_FILES_OF_ROOM = 25
 PROOF_MAY_USE = {f"ZORNestSolver{part}.h" for part in ("Arc", "Geometry", "Item", "Pose", "SpatialOrder")}
 PROOF_USERS = {"ZORNestSolverCheck", "ZORNestSolverApart"}
 # The processes that helpers start: jobs of nesting are tested in them.
-TESTS_MAY_USE = {"tests/sdk/ZORNesting": {"ZORWorker/ZORWorkHelperRun_p.h"}}
+TESTS_MAY_USE = {"tests/sdk/ZORNesting": {"ZORWorker/helper/ZORWorkHelperRun_p.h"}}
 BENCH_EXTRA = {folder: {"visualization/ZORTestVisualizer.h"} for folder in ("core", "console")}
 
 

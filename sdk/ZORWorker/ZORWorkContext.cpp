@@ -1,6 +1,6 @@
 #include "ZORWorkContext.h"
 
-#include "ZORWorkControl_p.h"
+#include "job/ZORWorkControl_p.h"
 
 ZORWorkContext::ZORWorkContext(ZORWorkControl& control, const ZORWorkEvents& events)
     : m_control(control)

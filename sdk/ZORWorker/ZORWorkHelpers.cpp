@@ -1,9 +1,9 @@
 #include "ZORWorkHelpers.h"
 
-#include "ZORWorkCrash_p.h"
-#include "ZORWorkFailure_p.h"
-#include "ZORWorkServer_p.h"
-#include "ZORWorkSpawn_p.h"
+#include "helper/ZORWorkCrash_p.h"
+#include "helper/ZORWorkServer_p.h"
+#include "helper/ZORWorkSpawn_p.h"
+#include "job/ZORWorkFailure_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 

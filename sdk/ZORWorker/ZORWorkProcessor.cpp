@@ -1,9 +1,9 @@
 #include "ZORWorkProcessor.h"
 
-#include "ZORWorkFailure_p.h"
 #include "ZORWorkJobKind.h"
-#include "ZORWorkResponse_p.h"
-#include "ZORWorkTeam_p.h"
+#include "helper/ZORWorkTeam_p.h"
+#include "job/ZORWorkFailure_p.h"
+#include "job/ZORWorkResponse_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysApiTracePause.h>

@@ -1,6 +1,6 @@
 #include "ZORWorkResponse.h"
 
-#include "ZORWorkResponse_p.h"
+#include "job/ZORWorkResponse_p.h"
 
 ZORWorkResponse::ZORWorkResponse(std::unique_ptr<Private> data, QObject* parent)
     : QObject(parent)

@@ -4,7 +4,7 @@
 #include "FuzzTarget.h"
 
 #include <ZORSystem/ZORSysException.h>
-#include <ZORWorker/ZORWorkProtocol_p.h>
+#include <ZORWorker/helper/ZORWorkProtocol_p.h>
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include <ZORNesting/ZORNestSourceProvider.h>
 #include <ZORNesting/ZORNestTranslationProcessor.h>
 #include <ZORSystem/ZORSysException.h>
-#include <ZORWorker/ZORWorkHelperRun_p.h>
 #include <ZORWorker/ZORWorkHelpers.h>
 #include <ZORWorker/ZORWorkResource.h>
 #include <ZORWorker/ZORWorkResponse.h>
+#include <ZORWorker/helper/ZORWorkHelperRun_p.h>
 
 #include <QDir>
 #include <QFile>

@@ -5,9 +5,9 @@
 #include "WorkDirectories.h"
 #include "support/Printers.h"
 
-#include <ZORWorker/ZORWorkHelperRun_p.h>
 #include <ZORWorker/ZORWorkHelpers.h>
 #include <ZORWorker/ZORWorkProcessor.h>
+#include <ZORWorker/helper/ZORWorkHelperRun_p.h>
 
 #include <QSet>
 #include <QStringList>

@@ -3,7 +3,7 @@
 #include "support/MessageOf.h"
 #include "support/Printers.h"
 
-#include <ZORWorker/ZORWorkProtocol_p.h>
+#include <ZORWorker/helper/ZORWorkProtocol_p.h>
 
 #include <gtest/gtest.h>
 

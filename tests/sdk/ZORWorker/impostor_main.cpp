@@ -13,7 +13,7 @@
 #include <ZORSystem/ZORSysVersion.h>
 #include <ZORWorker/ZORWorkHelpers.h>
 #include <ZORWorker/ZORWorkProcessor.h>
-#include <ZORWorker/ZORWorkProtocol_p.h>
+#include <ZORWorker/helper/ZORWorkProtocol_p.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>

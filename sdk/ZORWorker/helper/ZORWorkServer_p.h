@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "ZORWorkControl_p.h"
 #include "ZORWorkProtocol_p.h"
+#include "job/ZORWorkControl_p.h"
 
 #include <condition_variable>
 #include <deque>

@@ -1,6 +1,6 @@
 #include "ZORWorkCrash_p.h"
-#include "ZORWorkFailure_p.h"
 #include "ZORWorkSpawn_p.h"
+#include "job/ZORWorkFailure_p.h"
 
 #include <ZORSystem/ZORSysStackTrace.h>
 

@@ -1,12 +1,12 @@
-#include "ZORWorkContext.h"
 #include "ZORWorkCrash_p.h"
-#include "ZORWorkFailure_p.h"
-#include "ZORWorkJobKind.h"
 #include "ZORWorkServer_p.h"
+#include "job/ZORWorkFailure_p.h"
 
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysVersion.h>
+#include <ZORWorker/ZORWorkContext.h>
+#include <ZORWorker/ZORWorkJobKind.h>
 
 #include <QFile>
 

@@ -2,13 +2,15 @@
 
 #pragma once
 
-#include "ZORWorkerGlobal.h"
+#include "ZORWorkNews_p.h"
+#include "ZORWorkOrders_p.h"
+#include "ZORWorkOutcome_p.h"
+
+#include <ZORWorker/ZORWorkerGlobal.h>
 
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QList>
-#include <QString>
-#include <QStringList>
 
 #include <optional>
 #include <variant>
@@ -38,68 +40,6 @@ struct Hello
     quint32 protocol = kVersion; // another one: the rest is unknown
     QByteArray sdkVersion = {};
     QList<QByteArray> kinds = {}; // that a helper knows
-};
-
-/// Caller: run this one.
-struct Job
-{
-    QByteArray kind;
-    QByteArray input;
-    QString directory;
-    qint64 memoryLimit = 0;  // bytes beyond what the helper has; 0: unlimited
-    bool isStopped = false;  // from the beginning
-    bool hasInterim = false; // which is to be completed instead of running the job
-    QByteArray interim = {};
-};
-
-/// Caller: end with what there is.
-struct Stop
-{
-};
-
-/// Caller: give up.
-struct Cancel
-{
-};
-
-/// Helper: the job has come so far. The first message about a job is a progress of 0, which says that it
-/// begins.
-struct Progress
-{
-    double value = 0;
-};
-
-/// Helper: the job could end with this.
-struct Interim
-{
-    QByteArray result;
-};
-
-/// Helper: the job is done.
-struct Result
-{
-    QStringList files;
-    QByteArray data;
-};
-
-/// Helper: the job has failed.
-struct Failure
-{
-    QString reason;
-    bool endsHelper = false; // it takes no further job
-};
-
-/// Helper: the job has given up.
-struct Canceled
-{
-};
-
-/// Helper: a line for the log.
-struct Log
-{
-    quint8 severity = 0; // QtMsgType
-    QByteArray category;
-    QString text;
 };
 
 using Message = std::variant<Hello, Job, Stop, Cancel, Progress, Interim, Result, Failure, Canceled, Log>;

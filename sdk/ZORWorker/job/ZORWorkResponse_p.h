@@ -4,7 +4,8 @@
 
 #include "ZORWorkControl_p.h"
 #include "ZORWorkDirectory_p.h"
-#include "ZORWorkResponse.h"
+
+#include <ZORWorker/ZORWorkResponse.h>
 
 #include <functional>
 #include <memory>

@@ -1,10 +1,10 @@
-#include "ZORWorkControl_p.h"
-#include "ZORWorkFailure_p.h"
 #include "ZORWorkHelperPool_p.h"
 #include "ZORWorkHelperRun_p.h"
-#include "ZORWorkJobKind.h"
+#include "job/ZORWorkControl_p.h"
+#include "job/ZORWorkFailure_p.h"
 
 #include <ZORSystem/ZORSysException.h>
+#include <ZORWorker/ZORWorkJobKind.h>
 
 #include <QDir>
 #include <QLoggingCategory>

@@ -1,7 +1,7 @@
-#include "ZORWorkContext.h"
 #include "ZORWorkProtocol_p.h"
 
 #include <ZORSystem/ZORSysException.h>
+#include <ZORWorker/ZORWorkContext.h>
 
 #include <QCoreApplication>
 #include <QtEndian>

@@ -1,13 +1,13 @@
-#include "ZORWorkDirectory_p.h"
-#include "ZORWorkFailure_p.h"
 #include "ZORWorkHelperPool_p.h"
 #include "ZORWorkHelperRun_p.h"
-#include "ZORWorkHelpers.h"
-#include "ZORWorkJobKind.h"
 #include "ZORWorkTeam_p.h"
+#include "job/ZORWorkDirectory_p.h"
+#include "job/ZORWorkFailure_p.h"
 
 #include <ZORSystem/ZORSysApiTracePause.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORWorker/ZORWorkHelpers.h>
+#include <ZORWorker/ZORWorkJobKind.h>
 
 #include <algorithm>
 #include <exception>

@@ -2,9 +2,10 @@
 
 #pragma once
 
-#include "ZORWorkContext.h"
 #include "ZORWorkHelper_p.h"
-#include "ZORWorkResult.h"
+
+#include <ZORWorker/ZORWorkContext.h>
+#include <ZORWorker/ZORWorkResult.h>
 
 #include <QCoreApplication>
 

@@ -2,10 +2,11 @@
 
 #pragma once
 
-#include "ZORWorkContext.h"
-#include "ZORWorkControl_p.h"
 #include "ZORWorkHelperPool_p.h"
-#include "ZORWorkResult.h"
+#include "job/ZORWorkControl_p.h"
+
+#include <ZORWorker/ZORWorkContext.h>
+#include <ZORWorker/ZORWorkResult.h>
 
 #include <QCoreApplication>
 #include <QString>

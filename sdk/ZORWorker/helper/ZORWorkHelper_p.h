@@ -4,7 +4,8 @@
 
 #include "ZORWorkProtocol_p.h"
 #include "ZORWorkSpawn_p.h"
-#include "ZORWorkerGlobal.h"
+
+#include <ZORWorker/ZORWorkerGlobal.h>
 
 #include <QString>
 

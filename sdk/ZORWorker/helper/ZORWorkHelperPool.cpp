@@ -1,12 +1,12 @@
-#include "ZORWorkContext.h"
-#include "ZORWorkControl_p.h"
-#include "ZORWorkFailure_p.h"
 #include "ZORWorkHelperPool_p.h"
-#include "ZORWorkHelpers.h"
-#include "ZORWorkRemoval_p.h"
+#include "job/ZORWorkControl_p.h"
+#include "job/ZORWorkFailure_p.h"
+#include "job/ZORWorkRemoval_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysVersion.h>
+#include <ZORWorker/ZORWorkContext.h>
+#include <ZORWorker/ZORWorkHelpers.h>
 
 #include <algorithm>
 #include <cerrno>
