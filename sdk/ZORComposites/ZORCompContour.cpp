@@ -1,7 +1,7 @@
 #include "ZORCompContour.h"
 
-#include "storage/ZORCompShape_p.h"
-#include "storage/ZORCompStoredAttributes_p.h"
+#include "features/ZORCompShape_p.h"
+#include "features/ZORCompStoredAttributes_p.h"
 
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>

@@ -1,7 +1,7 @@
 #include "ZORCompKinematicDraping.h"
 
-#include "draping/ZORCompAngles_p.h"
 #include "draping/ZORCompNetGrowth_p.h"
+#include "features/ZORCompAngles_p.h"
 
 #include <ZORGeometry/ZORGeoOnSurface.h>
 #include <ZORGeometry/ZORGeoSurface.h>

@@ -1,6 +1,7 @@
 #include "ZORCompLayup.h"
 
-#include "draping/ZORCompAngles_p.h"
+#include "features/ZORCompAngles_p.h"
+#include "features/ZORCompStoredAttributes_p.h"
 
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompPly.h>
@@ -185,3 +186,27 @@ bool ZORCompLayup::IsBalanced() const
         angles[ply->GetMaterial()].push_back(ply->GetAngle());
     return std::all_of(angles.cbegin(), angles.cend(), IsBalancedSet);
 }
+
+struct ZORCompLayupStorage
+{
+    static void Write(const ZORCompLayup& layup, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteLink("surface", layup.GetSurface());
+        writer.WriteLink("rosette", layup.GetRosette());
+        writer.WriteString("source", layup.GetSource());
+        ZorCompWriteAttributes(layup, writer);
+    }
+    static ZORCompLayup* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        return new ZORCompLayup(reader.GetReference<ZORFeatObject>("parent"));
+    }
+    static void Complete(ZORCompLayup& layup, const ZORGeoObjectReader& reader)
+    {
+        layup.SetSurface(reader.GetLink<ZORGeoSurface>("surface"));
+        layup.SetRosette(reader.GetLink<ZORCompRosette>("rosette"));
+        layup.SetSource(reader.GetString("source"));
+        ZorCompReadAttributes(layup, reader);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompLayup)

@@ -1,8 +1,12 @@
 #include "ZORCompMaterial.h"
 
+#include "features/ZORCompStoredAttributes_p.h"
+
 #include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
+
+#include <memory>
 
 ZOR_GEO_REGISTER_TYPE(ZORCompMaterial)
 
@@ -24,3 +28,31 @@ void ZORCompMaterial::SetProperties(const ZORCompMaterialProperties& properties)
     ReportChange();
     emit PropertiesChanged();
 }
+
+struct ZORCompMaterialStorage
+{
+    static void Write(const ZORCompMaterial& material, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteString("type", material.GetProperties().type);
+        for (const ZORCompMaterialProperties::Number& number : ZORCompMaterialProperties::Numbers)
+            writer.WriteDouble(number.name, material.GetProperties().*number.member);
+        ZorCompWriteAttributes(material, writer);
+    }
+    static ZORCompMaterial* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        auto material =
+            std::make_unique<ZORCompMaterial>(reader.GetReference<ZORCompMaterialLibrary>("parent"));
+        ZORCompMaterialProperties properties;
+        properties.type = reader.GetString("type");
+        for (const ZORCompMaterialProperties::Number& number : ZORCompMaterialProperties::Numbers)
+            properties.*number.member = reader.GetDouble(number.name);
+        material->SetProperties(properties);
+        return material.release();
+    }
+    static void Complete(ZORCompMaterial& material, const ZORGeoObjectReader& reader)
+    {
+        ZorCompReadAttributes(material, reader);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompMaterial)

@@ -2,6 +2,7 @@
 
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompRoot.h>
+#include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
@@ -77,3 +78,17 @@ QString ZORCompMaterialLibrary::GetUniqueMaterialName(const QString& wanted) con
         name = QStringLiteral("%1.%2").arg(wanted, QString::number(number));
     return name;
 }
+
+struct ZORCompMaterialLibraryStorage
+{
+    static void Write(const ZORCompMaterialLibrary&, ZORGeoObjectWriter&) {}
+    // The library of the file joins the one that the root has already.
+    static ZORCompMaterialLibrary* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        auto* const root = reader.GetReference<ZORCompRoot>("parent");
+        ZORCompMaterialLibrary* const present = ZORCompMaterialLibrary::Find(root);
+        return present ? present : new ZORCompMaterialLibrary(root);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompMaterialLibrary)

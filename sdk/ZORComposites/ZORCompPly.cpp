@@ -1,7 +1,7 @@
 #include "ZORCompPly.h"
 
-#include "storage/ZORCompShape_p.h"
-#include "storage/ZORCompStoredAttributes_p.h"
+#include "features/ZORCompShape_p.h"
+#include "features/ZORCompStoredAttributes_p.h"
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>

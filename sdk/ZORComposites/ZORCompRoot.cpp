@@ -1,6 +1,7 @@
 #include "ZORCompRoot.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatRootStorage.h>
 #include <ZORGeometry/ZORGeoTypeRegistration.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
@@ -14,3 +15,7 @@ ZORCompRoot::ZORCompRoot(ZORFeatContainer* container)
 }
 
 ZORCompRoot::~ZORCompRoot() = default;
+
+using ZORCompRootStorage = ZORFeatRootStorageOf<ZORCompRoot>;
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompRoot)

@@ -1,8 +1,8 @@
 #include "ZORCompRosette.h"
 
-#include "draping/ZORCompAngles_p.h"
-#include "storage/ZORCompShape_p.h"
-#include "storage/ZORCompStoredAttributes_p.h"
+#include "features/ZORCompAngles_p.h"
+#include "features/ZORCompShape_p.h"
+#include "features/ZORCompStoredAttributes_p.h"
 
 #include <ZORGeometry/ZORGeoLine.h>
 #include <ZORGeometry/ZORGeoRange.h>

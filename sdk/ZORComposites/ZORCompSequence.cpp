@@ -1,5 +1,7 @@
 #include "ZORCompSequence.h"
 
+#include "features/ZORCompStoredAttributes_p.h"
+
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompPly.h>
 #include <ZORComposites/ZORCompRosette.h>
@@ -91,3 +93,25 @@ QList<ZORCompPly*> ZORCompSequence::GetPlies() const
     }
     return plies;
 }
+
+struct ZORCompSequenceStorage
+{
+    static void Write(const ZORCompSequence& sequence, ZORGeoObjectWriter& writer)
+    {
+        writer.WriteLink("rosette", sequence.GetRosette());
+        writer.WriteBool("isActive", sequence.IsActive());
+        ZorCompWriteAttributes(sequence, writer);
+    }
+    static ZORCompSequence* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
+    {
+        return new ZORCompSequence(reader.GetReference<ZORFeatObject>("parent"));
+    }
+    static void Complete(ZORCompSequence& sequence, const ZORGeoObjectReader& reader)
+    {
+        sequence.SetRosette(reader.GetLink<ZORCompRosette>("rosette"));
+        sequence.SetActive(reader.GetBool("isActive"));
+        ZorCompReadAttributes(sequence, reader);
+    }
+};
+
+ZOR_GEO_REGISTER_STORAGE(ZORCompSequence)
