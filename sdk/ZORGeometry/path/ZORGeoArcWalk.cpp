@@ -1,7 +1,7 @@
 #include "ZORGeoArcWalk_p.h"
 #include "ZORGeoPathTurns_p.h"
-#include "mesh/ZORGeoVertexFan_p.h"
 #include "trace/ZORGeoWalk_p.h"
+#include "walk/ZORGeoVertexFan_p.h"
 
 #include <ZORMathematics/ZORMathFunctions.h>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ZORGeoPathSegments_p.h"
-#include "mesh/ZORGeoWalkStart_p.h"
+#include "walk/ZORGeoWalkStart_p.h"
 
 #include <optional>
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "mesh/ZORGeoMeshJoin_p.h"
 #include "mesh/ZORGeoMeshTree_p.h"
+#include "walk/ZORGeoMeshJoin_p.h"
 
 #include <ZORMathematics/ZORMathBoundingBox.h>
 

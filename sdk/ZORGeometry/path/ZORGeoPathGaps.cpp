@@ -1,5 +1,5 @@
 #include "ZORGeoPathGaps_p.h"
-#include "mesh/ZORGeoWalkStart_p.h"
+#include "walk/ZORGeoWalkStart_p.h"
 
 #include <algorithm>
 #include <optional>

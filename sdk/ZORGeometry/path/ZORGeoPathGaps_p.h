@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "mesh/ZORGeoMeshJoin_p.h"
+#include "walk/ZORGeoMeshJoin_p.h"
 
 /// Takes the segments of a path that lie in triangles without area over to triangles beside them, and inserts
 /// places without a length between them where it crosses such triangles, so that each place can be told by the

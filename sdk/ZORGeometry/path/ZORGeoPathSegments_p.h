@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "mesh/ZORGeoMeshJoin_p.h"
+#include "walk/ZORGeoMeshJoin_p.h"
 
 #include <bitset>
 #include <unordered_map>

@@ -1,6 +1,6 @@
 #include "ZORGeoPathTurns_p.h"
-#include "mesh/ZORGeoVertexFan_p.h"
-#include "mesh/ZORGeoWalkStart_p.h"
+#include "walk/ZORGeoVertexFan_p.h"
+#include "walk/ZORGeoWalkStart_p.h"
 
 #include <ZORMathematics/ZORMathFunctions.h>
 

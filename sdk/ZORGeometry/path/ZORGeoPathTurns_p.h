@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "mesh/ZORGeoMeshJoin_p.h"
-#include "mesh/ZORGeoMeshWalker_p.h"
+#include "walk/ZORGeoMeshJoin_p.h"
+#include "walk/ZORGeoMeshWalker_p.h"
 
 #include <cmath>
 #include <vector>

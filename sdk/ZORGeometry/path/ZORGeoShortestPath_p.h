@@ -4,7 +4,7 @@
 
 #include "ZORGeoProgressReporter_p.h"
 #include "ZORGeoTriangleStrip_p.h"
-#include "mesh/ZORGeoMeshJoin_p.h"
+#include "walk/ZORGeoMeshJoin_p.h"
 
 /// Searches a good strip of triangles from one place to the other, then shortens it to a shortest geodesic of
 /// its surroundings.

@@ -1,6 +1,6 @@
 #include "ZORGeoConstantAngleWalk_p.h"
 #include "ZORGeoWalk_p.h"
-#include "mesh/ZORGeoVertexFan_p.h"
+#include "walk/ZORGeoVertexFan_p.h"
 
 #include <ZORGeometry/ZORGeoOnSurface.h>
 #include <ZORMathematics/ZORMathFunctions.h>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "mesh/ZORGeoWalkStart_p.h"
+#include "walk/ZORGeoWalkStart_p.h"
 
 #include <ZORMathematics/ZORMathVector.h>
 

@@ -1,8 +1,8 @@
 #include "ZORGeoLimitBuckets_p.h"
-#include "mesh/ZORGeoPlaneVector_p.h"
 #include "mesh/ZORGeoSurface_p.h"
 #include "mesh/ZORGeoTriangle_p.h"
-#include "mesh/ZORGeoVertexFan_p.h"
+#include "walk/ZORGeoPlaneVector_p.h"
+#include "walk/ZORGeoVertexFan_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>

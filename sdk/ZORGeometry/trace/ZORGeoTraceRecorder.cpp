@@ -1,5 +1,5 @@
 #include "ZORGeoTraceRecorder_p.h"
-#include "mesh/ZORGeoMeshWalker_p.h"
+#include "walk/ZORGeoMeshWalker_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
 

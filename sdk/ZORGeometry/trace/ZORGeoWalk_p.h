@@ -3,8 +3,8 @@
 #pragma once
 
 #include "ZORGeoTraceRecorder_p.h"
-#include "mesh/ZORGeoVertexFan_p.h"
-#include "mesh/ZORGeoWalkStart_p.h"
+#include "walk/ZORGeoVertexFan_p.h"
+#include "walk/ZORGeoWalkStart_p.h"
 
 #include <optional>
 

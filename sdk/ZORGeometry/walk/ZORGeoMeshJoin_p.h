@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "ZORGeoMeshBorder_p.h"
-#include "ZORGeoMeshPlace_p.h"
+#include "mesh/ZORGeoMeshBorder_p.h"
+#include "mesh/ZORGeoMeshPlace_p.h"
 
 #include <vector>
 

@@ -1,5 +1,5 @@
-#include "ZORGeoTriangle_p.h"
 #include "ZORGeoWalkStart_p.h"
+#include "mesh/ZORGeoTriangle_p.h"
 
 #include <algorithm>
 #include <vector>

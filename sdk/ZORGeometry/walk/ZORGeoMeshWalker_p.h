@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ZORGeoMesh_p.h"
+#include "mesh/ZORGeoMesh_p.h"
 
 #include <cmath>
 
