@@ -65,15 +65,12 @@ ZORSysApiTrace* ZORSysApiTrace::GetInstance()
 }
 
 ZORSysApiTrace::ZORSysApiTrace()
-    : d(new Private)
+    : d(std::make_unique<Private>())
 {
     setObjectName(QStringLiteral("ZORSysApiTrace"));
 }
 
-ZORSysApiTrace::~ZORSysApiTrace()
-{
-    delete d;
-}
+ZORSysApiTrace::~ZORSysApiTrace() = default;
 
 void ZORSysApiTrace::SetEnabled(bool enabled)
 {

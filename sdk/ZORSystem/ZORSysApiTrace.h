@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <atomic>
+#include <memory>
 #include <type_traits>
 
 /// Collects one line per outermost SDK call while it is enabled.
@@ -62,7 +63,7 @@ private:
     void UpdateEnabled();
 
     class Private;
-    Private* const d; // owned
+    const std::unique_ptr<Private> d;
     static std::atomic<bool> s_enabled;
 };
 

@@ -44,13 +44,21 @@ struct ZORSysDocumentEnvelope::Header
     quint64 contentSize = 0; // of what follows the header
 };
 
+class ZORSysDocumentEnvelope::Private
+{
+public:
+    QString kind;
+    quint32 version;
+    qsizetype maximumRatio;
+};
+
 ZORSysDocumentEnvelope::ZORSysDocumentEnvelope(const QString& kind, quint32 version, qsizetype maximumRatio)
-    : m_kind(kind)
-    , m_version(version)
-    , m_maximumRatio(maximumRatio)
+    : d(new Private{kind, version, maximumRatio})
 {
     ZOR_TRACE_CALL(kind, version, maximumRatio);
 }
+
+ZORSysDocumentEnvelope::~ZORSysDocumentEnvelope() = default;
 
 bool ZORSysDocumentEnvelope::HasSignature(QByteArrayView bytes)
 {
@@ -62,12 +70,12 @@ qint64 ZORSysDocumentEnvelope::GetDocumentSize(QByteArrayView start, qint64 file
     if (start.size() < HeaderSize || fileSize < HeaderSize || !HasSignature(start))
         return 0;
     const auto size = qFromLittleEndian<quint64>(start.data() + 16);
-    return size / quint64(m_maximumRatio) > quint64(fileSize - HeaderSize) ? 0 : qint64(size);
+    return size / quint64(d->maximumRatio) > quint64(fileSize - HeaderSize) ? 0 : qint64(size);
 }
 
 void ZORSysDocumentEnvelope::FailDamaged(const QString& reason) const
 {
-    throw ZORSysFileException(tr("%1 is damaged: %2").arg(m_kind, reason));
+    throw ZORSysFileException(tr("%1 is damaged: %2").arg(d->kind, reason));
 }
 
 QByteArray ZORSysDocumentEnvelope::Compress(const QByteArray& document) const
@@ -77,7 +85,7 @@ QByteArray ZORSysDocumentEnvelope::Compress(const QByteArray& document) const
                                       size_t(document.size()), kCompressionLevel);
     if (ZSTD_isError(size)) {
         throw ZORSysFileException(
-            tr("cannot compress the %1: %2").arg(m_kind, QLatin1String(ZSTD_getErrorName(size))));
+            tr("cannot compress the %1: %2").arg(d->kind, QLatin1String(ZSTD_getErrorName(size))));
     }
     compressed.truncate(qsizetype(size));
     return compressed;
@@ -85,7 +93,7 @@ QByteArray ZORSysDocumentEnvelope::Compress(const QByteArray& document) const
 
 QByteArray ZORSysDocumentEnvelope::Decompress(QByteArrayView content, quint64 size) const
 {
-    if (size / quint64(m_maximumRatio) > quint64(content.size()))
+    if (size / quint64(d->maximumRatio) > quint64(content.size()))
         FailDamaged(tr("%1 bytes cannot hold a document of %2")
                         .arg(QString::number(content.size()), QString::number(size)));
     QByteArray document(qsizetype(size), Qt::Uninitialized);
@@ -103,14 +111,14 @@ QByteArray ZORSysDocumentEnvelope::Wrap(const QByteArray& document) const
     ZOR_TRACE_CALL(document);
     QByteArray content = Compress(document);
     quint32 compression = Zstd;
-    if (document.size() / m_maximumRatio > content.size()) {
+    if (document.size() / d->maximumRatio > content.size()) {
         content = document;
         compression = Plain;
     }
     QByteArray file;
     file.reserve(HeaderSize + content.size());
     file.append(kSignature, sizeof kSignature);
-    Put<quint32>(file, m_version);
+    Put<quint32>(file, d->version);
     Put<quint32>(file, compression);
     Put<quint64>(file, quint64(document.size()));
     Put<quint64>(file, quint64(content.size()));
@@ -134,7 +142,7 @@ QByteArray ZORSysDocumentEnvelope::Unwrap(QIODevice& device) const
     const auto check = [this, &device] {
         const auto* const file = qobject_cast<const QFileDevice*>(&device);
         if (file && file->error() != QFileDevice::NoError)
-            throw ZORSysFileException(tr("cannot read the %1: %2").arg(m_kind, file->errorString()));
+            throw ZORSysFileException(tr("cannot read the %1: %2").arg(d->kind, file->errorString()));
     };
     const QByteArray start = device.read(HeaderSize);
     check();
@@ -151,7 +159,7 @@ ZORSysDocumentEnvelope::Header ZORSysDocumentEnvelope::ParseHeader(QByteArrayVie
 {
     const qsizetype compared = std::min(bytes.size(), qsizetype(sizeof kSignature));
     if (bytes.isEmpty() || std::memcmp(bytes.data(), kSignature, size_t(compared)) != 0)
-        throw ZORSysFileException(tr("the file is not a %1").arg(m_kind));
+        throw ZORSysFileException(tr("the file is not a %1").arg(d->kind));
     if (bytes.size() < HeaderSize)
         FailDamaged(tr("it ends within its header"));
     Header header;
@@ -160,9 +168,9 @@ ZORSysDocumentEnvelope::Header ZORSysDocumentEnvelope::ParseHeader(QByteArrayVie
     header.documentSize = qFromLittleEndian<quint64>(header.bytes + 16);
     header.contentSize = qFromLittleEndian<quint64>(header.bytes + 24);
     const auto version = qFromLittleEndian<quint32>(header.bytes + 8);
-    if (version == 0 || version > m_version) {
+    if (version == 0 || version > d->version) {
         throw ZORSysFileException(tr("%1 is of version %2, up to version %3 can be read")
-                                      .arg(m_kind, QString::number(version), QString::number(m_version)));
+                                      .arg(d->kind, QString::number(version), QString::number(d->version)));
     }
     return header;
 }

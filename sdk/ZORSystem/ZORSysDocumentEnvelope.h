@@ -9,6 +9,8 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <memory>
+
 class QIODevice;
 
 /// Packs the document of a file and unpacks it.
@@ -36,6 +38,7 @@ public:
     /// \param maximumRatio  a compressed document is at most that many times as long as its file: Wrap()
     ///                      compresses no better, Unwrap() takes no more memory
     ZORSysDocumentEnvelope(const QString& kind, quint32 version, qsizetype maximumRatio);
+    ~ZORSysDocumentEnvelope();
 
     /// Whether bytes begin as every such file does.
     static bool HasSignature(QByteArrayView bytes);
@@ -66,7 +69,6 @@ private:
     QByteArray Compress(const QByteArray& document) const;
     QByteArray Decompress(QByteArrayView content, quint64 size) const;
 
-    QString m_kind;
-    quint32 m_version;
-    qsizetype m_maximumRatio;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -5,50 +5,69 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
+#include <QCborStreamReader>
 #include <QtEndian>
 
+class ZORSysDocumentReader::Private
+{
+public:
+    QString kind;
+    qsizetype size;
+    QCborStreamReader reader;
+};
+
 ZORSysDocumentReader::ZORSysDocumentReader(const QByteArray& document, const QString& kind)
-    : m_kind(kind)
-    , m_size(document.size())
-    , m_reader(document)
+    : d(new Private{kind, document.size(), QCborStreamReader(document)})
 {
 }
+
+ZORSysDocumentReader::~ZORSysDocumentReader() = default;
 
 void ZORSysDocumentReader::FailHere() const
 {
     throw ZORSysFileException(tr("%1 is damaged: unexpected content at byte %2 of the document")
-                                  .arg(m_kind, QString::number(m_reader.currentOffset())));
+                                  .arg(d->kind, QString::number(d->reader.currentOffset())));
 }
 
 // Every element takes a byte at least, so a greater length cannot be true.
 qsizetype ZORSysDocumentReader::Enter(bool isWanted)
 {
-    Check(isWanted && m_reader.isLengthKnown() && m_reader.length() <= quint64(m_size));
-    const auto count = qsizetype(m_reader.length());
-    Check(m_reader.enterContainer());
+    Check(isWanted && d->reader.isLengthKnown() && d->reader.length() <= quint64(d->size));
+    const auto count = qsizetype(d->reader.length());
+    Check(d->reader.enterContainer());
     return count;
+}
+
+qsizetype ZORSysDocumentReader::EnterMap()
+{
+    return Enter(d->reader.isMap());
+}
+
+qsizetype ZORSysDocumentReader::EnterArray()
+{
+    return Enter(d->reader.isArray());
 }
 
 void ZORSysDocumentReader::Leave()
 {
-    Check(m_reader.leaveContainer());
+    Check(d->reader.leaveContainer());
 }
 
 // Length before content: what is allocated for it is there.
 qsizetype ZORSysDocumentReader::GetLength(bool isWanted) const
 {
-    Check(isWanted && m_reader.isLengthKnown()
-          && m_reader.length() <= quint64(m_size - m_reader.currentOffset()));
-    return qsizetype(m_reader.length());
+    Check(isWanted && d->reader.isLengthKnown()
+          && d->reader.length() <= quint64(d->size - d->reader.currentOffset()));
+    return qsizetype(d->reader.length());
 }
 
 void ZORSysDocumentReader::ReadContent(char* bytes, qsizetype length)
 {
-    auto chunk = m_reader.readStringChunk(bytes, length);
+    auto chunk = d->reader.readStringChunk(bytes, length);
     if (chunk.status == QCborStreamReader::Ok) {
         Check(chunk.data == length);
         char rest = 0;
-        chunk = m_reader.readStringChunk(&rest, 1);
+        chunk = d->reader.readStringChunk(&rest, 1);
     }
     Check(chunk.status == QCborStreamReader::EndOfString);
 }
@@ -60,36 +79,46 @@ QByteArray ZORSysDocumentReader::ReadString(bool isWanted)
     return bytes;
 }
 
+QByteArray ZORSysDocumentReader::ReadText()
+{
+    return ReadString(d->reader.isString());
+}
+
+QByteArray ZORSysDocumentReader::ReadBytes()
+{
+    return ReadString(d->reader.isByteArray());
+}
+
 bool ZORSysDocumentReader::ReadBool()
 {
-    Check(m_reader.isBool());
-    const bool value = m_reader.toBool();
-    Check(m_reader.next());
+    Check(d->reader.isBool());
+    const bool value = d->reader.toBool();
+    Check(d->reader.next());
     return value;
 }
 
 qint64 ZORSysDocumentReader::ReadInteger()
 {
-    Check(m_reader.isInteger());
-    const bool isNegative = m_reader.isNegativeInteger();
-    const qint64 value = m_reader.toInteger();
+    Check(d->reader.isInteger());
+    const bool isNegative = d->reader.isNegativeInteger();
+    const qint64 value = d->reader.toInteger();
     Check((value < 0) == isNegative); // else it is out of range
-    Check(m_reader.next());
+    Check(d->reader.next());
     return value;
 }
 
 QCborTag ZORSysDocumentReader::ReadTag()
 {
-    Check(m_reader.isTag());
-    const QCborTag tag = m_reader.toTag();
-    Check(m_reader.next());
+    Check(d->reader.isTag());
+    const QCborTag tag = d->reader.toTag();
+    Check(d->reader.next());
     return tag;
 }
 
 template<class T>
 QList<T> ZORSysDocumentReader::ReadArray()
 {
-    const qsizetype length = GetLength(m_reader.isByteArray());
+    const qsizetype length = GetLength(d->reader.isByteArray());
     Check(length % qsizetype(sizeof(T)) == 0);
     auto values = ZORSysMemory::MakeList<T>(length / qsizetype(sizeof(T)));
     ReadContent(reinterpret_cast<char*>(values.data()), length);
@@ -112,14 +141,14 @@ QList<qint32> ZORSysDocumentReader::ReadIntegers()
 
 ZORSysDocumentReader::Value ZORSysDocumentReader::ReadValue()
 {
-    if (m_reader.isDouble()) {
-        const double number = m_reader.toDouble();
-        Check(m_reader.next());
+    if (d->reader.isDouble()) {
+        const double number = d->reader.toDouble();
+        Check(d->reader.next());
         return number;
     }
-    if (!m_reader.isTag()) {
-        QCborValue value = QCborValue::fromCbor(m_reader);
-        Check(m_reader.lastError() == QCborError::NoError);
+    if (!d->reader.isTag()) {
+        QCborValue value = QCborValue::fromCbor(d->reader);
+        Check(d->reader.lastError() == QCborError::NoError);
         return value;
     }
     const QCborTag tag = ReadTag();
@@ -127,4 +156,9 @@ ZORSysDocumentReader::Value ZORSysDocumentReader::ReadValue()
     if (tag == kFloat64Tag)
         return ReadArray<double>();
     return ReadArray<qint32>();
+}
+
+void ZORSysDocumentReader::Finish() const
+{
+    Check(d->reader.currentOffset() == d->size);
 }

@@ -5,12 +5,13 @@
 #include <ZORSystem/ZORSystemGlobal.h>
 
 #include <QByteArray>
-#include <QCborStreamReader>
 #include <QCborValue>
 #include <QCoreApplication>
 #include <QList>
 #include <QString>
+#include <QtCborCommon>
 
+#include <memory>
 #include <variant>
 
 /// Takes the values of a document one by one, as ZORSysDocumentWriter put them. Reads what it is asked for and
@@ -30,6 +31,7 @@ public:
 
     /// \param kind  what messages call the file: "container file"
     ZORSysDocumentReader(const QByteArray& document, const QString& kind);
+    ~ZORSysDocumentReader();
 
     /// Fails unless \a expected; for checks of the caller.
     void Check(bool expected) const
@@ -39,15 +41,15 @@ public:
     }
 
     /// \return number of entries: pairs of key and value
-    qsizetype EnterMap() { return Enter(m_reader.isMap()); }
+    qsizetype EnterMap();
     /// \return number of elements
-    qsizetype EnterArray() { return Enter(m_reader.isArray()); }
+    qsizetype EnterArray();
     /// Leaves a map or array whose content has been read.
     void Leave();
 
     /// A text as UTF-8, as the keys of maps are.
-    QByteArray ReadText() { return ReadString(m_reader.isString()); }
-    QByteArray ReadBytes() { return ReadString(m_reader.isByteArray()); }
+    QByteArray ReadText();
+    QByteArray ReadBytes();
     bool ReadBool();
     /// Of the range of qint64.
     qint64 ReadInteger();
@@ -57,7 +59,7 @@ public:
     Value ReadValue();
 
     /// Fails unless the whole document has been read.
-    void Finish() const { Check(m_reader.currentOffset() == m_size); }
+    void Finish() const;
 
 private:
     [[noreturn]] void FailHere() const;
@@ -69,7 +71,6 @@ private:
     template<class T>
     QList<T> ReadArray();
 
-    QString m_kind;
-    qsizetype m_size;
-    QCborStreamReader m_reader;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

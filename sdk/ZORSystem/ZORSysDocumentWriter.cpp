@@ -2,6 +2,7 @@
 
 #include "files/ZORSysDocumentTags_p.h"
 
+#include <QCborStreamWriter>
 #include <QtEndian>
 
 namespace {
@@ -22,22 +23,80 @@ void WriteArray(QCborStreamWriter& writer, QCborTag tag, const QList<T>& values)
 
 } // namespace
 
-ZORSysDocumentWriter::ZORSysDocumentWriter(QByteArray* document)
-    : m_writer(document)
+class ZORSysDocumentWriter::Private
 {
+public:
+    explicit Private(QByteArray* document)
+        : writer(document)
+    {
+    }
+
+    QCborStreamWriter writer;
+};
+
+ZORSysDocumentWriter::ZORSysDocumentWriter(QByteArray* document)
+    : d(std::make_unique<Private>(document))
+{
+}
+
+ZORSysDocumentWriter::~ZORSysDocumentWriter() = default;
+
+void ZORSysDocumentWriter::StartMap(qsizetype count)
+{
+    d->writer.startMap(quint64(count));
+}
+
+void ZORSysDocumentWriter::EndMap()
+{
+    d->writer.endMap();
+}
+
+void ZORSysDocumentWriter::StartArray(qsizetype count)
+{
+    d->writer.startArray(quint64(count));
+}
+
+void ZORSysDocumentWriter::EndArray()
+{
+    d->writer.endArray();
+}
+
+void ZORSysDocumentWriter::WriteBytes(const QByteArray& bytes)
+{
+    d->writer.append(bytes);
+}
+
+void ZORSysDocumentWriter::WriteBool(bool value)
+{
+    d->writer.append(value);
+}
+
+void ZORSysDocumentWriter::WriteInteger(qint64 value)
+{
+    d->writer.append(value);
+}
+
+void ZORSysDocumentWriter::WriteDouble(double value)
+{
+    d->writer.append(value);
+}
+
+void ZORSysDocumentWriter::WriteValue(const QCborValue& value)
+{
+    value.toCbor(d->writer);
 }
 
 void ZORSysDocumentWriter::WriteText(const QByteArray& utf8)
 {
-    m_writer.appendTextString(utf8.constData(), utf8.size());
+    d->writer.appendTextString(utf8.constData(), utf8.size());
 }
 
 void ZORSysDocumentWriter::WriteNumbers(const QList<double>& numbers)
 {
-    WriteArray(m_writer, kFloat64Tag, numbers);
+    WriteArray(d->writer, kFloat64Tag, numbers);
 }
 
 void ZORSysDocumentWriter::WriteNumbers(const QList<qint32>& numbers)
 {
-    WriteArray(m_writer, kInt32Tag, numbers);
+    WriteArray(d->writer, kInt32Tag, numbers);
 }

@@ -75,9 +75,16 @@ int GetFlags(QIODevice::OpenMode mode)
 
 } // namespace
 
+class ZORSysFile::Private
+{
+public:
+    QString path;
+    qint64 end = 0; // size at the time of opening
+};
+
 ZORSysFile::ZORSysFile(const QString& path)
     : QFile(path)
-    , m_path(path)
+    , d(new Private{path})
 {
 }
 
@@ -95,8 +102,8 @@ bool ZORSysFile::open(OpenMode mode)
 {
     if (mode & (Append | NewOnly))
         mode |= WriteOnly;
-    if (isOpen() || IsResource(m_path)) {
-        m_end = QFile::size();
+    if (isOpen() || IsResource(d->path)) {
+        d->end = QFile::size();
         return QFile::open(mode);
     }
     const auto fail = [this](const QString& reason) {
@@ -105,11 +112,11 @@ bool ZORSysFile::open(OpenMode mode)
     };
     // Examined before it is opened, since opening alone moves the tape of some devices, and again afterwards, since
     // the path may lead to another file by then.
-    if (const QString obstacle = FindObstacle(m_path, mode); !obstacle.isEmpty())
+    if (const QString obstacle = FindObstacle(d->path, mode); !obstacle.isEmpty())
         return fail(obstacle);
-    if (m_path.contains(QChar::Null))
+    if (d->path.contains(QChar::Null))
         return fail(GetReason(EINVAL));
-    ZORSysDescriptor descriptor(::open(QFile::encodeName(m_path).constData(), GetFlags(mode), 0666));
+    ZORSysDescriptor descriptor(::open(QFile::encodeName(d->path).constData(), GetFlags(mode), 0666));
     struct stat status = {};
     if (!descriptor.IsOpen() || fstat(descriptor.Get(), &status) != 0)
         return fail(GetReason(errno));
@@ -122,7 +129,7 @@ bool ZORSysFile::open(OpenMode mode)
     if (!QFile::open(descriptor.Get(), mode, AutoCloseHandle))
         return false;
     descriptor.Release();
-    m_end = status.st_size;
+    d->end = status.st_size;
     return true;
 }
 
@@ -133,13 +140,13 @@ QString ZORSysFile::GetReadError() const
 
 QString ZORSysFile::fileName() const
 {
-    return m_path;
+    return d->path;
 }
 
 qint64 ZORSysFile::size() const
 {
     const qint64 present = QFile::size();
-    return IsBounded() ? std::min(present, m_end) : present;
+    return IsBounded() ? std::min(present, d->end) : present;
 }
 
 bool ZORSysFile::atEnd() const
@@ -152,5 +159,5 @@ qint64 ZORSysFile::readData(char* data, qint64 maximumSize)
     if (!IsBounded() || handle() < 0)
         return QFile::readData(data, maximumSize);
     const qint64 position = lseek(handle(), 0, SEEK_CUR);
-    return QFile::readData(data, std::clamp<qint64>(m_end - position, 0, maximumSize));
+    return QFile::readData(data, std::clamp<qint64>(d->end - position, 0, maximumSize));
 }

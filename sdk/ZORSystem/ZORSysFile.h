@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <memory>
+
 /// A file that opens only if neither opening nor reading nor writing can wait for another program or a person.
 ///
 /// Opening a named pipe waits until somebody opens its other end, a terminal waits for somebody to type, and devices
@@ -58,6 +60,6 @@ protected:
 private:
     bool IsBounded() const { return isOpen() && !isWritable(); }
 
-    const QString m_path;
-    qint64 m_end = 0; // size at the time of opening
+    class Private;
+    const std::unique_ptr<Private> d;
 };

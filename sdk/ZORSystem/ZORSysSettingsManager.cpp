@@ -2,7 +2,21 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
+#include <QPointer>
 #include <QSettings>
+
+class ZORSysSettingsManager::Private
+{
+public:
+    QPointer<QSettings> source; // not owned
+};
+
+ZORSysSettingsManager::ZORSysSettingsManager()
+    : d(std::make_unique<Private>())
+{
+}
+
+ZORSysSettingsManager::~ZORSysSettingsManager() = default;
 
 ZORSysSettingsManager* ZORSysSettingsManager::GetManager()
 {
@@ -12,11 +26,11 @@ ZORSysSettingsManager* ZORSysSettingsManager::GetManager()
 
 QSettings* ZORSysSettingsManager::GetSource() const
 {
-    return m_source;
+    return d->source;
 }
 
 void ZORSysSettingsManager::SetSource(QSettings* source)
 {
     ZOR_TRACE_CALL(source);
-    m_source = source;
+    d->source = source;
 }

@@ -4,8 +4,9 @@
 
 #include <ZORSystem/ZORSystemGlobal.h>
 
-#include <QPointer>
 #include <QSettings>
+
+#include <memory>
 
 /// Hands out the settings store of the application, which the application sets at start.
 /// Thread safety: main thread only.
@@ -20,7 +21,10 @@ public:
     void SetSource(QSettings* source);
 
 private:
-    ZORSysSettingsManager() = default;
+    ZORSysSettingsManager();
+    ~ZORSysSettingsManager();
+    Q_DISABLE_COPY_MOVE(ZORSysSettingsManager)
 
-    QPointer<QSettings> m_source; // not owned
+    class Private;
+    const std::unique_ptr<Private> d;
 };
