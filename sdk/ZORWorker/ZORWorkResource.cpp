@@ -207,10 +207,33 @@ void WarnOfFailure(const QString& file, const QString& directory, const QString&
 
 } // namespace
 
-ZORWorkResource::ZORWorkResource(const QString& path)
-    : m_path(path)
+class ZORWorkResourceData : public QSharedData
 {
+public:
+    QString path;
+};
+
+ZORWorkResource::ZORWorkResource()
+    : d(new ZORWorkResourceData)
+{
+}
+
+ZORWorkResource::ZORWorkResource(const ZORWorkResource& other) = default;
+ZORWorkResource::ZORWorkResource(ZORWorkResource&& other) noexcept = default;
+ZORWorkResource& ZORWorkResource::operator=(const ZORWorkResource& other) = default;
+ZORWorkResource& ZORWorkResource::operator=(ZORWorkResource&& other) noexcept = default;
+ZORWorkResource::~ZORWorkResource() = default;
+
+ZORWorkResource::ZORWorkResource(const QString& path)
+    : ZORWorkResource()
+{
+    d->path = path;
     ZOR_TRACE_CALL(path);
+}
+
+QString ZORWorkResource::GetFilePath() const
+{
+    return d->path;
 }
 
 bool ZORWorkResource::ConvertToLocalStorage(const QString& directory, LocalConversionBehavior behavior,
@@ -218,9 +241,9 @@ bool ZORWorkResource::ConvertToLocalStorage(const QString& directory, LocalConve
 {
     ZOR_TRACE_CALL(directory, behavior, static_cast<const void*>(written));
     QString path;
-    const QString reason = Convert(m_path, directory, behavior, path);
+    const QString reason = Convert(d->path, directory, behavior, path);
     if (!reason.isEmpty()) {
-        WarnOfFailure(m_path, directory, reason);
+        WarnOfFailure(d->path, directory, reason);
         return false;
     }
     if (written)
@@ -228,7 +251,12 @@ bool ZORWorkResource::ConvertToLocalStorage(const QString& directory, LocalConve
     return true;
 }
 
+bool operator==(const ZORWorkResource& a, const ZORWorkResource& b)
+{
+    return a.d->path == b.d->path;
+}
+
 void ZorTraceAppend(QByteArray& out, const ZORWorkResource& resource)
 {
-    ZorTraceAppend(out, resource.m_path);
+    ZorTraceAppend(out, resource.d->path);
 }

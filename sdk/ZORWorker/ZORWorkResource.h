@@ -5,10 +5,15 @@
 #include <ZORWorker/ZORWorkerGlobal.h>
 
 #include <QCoreApplication>
+#include <QSharedDataPointer>
 #include <QString>
 #include <QStringList>
 
-/// Names a file; does not own it, and does not ask for its existence. A value.
+class ZORWorkResourceData;
+
+/// Names a file; does not own it, and does not ask for its existence. A value: copies share their data, O(1). One that
+/// was moved from may only be assigned or destroyed.
+///
 /// Thread safety: reentrant; objects may be shared read-only.
 class ZORWORKER_EXPORT ZORWorkResource
 {
@@ -22,11 +27,17 @@ public:
         Copy = 2             ///< the file stays in its place
     };
 
-    ZORWorkResource() = default;
+    ZORWorkResource();
     explicit ZORWorkResource(const QString& path);
+    ZORWorkResource(const ZORWorkResource& other);
+    ZORWorkResource(ZORWorkResource&& other) noexcept;
+    ZORWorkResource& operator=(const ZORWorkResource& other);
+    ZORWorkResource& operator=(ZORWorkResource&& other) noexcept;
+    ~ZORWorkResource();
+    void swap(ZORWorkResource& other) noexcept { d.swap(other.d); }
 
     /// The path as it was given.
-    QString GetFilePath() const { return m_path; }
+    QString GetFilePath() const;
 
     /// Brings the file into the existing directory \a directory, under its own name, or, where that is taken,
     /// under the first free one of "name-2.suffix", "name-3.suffix" ... up to 9999, or a later one while others
@@ -41,9 +52,12 @@ public:
     bool ConvertToLocalStorage(const QString& directory, LocalConversionBehavior behavior,
                                QStringList* written = nullptr) const;
 
-    friend bool operator==(const ZORWorkResource&, const ZORWorkResource&) = default;
+    /// Equal paths.
+    friend ZORWORKER_EXPORT bool operator==(const ZORWorkResource& a, const ZORWorkResource& b);
     friend ZORWORKER_EXPORT void ZorTraceAppend(QByteArray& out, const ZORWorkResource& resource);
 
 private:
-    QString m_path;
+    QSharedDataPointer<ZORWorkResourceData> d;
 };
+
+Q_DECLARE_SHARED(ZORWorkResource)

@@ -1,9 +1,11 @@
 // Tests of ZORWorkResource.
 
 #include "support/Printers.h"
+#include "support/SharedValue.h"
 #include "support/WarningCatcher.h"
 
 #include <ZORWorker/ZORWorkResource.h>
+#include <ZORWorker/ZORWorkResult.h>
 
 #include <QDir>
 #include <QFile>
@@ -230,3 +232,16 @@ TEST_F(ZORWorkResourceTest, ManyFailuresOfOneKindHaveFewWarnings)
 }
 
 } // namespace
+
+TEST_F(ZORWorkResourceTest, CopiesAreIndependent)
+{
+    ExpectSharedValue(
+        ZORWorkResource(), [](ZORWorkResource& changed) { changed = ZORWorkResource(QStringLiteral("a")); },
+        [](const ZORWorkResource& value) { return value.GetFilePath().toStdString(); });
+    ExpectSharedValue(
+        ZORWorkResult(), [](ZORWorkResult& changed) { changed = ZORWorkResult({ZORWorkResource()}, "data"); },
+        [](const ZORWorkResult& value) { return value.GetResources().size(); });
+    EXPECT_EQ("data", ZORWorkResult(QByteArray("data")).GetData());
+    EXPECT_EQ(ZORWorkResource(QStringLiteral("a")), ZORWorkResource(QStringLiteral("a")));
+    EXPECT_NE(ZORWorkResource(QStringLiteral("a")), ZORWorkResource());
+}
