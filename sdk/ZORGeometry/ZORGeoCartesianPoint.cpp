@@ -8,9 +8,15 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoCartesianPoint)
 
+class ZORGeoCartesianPoint::Private
+{
+public:
+    ZORMathPoint point;
+};
+
 ZORGeoCartesianPoint::ZORGeoCartesianPoint(ZORGeoContainer* container, const ZORMathPoint& point)
     : ZORGeoPoint(container)
-    , m_point(point)
+    , d(new Private{point})
 {
     ZOR_TRACE_CALL(container, point);
     if (!point.IsFinite())
@@ -21,7 +27,7 @@ ZORGeoCartesianPoint::~ZORGeoCartesianPoint() = default;
 
 ZORMathPoint ZORGeoCartesianPoint::GetMathPoint() const
 {
-    return m_point;
+    return d->point;
 }
 
 struct ZORGeoCartesianPointStorage

@@ -4,6 +4,8 @@
 
 #include <ZORGeometry/ZORGeoPoint.h>
 
+#include <memory>
+
 /// A point that depends on no other geometry.
 /// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCartesianPoint : public ZORGeoPoint
@@ -20,5 +22,6 @@ public:
     ZORMathPoint GetMathPoint() const override;
 
 private:
-    const ZORMathPoint m_point;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

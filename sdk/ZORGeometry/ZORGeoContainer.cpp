@@ -113,43 +113,42 @@ qint64 EstimateMemory(QIODevice& device)
 
 } // namespace
 
-void ZORGeoContainerPrivate::Register(ZORGeoGeometry* geometry)
+void ZORGeoContainer::Private::Register(ZORGeoGeometry* geometry)
 {
     if (geometry->objectName().isEmpty()) {
         const QString stem = ZORGeoContainerNames::GetStem(geometry->metaObject()->className());
         geometry->setObjectName(names.MakeNumbered(stem));
     }
-    geometry->d_ptr->registeredName = geometry->objectName();
+    geometry->d->registeredName = geometry->objectName();
     names.Insert(geometry->objectName());
     index.Append(geometry);
-    geometry->d_ptr->state = ZORGeoGeometryPrivate::State::Registered;
+    geometry->d->state = ZORGeoGeometry::Private::State::Registered;
 }
 
-void ZORGeoContainerPrivate::Rename(ZORGeoGeometry* geometry)
+void ZORGeoContainer::Private::Rename(ZORGeoGeometry* geometry)
 {
-    if (!geometry->d_ptr->IsListed())
+    if (!geometry->d->IsListed())
         return;
-    names.Remove(geometry->d_ptr->registeredName);
-    geometry->d_ptr->registeredName = geometry->objectName();
-    names.Insert(geometry->d_ptr->registeredName);
+    names.Remove(geometry->d->registeredName);
+    geometry->d->registeredName = geometry->objectName();
+    names.Insert(geometry->d->registeredName);
 }
 
-void ZORGeoContainerPrivate::TakeOut(ZORGeoGeometry* geometry)
+void ZORGeoContainer::Private::TakeOut(ZORGeoGeometry* geometry)
 {
     index.Remove(geometry);
-    names.Remove(geometry->d_ptr->registeredName);
-    geometry->d_ptr->state = ZORGeoGeometryPrivate::State::Removed;
+    names.Remove(geometry->d->registeredName);
+    geometry->d->state = ZORGeoGeometry::Private::State::Removed;
 }
 
 ZORGeoContainer::ZORGeoContainer(QObject* parent)
     : QObject(parent)
-    , d_ptr(std::make_unique<ZORGeoContainerPrivate>())
+    , d(std::make_unique<Private>())
 {
 }
 
 ZORGeoContainer::~ZORGeoContainer()
 {
-    Q_D(ZORGeoContainer);
     d->closing = true;
     while (d->index.GetCount() > 0)
         delete d->index.Last();
@@ -157,20 +156,17 @@ ZORGeoContainer::~ZORGeoContainer()
 
 int ZORGeoContainer::GetNumGeometry() const
 {
-    Q_D(const ZORGeoContainer);
     return int(d->index.GetCount());
 }
 
 ZORGeoGeometry* ZORGeoContainer::GetGeometryByIndex(int index) const
 {
-    Q_D(const ZORGeoContainer);
     return d->index.At(index);
 }
 
 void ZORGeoContainer::Clear()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORGeoContainer);
     while (d->index.GetCount() > 0)
         Destroy(d->index.Last());
 }
@@ -178,7 +174,6 @@ void ZORGeoContainer::Clear()
 QString ZORGeoContainer::GetUniqueName(const QString& wanted) const
 {
     ZOR_TRACE_CALL(wanted);
-    Q_D(const ZORGeoContainer);
     const std::lock_guard lock(d->namesMutex);
     return d->names.MakeUnique(wanted);
 }
@@ -214,9 +209,8 @@ void ZORGeoContainer::UnregisterType(const QMetaObject* type)
 
 void ZORGeoContainer::Add(ZORGeoGeometry* geometry)
 {
-    Q_D(ZORGeoContainer);
     d->Register(geometry);
-    connect(geometry, &QObject::objectNameChanged, this, [d, geometry] {
+    connect(geometry, &QObject::objectNameChanged, this, [this, geometry] {
         d->Rename(geometry);
         geometry->ReportChange();
     });
@@ -227,9 +221,8 @@ void ZORGeoContainer::Add(ZORGeoGeometry* geometry)
 // Called by the destructor of a geometry that somebody deletes, maybe in answer to its announced removal.
 void ZORGeoContainer::Forget(ZORGeoGeometry* geometry)
 {
-    Q_D(ZORGeoContainer);
-    const bool announced = geometry->d_ptr->state == ZORGeoGeometryPrivate::State::Announced;
-    geometry->d_ptr->state = ZORGeoGeometryPrivate::State::Announced;
+    const bool announced = geometry->d->state == ZORGeoGeometry::Private::State::Announced;
+    geometry->d->state = ZORGeoGeometry::Private::State::Announced;
     if (!announced && !d->closing)
         emit GeometryAboutToBeRemoved(geometry);
     d->TakeOut(geometry);
@@ -242,11 +235,10 @@ void ZORGeoContainer::Forget(ZORGeoGeometry* geometry)
 // Removes a geometry while it is whole, so that receivers see all of it.
 void ZORGeoContainer::Destroy(ZORGeoGeometry* geometry)
 {
-    Q_D(ZORGeoContainer);
     const QPointer<ZORGeoContainer> self(this);
     const QPointer<ZORGeoGeometry> guard(geometry);
-    const bool announced = geometry->d_ptr->state == ZORGeoGeometryPrivate::State::Announced;
-    geometry->d_ptr->state = ZORGeoGeometryPrivate::State::Announced;
+    const bool announced = geometry->d->state == ZORGeoGeometry::Private::State::Announced;
+    geometry->d->state = ZORGeoGeometry::Private::State::Announced;
     if (!announced)
         emit GeometryAboutToBeRemoved(geometry);
     if (!self || !guard)
@@ -274,7 +266,6 @@ void ZORGeoContainer::Save(QIODevice& device) const
 void ZORGeoContainer::Load(QIODevice& device)
 {
     ZOR_TRACE_CALL(&device);
-    Q_D(ZORGeoContainer);
     if (!device.isReadable())
         throw ZORSysFileException(tr("cannot read the container file: the device is not open for reading"));
     ZORSysMemory::Read(GetName(device), EstimateMemory(device), [&] {

@@ -11,7 +11,6 @@
 
 class QIODevice;
 class ZORGeoContainerLoader;
-class ZORGeoContainerPrivate;
 class ZORGeoGeometry;
 
 /// Owns geometries and lists them in the order of their registration.
@@ -88,6 +87,6 @@ private:
     void Forget(ZORGeoGeometry* geometry);
     void Destroy(ZORGeoGeometry* geometry);
 
-    Q_DECLARE_PRIVATE(ZORGeoContainer)
-    const std::unique_ptr<ZORGeoContainerPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -25,9 +25,15 @@ void Check(const ZORMathSetOfPoints& points)
 
 } // namespace
 
+class ZORGeoCurve::Private
+{
+public:
+    std::unique_ptr<const ZORGeoChain> chain;
+};
+
 ZORGeoCurve::ZORGeoCurve(ZORGeoContainer* container, const ZORMathSetOfPoints& points)
     : ZORGeoGeometry(container)
-    , m_chain(std::make_unique<const ZORGeoChain>(points))
+    , d(new Private{std::make_unique<const ZORGeoChain>(points)})
 {
 }
 
@@ -35,35 +41,35 @@ ZORGeoCurve::~ZORGeoCurve() = default;
 
 void ZORGeoCurve::CheckPoints() const
 {
-    Check(m_chain->GetPoints());
+    Check(d->chain->GetPoints());
 }
 
 void ZORGeoCurve::ReplacePoints(const ZORMathSetOfPoints& points)
 {
     Check(points);
-    m_chain = std::make_unique<const ZORGeoChain>(points);
+    d->chain = std::make_unique<const ZORGeoChain>(points);
 }
 
 int ZORGeoCurve::GetNumPoints() const
 {
-    return int(m_chain->GetPoints().size());
+    return int(d->chain->GetPoints().size());
 }
 
 ZORMathPoint ZORGeoCurve::GetPoint(int index) const
 {
     Q_ASSERT(index >= 0 && index < GetNumPoints());
-    return m_chain->GetPoints().at(index);
+    return d->chain->GetPoints().at(index);
 }
 
 double ZORGeoCurve::GetLength() const
 {
-    return m_chain->GetLength();
+    return d->chain->GetLength();
 }
 
 ZORMathBoundingBox ZORGeoCurve::GetBoundingBox() const
 {
     ZORMathBoundingBox box;
-    for (const ZORMathPoint& point : m_chain->GetPoints())
+    for (const ZORMathPoint& point : d->chain->GetPoints())
         box.Add(point);
     return box;
 }
@@ -71,7 +77,7 @@ ZORMathBoundingBox ZORGeoCurve::GetBoundingBox() const
 ZORMathSetOfPoints ZORGeoCurve::GetPoints(const ZORGeoRangeOfCurve& range) const
 {
     ZOR_TRACE_CALL(range);
-    return m_chain->Cut(range.GetStart(), range.GetEnd());
+    return d->chain->Cut(range.GetStart(), range.GetEnd());
 }
 
 ZORGeoLocationOnCurve ZORGeoCurve::GetLocation(double distance, const ZORGeoLocationOnCurve* start) const
@@ -80,18 +86,18 @@ ZORGeoLocationOnCurve ZORGeoCurve::GetLocation(double distance, const ZORGeoLoca
     if (start && start->curve != this)
         throw ZORSysException(tr("start location lies on another curve"));
     const double total = start ? start->distance + distance : distance;
-    if (m_chain->GetPoints().isEmpty() || !(std::abs(total) <= ZORGeoRange::kLargestCoordinate))
+    if (d->chain->GetPoints().isEmpty() || !(std::abs(total) <= ZORGeoRange::kLargestCoordinate))
         return {};
-    const ZORGeoChain::Place place = m_chain->Locate(total);
+    const ZORGeoChain::Place place = d->chain->Locate(total);
     return {this, place.distance, place.point};
 }
 
 bool ZORGeoCurve::Project(const ZORMathPoint& point, ZORGeoLocationOnCurve& location) const
 {
     ZOR_TRACE_CALL(point);
-    if (m_chain->GetPoints().isEmpty() || !ZORGeoRange::Contains(point))
+    if (d->chain->GetPoints().isEmpty() || !ZORGeoRange::Contains(point))
         return false;
-    const ZORGeoChain::Place place = m_chain->Project(point);
+    const ZORGeoChain::Place place = d->chain->Project(point);
     location = {this, place.distance, place.point};
     return true;
 }

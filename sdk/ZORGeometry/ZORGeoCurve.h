@@ -6,7 +6,6 @@
 #include <ZORGeometry/ZORGeoLocationOnCurve.h>
 #include <ZORGeometry/ZORGeoRangeOfCurve.h>
 
-class ZORGeoChain;
 class ZORMathBoundingBox;
 class ZORMathSetOfPoints;
 
@@ -65,5 +64,6 @@ protected:
     void ReplacePoints(const ZORMathSetOfPoints& points);
 
 private:
-    std::unique_ptr<const ZORGeoChain> m_chain;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -2,16 +2,27 @@
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 
-ZORGeoCurveOnSurOper::ZORGeoCurveOnSurOper() = default;
+#include <QPointer>
+
+class ZORGeoCurveOnSurOper::Private
+{
+public:
+    QPointer<ZORGeoCurveOnSurface> curve; // not owned
+};
+
+ZORGeoCurveOnSurOper::ZORGeoCurveOnSurOper()
+    : d(std::make_unique<Private>())
+{
+}
 
 ZORGeoCurveOnSurOper::~ZORGeoCurveOnSurOper() = default;
 
 ZORGeoCurveOnSurface* ZORGeoCurveOnSurOper::GetCurve() const
 {
-    return m_curve;
+    return d->curve;
 }
 
 void ZORGeoCurveOnSurOper::SetCurve(ZORGeoCurveOnSurface* curve)
 {
-    m_curve = curve;
+    d->curve = curve;
 }

@@ -4,7 +4,9 @@
 
 #include <ZORGeometry/ZORGeometryGlobal.h>
 
-#include <QPointer>
+#include <QtGlobal>
+
+#include <memory>
 
 class ZORGeoCurveOnSurface;
 
@@ -28,5 +30,6 @@ protected:
 
 private:
     Q_DISABLE_COPY_MOVE(ZORGeoCurveOnSurOper)
-    QPointer<ZORGeoCurveOnSurface> m_curve; // not owned
+    class Private;
+    const std::unique_ptr<Private> d;
 };

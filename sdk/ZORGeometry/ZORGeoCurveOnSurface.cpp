@@ -67,18 +67,26 @@ void Check(const Locations& locations, const ZORGeoSurface* surface)
 
 } // namespace
 
+class ZORGeoCurveOnSurface::Private
+{
+public:
+    Locations locations;
+    ZORGeoReference<const ZORGeoSurface> surface;
+};
+
 ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(const QList<ZORGeoLocationOnSurface>& locations, bool isClosed)
     : ZORGeoCurve(ContainerOf(locations), PointsOf(Close(locations, isClosed)))
-    , m_locations(Close(locations, isClosed))
+    , d(new Private{Close(locations, isClosed), {}})
 {
     ZOR_TRACE_CALL(locations, isClosed);
     Check(locations, SurfaceOf(locations));
     CheckPoints();
-    m_surface = ZORGeoReference<const ZORGeoSurface>(SurfaceOf(locations), this);
+    d->surface = ZORGeoReference<const ZORGeoSurface>(SurfaceOf(locations), this);
 }
 
 ZORGeoCurveOnSurface::ZORGeoCurveOnSurface(ZORGeoContainer* container, const ZORMathSetOfPoints& points)
     : ZORGeoCurve(container, points)
+    , d(std::make_unique<Private>())
 {
     CheckPoints();
 }
@@ -88,24 +96,24 @@ ZORGeoCurveOnSurface::~ZORGeoCurveOnSurface() = default;
 void ZORGeoCurveOnSurface::SetLocations(const Locations& locations)
 {
     ZOR_TRACE_CALL(locations);
-    if (!m_surface)
+    if (!d->surface)
         throw ZORSysException(tr("the curve has no surface"));
     if (locations.isEmpty())
         throw ZORSysException(tr("the curve needs a location"));
-    Check(locations, m_surface);
+    Check(locations, d->surface);
     ReplacePoints(PointsOf(locations));
-    m_locations = locations;
+    d->locations = locations;
     ReportShapeChange();
 }
 
 const ZORGeoSurface* ZORGeoCurveOnSurface::GetSurface() const
 {
-    return m_surface;
+    return d->surface;
 }
 
 QList<ZORGeoLocationOnSurface> ZORGeoCurveOnSurface::GetLocations() const
 {
-    return m_surface ? m_locations : Locations();
+    return d->surface ? d->locations : Locations();
 }
 
 bool ZORGeoCurveOnSurface::IsClosed() const

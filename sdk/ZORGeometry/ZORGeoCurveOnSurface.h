@@ -8,6 +8,8 @@
 
 #include <QList>
 
+#include <memory>
+
 class ZORGeoSurface;
 
 /// A chain of straight segments between places of one surface. Holds a counted reference to the surface and
@@ -58,6 +60,6 @@ protected:
 private:
     friend struct ZORGeoCurveOnSurfaceStorage;
 
-    QList<ZORGeoLocationOnSurface> m_locations;
-    ZORGeoReference<const ZORGeoSurface> m_surface;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -2,13 +2,37 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
+class ZORGeoCurveOnSurfaceLimitsData : public QSharedData
+{
+public:
+    QList<const ZORGeoCurveOnSurface*> curves; // not owned
+};
+
+ZORGeoCurveOnSurfaceLimits::ZORGeoCurveOnSurfaceLimits()
+    : d(new ZORGeoCurveOnSurfaceLimitsData)
+{
+}
+
+ZORGeoCurveOnSurfaceLimits::ZORGeoCurveOnSurfaceLimits(const ZORGeoCurveOnSurfaceLimits& other) = default;
+ZORGeoCurveOnSurfaceLimits::ZORGeoCurveOnSurfaceLimits(ZORGeoCurveOnSurfaceLimits&& other) noexcept = default;
+ZORGeoCurveOnSurfaceLimits&
+ZORGeoCurveOnSurfaceLimits::operator=(const ZORGeoCurveOnSurfaceLimits& other) = default;
+ZORGeoCurveOnSurfaceLimits&
+ZORGeoCurveOnSurfaceLimits::operator=(ZORGeoCurveOnSurfaceLimits&& other) noexcept = default;
+ZORGeoCurveOnSurfaceLimits::~ZORGeoCurveOnSurfaceLimits() = default;
+
 void ZORGeoCurveOnSurfaceLimits::SetGeometry(const QList<const ZORGeoCurveOnSurface*>& curves)
 {
     ZOR_TRACE_CALL(curves);
-    m_curves = curves;
+    d->curves = curves;
+}
+
+QList<const ZORGeoCurveOnSurface*> ZORGeoCurveOnSurfaceLimits::GetGeometry() const
+{
+    return d->curves;
 }
 
 void ZorTraceAppend(QByteArray& out, const ZORGeoCurveOnSurfaceLimits& limits)
 {
-    ZorTraceAppendCount(out, limits.m_curves.size());
+    ZorTraceAppendCount(out, limits.d->curves.size());
 }

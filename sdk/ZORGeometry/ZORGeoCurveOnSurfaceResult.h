@@ -5,9 +5,13 @@
 #include <ZORGeometry/ZORGeoLocationOnSurface.h>
 
 #include <QList>
+#include <QSharedDataPointer>
 
-/// The places of a computed curve and why it ends where it does; a value. The curve has two sides: the start
-/// side lies behind the start location, the end side ahead of it.
+class ZORGeoCurveOnSurfaceResultData;
+
+/// The places of a computed curve and why it ends where it does. The curve has two sides: the start side lies behind
+/// the start location, the end side ahead of it. A value: copies share their data, O(1). One that was moved from may
+/// only be assigned or destroyed.
 ///
 /// Thread safety: reentrant; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoCurveOnSurfaceResult
@@ -30,27 +34,32 @@ public:
     };
 
     /// No locations.
-    ZORGeoCurveOnSurfaceResult() = default;
+    ZORGeoCurveOnSurfaceResult();
     /// \param startIndex  index of the start location in \a locations
     ZORGeoCurveOnSurfaceResult(const QList<ZORGeoLocationOnSurface>& locations, int startIndex,
                                const Side& start, const Side& end);
+    ZORGeoCurveOnSurfaceResult(const ZORGeoCurveOnSurfaceResult& other);
+    ZORGeoCurveOnSurfaceResult(ZORGeoCurveOnSurfaceResult&& other) noexcept;
+    ZORGeoCurveOnSurfaceResult& operator=(const ZORGeoCurveOnSurfaceResult& other);
+    ZORGeoCurveOnSurfaceResult& operator=(ZORGeoCurveOnSurfaceResult&& other) noexcept;
+    ~ZORGeoCurveOnSurfaceResult();
+    void swap(ZORGeoCurveOnSurfaceResult& other) noexcept { d.swap(other.d); }
 
     /// From the end of the start side over the start location to the end of the end side. The segment from
     /// location i to i + 1 lies in the triangle of location i. One location when both sides have no length.
-    QList<ZORGeoLocationOnSurface> GetLocations() const { return m_locations; }
+    QList<ZORGeoLocationOnSurface> GetLocations() const;
     /// Index of the start location in GetLocations().
-    int GetStartIndex() const { return m_startIndex; }
+    int GetStartIndex() const;
 
     /// Arc length of the start side, millimetres.
-    double GetStartLength() const { return m_start.length; }
+    double GetStartLength() const;
     /// Arc length of the end side, millimetres.
-    double GetEndLength() const { return m_end.length; }
-    StopReason GetStartReason() const { return m_start.reason; }
-    StopReason GetEndReason() const { return m_end.reason; }
+    double GetEndLength() const;
+    StopReason GetStartReason() const;
+    StopReason GetEndReason() const;
 
 private:
-    QList<ZORGeoLocationOnSurface> m_locations;
-    int m_startIndex = 0;
-    Side m_start;
-    Side m_end;
+    QSharedDataPointer<ZORGeoCurveOnSurfaceResultData> d;
 };
+
+Q_DECLARE_SHARED(ZORGeoCurveOnSurfaceResult)

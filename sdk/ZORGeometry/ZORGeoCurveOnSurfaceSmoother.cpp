@@ -108,8 +108,14 @@ Locations LocationsOf(const ZORGeoMeshPath& path, const Locations& given, Progre
 
 } // namespace
 
+class ZORGeoCurveOnSurfaceSmoother::Private
+{
+public:
+    double radius; // millimeters
+};
+
 ZORGeoCurveOnSurfaceSmoother::ZORGeoCurveOnSurfaceSmoother(double radius)
-    : m_radius(radius)
+    : d(new Private{radius})
 {
     ZOR_TRACE_CALL(radius);
     if (radius < 0)
@@ -118,12 +124,14 @@ ZORGeoCurveOnSurfaceSmoother::ZORGeoCurveOnSurfaceSmoother(double radius)
         throw ZORSysException(tr("radius is infinite"));
 }
 
+ZORGeoCurveOnSurfaceSmoother::~ZORGeoCurveOnSurfaceSmoother() = default;
+
 bool ZORGeoCurveOnSurfaceSmoother::IsEverySmooth(const Locations& locations) const
 {
     double extent = 0;
     for (const ZORGeoLocationOnSurface& location : locations)
         extent = std::max(extent, (location.point - ZORMathPoint()).GetLength());
-    return !(m_radius > kSmallestRadius * extent);
+    return !(d->radius > kSmallestRadius * extent);
 }
 
 Locations ZORGeoCurveOnSurfaceSmoother::Smooth(const Locations& locations) const
@@ -155,7 +163,7 @@ Locations ZORGeoCurveOnSurfaceSmoother::Run(const Locations& locations, Progress
         return locations;
     bool isConnected = true;
     ZORGeoMeshPath path = PathOf(locations, isConnected, progress);
-    const ZORGeoPathSmoother smoother(MeshOf(locations), m_radius, progress);
+    const ZORGeoPathSmoother smoother(MeshOf(locations), d->radius, progress);
     const double length = ZorGeoLengthOf(path);
     const bool isChanged = smoother.Run(path);
     auto bend = smoother.FindSharpBend(path);
@@ -164,7 +172,7 @@ Locations ZORGeoCurveOnSurfaceSmoother::Run(const Locations& locations, Progress
         bend = path.front().point;
     if (bend)
         throw ZORSysException(tr("the surface has no room for the radius %1 at (%2, %3, %4)")
-                                  .arg(QString::number(m_radius), QString::number(bend->GetX()),
+                                  .arg(QString::number(d->radius), QString::number(bend->GetX()),
                                        QString::number(bend->GetY()), QString::number(bend->GetZ())));
     return isChanged ? LocationsOf(path, locations, progress) : locations;
 }
@@ -175,10 +183,10 @@ double ZORGeoCurveOnSurfaceSmoother::FindSmallestRadius(const Locations& locatio
     bool isConnected = true;
     ProgressReporter progress;
     ZORGeoMeshPath path = PathOf(locations, isConnected, progress);
-    if (path.size() < 3 || !(m_radius > 0))
+    if (path.size() < 3 || !(d->radius > 0))
         return std::numeric_limits<double>::infinity();
     ZorGeoFillGaps(MeshOf(locations), path);
-    return ZORGeoPathSmoother(MeshOf(locations), m_radius, progress).FindSmallestRadius(path);
+    return ZORGeoPathSmoother(MeshOf(locations), d->radius, progress).FindSmallestRadius(path);
 }
 
 Locations ZORGeoCurveOnSurfaceSmoother::Connect(const Locations& locations)

@@ -8,6 +8,7 @@
 #include <QList>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace zor::geo {
@@ -49,6 +50,7 @@ public:
     /// \param radius  the minimum radius, millimeters; with 0 or NaN every curve is smooth
     /// \throws ZORSysException "radius is negative", "radius is infinite"
     explicit ZORGeoCurveOnSurfaceSmoother(double radius);
+    ~ZORGeoCurveOnSurfaceSmoother();
 
     /// \param locations  places of one surface, in the order of the curve, any number of them; the segments
     ///                   need not lie within triangles
@@ -83,5 +85,6 @@ private:
     Locations Run(const Locations& locations, zor::geo::ProgressReporter& progress) const;
     bool IsEverySmooth(const Locations& locations) const;
 
-    const double m_radius;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -4,10 +4,10 @@
 
 #include <ZORGeometry/ZORGeometryGlobal.h>
 
-#include <QMutex>
 #include <QString>
 
 #include <atomic>
+#include <memory>
 
 /// Process-wide switches for what the module records about itself. They last as long as the process; the
 /// stacks go to ZORSysStackMonitor, under one label for each kind.
@@ -26,18 +26,18 @@ public:
     bool IsConstructorStackTraces() const { return s_constructions; }
     void SetConstructorStackTraces(bool on);
     /// Frames kept of each stack; 16 at first. 0 or less keeps none.
-    int GetConstructorStackTraceLength() const { return m_constructionLength; }
+    int GetConstructorStackTraceLength() const;
     void SetConstructorStackTraceLength(int frames);
 
     /// Whether every change of a reference count is recorded; false at first.
     bool IsReferenceStackTraces() const { return s_references; }
     void SetReferenceStackTraces(bool on);
     /// Frames kept of each stack; 16 at first. 0 or less keeps none.
-    int GetReferenceStackTraceLength() const { return m_referenceLength; }
+    int GetReferenceStackTraceLength() const;
     void SetReferenceStackTraceLength(int frames);
 
     /// Whether loading a container writes what it reads to the dump file; false at first.
-    bool IsContainerLoadDumpEnabled() const { return m_loadDump; }
+    bool IsContainerLoadDumpEnabled() const;
     void SetContainerLoadDumpEnabled(bool on);
     /// Path of the dump file; empty at first, and then nothing is dumped.
     QString GetContainerLoadDumpFile() const;
@@ -45,25 +45,25 @@ public:
 
 private:
     friend class ZORGeoGeometry;
-    ZORGeoDebugOptions() = default;
+    ZORGeoDebugOptions();
+    ~ZORGeoDebugOptions();
+    Q_DISABLE_COPY_MOVE(ZORGeoDebugOptions)
 
     static void RecordConstruction()
     {
         if (s_constructions.load(std::memory_order_relaxed)) [[unlikely]]
-            GetInstance()->Record(ConstructionLabel, GetInstance()->m_constructionLength);
+            GetInstance()->Record(ConstructionLabel, GetInstance()->GetConstructorStackTraceLength());
     }
     static void RecordReferenceChange()
     {
         if (s_references.load(std::memory_order_relaxed)) [[unlikely]]
-            GetInstance()->Record(ReferenceLabel, GetInstance()->m_referenceLength);
+            GetInstance()->Record(ReferenceLabel, GetInstance()->GetReferenceStackTraceLength());
     }
     void Record(const char* label, int length);
 
+    // Every construction and change of a reference reads these, so they stay outside of the private data.
     static std::atomic<bool> s_constructions;
     static std::atomic<bool> s_references;
-    std::atomic<int> m_constructionLength = 16;
-    std::atomic<int> m_referenceLength = 16;
-    std::atomic<bool> m_loadDump = false;
-    mutable QMutex m_fileMutex; // of the name that follows
-    QString m_loadDumpFile;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

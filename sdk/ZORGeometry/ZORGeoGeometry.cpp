@@ -20,15 +20,14 @@ namespace {
 } // namespace
 
 ZORGeoGeometry::ZORGeoGeometry(ZORGeoContainer* container)
-    : d_ptr(std::make_unique<ZORGeoGeometryPrivate>())
+    : d(std::make_unique<Private>())
 {
-    d_ptr->container = container;
+    d->container = container;
     ZORGeoDebugOptions::RecordConstruction();
 }
 
 ZORGeoGeometry::~ZORGeoGeometry()
 {
-    Q_D(ZORGeoGeometry);
     if (d->container && d->IsListed())
         d->container->Forget(this);
 }
@@ -36,8 +35,7 @@ ZORGeoGeometry::~ZORGeoGeometry()
 void ZORGeoGeometry::Initialize()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORGeoGeometry);
-    if (d->state != ZORGeoGeometryPrivate::State::Unregistered)
+    if (d->state != Private::State::Unregistered)
         return;
     if (!d->container)
         throw ZORSysException(tr("geometry has no container"));
@@ -46,53 +44,48 @@ void ZORGeoGeometry::Initialize()
 
 bool ZORGeoGeometry::IsInitialized() const
 {
-    Q_D(const ZORGeoGeometry);
     return d->IsListed();
 }
 
 ZORGeoContainer* ZORGeoGeometry::GetContainer() const
 {
-    Q_D(const ZORGeoGeometry);
     return d->container;
 }
 
 int ZORGeoGeometry::GetReferenceCount() const
 {
-    Q_D(const ZORGeoGeometry);
     return d->references;
 }
 
 void ZORGeoGeometry::AddReference(const QObject* user) const
 {
     ZOR_TRACE_CALL(user);
-    ++d_ptr->references;
+    ++d->references;
     ZORGeoDebugOptions::RecordReferenceChange();
 }
 
 void ZORGeoGeometry::RemoveReference(const QObject* user) const
 {
     ZOR_TRACE_CALL(user);
-    if (d_ptr->references == 0) {
+    if (d->references == 0) {
         qCWarning(ZorGeometryLog).noquote()
             << tr("a reference to '%1' was given back that nobody held").arg(objectName());
         return;
     }
-    --d_ptr->references;
+    --d->references;
     ZORGeoDebugOptions::RecordReferenceChange();
 }
 
 void ZORGeoGeometry::RemoveNoReferences()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORGeoGeometry);
-    if (d->references != 0 || d->state == ZORGeoGeometryPrivate::State::Announced)
+    if (d->references != 0 || d->state == Private::State::Announced)
         return;
     Destroy();
 }
 
 void ZORGeoGeometry::ReportChange()
 {
-    Q_D(ZORGeoGeometry);
     if (d->container && d->IsListed())
         emit d->container->ContentChanged();
 }
@@ -128,7 +121,6 @@ void ZORGeoGeometry::EmitShapeChanged()
 
 void ZORGeoGeometry::Destroy()
 {
-    Q_D(ZORGeoGeometry);
     if (d->container && d->IsListed())
         d->container->Destroy(this);
     else

@@ -9,7 +9,6 @@
 #include <memory>
 
 class ZORGeoContainer;
-class ZORGeoGeometryPrivate;
 
 /// A geometry, feature or body of a container.
 ///
@@ -88,12 +87,11 @@ protected:
 private:
     void EmitShapeChanged();
 
-    Q_DECLARE_PRIVATE(ZORGeoGeometry)
     friend class ZORGeoContainer;
     friend class ZORGeoContainerLoader;
-    friend class ZORGeoContainerPrivate;
     friend class ZORGeoContainerIndex;
-    const std::unique_ptr<ZORGeoGeometryPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };
 
 Q_DECLARE_METATYPE(ZORGeoGeometry*)

@@ -14,8 +14,8 @@
 ///     Writes the content; name and class are written already.
 /// X* Create(ZORGeoContainer*, const ZORGeoObjectReader&)
 ///     Makes the geometry; missing in a class that has no objects of its own. Nothing is registered, and
-///     nothing of the container changed: that happens once all objects of the file are made. May return an
-///     object that the container holds already: it then takes the place of the one of the file.
+///     nothing of the container changed: that happens once all objects of the file are made. A new object belongs to
+///     the caller. May return one that the container holds already: it then takes the place of the one of the file.
 /// void Complete(X&, const ZORGeoObjectReader&)
 ///     Optional: runs after all objects are made, for links and for what every derived class shares.
 ///

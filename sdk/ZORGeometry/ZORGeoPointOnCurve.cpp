@@ -12,20 +12,27 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoPointOnCurve)
 
+class ZORGeoPointOnCurve::Private
+{
+public:
+    ZORGeoLocationOnCurve location;
+    ZORGeoReference<const ZORGeoCurve> curve;
+};
+
 ZORGeoPointOnCurve::ZORGeoPointOnCurve(const ZORGeoLocationOnCurve& location)
     : ZORGeoPoint(location.curve ? location.curve->GetContainer() : nullptr)
-    , m_location(location)
+    , d(new Private{location, {}})
 {
     ZOR_TRACE_CALL(location);
     if (location.IsNull())
         throw ZORSysException(tr("location is not on a curve"));
-    m_curve = ZORGeoReference<const ZORGeoCurve>(location.curve, this);
+    d->curve = ZORGeoReference<const ZORGeoCurve>(location.curve, this);
     FollowShape(location.curve);
 }
 
 ZORGeoPointOnCurve::ZORGeoPointOnCurve(ZORGeoContainer* container, const ZORMathPoint& point)
     : ZORGeoPoint(container)
-    , m_location{nullptr, 0, point}
+    , d(new Private{{nullptr, 0, point}, {}})
 {
 }
 
@@ -33,28 +40,28 @@ ZORGeoPointOnCurve::~ZORGeoPointOnCurve() = default;
 
 ZORMathPoint ZORGeoPointOnCurve::GetMathPoint() const
 {
-    return m_location.point;
+    return d->location.point;
 }
 
 const ZORGeoCurve* ZORGeoPointOnCurve::GetCurve() const
 {
-    return m_curve;
+    return d->curve;
 }
 
 ZORGeoLocationOnCurve ZORGeoPointOnCurve::GetLocationOnCurve() const
 {
-    return m_curve ? m_location : ZORGeoLocationOnCurve();
+    return d->curve ? d->location : ZORGeoLocationOnCurve();
 }
 
 void ZORGeoPointOnCurve::UpdateShape()
 {
-    if (!m_curve)
+    if (!d->curve)
         return;
     const ZORGeoLocationOnCurve location =
-        m_curve->GetLocation(std::min(m_location.distance, m_curve->GetLength()), nullptr);
+        d->curve->GetLocation(std::min(d->location.distance, d->curve->GetLength()), nullptr);
     // The constructor accepts distances that no curve has: such a point stays where it is.
     if (!location.IsNull())
-        m_location = location;
+        d->location = location;
 }
 
 struct ZORGeoPointOnCurveStorage

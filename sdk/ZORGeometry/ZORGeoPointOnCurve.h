@@ -6,6 +6,8 @@
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoReference.h>
 
+#include <memory>
+
 class ZORGeoCurve;
 
 /// A point at a location of a curve, or on the straight continuation of one of its ends. Holds a counted
@@ -40,6 +42,6 @@ private:
     /// A point whose curve has been destroyed.
     ZORGeoPointOnCurve(ZORGeoContainer* container, const ZORMathPoint& point);
 
-    ZORGeoLocationOnCurve m_location;
-    ZORGeoReference<const ZORGeoCurve> m_curve;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -11,19 +11,26 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORGeoPointOnSurface)
 
+class ZORGeoPointOnSurface::Private
+{
+public:
+    ZORGeoLocationOnSurface location;
+    ZORGeoReference<const ZORGeoSurface> surface;
+};
+
 ZORGeoPointOnSurface::ZORGeoPointOnSurface(const ZORGeoLocationOnSurface& location)
     : ZORGeoPoint(location.surface ? location.surface->GetContainer() : nullptr)
-    , m_location(location)
+    , d(new Private{location, {}})
 {
     ZOR_TRACE_CALL(location);
     if (location.IsNull())
         throw ZORSysException(tr("location is not on a surface"));
-    m_surface = ZORGeoReference<const ZORGeoSurface>(location.surface, this);
+    d->surface = ZORGeoReference<const ZORGeoSurface>(location.surface, this);
 }
 
 ZORGeoPointOnSurface::ZORGeoPointOnSurface(ZORGeoContainer* container, const ZORMathPoint& point)
     : ZORGeoPoint(container)
-    , m_location{nullptr, 0, 0, 0, point}
+    , d(new Private{{nullptr, 0, 0, 0, point}, {}})
 {
 }
 
@@ -31,17 +38,17 @@ ZORGeoPointOnSurface::~ZORGeoPointOnSurface() = default;
 
 ZORMathPoint ZORGeoPointOnSurface::GetMathPoint() const
 {
-    return m_location.point;
+    return d->location.point;
 }
 
 const ZORGeoSurface* ZORGeoPointOnSurface::GetSurface() const
 {
-    return m_surface;
+    return d->surface;
 }
 
 ZORGeoLocationOnSurface ZORGeoPointOnSurface::GetLocationOnSurface() const
 {
-    return m_surface ? m_location : ZORGeoLocationOnSurface();
+    return d->surface ? d->location : ZORGeoLocationOnSurface();
 }
 
 struct ZORGeoPointOnSurfaceStorage

@@ -6,6 +6,8 @@
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoReference.h>
 
+#include <memory>
+
 class ZORGeoSurface;
 
 /// A point at a place of a surface. Holds a counted reference to the surface and keeps its position when the
@@ -34,6 +36,6 @@ private:
     /// A point whose surface has been destroyed.
     ZORGeoPointOnSurface(ZORGeoContainer* container, const ZORMathPoint& point);
 
-    const ZORGeoLocationOnSurface m_location;
-    ZORGeoReference<const ZORGeoSurface> m_surface;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

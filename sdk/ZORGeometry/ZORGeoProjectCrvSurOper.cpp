@@ -8,9 +8,17 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <QPointer>
+
+class ZORGeoProjectCrvSurOper::Private
+{
+public:
+    QPointer<const ZORGeoSurface> surface; // not owned
+    QPointer<const ZORGeoCurve> curve;     // not owned
+};
+
 ZORGeoProjectCrvSurOper::ZORGeoProjectCrvSurOper(const ZORGeoSurface* surface, const ZORGeoCurve* curve)
-    : m_surface(surface)
-    , m_curve(curve)
+    : d(new Private{surface, curve})
 {
     ZOR_TRACE_CALL(surface, curve);
 }
@@ -21,24 +29,24 @@ void ZORGeoProjectCrvSurOper::Run()
 {
     ZOR_TRACE_CALL();
     SetCurve(nullptr);
-    if (!m_surface)
+    if (!d->surface)
         throw ZORSysException(tr("surface is null"));
-    if (!m_curve)
+    if (!d->curve)
         throw ZORSysException(tr("curve is null"));
-    if (!m_surface->GetContainer())
+    if (!d->surface->GetContainer())
         throw ZORSysException(tr("geometry has no container"));
-    if (m_surface->GetNumTriangles() == 0 || m_curve->GetNumPoints() == 0)
+    if (d->surface->GetNumTriangles() == 0 || d->curve->GetNumPoints() == 0)
         return;
 
-    const ZORGeoSurfacePrivate& surface = ZORGeoSurfacePrivate::Of(*m_surface);
+    const ZORGeoSurfacePrivate& surface = ZORGeoSurfacePrivate::Of(*d->surface);
     const auto places =
-        ZORGeoCurveProjection(*surface.mesh, surface.GetTree(), surface.GetBox()).Run(*m_curve);
+        ZORGeoCurveProjection(*surface.mesh, surface.GetTree(), surface.GetBox()).Run(*d->curve);
     if (places.empty())
         return;
     QList<ZORGeoLocationOnSurface> locations;
     locations.reserve(qsizetype(places.size()));
     for (const ZORGeoMeshPlace& place : places)
-        locations.append(ZorGeoLocationOf(m_surface, place));
+        locations.append(ZorGeoLocationOf(d->surface, place));
     auto* const curve = new ZORGeoCurveOnSurface(locations, false);
     curve->Initialize();
     SetCurve(curve);

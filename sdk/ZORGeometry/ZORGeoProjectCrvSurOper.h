@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+#include <memory>
+
 class ZORGeoCurve;
 class ZORGeoSurface;
 
@@ -43,6 +45,6 @@ public:
     void Run();
 
 private:
-    QPointer<const ZORGeoSurface> m_surface; // not owned
-    QPointer<const ZORGeoCurve> m_curve;     // not owned
+    class Private;
+    const std::unique_ptr<Private> d;
 };

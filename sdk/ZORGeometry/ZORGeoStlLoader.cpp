@@ -92,25 +92,39 @@ QList<const ZORGeoSurface*> Add(Surfaces& surfaces, ZORGeoContainer* container)
 
 } // namespace
 
+class ZORGeoStlLoader::Private
+{
+public:
+    QIODevice* device; // not owned
+    ZORGeoStlReport report;
+};
+
 ZORGeoStlLoader::ZORGeoStlLoader(QIODevice* device)
-    : m_device(device)
+    : d(new Private{device, {}})
 {
     ZOR_TRACE_CALL(device);
+}
+
+ZORGeoStlLoader::~ZORGeoStlLoader() = default;
+
+const ZORGeoStlReport& ZORGeoStlLoader::GetReport() const
+{
+    return d->report;
 }
 
 QList<const ZORGeoSurface*> ZORGeoStlLoader::Load(ZORGeoContainer* container, ZORSysValue::Unit unit)
 {
     ZOR_TRACE_CALL(container, unit);
-    m_report = {};
+    d->report = {};
     if (!container)
         throw ZORSysException(tr("container is null"));
     if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
         throw ZORSysException(tr("unit is no unit of length"));
 
-    return ZORSysMemory::Read(GetDeviceName(m_device), EstimateMemory(m_device), [&] {
-        Surfaces surfaces = ReadSurfaces(m_device, container, ZORSysValue::GetUnitFactor(unit), m_report);
-        if (m_report.HasLosses())
-            qCWarning(ZorGeometryLog).noquote() << GetDeviceName(m_device) + ": " + m_report.ToString();
+    return ZORSysMemory::Read(GetDeviceName(d->device), EstimateMemory(d->device), [&] {
+        Surfaces surfaces = ReadSurfaces(d->device, container, ZORSysValue::GetUnitFactor(unit), d->report);
+        if (d->report.HasLosses())
+            qCWarning(ZorGeometryLog).noquote() << GetDeviceName(d->device) + ": " + d->report.ToString();
         return Add(surfaces, container);
     });
 }

@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QList>
 
+#include <memory>
+
 class QIODevice;
 class ZORGeoContainer;
 class ZORGeoSurface;
@@ -35,6 +37,7 @@ public:
     /// \param device  open for reading, at the start of the STL content; not owned, must outlive the loader.
     ///                Sequential devices are read to their end, waiting for data.
     explicit ZORGeoStlLoader(QIODevice* device);
+    ~ZORGeoStlLoader();
 
     /// Reads the device from its position to its end, and registers the surfaces with \a container. Either
     /// all surfaces are added or, when an exception is thrown, none.
@@ -54,9 +57,9 @@ public:
     QList<const ZORGeoSurface*> Load(ZORGeoContainer* container, ZORSysValue::Unit unit);
 
     /// The counts of the last Load(), also of one that threw.
-    const ZORGeoStlReport& GetReport() const { return m_report; }
+    const ZORGeoStlReport& GetReport() const;
 
 private:
-    QIODevice* m_device; // not owned
-    ZORGeoStlReport m_report;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

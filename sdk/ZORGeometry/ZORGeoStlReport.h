@@ -5,28 +5,58 @@
 #include <ZORGeometry/ZORGeometryGlobal.h>
 
 #include <QCoreApplication>
+#include <QSharedDataPointer>
 #include <QString>
 
-/// Counts of one load. All zero but `facets` for a file without blemish.
+class ZORGeoStlReportData;
+
+/// Counts of one load. All zero but the facets for a file without blemish. A value: copies share their data, O(1). One
+/// that was moved from may only be assigned or destroyed.
+///
 /// Thread safety: reentrant; objects may be shared read-only.
-struct ZORGEOMETRY_EXPORT ZORGeoStlReport
+class ZORGEOMETRY_EXPORT ZORGeoStlReport
 {
     Q_DECLARE_TR_FUNCTIONS(ZORGeoStlReport)
 
 public:
-    qint64 facets = 0;        // facets the file holds, good or not
-    qint64 nonFinite = 0;     // left out: a coordinate is infinite, not a number or beyond the float range
-    qint64 degenerate = 0;    // left out: two corners are the same point
-    qint64 unreadable = 0;    // left out: a coordinate is no number
-    qint64 incomplete = 0;    // left out: not three corners
-    qint64 missing = 0;       // announced by a binary file that ends before them
-    qint64 trailingBytes = 0; // behind the last facet of a binary file
-    int emptySolids = 0;      // solids that gave no surface
+    /// All counts zero.
+    ZORGeoStlReport();
+    ZORGeoStlReport(const ZORGeoStlReport& other);
+    ZORGeoStlReport(ZORGeoStlReport&& other) noexcept;
+    ZORGeoStlReport& operator=(const ZORGeoStlReport& other);
+    ZORGeoStlReport& operator=(ZORGeoStlReport&& other) noexcept;
+    ~ZORGeoStlReport();
+    void swap(ZORGeoStlReport& other) noexcept { d.swap(other.d); }
 
-    /// Facets that became triangles.
-    qint64 GetNumUsed() const { return facets - nonFinite - degenerate - unreadable - incomplete; }
+    /// Returns the number of facets that the file holds, usable or not.
+    qint64 GetNumFacets() const;
+    /// Returns the number of facets skipped because a coordinate is infinite, not a number or beyond the float range.
+    qint64 GetNumNonFinite() const;
+    /// Returns the number of facets skipped because two corners are the same point.
+    qint64 GetNumDegenerate() const;
+    /// Returns the number of facets skipped because a coordinate is not a number in the text.
+    qint64 GetNumUnreadable() const;
+    /// Returns the number of facets skipped because they do not have three corners.
+    qint64 GetNumIncomplete() const;
+    /// Returns the number of facets that a binary file announces and ends before.
+    qint64 GetNumMissing() const;
+    /// Returns the number of bytes behind the last facet of a binary file.
+    qint64 GetNumTrailingBytes() const;
+    /// Returns the number of solids without a surface.
+    int GetNumEmptySolids() const;
+
+    /// Returns the number of facets that became triangles.
+    qint64 GetNumUsed() const;
     /// Whether something is worth a warning; an empty solid is not.
     bool HasLosses() const;
     /// One line, for example "12 of 15 facets used; left out: 2 not finite, 1 degenerate".
     QString ToString() const;
+
+private:
+    friend class ZORGeoStlParser;
+    friend class ZORGeoStlSolidBuilder;
+
+    QSharedDataPointer<ZORGeoStlReportData> d;
 };
+
+Q_DECLARE_SHARED(ZORGeoStlReport)

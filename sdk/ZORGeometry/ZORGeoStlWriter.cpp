@@ -8,6 +8,7 @@
 #include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QFileDevice>
+#include <QPointer>
 #include <QtEndian>
 
 #include <bit>
@@ -162,30 +163,38 @@ bool WriteFacets(QFileDevice& device, const ZORGeoSurface& surface, const std::v
 
 } // namespace
 
+class ZORGeoStlWriter::Private
+{
+public:
+    QString fileName;
+    QPointer<const ZORGeoSurface> surface; // not owned
+    FileFormats format;
+};
+
 ZORGeoStlWriter::ZORGeoStlWriter(QString& fileName, const ZORGeoSurface* surface, FileFormats format)
-    : m_fileName(fileName)
-    , m_surface(surface)
-    , m_format(format)
+    : d(new Private{fileName, surface, format})
 {
     ZOR_TRACE_CALL(fileName, surface, format);
 }
 
+ZORGeoStlWriter::~ZORGeoStlWriter() = default;
+
 int ZORGeoStlWriter::Write(ZORSysValue::Unit unit)
 {
     ZOR_TRACE_CALL(unit);
-    if (!m_surface)
+    if (!d->surface)
         throw ZORSysException(tr("surface is null"));
     if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
         throw ZORSysException(tr("unit is no unit of length"));
-    if (m_fileName.isEmpty())
-        throw ZORSysFileOpenException(m_fileName, tr("no file name"));
+    if (d->fileName.isEmpty())
+        throw ZORSysFileOpenException(d->fileName, tr("no file name"));
     const std::vector<FloatPoint> points =
-        ToFile(m_surface->GetVertexArray(), ZORSysValue::GetUnitFactor(unit));
+        ToFile(d->surface->GetVertexArray(), ZORSysValue::GetUnitFactor(unit));
 
-    ZORSysReplacedFile file(m_fileName);
+    ZORSysReplacedFile file(d->fileName);
     file.Open();
-    if (!WriteFacets(file.GetDevice(), *m_surface, points, m_format != Ascii) || !file.Commit()) {
-        throw ZORSysFileException(tr("cannot write file '%1': %2").arg(m_fileName, file.GetErrorString()));
+    if (!WriteFacets(file.GetDevice(), *d->surface, points, d->format != Ascii) || !file.Commit()) {
+        throw ZORSysFileException(tr("cannot write file '%1': %2").arg(d->fileName, file.GetErrorString()));
     }
-    return m_surface->GetNumTriangles();
+    return d->surface->GetNumTriangles();
 }

@@ -6,8 +6,9 @@
 #include <ZORSystem/ZORSysValue.h>
 
 #include <QCoreApplication>
-#include <QPointer>
 #include <QString>
+
+#include <memory>
 
 class ZORGeoSurface;
 
@@ -32,6 +33,7 @@ public:
     /// \param fileName  where to write; taken as it is and not changed
     /// \param surface   not owned; must live until Write()
     ZORGeoStlWriter(QString& fileName, const ZORGeoSurface* surface, FileFormats format);
+    ~ZORGeoStlWriter();
 
     /// Writes the file beside its final place and moves it there when it is complete: on failure a former
     /// file of that name is as it was. Devices and pipes are written directly.
@@ -44,7 +46,6 @@ public:
     int Write(ZORSysValue::Unit unit);
 
 private:
-    QString m_fileName;
-    QPointer<const ZORGeoSurface> m_surface; // not owned
-    FileFormats m_format;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

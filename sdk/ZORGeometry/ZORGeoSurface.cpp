@@ -61,11 +61,10 @@ void Check(const QList<ZORMathPoint>& vertices, const QList<ZORGeoSurface::Corne
 ZORGeoSurface::ZORGeoSurface(ZORGeoContainer* container, const QList<ZORMathPoint>& vertices,
                              const QList<Corners>& triangles)
     : ZORGeoGeometry(container)
-    , d_ptr(std::make_unique<ZORGeoSurfacePrivate>())
+    , d(std::make_unique<ZORGeoSurfacePrivate>())
 {
     ZOR_TRACE_CALL(container, vertices, triangles);
     Check(vertices, triangles);
-    Q_D(ZORGeoSurface);
     d->mesh = std::make_unique<const ZORGeoMesh>(vertices, triangles);
 }
 
@@ -73,13 +72,11 @@ ZORGeoSurface::~ZORGeoSurface() = default;
 
 int ZORGeoSurface::GetNumTriangles() const
 {
-    Q_D(const ZORGeoSurface);
     return d->mesh->GetNumTriangles();
 }
 
 void ZORGeoSurface::GetVertices(int triangle, ZORMathPoint& a, ZORMathPoint& b, ZORMathPoint& c) const
 {
-    Q_D(const ZORGeoSurface);
     Q_ASSERT(triangle >= 1 && triangle <= GetNumTriangles());
     const Corners& corners = d->mesh->triangles[triangle - 1];
     a = d->mesh->vertices[corners[0]];
@@ -89,7 +86,6 @@ void ZORGeoSurface::GetVertices(int triangle, ZORMathPoint& a, ZORMathPoint& b, 
 
 void ZORGeoSurface::GetNeighbors(int triangle, int& acrossAB, int& acrossBC, int& acrossCA) const
 {
-    Q_D(const ZORGeoSurface);
     Q_ASSERT(triangle >= 1 && triangle <= GetNumTriangles());
     acrossAB = int(d->mesh->GetNeighbor(triangle - 1, 0) / 4);
     acrossBC = int(d->mesh->GetNeighbor(triangle - 1, 1) / 4);
@@ -98,25 +94,21 @@ void ZORGeoSurface::GetNeighbors(int triangle, int& acrossAB, int& acrossBC, int
 
 const QList<ZORMathPoint>& ZORGeoSurface::GetVertexArray() const
 {
-    Q_D(const ZORGeoSurface);
     return d->mesh->vertices;
 }
 
 const QList<ZORGeoSurface::Corners>& ZORGeoSurface::GetCornerArray() const
 {
-    Q_D(const ZORGeoSurface);
     return d->mesh->triangles;
 }
 
 ZORMathBoundingBox ZORGeoSurface::GetBoundingBox() const
 {
-    Q_D(const ZORGeoSurface);
     return d->GetBox();
 }
 
 double ZORGeoSurface::GetArea() const
 {
-    Q_D(const ZORGeoSurface);
     double twice = 0;
     for (const Corners& corners : d->mesh->triangles) {
         const ZORMathPoint& a = d->mesh->vertices[corners[0]];
@@ -128,7 +120,6 @@ double ZORGeoSurface::GetArea() const
 ZORGeoLocationOnSurface ZORGeoSurface::Project(const ZORMathPoint& point) const
 {
     ZOR_TRACE_CALL(point);
-    Q_D(const ZORGeoSurface);
     if (!ZORGeoRange::Contains(point))
         return {};
     const auto [triangle, place] = d->GetTree().FindNearest(point);
@@ -141,7 +132,6 @@ ZORGeoLocationOnSurface ZORGeoSurface::IntersectRay(const ZORMathPoint& origin,
                                                     const ZORMathVector& direction, double* parameter) const
 {
     ZOR_TRACE_CALL(origin, direction);
-    Q_D(const ZORGeoSurface);
     const double largest =
         std::max({std::abs(direction.GetX()), std::abs(direction.GetY()), std::abs(direction.GetZ())});
     const bool hasDirection = largest >= 1 / ZORGeoRange::kLargestCoordinate;
@@ -162,7 +152,6 @@ ZORGeoLocationOnSurface ZORGeoSurface::IntersectRay(const ZORMathPoint& origin,
 QList<const ZORGeoTriangleEdgeCurve*> ZORGeoSurface::CreateEdges()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORGeoSurface);
     const auto loops = ZorGeoFindBorderLoops(*d->mesh);
     if (!loops.isEmpty() && !GetContainer())
         throw ZORSysException(tr("geometry has no container"));

@@ -103,7 +103,6 @@ public:
     QList<const ZORGeoTriangleEdgeCurve*> CreateEdges();
 
 private:
-    Q_DECLARE_PRIVATE(ZORGeoSurface)
     friend class ZORGeoSurfacePrivate;
-    const std::unique_ptr<ZORGeoSurfacePrivate> d_ptr;
+    const std::unique_ptr<ZORGeoSurfacePrivate> d;
 };

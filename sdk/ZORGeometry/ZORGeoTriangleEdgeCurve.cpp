@@ -61,9 +61,15 @@ QList<ZORGeoLocationOnSurface> LocationsOf(const ZORGeoSurface& surface, const Q
 
 } // namespace
 
+class ZORGeoTriangleEdgeCurve::Private
+{
+public:
+    QList<Edge> edges;
+};
+
 ZORGeoTriangleEdgeCurve::ZORGeoTriangleEdgeCurve(const ZORGeoSurface* surface, const QList<Edge>& edges)
     : ZORGeoCurveOnSurface(LocationsOf(*surface, edges), false)
-    , m_edges(edges)
+    , d(new Private{edges})
 {
     ZOR_TRACE_CALL(surface, edges);
 }
@@ -71,11 +77,16 @@ ZORGeoTriangleEdgeCurve::ZORGeoTriangleEdgeCurve(const ZORGeoSurface* surface, c
 ZORGeoTriangleEdgeCurve::ZORGeoTriangleEdgeCurve(ZORGeoContainer* container, const ZORMathSetOfPoints& points,
                                                  const QList<Edge>& edges)
     : ZORGeoCurveOnSurface(container, points)
-    , m_edges(edges)
+    , d(new Private{edges})
 {
 }
 
 ZORGeoTriangleEdgeCurve::~ZORGeoTriangleEdgeCurve() = default;
+
+const QList<Edge>& ZORGeoTriangleEdgeCurve::GetEdges() const
+{
+    return d->edges;
+}
 
 struct ZORGeoTriangleEdgeCurveStorage
 {

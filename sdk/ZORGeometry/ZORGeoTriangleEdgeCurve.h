@@ -4,6 +4,8 @@
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 
+#include <memory>
+
 /// A curve on a surface that follows sides of triangles; its segments are whole sides.
 /// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoTriangleEdgeCurve : public ZORGeoCurveOnSurface
@@ -27,7 +29,7 @@ public:
     ~ZORGeoTriangleEdgeCurve() override;
 
     /// The edges in the order of the curve, one fewer than points; none for a curve without edges.
-    const QList<Edge>& GetEdges() const { return m_edges; }
+    const QList<Edge>& GetEdges() const;
 
 private:
     friend struct ZORGeoTriangleEdgeCurveStorage;
@@ -35,5 +37,6 @@ private:
     ZORGeoTriangleEdgeCurve(ZORGeoContainer* container, const ZORMathSetOfPoints& points,
                             const QList<Edge>& edges);
 
-    const QList<Edge> m_edges;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

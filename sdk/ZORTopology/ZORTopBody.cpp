@@ -49,10 +49,9 @@ ZORTopBody::ZORTopBody(ZORGeoContainer* container, const ZORGeoGeometry* geometr
 
 ZORTopBody::ZORTopBody(ZORGeoContainer* container, const ZORGeoGeometry* geometry, double tolerance)
     : ZORGeoGeometry(container)
-    , d_ptr(std::make_unique<ZORTopBodyPrivate>())
+    , d(std::make_unique<ZORTopBodyPrivate>())
 {
     ZOR_TRACE_CALL(container, geometry, tolerance);
-    Q_D(ZORTopBody);
     d->structure = Divide(geometry, tolerance);
     d->tolerance = tolerance;
     if (geometry)
@@ -62,9 +61,8 @@ ZORTopBody::ZORTopBody(ZORGeoContainer* container, const ZORGeoGeometry* geometr
 ZORTopBody::ZORTopBody(ZORGeoContainer* container, ZORTopStructure structure,
                        const QList<const ZORGeoGeometry*>& parts)
     : ZORGeoGeometry(container)
-    , d_ptr(std::make_unique<ZORTopBodyPrivate>())
+    , d(std::make_unique<ZORTopBodyPrivate>())
 {
-    Q_D(ZORTopBody);
     d->structure = std::move(structure);
     d->parts.reserve(size_t(parts.size()));
     for (const ZORGeoGeometry* part : parts)
@@ -75,7 +73,6 @@ ZORTopBody::~ZORTopBody() = default;
 
 void ZORTopBody::AddPart(const ZORGeoGeometry* part)
 {
-    Q_D(ZORTopBody);
     d->parts.emplace_back(part, this);
     // Surfaces never change, and bodies of them are the ones that are expensive to divide.
     if (!qobject_cast<const ZORGeoSurface*>(part))
@@ -84,7 +81,6 @@ void ZORTopBody::AddPart(const ZORGeoGeometry* part)
 
 void ZORTopBody::UpdateShape()
 {
-    Q_D(ZORTopBody);
     if (d->IsComplete())
         d->Update();
 }
@@ -127,7 +123,6 @@ void ZORTopBodyPrivate::AddPointsOfEdge(int edge, ZORTopIndexLists& pointsOfEdge
 
 int ZORTopBody::GetDimension() const
 {
-    Q_D(const ZORTopBody);
     if (!d->IsComplete())
         return EmptyDimension;
     if (d->structure.GetNumFaces() > 0)
@@ -139,13 +134,11 @@ int ZORTopBody::GetDimension() const
 
 const ZORGeoGeometry* ZORTopBody::GetGeometry() const
 {
-    Q_D(const ZORTopBody);
     return d->parts.size() == 1 ? d->GetPart(0) : nullptr;
 }
 
 QList<const ZORGeoGeometry*> ZORTopBody::GetGeometries() const
 {
-    Q_D(const ZORTopBody);
     if (!d->IsComplete())
         return {};
     return {d->parts.begin(), d->parts.end()};
@@ -153,41 +146,35 @@ QList<const ZORGeoGeometry*> ZORTopBody::GetGeometries() const
 
 int ZORTopBody::GetNumVertices() const
 {
-    Q_D(const ZORTopBody);
     return d->IsComplete() ? d->structure.GetNumVertices() : 0;
 }
 
 int ZORTopBody::GetNumEdges() const
 {
-    Q_D(const ZORTopBody);
     return d->IsComplete() ? d->structure.GetNumEdges() : 0;
 }
 
 int ZORTopBody::GetNumFaces() const
 {
-    Q_D(const ZORTopBody);
     return d->IsComplete() ? d->structure.GetNumFaces() : 0;
 }
 
 ZORTopVertex ZORTopBody::GetVertex(int index) const
 {
-    Q_D(const ZORTopBody);
     Q_ASSERT(index >= 0 && index < GetNumVertices());
-    return {d, index};
+    return {d.get(), index};
 }
 
 ZORTopEdge ZORTopBody::GetEdge(int index) const
 {
-    Q_D(const ZORTopBody);
     Q_ASSERT(index >= 0 && index < GetNumEdges());
-    return {d, index};
+    return {d.get(), index};
 }
 
 ZORTopFace ZORTopBody::GetFace(int index) const
 {
-    Q_D(const ZORTopBody);
     Q_ASSERT(index >= 0 && index < GetNumFaces());
-    return {d, index};
+    return {d.get(), index};
 }
 
 namespace {
@@ -361,7 +348,7 @@ struct ZORTopBodyStorage
     /// The structure of a body that has lost geometry means nothing any more.
     static void Write(const ZORTopBody& body, ZORGeoObjectWriter& writer)
     {
-        const ZORTopBodyPrivate& data = *body.d_func();
+        const ZORTopBodyPrivate& data = *body.d;
         writer.WriteReferences("parts", {data.parts.begin(), data.parts.end()});
         if (data.IsComplete())
             WriteStructure(data.structure, writer);
@@ -375,7 +362,7 @@ struct ZORTopBodyStorage
         auto body = std::unique_ptr<ZORTopBody>(
             new ZORTopBody(container, isComplete ? ReadStructure(reader, parts) : ZORTopStructure(), parts));
         if (reader.Has("tolerance"))
-            body->d_func()->tolerance = ReadTolerance(reader);
+            body->d->tolerance = ReadTolerance(reader);
         return body.release();
     }
 };

@@ -86,6 +86,5 @@ private:
                const QList<const ZORGeoGeometry*>& parts);
     void AddPart(const ZORGeoGeometry* part);
 
-    Q_DECLARE_PRIVATE(ZORTopBody)
-    const std::unique_ptr<ZORTopBodyPrivate> d_ptr;
+    const std::unique_ptr<ZORTopBodyPrivate> d;
 };

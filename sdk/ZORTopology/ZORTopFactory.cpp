@@ -9,8 +9,16 @@
 #include <ZORSystem/ZORSysException.h>
 #include <ZORTopology/ZORTopBody.h>
 
+#include <QPointer>
+
+class ZORTopFactory::Private
+{
+public:
+    QPointer<ZORGeoContainer> container; // not owned
+};
+
 ZORTopFactory::ZORTopFactory(ZORGeoContainer* container)
-    : m_container(container)
+    : d(new Private{container})
 {
     ZOR_TRACE_CALL(container);
 }
@@ -51,7 +59,7 @@ ZORTopBody* ZORTopFactory::Project(const ZORTopBody* support, const ZORTopBody* 
         return nullptr;
     // Not make_unique: the constructor is for the factory only.
     std::unique_ptr<ZORTopBody> body(
-        new ZORTopBody(m_container, projection.GetStructure(), projection.GetParts()));
+        new ZORTopBody(d->container, projection.GetStructure(), projection.GetParts()));
     body->Initialize();
     projection.Release();
     return body.release();
@@ -59,14 +67,14 @@ ZORTopBody* ZORTopFactory::Project(const ZORTopBody* support, const ZORTopBody* 
 
 void ZORTopFactory::RequireContainer() const
 {
-    if (!m_container)
+    if (!d->container)
         throw ZORSysException(tr("geometry has no container"));
 }
 
 ZORTopBody* ZORTopFactory::Create(const ZORGeoGeometry* geometry, double tolerance)
 {
     RequireContainer();
-    auto body = std::make_unique<ZORTopBody>(m_container, geometry, tolerance);
+    auto body = std::make_unique<ZORTopBody>(d->container, geometry, tolerance);
     if (body->GetDimension() == ZORTopBody::EmptyDimension)
         return nullptr;
     body->Initialize();

@@ -5,7 +5,8 @@
 #include <ZORTopology/ZORTopologyGlobal.h>
 
 #include <QCoreApplication>
-#include <QPointer>
+
+#include <memory>
 
 class ZORGeoContainer;
 class ZORGeoCurve;
@@ -60,5 +61,6 @@ private:
     void RequireContainer() const;
     ZORTopBody* Create(const ZORGeoGeometry* geometry, double tolerance);
 
-    QPointer<ZORGeoContainer> m_container; // not owned
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -13,7 +13,7 @@
 class ZORGeoSurfacePrivate
 {
 public:
-    static const ZORGeoSurfacePrivate& Of(const ZORGeoSurface& surface) { return *surface.d_ptr; }
+    static const ZORGeoSurfacePrivate& Of(const ZORGeoSurface& surface) { return *surface.d; }
 
     // Made on first use, by whichever thread comes first.
     const ZORGeoMeshTree& GetTree() const;

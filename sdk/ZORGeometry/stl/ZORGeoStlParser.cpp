@@ -1,6 +1,7 @@
 #include "ZORGeoStlContent_p.h"
 #include "ZORGeoStlNumber_p.h"
 #include "ZORGeoStlParser_p.h"
+#include "ZORGeoStlReport_p.h"
 
 #include <ZORGeometry/ZORGeoStlLoader.h>
 #include <ZORSystem/ZORSysFileException.h>
@@ -191,9 +192,9 @@ void ZORGeoStlParser::ParseBinary()
     m_builder.Reserve(std::min(expected, kLargestReserve));
     const qint64 facets = ForEachBinaryFacet(
         expected, [this](const std::array<quint32, 9>& corners) { m_builder.AddFacet(corners.data()); });
-    m_report.missing = std::max(announced, expected) - facets;
-    m_report.trailingBytes = m_report.missing > 0 ? 0 : bytes - kFacetSize * facets;
-    m_hasContent = announced > 0 || facets > 0 || m_report.trailingBytes >= kFacetSize;
+    m_report.d->missing = std::max(announced, expected) - facets;
+    m_report.d->trailingBytes = m_report.d->missing > 0 ? 0 : bytes - kFacetSize * facets;
+    m_hasContent = announced > 0 || facets > 0 || m_report.d->trailingBytes >= kFacetSize;
     EndSolid();
 }
 
@@ -282,8 +283,8 @@ void ZORGeoStlParser::ParseVertex(const char*& at, const char* end)
     if (m_isReadable) {
         m_builder.AddFacet(m_coordinates.data());
     } else {
-        ++m_report.facets;
-        ++m_report.unreadable;
+        ++m_report.d->facets;
+        ++m_report.d->unreadable;
     }
     m_corners = 0;
     m_isReadable = true;
@@ -310,8 +311,8 @@ void ZORGeoStlParser::BeginSolid(const char*& at, const char* end)
 void ZORGeoStlParser::EndFacet()
 {
     if (m_corners > 0 || m_inFacet) {
-        ++m_report.facets;
-        ++m_report.incomplete;
+        ++m_report.d->facets;
+        ++m_report.d->incomplete;
     }
     m_corners = 0;
     m_isReadable = true;
@@ -326,5 +327,5 @@ void ZORGeoStlParser::EndSolid()
     if (!solid.triangles.isEmpty())
         m_solids.push_back(std::move(solid));
     else if (m_inSolid)
-        ++m_report.emptySolids;
+        ++m_report.d->emptySolids;
 }

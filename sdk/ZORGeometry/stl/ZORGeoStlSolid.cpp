@@ -1,3 +1,4 @@
+#include "ZORGeoStlReport_p.h"
 #include "ZORGeoStlSolid_p.h"
 
 #include <bit>
@@ -65,7 +66,7 @@ void ZORGeoStlSolidBuilder::Flush()
             bits = bits == 0x80000000 ? 0 : bits;
         }
         if (!isFinite) {
-            ++m_report->nonFinite;
+            ++m_report->d->nonFinite;
             continue;
         }
         for (size_t corner = 0; corner < 3; ++corner) {
@@ -81,11 +82,11 @@ void ZORGeoStlSolidBuilder::Flush()
         const int b = m_welder.Weld({facet[3], facet[4], facet[5]}, hashes[i][1]);
         const int c = m_welder.Weld({facet[6], facet[7], facet[8]}, hashes[i][2]);
         if (a == b || b == c || c == a)
-            ++m_report->degenerate;
+            ++m_report->d->degenerate;
         else
             m_triangles.append({a, b, c});
     }
-    m_report->facets += qint64(m_blockSize);
+    m_report->d->facets += qint64(m_blockSize);
     m_blockSize = 0;
 }
 

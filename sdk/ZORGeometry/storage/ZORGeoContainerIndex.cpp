@@ -40,7 +40,7 @@ ZORGeoGeometry* ZORGeoContainerIndex::FindBetweenHoles(qsizetype index) const
 
 void ZORGeoContainerIndex::Append(ZORGeoGeometry* geometry)
 {
-    geometry->d_ptr->slot = m_slots.size();
+    geometry->d->slot = m_slots.size();
     m_slots.append(geometry);
     ++m_live;
     if (m_tree.empty())
@@ -54,8 +54,8 @@ void ZORGeoContainerIndex::Append(ZORGeoGeometry* geometry)
 
 void ZORGeoContainerIndex::Remove(ZORGeoGeometry* geometry)
 {
-    const qsizetype slot = geometry->d_ptr->slot;
-    geometry->d_ptr->slot = -1;
+    const qsizetype slot = geometry->d->slot;
+    geometry->d->slot = -1;
     m_slots[slot] = nullptr;
     --m_live;
     if (!m_tree.empty()) {
@@ -103,7 +103,7 @@ void ZORGeoContainerIndex::Pack() const
 {
     m_slots.removeAll(nullptr);
     for (qsizetype slot = m_first = 0; slot < m_slots.size(); ++slot)
-        m_slots[slot]->d_ptr->slot = slot;
+        m_slots[slot]->d->slot = slot;
     m_tree.clear();
     m_lookups = 0;
     m_hasHoles.store(false, std::memory_order_release);

@@ -5,9 +5,11 @@
 #include "ZORGeoContainerIndex_p.h"
 #include "ZORGeoContainerNames_p.h"
 
+#include <ZORGeometry/ZORGeoContainer.h>
+
 #include <mutex>
 
-class ZORGeoContainerPrivate
+class ZORGeoContainer::Private
 {
 public:
     void Register(ZORGeoGeometry* geometry);

@@ -3,11 +3,12 @@
 #pragma once
 
 #include <ZORGeometry/ZORGeoContainer.h>
+#include <ZORGeometry/ZORGeoGeometry.h>
 
 #include <QPointer>
 #include <QString>
 
-class ZORGeoGeometryPrivate
+class ZORGeoGeometry::Private
 {
 public:
     enum class State {

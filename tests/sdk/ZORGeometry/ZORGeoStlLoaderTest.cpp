@@ -154,14 +154,14 @@ TEST_F(ZORGeoStlLoaderContentTest, TheHeaderNeverDecidesTheForm)
     EXPECT_EQ(QString("1/3"), Load(BinaryStl({kFirstFacet}, -1, "solid facet normal vertex endsolid")));
     ExpectWarning("1 bytes behind the last facet");
     EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, kSecondFacet}, -1, "solid part") + '\n'));
-    EXPECT_EQ(1, report.trailingBytes);
+    EXPECT_EQ(1, report.GetNumTrailingBytes());
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, AShortBinaryFileGivesItsGoodFacets)
 {
     ExpectWarning("2 of 2 facets used; left out: 5 announced but missing");
     EXPECT_EQ(QString("2/4"), Load(BinaryStl({kFirstFacet, kSecondFacet}, 7)));
-    EXPECT_EQ(5, report.missing);
+    EXPECT_EQ(5, report.GetNumMissing());
     ExpectWarning("1 of 1 facets used; left out: 1 announced but missing");
     EXPECT_EQ(QString("1/3"), Load(BinaryStl({kFirstFacet, kSecondFacet}).chopped(1)));
     ExpectWarning("2 of 2 facets used; left out: 4294967293 announced but missing");
@@ -192,7 +192,7 @@ TEST_F(ZORGeoStlLoaderContentTest, DegenerateFacetsAreLeftOutAndThinOnesStay)
     ExpectWarning("2 of 3 facets used; left out: 1 degenerate");
     EXPECT_EQ(QString("2/5"),
               Load(BinaryStl({kFirstFacet, {0, 0, 0, 1, 0, 0, 0, 0, 0}, {1, 0, 0, 2, 0, 0, 3, 0, 0}})));
-    EXPECT_EQ(1, report.degenerate);
+    EXPECT_EQ(1, report.GetNumDegenerate());
 }
 
 TEST_F(ZORGeoStlLoaderContentTest, AsciiIsReadInEveryShape)
@@ -309,7 +309,7 @@ TEST_F(ZORGeoStlLoaderContentTest, EverySolidIsASurfaceNamedAfterIt)
     for (const ZORGeoSurface* surface : surfaces)
         names.append(surface->objectName());
     EXPECT_EQ(QStringList({"wing skin", "rib", "rib.2", "Surface.1"}), names);
-    EXPECT_EQ(1, report.emptySolids);
+    EXPECT_EQ(1, report.GetNumEmptySolids());
     EXPECT_FALSE(report.HasLosses());
 }
 

@@ -115,16 +115,16 @@ TEST_F(ZORGeoStlContentTest, OnlyAGrossCountWithMostFacetsNotFiniteIsRefused)
         "allows %2, and %3 of them are not finite or out of range";
     EXPECT_EQ(message.arg(u"9", u"4", u"3"), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet}, 9)));
     EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet}, 8))) << "a file cut in half";
-    EXPECT_EQ(4, report.missing);
+    EXPECT_EQ(4, report.GetNumMissing());
     EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kFirstFacet, kSecondFacet}, 1000000)));
     EXPECT_EQ(2, report.GetNumUsed());
-    EXPECT_EQ(999996, report.missing);
+    EXPECT_EQ(999996, report.GetNumMissing());
     EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet})));
     EXPECT_EQ(QString(), Refuse(BinaryStl({kBad, kBad, kBad, kFirstFacet}, 0))) << "a writer that streams";
     EXPECT_EQ(message.arg(u"1", u"4", u"1"),
               Refuse(BinaryStl({kBad, kFirstFacet, kFirstFacet, kFirstFacet}, 1)));
     EXPECT_EQ(QString(), Refuse(BinaryStl({kFirstFacet, kBad, kBad, kBad}, 1)));
-    EXPECT_EQ(150, report.trailingBytes);
+    EXPECT_EQ(150, report.GetNumTrailingBytes());
     const StlFacet large = {1e19f, 0, 0, 1, 0, 0, 0, 1, 0}, tiny = {1e-40f, 0, 0, 1, 0, 0, 0, 1, 0};
     EXPECT_EQ(message.arg(u"9", u"3", u"2"), Refuse(BinaryStl({large, tiny, kFirstFacet}, 9)));
     EXPECT_EQ(QString(), Refuse(BinaryStl({{4e18f, 0, 0, -1.2e-38f, 0, 0, -0.0f, 1, 0}}, 9)));
@@ -198,10 +198,10 @@ TEST_F(ZORGeoStlContentTest, AFileThatIsShortenedWhileItIsReadGivesWhatIsLeft)
         ShrinkingFile binary(Save(ManyBinaryFacets(200000)), remaining);
         ASSERT_TRUE(binary.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
         Load(binary);
-        EXPECT_EQ(200000, report.facets + report.missing);
-        EXPECT_GT(report.missing, 50000);
-        EXPECT_GT(report.facets, 0);
-        EXPECT_EQ(0, report.trailingBytes);
+        EXPECT_EQ(200000, report.GetNumFacets() + report.GetNumMissing());
+        EXPECT_GT(report.GetNumMissing(), 50000);
+        EXPECT_GT(report.GetNumFacets(), 0);
+        EXPECT_EQ(0, report.GetNumTrailingBytes());
         ShrinkingFile ascii(Save(ManyAsciiFacets(100000)), remaining);
         ASSERT_TRUE(ascii.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
         Load(ascii);
