@@ -13,6 +13,7 @@
 #include <QColor>
 
 #include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -47,6 +48,12 @@ bool HasFiniteGroup(const ZORMathSetOfPoints& points, qsizetype count, qsizetype
 }
 
 } // namespace
+
+class ZORDebugVizContainer::Private
+{
+public:
+    std::vector<std::unique_ptr<ZORDebugVizObject>> objects;
+};
 
 /// Primitives of the object that is being added.
 class ZORDebugVizContainer::Drawing
@@ -83,7 +90,7 @@ public:
         std::unique_ptr<ZORVisRep> rep;
         if (!m_primitives.isEmpty())
             rep = std::make_unique<ZORVisRepGraphics>(m_primitives, options);
-        GetContainer()->m_objects.push_back(std::make_unique<ZORDebugVizObject>(std::move(rep), m_label));
+        GetContainer()->d->objects.push_back(std::make_unique<ZORDebugVizObject>(std::move(rep), m_label));
     }
 
     ZORVisOptions options;
@@ -93,7 +100,11 @@ private:
     QString m_label;
 };
 
-ZORDebugVizContainer::ZORDebugVizContainer() = default;
+ZORDebugVizContainer::ZORDebugVizContainer()
+    : d(std::make_unique<Private>())
+{
+}
+
 ZORDebugVizContainer::~ZORDebugVizContainer() = default;
 
 ZORDebugVizContainer* ZORDebugVizContainer::GetContainer()
@@ -104,19 +115,20 @@ ZORDebugVizContainer* ZORDebugVizContainer::GetContainer()
 
 int ZORDebugVizContainer::GetNumObjects() const
 {
-    return static_cast<int>(m_objects.size());
+    return static_cast<int>(d->objects.size());
 }
 
 ZORDebugVizObject* ZORDebugVizContainer::GetObject(int index) const
 {
     ZOR_TRACE_CALL(index);
-    return index >= 0 && index < GetNumObjects() ? m_objects[static_cast<std::size_t>(index)].get() : nullptr;
+    return index >= 0 && index < GetNumObjects() ? d->objects[static_cast<std::size_t>(index)].get()
+                                                 : nullptr;
 }
 
 void ZORDebugVizContainer::RemoveAllObjects()
 {
     ZOR_TRACE_CALL();
-    m_objects.clear();
+    d->objects.clear();
 }
 
 void ZORDebugVizContainer::AddPoint(const ZORMathPoint& point, unsigned r, unsigned g, unsigned b, int symbol,

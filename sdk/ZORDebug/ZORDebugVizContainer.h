@@ -8,7 +8,6 @@
 #include <QtGlobal>
 
 #include <memory>
-#include <vector>
 
 class ZORDebugVizObject;
 class ZORMathPoint;
@@ -66,5 +65,6 @@ private:
     Q_DISABLE_COPY_MOVE(ZORDebugVizContainer)
 
     class Drawing;
-    std::vector<std::unique_ptr<ZORDebugVizObject>> m_objects;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -23,10 +23,10 @@ public:
 
     /// The drawing, its label included. Owned by the object. Null when nothing was drawable: no finite
     /// point, a single point as a polyline, an empty text.
-    ZORVisRep* GetRep() const { return m_rep.get(); }
-    const QString& GetLabel() const { return m_label; }
+    ZORVisRep* GetRep() const;
+    const QString& GetLabel() const;
 
 private:
-    std::unique_ptr<ZORVisRep> m_rep;
-    QString m_label;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -6,9 +6,15 @@
 
 #include <QByteArray>
 #include <QColor>
+#include <QSharedDataPointer>
+
+class ZORVisOptionsData;
 
 /// Display options of one representation. Every combination of values is accepted: what cannot be drawn
 /// as it is (an invalid colour, a code out of range) is drawn as the default of its kind.
+///
+/// A value: copies share their data until one of them is changed, O(1). One that was moved from may only be assigned or
+/// destroyed.
 ///
 /// Thread safety: reentrant; objects may be shared read-only.
 class ZORVISUALIZATION_EXPORT ZORVisOptions
@@ -49,40 +55,45 @@ public:
 
     /// Default colour, solid lines of thickness 1, crosses, text size 13.
     ZORVisOptions();
+    ZORVisOptions(const ZORVisOptions& other);
+    ZORVisOptions(ZORVisOptions&& other) noexcept;
+    ZORVisOptions& operator=(const ZORVisOptions& other);
+    ZORVisOptions& operator=(ZORVisOptions&& other) noexcept;
+    ~ZORVisOptions();
+    void swap(ZORVisOptions& other) noexcept { d.swap(other.d); }
 
     /// \param color  its alpha is the opacity of surfaces and lines; invalid for the default colour
     void SetColor(const QColor& color);
-    QColor GetColor() const { return m_color; }
+    QColor GetColor() const;
     /// GetColor(), or the default colour, grey (160, 160, 164), where that is invalid.
     QColor GetDrawnColor() const;
 
     /// \param thickness  device independent pixels; drawn within 1 ... 32, not a number as 1
     void SetLineThickness(double thickness);
-    double GetLineThickness() const { return m_lineThickness; }
+    double GetLineThickness() const;
     /// GetLineThickness() within the limits of what is drawn.
     double GetDrawnThickness() const;
 
     void SetLineStyle(LineStyle style);
-    LineStyle GetLineStyle() const { return m_lineStyle; }
+    LineStyle GetLineStyle() const;
 
     void SetPointSymbol(PointSymbol symbol);
-    PointSymbol GetPointSymbol() const { return m_pointSymbol; }
+    PointSymbol GetPointSymbol() const;
 
     /// \param size  height of the font: device independent pixels for texts of fixed size, millimetres for
     ///              scalable texts; drawn as 13 unless positive and finite
     void SetTextSize(double size);
-    double GetTextSize() const { return m_textSize; }
+    double GetTextSize() const;
     /// GetTextSize(), or 13 where that cannot be drawn.
     double GetDrawnTextSize() const;
 
-    friend bool operator==(const ZORVisOptions&, const ZORVisOptions&) = default;
+    /// Equal values of all options.
+    friend ZORVISUALIZATION_EXPORT bool operator==(const ZORVisOptions& a, const ZORVisOptions& b);
     /// (colour as #aarrggbb or none, thickness, style, symbol, text size)
     friend ZORVISUALIZATION_EXPORT void ZorTraceAppend(QByteArray& out, const ZORVisOptions& options);
 
 private:
-    QColor m_color;
-    double m_lineThickness = 1;
-    LineStyle m_lineStyle = Solid;
-    PointSymbol m_pointSymbol = Cross;
-    double m_textSize = 13;
+    QSharedDataPointer<ZORVisOptionsData> d;
 };
+
+Q_DECLARE_SHARED(ZORVisOptions)

@@ -2,8 +2,14 @@
 
 #include "scene/ZORVisDrawing_p.h"
 
+class ZORVisRep::Private
+{
+public:
+    Items items;
+};
+
 ZORVisRep::ZORVisRep(Items items)
-    : m_items(std::move(items))
+    : d(new Private{std::move(items)})
 {
 }
 
@@ -12,9 +18,14 @@ ZORVisRep::~ZORVisRep() = default;
 ZORMathBoundingBox ZORVisRep::GetBoundingBox() const
 {
     ZORMathBoundingBox box;
-    for (const auto& item : m_items) {
+    for (const auto& item : d->items) {
         for (const auto& primitive : item->primitives)
             box.Add(primitive->box);
     }
     return box;
+}
+
+const ZORVisRep::Items& ZORVisRep::GetItems() const
+{
+    return d->items;
 }

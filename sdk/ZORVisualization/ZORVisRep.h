@@ -24,11 +24,12 @@ public:
     ZORMathBoundingBox GetBoundingBox() const;
 
     /// The drawing data, one item per set of options, in drawing order; for the module itself.
-    const Items& GetItems() const { return m_items; }
+    const Items& GetItems() const;
 
 protected:
     explicit ZORVisRep(Items items);
 
 private:
-    Items m_items;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

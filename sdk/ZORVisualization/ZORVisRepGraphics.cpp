@@ -29,17 +29,33 @@ ZORVisRep::Items ItemOf(const QList<const ZORVisPrimitive*>& primitives, const Z
 
 } // namespace
 
+class ZORVisRepGraphics::Private
+{
+public:
+    QList<const ZORVisPrimitive*> primitives; // owned
+    ZORVisOptions options;
+};
+
 ZORVisRepGraphics::ZORVisRepGraphics(const QList<const ZORVisPrimitive*>& primitives,
                                      const ZORVisOptions& options)
     : ZORVisRep(ItemOf(primitives, options))
-    , m_primitives(WithoutNull(primitives))
-    , m_options(options)
+    , d(new Private{WithoutNull(primitives), options})
 {
     ZOR_TRACE_CALL(primitives, options);
 }
 
 ZORVisRepGraphics::~ZORVisRepGraphics()
 {
-    const QSet<const ZORVisPrimitive*> each(m_primitives.cbegin(), m_primitives.cend());
+    const QSet<const ZORVisPrimitive*> each(d->primitives.cbegin(), d->primitives.cend());
     qDeleteAll(each);
+}
+
+const QList<const ZORVisPrimitive*>& ZORVisRepGraphics::GetPrimitives() const
+{
+    return d->primitives;
+}
+
+const ZORVisOptions& ZORVisRepGraphics::GetOptions() const
+{
+    return d->options;
 }

@@ -7,6 +7,8 @@
 
 #include <QList>
 
+#include <memory>
+
 class ZORVisPrimitive;
 
 /// Primitives drawn with one set of options.
@@ -19,10 +21,10 @@ public:
     ~ZORVisRepGraphics() override;
 
     /// The primitives in their order; owned by the representation.
-    const QList<const ZORVisPrimitive*>& GetPrimitives() const { return m_primitives; }
-    const ZORVisOptions& GetOptions() const { return m_options; }
+    const QList<const ZORVisPrimitive*>& GetPrimitives() const;
+    const ZORVisOptions& GetOptions() const;
 
 private:
-    QList<const ZORVisPrimitive*> m_primitives; // owned
-    ZORVisOptions m_options;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

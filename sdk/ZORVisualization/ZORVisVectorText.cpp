@@ -45,7 +45,9 @@ ZORVisVectorText::ZORVisVectorText()
 }
 
 ZORVisVectorText::ZORVisVectorText(const ZORVisVectorText& other) = default;
+ZORVisVectorText::ZORVisVectorText(ZORVisVectorText&& other) noexcept = default;
 ZORVisVectorText& ZORVisVectorText::operator=(const ZORVisVectorText& other) = default;
+ZORVisVectorText& ZORVisVectorText::operator=(ZORVisVectorText&& other) noexcept = default;
 ZORVisVectorText::~ZORVisVectorText() = default;
 
 QList<ZORVisVectorText::Anchor> ZORVisVectorText::GetAnchors()

@@ -15,7 +15,8 @@
 class ZORMathPlane;
 class ZORVisVectorTextData;
 
-/// Lays out a text in a plane and gives its strokes. A value; copies share their data.
+/// Lays out a text in a plane and gives its strokes. A value: copies share their data until one of them is changed,
+/// O(1). One that was moved from may only be assigned or destroyed.
 ///
 /// Lengths are millimetres for a plane with directions of length 1: a place (x, y) of the layout, x along the
 /// baseline, is the point GetPlane().Evaluate(x, y). Longer, shorter, skew or zero directions scale, slant or
@@ -84,8 +85,11 @@ public:
     /// horizontal, left-justified, without tilt, decorations and additional spacings.
     ZORVisVectorText();
     ZORVisVectorText(const ZORVisVectorText& other);
+    ZORVisVectorText(ZORVisVectorText&& other) noexcept;
     ZORVisVectorText& operator=(const ZORVisVectorText& other);
+    ZORVisVectorText& operator=(ZORVisVectorText&& other) noexcept;
     ~ZORVisVectorText();
+    void swap(ZORVisVectorText& other) noexcept { d.swap(other.d); }
 
     /// All codes in the order of their numbers, and their names for users; empty for an unknown code.
     static QList<Anchor> GetAnchors();
@@ -138,4 +142,5 @@ private:
     QSharedDataPointer<ZORVisVectorTextData> d;
 };
 
+Q_DECLARE_SHARED(ZORVisVectorText)
 Q_DECLARE_OPERATORS_FOR_FLAGS(ZORVisVectorText::Decorations)

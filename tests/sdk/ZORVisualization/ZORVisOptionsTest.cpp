@@ -1,4 +1,7 @@
+#include "support/SharedValue.h"
+
 #include <ZORVisualization/ZORVisOptions.h>
+#include <ZORVisualization/ZORVisVectorText.h>
 
 #include <gtest/gtest.h>
 
@@ -71,4 +74,36 @@ TEST(ZORVisOptionsTest, PrintsItselfInTraces)
     options.SetColor(Qt::red);
     options.SetLineStyle(ZORVisOptions::Chain);
     EXPECT_EQ(TraceOf(options), "(#ffff0000, 1, 4, 0, 13)");
+}
+
+TEST(ZORVisOptionsTest, CopiesAreIndependent)
+{
+    const ZORVisOptions options;
+    ExpectSharedValue(
+        options, [](ZORVisOptions& changed) { changed.SetLineThickness(3); },
+        [](const ZORVisOptions& value) { return value.GetLineThickness(); });
+    ExpectSharedValue(
+        options, [](ZORVisOptions& changed) { changed.SetColor(QColor(1, 2, 3)); },
+        [](const ZORVisOptions& value) { return value.GetColor().name().toStdString(); });
+    ExpectSharedValue(
+        ZORVisVectorText(), [](ZORVisVectorText& changed) { changed.SetTextSize(3); },
+        [](const ZORVisVectorText& value) { return value.GetTextSize(); });
+}
+
+TEST(ZORVisOptionsTest, OptionsAreEqualIfAllTheirValuesAre)
+{
+    const ZORVisOptions options;
+    EXPECT_EQ(options, ZORVisOptions());
+    const auto expectDifferent = [&options](const auto& change) {
+        ZORVisOptions changed = options;
+        change(changed);
+        EXPECT_NE(options, changed);
+        changed = options;
+        EXPECT_EQ(options, changed);
+    };
+    expectDifferent([](ZORVisOptions& changed) { changed.SetColor(Qt::red); });
+    expectDifferent([](ZORVisOptions& changed) { changed.SetLineThickness(2); });
+    expectDifferent([](ZORVisOptions& changed) { changed.SetLineStyle(ZORVisOptions::Dash); });
+    expectDifferent([](ZORVisOptions& changed) { changed.SetPointSymbol(ZORVisOptions::Star); });
+    expectDifferent([](ZORVisOptions& changed) { changed.SetTextSize(2); });
 }
