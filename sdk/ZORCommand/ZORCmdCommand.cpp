@@ -2,6 +2,15 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
+class ZORCmdCommand::Private
+{
+public:
+    Interaction interaction;
+    UndoScope undoScope;
+    QString title;
+    bool finishing = false;
+};
+
 ZORCmdCommand::ZORCmdCommand(QObject* parent, int interaction, int undoScope)
     : ZORCmdCommand(Untraced::Construction, parent, interaction, undoScope)
 {
@@ -10,25 +19,44 @@ ZORCmdCommand::ZORCmdCommand(QObject* parent, int interaction, int undoScope)
 
 ZORCmdCommand::ZORCmdCommand(Untraced, QObject* parent, int interaction, int undoScope)
     : QObject(parent)
-    , m_interaction(static_cast<Interaction>(interaction))
-    , m_undoScope(static_cast<UndoScope>(undoScope))
+    , d(new Private{static_cast<Interaction>(interaction), static_cast<UndoScope>(undoScope), {}})
 {
 }
 
 ZORCmdCommand::~ZORCmdCommand() = default;
 
+ZORCmdCommand::Interaction ZORCmdCommand::GetInteraction() const
+{
+    return d->interaction;
+}
+
+ZORCmdCommand::UndoScope ZORCmdCommand::GetUndoScope() const
+{
+    return d->undoScope;
+}
+
+QString ZORCmdCommand::GetTitle() const
+{
+    return d->title;
+}
+
+bool ZORCmdCommand::IsFinishing() const
+{
+    return d->finishing;
+}
+
 void ZORCmdCommand::SetTitle(const QString& title)
 {
     ZOR_TRACE_CALL(title);
-    m_title = title;
+    d->title = title;
 }
 
 void ZORCmdCommand::FinishLater()
 {
     ZOR_TRACE_CALL();
-    if (m_finishing)
+    if (d->finishing)
         return;
-    m_finishing = true;
+    d->finishing = true;
     QMetaObject::invokeMethod(
         this,
         [this] {

@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
 /// One run of a command: created by the controller when its action is triggered, started, and deleted
 /// some time after it called FinishLater().
 ///
@@ -38,11 +40,11 @@ public:
     ZORCmdCommand(QObject* parent, int interaction, int undoScope);
     ~ZORCmdCommand() override;
 
-    Interaction GetInteraction() const { return m_interaction; }
-    UndoScope GetUndoScope() const { return m_undoScope; }
+    Interaction GetInteraction() const;
+    UndoScope GetUndoScope() const;
 
     /// Text of the action that started the command, for titles; empty when it was not started by one.
-    QString GetTitle() const { return m_title; }
+    QString GetTitle() const;
     void SetTitle(const QString& title);
 
     /// Runs the command; it may go on living until it calls FinishLater().
@@ -52,7 +54,7 @@ public:
     /// Ends the command: it emits Finished() and deletes itself from the event loop. Further calls do
     /// nothing.
     void FinishLater();
-    bool IsFinishing() const { return m_finishing; }
+    bool IsFinishing() const;
 
 signals:
     void Finished();
@@ -63,8 +65,6 @@ protected:
     ZORCmdCommand(Untraced, QObject* parent, int interaction, int undoScope);
 
 private:
-    QString m_title;
-    Interaction m_interaction;
-    UndoScope m_undoScope;
-    bool m_finishing = false;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -5,8 +5,18 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <QPointer>
+
+class ZORCmdDialogCommand::Private
+{
+public:
+    QString problem;
+    QPointer<QWidget> content; // owned by the frame as long as both live
+};
+
 ZORCmdDialogCommand::ZORCmdDialogCommand(QObject* parent, int interaction, int undoScope)
     : ZORCmdCommand(Untraced::Construction, parent, interaction, undoScope)
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(parent, interaction, undoScope);
 }
@@ -14,7 +24,17 @@ ZORCmdDialogCommand::ZORCmdDialogCommand(QObject* parent, int interaction, int u
 ZORCmdDialogCommand::~ZORCmdDialogCommand()
 {
     // Its class may come from the library of the command, which may be unloaded next.
-    delete m_content;
+    delete d->content;
+}
+
+QWidget* ZORCmdDialogCommand::GetContentWidget() const
+{
+    return d->content;
+}
+
+QString ZORCmdDialogCommand::GetProblem() const
+{
+    return d->problem;
 }
 
 void ZORCmdDialogCommand::Start()
@@ -29,12 +49,12 @@ void ZORCmdDialogCommand::Start()
 QWidget* ZORCmdDialogCommand::BuildContent(QWidget* parent)
 {
     ZOR_TRACE_CALL(parent);
-    if (m_content)
+    if (d->content)
         throw ZORSysException(tr("content of the command was built already"));
-    m_content = CreateContent(parent);
-    if (!m_content)
+    d->content = CreateContent(parent);
+    if (!d->content)
         throw ZORSysException(tr("command has no content"));
-    return m_content;
+    return d->content;
 }
 
 void ZORCmdDialogCommand::Accept()
@@ -42,8 +62,8 @@ void ZORCmdDialogCommand::Accept()
     ZOR_TRACE_CALL();
     if (IsFinishing())
         return;
-    if (!m_problem.isEmpty())
-        throw ZORSysException(m_problem);
+    if (!d->problem.isEmpty())
+        throw ZORSysException(d->problem);
     Commit();
     FinishLater();
 }
@@ -58,8 +78,8 @@ void ZORCmdDialogCommand::Commit() {}
 
 void ZORCmdDialogCommand::SetProblem(const QString& problem)
 {
-    if (problem == m_problem)
+    if (problem == d->problem)
         return;
-    m_problem = problem;
+    d->problem = problem;
     emit ProblemChanged(problem);
 }

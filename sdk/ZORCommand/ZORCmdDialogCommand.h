@@ -4,8 +4,9 @@
 
 #include <ZORCommand/ZORCmdCommand.h>
 
-#include <QPointer>
 #include <QWidget>
+
+#include <memory>
 
 /// A command whose content widget the application shows in its own frame with OK and Cancel.
 /// Thread safety: main thread only.
@@ -27,11 +28,11 @@ public:
     /// \throws ZORSysException "content of the command was built already", "command has no content"
     QWidget* BuildContent(QWidget* parent);
     /// The content; null before BuildContent() and after its frame was destroyed.
-    QWidget* GetContentWidget() const { return m_content; }
+    QWidget* GetContentWidget() const;
 
     /// What is wrong with the input, a sentence for the user; empty when Accept() may be tried. A frame shows it
     /// and offers no OK meanwhile.
-    QString GetProblem() const { return m_problem; }
+    QString GetProblem() const;
 
     /// For the frame: OK. Commits, then finishes the command; does nothing once it is finishing.
     /// \throws ZORSysException the problem, if there is one, and from Commit(); the command then goes on and the
@@ -54,6 +55,6 @@ protected:
     void SetProblem(const QString& problem);
 
 private:
-    QString m_problem;
-    QPointer<QWidget> m_content; // owned by the frame as long as both live
+    class Private;
+    const std::unique_ptr<Private> d;
 };

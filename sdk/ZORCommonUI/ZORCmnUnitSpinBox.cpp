@@ -16,8 +16,17 @@ constexpr int kShownDecimals = 6;
 
 } // namespace
 
+class ZORCmnUnitSpinBox::Private
+{
+public:
+    double factor = 1;     // internal units in a shown unit
+    double exact = 0;      // internal value behind the number exactShown
+    double exactShown = 0; // not a number when there is none
+};
+
 ZORCmnUnitSpinBox::ZORCmnUnitSpinBox(QWidget* parent)
     : QDoubleSpinBox(parent)
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(parent);
     setDecimals(kShownDecimals);
@@ -29,7 +38,7 @@ ZORCmnUnitSpinBox::~ZORCmnUnitSpinBox() = default;
 
 double ZORCmnUnitSpinBox::GetInternalValue() const
 {
-    return value() == m_exactShown ? m_exact : value() * m_factor;
+    return value() == d->exactShown ? d->exact : value() * d->factor;
 }
 
 void ZORCmnUnitSpinBox::SetInternalValue(double value)
@@ -41,11 +50,11 @@ void ZORCmnUnitSpinBox::SetInternalValue(double value)
 
 void ZORCmnUnitSpinBox::Show(double internal)
 {
-    const double wanted = internal / m_factor;
+    const double wanted = internal / d->factor;
     setValue(wanted);
     const bool isRounded = std::fabs(value() - wanted) <= std::pow(10.0, -decimals());
-    m_exactShown = isRounded ? value() : std::numeric_limits<double>::quiet_NaN(); // else it was clamped
-    m_exact = internal;
+    d->exactShown = isRounded ? value() : std::numeric_limits<double>::quiet_NaN(); // else it was clamped
+    d->exact = internal;
 }
 
 QString ZORCmnUnitSpinBox::textFromValue(double value) const
@@ -86,10 +95,10 @@ void ZORCmnUnitSpinBox::UpdateMagnitude()
     const double internal = GetInternalValue();
     const QString magnitude = property("magnitude").toString();
     if (magnitude == QLatin1String("Angle")) {
-        m_factor = ZORSysValue::GetUnitFactor(ZORSysValue::Degree);
+        d->factor = ZORSysValue::GetUnitFactor(ZORSysValue::Degree);
         setSuffix(QStringLiteral("\u00b0"));
     } else {
-        m_factor = 1;
+        d->factor = 1;
         setSuffix(magnitude == QLatin1String("Length")
                       ? u' ' + ZORSysValue::GetUnitLabel(ZORSysValue::Millimeter)
                       : QString());

@@ -6,6 +6,8 @@
 
 #include <QDoubleSpinBox>
 
+#include <memory>
+
 /// Shows a value in the unit that people use and keeps it in the unit that the SDK uses.
 ///
 /// The dynamic property "magnitude" says what the value is; it may be set at any time and keeps the
@@ -47,7 +49,6 @@ private:
 
     void Show(double internal);
 
-    double m_factor = 1;     // internal units in a shown unit
-    double m_exact = 0;      // internal value behind the number m_exactShown
-    double m_exactShown = 0; // not a number when there is none
+    class Private;
+    const std::unique_ptr<Private> d;
 };
