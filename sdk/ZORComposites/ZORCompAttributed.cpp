@@ -3,16 +3,30 @@
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
-ZORCompAttributed::ZORCompAttributed() = default;
+class ZORCompAttributed::Private
+{
+public:
+    QJsonObject attributes;
+};
+
+ZORCompAttributed::ZORCompAttributed()
+    : d(std::make_unique<Private>())
+{
+}
 
 ZORCompAttributed::~ZORCompAttributed() = default;
+
+const QJsonObject& ZORCompAttributed::GetAttributes() const
+{
+    return d->attributes;
+}
 
 void ZORCompAttributed::SetAttributes(const QJsonObject& attributes)
 {
     ZOR_TRACE_CALL(attributes);
-    if (attributes == m_attributes)
+    if (attributes == d->attributes)
         return;
-    m_attributes = attributes;
+    d->attributes = attributes;
     if (auto* const feature = dynamic_cast<ZORGeoGeometry*>(this))
         feature->ReportChange();
 }

@@ -6,6 +6,8 @@
 
 #include <QJsonObject>
 
+#include <memory>
+
 /// Mixed into the composites features: fields of a source file that the SDK has no member for, so that nothing
 /// of it is lost. Readers fill them, writers write them back, container files keep them.
 ///
@@ -17,7 +19,7 @@ public:
     Q_DISABLE_COPY_MOVE(ZORCompAttributed)
 
     /// By the names of the source; empty by default.
-    const QJsonObject& GetAttributes() const { return m_attributes; }
+    const QJsonObject& GetAttributes() const;
     /// Replaces all of them.
     void SetAttributes(const QJsonObject& attributes);
 
@@ -25,5 +27,6 @@ protected:
     ZORCompAttributed();
 
 private:
-    QJsonObject m_attributes;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -10,20 +10,31 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORCompContour)
 
+class ZORCompContour::Private
+{
+public:
+    explicit Private(ZORCompContour* contour)
+        : shape(contour)
+    {
+    }
+
+    ZORCompShape shape;
+};
+
 ZORCompContour::ZORCompContour(ZORFeatObject* parent, const ZORMathSetOfPoints& points)
     : ZORFeatGeometry(parent)
-    , m_shape(std::make_unique<ZORCompShape>(this))
+    , d(std::make_unique<Private>(this))
 {
     ZOR_TRACE_CALL(parent, points);
     auto curve = std::make_unique<ZORGeoPolyline>(GetContainer(), points, true);
-    m_shape->Replace(curve.release(), ZORCompShape::Ownership::Taken);
+    d->shape.Replace(curve.release(), ZORCompShape::Ownership::Taken);
 }
 
 ZORCompContour::ZORCompContour(ZORFeatObject* parent, ZORGeoPolyline* curve, ZORTopBody* body)
     : ZORFeatGeometry(parent)
-    , m_shape(std::make_unique<ZORCompShape>(this))
+    , d(std::make_unique<Private>(this))
 {
-    m_shape->Adopt(curve, body);
+    d->shape.Adopt(curve, body);
 }
 
 ZORCompContour::~ZORCompContour() = default;
@@ -31,18 +42,18 @@ ZORCompContour::~ZORCompContour() = default;
 void ZORCompContour::Initialize()
 {
     ZOR_TRACE_CALL();
-    if (m_shape->Register())
+    if (d->shape.Register())
         ZORFeatGeometry::Initialize();
 }
 
 ZORTopBody* ZORCompContour::GetBody() const
 {
-    return m_shape->GetBody();
+    return d->shape.GetBody();
 }
 
 ZORGeoCurve* ZORCompContour::GetCurve() const
 {
-    return m_shape->GetOwnedCurve();
+    return d->shape.GetOwnedCurve();
 }
 
 struct ZORCompContourStorage

@@ -8,7 +8,6 @@
 
 #include <memory>
 
-class ZORCompShape;
 class ZORGeoCurve;
 class ZORGeoPolyline;
 
@@ -43,5 +42,6 @@ private:
     /// Around what is there already; null for what has been destroyed.
     ZORCompContour(ZORFeatObject* parent, ZORGeoPolyline* curve, ZORTopBody* body);
 
-    const std::unique_ptr<ZORCompShape> m_shape;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

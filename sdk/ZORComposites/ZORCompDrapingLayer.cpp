@@ -119,7 +119,7 @@ ZORCompDrapingNet ReadNet(const ZORGeoObjectReader& reader, const ZORGeoSurface*
 
 } // namespace
 
-class ZORCompDrapingLayerPrivate
+class ZORCompDrapingLayer::Private
 {
 public:
     ZORGeoReference<ZORCompStrategy> strategy;
@@ -172,7 +172,7 @@ std::unique_ptr<ZORGeoSurface> MakeSurface(ZORGeoContainer* container, const ZOR
 
 Layer::ZORCompDrapingLayer(ZORFeatObject* parent)
     : ZORFeatComputedGeometry(parent)
-    , d_ptr(std::make_unique<ZORCompDrapingLayerPrivate>())
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(parent);
 }
@@ -190,7 +190,6 @@ QList<ZORFeatObject*> Layer::GetInputs() const
 void Layer::SetStrategy(ZORCompStrategy* strategy)
 {
     ZOR_TRACE_CALL(strategy);
-    Q_D(ZORCompDrapingLayer);
     if (strategy)
         connect(strategy, &ZORCompStrategy::ParametersChanged, this, &Layer::OnInputChanged,
                 Qt::UniqueConnection);
@@ -200,13 +199,13 @@ void Layer::SetStrategy(ZORCompStrategy* strategy)
 void Layer::SetSurface(ZORGeoGeometry* surface)
 {
     ZOR_TRACE_CALL(surface);
-    SetGeometry(d_ptr->surface, surface);
+    SetGeometry(d->surface, surface);
 }
 
 void Layer::SetSeed(ZORGeoGeometry* seed)
 {
     ZOR_TRACE_CALL(seed);
-    SetGeometry(d_ptr->seed, seed);
+    SetGeometry(d->seed, seed);
 }
 
 void Layer::SetGeometry(ZORGeoReference<ZORGeoGeometry>& input, ZORGeoGeometry* geometry)
@@ -226,13 +225,12 @@ void Layer::SetGeometry(ZORGeoReference<ZORGeoGeometry>& input, ZORGeoGeometry* 
 void Layer::SetRosette(ZORCompRosette* rosette)
 {
     ZOR_TRACE_CALL(rosette);
-    SetInput(d_ptr->rosette, rosette);
+    SetInput(d->rosette, rosette);
 }
 
 void Layer::SetDirection(const ZORMathVector& direction)
 {
     ZOR_TRACE_CALL(direction);
-    Q_D(ZORCompDrapingLayer);
     if (d->direction == direction)
         return;
     d->direction = direction;
@@ -243,68 +241,58 @@ void Layer::SetDirection(const ZORMathVector& direction)
 
 ZORCompStrategy* Layer::GetStrategy() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->strategy;
 }
 
 ZORGeoGeometry* Layer::GetSurface() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->surface;
 }
 
 ZORGeoGeometry* Layer::GetSeed() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->seed;
 }
 
 ZORCompRosette* Layer::GetRosette() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->rosette;
 }
 
 ZORMathVector Layer::GetDirection() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->direction;
 }
 
 const ZORCompDrapingNet& Layer::GetNet() const
 {
-    if (!d_ptr->drapedSurface)
-        d_ptr->net.DetachFromSurface();
-    return d_ptr->net;
+    if (!d->drapedSurface)
+        d->net.DetachFromSurface();
+    return d->net;
 }
 
 double Layer::GetShear(int cell) const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->net.GetCells()[cell].shear;
 }
 
 double Layer::GetFibreAngle(int cell) const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->net.GetCells()[cell].fibreAngle;
 }
 
 double Layer::GetMaximumShear() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->net.GetMaximumShear();
 }
 
 QList<int> Layer::GetLockedCells() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->strategy ? d->net.GetLockedCells(d->strategy->GetParameters().lockingAngle) : QList<int>();
 }
 
 bool Layer::IsComplete() const
 {
-    Q_D(const ZORCompDrapingLayer);
     return d->strategy && ZORFeatShapeOf(d->surface) && ZORFeatShapeOf(d->seed);
 }
 
@@ -320,8 +308,8 @@ ZORFeatShape Layer::Compute() const
 
     std::unique_ptr<ZORGeoSurface> shape = MakeSurface(GetContainer(), net);
     auto body = std::make_unique<ZORTopBody>(GetContainer(), shape.get());
-    d_ptr->net = net;
-    d_ptr->drapedSurface = ZORGeoReference<const ZORGeoSurface>(surface, this);
+    d->net = net;
+    d->drapedSurface = ZORGeoReference<const ZORGeoSurface>(surface, this);
     ZORGeoSurface* const geometry = shape.release();
     return {body.release(), {geometry}};
 }
@@ -338,7 +326,7 @@ struct ZORCompDrapingLayerStorage
         writer.WriteDoubles("direction", {direction.GetX(), direction.GetY(), direction.GetZ()});
 
         const ZORCompDrapingNet& net = layer.GetNet();
-        writer.WriteLink("drapedSurface", layer.d_ptr->drapedSurface.Get());
+        writer.WriteLink("drapedSurface", layer.d->drapedSurface.Get());
         writer.WriteDouble("step", net.GetStep());
         writer.WriteDouble("yarnAngle", net.GetYarnAngle());
         WriteNodes(net.GetNodes(), writer);
@@ -362,8 +350,8 @@ struct ZORCompDrapingLayerStorage
         layer.SetRosette(reader.GetLink<ZORCompRosette>("rosette"));
 
         const auto* surface = reader.GetLink<ZORGeoSurface>("drapedSurface");
-        layer.d_ptr->net = ReadNet(reader, surface);
-        layer.d_ptr->drapedSurface = ZORGeoReference<const ZORGeoSurface>(surface, &layer);
+        layer.d->net = ReadNet(reader, surface);
+        layer.d->drapedSurface = ZORGeoReference<const ZORGeoSurface>(surface, &layer);
     }
 };
 

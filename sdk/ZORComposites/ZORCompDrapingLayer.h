@@ -7,7 +7,6 @@
 
 #include <memory>
 
-class ZORCompDrapingLayerPrivate;
 class ZORCompRosette;
 class ZORCompStrategy;
 class ZORMathVector;
@@ -76,6 +75,6 @@ private:
     friend struct ZORCompDrapingLayerStorage;
     void SetGeometry(ZORGeoReference<ZORGeoGeometry>& input, ZORGeoGeometry* geometry);
 
-    Q_DECLARE_PRIVATE(ZORCompDrapingLayer)
-    const std::unique_ptr<ZORCompDrapingLayerPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -32,13 +32,34 @@ bool IsCell(const QList<Node>& nodes, const Cell& cell)
 
 } // namespace
 
+class ZORCompDrapingNetData : public QSharedData
+{
+public:
+    double step = 0;
+    double yarnAngle = 0;
+    QList<Node> nodes;
+    QList<Cell> cells;
+};
+
+ZORCompDrapingNet::ZORCompDrapingNet()
+    : d(new ZORCompDrapingNetData)
+{
+}
+
+ZORCompDrapingNet::ZORCompDrapingNet(const ZORCompDrapingNet& other) = default;
+ZORCompDrapingNet::ZORCompDrapingNet(ZORCompDrapingNet&& other) noexcept = default;
+ZORCompDrapingNet& ZORCompDrapingNet::operator=(const ZORCompDrapingNet& other) = default;
+ZORCompDrapingNet& ZORCompDrapingNet::operator=(ZORCompDrapingNet&& other) noexcept = default;
+ZORCompDrapingNet::~ZORCompDrapingNet() = default;
+
 ZORCompDrapingNet::ZORCompDrapingNet(double step, double yarnAngle, const QList<Node>& nodes,
                                      const QList<Cell>& cells)
-    : m_step(step)
-    , m_yarnAngle(yarnAngle)
-    , m_nodes(nodes)
-    , m_cells(cells)
+    : ZORCompDrapingNet()
 {
+    d->step = step;
+    d->yarnAngle = yarnAngle;
+    d->nodes = nodes;
+    d->cells = cells;
     for (qsizetype i = 1; i < nodes.size(); ++i) {
         if (PlaceOf(nodes[i]) <= PlaceOf(nodes[i - 1]))
             throw ZORSysException(tr("nodes of the net are not in order"));
@@ -66,35 +87,62 @@ void ZORCompDrapingNet::Measure(Cell& cell, const QList<Node>& nodes, double yar
         zero.GetLength() < vanishing ? 0 : std::atan2(Dot(Cross(zero, warp), normal), Dot(zero, warp));
 }
 
+bool ZORCompDrapingNet::IsEmpty() const
+{
+    return d->nodes.isEmpty();
+}
+
+double ZORCompDrapingNet::GetStep() const
+{
+    return d->step;
+}
+
+double ZORCompDrapingNet::GetYarnAngle() const
+{
+    return d->yarnAngle;
+}
+
+const QList<Node>& ZORCompDrapingNet::GetNodes() const
+{
+    return d->nodes;
+}
+
+const QList<Cell>& ZORCompDrapingNet::GetCells() const
+{
+    return d->cells;
+}
+
 int ZORCompDrapingNet::FindNode(int warp, int weft) const
 {
     const GridPlace place(weft, warp);
     const auto found =
-        std::lower_bound(m_nodes.begin(), m_nodes.end(), place,
+        std::lower_bound(d->nodes.begin(), d->nodes.end(), place,
                          [](const Node& node, const GridPlace& wanted) { return PlaceOf(node) < wanted; });
-    return found != m_nodes.end() && PlaceOf(*found) == place ? int(found - m_nodes.begin()) : -1;
+    return found != d->nodes.end() && PlaceOf(*found) == place ? int(found - d->nodes.begin()) : -1;
 }
 
 int ZORCompDrapingNet::FindCell(int warp, int weft) const
 {
     const int node = FindNode(warp, weft);
-    const auto found = std::lower_bound(m_cells.begin(), m_cells.end(), node,
+    const auto found = std::lower_bound(d->cells.begin(), d->cells.end(), node,
                                         [](const Cell& cell, int wanted) { return cell.nodes[0] < wanted; });
-    return node >= 0 && found != m_cells.end() && found->nodes[0] == node ? int(found - m_cells.begin()) : -1;
+    return node >= 0 && found != d->cells.end() && found->nodes[0] == node ? int(found - d->cells.begin())
+                                                                           : -1;
 }
 
 void ZORCompDrapingNet::DetachFromSurface()
 {
-    if (m_nodes.isEmpty() || m_nodes.constFirst().location.IsNull())
+    const QList<Node>& nodes = GetNodes(); // without copying what other nets share
+    if (nodes.isEmpty() || nodes.constFirst().location.IsNull())
         return;
-    for (Node& node : m_nodes)
+    for (Node& node : d->nodes)
         node.location = {nullptr, 0, 0, 0, node.location.point};
 }
 
 double ZORCompDrapingNet::GetMaximumShear() const
 {
     double maximum = 0;
-    for (const Cell& cell : m_cells)
+    for (const Cell& cell : d->cells)
         maximum = std::max(maximum, std::abs(cell.shear));
     return maximum;
 }
@@ -102,8 +150,8 @@ double ZORCompDrapingNet::GetMaximumShear() const
 QList<int> ZORCompDrapingNet::GetLockedCells(double lockingAngle) const
 {
     QList<int> locked;
-    for (int i = 0; i < int(m_cells.size()); ++i) {
-        if (std::abs(m_cells[i].shear) > lockingAngle)
+    for (int i = 0; i < int(d->cells.size()); ++i) {
+        if (std::abs(d->cells[i].shear) > lockingAngle)
             locked.append(i);
     }
     return locked;

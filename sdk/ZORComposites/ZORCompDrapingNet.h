@@ -7,9 +7,11 @@
 
 #include <QCoreApplication>
 #include <QList>
+#include <QSharedDataPointer>
 
 #include <array>
 
+class ZORCompDrapingNetData;
 class ZORMathVector;
 
 /// A crossing of a warp yarn and a weft yarn.
@@ -30,7 +32,8 @@ struct ZORCompDrapingCell
     double fibreAngle = 0;      // radians from the reference direction to the warp, see ZORCompDrapingNet
 };
 
-/// A draped net: nodes on a surface and the cells between them; an implicitly shared value, empty by default.
+/// A draped net: nodes on a surface and the cells between them; empty by default. A value: copies share their data until
+/// one of them is changed, O(1). One that was moved from may only be assigned or destroyed.
 ///
 /// Nodes.    Sorted by weft, then by warp; the seed is (0, 0). Not all places of the grid are taken: the net ends
 ///           at the border of the surface, goes around holes, and ends where it folds or meets itself.
@@ -48,21 +51,27 @@ class ZORCOMPOSITES_EXPORT ZORCompDrapingNet
     Q_DECLARE_TR_FUNCTIONS(ZORCompDrapingNet)
 
 public:
-    ZORCompDrapingNet() = default;
+    ZORCompDrapingNet();
     /// \param step       millimetres from node to node
     /// \param yarnAngle  radians from warp to weft in the flat net
     /// \throws ZORSysException "nodes of the net are not in order", "cell %1 of the net is not between four
     ///         neighbouring nodes", counted from 0
     ZORCompDrapingNet(double step, double yarnAngle, const QList<ZORCompDrapingNode>& nodes,
                       const QList<ZORCompDrapingCell>& cells);
+    ZORCompDrapingNet(const ZORCompDrapingNet& other);
+    ZORCompDrapingNet(ZORCompDrapingNet&& other) noexcept;
+    ZORCompDrapingNet& operator=(const ZORCompDrapingNet& other);
+    ZORCompDrapingNet& operator=(ZORCompDrapingNet&& other) noexcept;
+    ~ZORCompDrapingNet();
+    void swap(ZORCompDrapingNet& other) noexcept { d.swap(other.d); }
 
-    bool IsEmpty() const { return m_nodes.isEmpty(); }
+    bool IsEmpty() const;
     /// Millimetres; 0 for the empty net.
-    double GetStep() const { return m_step; }
+    double GetStep() const;
     /// Radians from warp to weft in the flat net.
-    double GetYarnAngle() const { return m_yarnAngle; }
-    const QList<ZORCompDrapingNode>& GetNodes() const { return m_nodes; }
-    const QList<ZORCompDrapingCell>& GetCells() const { return m_cells; }
+    double GetYarnAngle() const;
+    const QList<ZORCompDrapingNode>& GetNodes() const;
+    const QList<ZORCompDrapingCell>& GetCells() const;
 
     /// Index of the node at a place of the grid, -1 where there is none. O(log n).
     int FindNode(int warp, int weft) const;
@@ -86,8 +95,7 @@ private:
     static void Measure(ZORCompDrapingCell& cell, const QList<ZORCompDrapingNode>& nodes, double yarnAngle,
                         const ZORMathVector& reference);
 
-    double m_step = 0;
-    double m_yarnAngle = 0;
-    QList<ZORCompDrapingNode> m_nodes;
-    QList<ZORCompDrapingCell> m_cells;
+    QSharedDataPointer<ZORCompDrapingNetData> d;
 };
+
+Q_DECLARE_SHARED(ZORCompDrapingNet)

@@ -24,10 +24,16 @@ bool IsWithin(const ZORGeoLocationOnSurface& location, const ZORGeoSurface* surf
 
 } // namespace
 
+class ZORCompKinematicDraping::Private
+{
+public:
+    const ZORGeoSurface* surface; // not owned
+    ZORCompStrategyParameters parameters;
+};
+
 ZORCompKinematicDraping::ZORCompKinematicDraping(const ZORGeoSurface* surface,
                                                  const ZORCompStrategyParameters& parameters)
-    : m_surface(surface)
-    , m_parameters(parameters)
+    : d(new Private{surface, parameters})
 {
     ZOR_TRACE_CALL(surface, parameters);
     if (!surface)
@@ -41,19 +47,21 @@ ZORCompKinematicDraping::ZORCompKinematicDraping(const ZORGeoSurface* surface,
         throw ZORSysException(tr("the step is too small for the surface"));
 }
 
+ZORCompKinematicDraping::~ZORCompKinematicDraping() = default;
+
 ZORCompDrapingNet ZORCompKinematicDraping::Run(const ZORGeoLocationOnSurface& seed,
                                                const ZORMathVector& direction) const
 {
     ZOR_TRACE_CALL(seed, direction);
-    if (!IsWithin(seed, m_surface))
+    if (!IsWithin(seed, d->surface))
         throw ZORSysException(tr("seed is not on the surface"));
     if (!direction.IsFinite())
         throw ZORSysException(tr("direction is not finite"));
     if (ZORGeoOnSurface::IsPerpendicular(direction, seed, zor::comp::kSmallestAngle))
         throw ZORSysException(tr("the direction is perpendicular to the surface at the seed"));
     ZORCompDrapingNet net;
-    if (m_parameters.step <= m_surface->GetBoundingBox().GetDiagonal())
-        net = ZORCompNetGrowth(*m_surface, m_parameters).Run(seed, direction);
+    if (d->parameters.step <= d->surface->GetBoundingBox().GetDiagonal())
+        net = ZORCompNetGrowth(*d->surface, d->parameters).Run(seed, direction);
     if (net.GetCells().isEmpty())
         throw ZORSysException(tr("no cell of the net fits on the surface at the seed"));
     return net;

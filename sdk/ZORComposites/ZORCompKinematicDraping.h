@@ -5,6 +5,8 @@
 #include <ZORComposites/ZORCompDrapingNet.h>
 #include <ZORComposites/ZORCompStrategyParameters.h>
 
+#include <memory>
+
 class ZORGeoSurface;
 class ZORMathVector;
 
@@ -41,6 +43,7 @@ public:
     /// \throws ZORSysException as ZORCompStrategyParameters::Check(), "surface is null", "the step is too small
     ///         for the surface" (below 1e-8 of its size or of its distance from the origin)
     ZORCompKinematicDraping(const ZORGeoSurface* surface, const ZORCompStrategyParameters& parameters);
+    ~ZORCompKinematicDraping();
 
     /// \param direction  the reference direction of the fibre angle, of any length; its projection on the triangle
     ///                   of the seed counts
@@ -52,6 +55,6 @@ public:
     ZORCompDrapingNet Run(const ZORGeoLocationOnSurface& seed, const ZORMathVector& direction) const;
 
 private:
-    const ZORGeoSurface* const m_surface; // not owned
-    const ZORCompStrategyParameters m_parameters;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

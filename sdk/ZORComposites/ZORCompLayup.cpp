@@ -53,7 +53,7 @@ bool IsBalancedSet(const std::vector<double>& angles)
 
 } // namespace
 
-class ZORCompLayupPrivate
+class ZORCompLayup::Private
 {
 public:
     ZORGeoReference<const ZORGeoSurface> surface;
@@ -63,7 +63,7 @@ public:
 
 ZORCompLayup::ZORCompLayup(ZORFeatObject* parent)
     : ZORFeatFolder(parent)
-    , d_ptr(std::make_unique<ZORCompLayupPrivate>())
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(parent);
 }
@@ -73,7 +73,6 @@ ZORCompLayup::~ZORCompLayup() = default;
 void ZORCompLayup::SetSurface(const ZORGeoSurface* surface)
 {
     ZOR_TRACE_CALL(surface);
-    Q_D(ZORCompLayup);
     if (surface == d->surface)
         return;
     d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
@@ -83,14 +82,12 @@ void ZORCompLayup::SetSurface(const ZORGeoSurface* surface)
 
 const ZORGeoSurface* ZORCompLayup::GetSurface() const
 {
-    Q_D(const ZORCompLayup);
     return d->surface;
 }
 
 void ZORCompLayup::SetRosette(ZORCompRosette* rosette)
 {
     ZOR_TRACE_CALL(rosette);
-    Q_D(ZORCompLayup);
     if (rosette == d->rosette)
         return;
     d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
@@ -100,14 +97,12 @@ void ZORCompLayup::SetRosette(ZORCompRosette* rosette)
 
 ZORCompRosette* ZORCompLayup::GetRosette() const
 {
-    Q_D(const ZORCompLayup);
     return d->rosette;
 }
 
 void ZORCompLayup::SetSource(const QString& fileName)
 {
     ZOR_TRACE_CALL(fileName);
-    Q_D(ZORCompLayup);
     if (fileName == d->source)
         return;
     d->source = fileName;
@@ -116,7 +111,6 @@ void ZORCompLayup::SetSource(const QString& fileName)
 
 QString ZORCompLayup::GetSource() const
 {
-    Q_D(const ZORCompLayup);
     return d->source;
 }
 

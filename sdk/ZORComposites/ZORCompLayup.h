@@ -7,7 +7,6 @@
 
 #include <memory>
 
-class ZORCompLayupPrivate;
 class ZORCompPly;
 class ZORCompRosette;
 class ZORCompSequence;
@@ -62,6 +61,6 @@ signals:
     void InputsChanged();
 
 private:
-    Q_DECLARE_PRIVATE(ZORCompLayup)
-    const std::unique_ptr<ZORCompLayupPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

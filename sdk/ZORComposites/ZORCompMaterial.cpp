@@ -10,21 +10,33 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORCompMaterial)
 
+class ZORCompMaterial::Private
+{
+public:
+    ZORCompMaterialProperties properties;
+};
+
 ZORCompMaterial::ZORCompMaterial(ZORCompMaterialLibrary* library)
     : ZORFeatObject(library)
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(library);
 }
 
 ZORCompMaterial::~ZORCompMaterial() = default;
 
+const ZORCompMaterialProperties& ZORCompMaterial::GetProperties() const
+{
+    return d->properties;
+}
+
 void ZORCompMaterial::SetProperties(const ZORCompMaterialProperties& properties)
 {
     ZOR_TRACE_CALL(properties);
-    if (properties == m_properties)
+    if (properties == d->properties)
         return;
     properties.Check();
-    m_properties = properties;
+    d->properties = properties;
     ReportChange();
     emit PropertiesChanged();
 }

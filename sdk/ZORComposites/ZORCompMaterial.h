@@ -6,6 +6,8 @@
 #include <ZORComposites/ZORCompMaterialProperties.h>
 #include <ZORFeature/ZORFeatObject.h>
 
+#include <memory>
+
 class ZORCompMaterialLibrary;
 
 /// A material of the library; its name is its label.
@@ -20,7 +22,7 @@ public:
     explicit ZORCompMaterial(ZORCompMaterialLibrary* library);
     ~ZORCompMaterial() override;
 
-    const ZORCompMaterialProperties& GetProperties() const { return m_properties; }
+    const ZORCompMaterialProperties& GetProperties() const;
     /// Replaces all of them.
     /// \throws ZORSysException as ZORCompMaterialProperties::Check(); nothing is changed then
     void SetProperties(const ZORCompMaterialProperties& properties);
@@ -29,5 +31,6 @@ signals:
     void PropertiesChanged();
 
 private:
-    ZORCompMaterialProperties m_properties;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

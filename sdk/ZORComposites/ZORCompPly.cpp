@@ -52,10 +52,10 @@ double GetPlanarArea(const ZORGeoCurve& boundary, const ZORMathPoint& origin, co
 
 } // namespace
 
-class ZORCompPlyPrivate
+class ZORCompPly::Private
 {
 public:
-    explicit ZORCompPlyPrivate(ZORCompPly* ply)
+    explicit Private(ZORCompPly* ply)
         : shape(ply)
     {
     }
@@ -70,7 +70,7 @@ public:
 
 ZORCompPly::ZORCompPly(ZORCompSequence* sequence)
     : ZORFeatGeometry(sequence)
-    , d_ptr(std::make_unique<ZORCompPlyPrivate>(this))
+    , d(std::make_unique<Private>(this))
 {
     ZOR_TRACE_CALL(sequence);
 }
@@ -80,21 +80,18 @@ ZORCompPly::~ZORCompPly() = default;
 void ZORCompPly::Initialize()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORCompPly);
     if (d->shape.Register())
         ZORFeatGeometry::Initialize();
 }
 
 ZORTopBody* ZORCompPly::GetBody() const
 {
-    Q_D(const ZORCompPly);
     return d->shape.GetBody();
 }
 
 void ZORCompPly::SetMaterial(ZORCompMaterial* material)
 {
     ZOR_TRACE_CALL(material);
-    Q_D(ZORCompPly);
     if (material == d->material)
         return;
     d->material = ZORGeoReference<ZORCompMaterial>(material, this);
@@ -104,14 +101,12 @@ void ZORCompPly::SetMaterial(ZORCompMaterial* material)
 
 ZORCompMaterial* ZORCompPly::GetMaterial() const
 {
-    Q_D(const ZORCompPly);
     return d->material;
 }
 
 void ZORCompPly::SetAngle(double angle)
 {
     ZOR_TRACE_CALL(angle);
-    Q_D(ZORCompPly);
     if (!std::isfinite(angle))
         throw ZORSysException(tr("the angle of the ply is not finite"));
     if (angle == d->angle)
@@ -123,14 +118,12 @@ void ZORCompPly::SetAngle(double angle)
 
 double ZORCompPly::GetAngle() const
 {
-    Q_D(const ZORCompPly);
     return d->angle;
 }
 
 void ZORCompPly::SetRosette(ZORCompRosette* rosette)
 {
     ZOR_TRACE_CALL(rosette);
-    Q_D(ZORCompPly);
     if (rosette == d->rosette)
         return;
     d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
@@ -140,7 +133,6 @@ void ZORCompPly::SetRosette(ZORCompRosette* rosette)
 
 ZORCompRosette* ZORCompPly::GetRosette() const
 {
-    Q_D(const ZORCompPly);
     return d->rosette;
 }
 
@@ -155,7 +147,6 @@ ZORCompRosette* ZORCompPly::GetEffectiveRosette() const
 void ZORCompPly::SetBoundaries(const QList<const ZORGeoCurve*>& boundaries)
 {
     ZOR_TRACE_CALL(boundaries);
-    Q_D(ZORCompPly);
     QList<const ZORGeoCurve*> curves = boundaries;
     curves.removeAll(nullptr);
     if (curves == GetBoundaries() && curves.size() == d->boundaries.size())
@@ -185,9 +176,8 @@ void ZORCompPly::FollowBoundaries()
 
 QList<const ZORGeoCurve*> ZORCompPly::GetBoundaries() const
 {
-    Q_D(const ZORCompPly);
     QList<const ZORGeoCurve*> boundaries;
-    for (const ZORGeoReference<const ZORGeoCurve>& boundary : d->boundaries) {
+    for (const ZORGeoReference<const ZORGeoCurve>& boundary : std::as_const(d->boundaries)) {
         if (boundary.Get())
             boundaries.append(boundary.Get());
     }
@@ -197,7 +187,6 @@ QList<const ZORGeoCurve*> ZORCompPly::GetBoundaries() const
 void ZORCompPly::SetActive(bool isActive)
 {
     ZOR_TRACE_CALL(isActive);
-    Q_D(ZORCompPly);
     if (isActive == d->isActive)
         return;
     d->isActive = isActive;
@@ -207,7 +196,6 @@ void ZORCompPly::SetActive(bool isActive)
 
 bool ZORCompPly::IsActive() const
 {
-    Q_D(const ZORCompPly);
     return d->isActive;
 }
 
@@ -235,7 +223,6 @@ double ZORCompPly::GetThickness() const
 
 double ZORCompPly::GetArea() const
 {
-    Q_D(const ZORCompPly);
     if (d->boundaries.isEmpty())
         return GetSurface() ? GetSurface()->GetArea() : kUnknown;
     const QList<const ZORGeoCurve*> boundaries = GetBoundaries();
@@ -261,7 +248,7 @@ struct ZORCompPlyStorage
 {
     static void Write(const ZORCompPly& ply, ZORGeoObjectWriter& writer)
     {
-        const ZORCompPlyPrivate& data = *ply.d_func();
+        const ZORCompPly::Private& data = *ply.d;
         writer.WriteReference("body", data.shape.GetBody());
         writer.WriteLink("material", data.material);
         writer.WriteLink("rosette", data.rosette);
@@ -278,12 +265,12 @@ struct ZORCompPlyStorage
         auto ply = std::make_unique<ZORCompPly>(reader.GetReference<ZORCompSequence>("parent"));
         ply->SetAngle(reader.GetDouble("angle"));
         ply->SetActive(reader.GetBool("isActive"));
-        ply->d_func()->shape.Adopt(nullptr, reader.GetReference<ZORTopBody>("body"));
+        ply->d->shape.Adopt(nullptr, reader.GetReference<ZORTopBody>("body"));
         return ply.release();
     }
     static void Complete(ZORCompPly& ply, const ZORGeoObjectReader& reader)
     {
-        ZORCompPlyPrivate& data = *ply.d_func();
+        ZORCompPly::Private& data = *ply.d;
         ply.SetMaterial(reader.GetLink<ZORCompMaterial>("material"));
         ply.SetRosette(reader.GetLink<ZORCompRosette>("rosette"));
         for (const ZORGeoCurve* boundary : reader.GetLinks<ZORGeoCurve>("boundaries"))

@@ -11,7 +11,6 @@
 
 class ZORCompLayup;
 class ZORCompMaterial;
-class ZORCompPlyPrivate;
 class ZORCompRosette;
 class ZORCompSequence;
 class ZORGeoCurve;
@@ -86,6 +85,6 @@ private:
     friend struct ZORCompPlyStorage;
     void FollowBoundaries();
 
-    Q_DECLARE_PRIVATE(ZORCompPly)
-    const std::unique_ptr<ZORCompPlyPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -27,7 +27,7 @@ void Log(const ZORCompReadReport& report, const QString& source)
 
 } // namespace
 
-class ZORCompReadProcessorPrivate
+class ZORCompReadProcessor::Private
 {
 public:
     struct Staged
@@ -44,13 +44,13 @@ public:
 };
 
 ZORCompReadProcessor::ZORCompReadProcessor(ZORCompRoot* root, bool replaces)
-    : d_ptr(std::make_unique<ZORCompReadProcessorPrivate>())
+    : d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(root, replaces);
     if (!root)
         throw ZORSysException(tr("composites root is null"));
-    d_ptr->root = root;
-    d_ptr->replaces = replaces;
+    d->root = root;
+    d->replaces = replaces;
 }
 
 ZORCompReadProcessor::~ZORCompReadProcessor() = default;
@@ -60,28 +60,28 @@ void ZORCompReadProcessor::Add(const ZORCompDocument& document, const QString& s
 {
     ZOR_TRACE_CALL(&document, source, &report);
     document.Check();
-    d_ptr->staged.append({document, source, report});
+    d->staged.append({document, source, report});
 }
 
 void ZORCompReadProcessor::Finalize()
 {
     ZOR_TRACE_CALL();
-    QList<ZORCompReadProcessorPrivate::Staged> staged = std::exchange(d_ptr->staged, {});
+    QList<Private::Staged> staged = std::exchange(d->staged, {});
     if (staged.isEmpty())
         return;
-    if (!d_ptr->root)
+    if (!d->root)
         throw ZORSysException(tr("the composites root does not exist any more"));
-    ZORCompDocumentBuilder builder(d_ptr->root, d_ptr->replaces);
-    for (ZORCompReadProcessorPrivate::Staged& each : staged)
+    ZORCompDocumentBuilder builder(d->root, d->replaces);
+    for (Private::Staged& each : staged)
         builder.Build(each.document, each.source, each.report);
     builder.Commit();
-    for (const ZORCompReadProcessorPrivate::Staged& each : std::as_const(staged)) {
+    for (const Private::Staged& each : std::as_const(staged)) {
         Log(each.report, each.source);
-        d_ptr->report.Add(each.report);
+        d->report.Add(each.report);
     }
 }
 
 const ZORCompReadReport& ZORCompReadProcessor::GetReport() const
 {
-    return d_ptr->report;
+    return d->report;
 }

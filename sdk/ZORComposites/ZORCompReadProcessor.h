@@ -10,7 +10,6 @@
 
 #include <memory>
 
-class ZORCompReadProcessorPrivate;
 class ZORCompRoot;
 
 /// Gathers what readers read, and adds it to a composites root all at once.
@@ -49,5 +48,6 @@ public:
     const ZORCompReadReport& GetReport() const;
 
 private:
-    const std::unique_ptr<ZORCompReadProcessorPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -51,29 +51,37 @@ QList<QString> ZORCompReader::GetFormatFileExtensions(const QByteArray& format)
     return ZORCompFormat::Find(format).GetFileFilters();
 }
 
+class ZORCompReader::Private
+{
+public:
+    QString file;
+    QByteArray format;
+};
+
 ZORCompReader::ZORCompReader(const QString& file, const QByteArray& format)
-    : m_file(file)
-    , m_format(format)
+    : d(new Private{file, format})
 {
     ZOR_TRACE_CALL(file, QString::fromUtf8(format));
     ZORCompFormat::Find(format);
 }
+
+ZORCompReader::~ZORCompReader() = default;
 
 void ZORCompReader::Read(ZORCompReadProcessor* processor) const
 {
     ZOR_TRACE_CALL(processor);
     if (!processor)
         throw ZORSysException(tr("read processor is null"));
-    const ZORCompFormat& format = ZORCompFormat::Find(m_format);
+    const ZORCompFormat& format = ZORCompFormat::Find(d->format);
     try {
-        ZORSysMemory::Read(m_file, EstimateMemory(m_file), [&] {
+        ZORSysMemory::Read(d->file, EstimateMemory(d->file), [&] {
             ZORCompReadReport report;
-            const ZORCompDocument document = format.Parse(ReadAll(m_file), report);
-            processor->Add(document, m_file, report);
+            const ZORCompDocument document = format.Parse(ReadAll(d->file), report);
+            processor->Add(document, d->file, report);
         });
     } catch (const ZORSysFileException&) {
         throw;
     } catch (const ZORSysException& exception) {
-        throw ZORSysFileException(tr("cannot read '%1': %2").arg(m_file, exception.GetMessage()));
+        throw ZORSysFileException(tr("cannot read '%1': %2").arg(d->file, exception.GetMessage()));
     }
 }

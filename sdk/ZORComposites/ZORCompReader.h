@@ -9,6 +9,8 @@
 #include <QList>
 #include <QString>
 
+#include <memory>
+
 class ZORCompReadProcessor;
 
 /// A composites source file in one of the formats of the registry, see ZORCompFormat.
@@ -27,6 +29,7 @@ public:
 
     /// \throws ZORSysException "composites format '%1' is unknown"
     ZORCompReader(const QString& file, const QByteArray& format);
+    ~ZORCompReader();
 
     /// Reads the whole file and hands it to the processor, which makes the features in Finalize(). O(size).
     /// \throws ZORSysException "read processor is null"; ZORSysFileOpenException for a file that cannot be opened;
@@ -35,6 +38,6 @@ public:
     void Read(ZORCompReadProcessor* processor) const;
 
 private:
-    const QString m_file;
-    const QByteArray m_format;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

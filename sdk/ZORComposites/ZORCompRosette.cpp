@@ -75,10 +75,10 @@ Axes Resolve(const Axes& given, const ZORGeoSurface* surface)
 
 } // namespace
 
-class ZORCompRosettePrivate
+class ZORCompRosette::Private
 {
 public:
-    explicit ZORCompRosettePrivate(ZORCompRosette* rosette)
+    explicit Private(ZORCompRosette* rosette)
         : shape(rosette)
     {
     }
@@ -97,10 +97,9 @@ ZORCompRosette::ZORCompRosette(ZORFeatObject* parent)
 ZORCompRosette::ZORCompRosette(ZORFeatObject* parent, const ZORMathPoint& origin, const ZORMathVector& xAxis,
                                const ZORMathVector& normal)
     : ZORFeatGeometry(parent)
-    , d_ptr(std::make_unique<ZORCompRosettePrivate>(this))
+    , d(std::make_unique<Private>(this))
 {
     ZOR_TRACE_CALL(parent, origin, xAxis, normal);
-    Q_D(ZORCompRosette);
     d->given = {origin, xAxis, normal};
     d->axes = Resolve(d->given, nullptr);
     ReplaceBody();
@@ -111,14 +110,12 @@ ZORCompRosette::~ZORCompRosette() = default;
 void ZORCompRosette::Initialize()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORCompRosette);
     if (d->shape.Register())
         ZORFeatGeometry::Initialize();
 }
 
 ZORTopBody* ZORCompRosette::GetBody() const
 {
-    Q_D(const ZORCompRosette);
     return d->shape.GetBody();
 }
 
@@ -126,7 +123,6 @@ void ZORCompRosette::SetAxes(const ZORMathPoint& origin, const ZORMathVector& xA
                              const ZORMathVector& normal)
 {
     ZOR_TRACE_CALL(origin, xAxis, normal);
-    Q_D(ZORCompRosette);
     const Axes given{origin, xAxis, normal};
     d->axes = Resolve(given, d->surface);
     d->given = given;
@@ -137,7 +133,6 @@ void ZORCompRosette::SetAxes(const ZORMathPoint& origin, const ZORMathVector& xA
 void ZORCompRosette::SetSurface(const ZORGeoSurface* surface)
 {
     ZOR_TRACE_CALL(surface);
-    Q_D(ZORCompRosette);
     d->axes = Resolve(d->given, surface);
     d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
     ReportChange();
@@ -146,55 +141,46 @@ void ZORCompRosette::SetSurface(const ZORGeoSurface* surface)
 
 const ZORGeoSurface* ZORCompRosette::GetSurface() const
 {
-    Q_D(const ZORCompRosette);
     return d->surface;
 }
 
 ZORMathPoint ZORCompRosette::GetOrigin() const
 {
-    Q_D(const ZORCompRosette);
     return d->axes.origin;
 }
 
 ZORMathVector ZORCompRosette::GetXAxis() const
 {
-    Q_D(const ZORCompRosette);
     return d->axes.x;
 }
 
 ZORMathVector ZORCompRosette::GetYAxis() const
 {
-    Q_D(const ZORCompRosette);
     return Cross(d->axes.z, d->axes.x);
 }
 
 ZORMathVector ZORCompRosette::GetNormal() const
 {
-    Q_D(const ZORCompRosette);
     return d->axes.z;
 }
 
 ZORMathPoint ZORCompRosette::GetGivenOrigin() const
 {
-    Q_D(const ZORCompRosette);
     return d->given.origin;
 }
 
 ZORMathVector ZORCompRosette::GetGivenXAxis() const
 {
-    Q_D(const ZORCompRosette);
     return d->given.x;
 }
 
 ZORMathVector ZORCompRosette::GetGivenNormal() const
 {
-    Q_D(const ZORCompRosette);
     return d->given.z;
 }
 
 ZORMathVector ZORCompRosette::GetDirection(const ZORMathVector& normal, double angle) const
 {
-    Q_D(const ZORCompRosette);
     const ZORMathVector z = normal.GetNormalized();
     const ZORMathVector x = IsZero(z) ? z : ProjectDirection(d->axes.x, z);
     if (IsZero(x) || !std::isfinite(angle))
@@ -204,7 +190,6 @@ ZORMathVector ZORCompRosette::GetDirection(const ZORMathVector& normal, double a
 
 void ZORCompRosette::ReplaceBody()
 {
-    Q_D(ZORCompRosette);
     auto line =
         std::make_unique<ZORGeoLine>(GetContainer(), d->axes.origin, d->axes.origin + AxisLength * d->axes.x);
     if (d->shape.Replace(line.release(), ZORCompShape::Ownership::Taken))
@@ -216,7 +201,7 @@ struct ZORCompRosetteStorage
     // The axes in effect follow from the others only while the surface is there.
     static void Write(const ZORCompRosette& rosette, ZORGeoObjectWriter& writer)
     {
-        const ZORCompRosettePrivate& data = *rosette.d_func();
+        const ZORCompRosette::Private& data = *rosette.d;
         writer.WriteReference("line", data.shape.GetOwnedCurve());
         writer.WriteReference("body", data.shape.GetBody());
         writer.WriteLink("surface", data.surface);
@@ -229,7 +214,7 @@ struct ZORCompRosetteStorage
         const Axes given = ReadAxes("given", reader);
         auto rosette = std::make_unique<ZORCompRosette>(reader.GetReference<ZORFeatObject>("parent"),
                                                         given.origin, given.x, given.z);
-        ZORCompRosettePrivate& data = *rosette->d_func();
+        ZORCompRosette::Private& data = *rosette->d;
         data.axes = ReadAxes("axes", reader);
         Orthonormalize(data.axes);
         const double error = std::abs(data.axes.x.GetLength() - 1) + std::abs(data.axes.z.GetLength() - 1)
@@ -242,7 +227,7 @@ struct ZORCompRosetteStorage
     }
     static void Complete(ZORCompRosette& rosette, const ZORGeoObjectReader& reader)
     {
-        rosette.d_func()->surface =
+        rosette.d->surface =
             ZORGeoReference<const ZORGeoSurface>(reader.GetLink<ZORGeoSurface>("surface"), &rosette);
         ZorCompReadAttributes(rosette, reader);
     }

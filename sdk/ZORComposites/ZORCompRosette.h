@@ -9,7 +9,6 @@
 
 #include <memory>
 
-class ZORCompRosettePrivate;
 class ZORGeoSurface;
 
 /// An origin with three axes: X is the direction of the angle 0, Z the normal, Y = Z x X. Angles run from X
@@ -81,6 +80,6 @@ private:
     friend struct ZORCompRosetteStorage;
     void ReplaceBody();
 
-    Q_DECLARE_PRIVATE(ZORCompRosette)
-    const std::unique_ptr<ZORCompRosettePrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -12,7 +12,7 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORCompSequence)
 
-class ZORCompSequencePrivate
+class ZORCompSequence::Private
 {
 public:
     ZORGeoReference<ZORCompRosette> rosette;
@@ -21,7 +21,7 @@ public:
 
 ZORCompSequence::ZORCompSequence(ZORFeatObject* parent)
     : ZORFeatFolder(parent)
-    , d_ptr(std::make_unique<ZORCompSequencePrivate>())
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(parent);
     if (parent && !qobject_cast<ZORCompLayup*>(parent) && !qobject_cast<ZORCompSequence*>(parent))
@@ -33,7 +33,6 @@ ZORCompSequence::~ZORCompSequence() = default;
 void ZORCompSequence::SetRosette(ZORCompRosette* rosette)
 {
     ZOR_TRACE_CALL(rosette);
-    Q_D(ZORCompSequence);
     if (rosette == d->rosette)
         return;
     d->rosette = ZORGeoReference<ZORCompRosette>(rosette, this);
@@ -43,7 +42,6 @@ void ZORCompSequence::SetRosette(ZORCompRosette* rosette)
 
 ZORCompRosette* ZORCompSequence::GetRosette() const
 {
-    Q_D(const ZORCompSequence);
     return d->rosette;
 }
 
@@ -62,7 +60,6 @@ ZORCompRosette* ZORCompSequence::GetEffectiveRosette() const
 void ZORCompSequence::SetActive(bool isActive)
 {
     ZOR_TRACE_CALL(isActive);
-    Q_D(ZORCompSequence);
     if (isActive == d->isActive)
         return;
     d->isActive = isActive;
@@ -72,7 +69,6 @@ void ZORCompSequence::SetActive(bool isActive)
 
 bool ZORCompSequence::IsActive() const
 {
-    Q_D(const ZORCompSequence);
     return d->isActive;
 }
 

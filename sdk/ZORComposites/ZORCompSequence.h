@@ -10,7 +10,6 @@
 class ZORCompLayup;
 class ZORCompPly;
 class ZORCompRosette;
-class ZORCompSequencePrivate;
 
 /// Plies, and further sequences, in the order in which they are laid: the order of their registration.
 /// Thread safety: thread of the container; objects may be shared read-only.
@@ -44,6 +43,6 @@ signals:
     void ActiveChanged(bool isActive);
 
 private:
-    Q_DECLARE_PRIVATE(ZORCompSequence)
-    const std::unique_ptr<ZORCompSequencePrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -7,21 +7,33 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORCompStrategy)
 
+class ZORCompStrategy::Private
+{
+public:
+    ZORCompStrategyParameters parameters;
+};
+
 ZORCompStrategy::ZORCompStrategy(ZORFeatObject* parent)
     : ZORFeatObject(parent)
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(parent);
 }
 
 ZORCompStrategy::~ZORCompStrategy() = default;
 
+const ZORCompStrategyParameters& ZORCompStrategy::GetParameters() const
+{
+    return d->parameters;
+}
+
 void ZORCompStrategy::SetParameters(const ZORCompStrategyParameters& parameters)
 {
     ZOR_TRACE_CALL(parameters);
     parameters.Check();
-    if (parameters == m_parameters)
+    if (parameters == d->parameters)
         return;
-    m_parameters = parameters;
+    d->parameters = parameters;
     ReportChange();
     emit ParametersChanged();
 }
@@ -30,7 +42,7 @@ struct ZORCompStrategyStorage
 {
     static void Write(const ZORCompStrategy& strategy, ZORGeoObjectWriter& writer)
     {
-        const ZORCompStrategyParameters& parameters = strategy.m_parameters;
+        const ZORCompStrategyParameters& parameters = strategy.d->parameters;
         writer.WriteInt("generators", parameters.generators);
         writer.WriteDouble("step", parameters.step);
         writer.WriteDouble("fibreAngle", parameters.fibreAngle);
@@ -59,7 +71,7 @@ struct ZORCompStrategyStorage
             reader.Fail(exception.GetMessage());
         }
         auto strategy = std::make_unique<ZORCompStrategy>(reader.GetReference<ZORFeatObject>("parent"));
-        strategy->m_parameters = parameters;
+        strategy->d->parameters = parameters;
         return strategy.release();
     }
 };

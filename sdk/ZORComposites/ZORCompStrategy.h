@@ -5,6 +5,8 @@
 #include <ZORComposites/ZORCompStrategyParameters.h>
 #include <ZORFeature/ZORFeatObject.h>
 
+#include <memory>
+
 /// How layers are draped: draping layers refer to it and follow its changes. Lies below the composites root,
 /// directly or in folders, and is shown by its label.
 ///
@@ -19,7 +21,7 @@ public:
     explicit ZORCompStrategy(ZORFeatObject* parent);
     ~ZORCompStrategy() override;
 
-    const ZORCompStrategyParameters& GetParameters() const { return m_parameters; }
+    const ZORCompStrategyParameters& GetParameters() const;
     /// Takes all of them; layers draped by the strategy are draped anew.
     /// \throws ZORSysException as ZORCompStrategyParameters::Check(); nothing is changed then
     void SetParameters(const ZORCompStrategyParameters& parameters);
@@ -31,5 +33,6 @@ signals:
 private:
     friend struct ZORCompStrategyStorage;
 
-    ZORCompStrategyParameters m_parameters;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -35,28 +35,36 @@ QList<QString> ZORCompWriter::GetFormatFileExtensions(const QByteArray& format)
     return ZORCompFormat::Find(format).GetFileFilters();
 }
 
+class ZORCompWriter::Private
+{
+public:
+    QString file;
+    QByteArray format;
+};
+
 ZORCompWriter::ZORCompWriter(const QString& file, const QByteArray& format)
-    : m_file(file)
-    , m_format(format)
+    : d(new Private{file, format})
 {
     ZOR_TRACE_CALL(file, QString::fromUtf8(format));
     if (!ZORCompFormat::Find(format).CanWrite())
         throw ZORSysException(tr("composites format '%1' cannot be written").arg(QString::fromUtf8(format)));
 }
 
+ZORCompWriter::~ZORCompWriter() = default;
+
 QStringList ZORCompWriter::Write(const ZORCompRoot* root) const
 {
     ZOR_TRACE_CALL(root);
     if (!root)
         throw ZORSysException(tr("composites root is null"));
-    const ZORCompFormat& format = ZORCompFormat::Find(m_format);
+    const ZORCompFormat& format = ZORCompFormat::Find(d->format);
     try {
         const ZORCompDocumentCollector collector(*root);
-        Save(m_file, format.Write(collector.GetDocument()));
+        Save(d->file, format.Write(collector.GetDocument()));
         return collector.GetOmitted();
     } catch (const ZORSysFileException&) {
         throw;
     } catch (const ZORSysException& exception) {
-        throw ZORSysFileException(tr("cannot write '%1': %2").arg(m_file, exception.GetMessage()));
+        throw ZORSysFileException(tr("cannot write '%1': %2").arg(d->file, exception.GetMessage()));
     }
 }

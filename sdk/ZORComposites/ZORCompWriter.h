@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
 class ZORCompRoot;
 
 /// Writes what is below a composites root in one of the formats of the registry that can write.
@@ -27,6 +29,7 @@ public:
 
     /// \throws ZORSysException "composites format '%1' is unknown", "composites format '%1' cannot be written"
     ZORCompWriter(const QString& file, const QByteArray& format);
+    ~ZORCompWriter();
 
     /// Writes the materials, and all layups with what they use. A file that is there is replaced once the new one
     /// is complete; it is as before when anything fails. Devices and pipes are written to directly.
@@ -36,6 +39,6 @@ public:
     QStringList Write(const ZORCompRoot* root) const;
 
 private:
-    const QString m_file;
-    const QByteArray m_format;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -19,7 +19,7 @@ Q_LOGGING_CATEGORY(ZorFeatureLog, "zor.feature")
 
 } // namespace
 
-class ZORFeatComputedGeometryPrivate
+class ZORFeatComputedGeometry::Private
 {
 public:
     ZORFeatShape shape;
@@ -29,7 +29,7 @@ public:
 
 ZORFeatComputedGeometry::ZORFeatComputedGeometry(ZORFeatObject* parent)
     : ZORFeatGeometry(parent)
-    , d_ptr(std::make_unique<ZORFeatComputedGeometryPrivate>())
+    , d(std::make_unique<Private>())
 {
 }
 
@@ -40,7 +40,6 @@ void ZORFeatComputedGeometry::Initialize()
     ZOR_TRACE_CALL();
     if (IsInitialized())
         return;
-    Q_D(ZORFeatComputedGeometry);
     const bool isRestored = std::exchange(d->isRestored, false);
     const QPointer<ZORFeatComputedGeometry> self = this; // a receiver of the container's signal may remove it
     ZORFeatGeometry::Initialize();
@@ -50,13 +49,11 @@ void ZORFeatComputedGeometry::Initialize()
 
 ZORTopBody* ZORFeatComputedGeometry::GetBody() const
 {
-    Q_D(const ZORFeatComputedGeometry);
     return d->shape.GetBody();
 }
 
 QString ZORFeatComputedGeometry::GetFailure() const
 {
-    Q_D(const ZORFeatComputedGeometry);
     return d->failure;
 }
 
@@ -94,7 +91,6 @@ void ZORFeatComputedGeometry::OnInputChanged()
 
 void ZORFeatComputedGeometry::Update()
 {
-    Q_D(ZORFeatComputedGeometry);
     if (!IsInitialized())
         return;
     d->failure.clear();
@@ -114,7 +110,6 @@ void ZORFeatComputedGeometry::Update()
 
 void ZORFeatComputedGeometry::Replace(ZORFeatShape&& shape)
 {
-    Q_D(ZORFeatComputedGeometry);
     const QPointer<ZORFeatComputedGeometry> self = this; // receivers of the container's signals may remove it
     if (shape.GetBody())
         shape.GetBody()->AddReference(this);
@@ -133,7 +128,7 @@ struct ZORFeatComputedGeometryStorage
 {
     static void Write(const ZORFeatComputedGeometry& feature, ZORGeoObjectWriter& writer)
     {
-        const ZORFeatComputedGeometryPrivate& data = *feature.d_func();
+        const ZORFeatComputedGeometry::Private& data = *feature.d;
         const QList<ZORGeoGeometry*> geometry = data.shape.GetGeometry();
         writer.WriteLink("body", data.shape.GetBody());
         writer.WriteLinks("geometry", {geometry.begin(), geometry.end()});
@@ -141,7 +136,7 @@ struct ZORFeatComputedGeometryStorage
     }
     static void Complete(ZORFeatComputedGeometry& feature, const ZORGeoObjectReader& reader)
     {
-        ZORFeatComputedGeometryPrivate& data = *feature.d_func();
+        ZORFeatComputedGeometry::Private& data = *feature.d;
         data.failure = reader.GetString("failure");
         data.shape =
             ZORFeatShape(reader.GetLink<ZORTopBody>("body"), reader.GetLinks<ZORGeoGeometry>("geometry"));

@@ -11,8 +11,6 @@
 
 #include <memory>
 
-class ZORFeatComputedGeometryPrivate;
-
 /// Base of the features that are computed from others and follow them.
 ///
 /// Inputs.     Features, to each of which the feature holds a counted reference; a derived class has a setter for
@@ -91,6 +89,6 @@ private:
     friend struct ZORFeatComputedGeometryStorage;
     void Replace(ZORFeatShape&& shape);
 
-    Q_DECLARE_PRIVATE(ZORFeatComputedGeometry)
-    const std::unique_ptr<ZORFeatComputedGeometryPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

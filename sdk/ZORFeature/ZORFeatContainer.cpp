@@ -7,7 +7,7 @@
 
 #include <memory>
 
-class ZORFeatContainerPrivate
+class ZORFeatContainer::Private
 {
 public:
     // A handful at most, so a list is searched. A root that is gone leaves a null pointer.
@@ -16,7 +16,7 @@ public:
 
 ZORFeatContainer::ZORFeatContainer(QObject* parent)
     : ZORGeoContainer(parent)
-    , d_ptr(std::make_unique<ZORFeatContainerPrivate>())
+    , d(std::make_unique<Private>())
 {
 }
 
@@ -45,9 +45,8 @@ ZORFeatRoot* ZORFeatContainer::GetFeatureRoot(const char* className)
 
 QList<ZORFeatRoot*> ZORFeatContainer::GetFeatureRoots() const
 {
-    Q_D(const ZORFeatContainer);
     QList<ZORFeatRoot*> roots;
-    for (const QPointer<ZORFeatRoot>& root : d->roots) {
+    for (const QPointer<ZORFeatRoot>& root : std::as_const(d->roots)) {
         if (root)
             roots.append(root);
     }
@@ -56,8 +55,7 @@ QList<ZORFeatRoot*> ZORFeatContainer::GetFeatureRoots() const
 
 ZORFeatRoot* ZORFeatContainer::FindRoot(const QByteArray& className) const
 {
-    Q_D(const ZORFeatContainer);
-    for (const QPointer<ZORFeatRoot>& root : d->roots) {
+    for (const QPointer<ZORFeatRoot>& root : std::as_const(d->roots)) {
         if (root && className == root->metaObject()->className())
             return root;
     }
@@ -66,7 +64,6 @@ ZORFeatRoot* ZORFeatContainer::FindRoot(const QByteArray& className) const
 
 void ZORFeatContainer::AddRoot(ZORFeatRoot* root)
 {
-    Q_D(ZORFeatContainer);
     d->roots.removeAll(nullptr);
     d->roots.append(root);
 }

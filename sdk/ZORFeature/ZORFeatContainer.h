@@ -7,7 +7,6 @@
 
 #include <memory>
 
-class ZORFeatContainerPrivate;
 class ZORFeatObject;
 class ZORFeatRoot;
 
@@ -42,6 +41,6 @@ private:
     ZORFeatRoot* FindRoot(const QByteArray& className) const;
     void AddRoot(ZORFeatRoot* root);
 
-    Q_DECLARE_PRIVATE(ZORFeatContainer)
-    const std::unique_ptr<ZORFeatContainerPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -7,9 +7,15 @@
 
 #include <QPointer>
 
+class ZORFeatEnvironment::Private
+{
+public:
+    ZORFeatContainer* container; // owned (QObject child)
+};
+
 ZORFeatEnvironment::ZORFeatEnvironment(QObject* parent)
     : ZORVisEnvironment(parent)
-    , m_container(new ZORFeatContainer(this))
+    , d(new Private{new ZORFeatContainer(this)})
 {
     ZOR_TRACE_CALL(parent);
 }
@@ -28,5 +34,10 @@ ZORFeatEnvironment::~ZORFeatEnvironment()
         objects.append(object);
     for (const QPointer<ZORVisVirtualObject>& object : objects)
         delete object.data();
-    delete m_container;
+    delete d->container;
+}
+
+ZORFeatContainer* ZORFeatEnvironment::GetContainer() const
+{
+    return d->container;
 }

@@ -5,6 +5,8 @@
 #include <ZORFeature/ZORFeatureGlobal.h>
 #include <ZORVisualization/ZORVisEnvironment.h>
 
+#include <memory>
+
 class ZORFeatContainer;
 
 /// A document of the application. It is the visualization environment of its own container.
@@ -24,12 +26,13 @@ public:
     ~ZORFeatEnvironment() override;
 
     /// Never null; owned by the environment.
-    ZORFeatContainer* GetContainer() const { return m_container; }
+    ZORFeatContainer* GetContainer() const;
 
 signals:
     /// Last moment at which the environment and all it holds are whole.
     void AboutToBeDestroyed();
 
 private:
-    ZORFeatContainer* m_container; // owned (QObject child)
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -3,7 +3,20 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
-ZORFeatEnvironmentManager::ZORFeatEnvironmentManager() = default;
+#include <QPointer>
+
+class ZORFeatEnvironmentManager::Private
+{
+public:
+    QPointer<QObject> current; // not owned
+};
+
+ZORFeatEnvironmentManager::ZORFeatEnvironmentManager()
+    : d(std::make_unique<Private>())
+{
+}
+
+ZORFeatEnvironmentManager::~ZORFeatEnvironmentManager() = default;
 
 ZORFeatEnvironmentManager* ZORFeatEnvironmentManager::GetManager()
 {
@@ -14,7 +27,7 @@ ZORFeatEnvironmentManager* ZORFeatEnvironmentManager::GetManager()
 
 ZORFeatEnvironment* ZORFeatEnvironmentManager::GetCurrentEnvironment() const
 {
-    return static_cast<ZORFeatEnvironment*>(m_current.data());
+    return static_cast<ZORFeatEnvironment*>(d->current.data());
 }
 
 void ZORFeatEnvironmentManager::SetCurrentEnvironment(ZORFeatEnvironment* environment)
@@ -25,8 +38,8 @@ void ZORFeatEnvironmentManager::SetCurrentEnvironment(ZORFeatEnvironment* enviro
 
 void ZORFeatEnvironmentManager::ChangeTo(ZORFeatEnvironment* environment)
 {
-    if (environment == m_current)
+    if (environment == d->current)
         return;
-    m_current = environment;
+    d->current = environment;
     emit CurrentEnvironmentChanged(environment);
 }

@@ -5,7 +5,8 @@
 #include <ZORFeature/ZORFeatureGlobal.h>
 
 #include <QObject>
-#include <QPointer>
+
+#include <memory>
 
 class ZORFeatEnvironment;
 
@@ -32,7 +33,9 @@ signals:
 private:
     friend class ZORFeatEnvironment;
     ZORFeatEnvironmentManager();
+    ~ZORFeatEnvironmentManager() override;
     void ChangeTo(ZORFeatEnvironment* environment);
 
-    QPointer<QObject> m_current; // not owned
+    class Private;
+    const std::unique_ptr<Private> d;
 };

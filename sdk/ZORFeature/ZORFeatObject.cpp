@@ -11,7 +11,7 @@
 
 ZOR_GEO_REGISTER_TYPE(ZORFeatObject)
 
-class ZORFeatObjectPrivate
+class ZORFeatObject::Private
 {
 public:
     bool hasParent = false;               // made with a parent, which may be gone since
@@ -42,16 +42,15 @@ ZORGeoContainer* ContainerOf(const ZORFeatObject* feature)
 
 ZORFeatObject::ZORFeatObject(ZORFeatObject* parent)
     : ZORGeoGeometry(ContainerOf(parent))
-    , d_ptr(std::make_unique<ZORFeatObjectPrivate>())
+    , d(std::make_unique<Private>())
 {
-    Q_D(ZORFeatObject);
     d->hasParent = parent;
     d->futureParent = parent;
 }
 
 ZORFeatObject::ZORFeatObject(ZORGeoContainer* container)
     : ZORGeoGeometry(container)
-    , d_ptr(std::make_unique<ZORFeatObjectPrivate>())
+    , d(std::make_unique<Private>())
 {
 }
 
@@ -64,13 +63,12 @@ ZORFeatObject::~ZORFeatObject()
 void ZORFeatObject::Initialize()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORFeatObject);
     if (d->initialized)
         return;
     if (d->hasParent) {
         if (!d->futureParent)
             throw ZORSysException(tr("the parent feature does not exist any more"));
-        if (!d->futureParent->d_func()->initialized)
+        if (!d->futureParent->d->initialized)
             throw ZORSysException(tr("the parent feature is not initialized"));
     }
     // Linked first: receivers of the container's signal find the tree complete, and may remove this feature.
@@ -92,39 +90,35 @@ void ZORFeatObject::Initialize()
 
 ZORFeatObject* ZORFeatObject::GetParentFeature() const
 {
-    Q_D(const ZORFeatObject);
     return d->parent ? d->parent : d->futureParent.data();
 }
 
 QList<ZORFeatObject*> ZORFeatObject::GetChildren() const
 {
-    Q_D(const ZORFeatObject);
     QList<ZORFeatObject*> children;
     children.reserve(d->numChildren);
-    for (ZORFeatObject* child = d->firstChild; child; child = child->d_func()->next)
+    for (ZORFeatObject* child = d->firstChild; child; child = child->d->next)
         children.append(child);
     return children;
 }
 
 int ZORFeatObject::GetNumChildren() const
 {
-    Q_D(const ZORFeatObject);
     return d->numChildren;
 }
 
 QList<ZORFeatObject*> ZORFeatObject::GetAllChildren() const
 {
-    Q_D(const ZORFeatObject);
     QList<ZORFeatObject*> all;
     for (ZORFeatObject* feature = d->firstChild; feature;) {
         all.append(feature);
-        if (feature->d_func()->firstChild) {
-            feature = feature->d_func()->firstChild;
+        if (feature->d->firstChild) {
+            feature = feature->d->firstChild;
             continue;
         }
-        while (feature != this && !feature->d_func()->next)
-            feature = feature->d_func()->parent;
-        feature = feature == this ? nullptr : feature->d_func()->next;
+        while (feature != this && !feature->d->next)
+            feature = feature->d->parent;
+        feature = feature == this ? nullptr : feature->d->next;
     }
     return all;
 }
@@ -154,7 +148,6 @@ bool ZORFeatObject::DependsOn(const ZORFeatObject* other) const
 void ZORFeatObject::SetLabel(const QString& label)
 {
     ZOR_TRACE_CALL(label);
-    Q_D(ZORFeatObject);
     if (label == d->label)
         return;
     const QString before = GetLabel();
@@ -173,14 +166,12 @@ void ZORFeatObject::SetLabel(const QString& label)
 
 QString ZORFeatObject::GetLabel() const
 {
-    Q_D(const ZORFeatObject);
     return d->label.isEmpty() ? objectName() : d->label;
 }
 
 void ZORFeatObject::Remove()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORFeatObject);
     if (d->beingRemoved)
         return;
     const QPointer<ZORFeatObject> self = this; // a receiver of the container's signals may delete it
@@ -191,26 +182,24 @@ void ZORFeatObject::Remove()
 
 void ZORFeatObject::Link()
 {
-    Q_D(ZORFeatObject);
     if (!d->futureParent)
         return;
     d->parent = d->futureParent;
-    ZORFeatObjectPrivate* const parent = d->parent->d_func();
+    Private* const parent = d->parent->d.get();
     d->previous = parent->lastChild;
-    (d->previous ? d->previous->d_func()->next : parent->firstChild) = this;
+    (d->previous ? d->previous->d->next : parent->firstChild) = this;
     parent->lastChild = this;
     ++parent->numChildren;
 }
 
 void ZORFeatObject::Unlink()
 {
-    Q_D(ZORFeatObject);
     if (!d->parent)
         return;
     ZORFeatObject* const parentFeature = d->parent;
-    ZORFeatObjectPrivate* const parent = parentFeature->d_func();
-    (d->previous ? d->previous->d_func()->next : parent->firstChild) = d->next;
-    (d->next ? d->next->d_func()->previous : parent->lastChild) = d->previous;
+    Private* const parent = parentFeature->d.get();
+    (d->previous ? d->previous->d->next : parent->firstChild) = d->next;
+    (d->next ? d->next->d->previous : parent->lastChild) = d->previous;
     --parent->numChildren;
     d->parent = d->previous = d->next = nullptr;
     if (d->initialized && !parent->beingRemoved)
@@ -219,10 +208,9 @@ void ZORFeatObject::Unlink()
 
 void ZORFeatObject::DestroyDescendants()
 {
-    Q_D(ZORFeatObject);
     d->beingRemoved = true;
     for (ZORFeatObject* feature : GetAllChildren())
-        feature->d_func()->beingRemoved = true;
+        feature->d->beingRemoved = true;
 
     // The deepest last child first. Receivers of the container's signals may add or delete features
     // meanwhile, so the way on is looked up after every one.
@@ -231,9 +219,9 @@ void ZORFeatObject::DestroyDescendants()
     while (self && d->lastChild) {
         if (!feature)
             feature = this;
-        while (feature->d_func()->lastChild)
-            feature = feature->d_func()->lastChild;
-        const QPointer<ZORFeatObject> parent = feature->d_func()->parent;
+        while (feature->d->lastChild)
+            feature = feature->d->lastChild;
+        const QPointer<ZORFeatObject> parent = feature->d->parent;
         feature->Destroy();
         feature = parent;
     }
@@ -243,18 +231,18 @@ struct ZORFeatObjectStorage
 {
     static void Write(const ZORFeatObject& feature, ZORGeoObjectWriter& writer)
     {
-        const ZORFeatObjectPrivate& data = *feature.d_func();
+        const ZORFeatObject::Private& data = *feature.d;
         writer.WriteReference("parent", data.parent);
         writer.WriteString("label", data.label);
     }
     static void Complete(ZORFeatObject& feature, const ZORGeoObjectReader& reader)
     {
         ZORFeatObject* const parent = reader.GetReference<ZORFeatObject>("parent");
-        if (parent != feature.d_func()->futureParent)
+        if (parent != feature.d->futureParent)
             reader.Fail(ZORFeatObject::tr("it is not made with its parent"));
         if (parent && !reader.IsReferenceEarlier("parent"))
             reader.Fail(ZORFeatObject::tr("it comes before its parent"));
-        feature.d_func()->label = reader.GetString("label");
+        feature.d->label = reader.GetString("label");
     }
 };
 

@@ -7,8 +7,6 @@
 
 #include <memory>
 
-class ZORFeatObjectPrivate;
-
 /// Base of all features: a geometry of the container that has a label, a parent and children.
 ///
 /// Life.      Made with its parent (or, at the top of a tree, its container) and registered by
@@ -70,7 +68,7 @@ private:
     void Unlink();
     void DestroyDescendants();
 
-    Q_DECLARE_PRIVATE(ZORFeatObject)
     friend struct ZORFeatObjectStorage;
-    const std::unique_ptr<ZORFeatObjectPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -2,6 +2,7 @@
 
 #include <ZORTopology/ZORTopBody.h>
 
+#include <QPointer>
 #include <QString>
 
 #include <utility>
@@ -23,24 +24,32 @@ void AppendHeritage(QList<Heritage>& all, const ZORGeoGeometry* old, ZORGeoGeome
 
 } // namespace
 
-ZORFeatShape::ZORFeatShape() = default;
+class ZORFeatShape::Private
+{
+public:
+    QPointer<ZORTopBody> body;
+    QList<QPointer<ZORGeoGeometry>> geometry;
+};
+
+ZORFeatShape::ZORFeatShape()
+    : d(std::make_unique<Private>())
+{
+}
 
 ZORFeatShape::ZORFeatShape(ZORTopBody* body, const QList<ZORGeoGeometry*>& geometry)
-    : m_body(body)
-    , m_geometry(geometry.begin(), geometry.end())
+    : d(new Private{body, {geometry.begin(), geometry.end()}})
 {
 }
 
 ZORFeatShape::ZORFeatShape(ZORFeatShape&& other) noexcept
+    : ZORFeatShape()
 {
-    m_body.swap(other.m_body);
-    m_geometry.swap(other.m_geometry);
+    d.swap(other.d);
 }
 
 ZORFeatShape& ZORFeatShape::operator=(ZORFeatShape&& other) noexcept
 {
-    m_body.swap(other.m_body);
-    m_geometry.swap(other.m_geometry);
+    d.swap(other.d);
     return *this;
 }
 
@@ -51,13 +60,13 @@ ZORFeatShape::~ZORFeatShape()
 
 ZORTopBody* ZORFeatShape::GetBody() const
 {
-    return m_body;
+    return d->body;
 }
 
 QList<ZORGeoGeometry*> ZORFeatShape::GetGeometry() const
 {
     QList<ZORGeoGeometry*> left;
-    for (const QPointer<ZORGeoGeometry>& geometry : m_geometry) {
+    for (const QPointer<ZORGeoGeometry>& geometry : std::as_const(d->geometry)) {
         if (geometry)
             left.append(geometry);
     }
@@ -66,21 +75,21 @@ QList<ZORGeoGeometry*> ZORFeatShape::GetGeometry() const
 
 void ZORFeatShape::Initialize()
 {
-    const QList<QPointer<ZORGeoGeometry>> all = m_geometry;
+    const QList<QPointer<ZORGeoGeometry>> all = d->geometry;
     for (const QPointer<ZORGeoGeometry>& geometry : all) {
         if (geometry)
             geometry->Initialize();
     }
-    if (m_body)
-        m_body->Initialize();
+    if (d->body)
+        d->body->Initialize();
 }
 
 void ZORFeatShape::Destroy()
 {
-    ZORTopBody* const body = m_body;
-    m_body.clear();
+    ZORTopBody* const body = d->body;
+    d->body.clear();
     delete body;
-    const QList<QPointer<ZORGeoGeometry>> all = std::exchange(m_geometry, {});
+    const QList<QPointer<ZORGeoGeometry>> all = std::exchange(d->geometry, {});
     for (const QPointer<ZORGeoGeometry>& geometry : all)
         delete geometry.data();
 }
@@ -88,10 +97,10 @@ void ZORFeatShape::Destroy()
 void ZORFeatShape::HandOver(const ZORFeatShape& successor)
 {
     QList<Heritage> heritage;
-    AppendHeritage(heritage, m_body, successor.m_body);
-    const qsizetype count = qMin(m_geometry.size(), successor.m_geometry.size());
+    AppendHeritage(heritage, d->body, successor.d->body);
+    const qsizetype count = qMin(d->geometry.size(), successor.d->geometry.size());
     for (qsizetype i = 0; i < count; ++i)
-        AppendHeritage(heritage, m_geometry[i], successor.m_geometry[i]);
+        AppendHeritage(heritage, d->geometry[i], successor.d->geometry[i]);
     Destroy();
     for (const Heritage& part : std::as_const(heritage)) {
         if (part.heir)

@@ -5,7 +5,8 @@
 #include <ZORFeature/ZORFeatureGlobal.h>
 
 #include <QList>
-#include <QPointer>
+
+#include <memory>
 
 class ZORGeoGeometry;
 class ZORTopBody;
@@ -41,6 +42,6 @@ public:
     void HandOver(const ZORFeatShape& successor);
 
 private:
-    QPointer<ZORTopBody> m_body;
-    QList<QPointer<ZORGeoGeometry>> m_geometry;
+    class Private;
+    std::unique_ptr<Private> d;
 };

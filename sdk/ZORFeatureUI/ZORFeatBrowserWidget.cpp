@@ -60,10 +60,10 @@ protected:
 
 } // namespace
 
-class ZORFeatBrowserWidgetPrivate
+class ZORFeatBrowserWidget::Private
 {
 public:
-    explicit ZORFeatBrowserWidgetPrivate(ZORFeatBrowserWidget* widget)
+    explicit Private(ZORFeatBrowserWidget* widget)
         : q_ptr(widget)
         , model(new ZORFeatBrowserModel(widget))
         , view(new BrowserView(widget))
@@ -93,7 +93,7 @@ public:
     bool selectionChanged = false; // meanwhile
 };
 
-void ZORFeatBrowserWidgetPrivate::Connect()
+void ZORFeatBrowserWidget::Private::Connect()
 {
     using Model = ZORFeatBrowserModel;
     using Widget = ZORFeatBrowserWidget;
@@ -115,7 +115,7 @@ void ZORFeatBrowserWidgetPrivate::Connect()
     });
 }
 
-void ZORFeatBrowserWidgetPrivate::ChangeTo(ZORFeatEnvironment* newEnvironment)
+void ZORFeatBrowserWidget::Private::ChangeTo(ZORFeatEnvironment* newEnvironment)
 {
     view->selectionModel()->clear(); // a reset of the model would drop the selection silently
     if (environment)
@@ -128,7 +128,7 @@ void ZORFeatBrowserWidgetPrivate::ChangeTo(ZORFeatEnvironment* newEnvironment)
     }
 }
 
-void ZORFeatBrowserWidgetPrivate::ExpandNewItems(const QModelIndex& parent, int first, int last)
+void ZORFeatBrowserWidget::Private::ExpandNewItems(const QModelIndex& parent, int first, int last)
 {
     if (parent.isValid()) // only items of the top level start expanded
         return;
@@ -139,13 +139,13 @@ void ZORFeatBrowserWidgetPrivate::ExpandNewItems(const QModelIndex& parent, int 
     }
 }
 
-void ZORFeatBrowserWidgetPrivate::OnFlushStarted()
+void ZORFeatBrowserWidget::Private::OnFlushStarted()
 {
     isFlushing = true;
     KeepAnchor();
 }
 
-void ZORFeatBrowserWidgetPrivate::OnFlushFinished()
+void ZORFeatBrowserWidget::Private::OnFlushFinished()
 {
     RestoreAnchor();
     isFlushing = false;
@@ -153,7 +153,7 @@ void ZORFeatBrowserWidgetPrivate::OnFlushFinished()
         OnSelectionChanged();
 }
 
-void ZORFeatBrowserWidgetPrivate::OnSelectionChanged()
+void ZORFeatBrowserWidget::Private::OnSelectionChanged()
 {
     if (isFlushing)
         selectionChanged = true;
@@ -161,7 +161,7 @@ void ZORFeatBrowserWidgetPrivate::OnSelectionChanged()
         emit q_ptr->SelectionChanged(q_ptr->GetSelectedGeometries());
 }
 
-void ZORFeatBrowserWidgetPrivate::KeepAnchor()
+void ZORFeatBrowserWidget::Private::KeepAnchor()
 {
     // Somebody who looks at the start of the tree wants to see what is inserted there.
     const bool atStart = view->verticalScrollBar()->value() == 0;
@@ -169,7 +169,7 @@ void ZORFeatBrowserWidgetPrivate::KeepAnchor()
     anchorTop = anchor.isValid() ? view->visualRect(anchor).top() : 0;
 }
 
-void ZORFeatBrowserWidgetPrivate::RestoreAnchor()
+void ZORFeatBrowserWidget::Private::RestoreAnchor()
 {
     if (!anchor.isValid())
         return;
@@ -180,7 +180,7 @@ void ZORFeatBrowserWidgetPrivate::RestoreAnchor()
     anchor = QModelIndex();
 }
 
-QModelIndexList ZORFeatBrowserWidgetPrivate::SelectedFromTopToBottom() const
+QModelIndexList ZORFeatBrowserWidget::Private::SelectedFromTopToBottom() const
 {
     QItemSelection ranges = view->selectionModel()->selection();
     const auto path = [](QModelIndex index) {
@@ -200,9 +200,8 @@ QModelIndexList ZORFeatBrowserWidgetPrivate::SelectedFromTopToBottom() const
 
 ZORFeatBrowserWidget::ZORFeatBrowserWidget(QWidget* parent)
     : QWidget(parent)
-    , d_ptr(std::make_unique<ZORFeatBrowserWidgetPrivate>(this))
+    , d(std::make_unique<Private>(this))
 {
-    Q_D(ZORFeatBrowserWidget);
     d->view->setModel(d->model);
     d->model->SetPalette(palette());
     auto* const layout = new QVBoxLayout(this);
@@ -217,26 +216,22 @@ ZORFeatBrowserWidget::~ZORFeatBrowserWidget() = default;
 void ZORFeatBrowserWidget::SetEnvironment(ZORFeatEnvironment* environment)
 {
     ZOR_TRACE_CALL(environment);
-    Q_D(ZORFeatBrowserWidget);
     if (environment != d->environment)
         d->ChangeTo(environment);
 }
 
 ZORFeatEnvironment* ZORFeatBrowserWidget::GetEnvironment() const
 {
-    Q_D(const ZORFeatBrowserWidget);
     return d->environment;
 }
 
 ZORGeoGeometry* ZORFeatBrowserWidget::GetCurrentGeometry() const
 {
-    Q_D(const ZORFeatBrowserWidget);
     return d->model->GetGeometry(d->view->currentIndex());
 }
 
 QList<ZORGeoGeometry*> ZORFeatBrowserWidget::GetSelectedGeometries() const
 {
-    Q_D(const ZORFeatBrowserWidget);
     QList<ZORGeoGeometry*> geometries;
     for (const QModelIndex& index : d->SelectedFromTopToBottom()) {
         if (ZORGeoGeometry* geometry = d->model->GetGeometry(index))
@@ -248,7 +243,6 @@ QList<ZORGeoGeometry*> ZORFeatBrowserWidget::GetSelectedGeometries() const
 bool ZORFeatBrowserWidget::SelectGeometry(ZORGeoGeometry* geometry)
 {
     ZOR_TRACE_CALL(geometry);
-    Q_D(ZORFeatBrowserWidget);
     d->model->Flush();
     const QModelIndex index = geometry ? d->model->GetIndex(geometry) : QModelIndex();
     if (!index.isValid()) {
@@ -263,7 +257,6 @@ bool ZORFeatBrowserWidget::SelectGeometry(ZORGeoGeometry* geometry)
 
 void ZORFeatBrowserWidget::changeEvent(QEvent* event)
 {
-    Q_D(ZORFeatBrowserWidget);
     if (event->type() == QEvent::PaletteChange) {
         d->model->SetPalette(palette());
         d->view->viewport()->update();

@@ -9,7 +9,6 @@
 
 #include <memory>
 
-class ZORFeatBrowserWidgetPrivate;
 class ZORFeatEnvironment;
 class ZORGeoGeometry;
 
@@ -60,6 +59,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    Q_DECLARE_PRIVATE(ZORFeatBrowserWidget)
-    const std::unique_ptr<ZORFeatBrowserWidgetPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -10,6 +10,8 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <QPointer>
+
 #include <cmath>
 #include <memory>
 #include <utility>
@@ -25,9 +27,18 @@ bool IsWidth(double width)
 
 } // namespace
 
+class ZORTPCourse::Private
+{
+public:
+    double width;
+    QPointer<ZORGeoCurveOnSurface> centerLine = nullptr; // owned, by the container once it is registered
+    QPointer<ZORTopBody> body = nullptr;                 // the same
+    bool isRestored = false;                             // centre line and body register themselves
+};
+
 ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const ZORGeoCurveOnSurface* centerLine, double width)
     : ZORFeatGeometry(folder)
-    , m_width(width)
+    , d(new Private{width})
 {
     ZOR_TRACE_CALL(folder, centerLine, width);
     if (!centerLine)
@@ -37,7 +48,7 @@ ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const ZORGeoCurveOnSurface* cent
 
 ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const QList<ZORGeoLocationOnSurface>& locations, double width)
     : ZORFeatGeometry(folder)
-    , m_width(width)
+    , d(new Private{width})
 {
     ZOR_TRACE_CALL(folder, locations, width);
     Make(locations);
@@ -45,20 +56,25 @@ ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, const QList<ZORGeoLocationOnSurf
 
 ZORTPCourse::ZORTPCourse(ZORFeatObject* folder, double width)
     : ZORFeatGeometry(folder)
-    , m_width(width)
+    , d(new Private{width})
 {
 }
 
 ZORTPCourse::~ZORTPCourse()
 {
     // Its reference of the body goes with the body.
-    delete m_body;
-    delete m_centerLine;
+    delete d->body;
+    delete d->centerLine;
+}
+
+double ZORTPCourse::GetWidth() const
+{
+    return d->width;
 }
 
 void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
 {
-    if (!IsWidth(m_width))
+    if (!IsWidth(d->width))
         throw ZORSysException(tr("width is not a positive number"));
     if (locations.size() < 2)
         throw ZORSysException(tr("a course needs two places"));
@@ -72,8 +88,8 @@ void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
 
 void ZORTPCourse::Adopt(ZORGeoCurveOnSurface* centerLine, ZORTopBody* body)
 {
-    m_centerLine = centerLine;
-    m_body = body;
+    d->centerLine = centerLine;
+    d->body = body;
     if (body)
         body->AddReference(this);
     FollowBody(body);
@@ -82,27 +98,27 @@ void ZORTPCourse::Adopt(ZORGeoCurveOnSurface* centerLine, ZORTopBody* body)
 void ZORTPCourse::Initialize()
 {
     ZOR_TRACE_CALL();
-    const bool isRestored = std::exchange(m_isRestored, false);
-    if (m_centerLine && !isRestored)
-        m_centerLine->Initialize();
-    if (m_body && !isRestored)
-        m_body->Initialize();
+    const bool isRestored = std::exchange(d->isRestored, false);
+    if (d->centerLine && !isRestored)
+        d->centerLine->Initialize();
+    if (d->body && !isRestored)
+        d->body->Initialize();
     ZORFeatGeometry::Initialize();
 }
 
 ZORTopBody* ZORTPCourse::GetBody() const
 {
-    return m_body;
+    return d->body;
 }
 
 const ZORGeoCurveOnSurface* ZORTPCourse::GetCenterLine() const
 {
-    return m_centerLine;
+    return d->centerLine;
 }
 
 const ZORGeoSurface* ZORTPCourse::GetSurface() const
 {
-    return m_centerLine ? m_centerLine->GetSurface() : nullptr;
+    return d->centerLine ? d->centerLine->GetSurface() : nullptr;
 }
 
 void ZORTPCourse::Smooth(double radius)
@@ -120,15 +136,15 @@ bool ZORTPCourse::Smooth(double radius, const std::function<bool(double)>& repor
 bool ZORTPCourse::SmoothCenterLine(double radius, const std::function<bool(double)>& report)
 {
     const ZORGeoCurveOnSurfaceSmoother smoother(radius);
-    if (!m_centerLine)
+    if (!d->centerLine)
         throw ZORSysException(tr("the course has no centre line"));
-    if (!m_centerLine->GetSurface())
+    if (!d->centerLine->GetSurface())
         throw ZORSysException(tr("the surface of the course does not exist any more"));
-    const QList<ZORGeoLocationOnSurface> locations = m_centerLine->GetLocations();
+    const QList<ZORGeoLocationOnSurface> locations = d->centerLine->GetLocations();
     const auto smooth = smoother.Smooth(locations, report);
     // A list that was left as it is shares its data.
     if (smooth && smooth->constData() != locations.constData())
-        m_centerLine->SetLocations(*smooth);
+        d->centerLine->SetLocations(*smooth);
     return smooth.has_value();
 }
 
@@ -137,9 +153,9 @@ struct ZORTPCourseStorage
     static void Write(const ZORTPCourse& course, ZORGeoObjectWriter& writer)
     {
         // They may come behind the course, and keep their places in the container.
-        writer.WriteLink("centerLine", course.m_centerLine);
-        writer.WriteLink("body", course.m_body);
-        writer.WriteDouble("width", course.m_width);
+        writer.WriteLink("centerLine", course.d->centerLine);
+        writer.WriteLink("body", course.d->body);
+        writer.WriteDouble("width", course.d->width);
     }
     static ZORTPCourse* Create(ZORGeoContainer*, const ZORGeoObjectReader& reader)
     {
@@ -155,7 +171,7 @@ struct ZORTPCourseStorage
         if (body && body->GetGeometry() != centerLine)
             reader.Fail(ZORTPCourse::tr("the body is not that of the centre line"));
         course.Adopt(centerLine, body);
-        course.m_isRestored = true;
+        course.d->isRestored = true;
     }
 };
 

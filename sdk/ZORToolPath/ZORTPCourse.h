@@ -8,9 +8,9 @@
 #include <ZORTopology/ZORTopBody.h>
 
 #include <QList>
-#include <QPointer>
 
 #include <functional>
+#include <memory>
 
 class ZORGeoCurveOnSurface;
 class ZORGeoSurface;
@@ -60,7 +60,7 @@ public:
     /// Null once it has been destroyed.
     const ZORGeoSurface* GetSurface() const;
     /// Millimeters.
-    double GetWidth() const { return m_width; }
+    double GetWidth() const;
 
     /// Gives the centre line a minimum radius: bends below it become tangent arcs, as
     /// ZORGeoCurveOnSurfaceSmoother explains. Both ends stay. Changes the center line in place. A course that is
@@ -89,8 +89,6 @@ private:
     /// Takes the center line and its body; either may be null.
     void Adopt(ZORGeoCurveOnSurface* centerLine, ZORTopBody* body);
 
-    const double m_width;
-    QPointer<ZORGeoCurveOnSurface> m_centerLine; // owned, by the container once it is registered
-    QPointer<ZORTopBody> m_body;                 // the same
-    bool m_isRestored = false;                   // centre line and body register themselves
+    class Private;
+    const std::unique_ptr<Private> d;
 };

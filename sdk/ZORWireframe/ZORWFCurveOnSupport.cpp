@@ -31,7 +31,7 @@ void AppendLimits(QList<ZORFeatGeometry*>& features, const QList<ZORWFCurveCompu
 
 } // namespace
 
-class ZORWFCurveOnSupportPrivate
+class ZORWFCurveOnSupport::Private
 {
 public:
     ZORWFCurveComputation inputs;
@@ -39,7 +39,7 @@ public:
 
 ZORWFCurveOnSupport::ZORWFCurveOnSupport(ZORFeatObject* folder)
     : ZORFeatComputedGeometry(folder)
-    , d_ptr(std::make_unique<ZORWFCurveOnSupportPrivate>())
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(folder);
 }
@@ -59,13 +59,12 @@ void ZORWFCurveOnSupport::SetNumber(double& member, double value)
 void ZORWFCurveOnSupport::SetSupport(ZORFeatGeometry* support)
 {
     ZOR_TRACE_CALL(support);
-    SetInput(d_ptr->inputs.support, support);
+    SetInput(d->inputs.support, support);
 }
 
 void ZORWFCurveOnSupport::SetComputationMethod(ComputationMethod method)
 {
     ZOR_TRACE_CALL(method);
-    Q_D(ZORWFCurveOnSupport);
     if (method < PointToPoint || method > ConstantAngle)
         throw ZORSysException(tr("computation method %1 is unknown").arg(int(method)));
     if (d->inputs.method == method)
@@ -78,37 +77,37 @@ void ZORWFCurveOnSupport::SetComputationMethod(ComputationMethod method)
 void ZORWFCurveOnSupport::SetStartPoint(ZORFeatGeometry* point)
 {
     ZOR_TRACE_CALL(point);
-    SetInput(d_ptr->inputs.startPoint, point);
+    SetInput(d->inputs.startPoint, point);
 }
 
 void ZORWFCurveOnSupport::SetEndPoint(ZORFeatGeometry* point)
 {
     ZOR_TRACE_CALL(point);
-    SetInput(d_ptr->inputs.endPoint, point, !IsDirected());
+    SetInput(d->inputs.endPoint, point, !IsDirected());
 }
 
 void ZORWFCurveOnSupport::SetStartLength(double length)
 {
     ZOR_TRACE_CALL(length);
-    SetNumber(d_ptr->inputs.startLength, length);
+    SetNumber(d->inputs.startLength, length);
 }
 
 void ZORWFCurveOnSupport::SetEndLength(double length)
 {
     ZOR_TRACE_CALL(length);
-    SetNumber(d_ptr->inputs.endLength, length);
+    SetNumber(d->inputs.endLength, length);
 }
 
 void ZORWFCurveOnSupport::AddStartLimit(ZORFeatGeometry* limit)
 {
     ZOR_TRACE_CALL(limit);
-    AddLimit(d_ptr->inputs.startLimits, limit);
+    AddLimit(d->inputs.startLimits, limit);
 }
 
 void ZORWFCurveOnSupport::AddEndLimit(ZORFeatGeometry* limit)
 {
     ZOR_TRACE_CALL(limit);
-    AddLimit(d_ptr->inputs.endLimits, limit);
+    AddLimit(d->inputs.endLimits, limit);
 }
 
 void ZORWFCurveOnSupport::AddLimit(QList<ZORGeoReference<ZORFeatGeometry>>& limits, ZORFeatGeometry* limit)
@@ -126,7 +125,6 @@ void ZORWFCurveOnSupport::AddLimit(QList<ZORGeoReference<ZORFeatGeometry>>& limi
 void ZORWFCurveOnSupport::ClearLimits()
 {
     ZOR_TRACE_CALL();
-    Q_D(ZORWFCurveOnSupport);
     const QList<ZORFeatGeometry*> before = GetStartLimits() + GetEndLimits();
     if (d->inputs.startLimits.isEmpty() && d->inputs.endLimits.isEmpty())
         return;
@@ -142,19 +140,18 @@ void ZORWFCurveOnSupport::ClearLimits()
 void ZORWFCurveOnSupport::SetDirection(ZORFeatObject* direction)
 {
     ZOR_TRACE_CALL(direction);
-    SetInput(d_ptr->inputs.direction, direction, IsDirected());
+    SetInput(d->inputs.direction, direction, IsDirected());
 }
 
 void ZORWFCurveOnSupport::SetAngle(double angle)
 {
     ZOR_TRACE_CALL(angle);
-    SetNumber(d_ptr->inputs.angle, angle);
+    SetNumber(d->inputs.angle, angle);
 }
 
 void ZORWFCurveOnSupport::SetDirectionFlipped(bool isFlipped)
 {
     ZOR_TRACE_CALL(isFlipped);
-    Q_D(ZORWFCurveOnSupport);
     if (d->inputs.isFlipped == isFlipped)
         return;
     d->inputs.isFlipped = isFlipped;
@@ -165,43 +162,36 @@ void ZORWFCurveOnSupport::SetDirectionFlipped(bool isFlipped)
 
 ZORFeatGeometry* ZORWFCurveOnSupport::GetSupport() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.support;
 }
 
 ZORWFCurveOnSupport::ComputationMethod ZORWFCurveOnSupport::GetComputationMethod() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.method;
 }
 
 ZORFeatGeometry* ZORWFCurveOnSupport::GetStartPoint() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.startPoint;
 }
 
 ZORFeatGeometry* ZORWFCurveOnSupport::GetEndPoint() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.endPoint;
 }
 
 double ZORWFCurveOnSupport::GetStartLength() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.startLength;
 }
 
 double ZORWFCurveOnSupport::GetEndLength() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.endLength;
 }
 
 QList<ZORFeatGeometry*> ZORWFCurveOnSupport::GetStartLimits() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     QList<ZORFeatGeometry*> limits;
     AppendLimits(limits, d->inputs.startLimits);
     return limits;
@@ -209,7 +199,6 @@ QList<ZORFeatGeometry*> ZORWFCurveOnSupport::GetStartLimits() const
 
 QList<ZORFeatGeometry*> ZORWFCurveOnSupport::GetEndLimits() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     QList<ZORFeatGeometry*> limits;
     AppendLimits(limits, d->inputs.endLimits);
     return limits;
@@ -217,26 +206,22 @@ QList<ZORFeatGeometry*> ZORWFCurveOnSupport::GetEndLimits() const
 
 ZORFeatObject* ZORWFCurveOnSupport::GetDirection() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.direction;
 }
 
 double ZORWFCurveOnSupport::GetAngle() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.angle;
 }
 
 bool ZORWFCurveOnSupport::IsDirectionFlipped() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.isFlipped;
 }
 
 // Whether the method computes both ways from the start point, rather than between two points.
 bool ZORWFCurveOnSupport::IsDirected() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.method != PointToPoint;
 }
 
@@ -251,13 +236,11 @@ QList<ZORFeatObject*> ZORWFCurveOnSupport::GetInputs() const
 
 bool ZORWFCurveOnSupport::IsComplete() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     return d->inputs.IsComplete();
 }
 
 ZORFeatShape ZORWFCurveOnSupport::Compute() const
 {
-    Q_D(const ZORWFCurveOnSupport);
     auto curve = std::make_unique<ZORGeoCurveOnSurface>(d->inputs.Run(), false);
     auto* const body = new ZORTopBody(GetContainer(), curve.get());
     return {body, {curve.release()}};

@@ -9,8 +9,6 @@
 
 #include <memory>
 
-class ZORWFCurveOnSupportPrivate;
-
 /// A curve over a support surface, kept up to date with its inputs as every ZORFeatComputedGeometry.
 ///
 /// Methods.    PointToPoint: a shortest way from the start to the end point. PointDirection: the straightest
@@ -109,6 +107,6 @@ private:
     void AddLimit(QList<ZORGeoReference<ZORFeatGeometry>>& limits, ZORFeatGeometry* limit);
     bool IsDirected() const;
 
-    Q_DECLARE_PRIVATE(ZORWFCurveOnSupport)
-    const std::unique_ptr<ZORWFCurveOnSupportPrivate> d_ptr;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

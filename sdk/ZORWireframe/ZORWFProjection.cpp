@@ -20,8 +20,16 @@ bool HasShape(const ZORFeatGeometry* feature)
 
 } // namespace
 
+class ZORWFProjection::Private
+{
+public:
+    ZORGeoReference<ZORFeatGeometry> source;
+    ZORGeoReference<ZORFeatGeometry> support;
+};
+
 ZORWFProjection::ZORWFProjection(ZORFeatObject* folder)
     : ZORFeatComputedGeometry(folder)
+    , d(std::make_unique<Private>())
 {
     ZOR_TRACE_CALL(folder);
 }
@@ -38,34 +46,34 @@ QList<ZORFeatObject*> ZORWFProjection::GetInputs() const
 void ZORWFProjection::SetSource(ZORFeatGeometry* source)
 {
     ZOR_TRACE_CALL(source);
-    SetInput(m_source, source);
+    SetInput(d->source, source);
 }
 
 void ZORWFProjection::SetSupport(ZORFeatGeometry* support)
 {
     ZOR_TRACE_CALL(support);
-    SetInput(m_support, support);
+    SetInput(d->support, support);
 }
 
 ZORFeatGeometry* ZORWFProjection::GetSource() const
 {
-    return m_source;
+    return d->source;
 }
 
 ZORFeatGeometry* ZORWFProjection::GetSupport() const
 {
-    return m_support;
+    return d->support;
 }
 
 bool ZORWFProjection::IsComplete() const
 {
-    return HasShape(m_source) && HasShape(m_support);
+    return HasShape(d->source) && HasShape(d->support);
 }
 
 ZORFeatShape ZORWFProjection::Compute() const
 {
-    const ZORTopBody* const support = m_support->GetBody();
-    const ZORTopBody* const source = m_source->GetBody();
+    const ZORTopBody* const support = d->support->GetBody();
+    const ZORTopBody* const source = d->source->GetBody();
     if (!qobject_cast<const ZORGeoSurface*>(support->GetGeometry()))
         throw ZORSysException(tr("the support is no surface"));
     if (source->GetDimension() > 1)

@@ -5,6 +5,8 @@
 #include <ZORFeature/ZORFeatComputedGeometry.h>
 #include <ZORWireframe/ZORWireframeGlobal.h>
 
+#include <memory>
+
 /// A point or a curve laid onto a support surface, kept up to date with its inputs as every
 /// ZORFeatComputedGeometry.
 ///
@@ -42,6 +44,6 @@ protected:
     ZORFeatShape Compute() const override;
 
 private:
-    ZORGeoReference<ZORFeatGeometry> m_source;
-    ZORGeoReference<ZORFeatGeometry> m_support;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

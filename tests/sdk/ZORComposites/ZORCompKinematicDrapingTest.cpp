@@ -2,6 +2,7 @@
 
 #include "../ZORGeometry/TestMeshes.h"
 #include "DrapingChecks.h"
+#include "support/SharedValue.h"
 
 #include <ZORMathematics/ZORMathPoint.h>
 
@@ -303,4 +304,21 @@ TEST(ZORCompKinematicDrapingTest, SaysWhatIsWrong)
     EXPECT_EQ(QLatin1String("seed is not on the surface"), MessageOf([&] {
                   ZORCompKinematicDraping(&empty, WithStep(1)).Run({}, {1, 0, 0});
               }));
+}
+
+TEST(ZORCompKinematicDrapingTest, CopiesOfNetsAreIndependent)
+{
+    const ZORCompDrapingNode node{0, 0, {nullptr, 0, 0, 0, {1, 2, 3}}};
+    const ZORCompDrapingNet net(2.5, 1.5, {node}, {});
+    ExpectSharedValue(
+        ZORCompDrapingNet(), [&net](ZORCompDrapingNet& changed) { changed = net; },
+        [](const ZORCompDrapingNet& value) { return value.GetStep(); });
+    EXPECT_EQ(1.5, net.GetYarnAngle());
+    EXPECT_FALSE(net.IsEmpty());
+
+    // Nothing is to be detached, so that the copy goes on sharing its nodes.
+    ZORCompDrapingNet copy = net;
+    copy.DetachFromSurface();
+    EXPECT_EQ(net.GetNodes().constData(), copy.GetNodes().constData());
+    EXPECT_EQ(&net.GetNodes(), &copy.GetNodes());
 }
