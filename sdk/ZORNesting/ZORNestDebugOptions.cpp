@@ -2,6 +2,22 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
+#include <atomic>
+
+class ZORNestDebugOptions::Private
+{
+public:
+    std::atomic<bool> keepsTranslation = false;
+    std::atomic<bool> keepsNesting = false;
+};
+
+ZORNestDebugOptions::ZORNestDebugOptions()
+    : d(std::make_unique<Private>())
+{
+}
+
+ZORNestDebugOptions::~ZORNestDebugOptions() = default;
+
 ZORNestDebugOptions* ZORNestDebugOptions::GetInstance()
 {
     static ZORNestDebugOptions options;
@@ -10,22 +26,22 @@ ZORNestDebugOptions* ZORNestDebugOptions::GetInstance()
 
 bool ZORNestDebugOptions::GetKeepTranslationWorkDirectories() const
 {
-    return m_keepTranslation;
+    return d->keepsTranslation;
 }
 
 void ZORNestDebugOptions::SetKeepTranslationWorkDirectories(bool keep)
 {
     ZOR_TRACE_CALL(keep);
-    m_keepTranslation = keep;
+    d->keepsTranslation = keep;
 }
 
 bool ZORNestDebugOptions::GetKeepNestingWorkDirectories() const
 {
-    return m_keepNesting;
+    return d->keepsNesting;
 }
 
 void ZORNestDebugOptions::SetKeepNestingWorkDirectories(bool keep)
 {
     ZOR_TRACE_CALL(keep);
-    m_keepNesting = keep;
+    d->keepsNesting = keep;
 }

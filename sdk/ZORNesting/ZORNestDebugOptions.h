@@ -4,7 +4,7 @@
 
 #include <ZORNesting/ZORNestingGlobal.h>
 
-#include <atomic>
+#include <memory>
 
 /// Process-wide options; they are off at start and live as long as the process.
 /// Thread safety: thread-safe.
@@ -22,8 +22,10 @@ public:
     void SetKeepNestingWorkDirectories(bool keep);
 
 private:
-    ZORNestDebugOptions() = default;
+    ZORNestDebugOptions();
+    ~ZORNestDebugOptions();
+    Q_DISABLE_COPY_MOVE(ZORNestDebugOptions)
 
-    std::atomic<bool> m_keepTranslation = false;
-    std::atomic<bool> m_keepNesting = false;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -16,7 +16,9 @@ ZORNestInstance::ZORNestInstance(ZORNestInstanceData* data)
 }
 
 ZORNestInstance::ZORNestInstance(const ZORNestInstance& other) = default;
+ZORNestInstance::ZORNestInstance(ZORNestInstance&& other) noexcept = default;
 ZORNestInstance& ZORNestInstance::operator=(const ZORNestInstance& other) = default;
+ZORNestInstance& ZORNestInstance::operator=(ZORNestInstance&& other) noexcept = default;
 ZORNestInstance::~ZORNestInstance() = default;
 
 ZORNestInstance ZORNestInstance::Read(const QByteArray& document, Purpose purpose)

@@ -46,8 +46,11 @@ public:
     /// Constructs an instance without items and sheets.
     ZORNestInstance();
     ZORNestInstance(const ZORNestInstance& other);
+    ZORNestInstance(ZORNestInstance&& other) noexcept;
     ZORNestInstance& operator=(const ZORNestInstance& other);
+    ZORNestInstance& operator=(ZORNestInstance&& other) noexcept;
     ~ZORNestInstance();
+    void swap(ZORNestInstance& other) noexcept { d.swap(other.d); }
 
     /// Reads a document. Takes O(n) for n bytes.
     /// \throws ZORSysException for nesting, "%1, at byte %2" of what is not JSON, and the place of a fault with its
@@ -89,3 +92,5 @@ public:
 private:
     QSharedDataPointer<ZORNestInstanceData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestInstance)

@@ -88,7 +88,9 @@ ZORNestLayout::ZORNestLayout(ZORNestLayoutData* data)
 }
 
 ZORNestLayout::ZORNestLayout(const ZORNestLayout& other) = default;
+ZORNestLayout::ZORNestLayout(ZORNestLayout&& other) noexcept = default;
 ZORNestLayout& ZORNestLayout::operator=(const ZORNestLayout& other) = default;
+ZORNestLayout& ZORNestLayout::operator=(ZORNestLayout&& other) noexcept = default;
 ZORNestLayout::~ZORNestLayout() = default;
 
 ZORNestInstance ZORNestLayout::GetInstance() const

@@ -25,8 +25,11 @@ public:
     /// Constructs a layout without sheets.
     ZORNestLayout();
     ZORNestLayout(const ZORNestLayout& other);
+    ZORNestLayout(ZORNestLayout&& other) noexcept;
     ZORNestLayout& operator=(const ZORNestLayout& other);
+    ZORNestLayout& operator=(ZORNestLayout&& other) noexcept;
     ~ZORNestLayout();
+    void swap(ZORNestLayout& other) noexcept { d.swap(other.d); }
 
     /// Returns the instance that was nested.
     ZORNestInstance GetInstance() const;
@@ -74,3 +77,5 @@ public:
 private:
     QSharedDataPointer<ZORNestLayoutData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestLayout)

@@ -5,9 +5,13 @@
 #include <ZORNesting/ZORNestingGlobal.h>
 
 #include <QByteArray>
+#include <QSharedDataPointer>
 #include <QString>
 
-/// Sheets of one size, or a roll. A value.
+class ZORNestNestingInputPackagingData;
+
+/// Sheets of one size, or a roll. A value: copies share their data until one of them is changed, O(1). One that was moved
+/// from may only be assigned or destroyed.
 ///
 /// A sheet lies with its length along x and its width along y, its lower left corner at the origin. Millimetres.
 /// Every value is kept as it is given; a job reports sheets without usable area and numbers that it cannot use.
@@ -19,27 +23,33 @@ public:
     /// One sheet without trims and cost.
     /// \param length  not a number: a roll, whose used length is kept short
     ZORNestNestingInputPackaging(const QString& name, double width, double length);
+    ZORNestNestingInputPackaging(const ZORNestNestingInputPackaging& other);
+    ZORNestNestingInputPackaging(ZORNestNestingInputPackaging&& other) noexcept;
+    ZORNestNestingInputPackaging& operator=(const ZORNestNestingInputPackaging& other);
+    ZORNestNestingInputPackaging& operator=(ZORNestNestingInputPackaging&& other) noexcept;
+    ~ZORNestNestingInputPackaging();
+    void swap(ZORNestNestingInputPackaging& other) noexcept { d.swap(other.d); }
 
-    QString GetName() const { return m_name; }
-    double GetWidth() const { return m_width; }
-    double GetLength() const { return m_length; }
+    QString GetName() const;
+    double GetWidth() const;
+    double GetLength() const;
 
-    int GetQuantity() const { return m_quantity; }
+    int GetQuantity() const;
     /// \param quantity  number of sheets; less than 1: none. A roll never ends, one is enough.
     void SetQuantity(int quantity);
 
     /// What no part may lie on along an edge: left and right those across the length, bottom and top those along it.
     /// That on the right of a roll lies behind the last part.
-    double GetLeftTrim() const { return m_leftTrim; }
+    double GetLeftTrim() const;
     void SetLeftTrim(double width);
-    double GetRightTrim() const { return m_rightTrim; }
+    double GetRightTrim() const;
     void SetRightTrim(double width);
-    double GetTopTrim() const { return m_topTrim; }
+    double GetTopTrim() const;
     void SetTopTrim(double width);
-    double GetBottomTrim() const { return m_bottomTrim; }
+    double GetBottomTrim() const;
     void SetBottomTrim(double width);
 
-    double GetCost() const { return m_cost; }
+    double GetCost() const;
     /// \param cost  of a sheet, or of a millimetre of a roll. Where no kind of a job has a cost, area is the cost.
     void SetCost(double cost);
 
@@ -48,13 +58,7 @@ public:
                                                  const ZORNestNestingInputPackaging& packaging);
 
 private:
-    QString m_name;
-    double m_width;
-    double m_length;
-    int m_quantity = 1;
-    double m_leftTrim = 0;
-    double m_rightTrim = 0;
-    double m_topTrim = 0;
-    double m_bottomTrim = 0;
-    double m_cost = 0;
+    QSharedDataPointer<ZORNestNestingInputPackagingData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestNestingInputPackaging)

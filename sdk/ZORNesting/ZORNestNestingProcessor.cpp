@@ -27,7 +27,7 @@ public:
         if (!response)
             (worker.*function)(nullptr);
         else if (responses.contains(response))
-            (worker.*function)(response->m_workResponse);
+            (worker.*function)(response->GetWorkResponse());
     }
 
     QList<ZORNestNestingResponse*> responses; // QObject children of the processor

@@ -4,26 +4,38 @@
 
 #include <ZORWorker/ZORWorkResponse.h>
 
+class ZORNestNestingResponse::Private
+{
+public:
+    ZORWorkResponse* workResponse;                        // not owned
+    std::shared_ptr<const ZORNestNestingOutcome> outcome; // written at the end of the job
+    bool isCanceled = false;
+};
+
 ZORNestNestingResponse::ZORNestNestingResponse(ZORWorkResponse* workResponse,
                                                std::shared_ptr<const ZORNestNestingOutcome> outcome,
                                                QObject* parent)
     : QObject(parent)
-    , m_workResponse(workResponse)
-    , m_outcome(std::move(outcome))
+    , d(new Private{workResponse, std::move(outcome)})
 {
     qRegisterMetaType<Status>("ZORNestNestingResponse::Status");
     connect(workResponse, &ZORWorkResponse::ProgressChanged, this, &ZORNestNestingResponse::ProgressChanged);
     connect(workResponse, &ZORWorkResponse::StatusChanged, this, [this](ZORWorkResponse::Status status) {
-        m_isCanceled = m_isCanceled || status == ZORWorkResponse::Canceling;
+        d->isCanceled = d->isCanceled || status == ZORWorkResponse::Canceling;
         emit StatusChanged(GetStatus());
     });
 }
 
 ZORNestNestingResponse::~ZORNestNestingResponse() = default;
 
+ZORWorkResponse* ZORNestNestingResponse::GetWorkResponse() const
+{
+    return d->workResponse;
+}
+
 ZORNestNestingResponse::Status ZORNestNestingResponse::GetStatus() const
 {
-    switch (m_workResponse->GetStatus()) {
+    switch (d->workResponse->GetStatus()) {
     case ZORWorkResponse::Created:
         return Created;
     case ZORWorkResponse::Queued:
@@ -39,35 +51,35 @@ ZORNestNestingResponse::Status ZORNestNestingResponse::GetStatus() const
     case ZORWorkResponse::Failed:
         break;
     }
-    return m_isCanceled ? Canceled : Failed;
+    return d->isCanceled ? Canceled : Failed;
 }
 
 bool ZORNestNestingResponse::IsAtEnd() const
 {
-    return m_workResponse->IsAtEnd();
+    return d->workResponse->IsAtEnd();
 }
 
 double ZORNestNestingResponse::GetProgress() const
 {
-    return m_workResponse->GetProgress();
+    return d->workResponse->GetProgress();
 }
 
 QList<QByteArray> ZORNestNestingResponse::GetSheetFiles() const
 {
-    return GetStatus() == Completed ? m_outcome->sheetFiles : QList<QByteArray>();
+    return GetStatus() == Completed ? d->outcome->sheetFiles : QList<QByteArray>();
 }
 
 QByteArray ZORNestNestingResponse::GetReportFile() const
 {
-    return GetStatus() == Completed ? m_outcome->report : QByteArray();
+    return GetStatus() == Completed ? d->outcome->report : QByteArray();
 }
 
 QStringList ZORNestNestingResponse::GetRemarks() const
 {
-    return GetStatus() == Completed ? m_outcome->remarks : QStringList();
+    return GetStatus() == Completed ? d->outcome->remarks : QStringList();
 }
 
 QString ZORNestNestingResponse::GetFailureReason() const
 {
-    return m_workResponse->GetFailureReason();
+    return d->workResponse->GetFailureReason();
 }

@@ -66,8 +66,8 @@ private:
     friend class ZORNestNestingProcessor;
     ZORNestNestingResponse(ZORWorkResponse* workResponse,
                            std::shared_ptr<const ZORNestNestingOutcome> outcome, QObject* parent);
+    ZORWorkResponse* GetWorkResponse() const;
 
-    ZORWorkResponse* const m_workResponse;                        // not owned
-    const std::shared_ptr<const ZORNestNestingOutcome> m_outcome; // written at the end of the job
-    bool m_isCanceled = false;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

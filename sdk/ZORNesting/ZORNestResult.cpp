@@ -29,7 +29,9 @@ ZORNestResult::ZORNestResult(ResultType type)
 }
 
 ZORNestResult::ZORNestResult(const ZORNestResult& other) = default;
+ZORNestResult::ZORNestResult(ZORNestResult&& other) noexcept = default;
 ZORNestResult& ZORNestResult::operator=(const ZORNestResult& other) = default;
+ZORNestResult& ZORNestResult::operator=(ZORNestResult&& other) noexcept = default;
 ZORNestResult::~ZORNestResult() = default;
 
 bool ZORNestResult::IsValid() const

@@ -29,8 +29,11 @@ public:
     /// A valid result without items.
     explicit ZORNestResult(ResultType type);
     ZORNestResult(const ZORNestResult& other);
+    ZORNestResult(ZORNestResult&& other) noexcept;
     ZORNestResult& operator=(const ZORNestResult& other);
+    ZORNestResult& operator=(ZORNestResult&& other) noexcept;
     ~ZORNestResult();
+    void swap(ZORNestResult& other) noexcept { d.swap(other.d); }
 
     bool IsValid() const;
     /// Nesting for an invalid result.
@@ -58,3 +61,5 @@ public:
 private:
     QSharedDataPointer<ZORNestResultData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestResult)

@@ -2,13 +2,21 @@
 
 #include <ZORSystem/ZORSysFileException.h>
 
+class ZORNestResultIOBase::Private
+{
+public:
+    QString path;
+    QIODevice* device = nullptr; // not owned; null where there is a path
+    QString failure;
+};
+
 ZORNestResultIOBase::ZORNestResultIOBase(const QString& path)
-    : m_path(path)
+    : d(new Private{path, nullptr, {}})
 {
 }
 
 ZORNestResultIOBase::ZORNestResultIOBase(QIODevice* device)
-    : m_device(device)
+    : d(new Private{{}, device, {}})
 {
 }
 
@@ -16,8 +24,28 @@ ZORNestResultIOBase::~ZORNestResultIOBase() = default;
 
 const QString& ZORNestResultIOBase::RequirePath() const
 {
-    if (m_path.isEmpty()) {
+    if (d->path.isEmpty()) {
         throw ZORSysFileException(tr("the path of the result file is empty"));
     }
-    return m_path;
+    return d->path;
+}
+
+QString ZORNestResultIOBase::GetFilePath() const
+{
+    return d->path;
+}
+
+QString ZORNestResultIOBase::GetFailure() const
+{
+    return d->failure;
+}
+
+QIODevice* ZORNestResultIOBase::GetDevice() const
+{
+    return d->device;
+}
+
+void ZORNestResultIOBase::SetFailure(const QString& failure)
+{
+    d->failure = failure;
 }

@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <memory>
+
 class QIODevice;
 
 /// Where a result is read from or written to, and why that failed. docs/result-files.md tells the format.
@@ -25,23 +27,22 @@ public:
     Q_DISABLE_COPY_MOVE(ZORNestResultIOBase)
 
     /// The path as it was given; empty for a device.
-    QString GetFilePath() const { return m_path; }
+    QString GetFilePath() const;
     /// Why the last call failed, as a sentence for users; empty when it did not.
-    QString GetFailure() const { return m_failure; }
+    QString GetFailure() const;
 
 protected:
     explicit ZORNestResultIOBase(const QString& path);
     /// \param device  not taken over; must outlive this
     explicit ZORNestResultIOBase(QIODevice* device);
 
-    QIODevice* GetDevice() const { return m_device; }
+    QIODevice* GetDevice() const;
     /// GetFilePath(), for a call without a device.
     /// \throws ZORSysFileException "the path of the result file is empty"
     const QString& RequirePath() const;
-    void SetFailure(const QString& failure) { m_failure = failure; }
+    void SetFailure(const QString& failure);
 
 private:
-    QString m_path;
-    QIODevice* m_device = nullptr; // not owned; null where there is a path
-    QString m_failure;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -49,7 +49,9 @@ ZORNestResultItem::ZORNestResultItem(const QString& name)
 }
 
 ZORNestResultItem::ZORNestResultItem(const ZORNestResultItem& other) = default;
+ZORNestResultItem::ZORNestResultItem(ZORNestResultItem&& other) noexcept = default;
 ZORNestResultItem& ZORNestResultItem::operator=(const ZORNestResultItem& other) = default;
+ZORNestResultItem& ZORNestResultItem::operator=(ZORNestResultItem&& other) noexcept = default;
 ZORNestResultItem::~ZORNestResultItem() = default;
 
 QString ZORNestResultItem::GetName() const

@@ -28,8 +28,11 @@ class ZORNESTING_EXPORT ZORNestResultItem
 public:
     explicit ZORNestResultItem(const QString& name = QString());
     ZORNestResultItem(const ZORNestResultItem& other);
+    ZORNestResultItem(ZORNestResultItem&& other) noexcept;
     ZORNestResultItem& operator=(const ZORNestResultItem& other);
+    ZORNestResultItem& operator=(ZORNestResultItem&& other) noexcept;
     ~ZORNestResultItem();
+    void swap(ZORNestResultItem& other) noexcept { d.swap(other.d); }
 
     QString GetName() const;
     QString GetPartName() const;
@@ -63,3 +66,5 @@ public:
 private:
     QSharedDataPointer<ZORNestResultItemData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestResultItem)

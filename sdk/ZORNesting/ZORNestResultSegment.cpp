@@ -52,7 +52,9 @@ const ZORNestResultSegmentData& EmptyData()
 
 ZORNestResultSegment::ZORNestResultSegment() = default;
 ZORNestResultSegment::ZORNestResultSegment(const ZORNestResultSegment& other) = default;
+ZORNestResultSegment::ZORNestResultSegment(ZORNestResultSegment&& other) noexcept = default;
 ZORNestResultSegment& ZORNestResultSegment::operator=(const ZORNestResultSegment& other) = default;
+ZORNestResultSegment& ZORNestResultSegment::operator=(ZORNestResultSegment&& other) noexcept = default;
 ZORNestResultSegment::~ZORNestResultSegment() = default;
 
 ZORNestResultSegment::ZORNestResultSegment(SegmentType type, const ZORMathPoint& start,

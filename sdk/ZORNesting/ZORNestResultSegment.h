@@ -74,7 +74,9 @@ public:
     /// A line from the origin to the origin.
     ZORNestResultSegment();
     ZORNestResultSegment(const ZORNestResultSegment& other);
+    ZORNestResultSegment(ZORNestResultSegment&& other) noexcept;
     ZORNestResultSegment& operator=(const ZORNestResultSegment& other);
+    ZORNestResultSegment& operator=(ZORNestResultSegment&& other) noexcept;
     ~ZORNestResultSegment();
 
     static ZORNestResultSegment CreateLine(const ZORMathPoint& start, const ZORMathPoint& end);

@@ -28,7 +28,9 @@ ZORNestResultShape::ZORNestResultShape(const QList<ZORNestResultSegment>& segmen
 }
 
 ZORNestResultShape::ZORNestResultShape(const ZORNestResultShape& other) = default;
+ZORNestResultShape::ZORNestResultShape(ZORNestResultShape&& other) noexcept = default;
 ZORNestResultShape& ZORNestResultShape::operator=(const ZORNestResultShape& other) = default;
+ZORNestResultShape& ZORNestResultShape::operator=(ZORNestResultShape&& other) noexcept = default;
 ZORNestResultShape::~ZORNestResultShape() = default;
 
 QList<ZORNestResultSegment> ZORNestResultShape::GetSegments() const

@@ -30,8 +30,11 @@ public:
     /// O(segments)
     explicit ZORNestResultShape(const QList<ZORNestResultSegment>& segments);
     ZORNestResultShape(const ZORNestResultShape& other);
+    ZORNestResultShape(ZORNestResultShape&& other) noexcept;
     ZORNestResultShape& operator=(const ZORNestResultShape& other);
+    ZORNestResultShape& operator=(ZORNestResultShape&& other) noexcept;
     ~ZORNestResultShape();
+    void swap(ZORNestResultShape& other) noexcept { d.swap(other.d); }
 
     QList<ZORNestResultSegment> GetSegments() const;
 
@@ -63,3 +66,5 @@ public:
 private:
     QSharedDataPointer<ZORNestResultShapeData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestResultShape)

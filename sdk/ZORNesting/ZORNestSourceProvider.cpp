@@ -49,8 +49,14 @@ bool ZORNestIsOwnProvider(const QByteArray& providerId)
     });
 }
 
+class ZORNestSourceProvider::Private
+{
+public:
+    QByteArray providerId;
+};
+
 ZORNestSourceProvider::ZORNestSourceProvider(const QByteArray& providerId)
-    : m_providerId(providerId)
+    : d(new Private{providerId})
 {
 }
 
@@ -58,6 +64,11 @@ ZORNestSourceProvider::~ZORNestSourceProvider()
 {
     const std::lock_guard lock(s_mutex);
     s_providers.removeOne(this);
+}
+
+QByteArray ZORNestSourceProvider::GetProviderId() const
+{
+    return d->providerId;
 }
 
 QList<ZORNestSourceProvider*> ZORNestSourceProvider::GetProviders()

@@ -11,6 +11,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+
 class ZORNestTranslationInput;
 class ZORWorkContext;
 
@@ -37,7 +39,7 @@ public:
     /// \throws ZORSysException "provider '%1' exists already"
     static void RegisterProvider(ZORNestSourceProvider* provider);
 
-    QByteArray GetProviderId() const { return m_providerId; }
+    QByteArray GetProviderId() const;
     /// Name for people.
     virtual QString GetDisplayName() const = 0;
 
@@ -49,5 +51,6 @@ public:
                                            const ZORWorkContext& context, QStringList* report) const = 0;
 
 private:
-    const QByteArray m_providerId;
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -17,45 +17,90 @@ double Check(double tolerance, double lowest)
 
 } // namespace
 
-ZORNestTranslationInput::ZORNestTranslationInput() = default;
+class ZORNestTranslationInputData : public QSharedData
+{
+public:
+    ZORNestTranslationInput::FileType inputFileType = ZORNestTranslationInput::ProviderSource;
+    ZORNestTranslationInput::FileType outputFileType = ZORNestTranslationInput::PartFile;
+    QByteArray providerId;
+    double joinTolerance = 0.01;
+    double curveTolerance = 0.01;
+};
+
+ZORNestTranslationInput::ZORNestTranslationInput()
+    : d(new ZORNestTranslationInputData)
+{
+}
+
+ZORNestTranslationInput::ZORNestTranslationInput(const ZORNestTranslationInput& other) = default;
+ZORNestTranslationInput::ZORNestTranslationInput(ZORNestTranslationInput&& other) noexcept = default;
+ZORNestTranslationInput& ZORNestTranslationInput::operator=(const ZORNestTranslationInput& other) = default;
+ZORNestTranslationInput&
+ZORNestTranslationInput::operator=(ZORNestTranslationInput&& other) noexcept = default;
+ZORNestTranslationInput::~ZORNestTranslationInput() = default;
 
 void ZORNestTranslationInput::SetInputFileType(FileType type)
 {
     ZOR_TRACE_CALL(type);
-    m_inputFileType = type;
+    d->inputFileType = type;
+}
+
+ZORNestTranslationInput::FileType ZORNestTranslationInput::GetInputFileType() const
+{
+    return d->inputFileType;
 }
 
 void ZORNestTranslationInput::SetOutputFileType(FileType type)
 {
     ZOR_TRACE_CALL(type);
-    m_outputFileType = type;
+    d->outputFileType = type;
+}
+
+ZORNestTranslationInput::FileType ZORNestTranslationInput::GetOutputFileType() const
+{
+    return d->outputFileType;
 }
 
 void ZORNestTranslationInput::SetPreTranslateProvider(const QByteArray& providerId)
 {
     ZOR_TRACE_CALL(providerId);
-    m_providerId = providerId;
+    d->providerId = providerId;
+}
+
+QByteArray ZORNestTranslationInput::GetPreTranslateProvider() const
+{
+    return d->providerId;
 }
 
 void ZORNestTranslationInput::SetJoinTolerance(double tolerance)
 {
     ZOR_TRACE_CALL(tolerance);
-    m_joinTolerance = Check(tolerance, 0);
+    d->joinTolerance = Check(tolerance, 0);
+}
+
+double ZORNestTranslationInput::GetJoinTolerance() const
+{
+    return d->joinTolerance;
 }
 
 void ZORNestTranslationInput::SetCurveTolerance(double tolerance)
 {
     ZOR_TRACE_CALL(tolerance);
-    m_curveTolerance = Check(tolerance, 1e-6);
+    d->curveTolerance = Check(tolerance, 1e-6);
+}
+
+double ZORNestTranslationInput::GetCurveTolerance() const
+{
+    return d->curveTolerance;
 }
 
 void ZorTraceAppend(QByteArray& out, const ZORNestTranslationInput& input)
 {
     out += '(';
-    ZorTraceAppend(out, input.m_inputFileType);
+    ZorTraceAppend(out, input.d->inputFileType);
     out += ", ";
-    ZorTraceAppend(out, input.m_outputFileType);
+    ZorTraceAppend(out, input.d->outputFileType);
     out += ", ";
-    ZorTraceAppend(out, QString::fromUtf8(input.m_providerId));
+    ZorTraceAppend(out, QString::fromUtf8(input.d->providerId));
     out += ')';
 }

@@ -6,8 +6,13 @@
 
 #include <QByteArray>
 #include <QCoreApplication>
+#include <QSharedDataPointer>
 
-/// Settings of one translation. A value.
+class ZORNestTranslationInputData;
+
+/// Settings of one translation. A value: copies share their data until one of them is changed, O(1). One that was moved
+/// from may only be assigned or destroyed.
+///
 /// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestTranslationInput
 {
@@ -22,34 +27,38 @@ public:
 
     /// From a provider's source to part files; without provider as yet; tolerances 0.01 mm.
     ZORNestTranslationInput();
+    ZORNestTranslationInput(const ZORNestTranslationInput& other);
+    ZORNestTranslationInput(ZORNestTranslationInput&& other) noexcept;
+    ZORNestTranslationInput& operator=(const ZORNestTranslationInput& other);
+    ZORNestTranslationInput& operator=(ZORNestTranslationInput&& other) noexcept;
+    ~ZORNestTranslationInput();
+    void swap(ZORNestTranslationInput& other) noexcept { d.swap(other.d); }
 
-    FileType GetInputFileType() const { return m_inputFileType; }
+    FileType GetInputFileType() const;
     /// Only ProviderSource can be translated: jobs of every other type fail.
     void SetInputFileType(FileType type);
-    FileType GetOutputFileType() const { return m_outputFileType; }
+    FileType GetOutputFileType() const;
     /// Only PartFile can be made: jobs of every other type fail.
     void SetOutputFileType(FileType type);
 
-    QByteArray GetPreTranslateProvider() const { return m_providerId; }
+    QByteArray GetPreTranslateProvider() const;
     /// \param providerId  see ZORNestSourceProvider::GetProviderId(); jobs with an unknown one fail
     void SetPreTranslateProvider(const QByteArray& providerId);
 
     /// Largest gap between the ends of curves that still make one outline, in millimetres.
-    double GetJoinTolerance() const { return m_joinTolerance; }
+    double GetJoinTolerance() const;
     /// \throws ZORSysException "tolerance has to be a number from %1 to %2" outside of 0 to 1000
     void SetJoinTolerance(double tolerance);
     /// Largest distance between a curve that is neither line nor arc and the arcs that stand in for it, in
     /// millimetres.
-    double GetCurveTolerance() const { return m_curveTolerance; }
+    double GetCurveTolerance() const;
     /// \throws ZORSysException "tolerance has to be a number from %1 to %2" outside of 1e-6 to 1000
     void SetCurveTolerance(double tolerance);
 
     friend ZORNESTING_EXPORT void ZorTraceAppend(QByteArray& out, const ZORNestTranslationInput& input);
 
 private:
-    FileType m_inputFileType = ProviderSource;
-    FileType m_outputFileType = PartFile;
-    QByteArray m_providerId;
-    double m_joinTolerance = 0.01;
-    double m_curveTolerance = 0.01;
+    QSharedDataPointer<ZORNestTranslationInputData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestTranslationInput)

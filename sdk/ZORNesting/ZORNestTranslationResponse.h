@@ -22,7 +22,7 @@ public:
 
     /// Status, reason of a failure, and the part files. They are the job's own and may be deleted. Never
     /// null, not owned.
-    ZORWorkResponse* GetWorkResponse() const { return m_workResponse; }
+    ZORWorkResponse* GetWorkResponse() const;
     /// What the translation reports about units, closed gaps and whatever was left out; a line each.
     /// Empty until the job is at its end, and where it was canceled or did not come to an end by itself.
     QStringList GetReport() const;
@@ -32,6 +32,6 @@ private:
     ZORNestTranslationResponse(ZORWorkResponse* workResponse, std::shared_ptr<const QStringList> report,
                                QObject* parent);
 
-    ZORWorkResponse* const m_workResponse;             // not owned
-    const std::shared_ptr<const QStringList> m_report; // written at the end of the job
+    class Private;
+    const std::unique_ptr<Private> d;
 };

@@ -5,8 +5,13 @@
 #include <ZORNesting/ZORNestingGlobal.h>
 
 #include <QByteArray>
+#include <QSharedDataPointer>
 
-/// Display options of nesting results; everything is shown at first.
+class ZORNestVisOptionsData;
+
+/// Display options of nesting results; everything is shown at first. A value: copies share their data until one of them
+/// is changed, O(1). One that was moved from may only be assigned or destroyed.
+///
 /// Thread safety: reentrant; objects may be shared read-only.
 class ZORNESTING_EXPORT ZORNestVisOptions
 {
@@ -28,15 +33,26 @@ public:
     };
     static constexpr int allFilters = 65535;
 
+    ZORNestVisOptions();
+    ZORNestVisOptions(const ZORNestVisOptions& other);
+    ZORNestVisOptions(ZORNestVisOptions&& other) noexcept;
+    ZORNestVisOptions& operator=(const ZORNestVisOptions& other);
+    ZORNestVisOptions& operator=(ZORNestVisOptions&& other) noexcept;
+    ~ZORNestVisOptions();
+    void swap(ZORNestVisOptions& other) noexcept { d.swap(other.d); }
+
     /// \param bits  bits without a meaning are kept
     void SetFilters(int bits);
-    int GetFilters() const { return m_filters; }
-    bool IsShown(Filter filter) const { return (m_filters & filter) != 0; }
+    int GetFilters() const;
+    bool IsShown(Filter filter) const { return (GetFilters() & filter) != 0; }
 
-    friend bool operator==(const ZORNestVisOptions&, const ZORNestVisOptions&) = default;
+    /// Equal bits.
+    friend ZORNESTING_EXPORT bool operator==(const ZORNestVisOptions& a, const ZORNestVisOptions& b);
     /// The bits.
     friend ZORNESTING_EXPORT void ZorTraceAppend(QByteArray& out, const ZORNestVisOptions& options);
 
 private:
-    int m_filters = allFilters;
+    QSharedDataPointer<ZORNestVisOptionsData> d;
 };
+
+Q_DECLARE_SHARED(ZORNestVisOptions)

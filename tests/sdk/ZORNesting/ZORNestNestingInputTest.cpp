@@ -1,6 +1,16 @@
 // Tests of ZORNestNestingInput, ZORNestNestingInputItem and ZORNestNestingInputPackaging.
 
 #include "NestingJobs.h"
+#include "support/SharedValue.h"
+
+#include <ZORNesting/ZORNestDebugOptions.h>
+#include <ZORNesting/ZORNestInstance.h>
+#include <ZORNesting/ZORNestLayout.h>
+#include <ZORNesting/ZORNestResult.h>
+#include <ZORNesting/ZORNestResultReader.h>
+#include <ZORNesting/ZORNestTranslationInput.h>
+#include <ZORNesting/ZORNestVisOptions.h>
+#include <ZORSystem/ZORSysException.h>
 
 #include <gtest/gtest.h>
 
@@ -129,4 +139,62 @@ TEST(ZORNestNestingInputTest, TheRulesHaveTheirEstablishedNumbers)
     EXPECT_EQ(0, ZORNestBaseFeature::AsListed);
     EXPECT_EQ(1, ZORNestBaseFeature::BestMix);
     EXPECT_EQ(2, ZORNestBaseFeature::BestSize);
+}
+
+TEST(ZORNestNestingInputTest, CopiesAreIndependent)
+{
+    const ZORNestNestingInputItem item(QStringLiteral("rib"), "no result file");
+    ExpectSharedValue(
+        item, [](ZORNestNestingInputItem& changed) { changed.SetQuantity(3); },
+        [](const ZORNestNestingInputItem& value) { return value.GetQuantity(); });
+    const ZORNestNestingInputPackaging packaging(QStringLiteral("roll"), 1500, kRoll);
+    ExpectSharedValue(
+        packaging, [](ZORNestNestingInputPackaging& changed) { changed.SetCost(3); },
+        [](const ZORNestNestingInputPackaging& value) { return value.GetCost(); });
+    ExpectSharedValue(
+        ZORNestNestingInput(QStringLiteral("carbon"), 0.2, {item}, {packaging}),
+        [](ZORNestNestingInput& changed) { changed.SetSeed(7); },
+        [](const ZORNestNestingInput& value) { return value.GetSeed(); });
+    ExpectSharedValue(
+        ZORNestTranslationInput(), [](ZORNestTranslationInput& changed) { changed.SetJoinTolerance(2); },
+        [](const ZORNestTranslationInput& value) { return value.GetJoinTolerance(); });
+    ExpectSharedValue(
+        ZORNestVisOptions(), [](ZORNestVisOptions& changed) { changed.SetFilters(2); },
+        [](const ZORNestVisOptions& value) { return value.GetFilters(); });
+}
+
+TEST(ZORNestNestingInputTest, ACopyOfAnInputSharesItsPartsAndTheirContents)
+{
+    const ZORNestNestingInputItem item(QStringLiteral("rib"), QByteArray(1000, 'x'));
+    const ZORNestNestingInput input(QStringLiteral("carbon"), 0.2, {item}, {});
+    ZORNestNestingInput copy = input;
+    copy.SetStackSize(4);
+    EXPECT_EQ(input.GetItems().constData(), copy.GetItems().constData());
+    ZORNestNestingInputItem other = copy.GetItems().constFirst();
+    other.SetPriority(1);
+    EXPECT_EQ(item.GetContents().constData(), other.GetContents().constData());
+}
+
+TEST(ZORNestNestingInputTest, ARefusedToleranceLeavesTheInputAsItWas)
+{
+    ZORNestTranslationInput input;
+    const ZORNestTranslationInput copy = input;
+    EXPECT_THROW(input.SetCurveTolerance(0), ZORSysException);
+    EXPECT_EQ(0.01, input.GetCurveTolerance());
+    EXPECT_EQ(0.01, copy.GetCurveTolerance());
+}
+
+TEST(ZORNestNestingInputTest, ResultsMoveWithoutCopying)
+{
+    static_assert(
+        std::is_nothrow_move_constructible_v<
+            ZORNestResult> && std::is_nothrow_move_constructible_v<ZORNestResultItem> && std::is_nothrow_move_constructible_v<ZORNestResultShape> && std::is_nothrow_move_constructible_v<ZORNestInstance> && std::is_nothrow_move_constructible_v<ZORNestLayout>);
+    ZORNestResult result;
+    ZORNestResult moved = std::move(result);
+    EXPECT_FALSE(moved.IsValid());
+    result = moved; // NOLINT(bugprone-use-after-move): assigning is allowed
+    EXPECT_FALSE(result.IsValid());
+    EXPECT_EQ(sizeof(void*), sizeof(ZORNestDebugOptions));
+    EXPECT_EQ(2 * sizeof(void*), sizeof(ZORNestResultReader))
+        << "a table of virtual functions and private data";
 }
