@@ -16,9 +16,8 @@
 
 ZORTestMainDialog::ZORTestMainDialog(QWidget* parent)
     : QMainWindow(parent)
-    , d_ptr(std::make_unique<ZORTestMainDialogPrivate>())
+    , d(std::make_unique<ZORTestMainDialogPrivate>())
 {
-    Q_D(ZORTestMainDialog);
     setAttribute(Qt::WA_DeleteOnClose);
     d->ui.setupUi(this);
     d->environment.SetUiParent(this);
@@ -38,7 +37,6 @@ ZORTestMainDialog::ZORTestMainDialog(QWidget* parent)
 
 ZORTestMainDialog::~ZORTestMainDialog()
 {
-    Q_D(ZORTestMainDialog);
     for (const QMetaObject::Connection& connection : std::as_const(d->environmentConnections))
         disconnect(connection);
     // Open dialogs may use the environment until they are gone.
@@ -47,7 +45,6 @@ ZORTestMainDialog::~ZORTestMainDialog()
 
 void ZORTestMainDialog::Connect()
 {
-    Q_D(ZORTestMainDialog);
     using Console = ZORTestMainDialog;
     const Ui::ZORTestMainDialog& ui = d->ui;
     connect(ui._Menu, &QMenuBar::triggered, this, &Console::OnMenuTriggered);
@@ -82,7 +79,6 @@ void ZORTestMainDialog::Connect()
 
 void ZORTestMainDialog::OnMenuTriggered(QAction* action)
 {
-    Q_D(ZORTestMainDialog);
     try {
         const QByteArray className = action->property("command").toByteArray();
         ZORTestCommand* command = ZORTestCommandRegistry::Instance().Create(className, &d->environment);
@@ -101,20 +97,17 @@ void ZORTestMainDialog::OnMenuTriggered(QAction* action)
 
 void ZORTestMainDialog::RefreshContainer()
 {
-    Q_D(ZORTestMainDialog);
     d->containerBrowser->Refresh();
 }
 
 void ZORTestMainDialog::VisualizeSelectedGeo()
 {
-    Q_D(ZORTestMainDialog);
     if (ZORGeoGeometry* geometry = d->containerBrowser->GetCurrentGeometry())
         Visualize(geometry);
 }
 
 void ZORTestMainDialog::Visualize(ZORGeoGeometry* geometry)
 {
-    Q_D(ZORTestMainDialog);
     try {
         switch (d->visualizationList->Show(geometry)) {
         case ZORTestVisualizationList::Result::Shown:
@@ -133,7 +126,6 @@ void ZORTestMainDialog::Visualize(ZORGeoGeometry* geometry)
 
 void ZORTestMainDialog::InspectSelectedGeo()
 {
-    Q_D(ZORTestMainDialog);
     ZORGeoGeometry* geometry = d->containerBrowser->GetCurrentGeometry();
     if (!geometry)
         return;
@@ -145,7 +137,6 @@ void ZORTestMainDialog::InspectSelectedGeo()
 
 void ZORTestMainDialog::DeleteSelectedGeo()
 {
-    Q_D(ZORTestMainDialog);
     try {
         switch (d->containerBrowser->DeleteCurrent()) {
         case ZORTestContainerBrowser::Deletion::NoRow:
@@ -165,13 +156,11 @@ void ZORTestMainDialog::DeleteSelectedGeo()
 
 void ZORTestMainDialog::RefreshVisualization()
 {
-    Q_D(ZORTestMainDialog);
     d->visualizationList->Refresh();
 }
 
 void ZORTestMainDialog::EditSelectedVis()
 {
-    Q_D(ZORTestMainDialog);
     ZORGeoGeometry* geometry = d->visualizationList->GetCurrentGeometry();
     if (!geometry)
         return;
@@ -181,20 +170,17 @@ void ZORTestMainDialog::EditSelectedVis()
 
 void ZORTestMainDialog::RemoveSelectedVis()
 {
-    Q_D(ZORTestMainDialog);
     if (ZORGeoGeometry* geometry = d->visualizationList->GetCurrentGeometry())
         d->visualizationList->Remove(geometry);
 }
 
 void ZORTestMainDialog::RemoveAllVis()
 {
-    Q_D(ZORTestMainDialog);
     d->visualizationList->RemoveAll();
 }
 
 void ZORTestMainDialog::UpdateDebugVis()
 {
-    Q_D(ZORTestMainDialog);
     if (d->ui._ShowDebugChk->isChecked())
         d->debugVisualization->Show();
     else
@@ -208,25 +194,21 @@ void ZORTestMainDialog::RemoveDebugVis()
 
 void ZORTestMainDialog::RefreshStackLabels()
 {
-    Q_D(ZORTestMainDialog);
     d->stackBrowser->RefreshLabels();
 }
 
 void ZORTestMainDialog::RefreshStackTraces()
 {
-    Q_D(ZORTestMainDialog);
     d->stackBrowser->RefreshTraces();
 }
 
 void ZORTestMainDialog::RefreshStackTrace()
 {
-    Q_D(ZORTestMainDialog);
     d->stackBrowser->RefreshText();
 }
 
 void ZORTestMainDialog::ClearLabelTraces()
 {
-    Q_D(ZORTestMainDialog);
     d->stackBrowser->ClearCurrentLabel();
     RefreshStackLabels();
 }

@@ -60,6 +60,5 @@ private:
     void Visualize(ZORGeoGeometry* geometry);
     void ShowError(const QString& message);
 
-    Q_DECLARE_PRIVATE(ZORTestMainDialog)
-    const std::unique_ptr<ZORTestMainDialogPrivate> d_ptr;
+    const std::unique_ptr<ZORTestMainDialogPrivate> d;
 };
