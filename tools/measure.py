@@ -26,6 +26,7 @@ TIME_UNITS = {"s": 1, "ms": 1e-3, "us": 1e-6, "ns": 1e-9}
 CELL = re.compile(r"^(?!= )(?P<key>\S+ (?P<field>\S+))(?: / (?P<divisor>\d+))?$")
 # What Google Benchmark adds to a name: how it measures, not what.
 MEASURE = re.compile(r"/(iterations:\d+|repeats:\d+|process_time|real_time|manual_time)")
+LONGEST_RUN = 1200  # seconds of a program, which would hang otherwise
 RUNNERS = {**measure_zornest.RUNNERS, **measure_random_user.RUNNERS}
 
 
@@ -117,7 +118,7 @@ def run_benchmarks(table, build, is_quick):
             build / "bin" / table["program"], f"--benchmark_filter={pattern}", f"--benchmark_repetitions={repetitions}",
             f"--benchmark_out={report}", "--benchmark_out_format=json", *(["--benchmark_min_time=0.01"] if is_quick else []),
         ]
-        result = subprocess.run(command, capture_output=True, text=True, check=False, env=environment)
+        result = subprocess.run(command, capture_output=True, text=True, check=False, env=environment, timeout=LONGEST_RUN)
         if result.returncode or not report.exists():
             raise MeasureError(f"{table['program']} failed:\n{result.stdout}{result.stderr}")
         return read_benchmarks(json.loads(report.read_text(encoding="utf-8")))

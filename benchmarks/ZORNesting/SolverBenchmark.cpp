@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <benchmark/benchmark.h>
 #include <ctime>
 #include <thread>
@@ -134,9 +135,15 @@ void StopSearch(benchmark::State& state, double length)
     options.minimumTime = 3600;
     for (auto _ : state) {
         Control control;
-        std::jthread run([&] { benchmark::DoNotOptimize(Solve(job, options, control)); });
-        while (control.steps < 500)
+        std::atomic<bool> isOver = false;
+        std::jthread run([&] {
+            benchmark::DoNotOptimize(Solve(job, options, control));
+            isOver = true;
+        });
+        while (control.steps < 500 && !isOver)
             std::this_thread::yield();
+        if (isOver)
+            state.SkipWithError("the run has ended by itself");
         const double start = GetProcessorTime();
         control.stop = true;
         run.join();

@@ -109,7 +109,7 @@ public:
         Find<QDoubleSpinBox>("_MinRunTimeSpn")->setValue(kLongRun);
         Find<QPushButton>("_ComputeBtn")->click();
         const auto* const processor = Find<ZORNestNestingProcessor>("");
-        while (processor->GetResponses().constFirst()->GetStatus() != ZORNestNestingResponse::Running)
+        while (processor->GetResponses().constFirst()->GetStatus() < ZORNestNestingResponse::Running)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     void CloseDialog() { m_dialog->close(); }
