@@ -25,6 +25,7 @@ STEP = re.compile(
 PROGRAMS = ("console", "core", "exchange", "nesting", "operations", "plugin", "visualization", "widgets")
 TARGETS = ["ZORTesting", "window_tests", *(f"bench_{name}_tests" for name in PROGRAMS)]
 TESTS = r"^(bench_|window_tests|tree\.)"
+FOLLOWED = r"^tree\.adding_a_dialog$"  # requires that the edits of the page are not made yet
 
 
 def unindent(block, indent):
@@ -67,7 +68,7 @@ def follow(source):
         commands = (
             ["cmake", "--preset", "ci"],
             ["cmake", "--build", build, "--target", *TARGETS],
-            ["ctest", "--test-dir", build, "-R", TESTS, "--output-on-failure", "-j2"],
+            ["ctest", "--test-dir", build, "-R", TESTS, "-E", FOLLOWED, "--output-on-failure", "-j2"],
         )
         for command in commands:
             if code := subprocess.run(command, cwd=root, check=False).returncode:
