@@ -7,12 +7,14 @@
 #   ./test.sh asan           only the second half
 #   ./test.sh long           nothing of these, but what takes too long for every day: a minute of fuzzing for
 #                            each target, the tests of threads under the thread sanitizer, hundreds of random
-#                            users under the other sanitizers, clang-tidy and clazy over everything, and
-#                            docs/adding-a-dialog.md followed to the letter
+#                            users under the other sanitizers, clang-tidy and clazy over everything, the
+#                            interfaces of the libraries, and docs/adding-a-dialog.md followed to the letter
 #   ./test.sh fuzz           only the fuzzing
 #   ./test.sh tsan           only the thread sanitizer
 #   ./test.sh random         only the random users
 #   ./test.sh analyze        only clang-tidy and clazy
+#   ./test.sh abi            only the interfaces of the libraries
+#   ./test.sh abi --update   nothing but the baseline of the interfaces, written anew
 #   ./test.sh page           only the page about dialogs
 set -eu
 cd "$(dirname "$0")"
@@ -61,6 +63,17 @@ analyze_everything() {
   python3 tools/analyze.py . build/ci
 }
 
+# Debug libraries have all that is compared, are quick to build, and no function stands in for an equal one. An option goes
+# to the check.
+check_interfaces() {
+  install_packages $interface_packages
+  configure dev
+  cmake --build --preset dev --target sdk_libraries
+  [ $# = 0 ] || { python3 tools/check_abi.py . build/dev "$@"; return; }
+  python3 -B tests/tree/check_abi_test.py
+  python3 tools/check_abi.py . build/dev
+}
+
 follow_page() {
   python3 tests/docs/follow_adding_a_dialog.py .
 }
@@ -71,12 +84,14 @@ case "$what" in
   tsan) timed run_thread_sanitizer; exit ;;
   random) timed run_random_users; exit ;;
   analyze) timed analyze_everything; exit ;;
+  abi) shift; timed check_interfaces "$@"; exit ;;
   page) timed follow_page; exit ;;
   long)
     timed run_fuzzers
     timed run_thread_sanitizer
     timed run_random_users
     timed analyze_everything
+    timed check_interfaces
     timed follow_page
     if [ -n "$(git status --porcelain)" ]; then
       echo "Passed. tools/long_passed.txt stays as it is, since there are changes without a commit."

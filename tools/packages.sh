@@ -15,6 +15,9 @@ test_packages="
 # On top of these, to analyze the sources.
 analysis_packages="clang-tidy clazy"
 
+# On top of these, to compare the interfaces of the libraries with their baseline.
+interface_packages="abigail-tools"
+
 # On top of these, to build and run the fuzz targets.
 fuzz_packages="clang libclang-rt-14-dev"
 
