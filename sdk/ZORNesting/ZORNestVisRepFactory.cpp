@@ -179,7 +179,7 @@ void Drawing::AddLabel(const ZORNestResultItem& item, const QList<ZORMathSetOfPo
     const ZORMathBoundingBox box = BoxOf(item);
     if (box.IsEmpty() || item.GetName().isEmpty())
         return;
-    const ZORNestResultShape* largest = item.GetShapes().first();
+    const ZORNestResultShape* largest = item.GetShapes().constFirst();
     for (const ZORNestResultShape* shape : item.GetShapes()) {
         if (shape->GetArea() > largest->GetArea())
             largest = shape;

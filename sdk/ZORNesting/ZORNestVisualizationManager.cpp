@@ -6,8 +6,8 @@
 
 namespace {
 
-const QLatin1String group("Nesting/Visualization");
-const QLatin1String filtersKey("Filters");
+const QLatin1String kGroup("Nesting/Visualization");
+const QLatin1String kFiltersKey("Filters");
 
 } // namespace
 
@@ -23,9 +23,9 @@ ZORNestVisOptions ZORNestVisualizationManager::GetOptionsFromCurrentSetting() co
     QSettings* const settings = ZORSysSettingsManager::GetManager()->GetSource();
     if (!settings)
         return options;
-    const ZORSysSettingGroupContext context(settings, group);
+    const ZORSysSettingGroupContext context(settings, kGroup);
     bool isNumber = false;
-    const int filters = settings->value(filtersKey).toInt(&isNumber);
+    const int filters = settings->value(kFiltersKey).toInt(&isNumber);
     if (isNumber)
         options.SetFilters(filters);
     return options;
@@ -35,6 +35,6 @@ void ZORNestVisualizationManager::SetOptionsInCurrentSetting(const ZORNestVisOpt
 {
     ZOR_TRACE_CALL(options);
     QSettings* const settings = ZORSysSettingsManager::GetManager()->GetSource();
-    const ZORSysSettingGroupContext context(settings, group);
-    settings->setValue(filtersKey, options.GetFilters());
+    const ZORSysSettingGroupContext context(settings, kGroup);
+    settings->setValue(kFiltersKey, options.GetFilters());
 }

@@ -29,7 +29,7 @@ std::optional<qint64> FindNumber(const QByteArray& text, const QByteArray& key)
         if (!line.startsWith(key))
             continue;
         bool isNumber = false;
-        const qint64 number = line.mid(key.size()).simplified().split(' ').first().toLongLong(&isNumber);
+        const qint64 number = line.mid(key.size()).simplified().split(' ').constFirst().toLongLong(&isNumber);
         if (isNumber)
             return number;
     }
@@ -93,7 +93,8 @@ qint64 ZORSysMemory::GetAvailableAddresses()
     rlimit limit{};
     if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
         return kUnlimited;
-    const qint64 pages = ReadSystemFile(QStringLiteral("/proc/self/statm")).split(' ').first().toLongLong();
+    const qint64 pages =
+        ReadSystemFile(QStringLiteral("/proc/self/statm")).split(' ').constFirst().toLongLong();
     const qint64 most = qint64(std::min<rlim_t>(limit.rlim_cur, rlim_t(kUnlimited)));
     return std::max<qint64>(0, most - pages * sysconf(_SC_PAGESIZE));
 }

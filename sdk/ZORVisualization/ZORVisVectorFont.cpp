@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr QLatin1String folder(":/ZORVisualization/vectorfonts/");
-constexpr QLatin1String suffix(".jhf");
+constexpr QLatin1String kFolder(":/ZORVisualization/vectorfonts/");
+constexpr QLatin1String kSuffix(".jhf");
 
 /// Fonts that were asked for stay in memory.
 class FontStore
@@ -22,9 +22,9 @@ class FontStore
 public:
     FontStore()
     {
-        m_names = QDir(folder).entryList({u'*' + suffix}, QDir::Files);
+        m_names = QDir(kFolder).entryList({u'*' + kSuffix}, QDir::Files);
         for (QString& name : m_names)
-            name.chop(suffix.size());
+            name.chop(kSuffix.size());
         std::sort(m_names.begin(), m_names.end());
     }
 
@@ -48,7 +48,7 @@ public:
 private:
     static QByteArray Read(const QString& name)
     {
-        QFile file(folder + name + suffix);
+        QFile file(kFolder + name + kSuffix);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 

@@ -67,7 +67,7 @@ TEST_F(ZORTestMainCommandTest, OpensAConsoleThatOutlivesTheCommand)
 {
     GetAction()->trigger();
     ASSERT_EQ(1, GetConsoles().size());
-    console = GetConsoles().first();
+    console = GetConsoles().constFirst();
     EXPECT_TRUE(console->isVisible());
     EXPECT_FALSE(console->isModal());
     EXPECT_EQ(nullptr, console->parentWidget());

@@ -71,8 +71,8 @@ TEST_F(ZORTestStackBrowserTest, ShowsTheTextOfTheCurrentTrace)
     OpenConsole();
     auto* combo = InConsole<QComboBox>("_StackMonTraceCmb");
     const ZORSysStackMonitor* monitor = ZORSysStackMonitor::GetStackMonitor();
-    const QString first = monitor->GetStackTraces("a").first().ToSTring(QString(), 0);
-    const QString second = monitor->GetStackTraces("b").first().ToSTring(QString(), 0);
+    const QString first = monitor->GetStackTraces("a").constFirst().ToSTring(QString(), 0);
+    const QString second = monitor->GetStackTraces("b").constFirst().ToSTring(QString(), 0);
     ASSERT_FALSE(first.isEmpty());
     EXPECT_EQ(first.trimmed(), GetText().trimmed());
     combo->setCurrentIndex(1);

@@ -344,9 +344,9 @@ TEST_F(ZORTestVisualizationListTest, ShowsTheDebugVisualizationAsOneObject)
     auto* check = InConsole<QCheckBox>("_ShowDebugChk");
     check->setChecked(true);
     ASSERT_EQ(1, GetShown().size());
-    EXPECT_NE(nullptr, GetShown().first()->GetRep());
-    EXPECT_EQ(nullptr, GetShown().first()->GetOwner());
-    EXPECT_EQ(nullptr, GetShown().first()->parent());
+    EXPECT_NE(nullptr, GetShown().constFirst()->GetRep());
+    EXPECT_EQ(nullptr, GetShown().constFirst()->GetOwner());
+    EXPECT_EQ(nullptr, GetShown().constFirst()->parent());
     EXPECT_TRUE(GetRows().isEmpty()) << "the debug visualization is not listed";
     check->setChecked(false);
     EXPECT_TRUE(GetShown().isEmpty());
@@ -384,7 +384,7 @@ TEST_F(ZORTestVisualizationListTest, ReplacesTheDebugObjectByWhatIsThereNow)
     ZORDebugVizContainer::AddPoint({1, 2, 3}, 255, 0, 0, 0, QString(), 0);
     InConsole<QCheckBox>("_ShowDebugChk")->setChecked(true);
     ASSERT_EQ(1, GetShown().size());
-    const QPointer<ZORVisVirtualObject> former(GetShown().first());
+    const QPointer<ZORVisVirtualObject> former(GetShown().constFirst());
     console->UpdateDebugVis();
     EXPECT_EQ(nullptr, former.data());
     EXPECT_EQ(1, GetShown().size());

@@ -24,7 +24,7 @@ TEST_F(ZORTestCommandTest, FinishesWithTrueAndNothingElse)
     QSignalSpy finishedSpy(&command, &ZORTestCommand::Finished);
     command.Execute();
     ASSERT_EQ(1, finishedSpy.count());
-    EXPECT_TRUE(finishedSpy.first().first().toBool());
+    EXPECT_TRUE(finishedSpy.first().constFirst().toBool());
 }
 
 TEST_F(ZORTestCommandTest, DeclaresTheSignalBeforeTheSlotAndAnInvokableConstructor)

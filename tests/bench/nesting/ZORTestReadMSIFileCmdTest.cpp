@@ -488,7 +488,7 @@ TEST_F(ZORTestReadMSIFileCmdTest, DrawsEverySegmentInItsColour)
     Dump(result);
     auto* const drawings = ZORDebugVizContainer::GetContainer();
     int number = 0;
-    for (const ZORNestResultShape* shape : result.GetItems().first()->GetShapes()) {
+    for (const ZORNestResultShape* shape : result.GetItems().constFirst()->GetShapes()) {
         for (const Segment& segment : shape->GetSegments()) {
             SCOPED_TRACE(number);
             const ZORDebugVizObject* const drawing = drawings->GetObject(number++);
@@ -504,7 +504,7 @@ TEST_F(ZORTestReadMSIFileCmdTest, DrawsEverySegmentInItsColour)
                       graphics->GetOptions().GetColor());
             ASSERT_EQ(1, graphics->GetPrimitives().size());
             const auto* const polyline =
-                dynamic_cast<const ZORVisPolylinePrimitive*>(graphics->GetPrimitives().first());
+                dynamic_cast<const ZORVisPolylinePrimitive*>(graphics->GetPrimitives().constFirst());
             ASSERT_NE(nullptr, polyline);
             EXPECT_EQ(ZORVisPolylinePrimitive::Chain, polyline->GetStructure());
             EXPECT_EQ(segment.GetPoints(0.001), polyline->GetPoints());

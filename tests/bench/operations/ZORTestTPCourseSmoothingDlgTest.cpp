@@ -118,7 +118,7 @@ TEST_F(ZORTestTPCourseSmoothingDlgTest, ConsoleKeepsItsRowsAndShowsTheNewLine)
     // 20 mm behind the start of the arc around (40, 40), which has the radius 20.
     const ZORMathPoint expected(40 + 20 * std::sin(1.0), 40 - 20 * std::cos(1.0), 0);
     const auto* mark = PrimitiveOf<ZORVisPointPrimitive>(shown[1]);
-    EXPECT_NEAR(0, mark->GetPoints().first().DistanceTo(expected), 1e-3);
+    EXPECT_NEAR(0, mark->GetPoints().constFirst().DistanceTo(expected), 1e-3);
 }
 
 TEST_F(ZORTestTPCourseSmoothingDlgTest, FailureLeavesTheCourseAsItIs)

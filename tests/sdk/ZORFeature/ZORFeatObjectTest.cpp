@@ -267,7 +267,7 @@ TEST_F(ZORFeatObjectTest, MayBeNestedDeeplyAndRemovedAtOnce)
     for (int i = 0; i < depth; ++i)
         parent = AddFolder(parent);
     EXPECT_EQ(root->GetAllChildren().size(), depth);
-    EXPECT_EQ(root->GetAllChildren().last(), parent);
+    EXPECT_EQ(root->GetAllChildren().constLast(), parent);
     root->Remove();
     EXPECT_EQ(container->GetNumGeometry(), 0);
 }

@@ -205,8 +205,8 @@ TEST_F(ZORGeoTriangleEdgeCurveTest, RealMeshesAreBorderedCompletely)
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         QList<const ZORGeoSurface*> loaded;
         try {
-            loaded = ZORGeoStlLoader(&file).Load(&m_container,
-                                                 ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).first());
+            loaded = ZORGeoStlLoader(&file).Load(
+                &m_container, ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).constFirst());
         } catch (const ZORSysException&) {
             continue; // one of the broken files
         }

@@ -87,8 +87,8 @@ TEST(ZORNestResultSegmentTest, ArcRunsInItsDirection)
     const Segment arc = Segment::CreateArc(Segment::ArcClockwise, right, top, {});
     EXPECT_EQ(5, arc.GetArcCircle(-1).GetRadius());
     EXPECT_EQ(ZORMathPoint(), arc.GetArcCircle(-1).GetCenter());
-    EXPECT_EQ(right, arc.GetPoints(0.1).first());
-    EXPECT_EQ(top, arc.GetPoints(0.1).last());
+    EXPECT_EQ(right, arc.GetPoints(0.1).constFirst());
+    EXPECT_EQ(top, arc.GetPoints(0.1).constLast());
 }
 
 TEST(ZORNestResultSegmentTest, ArcWithEqualEndsIsAFullCircle)
@@ -138,7 +138,7 @@ TEST(ZORNestResultSegmentTest, EndOffTheCircleIsReachedStraight)
 {
     const Segment arc = Segment::CreateArc(Segment::ArcCounterClockwise, {5, 0, 0}, {0, 8, 0}, {});
     EXPECT_NEAR(5 * pi / 2 + 3, LengthOf(arc.GetPoints(1e-6)), 1e-4);
-    EXPECT_EQ(ZORMathPoint(0, 8, 0), arc.GetPoints(0.1).last());
+    EXPECT_EQ(ZORMathPoint(0, 8, 0), arc.GetPoints(0.1).constLast());
     double parameter = 0;
     EXPECT_EQ(0, arc.GetArcCircle(-1).ProjectPoint(arc.GetStartPoint(-1), parameter));
     EXPECT_NE(0, arc.GetArcCircle(-1).ProjectPoint(arc.GetEndPoint(-1), parameter));

@@ -119,16 +119,16 @@ TEST(ZORNestResultTest, PointersStayTheSameInCopies)
 {
     std::optional<ZORNestResult> result(ZORNestResult::Translation);
     result->AddItem(Part());
-    const ZORNestResultItem* const item = result->GetItems().first();
+    const ZORNestResultItem* const item = result->GetItems().constFirst();
     const ZORNestResultShape* const shape = item->GetShapes().at(1);
 
     ZORNestResult copy = *result;
     copy.AddItem(Part());
     EXPECT_EQ(1, result->GetItems().size());
     ASSERT_EQ(2, copy.GetItems().size());
-    EXPECT_EQ(item, copy.GetItems().first());
+    EXPECT_EQ(item, copy.GetItems().constFirst());
     result.reset();
-    EXPECT_EQ(1, copy.GetItems().first()->GetShapes().indexOf(shape));
+    EXPECT_EQ(1, copy.GetItems().constFirst()->GetShapes().indexOf(shape));
     EXPECT_TRUE(*shape == Mark(5));
 }
 

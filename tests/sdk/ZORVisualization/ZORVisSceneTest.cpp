@@ -32,7 +32,7 @@ TEST(ZORVisSceneTest, FollowsItsEnvironment)
     second->SetRep(nullptr);
     EXPECT_EQ(scene.GetBoundingBox(), ZORMathBoundingBox({1, 1, 1}, {1, 1, 1}));
 
-    delete environment.GetVirtualObjects().first();
+    delete environment.GetVirtualObjects().constFirst();
     EXPECT_TRUE(scene.GetBoundingBox().IsEmpty());
 }
 

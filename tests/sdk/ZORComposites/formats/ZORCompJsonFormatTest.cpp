@@ -129,7 +129,7 @@ TEST_F(ZORCompJsonFormatTest, TheSampleHasItsBoundariesToTheLastBit)
     for (int i = 0; i < 16; ++i) {
         const int expected = i == 4 ? 3 : i == 8 ? 1 : i == 10 ? 2 : 0;
         ASSERT_EQ(1, plies.at(i)->GetBoundaries().size()) << i;
-        EXPECT_EQ(contours.at(expected)->GetCurve(), plies.at(i)->GetBoundaries().first()) << i;
+        EXPECT_EQ(contours.at(expected)->GetCurve(), plies.at(i)->GetBoundaries().constFirst()) << i;
     }
 }
 
@@ -142,7 +142,7 @@ TEST_F(ZORCompJsonFormatTest, WhatHasNoPlaceInTheFeaturesIsKeptAndReported)
     for (const char* const name : {"allDefects", "allStages", "allEvents", "allTolerances", "fileMetadata"})
         EXPECT_EQ(file.value(QLatin1String(name)), kept.value(QLatin1String(name))) << name;
     EXPECT_EQ(QJsonArray{file.value("allGeometry")[5]}, kept.value("allGeometry").toArray());
-    const ZORCompSequence* const sequence = GetLayup()->GetSequences().first();
+    const ZORCompSequence* const sequence = GetLayup()->GetSequences().constFirst();
     EXPECT_EQ(file.value("allComposite")[0]["defects"], sequence->GetAttributes().value("defects"));
 
     const QMap<QString, int> expected{{"AreaMesh", 1},    {"Material.infoSource", 2}, {"Sequence.defects", 1},
@@ -204,22 +204,22 @@ TEST_F(ZORCompJsonFormatTest, TheSampleComesBackFromXmlTheSame)
     ASSERT_EQ(16, plies.size());
     for (int i = 0; i < 16; ++i)
         EXPECT_EQ(angles.at(i), plies.at(i)->GetAngle()) << i;
-    EXPECT_EQ(100, plies.first()->GetBoundaries().first()->GetNumPoints());
+    EXPECT_EQ(100, plies.first()->GetBoundaries().constFirst()->GetNumPoints());
 }
 
 TEST_F(ZORCompJsonFormatTest, InactivePartsAreKeptButNotPartOfTheStack)
 {
     ReadContent(InSequence(Ply(R"("active": false)") + "," + Ply()), kJsonId);
     EXPECT_EQ(1, GetLayup()->GetNumPlies());
-    EXPECT_EQ(2, GetLayup()->GetSequences().first()->GetPlies().size());
-    EXPECT_FALSE(GetLayup()->GetSequences().first()->GetPlies().first()->IsActive());
+    EXPECT_EQ(2, GetLayup()->GetSequences().constFirst()->GetPlies().size());
+    EXPECT_FALSE(GetLayup()->GetSequences().constFirst()->GetPlies().constFirst()->IsActive());
 }
 
 TEST_F(ZORCompJsonFormatTest, SequencesNestAndComponentsOfOtherTypesKeepTheirPlaces)
 {
     const ZORCompReadReport report = ReadContent(
         InSequence(Ply() + R"(, {"_serialized_type": "X.Core", "height": 12},)" + Sequence(Ply())), kJsonId);
-    const ZORCompSequence* const outer = GetLayup()->GetSequences().first();
+    const ZORCompSequence* const outer = GetLayup()->GetSequences().constFirst();
     EXPECT_EQ(2, outer->GetNumChildren());
     EXPECT_EQ(2, GetLayup()->GetNumPlies());
     const QJsonArray kept = outer->GetAttributes().value("subComponents").toArray();
@@ -236,14 +236,14 @@ TEST_F(ZORCompJsonFormatTest, AnUnknownTypeWithComponentsIsReadAsASequence)
     EXPECT_EQ(1, GetLayup()->GetNumPlies());
     EXPECT_EQ(QStringList{"allComposite[0]: 'Piece' is read as a sequence"}, report.warnings);
     EXPECT_EQ(QString("X.Piece"),
-              GetLayup()->GetSequences().first()->GetAttributes().value("_serialized_type").toString());
+              GetLayup()->GetSequences().constFirst()->GetAttributes().value("_serialized_type").toString());
 }
 
 TEST_F(ZORCompJsonFormatTest, PliesOutsideSequencesShareOneOfTheirOwn)
 {
     const ZORCompReadReport report = ReadContent(File(Ply() + "," + Ply() + "," + Sequence(Ply())), kJsonId);
     ASSERT_EQ(2, GetLayup()->GetSequences().size());
-    EXPECT_EQ(2, GetLayup()->GetSequences().first()->GetPlies().size());
+    EXPECT_EQ(2, GetLayup()->GetSequences().constFirst()->GetPlies().size());
     EXPECT_EQ(2, report.warnings.size());
 }
 
@@ -252,7 +252,7 @@ TEST_F(ZORCompJsonFormatTest, ComponentsMayStandForOthersByTheirIdentifiers)
     ReadContent(File(R"({"_serialized_type": "X.Ply", "ID": 5, "orientation": 30},)" + Sequence("5")),
                 kJsonId);
     ASSERT_EQ(1, GetLayup()->GetNumPlies());
-    EXPECT_NEAR(30, Degrees(GetPlies().first()->GetAngle()), 1e-13);
+    EXPECT_NEAR(30, Degrees(GetPlies().constFirst()->GetAngle()), 1e-13);
 }
 
 TEST_F(ZORCompJsonFormatTest, ComponentsInCirclesOrInTwoPlacesAreRefused)
@@ -281,7 +281,7 @@ TEST_F(ZORCompJsonFormatTest, ReferencesToNothingAreReportedAndKept)
         "allComposite[0].subComponents[1]: there is no component 99",
     };
     EXPECT_EQ(expected, report.warnings);
-    const ZORCompPly* const ply = GetPlies().first();
+    const ZORCompPly* const ply = GetPlies().constFirst();
     EXPECT_FALSE(ply->GetMaterial());
     EXPECT_EQ(QString("gold"), ply->GetAttributes().value("material").toString());
     EXPECT_EQ(7, ply->GetAttributes().value("splineRelimitationRef").toInt());
@@ -296,7 +296,7 @@ TEST_F(ZORCompJsonFormatTest, AxisSystemsBecomeRosettes)
         R"({"_serialized_type": "X.AxisSystem", "ID": 4, "memberName": "A", "o_pt": )" + point
         + R"(, "v1x": 0, "v1y": 2, "v1z": 0, "v2x": 0, "v2y": 1, "v2z": 5, "unit": "mm"})";
     ReadContent(InSequence(Ply(R"("axisSystemID": 4)"), "\"allGeometry\": [" + system + "]"), kJsonId);
-    const ZORCompRosette* const rosette = GetPlies().first()->GetRosette();
+    const ZORCompRosette* const rosette = GetPlies().constFirst()->GetRosette();
     ASSERT_TRUE(rosette);
     EXPECT_EQ(QString("A"), rosette->GetLabel());
     EXPECT_EQ(ZORMathPoint(1, 2, 3), rosette->GetOrigin());
@@ -319,7 +319,7 @@ TEST_F(ZORCompJsonFormatTest, PointsKeepWhatTheySayBesidesTheirCoordinates)
         {"x": 0, "y": 0, "z": 0, "active": true, "source": null, "_serialized_type": "X.Point"},
         {"x": " 1e1", "y": 0, "z": 0, "memberName": "corner"}]}])"),
                 kJsonId);
-    const ZORCompContour* const contour = GetAll<ZORCompContour>().first();
+    const ZORCompContour* const contour = GetAll<ZORCompContour>().constFirst();
     EXPECT_EQ(ZORMathPoint(10, 0, 0), contour->GetCurve()->GetPoint(1));
     const QJsonArray expected{QJsonObject{{"position", 1}, {"memberName", "corner"}}};
     EXPECT_EQ(expected, contour->GetAttributes().value("points").toArray());
@@ -331,7 +331,7 @@ TEST_F(ZORCompJsonFormatTest, NumbersThatNoMaterialCanHaveAreKeptAsAttributes)
         InSequence(Ply(),
                    R"("allMaterials": [{"materialName": "a", "E1": "0", "thickness": 0.2, "density": " "}])"),
         kJsonId);
-    const ZORCompMaterial* const material = GetAll<ZORCompMaterial>().first();
+    const ZORCompMaterial* const material = GetAll<ZORCompMaterial>().constFirst();
     EXPECT_TRUE(std::isnan(material->GetProperties().E1));
     EXPECT_EQ(0.2, material->GetProperties().thickness);
     EXPECT_EQ(QString("0"), material->GetAttributes().value("E1").toString());
@@ -342,8 +342,8 @@ TEST_F(ZORCompJsonFormatTest, NumbersThatNoMaterialCanHaveAreKeptAsAttributes)
 TEST_F(ZORCompJsonFormatTest, NamesWithControlCharactersAreCleanedAndKeptAsTheyWere)
 {
     ReadContent(InSequence(Ply(R"("memberName": "a\u0001b")")), kJsonId);
-    EXPECT_EQ(QString("a b"), GetPlies().first()->GetLabel());
-    EXPECT_EQ(QString("a\u0001b"), GetPlies().first()->GetAttributes().value("memberName").toString());
+    EXPECT_EQ(QString("a b"), GetPlies().constFirst()->GetLabel());
+    EXPECT_EQ(QString("a\u0001b"), GetPlies().constFirst()->GetAttributes().value("memberName").toString());
     EXPECT_FALSE(ToXml().isEmpty());
 }
 

@@ -29,7 +29,7 @@ protected:
     {
         return File("<layup><sequence>" + inside + "</sequence></layup>");
     }
-    ZORCompPly* GetPly() const { return GetLayup()->GetPlies().first(); }
+    ZORCompPly* GetPly() const { return GetLayup()->GetPlies().constFirst(); }
 };
 
 TEST_F(ZORCompXmlFormatTest, EverythingOfALayupComesBackToTheLastBit)
@@ -75,10 +75,10 @@ TEST_F(ZORCompXmlFormatTest, EverythingOfALayupComesBackToTheLastBit)
     const ZORCompLayup* const again = GetLayup();
     ASSERT_EQ(3, again->GetNumChildren());
     const auto* const innerAgain =
-        qobject_cast<ZORCompSequence*>(again->GetSequences().first()->GetChildren().first());
+        qobject_cast<ZORCompSequence*>(again->GetSequences().constFirst()->GetChildren().constFirst());
     ASSERT_TRUE(innerAgain);
     EXPECT_FALSE(innerAgain->IsActive());
-    const ZORCompPly* const plyAgain = innerAgain->GetPlies().first();
+    const ZORCompPly* const plyAgain = innerAgain->GetPlies().constFirst();
     EXPECT_EQ(0.1, plyAgain->GetAngle());
     EXPECT_FALSE(plyAgain->IsActive());
     EXPECT_EQ(again->GetRosette(), plyAgain->GetRosette());
@@ -88,7 +88,7 @@ TEST_F(ZORCompXmlFormatTest, EverythingOfALayupComesBackToTheLastBit)
     EXPECT_TRUE(std::signbit(plyAgain->GetMaterial()->GetProperties().v12));
     EXPECT_TRUE(std::isnan(plyAgain->GetMaterial()->GetProperties().E2));
     EXPECT_EQ(attributes, plyAgain->GetMaterial()->GetAttributes());
-    const ZORMathPoint last = plyAgain->GetBoundaries().first()->GetPoint(2);
+    const ZORMathPoint last = plyAgain->GetBoundaries().constFirst()->GetPoint(2);
     EXPECT_EQ(ZORMathPoint(5e-324, 0, 1), last);
     EXPECT_TRUE(std::signbit(last.GetY()));
     EXPECT_TRUE(std::signbit(again->GetRosette()->GetGivenOrigin().GetY()));
@@ -132,7 +132,7 @@ TEST_F(ZORCompXmlFormatTest, CurvesOfOthersAreWrittenAsTheyAre)
     ReadContent(xml, kXmlId);
     EXPECT_EQ(xml, ToXml());
     ASSERT_EQ(1, GetPly()->GetBoundaries().size());
-    EXPECT_EQ(QString("outline"), GetPly()->GetBoundaries().first()->objectName());
+    EXPECT_EQ(QString("outline"), GetPly()->GetBoundaries().constFirst()->objectName());
     EXPECT_EQ(1, GetLayup()->GetNumChildren());
 }
 
@@ -156,7 +156,7 @@ TEST_F(ZORCompXmlFormatTest, WhatTheFileCannotHoldIsTold)
     container.Clear();
     root = qobject_cast<ZORCompRoot*>(container.GetFeatureRoot("ZORCompRoot"));
     Read(path, kXmlId);
-    const auto* const again = qobject_cast<ZORCompRosette*>(GetLayup()->GetChildren().first());
+    const auto* const again = qobject_cast<ZORCompRosette*>(GetLayup()->GetChildren().constFirst());
     ASSERT_TRUE(again);
     EXPECT_EQ(ZORMathPoint(1, 1, 0), again->GetOrigin());
     EXPECT_EQ(ZORMathVector(1, 0, 0), again->GetXAxis());
