@@ -3,7 +3,7 @@
 #
 #   tools/measure.sh                     every table but those that take long, see tools/measurements.toml
 #   tools/measure.sh geometry jobs.nesting    tables of these names or sections alone
-#   tools/measure.sh nesting             the densities of the nesting solver: four hours, two of them on two cores
+#   tools/measure.sh nesting             the densities of the nesting solver: two hours, most of them on two cores
 #   tools/measure.sh --quick             a trial run with small sizes, which leaves the page as it is
 #   tools/measure.sh --compare OLD.json  prints in the end what is slower than in the results of another run
 #
