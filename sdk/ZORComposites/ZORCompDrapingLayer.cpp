@@ -16,6 +16,7 @@
 #include <ZORTopology/ZORTopBody.h>
 
 #include <cmath>
+#include <mutex>
 
 namespace {
 
@@ -128,7 +129,19 @@ public:
     ZORGeoReference<ZORCompRosette> rosette;
     ZORMathVector direction{1, 0, 0};
 
-    ZORCompDrapingNet net;
+    /// Returns the net, detached from its surface once that has been destroyed: by the first of the threads that ask
+    /// then, so that none of them gets a net that still changes.
+    const ZORCompDrapingNet& GetNet() const
+    {
+        if (!drapedSurface) {
+            const std::lock_guard lock(detaching);
+            net.DetachFromSurface();
+        }
+        return net;
+    }
+
+    mutable std::mutex detaching;
+    mutable ZORCompDrapingNet net;
     ZORGeoReference<const ZORGeoSurface> drapedSurface; // which the net is on
 };
 
@@ -266,9 +279,7 @@ ZORMathVector Layer::GetDirection() const
 
 const ZORCompDrapingNet& Layer::GetNet() const
 {
-    if (!d->drapedSurface)
-        d->net.DetachFromSurface();
-    return d->net;
+    return d->GetNet();
 }
 
 double Layer::GetShear(int cell) const

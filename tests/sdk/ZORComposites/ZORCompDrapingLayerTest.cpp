@@ -3,6 +3,7 @@
 #include "../ZORGeometry/TestMeshes.h"
 #include "DrapingChecks.h"
 #include "support/ContainerFiles.h"
+#include "support/Threads.h"
 
 #include <ZORComposites/ZORCompDrapingLayer.h>
 #include <ZORComposites/ZORCompRosette.h>
@@ -14,6 +15,8 @@
 #include <ZORTopology/ZORTopBody.h>
 
 #include <QSignalSpy>
+
+#include <array>
 
 namespace {
 
@@ -248,6 +251,28 @@ TEST_F(ZORCompDrapingLayerTest, OutlivesItsSurface)
     EXPECT_EQ(5, layer->GetNet().GetStep());
     ZORFeatContainer loaded;
     EXPECT_TRUE(RoundTrips(container, loaded));
+}
+
+// The first of them to ask for the net detaches it.
+TEST_F(ZORCompDrapingLayerTest, SeveralThreadsReadALayerWhoseSurfaceWasRemoved)
+{
+    Complete();
+    const qsizetype numNodes = layer->GetNet().GetNodes().size();
+    const double shear = layer->GetMaximumShear();
+    delete surface;
+
+    constexpr int kNumThreads = 4;
+    std::array<qsizetype, kNumThreads> numDetached{};
+    std::array<double, kNumThreads> shears{};
+    RunInThreads(kNumThreads, [&](int thread) {
+        for (const ZORCompDrapingNode& node : layer->GetNet().GetNodes())
+            numDetached[thread] += node.location.IsNull() ? 1 : 0;
+        shears[thread] = layer->GetMaximumShear();
+    });
+    for (int i = 0; i < kNumThreads; ++i) {
+        EXPECT_EQ(numNodes, numDetached[i]);
+        EXPECT_EQ(shear, shears[i]);
+    }
 }
 
 TEST_F(ZORCompDrapingLayerTest, ComesBackFromContainerFilesAsItWas)
