@@ -3,7 +3,6 @@
 #include "nesting/ZORTestNestNestingResultDlg.h"
 
 #include <ZORNesting/ZORNestResultWriter.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QApplication>
 #include <QFileInfo>
@@ -68,18 +67,6 @@ void NestingDlgTest::AddRoll(double width)
 void NestingDlgTest::AddSheet(double width, double length, int quantity)
 {
     AppendRow(Sheets(), {"sheet", quantity, width, length, false, 0.0, 0.0, 0.0, 0.0, 0.0});
-}
-
-QStringList NestingDlgTest::Trace(const std::function<void()>& run)
-{
-    QStringList calls;
-    QObject receiver;
-    QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, &receiver,
-                     [&calls](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
-    ZORSysApiTrace::GetInstance()->SetEnabled(true);
-    run();
-    ZORSysApiTrace::GetInstance()->SetEnabled(false);
-    return calls;
 }
 
 QList<ZORTestNestNestingResultDlg*> NestingDlgTest::GetResults()

@@ -10,8 +10,6 @@
 #include <QProgressBar>
 #include <QTableWidget>
 
-#include <functional>
-
 class ZORTestNestNestingResultDlg;
 
 /// The dialog and its widgets; closes the windows of results.
@@ -49,8 +47,6 @@ protected:
     void AddRoll(double width);
     void AddSheet(double width, double length, int quantity = 1);
 
-    /// The outermost SDK calls that \a run makes.
-    static QStringList Trace(const std::function<void()>& run);
     /// Open windows of results.
     static QList<ZORTestNestNestingResultDlg*> GetResults();
 };

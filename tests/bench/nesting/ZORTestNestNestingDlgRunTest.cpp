@@ -120,7 +120,7 @@ TEST_F(ZORTestNestNestingDlgRunTest, BuildsTheJobCallByCallInTheEstablishedOrder
         "ZORNestNestingProcessor::AddInput((\"T-800\", 1, 1))",
         "ZORNestNestingProcessor::Execute(null)",
     };
-    const QStringList calls = Trace([this] { Compute(); });
+    const QStringList calls = TraceCalls([this] { Compute(); });
     for (qsizetype i = 0; i < expected.size(); ++i)
         EXPECT_EQ(expected[i], calls.value(i)) << i;
     EXPECT_EQ(expected.size(), calls.size());
@@ -130,7 +130,7 @@ TEST_F(ZORTestNestNestingDlgRunTest, IncrementOfAPartTakesThePlaceOfItsDeviation
 {
     OpenDialog();
     AppendRow(Items(), {"rib", 1, false, 0.0, false, false, false, false, 3.0, 1.0, 0, WritePart("rib.msi")});
-    QStringList calls = Trace([this] { Compute(); }).filter("ZORNestNestingInputItem::SetMaxDeviation");
+    QStringList calls = TraceCalls([this] { Compute(); }).filter("ZORNestNestingInputItem::SetMaxDeviation");
     ASSERT_EQ(2, calls.size());
     EXPECT_EQ("ZORNestNestingInputItem::SetMaxDeviation(0.017453292519943295)", calls[1]);
 }
@@ -144,7 +144,7 @@ TEST_F(ZORTestNestNestingDlgRunTest, InfiniteSheetsHaveNoLengthWhateverTheirCell
     const QString made = "ZORNestNestingInputPackaging::ZORNestNestingInputPackaging";
     EXPECT_EQ(
         QStringList({made + "(\"a\", 100, nan)", made + "(\"b\", 100, nan)", made + "(\"c\", 100, 2500)"}),
-        Trace([this] { Compute(); }).filter(made));
+        TraceCalls([this] { Compute(); }).filter(made));
 }
 
 TEST_F(ZORTestNestNestingDlgRunTest, TakesNamesAndOrderFromTheRows)
@@ -156,7 +156,7 @@ TEST_F(ZORTestNestNestingDlgRunTest, TakesNamesAndOrderFromTheRows)
     Items()->item(1, 0)->setText("renamed");
     AddSheet(100, 200);
     AddRoll(300);
-    const QStringList calls = Trace([this] { Compute(); });
+    const QStringList calls = TraceCalls([this] { Compute(); });
     const QStringList made = calls.filter("ZORNestNestingInputItem::ZORNestNestingInputItem(");
     ASSERT_EQ(2, made.size());
     EXPECT_TRUE(made[0].contains("\"a\""));

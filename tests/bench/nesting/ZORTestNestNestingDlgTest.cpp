@@ -347,7 +347,7 @@ TEST_F(ZORTestNestNestingDlgTest, ReturnInAFieldPressesNoButton)
 TEST_F(ZORTestNestNestingDlgTest, CancelButtonEndsTheDialogAndItsRuns)
 {
     OpenDialog();
-    const QStringList calls = Trace([this] { PressCancel(); });
+    const QStringList calls = TraceCalls([this] { PressCancel(); });
     EXPECT_EQ(1, calls.count("ZORNestNestingProcessor::Cancel(null)"));
     EXPECT_EQ(QList<bool>({false}), finished);
     EXPECT_EQ(nullptr, dialog.data());
@@ -357,7 +357,7 @@ TEST_F(ZORTestNestNestingDlgTest, StopButtonStopsAllRuns)
 {
     OpenDialog();
     EXPECT_EQ(QStringList("ZORNestNestingProcessor::Stop(null)"),
-              Trace([this] { Click("_StopBtn", dialog); }));
+              TraceCalls([this] { Click("_StopBtn", dialog); }));
 }
 
 TEST_F(ZORTestNestNestingDlgTest, BarFollowsTheProgress)

@@ -5,7 +5,6 @@
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORNesting/ZORNestResultWriter.h>
 #include <ZORNesting/ZORNestVisOptions.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORVisualization/ZORVisRep.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
@@ -142,13 +141,8 @@ TEST_F(ZORTestNestNestingResultDlgTest, DrawsEverythingThatFiltersKnow)
 {
     OpenResults();
     results->SetData({}, {MakeSheet(200)});
-    QStringList calls;
-    QObject receiver;
-    QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, &receiver,
-                     [&calls](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
-    ZORSysApiTrace::GetInstance()->SetEnabled(true);
-    EXPECT_TRUE(QMetaObject::invokeMethod(results, "OnSheetSelected"));
-    ZORSysApiTrace::GetInstance()->SetEnabled(false);
+    const QStringList calls =
+        TraceCalls([this] { EXPECT_TRUE(QMetaObject::invokeMethod(results, "OnSheetSelected")); });
     ASSERT_GE(calls.size(), 2);
     EXPECT_EQ("ZORNestVisOptions::SetFilters(65535)", calls[0]);
     EXPECT_EQ("ZORNestVisRepFactory::CreateRep([1], 65535)", calls[1]);

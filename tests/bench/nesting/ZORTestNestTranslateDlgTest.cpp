@@ -8,7 +8,6 @@
 #include <ZORNesting/ZORNestDebugOptions.h>
 #include <ZORNesting/ZORNestResultReader.h>
 #include <ZORNesting/ZORNestSourceProvider.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORWorker/ZORWorkContext.h>
 
 #include <QComboBox>
@@ -145,14 +144,7 @@ protected:
     /// The calls that pressing "Translate" makes until it returns.
     QStringList TraceTranslate(const char* provider = "nesting-json")
     {
-        QStringList calls;
-        QObject receiver;
-        QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, &receiver,
-                         [&calls](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
-        ZORSysApiTrace::GetInstance()->SetEnabled(true);
-        Translate(provider);
-        ZORSysApiTrace::GetInstance()->SetEnabled(false);
-        return calls;
+        return TraceCalls([&] { Translate(provider); });
     }
 
     GateProvider gate; // outlives the dialog
@@ -258,14 +250,7 @@ TEST_F(ZORTestNestTranslateDlgTest, WithoutOutputDirectoryNothingStarts)
     Add(WriteSource("kit.json", {"rib"}));
     Bar()->setValue(17);
     answers.CancelFile();
-    QStringList calls;
-    QObject receiver;
-    QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced, &receiver,
-                     [&calls](const QByteArray& line) { calls.append(QString::fromUtf8(line)); });
-    ZORSysApiTrace::GetInstance()->SetEnabled(true);
-    Click("_TranslateBtn", dialog);
-    ZORSysApiTrace::GetInstance()->SetEnabled(false);
-    EXPECT_EQ(QStringList(), calls);
+    EXPECT_EQ(QStringList(), TraceCalls([this] { Click("_TranslateBtn", dialog); }));
     EXPECT_EQ(17, Bar()->value());
     EXPECT_EQ(100, Bar()->maximum());
     EXPECT_EQ(QStringList(), GetOutput());

@@ -7,7 +7,6 @@
 #include "support/WarningCatcher.h"
 
 #include <ZORNesting/ZORNestResultWriter.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QAction>
 #include <QFile>
@@ -15,7 +14,6 @@
 #include <QImage>
 #include <QInputDialog>
 #include <QMetaClassInfo>
-#include <QSignalSpy>
 
 #include <functional>
 #include <limits>
@@ -60,15 +58,8 @@ protected:
     /// The calls of the image factory that \a run makes.
     static QStringList TraceImages(const std::function<void()>& run)
     {
-        auto* const trace = ZORSysApiTrace::GetInstance();
-        const QSignalSpy lines(trace, &ZORSysApiTrace::CallTraced);
-        trace->SetEnabled(true);
-        run();
-        trace->SetEnabled(false);
+        const QStringList calls = TraceCalls(run);
         QCoreApplication::processEvents();
-        QStringList calls;
-        for (const QList<QVariant>& line : lines)
-            calls.append(QString::fromUtf8(line[0].toByteArray()));
         return calls.filter("::CreateImage(");
     }
     static QString MakeImageCall(const QSize& size)

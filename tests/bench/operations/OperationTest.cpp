@@ -119,6 +119,28 @@ QStringList OperationTest::TraceOk()
     return TraceCalls([this] { PressOk(); });
 }
 
+void OperationTest::ExpectRefused(const QString& message, SdkCalls calls)
+{
+    const QStringList made = TraceOk();
+    EXPECT_EQ(QStringList(message), boxes.TakeErrors());
+    EXPECT_TRUE(TakeNew().isEmpty()) << message.toStdString();
+    EXPECT_TRUE(calls == SdkCalls::Any || made.isEmpty()) << made.join('\n').toStdString();
+}
+
+void OperationTest::ExpectClass(const QString& title, const QString& createdTypes) const
+{
+    EXPECT_EQ(title, dialog->windowTitle());
+    EXPECT_EQ(title, GetClassInfo("label"));
+    EXPECT_EQ(createdTypes, GetClassInfo("createdTypes")) << title.toStdString();
+}
+
+void OperationTest::ExpectMenuOpens(const char* action, const char* className)
+{
+    OpenConsole();
+    ASSERT_NE(nullptr, TriggerMenu(action));
+    EXPECT_STREQ(className, dialog->metaObject()->className());
+}
+
 QList<ZORGeoGeometry*> OperationTest::TakeNew()
 {
     QList<ZORGeoGeometry*> added;

@@ -35,6 +35,14 @@ protected:
     QStringList TraceOk();
     /// The geometries that were added to the container since the start of the test or the last call.
     QList<ZORGeoGeometry*> TakeNew();
+    /// Which calls of the SDK a refused input may make.
+    enum class SdkCalls { Any, None };
+    /// Presses OK and checks that it reports \a message alone and adds no geometry.
+    void ExpectRefused(const QString& message, SdkCalls calls = SdkCalls::Any);
+    /// Checks the title of the open dialog, which is the label of its class, and what the class creates.
+    void ExpectClass(const QString& title, const QString& createdTypes) const;
+    /// Checks that an entry of the console's menus opens the dialog of a class.
+    void ExpectMenuOpens(const char* action, const char* className);
     /// Puts a geometry into the list of the selector \a objectName and selects it.
     void SelectInList(const char* objectName, ZORGeoGeometry* geometry);
     void TypeInto(const char* objectName, const QString& text);

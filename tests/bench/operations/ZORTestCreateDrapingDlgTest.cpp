@@ -27,9 +27,7 @@ TEST_F(ZORTestCreateDrapingDlgTest, FormAsksForAStrategyAPointAndASurface)
     AddPointOn(AddSquare("S"), "P", {5, 5, 0});
     AddPolyline("C", {{0, 0, 0}, {10, 0, 0}});
     OpenDialog();
-    EXPECT_EQ(QString("Create Draping"), dialog->windowTitle());
-    EXPECT_EQ(QString("Create Draping"), GetClassInfo("label"));
-    EXPECT_EQ(QString("ZORCompStrategy"), GetClassInfo("createdTypes"));
+    ExpectClass("Create Draping", "ZORCompStrategy");
     EXPECT_EQ(QStringList({"Strategy: ", "Point: ", "Surface: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORCompStrategy", "ZORGeoPointOnSurface", "ZORGeoSurface"}), GetGeoTypes());
     EXPECT_EQ(QStringList({"St (St)"}), GetCandidates("_StrategySel"));
@@ -72,9 +70,7 @@ TEST_F(ZORTestCreateDrapingDlgTest, ReportsOnlyTheFirstThatIsMissing)
 
 TEST_F(ZORTestCreateDrapingDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_DrapingLayerAction"));
-    EXPECT_STREQ("ZORTestCreateDrapingDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_DrapingLayerAction", "ZORTestCreateDrapingDlg");
 }
 
 } // namespace

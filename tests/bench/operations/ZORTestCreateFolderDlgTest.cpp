@@ -16,9 +16,7 @@ TEST_F(ZORTestCreateFolderDlgTest, FormAsksForAParentAndALabel)
 {
     AddFolder("F");
     OpenDialog();
-    EXPECT_EQ(QString("Create Folder"), dialog->windowTitle());
-    EXPECT_EQ(QString("Create Folder"), GetClassInfo("label"));
-    EXPECT_EQ(QString(), GetClassInfo("createdTypes"));
+    ExpectClass("Create Folder", {});
     EXPECT_EQ(QStringList({"Parent Folder: ", "Label: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORFeatFolder"}), GetGeoTypes());
     EXPECT_EQ(2, GetCandidates("_ParentSel").size()) << "the root is a folder as well";
@@ -65,9 +63,7 @@ TEST_F(ZORTestCreateFolderDlgTest, MissingParentIsReported)
 {
     OpenDialog();
     TypeInto("_LabelEdit", "A");
-    EXPECT_EQ(QStringList(), TraceOk());
-    EXPECT_EQ(QStringList({"Selection of parent folder is invalid"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Selection of parent folder is invalid", SdkCalls::None);
 }
 
 TEST_F(ZORTestCreateFolderDlgTest, ParentThatWasRemovedMeanwhileIsReported)
@@ -82,9 +78,7 @@ TEST_F(ZORTestCreateFolderDlgTest, ParentThatWasRemovedMeanwhileIsReported)
 
 TEST_F(ZORTestCreateFolderDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("actionCreate_Folder"));
-    EXPECT_STREQ("ZORTestCreateFolderDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("actionCreate_Folder", "ZORTestCreateFolderDlg");
 }
 
 } // namespace

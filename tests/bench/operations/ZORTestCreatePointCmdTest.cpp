@@ -40,9 +40,7 @@ TEST_F(ZORTestCreatePointCmdTest, FormAsksForThreeTextsAndAFolder)
     AddPoint("P");
     AddFolder("F");
     OpenDialog();
-    EXPECT_EQ(QString("Create Point"), dialog->windowTitle());
-    EXPECT_EQ(QString("Create Point"), GetClassInfo("label"));
-    EXPECT_EQ(QString(), GetClassInfo("createdTypes"));
+    ExpectClass("Create Point", {});
     EXPECT_EQ(QStringList({"X: ", "Y: ", "Z: ", "Folder: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORFeatFolder"}), GetGeoTypes());
     EXPECT_EQ(2, GetCandidates("_FolderSel").size()) << "the root is a folder as well";
@@ -93,9 +91,7 @@ TEST_F(ZORTestCreatePointCmdTest, MissingFolderIsReported)
     TakeNew();
     OpenDialog();
     TypeCoordinates("1", "2", "3");
-    EXPECT_EQ(QStringList(), TraceOk());
-    EXPECT_EQ(QStringList({"Selection of parent folder is invalid"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Selection of parent folder is invalid", SdkCalls::None);
     EXPECT_EQ(QList<bool>({true}), finished) << "OK closes it all the same";
 }
 
@@ -104,9 +100,7 @@ TEST_F(ZORTestCreatePointCmdTest, CoordinatesThatAreNotFiniteAreRefusedBySdk)
     AddFolder("F");
     OpenDialog();
     TypeCoordinates("nan", "inf", "0");
-    PressOk();
-    EXPECT_EQ(QStringList({"point is not finite"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("point is not finite");
 }
 
 TEST_F(ZORTestCreatePointCmdTest, SelectorsFindItsFeatureBodyAndPointByTheirOwnKinds)
@@ -148,9 +142,7 @@ TEST_F(ZORTestCreatePointCmdTest, PointOfTheFeatureIsWhatCanBeVisualized)
 
 TEST_F(ZORTestCreatePointCmdTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("actionCreate_Raw_Point"));
-    EXPECT_STREQ("ZORTestCreatePointCmd", dialog->metaObject()->className());
+    ExpectMenuOpens("actionCreate_Raw_Point", "ZORTestCreatePointCmd");
 }
 
 } // namespace

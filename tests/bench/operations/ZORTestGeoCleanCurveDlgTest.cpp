@@ -16,9 +16,7 @@ TEST_F(ZORTestGeoCleanCurveDlgTest, FormAsksForACurveOnASurface)
 {
     AddPolyline("C", {{0, 0, 0}, {10, 0, 0}});
     OpenDialog();
-    EXPECT_EQ(QString("Clean Curve"), dialog->windowTitle());
-    EXPECT_EQ(QString("Clean Curve"), GetClassInfo("label"));
-    EXPECT_EQ(QString(), GetClassInfo("createdTypes"));
+    ExpectClass("Clean Curve", {});
     EXPECT_EQ(QStringList({"Curve"}), GetCaptions()) << "without a colon";
     EXPECT_EQ(QStringList({"ZORGeoCurveOnSurface"}), GetGeoTypes());
     EXPECT_EQ(QStringList(), GetCandidates("_CurveSel")) << "a plain polyline is not on a surface";
@@ -56,9 +54,7 @@ TEST_F(ZORTestGeoCleanCurveDlgTest, MissingCurveIsReported)
 
 TEST_F(ZORTestGeoCleanCurveDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_CleanCurveAction"));
-    EXPECT_STREQ("ZORTestGeoCleanCurveDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_CleanCurveAction", "ZORTestGeoCleanCurveDlg");
 }
 
 } // namespace

@@ -21,9 +21,7 @@ protected:
 TEST_F(ZORTestGeoCreateCartesianPointDlgTest, FormAsksForThreeCoordinates)
 {
     OpenDialog();
-    EXPECT_EQ(QString("Create Cartesian Point"), dialog->windowTitle());
-    EXPECT_EQ(QString("Create Cartesian Point"), GetClassInfo("label"));
-    EXPECT_EQ(QString("ZORGeoPoint"), GetClassInfo("createdTypes"));
+    ExpectClass("Create Cartesian Point", "ZORGeoPoint");
     EXPECT_EQ(QStringList({"X", "Y", "Z"}), GetCaptions());
     EXPECT_TRUE(GetGeoTypes().isEmpty());
     for (const char* name : {"_XSpin", "_YSpin", "_ZSpin"})
@@ -55,9 +53,7 @@ TEST_F(ZORTestGeoCreateCartesianPointDlgTest, CancelAddsNothing)
 
 TEST_F(ZORTestGeoCreateCartesianPointDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_CartPointAction"));
-    EXPECT_STREQ("ZORTestGeoCreateCartesianPointDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_CartPointAction", "ZORTestGeoCreateCartesianPointDlg");
     EXPECT_EQ(console.data(), dialog->parentWidget());
     PressOk();
     EXPECT_EQ(ZORMathPoint(0, 0, 0), TakeOnly<ZORGeoPoint>()->GetMathPoint());

@@ -23,9 +23,7 @@ TEST_F(ZORTestGeoCreatePointOnCurveDlgTest, FormAsksForACurveAndADistance)
     AddPoint("P");
     AddCurve();
     OpenDialog();
-    EXPECT_EQ(QString("Create Point on Curve"), dialog->windowTitle());
-    EXPECT_EQ(QString("Create Point on Curve"), GetClassInfo("label"));
-    EXPECT_EQ(QString("ZORGeoPointOnCurve"), GetClassInfo("createdTypes"));
+    ExpectClass("Create Point on Curve", "ZORGeoPointOnCurve");
     EXPECT_EQ(QStringList({"Curve: ", "Distance along curve: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORGeoCurve"}), GetGeoTypes());
     EXPECT_EQ(QStringList({"C"}), GetCandidates("_CurveSel"));
@@ -65,9 +63,7 @@ TEST_F(ZORTestGeoCreatePointOnCurveDlgTest, DistancesBeyondTheEndsArePassedOnUnc
 TEST_F(ZORTestGeoCreatePointOnCurveDlgTest, MissingCurveIsReported)
 {
     OpenDialog();
-    EXPECT_EQ(QStringList(), TraceOk());
-    EXPECT_EQ(QStringList({"Selection of curve was invalid"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Selection of curve was invalid", SdkCalls::None);
     EXPECT_EQ(QList<bool>({true}), finished);
 }
 
@@ -76,16 +72,12 @@ TEST_F(ZORTestGeoCreatePointOnCurveDlgTest, CurveWithoutPointsGivesTheMessageOfT
     AddPolyline("Empty", {});
     TakeNew();
     OpenDialog();
-    PressOk();
-    EXPECT_EQ(QStringList({"location is not on a curve"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("location is not on a curve");
 }
 
 TEST_F(ZORTestGeoCreatePointOnCurveDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_PointOnCurveAction"));
-    EXPECT_STREQ("ZORTestGeoCreatePointOnCurveDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_PointOnCurveAction", "ZORTestGeoCreatePointOnCurveDlg");
 }
 
 } // namespace

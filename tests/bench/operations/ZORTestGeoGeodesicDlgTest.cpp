@@ -382,9 +382,7 @@ TEST_F(ZORTestGeoGeodesicDlgTest, FailureOfTheSdkIsShown)
     OpenDialog();
     Check("_EndLenCheck");
     SetLength("_EndLenSpin", -1);
-    PressOk();
-    EXPECT_EQ(QStringList({"end length is negative"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("end length is negative");
 }
 
 TEST_F(ZORTestGeoGeodesicDlgTest, StartPointWhoseSurfaceIsGoneIsReportedByTheSdk)
@@ -397,9 +395,7 @@ TEST_F(ZORTestGeoGeodesicDlgTest, StartPointWhoseSurfaceIsGoneIsReportedByTheSdk
 
 TEST_F(ZORTestGeoGeodesicDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_GeodesicCurveAction"));
-    EXPECT_STREQ("ZORTestGeoGeodesicDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_GeodesicCurveAction", "ZORTestGeoGeodesicDlg");
 }
 
 } // namespace

@@ -17,9 +17,7 @@ TEST_F(ZORTestGeoProjectCurveSurDlgTest, FormAsksForACurveAndASurface)
     AddSquare("S");
     AddPolyline("C", {{0, 0, 1}, {10, 0, 1}});
     OpenDialog();
-    EXPECT_EQ(QString("Project Curve to Surface"), dialog->windowTitle());
-    EXPECT_EQ(QString("Project Curve to Surface"), GetClassInfo("label"));
-    EXPECT_EQ(QString("ZORGeoCurveOnSurface"), GetClassInfo("createdTypes"));
+    ExpectClass("Project Curve to Surface", "ZORGeoCurveOnSurface");
     EXPECT_EQ(QStringList({"Curve: ", "Surface: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORGeoCurve", "ZORGeoSurface"}), GetGeoTypes());
     EXPECT_EQ(QStringList({"C"}), GetCandidates("_CurveSel"));
@@ -53,9 +51,7 @@ TEST_F(ZORTestGeoProjectCurveSurDlgTest, FirstInvalidSelectionIsReported)
     AddPolyline("C", {{1, 1, 3}, {4, 5, 3}});
     TakeNew();
     OpenDialog();
-    EXPECT_EQ(QStringList(), TraceOk());
-    EXPECT_EQ(QStringList({"Surface selection invalid"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Surface selection invalid", SdkCalls::None);
 }
 
 TEST_F(ZORTestGeoProjectCurveSurDlgTest, CurveThatCannotBeProjectedIsReportedAndCreatesNothing)
@@ -64,9 +60,7 @@ TEST_F(ZORTestGeoProjectCurveSurDlgTest, CurveThatCannotBeProjectedIsReportedAnd
     AddPolyline("Empty", {});
     TakeNew();
     OpenDialog();
-    PressOk();
-    EXPECT_EQ(QStringList({"Projection failed"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Projection failed");
     EXPECT_EQ(QList<bool>({true}), finished);
 }
 
@@ -76,16 +70,12 @@ TEST_F(ZORTestGeoProjectCurveSurDlgTest, SurfaceWithoutTrianglesFailsTheProjecti
     AddPolyline("C", {{1, 1, 3}, {4, 5, 3}});
     TakeNew();
     OpenDialog();
-    PressOk();
-    EXPECT_EQ(QStringList({"Projection failed"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Projection failed");
 }
 
 TEST_F(ZORTestGeoProjectCurveSurDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_ProjectCurveSurAction"));
-    EXPECT_STREQ("ZORTestGeoProjectCurveSurDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_ProjectCurveSurAction", "ZORTestGeoProjectCurveSurDlg");
 }
 
 } // namespace

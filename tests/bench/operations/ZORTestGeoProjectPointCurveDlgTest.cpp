@@ -16,9 +16,7 @@ TEST_F(ZORTestGeoProjectPointCurveDlgTest, FormAsksForAPointAndACurve)
     AddPolyline("C", {{0, 0, 0}, {10, 0, 0}});
     AddPoint("P");
     OpenDialog();
-    EXPECT_EQ(QString("Project Point to Curve"), dialog->windowTitle());
-    EXPECT_EQ(QString("Project Point to Curve"), GetClassInfo("label"));
-    EXPECT_EQ(QString("ZORGeoPointOnCurve"), GetClassInfo("createdTypes"));
+    ExpectClass("Project Point to Curve", "ZORGeoPointOnCurve");
     EXPECT_EQ(QStringList({"Point: ", "Curve: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORGeoPoint", "ZORGeoCurve"}), GetGeoTypes());
     EXPECT_EQ(QStringList({"P"}), GetCandidates("_PointSel"));
@@ -61,9 +59,7 @@ TEST_F(ZORTestGeoProjectPointCurveDlgTest, MissingCurveIsReportedAsASurface)
     AddPoint("P");
     TakeNew();
     OpenDialog();
-    EXPECT_EQ(QStringList(), TraceOk());
-    EXPECT_EQ(QStringList({"Surface selection invalid"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Surface selection invalid", SdkCalls::None);
 }
 
 TEST_F(ZORTestGeoProjectPointCurveDlgTest, CurveWithoutPointsFailsTheProjection)
@@ -72,9 +68,7 @@ TEST_F(ZORTestGeoProjectPointCurveDlgTest, CurveWithoutPointsFailsTheProjection)
     AddPolyline("Empty", {});
     TakeNew();
     OpenDialog();
-    PressOk();
-    EXPECT_EQ(QStringList({"Projection failed"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Projection failed");
     EXPECT_EQ(QList<bool>({true}), finished);
 }
 
@@ -90,9 +84,7 @@ TEST_F(ZORTestGeoProjectPointCurveDlgTest, SelectionThatDiedMeanwhileCountsAsNon
 
 TEST_F(ZORTestGeoProjectPointCurveDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_ProjectPtCurveAction"));
-    EXPECT_STREQ("ZORTestGeoProjectPointCurveDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_ProjectPtCurveAction", "ZORTestGeoProjectPointCurveDlg");
 }
 
 } // namespace

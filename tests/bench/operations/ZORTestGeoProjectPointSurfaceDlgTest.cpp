@@ -18,9 +18,7 @@ TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, FormAsksForAPointAndASurface)
     AddSquare("S");
     AddPoint("P");
     OpenDialog();
-    EXPECT_EQ(QString("Project Point to Surface"), dialog->windowTitle());
-    EXPECT_EQ(QString("Project Point to Surface"), GetClassInfo("label"));
-    EXPECT_EQ(QString("ZORGeoPointOnSurface"), GetClassInfo("createdTypes"));
+    ExpectClass("Project Point to Surface", "ZORGeoPointOnSurface");
     EXPECT_EQ(QStringList({"Point: ", "Surface: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORGeoPoint", "ZORGeoSurface"}), GetGeoTypes());
     EXPECT_EQ(QStringList({"P"}), GetCandidates("_PointSel"));
@@ -71,9 +69,7 @@ TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, FirstInvalidSelectionIsReported)
     AddPoint("P");
     TakeNew();
     OpenDialog();
-    EXPECT_EQ(QStringList(), TraceOk());
-    EXPECT_EQ(QStringList({"Surface selection invalid"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Surface selection invalid", SdkCalls::None);
 }
 
 TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, SurfaceWithoutTrianglesGivesTheMessageOfTheSdk)
@@ -83,16 +79,12 @@ TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, SurfaceWithoutTrianglesGivesTheMess
     AddPoint("P");
     TakeNew();
     OpenDialog();
-    PressOk();
-    EXPECT_EQ(QStringList({"location is not on a surface"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("location is not on a surface");
 }
 
 TEST_F(ZORTestGeoProjectPointSurfaceDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_ProjectPtSurAction"));
-    EXPECT_STREQ("ZORTestGeoProjectPointSurfaceDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_ProjectPtSurAction", "ZORTestGeoProjectPointSurfaceDlg");
 }
 
 } // namespace

@@ -31,9 +31,7 @@ TEST_F(ZORTestGeoSurfaceEdgeDlgTest, FormAsksForASurface)
 {
     AddSquare("S");
     OpenDialog();
-    EXPECT_EQ(QString("Create Surface Edge Curves"), dialog->windowTitle());
-    EXPECT_EQ(QString("Create Surface Edge Curves"), GetClassInfo("label"));
-    EXPECT_EQ(QString("ZORGeoCurveOnSurface ZORGeoTriangleEdgeCurve"), GetClassInfo("createdTypes"));
+    ExpectClass("Create Surface Edge Curves", "ZORGeoCurveOnSurface ZORGeoTriangleEdgeCurve");
     EXPECT_EQ(QStringList({"Surface: "}), GetCaptions());
     EXPECT_EQ(QStringList({"ZORGeoSurface"}), GetGeoTypes());
     for (const char* type : {"ZORGeoCurveOnSurface", "ZORGeoTriangleEdgeCurve"}) {
@@ -103,9 +101,7 @@ TEST_F(ZORTestGeoSurfaceEdgeDlgTest, MissingSurfaceIsReported)
 
 TEST_F(ZORTestGeoSurfaceEdgeDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_SurfaceEdgeAction"));
-    EXPECT_STREQ("ZORTestGeoSurfaceEdgeDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_SurfaceEdgeAction", "ZORTestGeoSurfaceEdgeDlg");
 }
 
 } // namespace

@@ -164,9 +164,7 @@ TEST_F(ZORTestTPCourseSmoothingDlgTest, MissingCourseIsReported)
 
 TEST_F(ZORTestTPCourseSmoothingDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("actionSmooth_Course"));
-    EXPECT_STREQ("ZORTestTPCourseSmoothingDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("actionSmooth_Course", "ZORTestTPCourseSmoothingDlg");
 }
 
 } // namespace

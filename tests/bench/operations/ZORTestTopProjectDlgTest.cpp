@@ -101,9 +101,7 @@ TEST_F(ZORTestTopProjectDlgTest, OnlyTheFirstInvalidSelectionIsReported)
     OpenDialog();
     Field<ZORTestGeometrySelector>("_SupportSel")->setProperty("bodyDim", QString("7"));
     QMetaObject::invokeMethod(Field<ZORTestGeometrySelector>("_SupportSel"), "OnReload");
-    EXPECT_EQ(QStringList(), TraceOk());
-    EXPECT_EQ(QStringList({"Selection of support geometry was invalid"}), boxes.TakeErrors());
-    EXPECT_TRUE(TakeNew().isEmpty());
+    ExpectRefused("Selection of support geometry was invalid", SdkCalls::None);
 }
 
 TEST_F(ZORTestTopProjectDlgTest, DimensionOfTheProjectedBodyMustBeTheSmallerOne)
@@ -144,9 +142,7 @@ TEST_F(ZORTestTopProjectDlgTest, ProjectionThatTheSdkCannotDoShowsNoMessage)
 
 TEST_F(ZORTestTopProjectDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("_ProjectAction"));
-    EXPECT_STREQ("ZORTestTopProjectDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("_ProjectAction", "ZORTestTopProjectDlg");
 }
 
 } // namespace

@@ -410,9 +410,7 @@ TEST_F(ZORTestWFCurveOnSupportDlgTest, SelectorsFindTheCurveInItsBody)
 
 TEST_F(ZORTestWFCurveOnSupportDlgTest, ConsoleOpensItFromItsMenu)
 {
-    OpenConsole();
-    ASSERT_NE(nullptr, TriggerMenu("actionCreate_Curve_on_Support"));
-    EXPECT_STREQ("ZORTestWFCurveOnSupportDlg", dialog->metaObject()->className());
+    ExpectMenuOpens("actionCreate_Curve_on_Support", "ZORTestWFCurveOnSupportDlg");
 }
 
 } // namespace

@@ -2,13 +2,13 @@
 
 #include "VisualizationTest.h"
 #include "core/ZORTestCommandRegistry.h"
+#include "support/MessageOf.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoLine.h>
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
 #include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORSystem/ZORSysException.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>
 #include <ZORVisualization/ZORVisPolylinePrimitive.h>
 #include <ZORVisualization/ZORVisTextPrimitive.h>
@@ -184,12 +184,8 @@ TEST_F(ZORTestCurveVisualizerTest, OtherClassesAreRejected)
 {
     auto* point = AddPoint("P");
     ZORTestCurveVisualizer visualizer;
-    try {
-        visualizer.Visualize(GetEnvironment(), point);
-        FAIL() << "no exception";
-    } catch (const ZORSysException& exception) {
-        EXPECT_EQ(QString("geometry is not a curve"), exception.GetMessage());
-    }
+    EXPECT_EQ(QString("geometry is not a curve"),
+              MessageOf([&] { visualizer.Visualize(GetEnvironment(), point); }));
 }
 
 TEST_F(ZORTestCurveVisualizerTest, CancelledColorReachesTheDrawing)

@@ -1,11 +1,11 @@
 #include "visualization/ZORTestPointVisualizer.h"
 
 #include "VisualizationTest.h"
+#include "support/MessageOf.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoPointOnCurve.h>
 #include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORSystem/ZORSysException.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>
 
 #include <QComboBox>
@@ -79,12 +79,8 @@ TEST_F(ZORTestPointVisualizerTest, OtherClassesAreRejected)
 {
     auto* surface = AddSurface("S");
     ZORTestPointVisualizer visualizer;
-    try {
-        visualizer.Visualize(GetEnvironment(), surface);
-        FAIL() << "no exception";
-    } catch (const ZORSysException& exception) {
-        EXPECT_EQ(QString("geometry is not a point"), exception.GetMessage());
-    }
+    EXPECT_EQ(QString("geometry is not a point"),
+              MessageOf([&] { visualizer.Visualize(GetEnvironment(), surface); }));
 }
 
 } // namespace

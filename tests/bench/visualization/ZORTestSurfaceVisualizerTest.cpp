@@ -1,10 +1,10 @@
 #include "visualization/ZORTestSurfaceVisualizer.h"
 
 #include "VisualizationTest.h"
+#include "support/MessageOf.h"
 
 #include <ZORGeometry/ZORGeoPoint.h>
 #include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORSystem/ZORSysException.h>
 #include <ZORVisualization/ZORVisPolylinePrimitive.h>
 #include <ZORVisualization/ZORVisSurfacePrimitive.h>
 
@@ -215,12 +215,8 @@ TEST_F(ZORTestSurfaceVisualizerTest, OtherClassesAreRejected)
 {
     auto* point = AddPoint("P");
     ZORTestSurfaceVisualizer visualizer;
-    try {
-        visualizer.Visualize(GetEnvironment(), point);
-        FAIL() << "no exception";
-    } catch (const ZORSysException& exception) {
-        EXPECT_EQ(QString("geometry is not a surface"), exception.GetMessage());
-    }
+    EXPECT_EQ(QString("geometry is not a surface"),
+              MessageOf([&] { visualizer.Visualize(GetEnvironment(), point); }));
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include <ZORDebug/ZORDebugVizContainer.h>
 #include <ZORDebug/ZORDebugVizObject.h>
 #include <ZORMathematics/ZORMathPlane.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>
 #include <ZORVisualization/ZORVisPolylinePrimitive.h>
 #include <ZORVisualization/ZORVisRepFactory.h>
@@ -22,7 +21,6 @@
 #include <QMetaClassInfo>
 #include <QMetaType>
 #include <QPlainTextEdit>
-#include <QSignalSpy>
 
 #include <cmath>
 #include <numbers>
@@ -422,20 +420,14 @@ TEST_F(ZORTestVisVectorTextDlgTest, CallsTheSdkInTheOrderOfTheForm)
     OpenDialog();
     Spin("_LineSpacingSpn")->setValue(1.5);
     Type("I");
-    auto* trace = ZORSysApiTrace::GetInstance();
-    QSignalSpy calls(trace, &ZORSysApiTrace::CallTraced);
-    trace->SetEnabled(true);
-    PressOk();
-    trace->SetEnabled(false);
-    QByteArrayList names;
-    for (const QList<QVariant>& call : calls) {
-        const QByteArray line = call[0].toByteArray();
-        if (line.startsWith("ZORVisVectorText::"))
-            names.append(line.mid(18).split('(')[0]);
+    QStringList names;
+    for (const QString& call : TraceCalls([this] { PressOk(); })) {
+        if (call.startsWith("ZORVisVectorText::"))
+            names.append(call.mid(18).section('(', 0, 0));
     }
-    EXPECT_EQ(QByteArrayList({"ZORVisVectorText", "SetFont", "SetAnchor", "SetLineSpacing",
-                              "SetCharacterSpacing", "SetOrientation", "SetJustification", "SetDecorations",
-                              "SetTextSize", "SetTiltAngle", "SetPlane", "SetText"}),
+    EXPECT_EQ(QStringList({"ZORVisVectorText", "SetFont", "SetAnchor", "SetLineSpacing",
+                           "SetCharacterSpacing", "SetOrientation", "SetJustification", "SetDecorations",
+                           "SetTextSize", "SetTiltAngle", "SetPlane", "SetText"}),
               names);
 }
 

@@ -2,9 +2,9 @@
 
 #include "CommandTestClasses.h"
 #include "support/Printers.h"
+#include "support/TraceCalls.h"
 
 #include <ZORCommand/ZORCmdController.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -177,15 +177,9 @@ TEST_F(ZORCmdDialogCommandTest, TwoCommandsAreOpenAtOnce)
 
 TEST_F(ZORCmdDialogCommandTest, ConstructionIsTracedOnce)
 {
-    QStringList lines;
-    const auto connection =
-        QObject::connect(ZORSysApiTrace::GetInstance(), &ZORSysApiTrace::CallTraced,
-                         [&lines](const QByteArray& line) { lines.append(QString::fromUtf8(line)); });
-    ZORSysApiTrace::GetInstance()->SetEnabled(true);
-    const std::unique_ptr<ScriptedDialogCommand> traced(new ScriptedDialogCommand(controller));
-    ZORSysApiTrace::GetInstance()->SetEnabled(false);
-    QObject::disconnect(connection);
-    EXPECT_EQ(QStringList("ZORCmdDialogCommand::ZORCmdDialogCommand(<ZORCmdController>, 1, 0)"), lines);
+    std::unique_ptr<ScriptedDialogCommand> traced;
+    EXPECT_EQ(QStringList("ZORCmdDialogCommand::ZORCmdDialogCommand(<ZORCmdController>, 1, 0)"),
+              TraceCalls([&] { traced.reset(new ScriptedDialogCommand(controller)); }));
 }
 
 } // namespace

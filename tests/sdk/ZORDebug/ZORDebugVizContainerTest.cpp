@@ -1,9 +1,9 @@
 #include "support/Printers.h"
+#include "support/TraceCalls.h"
 
 #include <ZORDebug/ZORDebugVizContainer.h>
 #include <ZORDebug/ZORDebugVizObject.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORVisualization/ZORVisPointPrimitive.h>
 #include <ZORVisualization/ZORVisPolylinePrimitive.h>
 #include <ZORVisualization/ZORVisRepGraphics.h>
@@ -195,17 +195,12 @@ TEST_F(ZORDebugVizContainerTest, RemovesAllObjectsWithoutTouchingASetMadeOfThem)
 
 TEST_F(ZORDebugVizContainerTest, TracesTheCallWithItsArgumentsInOrder)
 {
-    ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();
-    QList<QByteArray> lines;
-    const auto connection = QObject::connect(trace, &ZORSysApiTrace::CallTraced,
-                                             [&](const QByteArray& line, qint64) { lines.append(line); });
-    trace->SetEnabled(true);
-    Container::AddPolyline({{0, 0, 0}, {1, 2, 3}}, 255, 254, 253, 1, QStringLiteral("a"), 0);
-    Container::AddPoint({1, 2, 3}, 1, 2, 3, 4, QString(), 5);
-    trace->SetEnabled(false);
-    QObject::disconnect(connection);
-    EXPECT_EQ(lines, QList<QByteArray>({"ZORDebugVizContainer::AddPolyline([2], 255, 254, 253, 1, \"a\", 0)",
-                                        "ZORDebugVizContainer::AddPoint((1, 2, 3), 1, 2, 3, 4, \"\", 5)"}));
+    const QStringList lines = TraceCalls([] {
+        Container::AddPolyline({{0, 0, 0}, {1, 2, 3}}, 255, 254, 253, 1, QStringLiteral("a"), 0);
+        Container::AddPoint({1, 2, 3}, 1, 2, 3, 4, QString(), 5);
+    });
+    EXPECT_EQ(lines, QStringList({"ZORDebugVizContainer::AddPolyline([2], 255, 254, 253, 1, \"a\", 0)",
+                                  "ZORDebugVizContainer::AddPoint((1, 2, 3), 1, 2, 3, 4, \"\", 5)"}));
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 // Tests of ZORNestDebugOptions.
 
+#include "support/TraceCalls.h"
+
 #include <ZORNesting/ZORNestDebugOptions.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QStringList>
 
@@ -41,16 +42,10 @@ TEST_F(ZORNestDebugOptionsTest, AreIndependentOfEachOther)
 
 TEST_F(ZORNestDebugOptionsTest, ChangesAreTraced)
 {
-    ZORSysApiTrace* trace = ZORSysApiTrace::GetInstance();
-    QStringList lines;
-    QObject receiver;
-    QObject::connect(
-        trace, &ZORSysApiTrace::CallTraced, &receiver,
-        [&lines](const QByteArray& line) { lines.append(QString::fromUtf8(line)); }, Qt::DirectConnection);
-    trace->SetEnabled(true);
-    options->SetKeepNestingWorkDirectories(true);
-    options->SetKeepTranslationWorkDirectories(false);
-    trace->SetEnabled(false);
+    const QStringList lines = TraceCalls([this] {
+        options->SetKeepNestingWorkDirectories(true);
+        options->SetKeepTranslationWorkDirectories(false);
+    });
     EXPECT_EQ(QStringList({"ZORNestDebugOptions::SetKeepNestingWorkDirectories(true)",
                            "ZORNestDebugOptions::SetKeepTranslationWorkDirectories(false)"}),
               lines);

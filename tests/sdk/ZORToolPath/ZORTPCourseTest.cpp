@@ -2,8 +2,7 @@
 
 #include "CourseTest.h"
 #include "support/ContainerContent.h"
-
-#include <ZORSystem/ZORSysApiTrace.h>
+#include "support/TraceCalls.h"
 
 #include <algorithm>
 #include <limits>
@@ -199,18 +198,12 @@ TEST_F(ZORTPCourseTest, RemoveUndoesEverything)
 
 TEST_F(ZORTPCourseTest, ShowsItsCallsInTheTrace)
 {
-    ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();
-    QStringList lines;
-    const auto connection = QObject::connect(trace, &ZORSysApiTrace::CallTraced, [&](const QByteArray& line) {
-        lines.append(QString::fromUtf8(line));
-    });
     folder->setObjectName("F");
-    trace->SetEnabled(true);
-    auto* const course = new ZORTPCourse(folder, Corner().mid(0, 2), 6.5);
-    course->Initialize();
-    course->Smooth(0);
-    trace->SetEnabled(false);
-    QObject::disconnect(connection);
+    const QStringList lines = TraceCalls([this] {
+        auto* const course = new ZORTPCourse(folder, Corner().mid(0, 2), 6.5);
+        course->Initialize();
+        course->Smooth(0);
+    });
     EXPECT_TRUE(lines.contains(QStringLiteral("ZORTPCourse::ZORTPCourse(<F>, [2], 6.5)")))
         << lines.join('\n').toStdString();
     EXPECT_EQ(lines.mid(lines.size() - 2),

@@ -1,8 +1,7 @@
 // Tests of what all functions of ZORTopFactory have in common.
 
 #include "TopologyTest.h"
-
-#include <ZORSystem/ZORSysApiTrace.h>
+#include "support/TraceCalls.h"
 
 #include <limits>
 
@@ -81,18 +80,12 @@ TEST_F(ZORTopFactoryTest, CallsAreTraced)
 {
     ZORGeoPolyline* const curve = AddPolyline(Polygon(4));
     ZORGeoSurface* const surface = AddSurface(Cube());
-    QStringList lines;
-    ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();
-    const auto connection = QObject::connect(trace, &ZORSysApiTrace::CallTraced, [&](const QByteArray& line) {
-        lines.append(QString::fromUtf8(line));
+    const QStringList lines = TraceCalls([&] {
+        ZORTopFactory traced(&container);
+        const ZORTopBody* const edges = traced.CreateCurve(curve, 0.5);
+        const ZORTopBody* const faces = traced.CreateSurface(surface, 0.5);
+        traced.Project(faces, edges);
     });
-    trace->SetEnabled(true);
-    ZORTopFactory traced(&container);
-    const ZORTopBody* const edges = traced.CreateCurve(curve, 0.5);
-    const ZORTopBody* const faces = traced.CreateSurface(surface, 0.5);
-    traced.Project(faces, edges);
-    trace->SetEnabled(false);
-    QObject::disconnect(connection);
     EXPECT_EQ(
         QStringList({"ZORTopFactory::ZORTopFactory(<>)", "ZORTopFactory::CreateCurve(<Polyline.1>, 0.5)",
                      "ZORTopFactory::CreateSurface(<Surface.1>, 0.5)",

@@ -1,7 +1,6 @@
-#include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORVisualization/ZORVisVectorFont.h>
+#include "support/TraceCalls.h"
 
-#include <QSignalSpy>
+#include <ZORVisualization/ZORVisVectorFont.h>
 
 #include <gtest/gtest.h>
 
@@ -34,13 +33,8 @@ TEST(ZORVisVectorFontTest, UnknownAndEmptyNamesGiveTheFirstFont)
 
 TEST(ZORVisVectorFontTest, ConstructorIsTraced)
 {
-    auto* trace = ZORSysApiTrace::GetInstance();
-    QSignalSpy lines(trace, &ZORSysApiTrace::CallTraced);
-    trace->SetEnabled(true);
-    const ZORVisVectorFont font("greek");
-    trace->SetEnabled(false);
-    ASSERT_EQ(1, lines.size());
-    EXPECT_EQ(QByteArray("ZORVisVectorFont::ZORVisVectorFont(\"greek\")"), lines[0][0].toByteArray());
+    EXPECT_EQ(QStringList("ZORVisVectorFont::ZORVisVectorFont(\"greek\")"),
+              TraceCalls([] { const ZORVisVectorFont font("greek"); }));
 }
 
 } // namespace

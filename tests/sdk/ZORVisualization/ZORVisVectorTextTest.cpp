@@ -1,11 +1,9 @@
 // Tests of ZORVisVectorText: its values, characters and lines, and extreme input.
 
 #include "VectorTexts.h"
+#include "support/TraceCalls.h"
 
 #include <ZORMathematics/ZORMathPlane.h>
-#include <ZORSystem/ZORSysApiTrace.h>
-
-#include <QSignalSpy>
 
 #include <random>
 
@@ -291,38 +289,32 @@ TEST(ZORVisVectorTextTest, LongTextsAreLaidOutInOneGo)
 
 TEST(ZORVisVectorTextTest, SettersAreTracedWithTheirValues)
 {
-    auto* trace = ZORSysApiTrace::GetInstance();
-    QSignalSpy calls(trace, &ZORSysApiTrace::CallTraced);
-    trace->SetEnabled(true);
-    Text text;
-    const ZORVisVectorFont font("greek");
-    text.SetFont(font);
-    text.SetAnchor(Text::TopLeft);
-    text.SetOrientation(Text::Vertical);
-    text.SetJustification(Text::Right);
-    text.SetDecorations(Text::Underline | Text::Overline);
-    text.SetLineSpacing(1.5);
-    text.SetCharacterSpacing(kNan);
-    text.SetTextSize(2);
-    text.SetTiltAngle(100);
-    text.SetPlane(ZORMathPlane());
-    text.SetText("a\n\"b\"");
-    EXPECT_FALSE(text.GetPolylines().isEmpty());
-    trace->SetEnabled(false);
-
-    QByteArrayList lines;
-    for (const QList<QVariant>& call : calls)
-        lines.append(call[0].toByteArray());
-    EXPECT_EQ(QByteArrayList({"ZORVisVectorText::ZORVisVectorText()",
-                              "ZORVisVectorFont::ZORVisVectorFont(\"greek\")",
-                              "ZORVisVectorText::SetFont(\"greek\")", "ZORVisVectorText::SetAnchor(9)",
-                              "ZORVisVectorText::SetOrientation(1)", "ZORVisVectorText::SetJustification(2)",
-                              "ZORVisVectorText::SetDecorations(5)", "ZORVisVectorText::SetLineSpacing(1.5)",
-                              "ZORVisVectorText::SetCharacterSpacing(nan)",
-                              "ZORVisVectorText::SetTextSize(2)", "ZORVisVectorText::SetTiltAngle(100)",
-                              "ZORVisVectorText::SetPlane([(0, 0, 0), (1, 0, 0), (0, 1, 0)])",
-                              "ZORVisVectorText::SetText(\"a\\n\\\"b\\\"\")"}),
-              lines);
+    const QStringList lines = TraceCalls([] {
+        Text text;
+        const ZORVisVectorFont font("greek");
+        text.SetFont(font);
+        text.SetAnchor(Text::TopLeft);
+        text.SetOrientation(Text::Vertical);
+        text.SetJustification(Text::Right);
+        text.SetDecorations(Text::Underline | Text::Overline);
+        text.SetLineSpacing(1.5);
+        text.SetCharacterSpacing(kNan);
+        text.SetTextSize(2);
+        text.SetTiltAngle(100);
+        text.SetPlane(ZORMathPlane());
+        text.SetText("a\n\"b\"");
+        EXPECT_FALSE(text.GetPolylines().isEmpty());
+    });
+    EXPECT_EQ(
+        QStringList({"ZORVisVectorText::ZORVisVectorText()", "ZORVisVectorFont::ZORVisVectorFont(\"greek\")",
+                     "ZORVisVectorText::SetFont(\"greek\")", "ZORVisVectorText::SetAnchor(9)",
+                     "ZORVisVectorText::SetOrientation(1)", "ZORVisVectorText::SetJustification(2)",
+                     "ZORVisVectorText::SetDecorations(5)", "ZORVisVectorText::SetLineSpacing(1.5)",
+                     "ZORVisVectorText::SetCharacterSpacing(nan)", "ZORVisVectorText::SetTextSize(2)",
+                     "ZORVisVectorText::SetTiltAngle(100)",
+                     "ZORVisVectorText::SetPlane([(0, 0, 0), (1, 0, 0), (0, 1, 0)])",
+                     "ZORVisVectorText::SetText(\"a\\n\\\"b\\\"\")"}),
+        lines);
 }
 
 } // namespace

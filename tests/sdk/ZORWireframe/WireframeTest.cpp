@@ -1,6 +1,5 @@
 #include "WireframeTest.h"
 
-#include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
 WireframeTest::WireframeTest()
@@ -14,18 +13,4 @@ ZORGeoSurface* WireframeTest::AddSquare(const QString& name, double size)
 {
     const QList<ZORMathPoint> corners{{0, 0, 0}, {size, 0, 0}, {size, size, 0}, {0, size, 0}};
     return Make<ZORGeoSurface>(name, corners, QList<ZORGeoSurface::Corners>{{0, 1, 2}, {0, 2, 3}});
-}
-
-QStringList WireframeTest::TraceOf(const std::function<void()>& call)
-{
-    ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();
-    QStringList lines;
-    const auto connection = QObject::connect(trace, &ZORSysApiTrace::CallTraced, [&](const QByteArray& line) {
-        lines.append(QString::fromUtf8(line));
-    });
-    trace->SetEnabled(true);
-    call();
-    trace->SetEnabled(false);
-    QObject::disconnect(connection);
-    return lines;
 }

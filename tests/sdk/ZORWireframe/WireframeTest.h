@@ -4,6 +4,7 @@
 
 #include "support/MessageOf.h"
 #include "support/Printers.h"
+#include "support/TraceCalls.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatFolder.h>
@@ -17,7 +18,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <utility>
 
 /// A container with the folder "F", and what features are made from.
@@ -45,9 +45,6 @@ protected:
     }
     /// A square of \a size x \a size mm in the plane z = 0 from the origin, two triangles.
     ZORGeoSurface* AddSquare(const QString& name, double size = 10);
-
-    /// The SDK calls that \a call makes.
-    static QStringList TraceOf(const std::function<void()>& call);
 
     ZORFeatContainer container;
     ZORFeatFolder* folder = nullptr;

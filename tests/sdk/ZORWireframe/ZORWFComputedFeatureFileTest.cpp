@@ -8,6 +8,8 @@
 
 #include <QSignalSpy>
 
+#include <functional>
+
 namespace {
 
 class ZORWFComputedFeatureFileTest : public CurveOnSupportTest

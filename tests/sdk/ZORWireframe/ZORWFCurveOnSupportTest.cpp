@@ -5,6 +5,7 @@
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 
 #include <cmath>
+#include <functional>
 
 namespace {
 

@@ -262,7 +262,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, TracesItsOwnCallsAlone)
     support->setObjectName("Su");
     start->setObjectName("St");
     const QString name("ZORWFCurveOnSupport::");
-    EXPECT_EQ(TraceOf([&] {
+    EXPECT_EQ(TraceCalls([&] {
                   feature = Add<ZORWFCurveOnSupport>();
                   feature->SetSupport(support);
                   feature->SetComputationMethod(ConstantAngle);
@@ -283,7 +283,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, TracesItsOwnCallsAlone)
                   name + "SetEndPoint(null)", name + "SetStartLength(nan)", name + "SetEndLength(2.5)",
                   name + "AddStartLimit(null)", name + "AddEndLimit(null)", name + "SetDirection(<F>)",
                   name + "SetAngle(0.25)", name + "SetDirectionFlipped(true)", name + "ClearLimits()"}));
-    EXPECT_EQ(TraceOf([&] { MessageOf([&] { feature->SetStartLength(-1); }); }),
+    EXPECT_EQ(TraceCalls([&] { MessageOf([&] { feature->SetStartLength(-1); }); }),
               QStringList(name + "SetStartLength(-1) ! start length is negative"));
 }
 

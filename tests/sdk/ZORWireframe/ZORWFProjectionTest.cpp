@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -208,7 +209,7 @@ TEST_F(ZORWFProjectionTest, TracesItsOwnCallsAlone)
     support->setObjectName("Su");
     start->setObjectName("St");
     const QString name("ZORWFProjection::");
-    EXPECT_EQ(TraceOf([&] { AddProjection(start)->SetSource(nullptr); }),
+    EXPECT_EQ(TraceCalls([&] { AddProjection(start)->SetSource(nullptr); }),
               (QStringList{name + "ZORWFProjection(<F>)", "ZORFeatComputedGeometry::Initialize()",
                            name + "SetSource(<St>)", name + "SetSupport(<Su>)", name + "SetSource(null)"}));
 }

@@ -109,10 +109,10 @@ TYPED_TEST(ZORWFRawGeometryTest, TracesItsOwnCallsAlone)
 {
     auto* const geometry = this->MakeGeometry();
     TypeParam* feature = nullptr;
-    EXPECT_EQ(TestFixture::TraceOf([&] { feature = this->template Add<TypeParam>(geometry); }),
+    EXPECT_EQ(TraceCalls([&] { feature = this->template Add<TypeParam>(geometry); }),
               (QStringList{QString("%1::%1(<F>, <G>)").arg(TestFixture::GetClassName()),
                            QString("%1::Initialize()").arg(TestFixture::GetClassName())}));
-    EXPECT_EQ(TestFixture::TraceOf([&] { feature->Remove(); }), QStringList("ZORFeatObject::Remove()"));
+    EXPECT_EQ(TraceCalls([&] { feature->Remove(); }), QStringList("ZORFeatObject::Remove()"));
 }
 
 TYPED_TEST(ZORWFRawGeometryTest, EndOfTheContainerDestroysAllOfIt)

@@ -1,18 +1,17 @@
 #include "support/ContainerContent.h"
 #include "support/MessageOf.h"
 #include "support/Printers.h"
+#include "support/TraceCalls.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatFolder.h>
 #include <ZORFeature/ZORFeatRoot.h>
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
-#include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWireframe/ZORWFRawPoint.h>
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 #include <memory>
 
@@ -201,19 +200,10 @@ TEST_F(ZORWFRawPointTest, CannotBeRegisteredWithoutALivingFolder)
 
 TEST_F(ZORWFRawPointTest, TracesItsOwnCallsAlone)
 {
-    ZORSysApiTrace* const trace = ZORSysApiTrace::GetInstance();
-    QStringList lines;
-    const auto connection = QObject::connect(trace, &ZORSysApiTrace::CallTraced, [&](const QByteArray& line) {
-        lines.append(QString::fromUtf8(line));
-    });
     folder->setObjectName("F");
-    trace->SetEnabled(true);
-    ZORWFRawPoint* const feature = Add();
-    feature->Remove();
-    trace->SetEnabled(false);
-    QObject::disconnect(connection);
-    EXPECT_EQ(lines, (QStringList{"ZORWFRawPoint::ZORWFRawPoint(<F>, (1, 2, 3))",
-                                  "ZORWFRawPoint::Initialize()", "ZORFeatObject::Remove()"}));
+    EXPECT_EQ(TraceCalls([this] { Add()->Remove(); }),
+              (QStringList{"ZORWFRawPoint::ZORWFRawPoint(<F>, (1, 2, 3))", "ZORWFRawPoint::Initialize()",
+                           "ZORFeatObject::Remove()"}));
 }
 
 } // namespace
