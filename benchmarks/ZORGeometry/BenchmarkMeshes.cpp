@@ -1,5 +1,7 @@
 #include "BenchmarkMeshes.h"
 
+#include "GridTriangles.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -24,15 +26,7 @@ std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order)
             vertices.append({x, y, GetSheetHeight(x, y)});
         }
     }
-    QList<ZORGeoSurface::Corners> triangles;
-    for (int row = 0; row < cells; ++row) {
-        for (int column = 0; column < cells; ++column) {
-            const int a = row * (cells + 1) + column;
-            const int b = a + cells + 1;
-            triangles.append({a, a + 1, b + 1});
-            triangles.append({a, b + 1, b});
-        }
-    }
+    QList<ZORGeoSurface::Corners> triangles = MakeGridTriangles(cells);
     if (order == TriangleOrder::Shuffled)
         std::shuffle(triangles.begin(), triangles.end(), std::mt19937(1));
     return std::make_unique<ZORGeoSurface>(nullptr, vertices, triangles);

@@ -1,5 +1,7 @@
 // Shortest geodesics between random places of surfaces of 20,000 triangles.
 
+#include "GridTriangles.h"
+
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathPoint.h>
@@ -20,20 +22,11 @@ using Shape = std::function<ZORMathPoint(double, double)>;
 std::unique_ptr<ZORGeoSurface> MakeSurface(const Shape& shape)
 {
     QList<ZORMathPoint> vertices;
-    QList<ZORGeoSurface::Corners> triangles;
     for (int row = 0; row <= kColumns; ++row) {
         for (int column = 0; column <= kColumns; ++column)
             vertices.append(shape(double(column) / kColumns, double(row) / kColumns));
     }
-    for (int row = 0; row < kColumns; ++row) {
-        for (int column = 0; column < kColumns; ++column) {
-            const int a = row * (kColumns + 1) + column;
-            const int b = a + kColumns + 1;
-            triangles.append({a, a + 1, b + 1});
-            triangles.append({a, b + 1, b});
-        }
-    }
-    return std::make_unique<ZORGeoSurface>(nullptr, vertices, triangles);
+    return std::make_unique<ZORGeoSurface>(nullptr, vertices, MakeGridTriangles(kColumns));
 }
 
 ZORMathPoint Hills(double x, double y)

@@ -1,6 +1,7 @@
 // Division of surfaces of a million triangles into faces, edges and vertices.
 
 #include "../ZORGeometry/BenchmarkMeshes.h"
+#include "GridTriangles.h"
 
 #include <ZORMathematics/ZORMathPoint.h>
 #include <ZORTopology/ZORTopBody.h>
@@ -29,20 +30,11 @@ void DivideFolds(benchmark::State& state)
 {
     constexpr int cells = 707;
     QList<ZORMathPoint> vertices;
-    QList<ZORGeoSurface::Corners> triangles;
     for (int row = 0; row <= cells; ++row) {
         for (int column = 0; column <= cells; ++column)
             vertices.append(ZORMathPoint(column, row, 1.5 * (row % 2 + column % 2)));
     }
-    for (int row = 0; row < cells; ++row) {
-        for (int column = 0; column < cells; ++column) {
-            const int a = row * (cells + 1) + column;
-            const int b = a + cells + 1;
-            triangles.append({a, a + 1, b + 1});
-            triangles.append({a, b + 1, b});
-        }
-    }
-    Divide(state, ZORGeoSurface(nullptr, vertices, triangles));
+    Divide(state, ZORGeoSurface(nullptr, vertices, MakeGridTriangles(cells)));
 }
 
 // Triangles that share no vertex.

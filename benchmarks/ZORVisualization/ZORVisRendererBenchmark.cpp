@@ -1,4 +1,5 @@
 #include "BenchmarkProgram.h"
+#include "GridTriangles.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORGeometry/ZORGeoSurface.h>
@@ -43,23 +44,45 @@ ZORGeoSurface* CreateSheet(ZORGeoContainer* container, int numTriangles)
             vertices.append({x, y, HeightAt(x, y)});
         }
     }
-    QList<ZORGeoSurface::Corners> triangles;
-    triangles.reserve(qsizetype(2) * n * n);
-    for (int j = 0; j < n; ++j) {
-        for (int i = 0; i < n; ++i) {
-            const int p = j * (n + 1) + i;
-            triangles.append({p, p + 1, p + n + 2});
-            triangles.append({p, p + n + 2, p + n + 1});
-        }
-    }
-    return new ZORGeoSurface(container, vertices, triangles);
+    return new ZORGeoSurface(container, vertices, MakeGridTriangles(n));
 }
 
-void Show(ZORVisEnvironment& environment, const QList<const ZORVisPrimitive*>& primitives)
+// What is drawn, and the renderer that draws it.
+struct Stage
 {
-    auto* object = new ZORVisVirtualObject(&environment, nullptr);
-    object->SetRep(new ZORVisRepGraphics(primitives, ZORVisOptions()));
-    environment.AddVirtualObject(object);
+    ZORVisEnvironment environment;
+    ZORVisScene scene{&environment};
+    ZORVisRenderer renderer;
+
+    Stage() { renderer.SetScene(&scene); }
+    void Show(const QList<const ZORVisPrimitive*>& primitives)
+    {
+        auto* object = new ZORVisVirtualObject(&environment, nullptr);
+        object->SetRep(new ZORVisRepGraphics(primitives, ZORVisOptions()));
+        environment.AddVirtualObject(object);
+    }
+    ZORVisCamera MakeCamera() const
+    {
+        ZORVisCamera camera;
+        camera.FitAll(scene.GetBoundingBox(), kPictureSize);
+        return camera;
+    }
+    void RenderFirst() { benchmark::DoNotOptimize(renderer.Render(MakeCamera(), kPictureSize)); }
+    // A picture, with the camera turned a little before each.
+    void RenderTurning(benchmark::State& state)
+    {
+        ZORVisCamera camera = MakeCamera();
+        for (auto _ : state) {
+            camera.Orbit(17, 7);
+            benchmark::DoNotOptimize(renderer.Render(camera, kPictureSize));
+        }
+    }
+};
+
+// The unit and the clocks of pictures, which several threads draw.
+void MeasurePictures(benchmark::internal::Benchmark* pictures)
+{
+    pictures->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 }
 
 ZORMathSetOfPoints CreateWave(int number, int numPoints)
@@ -71,22 +94,6 @@ ZORMathSetOfPoints CreateWave(int number, int numPoints)
         points.append({x, 0.1 * number, 30 + HeightAt(x, 0.1 * number)});
     }
     return points;
-}
-
-// A picture, with the camera turned a little before each.
-void RenderTurning(ZORVisRenderer& renderer, ZORVisCamera& camera, benchmark::State& state)
-{
-    for (auto _ : state) {
-        camera.Orbit(17, 7);
-        benchmark::DoNotOptimize(renderer.Render(camera, kPictureSize));
-    }
-}
-
-ZORVisCamera CameraOn(const ZORVisScene& scene)
-{
-    ZORVisCamera camera;
-    camera.FitAll(scene.GetBoundingBox(), kPictureSize);
-    return camera;
 }
 
 double ResidentMegabytes()
@@ -104,68 +111,48 @@ void SurfaceFirstPicture(benchmark::State& state)
     double growth = 0;
     for (auto _ : state) {
         const double before = ResidentMegabytes();
-        ZORVisEnvironment environment;
-        ZORVisScene scene(&environment);
-        ZORVisRenderer renderer;
-        renderer.SetScene(&scene);
-        Show(environment, {new ZORVisSurfacePrimitive(surface)});
-        benchmark::DoNotOptimize(renderer.Render(CameraOn(scene), kPictureSize));
+        Stage stage;
+        stage.Show({new ZORVisSurfacePrimitive(surface)});
+        stage.RenderFirst();
         growth = std::max(growth, ResidentMegabytes() - before);
     }
     state.counters["MB"] = growth;
     delete surface;
 }
-BENCHMARK(SurfaceFirstPicture)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Arg(5'000'000)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+BENCHMARK(SurfaceFirstPicture)->Arg(100'000)->Arg(1'000'000)->Arg(5'000'000)->Apply(MeasurePictures);
 
 void SurfaceNextPicture(benchmark::State& state, ZORVisRenderer::DisplayMode mode)
 {
     ZORGeoContainer container;
     const ZORGeoSurface* surface = CreateSheet(&container, int(state.range(0)));
-    ZORVisEnvironment environment;
-    ZORVisScene scene(&environment);
-    ZORVisRenderer renderer;
-    renderer.SetScene(&scene);
-    renderer.SetDisplayMode(mode);
-    Show(environment, {new ZORVisSurfacePrimitive(surface)});
-    ZORVisCamera camera = CameraOn(scene);
-    renderer.Render(camera, kPictureSize);
-    RenderTurning(renderer, camera, state);
+    Stage stage;
+    stage.renderer.SetDisplayMode(mode);
+    stage.Show({new ZORVisSurfacePrimitive(surface)});
+    stage.RenderFirst();
+    stage.RenderTurning(state);
     delete surface;
 }
 BENCHMARK_CAPTURE(SurfaceNextPicture, shaded, ZORVisRenderer::Shaded)
     ->Arg(100'000)
     ->Arg(1'000'000)
     ->Arg(5'000'000)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+    ->Apply(MeasurePictures);
 BENCHMARK_CAPTURE(SurfaceNextPicture, wireframe, ZORVisRenderer::Wireframe)
     ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+    ->Apply(MeasurePictures);
 
 void SurfacePick(benchmark::State& state)
 {
     ZORGeoContainer container;
     const ZORGeoSurface* surface = CreateSheet(&container, int(state.range(0)));
-    ZORVisEnvironment environment;
-    ZORVisScene scene(&environment);
-    ZORVisRenderer renderer;
-    renderer.SetScene(&scene);
-    Show(environment, {new ZORVisSurfacePrimitive(surface)});
-    const ZORVisCamera camera = CameraOn(scene);
-    renderer.Pick(camera, kPictureSize, QPointF(640, 400)); // builds the tree
+    Stage stage;
+    stage.Show({new ZORVisSurfacePrimitive(surface)});
+    const ZORVisCamera camera = stage.MakeCamera();
+    stage.renderer.Pick(camera, kPictureSize, QPointF(640, 400)); // builds the tree
     int x = 300;
     for (auto _ : state) {
         x = x < 900 ? x + 1 : 300;
-        benchmark::DoNotOptimize(renderer.Pick(camera, kPictureSize, QPointF(x, 400)));
+        benchmark::DoNotOptimize(stage.renderer.Pick(camera, kPictureSize, QPointF(x, 400)));
     }
     delete surface;
 }
@@ -174,78 +161,45 @@ BENCHMARK(SurfacePick)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 void ObjectsFirstPicture(benchmark::State& state)
 {
     for (auto _ : state) {
-        ZORVisEnvironment environment;
-        ZORVisScene scene(&environment);
-        ZORVisRenderer renderer;
-        renderer.SetScene(&scene);
+        Stage stage;
         for (int i = 0; i < int(state.range(0)); ++i)
-            Show(environment,
-                 {new ZORVisPolylinePrimitive(CreateWave(i, 50), ZORVisPolylinePrimitive::Chain)});
-        benchmark::DoNotOptimize(renderer.Render(CameraOn(scene), kPictureSize));
+            stage.Show({new ZORVisPolylinePrimitive(CreateWave(i, 50), ZORVisPolylinePrimitive::Chain)});
+        stage.RenderFirst();
     }
 }
-BENCHMARK(ObjectsFirstPicture)
-    ->Arg(10'000)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+BENCHMARK(ObjectsFirstPicture)->Arg(10'000)->Apply(MeasurePictures);
 
 void ObjectsNextPicture(benchmark::State& state)
 {
-    ZORVisEnvironment environment;
-    ZORVisScene scene(&environment);
-    ZORVisRenderer renderer;
-    renderer.SetScene(&scene);
+    Stage stage;
     for (int i = 0; i < int(state.range(0)); ++i)
-        Show(environment, {new ZORVisPolylinePrimitive(CreateWave(i, 50), ZORVisPolylinePrimitive::Chain)});
-    ZORVisCamera camera = CameraOn(scene);
-    renderer.Render(camera, kPictureSize);
-    RenderTurning(renderer, camera, state);
+        stage.Show({new ZORVisPolylinePrimitive(CreateWave(i, 50), ZORVisPolylinePrimitive::Chain)});
+    stage.RenderFirst();
+    stage.RenderTurning(state);
 }
-BENCHMARK(ObjectsNextPicture)
-    ->Arg(10'000)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+BENCHMARK(ObjectsNextPicture)->Arg(10'000)->Apply(MeasurePictures);
 
 void PointsNextPicture(benchmark::State& state)
 {
-    ZORVisEnvironment environment;
-    ZORVisScene scene(&environment);
-    ZORVisRenderer renderer;
-    renderer.SetScene(&scene);
-    Show(environment, {new ZORVisPointPrimitive(CreateWave(5000, int(state.range(0))))});
-    ZORVisCamera camera = CameraOn(scene);
-    RenderTurning(renderer, camera, state);
+    Stage stage;
+    stage.Show({new ZORVisPointPrimitive(CreateWave(5000, int(state.range(0))))});
+    stage.RenderTurning(state);
 }
-BENCHMARK(PointsNextPicture)
-    ->Arg(10'000)
-    ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+BENCHMARK(PointsNextPicture)->Arg(10'000)->Arg(1'000'000)->Apply(MeasurePictures);
 
 void TextsNextPicture(benchmark::State& state)
 {
-    ZORVisEnvironment environment;
-    ZORVisScene scene(&environment);
-    ZORVisRenderer renderer;
-    renderer.SetScene(&scene);
+    Stage stage;
     QList<const ZORVisPrimitive*> texts;
     const ZORMathSetOfPoints points = CreateWave(5000, int(state.range(0)));
     for (int i = 0; i < int(points.size()); ++i) {
         texts.append(new ZORVisTextPrimitive(QStringLiteral(" %1").arg(i), points[i],
                                              ZORVisTextPrimitive::LowerLeft, ZORVisTextPrimitive::FixedSize));
     }
-    Show(environment, texts);
-    ZORVisCamera camera = CameraOn(scene);
-    RenderTurning(renderer, camera, state);
+    stage.Show(texts);
+    stage.RenderTurning(state);
 }
-BENCHMARK(TextsNextPicture)
-    ->Arg(5'000)
-    ->Unit(benchmark::kMillisecond)
-    ->MeasureProcessCPUTime()
-    ->UseRealTime();
+BENCHMARK(TextsNextPicture)->Arg(5'000)->Apply(MeasurePictures);
 
 } // namespace
 
