@@ -27,23 +27,27 @@ function(zor_check_layers name layer)
   endforeach()
 endfunction()
 
-function(zor_add_module name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;PRIVATE_LINK;ROOMS;QT_FREE;HEADERS;SOURCES")
+# What modules and plug-ins have in common: checks the arguments arg_... that the caller has parsed, adds the library and
+# sets ${target}; ${arg_DEPENDS} and ${arg_QT} become targets.
+macro(zor_start_library function name)
   if(arg_UNPARSED_ARGUMENTS OR NOT DEFINED arg_LAYER)
-    message(FATAL_ERROR "zor_add_module(${name}): LAYER missing or bad arguments: ${arg_UNPARSED_ARGUMENTS}")
+    message(FATAL_ERROR "${function}(${name}): LAYER missing or bad arguments: ${arg_UNPARSED_ARGUMENTS}")
   endif()
-
   zor_check_layers(${name} ${arg_LAYER} ${arg_DEPENDS})
-
   set(target ZOR${name})
   add_library(${target} SHARED ${arg_SOURCES})
-  add_library(ZorSDK::${name} ALIAS ${target})
   zor_set_target_defaults(${target})
   zor_precompile_headers(${target})
-  target_sources(${target} PUBLIC
-    FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/.. FILES ${arg_HEADERS})
   list(TRANSFORM arg_DEPENDS PREPEND ZOR)
   list(TRANSFORM arg_QT PREPEND Qt6::)
+endmacro()
+
+function(zor_add_module name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;PRIVATE_LINK;ROOMS;QT_FREE;HEADERS;SOURCES")
+  zor_start_library(zor_add_module ${name})
+  add_library(ZorSDK::${name} ALIAS ${target})
+  target_sources(${target} PUBLIC
+    FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/.. FILES ${arg_HEADERS})
   target_link_libraries(${target} PUBLIC ${arg_DEPENDS} ${arg_QT} PRIVATE ${arg_PRIVATE_LINK})
   if(arg_ROOMS)
     target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
@@ -65,21 +69,11 @@ endfunction()
 
 function(zor_add_plugin name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "LAYER" "DEPENDS;QT;SOURCES")
-  if(arg_UNPARSED_ARGUMENTS OR NOT DEFINED arg_LAYER)
-    message(FATAL_ERROR "zor_add_plugin(${name}): LAYER missing or bad arguments: ${arg_UNPARSED_ARGUMENTS}")
-  endif()
-  zor_check_layers(${name} ${arg_LAYER} ${arg_DEPENDS})
-
-  set(target ZOR${name})
-  add_library(${target} SHARED ${arg_SOURCES})
-  zor_set_target_defaults(${target})
-  zor_precompile_headers(${target})
+  zor_start_library(zor_add_plugin ${name})
   if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
     # A library with a unique symbol can never be unloaded.
     target_compile_options(${target} PRIVATE -fno-gnu-unique)
   endif()
-  list(TRANSFORM arg_DEPENDS PREPEND ZOR)
-  list(TRANSFORM arg_QT PREPEND Qt6::)
   target_link_libraries(${target} PRIVATE ${arg_DEPENDS} ${arg_QT})
   target_link_options(${target} PRIVATE ${ZOR_NO_UNDEFINED})
   zor_limit_exports(${target})
