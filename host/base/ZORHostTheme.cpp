@@ -8,13 +8,19 @@
 
 namespace {
 
+void SetTextColors(QPalette& palette, const QColor& text, const QColor& disabled)
+{
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, disabled);
+    }
+    palette.setColor(QPalette::ToolTipText, text);
+}
+
 QPalette LightPalette()
 {
     QPalette palette(QColor(0xef, 0xf0, 0xf2), QColor(0xef, 0xf0, 0xf2));
-    const QColor text(0x1d, 0x20, 0x24);
-    for (const auto role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        palette.setColor(role, text);
+    SetTextColors(palette, {0x1d, 0x20, 0x24}, {0x8c, 0x90, 0x96});
     palette.setColor(QPalette::Base, Qt::white);
     palette.setColor(QPalette::AlternateBase, QColor(0xf5, 0xf6, 0xf8));
     palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xff));
@@ -22,19 +28,13 @@ QPalette LightPalette()
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, QColor(0x1a, 0x56, 0xa0));
     palette.setColor(QPalette::PlaceholderText, QColor(0x6a, 0x6f, 0x76));
-    const QColor disabled(0x8c, 0x90, 0x96);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, disabled);
     return palette;
 }
 
 QPalette DarkPalette()
 {
     QPalette palette(QColor(0x44, 0x48, 0x4f), QColor(0x3c, 0x3f, 0x45));
-    const QColor text(0xe8, 0xea, 0xed);
-    for (const auto role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        palette.setColor(role, text);
+    SetTextColors(palette, {0xe8, 0xea, 0xed}, {0x7d, 0x83, 0x8b});
     palette.setColor(QPalette::Base, QColor(0x22, 0x24, 0x27));
     palette.setColor(QPalette::AlternateBase, QColor(0x29, 0x2c, 0x30));
     palette.setColor(QPalette::ToolTipBase, QColor(0x22, 0x24, 0x27));
@@ -43,9 +43,6 @@ QPalette DarkPalette()
     palette.setColor(QPalette::BrightText, QColor(0xff, 0x8a, 0x80));
     palette.setColor(QPalette::Link, QColor(0x7c, 0xb3, 0xf5));
     palette.setColor(QPalette::PlaceholderText, QColor(0x9a, 0xa0, 0xa8));
-    const QColor disabled(0x7d, 0x83, 0x8b);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, disabled);
     return palette;
 }
 
