@@ -66,7 +66,9 @@ void ApplyJobSettings()
 ZORHostProgram::ZORHostProgram(const ZORHostOptions& options)
     : m_options(options)
     , m_log(std::make_unique<ZORHostLog>())
-    , m_settings(std::make_unique<ZORHostSettings>(options.settingsFile, options.cleanSettings))
+    , m_settings(std::make_unique<ZORHostSettings>(
+          options.settingsFile,
+          options.cleanSettings ? ZORHostSettings::Start::Defaults : ZORHostSettings::Start::LastSession))
 {
     ZORSysInitialize();
     ApplyJobSettings();

@@ -83,7 +83,7 @@ void RemoveAbandonedLock(const QString& path)
 
 } // namespace
 
-ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
+ZORHostSettings::ZORHostSettings(const QString& fileName, Start start)
 {
     const QString path =
         fileName.isEmpty()
@@ -91,7 +91,7 @@ ZORHostSettings::ZORHostSettings(const QString& fileName, bool clean)
             : fileName;
     const bool isUsable = ZORSysFile::FindObstacle(path, QIODevice::ReadWrite).isEmpty()
                           && ZORSysFile::FindObstacle(path + ".lock", QIODevice::ReadWrite).isEmpty();
-    if (clean && isUsable)
+    if (start == Start::Defaults && isUsable)
         MoveAway(path);
     RemoveAbandonedLock(path);
     if (isUsable && QFileInfo(path).size() <= kMaximumSize)

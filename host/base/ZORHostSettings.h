@@ -22,10 +22,15 @@ class ZORHostSettings
     Q_DECLARE_TR_FUNCTIONS(ZORHostSettings)
 
 public:
+    /// What a session starts from.
+    enum class Start {
+        LastSession,
+        Defaults, ///< a file that is there is renamed to "<file>.bak"
+    };
+
     /// \param fileName  empty for the user's own file. What ZORSysFile does not open, and files above 16 MB, are left
     ///                  alone: the defaults are used and nothing is kept.
-    /// \param clean     start from the defaults: a file that is there is renamed to "<file>.bak"
-    ZORHostSettings(const QString& fileName, bool clean);
+    ZORHostSettings(const QString& fileName, Start start);
     ~ZORHostSettings();
     Q_DISABLE_COPY_MOVE(ZORHostSettings)
 

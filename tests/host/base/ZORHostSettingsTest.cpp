@@ -16,6 +16,8 @@
 
 namespace {
 
+using Start = ZORHostSettings::Start;
+
 class ZORHostSettingsTest : public HostTest
 {
 };
@@ -23,7 +25,7 @@ class ZORHostSettingsTest : public HostTest
 TEST_F(ZORHostSettingsTest, TheStoreIsThatOfTheSdkWhileItLives)
 {
     {
-        const ZORHostSettings settings(GetPath("own.ini"), false);
+        const ZORHostSettings settings(GetPath("own.ini"), Start::LastSession);
         EXPECT_EQ(settings.GetStore(), ZORSysSettingsManager::GetManager()->GetSource());
         EXPECT_TRUE(settings.GetWarning().isEmpty());
         settings.GetStore()->setValue("a/b", 3);
@@ -34,7 +36,7 @@ TEST_F(ZORHostSettingsTest, TheStoreIsThatOfTheSdkWhileItLives)
 
 TEST_F(ZORHostSettingsTest, TheUsersOwnFileLiesBelowTheConfigurationFolder)
 {
-    const ZORHostSettings settings(QString(), false);
+    const ZORHostSettings settings(QString(), Start::LastSession);
     EXPECT_EQ(qEnvironmentVariable("XDG_CONFIG_HOME") + "/Zorvane/zorhost.ini",
               settings.GetStore()->fileName());
 }
@@ -42,7 +44,7 @@ TEST_F(ZORHostSettingsTest, TheUsersOwnFileLiesBelowTheConfigurationFolder)
 TEST_F(ZORHostSettingsTest, CleanStartsEmptyAndKeepsTheOldFile)
 {
     const QString file = WriteFile("own.ini", "[Host]\nWireframe=true\n");
-    const ZORHostSettings settings(file, true);
+    const ZORHostSettings settings(file, Start::Defaults);
     EXPECT_TRUE(settings.GetWarning().isEmpty());
     EXPECT_TRUE(settings.GetStore()->allKeys().isEmpty());
     EXPECT_TRUE(QSettings(file + ".bak", QSettings::IniFormat).value("Host/Wireframe").toBool());
@@ -54,7 +56,7 @@ TEST_F(ZORHostSettingsTest, ADamagedFileIsCopiedAndSaidSo)
     const QString file = WriteFile("own.ini", damaged);
     // As for the user's own file, which is looked up by settings in the same format.
     const QSettings first(file, ZORHostIniFormat::Get());
-    const ZORHostSettings settings(file, false);
+    const ZORHostSettings settings(file, Start::LastSession);
     EXPECT_TRUE(settings.GetWarning().contains("is damaged")) << settings.GetWarning().toStdString();
     EXPECT_TRUE(settings.GetWarning().contains(QDir::toNativeSeparators(file)));
     QFile copy(file + ".damaged");
@@ -66,7 +68,7 @@ TEST_F(ZORHostSettingsTest, ADamagedFileIsCopiedAndSaidSo)
 TEST_F(ZORHostSettingsTest, AFolderInPlaceOfTheFileIsSaidSo)
 {
     QDir().mkdir(GetPath("own.ini"));
-    const ZORHostSettings settings(GetPath("own.ini"), false);
+    const ZORHostSettings settings(GetPath("own.ini"), Start::LastSession);
     EXPECT_TRUE(settings.GetWarning().contains("cannot be read")) << settings.GetWarning().toStdString();
 }
 
@@ -76,7 +78,7 @@ TEST_F(ZORHostSettingsTest, WhatCannotBeReadIsLeftAloneAndNothingIsKept)
     const QString pipe = HostileFiles::MakePipe(folder), socket = HostileFiles::MakeSocket(folder);
     const QString zeros = HostileFiles::MakeZeros(folder, qint64(4) << 30);
     for (const QString& path : {pipe, socket, zeros}) {
-        const ZORHostSettings settings(path, path != zeros);
+        const ZORHostSettings settings(path, path == zeros ? Start::LastSession : Start::Defaults);
         EXPECT_EQ(QString("The settings file '%1' cannot be read; the defaults are used.").arg(path),
                   settings.GetWarning());
         EXPECT_TRUE(settings.GetStore()->allKeys().isEmpty());
@@ -95,7 +97,7 @@ TEST_F(ZORHostSettingsTest, APipeOrASocketInPlaceOfTheLockHoldsNothingUp)
     for (const QString& obstacle : {HostileFiles::MakePipe(folder), HostileFiles::MakeSocket(folder)}) {
         ASSERT_TRUE(QFile::rename(obstacle, path + ".lock"));
         {
-            const ZORHostSettings settings(path, false);
+            const ZORHostSettings settings(path, Start::LastSession);
             EXPECT_EQ(QString("The settings file '%1' cannot be read; the defaults are used.").arg(path),
                       settings.GetWarning());
             ZORHostSettings::Write("Key", 3);
@@ -110,7 +112,7 @@ TEST_F(ZORHostSettingsTest, AFileThatCannotBeWrittenIsSaidSo)
 {
     const QString file = WriteFile("own.ini", "[Host]\nWireframe=true\n");
     const ReadOnlyFolder readOnly(GetPath({}));
-    const ZORHostSettings settings(file, false);
+    const ZORHostSettings settings(file, Start::LastSession);
     EXPECT_TRUE(settings.GetWarning().contains("cannot be written")) << settings.GetWarning().toStdString();
     EXPECT_TRUE(settings.GetStore()->value("Host/Wireframe").toBool());
 }
@@ -118,7 +120,7 @@ TEST_F(ZORHostSettingsTest, AFileThatCannotBeWrittenIsSaidSo)
 TEST_F(ZORHostSettingsTest, AFolderThatCannotBeMadeIsSaidSo)
 {
     // Below a file there is no folder, not even for root.
-    const ZORHostSettings settings(WriteFile("file", "x") + "/own.ini", false);
+    const ZORHostSettings settings(WriteFile("file", "x") + "/own.ini", Start::LastSession);
     EXPECT_TRUE(settings.GetWarning().contains("cannot be written")) << settings.GetWarning().toStdString();
 }
 
@@ -141,12 +143,12 @@ TEST_F(ZORHostSettingsTest, AFileIsReadAndWrittenAsQtDoes)
                 << value.key().toStdString();
     };
     {
-        const ZORHostSettings settings(path, false);
+        const ZORHostSettings settings(path, Start::LastSession);
         for (auto value = values.cbegin(); value != values.cend(); ++value)
             settings.GetStore()->setValue(value.key(), *value);
     }
     expectValues(QSettings(path, QSettings::IniFormat));
-    const ZORHostSettings settings(path, false);
+    const ZORHostSettings settings(path, Start::LastSession);
     expectValues(*settings.GetStore());
     settings.GetStore()->clear();
     settings.GetStore()->sync();
@@ -160,7 +162,7 @@ TEST_F(ZORHostSettingsTest, AFullDiskKeepsTheFileAndTheValues)
     if (!disk.IsMounted())
         GTEST_SKIP() << "this user must not mount a disk";
     const QString path = disk.GetPath("own.ini");
-    const ZORHostSettings settings(path, false);
+    const ZORHostSettings settings(path, Start::LastSession);
     settings.GetStore()->setValue("Host/text", "old");
     settings.GetStore()->sync();
     const QByteArray before = ReadFile(path);
@@ -193,7 +195,7 @@ TEST_F(ZORHostSettingsTest, AKillLeavesAWholeFileThatCanBeWritten)
         const bool isRunning = KillDuring(
             [&](int i) {
                 qputenv("TMPDIR", QFile::encodeName(GetPath("temporary"))); // of the killed process alone
-                const ZORHostSettings settings(path, false);
+                const ZORHostSettings settings(path, Start::LastSession);
                 settings.GetStore()->setValue("Host/text",
                                               i % 2 == 0 ? QString(20'000, 'n') : QString("old"));
                 settings.GetStore()->sync();
@@ -203,7 +205,7 @@ TEST_F(ZORHostSettingsTest, AKillLeavesAWholeFileThatCanBeWritten)
         const QByteArray present = ReadFile(path);
         EXPECT_TRUE(present == small || present == large) << kill << ": " << present.size() << " bytes";
     }
-    const ZORHostSettings settings(path, false);
+    const ZORHostSettings settings(path, Start::LastSession);
     EXPECT_EQ(QString(), settings.GetWarning());
     settings.GetStore()->setValue("Host/text", "new"); // whoever was killed may have held the lock
     settings.GetStore()->sync();
@@ -219,11 +221,11 @@ TEST_F(ZORHostSettingsTest, AnEmptyLockWithoutAnOwnerIsNotWaitedFor)
     ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
     ASSERT_EQ(0, flock(lock.handle(), LOCK_EX));
     {
-        const ZORHostSettings settings(path, false);
+        const ZORHostSettings settings(path, Start::LastSession);
         EXPECT_TRUE(lock.exists()) << "its owner lives";
     }
     lock.close();
-    const ZORHostSettings settings(path, false);
+    const ZORHostSettings settings(path, Start::LastSession);
     EXPECT_FALSE(lock.exists()) << "every write would wait for half a minute";
     settings.GetStore()->setValue("Host/text", "new");
     settings.GetStore()->sync();
@@ -234,7 +236,7 @@ TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyKeepsTheFileAndTheValues)
 {
     const QByteArray before = "[Host]\ntext=old\n";
     const QString path = WriteFile("own.ini", before);
-    const ZORHostSettings settings(path, false);
+    const ZORHostSettings settings(path, Start::LastSession);
     EXPECT_EQ(QString(), settings.GetWarning());
     settings.GetStore()->setValue("Host/text", "new");
     {
@@ -252,7 +254,7 @@ TEST_F(ZORHostSettingsTest, AFolderThatBecomesReadOnlyIsLoggedOnce)
 {
     const QString path = WriteFile("own.ini", "[Host]\ntext=old\n");
     const WarningCatcher warnings;
-    const ZORHostSettings settings(path, false);
+    const ZORHostSettings settings(path, Start::LastSession);
     const QStringList expected("zor.host: the settings cannot be written: Permission denied");
     for (int round = 1; round <= 2; ++round) {
         {
@@ -285,7 +287,7 @@ TEST_F(ZORHostSettingsTest, ValuesThatTheEndCannotWriteAreLogged)
 TEST_F(ZORHostSettingsTest, AFolderThatVanishesIsMadeForTheNextValue)
 {
     const QString folder = GetPath("vanishing"), path = folder + "/own.ini";
-    const ZORHostSettings settings(path, false);
+    const ZORHostSettings settings(path, Start::LastSession);
     settings.GetStore()->setValue("Host/text", "old");
     settings.GetStore()->sync();
     ASSERT_TRUE(QDir(folder).removeRecursively());
@@ -313,7 +315,7 @@ TEST_F(ZORHostSettingsTest, WithoutATemporaryFileTheSettingsStayAsTheyAre)
     for (const char* folder : {"/proc", former.isEmpty() ? "/tmp" : former.constData()}) {
         qputenv("TMPDIR", folder);
         {
-            const ZORHostSettings settings(path, false);
+            const ZORHostSettings settings(path, Start::LastSession);
             settings.GetStore()->setValue("Host/other", 1);
         }
         EXPECT_EQ(content, ReadFile(path));
