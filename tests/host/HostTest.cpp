@@ -1,5 +1,7 @@
 #include "HostTest.h"
 
+#include "support/StlTetrahedron.h"
+
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysInit.h>
@@ -39,16 +41,7 @@ QString HostTest::WriteFile(const QString& fileName, const QByteArray& contents)
 
 QString HostTest::WriteTetrahedron(const QString& fileName) const
 {
-    const char* const corners[] = {"0 0 0", "100 0 0", "0 100 0", "0 0 100"};
-    const int facets[][3] = {{0, 2, 1}, {0, 1, 3}, {0, 3, 2}, {1, 2, 3}};
-    QByteArray text = "solid tetrahedron\n";
-    for (const auto& facet : facets) {
-        text += "facet normal 0 0 0\nouter loop\n";
-        for (const int corner : facet)
-            text += QByteArray("vertex ") + corners[corner] + '\n';
-        text += "endloop\nendfacet\n";
-    }
-    return WriteFile(fileName, text + "endsolid tetrahedron\n");
+    return WriteFile(fileName, MakeAsciiTetrahedron(100));
 }
 
 ZORGeoSurface* HostTest::AddBox(const QString& name)

@@ -3,6 +3,7 @@
 
 #include "support/DialogAnswerer.h"
 #include "support/DialogFrame.h"
+#include "support/HeapGrowth.h"
 #include "support/MessageBoxCatcher.h"
 
 #include <ZORCommand/ZORCmdController.h>
@@ -32,8 +33,6 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
-
-#include <malloc.h>
 
 namespace {
 
@@ -244,19 +243,10 @@ TEST_F(ZORTestPluginLoadTest, LeavesNothingBehindWhenItIsLoadedAndUnloadedManyTi
         curve->RemoveNoReferences();
         ProcessEvents();
     };
-    constexpr int NumWarmUp = 10; // fills Qt's caches
-    constexpr int NumCycles = 50;
-    size_t before = 0;
-    for (int i = 0; i < NumWarmUp + NumCycles; ++i) {
-        if (i == NumWarmUp)
-            before = mallinfo2().uordblks;
-        cycle();
-        if (HasFatalFailure())
-            return;
-    }
     // Qt itself keeps some 3 KB per set of windows until the application ends.
-    const double growth = (double(mallinfo2().uordblks) - double(before)) / NumCycles;
-    RecordProperty("bytesPerCycle", std::to_string(growth));
+    const double growth = MeasureHeapGrowth(50, cycle);
+    if (HasFatalFailure())
+        return;
     EXPECT_LT(growth, 8192.0) << "bytes per cycle";
     EXPECT_EQ(0, m_environment.GetContainer()->GetNumGeometry());
     EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());

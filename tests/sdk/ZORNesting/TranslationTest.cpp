@@ -48,6 +48,14 @@ QByteArray Lines(const QByteArray& text)
     return lines.replace('|', '\n');
 }
 
+void TranslationTest::ExpectFailures(const QList<std::pair<QByteArray, QString>>& contents)
+{
+    for (const auto& [content, reason] : contents) {
+        EXPECT_TRUE(Translate(content).isEmpty());
+        EXPECT_EQ(reason, failure);
+    }
+}
+
 QString TranslationTest::RunAsJob(const std::function<void(const ZORWorkContext&)>& function)
 {
     QString reason;

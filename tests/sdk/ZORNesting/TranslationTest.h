@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
 
 class ZORWorkContext;
 
@@ -30,6 +31,8 @@ protected:
     /// The content as a file "drawing.src". A failure leaves \a failure and no results.
     QList<ZORNestResult> Translate(const QByteArray& content);
     QList<ZORNestResult> TranslateFile(const QString& path);
+    /// Checks that each content fails for its reason.
+    void ExpectFailures(const QList<std::pair<QByteArray, QString>>& contents);
     /// Runs a function as a job and returns the reason of its failure, else an empty text.
     static QString RunAsJob(const std::function<void(const ZORWorkContext&)>& function);
     /// Writes the content to the file that Translate() reads.

@@ -1,6 +1,9 @@
 #include "StandardCommandsTest.h"
 
 #include <ZORCommonUI/ZORCmnUnitSpinBox.h>
+#include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
+#include <ZORComposites/ZORCompRoot.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
@@ -181,4 +184,20 @@ ZORWFRawCurve* StandardCommandsTest::AddLineOn(const ZORWFRawSurface* surface, c
     feature->SetLabel(label);
     feature->Initialize();
     return feature;
+}
+
+ZORCompMaterialLibrary* StandardCommandsTest::GetLibrary() const
+{
+    return ZORCompMaterialLibrary::Of(qobject_cast<ZORCompRoot*>(container->GetFeatureRoot("ZORCompRoot")));
+}
+
+ZORCompMaterial* StandardCommandsTest::AddMaterial(const QString& name, double thickness)
+{
+    auto* const material = new ZORCompMaterial(GetLibrary());
+    material->SetLabel(name);
+    ZORCompMaterialProperties properties;
+    properties.thickness = thickness;
+    material->SetProperties(properties);
+    material->Initialize();
+    return material;
 }

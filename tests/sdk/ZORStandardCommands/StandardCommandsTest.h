@@ -23,6 +23,8 @@
 #include <memory>
 
 class QAction;
+class ZORCompMaterial;
+class ZORCompMaterialLibrary;
 class ZORGeoSurface;
 
 /// Loads the library, with an environment that is current, and drives one dialog after the other by the object names
@@ -76,6 +78,8 @@ protected:
     /// A straight line on a surface.
     ZORWFRawCurve* AddLineOn(const ZORWFRawSurface* surface, const QString& label, const ZORMathPoint& from,
                              const ZORMathPoint& to);
+    ZORCompMaterialLibrary* GetLibrary() const;
+    ZORCompMaterial* AddMaterial(const QString& name, double thickness);
     /// The only object of a class; null and a failure when there is none or more.
     template<class T>
     T* GetOnly() const

@@ -4,7 +4,6 @@
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>
-#include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORComposites/ZORCompPly.h>
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORComposites/ZORCompRosette.h>
@@ -29,17 +28,6 @@ enum Column { Material, Angle };
 class ZORCompLayupCmdTest : public StandardCommandsTest
 {
 protected:
-    ZORCompMaterial* AddMaterial(const QString& name, double thickness)
-    {
-        auto* const root = qobject_cast<ZORCompRoot*>(container->GetFeatureRoot("ZORCompRoot"));
-        auto* const material = new ZORCompMaterial(ZORCompMaterialLibrary::Of(root));
-        material->SetLabel(name);
-        ZORCompMaterialProperties properties;
-        properties.thickness = thickness;
-        material->SetProperties(properties);
-        material->Initialize();
-        return material;
-    }
     QTableView* GetTable() const { return Find<QTableView>("_PlyTable"); }
     void SetAngle(int row, double degrees)
     {

@@ -4,9 +4,7 @@
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>
-#include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORComposites/ZORCompPly.h>
-#include <ZORComposites/ZORCompRoot.h>
 #include <ZORComposites/ZORCompSequence.h>
 
 #include <QAbstractButton>
@@ -25,21 +23,6 @@ class ZORCompMaterialLibraryCmdTest : public StandardCommandsTest
 {
 protected:
     void OpenLibrary() { Open("ZORCompMaterialLibraryCmd.Edit"); }
-    ZORCompMaterialLibrary* GetLibrary()
-    {
-        return ZORCompMaterialLibrary::Of(
-            qobject_cast<ZORCompRoot*>(container->GetFeatureRoot("ZORCompRoot")));
-    }
-    ZORCompMaterial* AddMaterial(const QString& name, double thickness)
-    {
-        auto* const material = new ZORCompMaterial(GetLibrary());
-        material->SetLabel(name);
-        ZORCompMaterialProperties properties;
-        properties.thickness = thickness;
-        material->SetProperties(properties);
-        material->Initialize();
-        return material;
-    }
     void SetMaterialCell(int row, int column, const QString& text)
     {
         SetCell("_MaterialTable", row, column, text);

@@ -1,6 +1,7 @@
 // The library as applications meet it.
 
 #include "StandardCommandsTest.h"
+#include "support/HeapGrowth.h"
 
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORSystem/ZORSysException.h>
@@ -10,8 +11,6 @@
 #include <QIcon>
 #include <QJsonObject>
 #include <QPluginLoader>
-
-#include <malloc.h>
 
 namespace {
 
@@ -117,17 +116,8 @@ TEST_F(ZORStdPluginTest, LeavesNothingBehindWhenItIsLoadedAndUnloadedManyTimes)
         ProcessEvents();
         EXPECT_TRUE(library.load());
     };
-    constexpr int NumWarmUp = 10; // fills Qt's caches
-    constexpr int NumCycles = 40;
-    size_t before = 0;
-    for (int i = 0; i < NumWarmUp + NumCycles; ++i) {
-        if (i == NumWarmUp)
-            before = mallinfo2().uordblks;
-        cycle();
-    }
-    const double growth = (double(mallinfo2().uordblks) - double(before)) / NumCycles;
-    RecordProperty("bytesPerCycle", std::to_string(growth));
-    EXPECT_LT(growth, 8192.0) << "bytes per cycle; Qt itself keeps some per set of windows";
+    EXPECT_LT(MeasureHeapGrowth(40, cycle), 8192.0)
+        << "bytes per cycle; Qt itself keeps some per set of windows";
 }
 
 } // namespace
