@@ -13,7 +13,7 @@ struct ZORHostLine
     QStringList cells; // one text a column
 };
 
-/// Holds at most GetCapacity() rows; the oldest leave first. Appending a batch costs one change signal
+/// Holds at most as many rows as its capacity; the oldest leave first. Appending a batch costs one change signal
 /// for the rows that leave and one for those that come, whatever their number.
 class ZORHostLineModel : public QAbstractTableModel
 {
@@ -24,7 +24,6 @@ public:
 
     ZORHostLineModel(const QStringList& headers, int capacity, QObject* parent);
 
-    int GetCapacity() const { return m_capacity; }
     /// Rows that have left because of the capacity since the last Clear().
     qint64 GetNumDropped() const { return m_dropped; }
     const ZORHostLine& GetLine(int row) const { return m_lines[size_t(row)]; }

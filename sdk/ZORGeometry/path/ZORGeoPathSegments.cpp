@@ -2,7 +2,6 @@
 
 ZORGeoPathSegments::ZORGeoPathSegments(const ZORGeoMesh& mesh, const ZORGeoMeshPath& path, size_t first)
     : m_path(path)
-    , m_first(first)
 {
     ZORGeoMeshPlace end;
     for (size_t i = first; i + 1 < path.size(); ++i) {

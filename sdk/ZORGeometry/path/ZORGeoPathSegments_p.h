@@ -18,7 +18,6 @@ public:
 
     const std::vector<size_t>* Find(int triangle) const;
     const ZORGeoMeshPath& GetPath() const { return m_path; }
-    size_t GetFirst() const { return m_first; }
 
 private:
     static constexpr int kBitCount = 1 << 15;
@@ -26,7 +25,6 @@ private:
     void Insert(int triangle, size_t segment);
 
     const ZORGeoMeshPath& m_path;
-    const size_t m_first;
     std::unordered_map<int, std::vector<size_t>> m_segments;
     // Walks ask for every triangle that they cross, nearly all of them without segments.
     std::bitset<kBitCount> m_mayHold;
