@@ -12,13 +12,14 @@
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathVector.h>
 
+#include <numbers>
 #include <utility>
 
 ZOR_TEST_REGISTER(ZORTestGeoGeodesicDlg)
 
 namespace {
 
-constexpr double kFullTurn = 6.283185307179586;
+constexpr double kFullTurn = 2 * std::numbers::pi;
 
 } // namespace
 

@@ -1,18 +1,21 @@
 #include "ZORCompStrategyParameters.h"
 
+#include "draping/ZORCompAngles_p.h"
+#include "formats/ZORCompNumbers_p.h"
+
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
 #include <cmath>
 
+using zor::comp::kSmallestAngle;
+
 namespace {
 
-constexpr double kDegree = std::numbers::pi / 180;
-constexpr double kMargin = 1e-9; // limits in degrees are met by angles converted from degrees
-
-bool IsBetween(double angle, double lowest, double highest)
+bool IsBetween(double angle, double lowestDegrees, double highestDegrees)
 {
-    return angle >= lowest * kDegree - kMargin && angle <= highest * kDegree + kMargin;
+    return angle >= ZorCompToRadians(lowestDegrees) - kSmallestAngle
+           && angle <= ZorCompToRadians(highestDegrees) + kSmallestAngle;
 }
 
 bool IsSameExtent(double a, double b)

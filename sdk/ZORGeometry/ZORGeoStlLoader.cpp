@@ -28,14 +28,14 @@ QString GetDeviceName(const QIODevice* device)
 /// Returns the number of bytes that are read: binary content may be longer than its header announces.
 qint64 GetUsedSize(QIODevice* device)
 {
-    constexpr qint64 kHeaderSize = 84, kFacetSize = 50;
+    constexpr qint64 kHeaderSize = ZORGeoStlParser::kHeaderSize;
     const qint64 size = device->size() - device->pos();
     const QByteArray header = device->peek(kHeaderSize);
     if (header.size() < kHeaderSize || !header.contains('\0'))
         return size;
     const qint64 announced = qFromLittleEndian<quint32>(header.constData() + 80);
-    const bool isStream = announced == 0 && (size - kHeaderSize) % kFacetSize == 0;
-    return isStream ? size : std::min(size, kHeaderSize + kFacetSize * announced);
+    const bool isStream = announced == 0 && (size - kHeaderSize) % ZORGeoStlParser::kFacetSize == 0;
+    return isStream ? size : std::min(size, kHeaderSize + ZORGeoStlParser::kFacetSize * announced);
 }
 
 /// Returns the number of bytes that loading takes at its peak, as measured with connected triangles in both forms; 0 if

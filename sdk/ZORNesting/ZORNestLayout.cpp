@@ -1,6 +1,7 @@
 #include "ZORNestLayout.h"
 
 #include "job/ZORNestLayout_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 #include "solver/base/ZORNestSolverBudget.h"
 #include "solver/proof/ZORNestSolverCheck.h"
 
@@ -10,18 +11,15 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <numbers>
-
 using ZORNestSolver::Item;
 using ZORNestSolver::Job;
+using ZORNestSolver::kDegree;
 using ZORNestSolver::NestedSheet;
 using ZORNestSolver::Placement;
 using ZORNestSolver::SheetKind;
 using ZORNestSolver::UnplacedItem;
 
 namespace {
-
-constexpr double kMostMeasuring = 1; // seconds of processor time
 
 /// The areas of parts, each measured once, when it is needed first. Once that has taken a while, the rest is not measured.
 class PartAreas
@@ -49,7 +47,7 @@ public:
     }
 
 private:
-    bool IsLate() const { return ZORNestSolver::GetThreadTime() - m_start > kMostMeasuring; }
+    bool IsLate() const { return ZORNestSolver::GetThreadTime() - m_start > ZORNestSolver::kMostMeasuring; }
     std::optional<double> Measure(const Item& item) const
     {
         std::string reason;
@@ -64,7 +62,6 @@ private:
 
 QJsonArray WritePlacements(const ZORNestInstance& instance, const NestedSheet& sheet)
 {
-    constexpr double kDegree = std::numbers::pi / 180;
     QJsonArray placements;
     for (const Placement& placement : sheet.placements)
         placements.append(QJsonObject{{"item", instance.GetItemId(qsizetype(placement.item))},

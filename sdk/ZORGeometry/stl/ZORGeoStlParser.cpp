@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr qsizetype kHeaderSize = 84; // with the number of facets in the last four bytes
-constexpr qsizetype kFacetSize = 50;
 constexpr qsizetype kHeadSize = 1024;               // what shows the form
 constexpr qsizetype kLookAhead = 1 << 20;           // longer than any sensible statement with its blanks
 constexpr qint64 kLargestReserve = qint64(1) << 22; // facets; the size of a sparse file says little

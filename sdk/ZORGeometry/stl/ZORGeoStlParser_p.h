@@ -15,6 +15,10 @@ class ZORGeoStlContent;
 class ZORGeoStlParser
 {
 public:
+    /// Bytes of binary content: the header with the number of facets in its last four bytes, and each facet.
+    static constexpr qint64 kHeaderSize = 84;
+    static constexpr qint64 kFacetSize = 50;
+
     /// \param factor   millimetres a unit of the file
     /// \param report   filled while parsing
     /// \param content  at its start; not owned

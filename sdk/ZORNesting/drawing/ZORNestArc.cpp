@@ -1,14 +1,14 @@
 #include "ZORNestArc_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
+
+using ZORNestSolver::kFullTurn;
 
 namespace {
 
-constexpr double kFullTurn = 2 * std::numbers::pi;
 constexpr double kSmallestTolerance = 1e-6;
-constexpr double kMostStepsPerTurn = 16384;
 constexpr double kFewestStepsPerTurn = 8;
 
 static_assert(ZORNestSolver::Arc::kJoinTolerance == ZORNestResultSegment::joinTolerance);
@@ -43,8 +43,8 @@ void ZorNestSampleArc(const ZORNestArc& arc, double tolerance, ZORMathSetOfPoint
     }
     const double allowed = tolerance > kSmallestTolerance ? tolerance : kSmallestTolerance;
     const double sagitta = std::min(allowed / arc.flat.radius, 1.0);
-    const double stepsPerTurn =
-        std::clamp(kFullTurn / (2 * std::acos(1 - sagitta)), kFewestStepsPerTurn, kMostStepsPerTurn);
+    const double stepsPerTurn = std::clamp(kFullTurn / (2 * std::acos(1 - sagitta)), kFewestStepsPerTurn,
+                                           ZORNestSolver::Arc::kMostStepsPerTurn);
     const int steps = std::max(1, int(std::ceil(std::abs(arc.flat.sweep) / kFullTurn * stepsPerTurn)));
     points.reserve(points.size() + steps + 1);
     for (int step = 1; step < steps; ++step)

@@ -1,15 +1,16 @@
 #include "ZORNestDrawing_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
 #include <algorithm>
 #include <array>
-#include <numbers>
+
+using ZORNestSolver::kFullTurn;
 
 namespace {
 
-constexpr double kTwoPi = 2 * std::numbers::pi;
 constexpr int kMaximumDegree = ZORNestNurbs::MaximumDegree;
 
 ZORNestPlanePoint GetConicPoint(const ZORNestConic& conic, double parameter)
@@ -107,7 +108,7 @@ double ZORNestDrawing::GetTolerance(double size) const
     return std::max(m_tolerance, kInvisible * std::min(size, MaximumCoordinate));
 }
 
-void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, bool isSpline)
+void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, CurveForm form)
 {
     CountCurve();
     for (ZORNestPiece& piece : pieces) {
@@ -117,7 +118,7 @@ void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, bool isSpline)
         if (!isInside || !(piece.IsLine() || piece.GetRadius() > 0))
             m_isBad = true;
     }
-    m_chain.curves.append({std::move(pieces), isSpline, m_look});
+    m_chain.curves.append({std::move(pieces), form == CurveForm::Spline, m_look});
 }
 
 void ZORNestDrawing::AddLine(ZORNestPlanePoint start, ZORNestPlanePoint end)
@@ -134,7 +135,7 @@ void ZORNestDrawing::AddBulge(ZORNestPlanePoint start, ZORNestPlanePoint end, do
     const ZORNestPlanePoint mappedEnd = m_map.Map(end);
     if (piece.IsLine()) {
         if (mappedStart != mappedEnd)
-            Append({{mappedStart, mappedEnd, {}, 0}}, false);
+            Append({{mappedStart, mappedEnd, {}, 0}}, CurveForm::Simple);
         return;
     }
     const ZORNestPlanePoint u = start - piece.center;
@@ -147,7 +148,7 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
 {
     const ZORNestConic mapped{m_map.Map(conic.center), m_map.MapVector(conic.u), m_map.MapVector(conic.v),
                               conic.from, conic.to};
-    const bool isClosed = std::abs(mapped.to - mapped.from) >= kTwoPi * (1 - 1e-14);
+    const bool isClosed = std::abs(mapped.to - mapped.from) >= kFullTurn * (1 - 1e-14);
     const ZORNestPlanePoint first = start ? m_map.Map(*start) : GetConicPoint(mapped, mapped.from);
     const ZORNestPlanePoint last = end        ? m_map.Map(*end)
                                    : isClosed ? first
@@ -155,12 +156,12 @@ void ZORNestDrawing::AddConic(const ZORNestConic& conic, const ZORNestPlanePoint
     if (ZORNestPlaneMap{mapped.u, mapped.v, {}}.IsSimilarity()) {
         const bool isLeft = (Cross(mapped.u, mapped.v) > 0) == (mapped.to > mapped.from);
         if (first != last || isClosed)
-            Append({{first, last, mapped.center, isLeft ? 1 : -1}}, false);
+            Append({{first, last, mapped.center, isLeft ? 1 : -1}}, CurveForm::Simple);
         return;
     }
     // By quarters: an ellipse is a smooth curve, but its samples have to see both of its ends.
     QList<double> breaks;
-    const int quarters = int(std::ceil(std::abs(mapped.to - mapped.from) / (kTwoPi / 4)));
+    const int quarters = int(std::ceil(std::abs(mapped.to - mapped.from) / (kFullTurn / 4)));
     for (int i = 0; i <= quarters; ++i)
         breaks.append(mapped.from + (mapped.to - mapped.from) * i / std::max(1, quarters));
     const double direction = mapped.to > mapped.from ? 1 : -1;
@@ -184,7 +185,7 @@ void ZORNestDrawing::AppendFitted(const ZORNestArcFit::Fitted& fitted)
     if (fitted.pieces.isEmpty())
         m_isBad = true;
     else
-        Append(fitted.pieces, fitted.pieces.size() > 1);
+        Append(fitted.pieces, fitted.pieces.size() > 1 ? CurveForm::Spline : CurveForm::Simple);
 }
 
 void ZORNestDrawing::AddBezier(const QList<ZORNestPlanePoint>& poles)
@@ -201,7 +202,7 @@ void ZORNestDrawing::AddNurbs(const ZORNestNurbs& nurbs)
     if (mapped.degree == 1 && mapped.weights.isEmpty()) {
         for (qsizetype i = 1; i < mapped.poles.size(); ++i) {
             if (mapped.poles[i - 1] != mapped.poles[i])
-                Append({{mapped.poles[i - 1], mapped.poles[i], {}, 0}}, false);
+                Append({{mapped.poles[i - 1], mapped.poles[i], {}, 0}}, CurveForm::Simple);
         }
         return;
     }

@@ -81,7 +81,8 @@ public:
     QList<ZORNestDrawnText> TakeTexts() { return std::move(m_texts); }
 
 private:
-    void Append(QList<ZORNestPiece> pieces, bool isSpline);
+    enum class CurveForm { Simple, Spline };
+    void Append(QList<ZORNestPiece> pieces, CurveForm form);
     void AppendFitted(const ZORNestArcFit::Fitted& fitted);
     ZORNestArcFit::Place CheckPlace(const ZORNestArcFit::Place& place);
     void CountCurve();

@@ -1,11 +1,11 @@
 #include "ZORNestPiece_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 
 #include <algorithm>
-#include <numbers>
+
+using ZORNestSolver::kFullTurn;
 
 namespace {
-
-constexpr double kTwoPi = 2 * std::numbers::pi;
 
 // Crossings of the ray with a part of an arc that rises or falls all the way from a to b.
 int CountMonotone(ZORNestPlanePoint a, ZORNestPlanePoint b, const ZORNestPiece& arc, double radius,
@@ -25,11 +25,11 @@ double ZORNestPiece::GetSweep() const
     if (IsLine())
         return 0;
     if (start == end)
-        return kTwoPi;
+        return kFullTurn;
     const ZORNestPlanePoint from = start - center;
     const ZORNestPlanePoint to = end - center;
     const double angle = turn * std::atan2(Cross(from, to), Dot(from, to));
-    return angle > 0 ? angle : angle + kTwoPi;
+    return angle > 0 ? angle : angle + kFullTurn;
 }
 
 double ZORNestPiece::GetLength() const
@@ -59,7 +59,7 @@ ZORNestPlaneBox ZORNestPiece::GetBox() const
     for (const ZORNestPlanePoint& axis : {ZORNestPlanePoint{1, 0}, {0, 1}, {-1, 0}, {0, -1}}) {
         double angle = turn * std::atan2(Cross(from, axis), Dot(from, axis));
         if (angle < 0)
-            angle += kTwoPi;
+            angle += kFullTurn;
         if (angle <= sweep)
             box.Add(center + radius * axis);
     }
@@ -94,7 +94,7 @@ int ZORNestPiece::CountCrossings(ZORNestPlanePoint point) const
         const ZORNestPlanePoint axis{0, y};
         double angle = turn * std::atan2(Cross(from, axis), Dot(from, axis));
         if (angle < 0)
-            angle += kTwoPi;
+            angle += kFullTurn;
         if (angle > 0 && angle < sweep)
             cuts[count++] = angle;
     }

@@ -1,4 +1,5 @@
 #include "ZORNestContourXml_p.h"
+#include "ZORNestUnits_p.h"
 #include "ZORNestXml_p.h"
 
 #include <ZORSystem/ZORSysException.h>
@@ -7,9 +8,10 @@
 
 #include <algorithm>
 
+using zor::nest::kInch;
+
 namespace {
 
-constexpr double kInch = 25.4;
 // Of contours, in characters. Elements may nest deep, and each contour in them repeats all of their names.
 constexpr qsizetype kLongestName = 4000;
 

@@ -1,10 +1,13 @@
 #include "ZORNestDxfEntities_p.h"
 #include "ZORNestDxfText_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <numbers>
+
+using ZORNestSolver::kDegree;
+using ZORNestSolver::kFullTurn;
 
 namespace ZORNestDxfEntities {
 
@@ -14,9 +17,6 @@ struct Texts
 {
     Q_DECLARE_TR_FUNCTIONS(ZORNestDxfEntities)
 };
-
-constexpr double kDegree = std::numbers::pi / 180;
-constexpr double kTwoPi = 2 * std::numbers::pi;
 
 struct Context
 {
@@ -38,8 +38,8 @@ void DrawLine(const Context& c)
 // From one angle up to the other one, counter-clockwise.
 double GetEndAngle(double from, double to)
 {
-    const double sweep = std::fmod(to - from, kTwoPi);
-    return from + (sweep > 0 ? sweep : sweep + kTwoPi);
+    const double sweep = std::fmod(to - from, kFullTurn);
+    return from + (sweep > 0 ? sweep : sweep + kFullTurn);
 }
 
 enum class Round { Circle, Arc };
@@ -49,7 +49,7 @@ void DrawRound(const Context& c, Round round)
     const bool isArc = round == Round::Arc;
     const double radius = c.record.GetNumber(40);
     const double from = isArc ? c.record.GetNumber(50) * kDegree : 0;
-    const double to = isArc ? GetEndAngle(from, c.record.GetNumber(51) * kDegree) : kTwoPi;
+    const double to = isArc ? GetEndAngle(from, c.record.GetNumber(51) * kDegree) : kFullTurn;
     c.drawing.BeginChain(c.look, c.map);
     if (radius > 0)
         c.drawing.AddConic({c.record.GetPoint(10), {radius, 0}, {0, radius}, from, to});
@@ -61,8 +61,8 @@ void DrawEllipse(const Context& c)
     const ZORNestPlanePoint major = c.record.GetPoint(11);
     const double ratio = c.record.GetNumber(40, 1) * (c.record.GetNumber(230, 1) < 0 ? -1 : 1);
     const double from = c.record.GetNumber(41, 0);
-    double to = c.record.GetNumber(42, kTwoPi);
-    to = std::abs(to - from - kTwoPi) < 1e-9 ? from + kTwoPi : GetEndAngle(from, to);
+    double to = c.record.GetNumber(42, kFullTurn);
+    to = std::abs(to - from - kFullTurn) < 1e-9 ? from + kFullTurn : GetEndAngle(from, to);
     c.drawing.BeginChain(c.look, c.map);
     if (Length(major) > 0 && ratio != 0)
         c.drawing.AddConic({c.record.GetPoint(10), major, ratio * GetNormal(major), from, to});

@@ -1,6 +1,7 @@
 #include "ZORNestDxfEntities_p.h"
 #include "ZORNestDxfReader_p.h"
 #include "ZORNestDxfText_p.h"
+#include "ZORNestUnits_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
@@ -9,9 +10,9 @@
 #include <numbers>
 #include <optional>
 
-namespace {
+using zor::nest::kInch;
 
-constexpr double kInch = 25.4;
+namespace {
 
 // Millimetres of the units that $INSUNITS numbers; 0 for those that are none of a drawing.
 double GetUnit(int number)

@@ -1,5 +1,6 @@
 #include "ZORNestInstanceReader_p.h"
 #include "ZORNestShapeReader_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 
 #include <ZORSystem/ZORSysException.h>
 
@@ -7,18 +8,17 @@
 #include <QJsonObject>
 
 #include <limits>
-#include <numbers>
 
 using ZORNestSolver::Box;
 using ZORNestSolver::Item;
 using ZORNestSolver::Job;
+using ZORNestSolver::kDegree;
 using ZORNestSolver::Polygon;
 using ZORNestSolver::SheetKind;
 using ZORNestSolver::UsageRule;
 
 namespace {
 
-constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr qsizetype kMaximumLists = 4'000'000; // in a translation; each takes up to 300 bytes once it is read
 

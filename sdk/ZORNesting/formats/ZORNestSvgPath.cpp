@@ -1,13 +1,14 @@
 #include "ZORNestSvgPath_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <numbers>
 
-namespace {
+using ZORNestSolver::kFullTurn;
 
-constexpr double kTwoPi = 2 * std::numbers::pi;
+namespace {
 
 bool IsDigit(QChar c)
 {
@@ -329,9 +330,9 @@ void AddArc(ZORNestPlanePoint start, ZORNestPlanePoint end, double rx, double ry
     const double from = std::atan2(q.y - center.y, q.x - center.x);
     double sweep = std::atan2(-q.y - center.y, -q.x - center.x) - from;
     if (choice.isSweep && sweep <= 0)
-        sweep += kTwoPi;
+        sweep += kFullTurn;
     else if (!choice.isSweep && sweep >= 0)
-        sweep -= kTwoPi;
+        sweep -= kFullTurn;
     const ZORNestPlanePoint u = rx * axis;
     const ZORNestPlanePoint v = ry * GetNormal(axis);
     const ZORNestPlanePoint middle = 0.5 * (start + end) + center.x * u + center.y * v;

@@ -1,17 +1,19 @@
 #include "ZORNestSvgPath_p.h"
 #include "ZORNestSvgReader_p.h"
 #include "ZORNestXml_p.h"
+#include "solver/base/ZORNestSolverAngle.h"
 
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
 
 #include <algorithm>
-#include <numbers>
+
+using ZORNestSolver::kDegree;
+using ZORNestSolver::kFullTurn;
 
 namespace {
 
 constexpr double kPixel = 25.4 / 96;
-constexpr double kDegree = std::numbers::pi / 180;
 
 // Millimetres of a length such as "210mm"; 0 for one that is relative to something else, or no length.
 double ToMillimetres(QStringView text)
@@ -249,8 +251,7 @@ void ZORNestSvgReader::DrawShape(QStringView name, const State& state)
         const double ry = GetLength(isCircle ? "r" : "ry");
         m_drawing.BeginChain(look, state.map);
         if (rx > 0 && ry > 0)
-            m_drawing.AddConic(
-                {{GetLength("cx"), GetLength("cy")}, {rx, 0}, {0, ry}, 0, 2 * std::numbers::pi});
+            m_drawing.AddConic({{GetLength("cx"), GetLength("cy")}, {rx, 0}, {0, ry}, 0, kFullTurn});
         m_drawing.EndChain(name.toString());
     } else if (name == u"line") {
         m_drawing.BeginChain(look, state.map);

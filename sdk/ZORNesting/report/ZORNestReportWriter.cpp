@@ -41,7 +41,6 @@ using ZORNestSolver::UnplacedItem;
 constexpr int kPixelRatio = 2;            // pictures are crisp on screens of high density
 constexpr int kPngQuality = 80;           // fast, and hardly larger than the best
 constexpr size_t kMostAngles = 4;         // in a list
-constexpr double kMostMeasuring = 1;      // seconds of processor time for the polygons around parts
 constexpr double kNarrowestRemnant = 10;  // mm that are worth keeping
 constexpr char kLabelColor[] = "#1d2630"; // on the light colours of the parts
 
@@ -66,7 +65,9 @@ QString NumberCell(size_t item)
 /// The polygon around a part. Once polygons have taken long, the hull has to do: whoever stops a job waits for its report.
 Polygon MakePolygon(const Item& item, double start)
 {
-    const auto isLate = [start] { return ZORNestSolver::GetThreadTime() - start > kMostMeasuring; };
+    const auto isLate = [start] {
+        return ZORNestSolver::GetThreadTime() - start > ZORNestSolver::kMostMeasuring;
+    };
     std::string reason;
     const Polygon polygon = MakeOuterPolygon(item.contours, reason, isLate);
     return polygon.empty() && isLate() ? MakeOuterHull(item.contours, reason) : polygon;

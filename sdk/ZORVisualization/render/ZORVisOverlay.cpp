@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr double kDepthTolerance = 1e-5;  // of the depth range
 constexpr double kMarkerMargin = 8;       // device independent pixels from a point to the end of its symbol
 constexpr double kSmallestText = 2;       // device pixels; smaller ones cannot be read
 constexpr int kFontSize = 64;             // at which texts are laid out before they are scaled
@@ -114,7 +113,7 @@ void ZORVisOverlay::Hide(const QRect& tile, const std::vector<float>& depth)
             for (int x = std::max(0, column - 1); x <= std::min(tile.width() - 1, column + 1); ++x)
                 farthest = std::max(farthest, depth[size_t(y) * size_t(tile.width()) + size_t(x)]);
         }
-        element.visible = element.depth <= double(farthest) + kDepthTolerance;
+        element.visible = element.depth <= double(farthest) + ZORVisFrame::kDepthTolerance;
     }
 }
 

@@ -14,8 +14,7 @@
 
 namespace {
 
-constexpr double kDepthTolerance = 1e-5; // of the depth range
-constexpr float kAmbient = 0.3F;         // the lights are those of the scene graph
+constexpr float kAmbient = 0.3F; // the lights are those of the scene graph
 constexpr float kLightIntensity = 0.8F;
 constexpr float kSpecularStrength = 0.12F;
 
@@ -335,5 +334,5 @@ bool ZORVisSoftware::IsSeen(const Place& place) const
     if (x < 0 || y < 0 || x >= m_tile.width() || y >= m_tile.height())
         return true;
     const float depth = m_depth[size_t(y) * size_t(m_tile.width()) + size_t(x)];
-    return place.depth <= double(depth) + kDepthTolerance;
+    return place.depth <= double(depth) + ZORVisFrame::kDepthTolerance;
 }

@@ -29,6 +29,8 @@ public:
 
     /// x right, y down from the upper left corner of the picture.
     QPointF ToPixel(const ZORMathPoint& point) const;
+    /// Depths that differ by less are the same: what lies on a surface is seen.
+    static constexpr double kDepthTolerance = 1e-5;
     /// 0 at the near plane, 1 at the far plane.
     double ToDepth(const ZORMathPoint& point) const;
     /// Colour of the background in a row of the picture.

@@ -2,10 +2,11 @@
 
 #pragma once
 
+#include "ZORNestSolverAngle.h"
+
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <numbers>
 #include <utility>
 
 namespace ZORNestSolver {
@@ -45,7 +46,7 @@ public:
     double Normal(double deviation)
     {
         const double u = 1 - Unit();
-        return deviation * std::sqrt(-2 * std::log(u)) * std::cos(2 * std::numbers::pi * Unit());
+        return deviation * std::sqrt(-2 * std::log(u)) * std::cos(kFullTurn * Unit());
     }
     template<class List>
     void Shuffle(List& list)

@@ -19,7 +19,6 @@ constexpr size_t kMostDistances = 30000000; // of cells from edges: outlines of 
 constexpr double kAccuracy = 0.01;
 constexpr double kEdgesOfASquare = 200;         // take as long as a square itself
 constexpr std::array kHeights{0.5, 0.25, 0.75}; // of lines through a polygon
-constexpr size_t kMostPoles = 32;
 
 /// How far a point lies inside of a polygon.
 class DepthField

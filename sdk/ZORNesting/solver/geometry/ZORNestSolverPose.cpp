@@ -1,18 +1,16 @@
 #include "ZORNestSolverPose.h"
 
-#include <numbers>
+#include "solver/base/ZORNestSolverAngle.h"
 
 namespace ZORNestSolver {
 
 double NormalizeAngle(double angle)
 {
-    constexpr double turn = 2 * std::numbers::pi;
-    constexpr double quarter = std::numbers::pi / 2;
-    const double quarters = std::round(angle / quarter);
-    if (std::abs(angle - quarters * quarter) < 1e-12)
-        return (quarters - 4 * std::floor(quarters / 4)) * quarter;
-    const double rest = std::fmod(angle, turn);
-    return rest < 0 ? rest + turn : rest;
+    const double quarters = std::round(angle / kQuarterTurn);
+    if (std::abs(angle - quarters * kQuarterTurn) < 1e-12)
+        return (quarters - 4 * std::floor(quarters / 4)) * kQuarterTurn;
+    const double rest = std::fmod(angle, kFullTurn);
+    return rest < 0 ? rest + kFullTurn : rest;
 }
 
 Transform::Transform(const Pose& pose)

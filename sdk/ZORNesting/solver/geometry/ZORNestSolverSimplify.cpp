@@ -70,14 +70,6 @@ private:
     size_t m_mostCorners = 0;
 };
 
-size_t CountCorners(const Polygon& polygon)
-{
-    size_t count = 0;
-    for (const Ring& ring : polygon)
-        count += ring.size();
-    return count;
-}
-
 Simplifier::Simplifier(const Polygon& polygon, double budget, size_t mostCorners)
     : m_ringTree(polygon.size())
     , m_box(GetBox(polygon))
@@ -237,6 +229,14 @@ Polygon Simplifier::GetResult() const
 }
 
 } // namespace
+
+size_t CountCorners(const Polygon& polygon)
+{
+    size_t count = 0;
+    for (const Ring& ring : polygon)
+        count += ring.size();
+    return count;
+}
 
 Polygon SimplifyOutwards(const Polygon& polygon, double largestGrowth, const Interruption& isOver,
                          size_t mostCorners)

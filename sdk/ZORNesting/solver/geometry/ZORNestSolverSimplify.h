@@ -7,6 +7,9 @@
 
 namespace ZORNestSolver {
 
+/// Returns the number of corners of all rings.
+size_t CountCorners(const Polygon& polygon);
+
 /// Drops the vertices whose removal adds the least area, as long as the area grows by no more than
 /// \a largestGrowth (relative) altogether: a reflex vertex by its chord, an edge between two convex ones by
 /// extending its neighbors. Area is only ever added, edges on the box of the polygon stay, and rings neither cross

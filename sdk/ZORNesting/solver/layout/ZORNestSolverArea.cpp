@@ -12,10 +12,8 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kLargestGrowth = 0.001;
 constexpr double kBeyond = 1;               // by which what an outline lacks reaches beyond the sheet
 constexpr double kNoArea = 1e-12;           // of the size squared
-constexpr size_t kMostCorners = 2000;       // of an obstacle, as of a part
 constexpr double kMostCornersOfAll = 20000; // of the defects of a sheet
 constexpr size_t kFewestCorners = 12;
 constexpr size_t kMostDefects = 1000;
@@ -38,14 +36,6 @@ Polygon DropIdleRings(const Polygon& polygon)
             rings.push_back(ring);
     }
     return rings;
-}
-
-size_t CountCorners(const Polygon& polygon)
-{
-    size_t corners = 0;
-    for (const Ring& ring : polygon)
-        corners += ring.size();
-    return corners;
 }
 
 /// Joins defects that lie next to each other, so that no more remain than the search can use.
@@ -91,7 +81,8 @@ public:
     /// edge on which a part thinner than the tolerance could lie.
     void AddOutside(const Polygon& outline, const Box& sheet, double distance)
     {
-        const Polygon coarse = IsLargeAndSimple(outline, kMostCorners) ? CoarsenedInwards(outline) : outline;
+        const Polygon coarse =
+            IsLargeAndSimple(outline, kMostShapeCorners) ? CoarsenedInwards(outline) : outline;
         const OutlineLoss loss = GetLossOfTangled(coarse);
         if (loss != OutlineLoss::None) {
             m_area.window = {};
@@ -106,8 +97,8 @@ public:
         std::erase_if(spurs, [&sheet](const Ring& spur) { return !GetBox(spur).Overlaps(sheet); });
         const Polygon onSheet = Unite(CutFromBox(sheet, rings), spurs);
         if (!onSheet.empty())
-            AddHazard(Coarsened(Unite(around, spurs), kMostCorners), Coarsened(onSheet, kMostCorners),
-                      distance);
+            AddHazard(Coarsened(Unite(around, spurs), kMostShapeCorners),
+                      Coarsened(onSheet, kMostShapeCorners), distance);
         if (m_isCoarse)
             m_area.remarks.push_back("has too many corners and is nested with a coarser outline");
     }
@@ -126,7 +117,7 @@ public:
         for (const Polygon& defect : defects) {
             const auto most = static_cast<size_t>(share * static_cast<double>(CountCorners(defect)));
             const Polygon clean = MakeDefect(
-                defect, share >= 1 ? kMostCorners : std::clamp(most, kFewestCorners, kMostCorners));
+                defect, share >= 1 ? kMostShapeCorners : std::clamp(most, kFewestCorners, kMostShapeCorners));
             AddHazard(clean, clean, distance);
         }
         if (m_isCoarse)
@@ -161,7 +152,7 @@ private:
         Polygon around{{frame.min, {frame.max.x, frame.min.y}, frame.max, {frame.min.x, frame.max.y}}};
         for (const Ring& ring : Oriented(outline))
             around.emplace_back(ring.rbegin(), ring.rend());
-        Polygon rings = SimplifyOutwards(around, kLargestGrowth, NeverInterrupted, kMostCorners);
+        Polygon rings = SimplifyOutwards(around, kLargestGrowth, NeverInterrupted, kMostShapeCorners);
         const double lost = GetArea(rings) - GetArea(around);
         rings.erase(rings.begin());
         m_isCoarse = m_isCoarse || lost > 2 * kLargestGrowth * GetArea(Oriented(outline));

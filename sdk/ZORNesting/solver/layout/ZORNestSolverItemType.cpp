@@ -1,5 +1,6 @@
 #include "ZORNestSolverItemType.h"
 
+#include "solver/base/ZORNestSolverAngle.h"
 #include "solver/geometry/ZORNestSolverOffset.h"
 #include "solver/geometry/ZORNestSolverSimplify.h"
 
@@ -9,10 +10,6 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kLargestGrowth = 0.001;
-constexpr size_t kMostPoles = 32;
-constexpr size_t kMostCorners =
-    2000; // of a search shape: more would cost seconds to grow, and the search its speed
 constexpr size_t kMostRings = 256; // of an item: more would leave each of them few corners
 constexpr int kMostIncrements = 720;
 
@@ -20,14 +17,13 @@ std::vector<double> GetMiddleAngles(const Item& item, const Job& job)
 {
     if (!item.allowedAngles.empty())
         return item.allowedAngles;
-    constexpr double quarter = std::numbers::pi / 2;
     std::vector<double> angles{item.orientation};
     if (item.grain90 || job.grain90)
-        angles.push_back(item.orientation + quarter);
+        angles.push_back(item.orientation + kQuarterTurn);
     if (item.grain180 || job.grain180)
-        angles.push_back(item.orientation + 2 * quarter);
+        angles.push_back(item.orientation + 2 * kQuarterTurn);
     if (item.grain270 || job.grain270)
-        angles.push_back(item.orientation + 3 * quarter);
+        angles.push_back(item.orientation + 3 * kQuarterTurn);
     return angles;
 }
 
@@ -56,7 +52,7 @@ void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, do
 Polygon Simplify(const Polygon& polygon, double largestGrowth, const Interruption& isOver, OutlineLoss& loss)
 {
     constexpr double rounding = 1e-6;
-    Polygon simple = SimplifyOutwards(polygon, largestGrowth, isOver, kMostCorners);
+    Polygon simple = SimplifyOutwards(polygon, largestGrowth, isOver, kMostShapeCorners);
     if (GetArea(simple) > GetArea(polygon) * (1 + largestGrowth + rounding) && loss == OutlineLoss::None)
         loss = OutlineLoss::Coarse;
     return simple;
@@ -199,7 +195,7 @@ Pose ItemType::GetPose(size_t poseClass, double angle, Point position) const
 bool PoseClass::Allows(const Pose& pose) const
 {
     constexpr double kNoise = 1e-9; // radians
-    const double turn = std::remainder(pose.angle - angle, 2 * std::numbers::pi);
+    const double turn = std::remainder(pose.angle - angle, kFullTurn);
     return mirrored == pose.mirrored && std::abs(turn) <= deviation + kNoise;
 }
 

@@ -6,6 +6,11 @@
 
 namespace ZORNestSolver {
 
+/// By which part of its area a shape may grow when it is simplified.
+constexpr double kLargestGrowth = 0.001;
+/// Largest number of corners of a shape: more would cost seconds to grow, and the search its speed.
+constexpr size_t kMostShapeCorners = 2000;
+
 /// Geometry relative to a reference point inside the item; placing it means moving that point.
 /// Arrays of poles are padded to a multiple of 8 with circles of radius 0, arrays of edges to a multiple
 /// of 4 with numbers that are none, which meet nothing.

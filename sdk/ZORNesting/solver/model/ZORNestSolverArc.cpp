@@ -1,17 +1,17 @@
 #include "ZORNestSolverArc.h"
 
+#include "solver/base/ZORNestSolverAngle.h"
+
 #include <numbers>
 
 namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kFullTurn = 2 * std::numbers::pi;
 constexpr double kEqualEnds = 1e-9; // of the radius
 constexpr double kShortestGap = 1e-9;
 constexpr double kLongestGap = 1e-6;
 constexpr double kSmallestAngle = 1e-12;
-constexpr double kFarCenter = 1e6; // beyond it, center plus radius loses digits that matter
 
 double GetLargestCoordinate(std::initializer_list<Point> points)
 {
@@ -91,12 +91,11 @@ Box Arc::GetBox() const
     box.Add(end);
     if (IsChord())
         return box;
-    constexpr double quarter = std::numbers::pi / 2;
     const double low = std::min(startAngle, startAngle + sweep);
     const double high = std::max(startAngle, startAngle + sweep);
-    for (double i = std::ceil(low / quarter); i <= std::floor(high / quarter); ++i) {
-        const Point axis{std::round(std::cos(i * quarter)), std::round(std::sin(i * quarter))};
-        const double part = std::clamp((i * quarter - startAngle) / sweep, 0.0, 1.0);
+    for (double i = std::ceil(low / kQuarterTurn); i <= std::floor(high / kQuarterTurn); ++i) {
+        const Point axis{std::round(std::cos(i * kQuarterTurn)), std::round(std::sin(i * kQuarterTurn))};
+        const double part = std::clamp((i * kQuarterTurn - startAngle) / sweep, 0.0, 1.0);
         box.Add(radius < kFarCenter ? center + axis * radius : Evaluate(part));
     }
     return box;

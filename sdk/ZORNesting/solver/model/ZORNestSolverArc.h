@@ -21,6 +21,10 @@ struct Arc
 {
     /// Largest distance of an end from the circle that still counts as on it.
     static constexpr double kJoinTolerance = 0.001;
+    /// Radius in mm from which center plus radius loses digits that matter.
+    static constexpr double kFarCenter = 1e6;
+    /// Largest number of steps in which a full turn is sampled: finer than any cut, and few enough for a huge radius.
+    static constexpr double kMostStepsPerTurn = 16384;
 
     Arc(Point start, Point end, Point center, bool counterClockwise);
 

@@ -1,6 +1,6 @@
 #include "ZORNestSolverFlatten.h"
 
-#include <numbers>
+#include "solver/base/ZORNestSolverAngle.h"
 
 namespace ZORNestSolver {
 
@@ -8,9 +8,7 @@ namespace {
 
 constexpr double kLargestSagitta = 0.05;
 constexpr double kRelativeSagitta = 2e-4;
-constexpr double kMostStepsPerTurn = 16384; // finer than any cut, and few enough for a huge radius
-constexpr double kMostCorners = 65536;      // of all arcs of a part: the search could not cope with more
-constexpr double kQuarter = std::numbers::pi / 2;
+constexpr double kMostCorners = 65536; // of all arcs of a part: the search could not cope with more
 
 /// The polygon around an arc and the one in it: tangents meet in the corners and touch the arc in the contacts, one
 /// more of them, from the start to the end of the sweep.
@@ -41,12 +39,12 @@ Steps Divide(const Arc& arc, const Fineness& fineness)
     steps.contacts.push_back(arc.start);
     if (arc.IsChord())
         return steps;
-    const double largestStep = std::min(fineness.GetLargestStep(arc.radius), kQuarter);
+    const double largestStep = std::min(fineness.GetLargestStep(arc.radius), kQuarterTurn);
     const double side = arc.sweep > 0 ? 1 : -1;
     double from = 0;
-    const double first = std::floor(side * arc.startAngle / kQuarter + 1e-9) + 1;
+    const double first = std::floor(side * arc.startAngle / kQuarterTurn + 1e-9) + 1;
     for (double i = first; i < first + 5; ++i) {
-        const double to = std::min(1.0, (i * kQuarter - side * arc.startAngle) / std::abs(arc.sweep));
+        const double to = std::min(1.0, (i * kQuarterTurn - side * arc.startAngle) / std::abs(arc.sweep));
         if (to > 1 - 1e-9)
             break;
         AddSteps(arc, from, to, largestStep, steps);
@@ -60,7 +58,7 @@ Steps Divide(const Arc& arc, const Fineness& fineness)
 bool IsCoarse(const Arc& arc, const Fineness& fineness)
 {
     constexpr double rounding = 1e-6;
-    const double step = std::min({fineness.GetLargestStep(arc.radius), kQuarter, std::abs(arc.sweep)});
+    const double step = std::min({fineness.GetLargestStep(arc.radius), kQuarterTurn, std::abs(arc.sweep)});
     const double sine = std::sin(step / 4);
     return arc.radius * 2 * sine * sine / std::cos(step / 2) > fineness.sagitta * (1 + rounding);
 }
@@ -82,7 +80,7 @@ double Fineness::GetLargestStep(double radius) const
 {
     const double ratio = std::min(sagitta / radius, 0.25);
     const double step = 2 * std::atan(std::sqrt(ratio * (2 + ratio))); // of tangents that far outside
-    return std::max(step, 2 * std::numbers::pi / kMostStepsPerTurn) * coarsening;
+    return std::max(step, kFullTurn / Arc::kMostStepsPerTurn) * coarsening;
 }
 
 Box GetOutlineBox(const std::vector<Contour>& contours)

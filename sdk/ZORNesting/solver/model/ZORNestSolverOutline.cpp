@@ -3,6 +3,7 @@
 #include "ZORNestSolverFlatten.h"
 #include "solver/geometry/ZORNestSolverDepths.h"
 #include "solver/geometry/ZORNestSolverOffset.h"
+#include "solver/geometry/ZORNestSolverSimplify.h"
 #include "solver/geometry/ZORNestSolverSpatialOrder.h"
 #include "solver/geometry/ZORNestSolverSpurs.h"
 
@@ -234,10 +235,7 @@ OutlineLoss GetLossOfTangled(const Polygon& rings, const Interruption& isOver)
     if (!IsCostlyToClean(rings, isOver))
         return AreCrossingOften(rings, isOver) ? OutlineLoss::Hull : OutlineLoss::None;
     // The crossings only decide on the reason: those of some of the edges are enough.
-    size_t corners = 1;
-    for (const Ring& ring : rings)
-        corners += ring.size();
-    size_t looks = kMostLooks / corners;
+    size_t looks = kMostLooks / (1 + CountCorners(rings));
     bool isCutShort = false;
     const bool areCrossing = AreCrossingOften(rings, [&] {
         isCutShort = looks-- == 0 || isOver();

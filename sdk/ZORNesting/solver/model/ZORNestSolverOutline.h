@@ -63,6 +63,10 @@ OutlineLoss GetLossOfTangled(const Polygon& rings, const Interruption& isOver = 
 Polygon MakeOuterPolygon(const std::vector<Contour>& contours, std::string& reason,
                          const Interruption& isOver = NeverInterrupted, OutlineLoss* loss = nullptr);
 
+/// Seconds of processor time for the polygons around the parts of a result, which reports and densities need: whoever stops
+/// a job waits for them.
+constexpr double kMostMeasuring = 1;
+
 /// Returns the convex hull of points around all contours, much more quickly than the polygon itself.
 /// \param reason  as for MakeOuterPolygon()
 /// \param loss    the same; None where the outline is convex, unless it has too many edges to check that

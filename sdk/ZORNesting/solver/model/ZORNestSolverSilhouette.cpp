@@ -1,6 +1,7 @@
 #include "ZORNestSolverSilhouette.h"
 
 #include "ZORNestSolverArc.h"
+#include "solver/base/ZORNestSolverAngle.h"
 #include "solver/geometry/ZORNestSolverPose.h"
 
 #include <numbers>
@@ -9,8 +10,6 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kTurn = 2 * std::numbers::pi;
-constexpr double kFarCenter = 1e6; // center plus radius would lose digits that matter
 constexpr double kFlatness = 1e-8; // by which tangents may exceed an arc about a far center
 constexpr double kMostTangents = 1024;
 constexpr double kNowhere = -std::numeric_limits<double>::infinity();
@@ -20,9 +19,9 @@ constexpr double kSlack = 0.5 * kFitTolerance; // the other half covers rounding
 /// Turns an angle into [0, 2 pi).
 double Wrapped(double angle)
 {
-    const double rest = std::fmod(angle, kTurn);
-    const double wrapped = rest < 0 ? rest + kTurn : rest;
-    return wrapped < kTurn ? wrapped : 0;
+    const double rest = std::fmod(angle, kFullTurn);
+    const double wrapped = rest < 0 ? rest + kFullTurn : rest;
+    return wrapped < kFullTurn ? wrapped : 0;
 }
 
 /// A direction of the outline goes with the rotation of a mirrored outline, and against that of any other.
@@ -63,7 +62,7 @@ bool IsInHull(const Ring& hull, Point p)
 /// Checks whether the arc, of at most a quarter turn, lies in the hull with certainty.
 bool IsArcInHull(const Arc& arc, const Ring& hull)
 {
-    if (std::abs(arc.sweep) > std::numbers::pi / 2)
+    if (std::abs(arc.sweep) > kQuarterTurn)
         return false;
     const Point middle = arc.Evaluate(0.5);
     const double secant = 1 / std::cos(arc.sweep / 2);
@@ -84,7 +83,7 @@ Silhouette::Silhouette(const std::vector<Contour>& contours)
             if (segment.isArc) {
                 const Arc arc(from, segment.end, segment.centre, segment.counterClockwise);
                 points.push_back(arc.reached);
-                if (arc.radius >= kFarCenter)
+                if (arc.radius >= Arc::kFarCenter)
                     AddTangentCorners(arc, points);
                 else if (!arc.IsChord())
                     arcs.push_back(arc);
@@ -119,17 +118,18 @@ Silhouette::Pieces Silhouette::MakeHullPieces(const Ring& hull)
 void Silhouette::AddArcPieces(const Arc& arc, std::vector<Pieces>& all)
 {
     const Piece nothing{0, {}, kNowhere};
-    if (std::abs(arc.sweep) >= kTurn) {
+    if (std::abs(arc.sweep) >= kFullTurn) {
         all.push_back({{0, arc.center, arc.radius}});
         return;
     }
     const double first = Wrapped(arc.sweep > 0 ? arc.startAngle : arc.startAngle + arc.sweep);
     const double last = first + std::abs(arc.sweep);
     Pieces pieces;
-    if (last <= kTurn)
+    if (last <= kFullTurn)
         pieces = {nothing, {first, arc.center, arc.radius}, {last, {}, kNowhere}};
     else
-        pieces = {{0, arc.center, arc.radius}, {last - kTurn, {}, kNowhere}, {first, arc.center, arc.radius}};
+        pieces = {
+            {0, arc.center, arc.radius}, {last - kFullTurn, {}, kNowhere}, {first, arc.center, arc.radius}};
     all.push_back(std::move(pieces));
 }
 
@@ -156,12 +156,12 @@ Silhouette::Pieces Silhouette::Merge(const Pieces& a, const Pieces& b)
     };
     size_t i = 0;
     size_t k = 0;
-    for (double from = 0; from < kTurn;) {
+    for (double from = 0; from < kFullTurn;) {
         while (i + 1 < a.size() && a[i + 1].from <= from)
             ++i;
         while (k + 1 < b.size() && b[k + 1].from <= from)
             ++k;
-        double to = kTurn;
+        double to = kFullTurn;
         if (i + 1 < a.size())
             to = a[i + 1].from;
         if (k + 1 < b.size())
@@ -212,9 +212,9 @@ double Silhouette::GetReach(double direction) const
     double reach = kNowhere;
     for (const size_t i : {middle, (middle + 1) % count, (middle + count - 1) % count}) {
         const Piece& piece = m_pieces[i];
-        const double beyond = std::abs(std::remainder(piece.from - wrapped, kTurn));
-        const double end = i + 1 < count ? m_pieces[i + 1].from : kTurn;
-        const double before = std::abs(std::remainder(end - wrapped, kTurn));
+        const double beyond = std::abs(std::remainder(piece.from - wrapped, kFullTurn));
+        const double end = i + 1 < count ? m_pieces[i + 1].from : kFullTurn;
+        const double before = std::abs(std::remainder(end - wrapped, kFullTurn));
         if (i == middle || piece.radius == 0 || std::min(beyond, before) < kSameDirection)
             reach = std::max(reach, Dot(piece.center, unit) + piece.radius);
     }
@@ -224,10 +224,10 @@ double Silhouette::GetReach(double direction) const
 Box Silhouette::GetBox(bool mirrored, double angle) const
 {
     // A direction of the sheet, turned back and mirrored, is one of the outline.
-    constexpr double quarter = std::numbers::pi / 2;
-    const double right = mirrored ? angle + 2 * quarter : -angle;
-    const double up = mirrored ? angle + quarter : quarter - angle;
-    return {{-GetReach(right + 2 * quarter), -GetReach(up + 2 * quarter)}, {GetReach(right), GetReach(up)}};
+    const double right = mirrored ? angle + 2 * kQuarterTurn : -angle;
+    const double up = mirrored ? angle + kQuarterTurn : kQuarterTurn - angle;
+    return {{-GetReach(right + 2 * kQuarterTurn), -GetReach(up + 2 * kQuarterTurn)},
+            {GetReach(right), GetReach(up)}};
 }
 
 double Silhouette::GetExtent(double direction) const

@@ -8,8 +8,6 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kNoise = 1e-9; // relative
-
 /// Adds up areas that the items of the sheet have at least.
 double GetPlacedArea(const PreparedJob& prepared, const NestedSheet& sheet)
 {
@@ -26,10 +24,10 @@ bool HasItemOfLength(const PreparedJob& prepared, const NestedSheet& sheet, doub
     return std::any_of(sheet.placements.begin(), sheet.placements.end(), [&](const Placement& placement) {
         const ItemType& type = *prepared.types[placement.item];
         // The shortest pose is no longer than the present one, which is quicker to measure.
-        if (type.GetExactBox(placement.pose).GetWidth() * (1 + kNoise) < length)
+        if (type.GetExactBox(placement.pose).GetWidth() * (1 + kPlanNoise) < length)
             return false;
         const auto shortest = FindShortest(type, window);
-        return shortest && length <= (shortest->length - 2 * type.margin) * (1 + kNoise);
+        return shortest && length <= (shortest->length - 2 * type.margin) * (1 + kPlanNoise);
     });
 }
 
@@ -45,7 +43,7 @@ double GetLeastCost(const PreparedJob& prepared, const std::vector<size_t>& kind
     }
     double cost = std::max(area * byArea, bySheet);
     if (kinds.size() == 1 && !prepared.job.kinds[kinds.front()].IsRoll())
-        cost = std::max(1.0, std::ceil(area / prepared.areas[kinds.front()].area - kNoise)) * bySheet;
+        cost = std::max(1.0, std::ceil(area / prepared.areas[kinds.front()].area - kPlanNoise)) * bySheet;
     return cost * stack;
 }
 
@@ -63,7 +61,7 @@ bool IsShortest(const PreparedJob& prepared, const NestedSheet& sheet)
 {
     const Box usable = GetUsableBox(prepared.job.kinds[sheet.kind], prepared.job);
     const double length = GetRightEnd(prepared, sheet.placements) - usable.min.x;
-    return length * usable.GetHeight() <= GetPlacedArea(prepared, sheet) * (1 + kNoise)
+    return length * usable.GetHeight() <= GetPlacedArea(prepared, sheet) * (1 + kPlanNoise)
            || HasItemOfLength(prepared, sheet, length);
 }
 
@@ -88,7 +86,7 @@ bool IsCheapest(const PreparedJob& prepared, const std::vector<size_t>& kinds, c
     double least = 0;
     for (const auto& [stack, area] : areas)
         least += GetLeastCost(prepared, kinds, area, stack);
-    return areRollsShortest || plan.cost <= least * (1 + kNoise);
+    return areRollsShortest || plan.cost <= least * (1 + kPlanNoise);
 }
 
 bool IsOptimal(const PreparedJob& prepared, const std::vector<size_t>& kinds, const JobPlan& plan)

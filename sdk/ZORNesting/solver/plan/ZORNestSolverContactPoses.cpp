@@ -1,5 +1,6 @@
 #include "ZORNestSolverContactPoses.h"
 
+#include "solver/base/ZORNestSolverAngle.h"
 #include "solver/geometry/ZORNestSolverOffset.h"
 
 #include <numbers>
@@ -9,7 +10,6 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kSlack = 1e-7;         // for rounding; far below the tolerance of the check
 constexpr size_t kMostPoses = 24;       // of an item
 constexpr size_t kLongEdges = 4;        // edges of the hull that are laid along an axis
 constexpr size_t kMostRingCorners = 32; // of a ring of an obstacle
@@ -90,10 +90,10 @@ private:
     {
         const bool isKnown = std::any_of(m_places.begin(), m_places.end(), [&](const Stand& stand) {
             return stand.poseClass == pose.poseClass && stand.angle == pose.angle
-                   && Length(stand.position - position) <= kSlack;
+                   && Length(stand.position - position) <= kContactSlack;
         });
         if (isKnown || m_places.size() >= kMostPlaces || m_checks == 0
-            || !m_usable.Grown(kSlack).Contains(pose.box.Moved(position)) || m_looks == 0)
+            || !m_usable.Grown(kContactSlack).Contains(pose.box.Moved(position)) || m_looks == 0)
             return;
         --m_looks;
         if (IsCovered(position))
@@ -160,7 +160,7 @@ void ContactPoses::AddAlongEdges(size_t item, uint32_t poseClass)
     for (const Point& edge : edges) {
         for (int quarter = 0; quarter < 4; ++quarter) {
             const double angle = quarter * std::numbers::pi / 2 - std::atan2(edge.y, edge.x);
-            const double off = std::remainder(angle - allowed.angle, 2 * std::numbers::pi);
+            const double off = std::remainder(angle - allowed.angle, kFullTurn);
             if (std::abs(off) <= allowed.deviation)
                 Add(item, poseClass, allowed.angle + off);
         }

@@ -8,6 +8,9 @@
 
 namespace ZORNestSolver {
 
+/// By how much contacts may miss in mm, for rounding; far below the tolerance of the check.
+constexpr double kContactSlack = 1e-7;
+
 /// A pose in which an item is put against its neighbors.
 struct ContactPose
 {

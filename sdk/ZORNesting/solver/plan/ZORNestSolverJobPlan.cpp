@@ -4,11 +4,9 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kNoise = 1e-9; // relative
-
 int Compare(double a, double b)
 {
-    if (std::abs(a - b) <= kNoise * std::max(std::abs(a), std::abs(b)))
+    if (std::abs(a - b) <= kPlanNoise * std::max(std::abs(a), std::abs(b)))
         return 0;
     return a < b ? -1 : 1;
 }

@@ -7,6 +7,9 @@
 
 namespace ZORNestSolver {
 
+/// Relative difference of areas, lengths and costs of plans that is due to rounding.
+constexpr double kPlanNoise = 1e-9;
+
 /// Sheets filled with items, and the items that found no sheet.
 struct Plan
 {

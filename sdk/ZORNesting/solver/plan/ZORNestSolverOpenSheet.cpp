@@ -4,7 +4,6 @@ namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kSlack = 1e-7;  // of contacts, for rounding; far below the tolerance of the check
 constexpr double kMargin = 1e-6; // more than the slack: a thinner part may lie deep in what it seems to touch
 constexpr double kMinorShare = 0.1;  // how much less it matters to end low than to end left, or the reverse
 constexpr size_t kMostCorners = 128; // the oldest ones are forgotten
@@ -16,7 +15,7 @@ constexpr int kGridOfIrregular = 12;  // contacts that an irregular sheet offers
 
 bool DoOverlap(const Box& a, const Box& b, double distance)
 {
-    const double reach = distance - kSlack;
+    const double reach = distance - kContactSlack;
     return a.min.x < b.max.x + reach && b.min.x < a.max.x + reach && a.min.y < b.max.y + reach
            && b.min.y < a.max.y + reach;
 }
@@ -52,13 +51,13 @@ OpenSheet::OpenSheet(const PreparedJob& prepared, ContactPoses& poses, size_t ki
 
 bool OpenSheet::IsWorthTrying(size_t item) const
 {
-    const double room = m_area.area * (1 + kSlack) - m_filled;
+    const double room = m_area.area * (1 + kContactSlack) - m_filled;
     return !m_isRefused[item] && m_prepared.types[item]->area <= room;
 }
 
 bool OpenSheet::IsInside(const Box& box) const
 {
-    return m_usable.Grown(kSlack).Contains(box);
+    return m_usable.Grown(kContactSlack).Contains(box);
 }
 
 double OpenSheet::GetEnd(const Box& box, bool isLow) const
@@ -239,7 +238,7 @@ bool OpenSheet::TryPlaceInColumn(size_t item)
 
 void OpenSheet::AddCorner(Point corner)
 {
-    const auto isNear = [corner](Point other) { return Length(other - corner) <= kSlack; };
+    const auto isNear = [corner](Point other) { return Length(other - corner) <= kContactSlack; };
     if (m_corners.size() < kMostCornersAtFirst && !std::any_of(m_corners.begin(), m_corners.end(), isNear))
         m_corners.push_back(corner);
 }

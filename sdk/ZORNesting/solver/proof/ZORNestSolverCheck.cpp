@@ -2,10 +2,10 @@
 
 #include "ZORNestSolverExactApart.h"
 #include "ZORNestSolverExactShape.h"
+#include "solver/base/ZORNestSolverAngle.h"
 #include "solver/model/ZORNestSolverUsable.h"
 
 #include <cstdint>
-#include <numbers>
 #include <tuple>
 #include <unordered_map>
 
@@ -17,7 +17,6 @@ using Exact::AreApart;
 using Exact::kTolerance;
 using Exact::Shape;
 
-constexpr double kFullTurn = 2 * std::numbers::pi;
 constexpr double kAngleTolerance = 1e-11;
 constexpr double kMostTurns = 1000; // of a deviation
 

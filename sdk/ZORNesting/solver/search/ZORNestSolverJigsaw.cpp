@@ -1,5 +1,7 @@
 #include "ZORNestSolverJigsaw.h"
 
+#include "solver/base/ZORNestSolverAngle.h"
+
 #include <numbers>
 #include <polyclipping/clipper.hpp>
 
@@ -19,7 +21,7 @@ constexpr double kRankNoise = 0.25;
 double GetAngle(Point direction)
 {
     const double angle = std::atan2(direction.y, direction.x);
-    return angle > std::numbers::pi - kSameAngle ? angle - 2 * std::numbers::pi : angle;
+    return angle > std::numbers::pi - kSameAngle ? angle - kFullTurn : angle;
 }
 
 double GetPathArea(const ClipperLib::Path& path, double grid)

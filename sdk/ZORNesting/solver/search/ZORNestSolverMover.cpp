@@ -1,13 +1,13 @@
 #include "ZORNestSolverMover.h"
 
+#include "solver/base/ZORNestSolverAngle.h"
+
 #include <array>
-#include <numbers>
 
 namespace ZORNestSolver {
 
 namespace {
 
-constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kSuccessFactor = 1.1;
 constexpr double kFailureFactor = 0.5;
 constexpr double kSameDistance = 0.01;

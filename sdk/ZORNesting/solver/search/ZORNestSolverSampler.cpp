@@ -1,6 +1,6 @@
 #include "ZORNestSolverSampler.h"
 
-#include <numbers>
+#include "solver/base/ZORNestSolverAngle.h"
 
 namespace ZORNestSolver {
 
@@ -86,7 +86,7 @@ std::optional<Stand> Sampler::Sample(size_t item, uint32_t window)
     const PoseClass& poseClass = type.classes[stand.poseClass];
     stand.angle = poseClass.angle;
     if (poseClass.IsContinuous()) {
-        const double step = 2 * std::numbers::pi / kFreeAngles;
+        const double step = kFullTurn / kFreeAngles;
         const double steps = std::floor(poseClass.deviation / step);
         stand.angle += steps >= 1 ? step * std::round(m_random.Between(-steps, steps))
                                   : m_random.Between(-poseClass.deviation, poseClass.deviation);
@@ -127,7 +127,7 @@ size_t Sampler::PickEdgeAgainst(size_t item, Stand& stand, Point direction)
     if (poseClass.IsContinuous()) {
         const Point own = GetEdge(shape, start, poseClass.mirrored).GetVector();
         const double turn = std::atan2(-direction.y, -direction.x) - std::atan2(own.y, own.x);
-        const double off = std::remainder(stand.angle + turn - poseClass.angle, 2 * std::numbers::pi);
+        const double off = std::remainder(stand.angle + turn - poseClass.angle, kFullTurn);
         if (std::abs(off) <= poseClass.deviation)
             stand.angle = poseClass.angle + off;
         return start;
