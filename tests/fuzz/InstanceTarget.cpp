@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         return 0;
     auto nested = std::make_unique<ZORNestLayoutData>();
     nested->instance = instance;
-    nested->solution = FuzzSolver::SolveAndProve(read.job, kMoves, false);
+    nested->solution = FuzzSolver::SolveAndProve(read.job, kMoves, FuzzSolver::Start::Normal);
     const QByteArray layout = ZORNestLayout(nested.release()).WriteJson();
     Require(!QJsonDocument::fromJson(layout).isNull(), "a layout is a JSON document");
     return 0;

@@ -197,8 +197,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     JobReader reader(data, size);
     const int moves = reader.ReadMoves();
-    const bool isStopped = reader.ReadFlag();
-    FuzzSolver::SolveAndProve(reader.Read(), moves, isStopped);
+    const auto start = reader.ReadFlag() ? FuzzSolver::Start::Stopped : FuzzSolver::Start::Normal;
+    FuzzSolver::SolveAndProve(reader.Read(), moves, start);
     return 0;
 }
 

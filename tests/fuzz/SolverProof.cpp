@@ -48,10 +48,10 @@ void RequireEveryCopy(const Job& job, const Solution& solution)
 
 } // namespace
 
-Solution SolveAndProve(const Job& job, int moves, bool isStopped)
+Solution SolveAndProve(const Job& job, int moves, Start start)
 {
     Control control;
-    control.stop = isStopped;
+    control.stop = start == Start::Stopped;
     RunOptions options;
     options.clock = Budget::Clock::Steps;
     options.maximumTime = moves;

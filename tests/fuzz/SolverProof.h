@@ -7,9 +7,11 @@
 
 namespace FuzzSolver {
 
+/// What is requested before a run starts.
+enum class Start { Normal, Stopped };
+
 /// Solves the job within a number of moves, of few copies, and requires that the solution is valid and accounts
 /// for every copy that the job orders.
-/// \param isStopped  whether a stop is requested before the run starts
-ZORNestSolver::Solution SolveAndProve(const ZORNestSolver::Job& job, int moves, bool isStopped);
+ZORNestSolver::Solution SolveAndProve(const ZORNestSolver::Job& job, int moves, Start start);
 
 } // namespace FuzzSolver

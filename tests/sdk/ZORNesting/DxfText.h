@@ -39,9 +39,12 @@ inline QByteArray Circle(double x, double y, double radius)
                  + QByteArray::number(radius) + '|');
 }
 
+enum class Turning { CounterClockwise, Clockwise };
+
 /// A closed LWPOLYLINE from the corner (x, y), to the right at first unless it runs clockwise.
-inline QByteArray Square(double x, double y, double size, bool isClockwise)
+inline QByteArray Square(double x, double y, double size, Turning turning = Turning::CounterClockwise)
 {
+    const bool isClockwise = turning == Turning::Clockwise;
     const auto point = [](double px, double py) {
         return Lines("10|" + QByteArray::number(px, 'g', 17) + "|20|" + QByteArray::number(py, 'g', 17)
                      + '|');

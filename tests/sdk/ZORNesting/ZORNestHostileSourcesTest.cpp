@@ -27,7 +27,7 @@ void PrintTo(const Source& source, std::ostream* stream)
 QList<Source> GetSources()
 {
     const QByteArray dxf = Dxf(
-        Square(0, 0, 50, false) + Circle(20, 20, 5) + Line(1, 1, 2, 2)
+        Square(0, 0, 50) + Circle(20, 20, 5) + Line(1, 1, 2, 2)
             + Lines("0|ARC|8|0|10|5|20|30|40|2|50|10|51|170|0|ELLIPSE|8|0|10|30|20|30|11|4|21|1|40|0.5|41|0|"
                     "42|6.283185307179586|"
                     "0|SPLINE|8|0|70|4|71|2|72|6|73|3|40|0|40|0|40|0|40|1|40|1|40|1|41|1|41|0.7|41|1|10|10|"
@@ -170,9 +170,8 @@ TEST(ZORNestHostileDxfTest, LongBlocksAreNotReadWithoutEnd)
     Runner runner("dxf");
     // A million insertions of a megabyte would take hours.
     const QByteArray block = Block("B", 0, 0, Lines("0|IMAGE|8|0|1|" + QByteArray(1000000, 'x') + "|"));
-    EXPECT_TRUE(
-        runner.Translate(Dxf(Square(0, 0, 50, false) + Lines("0|INSERT|2|B|8|0|70|1000|71|1000|"), block))
-            .isEmpty());
+    EXPECT_TRUE(runner.Translate(Dxf(Square(0, 0, 50) + Lines("0|INSERT|2|B|8|0|70|1000|71|1000|"), block))
+                    .isEmpty());
     EXPECT_TRUE(runner.failure.startsWith("blocks are inserted too often: more than 167"))
         << "64 MiB and a hundred times the file: " << runner.failure.toStdString();
 }
@@ -181,12 +180,11 @@ TEST(ZORNestHostileDxfTest, ArraysOfEmptyBlocksAreBoundedByTheFile)
 {
     Runner runner("dxf");
     const QByteArray array = Lines("0|INSERT|2|B|8|0|70|32767|71|32767|44|5|45|5|");
-    EXPECT_TRUE(runner.Translate(Dxf(Square(0, 0, 50, false) + array, Block("B", 0, 0, {}))).isEmpty());
+    EXPECT_TRUE(runner.Translate(Dxf(Square(0, 0, 50) + array, Block("B", 0, 0, {}))).isEmpty());
     EXPECT_TRUE(runner.failure.startsWith("drawing has more than 250")) << runner.failure.toStdString();
     const QByteArray comment = "999\n" + QByteArray(2'000'000, 'x') + "\n";
     const QByteArray smaller = Lines("0|INSERT|2|B|8|0|70|600|71|600|44|5|45|5|");
-    EXPECT_EQ(1,
-              runner.Translate(comment + Dxf(Square(0, 0, 50, false) + smaller, Block("B", 0, 0, {}))).size())
+    EXPECT_EQ(1, runner.Translate(comment + Dxf(Square(0, 0, 50) + smaller, Block("B", 0, 0, {}))).size())
         << runner.failure.toStdString();
 }
 
@@ -202,7 +200,7 @@ TEST(ZORNestHostileDxfTest, LongTextsOfEscapesAreRead)
 {
     Runner runner("dxf");
     const QByteArray text = "0|TEXT|8|0|10|1|20|2|40|3|1|" + QByteArray("\\U+00e4").repeated(1000000) + "|";
-    EXPECT_EQ(1, runner.Translate(Dxf(Square(0, 0, 50, false) + Lines(text))).size());
+    EXPECT_EQ(1, runner.Translate(Dxf(Square(0, 0, 50) + Lines(text))).size());
 }
 
 TEST(ZORNestHostileSvgTest, CurvesOfEndlesslyManyArcsAreRefused)
@@ -235,7 +233,7 @@ TEST(ZORNestHostileDxfTest, HugeNumbersAreSkipped)
 {
     Runner runner("dxf");
     const QByteArray entities =
-        Square(0, 0, 1, false) + Line(-1e300, 0, 1e300, 1e308) + Circle(1e12, 0, 1) + Circle(0, 0, 1e200)
+        Square(0, 0, 1) + Line(-1e300, 0, 1e300, 1e308) + Circle(1e12, 0, 1) + Circle(0, 0, 1e200)
         + Lines("0|LWPOLYLINE|8|0|70|1|10|0|20|0|42|1e-300|10|1|20|0|42|1e300|10|1|20|5|");
     EXPECT_EQ(1, runner.Translate(Dxf(entities)).size());
     EXPECT_EQ("", runner.failure);
@@ -244,7 +242,7 @@ TEST(ZORNestHostileDxfTest, HugeNumbersAreSkipped)
 TEST(ZORNestHostileDxfTest, ManyEndsAtOnePlaceAreJoinedInTime)
 {
     Runner runner("dxf");
-    QByteArray entities = Square(-50, -50, 100, false);
+    QByteArray entities = Square(-50, -50, 100);
     for (int i = 1; i <= 4000; ++i)
         entities += Line(0, 0, i * 0.01, 20);
     EXPECT_EQ(1, runner.Translate(Dxf(entities)).size());

@@ -87,8 +87,7 @@ protected:
 
 TEST_F(ZORNestTranslationProcessorTest, EachPartIsAResultFileOfTypeTranslation)
 {
-    const QString path =
-        Write("kit.dxf", Dxf(Square(0, 0, 10, false) + Square(20, 0, 5, false) + Circle(5, 5, 2)));
+    const QString path = Write("kit.dxf", Dxf(Square(0, 0, 10) + Square(20, 0, 5) + Circle(5, 5, 2)));
     ZORNestTranslationResponse* const response = Add(path);
     processor->Execute();
     ASSERT_TRUE(WaitForEnd(response));

@@ -89,7 +89,7 @@ TEST_F(ZORNestJoiningTest, ExactCopiesCountOnce)
     EXPECT_EQ(QStringList("outline (0 0) L(4 0) L(4 3) L(0 0)"),
               DescribeOnly(Triangle(0) + Line(4, 0, 0, 0) + Line(4, 3, 4, 0)));
     EXPECT_TRUE(report.contains("left out: 2 exact copies"));
-    EXPECT_EQ(1, DescribeOnly(Square(0, 0, 4, false) + Square(0, 0, 4, true)).size());
+    EXPECT_EQ(1, DescribeOnly(Square(0, 0, 4) + Square(0, 0, 4, Turning::Clockwise)).size());
     EXPECT_EQ(1, DescribeOnly(Circle(0, 0, 4) + Circle(0, 0, 4)).size());
 }
 
@@ -129,7 +129,7 @@ TEST_F(ZORNestJoiningTest, DeepNestingAlternatesBetweenPartsAndHoles)
 {
     QByteArray entities;
     for (int i = 0; i < 9; ++i)
-        entities += i % 2 ? Circle(0, 0, 10 + i) : Square(-10 - i, -10 - i, 20 + 2 * i, false);
+        entities += i % 2 ? Circle(0, 0, 10 + i) : Square(-10 - i, -10 - i, 20 + 2 * i);
     const QList<ZORNestResult> results = Translate(Dxf(entities));
     ASSERT_EQ(5, results.size());
     int holes = 0;
@@ -140,17 +140,15 @@ TEST_F(ZORNestJoiningTest, DeepNestingAlternatesBetweenPartsAndHoles)
 
 TEST_F(ZORNestJoiningTest, HolesThatTouchTheirOutlineAreHoles)
 {
-    const QList<ZORNestResult> results =
-        Translate(Dxf(Square(0, 0, 10, false) + Square(0, 2, 3, false) + Circle(5, 8, 2)));
+    const QList<ZORNestResult> results = Translate(Dxf(Square(0, 0, 10) + Square(0, 2, 3) + Circle(5, 8, 2)));
     ASSERT_EQ(1, results.size());
     EXPECT_NEAR(100 - 9 - 4 * std::numbers::pi, GetArea(results[0]), 1e-12);
 }
 
 TEST_F(ZORNestJoiningTest, OpenCurvesLieOnThePartAroundThemNotInItsHoles)
 {
-    const QList<ZORNestResult> results =
-        Translate(Dxf(Square(0, 0, 10, false) + Square(5, 5, 4, false) + Line(1, 1, 2, 1) + Line(6, 6, 7, 6)
-                      + Line(20, 20, 30, 20)));
+    const QList<ZORNestResult> results = Translate(
+        Dxf(Square(0, 0, 10) + Square(5, 5, 4) + Line(1, 1, 2, 1) + Line(6, 6, 7, 6) + Line(20, 20, 30, 20)));
     ASSERT_EQ(1, results.size());
     EXPECT_EQ("mark (1 1) L(2 1)", Describe(results[0]).constLast());
     EXPECT_EQ(3, Describe(results[0]).size());
@@ -159,11 +157,10 @@ TEST_F(ZORNestJoiningTest, OpenCurvesLieOnThePartAroundThemNotInItsHoles)
 
 TEST_F(ZORNestJoiningTest, FarFromTheOriginNothingIsLost)
 {
-    const QList<ZORNestResult> results =
-        Translate(Dxf(Square(5e8, -5e8, 4, false) + Square(5e8 + 1, -5e8 + 1, 2, false)));
+    const QList<ZORNestResult> results = Translate(Dxf(Square(5e8, -5e8, 4) + Square(5e8 + 1, -5e8 + 1, 2)));
     ASSERT_EQ(1, results.size());
     EXPECT_NEAR(12, GetArea(results[0]), 1e-6);
-    Translate(Dxf(Square(2e9, 0, 1, false)));
+    Translate(Dxf(Square(2e9, 0, 1)));
     EXPECT_EQ("no closed outline found", failure);
     EXPECT_TRUE(report.contains("skipped: LWPOLYLINE (1 times)"));
 }

@@ -39,12 +39,12 @@ TEST_F(ZORNestDxfTest, LinesMakeAnOutline)
 
 TEST_F(ZORNestDxfTest, ByteOrderMarkBeforeTheTextIsNoPartOfIt)
 {
-    EXPECT_EQ(100, GetOnlyArea("\xEF\xBB\xBF" + Dxf(Square(0, 0, 10, true))));
+    EXPECT_EQ(100, GetOnlyArea("\xEF\xBB\xBF" + Dxf(Square(0, 0, 10, Turning::Clockwise))));
 }
 
 TEST_F(ZORNestDxfTest, OutlinesRunCounterClockwiseAndHolesClockwise)
 {
-    const QByteArray content = Dxf(Square(0, 0, 10, true) + Square(1, 1, 2, false) + Circle(7, 7, 1));
+    const QByteArray content = Dxf(Square(0, 0, 10, Turning::Clockwise) + Square(1, 1, 2) + Circle(7, 7, 1));
     EXPECT_EQ(QStringList({"outline (0 0) L(10 0) L(10 10) L(0 10) L(0 0)",
                            "hole (1 1) L(1 3) L(3 3) L(3 1) L(1 1)", "hole (8 7) A-(8 7 | 7 7)"}),
               DescribeOnly(content));
@@ -53,8 +53,7 @@ TEST_F(ZORNestDxfTest, OutlinesRunCounterClockwiseAndHolesClockwise)
 
 TEST_F(ZORNestDxfTest, IslandInAHoleIsAPartOfItsOwn)
 {
-    const QList<ZORNestResult> results =
-        Translate(Dxf(Square(2, 2, 2, false) + Square(0, 0, 10, false) + Square(1, 1, 5, false)));
+    const QList<ZORNestResult> results = Translate(Dxf(Square(2, 2, 2) + Square(0, 0, 10) + Square(1, 1, 5)));
     ASSERT_EQ(2, results.size());
     EXPECT_EQ("drawing-1", GetItem(results[0]).GetName());
     EXPECT_EQ(4, GetArea(results[0]));
@@ -159,7 +158,7 @@ TEST_F(ZORNestDxfTest, FaultySplinesAreSkipped)
     const QByteArray counts = Lines("0|SPLINE|8|0|71|3|40|0|40|1|10|0|20|0|10|4|20|0|");
     const QByteArray falling = Lines("0|SPLINE|8|0|71|1|40|0|40|3|40|1|40|2|10|0|20|0|10|4|20|0|");
     const QByteArray fit = Lines("0|SPLINE|8|0|71|3|74|2|11|0|21|0|11|4|21|0|");
-    DescribeOnly(Dxf(Square(0, 0, 1, false) + counts + falling + fit));
+    DescribeOnly(Dxf(Square(0, 0, 1) + counts + falling + fit));
     EXPECT_TRUE(report.contains("skipped: SPLINE (2 times)"));
     EXPECT_TRUE(report.contains("skipped: SPLINE without control points (1 times)"));
     for (const int degree : {25, 60}) {
@@ -167,7 +166,7 @@ TEST_F(ZORNestDxfTest, FaultySplinesAreSkipped)
         for (int i = 0; i <= degree; ++i)
             spline += "40|0|10|" + QByteArray::number(i % 7) + "|20|" + QByteArray::number(i % 3) + "|";
         spline += QByteArray("40|1|").repeated(degree + 1);
-        Translate(Dxf(Square(0, 0, 50, false) + Lines(spline)));
+        Translate(Dxf(Square(0, 0, 50) + Lines(spline)));
         EXPECT_TRUE(report.contains("skipped: SPLINE of a degree above 15 (1 times)"))
             << report.join('\n').toStdString();
     }
@@ -179,7 +178,7 @@ TEST_F(ZORNestDxfTest, TextsLieOnTheirPart)
         Lines("0|TEXT|8|0|10|1|20|2|40|3|1|50%%d \\U+00e4|50|90|41|0.8|51|15|7|ROMANS|72|4|11|5|21|6|");
     const QByteArray paragraphs = Lines("0|MTEXT|8|0|10|7|20|8|40|2|71|5|3|{\\fArial;one}\\P|1|t\\S1^2;\\~o|"
                                         "50|30|0|TEXT|10|50|20|50|40|1|1|outside|");
-    const QList<ZORNestResult> results = Translate(Dxf(Square(0, 0, 10, false) + text + paragraphs));
+    const QList<ZORNestResult> results = Translate(Dxf(Square(0, 0, 10) + text + paragraphs));
     ASSERT_EQ(1, results.size());
     ASSERT_EQ(2, GetItem(results[0]).GetShapes().size());
     const QList<ZORNestResultSegment> segments = GetShape(results[0], 1).GetSegments();
@@ -221,7 +220,7 @@ TEST_F(ZORNestDxfTest, MirroredTextsAreReadableAndLieWhereTheirImageLies)
         const QByteArray text = Lines("0|TEXT|8|0|10|2|20|3|11|2|21|3|40|1|1|RIB|") + Lines(justification);
         const QList<ZORNestResult> results =
             Translate(Dxf(Lines("0|INSERT|2|PART|8|0|10|0|20|0|") + Lines(scale),
-                          Block("PART", 0, 0, Square(0, 0, 10, false) + text)));
+                          Block("PART", 0, 0, Square(0, 0, 10) + text)));
         EXPECT_EQ(1, results.size());
         return GetShape(results.value(0), 1).GetSegments().constFirst();
     };
@@ -248,7 +247,7 @@ TEST_F(ZORNestDxfTest, UnevenlyScaledCirclesAreEllipses)
 
 TEST_F(ZORNestDxfTest, BlocksLieInBlocks)
 {
-    const QByteArray blocks = Block("INNER", 0, 0, Square(0, 0, 1, false))
+    const QByteArray blocks = Block("INNER", 0, 0, Square(0, 0, 1))
                               + Block("OUTER", 0, 0, Lines("0|INSERT|2|INNER|8|0|10|5|20|0|41|2|42|2|"));
     EXPECT_EQ(QStringList("outline (15 0) L(21 0) L(21 6) L(15 6) L(15 0)"),
               DescribeOnly(Dxf(Lines("0|INSERT|2|OUTER|8|0|41|3|42|3|"), blocks)));
@@ -263,8 +262,7 @@ TEST_F(ZORNestDxfTest, BlockInItselfFails)
 
 TEST_F(ZORNestDxfTest, MissingBlocksAndUnknownEntitiesAreReported)
 {
-    DescribeOnly(
-        Dxf(Square(0, 0, 1, false) + Lines("0|INSERT|2|NONE|8|0|0|HATCH|8|0|0|HATCH|8|0|0|POINT|8|0|")));
+    DescribeOnly(Dxf(Square(0, 0, 1) + Lines("0|INSERT|2|NONE|8|0|0|HATCH|8|0|0|HATCH|8|0|0|POINT|8|0|")));
     EXPECT_TRUE(report.contains("skipped: HATCH (2 times)"));
     EXPECT_TRUE(report.contains("skipped: INSERT of the missing block 'NONE' (1 times)"));
     EXPECT_TRUE(report.contains("skipped: POINT (1 times)"));
@@ -291,7 +289,7 @@ TEST_F(ZORNestDxfTest, ColorsComeFromEntityLayerAndBlock)
 TEST_F(ZORNestDxfTest, LayersWithKnownNamesAreNoOutlines)
 {
     const QByteArray entities =
-        Square(0, 0, 10, false) + Lines("0|CIRCLE|8|Etching_Data|10|5|20|5|40|1|")
+        Square(0, 0, 10) + Lines("0|CIRCLE|8|Etching_Data|10|5|20|5|40|1|")
         + Lines("0|LINE|8|GRAIN|10|1|20|1|11|2|21|1|0|LINE|8|notes|10|3|20|1|11|4|21|1|");
     const QList<ZORNestResult> results = Translate(Dxf(entities));
     ASSERT_EQ(1, results.size());
@@ -308,7 +306,7 @@ TEST_F(ZORNestDxfTest, HiddenThingsAreLeftOut)
 {
     const QByteArray tables =
         Lines("0|SECTION|2|TABLES|0|LAYER|2|OFF|70|0|62|-5|0|LAYER|2|COLD|70|1|62|5|0|ENDSEC|");
-    const QByteArray entities = Square(0, 0, 10, false)
+    const QByteArray entities = Square(0, 0, 10)
                                 + Lines("0|CIRCLE|8|off|10|5|20|5|40|1|0|CIRCLE|8|Cold|10|5|20|5|40|1|")
                                 + Lines("0|CIRCLE|8|0|60|1|10|5|20|5|40|1|0|CIRCLE|8|0|67|1|10|5|20|5|40|1|");
     EXPECT_EQ(1, DescribeOnly(Dxf(entities, QByteArray(), QByteArray(), tables)).size());
@@ -320,7 +318,7 @@ TEST_F(ZORNestDxfTest, HiddenThingsAreLeftOut)
 TEST_F(ZORNestDxfTest, PercentSignsInNamesReachTheReport)
 {
     const QByteArray tables = Lines("0|SECTION|2|TABLES|0|LAYER|2|a%1b%2|70|0|62|-5|0|ENDSEC|");
-    const QByteArray entities = Square(0, 0, 10, false) + Lines("0|CIRCLE|8|a%1b%2|10|5|20|5|40|1|");
+    const QByteArray entities = Square(0, 0, 10) + Lines("0|CIRCLE|8|a%1b%2|10|5|20|5|40|1|");
     EXPECT_EQ(1, DescribeOnly(Dxf(entities, QByteArray(), QByteArray(), tables)).size());
     EXPECT_TRUE(report.contains("skipped: CIRCLE on hidden layer 'a%1b%2' (1 times)"));
 }
@@ -328,7 +326,7 @@ TEST_F(ZORNestDxfTest, PercentSignsInNamesReachTheReport)
 TEST_F(ZORNestDxfTest, APartOfTooManyCurvesIsNamed)
 {
     constexpr int kSide = 182; // 33,124 marks
-    QByteArray entities = Square(0, 0, 2 * kSide, false);
+    QByteArray entities = Square(0, 0, 2 * kSide);
     for (int i = 0; i < kSide * kSide; ++i) {
         const QByteArray x = QByteArray::number(2 * (i % kSide) + 1);
         const QByteArray y = QByteArray::number(2 * (i / kSide));
@@ -347,7 +345,7 @@ TEST_F(ZORNestDxfTest, NamesOfOldFilesAreLatin)
 {
     const QByteArray tables = Lines("0|SECTION|2|TABLES|0|LAYER|2|L\xd6"
                                     "CHER|70|0|62|-5|0|ENDSEC|");
-    const QByteArray entities = Square(0, 0, 10, false)
+    const QByteArray entities = Square(0, 0, 10)
                                 + Lines("0|CIRCLE|8|l\xf6"
                                         "cher|10|5|20|5|40|1|");
     EXPECT_EQ(1, DescribeOnly(Dxf(entities, QByteArray(), QByteArray(), tables)).size());
@@ -355,7 +353,7 @@ TEST_F(ZORNestDxfTest, NamesOfOldFilesAreLatin)
 
 TEST_F(ZORNestDxfTest, UnitsComeFromTheHeader)
 {
-    const QByteArray square = Square(0, 0, 1, false);
+    const QByteArray square = Square(0, 0, 1);
     EXPECT_NEAR(25.4 * 25.4, GetOnlyArea(Dxf(square, {}, Lines("9|$INSUNITS|70|1|"))), 1e-9);
     EXPECT_NEAR(100, GetOnlyArea(Dxf(square, {}, Lines("9|$MEASUREMENT|70|0|9|$INSUNITS|70|5|"))), 1e-9);
     EXPECT_NEAR(1e6, GetOnlyArea(Dxf(square, {}, Lines("9|$INSUNITS|70|     6|"))), 1e-6);
@@ -371,13 +369,13 @@ TEST_F(ZORNestDxfTest, EntitiesSeenFromBelowAreMirrored)
     const QByteArray arc = Lines("0|ARC|8|0|10|-2|20|0|40|5|50|0|51|180|230|-1|");
     EXPECT_EQ(QStringList("outline (-3 0) L(7 0) A+(-3 0 | 2 0)"),
               DescribeOnly(Dxf(arc + Line(-3, 0, 7, 0))));
-    DescribeOnly(Dxf(Square(0, 0, 1, false) + Lines("0|CIRCLE|8|0|10|0|20|0|40|1|210|1|230|0|")));
+    DescribeOnly(Dxf(Square(0, 0, 1) + Lines("0|CIRCLE|8|0|10|0|20|0|40|1|210|1|230|0|")));
     EXPECT_TRUE(report.contains("skipped: CIRCLE out of the plane (1 times)"));
 }
 
 TEST_F(ZORNestDxfTest, LineEndsOfOtherSystemsAndCommentsAreFine)
 {
-    QByteArray content = Lines("999|made by hand|") + Dxf(Square(0, 0, 2, false));
+    QByteArray content = Lines("999|made by hand|") + Dxf(Square(0, 0, 2));
     EXPECT_EQ(4, GetOnlyArea(content));
     content.replace('\n', "\r\n");
     EXPECT_EQ(4, GetOnlyArea(content));

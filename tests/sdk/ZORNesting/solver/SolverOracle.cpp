@@ -123,8 +123,11 @@ bool AreBoxesNear(const Box& a, const Box& b, double distance)
            && b.min.y <= a.max.y + distance;
 }
 
-/// Whether samples of one region's edges come too near to the other, or lie deeper in it than the tolerance.
-bool IsTooNear(const Region& a, const Region& b, double distance, bool isOutside)
+/// Where the edges of a region must not lie.
+enum class Forbidden { Inside, Outside };
+
+/// Whether samples of one region's edges come too near to the other, or lie deeper where they must not than the tolerance.
+bool IsTooNear(const Region& a, const Region& b, double distance, Forbidden forbidden)
 {
     const double error = a.error + b.error;
     const double least = distance - kTolerance - error;
@@ -135,7 +138,8 @@ bool IsTooNear(const Region& a, const Region& b, double distance, bool isOutside
             for (int k = 0; k < kSamplesPerEdge; ++k) {
                 const Point p = from + (to - from) * (double(k) / kSamplesPerEdge);
                 const double measured = GetDistance(p, b);
-                if (measured < least || (measured > kTolerance + error && IsIn(p, b) != isOutside))
+                if (measured < least
+                    || (measured > kTolerance + error && IsIn(p, b) == (forbidden == Forbidden::Inside)))
                     return true;
             }
         }
@@ -161,13 +165,15 @@ bool HasCommonPoint(const Region& a, const Region& b)
 bool AreApart(const Region& a, const Region& b, double distance)
 {
     return !AreBoxesNear(a.box, b.box, distance)
-           || !(IsTooNear(a, b, distance, false) || IsTooNear(b, a, distance, false) || HasCommonPoint(a, b));
+           || !(IsTooNear(a, b, distance, Forbidden::Inside) || IsTooNear(b, a, distance, Forbidden::Inside)
+                || HasCommonPoint(a, b));
 }
 
 /// A part keeps the distance from all that a sheet's outline does not hold.
 bool IsWithin(const Region& part, const Region& sheet, double distance)
 {
-    return !IsTooNear(part, sheet, distance, true) && !IsTooNear(sheet, part, distance, false);
+    return !IsTooNear(part, sheet, distance, Forbidden::Outside)
+           && !IsTooNear(sheet, part, distance, Forbidden::Inside);
 }
 
 double ToDegrees(double angle)

@@ -67,14 +67,16 @@ Ring MakeStar(int corners, Point center, double radius)
     return star;
 }
 
-/// Prepares a job within the most seconds, at once stopped or not.
-void Prepare(const Job& job, bool isStopped, const std::function<void(const PreparedJob&)>& look)
+enum class State { Running, Stopped };
+
+/// Prepares a job within the most seconds.
+void Prepare(const Job& job, State state, const std::function<void(const PreparedJob&)>& look)
 {
     Control control;
-    control.stop = isStopped;
+    control.stop = state == State::Stopped;
     const double start = GetThreadTime();
     const PreparedJob prepared(job, Budget(control, Budget::Clock::Wall, 0));
-    EXPECT_LT(GetThreadTime() - start, kMostSeconds) << isStopped;
+    EXPECT_LT(GetThreadTime() - start, kMostSeconds) << (state == State::Stopped);
     look(prepared);
 }
 
@@ -96,12 +98,12 @@ TEST(ZORNestSolverSheetPreparationTest, AStoppedJobIsNotTriedOnAllOfManySheets)
     }
     for (int i = 0; i < 3000; ++i)
         job.kinds.push_back(Sheet(105.5 + i * 1e-5, 105.5));
-    Prepare(job, true, [](const PreparedJob& prepared) {
+    Prepare(job, State::Stopped, [](const PreparedJob& prepared) {
         EXPECT_EQ(prepared.reasons[0], "no time left"); // it only fits turned, and nobody has tried that
         EXPECT_FALSE(prepared.FitsOn(0, 2999));
     });
     job.kinds.front() = Sheet(200, 200);
-    Prepare(job, true, [](const PreparedJob& prepared) {
+    Prepare(job, State::Stopped, [](const PreparedJob& prepared) {
         for (size_t i = 0; i < 10; ++i) {
             EXPECT_EQ(prepared.reasons[i], "");
             EXPECT_TRUE(prepared.FitsOn(i, 0));
@@ -114,14 +116,14 @@ TEST(ZORNestSolverSheetPreparationTest, AStoppedJobFindsTheSheetOnWhichItFits)
     Job job;
     job.items = {MakeItem(Rectangle(50, 30), 2), MakeItem(Rectangle(500, 30))};
     job.kinds = {Sheet(10, 10), Sheet(100, 100), Sheet(100, 100)};
-    Prepare(job, true, [](const PreparedJob& prepared) {
+    Prepare(job, State::Stopped, [](const PreparedJob& prepared) {
         EXPECT_FALSE(prepared.FitsOn(0, 0));
         EXPECT_TRUE(prepared.FitsOn(0, 1));
         EXPECT_TRUE(prepared.FitsOn(0, 2));
         EXPECT_EQ(prepared.DropEqual({0, 1, 2}), (std::vector<size_t>{0, 1}));
         EXPECT_EQ(prepared.reasons[0], "");
     });
-    Prepare(job, false, [](const PreparedJob& prepared) { EXPECT_EQ(prepared.reasons[1], ""); });
+    Prepare(job, State::Running, [](const PreparedJob& prepared) { EXPECT_EQ(prepared.reasons[1], ""); });
 }
 
 TEST(ZORNestSolverSheetPreparationTest, EqualSheetsArePreparedOnce)
@@ -129,7 +131,7 @@ TEST(ZORNestSolverSheetPreparationTest, EqualSheetsArePreparedOnce)
     Job job = MakeJobOfDefects(MakeScratches(60));
     job.kinds.resize(400, job.kinds[0]);
     job.kinds[7].defects.pop_back();
-    Prepare(job, false, [](const PreparedJob& prepared) {
+    Prepare(job, State::Running, [](const PreparedJob& prepared) {
         EXPECT_EQ(prepared.areas[399].obstacles.size(), 60U);
         EXPECT_EQ(prepared.areas[7].obstacles.size(), 59U);
         EXPECT_EQ(prepared.areas[399].area, prepared.areas[0].area);
@@ -139,8 +141,8 @@ TEST(ZORNestSolverSheetPreparationTest, EqualSheetsArePreparedOnce)
 TEST(ZORNestSolverSheetPreparationTest, VeryManyDefectsAreJoined)
 {
     Job job = MakeJobOfDefects(MakeCrumbs(150));
-    for (const bool isStopped : {false, true}) {
-        Prepare(job, isStopped, [&job](const PreparedJob& prepared) {
+    for (const State state : {State::Running, State::Stopped}) {
+        Prepare(job, state, [&job](const PreparedJob& prepared) {
             const SheetArea& area = prepared.areas[0];
             EXPECT_LE(area.obstacles.size(), 1000U);
             for (size_t i = 0; i < job.kinds[0].defects.size(); i += 97)
@@ -153,7 +155,7 @@ TEST(ZORNestSolverSheetPreparationTest, VeryManyDefectsAreJoined)
         });
     }
     job.kinds[0].defects.resize(1000);
-    Prepare(job, false, [](const PreparedJob& prepared) {
+    Prepare(job, State::Running, [](const PreparedJob& prepared) {
         EXPECT_EQ(prepared.areas[0].obstacles.size(), 1000U);
         EXPECT_EQ(prepared.remarks, std::vector<std::string>());
     });
@@ -163,8 +165,8 @@ TEST(ZORNestSolverSheetPreparationTest, ManyScratchesAcrossEachOtherArePreparedS
 {
     for (const int count : {300, 3000}) {
         const Job job = MakeJobOfDefects(MakeScratches(count));
-        for (const bool isStopped : {false, true})
-            Prepare(job, isStopped,
+        for (const State state : {State::Running, State::Stopped})
+            Prepare(job, state,
                     [](const PreparedJob& prepared) { EXPECT_FALSE(prepared.areas[0].window.IsEmpty()); });
     }
 }
@@ -175,7 +177,7 @@ TEST(ZORNestSolverSheetPreparationTest, DefectsOfManyCornersShareThem)
     for (int i = 0; i < 100; ++i)
         defects.push_back({MakeScan(2500, {150.0 + 280 * (i % 10), 150.0 + 280 * (i / 10)}, 100)});
     const Job job = MakeJobOfDefects(defects);
-    Prepare(job, false, [&](const PreparedJob& prepared) {
+    Prepare(job, State::Running, [&](const PreparedJob& prepared) {
         size_t corners = 0;
         for (const Obstacle& obstacle : prepared.areas[0].obstacles)
             corners += obstacle.polygon[0].size();
@@ -194,8 +196,8 @@ TEST(ZORNestSolverSheetPreparationTest, AScannedSheetIsNestedWithACoarserOutline
     Job job = MakeJobOfDefects({});
     job.kinds[0].outline = {MakeScan(20000, {1500, 1500}, 1200)};
     job.frameWidth = 5;
-    for (const bool isStopped : {false, true})
-        Prepare(job, isStopped, [&job](const PreparedJob& prepared) {
+    for (const State state : {State::Running, State::Stopped})
+        Prepare(job, state, [&job](const PreparedJob& prepared) {
             const SheetArea& area = prepared.areas[0];
             ASSERT_EQ(area.obstacles.size(), 1U);
             size_t corners = 0;
@@ -215,7 +217,7 @@ TEST(ZORNestSolverSheetPreparationTest, TangledSheetsAreNotUsedAndTangledDefects
     job.kinds.push_back(Sheet(3000, 3000));
     job.kinds[1].name = "star";
     job.kinds[1].outline = {MakeStar(2001, {1500, 1500}, 1400)};
-    Prepare(job, false, [](const PreparedJob& prepared) {
+    Prepare(job, State::Running, [](const PreparedJob& prepared) {
         EXPECT_TRUE(prepared.areas[1].window.IsEmpty());
         EXPECT_EQ(prepared.areas[0].obstacles[0].polygon.size(), 1U);
         EXPECT_LE(prepared.areas[0].obstacles[0].polygon[0].size(), 2001U);

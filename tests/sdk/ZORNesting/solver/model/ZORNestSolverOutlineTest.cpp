@@ -18,17 +18,21 @@ Ring CutPlate(double height)
 /// Two equal triangles that meet in the origin.
 const Ring kBowTie{{-20, -10}, {20, 10}, {20, -10}, {-20, 10}};
 
-Segment ArcTo(Point end, Point centre, bool counterClockwise)
+enum class Turning { CounterClockwise, Clockwise };
+
+Segment ArcTo(Point end, Point centre, Turning turning)
 {
-    return {end, true, counterClockwise, centre};
+    return {end, true, turning == Turning::CounterClockwise, centre};
 }
 
 /// Two circles that meet in the origin, drawn in one go.
 Contour FigureEight(double radius)
 {
     Contour contour;
-    contour.segments = {ArcTo({2 * radius, 0}, {radius, 0}, true), ArcTo({}, {radius, 0}, true),
-                        ArcTo({-2 * radius, 0}, {-radius, 0}, false), ArcTo({}, {-radius, 0}, false)};
+    contour.segments = {ArcTo({2 * radius, 0}, {radius, 0}, Turning::CounterClockwise),
+                        ArcTo({}, {radius, 0}, Turning::CounterClockwise),
+                        ArcTo({-2 * radius, 0}, {-radius, 0}, Turning::Clockwise),
+                        ArcTo({}, {-radius, 0}, Turning::Clockwise)};
     return contour;
 }
 
@@ -171,7 +175,8 @@ TEST(ZORNestSolverTouchingOutlineTest, TheBodyHoldsAllThatIsDrawn)
         Point from = contour.start;
         for (Segment& segment : contour.segments) {
             if (random.Index(2) == 0)
-                segment = ArcTo(segment.end, (from + segment.end) * 0.5, random.Index(2) == 0);
+                segment = ArcTo(segment.end, (from + segment.end) * 0.5,
+                                random.Index(2) == 0 ? Turning::CounterClockwise : Turning::Clockwise);
             from = segment.end;
         }
         const Polygon polygon = OuterOf({contour});
@@ -191,8 +196,9 @@ TEST(ZORNestSolverArcOutlineTest, TheTailOfAnArcBelongsToThePart)
 {
     Contour contour; // the arc ends on its circle, 10 mm before the end
     contour.start = {50, 0};
-    contour.segments = {
-        ArcTo({-60, 0}, {}, true), {{-60, -30}, false, true, {}}, {{50, -30}, false, true, {}}};
+    contour.segments = {ArcTo({-60, 0}, {}, Turning::CounterClockwise),
+                        {{-60, -30}, false, true, {}},
+                        {{50, -30}, false, true, {}}};
     const Polygon polygon = OuterOf({contour});
     EXPECT_NEAR(GetArea(polygon), std::numbers::pi * 1250 + 110 * 30, 5);
     EXPECT_NEAR(GetSignedArea(contour), std::numbers::pi * 1250 + 110 * 30, 1e-9);
@@ -207,11 +213,11 @@ TEST(ZORNestSolverArcOutlineTest, CoincidingEndsMakeACircleAndTinyAnglesAChord)
 {
     Contour circle;
     circle.start = {30, 0};
-    circle.segments = {ArcTo({30 + 1e-12, 1e-12}, {}, false)};
+    circle.segments = {ArcTo({30 + 1e-12, 1e-12}, {}, Turning::Clockwise)};
     EXPECT_NEAR(std::abs(GetSignedArea(circle)), std::numbers::pi * 900, 1e-6);
     EXPECT_NEAR(GetBox(OuterOf({circle})).GetWidth(), 60, 1e-9);
     Contour plate = MakeContour(Rectangle(100, 50)); // its lower edge is as good as straight
-    plate.segments[0] = ArcTo({100, 0}, {50, 1e15}, true);
+    plate.segments[0] = ArcTo({100, 0}, {50, 1e15}, Turning::CounterClockwise);
     const Polygon polygon = OuterOf({plate});
     EXPECT_EQ(polygon.size(), 1U);
     EXPECT_EQ(polygon[0].size(), 4U);
@@ -223,7 +229,7 @@ TEST(ZORNestSolverArcOutlineTest, HugeRadiiAndManyArcsGiveFewCorners)
     Contour circle = RoundContour({0, 0}, 1e9);
     EXPECT_LE(OuterOf({circle})[0].size(), 20000U);
     Contour flat = MakeContour(Rectangle(100, 50));
-    flat.segments[0] = ArcTo({100, 0}, {50, 1e9}, true);
+    flat.segments[0] = ArcTo({100, 0}, {50, 1e9}, Turning::CounterClockwise);
     EXPECT_LT(OuterOf({flat})[0].size(), 20U);
     std::vector<Contour> sieve{MakeContour(Rectangle(2000, 2000))};
     for (int i = 0; i < 40; ++i)
@@ -242,7 +248,7 @@ TEST(ZORNestSolverArcOutlineTest, OnlyArcsWithTooFewCornersAreCoarse)
         for (int k = 0; k < 40; ++k)
             sieve.push_back(RoundContour({25.0 + i * 49, 25.0 + k * 49}, 24));
     Contour bow = MakeContour(Rectangle(100, 50));
-    bow.segments[0] = ArcTo({100, 0}, {50, 1e9}, true);
+    bow.segments[0] = ArcTo({100, 0}, {50, 1e9}, Turning::CounterClockwise);
     EXPECT_EQ(GetLoss(sieve), OutlineLoss::Coarse);
     EXPECT_EQ(GetLoss({RoundContour({0, 0}, 1e9)}), OutlineLoss::Coarse);
     EXPECT_EQ(GetLoss({sieve.begin(), sieve.begin() + 200}), OutlineLoss::None);
@@ -266,7 +272,7 @@ TEST(ZORNestSolverArcOutlineTest, TangentsTouchWhereAnArcReachesFarthest)
     for (const double start : {0.0, 0.3, 2.0}) {
         Contour circle;
         circle.start = {500 * std::cos(start), 500 * std::sin(start)};
-        circle.segments = {ArcTo(circle.start, {}, true)};
+        circle.segments = {ArcTo(circle.start, {}, Turning::CounterClockwise)};
         const Box box = GetBox(OuterOf({circle}));
         EXPECT_NEAR(box.min.x, -500, 1e-9);
         EXPECT_NEAR(box.min.y, -500, 1e-9);

@@ -208,15 +208,17 @@ private:
     Random m_random;
 };
 
+enum class End { Stop, Cancel };
+
 /// Runs a job that is stopped or cancelled once it has made a number of moves.
 std::optional<Solution> SolveUntil(const Job& job, const RunOptions& options, Control& control,
-                                   uint64_t steps, bool cancel)
+                                   uint64_t steps, End end)
 {
     std::atomic<bool> isDone = false;
     std::jthread watcher([&] {
         while (!isDone && control.steps < steps)
             std::this_thread::yield();
-        (cancel ? control.cancel : control.stop) = true;
+        (end == End::Cancel ? control.cancel : control.stop) = true;
     });
     const std::optional<Solution> solution = Solve(job, options, control);
     isDone = true;
@@ -291,9 +293,9 @@ int RunJob(uint64_t seed)
         control.stop = true;
         solution = Solve(job, options, control);
     } else if (way <= 2) {
-        solution = SolveUntil(job, options, control, random.Index(400), false);
+        solution = SolveUntil(job, options, control, random.Index(400), End::Stop);
     } else if (way == 3) {
-        solution = SolveUntil(job, options, control, random.Index(400), true);
+        solution = SolveUntil(job, options, control, random.Index(400), End::Cancel);
         if (!solution) // cancelled in time
             return 0;
     } else {
