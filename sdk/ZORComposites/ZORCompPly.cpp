@@ -18,13 +18,12 @@
 #include <ZORTopology/ZORTopBody.h>
 
 #include <cmath>
-#include <limits>
 
 ZOR_GEO_REGISTER_TYPE(ZORCompPly)
 
 namespace {
 
-constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+constexpr double kUnknown = ZORCompMaterialProperties::Unknown;
 constexpr double kFlat = 1e-6; // of the extent of a boundary
 
 // Half of the sum of the cross products of neighbouring points: its length is the area of a planar polygon.

@@ -1,4 +1,5 @@
 #include "ZORCompSectionWalk_p.h"
+#include "ZORCompSteps_p.h"
 
 #include <ZORMathematics/ZORMathFunctions.h>
 #include <ZORMathematics/ZORMathPoint.h>
@@ -7,11 +8,11 @@
 #include <cmath>
 
 using Location = ZORGeoLocationOnSurface;
+using zor::comp::kStepSlack;
 
 namespace {
 
 constexpr double kOnCorner = 1e-9; // weights below count as none where a section starts
-constexpr double kSlack = 1e-11;   // of a step: places so much before the border still are a step away
 
 int IndexOf(const ZORGeoSurface::Corners& corners, int vertex)
 {
@@ -55,7 +56,7 @@ ZORCompSectionWalk::Outcome ZORCompSectionWalk::Follow(Segment segment, const Lo
 {
     for (int count = 0; count <= m_surface.GetNumTriangles(); ++count) {
         const ZORMathVector fromStart = segment.toPoint - c.point;
-        if ((segment.toPoint - a).GetLength() >= m_step * (1 - kSlack) && Dot(fromStart, m_heading) > 0
+        if ((segment.toPoint - a).GetLength() >= m_step * (1 - kStepSlack) && Dot(fromStart, m_heading) > 0
             && fromStart.GetLength() > 0.01 * m_step)
             return Leave(segment, c.point, a, b, d);
         if (!Advance(segment))

@@ -1,3 +1,4 @@
+#include "ZORCompSteps_p.h"
 #include "ZORCompYarn_p.h"
 
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
@@ -124,10 +125,9 @@ void ZORCompYarn::Compute(double length)
 // Looks for the place between the last one returned and the end of what is computed.
 bool ZORCompYarn::FindLeave(Location& location)
 {
-    constexpr double slack = 1e-11; // a place so much before the border still is a step away
     for (; m_segment + 1 < m_locations.size(); ++m_segment) {
         const Location& end = m_locations[m_segment + 1];
-        if ((end.point - m_last.point).GetLength() < m_step * (1 - slack))
+        if ((end.point - m_last.point).GetLength() < m_step * (1 - zor::comp::kStepSlack))
             continue;
         // A segment lies in the triangle of its earlier location on the curve, which for a curve that runs
         // backward is the one that comes next here.

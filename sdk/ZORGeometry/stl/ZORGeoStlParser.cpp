@@ -75,9 +75,8 @@ QString ToName(std::string_view text)
 // it overflows, and it is not one of the subnormal numbers that small integers look like.
 bool IsUsual(quint32 bits)
 {
-    constexpr quint32 kExponent = 0x7f800000;
     constexpr quint32 kLargestExponent = (127 + 61) << 23; // squares of their differences stay below 2^128
-    const quint32 exponent = bits & kExponent;
+    const quint32 exponent = bits & zor::geo::kExponentBits;
     return exponent <= kLargestExponent && (exponent != 0 || (bits << 1) == 0);
 }
 

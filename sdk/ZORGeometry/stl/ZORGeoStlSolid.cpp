@@ -55,14 +55,13 @@ void ZORGeoStlSolidBuilder::Reserve(qint64 facets)
 // First all hashes, so that the slots are on their way to the cache when the second pass asks for them.
 void ZORGeoStlSolidBuilder::Flush()
 {
-    constexpr quint32 exponent = 0x7f800000;
     std::array<std::array<quint32, 3>, 64> hashes;
     size_t finite = 0;
     for (size_t i = 0; i < m_blockSize; ++i) {
         std::array<quint32, 9>& facet = m_block[i];
         bool isFinite = true;
         for (quint32& bits : facet) {
-            isFinite = isFinite && (bits & exponent) != exponent;
+            isFinite = isFinite && (bits & zor::geo::kExponentBits) != zor::geo::kExponentBits;
             bits = bits == 0x80000000 ? 0 : bits;
         }
         if (!isFinite) {

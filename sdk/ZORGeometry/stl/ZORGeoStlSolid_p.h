@@ -13,6 +13,12 @@
 #include <array>
 #include <vector>
 
+namespace zor::geo {
+
+constexpr quint32 kExponentBits = 0x7f800000; // of a float; all set where it is not finite
+
+} // namespace zor::geo
+
 /// Gives equal points one index, in the order of their first appearance: open addressing on the 96 bits of
 /// the three floats.
 class ZORGeoVertexWelder
