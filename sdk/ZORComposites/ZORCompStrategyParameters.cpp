@@ -1,6 +1,6 @@
 #include "ZORCompStrategyParameters.h"
 
-#include "draping/ZORCompAngles_p.h"
+#include "features/ZORCompAngles_p.h"
 #include "formats/ZORCompNumbers_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>

@@ -1,6 +1,6 @@
 #include "ZORNestContourXml_p.h"
-#include "ZORNestUnits_p.h"
 #include "ZORNestXml_p.h"
+#include "drawing/ZORNestUnits_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 

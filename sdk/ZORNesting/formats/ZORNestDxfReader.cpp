@@ -1,7 +1,7 @@
 #include "ZORNestDxfEntities_p.h"
 #include "ZORNestDxfReader_p.h"
 #include "ZORNestDxfText_p.h"
-#include "ZORNestUnits_p.h"
+#include "drawing/ZORNestUnits_p.h"
 
 #include <ZORSystem/ZORSysException.h>
 #include <ZORWorker/ZORWorkContext.h>
