@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaMethod>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
 
