@@ -276,7 +276,7 @@ TEST_F(ZORHostSettingsTest, ValuesThatTheEndCannotWriteAreLogged)
 {
     const QString path = WriteFile("own.ini", "[Host]\ntext=old\n");
     const WarningCatcher warnings;
-    auto settings = std::make_unique<ZORHostSettings>(path, false);
+    auto settings = std::make_unique<ZORHostSettings>(path, Start::LastSession);
     const ReadOnlyFolder readOnly(GetPath({}));
     settings->GetStore()->setValue("Host/text", "new");
     settings.reset();

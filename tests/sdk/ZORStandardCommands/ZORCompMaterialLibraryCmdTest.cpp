@@ -4,6 +4,7 @@
 
 #include <ZORComposites/ZORCompLayup.h>
 #include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORComposites/ZORCompPly.h>
 #include <ZORComposites/ZORCompSequence.h>
 
