@@ -19,7 +19,8 @@ QColor GetIndexedColor(int index)
         return QColor(grays[index - 250], grays[index - 250], grays[index - 250]);
     const int value = values[index % 10 / 2];
     const int lowest = index % 2 == 1 ? value / 2 : 0;
-    const double hue = (index / 10 - 1) * 15 / 60.0;
+    const int step = index / 10 - 1; // of 24 hues
+    const double hue = step * 15 / 60.0;
     const auto component = [&](double shift) {
         const double place = std::fmod(hue + shift, 6.0);
         const double share = std::clamp(std::abs(place - 3) - 1, 0.0, 1.0);
