@@ -1,33 +1,10 @@
 #include "ZORFeatBrowserModel_p.h"
+#include "ZORFeatBrowserNode_p.h"
 
-#include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORFeature/ZORFeatContainer.h>
-#include <ZORFeature/ZORFeatFolder.h>
-#include <ZORFeature/ZORFeatGeometry.h>
-#include <ZORFeature/ZORFeatRoot.h>
-#include <ZORGeometry/ZORGeoCurve.h>
-#include <ZORGeometry/ZORGeoPoint.h>
-#include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORTopology/ZORTopBody.h>
+#include <ZORFeature/ZORFeatObject.h>
 
 #include <algorithm>
-
-struct ZORFeatBrowserModel::Node
-{
-    Node* parent = nullptr;             // not owned
-    ZORGeoGeometry* geometry = nullptr; // not owned; null for groups and when it is gone
-    int depth = 0;                      // 0 for the invisible root
-    int row = 0;                        // among the parent's children, once the views know the node
-    ZORFeatBrowserKind kind = ZORFeatBrowserKind::Other;
-    bool isGroup = false;
-    bool isKnown = false; // to the views
-    bool isDead = false;  // the geometry is gone, or the group has become empty
-    bool isDirty = false; // in the list of the model
-    bool isWatched = false;
-    bool isDestroyed = false;
-    std::vector<Node*> children; // owned
-    std::vector<Node*> pending;  // owned; children the views do not know yet
-};
 
 namespace {
 
@@ -36,25 +13,6 @@ constexpr int kMaximumDepth = 200;
 
 /// Above this number of separate runs of removed rows, sorting them together first is cheaper.
 constexpr int kMaximumRuns = 16;
-
-ZORFeatBrowserKind KindOf(const ZORGeoGeometry* geometry)
-{
-    using Kind = ZORFeatBrowserKind;
-    if (qobject_cast<const ZORFeatObject*>(geometry)) {
-        if (qobject_cast<const ZORFeatRoot*>(geometry))
-            return Kind::Root;
-        if (qobject_cast<const ZORFeatFolder*>(geometry))
-            return Kind::Folder;
-        return qobject_cast<const ZORFeatGeometry*>(geometry) ? Kind::Shape : Kind::Feature;
-    }
-    if (qobject_cast<const ZORGeoPoint*>(geometry))
-        return Kind::Point;
-    if (qobject_cast<const ZORGeoCurve*>(geometry))
-        return Kind::Curve;
-    if (qobject_cast<const ZORGeoSurface*>(geometry))
-        return Kind::Surface;
-    return qobject_cast<const ZORTopBody*>(geometry) ? Kind::Body : Kind::Other;
-}
 
 } // namespace
 
@@ -128,7 +86,7 @@ void ZORFeatBrowserModel::OnAdded(ZORGeoGeometry* geometry)
     node->parent = parent;
     node->geometry = geometry;
     node->depth = parent->depth + 1;
-    node->kind = KindOf(geometry);
+    node->kind = Node::KindOf(geometry);
     m_nodes.insert(geometry, node);
     // Below a parent that the views do not know either, nobody has to be told.
     (parent->isKnown ? parent->pending : parent->children).push_back(node);
@@ -156,9 +114,9 @@ void ZORFeatBrowserModel::OnTextChanged(const ZORGeoGeometry* geometry)
     emit dataChanged(index, index, {Qt::DisplayRole, Qt::ToolTipRole});
 }
 
-ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ParentFor(const ZORGeoGeometry* geometry)
+ZORFeatBrowserNode* ZORFeatBrowserModel::ParentFor(const ZORGeoGeometry* geometry)
 {
-    switch (KindOf(geometry)) {
+    switch (Node::KindOf(geometry)) {
     case ZORFeatBrowserKind::Point:
         return GroupNode(Group::Points);
     case ZORFeatBrowserKind::Curve:
@@ -178,7 +136,7 @@ ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ParentFor(const ZORGeoGeometry* 
     return parent->depth < kMaximumDepth ? parent : parent->parent;
 }
 
-ZORFeatBrowserModel::Node* ZORFeatBrowserModel::GroupNode(Group group)
+ZORFeatBrowserNode* ZORFeatBrowserModel::GroupNode(Group group)
 {
     Node*& node = m_groups[group];
     if (!node) {
@@ -245,13 +203,7 @@ void ZORFeatBrowserModel::FlushNode(Node* node)
 void ZORFeatBrowserModel::RemoveDeadChildren(Node* node)
 {
     const auto isDead = [](const Node* child) { return child->isDead; };
-    const auto countRuns = [&] {
-        int runs = 0;
-        for (std::size_t i = 0; i < node->children.size(); ++i)
-            runs += isDead(node->children[i]) && (i == 0 || !isDead(node->children[i - 1]));
-        return runs;
-    };
-    if (countRuns() > kMaximumRuns)
+    if (node->CountDeadRuns() > kMaximumRuns)
         MoveDeadChildrenToEnd(node);
 
     std::vector<Node*>& children = node->children;
@@ -268,7 +220,7 @@ void ZORFeatBrowserModel::RemoveDeadChildren(Node* node)
         std::vector<Node*> removed(children.begin() + std::ptrdiff_t(begin),
                                    children.begin() + std::ptrdiff_t(end));
         children.erase(children.begin() + std::ptrdiff_t(begin), children.begin() + std::ptrdiff_t(end));
-        Renumber(node, int(begin));
+        node->Renumber(int(begin));
         endRemoveRows();
         Destroy(std::move(removed));
         last = std::min(begin, children.size());
@@ -282,7 +234,7 @@ void ZORFeatBrowserModel::MoveDeadChildrenToEnd(Node* node)
     const QModelIndexList from = persistentIndexList();
     std::stable_partition(node->children.begin(), node->children.end(),
                           [](const Node* child) { return !child->isDead; });
-    Renumber(node, 0);
+    node->Renumber(0);
     QModelIndexList to;
     to.reserve(from.size());
     for (const QModelIndex& index : from)
@@ -294,7 +246,7 @@ void ZORFeatBrowserModel::MoveDeadChildrenToEnd(Node* node)
 void ZORFeatBrowserModel::InsertPendingChildren(Node* node)
 {
     std::vector<Node*> pending = std::exchange(node->pending, {});
-    Destroy(TakeDead(pending));
+    Destroy(Node::TakeDead(pending));
 
     if (node != m_root) {
         InsertChildren(node, int(node->children.size()), std::move(pending));
@@ -330,31 +282,16 @@ void ZORFeatBrowserModel::InsertChildren(Node* node, int row, std::vector<Node*>
         Node* const current = open.back();
         open.pop_back();
         current->isKnown = true;
-        const std::vector<Node*> deadChildren = TakeDead(current->children);
+        const std::vector<Node*> deadChildren = Node::TakeDead(current->children);
         dead.insert(dead.end(), deadChildren.begin(), deadChildren.end());
-        Renumber(current, 0);
+        current->Renumber(0);
         open.insert(open.end(), current->children.begin(), current->children.end());
     }
     Destroy(std::move(dead));
     beginInsertRows(ToIndex(node), row, row + int(children.size()) - 1);
     node->children.insert(node->children.begin() + row, children.begin(), children.end());
-    Renumber(node, row);
+    node->Renumber(row);
     endInsertRows();
-}
-
-std::vector<ZORFeatBrowserModel::Node*> ZORFeatBrowserModel::TakeDead(std::vector<Node*>& nodes)
-{
-    const auto firstDead =
-        std::stable_partition(nodes.begin(), nodes.end(), [](const Node* node) { return !node->isDead; });
-    std::vector<Node*> dead(firstDead, nodes.end());
-    nodes.erase(firstDead, nodes.end());
-    return dead;
-}
-
-void ZORFeatBrowserModel::Renumber(Node* node, int firstRow)
-{
-    for (auto row = std::size_t(firstRow); row < node->children.size(); ++row)
-        node->children[row]->row = int(row);
 }
 
 void ZORFeatBrowserModel::Clear()
@@ -387,7 +324,7 @@ void ZORFeatBrowserModel::Destroy(std::vector<Node*> nodes)
         delete node;
 }
 
-ZORFeatBrowserModel::Node* ZORFeatBrowserModel::ToNode(const QModelIndex& index) const
+ZORFeatBrowserNode* ZORFeatBrowserModel::ToNode(const QModelIndex& index) const
 {
     return index.isValid() ? static_cast<Node*>(index.internalPointer()) : m_root;
 }
@@ -440,11 +377,11 @@ QVariant ZORFeatBrowserModel::data(const QModelIndex& index, int role) const
                 const_cast<ZORFeatBrowserModel*>(this)->OnTextChanged(geometry);
             });
         }
-        return TextOf(node);
+        return node->GetText();
     case Qt::DecorationRole:
         return m_icons.at(node->kind);
     case Qt::ToolTipRole:
-        return ToolTipOf(node);
+        return node->GetToolTip();
     case Qt::UserRole:
         return QVariant::fromValue(node->geometry);
     default:
@@ -457,35 +394,4 @@ QVariant ZORFeatBrowserModel::headerData(int section, Qt::Orientation orientatio
     if (section == 0 && orientation == Qt::Horizontal && role == Qt::DisplayRole)
         return tr("Name");
     return {};
-}
-
-QString ZORFeatBrowserModel::TextOf(const Node* node) const
-{
-    if (!node->isGroup) {
-        const auto* feature = qobject_cast<const ZORFeatObject*>(node->geometry);
-        return feature ? feature->GetLabel() : node->geometry->objectName();
-    }
-    const auto count = node->children.size();
-    switch (node->kind) {
-    case ZORFeatBrowserKind::Point:
-        return tr("Points (%1)").arg(count);
-    case ZORFeatBrowserKind::Curve:
-        return tr("Curves (%1)").arg(count);
-    case ZORFeatBrowserKind::Surface:
-        return tr("Surfaces (%1)").arg(count);
-    case ZORFeatBrowserKind::Body:
-        return tr("Bodies (%1)").arg(count);
-    default:
-        return tr("Other geometry (%1)").arg(count);
-    }
-}
-
-QString ZORFeatBrowserModel::ToolTipOf(const Node* node) const
-{
-    if (!node->geometry)
-        return {};
-    return ZORCmnPlainText::ToToolTip(tr("%1\nClass: %2\nReferences: %3")
-                                          .arg(TextOf(node),
-                                               QLatin1String(node->geometry->metaObject()->className()),
-                                               QString::number(node->geometry->GetReferenceCount())));
 }

@@ -15,6 +15,7 @@
 class ZORFeatContainer;
 class ZORFeatObject;
 class ZORGeoGeometry;
+struct ZORFeatBrowserNode;
 
 /// The container of an environment as a tree of one column: feature trees first, then one group per kind
 /// of geometry.
@@ -56,7 +57,7 @@ signals:
     void FlushFinished();
 
 private:
-    struct Node;
+    using Node = ZORFeatBrowserNode;
     enum class Group { Points, Curves, Surfaces, Bodies, Others };
 
     void OnAdded(ZORGeoGeometry* geometry);
@@ -77,10 +78,6 @@ private:
     void Clear();
     /// Deletes the nodes with all below them.
     void Destroy(std::vector<Node*> nodes);
-    static std::vector<Node*> TakeDead(std::vector<Node*>& nodes);
-    static void Renumber(Node* node, int firstRow);
-    QString TextOf(const Node* node) const;
-    QString ToolTipOf(const Node* node) const;
 
     QPointer<ZORFeatContainer> m_container; // not owned
     Node* m_root;                           // owned; invisible

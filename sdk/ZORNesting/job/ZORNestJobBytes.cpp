@@ -1,103 +1,22 @@
 #include "ZORNestJobBytes_p.h"
-
-#include <ZORSystem/ZORSysDocumentReader.h>
-#include <ZORSystem/ZORSysDocumentWriter.h>
+#include "ZORNestJobDocument_p.h"
 
 namespace {
 
+using zor::nest::JobDocument;
+using zor::nest::JobSource;
+using zor::nest::ReadList;
 using ZORNestSolver::NestedSheet;
 using ZORNestSolver::Placement;
 using ZORNestSolver::Solution;
 using ZORNestSolver::UnplacedItem;
 
-constexpr qint64 kVersion = 1;
 constexpr char kTask[] = "nesting task";
 constexpr char kOutcome[] = "nesting outcome";
 constexpr char kLayout[] = "nesting layout";
 constexpr char kTranslation[] = "translation task";
 constexpr char kTranslated[] = "translation outcome";
 constexpr qsizetype kNumbersOfPose = 3;
-
-/// A document with its name and version before the content.
-class Document
-{
-public:
-    Document(const char* name, qsizetype entries)
-        : m_writer(&m_bytes)
-    {
-        m_writer.StartArray(entries + 2);
-        m_writer.WriteText(QByteArray(name));
-        m_writer.WriteInteger(kVersion);
-    }
-    ZORSysDocumentWriter* operator->() { return &m_writer; }
-    ZORSysDocumentWriter& GetWriter() { return m_writer; }
-    void WriteTexts(const QStringList& texts)
-    {
-        m_writer.StartArray(texts.size());
-        for (const QString& text : texts)
-            m_writer.WriteText(text);
-        m_writer.EndArray();
-    }
-    QByteArray Finish()
-    {
-        m_writer.EndArray();
-        return m_bytes;
-    }
-
-private:
-    QByteArray m_bytes;
-    ZORSysDocumentWriter m_writer;
-};
-
-/// The same, to be read.
-class Source
-{
-public:
-    Source(const QByteArray& bytes, const char* name, qsizetype entries)
-        : m_reader(bytes, QLatin1String(name))
-    {
-        Enter(entries + 2);
-        m_reader.Check(m_reader.ReadText() == name && m_reader.ReadInteger() == kVersion);
-    }
-    ZORSysDocumentReader* operator->() { return &m_reader; }
-    void Enter(qsizetype count) { m_reader.Check(m_reader.EnterArray() == count); }
-    QString ReadText() { return QString::fromUtf8(m_reader.ReadText()); }
-    template<class T>
-    T ReadInteger()
-    {
-        const qint64 value = m_reader.ReadInteger();
-        m_reader.Check(value == qint64(T(value)));
-        return T(value);
-    }
-    QList<double> ReadDoubles(qsizetype count)
-    {
-        const QList<double> numbers = m_reader.ReadDoubles();
-        m_reader.Check(numbers.size() == count);
-        return numbers;
-    }
-    QList<qint32> ReadIntegers(qsizetype count)
-    {
-        const QList<qint32> numbers = m_reader.ReadIntegers();
-        m_reader.Check(numbers.size() == count);
-        return numbers;
-    }
-    QStringList ReadTexts()
-    {
-        QStringList texts;
-        for (qsizetype left = m_reader.EnterArray(); left > 0; --left)
-            texts.append(ReadText());
-        m_reader.Leave();
-        return texts;
-    }
-    void Finish()
-    {
-        m_reader.Leave();
-        m_reader.Finish();
-    }
-
-private:
-    ZORSysDocumentReader m_reader;
-};
 
 void WriteItem(ZORSysDocumentWriter& writer, const ZORNestNestingInputItem& item)
 {
@@ -111,7 +30,7 @@ void WriteItem(ZORSysDocumentWriter& writer, const ZORNestNestingInputItem& item
     writer.EndArray();
 }
 
-ZORNestNestingInputItem ReadItem(Source& source)
+ZORNestNestingInputItem ReadItem(JobSource& source)
 {
     source.Enter(4);
     const QString name = source.ReadText();
@@ -142,7 +61,7 @@ void WritePackaging(ZORSysDocumentWriter& writer, const ZORNestNestingInputPacka
     writer.EndArray();
 }
 
-ZORNestNestingInputPackaging ReadPackaging(Source& source)
+ZORNestNestingInputPackaging ReadPackaging(JobSource& source)
 {
     source.Enter(3);
     const QString name = source.ReadText();
@@ -159,17 +78,7 @@ ZORNestNestingInputPackaging ReadPackaging(Source& source)
     return packaging;
 }
 
-template<class T, class Function>
-QList<T> ReadList(Source& source, Function read)
-{
-    QList<T> list;
-    for (qsizetype left = source->EnterArray(); left > 0; --left)
-        list.append(read(source));
-    source->Leave();
-    return list;
-}
-
-void ReadSettings(Source& source, ZORNestNestingInput& input)
+void ReadSettings(JobSource& source, ZORNestNestingInput& input)
 {
     const QList<qint32> integers = source.ReadIntegers(6);
     input.SetSingleSidedMaterial(integers[0] != 0);
@@ -214,7 +123,7 @@ size_t ToIndex(qint32 number)
     return size_t(qint64(number));
 }
 
-NestedSheet ReadSheet(Source& source)
+NestedSheet ReadSheet(JobSource& source)
 {
     source.Enter(5);
     NestedSheet sheet;
@@ -235,7 +144,7 @@ NestedSheet ReadSheet(Source& source)
     return sheet;
 }
 
-UnplacedItem ReadUnplaced(Source& source)
+UnplacedItem ReadUnplaced(JobSource& source)
 {
     source.Enter(2);
     const QList<qint32> integers = source.ReadIntegers(2);
@@ -249,7 +158,7 @@ UnplacedItem ReadUnplaced(Source& source)
 QByteArray ZORNestJobBytes::Write(const ZORNestNestingTask& task)
 {
     const ZORNestNestingInput& input = task.input;
-    Document document(kTask, 9);
+    JobDocument document(kTask, 9);
     document->WriteBool(task.isKept);
     document->WriteText(input.GetMaterialID());
     document->WriteNumbers(QList<double>{input.GetMaterialThickness()});
@@ -276,7 +185,7 @@ QByteArray ZORNestJobBytes::Write(const ZORNestNestingTask& task)
 
 ZORNestNestingTask ZORNestJobBytes::ReadNestingTask(const QByteArray& bytes)
 {
-    Source source(bytes, kTask, 9);
+    JobSource source(bytes, kTask, 9);
     const bool isKept = source->ReadBool();
     const QString material = source.ReadText();
     const double thickness = source.ReadDoubles(1).constFirst();
@@ -290,7 +199,7 @@ ZORNestNestingTask ZORNestJobBytes::ReadNestingTask(const QByteArray& bytes)
 
 QByteArray ZORNestJobBytes::Write(const ZORNestNestingOutcome& outcome)
 {
-    Document document(kOutcome, 3);
+    JobDocument document(kOutcome, 3);
     document->StartArray(outcome.sheetFiles.size());
     for (const QByteArray& file : outcome.sheetFiles)
         document->WriteBytes(file);
@@ -302,9 +211,9 @@ QByteArray ZORNestJobBytes::Write(const ZORNestNestingOutcome& outcome)
 
 ZORNestNestingOutcome ZORNestJobBytes::ReadNestingOutcome(const QByteArray& bytes)
 {
-    Source source(bytes, kOutcome, 3);
+    JobSource source(bytes, kOutcome, 3);
     ZORNestNestingOutcome outcome;
-    outcome.sheetFiles = ReadList<QByteArray>(source, [](Source& list) { return list->ReadBytes(); });
+    outcome.sheetFiles = ReadList<QByteArray>(source, [](JobSource& list) { return list->ReadBytes(); });
     outcome.report = source->ReadBytes();
     outcome.remarks = source.ReadTexts();
     source.Finish();
@@ -314,7 +223,7 @@ ZORNestNestingOutcome ZORNestJobBytes::ReadNestingOutcome(const QByteArray& byte
 QByteArray ZORNestJobBytes::Write(const ZORNestInterimLayout& layout)
 {
     const Solution& solution = layout.solution;
-    Document document(kLayout, 4);
+    JobDocument document(kLayout, 4);
     document->WriteNumbers(QList<double>{layout.seconds, solution.cost});
     document->StartArray(qsizetype(solution.sheets.size()));
     for (const NestedSheet& sheet : solution.sheets)
@@ -337,7 +246,7 @@ QByteArray ZORNestJobBytes::Write(const ZORNestInterimLayout& layout)
 
 ZORNestInterimLayout ZORNestJobBytes::ReadInterimLayout(const QByteArray& bytes)
 {
-    Source source(bytes, kLayout, 4);
+    JobSource source(bytes, kLayout, 4);
     ZORNestInterimLayout layout;
     const QList<double> numbers = source.ReadDoubles(2);
     layout.seconds = numbers[0];
@@ -357,7 +266,7 @@ ZORNestInterimLayout ZORNestJobBytes::ReadInterimLayout(const QByteArray& bytes)
 
 QByteArray ZORNestJobBytes::Write(const ZORNestTranslationTask& task)
 {
-    Document document(kTranslation, 5);
+    JobDocument document(kTranslation, 5);
     document->WriteBool(task.isKept);
     document->WriteText(task.path);
     document->WriteNumbers(QList<qint32>{task.input.GetInputFileType(), task.input.GetOutputFileType()});
@@ -368,7 +277,7 @@ QByteArray ZORNestJobBytes::Write(const ZORNestTranslationTask& task)
 
 ZORNestTranslationTask ZORNestJobBytes::ReadTranslationTask(const QByteArray& bytes)
 {
-    Source source(bytes, kTranslation, 5);
+    JobSource source(bytes, kTranslation, 5);
     ZORNestTranslationTask task;
     task.isKept = source->ReadBool();
     task.path = source.ReadText();
@@ -385,7 +294,7 @@ ZORNestTranslationTask ZORNestJobBytes::ReadTranslationTask(const QByteArray& by
 
 QByteArray ZORNestJobBytes::Write(const ZORNestTranslationOutcome& outcome)
 {
-    Document document(kTranslated, 2);
+    JobDocument document(kTranslated, 2);
     document.WriteTexts(outcome.report);
     document.WriteTexts(outcome.failure ? QStringList{*outcome.failure} : QStringList());
     return document.Finish();
@@ -393,7 +302,7 @@ QByteArray ZORNestJobBytes::Write(const ZORNestTranslationOutcome& outcome)
 
 ZORNestTranslationOutcome ZORNestJobBytes::ReadTranslationOutcome(const QByteArray& bytes)
 {
-    Source source(bytes, kTranslated, 2);
+    JobSource source(bytes, kTranslated, 2);
     ZORNestTranslationOutcome outcome;
     outcome.report = source.ReadTexts();
     const QStringList failure = source.ReadTexts();
