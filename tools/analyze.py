@@ -24,6 +24,8 @@ import subprocess
 import sys
 import tempfile
 
+import compile_database
+
 LONG_PASSED = "tools/long_passed.txt"
 FOLDERS = "bench|benchmarks|examples|host|samples|sdk|tests|tools"
 # Classes are registered by static objects on purpose, Qt 6 has no QString::midRef(), and its erase() takes constant iterators,
@@ -39,30 +41,11 @@ FINDING = re.compile(r"^(/[^:\n]+):(\d+):\d+: (?:warning|error): .*\[[\w.,-]+\]$
 COMPILE_ERROR = re.compile(r"^(/[^:\n]+):\d+:\d+: (?:fatal )?error: .*(?<!\])$", re.MULTILINE)
 # Of the compiler that builds: the precompiled header, options that clang does not know, and a warning that differs from
 # that of clang.
-FOREIGN = re.compile(r" -Winvalid-pch| -include \S*cmake_pch\.hxx| -fno-gnu-unique| -Wshadow")
+FOREIGN = rf"{compile_database.PRECOMPILED}| -fno-gnu-unique| -Wshadow"
 
 
 def git(root, *arguments):
     return subprocess.run(["git", "-C", root, *arguments], capture_output=True, text=True, check=False)
-
-
-def clang_options(command):
-    """Returns the compiler of a command and its options without the files and what clang does not know."""
-    words = shlex.split(FOREIGN.sub("", command))
-    # What comes before the compiler: the compiler cache and its environment.
-    first = next(i for i, word in enumerate(words) if re.search(r"(\+\+|cc|clang)(-\d+)?$", word))
-    files = {i + step for i, word in enumerate(words) if word in ("-o", "-c") for step in (0, 1)}
-    return shlex.join(word for i, word in enumerate(words) if i >= first and i not in files)
-
-
-def read_database(root, build):
-    """Returns folder and options of each source by its path, without generated sources."""
-    sources = {}
-    for entry in json.loads((build / "compile_commands.json").read_text()):
-        path = pathlib.Path(entry["file"])
-        if path.is_relative_to(root) and not path.is_relative_to(build):
-            sources.setdefault(path, (entry["directory"], clang_options(entry["command"])))
-    return dict(sorted(sources.items()))
 
 
 def changed_names(root):
@@ -77,13 +60,6 @@ def changed_names(root):
     return changed.stdout.splitlines()
 
 
-def first_including(header, sources):
-    """Returns the first source that includes a header itself, those of its folder before others; None if there is none."""
-    include = re.compile(rf'^\s*#\s*include\s*["<](?:[^">]*/)?{re.escape(header.name)}[">]', re.MULTILINE)
-    near = sorted(sources, key=lambda path: (path.parent != header.parent, path))
-    return next((path for path in near if include.search(path.read_text(encoding="utf-8"))), None)
-
-
 def sources_of(root, names, sources):
     """Returns the sources to analyze for changed files.
 
@@ -95,7 +71,7 @@ def sources_of(root, names, sources):
     wanted = {root / name for name in names}
     for header in [path for path in wanted if path.suffix == ".h"]:
         stem = header.stem.removesuffix("_p")
-        wanted.update([path for path in sources if path.stem == stem] or [first_including(header, sources)])
+        wanted.update([path for path in sources if path.stem == stem] or [compile_database.first_including(header, sources)])
     return [path for path in sources if path in wanted]
 
 
@@ -178,7 +154,7 @@ def main():
     parser.add_argument("files", nargs="*", type=pathlib.Path)
     arguments = parser.parse_intermixed_args()
     root, build = arguments.root.resolve(), arguments.build.resolve()
-    sources = read_database(root, build)
+    sources = compile_database.read(root, build, FOREIGN)
     if arguments.since_long:
         sources = {path: sources[path] for path in sources_of(root, changed_names(root), sources)}
     elif arguments.files:
