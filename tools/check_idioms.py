@@ -3,7 +3,8 @@
 
     check_idioms.py <source root>
 
-Pi             std::numbers::pi or a constant derived from it; M_PI is an extension of some compilers.
+Pi             std::numbers::pi or a constant derived from it; M_PI is an extension of some compilers, and digits or acos(-1) hide
+               what they are.
 Placeholders   Several values go into one .arg(a, b). A chained .arg(a).arg(b) replaces "%1" within the text a again.
 """
 import re
@@ -11,8 +12,11 @@ import sys
 
 from source_texts import code, cpp_files, line_of, run
 
-M_PI = re.compile(r"\bM_(PI|PI_2|PI_4|1_PI|2_PI|2_SQRTPI)\b")
+PI = re.compile(r"\bM_(PI|PI_2|PI_4|1_PI|2_PI|2_SQRTPI)\b|\bacos\(\s*-\s*1(\.0*)?\s*\)|(?<![\w.])3\.1415\d*")
 ARG = re.compile(r"(\.|->)arg\s*\(")
+
+# Behind one .arg(): another one, maybe behind a parenthesis or a call without arguments.
+CHAINED = re.compile(r"[\s)]*(\.\w+\(\s*\)[\s)]*)*\.arg\s*\(")
 
 
 def closing(text, position):
@@ -26,10 +30,10 @@ def closing(text, position):
 
 def faults(text):
     """Yields (position, message) for the code of a source."""
-    for match in M_PI.finditer(text):
+    for match in PI.finditer(text):
         yield match.start(), f"std::numbers::pi instead of {match.group()}"
     for match in ARG.finditer(text):
-        if re.compile(r"\s*\.arg\s*\(").match(text, closing(text, match.end())):
+        if CHAINED.match(text, closing(text, match.end())):
             yield match.start(), "one .arg() with all values instead of a chain, which replaces within values"
 
 

@@ -25,6 +25,7 @@ Tools    Programs use the public headers of the SDK alone, their own folder, and
 Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; actions/
          are those of the view and of commands, document/ opens, saves and rescues what they work on, window/ shows all
          of these, script/ drives actions and window, and app/ sees everything.
+Paths    No include goes up by "..".
 Tests    tests/sdk/<module>/ uses neither bench nor host, and private headers of its own module alone. tests/bench/ does not use
          the host, tests/host/ does not use the bench, and both use public headers of the SDK alone, as benchmarks do. The
          solver of the nesting module is measured directly, and fuzz targets call the readers that they are for.
@@ -34,7 +35,9 @@ import re
 import sys
 from typing import NamedTuple
 
-EXPORTED_CLASS = re.compile(r"\s*(class|struct)\s+\w+_EXPORT\s+\w+")
+from source_texts import code, line_of
+
+EXPORTED_CLASS = re.compile(r"\b(class|struct)\b[^;{}()]*?\b\w+_EXPORT\b")
 INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 IMPLEMENTATION_ONLY = re.compile(r"(Inventor/|EGL/|GL/|Eigen/|backtrace\.h|execinfo\.h|zstd\.h|clipper\.hpp|polyclipping/)")
 BENCH_BASE = {"core", "widgets"}
@@ -118,13 +121,14 @@ def check_module(root, table, name):
             yield f"{path.relative_to(root)}: private headers of a module with rooms belong in one of them"
 
 
-def check_exports(root, name):
+def check_exports(root, table, name):
     """Finds private headers that export a class; functions that tests call may be exported one by one."""
-    for path in sources(root / "sdk" / name):
-        if path.name.endswith("_p.h"):
-            for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-                if EXPORTED_CLASS.match(line):
-                    yield f"{path.relative_to(root)}:{number}: a private header must not export a class"
+    folder = root / "sdk" / name
+    for path in sources(folder):
+        if path.suffix == ".h" and path.relative_to(folder).as_posix() not in table[name].headers:
+            text = code(path.read_text(encoding="utf-8"))
+            for match in EXPORTED_CLASS.finditer(text):
+                yield f"{path.relative_to(root)}:{line_of(text, match.start())}: a private header must not export a class"
 
 
 def check_quoted(module, folder, path, target):
@@ -170,14 +174,14 @@ def check_angled(table, name, target):
 def check_sdk(root, table):
     for name, module in table.items():
         yield from check_module(root, table, name)
-        yield from check_exports(root, name)
+        yield from check_exports(root, table, name)
         folder = root / "sdk" / name
         for path in sources(folder):
             room = path.parent.relative_to(folder).as_posix()
             for number, quoted, target in includes(path):
                 where = f"{path.relative_to(root)}:{number}"
                 shows_room = path.name in module.headers and target.rpartition("/")[0] in module.rooms
-                if module.is_plain(room) and re.match(r"Q[A-Z]|Qt|ZOR\w+/", target):
+                if module.is_plain(room) and re.match(r"Q[A-Z]|Qt|q\w+\.h$|ZOR\w+/", target):
                     yield f"{where}: {room}/ is plain C++ and must not use {target}"
                 elif shows_room or (
                     path.name in module.headers and (IMPLEMENTATION_ONLY.match(target) or target.endswith("_p.h"))
@@ -271,11 +275,19 @@ def check_test(root, table, path, target):
         return f"{'/'.join(parts[:2])}/ must not use the bench"
     if header and not may_use_host and head in folders_of(root, "host") - folders_of(root, "bench"):
         return f"{'/'.join(parts[:2])}/ must not use the host"
-    if head not in table or header in table[head].headers or parts[:2] == ("tests", "fuzz"):
+    if head not in table or header in table[head].headers or parts[:2] == ("tests", "fuzz") or (root / parts[0] / target).exists():
         return None
     if (of_sdk and head == parts[2]) or target in TESTS_MAY_USE.get("/".join(parts[:3]), set()):
         return None
     return f"{target} is private to {head}"
+
+
+def check_paths(root, _):
+    for house in ("sdk", "bench", "host", "tools", "tests", "benchmarks"):
+        for path in sources(root / house):
+            for number, _, target in includes(path):
+                if ".." in target.split("/"):
+                    yield f"{path.relative_to(root)}:{number}: {target} leaves its folder"
 
 
 def check_tests(root, table):
@@ -289,7 +301,7 @@ def check_tests(root, table):
 def main():
     root = pathlib.Path(sys.argv[1]).resolve()
     table = module_table(root)
-    checks = (check_sdk, check_rooms, check_tools, check_bench, check_host, check_tests)
+    checks = (check_sdk, check_rooms, check_tools, check_bench, check_host, check_tests, check_paths)
     errors = [error for check in checks for error in check(root, table)]
     print("\n".join(errors) or f"{len(table)} modules, tools, bench, host and tests include only what they may")
     return bool(errors)

@@ -1,6 +1,6 @@
 // Draping of a surface of a million triangles.
 
-#include "../ZORGeometry/BenchmarkMeshes.h"
+#include "ZORGeometry/BenchmarkMeshes.h"
 
 #include <ZORComposites/ZORCompKinematicDraping.h>
 #include <ZORMathematics/ZORMathPoint.h>

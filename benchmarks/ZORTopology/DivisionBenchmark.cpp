@@ -1,7 +1,7 @@
 // Division of surfaces of a million triangles into faces, edges and vertices.
 
-#include "../ZORGeometry/BenchmarkMeshes.h"
 #include "GridTriangles.h"
+#include "ZORGeometry/BenchmarkMeshes.h"
 
 #include <ZORMathematics/ZORMathPoint.h>
 #include <ZORTopology/ZORTopBody.h>

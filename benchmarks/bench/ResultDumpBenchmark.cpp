@@ -1,7 +1,7 @@
 // The dump of a nesting result into the debug log, offscreen.
 
-#include "../ZORNesting/ResultOfItems.h"
 #include "BenchmarkProgram.h"
+#include "ZORNesting/ResultOfItems.h"
 #include "nesting/ZORTestResultDump.h"
 
 #include <ZORDebug/ZORDebugVizContainer.h>

@@ -1,8 +1,8 @@
 // What nesting and translation jobs exchange with their callers is read whole or refused, and what is left of a job
 // in a process that died is proved before it becomes a result. The first byte chooses which of them the input is.
 
-#include "../sdk/ZORNesting/NestingJobs.h"
 #include "FuzzTarget.h"
+#include "sdk/ZORNesting/NestingJobs.h"
 
 #include <ZORNesting/job/ZORNestJobBytes_p.h>
 #include <ZORNesting/job/ZORNestJobKinds_p.h>

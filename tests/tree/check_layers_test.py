@@ -241,6 +241,22 @@ class CheckLayersTest(unittest.TestCase):
         for name in ("tests/bench/BTest.cpp", "tests/host/CTest.cpp", "tests/windows/DTest.cpp", "benchmarks/X.cpp"):
             self.assert_found(name, "#include <ZORSystem/ZORSysA_p.h>\n", "ZORSystem/ZORSysA_p.h is private to ZORSystem")
 
+    def test_paths_that_go_up(self):
+        for name in ("host/base/ZORHostA.h", "bench/core/ZORTestA.h", "tools/front/Options.h", "tests/bench/BTest.cpp",
+                     "sdk/ZORGeometry/ZORGeoA.cpp", "benchmarks/X.cpp"):
+            self.assert_found(name, '#include "../window/ZORHostB.h"\n', "../window/ZORHostB.h leaves its folder")
+
+    def test_headers_of_qt_in_lower_case(self):
+        text = '#include <qglobal.h>\n#include <queue>\n'
+        self.assert_found("sdk/ZORGeometry/plain/Run.cpp", text, "plain C++ and must not use qglobal.h", ROOMS)
+
+    def test_exported_class_in_other_spellings(self):
+        for text in ("class [[nodiscard]] ZORGEO_EXPORT A {};\n", "class\nZORGEO_EXPORT A {};\n", "template<class T> class ZORGEO_EXPORT A {};\n"):
+            self.assert_found("sdk/ZORGeometry/mesh/ZORGeoMesh_p.h", text, "a private header must not export a class", ROOMS)
+        self.assert_found("sdk/ZORGeometry/plain/Run.h", "struct ZORGEO_EXPORT A {};\n", "must not export a class", ROOMS)
+        function = "#include <QString>\nZORGEO_EXPORT class QString Name();\n"
+        self.assertEqual(0, run({**ROOMS, "sdk/ZORGeometry/mesh/ZORGeoMesh_p.h": function})[0])
+
 
 if __name__ == "__main__":
     unittest.main()

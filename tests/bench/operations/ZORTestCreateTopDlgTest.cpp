@@ -8,6 +8,8 @@
 
 #include <QDoubleSpinBox>
 
+#include <numbers>
+
 namespace {
 
 struct TopDialog
@@ -110,7 +112,7 @@ TEST_P(ZORTestCreateTopDlgTest, ToleranceIsStoredInRadiansAndShownInDegrees)
     OpenDialog();
     Tolerance()->setValue(99);
     PressOk();
-    EXPECT_EQ(99 * 3.141592653589793 / 180, Stored().toDouble());
+    EXPECT_EQ(99 * std::numbers::pi / 180, Stored().toDouble());
     const auto* body = TakeOnly<ZORTopBody>();
     EXPECT_EQ(1, IsCurve() ? body->GetNumEdges() : body->GetNumFaces()) << "turns of 90 degrees are smooth";
     OpenDialog();
@@ -138,7 +140,7 @@ TEST_P(ZORTestCreateTopDlgTest, FailureOfTheSdkShowsNoMessageAndStoresTheToleran
     Tolerance()->setValue(10);
     PressOk();
     EXPECT_TRUE(TakeNew().isEmpty());
-    EXPECT_EQ(10 * 3.141592653589793 / 180, Stored().toDouble());
+    EXPECT_EQ(10 * std::numbers::pi / 180, Stored().toDouble());
     EXPECT_EQ(QList<bool>({true}), finished);
 }
 

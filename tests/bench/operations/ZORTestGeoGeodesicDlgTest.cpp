@@ -9,9 +9,11 @@
 #include <QComboBox>
 #include <QSpinBox>
 
+#include <numbers>
+
 namespace {
 
-constexpr double kPi = 3.141592653589793;
+constexpr double kPi = std::numbers::pi;
 const QString kGroup = QStringLiteral("Debug/GeoGeodesic/");
 
 /// A square of 100 mm with the start point "P" in its middle.

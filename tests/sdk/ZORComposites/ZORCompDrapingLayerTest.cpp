@@ -1,7 +1,7 @@
 // Tests the draping layer: how it follows its inputs, and container files.
 
-#include "../ZORGeometry/TestMeshes.h"
 #include "DrapingChecks.h"
+#include "sdk/ZORGeometry/TestMeshes.h"
 #include "support/ContainerFiles.h"
 #include "support/Threads.h"
 

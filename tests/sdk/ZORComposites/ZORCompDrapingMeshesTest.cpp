@@ -1,7 +1,7 @@
 // Tests that draping copes with meshes of every kind.
 
-#include "../ZORGeometry/TestMeshes.h"
 #include "DrapingChecks.h"
+#include "sdk/ZORGeometry/TestMeshes.h"
 #include "support/TestData.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>

@@ -1,7 +1,7 @@
 // Tests the draped net on surfaces of which it is known.
 
-#include "../ZORGeometry/TestMeshes.h"
 #include "DrapingChecks.h"
+#include "sdk/ZORGeometry/TestMeshes.h"
 #include "support/SharedValue.h"
 
 #include <ZORMathematics/ZORMathPoint.h>

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <numbers>
 
 namespace ZORNestSolver {
 namespace {
@@ -282,8 +283,8 @@ TEST_F(ZORNestReportTest, PartsAreMeasuredWithTheirArcsAndHoles)
     disc.segments = {{{1, 0}, true, true, {0, 0}}};
     job.items[0].contours = {MakeContour({{0, 0}, {100, 0}, {100, 100}, {0, 100}}), disc};
     const std::vector<ZORNestReportPart> parts = ZORNestMeasureParts(job);
-    EXPECT_NEAR(10000 - 3.14159265, parts[0].area, 1e-6);
-    EXPECT_NEAR(400 + 6.28318531, parts[0].cutLength, 1e-6);
+    EXPECT_NEAR(10000 - std::numbers::pi, parts[0].area, 1e-6);
+    EXPECT_NEAR(400 + 2 * std::numbers::pi, parts[0].cutLength, 1e-6);
     EXPECT_NEAR(2400, parts[1].area, 1e-9);
 }
 

@@ -11,6 +11,7 @@
 #include <ZORWireframe/ZORWFRawSurface.h>
 
 #include <limits>
+#include <numbers>
 
 /// A floor of 100 x 100 mm in the plane z = 0, normal up, that goes on into a wall at x = 100 up to z = 100.
 class CurveOnSupportTest : public WireframeTest
@@ -80,7 +81,7 @@ protected:
     }
 
     static constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    static constexpr double pi = 3.141592653589793;
+    static constexpr double pi = std::numbers::pi;
     static constexpr auto PointToPoint = ZORWFCurveOnSupport::PointToPoint;
     static constexpr auto PointDirection = ZORWFCurveOnSupport::PointDirection;
     static constexpr auto ConstantAngle = ZORWFCurveOnSupport::ConstantAngle;
