@@ -99,6 +99,8 @@ class Analysis:
             entries = [{"directory": directory, "file": str(path), "command": f"{command} -c {shlex.quote(str(path))}"}]
             (pathlib.Path(folder) / "compile_commands.json").write_text(json.dumps(entries))
             analyzer = [*ANALYZERS[name], f"-header-filter={self.header_filter}", "-p", folder, path]
+            if name == "clang-tidy":  # which searches for its checks above the source, in vain if the build is elsewhere
+                analyzer.insert(1, f"--config-file={self.root / '.clang-tidy'}")
             result = subprocess.run(analyzer, capture_output=True, text=True, check=False, cwd=self.root)
         output = result.stdout + result.stderr
         findings = {match.group() for match in FINDING.finditer(output)}
