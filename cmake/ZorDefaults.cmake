@@ -51,6 +51,15 @@ function(zor_set_target_defaults target)
     QT_NO_JAVA_STYLE_ITERATORS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 endfunction()
 
+# Makes the compiler cache count comments for a target that makes a precompiled header. That knows the text of each header: one
+# from the cache that was made of other comments would not hide the headers of today, which would be included twice.
+function(zor_cache_precompiled_headers target)
+  if(CMAKE_CXX_COMPILER_LAUNCHER)
+    set_target_properties(${target} PROPERTIES
+      CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND};-E;env;CCACHE_COMMENTS=1;${CMAKE_CXX_COMPILER_LAUNCHER}")
+  endif()
+endfunction()
+
 # Compiles the headers of Qt and of the standard library that most sources include once for all libraries.
 # A source includes what it uses all the same.
 function(zor_precompile_headers target)
@@ -59,6 +68,7 @@ function(zor_precompile_headers target)
     file(CONFIGURE OUTPUT ${source} CONTENT "")
     add_library(ZorPrecompiled OBJECT ${source})
     set_target_properties(ZorPrecompiled PROPERTIES AUTOMOC OFF AUTORCC OFF)
+    zor_cache_precompiled_headers(ZorPrecompiled)
     zor_set_target_defaults(ZorPrecompiled)
     # The folders alone: definitions that a user of the headers does not have would forbid him to use them.
     target_include_directories(ZorPrecompiled SYSTEM PRIVATE

@@ -66,7 +66,6 @@ void ZORVisScenePrivate::Touch(quint64 key)
 
 ZORMathBoundingBox ZORVisScenePrivate::GetBoundingBox() const
 {
-    const std::lock_guard lock(m_boxMutex);
     if (!m_box) {
         m_box.emplace();
         for (const auto& [key, object] : m_objects)

@@ -11,7 +11,6 @@
 #include <QPointer>
 
 #include <map>
-#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -46,6 +45,5 @@ private:
     QHash<const ZORVisVirtualObject*, quint64> m_keys;
     quint64 m_nextKey = 1;
     bool m_announced = false;
-    mutable std::mutex m_boxMutex;                   // renderers of several threads may show the scene
     mutable std::optional<ZORMathBoundingBox> m_box; // empty until somebody asks
 };
