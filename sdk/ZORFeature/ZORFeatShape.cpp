@@ -24,28 +24,32 @@ void AppendHeritage(QList<Heritage>& all, const ZORGeoGeometry* old, ZORGeoGeome
 
 } // namespace
 
+// Empty shapes have none.
 class ZORFeatShape::Private
 {
 public:
+    QList<Heritage> GetHeritage(const Private& successor) const
+    {
+        QList<Heritage> heritage;
+        AppendHeritage(heritage, body, successor.body);
+        const qsizetype count = qMin(geometry.size(), successor.geometry.size());
+        for (qsizetype i = 0; i < count; ++i)
+            AppendHeritage(heritage, geometry[i], successor.geometry[i]);
+        return heritage;
+    }
+
     QPointer<ZORTopBody> body;
     QList<QPointer<ZORGeoGeometry>> geometry;
 };
 
-ZORFeatShape::ZORFeatShape()
-    : d(std::make_unique<Private>())
-{
-}
+ZORFeatShape::ZORFeatShape() = default;
 
 ZORFeatShape::ZORFeatShape(ZORTopBody* body, const QList<ZORGeoGeometry*>& geometry)
     : d(new Private{body, {geometry.begin(), geometry.end()}})
 {
 }
 
-ZORFeatShape::ZORFeatShape(ZORFeatShape&& other) noexcept
-    : ZORFeatShape()
-{
-    d.swap(other.d);
-}
+ZORFeatShape::ZORFeatShape(ZORFeatShape&& other) noexcept = default;
 
 ZORFeatShape& ZORFeatShape::operator=(ZORFeatShape&& other) noexcept
 {
@@ -60,12 +64,14 @@ ZORFeatShape::~ZORFeatShape()
 
 ZORTopBody* ZORFeatShape::GetBody() const
 {
-    return d->body;
+    return d ? d->body.data() : nullptr;
 }
 
 QList<ZORGeoGeometry*> ZORFeatShape::GetGeometry() const
 {
     QList<ZORGeoGeometry*> left;
+    if (!d)
+        return left;
     for (const QPointer<ZORGeoGeometry>& geometry : std::as_const(d->geometry)) {
         if (geometry)
             left.append(geometry);
@@ -75,6 +81,8 @@ QList<ZORGeoGeometry*> ZORFeatShape::GetGeometry() const
 
 void ZORFeatShape::Initialize()
 {
+    if (!d)
+        return;
     const QList<QPointer<ZORGeoGeometry>> all = d->geometry;
     for (const QPointer<ZORGeoGeometry>& geometry : all) {
         if (geometry)
@@ -86,6 +94,8 @@ void ZORFeatShape::Initialize()
 
 void ZORFeatShape::Destroy()
 {
+    if (!d)
+        return;
     ZORTopBody* const body = d->body;
     d->body.clear();
     delete body;
@@ -96,11 +106,11 @@ void ZORFeatShape::Destroy()
 
 void ZORFeatShape::HandOver(const ZORFeatShape& successor)
 {
+    if (!d)
+        return;
     QList<Heritage> heritage;
-    AppendHeritage(heritage, d->body, successor.d->body);
-    const qsizetype count = qMin(d->geometry.size(), successor.d->geometry.size());
-    for (qsizetype i = 0; i < count; ++i)
-        AppendHeritage(heritage, d->geometry[i], successor.d->geometry[i]);
+    if (successor.d)
+        heritage = d->GetHeritage(*successor.d);
     Destroy();
     for (const Heritage& part : std::as_const(heritage)) {
         if (part.heir)

@@ -27,8 +27,9 @@ ZORGeoDebugOptions::~ZORGeoDebugOptions() = default;
 
 ZORGeoDebugOptions* ZORGeoDebugOptions::GetInstance()
 {
-    static ZORGeoDebugOptions options;
-    return &options;
+    // Never destroyed: geometries that live until the program ends ask it.
+    static auto* const options = new ZORGeoDebugOptions;
+    return options;
 }
 
 void ZORGeoDebugOptions::SetConstructorStackTraces(bool on)

@@ -12,10 +12,16 @@ void RunInThreads(int number, Function function)
 {
     std::latch ready(number);
     std::vector<std::jthread> threads;
-    for (int i = 0; i < number; ++i) {
-        threads.emplace_back([&ready, &function, i] {
-            ready.arrive_and_wait();
-            function(i);
-        });
+    int i = 0;
+    try {
+        for (; i < number; ++i) {
+            threads.emplace_back([&ready, &function, i] {
+                ready.arrive_and_wait();
+                function(i);
+            });
+        }
+    } catch (...) { // no more threads: those that wait end all the same
+        ready.count_down(number - i);
+        throw;
     }
 }
