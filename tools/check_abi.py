@@ -7,13 +7,14 @@
 
 Breaks     What makes a program fail that was built before: removed functions and variables, other signatures, other layouts
            of classes, other virtual functions, removed or renumbered enumerators. Additions are not breaks.
-Public     What the headers at the root of a module define. Private members, weak (inline) functions and the types of other
-           libraries do not count.
-Changelog  A commit that changes the baseline of a library also adds to CHANGELOG.md.
+Public     What the headers at the root of a module define. Private members count only where inline functions of these headers
+           call them; weak (inline) functions and the types of other libraries do not count.
+Changelog  A commit that changes the baseline of a library also adds to CHANGELOG.md, or a line added later names it.
 
 See "When the interface of a library changes" in CONTRIBUTING.md.
 """
 import argparse
+import collections
 import lzma
 import pathlib
 import re
@@ -22,17 +23,19 @@ import sys
 import tempfile
 import xml.etree.ElementTree as ElementTree
 
+from source_texts import code
+
 BASELINES = pathlib.PurePath("sdk/abi")
 SUFFIX = ".abi.xz"
 OURS = r"(ZOR|Zor|zor)"
-# Everything else in the symbol tables is a template or an inline function of Qt or of the standard library. Dropping it
+# Functions, operators and functions such as qHash() with a type of ours first. Everything else in the symbol tables is a template or an inline function of Qt or of the standard library. Dropping it
 # while the debug information is read makes the reader a hundred times faster.
 SUPPRESSIONS = f"""
 [suppress_function]
-  symbol_name_not_regexp = ^_ZN?K?[0-9]+{OURS}
+  symbol_name_not_regexp = ^_Z(NK?)?([a-z][a-zA-Z]|[0-9]+[a-zA-Z_]+)?[RPK]*[0-9]+{OURS}
   drop = yes
 [suppress_variable]
-  symbol_name_not_regexp = ^_ZN?K?[0-9]+{OURS}
+  symbol_name_not_regexp = ^_Z(NK?)?([a-z][a-zA-Z]|[0-9]+[a-zA-Z_]+)?[RPK]*[0-9]+{OURS}
   drop = yes
 """
 READER = (
@@ -62,14 +65,26 @@ def public_modules(root):
     return found
 
 
-def keep_public_symbols(corpus):
-    """Removes the symbols of private members, of private types and of weak functions from a corpus."""
+def inline_calls(headers):
+    """Returns the names of functions that the headers call besides declaring them, or declare several times."""
+    counts = collections.Counter()
+    for header in headers:
+        counts.update(re.findall(r"\b(\w+)\s*\(", code(header.read_text(encoding="utf-8"))))
+    return {name for name, count in counts.items() if count > 1}
+
+
+def keep_public_symbols(corpus, called):
+    """Removes the symbols of private members, of private types and of weak functions from a corpus.
+
+    Private functions stay whose names are called: inline functions of programs may refer to them.
+    """
     weak = {symbol.get("name") for symbol in corpus.iter("elf-symbol") if symbol.get("binding") == "weak-binding"}
     kept = set()
 
     def visit(parent, is_public):
         for child in parent:
-            inside = is_public and child.get("access") != "private" and child.get("is-declaration-only") != "yes"
+            is_hidden = child.get("access") == "private" and not any(part.get("name") in called for part in child)
+            inside = is_public and not is_hidden and child.get("is-declaration-only") != "yes"
             symbol = child.attrib.pop("elf-symbol-id", None)
             if symbol and inside and symbol not in weak:
                 child.set("elf-symbol-id", symbol)
@@ -118,7 +133,7 @@ def describe(library, headers):
         corpus = ElementTree.parse(output).getroot()
     if corpus.find("abi-instr") is None:
         raise Failure(f"{library} has no debug information, please build it with -g")
-    keep_public_symbols(corpus)
+    keep_public_symbols(corpus, inline_calls(headers))
     drop_foreign_functions(corpus)
     ElementTree.indent(corpus, "")
     return ElementTree.tostring(corpus, encoding="unicode") + "\n"
@@ -183,8 +198,7 @@ def lacks_changelog(git, *revisions):
     names = git("diff", "--name-status", "--no-renames", *revisions, "--", str(BASELINES))
     if not re.search(r"^[MD]\t", names, re.MULTILINE):
         return False
-    counts = git("diff", "--numstat", *revisions, "--", "CHANGELOG.md")
-    return not re.match(r"[1-9]", counts)
+    return not re.search(r"^\+(?!\+\+ ).*\S", git("diff", "-U0", *revisions, "--", "CHANGELOG.md"), re.MULTILINE)
 
 
 def find_silent_changes(root):
@@ -198,9 +212,11 @@ def find_silent_changes(root):
 
     if not (root / ".git").exists():
         return
+    changelog = root / "CHANGELOG.md"
+    named = changelog.read_text(encoding="utf-8") if changelog.exists() else ""
     for commit in git("log", "--no-merges", "--format=%H", "--diff-filter=MD", "--", str(BASELINES)).split():
-        if lacks_changelog(git, f"{commit}^", commit):
-            yield f"Commit {commit[:9]} changes {BASELINES} and adds nothing to CHANGELOG.md."
+        if commit[:9] not in named and lacks_changelog(git, f"{commit}^", commit):
+            yield f"Commit {commit[:9]} changes {BASELINES} and adds nothing to CHANGELOG.md. Please add a line that names it."
     if lacks_changelog(git, "HEAD"):
         yield f"The working tree changes {BASELINES} and adds nothing to CHANGELOG.md."
 

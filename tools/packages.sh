@@ -10,13 +10,10 @@ run_packages="
 # On top of these, to build and run the tests and the benchmarks.
 test_packages="
   ccache clang-format libgtest-dev libbenchmark-dev git python3 qt6-l10n-tools
-  xdotool imagemagick desktop-file-utils"
+  xdotool imagemagick desktop-file-utils abigail-tools"
 
 # On top of these, to analyze the sources.
 analysis_packages="clang-tidy clazy"
-
-# On top of these, to compare the interfaces of the libraries with their baseline.
-interface_packages="abigail-tools"
 
 # On top of these, to build and run the fuzz targets.
 fuzz_packages="clang libclang-rt-14-dev"

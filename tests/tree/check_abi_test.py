@@ -31,12 +31,16 @@ public:
     static int s_number;
 protected:
     void Help();
+    bool Check(bool passes) const { return passes || Fail(); }
 private:
     void Hide();
+    bool Fail() const;
     class Private;
     Private* d;
 };
 EXPORT void ZorWater(const ZORPlant& plant, int amount);
+EXPORT bool operator==(const ZORPlant& a, const ZORPlant& b);
+EXPORT unsigned long qHash(const ZORPlant& plant, unsigned long seed);
 """
 PRIVATE_HEADER = """#pragma once
 #include "ZORPlant.h"
@@ -55,7 +59,10 @@ int ZORPlant::GetKind(Kind kind) const { return kind; }
 ZORList<ZORPart> ZORPlant::GetParts() const { return {}; }
 void ZORPlant::Help() {}
 void ZORPlant::Hide() {}
+bool ZORPlant::Fail() const { return false; }
 int ZORPlant::Private::Age() const { return age; }
+bool operator==(const ZORPlant& a, const ZORPlant& b) { return &a == &b; }
+unsigned long qHash(const ZORPlant&, unsigned long seed) { return seed; }
 void ZorWater(const ZORPlant&, int) {}
 """
 LAST_LINE = SOURCE.splitlines()[-1]
@@ -149,6 +156,16 @@ class BreaksTest(unittest.TestCase):
         self.assert_break(
             "return type changed", ("int GetKind", "long GetKind"), ("int ZORPlant::GetKind", "long ZORPlant::GetKind"))
 
+    def test_removed_operators_and_functions_for_containers(self):
+        self.assert_break(
+            "[D] 'function bool operator==(const ZORPlant&, const ZORPlant&)'",
+            ("EXPORT bool operator==(const ZORPlant& a, const ZORPlant& b);\n", ""),
+            ("bool operator==(const ZORPlant& a, const ZORPlant& b) { return &a == &b; }\n", ""))
+        self.assert_break("qHash", ("qHash", "qMash"))
+
+    def test_private_functions_that_inline_functions_call(self):
+        self.assert_break("ZORPlant::Fail() const", ("Fail()", "Report()"))
+
     def test_removed_and_changed_variables(self):
         line = "int ZORPlant::s_number = 0;\n"
         self.assert_break("[D] 'static int ZORPlant::s_number'", ("    static int s_number;\n", ""), (line, ""))
@@ -227,7 +244,7 @@ class HistoryTest(unittest.TestCase):
 
     def git(self, *arguments):
         identity = ("-c", "user.name=Tester", "-c", "user.email=tester@example.com", "-c", "core.hooksPath=/dev/null")
-        subprocess.run(["git", "-C", self.root, *identity, *arguments], check=True, capture_output=True)
+        return subprocess.run(["git", "-C", self.root, *identity, *arguments], check=True, capture_output=True)
 
     def write(self, name, text):
         write_tree(self.root, {name: text})
@@ -239,7 +256,7 @@ class HistoryTest(unittest.TestCase):
     def assert_found(self, what):
         code, output = check(self.root, "--history")
         self.assertEqual(1, code, output)
-        self.assertRegex(output, f"^{what} changes sdk/abi and adds nothing to CHANGELOG.md.\n$")
+        self.assertRegex(output, f"^{what} changes sdk/abi and adds nothing to CHANGELOG.md\\.")
 
     def assert_passes(self):
         self.assertEqual((0, PASSES), check(self.root, "--history"))
@@ -265,9 +282,18 @@ class HistoryTest(unittest.TestCase):
         self.assert_found("The working tree")
         self.commit()
         self.assert_found("Commit [0-9a-f]{9}")
+        change = self.git("rev-parse", "HEAD").stdout.decode()[:9]
         self.write("CHANGELOG.md", "# Changelog\n\n- Plant: other, said too late.\n")
         self.commit()
         self.assert_found("Commit [0-9a-f]{9}")
+        self.write("CHANGELOG.md", f"# Changelog\n\n- Plant: other, said too late ({change}).\n")
+        self.commit()
+        self.assert_passes()
+
+    def test_change_with_an_empty_line(self):
+        self.write("sdk/abi/ZORPlant.abi.xz", "second")
+        self.write("CHANGELOG.md", "# Changelog\n\n \n")
+        self.assert_found("The working tree")
 
     def test_removed_baselines_and_removed_lines(self):
         (self.root / "sdk/abi/ZORPlant.abi.xz").unlink()
