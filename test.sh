@@ -8,13 +8,15 @@
 #   ./test.sh long           nothing of these, but what takes too long for every day: a minute of fuzzing for
 #                            each target, the tests of threads under the thread sanitizer, hundreds of random
 #                            users under the other sanitizers, clang-tidy and clazy over everything, the
-#                            interfaces of the libraries, and docs/adding-a-dialog.md followed to the letter
+#                            interfaces of the libraries, every file compiled alone, and docs/adding-a-dialog.md
+#                            followed to the letter
 #   ./test.sh fuzz           only the fuzzing
 #   ./test.sh tsan           only the thread sanitizer
 #   ./test.sh random         only the random users
 #   ./test.sh analyze        only clang-tidy and clazy
 #   ./test.sh abi            only the interfaces of the libraries
 #   ./test.sh abi --update   nothing but the baseline of the interfaces, written anew
+#   ./test.sh alone          only sources without the precompiled headers, and private headers by themselves
 #   ./test.sh page           only the page about dialogs
 set -eu
 cd "$(dirname "$0")"
@@ -66,12 +68,17 @@ analyze_everything() {
 # Debug libraries have all that is compared, are quick to build, and no function stands in for an equal one. An option goes
 # to the check.
 check_interfaces() {
-  install_packages $interface_packages
   configure dev
   cmake --build --preset dev --target sdk_libraries
   [ $# = 0 ] || { python3 tools/check_abi.py . build/dev "$@"; return; }
   python3 -B tests/tree/check_abi_test.py
   python3 tools/check_abi.py . build/dev
+}
+
+compile_alone() {
+  configure ci
+  cmake --build --preset ci
+  python3 tools/check_alone.py . build/ci
 }
 
 follow_page() {
@@ -85,6 +92,7 @@ case "$what" in
   random) timed run_random_users; exit ;;
   analyze) timed analyze_everything; exit ;;
   abi) shift; timed check_interfaces "$@"; exit ;;
+  alone) timed compile_alone; exit ;;
   page) timed follow_page; exit ;;
   long)
     timed run_fuzzers
@@ -92,6 +100,7 @@ case "$what" in
     timed run_random_users
     timed analyze_everything
     timed check_interfaces
+    timed compile_alone
     timed follow_page
     if [ -n "$(git status --porcelain)" ]; then
       echo "Passed. tools/long_passed.txt stays as it is, since there are changes without a commit."
