@@ -1,6 +1,5 @@
 #include "ZORCompStrategyParameters.h"
 
-#include "features/ZORCompAngles_p.h"
 #include "formats/ZORCompNumbers_p.h"
 
 #include <ZORSystem/ZORSysApiTrace.h>
@@ -8,14 +7,14 @@
 
 #include <cmath>
 
-using zor::comp::kSmallestAngle;
-
 namespace {
+
+constexpr double kMargin = 1e-9; // limits in degrees are met by angles converted from degrees
 
 bool IsBetween(double angle, double lowestDegrees, double highestDegrees)
 {
-    return angle >= ZorCompToRadians(lowestDegrees) - kSmallestAngle
-           && angle <= ZorCompToRadians(highestDegrees) + kSmallestAngle;
+    return angle >= ZorCompToRadians(lowestDegrees) - kMargin
+           && angle <= ZorCompToRadians(highestDegrees) + kMargin;
 }
 
 bool IsSameExtent(double a, double b)
