@@ -1,34 +1,11 @@
-#include "script/ZORHostScriptRunner.h"
-
-#include "HostTest.h"
+#include "ScriptTest.h"
 #include "support/UncheckedLeaks.h"
-#include "view/ZORHostView3D.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORGeometry/ZORGeoPolyline.h>
-#include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathSetOfPoints.h>
 
-#include <QBuffer>
-#include <QCheckBox>
-#include <QColorDialog>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QDoubleSpinBox>
-#include <QFileDialog>
-#include <QFormLayout>
-#include <QInputDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSpinBox>
-#include <QStandardItemModel>
-#include <QTabWidget>
-#include <QTableView>
 #include <QTimer>
 
 #include <new>
@@ -36,105 +13,7 @@
 
 namespace {
 
-/// A window with one of everything a script can drive.
-class Playground : public QMainWindow
-{
-public:
-    Playground()
-    {
-        setObjectName("Playground");
-        setWindowTitle("Play Ground");
-        auto* central = new QWidget(this);
-        setCentralWidget(central);
-        auto* form = new QFormLayout(central);
-        auto* combo = Named(new QComboBox, "_Combo");
-        combo->addItems({"one", "two", "three"});
-        form->addRow("&Number: ", combo);
-        form->addRow("Check", Named(new QCheckBox("Option A"), "_Check"));
-        form->addRow("Radio", Named(new QRadioButton("Choice B"), "_Radio"));
-        form->addRow("Spin", Named(new QSpinBox, "_Spin"));
-        form->addRow("Double", Named(new QDoubleSpinBox, "_Double"));
-        form->addRow("Edit", Named(new QLineEdit, "_Edit"));
-        auto* disabled = Named(new QLineEdit, "_Disabled");
-        disabled->setEnabled(false);
-        form->addRow("Disabled", disabled);
-        auto* tabs = Named(new QTabWidget, "_Tabs");
-        tabs->addTab(new QWidget, "First");
-        tabs->addTab(new QWidget, "Second");
-        form->addRow(tabs);
-        table = Named(new QTableView, "_Table");
-        model.setHorizontalHeaderLabels({"Name", "Count"});
-        for (const char* name : {"alpha", "beta", "gamma"})
-            AddRow(QString::fromLatin1(name));
-        table->setModel(&model);
-        form->addRow(table);
-        button = Named(new QPushButton("&Press"), "_Button");
-        form->addRow(button);
-        menu = menuBar()->addMenu("&Menu");
-        resize(400, 700);
-        show();
-    }
-    template<class Widget>
-    Widget* Named(Widget* widget, const char* name)
-    {
-        widget->setObjectName(QString::fromLatin1(name));
-        return widget;
-    }
-    void AddRow(const QString& name)
-    {
-        model.appendRow({new QStandardItem(name), new QStandardItem(QString::number(model.rowCount()))});
-    }
-    QAction* Add(const QString& text, const std::function<void()>& body)
-    {
-        QAction* action = menu->addAction(text);
-        QObject::connect(action, &QAction::triggered, this, body);
-        return action;
-    }
-
-    QStandardItemModel model;
-    QTableView* table;
-    QPushButton* button;
-    QMenu* menu;
-};
-
-class ZORHostScriptRunnerTest : public HostTest
-{
-public:
-    /// Plays the lines and waits for the end.
-    bool Play(const QStringList& lines)
-    {
-        QBuffer out;
-        out.open(QIODevice::WriteOnly);
-        ZORHostScriptRunner runner(&view, &out);
-        runner.SetVariable("OUT", GetPath("out"));
-        for (auto variable = variables.cbegin(); variable != variables.cend(); ++variable)
-            runner.SetVariable(variable.key(), variable.value());
-        bool success = false;
-        bool finished = false;
-        QObject::connect(&runner, &ZORHostScriptRunner::Finished, &runner, [&](bool result) {
-            success = result;
-            finished = true;
-        });
-        runner.Start(ZORHostScript::Parse(lines.join('\n'), "test.zorscript"));
-        EXPECT_TRUE(QTest::qWaitFor([&finished] { return finished; }, 60'000));
-        failures = runner.GetFailures();
-        report = QString::fromUtf8(out.data());
-        return success;
-    }
-    /// Plays lines that have to fail with exactly one message, and returns that.
-    QString FailureOf(const QStringList& lines)
-    {
-        EXPECT_FALSE(Play(lines));
-        EXPECT_EQ(1, failures.size()) << failures.join('\n').toStdString();
-        return failures.value(0);
-    }
-
-    ZORHostView3D view;
-    Playground window;
-    QHash<QString, QString> variables;
-    QStringList failures;
-    QString report;
-};
+using ZORHostScriptRunnerTest = ScriptTest;
 
 TEST_F(ZORHostScriptRunnerTest, SetsAndReadsEveryKindOfWidget)
 {
@@ -305,94 +184,6 @@ TEST_F(ZORHostScriptRunnerTest, VariablesAreReplacedAndLetReadsValues)
         << report.toStdString();
 }
 
-TEST_F(ZORHostScriptRunnerTest, AnswersFileDialogs)
-{
-    const QString existing = WriteFile("in.stl", "x");
-    QString opened;
-    QString saved;
-    window.Add("Open", [&] { opened = QFileDialog::getOpenFileName(&window, "Open it"); });
-    window.Add("Save", [&] { saved = QFileDialog::getSaveFileName(&window, "Save it"); });
-    variables = {{"IN", existing}, {"NEW", GetPath("new.stl")}};
-    EXPECT_TRUE(
-        Play({"in Playground", "answer file ${IN}", "trigger Open", "answer file ${NEW}", "trigger Save"}))
-        << report.toStdString();
-    EXPECT_EQ(existing, opened);
-    EXPECT_EQ(GetPath("new.stl"), saved);
-    EXPECT_TRUE(Play({"in Playground", "answer file ${IN}", "answer box Yes", "trigger Save"}))
-        << report.toStdString();
-    EXPECT_EQ(existing, saved);
-    EXPECT_TRUE(Play({"in Playground", "answer cancel", "trigger Open"})) << report.toStdString();
-    EXPECT_TRUE(opened.isEmpty());
-}
-
-TEST_F(ZORHostScriptRunnerTest, ChoosesTheFilterOfAFileDialog)
-{
-    QString filter;
-    window.Add("Open", [&] {
-        QFileDialog::getOpenFileName(&window, "Open it", {}, "First (*.stl);;Second (*.stl *.x)", &filter);
-    });
-    variables = {{"IN", WriteFile("in.stl", "x")}};
-    EXPECT_TRUE(Play({"in Playground", "answer file ${IN} \"Second (*.stl *.x)\"", "trigger Open"}))
-        << report.toStdString();
-    EXPECT_EQ(QString("Second (*.stl *.x)"), filter);
-    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the file dialog has no filter 'Third', but: "
-                      "First (*.stl), Second (*.stl *.x)"),
-              FailureOf({"in Playground", "answer file ${IN} Third", "trigger Open"}));
-}
-
-TEST_F(ZORHostScriptRunnerTest, AnswersInputAndColourDialogs)
-{
-    QString item;
-    QString text;
-    QColor color;
-    window.Add("Item", [&] {
-        item = QInputDialog::getItem(&window, "Select Units", "Units", {"mm", "in"}, 0, false);
-    });
-    window.Add("Text", [&] { text = QInputDialog::getText(&window, "Name", "Name"); });
-    window.Add("Color", [&] { color = QColorDialog::getColor(Qt::white, &window, "Surface Color"); });
-    EXPECT_TRUE(Play({"in Playground", "answer item in", "trigger Item", "answer text hello", "trigger Text",
-                      "answer color \"#204060\"", "trigger Color"}))
-        << report.toStdString();
-    EXPECT_EQ(QString("in"), item);
-    EXPECT_EQ(QString("hello"), text);
-    EXPECT_EQ(QColor(0x20, 0x40, 0x60), color);
-    EXPECT_TRUE(Play({"in Playground", "answer item", "trigger Item"}));
-    EXPECT_EQ(QString("mm"), item);
-    EXPECT_EQ(
-        QString(
-            "test.zorscript:3: answer of line 2: the query 'Select Units' has no choice 'ft', but: mm, in"),
-        FailureOf({"in Playground", "answer item ft", "trigger Item"}));
-    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: 'bluish' is no colour"),
-              FailureOf({"in Playground", "answer color bluish", "trigger Color"}));
-}
-
-TEST_F(ZORHostScriptRunnerTest, AnswersMessageBoxesByButtonAndText)
-{
-    window.Add("Box", [this] { QMessageBox::critical(&window, "Error", "no way"); });
-    EXPECT_TRUE(Play({"in Playground", "answer box OK \"no way\"", "trigger Box"})) << report.toStdString();
-    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the box says 'no way', not 'some way'"),
-              FailureOf({"in Playground", "answer box OK \"some way\"", "trigger Box"}));
-    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the box 'no way' has no button 'Retry'"),
-              FailureOf({"in Playground", "answer box Retry", "trigger Box"}));
-}
-
-TEST_F(ZORHostScriptRunnerTest, AnUnexpectedBoxIsClosedAndEndsTheScript)
-{
-    window.Add("Box", [this] { QMessageBox::critical(&window, "Error", "no way"); });
-    EXPECT_EQ(QString("test.zorscript:2: unexpected dialog 'Error' (QMessageBox): no way"),
-              FailureOf({"in Playground", "trigger Box", "set _Edit reached"}));
-    EXPECT_EQ(nullptr, QApplication::activeModalWidget());
-    EXPECT_NE(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text());
-}
-
-TEST_F(ZORHostScriptRunnerTest, AnAnswerOfTheWrongKindEndsTheScript)
-{
-    window.Add("Box", [this] { QMessageBox::critical(&window, "Error", "no way"); });
-    EXPECT_EQ(QString("test.zorscript:3: answer of line 2: the answer 'file' does not fit the dialog 'Error' "
-                      "(QMessageBox): no way"),
-              FailureOf({"in Playground", "answer file x", "trigger Box"}));
-}
-
 TEST_F(ZORHostScriptRunnerTest, AnyExceptionOfAStepEndsTheScript)
 {
     const UncheckedLeaks unchecked; // it throws through Qt
@@ -402,63 +193,6 @@ TEST_F(ZORHostScriptRunnerTest, AnyExceptionOfAStepEndsTheScript)
     window.Add("Luck", [] { throw std::runtime_error("out of luck"); });
     EXPECT_EQ(QString("test.zorscript:2: out of luck"), FailureOf({"in Playground", "trigger Luck"}));
     EXPECT_NE(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text());
-}
-
-TEST_F(ZORHostScriptRunnerTest, AnAnswerNobodyAskedForFails)
-{
-    EXPECT_EQ(QString("test.zorscript:1: no dialog asked for this answer"), FailureOf({"answer cancel"}));
-}
-
-TEST_F(ZORHostScriptRunnerTest, PlaysStepsInAModalForm)
-{
-    QString result;
-    window.Add("Form", [&] {
-        QDialog dialog(&window);
-        dialog.setWindowTitle("Options");
-        auto* form = new QFormLayout(&dialog);
-        auto* check = new QCheckBox("Draw as wireframe");
-        form->addRow(check);
-        auto* color = new QPushButton("Color");
-        form->addRow(color);
-        QObject::connect(color, &QPushButton::clicked, &dialog,
-                         [&] { result += QColorDialog::getColor(Qt::white, &dialog).name(); });
-        auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-        form->addRow(buttons);
-        QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-        if (dialog.exec() == QDialog::Accepted)
-            result += check->isChecked() ? QString(" wireframe") : QString(" shaded");
-    });
-    EXPECT_TRUE(Play({"in Playground", "answer form Options", "set \"Draw as wireframe\" on",
-                      "answer color \"#010203\"", "click Color", "expect value \"Draw as wireframe\" is on",
-                      "click OK", "end", "trigger Form", "set _Edit reached"}))
-        << report.toStdString();
-    EXPECT_EQ(QString("#010203 wireframe"), result);
-    EXPECT_EQ(QString("reached"), window.findChild<QLineEdit*>("_Edit")->text());
-
-    result.clear();
-    EXPECT_EQ(QString("test.zorscript:2: the dialog 'Options' is still open at the end of its block"),
-              FailureOf({"in Playground", "answer form Options", "end", "trigger Form"}));
-    EXPECT_TRUE(result.isEmpty());
-    EXPECT_TRUE(FailureOf({"in Playground", "answer form Other", "end", "trigger Form"})
-                    .contains("expected the dialog 'Other', not 'Options'"));
-    EXPECT_EQ(QString("test.zorscript:3: no widget 'Nothing' in 'Options'"),
-              FailureOf({"in Playground", "answer form Options", "click Nothing", "end", "trigger Form"}));
-    EXPECT_TRUE(result.isEmpty());
-}
-
-TEST_F(ZORHostScriptRunnerTest, TheTimeoutEndsTheScriptAlsoInAModalDialog)
-{
-    EXPECT_EQ(QString("test.zorscript:3: the script took longer than 0.2 s"),
-              FailureOf({"in Playground", "timeout 0.2", "wait 100 rows _Table is 9"}));
-    window.Add("Form", [this] {
-        QDialog dialog(&window);
-        dialog.setWindowTitle("Stuck");
-        dialog.exec();
-    });
-    EXPECT_EQ(QString("test.zorscript:4: the script took longer than 0.2 s"),
-              FailureOf({"in Playground", "timeout 0.2", "answer form Stuck", "wait 100 title is x", "end",
-                         "trigger Form"}));
-    EXPECT_EQ(nullptr, QApplication::activeModalWidget());
 }
 
 TEST_F(ZORHostScriptRunnerTest, AsksAboutTheDocumentAndFiles)
