@@ -1,6 +1,7 @@
 // How fast the nesting solver prepares items, finds a first layout and judges places, and how soon it ends.
 
 #include "solver/base/ZORNestSolverRandom.h"
+#include "solver/proof/ZORNestSolverApart.h"
 #include "solver/run/ZORNestSolverPlan.h"
 #include "solver/run/ZORNestSolverRun.h"
 #include "solver/search/ZORNestSolverStrip.h"
@@ -122,6 +123,37 @@ Job MakeLongJob(double length)
     return job;
 }
 
+/// A plate with as many square holes in each direction as the argument says.
+void Holes(benchmark::State& state)
+{
+    const auto count = static_cast<int>(state.range(0));
+    const auto makeSquare = [](double size, double x, double y) {
+        return MakeContour({{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}});
+    };
+    Item plate;
+    plate.contours = {makeSquare(2 * count + 1, 0, 0)};
+    for (int i = 0; i < count * count; ++i)
+        plate.contours.push_back(makeSquare(1, 1 + 2.0 * (i % count), 1 + 2.0 * (i / count)));
+    Job job = MakeJob(0, 0, 0);
+    job.items = {plate};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PreparedJob(job).types.data());
+}
+BENCHMARK(Holes)->Arg(100)->Arg(400)->Unit(benchmark::kMillisecond);
+
+/// The proof for two combs whose teeth mesh without touching; the argument is the number of teeth.
+void Combs(benchmark::State& state)
+{
+    const auto teeth = static_cast<int>(state.range(0));
+    Ring comb{{0, -5}, {4.0 * teeth, -5}};
+    for (int i = teeth; i-- > 0;)
+        comb.insert(comb.end(), {{4.0 * i + 1, 0}, {4.0 * i + 1, 10}, {4.0 * i, 10}, {4.0 * i, 0}});
+    const Polygon turned = Transform({false, std::numbers::pi, {4.0 * teeth - 1, 11}}).Apply({comb});
+    for (auto _ : state)
+        benchmark::DoNotOptimize(AreApart({comb}, turned, 1));
+}
+BENCHMARK(Combs)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 double GetProcessorTime()
 {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
@@ -157,6 +189,21 @@ BENCHMARK_CAPTURE(StopSearch, sheets, kSheetLength)
     ->UseManualTime()
     ->Iterations(5);
 BENCHMARK_CAPTURE(StopSearch, roll, kNoLength)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(5);
+
+/// The answer to a stop before the start, where 5,000 parts of so many types may be turned freely.
+void StopAtStart(benchmark::State& state)
+{
+    const auto types = static_cast<int>(state.range(0));
+    Job job = MakeJob(types, 12, 5000 / types);
+    for (Item& item : job.items)
+        item.maxDeviation = std::numbers::pi;
+    for (auto _ : state) {
+        Control control;
+        control.stop = true;
+        benchmark::DoNotOptimize(Solve(job, {}, control));
+    }
+}
+BENCHMARK(StopAtStart)->Arg(1)->Arg(100)->Unit(benchmark::kMillisecond);
 
 /// The processor time beyond the one that a run may take.
 void Overrun(benchmark::State& state, double length)

@@ -27,8 +27,19 @@ class CheckTestsTest(CheckerTest):
             self.assert_found("tests/host/a.cpp", f"\n{call};\n", message)
 
     def test_clocks(self):
-        for text in ("QElapsedTimer t;", "std::chrono::steady_clock::now();", "std::clock();", "clock_gettime(a, &b);"):
+        for text in ("QElapsedTimer t;", "std::chrono::steady_clock::now();", "std::clock();", "clock_gettime(a, &b);",
+                     "x = clock();", "x = clock ();", "clock_t x;", "x / CLOCKS_PER_SEC;", "gettimeofday(&a, nullptr);",
+                     "EXPECT_LT(GetThreadTime() - x, 10);", "getrusage(RUSAGE_SELF, &x);", "times(&x);",
+                     "x = QDateTime::currentMSecsSinceEpoch();", "x = QDateTime::currentSecsSinceEpoch();",
+                     "int seed = 1; clock();", "void seed(int) { clock(); }"):
             self.assert_found("tests/support/a.h", text + "\n", "tests/support/a.h:1: a test reads no clock")
+
+    def test_clock_may_choose_a_seed(self):
+        for text in ("const auto seed = QDateTime::currentMSecsSinceEpoch();", "Random::SetSeed(\n    size_t(clock()));"):
+            self.assert_passes("tests/support/a.h", text + "\n")
+
+    def test_words_that_name_no_clock(self):
+        self.assert_passes("tests/support/a.h", "EXPECT_CALL(a, b).Times(2); o_clock(); clockwise(); Budget::Clock c; int times = 2;\n")
 
     def test_reader_of_a_clock_must_not_sleep(self):
         self.assert_found("tests/random_user/RandomUserSession.h", "sleep(1);\n", "instead of sleeping")

@@ -1,6 +1,5 @@
 #include "sdk/ZORNesting/solver/SolverShapes.h"
 
-#include <ZORNesting/solver/base/ZORNestSolverBudget.h>
 #include <ZORNesting/solver/geometry/ZORNestSolverOffset.h>
 #include <ZORNesting/solver/geometry/ZORNestSolverPoles.h>
 #include <ZORNesting/solver/geometry/ZORNestSolverSimplify.h>
@@ -180,12 +179,10 @@ TEST(ZORNestSolverOutlineTest, AnOutlineOfVeryManyCrossingsBecomesItsHull)
         star.push_back(Point{std::cos(angle), std::sin(angle)} * 100);
     }
     std::string reason;
-    const double start = GetThreadTime();
     OutlineLoss loss = OutlineLoss::None;
     const Polygon polygon = MakeOuterPolygon({MakeContour(star)}, reason, NeverInterrupted, &loss);
     EXPECT_EQ(loss, OutlineLoss::Hull);
     EXPECT_NEAR(GetEnclosedArea(MakeContour(star)), std::numbers::pi * 10000, 1);
-    EXPECT_LT(GetThreadTime() - start, 10);
     EXPECT_EQ(reason, "");
     ASSERT_EQ(polygon.size(), 1U);
     EXPECT_NEAR(GetArea(polygon), std::numbers::pi * 10000, 1);

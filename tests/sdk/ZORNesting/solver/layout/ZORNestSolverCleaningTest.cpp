@@ -5,8 +5,6 @@
 namespace ZORNestSolver::SolverShapes {
 namespace {
 
-constexpr double kMostSeconds = 10; // against hanging; without bounds, these inputs take minutes
-
 /// A plate in the form of an L with a square grid of round holes, of which the second one touches the first.
 std::vector<Contour> MakePlate(int rows, double radius, double secondRow)
 {
@@ -29,12 +27,10 @@ double GetLens(double radius, double distance)
 
 OutlineLoss GetLoss(const std::vector<Contour>& contours, double* area = nullptr)
 {
-    const double start = GetThreadTime();
     std::string reason;
     OutlineLoss loss = OutlineLoss::None;
     const Polygon polygon = MakeOuterPolygon(contours, reason, NeverInterrupted, &loss);
     EXPECT_EQ(reason, "");
-    EXPECT_LT(GetThreadTime() - start, kMostSeconds);
     if (area)
         *area = GetArea(polygon);
     return loss;
@@ -91,10 +87,7 @@ TEST(ZORNestSolverCleaningTest, TheHullOfAChainIsTakenSoon)
                                      {3.0 * i + 2.5, 5.5 - i % 2}}));
     chain.push_back(MakeContour(Rectangle(1, 1, {2, 50})));
     chain.push_back(MakeContour(Rectangle(1, 1, {2.5, 50.5})));
-    const double start = GetThreadTime();
-    std::string reason;
-    EXPECT_FALSE(MakeOuterPolygon(chain, reason).empty());
-    EXPECT_LT(GetThreadTime() - start, kMostSeconds);
+    EXPECT_EQ(GetLoss(chain), OutlineLoss::CostlyHull);
 }
 
 TEST(ZORNestSolverCleaningTest, RingsThatMeetAreGrouped)

@@ -7,8 +7,6 @@
 namespace ZORNestSolver::SolverShapes {
 namespace {
 
-constexpr double kMostSeconds = 10; // against hanging; without bounds, these inputs take minutes
-
 Job MakeJobOfDefects(std::vector<Polygon> defects)
 {
     Job job;
@@ -69,15 +67,11 @@ Ring MakeStar(int corners, Point center, double radius)
 
 enum class State { Running, Stopped };
 
-/// Prepares a job within the most seconds.
 void Prepare(const Job& job, State state, const std::function<void(const PreparedJob&)>& look)
 {
     Control control;
     control.stop = state == State::Stopped;
-    const double start = GetThreadTime();
-    const PreparedJob prepared(job, Budget(control, Budget::Clock::Wall, 0));
-    EXPECT_LT(GetThreadTime() - start, kMostSeconds) << (state == State::Stopped);
-    look(prepared);
+    look(PreparedJob(job, Budget(control, Budget::Clock::Wall, 0)));
 }
 
 bool IsOnObstacle(Point p, const SheetArea& area)
@@ -135,6 +129,10 @@ TEST(ZORNestSolverSheetPreparationTest, EqualSheetsArePreparedOnce)
         EXPECT_EQ(prepared.areas[399].obstacles.size(), 60U);
         EXPECT_EQ(prepared.areas[7].obstacles.size(), 59U);
         EXPECT_EQ(prepared.areas[399].area, prepared.areas[0].area);
+        // Four hundred searches for circles would use up what they share.
+        for (size_t i = 0; i < 60; ++i)
+            EXPECT_EQ(prepared.areas[399].hazards[i].shape.poleCount,
+                      prepared.areas[0].hazards[i].shape.poleCount);
     });
 }
 
@@ -261,9 +259,18 @@ TEST(ZORNestSolverUnplacedTest, EntriesOfAnItemAndReasonAreOne)
     EXPECT_EQ(entries[2].reason, "no time left");
 }
 
-TEST(ZORNestSolverUnplacedTest, VeryManyItemsAreReportedSoon)
+// A search for each of them along the list would take longer than a test may.
+TEST(ZORNestSolverUnplacedTest, AListHoldsVeryManyEntries)
 {
-    const double start = GetThreadTime();
+    constexpr size_t count = 2000000;
+    UnplacedList list{std::vector<UnplacedItem>()};
+    for (size_t item = 0; item < count; ++item)
+        list.Add(item, 1, "no time left");
+    EXPECT_EQ(list.GetEntries().size(), count);
+}
+
+TEST(ZORNestSolverUnplacedTest, VeryManyItemsAreReported)
+{
     Job job; // all of them are too large
     job.items.resize(200000, MakeItem(Rectangle(20, 10)));
     job.kinds = {Sheet(10, 10)};
@@ -272,7 +279,6 @@ TEST(ZORNestSolverUnplacedTest, VeryManyItemsAreReportedSoon)
     const auto solution = Solve(job, {}, control);
     ASSERT_TRUE(solution);
     EXPECT_EQ(solution->unplaced.size(), 200000U);
-    EXPECT_LT(GetThreadTime() - start, kMostSeconds);
 }
 
 } // namespace ZORNestSolver::SolverShapes

@@ -1,6 +1,5 @@
 #include "sdk/ZORNesting/solver/SolverShapes.h"
 
-#include <ZORNesting/solver/base/ZORNestSolverBudget.h>
 #include <ZORNesting/solver/proof/ZORNestSolverApart.h>
 
 #include <numbers>
@@ -90,23 +89,22 @@ TEST(ZORNestSolverApartTest, PiecesAreHeldOneByOne)
     EXPECT_FALSE(AreApart(frame, frame, 0)); // no edge lies deep inside of the other one
 }
 
+// To compare every two edges would take longer than a test may.
 TEST(ZORNestSolverApartTest, CombsOfManyTeethAreJudgedQuickly)
 {
-    constexpr int teeth = 10000;
+    constexpr int teeth = 100000;
     Ring comb{{0, -5}, {4.0 * teeth, -5}};
     for (int i = teeth; i-- > 0;)
         comb.insert(comb.end(), {{4.0 * i + 1, 0}, {4.0 * i + 1, 10}, {4.0 * i, 10}, {4.0 * i, 0}});
     const auto turned = [&comb](double x, double y) { // its teeth point down
         return Transform({false, std::numbers::pi, {4.0 * teeth + x, y}}).Apply({comb});
     };
-    const double start = GetThreadTime();
     EXPECT_TRUE(AreApart({comb}, turned(-1, 11), 1)); // teeth between teeth
     EXPECT_FALSE(AreApart({comb}, turned(-1, 11), 1.1));
     EXPECT_FALSE(AreApart({comb}, turned(-0.5, 11), 1));
     EXPECT_TRUE(AreApart({comb}, turned(-1, 10), 0)); // on the ground
     EXPECT_TRUE(AreApart({comb}, turned(0, 10), 0));  // side by side
     EXPECT_FALSE(AreApart({comb}, turned(-1, 9.9), 0));
-    EXPECT_LT(GetThreadTime() - start, 10);
 }
 
 TEST(ZORNestSolverApartTest, PolygonsThatAreTooNearToEarlierOnesAreLeftOut)
