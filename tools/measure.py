@@ -9,6 +9,7 @@ of tables that are not measured this time. A table of the page is the text betwe
 """
 import argparse
 import json
+import math
 import os
 import pathlib
 import platform
@@ -219,17 +220,38 @@ def kind_of(unit, field):
 
 
 def compare(old, new, tables, threshold):
-    """Yields a line for each cell that is worse by the threshold."""
+    """Returns how many figures both results have, and a line for each one that is worse by the threshold or gone.
+
+    From nothing to something that the table shows is infinitely worse, or better.
+    """
+    count, lines = 0, []
     for name, run in new["tables"].items():
         before = old["tables"].get(name, {}).get("values", {})
         for label, column, unit, key, field, divisor in cells_of(tables.get(name, {"rows": []})):
-            kind = kind_of(unit, field)
-            if kind == 0 or not before.get(key) or not run["values"].get(key):
+            kind, figure = kind_of(unit, field), f"{name}: {label}, {column or 'figure'}"
+            if key not in before:
                 continue
-            ratio = (run["values"][key] / before[key]) ** kind
+            if key not in run["values"]:
+                lines.append(f"{figure}: not measured any more")
+                continue
+            count += 1
+            values = [before[key] / divisor, run["values"][key] / divisor]
+            texts = [formatted(value, unit, field) for value in values]
+            if kind < 0:
+                values.reverse()
+            ratio = 1 if kind == 0 or texts[0] == texts[1] else math.inf if values[0] == 0 else values[1] / values[0]
             if ratio > threshold:
-                texts = [f"{formatted(value / divisor, unit, field)}" for value in (before[key], run["values"][key])]
-                yield f"{name}: {label}, {column or 'figure'}: {texts[0]} -> {texts[1]}, worse by a factor of {ratio:.2f}"
+                lines.append(f"{figure}: {texts[0]} -> {texts[1]}, worse by a factor of {ratio:.2f}")
+    return count, lines
+
+
+def print_comparison(old, new, tables, threshold):
+    """Prints what is worse. Returns whether something is."""
+    count, lines = compare(old, new, tables, threshold)
+    if count == 0 and not lines:
+        raise MeasureError("the results have no figure in common with those to compare with")
+    print("\n".join(lines) or f"none of {count} figures is worse by a factor of {threshold}")
+    return bool(lines)
 
 
 # The run
@@ -242,9 +264,10 @@ def describe_machine():
 
 
 def read_results(path):
-    if path.exists():
+    try:
         return json.loads(path.read_text(encoding="utf-8"))
-    return {"machine": "", "tables": {}}
+    except (OSError, ValueError) as error:
+        raise MeasureError(f"cannot read the results in {path}: {error}") from error
 
 
 def measure_tables(chosen, arguments, results):
@@ -292,7 +315,8 @@ def run(arguments):
         print("\n".join(faults) or f"{len(tables)} tables name benchmarks that exist")
         return bool(faults)
     chosen = [] if arguments.no_run else select(tables, arguments.names, arguments.quick)
-    results = read_results(arguments.json)
+    old = read_results(arguments.compare) if arguments.compare else None
+    results = read_results(arguments.json) if arguments.json.exists() else {"machine": "", "tables": {}}
     measured = measure_tables(chosen, arguments, results)
     if arguments.docs and str(arguments.docs) != "none":
         names = [name for name in results["tables"] if name in tables]
@@ -301,10 +325,9 @@ def run(arguments):
         write_page(arguments.docs, results, tables, names)
     if len(measured) < len(chosen):
         raise MeasureError(f"{len(chosen) - len(measured)} of {len(chosen)} tables could not be measured")
-    if arguments.compare:
-        lines = list(compare(read_results(arguments.compare), results, tables, arguments.threshold))
-        print("\n".join(lines) or f"nothing is worse by a factor of {arguments.threshold}")
-        return bool(lines)
+    if old:
+        names = results["tables"] if arguments.no_run else [table["name"] for table in measured]
+        return print_comparison(old, {"tables": {name: results["tables"][name] for name in names}}, tables, arguments.threshold)
     return 0
 
 

@@ -354,8 +354,8 @@ void ZORTestNestNestingDlg::OnCancelClicked()
 
 void ZORTestNestNestingDlg::OnProgressUpdate(double ratio)
 {
-    constexpr double tiniest = 0.001;
-    if (!(ratio >= tiniest)) {
+    constexpr double kTiniest = 0.001;
+    if (!(ratio >= kTiniest)) {
         m_ui->_ProgBar->setValue(m_ui->_ProgBar->maximum());
     } else {
         m_ui->_ProgBar->setMaximum(100);

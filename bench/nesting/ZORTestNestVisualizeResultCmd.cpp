@@ -59,11 +59,11 @@ void ZORTestNestVisualizeResultCmd::Execute()
     const std::unique_ptr<ZORVisRep> rep(ZORNestVisRepFactory::CreateRep(
         result, ZORNestVisualizationManager::GetInstance()->GetOptionsFromCurrentSetting()));
 
-    constexpr int largest = std::numeric_limits<int>::max();
+    constexpr int kLargest = std::numeric_limits<int>::max();
     const int width =
-        QInputDialog::getInt(GetParentWidget(), tr("Int"), tr("Width"), 0, -largest, largest, 1);
+        QInputDialog::getInt(GetParentWidget(), tr("Int"), tr("Width"), 0, -kLargest, kLargest, 1);
     const int height =
-        QInputDialog::getInt(GetParentWidget(), tr("Int"), tr("Height"), 0, -largest, largest, 1);
+        QInputDialog::getInt(GetParentWidget(), tr("Int"), tr("Height"), 0, -kLargest, kLargest, 1);
     const QImage image = ZORVisRepFactory::CreateImage(QSize(width, height), {rep.get()}, QColor::fromRgb(0));
     const QString imagePath =
         QFileDialog::getSaveFileName(nullptr, QString(), QString(), tr("PNG Images (*.png)"));

@@ -16,17 +16,17 @@ double GetSheetHeight(double x, double y)
 
 std::unique_ptr<ZORGeoSurface> MakeSheet(TriangleOrder order)
 {
-    constexpr int cells = 707;
-    constexpr double width = 1000;
+    constexpr int kCells = 707;
+    constexpr double kWidth = 1000;
     QList<ZORMathPoint> vertices;
-    for (int row = 0; row <= cells; ++row) {
-        for (int column = 0; column <= cells; ++column) {
-            const double x = width * column / cells;
-            const double y = width * row / cells;
+    for (int row = 0; row <= kCells; ++row) {
+        for (int column = 0; column <= kCells; ++column) {
+            const double x = kWidth * column / kCells;
+            const double y = kWidth * row / kCells;
             vertices.append({x, y, GetSheetHeight(x, y)});
         }
     }
-    QList<ZORGeoSurface::Corners> triangles = MakeGridTriangles(cells);
+    QList<ZORGeoSurface::Corners> triangles = MakeGridTriangles(kCells);
     if (order == TriangleOrder::Shuffled)
         std::shuffle(triangles.begin(), triangles.end(), std::mt19937(1));
     return std::make_unique<ZORGeoSurface>(nullptr, vertices, triangles);

@@ -17,17 +17,17 @@ using Locations = ZORGeoCurveOnSurfaceSmoother::Locations;
 // A meander of 10,000 points: legs of 160 mm, 40 mm apart, with two right angles between them.
 Locations MakeMeander(const ZORGeoSurface& sheet)
 {
-    constexpr int count = 10000;
-    constexpr double leg = 160;
-    constexpr double shift = 40;
-    constexpr double step = 23 * (leg + shift) / count;
+    constexpr int kCount = 10000;
+    constexpr double kLeg = 160;
+    constexpr double kShift = 40;
+    constexpr double kStep = 23 * (kLeg + kShift) / kCount;
     Locations places;
-    for (int i = 0; i < count; ++i) {
-        const int period = int(i * step / (leg + shift));
-        const double rest = i * step - period * (leg + shift);
-        const double along = std::min(rest, leg);
-        const double x = 30 + period * shift + std::max(rest - leg, 0.0);
-        const double y = 400 + (period % 2 == 0 ? along : leg - along);
+    for (int i = 0; i < kCount; ++i) {
+        const int period = int(i * kStep / (kLeg + kShift));
+        const double rest = i * kStep - period * (kLeg + kShift);
+        const double along = std::min(rest, kLeg);
+        const double x = 30 + period * kShift + std::max(rest - kLeg, 0.0);
+        const double y = 400 + (period % 2 == 0 ? along : kLeg - along);
         places.append(sheet.Project({x, y, GetSheetHeight(x, y)}));
     }
     return ZORGeoCurveOnSurfaceSmoother::Connect(places);

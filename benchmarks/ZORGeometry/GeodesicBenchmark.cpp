@@ -44,8 +44,8 @@ void ToTheBorder(benchmark::State& state, Method method, TriangleOrder order)
 {
     const auto sheet = MakeSheet(order);
     const std::vector<Start> starts = RandomStarts(*sheet);
-    constexpr double unbounded = std::numeric_limits<double>::quiet_NaN();
-    const ZORGeoCurveOnSurfaceProcessor processor(sheet.get(), unbounded, unbounded);
+    constexpr double kUnbounded = std::numeric_limits<double>::quiet_NaN();
+    const ZORGeoCurveOnSurfaceProcessor processor(sheet.get(), kUnbounded, kUnbounded);
     qint64 crossed = 0;
     for (auto _ : state) {
         for (const auto& [location, angle] : starts)

@@ -28,13 +28,13 @@ void DivideSheet(benchmark::State& state, TriangleOrder order)
 // Folded along every row and column: every cell is a face.
 void DivideFolds(benchmark::State& state)
 {
-    constexpr int cells = 707;
+    constexpr int kCells = 707;
     QList<ZORMathPoint> vertices;
-    for (int row = 0; row <= cells; ++row) {
-        for (int column = 0; column <= cells; ++column)
+    for (int row = 0; row <= kCells; ++row) {
+        for (int column = 0; column <= kCells; ++column)
             vertices.append(ZORMathPoint(column, row, 1.5 * (row % 2 + column % 2)));
     }
-    Divide(state, ZORGeoSurface(nullptr, vertices, MakeGridTriangles(cells)));
+    Divide(state, ZORGeoSurface(nullptr, vertices, MakeGridTriangles(kCells)));
 }
 
 // Triangles that share no vertex.

@@ -56,9 +56,9 @@ bool CanAskUser(const ZORHostOptions& options)
 void ApplyJobSettings()
 {
     const qint64 megabytes = ZORHostSettings::Read(QStringLiteral("JobMemoryLimit")).toLongLong();
-    constexpr qint64 most = std::numeric_limits<qint64>::max() >> 20;
+    constexpr qint64 kMost = std::numeric_limits<qint64>::max() >> 20;
     if (megabytes > 0)
-        ZORWorkHelpers::SetMemoryLimit(std::min(megabytes, most) << 20);
+        ZORWorkHelpers::SetMemoryLimit(std::min(megabytes, kMost) << 20);
 }
 
 } // namespace

@@ -25,7 +25,7 @@ void ZORHostErrorReporter::Report(const QString& message, QEvent::Type cause)
     if (m_waiting.contains(message))
         return;
     const auto last = m_lastShown.constFind(message);
-    if (IsUnattended(cause) && last != m_lastShown.constEnd() && !last->hasExpired(RepeatMilliseconds))
+    if (IsUnattended(cause) && last != m_lastShown.constEnd() && !last->hasExpired(kRepeatMilliseconds))
         return;
     m_waiting.enqueue(message);
     // Not from inside the failed handler: it may be painting.

@@ -22,7 +22,7 @@ class ZORHostErrorReporter : public QObject
     Q_OBJECT
 
 public:
-    static constexpr qint64 RepeatMilliseconds = 10'000;
+    static constexpr qint64 kRepeatMilliseconds = 10'000;
 
     explicit ZORHostErrorReporter(QObject* parent);
     ~ZORHostErrorReporter() override;

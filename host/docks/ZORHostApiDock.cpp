@@ -10,8 +10,8 @@
 #include <QTreeView>
 
 ZORHostApiDock::ZORHostApiDock(QWidget* parent)
-    : ZORHostLineDock(tr("API calls"), "_Api", {tr("Time"), tr("Call")}, Capacity, parent)
-    , m_queue(Capacity)
+    : ZORHostLineDock(tr("API calls"), "_Api", {tr("Time"), tr("Call")}, kCapacity, parent)
+    , m_queue(kCapacity)
 {
     m_recordChk = new QCheckBox(tr("Record"), this);
     m_recordChk->setObjectName("_ApiRecordChk");

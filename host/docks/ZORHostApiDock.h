@@ -13,7 +13,7 @@ class ZORHostApiDock : public ZORHostLineDock
     Q_OBJECT
 
 public:
-    static constexpr int Capacity = 20'000;
+    static constexpr int kCapacity = 20'000;
 
     explicit ZORHostApiDock(QWidget* parent);
     ~ZORHostApiDock() override;

@@ -7,7 +7,7 @@ ZORHostLineQueue::ZORHostLineQueue(int capacity, QObject* parent)
     , m_capacity(capacity)
 {
     m_timer.setSingleShot(true);
-    m_timer.setInterval(BatchMilliseconds);
+    m_timer.setInterval(kBatchMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, &ZORHostLineQueue::Flush);
 }
 

@@ -15,7 +15,7 @@ class ZORHostLineQueue : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int BatchMilliseconds = 50;
+    static constexpr int kBatchMilliseconds = 50;
 
     explicit ZORHostLineQueue(int capacity, QObject* parent = nullptr);
 

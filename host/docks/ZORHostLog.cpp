@@ -49,7 +49,7 @@ QString LevelName(ZORHostLog::Level level)
 } // namespace
 
 ZORHostLog::ZORHostLog()
-    : m_queue(Capacity)
+    : m_queue(kCapacity)
 {
     const QWriteLocker lock(&s_lock);
     Q_ASSERT(!s_log);

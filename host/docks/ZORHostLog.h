@@ -20,7 +20,7 @@ public:
     /// Levels of the lines, in the order of their weight.
     enum Level { Debug, Info, Warning, Critical, Fatal };
 
-    static constexpr int Capacity = 10'000;
+    static constexpr int kCapacity = 10'000;
 
     ZORHostLog();
     ~ZORHostLog();

@@ -18,7 +18,7 @@ constexpr int kCategoryColumn = 2;
 
 ZORHostLogDock::ZORHostLogDock(ZORHostLineQueue* queue, QWidget* parent)
     : ZORHostLineDock(tr("Log"), "_Log", {tr("Time"), tr("Level"), tr("Category"), tr("Message")},
-                      ZORHostLog::Capacity, parent)
+                      ZORHostLog::kCapacity, parent)
 {
     m_levelCombo = new QComboBox(this);
     m_levelCombo->setObjectName("_LogLevelCombo");

@@ -114,8 +114,8 @@ void ZORHostPluginDialog::Refresh()
             m_table->selectRow(row);
     }
     m_table->resizeColumnsToContents();
-    constexpr int reasonColumn = kPathColumn - 1;
-    m_table->setColumnWidth(reasonColumn, std::min(m_table->columnWidth(reasonColumn), 360));
+    constexpr int kReasonColumn = kPathColumn - 1;
+    m_table->setColumnWidth(kReasonColumn, std::min(m_table->columnWidth(kReasonColumn), 360));
     m_table->resizeRowsToContents();
     UpdateButtons();
 }

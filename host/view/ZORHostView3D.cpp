@@ -107,7 +107,7 @@ void ZORHostView3D::Invalidate()
 
 void ZORHostView3D::InvalidateMoving()
 {
-    m_coarse = m_frameMilliseconds > SlowFrameMilliseconds;
+    m_coarse = m_frameMilliseconds > kSlowFrameMilliseconds;
     if (m_coarse)
         m_restTimer.start();
     Invalidate();

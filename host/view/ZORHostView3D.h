@@ -32,7 +32,7 @@ class ZORHostView3D : public QWidget
     Q_OBJECT
 
 public:
-    static constexpr int SlowFrameMilliseconds = 60;
+    static constexpr int kSlowFrameMilliseconds = 60;
 
     explicit ZORHostView3D(QWidget* parent = nullptr);
     ~ZORHostView3D() override;

@@ -284,22 +284,22 @@ const ZORCompDrapingNet& Layer::GetNet() const
 
 double Layer::GetShear(int cell) const
 {
-    return d->net.GetCells()[cell].shear;
+    return d->GetNet().GetCells()[cell].shear;
 }
 
 double Layer::GetFibreAngle(int cell) const
 {
-    return d->net.GetCells()[cell].fibreAngle;
+    return d->GetNet().GetCells()[cell].fibreAngle;
 }
 
 double Layer::GetMaximumShear() const
 {
-    return d->net.GetMaximumShear();
+    return d->GetNet().GetMaximumShear();
 }
 
 QList<int> Layer::GetLockedCells() const
 {
-    return d->strategy ? d->net.GetLockedCells(d->strategy->GetParameters().lockingAngle) : QList<int>();
+    return d->strategy ? d->GetNet().GetLockedCells(d->strategy->GetParameters().lockingAngle) : QList<int>();
 }
 
 bool Layer::IsComplete() const

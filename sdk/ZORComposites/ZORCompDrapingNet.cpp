@@ -79,12 +79,12 @@ void ZORCompDrapingNet::Measure(Cell& cell, const QList<Node>& nodes, double yar
     const ZORMathVector across = Cross(warp, weft);
     cell.shear = yarnAngle - std::atan2(across.GetLength(), Dot(warp, weft));
 
-    constexpr double vanishing = 1e-9; // of the length
+    constexpr double kVanishing = 1e-9; // of the length
     const ZORMathVector normal = across.GetNormalized();
     const ZORMathVector direction = reference.GetNormalized();
     const ZORMathVector zero = direction - Dot(direction, normal) * normal;
     cell.fibreAngle =
-        zero.GetLength() < vanishing ? 0 : std::atan2(Dot(Cross(zero, warp), normal), Dot(zero, warp));
+        zero.GetLength() < kVanishing ? 0 : std::atan2(Dot(Cross(zero, warp), normal), Dot(zero, warp));
 }
 
 bool ZORCompDrapingNet::IsEmpty() const

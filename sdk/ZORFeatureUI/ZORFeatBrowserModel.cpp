@@ -140,13 +140,13 @@ ZORFeatBrowserNode* ZORFeatBrowserModel::GroupNode(Group group)
 {
     Node*& node = m_groups[group];
     if (!node) {
-        static constexpr ZORFeatBrowserKind kinds[] = {ZORFeatBrowserKind::Point, ZORFeatBrowserKind::Curve,
-                                                       ZORFeatBrowserKind::Surface, ZORFeatBrowserKind::Body,
-                                                       ZORFeatBrowserKind::Other};
+        static constexpr ZORFeatBrowserKind kKinds[] = {ZORFeatBrowserKind::Point, ZORFeatBrowserKind::Curve,
+                                                        ZORFeatBrowserKind::Surface, ZORFeatBrowserKind::Body,
+                                                        ZORFeatBrowserKind::Other};
         node = new Node;
         node->parent = m_root;
         node->isGroup = true;
-        node->kind = kinds[int(group)];
+        node->kind = kKinds[int(group)];
         m_root->pending.push_back(node);
         MarkDirty(m_root);
     }

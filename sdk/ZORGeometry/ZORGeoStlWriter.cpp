@@ -39,7 +39,7 @@ public:
     FacetStream(QFileDevice& device, bool binary)
         : m_device(device)
         , m_isBinary(binary)
-        , m_buffer(bufferSize)
+        , m_buffer(kBufferSize)
     {
     }
 
@@ -59,7 +59,7 @@ public:
 
     void AddFacet(const FloatPoint& normal, const FloatPoint& a, const FloatPoint& b, const FloatPoint& c)
     {
-        if (m_used + longestFacet > bufferSize)
+        if (m_used + kLongestFacet > kBufferSize)
             Flush();
         if (m_isBinary) {
             for (const FloatPoint& point : {normal, a, b, c})
@@ -90,8 +90,8 @@ public:
     }
 
 private:
-    static constexpr size_t bufferSize = size_t(1) << 20;
-    static constexpr size_t longestFacet = 2048; // or name
+    static constexpr size_t kBufferSize = size_t(1) << 20;
+    static constexpr size_t kLongestFacet = 2048; // or name
 
     void Append(const char* text, size_t size)
     {

@@ -39,7 +39,7 @@ namespace {
 
 void Check(const QList<ZORMathPoint>& vertices, const QList<ZORGeoSurface::Corners>& triangles)
 {
-    if (triangles.size() > ZORGeoMesh::MaximumTriangles)
+    if (triangles.size() > ZORGeoMesh::kMaximumTriangles)
         throw ZORSysException(ZORGeoSurface::tr("surface has too many triangles"));
     for (qsizetype v = 0; v < vertices.size(); ++v) {
         if (!ZORGeoRange::Contains(vertices[v]))

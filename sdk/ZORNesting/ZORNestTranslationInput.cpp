@@ -7,10 +7,10 @@ namespace {
 
 double Check(double tolerance, double lowest)
 {
-    constexpr double highest = 1000;
-    if (!(tolerance >= lowest && tolerance <= highest)) {
+    constexpr double kHighest = 1000;
+    if (!(tolerance >= lowest && tolerance <= kHighest)) {
         throw ZORSysException(ZORNestTranslationInput::tr("tolerance has to be a number from %1 to %2")
-                                  .arg(QString::number(lowest), QString::number(highest)));
+                                  .arg(QString::number(lowest), QString::number(kHighest)));
     }
     return tolerance;
 }

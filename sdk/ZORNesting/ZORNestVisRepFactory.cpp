@@ -101,10 +101,10 @@ private:
 
 void Drawing::AddChain(const Look& look, const ZORMathSetOfPoints& points)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     ZORMathSetOfPoints& chains = m_lines[look];
     if (!chains.isEmpty())
-        chains.append(ZORMathPoint(infinity, infinity, infinity));
+        chains.append(ZORMathPoint(kInfinity, kInfinity, kInfinity));
     chains.append(points);
 }
 

@@ -22,7 +22,7 @@ thread_local bool listIsGone = false;
 // Those of this thread, oldest first. One that is destroyed in another thread stays until it is pushed out.
 struct LiveExceptions
 {
-    static constexpr size_t maximum = 16;
+    static constexpr size_t kMaximum = 16;
     std::vector<LiveException> list;
 
     ~LiveExceptions() { listIsGone = true; }
@@ -35,7 +35,7 @@ quint64 Enlist(const QString& message)
     if (listIsGone)
         return number;
     auto& list = liveExceptions.list;
-    if (list.size() == LiveExceptions::maximum)
+    if (list.size() == LiveExceptions::kMaximum)
         list.erase(list.begin());
     list.push_back({number, message});
     return number;

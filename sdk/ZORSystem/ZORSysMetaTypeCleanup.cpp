@@ -23,8 +23,8 @@ ZORSysMetaTypeCleanup::ZORSysMetaTypeCleanup(const void* address)
 ZORSysMetaTypeCleanup::~ZORSysMetaTypeCleanup()
 {
     const void* const library = GetFile(m_address);
-    constexpr int MaxGap = 256; // ids of types that were unregistered before
-    for (int id = QMetaType::User + 1, gap = 0; gap < MaxGap; ++id, ++gap) {
+    constexpr int kMaxGap = 256; // ids of types that were unregistered before
+    for (int id = QMetaType::User + 1, gap = 0; gap < kMaxGap; ++id, ++gap) {
         if (!QMetaType::isRegistered(id))
             continue;
         gap = 0;

@@ -15,15 +15,15 @@
 // caller: return address into the function whose frame is to be the first one
 [[gnu::noinline]] ZORSysStackTrace ZORSysStackTrace::CaptureFrom(const void* caller, int maximumLength)
 {
-    constexpr int ownFrames = 4; // this function, its caller, and what a sanitizer puts between
-    std::array<void*, MaximumFrames + ownFrames> buffer = {};
+    constexpr int kOwnFrames = 4; // this function, its caller, and what a sanitizer puts between
+    std::array<void*, MaximumFrames + kOwnFrames> buffer = {};
     ZORSysStackTrace trace;
     const int wanted = std::min(maximumLength, MaximumFrames);
     if (wanted <= 0)
         return trace;
 
-    void** const end = buffer.data() + backtrace(buffer.data(), wanted + ownFrames);
-    void** begin = std::find(buffer.data(), std::min(end, buffer.data() + ownFrames + 1), caller);
+    void** const end = buffer.data() + backtrace(buffer.data(), wanted + kOwnFrames);
+    void** begin = std::find(buffer.data(), std::min(end, buffer.data() + kOwnFrames + 1), caller);
     if (begin == end || *begin != caller)
         begin = buffer.data(); // the unwinder did not get through: show what there is
     trace.m_frames.reserve(std::min<qsizetype>(wanted, end - begin));

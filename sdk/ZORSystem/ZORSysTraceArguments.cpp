@@ -9,13 +9,13 @@
 
 void ZorTraceAppend(QByteArray& out, double value)
 {
-    constexpr int digits = 17; // enough to get the same number back
+    constexpr int kDigits = 17; // enough to get the same number back
     if (std::isnan(value)) {
         out += "nan";
         return;
     }
     std::array<char, 32> text = {};
-    const auto result = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, digits);
+    const auto result = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, kDigits);
     out.append(text.data(), result.ptr - text.data());
 }
 

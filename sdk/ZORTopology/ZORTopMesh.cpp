@@ -45,7 +45,7 @@ ZORTopMesh::Neighbor ZORTopMesh::FindNeighbor(int triangle, int side, int other)
 
 void ZORTopMesh::MeasureNormals()
 {
-    constexpr double narrow = 1e-9; // height by longest side
+    constexpr double kNarrow = 1e-9; // height by longest side
     m_normals.resize(size_t(GetNumTriangles()));
     for (int triangle = 0; triangle < GetNumTriangles(); ++triangle) {
         const auto& [a, b, c] = m_corners[triangle];
@@ -58,7 +58,7 @@ void ZORTopMesh::MeasureNormals()
             ac *= 1 / longest;
         }
         const ZORMathVector normal = Cross(ab, ac);
-        if (normal.GetLength() > narrow)
+        if (normal.GetLength() > kNarrow)
             m_normals[size_t(triangle)] = normal.GetNormalized();
         else
             m_narrow.push_back(triangle);

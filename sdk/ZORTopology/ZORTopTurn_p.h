@@ -17,8 +17,8 @@ class ZORTopTurn
 public:
     /// \param tolerance  radians, 0 or more
     explicit ZORTopTurn(double tolerance)
-        : m_largest(tolerance + margin < std::numbers::pi ? tolerance + margin
-                                                          : std::numeric_limits<double>::infinity())
+        : m_largest(tolerance + kMargin < std::numbers::pi ? tolerance + kMargin
+                                                           : std::numeric_limits<double>::infinity())
         , m_cosine(std::isinf(m_largest) ? -2 : std::cos(m_largest))
     {
     }
@@ -26,15 +26,15 @@ public:
     /// \param a,b  of length 1, or zero: a missing direction turns nowhere
     bool IsSmooth(const ZORMathVector& a, const ZORMathVector& b) const
     {
-        constexpr double doubt = 1e-12; // cosines near 1 do not tell small angles apart
+        constexpr double kDoubt = 1e-12; // cosines near 1 do not tell small angles apart
         const double cosine = Dot(a, b);
-        if (std::abs(cosine - m_cosine) > doubt)
+        if (std::abs(cosine - m_cosine) > kDoubt)
             return cosine > m_cosine || a == ZORMathVector() || b == ZORMathVector();
         return std::atan2(Cross(a, b).GetLength(), cosine) <= m_largest;
     }
 
 private:
-    static constexpr double margin = 1e-9;
+    static constexpr double kMargin = 1e-9;
 
     double m_largest; // radians
     double m_cosine;

@@ -15,7 +15,7 @@
 template<class Work>
 bool KillDuring(Work work, std::mt19937& random, int mostWaiting = 4)
 {
-    constexpr int mostCalls = 4; // that end before the kill
+    constexpr int kMostCalls = 4; // that end before the kill
     int done[2] = {};
     if (pipe(done) != 0)
         return false;
@@ -30,7 +30,7 @@ bool KillDuring(Work work, std::mt19937& random, int mostWaiting = 4)
     close(done[1]);
     bool isAlive = child > 0;
     char byte = 0;
-    for (unsigned left = 1 + random() % mostCalls; left > 0; --left)
+    for (unsigned left = 1 + random() % kMostCalls; left > 0; --left)
         isAlive = isAlive && read(done[0], &byte, 1) == 1;
     poll(nullptr, 0, int(random() % unsigned(mostWaiting)));
     if (child > 0) {

@@ -154,8 +154,8 @@ Between.
         old = self.root / "old.json"
         (self.root / "measured.json").rename(old)
         self.report(119)
-        self.assertEqual((0, "nothing is worse by a factor of 1.25\n"),
-                         (lambda code, text: (code, text[text.index("nothing"):]))(*self.measure("stl", "--compare", old)))
+        self.assertEqual((0, "none of 5 figures is worse by a factor of 1.25\n"),
+                         (lambda code, text: (code, text[text.index("none of"):]))(*self.measure("stl", "--compare", old)))
         self.report(240)
         code, output = self.measure("stl", "--compare", old)
         self.assertEqual(1, code)
@@ -169,8 +169,27 @@ Between.
         tables = measure.read_tables(self.root / "tools/measurements.toml")
         old = {"tables": {"stl.rates": {"values": {"Judge evaluations": 200.0}}, "long.densities": {"values": {"Swim density": 75.0}}}}
         new = {"tables": {"stl.rates": {"values": {"Judge evaluations": 100.0}}, "long.densities": {"values": {"Swim density": 76.0}}}}
-        self.assertEqual(["stl.rates: judged, figure: 200 -> 100, worse by a factor of 2.00"],
-                         list(measure.compare(old, new, tables, 1.001)))
+        self.assertEqual((2, ["stl.rates: judged, figure: 200 -> 100, worse by a factor of 2.00"]),
+                         measure.compare(old, new, tables, 1.001))
+
+    def test_comparisons_without_a_common_figure_fail(self):
+        self.measure("stl.load")
+        code, output = self.measure("--no-run", "--compare", self.root / "mistyped.json")
+        self.assertEqual((2, True), (code, "cannot read the results in" in output), output)
+        write_tree(self.root, {"old.json": json.dumps({"tables": {"stl.former": {"values": {"Load": 1.0}}}})})
+        code, output = self.measure("--no-run", "--compare", self.root / "old.json")
+        self.assertEqual((2, True), (code, "no figure in common" in output), output)
+        write_tree(self.root, {"old.json": "no results"})
+        self.assertEqual(2, self.measure("--no-run", "--compare", self.root / "old.json")[0])
+
+    def test_figures_that_were_nothing_or_are_gone(self):
+        tables = measure.read_tables(self.root / "tools/measurements.toml")
+        label, _, _, key, _, _ = next(measure.cells_of(tables["stl.load"]))
+        old, new = ({"tables": {"stl.load": {"values": values}}} for values in ({key: 0.0}, {key: 3e9}))
+        self.assertIn("worse by a factor of", measure.compare(old, new, tables, 1.25)[1][0])
+        count, lines = measure.compare(new, {"tables": {"stl.load": {"values": {}}}}, tables, 1.25)
+        self.assertEqual(0, count)
+        self.assertTrue(lines and all(re.fullmatch(f"stl.load: {label}, .*: not measured any more", line) for line in lines), lines)
 
     def test_failures_are_reported(self):
         self.report(1, error_occurred=True, error_message="the file cannot be read")

@@ -65,10 +65,10 @@ private:
     /// Allocates nothing, since an exception would end the program.
     static void Draw(double ratio)
     {
-        static constexpr char full[] = "########################################";
-        constexpr int width = static_cast<int>(sizeof full) - 1;
-        const int filled = static_cast<int>(ratio * width);
-        std::fprintf(stderr, "\r[%.*s%*s] %3d %%", filled, full, width - filled, "",
+        static constexpr char kFull[] = "########################################";
+        constexpr int kWidth = static_cast<int>(sizeof kFull) - 1;
+        const int filled = static_cast<int>(ratio * kWidth);
+        std::fprintf(stderr, "\r[%.*s%*s] %3d %%", filled, kFull, kWidth - filled, "",
                      static_cast<int>(ratio * 100));
     }
 

@@ -258,13 +258,13 @@ void Growth::Push(Kind kind, int warp, int weft, int warpFrom, int weftFrom)
 
 int& Growth::SlotOf(int warp, int weft)
 {
-    Tile& tile = m_tiles.try_emplace(KeyOf(warp >> TileBits, weft >> TileBits), Tile{}).first->second;
+    Tile& tile = m_tiles.try_emplace(KeyOf(warp >> kTileBits, weft >> kTileBits), Tile{}).first->second;
     return tile[TileIndex(warp, weft)];
 }
 
 int Growth::Find(int warp, int weft) const
 {
-    const auto found = m_tiles.find(KeyOf(warp >> TileBits, weft >> TileBits));
+    const auto found = m_tiles.find(KeyOf(warp >> kTileBits, weft >> kTileBits));
     return found == m_tiles.end() ? -1 : found->second[TileIndex(warp, weft)] - 1;
 }
 

@@ -61,12 +61,12 @@ private:
         }
     };
     using Queue = std::priority_queue<Candidate, std::vector<Candidate>, std::greater<>>;
-    static constexpr int TileBits = 3;               // 8 x 8 places of the grid
-    using Tile = std::array<int, 1 << 2 * TileBits>; // index of a node + 1, 0 for none
+    static constexpr int kTileBits = 3;               // 8 x 8 places of the grid
+    using Tile = std::array<int, 1 << 2 * kTileBits>; // index of a node + 1, 0 for none
     static size_t TileIndex(int warp, int weft)
     {
-        constexpr int last = (1 << TileBits) - 1;
-        return size_t((warp & last) << TileBits | (weft & last));
+        constexpr int kLast = (1 << kTileBits) - 1;
+        return size_t((warp & kLast) << kTileBits | (weft & kLast));
     }
 
     int& SlotOf(int warp, int weft);

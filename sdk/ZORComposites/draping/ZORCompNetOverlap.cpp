@@ -62,7 +62,7 @@ bool ZORCompNetOverlap::AnyNear(const QHash<Voxel, std::vector<Item>>& items, co
 
 bool ZORCompNetOverlap::Covers(const Cell& cell, const Place& node) const
 {
-    constexpr double half = 0.5 + 0.02; // a net that closes on itself to rounding meets itself
+    constexpr double kHalf = 0.5 + 0.02; // a net that closes on itself to rounding meets itself
     if (!IsApart(cell.warp, cell.weft, node, 2) || Dot(cell.normal, node.normal) <= 0)
         return false;
     const ZORMathVector offset = node.point - cell.center;
@@ -71,7 +71,7 @@ bool ZORCompNetOverlap::Covers(const Cell& cell, const Place& node) const
     const double area = Dot(Cross(cell.warpSide, cell.weftSide), cell.normal);
     const double alongWarp = Dot(Cross(offset, cell.weftSide), cell.normal);
     const double alongWeft = Dot(Cross(cell.warpSide, offset), cell.normal);
-    return std::abs(alongWarp) <= half * area && std::abs(alongWeft) <= half * area;
+    return std::abs(alongWarp) <= kHalf * area && std::abs(alongWeft) <= kHalf * area;
 }
 
 bool ZORCompNetOverlap::IsOnCell(const Place& node) const

@@ -35,7 +35,7 @@ ZORCompSectionWalk::Outcome ZORCompSectionWalk::FindCorner(const Location& c, co
     m_normal = b - a;
     m_heading = (m_middle - c.point).GetNormalized();
     m_step = step;
-    if (!(std::abs(Dot(a - c.point, b - c.point)) < FoldedCosine * step * step))
+    if (!(std::abs(Dot(a - c.point, b - c.point)) < kFoldedCosine * step * step))
         return Folds;
     FindStarts(c);
     Outcome outcome = SurfaceEnds;
@@ -244,5 +244,5 @@ ZORCompSectionWalk::Outcome ZORCompSectionWalk::Leave(const Segment& segment, co
     const ZORMathVector diagonal = d.point - c;
     const double cosine =
         Dot(diagonal, diagonal) / (2 * m_step * m_step) - 1; // of the angle between the yarns
-    return std::abs(cosine) < FoldedCosine ? Found : Folds;
+    return std::abs(cosine) < kFoldedCosine ? Found : Folds;
 }

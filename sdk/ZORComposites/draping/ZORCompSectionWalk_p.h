@@ -35,7 +35,7 @@ public:
                        double step, ZORGeoLocationOnSurface& d);
 
     /// Cells whose yarns are nearer to parallel than 5 degrees fold.
-    static constexpr double FoldedCosine = 0.99619469809174555; // of 5 degrees
+    static constexpr double kFoldedCosine = 0.99619469809174555; // of 5 degrees
 
 private:
     using Weights = std::array<double, 3>;

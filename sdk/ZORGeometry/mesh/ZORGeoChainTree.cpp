@@ -29,10 +29,10 @@ ZORGeoChainTree::ZORGeoChainTree(const ZORMathSetOfPoints& points)
     : m_points(points)
 {
     const qsizetype segments = points.size() - 1;
-    m_leafCount = std::bit_ceil(size_t((segments + LeafSize - 1) / LeafSize));
+    m_leafCount = std::bit_ceil(size_t((segments + kLeafSize - 1) / kLeafSize));
     m_boxes.resize(2 * m_leafCount);
     for (qsizetype segment = 0; segment < segments; ++segment) {
-        ZORMathBoundingBox& box = m_boxes[m_leafCount + size_t(segment / LeafSize)];
+        ZORMathBoundingBox& box = m_boxes[m_leafCount + size_t(segment / kLeafSize)];
         box.Add(points[segment]);
         box.Add(points[segment + 1]);
     }
@@ -44,8 +44,8 @@ ZORGeoChainTree::ZORGeoChainTree(const ZORMathSetOfPoints& points)
 
 void ZORGeoChainTree::TestLeaf(size_t leaf, const ZORMathPoint& point, Nearest& nearest) const
 {
-    const qsizetype begin = qsizetype(leaf) * LeafSize;
-    const qsizetype end = std::min(begin + LeafSize, m_points.size() - 1);
+    const qsizetype begin = qsizetype(leaf) * kLeafSize;
+    const qsizetype end = std::min(begin + kLeafSize, m_points.size() - 1);
     for (qsizetype i = begin; i < end; ++i) {
         const ZORMathPoint a = m_points[i];
         const ZORMathVector ab = m_points[i + 1] - a;

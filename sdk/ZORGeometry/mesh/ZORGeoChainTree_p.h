@@ -28,7 +28,7 @@ public:
     Nearest FindNearest(const ZORMathPoint& point) const;
 
 private:
-    static constexpr qsizetype LeafSize = 8;
+    static constexpr qsizetype kLeafSize = 8;
 
     void TestLeaf(size_t leaf, const ZORMathPoint& point, Nearest& nearest) const;
 

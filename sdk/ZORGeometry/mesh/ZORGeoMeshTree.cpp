@@ -187,7 +187,7 @@ void ZORGeoMeshTree::Traverse(Visitor& visitor) const
         Child child;
         double bound;
     };
-    std::array<Waiting, MaximumDepth + 1> stack;
+    std::array<Waiting, kMaximumDepth + 1> stack;
     size_t waiting = 0;
     Child child = m_nodes.empty() ? Child{0, quint32(m_triangles.size())} : Child{0, 0};
     if (m_triangles.empty())

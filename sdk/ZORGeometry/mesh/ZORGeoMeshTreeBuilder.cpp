@@ -25,8 +25,8 @@ Vector Maximum(Vector a, Vector b)
 
 Box EmptyBox()
 {
-    constexpr float infinity = std::numeric_limits<float>::infinity();
-    return {Vector{} + infinity, Vector{} - infinity};
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    return {Vector{} + kInfinity, Vector{} - kInfinity};
 }
 
 void Grow(Box& box, const Box& other)
@@ -72,7 +72,7 @@ std::vector<ZORGeoMeshTree::Node> ZORGeoMeshTreeBuilder::Build()
 {
     Nodes nodes;
     const quint32 count = quint32(m_primitives.size());
-    if (count <= LeafSize)
+    if (count <= kLeafSize)
         return nodes;
     std::vector<Task> tasks;
     BuildNode(MakeRange(0, count), 0, std::max(count / 16, kSmallestTask), nodes, tasks);
@@ -167,7 +167,7 @@ quint32 ZORGeoMeshTreeBuilder::BuildNode(const Range& range, int depth, quint32 
             nodes[index].upper[axis][i] = half.box.upper[axis];
         }
         const quint32 count = half.end - half.begin;
-        if (count <= LeafSize) {
+        if (count <= kLeafSize) {
             nodes[index].child[i] = {half.begin, count};
         } else if (count <= taskSize) {
             tasks.push_back({half, depth + 1, index, i});

@@ -42,7 +42,7 @@ public:
     /// The nodes, the root first; none for a mesh that fits into one leaf.
     std::vector<ZORGeoMeshTree::Node> Build();
 
-    static constexpr quint32 LeafSize = 4;
+    static constexpr quint32 kLeafSize = 4;
 
 private:
     using Nodes = std::vector<ZORGeoMeshTree::Node>;

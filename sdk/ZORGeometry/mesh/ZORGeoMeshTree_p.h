@@ -54,7 +54,7 @@ public:
         ZORGeoMesh::Corners corners;
         int triangle; // from 0
     };
-    static constexpr int MaximumDepth = 100;
+    static constexpr int kMaximumDepth = 100;
 
 private:
     template<class Visitor>

@@ -23,7 +23,7 @@ public:
     /// \param triangles  every corner is an index of \a vertices; at most MaximumTriangles
     ZORGeoMesh(const QList<ZORMathPoint>& vertices, const QList<Corners>& triangles);
 
-    static constexpr qsizetype MaximumTriangles = (qsizetype(1) << 29) - 2;
+    static constexpr qsizetype kMaximumTriangles = (qsizetype(1) << 29) - 2;
 
     /// \param corner  0 ... 2
     const ZORMathPoint& GetCorner(int triangle, int corner) const

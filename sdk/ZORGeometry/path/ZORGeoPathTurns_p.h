@@ -17,8 +17,8 @@ struct ZORGeoPathTurn
     double behind = 0; // of the one that begins here
 
     /// Turns below this are rounding, radians.
-    static constexpr double Smallest = 1e-6;
-    bool IsStraight() const { return std::abs(angle) <= Smallest; }
+    static constexpr double kSmallest = 1e-6;
+    bool IsStraight() const { return std::abs(angle) <= kSmallest; }
 };
 
 /// Directions, sides and turns of a path, one segment after the other. Segments shorter than 1e-11 of the

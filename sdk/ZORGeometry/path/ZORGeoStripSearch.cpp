@@ -35,7 +35,7 @@ ZORGeoStripSearch::ZORGeoStripSearch(const ZORGeoMesh& mesh, const ZORGeoMeshPla
     , m_end(end)
     , m_best(std::numeric_limits<double>::infinity())
 {
-    m_pages.resize(size_t(mesh.GetNumTriangles()) * 3 * size_t(m_pointsPerSide) / PageSize + 1);
+    m_pages.resize(size_t(mesh.GetNumTriangles()) * 3 * size_t(m_pointsPerSide) / kPageSize + 1);
     ZorGeoFindTriangles(mesh, end, m_endTriangles);
 }
 
@@ -49,10 +49,10 @@ ZORMathPoint ZORGeoStripSearch::GetPoint(int triangle, int side, int point) cons
 
 ZORGeoStripSearch::Node& ZORGeoStripSearch::GetNode(quint64 index)
 {
-    std::unique_ptr<Node[]>& page = m_pages[index / PageSize];
+    std::unique_ptr<Node[]>& page = m_pages[index / kPageSize];
     if (!page)
-        page = std::make_unique<Node[]>(PageSize);
-    return page[index % PageSize];
+        page = std::make_unique<Node[]>(kPageSize);
+    return page[index % kPageSize];
 }
 
 // \param point  counted along the side

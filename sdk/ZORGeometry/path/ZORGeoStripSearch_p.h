@@ -28,7 +28,7 @@ public:
     std::vector<quint32> Run();
 
 private:
-    static constexpr size_t PageSize = 1536;
+    static constexpr size_t kPageSize = 1536;
 
     // A point on an edge. Edges are numbered by the lower of their sides, 3 * triangle + side.
     struct Node

@@ -35,9 +35,9 @@ ZORGeoStlContent::~ZORGeoStlContent()
 
 void ZORGeoStlContent::ReadSequential()
 {
-    constexpr int patience = 30000; // milliseconds
+    constexpr int kPatience = 30000; // milliseconds
     m_buffer = m_device->readAll();
-    while (m_device->waitForReadyRead(patience))
+    while (m_device->waitForReadyRead(kPatience))
         m_buffer += m_device->readAll();
     ThrowOnError();
 }

@@ -16,9 +16,9 @@ namespace {
 // floats; then, and for anything else, false.
 bool ReadPlainFloat(const char*& at, const char* end, float& value)
 {
-    static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                         1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                         1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
     const char* c = at;
     const bool isNegative = c != end && *c == '-';
     c += isNegative ? 1 : 0;
@@ -49,13 +49,13 @@ bool ReadPlainFloat(const char*& at, const char* end, float& value)
             return false;
         exponent += isDown ? -shift : shift;
     }
-    constexpr quint64 largestExact = quint64(1) << 53;
-    if ((c != end && !ZorGeoIsBlank(*c)) || mantissa > largestExact || exponent < -22 || exponent > 22)
+    constexpr quint64 kLargestExact = quint64(1) << 53;
+    if ((c != end && !ZorGeoIsBlank(*c)) || mantissa > kLargestExact || exponent < -22 || exponent > 22)
         return false;
     const double wide =
-        exponent < 0 ? double(mantissa) / powers[-exponent] : double(mantissa) * powers[exponent];
-    constexpr quint64 below = (quint64(1) << 29) - 1; // bits that a float drops
-    const bool isHalfWay = (std::bit_cast<quint64>(wide) & below) == quint64(1) << 28;
+        exponent < 0 ? double(mantissa) / kPowers[-exponent] : double(mantissa) * kPowers[exponent];
+    constexpr quint64 kBelow = (quint64(1) << 29) - 1; // bits that a float drops
+    const bool isHalfWay = (std::bit_cast<quint64>(wide) & kBelow) == quint64(1) << 28;
     const bool isNormal = wide == 0 || (wide >= 1.2e-38 && wide <= 3.4e38);
     if (isHalfWay || !isNormal)
         return false;

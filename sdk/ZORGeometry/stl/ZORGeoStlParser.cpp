@@ -64,8 +64,8 @@ bool IsStatement(std::string_view token, const char* at, const char* end)
 
 QString ToName(std::string_view text)
 {
-    constexpr size_t longest = 200;
-    const QByteArray bytes(text.data(), qsizetype(std::min(text.size(), longest)));
+    constexpr size_t kLongest = 200;
+    const QByteArray bytes(text.data(), qsizetype(std::min(text.size(), kLongest)));
     const QString name = QString::fromUtf8(bytes);
     const bool isUtf8 = !name.contains(QChar::ReplacementCharacter);
     return (isUtf8 ? name : QString::fromLatin1(bytes)).simplified();

@@ -7,17 +7,17 @@
 
 QString ZORGeoContainerNames::GetStem(const char* className)
 {
-    static constexpr const char* modules[] = {"Geo",  "Top",  "WF",  "Comp", "Nest", "Vis", "Feat",
-                                              "Math", "Work", "Sys", "Cmd",  "Cmn",  "TP"};
+    static constexpr const char* kModules[] = {"Geo",  "Top",  "WF",  "Comp", "Nest", "Vis", "Feat",
+                                               "Math", "Work", "Sys", "Cmd",  "Cmn",  "TP"};
     QByteArrayView name(className);
     if (const qsizetype scope = name.lastIndexOf(':'); scope >= 0)
         name = name.sliced(scope + 1);
     if (!name.startsWith("ZOR"))
         return QString::fromLatin1(name);
     const QByteArrayView rest = name.sliced(3);
-    const auto module = std::find_if(std::begin(modules), std::end(modules),
+    const auto module = std::find_if(std::begin(kModules), std::end(kModules),
                                      [rest](const char* prefix) { return rest.startsWith(prefix); });
-    const QByteArrayView stem = module == std::end(modules) ? rest : rest.sliced(qsizetype(strlen(*module)));
+    const QByteArrayView stem = module == std::end(kModules) ? rest : rest.sliced(qsizetype(strlen(*module)));
     return QString::fromLatin1(stem.isEmpty() ? name : stem);
 }
 

@@ -63,9 +63,9 @@ std::optional<ZORGeoWalkPlace> ZorGeoFindWalkPlace(const ZORGeoMesh& mesh, int t
     const ZORMathPoint point =
         a + weights[1] * (mesh.GetCorner(triangle, 1) - a) + weights[2] * (mesh.GetCorner(triangle, 2) - a);
     // Outwards over edges, as far as the triangles hold the place.
-    constexpr size_t bound = 64;
+    constexpr size_t kBound = 64;
     std::vector<int> reached = {triangle};
-    for (size_t i = 0; i < reached.size() && reached.size() < bound; ++i) {
+    for (size_t i = 0; i < reached.size() && reached.size() < kBound; ++i) {
         for (int side = 0; side < 3; ++side) {
             const quint32 neighbor = mesh.GetNeighbor(reached[i], side);
             const int next = int(neighbor / 4) - 1;

@@ -81,8 +81,8 @@ void ZORNestDrawing::BeginChain(const ZORNestLook& look, const ZORNestPlaneMap& 
 
 void ZORNestDrawing::CountCurve()
 {
-    if (++m_curves > MaximumCurves) {
-        throw ZORSysException(tr("drawing has more than %1 curves").arg(MaximumCurves));
+    if (++m_curves > kMaximumCurves) {
+        throw ZORSysException(tr("drawing has more than %1 curves").arg(kMaximumCurves));
     }
     if (m_curves % 256 == 0)
         m_context.ThrowIfCanceled();
@@ -91,13 +91,13 @@ void ZORNestDrawing::CountCurve()
 /// Counts a place on a curve. One that is out of range ends the fitting at once: the curve will be skipped.
 ZORNestArcFit::Place ZORNestDrawing::CheckPlace(const ZORNestArcFit::Place& place)
 {
-    if (++m_samples > MaximumSamples) {
+    if (++m_samples > kMaximumSamples) {
         throw ZORSysException(tr("curves of the drawing need too many arcs for the tolerance"));
     }
     if (m_samples % 4096 == 0)
         m_context.ThrowIfCanceled();
     const bool isInside =
-        std::abs(place.point.x) <= MaximumCoordinate && std::abs(place.point.y) <= MaximumCoordinate;
+        std::abs(place.point.x) <= kMaximumCoordinate && std::abs(place.point.y) <= kMaximumCoordinate;
     return isInside ? place : ZORNestArcFit::Place{{NAN, NAN}, {}};
 }
 
@@ -105,7 +105,7 @@ ZORNestArcFit::Place ZORNestDrawing::CheckPlace(const ZORNestArcFit::Place& plac
 double ZORNestDrawing::GetTolerance(double size) const
 {
     constexpr double kInvisible = 1e-8;
-    return std::max(m_tolerance, kInvisible * std::min(size, MaximumCoordinate));
+    return std::max(m_tolerance, kInvisible * std::min(size, kMaximumCoordinate));
 }
 
 void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, CurveForm form)
@@ -113,8 +113,8 @@ void ZORNestDrawing::Append(QList<ZORNestPiece> pieces, CurveForm form)
     CountCurve();
     for (ZORNestPiece& piece : pieces) {
         const ZORNestPlaneBox box = piece.GetBox();
-        const bool isInside = box.min.x >= -MaximumCoordinate && box.min.y >= -MaximumCoordinate
-                              && box.max.x <= MaximumCoordinate && box.max.y <= MaximumCoordinate;
+        const bool isInside = box.min.x >= -kMaximumCoordinate && box.min.y >= -kMaximumCoordinate
+                              && box.max.x <= kMaximumCoordinate && box.max.y <= kMaximumCoordinate;
         if (!isInside || !(piece.IsLine() || piece.GetRadius() > 0))
             m_isBad = true;
     }

@@ -43,11 +43,11 @@ class ZORNestDrawing
     Q_DECLARE_TR_FUNCTIONS(ZORNestDrawing)
 
 public:
-    static constexpr int MaximumCurves = 1000000;
+    static constexpr int kMaximumCurves = 1000000;
     /// How many points of curves are looked at to find their arcs, in all: six to nine for an arc.
-    static constexpr qint64 MaximumSamples = 16000000;
+    static constexpr qint64 kMaximumSamples = 16000000;
     /// Whatever has coordinates beyond this, in millimetres, is skipped.
-    static constexpr double MaximumCoordinate = 1e9;
+    static constexpr double kMaximumCoordinate = 1e9;
 
     /// \param tolerance  largest distance between a curve and the arcs that stand in for it
     ZORNestDrawing(double tolerance, const ZORWorkContext& context);

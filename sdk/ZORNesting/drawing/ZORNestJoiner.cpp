@@ -68,7 +68,7 @@ qint64 RemoveDuplicates(QList<ZORNestChain>& chains, const ZORWorkContext& conte
 // Ends that differ by rounding alone are no gap to tell of.
 void Count(double gap, ZORNestJoiner::Outcome& outcome)
 {
-    if (gap <= ZORNestJoiner::Rounding)
+    if (gap <= ZORNestJoiner::kRounding)
         return;
     ++outcome.gaps;
     outcome.largestGap = std::max(outcome.largestGap, gap);
@@ -153,7 +153,7 @@ void Joining::FindPairs()
                                        [](const Cell& a, const auto& key) { return a.GetKey() < key; });
             for (int seen = 0; it != cells.end() && it->x == cell.x + dx && it->y <= cell.y + 1;
                  ++it, ++seen) {
-                if (found == ZORNestJoiner::MaximumPairs || seen == 8 * ZORNestJoiner::MaximumPairs)
+                if (found == ZORNestJoiner::kMaximumPairs || seen == 8 * ZORNestJoiner::kMaximumPairs)
                     break;
                 if (it->end <= cell.end || (it->end / 2 == cell.end / 2 && !IsCloseable(cell.end / 2)))
                     continue;

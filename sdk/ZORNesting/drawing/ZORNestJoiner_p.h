@@ -17,10 +17,10 @@ class ZORNestJoiner
 {
 public:
     /// Most pairs that are looked at for an end; beyond that, ends that are drawn later miss out.
-    static constexpr int MaximumPairs = 32;
+    static constexpr int kMaximumPairs = 32;
 
     /// Distances up to this are no gaps, in millimetres.
-    static constexpr double Rounding = 1e-9;
+    static constexpr double kRounding = 1e-9;
 
     struct Outcome
     {

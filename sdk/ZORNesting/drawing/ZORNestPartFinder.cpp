@@ -36,14 +36,14 @@ struct Thing
 // Points in the middle of pieces, spread over the chain: where outlines touch, one may lie on the other.
 QList<ZORNestPlanePoint> GetWitnesses(const ZORNestChain& chain)
 {
-    constexpr qsizetype wanted = 5;
+    constexpr qsizetype kWanted = 5;
     QList<const ZORNestPiece*> pieces;
     for (const ZORNestCurve& curve : chain.curves) {
         for (const ZORNestPiece& piece : curve.pieces)
             pieces.append(&piece);
     }
     QList<ZORNestPlanePoint> points;
-    const qsizetype count = std::min(wanted, pieces.size());
+    const qsizetype count = std::min(kWanted, pieces.size());
     for (qsizetype i = 0; i < count; ++i)
         points.append(pieces[i * pieces.size() / count]->GetMiddle());
     return points;

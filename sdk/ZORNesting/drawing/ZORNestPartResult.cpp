@@ -82,10 +82,10 @@ ZORNestResultShape MakeTexts(const QList<ZORNestDrawnText>& texts)
 
 ZORNestResult ZORNestMakePartResult(const ZORNestPart& part)
 {
-    constexpr int maximum = std::numeric_limits<qint16>::max();
-    if (part.shapes.size() >= maximum) {
+    constexpr int kMaximum = std::numeric_limits<qint16>::max();
+    if (part.shapes.size() >= kMaximum) {
         throw ZORSysException(Texts::tr("part '%1' has more than %2 outlines and curves")
-                                  .arg(part.name, QString::number(maximum)));
+                                  .arg(part.name, QString::number(kMaximum)));
     }
     ZORNestResultItem item(part.name);
     item.SetPartName(part.name);

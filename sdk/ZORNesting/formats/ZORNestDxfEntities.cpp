@@ -129,10 +129,10 @@ int GetJustification(int horizontal, int vertical)
 {
     if (horizontal == 4)
         return 7;
-    static constexpr int columns[] = {0, 1, 2, 0, 1, 0};
-    static constexpr int rows[] = {0, 3, 6, 9};
-    const int column = horizontal >= 0 && horizontal <= 5 ? columns[horizontal] : 0;
-    return (vertical >= 0 && vertical <= 3 ? rows[vertical] : 0) + column;
+    static constexpr int kColumns[] = {0, 1, 2, 0, 1, 0};
+    static constexpr int kRows[] = {0, 3, 6, 9};
+    const int column = horizontal >= 0 && horizontal <= 5 ? kColumns[horizontal] : 0;
+    return (vertical >= 0 && vertical <= 3 ? kRows[vertical] : 0) + column;
 }
 
 void DrawText(const Context& c)

@@ -17,10 +17,10 @@ namespace {
 // Millimetres of the units that $INSUNITS numbers; 0 for those that are none of a drawing.
 double GetUnit(int number)
 {
-    static constexpr double units[] = {0,   kInch,       12 * kInch,  5280 * 12 * kInch, 1,    10,   1000,
-                                       1e6, kInch / 1e6, kInch / 1e3, 36 * kInch,        1e-7, 1e-6, 1e-3,
-                                       100, 1e4,         1e5};
-    return number >= 0 && number < int(std::size(units)) ? units[number] : 0;
+    static constexpr double kUnits[] = {0,   kInch,       12 * kInch,  5280 * 12 * kInch, 1,    10,   1000,
+                                        1e6, kInch / 1e6, kInch / 1e3, 36 * kInch,        1e-7, 1e-6, 1e-3,
+                                        100, 1e4,         1e5};
+    return number >= 0 && number < int(std::size(kUnits)) ? kUnits[number] : 0;
 }
 
 QString GetKey(QByteArrayView name)
@@ -49,8 +49,8 @@ ZORNestDxfReader::ZORNestDxfReader(QByteArrayView bytes, ZORNestDrawing& drawing
                                    const ZORWorkContext& context)
     : m_tags(SkipByteOrderMark(bytes))
     , m_size(bytes.size())
-    , m_mostEntities(std::min(MaximumEntities, MaximumEntitiesOfSmallFile + m_size / 8))
-    , m_mostBlockBytes(std::min(MaximumBlockBytes, MaximumBlockBytesOfSmallFile + 100 * m_size))
+    , m_mostEntities(std::min(kMaximumEntities, kMaximumEntitiesOfSmallFile + m_size / 8))
+    , m_mostBlockBytes(std::min(kMaximumBlockBytes, kMaximumBlockBytesOfSmallFile + 100 * m_size))
     , m_drawing(drawing)
     , m_report(report)
     , m_context(context)
@@ -181,14 +181,14 @@ ZORNestLook ZORNestDxfReader::GetLook(const ZORNestDxfRecord& record, const Plac
     look.layer = ZORNestDxfRecord::ToText(record.GetValue(8));
     if (place.depth > 0 && (look.layer == u'0' || look.layer.isEmpty()))
         look.layer = place.layer;
-    constexpr int byBlock = 0;
-    constexpr int byLayer = 256;
-    const int index = record.GetInteger(62, byLayer);
+    constexpr int kByBlock = 0;
+    constexpr int kByLayer = 256;
+    const int index = record.GetInteger(62, kByLayer);
     if (const std::optional<QColor> color = GetTrueColor(record))
         look.color = *color;
-    else if (index == byBlock)
+    else if (index == kByBlock)
         look.color = place.color;
-    else if (index == byLayer)
+    else if (index == kByLayer)
         look.color = m_layers.value(look.layer.toUpper()).color;
     else
         look.color = ZORNestDxfText::GetIndexedColor(index);

@@ -27,11 +27,11 @@ public:
     static constexpr int kMaximumDepth = 32;
     /// How many entities a drawing may have after blocks are inserted: at most that many, and no more than those of a
     /// small file and one more for each 8 bytes of it, since a file of a few lines can insert millions.
-    static constexpr qint64 MaximumEntities = 4'000'000;
-    static constexpr qint64 MaximumEntitiesOfSmallFile = 250'000;
+    static constexpr qint64 kMaximumEntities = 4'000'000;
+    static constexpr qint64 kMaximumEntitiesOfSmallFile = 250'000;
     /// How many bytes of the file inserted blocks may read again, in all: the same with 100 for each byte.
-    static constexpr qint64 MaximumBlockBytes = qint64(1) << 30;
-    static constexpr qint64 MaximumBlockBytesOfSmallFile = qint64(64) << 20;
+    static constexpr qint64 kMaximumBlockBytes = qint64(1) << 30;
+    static constexpr qint64 kMaximumBlockBytesOfSmallFile = qint64(64) << 20;
 
     /// \param bytes   the whole file; not owned, has to outlive the reader
     /// \param report  not owned; gets a line about the units

@@ -79,7 +79,7 @@ bool ZORNestDxfRecord::Read(ZORNestDxfTags& tags, const ZORNestDxfTag& type, ZOR
     while (tags.Read(next)) {
         if (next.code == 0)
             return true;
-        if (m_tags.size() == MaximumTags)
+        if (m_tags.size() == kMaximumTags)
             Fail(type.line, ZORNestDxfTags::tr("entity has too many values"));
         m_tags.push_back(next);
     }

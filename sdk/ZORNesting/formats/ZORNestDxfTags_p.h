@@ -59,7 +59,7 @@ class ZORNestDxfRecord
 {
 public:
     /// Pairs of one record.
-    static constexpr size_t MaximumTags = 8000000;
+    static constexpr size_t kMaximumTags = 8000000;
 
     /// Reads from behind the pair of code 0 up to the next one or the end of the file.
     /// \param type  that pair

@@ -7,17 +7,17 @@ namespace ZORNestDxfText {
 
 QColor GetIndexedColor(int index)
 {
-    static constexpr QRgb first[] = {0xff0000, 0xffff00, 0x00ff00, 0x00ffff, 0x0000ff,
-                                     0xff00ff, 0xffffff, 0x808080, 0xc0c0c0};
-    static constexpr int values[] = {255, 165, 127, 76, 38};
-    static constexpr int grays[] = {51, 91, 132, 173, 214, 255};
+    static constexpr QRgb kFirst[] = {0xff0000, 0xffff00, 0x00ff00, 0x00ffff, 0x0000ff,
+                                      0xff00ff, 0xffffff, 0x808080, 0xc0c0c0};
+    static constexpr int kValues[] = {255, 165, 127, 76, 38};
+    static constexpr int kGrays[] = {51, 91, 132, 173, 214, 255};
     if (index < 1 || index > 255)
         return {};
     if (index < 10)
-        return QColor(first[index - 1]);
+        return QColor(kFirst[index - 1]);
     if (index >= 250)
-        return QColor(grays[index - 250], grays[index - 250], grays[index - 250]);
-    const int value = values[index % 10 / 2];
+        return QColor(kGrays[index - 250], kGrays[index - 250], kGrays[index - 250]);
+    const int value = kValues[index % 10 / 2];
     const int lowest = index % 2 == 1 ? value / 2 : 0;
     const int step = index / 10 - 1; // of 24 hues
     const double hue = step * 15 / 60.0;

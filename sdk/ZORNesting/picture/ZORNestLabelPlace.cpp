@@ -19,9 +19,9 @@ double CellSize(double from, double to, int count)
 // What lies farther off counts as lying there: differences of huge numbers may be infinite, or be none.
 double ToCells(double length, double cellSize)
 {
-    constexpr double farthest = 1e6;
+    constexpr double kFarthest = 1e6;
     const double cells = length / cellSize;
-    return std::isnan(cells) ? farthest : std::clamp(cells, -farthest, farthest);
+    return std::isnan(cells) ? kFarthest : std::clamp(cells, -kFarthest, kFarthest);
 }
 
 } // namespace
@@ -29,11 +29,11 @@ double ToCells(double length, double cellSize)
 ZORNestLabelPlace::ZORNestLabelPlace(const ZORMathBoundingBox& box, const QList<ZORMathSetOfPoints>& outlines,
                                      const QList<ZORMathSetOfPoints>& marks)
     : m_corner(box.GetLowerPoint())
-    , m_cellWidth(CellSize(m_corner.GetX(), box.GetUpperPoint().GetX(), columns))
-    , m_cellHeight(CellSize(m_corner.GetY(), box.GetUpperPoint().GetY(), rows))
-    , m_isInside(size_t(columns * rows), 0)
-    , m_isBlocked(size_t(columns * rows), 0)
-    , m_numFree(size_t((columns + 1) * (rows + 1)), 0)
+    , m_cellWidth(CellSize(m_corner.GetX(), box.GetUpperPoint().GetX(), kColumns))
+    , m_cellHeight(CellSize(m_corner.GetY(), box.GetUpperPoint().GetY(), kRows))
+    , m_isInside(size_t(kColumns * kRows), 0)
+    , m_isBlocked(size_t(kColumns * kRows), 0)
+    , m_numFree(size_t((kColumns + 1) * (kRows + 1)), 0)
 {
     for (const ZORMathSetOfPoints& outline : outlines) {
         if (outline.isEmpty())
@@ -69,13 +69,13 @@ void ZORNestLabelPlace::Toggle(const GridPoint& from, const GridPoint& to)
 {
     const GridPoint& low = from.y < to.y ? from : to;
     const GridPoint& high = from.y < to.y ? to : from;
-    const int first = int(std::ceil(std::clamp(low.y - 0.5, 0.0, double(rows))));
-    const int end = int(std::ceil(std::clamp(high.y - 0.5, 0.0, double(rows))));
+    const int first = int(std::ceil(std::clamp(low.y - 0.5, 0.0, double(kRows))));
+    const int end = int(std::ceil(std::clamp(high.y - 0.5, 0.0, double(kRows))));
     for (int row = first; row < end; ++row) {
         const double x = low.x + (high.x - low.x) * (row + 0.5 - low.y) / (high.y - low.y);
-        const int column = int(std::ceil(std::clamp(x - 0.5, 0.0, double(columns))));
-        if (column < columns)
-            m_isInside[size_t(row * columns + column)] ^= 1;
+        const int column = int(std::ceil(std::clamp(x - 0.5, 0.0, double(kColumns))));
+        if (column < kColumns)
+            m_isInside[size_t(row * kColumns + column)] ^= 1;
     }
 }
 
@@ -83,40 +83,40 @@ void ZORNestLabelPlace::Toggle(const GridPoint& from, const GridPoint& to)
 void ZORNestLabelPlace::Block(const GridPoint& from, const GridPoint& to)
 {
     // What is drawn beyond the box may be far away.
-    constexpr double farthest = 4 * columns;
+    constexpr double farthest = 4 * kColumns;
     const double length = std::min(std::max(std::abs(to.x - from.x), std::abs(to.y - from.y)), farthest);
     const int steps = int(2 * length) + 1;
     for (int i = 0; i <= steps; ++i) {
         const double t = double(i) / steps;
-        const double x = std::clamp(from.x + (to.x - from.x) * t, -1.0, columns + 1.0);
-        const double y = std::clamp(from.y + (to.y - from.y) * t, -1.0, rows + 1.0);
+        const double x = std::clamp(from.x + (to.x - from.x) * t, -1.0, kColumns + 1.0);
+        const double y = std::clamp(from.y + (to.y - from.y) * t, -1.0, kRows + 1.0);
         const int column = int(std::floor(x));
         const int row = int(std::floor(y));
-        if (column >= 0 && column < columns && row >= 0 && row < rows)
-            m_isBlocked[size_t(row * columns + column)] = 1;
+        if (column >= 0 && column < kColumns && row >= 0 && row < kRows)
+            m_isBlocked[size_t(row * kColumns + column)] = 1;
     }
 }
 
 void ZORNestLabelPlace::Count()
 {
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < kRows; ++row) {
         char isInside = 0;
         int numFreeInRow = 0;
-        for (int column = 0; column < columns; ++column) {
-            const auto cell = size_t(row * columns + column);
+        for (int column = 0; column < kColumns; ++column) {
+            const auto cell = size_t(row * kColumns + column);
             isInside = char(isInside ^ m_isInside[cell]);
             numFreeInRow += isInside && !m_isBlocked[cell] ? 1 : 0;
-            m_numFree[size_t((row + 1) * (columns + 1) + column + 1)] =
-                m_numFree[size_t(row * (columns + 1) + column + 1)] + numFreeInRow;
+            m_numFree[size_t((row + 1) * (kColumns + 1) + column + 1)] =
+                m_numFree[size_t(row * (kColumns + 1) + column + 1)] + numFreeInRow;
         }
     }
 }
 
 bool ZORNestLabelPlace::IsFree(int column, int row, int numColumns, int numRows) const
 {
-    if (column < 0 || row < 0 || column + numColumns > columns || row + numRows > rows)
+    if (column < 0 || row < 0 || column + numColumns > kColumns || row + numRows > kRows)
         return false;
-    const auto numFree = [this](int x, int y) { return m_numFree[size_t(y * (columns + 1) + x)]; };
+    const auto numFree = [this](int x, int y) { return m_numFree[size_t(y * (kColumns + 1) + x)]; };
     const int count = numFree(column + numColumns, row + numRows) - numFree(column, row + numRows)
                       - numFree(column + numColumns, row) + numFree(column, row);
     return count == numColumns * numRows;
@@ -125,7 +125,7 @@ bool ZORNestLabelPlace::IsFree(int column, int row, int numColumns, int numRows)
 bool ZORNestLabelPlace::IsFreeAround(const GridPoint& center, double width, double height) const
 {
     // Also keeps what is far outside from the numbers of cells.
-    if (!(center.x >= 0 && center.x <= columns && center.y >= 0 && center.y <= rows))
+    if (!(center.x >= 0 && center.x <= kColumns && center.y >= 0 && center.y <= kRows))
         return false;
     const int column = int(std::floor(center.x - width / 2));
     const int row = int(std::floor(center.y - height / 2));
@@ -142,8 +142,8 @@ std::optional<ZORNestLabelPlace::GridPoint> ZORNestLabelPlace::FindNearest(const
     const int numRows = int(std::ceil(height));
     std::optional<GridPoint> found;
     double least = std::numeric_limits<double>::infinity();
-    for (int row = 0; row + numRows <= rows; ++row) {
-        for (int column = 0; column + numColumns <= columns; ++column) {
+    for (int row = 0; row + numRows <= kRows; ++row) {
+        for (int column = 0; column + numColumns <= kColumns; ++column) {
             const GridPoint center{column + numColumns / 2.0, row + numRows / 2.0};
             const double across = (center.x - wanted.x) * m_cellWidth;
             const double up = (center.y - wanted.y) * m_cellHeight;
@@ -163,7 +163,7 @@ std::optional<ZORNestLabelPlace::Place> ZORNestLabelPlace::Find(const ZORMathPoi
     const GridPoint center = ToGrid(wanted);
     const double cellsAcross = width / m_cellWidth;
     const double cellsUp = height / m_cellHeight;
-    if (!(cellsAcross > 0 && cellsAcross <= columns && cellsUp > 0 && cellsUp <= rows))
+    if (!(cellsAcross > 0 && cellsAcross <= kColumns && cellsUp > 0 && cellsUp <= kRows))
         return {};
     for (double scale = 1; scale >= kSmallestScale; scale *= kShrinking) {
         if (const std::optional<GridPoint> found = FindNearest(center, cellsAcross * scale, cellsUp * scale))

@@ -36,8 +36,8 @@ public:
     std::optional<Place> Find(const ZORMathPoint& wanted, double width, double height) const;
 
 private:
-    static constexpr int columns = 64;
-    static constexpr int rows = 32;
+    static constexpr int kColumns = 64;
+    static constexpr int kRows = 32;
 
     /// In cells, from the lower left corner of the box.
     struct GridPoint

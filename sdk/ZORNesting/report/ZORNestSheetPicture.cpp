@@ -38,11 +38,11 @@ const QColor kLabelColor(0x1d, 0x26, 0x30);
 /// Angles of Qt's arcs count the other way round, since its y points down.
 void AppendArc(QPainterPath& path, const Arc& arc)
 {
-    constexpr double degrees = 180 / std::numbers::pi;
+    constexpr double kDegrees = 180 / std::numbers::pi;
     if (!arc.IsChord()) {
         const Point corner = arc.center - Point{arc.radius, arc.radius};
         const QRectF square(corner.x, corner.y, 2 * arc.radius, 2 * arc.radius);
-        path.arcTo(square, -arc.startAngle * degrees, -arc.sweep * degrees);
+        path.arcTo(square, -arc.startAngle * kDegrees, -arc.sweep * kDegrees);
     }
     path.lineTo(arc.end.x, arc.end.y);
 }
@@ -108,8 +108,8 @@ ZORNestSheetPicture::ZORNestSheetPicture(const Job& job, const std::vector<ZORNe
 // Hues that follow each other are far apart; all are light enough for dark numbers.
 QColor ZORNestSheetPicture::GetColor(size_t item)
 {
-    constexpr double goldenAngle = 137.50776405003785;
-    const int hue = int(std::fmod(205 + goldenAngle * double(item), 360));
+    constexpr double kGoldenAngle = 137.50776405003785;
+    const int hue = int(std::fmod(205 + kGoldenAngle * double(item), 360));
     return QColor::fromHsl(hue, 130, item % 2 == 0 ? 178 : 196);
 }
 
@@ -179,14 +179,14 @@ void ZORNestSheetPicture::DrawPart(QPainter& painter, const Placement& placement
 void ZORNestSheetPicture::DrawLabel(QPainter& painter, const Placement& placement,
                                     const QTransform& toPixels) const
 {
-    constexpr double smallest = 14; // pixels that can be read at half the size
-    constexpr double largest = 30;
+    constexpr double kSmallest = 14; // pixels that can be read at half the size
+    constexpr double kLargest = 30;
     const Label& label = m_labels[placement.item];
     const Point center = Transform(placement.pose).Apply(label.center);
     const QString text = QString::number(placement.item + 1);
     const double size =
-        std::min(largest, 1.5 * label.radius * toPixels.m11() / std::max(1.0, 0.62 * double(text.size())));
-    if (size < smallest)
+        std::min(kLargest, 1.5 * label.radius * toPixels.m11() / std::max(1.0, 0.62 * double(text.size())));
+    if (size < kSmallest)
         return;
     QFont font = QGuiApplication::font();
     font.setPixelSize(int(size));

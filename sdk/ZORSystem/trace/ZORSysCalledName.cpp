@@ -12,9 +12,9 @@ bool IsIdentifier(char c)
 // Start of the word "operator" that names the function; -1 when it is none.
 qsizetype FindOperator(QByteArrayView text)
 {
-    constexpr QByteArrayView word = "operator";
-    for (qsizetype at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1)) {
-        const qsizetype behind = at + word.size();
+    constexpr QByteArrayView kWord = "operator";
+    for (qsizetype at = text.indexOf(kWord); at >= 0; at = text.indexOf(kWord, at + 1)) {
+        const qsizetype behind = at + kWord.size();
         const bool starts = at == 0 || !IsIdentifier(text[at - 1]);
         const bool ends = behind < text.size() && !IsIdentifier(text[behind]);
         if (starts && ends)
@@ -84,9 +84,9 @@ QByteArray ZorSysCalledName(QByteArrayView prettyFunction)
         const qsizetype begin = FindNameStart(prettyFunction, end);
         return WithoutTemplateArguments(prettyFunction.sliced(begin, end - begin));
     }
-    constexpr qsizetype call = sizeof("operator()") - 1;
+    constexpr qsizetype kCall = sizeof("operator()") - 1;
     const bool isCall = prettyFunction.sliced(operatorAt).startsWith("operator()");
-    qsizetype end = prettyFunction.indexOf('(', isCall ? operatorAt + call : operatorAt);
+    qsizetype end = prettyFunction.indexOf('(', isCall ? operatorAt + kCall : operatorAt);
     if (end < 0)
         end = prettyFunction.size();
     const qsizetype begin = FindNameStart(prettyFunction, operatorAt);

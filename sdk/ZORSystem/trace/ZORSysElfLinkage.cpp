@@ -213,10 +213,10 @@ bool Linkage::CheckVersions()
         return false;
     if (!Has(DT_VERSYM))
         return true;
-    constexpr quint16 hidden = 0x8000;
+    constexpr quint16 kHidden = 0x8000;
     const auto versions = m_file.ReadLoaded<quint16>(Get(DT_VERSYM), m_numSymbols);
     return versions && std::all_of(versions->begin(), versions->end(), [this](quint16 version) {
-               return (version & ~hidden) <= m_largestVersion;
+               return (version & ~kHidden) <= m_largestVersion;
            });
 }
 
@@ -278,7 +278,7 @@ bool Linkage::CheckSections() const
         ElfW(Word) type;
         ElfW(Sxword) address, size; // entries of the dynamic section; no size: DT_NULL
     };
-    static constexpr Description descriptions[] = {
+    static constexpr Description kDescriptions[] = {
         {SHT_DYNSYM, DT_SYMTAB, DT_NULL},
         {SHT_HASH, DT_HASH, DT_NULL},
         {SHT_GNU_HASH, DT_GNU_HASH, DT_NULL},
@@ -294,7 +294,7 @@ bool Linkage::CheckSections() const
             continue;
         if (section.sh_type == SHT_RELA)
             relocationSize += section.sh_size;
-        for (const Description& description : descriptions) {
+        for (const Description& description : kDescriptions) {
             if (section.sh_type != description.type)
                 continue;
             const bool isSame = Get(description.address) == section.sh_addr;

@@ -62,10 +62,10 @@ FileIdentity Identify(const struct stat& status)
 {
     if (!S_ISREG(status.st_mode))
         return {};
-    constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
+    constexpr qint64 kNanosecondsPerSecond = 1'000'000'000;
     // Not the time of the last change of the status: links to a library and its permissions may change.
     return {status.st_dev, status.st_ino, status.st_size,
-            status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec};
+            status.st_mtim.tv_sec * kNanosecondsPerSecond + status.st_mtim.tv_nsec};
 }
 
 // What the modules are compared with, and where they are collected.

@@ -23,18 +23,18 @@ constexpr double kSmallestJoint = 2.5; // device pixels; thinner lines show no n
 unsigned GetDiscTexture()
 {
     static const unsigned texture = [] {
-        constexpr int size = 32;
-        std::array<unsigned char, size * size> alpha;
-        for (int i = 0; i < size * size; ++i) {
-            const double distance = std::hypot(i % size + 0.5 - size / 2.0, i / size + 0.5 - size / 2.0);
-            alpha[size_t(i)] = static_cast<unsigned char>(255 * std::clamp(size / 2.0 - distance, 0.0, 1.0));
+        constexpr int kSize = 32;
+        std::array<unsigned char, kSize * kSize> alpha;
+        for (int i = 0; i < kSize * kSize; ++i) {
+            const double distance = std::hypot(i % kSize + 0.5 - kSize / 2.0, i / kSize + 0.5 - kSize / 2.0);
+            alpha[size_t(i)] = static_cast<unsigned char>(255 * std::clamp(kSize / 2.0 - distance, 0.0, 1.0));
         }
         unsigned created = 0;
         glGenTextures(1, &created);
         glBindTexture(GL_TEXTURE_2D, created);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, size, size, 0, GL_ALPHA, GL_UNSIGNED_BYTE, alpha.data());
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_ALPHA8, kSize, kSize, 0, GL_ALPHA, GL_UNSIGNED_BYTE, alpha.data());
         return created;
     }();
     return texture;

@@ -52,7 +52,7 @@ void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
         glDisable(GL_LINE_STIPPLE);
     } else {
         glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
-        glPolygonOffset(float(ZORVisFrame::pushBackFactor), float(m_mode->pushBack));
+        glPolygonOffset(float(ZORVisFrame::kPushBackFactor), float(m_mode->pushBack));
     }
     glBindBuffer(GL_ARRAY_BUFFER, m_positions);
     glVertexPointer(3, GL_FLOAT, 0, nullptr);

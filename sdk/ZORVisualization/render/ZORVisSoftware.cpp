@@ -172,7 +172,7 @@ void ZORVisSoftware::FillTriangle(const Vertex& a, const Vertex& b, const Vertex
     const float cy = (b.x - a.x) * inverse;
     const float slope = std::max(std::abs(bx * (b.depth - a.depth) + cx * (c.depth - a.depth)),
                                  std::abs(by * (b.depth - a.depth) + cy * (c.depth - a.depth)));
-    const float pushBack = float(ZORVisFrame::pushBackFactor) * slope + float(m_frame.GetPushBack());
+    const float pushBack = float(ZORVisFrame::kPushBackFactor) * slope + float(m_frame.GetPushBack());
     for (int y = firstY; y <= lastY; ++y) {
         const float dy = float(y) + 0.5F - a.y;
         for (int x = firstX; x <= lastX; ++x) {

@@ -38,7 +38,7 @@ public:
 
     /// Surfaces are pushed back by this part of their slope per pixel and by GetPushBack(), so that lines on
     /// them stay in front. A larger part would let the back of thin bodies show along their edges.
-    static constexpr double pushBackFactor = 0.25;
+    static constexpr double kPushBackFactor = 0.25;
     double GetPushBack() const { return 2 * ratio * pixelSize / (farDistance - nearDistance); }
 
     const ZORVisCamera camera;

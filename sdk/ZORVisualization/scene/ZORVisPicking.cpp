@@ -32,9 +32,9 @@ double NearestOnSegment(const QPointF& pixel, const QPointF& from, const QPointF
 ZORVisPointPicker::ZORVisPointPicker(const QList<ZORMathPoint>& points)
     : m_numPoints(points.size())
 {
-    for (qsizetype first = 0; first < m_numPoints; first += runLength) {
+    for (qsizetype first = 0; first < m_numPoints; first += kRunLength) {
         ZORMathBoundingBox box;
-        for (qsizetype i = first; i <= std::min(first + runLength, m_numPoints - 1); ++i)
+        for (qsizetype i = first; i <= std::min(first + kRunLength, m_numPoints - 1); ++i)
             box.Add(points[i]);
         m_boxes.push_back(box);
     }

@@ -31,8 +31,8 @@ public:
     {
         for (size_t run = 0; run < m_boxes.size(); ++run) {
             if (MayTouch(m_boxes[run], frame, pixel, tolerance)) {
-                const auto first = qsizetype(run) * runLength;
-                visit(first, std::min(first + runLength, m_numPoints - 1));
+                const auto first = qsizetype(run) * kRunLength;
+                visit(first, std::min(first + kRunLength, m_numPoints - 1));
             }
         }
     }
@@ -41,7 +41,7 @@ public:
                          double tolerance);
 
 private:
-    static constexpr qsizetype runLength = 64; // even: no pair of points is divided
+    static constexpr qsizetype kRunLength = 64; // even: no pair of points is divided
 
     std::vector<ZORMathBoundingBox> m_boxes;
     qsizetype m_numPoints;

@@ -113,6 +113,7 @@ ZORVisStrokeFont::ZORVisStrokeFont(const QByteArray& data)
 
 const ZORVisStrokeGlyph* ZORVisStrokeFont::GetGlyph(char32_t character) const
 {
-    constexpr char32_t first = U' ';
-    return character >= first && character - first < m_glyphs.size() ? &m_glyphs[character - first] : nullptr;
+    constexpr char32_t kFirst = U' ';
+    return character >= kFirst && character - kFirst < m_glyphs.size() ? &m_glyphs[character - kFirst]
+                                                                       : nullptr;
 }

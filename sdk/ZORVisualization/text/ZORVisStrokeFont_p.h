@@ -34,7 +34,7 @@ struct ZORVisStrokeGlyph
 class ZORVisStrokeFont
 {
 public:
-    static constexpr int capitalHeight = 21;
+    static constexpr int kCapitalHeight = 21;
 
     /// Reads a file. O(n).
     /// \throws ZORSysException "vector font record %1 is damaged", counted from 0, when a field is no number,

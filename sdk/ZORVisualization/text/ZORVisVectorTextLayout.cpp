@@ -21,8 +21,8 @@ constexpr int kDefaultBlank = 16; // font units
 /// Stands for a character without strokes.
 const ZORVisStrokeGlyph& GetBox()
 {
-    constexpr qint16 top = ZORVisStrokeFont::capitalHeight;
-    static const ZORVisStrokeGlyph box = {16, {{{2, 0}, {14, 0}, {14, top}, {2, top}, {2, 0}}}};
+    constexpr qint16 kTop = ZORVisStrokeFont::kCapitalHeight;
+    static const ZORVisStrokeGlyph box = {16, {{{2, 0}, {14, 0}, {14, kTop}, {2, kTop}, {2, 0}}}};
     return box;
 }
 
@@ -45,7 +45,7 @@ bool IsLineBreak(QChar c)
 ZORVisVectorTextLayout::ZORVisVectorTextLayout(const ZORVisVectorTextData& data)
     : m_data(data)
     , m_isVertical(data.orientation == Text::Vertical)
-    , m_unit(data.textSize / ZORVisStrokeFont::capitalHeight)
+    , m_unit(data.textSize / ZORVisStrokeFont::kCapitalHeight)
     , m_pitch(Text::naturalLinePitch * data.textSize + data.lineSpacing)
     , m_slope(std::tan(data.tiltAngle * std::numbers::pi / 180))
 {

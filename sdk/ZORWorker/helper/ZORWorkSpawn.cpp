@@ -97,12 +97,12 @@ private:
 // Strings for exec(): a name and a value each.
 std::vector<QByteArray> MakeEnvironment()
 {
-    constexpr std::array<const char*, 3> withheld{
+    constexpr std::array<const char*, 3> kWithheld{
         "ZOR_API_TRACE=", "QT_QPA_PLATFORM=", "QT_QPA_PLATFORMTHEME="};
     std::vector<QByteArray> environment{"QT_QPA_PLATFORM=offscreen"};
     for (char** entry = environ; entry && *entry; ++entry) {
         const QByteArray text(*entry);
-        if (std::none_of(withheld.begin(), withheld.end(),
+        if (std::none_of(kWithheld.begin(), kWithheld.end(),
                          [&text](const char* name) { return text.startsWith(name); }))
             environment.push_back(text);
     }

@@ -17,7 +17,7 @@
 class ContourImportTest : public BenchTest
 {
 protected:
-    static constexpr const char* SettingsKey = "Debug/ImportCatiaXML/File";
+    static constexpr const char* kSettingsKey = "Debug/ImportCatiaXML/File";
     static inline const QByteArray Contour = "<OuterContour><Pt>X=1 Y=2 Z=3</Pt></OuterContour>";
 
     ContourImportTest()
@@ -30,7 +30,7 @@ protected:
     {
         QFile::remove(path);
         WriteFile(path, content);
-        GetSettings()->setValue(SettingsKey, path);
+        GetSettings()->setValue(kSettingsKey, path);
         ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg"));
     }
     /// Returns what the dialog lists for a file of this content; closes the dialog again.

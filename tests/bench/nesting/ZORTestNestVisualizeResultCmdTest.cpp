@@ -104,8 +104,8 @@ TEST_F(ZORTestNestVisualizeResultCmdTest, AsksForFilesAndNumbers)
     EXPECT_EQ(QString("Height"), shown[2].label);
     EXPECT_EQ(QStringList({"PNG Images (*.png)"}), shown[3].filters);
     EXPECT_TRUE(shown[3].isSaving);
-    constexpr int largest = std::numeric_limits<int>::max();
-    EXPECT_EQ((QList<QList<int>>{{0, -largest, largest, 1}, {0, -largest, largest, 1}}), shownNumbers);
+    constexpr int kLargest = std::numeric_limits<int>::max();
+    EXPECT_EQ((QList<QList<int>>{{0, -kLargest, kLargest, 1}, {0, -kLargest, kLargest, 1}}), shownNumbers);
 }
 
 TEST_F(ZORTestNestVisualizeResultCmdTest, SizesWithoutAreaSaveNothing)

@@ -124,8 +124,8 @@ protected:
         const QWidget* dialog = FindWindow("ZORTestNestNestingDlg");
         ASSERT_NE(nullptr, dialog);
         Click(dialog, "_ComputeBtn");
-        constexpr int patience = 30000;
-        ASSERT_TRUE(QTest::qWaitFor([] { return FindWindow("ZORTestNestNestingResultDlg"); }, patience));
+        constexpr int kPatience = 30000;
+        ASSERT_TRUE(QTest::qWaitFor([] { return FindWindow("ZORTestNestNestingResultDlg"); }, kPatience));
         FindWindow("ZORTestNestNestingResultDlg")->close();
     }
 

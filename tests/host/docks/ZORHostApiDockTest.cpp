@@ -75,7 +75,7 @@ TEST_F(ZORHostApiDockTest, IsBoundedAndShowsManyCallsInOneStep)
     for (int i = 0; i < 100'000; ++i)
         emit ZORSysApiTrace::GetInstance()->CallTraced("Class::Method(1)", i);
     dock.Flush();
-    EXPECT_EQ(ZORHostApiDock::Capacity, dock.GetModel()->rowCount());
+    EXPECT_EQ(ZORHostApiDock::kCapacity, dock.GetModel()->rowCount());
     EXPECT_EQ(1, insertions.size());
 }
 

@@ -77,17 +77,17 @@ TEST(ZORHostLineQueueTest, LinesOfManyThreadsArriveInFewBatchesAndInOrderOfTheir
         all += lines;
         ++batches;
     });
-    constexpr int perThread = 5000;
+    constexpr int kPerThread = 5000;
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&queue, t] {
-            for (int i = 0; i < perThread; ++i)
+            for (int i = 0; i < kPerThread; ++i)
                 queue.Add({t, {QString::number(i)}});
         });
     }
     for (std::thread& thread : threads)
         thread.join();
-    ASSERT_TRUE(QTest::qWaitFor([&all] { return all.size() == 4 * perThread; }, 10'000));
+    ASSERT_TRUE(QTest::qWaitFor([&all] { return all.size() == 4 * kPerThread; }, 10'000));
     EXPECT_LE(batches, 2);
     int next[4] = {};
     for (const ZORHostLine& line : all)

@@ -130,8 +130,8 @@ TEST_F(ZORHostPluginManagerTest, EveryTruncatedLibraryFailsWithAReason)
     const QByteArray contents = whole.readAll();
     const QString file = WriteFile("cut.so", contents);
     // Stack traces need the debug information at the end of the file, too.
-    constexpr qsizetype steps = 300;
-    const qsizetype step = contents.size() / steps;
+    constexpr qsizetype kSteps = 300;
+    const qsizetype step = contents.size() / kSteps;
     for (qsizetype size = contents.size() - 1; size > 0; size -= step) {
         ASSERT_TRUE(QFile::resize(file, size));
         ASSERT_EQ(QString("this is no complete library: the file is cut short or of another kind"),

@@ -262,11 +262,11 @@ TEST_F(ZORFeatObjectTest, LeavesTheTreeInEveryOrder)
 
 TEST_F(ZORFeatObjectTest, MayBeNestedDeeplyAndRemovedAtOnce)
 {
-    constexpr int depth = 100'000;
+    constexpr int kDepth = 100'000;
     ZORFeatObject* parent = root;
-    for (int i = 0; i < depth; ++i)
+    for (int i = 0; i < kDepth; ++i)
         parent = AddFolder(parent);
-    EXPECT_EQ(root->GetAllChildren().size(), depth);
+    EXPECT_EQ(root->GetAllChildren().size(), kDepth);
     EXPECT_EQ(root->GetAllChildren().constLast(), parent);
     root->Remove();
     EXPECT_EQ(container->GetNumGeometry(), 0);

@@ -187,21 +187,21 @@ TEST_F(ZORFeatBrowserChangesTest, FollowsAnyChanges)
 
 TEST_F(ZORFeatBrowserChangesTest, TakesOverManyGeometriesInAFewSteps)
 {
-    constexpr int count = 100'000;
+    constexpr int kCount = 100'000;
     tester.reset(); // it would look at every row in every step
     QSignalSpy inserted(model, &QAbstractItemModel::rowsInserted);
     QSignalSpy removed(model, &QAbstractItemModel::rowsRemoved);
     Geometries points;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < kCount; ++i)
         points.append(AddPoint());
     QCoreApplication::processEvents();
     EXPECT_EQ(inserted.size(), 1);
-    EXPECT_EQ(model->rowCount(model->index(0, 0)), count);
-    for (int i = 0; i < count; i += 2)
+    EXPECT_EQ(model->rowCount(model->index(0, 0)), kCount);
+    for (int i = 0; i < kCount; i += 2)
         delete points[i];
     QCoreApplication::processEvents();
     EXPECT_EQ(removed.size(), 1);
-    EXPECT_EQ(model->rowCount(model->index(0, 0)), count / 2);
+    EXPECT_EQ(model->rowCount(model->index(0, 0)), kCount / 2);
     EXPECT_EQ(model->index(7, 0, model->index(0, 0)).data().toString(), QStringLiteral("CartesianPoint.16"));
 }
 

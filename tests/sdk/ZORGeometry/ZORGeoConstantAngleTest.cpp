@@ -38,8 +38,8 @@ ZORMathPoint OnSphere(double longitude, double latitude)
 
 TEST(ZORGeoConstantAngleTest, IsALineOfConstantBearingOnASphere)
 {
-    constexpr double length = 306.180080803;
-    constexpr double turned = 3.618312084;
+    constexpr double kLength = 306.180080803;
+    constexpr double kTurned = 3.618312084;
     const auto error = [](int rows) {
         const auto sphere = Sphere(100, rows).Make();
         double sum = 0;
@@ -47,8 +47,8 @@ TEST(ZORGeoConstantAngleTest, IsALineOfConstantBearingOnASphere)
             const double longitude = 0.1234 + 0.31 * i;
             // Clockwise from north, seen from outside.
             const Result result =
-                Follow(*sphere, OnSphere(longitude, 0), 0, length, {0, 0, 1}, -70 * kPi / 180);
-            sum += EndOf(result).DistanceTo(OnSphere(longitude + turned, kPi / 3)) / 10;
+                Follow(*sphere, OnSphere(longitude, 0), 0, kLength, {0, 0, 1}, -70 * kPi / 180);
+            sum += EndOf(result).DistanceTo(OnSphere(longitude + kTurned, kPi / 3)) / 10;
         }
         return sum;
     };

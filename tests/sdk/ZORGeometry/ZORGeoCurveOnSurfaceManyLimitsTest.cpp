@@ -20,8 +20,8 @@ std::vector<Limit> MakeRandomLimits(const ZORGeoSurface& surface, int count, std
     std::uniform_real_distribution<double> place(0.05, 0.95);
     std::uniform_real_distribution<double> length(0.02, 0.5);
     std::uniform_real_distribution<double> angles(0, 2 * std::numbers::pi);
-    constexpr int behaviors[] = {kSoftStart, kSoftEnd, kSoftStart | kSoftEnd,
-                                 kHardStart, kHardEnd, kHardStart | kHardEnd};
+    constexpr int kBehaviors[] = {kSoftStart, kSoftEnd, kSoftStart | kSoftEnd,
+                                  kHardStart, kHardEnd, kHardStart | kHardEnd};
     std::vector<Limit> limits;
     for (int i = 0; i < count; ++i) {
         const double x = place(random);
@@ -30,7 +30,7 @@ std::vector<Limit> MakeRandomLimits(const ZORGeoSurface& surface, int count, std
         const Result line = Processor(&surface, 0, reach)
                                 .ComputeGeodesic(surface.Project({x, y, 0}), {1, 0, 0}, angles(random));
         limits.push_back({std::make_unique<ZORGeoCurveOnSurface>(line.GetLocations(), false),
-                          behaviors[random() % std::size(behaviors)]});
+                          kBehaviors[random() % std::size(kBehaviors)]});
     }
     return limits;
 }

@@ -144,10 +144,10 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, ClosedCurvesThatWouldShrinkToAPointAreLef
 TEST(ZORGeoCurveOnSurfaceSmootherTest, RoundsOffEveryCornerOfALongCurve)
 {
     const auto surface = Plane(64).Make();
-    constexpr int legs = 20;
+    constexpr int kLegs = 20;
     QList<ZORMathPoint> corners;
-    for (int i = 0; i < legs; ++i) {
-        const double x = -280 + i * 560.0 / legs;
+    for (int i = 0; i < kLegs; ++i) {
+        const double x = -280 + i * 560.0 / kLegs;
         const double y = i % 2 == 0 ? -100 : 100;
         corners << ZORMathPoint(x, y, 0) << ZORMathPoint(x, -y, 0);
     }
@@ -159,7 +159,7 @@ TEST(ZORGeoCurveOnSurfaceSmootherTest, RoundsOffEveryCornerOfALongCurve)
     const Locations curve = Through(*surface, points);
     const Locations smooth = SmoothAndCheck(curve, 2);
     EXPECT_GE(SmallestPlaneRadius(smooth, 2) * kAllowed, 2);
-    const int bends = 2 * legs - 2;
+    const int bends = 2 * kLegs - 2;
     EXPECT_NEAR(LengthOf(smooth), LengthOf(curve) - bends * (4 - pi), 1e-4);
 }
 

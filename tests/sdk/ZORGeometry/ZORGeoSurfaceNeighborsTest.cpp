@@ -156,15 +156,15 @@ TEST(ZORGeoSurfaceNeighborsTest, RandomMeshesFollowTheRule)
 // Every triangle of the fan shares the first vertex, or even the first edge.
 TEST(ZORGeoSurfaceNeighborsTest, AHubOfManyTrianglesIsNoBurden)
 {
-    constexpr int spokes = 200000;
+    constexpr int kSpokes = 200000;
     TestMesh fan;
     TestMesh book;
-    for (int i = 0; i < spokes + 2; ++i)
+    for (int i = 0; i < kSpokes + 2; ++i)
         fan.vertices.append(ZORMathPoint(i, 0, 0));
     book.vertices = fan.vertices;
-    for (int i = spokes; i > 0; --i) {
+    for (int i = kSpokes; i > 0; --i) {
         fan.triangles.append({0, i, i + 1});
-        book.triangles.append({0, 1, 2 + i % (spokes - 1)});
+        book.triangles.append({0, 1, 2 + i % (kSpokes - 1)});
     }
     EXPECT_EQ(Neighbors({3, 0, 1}), NeighborsOf(*fan.Make(), 2));
     EXPECT_EQ(Neighbors({0, 0, 0}), NeighborsOf(*book.Make(), 2));

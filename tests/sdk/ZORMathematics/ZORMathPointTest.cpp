@@ -78,8 +78,8 @@ TEST(ZORMathPointTest, DistanceHoldsForLargeAndSmallCoordinates)
 {
     EXPECT_DOUBLE_EQ(5e200, ZORMathPoint(3e200, 0, 0).DistanceTo({0, 4e200, 0}));
     EXPECT_DOUBLE_EQ(5e-200, ZORMathPoint(3e-200, 0, 0).DistanceTo({0, 4e-200, 0}));
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(infinity, ZORMathPoint(infinity, 0, 0).DistanceTo({}));
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(kInfinity, ZORMathPoint(kInfinity, 0, 0).DistanceTo({}));
 }
 
 } // namespace

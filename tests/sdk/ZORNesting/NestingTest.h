@@ -16,11 +16,11 @@
 class NestingTest : public testing::Test
 {
 protected:
-    static constexpr int Patience = 60000; // ms until a test gives up
+    static constexpr int kPatience = 60000; // ms until a test gives up
 
     static bool WaitForEnd(const ZORNestNestingResponse* response)
     {
-        return QTest::qWaitFor([=] { return response->IsAtEnd(); }, Patience);
+        return QTest::qWaitFor([=] { return response->IsAtEnd(); }, kPatience);
     }
     /// Runs a job until it is completed.
     ZORNestNestingResponse* Nest(const ZORNestNestingInput& input)

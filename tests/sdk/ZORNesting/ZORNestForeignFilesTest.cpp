@@ -116,8 +116,8 @@ TEST_F(ZORNestForeignFilesTest, ReportsShowNamesLiterallyAndLoadNothing)
     document.setHtml(html);
     EXPECT_GT(document.size().height(), 0);
     EXPECT_FALSE(watch.WasOpened());
-    constexpr int numNames = 8; // material, end, part twice, reason, two remarks, sheet
-    EXPECT_EQ(numNames, document.toPlainText().count(hostile));
+    constexpr int kNumNames = 8; // material, end, part twice, reason, two remarks, sheet
+    EXPECT_EQ(kNumNames, document.toPlainText().count(hostile));
     // Its only pictures are in the text itself, and there is nothing to click or to run.
     static const QRegularExpression reference(
         "(src|href|url|action|on\\w+)\\s*+[=(]\\s*+[\"']?+(?!data:image/png;base64,)",

@@ -109,7 +109,7 @@ protected:
         Response* const response = processor->AddInput(MakeEndlessJob());
         const double before = GetHelperTime();
         processor->Execute(response);
-        EXPECT_TRUE(QTest::qWaitFor([=] { return GetHelperTime() > before + 0.6; }, Patience));
+        EXPECT_TRUE(QTest::qWaitFor([=] { return GetHelperTime() > before + 0.6; }, kPatience));
         EXPECT_EQ(Response::Running, response->GetStatus());
         return response;
     }
@@ -147,7 +147,7 @@ protected:
         ZORWorkResponse* const response = Add("long.dxf", Dxf(entities), "dxf");
         const double before = GetHelperTime();
         processor->Execute();
-        EXPECT_TRUE(QTest::qWaitFor([=] { return GetHelperTime() > before + 0.05; }, Patience));
+        EXPECT_TRUE(QTest::qWaitFor([=] { return GetHelperTime() > before + 0.05; }, kPatience));
         EXPECT_EQ(ZORWorkResponse::Running, response->GetStatus());
         return response;
     }
@@ -161,7 +161,7 @@ protected:
     }
     static bool WaitForEnd(const ZORWorkResponse* response)
     {
-        return QTest::qWaitFor([=] { return response->IsAtEnd(); }, Patience);
+        return QTest::qWaitFor([=] { return response->IsAtEnd(); }, kPatience);
     }
     void ExpectNextTranslationWorks()
     {
@@ -171,7 +171,7 @@ protected:
         EXPECT_EQ(ZORWorkResponse::Finished, next->GetStatus()) << qPrintable(next->GetFailureReason());
     }
 
-    static constexpr int Patience = 60000; // ms
+    static constexpr int kPatience = 60000; // ms
     const QTemporaryDir directory;
     std::unique_ptr<ZORNestTranslationProcessor> processor = std::make_unique<ZORNestTranslationProcessor>();
 };
@@ -292,7 +292,7 @@ TEST_F(ZORNestHelperJobsTest, AJobOfFiveThousandPartsIsCanceledAtOnce)
         Response* const response = processor->AddInput(input);
         const double before = GetHelperTime();
         processor->Execute(response);
-        ASSERT_TRUE(!isRunning || QTest::qWaitFor([=] { return GetHelperTime() > before + 0.3; }, Patience));
+        ASSERT_TRUE(!isRunning || QTest::qWaitFor([=] { return GetHelperTime() > before + 0.3; }, kPatience));
         processor->Cancel(response);
         EXPECT_EQ(Response::Canceling, response->GetStatus());
         ASSERT_TRUE(WaitForEnd(response));

@@ -220,11 +220,11 @@ TEST(ZORNestHostileDxfTest, ManyOutlinesInEachOtherAlternate)
 {
     Runner runner("dxf");
     QByteArray circles;
-    constexpr int count = 4000;
-    for (int i = 1; i <= count; ++i)
+    constexpr int kCount = 4000;
+    for (int i = 1; i <= kCount; ++i)
         circles += Circle(0, 0, i);
     const QList<ZORNestResult> results = runner.Translate(Dxf(circles));
-    ASSERT_EQ(count / 2, results.size());
+    ASSERT_EQ(kCount / 2, results.size());
     for (const ZORNestResult& result : results)
         EXPECT_EQ(2, result.GetItems().constFirst()->GetShapes().size());
 }

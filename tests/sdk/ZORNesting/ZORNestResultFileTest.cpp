@@ -147,17 +147,17 @@ TEST(ZORNestResultFileTest, DamagedSizesOfStacksAreRefused)
 TEST(ZORNestResultFileTest, KeepsTheBytesOfAllNumbers)
 {
     using Segment = ZORNestResultSegment;
-    constexpr double largest = std::numeric_limits<double>::max();
-    constexpr double smallest = std::numeric_limits<double>::denorm_min();
-    const ZORMathPoint a(largest, -largest, smallest);
-    const ZORMathPoint b(-0.0, -smallest, 1.0 + 1e-15);
+    constexpr double kLargest = std::numeric_limits<double>::max();
+    constexpr double kSmallest = std::numeric_limits<double>::denorm_min();
+    const ZORMathPoint a(kLargest, -kLargest, kSmallest);
+    const ZORMathPoint b(-0.0, -kSmallest, 1.0 + 1e-15);
     const QList<QColor> colors = {
         QColor(),          QColor(0, 0, 0, 0),         QColor(1, 2, 3, 4),
         QColor(Qt::white), QColor::fromHsv(300, 9, 7), QColor::fromRgbF(0.1f, 0.2f, 0.3f)};
     ZORNestResultItem item(QString::fromUtf8("\U0001f600\u0301\u202e\ufeff"));
     item.SetComment(QString(QChar(0)) + QStringLiteral("\r\n"));
     item.SetPosition(a);
-    item.SetOrientation(-largest);
+    item.SetOrientation(-kLargest);
     for (int layer = -1; layer <= 16; ++layer) {
         QList<Segment> segments = {
             Segment::CreateLine(a, b),
@@ -167,8 +167,8 @@ TEST(ZORNestResultFileTest, KeepsTheBytesOfAllNumbers)
                 {Segment::CreateLine(b, b), Segment::CreateArc(Segment::ArcClockwise, b, a, b)}),
             Segment::CreateText(a, b, QString::fromUtf8("\u00e4\U0001f600")),
             Segment::CreateOther(Segment::SegmentType(std::numeric_limits<int>::min()), a, b)};
-        segments[4].SetTextHeight(largest);
-        segments[4].SetTextAngle(-smallest);
+        segments[4].SetTextHeight(kLargest);
+        segments[4].SetTextAngle(-kSmallest);
         segments[4].SetTextWidth(-0.0);
         for (qsizetype i = 0; i < segments.size(); ++i) {
             segments[i].SetLayer(Segment::Layer(layer == 16 ? std::numeric_limits<int>::max() : layer));

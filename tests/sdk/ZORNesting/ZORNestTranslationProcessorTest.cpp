@@ -155,18 +155,18 @@ TEST_F(ZORNestTranslationProcessorTest, NamesOfPartsBecomeNamesOfFilesOnce)
 TEST_F(ZORNestTranslationProcessorTest, ManyPartsOfOneNameAreNumbered)
 {
     // To check every number for every part takes minutes.
-    constexpr int count = 10000;
+    constexpr int kCount = 10000;
     const QByteArray contour = "<Ply NAME='p'><OuterContour><Pt>0 0</Pt><Pt>1 0</Pt><Pt>1 1</Pt>"
                                "</OuterContour></Ply>";
     ZORNestTranslationResponse* const response =
-        Add(Write("x.xml", "<r>" + contour.repeated(count) + "</r>"), "contour-xml");
+        Add(Write("x.xml", "<r>" + contour.repeated(kCount) + "</r>"), "contour-xml");
     processor->Execute();
     ASSERT_TRUE(WaitForEnd(response));
     const QStringList files = GetFiles(response);
-    ASSERT_EQ(count, files.size());
+    ASSERT_EQ(kCount, files.size());
     EXPECT_EQ("p.msi", QFileInfo(files[0]).fileName());
     EXPECT_EQ("p-2.msi", QFileInfo(files[1]).fileName());
-    EXPECT_EQ("p-10000.msi", QFileInfo(files[count - 1]).fileName());
+    EXPECT_EQ("p-10000.msi", QFileInfo(files[kCount - 1]).fileName());
 }
 
 TEST_F(ZORNestTranslationProcessorTest, NumbersThatPartsBearThemselvesAreSkipped)

@@ -298,14 +298,14 @@ TEST_F(ZORSysApiTraceTest, ThreadsHaveTheirOwnNesting)
 {
     const QString fileName = directory.filePath("threads.txt");
     ZORSysApiTrace::GetInstance()->SetFile(fileName);
-    constexpr int threadCount = 4;
-    constexpr int callCount = 500;
+    constexpr int kThreadCount = 4;
+    constexpr int kCallCount = 500;
     {
         std::vector<std::thread> threads;
-        threads.reserve(threadCount);
-        for (int t = 0; t < threadCount; ++t) {
+        threads.reserve(kThreadCount);
+        for (int t = 0; t < kThreadCount; ++t) {
             threads.emplace_back([t] {
-                for (int i = 0; i < callCount; ++i)
+                for (int i = 0; i < kCallCount; ++i)
                     TracedCalls::StaticOuter(t, i);
             });
         }
@@ -315,11 +315,11 @@ TEST_F(ZORSysApiTraceTest, ThreadsHaveTheirOwnNesting)
     ZORSysApiTrace::GetInstance()->SetFile({});
     QStringList lines = LinesOf(fileName);
     EXPECT_TRUE(lines.takeLast().isEmpty());
-    EXPECT_EQ(threadCount * callCount, lines.size());
-    QList<int> next(threadCount, 0);
+    EXPECT_EQ(kThreadCount * kCallCount, lines.size());
+    QList<int> next(kThreadCount, 0);
     for (const QString& line : lines) {
         bool isKnown = false;
-        for (int t = 0; t < threadCount && !isKnown; ++t) {
+        for (int t = 0; t < kThreadCount && !isKnown; ++t) {
             isKnown = line
                       == QString("TracedCalls::StaticOuter(%1, %2)")
                              .arg(QString::number(t), QString::number(next[t]));

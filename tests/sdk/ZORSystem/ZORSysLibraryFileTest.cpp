@@ -168,10 +168,10 @@ TEST_F(ZORSysLibraryFileTest, APipeFailsWithoutWaiting)
 TEST_F(ZORSysLibraryFileTest, EveryTruncatedLibraryFails)
 {
     ASSERT_TRUE(IsWhole(whole));
-    constexpr qsizetype stepInside = 211;
-    constexpr qsizetype numDense = 600; // at either end of the file every length is tried
+    constexpr qsizetype kStepInside = 211;
+    constexpr qsizetype kNumDense = 600; // at either end of the file every length is tried
     for (qsizetype size = whole.size() - 1; size >= 0;
-         size -= size < numDense || size > whole.size() - numDense ? 1 : stepInside) {
+         size -= size < kNumDense || size > whole.size() - kNumDense ? 1 : kStepInside) {
         ASSERT_TRUE(QFile::resize(path, size));
         ASSERT_FALSE(ZORSysLibraryFile::IsWhole(path)) << size;
     }
@@ -239,13 +239,13 @@ TEST_F(ZORSysLibraryFileTest, TablesOfTheLinkerThatLeadAstrayFail)
 // The file has holes: it takes no room on the disk.
 TEST_F(ZORSysLibraryFileTest, AChainWithoutEndInAnEnormousFileIsReadInFewSteps)
 {
-    constexpr qsizetype enormous = qsizetype(1) << 30;
-    ExtendLastSegment(enormous);
+    constexpr qsizetype kEnormous = qsizetype(1) << 30;
+    ExtendLastSegment(kEnormous);
     MoveBehind(SHT_GNU_HASH, DT_GNU_HASH);
     for (const quint32 number : {1, 1, 1, 0, 0, 0, 1}) // one bucket and the empty filter; all links are zeros
         Append(number);
     ASSERT_FALSE(IsWhole(whole));
-    ASSERT_TRUE(QFile::resize(path, enormous));
+    ASSERT_TRUE(QFile::resize(path, kEnormous));
     const SystemCallFaults calls;
     SystemCallFaults::reads = 0;
     EXPECT_FALSE(ZORSysLibraryFile::IsWhole(path));
@@ -255,16 +255,16 @@ TEST_F(ZORSysLibraryFileTest, AChainWithoutEndInAnEnormousFileIsReadInFewSteps)
 
 TEST_F(ZORSysLibraryFileTest, VersionsThatShareTheirListsAreReadInFewSteps)
 {
-    constexpr quint16 numVersions = 65535, numLists = 500;
-    const qsizetype size = whole.size() + 16 + (numVersions + numLists) * qsizetype(sizeof(Elf64_Vernaux));
+    constexpr quint16 kNumVersions = 65535, numLists = 500;
+    const qsizetype size = whole.size() + 16 + (kNumVersions + numLists) * qsizetype(sizeof(Elf64_Vernaux));
     ExtendLastSegment(size);
     MoveBehind(SHT_GNU_verneed, DT_VERNEED);
     SetEntry(DT_VERNEEDNUM, numLists);
     for (quint32 left = numLists; left > 0; --left) {
         const auto distanceOfNext = quint32(sizeof(Elf64_Verneed));
-        Append(Elf64_Verneed{1, numVersions, 0, left * distanceOfNext, left > 1 ? distanceOfNext : 0});
+        Append(Elf64_Verneed{1, kNumVersions, 0, left * distanceOfNext, left > 1 ? distanceOfNext : 0});
     }
-    for (quint32 left = numVersions; left > 0; --left)
+    for (quint32 left = kNumVersions; left > 0; --left)
         Append(Elf64_Vernaux{0, 0, 0x7fff, 0, left > 1 ? quint32(sizeof(Elf64_Vernaux)) : 0});
     whole.append(size - whole.size(), char(0));
     const SystemCallFaults calls;
@@ -292,8 +292,8 @@ TEST_F(ZORSysLibraryFileTest, RandomDamageIsSurvived)
 {
     std::mt19937 random(20260);
     int numRefused = 0;
-    constexpr int numFiles = 500;
-    for (int i = 0; i < numFiles; ++i) {
+    constexpr int kNumFiles = 500;
+    for (int i = 0; i < kNumFiles; ++i) {
         QByteArray contents = whole;
         const int numBytes = 1 + int(random() % 4);
         for (int k = 0; k < numBytes; ++k) {
@@ -306,8 +306,8 @@ TEST_F(ZORSysLibraryFileTest, RandomDamageIsSurvived)
         }
         numRefused += !IsWhole(contents);
     }
-    EXPECT_GT(numRefused, numFiles / 10);
-    EXPECT_LT(numRefused, numFiles);
+    EXPECT_GT(numRefused, kNumFiles / 10);
+    EXPECT_LT(numRefused, kNumFiles);
 }
 
 } // namespace

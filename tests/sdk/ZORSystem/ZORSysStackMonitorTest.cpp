@@ -72,17 +72,17 @@ TEST_F(ZORSysStackMonitorTest, TraceWithoutFramesCountsAsOne)
 
 TEST_F(ZORSysStackMonitorTest, KeepsTheNewestTracesOfALabelAndSaysHowManyWent)
 {
-    constexpr int surplus = 3;
+    constexpr int kSurplus = 3;
     for (int i = 0; i < ZORSysStackMonitor::MaximumTraces; ++i)
-        RecordHere("many", i < surplus ? 1 : 2);
+        RecordHere("many", i < kSurplus ? 1 : 2);
     EXPECT_EQ(0, monitor->GetDroppedCount("many"));
     EXPECT_EQ(1, monitor->GetStackTraces("many").constFirst().GetNumFrames());
-    for (int i = 0; i < surplus; ++i)
+    for (int i = 0; i < kSurplus; ++i)
         RecordHere("many", 2);
 
     const QList<ZORSysStackTrace> traces = monitor->GetStackTraces("many");
     EXPECT_EQ(ZORSysStackMonitor::MaximumTraces, traces.size());
-    EXPECT_EQ(surplus, monitor->GetDroppedCount("many"));
+    EXPECT_EQ(kSurplus, monitor->GetDroppedCount("many"));
     EXPECT_EQ(2, traces.constFirst().GetNumFrames());
     EXPECT_TRUE(traces[0].ToSTring("> ", 0).startsWith("> (3 older traces were dropped)\n> #0  "));
     EXPECT_TRUE(traces[1].ToSTring("> ", 0).startsWith("> #0  "));
@@ -92,12 +92,12 @@ TEST_F(ZORSysStackMonitorTest, KeepsTheNewestTracesOfALabelAndSaysHowManyWent)
 
 TEST_F(ZORSysStackMonitorTest, ThreadsRecordAndShowAtTheSameTime)
 {
-    constexpr int rounds = 200;
+    constexpr int kRounds = 200;
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([this, t] {
             const QString own = QString::number(t);
-            for (int i = 0; i < rounds; ++i) {
+            for (int i = 0; i < kRounds; ++i) {
                 RecordHere("shared");
                 RecordHere(own);
                 if (i % 20 != 0)
@@ -108,7 +108,7 @@ TEST_F(ZORSysStackMonitorTest, ThreadsRecordAndShowAtTheSameTime)
     }
     for (std::thread& thread : threads)
         thread.join();
-    EXPECT_EQ(4 * rounds, monitor->GetStackTraces("shared").size());
+    EXPECT_EQ(4 * kRounds, monitor->GetStackTraces("shared").size());
     EXPECT_EQ(5, monitor->GetLabels().size());
 }
 

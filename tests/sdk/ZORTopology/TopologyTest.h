@@ -19,7 +19,7 @@
 class TopologyTest : public testing::Test
 {
 protected:
-    static constexpr double Degree = std::numbers::pi / 180;
+    static constexpr double kDegree = std::numbers::pi / 180;
 
     ZORGeoPolyline* AddPolyline(const ZORMathSetOfPoints& points)
     {
@@ -28,11 +28,11 @@ protected:
     ZORGeoSurface* AddSurface(const TestMesh& mesh) { return Register(mesh.Make(&container).release()); }
     ZORTopBody* Divide(const ZORMathSetOfPoints& points, double degrees = 45)
     {
-        return factory.CreateCurve(AddPolyline(points), degrees * Degree);
+        return factory.CreateCurve(AddPolyline(points), degrees * kDegree);
     }
     ZORTopBody* Divide(const TestMesh& mesh, double degrees = 45)
     {
-        return factory.CreateSurface(AddSurface(mesh), degrees * Degree);
+        return factory.CreateSurface(AddSurface(mesh), degrees * kDegree);
     }
 
     /// "faces/edges/vertices"

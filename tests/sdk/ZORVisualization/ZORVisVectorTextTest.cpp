@@ -278,13 +278,13 @@ TEST(ZORVisVectorTextTest, NoInputGivesCoordinatesThatAreNotFinite)
 
 TEST(ZORVisVectorTextTest, LongTextsAreLaidOutInOneGo)
 {
-    constexpr int count = 100000;
-    const auto lines = CreateText(QString("I\n").repeated(count)).GetPolylines();
-    ASSERT_EQ(count, lines.size());
-    EXPECT_NEAR(-35.0 * (count - 1), lines.back()[1].GetY(), 1e-6);
-    const auto line = CreateText(QString(count, u'I')).GetPolylines();
-    ASSERT_EQ(count, line.size());
-    EXPECT_NEAR(8.0 * (count - 1) + 4, line.back()[1].GetX(), 1e-6);
+    constexpr int kCount = 100000;
+    const auto lines = CreateText(QString("I\n").repeated(kCount)).GetPolylines();
+    ASSERT_EQ(kCount, lines.size());
+    EXPECT_NEAR(-35.0 * (kCount - 1), lines.back()[1].GetY(), 1e-6);
+    const auto line = CreateText(QString(kCount, u'I')).GetPolylines();
+    ASSERT_EQ(kCount, line.size());
+    EXPECT_NEAR(8.0 * (kCount - 1) + 4, line.back()[1].GetX(), 1e-6);
 }
 
 TEST(ZORVisVectorTextTest, SettersAreTracedWithTheirValues)

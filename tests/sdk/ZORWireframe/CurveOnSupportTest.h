@@ -80,11 +80,11 @@ protected:
                << testing::PrintToString(first) << " to " << testing::PrintToString(last);
     }
 
-    static constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    static constexpr double pi = std::numbers::pi;
-    static constexpr auto PointToPoint = ZORWFCurveOnSupport::PointToPoint;
-    static constexpr auto PointDirection = ZORWFCurveOnSupport::PointDirection;
-    static constexpr auto ConstantAngle = ZORWFCurveOnSupport::ConstantAngle;
+    static constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    static constexpr double kPi = std::numbers::pi;
+    static constexpr auto kPointToPoint = ZORWFCurveOnSupport::PointToPoint;
+    static constexpr auto kPointDirection = ZORWFCurveOnSupport::PointDirection;
+    static constexpr auto kConstantAngle = ZORWFCurveOnSupport::ConstantAngle;
 
     ZORGeoSurface* surface;
     ZORWFRawSurface* support;

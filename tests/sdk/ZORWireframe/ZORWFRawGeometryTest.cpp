@@ -19,8 +19,8 @@ protected:
         else
             return AddSquare("G");
     }
-    static constexpr int dimension = std::is_same_v<Feature, ZORWFRawCurve> ? 1 : 2;
-    static QString GetName() { return QLatin1String(dimension == 1 ? "RawCurve.1" : "RawSurface.1"); }
+    static constexpr int kDimension = std::is_same_v<Feature, ZORWFRawCurve> ? 1 : 2;
+    static QString GetName() { return QLatin1String(kDimension == 1 ? "RawCurve.1" : "RawSurface.1"); }
     static QString GetClassName() { return QLatin1String(Feature::staticMetaObject.className()); }
 };
 

@@ -56,8 +56,8 @@ DepthField::DepthField(const Polygon& polygon)
 ZOR_VECTOR_CLONES
 double DepthField::GetDepth(Point p) const
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    Quad nearest{infinity, infinity, infinity, infinity};
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    Quad nearest{kInfinity, kInfinity, kInfinity, kInfinity};
     QuadMask odd{};
     for (size_t i = 0; i < m_x.size(); i += 4) {
         const Quad px = p.x - At(&m_x[i]);

@@ -19,8 +19,8 @@ Transform::Transform(const Pose& pose)
     , m_sine(std::sin(pose.angle))
     , m_move(pose.position)
 {
-    constexpr double noise = 1e-12;
-    if (std::abs(m_cosine) < noise || std::abs(m_sine) < noise) {
+    constexpr double kNoise = 1e-12;
+    if (std::abs(m_cosine) < kNoise || std::abs(m_sine) < kNoise) {
         m_cosine = std::round(m_cosine);
         m_sine = std::round(m_sine);
     }

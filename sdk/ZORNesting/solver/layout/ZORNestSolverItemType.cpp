@@ -51,9 +51,9 @@ void AddAngles(std::vector<PoseClass>& classes, bool mirrored, double middle, do
 /// \param loss  becomes Coarse where so few corners take more area
 Polygon Simplify(const Polygon& polygon, double largestGrowth, const Interruption& isOver, OutlineLoss& loss)
 {
-    constexpr double rounding = 1e-6;
+    constexpr double kRounding = 1e-6;
     Polygon simple = SimplifyOutwards(polygon, largestGrowth, isOver, kMostShapeCorners);
-    if (GetArea(simple) > GetArea(polygon) * (1 + largestGrowth + rounding) && loss == OutlineLoss::None)
+    if (GetArea(simple) > GetArea(polygon) * (1 + largestGrowth + kRounding) && loss == OutlineLoss::None)
         loss = OutlineLoss::Coarse;
     return simple;
 }

@@ -20,14 +20,14 @@ struct FloatBox
 /// At least as large; in no time.
 FloatBox Widened(const Box& box)
 {
-    constexpr float unit = 0x1p-23F;
+    constexpr float kUnit = 0x1p-23F;
     const auto low = [](double value) {
         const float rounded = static_cast<float>(value);
-        return rounded - std::abs(rounded) * unit;
+        return rounded - std::abs(rounded) * kUnit;
     };
     const auto high = [](double value) {
         const float rounded = static_cast<float>(value);
-        return rounded + std::abs(rounded) * unit;
+        return rounded + std::abs(rounded) * kUnit;
     };
     return {low(box.min.x), low(box.min.y), high(box.max.x), high(box.max.y)};
 }
@@ -71,11 +71,11 @@ Layout::Layout(std::shared_ptr<const Problem> problem)
     m_positions.resize(all);
     m_losses.assign(items * m_stride, 0);
     m_weights.assign(items * m_stride, 1);
-    constexpr float far = std::numeric_limits<float>::infinity();
-    m_minX.assign(m_stride, far);
-    m_minY.assign(m_stride, far);
-    m_maxX.assign(m_stride, -far);
-    m_maxY.assign(m_stride, -far);
+    constexpr float kFar = std::numeric_limits<float>::infinity();
+    m_minX.assign(m_stride, kFar);
+    m_minY.assign(m_stride, kFar);
+    m_maxX.assign(m_stride, -kFar);
+    m_maxY.assign(m_stride, -kFar);
     m_neighbours.resize(m_stride + kBoxPadding);
     for (size_t h = 0; h < m_problem->hazards.size(); ++h) {
         const Hazard& hazard = m_problem->hazards[h];

@@ -57,10 +57,10 @@ Steps Divide(const Arc& arc, const Fineness& fineness)
 /// Checks whether tangents reach farther beyond an arc than they may.
 bool IsCoarse(const Arc& arc, const Fineness& fineness)
 {
-    constexpr double rounding = 1e-6;
+    constexpr double kRounding = 1e-6;
     const double step = std::min({fineness.GetLargestStep(arc.radius), kQuarterTurn, std::abs(arc.sweep)});
     const double sine = std::sin(step / 4);
-    return arc.radius * 2 * sine * sine / std::cos(step / 2) > fineness.sagitta * (1 + rounding);
+    return arc.radius * 2 * sine * sine / std::cos(step / 2) > fineness.sagitta * (1 + kRounding);
 }
 
 template<class Function>

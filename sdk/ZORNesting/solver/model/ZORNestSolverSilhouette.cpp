@@ -239,21 +239,21 @@ double Silhouette::GetExtent(double direction) const
 /// the limit.
 void Silhouette::AddCriticalDirections(double limit, std::vector<double>& directions) const
 {
-    constexpr double half = std::numbers::pi;
-    std::vector<double> starts{0, half};
+    constexpr double kHalf = std::numbers::pi;
+    std::vector<double> starts{0, kHalf};
     for (const Piece& piece : m_pieces)
-        starts.push_back(piece.from < half ? piece.from : piece.from - half);
+        starts.push_back(piece.from < kHalf ? piece.from : piece.from - kHalf);
     std::sort(starts.begin(), starts.end());
     directions.insert(directions.end(), starts.begin(), starts.end());
     for (size_t i = 0; i + 1 < starts.size(); ++i) {
         const double middle = (starts[i] + starts[i + 1]) / 2;
         const Piece& first = m_pieces[FindPiece(middle)];
-        const Piece& second = m_pieces[FindPiece(middle + half)];
+        const Piece& second = m_pieces[FindPiece(middle + kHalf)];
         const Point between = first.center - second.center;
         const double top = std::atan2(between.y, between.x);
         const double cosine = (limit - first.radius - second.radius) / Length(between);
         const double opening = std::abs(cosine) <= 1 ? std::acos(cosine) : 0;
-        for (const double direction : {top + half, top - opening, top + opening}) {
+        for (const double direction : {top + kHalf, top - opening, top + opening}) {
             const double wrapped = Wrapped(direction);
             if (wrapped > starts[i] && wrapped < starts[i + 1])
                 directions.push_back(wrapped);
@@ -310,11 +310,11 @@ std::vector<AngleRange> Silhouette::FindFitting(bool mirrored, double middle, do
 std::optional<TurnedLength> Silhouette::FindShortest(bool mirrored, double middle, double deviation,
                                                      double width) const
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     std::optional<TurnedLength> shortest;
-    for (const AngleRange& range : FindFitting(mirrored, middle, deviation, infinity, width)) {
+    for (const AngleRange& range : FindFitting(mirrored, middle, deviation, kInfinity, width)) {
         std::vector<double> angles{range.from, range.to};
-        AddCriticalAngles(mirrored, range, infinity, 0, angles);
+        AddCriticalAngles(mirrored, range, kInfinity, 0, angles);
         for (const double angle : angles)
             if (const double length = GetExtent(GetSense(mirrored) * angle);
                 !shortest || length < shortest->length)

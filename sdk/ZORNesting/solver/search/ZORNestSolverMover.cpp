@@ -135,8 +135,8 @@ void Mover::OfferSamples(size_t item, const MoveEffort& effort)
 
 Stand Mover::FindBetter(size_t item, const MoveEffort& effort)
 {
-    constexpr Steps coarse{0.25, 0.02, 5 * kDegree, 1 * kDegree};
-    constexpr Steps fine{0.01, 0.001, 0.5 * kDegree, 0.05 * kDegree};
+    constexpr Steps kCoarse{0.25, 0.02, 5 * kDegree, 1 * kDegree};
+    constexpr Steps kFine{0.01, 0.001, 0.5 * kDegree, 0.05 * kDegree};
     const Stand present = m_layout.GetStand(item);
     const double presentLoss = m_layout.GetWeightedItemLoss(item);
     m_best.clear();
@@ -145,10 +145,10 @@ Stand Mover::FindBetter(size_t item, const MoveEffort& effort)
     if (m_best.front().loss <= 0)
         return m_best.front().stand;
     for (Candidate& candidate : m_best)
-        Descend(item, candidate, coarse);
+        Descend(item, candidate, kCoarse);
     Candidate best = *std::min_element(
         m_best.begin(), m_best.end(), [](const Candidate& a, const Candidate& b) { return a.loss < b.loss; });
-    Descend(item, best, fine);
+    Descend(item, best, kFine);
     return best.loss < presentLoss ? best.stand : present;
 }
 

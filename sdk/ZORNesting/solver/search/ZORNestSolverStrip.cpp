@@ -111,9 +111,9 @@ void StripSearch::Construct(const Budget& budget)
 /// A place right of a line and beside all hazards; every item fits the width.
 Stand StripSearch::FindBehind(size_t item, double line) const
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
     Box behind = m_layout.GetWindow(0);
-    behind.max.x = infinity;
+    behind.max.x = kInfinity;
     while (true) {
         behind.min.x = line;
         Stand stand = *FindFitting(m_layout.GetType(item), behind);
@@ -121,13 +121,13 @@ Stand StripSearch::FindBehind(size_t item, double line) const
         const ItemType& type = m_layout.GetType(item);
         type.Turn(type.classes[stand.poseClass].mirrored, stand.angle, shape);
         stand.position.x = line - std::min(shape.box.min.x, shape.extent.min.x);
-        double next = infinity; // right of the hazard that ends first
+        double next = kInfinity; // right of the hazard that ends first
         for (const Hazard& hazard : m_layout.GetProblem().hazards) {
             const Box box = hazard.shape.box.Moved(hazard.position);
             if (box.max.x > line && box.Overlaps(shape.box.Moved(stand.position)))
                 next = std::min(next, box.max.x);
         }
-        if (next == infinity)
+        if (next == kInfinity)
             return stand;
         line = next;
     }

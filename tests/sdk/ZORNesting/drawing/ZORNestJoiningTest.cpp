@@ -104,8 +104,8 @@ TEST_F(ZORNestJoiningTest, ShuffledPiecesOfManyOutlinesFindTogether)
 {
     std::mt19937 random(7);
     QList<QByteArray> lines;
-    constexpr int count = 60;
-    for (int i = 0; i < count; ++i) {
+    constexpr int kCount = 60;
+    for (int i = 0; i < kCount; ++i) {
         const double x = 20 * (i % 10), y = 20 * (i / 10), size = 1 + i % 17;
         const double corners[][2] = {{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}};
         for (int k = 0; k < 4; ++k) {
@@ -116,9 +116,9 @@ TEST_F(ZORNestJoiningTest, ShuffledPiecesOfManyOutlinesFindTogether)
     }
     std::shuffle(lines.begin(), lines.end(), random);
     const QList<ZORNestResult> results = Translate(Dxf(lines.join()));
-    ASSERT_EQ(count, results.size());
+    ASSERT_EQ(kCount, results.size());
     double area = 0, expected = 0;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < kCount; ++i) {
         area += GetArea(results[i]);
         expected += (1 + i % 17) * (1 + i % 17);
     }

@@ -150,11 +150,11 @@ bool IsTooNear(const Region& a, const Region& b, double distance, Forbidden forb
 /// Points on a grid that lie in both regions, which finds equal ones.
 bool HasCommonPoint(const Region& a, const Region& b)
 {
-    constexpr int count = 7;
+    constexpr int kCount = 7;
     const double error = kTolerance + a.error + b.error;
-    for (int i = 1; i < count; ++i) {
-        for (int j = 1; j < count; ++j) {
-            const Point p = a.box.min + Point{a.box.GetWidth() * i / count, a.box.GetHeight() * j / count};
+    for (int i = 1; i < kCount; ++i) {
+        for (int j = 1; j < kCount; ++j) {
+            const Point p = a.box.min + Point{a.box.GetWidth() * i / kCount, a.box.GetHeight() * j / kCount};
             if (GetDistance(p, a) > error && GetDistance(p, b) > error && IsIn(p, a) && IsIn(p, b))
                 return true;
         }
@@ -183,13 +183,13 @@ double ToDegrees(double angle)
 
 bool IsTurnAllowed(double degrees, double direction, double deviation, double increment)
 {
-    constexpr double noise = 1e-8;
+    constexpr double kNoise = 1e-8;
     for (int turn = -3; turn <= 3; ++turn) {
         const double off = degrees - direction + turn * 360;
-        if (std::abs(off) > deviation + noise)
+        if (std::abs(off) > deviation + kNoise)
             continue;
         if (deviation <= 0 || increment <= 0
-            || std::abs(off - std::round(off / increment) * increment) < noise)
+            || std::abs(off - std::round(off / increment) * increment) < kNoise)
             return true;
     }
     return false;

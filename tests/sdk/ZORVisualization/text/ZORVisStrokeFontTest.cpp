@@ -80,7 +80,7 @@ TEST(ZORVisStrokeFontTest, CapitalsOfTextFontsStandOnTheBaselineAndAreTwentyOneH
             }
         }
         EXPECT_EQ(0, low) << name.toStdString();
-        EXPECT_EQ(ZORVisStrokeFont::capitalHeight, high) << name.toStdString();
+        EXPECT_EQ(ZORVisStrokeFont::kCapitalHeight, high) << name.toStdString();
     }
 }
 

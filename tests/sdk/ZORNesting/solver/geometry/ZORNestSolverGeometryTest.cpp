@@ -172,10 +172,10 @@ TEST(ZORNestSolverOutlineTest, OutlinesReachAsFarAsTheLargestCoordinate)
 
 TEST(ZORNestSolverOutlineTest, AnOutlineOfVeryManyCrossingsBecomesItsHull)
 {
-    constexpr int corners = 10001;
+    constexpr int kCorners = 10001;
     Ring star;
-    for (int i = 0; i < corners; ++i) {
-        const double angle = 2 * std::numbers::pi * (i * 5000.0 / corners);
+    for (int i = 0; i < kCorners; ++i) {
+        const double angle = 2 * std::numbers::pi * (i * 5000.0 / kCorners);
         star.push_back(Point{std::cos(angle), std::sin(angle)} * 100);
     }
     std::string reason;

@@ -262,11 +262,11 @@ TEST(ZORNestSolverUnplacedTest, EntriesOfAnItemAndReasonAreOne)
 // A search for each of them along the list would take longer than a test may.
 TEST(ZORNestSolverUnplacedTest, AListHoldsVeryManyEntries)
 {
-    constexpr size_t count = 2000000;
+    constexpr size_t kCount = 2000000;
     UnplacedList list{std::vector<UnplacedItem>()};
-    for (size_t item = 0; item < count; ++item)
+    for (size_t item = 0; item < kCount; ++item)
         list.Add(item, 1, "no time left");
-    EXPECT_EQ(list.GetEntries().size(), count);
+    EXPECT_EQ(list.GetEntries().size(), kCount);
 }
 
 TEST(ZORNestSolverUnplacedTest, VeryManyItemsAreReported)

@@ -34,12 +34,12 @@ void ExpectChord(const Arc& arc)
 /// Points on what is drawn, close to each other.
 std::vector<Point> Sample(const Arc& arc)
 {
-    constexpr int count = 2000;
+    constexpr int kCount = 2000;
     std::vector<Point> points;
-    for (int i = 0; i <= count && !arc.IsChord(); ++i)
-        points.push_back(arc.Evaluate(double(i) / count));
-    for (int i = 0; i <= count; ++i)
-        points.push_back(arc.reached + (arc.end - arc.reached) * (double(i) / count));
+    for (int i = 0; i <= kCount && !arc.IsChord(); ++i)
+        points.push_back(arc.Evaluate(double(i) / kCount));
+    for (int i = 0; i <= kCount; ++i)
+        points.push_back(arc.reached + (arc.end - arc.reached) * (double(i) / kCount));
     return points;
 }
 

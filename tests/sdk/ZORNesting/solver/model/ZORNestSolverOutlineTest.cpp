@@ -285,13 +285,13 @@ TEST(ZORNestSolverArcOutlineTest, TangentsTouchWhereAnArcReachesFarthest)
 TEST(ZORNestSolverArcOutlineTest, ManyArcsThatTouchEachOtherByRoundingAreMeasuredInNoTime)
 {
     // The ends of the arcs differ by rounding: to clean them would take longer than a test may.
-    constexpr int count = 20000;
-    constexpr double radius = 1000;
+    constexpr int kCount = 20000;
+    constexpr double kRadius = 1000;
     Contour contour{{0, 0}, {{{100, 0}, false, true, {}}, {{100, 50}, false, true, {}}}};
-    for (int i = 0; i < count; ++i) {
-        const double from = 100 - 100.0 * i / count;
-        const double to = 100 - 100.0 * (i + 1) / count;
-        const double height = std::sqrt(radius * radius - (from - to) * (from - to) / 4);
+    for (int i = 0; i < kCount; ++i) {
+        const double from = 100 - 100.0 * i / kCount;
+        const double to = 100 - 100.0 * (i + 1) / kCount;
+        const double height = std::sqrt(kRadius * kRadius - (from - to) * (from - to) / 4);
         contour.segments.push_back({{to, 50}, true, true, {(from + to) / 2, 50 - height}});
     }
     EXPECT_NEAR(GetEnclosedArea(contour), 5000, 1e-3);

@@ -10,12 +10,12 @@ namespace {
 /// The largest depth of a grid point in both polygons.
 double SampleDepth(const Polygon& a, const Polygon& b)
 {
-    constexpr int count = 60;
+    constexpr int kCount = 60;
     const Box box = GetBox(a);
     double depth = 0;
-    for (int i = 0; i <= count; ++i) {
-        for (int j = 0; j <= count; ++j) {
-            const Point p = box.min + Point{box.GetWidth() * i / count, box.GetHeight() * j / count};
+    for (int i = 0; i <= kCount; ++i) {
+        for (int j = 0; j <= kCount; ++j) {
+            const Point p = box.min + Point{box.GetWidth() * i / kCount, box.GetHeight() * j / kCount};
             if (IsInside(p, a) && IsInside(p, b))
                 depth = std::max(depth, std::min(GetDistanceToBoundary(p, a), GetDistanceToBoundary(p, b)));
         }
@@ -92,12 +92,12 @@ TEST(ZORNestSolverApartTest, PiecesAreHeldOneByOne)
 // To compare every two edges would take longer than a test may.
 TEST(ZORNestSolverApartTest, CombsOfManyTeethAreJudgedQuickly)
 {
-    constexpr int teeth = 100000;
-    Ring comb{{0, -5}, {4.0 * teeth, -5}};
-    for (int i = teeth; i-- > 0;)
+    constexpr int kTeeth = 100000;
+    Ring comb{{0, -5}, {4.0 * kTeeth, -5}};
+    for (int i = kTeeth; i-- > 0;)
         comb.insert(comb.end(), {{4.0 * i + 1, 0}, {4.0 * i + 1, 10}, {4.0 * i, 10}, {4.0 * i, 0}});
     const auto turned = [&comb](double x, double y) { // its teeth point down
-        return Transform({false, std::numbers::pi, {4.0 * teeth + x, y}}).Apply({comb});
+        return Transform({false, std::numbers::pi, {4.0 * kTeeth + x, y}}).Apply({comb});
     };
     EXPECT_TRUE(AreApart({comb}, turned(-1, 11), 1)); // teeth between teeth
     EXPECT_FALSE(AreApart({comb}, turned(-1, 11), 1.1));

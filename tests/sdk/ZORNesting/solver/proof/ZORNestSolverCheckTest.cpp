@@ -130,8 +130,9 @@ TEST(ZORNestSolverCheckTest, TrimsFrameAndSeparationsAreMeasured)
 
 TEST(ZORNestSolverCheckTest, ASheetIsAsLongAsItsKind)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    for (const double length : {0.0, 40 + kSlip, 1e108, infinity, std::numeric_limits<double>::quiet_NaN()}) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (const double length :
+         {0.0, 40 + kSlip, 1e108, kInfinity, std::numeric_limits<double>::quiet_NaN()}) {
         Tight tight;
         tight.solution.sheets[0].usedLength = length;
         EXPECT_EQ(tight.CountFaults(), 1U) << length;
@@ -140,7 +141,7 @@ TEST(ZORNestSolverCheckTest, ASheetIsAsLongAsItsKind)
     roll.job.kinds[0].length = std::numeric_limits<double>::quiet_NaN();
     roll.solution.sheets[0].usedLength = 50;
     EXPECT_EQ(roll.CountFaults(), 0U);
-    roll.solution.sheets[0].usedLength = infinity;
+    roll.solution.sheets[0].usedLength = kInfinity;
     EXPECT_GE(roll.CountFaults(), 1U);
 }
 
