@@ -32,7 +32,10 @@ MARKS = {"tr": 0, "QT_TR_NOOP": 0, "QT_TR_N_NOOP": 0, "translate": 1, "QT_TRANSL
 WRAPPERS = {"QStringLiteral", "QLatin1String", "QString", "fromLatin1", "fromUtf8", "u"}
 SETTERS = set("""setText setWindowTitle setToolTip setStatusTip setWhatsThis setTitle setLabelText
     setPlaceholderText setAccessibleName setAccessibleDescription setInformativeText setHorizontalHeaderLabels
-    addAction addMenu addTab addRow QAction QLabel QPushButton QCheckBox QRadioButton QGroupBox showMessage""".split())
+    addAction addMenu addTab addRow QAction QLabel QPushButton QCheckBox QRadioButton QGroupBox showMessage
+    critical warning information question about getText getMultiLineText getInt getDouble getItem getOpenFileName getOpenFileNames
+    getSaveFileName getExistingDirectory addItem addItems insertItem setItemText setTabText setHeaderLabels setHeaderLabel
+    setSuffix setPrefix setSpecialValueText ZORSysException ZORSysFileException ZORSysFileOpenException""".split())
 SHOWN_CLASS_INFO = '"label"'
 TOKEN = re.compile(r"""//[^\n]*|/\*.*?\*/|(?:u8|u|U|L)?R"(?P<mark>[^()\s\\]{0,16})\(.*?\)(?P=mark)"|
     (?:u8|u|U|L)?"(?:\\.|[^"\\\n])*"|(?:u8|u|U|L)?'(?:\\.|[^'\\\n])+'|\d[\w.']*|\w+|::|->|\S""", re.S | re.X)
@@ -124,6 +127,20 @@ def check_variable(source, position, argument):
                 yield source.lines[i], f"{function}() translates this text, so it needs QT_TR_NOOP()"
 
 
+def plain_literals(source, argument):
+    """Yields the literals of an argument that are no arguments of a function, but of the constructors of strings."""
+    calls = []
+    for i in argument:
+        token = source.tokens[i]
+        if token in {"(", "{", "["}:
+            before = source.tokens[i - 1]
+            calls.append(before if token != "{" and re.match(r"\w+$", before) and i > argument.start else "")
+        elif token in {")", "}", "]"} and calls:
+            calls.pop()
+        elif is_literal(token) and all(call in WRAPPERS or not call for call in calls) and "=" not in source.tokens[i - 4 : i]:
+            yield token  # which is not compared with something
+
+
 def check_shown(source):
     """Problems of texts that are not marked although people read them."""
     for i, arguments in source.calls({"Q_CLASSINFO"}):
@@ -132,11 +149,9 @@ def check_shown(source):
             yield source.lines[i], 'the class information "label" is a title, so it needs QT_TR_NOOP()'
     for i, arguments in source.calls(SETTERS):
         for argument in arguments:
-            words = [source.tokens[k] for k in argument if source.tokens[k] not in {"(", "{", "::"}]
-            while words and words[0] in WRAPPERS:
-                del words[0]
-            if words and is_literal(words[0]) and is_shown(re.sub(r"%\w+|<[^>]*>", "", decode(words[0]))):
-                yield source.lines[i], f"{source.tokens[i]}() shows a text that is not marked: {words[0]}"
+            for text in plain_literals(source, argument):
+                if is_shown(re.sub(r"%\w+|<[^>]*>", "", decode(text))):
+                    yield source.lines[i], f"{source.tokens[i]}() shows a text that is not marked: {text}"
 
 
 def read_source(source):

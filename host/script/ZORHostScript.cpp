@@ -44,22 +44,22 @@ const QHash<QString, WordCount>& Answers()
 void CheckCount(const QString& what, WordCount count, qsizetype words)
 {
     if (words < count.minimum)
-        throw ZORSysFileException(QStringLiteral("too few words after '%1'").arg(what));
+        throw ZORSysFileException(ZORHostScript::tr("too few words after '%1'").arg(what));
     if (words > count.maximum)
-        throw ZORSysFileException(QStringLiteral("too many words after '%1'").arg(what));
+        throw ZORSysFileException(ZORHostScript::tr("too many words after '%1'").arg(what));
 }
 
 void Check(const ZORHostScriptStep& step)
 {
     const auto verb = Verbs().constFind(step.verb);
     if (verb == Verbs().constEnd())
-        throw ZORSysFileException(QStringLiteral("unknown step '%1'").arg(step.verb));
+        throw ZORSysFileException(ZORHostScript::tr("unknown step '%1'").arg(step.verb));
     CheckCount(step.verb, *verb, step.arguments.size());
     if (step.verb == QLatin1String("answer")) {
         const QString& kind = step.arguments.constFirst();
         const auto answer = Answers().constFind(kind);
         if (answer == Answers().constEnd())
-            throw ZORSysFileException(QStringLiteral("unknown kind of answer '%1'").arg(kind));
+            throw ZORSysFileException(ZORHostScript::tr("unknown kind of answer '%1'").arg(kind));
         CheckCount("answer " + kind, *answer, step.arguments.size() - 1);
     }
 }
@@ -112,7 +112,7 @@ QStringList ZORHostScript::Split(const QString& line)
         }
     }
     if (quoted)
-        throw ZORSysFileException("a quote is not closed");
+        throw ZORSysFileException(ZORHostScript::tr("a quote is not closed"));
     if (word)
         words.append(*word);
     return words;
@@ -125,7 +125,7 @@ ZORHostScript ZORHostScript::Load(const QString& fileName)
     if (!file.open(QIODevice::ReadOnly))
         throw ZORSysFileOpenException(name, file.errorString());
     if (file.size() > kMaximumMegabytes << 20)
-        throw ZORSysFileOpenException(name, QStringLiteral("it is larger than %1 MB").arg(kMaximumMegabytes));
+        throw ZORSysFileOpenException(name, tr("it is larger than %1 MB").arg(kMaximumMegabytes));
     const QString text = QString::fromUtf8(file.readAll());
     if (const QString error = file.GetReadError(); !error.isEmpty())
         throw ZORSysFileOpenException(name, error);
@@ -153,7 +153,7 @@ ZORHostScript ZORHostScript::Parse(const QString& text, const QString& name)
             Check(step);
             if (step.verb == QLatin1String("end")) {
                 if (open.isEmpty())
-                    throw ZORSysFileException("'end' without 'answer form' or 'repeat'");
+                    throw ZORSysFileException(tr("'end' without 'answer form' or 'repeat'"));
                 step = open.takeLast();
             } else if (OpensBlock(step)) {
                 open.append(step);
@@ -163,7 +163,7 @@ ZORHostScript ZORHostScript::Parse(const QString& text, const QString& name)
         }
         if (!open.isEmpty()) {
             number = open.constLast().line;
-            throw ZORSysFileException(QStringLiteral("this '%1' has no 'end'").arg(NameOf(open.constLast())));
+            throw ZORSysFileException(tr("this '%1' has no 'end'").arg(NameOf(open.constLast())));
         }
     } catch (const ZORSysFileException& exception) {
         throw ZORSysFileException(

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -20,6 +21,8 @@ struct ZORHostScriptStep
 /// the steps.
 class ZORHostScript
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORHostScript)
+
 public:
     /// \throws ZORSysFileOpenException; ZORSysFileException "<file>:<line>: <what is wrong>" for an unknown
     /// step, a

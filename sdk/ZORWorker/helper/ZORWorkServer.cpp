@@ -152,9 +152,9 @@ void ZORWorkServer::Handle(ZORWorkProtocol::Message message)
             m_control->Cancel();
     } else if (const auto* const hello = std::get_if<ZORWorkProtocol::Hello>(&message)) {
         if (hello->protocol != ZORWorkProtocol::kVersion)
-            throw ZORSysException(QStringLiteral("another version"));
+            throw ZORSysException(tr("another version"));
     } else {
-        throw ZORSysException(QStringLiteral("message of type %1 is not for a helper").arg(message.index()));
+        throw ZORSysException(tr("message of type %1 is not for a helper").arg(message.index()));
     }
 }
 

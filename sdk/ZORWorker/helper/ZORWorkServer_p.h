@@ -5,6 +5,8 @@
 #include "ZORWorkProtocol_p.h"
 #include "job/ZORWorkControl_p.h"
 
+#include <QCoreApplication>
+
 #include <condition_variable>
 #include <deque>
 #include <memory>
@@ -14,6 +16,8 @@
 /// process ends at once, whatever it does, when the caller has gone.
 class ZORWorkServer
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORWorkServer)
+
 public:
     /// \param socket  connected stream; not owned
     explicit ZORWorkServer(int socket);
