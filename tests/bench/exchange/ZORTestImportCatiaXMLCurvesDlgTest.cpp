@@ -58,8 +58,8 @@ TEST_F(ZORTestImportCatiaXMLCurvesDlgTest, ButtonAsksForAFileRemembersAndLoadsIt
     EXPECT_FALSE(shown[0].isSaving);
     EXPECT_EQ(parent, shown[0].parent);
     EXPECT_EQ(path, EditText());
-    EXPECT_EQ(QVariant(path), GetSettings()->value(SettingsKey));
-    EXPECT_EQ(QStringList(QLatin1String(SettingsKey)), GetSettings()->allKeys());
+    EXPECT_EQ(QVariant(path), GetSettings()->value(kSettingsKey));
+    EXPECT_EQ(QStringList(QLatin1String(kSettingsKey)), GetSettings()->allKeys());
     EXPECT_EQ(QStringList({"A/B/OuterContour"}), Entries());
 }
 
@@ -242,7 +242,7 @@ TEST_F(ZORTestImportCatiaXMLCurvesDlgTest, TwoDialogsHaveDocumentsOfTheirOwn)
 TEST_F(ZORTestImportCatiaXMLCurvesDlgTest, ConsoleOpensItFromItsMenu)
 {
     OpenConsole();
-    GetSettings()->setValue(SettingsKey, GetPath("missing.xml"));
+    GetSettings()->setValue(kSettingsKey, GetPath("missing.xml"));
     ASSERT_NE(nullptr, TriggerMenu("_ImportCatiaXMLAction"));
     const QList<MessageBoxCatcher::Box> expected{
         {QMessageBox::Critical, "Error", "Cannot open the file for reading.", QMessageBox::Ok, nullptr}};

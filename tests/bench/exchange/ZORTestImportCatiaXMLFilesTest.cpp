@@ -19,7 +19,7 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatCannotBeOpenedIsReportedWithoutAP
 {
     const QString pipe = HostileFiles::MakePipe(QFileInfo(path).absolutePath(), "pipe.xml");
     for (const QString& bad : {GetPath("missing.xml"), QFileInfo(path).absolutePath(), pipe}) {
-        GetSettings()->setValue(SettingsKey, bad);
+        GetSettings()->setValue(kSettingsKey, bad);
         ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg")) << bad.toStdString();
         const QList<MessageBoxCatcher::Box> shown = boxes.Take();
         ASSERT_EQ(1, shown.size()) << bad.toStdString();
@@ -37,7 +37,7 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatCannotBeOpenedIsReportedWithoutAP
 TEST_F(ZORTestImportCatiaXMLFilesTest, EnormousFileOfZerosIsMalformed)
 {
     const QString folder = QFileInfo(path).absolutePath();
-    GetSettings()->setValue(SettingsKey, HostileFiles::MakeZeros(folder, qint64(4) << 30, "zeros.xml"));
+    GetSettings()->setValue(kSettingsKey, HostileFiles::MakeZeros(folder, qint64(4) << 30, "zeros.xml"));
     ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg"));
     EXPECT_EQ(QStringList(), boxes.TakeErrors());
     EXPECT_EQ(0, List()->count());
@@ -46,7 +46,7 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, EnormousFileOfZerosIsMalformed)
 TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatKeepsGrowingEnds)
 {
     const HostileFiles::GrowingFile file(QFileInfo(path).absolutePath(), QByteArray(1 << 20, ' '));
-    GetSettings()->setValue(SettingsKey, file.GetPath());
+    GetSettings()->setValue(kSettingsKey, file.GetPath());
     for (int i = 0; i < 3; ++i) {
         ASSERT_NE(nullptr, Open("ZORTestImportCatiaXMLCurvesDlg"));
         EXPECT_EQ(QStringList(), boxes.TakeErrors());
@@ -64,7 +64,7 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatVanishesWhileItIsChosenLeavesTheL
     Click("_XmlBtn", dialog);
     EXPECT_EQ(QStringList({"Cannot open the file for reading."}), boxes.TakeErrors());
     EXPECT_EQ(second, EditText());
-    EXPECT_EQ(QVariant(second), GetSettings()->value(SettingsKey)) << "remembered before it is loaded";
+    EXPECT_EQ(QVariant(second), GetSettings()->value(kSettingsKey)) << "remembered before it is loaded";
     EXPECT_EQ((QList<QList<ZORMathPoint>>{{{1, 2, 3}}}), ImportAll()) << "the document is still the old one";
 }
 
@@ -74,7 +74,7 @@ TEST_F(ZORTestImportCatiaXMLFilesTest, FileThatDoesNotFitIntoTheMemoryIsReported
     QFile::remove(path);
     constexpr int kNumContours = 100'000;
     WriteFile(path, "<a>" + Contour.repeated(kNumContours) + "</a>");
-    GetSettings()->setValue(SettingsKey, path);
+    GetSettings()->setValue(kSettingsKey, path);
     enum Outcome { Loaded = 1, Reported };
     const auto load = [this]() -> int {
         Open("ZORTestImportCatiaXMLCurvesDlg");

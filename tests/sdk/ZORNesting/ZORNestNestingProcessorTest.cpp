@@ -33,7 +33,7 @@ protected:
     }
     static bool WaitForProgress(const Response* response)
     {
-        return QTest::qWaitFor([=] { return response->GetProgress() > 0; }, Patience);
+        return QTest::qWaitFor([=] { return response->GetProgress() > 0; }, kPatience);
     }
     /// The statuses that a response signals, in order.
     static QList<int> GetStatuses(const QSignalSpy& spy)
@@ -306,7 +306,7 @@ TEST_F(ZORNestNestingProcessorTest, AReceiverMayDestroyTheProcessor)
             processor.reset();
     });
     processor->Execute(nullptr);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !processor; }, Patience));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !processor; }, kPatience));
 }
 
 TEST_F(ZORNestNestingProcessorTest, EqualJobsOfEqualStepsHaveEqualSheets)

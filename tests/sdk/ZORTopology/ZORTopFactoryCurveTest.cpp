@@ -179,7 +179,7 @@ TEST_F(ZORTopFactoryCurveTest, EdgesCoverTheCurveInItsOrder)
             const ZORMathVector after = points[(i + 1) % size] - points[i];
             const ZORMathVector before = points[i] - points[i > 0 ? i - 1 : size - (isClosed ? 2 : 1)];
             const double turn = std::atan2(Cross(before, after).GetLength(), Dot(before, after));
-            if ((!isClosed && (i == 0 || i == size - 1)) || turn > degrees * Degree)
+            if ((!isClosed && (i == 0 || i == size - 1)) || turn > degrees * kDegree)
                 corners.append(points[i]);
         }
         ASSERT_EQ(corners.size(), body->GetNumVertices()) << run;

@@ -17,10 +17,10 @@ protected:
     {
         ZORGeoContainer own;
         const auto surface = mesh.Make(&own);
-        const ZORTopBody* const body = ZORTopFactory(&own).CreateSurface(surface.get(), degrees * Degree);
+        const ZORTopBody* const body = ZORTopFactory(&own).CreateSurface(surface.get(), degrees * kDegree);
         ASSERT_NE(nullptr, body);
         CheckBody(*body, *surface);
-        CompareBody(*body, *surface, degrees * Degree);
+        CompareBody(*body, *surface, degrees * kDegree);
     }
 
     std::mt19937 random{20};
@@ -96,7 +96,7 @@ TEST_F(ZORTopFactoryMeshesTest, RealSurfacesHaveTheirRegionsAndCreases)
         if (surfaces.size() != 1)
             continue; // the table counts what several solids share
         const ZORGeoSurface& surface = *surfaces.constFirst();
-        const ZORTopBody* const body = ZORTopFactory(&own).CreateSurface(&surface, 45 * Degree);
+        const ZORTopBody* const body = ZORTopFactory(&own).CreateSurface(&surface, 45 * kDegree);
         CheckBody(*body, surface);
         int borders = 0, creases = 0, others = 0;
         for (int i = 0; i < body->GetNumEdges(); ++i) {

@@ -147,7 +147,7 @@ TEST_F(ZORTopFactoryProjectTest, ClosedCurveStaysClosedWhereTwoFacetsAreEquallyN
 TEST_F(ZORTopFactoryProjectTest, BodyOfSeveralCurvesFollowsThem)
 {
     ZORGeoSurface* const surface = AddSurface(Sheet(8));
-    const ZORTopBody* const support = factory.CreateSurface(surface, Degree);
+    const ZORTopBody* const support = factory.CreateSurface(surface, kDegree);
     const ZORTopBody* const body = factory.Project(
         support, Divide(ZORMathSetOfPoints{{0.25, 0.25, 1}, {0.75, 0.25, 1}, {0.75, 0.75, 1}}));
     ASSERT_EQ(QString("0/2/3"), Figures(body));

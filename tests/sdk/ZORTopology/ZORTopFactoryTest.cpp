@@ -14,7 +14,7 @@ class ZORTopFactoryTest : public TopologyTest
 TEST_F(ZORTopFactoryTest, BodiesAreRegisteredWithTheContainer)
 {
     const ZORGeoPolyline* const curve = AddPolyline(Polygon(4));
-    const ZORTopBody* const body = factory.CreateCurve(curve, 45 * Degree);
+    const ZORTopBody* const body = factory.CreateCurve(curve, 45 * kDegree);
     ASSERT_EQ(2, container.GetNumGeometry());
     EXPECT_EQ(body, container.GetGeometryByIndex(1));
     EXPECT_TRUE(body->IsInitialized());

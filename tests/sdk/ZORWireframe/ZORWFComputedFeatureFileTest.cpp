@@ -36,15 +36,15 @@ protected:
 
 TEST_F(ZORWFComputedFeatureFileTest, KeepsInputsNumbersAndResultOfEveryMethod)
 {
-    for (const auto method : {PointToPoint, PointDirection, ConstantAngle}) {
+    for (const auto method : {kPointToPoint, kPointDirection, kConstantAngle}) {
         auto* const feature = AddDirected(method);
         feature->SetEndPoint(AddPoint({1.0 / 3, 70, 0}));
         feature->AddStartLimit(AddLimit({45, 0, 0}, {45, 40, 0}));
         feature->AddEndLimit(AddLimit({70, 0, 0}, {70, 40, 0}));
         feature->AddEndLimit(AddLimit({75, 0, 0}, {75, 40, 0}));
         feature->SetAngle(0.1);
-        feature->SetDirectionFlipped(method == ConstantAngle);
-        feature->SetEndLength(method == ConstantAngle ? nan : 30);
+        feature->SetDirectionFlipped(method == kConstantAngle);
+        feature->SetEndLength(method == kConstantAngle ? kNan : 30);
         loaded.Clear();
         ASSERT_TRUE(RoundTrips(container, loaded));
         auto* const copy = LoadedCopy(feature);
@@ -60,7 +60,7 @@ TEST_F(ZORWFComputedFeatureFileTest, KeepsInputsNumbersAndResultOfEveryMethod)
         EXPECT_EQ(10, copy->GetStartLength());
         EXPECT_EQ(std::isnan(feature->GetEndLength()), std::isnan(copy->GetEndLength()));
         EXPECT_EQ(0.1, copy->GetAngle());
-        EXPECT_EQ(method == ConstantAngle, copy->IsDirectionFlipped());
+        EXPECT_EQ(method == kConstantAngle, copy->IsDirectionFlipped());
         Compare(CurveOf(feature), CurveOf(copy));
     }
 }
@@ -79,9 +79,9 @@ TEST_F(ZORWFComputedFeatureFileTest, ComputesNothingWhileItIsLoaded)
 TEST_F(ZORWFComputedFeatureFileTest, FollowsItsInputsAfterTheLoad)
 {
     auto* const limit = AddPointToPoint(AddPoint({60, 0, 0}), AddPoint({60, 50, 0}));
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     feature->AddEndLimit(limit);
-    auto* const last = AddDirected(ConstantAngle);
+    auto* const last = AddDirected(kConstantAngle);
     last->SetDirection(feature);
     ASSERT_TRUE(RoundTrips(container, loaded));
     auto* const copy = LoadedCopy(feature);
@@ -91,7 +91,7 @@ TEST_F(ZORWFComputedFeatureFileTest, FollowsItsInputsAfterTheLoad)
     end->Initialize();
     LoadedCopy(limit)->SetStartPoint(end);
     EXPECT_EQ(changes.size(), 1);
-    copy->SetAngle(pi / 2);
+    copy->SetAngle(kPi / 2);
     EXPECT_EQ(changes.size(), 2);
     EXPECT_TRUE(Runs(copy, {50, 10, 0}, {50, 50, 0}));
     EXPECT_TRUE(Runs(lastCopy, {50, 10, 0}, {50, 50, 0})) << "its direction was turned";
@@ -197,7 +197,7 @@ TEST_F(ZORWFComputedFeatureFileTest, SurvivesDamageBehindTheChecksum)
     auto* const projection = Add<ZORWFProjection>();
     projection->SetSupport(support);
     projection->SetSource(AddLine({10, 10, 7}, {60, 10, 7}));
-    AddDirected(ConstantAngle)->AddEndLimit(AddLimit({70, 0, 0}, {70, 40, 0}));
+    AddDirected(kConstantAngle)->AddEndLimit(AddLimit({70, 0, 0}, {70, 40, 0}));
     const int failed = LoadDamagedFiles(
         SaveContainer(container), [] { return std::make_unique<ZORFeatContainer>(); }, 3000, 5);
     EXPECT_GT(failed, 1000);
@@ -214,7 +214,7 @@ TEST_F(ZORWFComputedFeatureFileTest, EveryInputIsReportedAsAChange)
         EXPECT_TRUE(ReportsNoChange(container, change)) << what << " again";
     };
     // Nothing is computed before the inputs are complete, so that only the setters report.
-    expectChange("method", [=] { curve->SetComputationMethod(ConstantAngle); });
+    expectChange("method", [=] { curve->SetComputationMethod(kConstantAngle); });
     expectChange("start point", [this, curve] { curve->SetStartPoint(start); });
     expectChange("end point", [=] { curve->SetEndPoint(end); });
     expectChange("start length", [=] { curve->SetStartLength(10); });

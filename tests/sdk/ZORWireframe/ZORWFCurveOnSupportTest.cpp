@@ -16,7 +16,7 @@ TEST_F(ZORWFCurveOnSupportTest, StartsWithoutInputsAndWithoutABody)
     const auto* const curve = Add<ZORWFCurveOnSupport>();
     EXPECT_EQ(curve->GetBody(), nullptr);
     EXPECT_EQ(curve->GetFailure(), QString());
-    EXPECT_EQ(curve->GetComputationMethod(), PointToPoint);
+    EXPECT_EQ(curve->GetComputationMethod(), kPointToPoint);
     EXPECT_TRUE(std::isnan(curve->GetStartLength()));
     EXPECT_TRUE(std::isnan(curve->GetEndLength()));
     EXPECT_EQ(curve->GetAngle(), 0);
@@ -43,7 +43,7 @@ TEST_F(ZORWFCurveOnSupportTest, PointToPointIsTheShortestWay)
 
 TEST_F(ZORWFCurveOnSupportTest, PointDirectionIsTheStraightestGeodesic)
 {
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     EXPECT_TRUE(Runs(feature, {40, 20, 0}, {80, 20, 0}));
     feature->SetDirection(AddLine({0, 0, 0}, {10, 6, 0}));
     feature->SetStartLength(0);
@@ -53,7 +53,7 @@ TEST_F(ZORWFCurveOnSupportTest, PointDirectionIsTheStraightestGeodesic)
 
 TEST_F(ZORWFCurveOnSupportTest, ConstantAngleKeepsItsAngleToTheDirection)
 {
-    auto* const feature = AddDirected(ConstantAngle);
+    auto* const feature = AddDirected(kConstantAngle);
     EXPECT_TRUE(Runs(feature, {40, 20, 0}, {80, 20, 0}));
     // Straight on a geodesic would keep y = x / 2; against Z the wall shows another angle than the floor.
     feature->SetDirection(AddLine({0, 0, 0}, {10, 5, 10}));
@@ -65,15 +65,15 @@ TEST_F(ZORWFCurveOnSupportTest, ConstantAngleKeepsItsAngleToTheDirection)
         << "on the wall the projected direction runs along the edge";
     // A quarter turn clockwise from Y: along X, then up.
     feature->SetDirection(AddLine({0, 0, 0}, {0, 1, 0}));
-    feature->SetAngle(-pi / 2);
+    feature->SetAngle(-kPi / 2);
     feature->SetEndLength(80);
     EXPECT_TRUE(Runs(feature, {50, 20, 0}, {100, 20, 30}));
 }
 
 TEST_F(ZORWFCurveOnSupportTest, LengthsBoundTheSidesAndNanDoesNot)
 {
-    auto* const feature = AddDirected(PointDirection);
-    feature->SetStartLength(nan);
+    auto* const feature = AddDirected(kPointDirection);
+    feature->SetStartLength(kNan);
     EXPECT_TRUE(Runs(feature, {0, 20, 0}, {80, 20, 0}));
     feature->SetEndLength(std::numeric_limits<double>::infinity());
     EXPECT_TRUE(Runs(feature, {0, 20, 0}, {100, 20, 100}));
@@ -84,7 +84,7 @@ TEST_F(ZORWFCurveOnSupportTest, LengthsBoundTheSidesAndNanDoesNot)
 
 TEST_F(ZORWFCurveOnSupportTest, LimitsEndTheirSideAndNeverLengthenIt)
 {
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     auto* const near = AddLimit({70, 0, 0}, {70, 40, 0});
     auto* const behind = AddLimit({45, 0, 0}, {45, 40, 0});
     feature->AddEndLimit(behind);
@@ -99,8 +99,8 @@ TEST_F(ZORWFCurveOnSupportTest, LimitsEndTheirSideAndNeverLengthenIt)
     feature->SetStartLength(1);
     feature->SetEndLength(2);
     EXPECT_TRUE(Runs(feature, {49, 20, 0}, {52, 20, 0})) << "soft: not prolonged";
-    feature->SetStartLength(nan);
-    feature->SetEndLength(nan);
+    feature->SetStartLength(kNan);
+    feature->SetEndLength(kNan);
     EXPECT_TRUE(Runs(feature, {45, 20, 0}, {70, 20, 0}));
     feature->ClearLimits();
     EXPECT_TRUE(Runs(feature, {0, 20, 0}, {100, 20, 100}));
@@ -110,16 +110,16 @@ TEST_F(ZORWFCurveOnSupportTest, LimitsEndTheirSideAndNeverLengthenIt)
 TEST_F(ZORWFCurveOnSupportTest, LimitsMayBeCurvesOnSupportThemselves)
 {
     auto* const limit = AddPointToPoint(AddPoint({60, 0, 0}), AddPoint({60, 50, 0}));
-    auto* const feature = AddDirected(ConstantAngle);
+    auto* const feature = AddDirected(kConstantAngle);
     feature->AddEndLimit(limit);
     EXPECT_TRUE(Runs(feature, {40, 20, 0}, {60, 20, 0}));
 }
 
 TEST_F(ZORWFCurveOnSupportTest, AngleTurnsCounterClockwiseAndFlipAddsHalfATurn)
 {
-    for (const auto method : {PointDirection, ConstantAngle}) {
+    for (const auto method : {kPointDirection, kConstantAngle}) {
         auto* const feature = AddDirected(method);
-        feature->SetAngle(pi / 2);
+        feature->SetAngle(kPi / 2);
         EXPECT_TRUE(Runs(feature, {50, 10, 0}, {50, 50, 0}));
         feature->SetDirectionFlipped(true);
         EXPECT_TRUE(Runs(feature, {50, 30, 0}, {50, 0, 0})) << "the border cuts it";
@@ -132,7 +132,7 @@ TEST_F(ZORWFCurveOnSupportTest, AngleTurnsCounterClockwiseAndFlipAddsHalfATurn)
 
 TEST_F(ZORWFCurveOnSupportTest, DirectionIsThatOfACurveOrTowardsAPointOrAlongX)
 {
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     feature->SetDirection(AddPoint({50, 90, 500}));
     EXPECT_TRUE(Runs(feature, {50, 10, 0}, {50, 50, 0})) << "from the start point to the point, projected";
     feature->SetDirection(AddLine({7, 9, 3}, {7, 2, 3}));
@@ -164,7 +164,7 @@ TEST_F(ZORWFCurveOnSupportTest, WhatTheMethodDoesNotUseIsKeptButDoesNotMatter)
     feature->SetStartLength(-1);
     feature->SetEndLength(1);
     feature->SetDirection(support);
-    feature->SetAngle(nan);
+    feature->SetAngle(kNan);
     feature->SetDirectionFlipped(true);
     feature->AddStartLimit(support);
     feature->AddEndLimit(start);
@@ -173,7 +173,7 @@ TEST_F(ZORWFCurveOnSupportTest, WhatTheMethodDoesNotUseIsKeptButDoesNotMatter)
     EXPECT_EQ(feature->GetEndLength(), 1);
     EXPECT_EQ(feature->GetDirection(), support);
 
-    auto* const directed = AddDirected(PointDirection);
+    auto* const directed = AddDirected(kPointDirection);
     directed->SetEndPoint(support);
     EXPECT_TRUE(Runs(directed, {40, 20, 0}, {80, 20, 0}));
 }
@@ -209,7 +209,7 @@ TEST_F(ZORWFCurveOnSupportTest, FailuresOfCompleteInputsSayWhatIsWrong)
     EXPECT_EQ(MessageOf([&] { feature->SetSupport(island); }),
               QString("the support does not connect the start point with the end point"));
 
-    feature = AddDirected(ConstantAngle);
+    feature = AddDirected(kConstantAngle);
     body = feature->GetBody();
     const auto fails = [&](const QString& message, const std::function<void()>& call) {
         EXPECT_EQ(MessageOf(call), message);
@@ -230,7 +230,7 @@ TEST_F(ZORWFCurveOnSupportTest, FailuresOfCompleteInputsSayWhatIsWrong)
     fails("end length is negative", [&] { feature->SetEndLength(-1e-9); });
     feature->SetEndLength(1);
     body = feature->GetBody();
-    fails("angle is not finite", [&] { feature->SetAngle(nan); });
+    fails("angle is not finite", [&] { feature->SetAngle(kNan); });
     feature->SetAngle(0);
     body = feature->GetBody();
     fails("the limit 'a line' is no curve on the support", [&] { feature->AddStartLimit(line); });
@@ -248,14 +248,14 @@ TEST_F(ZORWFCurveOnSupportTest, UnknownMethodIsRefused)
                           static_cast<ZORWFCurveOnSupport::ComputationMethod>(method));
                   }),
                   QString("computation method %1 is unknown").arg(method));
-    EXPECT_EQ(feature->GetComputationMethod(), PointToPoint);
+    EXPECT_EQ(feature->GetComputationMethod(), kPointToPoint);
 }
 
 TEST_F(ZORWFCurveOnSupportTest, CannotDependOnItself)
 {
     auto* const first = AddPointToPoint(start, AddPoint({60, 20, 0}));
-    auto* const second = AddDirected(PointDirection);
-    auto* const third = AddDirected(ConstantAngle);
+    auto* const second = AddDirected(kPointDirection);
+    auto* const third = AddDirected(kConstantAngle);
     second->AddEndLimit(first);
     third->AddStartLimit(second);
     const QString message("a feature cannot depend on itself");

@@ -17,16 +17,16 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, WaitsUntilTheInputsOfItsMethodAreThere)
     feature->SetSupport(nullptr);
     feature->SetStartPoint(start);
     feature->SetEndPoint(nullptr);
-    feature->SetStartLength(nan);
+    feature->SetStartLength(kNan);
     feature->AddStartLimit(nullptr);
     feature->AddEndLimit(nullptr);
     feature->SetDirection(nullptr);
     feature->SetSupport(support);
-    feature->SetComputationMethod(PointDirection);
+    feature->SetComputationMethod(kPointDirection);
     EXPECT_EQ(feature->GetBody(), nullptr) << "no direction";
     feature->SetDirection(folder);
     EXPECT_TRUE(Runs(feature, {0, 20, 0}, {100, 20, 100}));
-    feature->SetComputationMethod(PointToPoint);
+    feature->SetComputationMethod(kPointToPoint);
     EXPECT_TRUE(Runs(feature, {0, 20, 0}, {100, 20, 100})) << "no end point: the last result stays";
     feature->SetEndPoint(AddPoint({60, 20, 0}));
     EXPECT_TRUE(Runs(feature, {50, 20, 0}, {60, 20, 0}));
@@ -38,7 +38,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, ComputesOnceForTheOrderInWhichDialogsSetIt
     auto* const feature = Add<ZORWFCurveOnSupport>();
     QSignalSpy changes(feature, &ZORFeatGeometry::BodyChanged);
     feature->SetSupport(support);
-    feature->SetComputationMethod(PointDirection);
+    feature->SetComputationMethod(kPointDirection);
     feature->SetStartPoint(start);
     feature->SetEndPoint(nullptr);
     feature->SetStartLength(0);
@@ -85,9 +85,9 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, FollowsFeaturesItIsComputedFrom)
 {
     auto* const end = AddPoint({60, 50, 0});
     auto* const limit = AddPointToPoint(AddPoint({60, 0, 0}), end);
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     feature->AddEndLimit(limit);
-    auto* const last = AddDirected(ConstantAngle);
+    auto* const last = AddDirected(kConstantAngle);
     last->SetDirection(feature);
     EXPECT_TRUE(Runs(feature, {40, 20, 0}, {60, 20, 0}));
     EXPECT_TRUE(Runs(last, {40, 20, 0}, {80, 20, 0}));
@@ -95,7 +95,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, FollowsFeaturesItIsComputedFrom)
     limit->SetStartPoint(AddPoint({75, 0, 0}));
     limit->SetEndPoint(AddPoint({75, 50, 0}));
     EXPECT_TRUE(Runs(feature, {40, 20, 0}, {75, 20, 0}));
-    feature->SetAngle(pi / 2);
+    feature->SetAngle(kPi / 2);
     EXPECT_TRUE(Runs(last, {50, 10, 0}, {50, 50, 0})) << "its direction was turned";
 
     feature->ClearLimits();
@@ -107,13 +107,13 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, FollowsFeaturesItIsComputedFrom)
 TEST_F(ZORWFCurveOnSupportUpdateTest, WaitsForLimitsAndDirectionsThatHaveNoShapeYet)
 {
     auto* const later = Add<ZORWFCurveOnSupport>();
-    auto* const limited = AddDirected(PointDirection);
+    auto* const limited = AddDirected(kPointDirection);
     limited->AddEndLimit(later);
     limited->SetEndLength(40);
     EXPECT_TRUE(Runs(limited, {40, 20, 0}, {80, 20, 0})) << "the curve from before the limit";
     auto* const directed = Add<ZORWFCurveOnSupport>();
     directed->SetSupport(support);
-    directed->SetComputationMethod(PointDirection);
+    directed->SetComputationMethod(kPointDirection);
     directed->SetStartPoint(start);
     directed->SetEndLength(30);
     directed->SetDirection(later);
@@ -128,8 +128,8 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, WaitsForLimitsAndDirectionsThatHaveNoShape
 
 TEST_F(ZORWFCurveOnSupportUpdateTest, FailureAfterTheChangeOfAnInputIsLoggedAndKept)
 {
-    auto* const inner = AddDirected(PointDirection);
-    auto* const outer = AddDirected(PointDirection);
+    auto* const inner = AddDirected(kPointDirection);
+    auto* const outer = AddDirected(kPointDirection);
     outer->SetDirection(inner);
     const ZORTopBody* const body = outer->GetBody();
     inner->SetStartLength(0);
@@ -146,7 +146,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, FailureAfterTheChangeOfAnInputIsLoggedAndK
 
 TEST_F(ZORWFCurveOnSupportUpdateTest, CountsAReferenceForEveryInput)
 {
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     auto* const limit = AddLimit({70, 0, 0}, {70, 40, 0});
     auto* const end = AddPoint({1, 1, 0});
     const int before = folder->GetReferenceCount();
@@ -170,7 +170,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, CountsAReferenceForEveryInput)
 
 TEST_F(ZORWFCurveOnSupportUpdateTest, KeepsItsCurveWhenInputsAreRemoved)
 {
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     auto* const limit = AddLimit({70, 0, 0}, {70, 40, 0});
     feature->AddEndLimit(limit);
     const ZORTopBody* const body = feature->GetBody();
@@ -194,7 +194,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, KeepsItsCurveWhenInputsAreRemoved)
 
 TEST_F(ZORWFCurveOnSupportUpdateTest, KeepsItsPointsWhenTheSurfaceItselfIsDestroyed)
 {
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     delete surface;
     EXPECT_TRUE(Runs(feature, {40, 20, 0}, {80, 20, 0}));
     EXPECT_EQ(CurveOf(feature)->GetSurface(), nullptr);
@@ -204,7 +204,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, KeepsItsPointsWhenTheSurfaceItselfIsDestro
 
 TEST_F(ZORWFCurveOnSupportUpdateTest, NewResultTakesThePlaceAndTheNamesOfTheOld)
 {
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     const QPointer<ZORTopBody> body = feature->GetBody();
     const QPointer<const ZORGeoCurveOnSurface> curve = CurveOf(feature);
     const QString bodyName = body->objectName();
@@ -223,11 +223,11 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, NewResultTakesThePlaceAndTheNamesOfTheOld)
 TEST_F(ZORWFCurveOnSupportUpdateTest, RemoveTakesCurveAndBodyAlong)
 {
     const int numBefore = container.GetNumGeometry();
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     EXPECT_EQ(container.GetNumGeometry(), numBefore + 3);
     feature->Remove();
     EXPECT_EQ(container.GetNumGeometry(), numBefore);
-    AddDirected(PointDirection)->AddEndLimit(AddDirected(ConstantAngle));
+    AddDirected(kPointDirection)->AddEndLimit(AddDirected(kConstantAngle));
     container.Clear();
     EXPECT_EQ(container.GetNumGeometry(), 0);
 }
@@ -237,7 +237,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, SurvivesReceiversThatRemoveItWhileItComput
     const int numBefore = container.GetNumGeometry();
     for (const char* className : {"ZORGeoCurveOnSurface", "ZORTopBody"}) {
         QPointer<ZORWFCurveOnSupport> feature = Add<ZORWFCurveOnSupport>();
-        feature->SetComputationMethod(PointDirection);
+        feature->SetComputationMethod(kPointDirection);
         feature->SetSupport(support);
         feature->SetStartPoint(start);
         const auto connection = QObject::connect(&container, &ZORGeoContainer::GeometryAdded, &container,
@@ -250,7 +250,7 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, SurvivesReceiversThatRemoveItWhileItComput
         EXPECT_TRUE(feature.isNull());
         EXPECT_EQ(container.GetNumGeometry(), numBefore) << "nothing is left behind";
     }
-    auto* const feature = AddDirected(PointDirection);
+    auto* const feature = AddDirected(kPointDirection);
     QObject::connect(&container, &ZORGeoContainer::GeometryAdded, &container, [&] { container.Clear(); });
     feature->SetAngle(1);
     EXPECT_EQ(container.GetNumGeometry(), 0);
@@ -265,10 +265,10 @@ TEST_F(ZORWFCurveOnSupportUpdateTest, TracesItsOwnCallsAlone)
     EXPECT_EQ(TraceCalls([&] {
                   feature = Add<ZORWFCurveOnSupport>();
                   feature->SetSupport(support);
-                  feature->SetComputationMethod(ConstantAngle);
+                  feature->SetComputationMethod(kConstantAngle);
                   feature->SetStartPoint(start);
                   feature->SetEndPoint(nullptr);
-                  feature->SetStartLength(nan);
+                  feature->SetStartLength(kNan);
                   feature->SetEndLength(2.5);
                   feature->AddStartLimit(nullptr);
                   feature->AddEndLimit(nullptr);

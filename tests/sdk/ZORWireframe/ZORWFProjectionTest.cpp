@@ -89,7 +89,7 @@ TEST_F(ZORWFProjectionTest, WaitsForItsInputsAndComputesOnceForThem)
 
 TEST_F(ZORWFProjectionTest, FollowsFeaturesItIsComputedFrom)
 {
-    auto* const curve = AddDirected(PointDirection);
+    auto* const curve = AddDirected(kPointDirection);
     auto* const feature = AddProjection(curve);
     auto* const again = AddProjection(feature);
     EXPECT_TRUE(Runs(again, {40, 20, 0}, {80, 20, 0}));

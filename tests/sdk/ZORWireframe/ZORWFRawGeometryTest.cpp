@@ -34,7 +34,7 @@ TYPED_TEST(ZORWFRawGeometryTest, PutsABodyAroundTheGivenGeometry)
     const auto* const feature = this->template Add<TypeParam>(geometry);
     ASSERT_TRUE(feature->GetBody());
     EXPECT_EQ(feature->GetBody()->GetGeometry(), geometry);
-    EXPECT_EQ(feature->GetBody()->GetDimension(), TestFixture::dimension);
+    EXPECT_EQ(feature->GetBody()->GetDimension(), TestFixture::kDimension);
     EXPECT_TRUE(feature->GetBody()->IsInitialized());
     EXPECT_EQ(feature->GetParentFeature(), this->folder);
     EXPECT_EQ(feature->GetLabel(), TestFixture::GetName());

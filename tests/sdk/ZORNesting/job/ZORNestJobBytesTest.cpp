@@ -134,7 +134,7 @@ protected:
         };
         const ZORWorkResponse* const response = worker.AddJob(job);
         worker.Execute();
-        EXPECT_TRUE(QTest::qWaitFor([=] { return response->IsAtEnd(); }, Patience));
+        EXPECT_TRUE(QTest::qWaitFor([=] { return response->IsAtEnd(); }, kPatience));
         if (response->GetStatus() != ZORWorkResponse::Finished)
             return {response->GetFailureReason(), {}};
         return {QString(), ReadNestingOutcome(response->GetResult().GetData())};

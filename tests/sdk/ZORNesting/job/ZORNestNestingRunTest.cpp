@@ -324,7 +324,7 @@ TEST_F(ZORNestNestingRunTest, TheMinimumRunTimeKeepsAJobSearching)
     patient.SetMinRunTime(1e21);
     Response* const waiting = processor->AddInput(patient);
     processor->Execute(waiting);
-    ASSERT_TRUE(QTest::qWaitFor([=] { return waiting->GetProgress() > 0; }, Patience));
+    ASSERT_TRUE(QTest::qWaitFor([=] { return waiting->GetProgress() > 0; }, kPatience));
     for (int i = 0; i < 3; ++i) {
         const Response* const response = Nest(ZORNestNestingInput(QString(), 0, items, sheets));
         EXPECT_TRUE(response->GetReportFile().contains("no further gain"));
