@@ -7,9 +7,7 @@
 
 #include <ZORDebug/ZORDebugVizContainer.h>
 #include <ZORGeometry/ZORGeoGeometry.h>
-#include <ZORMathematics/ZORMathSetOfPoints.h>
 #include <ZORSystem/ZORSysException.h>
-#include <ZORVisualization/ZORVisRepSet.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
 #include <QCheckBox>
@@ -335,74 +333,6 @@ TEST_F(ZORTestVisualizationListTest, TakesWhatItShowsWithItWhenTheConsoleCloses)
     EXPECT_TRUE(GetShown().isEmpty());
     geometry->RemoveNoReferences(); // reaches nothing of the console
     EXPECT_EQ(1, GetContainer()->GetNumGeometry());
-}
-
-TEST_F(ZORTestVisualizationListTest, ShowsTheDebugVisualizationAsOneObject)
-{
-    ZORDebugVizContainer::AddPoint({1, 2, 3}, 255, 0, 0, 0, QString(), 0);
-    ZORDebugVizContainer::AddLine({0, 0, 0}, {1, 0, 0}, 0, 255, 0, 0, QString(), 0, 0);
-    auto* check = InConsole<QCheckBox>("_ShowDebugChk");
-    check->setChecked(true);
-    ASSERT_EQ(1, GetShown().size());
-    EXPECT_NE(nullptr, GetShown().constFirst()->GetRep());
-    EXPECT_EQ(nullptr, GetShown().constFirst()->GetOwner());
-    EXPECT_EQ(nullptr, GetShown().constFirst()->parent());
-    EXPECT_TRUE(GetRows().isEmpty()) << "the debug visualization is not listed";
-    check->setChecked(false);
-    EXPECT_TRUE(GetShown().isEmpty());
-}
-
-TEST_F(ZORTestVisualizationListTest, ShowsAllDebugDrawingsThatHaveARepresentation)
-{
-    ZORDebugVizContainer::AddPolyline(ZORMathSetOfPoints(), 255, 0, 0, 0, QString(), 0); // nothing to draw
-    ZORDebugVizContainer::AddPoint({-1, 2, 3}, 255, 0, 0, 0, QString(), 0);
-    ZORDebugVizContainer::AddPolyline(ZORMathSetOfPoints(), 255, 0, 0, 0, QString(), 0);
-    ZORDebugVizContainer::AddLine({0, 0, 0}, {10, 0, 0}, 0, 255, 0, 0, QString(), 0, 0);
-    ZORDebugVizContainer::AddPoint({0, 20, 30}, 0, 0, 255, 0, QString(), 0);
-    ZORDebugVizContainer::AddPolyline(ZORMathSetOfPoints(), 255, 0, 0, 0, QString(), 0);
-    InConsole<QCheckBox>("_ShowDebugChk")->setChecked(true);
-    ASSERT_EQ(1, GetShown().size());
-    const ZORVisRep* const rep = GetShown().constFirst()->GetRep();
-    ASSERT_NE(nullptr, dynamic_cast<const ZORVisRepSet*>(rep));
-    EXPECT_EQ(3u, rep->GetItems().size());
-    EXPECT_EQ(ZORMathPoint(-1, 0, 0), rep->GetBoundingBox().GetLowerPoint());
-    EXPECT_EQ(ZORMathPoint(10, 20, 30), rep->GetBoundingBox().GetUpperPoint());
-}
-
-TEST_F(ZORTestVisualizationListTest, ShowsNothingOfAnEmptyDebugVisualization)
-{
-    ZORDebugVizContainer::AddPolyline(ZORMathSetOfPoints(), 255, 0, 0, 0, QString(), 0); // nothing to draw
-    auto* check = InConsole<QCheckBox>("_ShowDebugChk");
-    check->setChecked(true);
-    EXPECT_TRUE(GetShown().isEmpty());
-    check->setChecked(false);
-    EXPECT_TRUE(GetShown().isEmpty());
-}
-
-TEST_F(ZORTestVisualizationListTest, ReplacesTheDebugObjectByWhatIsThereNow)
-{
-    ZORDebugVizContainer::AddPoint({1, 2, 3}, 255, 0, 0, 0, QString(), 0);
-    InConsole<QCheckBox>("_ShowDebugChk")->setChecked(true);
-    ASSERT_EQ(1, GetShown().size());
-    const QPointer<ZORVisVirtualObject> former(GetShown().constFirst());
-    console->UpdateDebugVis();
-    EXPECT_EQ(nullptr, former.data());
-    EXPECT_EQ(1, GetShown().size());
-    ZORDebugVizContainer::GetContainer()->RemoveAllObjects();
-    console->UpdateDebugVis();
-    EXPECT_TRUE(GetShown().isEmpty());
-}
-
-TEST_F(ZORTestVisualizationListTest, ClearEmptiesTheDebugContainerButKeepsWhatIsShown)
-{
-    ZORDebugVizContainer::AddPoint({1, 2, 3}, 255, 0, 0, 0, QString(), 0);
-    InConsole<QCheckBox>("_ShowDebugChk")->setChecked(true);
-    Click("_ClearDebugBtn");
-    EXPECT_EQ(0, ZORDebugVizContainer::GetContainer()->GetNumObjects());
-    EXPECT_EQ(1, GetShown().size());
-    InConsole<QCheckBox>("_ShowDebugChk")->setChecked(false);
-    InConsole<QCheckBox>("_ShowDebugChk")->setChecked(true);
-    EXPECT_TRUE(GetShown().isEmpty());
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-// What the nesting dialog asks of the SDK, remembers, and shows of its runs.
+// What the nesting dialog asks of the SDK and shows of its runs.
 
-#include "NestingDlgTest.h"
+#include "NestingDlgRunTest.h"
 #include "nesting/ZORTestNestNestingResultDlg.h"
 #include "support/HostileFiles.h"
 #include "support/MessageOf.h"
@@ -8,57 +8,23 @@
 #include <ZORVisualization/ZORVisRep.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QSpinBox>
-#include <QTest>
 #include <QTextEdit>
 
 namespace {
 
-using Status = ZORNestNestingResponse::Status;
+using ZORTestNestNestingDlgRunTest = NestingDlgRunTest;
 
-constexpr int kPatience = 60000; // ms until a test gives up
 constexpr double kDegree = 0.017453292519943295;
 
 QString Number(double value)
 {
     return QString::number(value, 'g', 17);
 }
-
-class ZORTestNestNestingDlgRunTest : public NestingDlgTest
-{
-protected:
-    void Set(const char* spinBox, double value) { Find<QDoubleSpinBox>(spinBox)->setValue(value); }
-    void Check(const char* checkBox) { Find<QCheckBox>(checkBox)->setChecked(true); }
-    void Compute() { Click("_ComputeBtn", dialog); }
-    /// Starts a run that would last longer than a test may take: no layout is so short that nothing could be gained.
-    void StartLongRun()
-    {
-        AddItem(WritePart("rib.msi", 700, 300), 20);
-        AddRoll(1000);
-        Set("_MinRunTimeSpn", 36'000);
-        Compute();
-        ASSERT_TRUE(WaitFor(Status::Running));
-    }
-    Status GetStatus(int run = 0) const { return Processor()->GetResponses()[run]->GetStatus(); }
-    bool WaitFor(Status status, int run = 0) const
-    {
-        return QTest::qWaitFor([=, this] { return GetStatus(run) == status; }, kPatience);
-    }
-    QVariant GetStored(const char* key)
-    {
-        return GetSettings()->value(QLatin1String("Debug/ZORTestNestNestingDlg/%1").arg(QLatin1String(key)));
-    }
-    void Store(const char* key, const QVariant& value)
-    {
-        GetSettings()->setValue(QLatin1String("Debug/ZORTestNestNestingDlg/%1").arg(QLatin1String(key)),
-                                value);
-    }
-};
 
 TEST_F(ZORTestNestNestingDlgRunTest, BuildsTheJobCallByCallInTheEstablishedOrder)
 {
@@ -162,85 +128,6 @@ TEST_F(ZORTestNestNestingDlgRunTest, TakesNamesAndOrderFromTheRows)
     EXPECT_TRUE(made[0].contains("\"a\""));
     EXPECT_TRUE(made[1].contains("\"renamed\""));
     EXPECT_TRUE(calls.contains("ZORNestNestingProcessor::AddInput((\"\", 2, 2))"));
-}
-
-TEST_F(ZORTestNestNestingDlgRunTest, RunRemembersMaterialAndParametersAsTheJobHasThem)
-{
-    OpenDialog();
-    Find<QLineEdit>("_IDEdit")->setText("T-800");
-    Set("_ThicknessSpn", 0.25);
-    Set("_MaxDevSpn", 5);
-    Set("_DevIncSpn", 2.5);
-    Check("_SingleSidedChk");
-    Check("_Grain90Chk");
-    Check("_Grain270Chk");
-    Set("_ItemSeparationSpn", 4);
-    Set("_FrameWidthSpn", 6);
-    Find<QComboBox>("_PackagingRuleCombo")->setCurrentIndex(1);
-    Set("_MaxRunTimeSpn", 90);
-    Set("_MinRunTimeSpn", 0.25);
-    Find<QSpinBox>("_StackSizeSpn")->setValue(3);
-    EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
-    Compute();
-
-    // From the file: it has been written.
-    QSettings stored(GetSettings()->fileName(), QSettings::IniFormat);
-    stored.beginGroup("Debug");
-    stored.beginGroup("ZORTestNestNestingDlg");
-    EXPECT_EQ(14, stored.allKeys().size());
-    EXPECT_EQ("T-800", stored.value("MaterialID").toString());
-    EXPECT_EQ(0.25, stored.value("MaterialThickness").toDouble());
-    EXPECT_NEAR(0.0872664626, stored.value("MaxDeviation").toDouble(), 1e-10);
-    EXPECT_NEAR(0.0436332313, stored.value("DeviationIncrement").toDouble(), 1e-10);
-    EXPECT_TRUE(stored.value("SingleSided").toBool());
-    EXPECT_TRUE(stored.value("Grain90").toBool());
-    EXPECT_FALSE(stored.value("Grain180", true).toBool());
-    EXPECT_TRUE(stored.value("Grain270").toBool());
-    EXPECT_EQ(4, stored.value("ItemSeparation").toDouble());
-    EXPECT_EQ(6, stored.value("FrameWidth").toDouble());
-    EXPECT_EQ(1, stored.value("PackagingUsageRule").toInt());
-    EXPECT_EQ(90, stored.value("MaxRunTime").toDouble());
-    EXPECT_EQ(0.25, stored.value("MinRunTime").toDouble());
-    EXPECT_EQ(3, stored.value("StackSize").toInt());
-    EXPECT_TRUE(GetSettings()->group().isEmpty());
-
-    OpenDialog();
-    EXPECT_EQ("T-800", Find<QLineEdit>("_IDEdit")->text());
-    EXPECT_EQ(0.25, Find<QDoubleSpinBox>("_ThicknessSpn")->value());
-    EXPECT_EQ(5, Find<QDoubleSpinBox>("_MaxDevSpn")->value());
-    EXPECT_EQ(2.5, Find<QDoubleSpinBox>("_DevIncSpn")->value());
-    EXPECT_TRUE(Find<QCheckBox>("_SingleSidedChk")->isChecked());
-    EXPECT_TRUE(Find<QCheckBox>("_Grain90Chk")->isChecked());
-    EXPECT_FALSE(Find<QCheckBox>("_Grain180Chk")->isChecked());
-    EXPECT_TRUE(Find<QCheckBox>("_Grain270Chk")->isChecked());
-    EXPECT_EQ(4, Find<QDoubleSpinBox>("_ItemSeparationSpn")->value());
-    EXPECT_EQ(6, Find<QDoubleSpinBox>("_FrameWidthSpn")->value());
-    EXPECT_EQ(1, Find<QComboBox>("_PackagingRuleCombo")->currentIndex());
-    EXPECT_EQ(90, Find<QDoubleSpinBox>("_MaxRunTimeSpn")->value());
-    EXPECT_EQ(0.25, Find<QDoubleSpinBox>("_MinRunTimeSpn")->value());
-    EXPECT_EQ(3, Find<QSpinBox>("_StackSizeSpn")->value());
-}
-
-TEST_F(ZORTestNestNestingDlgRunTest, KeysThatAreMissingLeaveTheirWidgetsAlone)
-{
-    Store("FrameWidth", 12.5);
-    Store("Grain180", true);
-    Store("PackagingUsageRule", 7); // no such rule
-    OpenDialog();
-    EXPECT_EQ(12.5, Find<QDoubleSpinBox>("_FrameWidthSpn")->value());
-    EXPECT_TRUE(Find<QCheckBox>("_Grain180Chk")->isChecked());
-    EXPECT_EQ(0, Find<QComboBox>("_PackagingRuleCombo")->currentIndex());
-    EXPECT_EQ("", Find<QLineEdit>("_IDEdit")->text());
-    EXPECT_EQ(0, Find<QDoubleSpinBox>("_MaxRunTimeSpn")->value());
-    EXPECT_FALSE(Find<QCheckBox>("_Grain90Chk")->isChecked());
-}
-
-TEST_F(ZORTestNestNestingDlgRunTest, OnlyARunWritesTheSettings)
-{
-    OpenDialog();
-    Set("_FrameWidthSpn", 6);
-    PressCancel();
-    EXPECT_TRUE(GetSettings()->allKeys().isEmpty());
 }
 
 TEST_F(ZORTestNestNestingDlgRunTest, VanishedPartFileStartsNothing)

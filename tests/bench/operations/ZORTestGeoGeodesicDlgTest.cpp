@@ -1,79 +1,16 @@
-#include "OperationTest.h"
+#include "GeodesicDlgTest.h"
 
-#include <ZORCommonUI/ZORCmnUnitSpinBox.h>
-#include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
-#include <ZORGeometry/ZORGeoSurface.h>
 
-#include <QCheckBox>
 #include <QComboBox>
-#include <QSpinBox>
 
 #include <numbers>
 
 namespace {
 
+using ZORTestGeoGeodesicDlgTest = GeodesicDlgTest;
+
 constexpr double kPi = std::numbers::pi;
-const QString kGroup = QStringLiteral("Debug/GeoGeodesic/");
-
-/// A square of 100 mm with the start point "P" in its middle.
-class ZORTestGeoGeodesicDlgTest : public OperationTest
-{
-protected:
-    ZORTestGeoGeodesicDlgTest()
-        : surface(AddSquare("S", 100))
-    {
-        AddPointOn(surface, "P", {40, 60, 0});
-    }
-
-    void OpenDialog() { ASSERT_NE(nullptr, Open("ZORTestGeoGeodesicDlg")); }
-    void Check(const char* objectName, bool checked = true)
-    {
-        Field<QCheckBox>(objectName)->setChecked(checked);
-    }
-    void SetLength(const char* objectName, double length)
-    {
-        Field<ZORCmnUnitSpinBox>(objectName)->setValue(length);
-    }
-    void SetBruteForce(int numIterations)
-    {
-        Check("_BruteForceCheck");
-        Field<QSpinBox>("_BruteForceSpin")->setValue(numIterations);
-    }
-    QVariant Setting(const char* key) { return GetSettings()->value(kGroup + QLatin1String(key)); }
-    ZORGeoCurveOnSurface* AddLimit(const QString& name, double x)
-    {
-        auto* curve =
-            new ZORGeoCurveOnSurface({surface->Project({x, 55, 0}), surface->Project({x, 65, 0})}, false);
-        curve->setObjectName(name);
-        curve->Initialize();
-        TakeNew();
-        return curve;
-    }
-    /// The angles of the computations among \a calls.
-    static QList<double> AnglesOf(const QStringList& calls)
-    {
-        QList<double> angles;
-        for (const QString& call : calls.filter("::ComputeGeodesic("))
-            angles.append(call.section(", ", -1).chopped(1).toDouble());
-        return angles;
-    }
-    QList<const ZORGeoCurveOnSurface*> TakeCurves()
-    {
-        QList<const ZORGeoCurveOnSurface*> curves;
-        for (const ZORGeoGeometry* geometry : TakeNew()) {
-            curves.append(qobject_cast<const ZORGeoCurveOnSurface*>(geometry));
-            EXPECT_NE(nullptr, curves.constLast());
-        }
-        return curves;
-    }
-    static ZORMathPoint EndOf(const ZORGeoCurveOnSurface* curve)
-    {
-        return curve->GetPoint(curve->GetNumPoints() - 1);
-    }
-
-    ZORGeoSurface* surface;
-};
 
 void ExpectAngles(const QList<double>& expected, const QList<double>& angles)
 {
@@ -237,70 +174,6 @@ TEST_F(ZORTestGeoGeodesicDlgTest, NoIterationsComputeNothingAndSucceed)
     EXPECT_EQ(0, calls.filter("GeometricLimits").size());
     EXPECT_TRUE(TakeNew().isEmpty());
     EXPECT_EQ(QList<bool>({true, true}), finished);
-}
-
-TEST_F(ZORTestGeoGeodesicDlgTest, LimitsAreSetOnceOrForEveryIterationInTheOrderOfTheirBehaviour)
-{
-    const QStringList once{"ZORGeoCurveOnSurfaceProcessor::ClearGeometricLimits()",
-                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 1)",
-                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 2)",
-                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 9)",
-                           "ZORGeoCurveOnSurfaceLimits::SetGeometry([0])",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 10)"};
-    OpenDialog();
-    SetBruteForce(3);
-    EXPECT_EQ(once, TraceOk().filter("Limits"));
-    OpenDialog();
-    SetBruteForce(3);
-    Check("_BruteForceLimitsCheck");
-    EXPECT_EQ(once + once + once, TraceOk().filter("Limits"));
-}
-
-TEST_F(ZORTestGeoGeodesicDlgTest, SoftLimitsComeFromTheirSelectorsAndEndTheirSides)
-{
-    ZORGeoCurveOnSurface* const left = AddLimit("Left", 20);
-    ZORGeoCurveOnSurface* const right = AddLimit("Right", 90);
-    OpenDialog();
-    SelectInList("_StartSoftSel", left);
-    SelectInList("_EndSoftSel", right);
-    SelectInList("_EndSoftSel", GetContainer()->GetGeometryByIndex(0)); // no curve: skipped
-    const QStringList calls = TraceOk().filter("::AddGeometricLimits(");
-    EXPECT_EQ(QStringList({"ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 1)",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 2)",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 9)",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([0], 10)"}),
-              calls);
-    const QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
-    ASSERT_EQ(1, curves.size());
-    EXPECT_TRUE(IsNear({20, 60, 0}, curves[0]->GetPoint(0)));
-    EXPECT_TRUE(IsNear({90, 60, 0}, EndOf(curves[0])));
-}
-
-TEST_F(ZORTestGeoGeodesicDlgTest, HardLimitsAreReadFromThePointSelectorsAlone)
-{
-    ZORGeoCurveOnSurface* const left = AddLimit("Left", 20);
-    ZORGeoCurveOnSurface* const right = AddLimit("Right", 90);
-    OpenDialog();
-    SelectInList("_StartLimSel", left); // nothing reads these two
-    SelectInList("_EndLimSel", right);
-    EXPECT_EQ(4, TraceOk().filter("::AddGeometricLimits([0]").size());
-    QList<const ZORGeoCurveOnSurface*> curves = TakeCurves();
-    ASSERT_EQ(1, curves.size());
-    EXPECT_TRUE(IsNear({100, 60, 0}, EndOf(curves[0])));
-
-    OpenDialog();
-    SelectInList("_StartSel", left);
-    SelectInList("_EndSel", right);
-    EXPECT_EQ(QStringList({"ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 9)",
-                           "ZORGeoCurveOnSurfaceProcessor::AddGeometricLimits([1], 10)"}),
-              TraceOk().filter("::AddGeometricLimits([1]"));
-    curves = TakeCurves();
-    ASSERT_EQ(1, curves.size());
-    EXPECT_TRUE(IsNear({20, 60, 0}, curves[0]->GetPoint(0)));
-    EXPECT_TRUE(IsNear({90, 60, 0}, EndOf(curves[0])));
 }
 
 TEST_F(ZORTestGeoGeodesicDlgTest, InvalidStartPointIsReportedAfterTheSettingsAreWritten)
