@@ -1,5 +1,6 @@
 #!/bin/bash
-# Checks the layout of every C++ file with clang-format 14, and the syntax of every Python and shell script.
+# Checks the layout of every C++ file with clang-format 14, that none is longer than a reader can survey, and the
+# syntax of every Python and shell script.
 # Run with --fix to apply the layout.
 cd "$(dirname "$0")/.." || exit 2
 mode="--dry-run -Werror"
@@ -19,6 +20,9 @@ files() {
 
 code=0
 files '*.h' '*.cpp' | xargs -0r "$formatter" $mode || code=1
+files '*.h' '*.cpp' | xargs -0r awk -v most=400 '
+  FNR == most + 1 { print FILENAME ": more than " most " lines; split it by what it is about" > "/dev/stderr"; faulty = 1 }
+  END { exit faulty }' || code=1
 files '*.py' | xargs -0r python3 -B -c '
 import sys
 faulty = False

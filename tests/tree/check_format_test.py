@@ -42,6 +42,14 @@ class CheckFormatTest(unittest.TestCase):
     def test_layout_is_applied(self):
         self.assertEqual((0, "", ["int a();\n"]), self.run_check({"host/a.h": "int  a( );\n"}, "--fix"))
 
+    def test_length_of_sources(self):
+        for suffix in ("h", "cpp"):
+            name = f"tests/x/a.{suffix}"
+            self.assertEqual(0, self.run_check({name: "int a();\n" * 400})[0])
+            code, messages, _ = self.run_check({name: "int a();\n" * 401, "tests/x/b.h": "int b();\n"})
+            self.assertEqual(1, code)
+            self.assertEqual(f"{name}: more than 400 lines; split it by what it is about\n", messages)
+
     def test_syntax_of_python(self):
         code, messages, _ = self.run_check({"samples/a.py": "def a(:\n", "tools/b.py": "print(2)\n"})
         self.assertEqual(1, code)
