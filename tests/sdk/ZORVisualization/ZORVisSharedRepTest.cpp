@@ -85,14 +85,3 @@ TEST_F(ZORVisSharedRepTest, EveryThreadPicksTheSame)
         EXPECT_EQ(result[4].object, nullptr);
     }
 }
-
-TEST_F(ZORVisSharedRepTest, EveryThreadGetsTheBoxOfTheScene)
-{
-    Show({new ZORVisPointPrimitive({{1, 2, 3}, {-4, 5, 6}})}, Options(Qt::red));
-    std::array<ZORMathBoundingBox, kNumThreads> boxes;
-    RunInThreads(kNumThreads, [&](int i) { boxes[i] = scene.GetBoundingBox(); });
-    for (const ZORMathBoundingBox& box : boxes) {
-        EXPECT_EQ(box.GetLowerPoint(), ZORMathPoint(-4, 2, 3));
-        EXPECT_EQ(box.GetUpperPoint(), ZORMathPoint(1, 5, 6));
-    }
-}
