@@ -38,7 +38,7 @@ public:
 
 signals:
     /// For dialogs that follow the choice; the selector itself never emits it.
-    void SelectionChanged(const ZORCompStrategy* Strategy); // NOLINT(readability-identifier-naming): established name
+    void SelectionChanged(const ZORCompStrategy* Strategy); // NOLINT(readability-identifier-naming): established
 
 public slots:
     /// Lists the strategies anew; the test entry becomes the choice.
