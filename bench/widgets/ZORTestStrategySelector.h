@@ -38,7 +38,8 @@ public:
 
 signals:
     /// For dialogs that follow the choice; the selector itself never emits it.
-    void SelectionChanged(const ZORCompStrategy* Strategy); // NOLINT(readability-identifier-naming): established
+    // The name of the parameter is established.
+    void SelectionChanged(const ZORCompStrategy* Strategy); // NOLINT(readability-identifier-naming)
 
 public slots:
     /// Lists the strategies anew; the test entry becomes the choice.
