@@ -154,7 +154,8 @@ void LongestSilence(benchmark::State& state)
         ZORNestNestingResponse* const response = processor.AddInput(input);
         qint64 longest = 0;
         QElapsedTimer timer;
-        QObject::connect(response, &ZORNestNestingResponse::ProgressChanged, response, [&] {
+        const QObject context; // of what follows, which lives as long
+        QObject::connect(response, &ZORNestNestingResponse::ProgressChanged, &context, [&longest, &timer] {
             longest = std::max(longest, timer.nsecsElapsed());
             timer.restart();
         });

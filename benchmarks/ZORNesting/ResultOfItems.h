@@ -16,7 +16,8 @@ inline ZORNestResult MakeResult(int numItems, int segmentsPerOutline)
     const int rows = (numItems + columns - 1) / columns;
     result.SetSheet({{0, 0, 0}, {100.0 * columns, 100.0 * rows, 0}});
     for (int i = 0; i < numItems; ++i) {
-        const ZORMathPoint center(100.0 * (i % columns) + 50, 100.0 * (i / columns) + 50, 0);
+        const int row = i / columns;
+        const ZORMathPoint center(100.0 * (i % columns) + 50, 100.0 * row + 50, 0);
         const auto at = [&](int step) {
             const double angle = 2 * std::numbers::pi * (step % segmentsPerOutline) / segmentsPerOutline;
             const double radius = 40 + 7 * std::sin(7 * angle + i);

@@ -132,8 +132,10 @@ void Holes(benchmark::State& state)
     };
     Item plate;
     plate.contours = {makeSquare(2 * count + 1, 0, 0)};
-    for (int i = 0; i < count * count; ++i)
-        plate.contours.push_back(makeSquare(1, 1 + 2.0 * (i % count), 1 + 2.0 * (i / count)));
+    for (int row = 0; row < count; ++row) {
+        for (int column = 0; column < count; ++column)
+            plate.contours.push_back(makeSquare(1, 1 + 2.0 * column, 1 + 2.0 * row));
+    }
     Job job = MakeJob(0, 0, 0);
     job.items = {plate};
     for (auto _ : state)

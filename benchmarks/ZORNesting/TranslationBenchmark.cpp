@@ -34,7 +34,8 @@ QByteArray MakePolylines(int count)
 {
     QByteArray text = Pair(0, "SECTION") + Pair(2, "ENTITIES");
     for (int i = 0; i < count; ++i) {
-        const double x = 100.0 * (i % 100), y = 100.0 * (i / 100);
+        const int row = i / 100;
+        const double x = 100.0 * (i % 100), y = 100.0 * row;
         text += Pair(0, "LWPOLYLINE") + Pair(8, "cut") + Pair(90, "40") + Pair(70, "1");
         for (int k = 0; k < 20; ++k)
             text += Point(x + 4 * k, y + k % 2);
@@ -52,7 +53,8 @@ QByteArray MakeLines(int count)
     const double corners[5][2] = {{0, 0}, {50, 0}, {50, 50}, {0, 50}, {0, 0}};
     for (int side = 0; side < 4; ++side) {
         for (int i = 0; i < count; ++i) {
-            const double x = 100.0 * (i % 100), y = 100.0 * (i / 100);
+            const int row = i / 100;
+            const double x = 100.0 * (i % 100), y = 100.0 * row;
             text += Pair(0, "LINE") + Pair(8, "cut") + Point(x + corners[side][0], y + corners[side][1])
                     + Pair(11, number(x + corners[side + 1][0])) + Pair(21, number(y + corners[side + 1][1]));
         }
@@ -68,7 +70,8 @@ QByteArray MakePaths(int count)
         text += "<path d=\"M";
         for (int k = 0; k < 40; ++k) {
             const double x = 100.0 * (i % 100) + 4 * (k < 20 ? k : 39 - k);
-            const double y = 100.0 * (i / 100) + (k < 20 ? 0 : 50) + k % 2;
+            const int row = i / 100;
+            const double y = 100.0 * row + (k < 20 ? 0 : 50) + k % 2;
             text += ' ' + QByteArray::number(x, 'f', 6) + ' ' + QByteArray::number(y, 'f', 6);
         }
         text += " Z\"/>";

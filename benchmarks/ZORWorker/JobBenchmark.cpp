@@ -46,18 +46,18 @@ void RunJob(benchmark::State& state, ZORWorkProcessor::Place place, qsizetype si
     }
 }
 
-void BM_JobInThread(benchmark::State& state)
+void JobInThread(benchmark::State& state)
 {
     RunJob(state, ZORWorkProcessor::Threads, state.range(0));
 }
 
-void BM_JobInWarmHelper(benchmark::State& state)
+void JobInWarmHelper(benchmark::State& state)
 {
     RunJob(state, ZORWorkProcessor::HelperProcesses, state.range(0));
 }
 
 // Helpers serve the path that they were started with, so another spelling of it needs a new one.
-void BM_JobInNewHelper(benchmark::State& state)
+void JobInNewHelper(benchmark::State& state)
 {
     const QString folder = QCoreApplication::applicationDirPath();
     const QString name = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
@@ -69,7 +69,7 @@ void BM_JobInNewHelper(benchmark::State& state)
 }
 
 /// The destructor of a processor whose job answers nothing: it is killed.
-void BM_DestroyHangingJob(benchmark::State& state)
+void DestroyHangingJob(benchmark::State& state)
 {
     for (auto _ : state) {
         auto processor = std::make_unique<ZORWorkProcessor>();
@@ -90,10 +90,10 @@ void BM_DestroyHangingJob(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(BM_DestroyHangingJob)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_JobInThread)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_JobInWarmHelper)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_JobInNewHelper)->Arg(1 << 10)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(DestroyHangingJob)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+BENCHMARK(JobInThread)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(JobInWarmHelper)->Arg(1 << 10)->Arg(1 << 24)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(JobInNewHelper)->Arg(1 << 10)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 /// This program is its own helper program, so that it needs no other kinds than its own.
 int RunProgram(int argc, char** argv)
