@@ -15,7 +15,7 @@
 #   ./test.sh random         only the random users
 #   ./test.sh analyze        only clang-tidy and clazy
 #   ./test.sh abi            only the interfaces of the libraries
-#   ./test.sh abi --update   nothing but the baseline of the interfaces, written anew
+#   ./test.sh abi --update   only rewrites the baseline of the interfaces
 #   ./test.sh alone          only sources without the precompiled headers, and private headers by themselves
 #   ./test.sh page           only the page about dialogs
 set -eu
