@@ -26,7 +26,7 @@ public:
     /// \param a,b  of length 1, or zero: a missing direction turns nowhere
     bool IsSmooth(const ZORMathVector& a, const ZORMathVector& b) const
     {
-        constexpr double kDoubt = 1e-12; // cosines near 1 do not tell small angles apart
+        constexpr double kDoubt = 1e-12; // cosines near 1 do not distinguish small angles
         const double cosine = Dot(a, b);
         if (std::abs(cosine - m_cosine) > kDoubt)
             return cosine > m_cosine || a == ZORMathVector() || b == ZORMathVector();

@@ -7,7 +7,7 @@ import sys
 import tempfile
 import unittest
 
-CHECKER = pathlib.Path(__file__).resolve().parents[2] / "tools" / "check_alone.py"
+from checker import TOOLS, write_tree
 
 CLEAN = {
     "sdk/ZORSystem/CMakeLists.txt": "zor_add_module(System LAYER 0 QT Core\n HEADERS ZORSysA.h\n SOURCES ZORSysA.cpp)",
@@ -20,19 +20,14 @@ CLEAN = {
 def run(changes):
     with tempfile.TemporaryDirectory() as folder:
         root = pathlib.Path(folder)
-        for name, text in {**CLEAN, **changes}.items():
-            path = root / name
-            path.parent.mkdir(parents=True, exist_ok=True)
-            path.write_text(text)
         build = root / "build"
-        build.mkdir()
-        (build / "cmake_pch.hxx").write_text("#include <string>\n")
+        write_tree(root, {**CLEAN, **changes, "build/cmake_pch.hxx": "#include <string>\n"})
         command = f"/usr/bin/ccache /usr/bin/c++ -Werror -DVALUE=1 -Winvalid-pch -include {build}/cmake_pch.hxx -o a.o -c "
         entries = [
             {"directory": str(build), "file": str(path), "command": command + str(path)} for path in sorted(root.glob("sdk/*/*.cpp"))
         ]
         (build / "compile_commands.json").write_text(json.dumps(entries))
-        result = subprocess.run([sys.executable, CHECKER, root, build], capture_output=True, text=True, check=False)
+        result = subprocess.run([sys.executable, TOOLS / "check_alone.py", root, build], capture_output=True, text=True, check=False)
         return result.returncode, result.stdout + result.stderr
 
 
