@@ -144,6 +144,20 @@ BENCHMARK(DestroyProcessor)
     ->UseManualTime()
     ->Iterations(5);
 
+/// The time between two signals.
+struct Silence
+{
+    Silence() { timer.start(); }
+    void End()
+    {
+        longest = std::max(longest, timer.nsecsElapsed());
+        timer.restart();
+    }
+
+    QElapsedTimer timer;
+    qint64 longest = 0; // ns
+};
+
 /// The longest time between two signals of progress of a job that runs for five seconds.
 void LongestSilence(benchmark::State& state)
 {
@@ -152,17 +166,14 @@ void LongestSilence(benchmark::State& state)
     for (auto _ : state) {
         ZORNestNestingProcessor processor;
         ZORNestNestingResponse* const response = processor.AddInput(input);
-        qint64 longest = 0;
-        QElapsedTimer timer;
+        Silence silence;
         const QObject context; // of what follows, which lives as long
-        QObject::connect(response, &ZORNestNestingResponse::ProgressChanged, &context, [&longest, &timer] {
-            longest = std::max(longest, timer.nsecsElapsed());
-            timer.restart();
-        });
-        timer.start();
+        QObject::connect(response, &ZORNestNestingResponse::ProgressChanged, &context,
+                         [watch = &silence] { watch->End(); });
         processor.Execute(nullptr);
         HandleEvents(response, kWatch);
-        state.SetIterationTime(ToSeconds(std::max(longest, timer.nsecsElapsed())));
+        silence.End();
+        state.SetIterationTime(ToSeconds(silence.longest));
     }
 }
 BENCHMARK(LongestSilence)->Arg(5000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(1);

@@ -191,7 +191,7 @@ void ZORCompJsonParser::CollectReferences(const QJsonArray& components)
     QList<QJsonArray> pending{components};
     while (!pending.isEmpty()) {
         const QJsonArray values = pending.takeLast();
-        for (const QJsonValue value : values) {
+        for (const QJsonValueConstRef value : values) {
             const std::optional<qint64> identifier = Fields::ToIdentifier(value);
             if (identifier && m_components.contains(*identifier))
                 m_references.insert(*identifier);
@@ -317,7 +317,7 @@ void ZORCompJsonParser::TakeBoundaries(Fields& fields, QList<int>& boundaries)
     const QJsonValue value = fields.Get(name);
     const QJsonArray references = value.isArray() ? value.toArray() : QJsonArray{value};
     QList<int> found;
-    for (const QJsonValue reference : references) {
+    for (const QJsonValueConstRef reference : references) {
         const std::optional<qint64> identifier = Fields::ToIdentifier(reference);
         if (!identifier)
             Fields::Fail(fields.PathOf(name), tr("this is no identifier"));

@@ -21,10 +21,10 @@ QString ZorCompFormatNumber(double number)
 
 std::optional<double> ZorCompParseAngle(QStringView text)
 {
-    constexpr QLatin1String unit("rad");
+    constexpr QLatin1String kUnit("rad");
     const QStringView trimmed = text.trimmed();
-    if (trimmed.endsWith(unit))
-        return ZorCompParseNumber(trimmed.chopped(unit.size()));
+    if (trimmed.endsWith(kUnit))
+        return ZorCompParseNumber(trimmed.chopped(kUnit.size()));
     const std::optional<double> degrees = ZorCompParseNumber(trimmed);
     return degrees ? std::optional(ZorCompToRadians(*degrees)) : std::nullopt;
 }
