@@ -32,7 +32,9 @@ public:
     /// \param position   smaller ones come first in the category; equal ones by their text
     /// \param placement  code of a Placement
     /// \param options    "method" (string): the id of the action is then "<class name>.<method>" instead of
-    ///                   the class name; all options are handed to the command as dynamic properties
+    ///                   the class name; "edits" (string list): names of the classes whose objects the
+    ///                   command edits, see ZORCmdController::Edit(); all options are handed to the command as
+    ///                   dynamic properties
     ZORCmdActionPublisher(const QString& category, const QMetaObject* command, const QString& icon,
                           const QString& text, const QString& toolTip, int position, int placement,
                           const QVariantMap& options);

@@ -2,12 +2,16 @@
 
 #include <ZORSystem/ZORSysApiTrace.h>
 
+#include <QPointer>
+
 class ZORCmdCommand::Private
 {
 public:
     Interaction interaction;
     UndoScope undoScope;
     QString title;
+    QPointer<QObject> editedObject;
+    bool isEditor = false;
     bool finishing = false;
 };
 
@@ -19,7 +23,7 @@ ZORCmdCommand::ZORCmdCommand(QObject* parent, int interaction, int undoScope)
 
 ZORCmdCommand::ZORCmdCommand(Untraced, QObject* parent, int interaction, int undoScope)
     : QObject(parent)
-    , d(new Private{static_cast<Interaction>(interaction), static_cast<UndoScope>(undoScope), {}})
+    , d(new Private{static_cast<Interaction>(interaction), static_cast<UndoScope>(undoScope), {}, {}})
 {
 }
 
@@ -49,6 +53,23 @@ void ZORCmdCommand::SetTitle(const QString& title)
 {
     ZOR_TRACE_CALL(title);
     d->title = title;
+}
+
+QObject* ZORCmdCommand::GetEditedObject() const
+{
+    return d->editedObject;
+}
+
+bool ZORCmdCommand::IsEditor() const
+{
+    return d->isEditor;
+}
+
+void ZORCmdCommand::SetEditedObject(QObject* object)
+{
+    ZOR_TRACE_CALL(object);
+    d->editedObject = object;
+    d->isEditor = object != nullptr;
 }
 
 void ZORCmdCommand::FinishLater()

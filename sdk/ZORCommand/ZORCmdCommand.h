@@ -47,6 +47,14 @@ public:
     QString GetTitle() const;
     void SetTitle(const QString& title);
 
+    /// The object that ZORCmdController::Edit() started the command for; not owned. Null for a command that edits
+    /// nothing, and once the object has been destroyed.
+    QObject* GetEditedObject() const;
+    /// Whether the command was started for an object, which may have been destroyed since.
+    bool IsEditor() const;
+    /// For the controller, before Start().
+    void SetEditedObject(QObject* object);
+
     /// Runs the command; it may go on living until it calls FinishLater().
     /// \throws ZORSysException when it cannot run; the controller then deletes it
     virtual void Start() = 0;

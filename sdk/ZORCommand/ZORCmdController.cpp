@@ -3,7 +3,10 @@
 #include "ZORCmdController_p.h"
 
 #include <ZORCommand/ZORCmdCommand.h>
+#include <ZORCommand/ZORCmdDialogCommand.h>
 #include <ZORCommand/ZORCmdDialogHandler.h>
+#include <ZORCommand/ZORCmdPickAnswerer.h>
+#include <ZORCommand/ZORCmdPickRequest.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 
@@ -21,6 +24,8 @@ public:
     std::list<Publication> publications;          // in the order of publication; addresses stay
     QPointer<QCoreApplication> application;       // the one that the actions were made for
     ZORCmdDialogHandler* dialogHandler = nullptr; // not owned
+    ZORCmdPickAnswerer* pickAnswerer = nullptr;   // not owned
+    ZORCmdPickRequest* pickRequest = nullptr;     // not owned; active
     std::function<QIcon(const QString&)> iconResolver;
 
     QIcon ResolveIcon(const QString& name) const
@@ -149,6 +154,90 @@ ZORCmdDialogHandler* ZORCmdController::GetDialogHandler() const
     return d->dialogHandler;
 }
 
+void ZORCmdController::SetPickAnswerer(ZORCmdPickAnswerer* answerer)
+{
+    ZOR_TRACE_CALL(answerer);
+    if (answerer == d->pickAnswerer)
+        return;
+    if (d->pickRequest)
+        d->pickRequest->Cancel();
+    d->pickAnswerer = answerer;
+    emit PickAnswererChanged();
+}
+
+// The answerer is being destroyed: it cannot be called any more.
+void ZORCmdController::ForgetPickAnswerer(const ZORCmdPickAnswerer* answerer)
+{
+    if (answerer != d->pickAnswerer)
+        return;
+    d->pickAnswerer = nullptr;
+    if (d->pickRequest)
+        d->pickRequest->Cancel();
+    emit PickAnswererChanged();
+}
+
+ZORCmdPickAnswerer* ZORCmdController::GetPickAnswerer() const
+{
+    return d->pickAnswerer;
+}
+
+ZORCmdPickRequest* ZORCmdController::GetPickRequest() const
+{
+    return d->pickRequest;
+}
+
+void ZORCmdController::SetPickRequest(ZORCmdPickRequest* request)
+{
+    d->pickRequest = request;
+}
+
+const ZORCmdController::Publication* ZORCmdController::FindEditor(const QObject* object) const
+{
+    for (const QMetaObject* type = object ? object->metaObject() : nullptr; type; type = type->superClass()) {
+        for (const Publication& publication : d->publications) {
+            if (publication.options.value(QStringLiteral("edits"))
+                    .toStringList()
+                    .contains(QLatin1String(type->className())))
+                return &publication;
+        }
+    }
+    return nullptr;
+}
+
+QAction* ZORCmdController::GetEditor(const QObject* object) const
+{
+    ZOR_TRACE_CALL(object);
+    const Publication* const publication = FindEditor(object);
+    return publication ? MakeAction(*const_cast<Publication*>(publication)) : nullptr;
+}
+
+bool ZORCmdController::ShowOpenEditor(const QObject* object) const
+{
+    for (const QPointer<ZORCmdCommand>& run : std::as_const(d->running)) {
+        const auto* const command = qobject_cast<const ZORCmdDialogCommand*>(run);
+        if (!command || command->IsFinishing() || command->GetEditedObject() != object)
+            continue;
+        if (QWidget* const content = command->GetContentWidget()) {
+            content->window()->show(); // it may be minimized
+            content->window()->raise();
+            content->activateWindow();
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ZORCmdController::Edit(QObject* object)
+{
+    ZOR_TRACE_CALL(object);
+    const Publication* const publication = FindEditor(object);
+    if (!publication)
+        return false;
+    if (!ShowOpenEditor(object))
+        Run(publication->publisher, object);
+    return true;
+}
+
 void ZORCmdController::SetIconResolver(const std::function<QIcon(const QString&)>& resolver)
 {
     ZOR_TRACE_CALL();
@@ -204,11 +293,11 @@ QAction* ZORCmdController::MakeAction(Publication& publication) const
     publication.action->setProperty("placement", publication.placement);
     publication.action->setProperty("iconName", publication.icon);
     connect(publication.action, &QAction::triggered, self,
-            [self, publisher = publication.publisher] { self->Run(publisher); });
+            [self, publisher = publication.publisher] { self->Run(publisher, nullptr); });
     return publication.action;
 }
 
-void ZORCmdController::Run(const ZORCmdActionPublisher* publisher)
+void ZORCmdController::Run(const ZORCmdActionPublisher* publisher, QObject* editedObject)
 {
     const auto publication = d->Find(publisher);
     if (publication == d->publications.end())
@@ -228,6 +317,7 @@ void ZORCmdController::Run(const ZORCmdActionPublisher* publisher)
     for (auto option = publication->options.begin(); option != publication->options.end(); ++option)
         command->setProperty(option.key().toUtf8().constData(), option.value());
     command->SetTitle(publication->text);
+    command->SetEditedObject(editedObject);
     try {
         command->Start();
     } catch (...) {

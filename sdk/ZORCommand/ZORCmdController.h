@@ -16,6 +16,8 @@
 class QAction;
 class ZORCmdActionPublisher;
 class ZORCmdDialogHandler;
+class ZORCmdPickAnswerer;
+class ZORCmdPickRequest;
 
 /// Process-wide register of command classes and of the actions published for them.
 ///
@@ -53,6 +55,25 @@ public:
     /// The handler of the application; null when there is none.
     ZORCmdDialogHandler* GetDialogHandler() const;
 
+    /// Cancels the active request of the answerer before.
+    /// \param answerer  not owned; null for none
+    void SetPickAnswerer(ZORCmdPickAnswerer* answerer);
+    /// The answerer of the application; null when there is none: nothing can be picked then.
+    ZORCmdPickAnswerer* GetPickAnswerer() const;
+    /// The active request; null for none.
+    ZORCmdPickRequest* GetPickRequest() const;
+
+    /// The action whose command edits an object, which its publisher names in the option "edits". Where several
+    /// edit it, the one for the most derived class counts.
+    /// \param object  null for none
+    /// \return as GetAction(); null when no command edits the object
+    QAction* GetEditor(const QObject* object) const;
+    /// Runs the command that edits an object: ZORCmdCommand::GetEditedObject() is the object. When its dialog is open
+    /// already, that one comes to the front instead.
+    /// \return false when no command edits the object
+    /// \throws ZORSysException as ZORCmdCommand::Start()
+    bool Edit(QObject* object);
+
     /// Sets how icon names become icons, also for the actions that exist already; an empty function gives
     /// icons of the desktop's theme.
     void SetIconResolver(const std::function<QIcon(const QString& name)>& resolver);
@@ -62,9 +83,13 @@ signals:
     void ActionPublished(QAction* action);
     /// An action is about to be deleted.
     void ActionAboutToBeWithdrawn(QAction* action);
+    /// GetPickAnswerer() is another one.
+    void PickAnswererChanged();
 
 private:
     friend class ZORCmdActionPublisher;
+    friend class ZORCmdPickAnswerer;
+    friend class ZORCmdPickRequest;
     struct Publication;
     class Private;
 
@@ -74,7 +99,11 @@ private:
     void Publish(Publication&& publication);
     void Withdraw(const ZORCmdActionPublisher* publisher);
     QAction* MakeAction(Publication& publication) const;
-    void Run(const ZORCmdActionPublisher* publisher);
+    void Run(const ZORCmdActionPublisher* publisher, QObject* editedObject);
+    void ForgetPickAnswerer(const ZORCmdPickAnswerer* answerer);
+    void SetPickRequest(ZORCmdPickRequest* request);
+    const Publication* FindEditor(const QObject* object) const;
+    bool ShowOpenEditor(const QObject* object) const;
     static void DeleteActions();
 
     const std::unique_ptr<Private> d;

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 
 namespace {
@@ -160,4 +161,67 @@ TEST_F(ZORCmdControllerTest, IconResolverServesActionsThatExistAlready)
     EXPECT_FALSE(Publish(&DerivedCommand::staticMetaObject)->icon().isNull());
 }
 
+/// Objects that commands edit.
+class EditedBase : public QObject
+{
+    Q_OBJECT
+};
+class EditedDerived : public EditedBase
+{
+    Q_OBJECT
+};
+
+TEST_F(ZORCmdControllerTest, EditsAnObjectByTheCommandForItsMostDerivedClass)
+{
+    EditedBase base;
+    EditedDerived derived;
+    Publish(&ScriptedCommand::staticMetaObject, {{"edits", QStringList("EditedBase")}});
+    EXPECT_EQ(controller->GetEditor(&base), controller->GetAction("ScriptedCommand"));
+    EXPECT_EQ(controller->GetEditor(&derived), controller->GetAction("ScriptedCommand"));
+    controller->RegisterCommand(&DerivedCommand::staticMetaObject);
+    {
+        const ZORCmdActionPublisher closer("Tests", &DerivedCommand::staticMetaObject, "icon", "Edit", "tip",
+                                           1, 1, {{"edits", QStringList({"Other", "EditedDerived"})}});
+        EXPECT_EQ(controller->GetEditor(&base), controller->GetAction("ScriptedCommand"));
+        EXPECT_EQ(controller->GetEditor(&derived), controller->GetAction("DerivedCommand"));
+        EXPECT_TRUE(controller->Edit(&derived));
+        ASSERT_TRUE(ScriptedCommand::s_last);
+        EXPECT_TRUE(qobject_cast<DerivedCommand*>(ScriptedCommand::s_last));
+        EXPECT_EQ(ScriptedCommand::s_last->GetEditedObject(), &derived);
+    }
+    EXPECT_EQ(controller->GetEditor(&derived), controller->GetAction("ScriptedCommand"));
+    const QObject other;
+    EXPECT_EQ(controller->GetEditor(&other), nullptr);
+    EXPECT_EQ(controller->GetEditor(nullptr), nullptr);
+    EXPECT_FALSE(controller->Edit(nullptr));
+}
+
+TEST_F(ZORCmdControllerTest, ForgetsAnEditedObjectThatIsDestroyed)
+{
+    auto object = std::make_unique<EditedBase>();
+    Publish(&ScriptedCommand::staticMetaObject, {{"edits", QStringList("EditedBase")}});
+    bool wasEditor = false;
+    ScriptedCommand::s_start = [&wasEditor](ScriptedCommand& command) { wasEditor = command.IsEditor(); };
+    EXPECT_TRUE(controller->Edit(object.get()));
+    EXPECT_TRUE(wasEditor) << "before Start()";
+    object.reset();
+    ASSERT_TRUE(ScriptedCommand::s_last);
+    EXPECT_EQ(ScriptedCommand::s_last->GetEditedObject(), nullptr);
+    EXPECT_TRUE(ScriptedCommand::s_last->IsEditor());
+    controller->GetAction("ScriptedCommand")->trigger();
+    EXPECT_FALSE(ScriptedCommand::s_last->IsEditor()) << "creates";
+}
+
+TEST_F(ZORCmdControllerTest, PassesAFailureOfAnEditorOn)
+{
+    EditedBase object;
+    Publish(&ScriptedCommand::staticMetaObject, {{"edits", QStringList("EditedBase")}});
+    ScriptedCommand::s_start = [](ScriptedCommand&) { throw ZORSysException("no part is open"); };
+    EXPECT_EQ("no part is open", MessageOf([&] { controller->Edit(&object); }));
+    DeletePosted();
+    EXPECT_FALSE(ScriptedCommand::s_last);
+}
+
 } // namespace
+
+#include "ZORCmdControllerTest.moc"

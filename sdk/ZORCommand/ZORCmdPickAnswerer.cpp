@@ -1,0 +1,10 @@
+#include "ZORCmdPickAnswerer.h"
+
+#include <ZORCommand/ZORCmdController.h>
+
+ZORCmdPickAnswerer::ZORCmdPickAnswerer() = default;
+
+ZORCmdPickAnswerer::~ZORCmdPickAnswerer()
+{
+    ZORCmdController::GetController()->ForgetPickAnswerer(this);
+}
