@@ -14,7 +14,7 @@ public:
     QString prompt;
     Extent extent = Extent::One;
     Filter filter;
-    QList<ZORMathPoint> preview;
+    QList<QList<ZORMathPoint>> preview;
     ZORCmdPickAnswerer* answerer = nullptr; // not owned; set while the request is active
 };
 
@@ -73,12 +73,12 @@ bool ZORCmdPickRequest::Accepts(const ZORGeoGeometry* object) const
     return object && (!d->filter || d->filter(*object));
 }
 
-QList<ZORMathPoint> ZORCmdPickRequest::GetPreview() const
+QList<QList<ZORMathPoint>> ZORCmdPickRequest::GetPreview() const
 {
     return d->preview;
 }
 
-void ZORCmdPickRequest::SetPreview(const QList<ZORMathPoint>& preview)
+void ZORCmdPickRequest::SetPreview(const QList<QList<ZORMathPoint>>& preview)
 {
     ZOR_TRACE_CALL(preview.size());
     d->preview = preview;

@@ -59,10 +59,10 @@ public:
     /// Returns whether an answer with this object passes the filter. Views show by it what may be clicked.
     bool Accepts(const ZORGeoGeometry* object) const;
 
-    /// Points that the command shows while the request is active, connected to a polyline: what has been picked so
-    /// far, and the paths between. Millimeters.
-    QList<ZORMathPoint> GetPreview() const;
-    void SetPreview(const QList<ZORMathPoint>& preview);
+    /// Chains of points that the view marks while the request is active: what has been picked so far, and the paths
+    /// between. A chain of one point is a mark, a longer one a polyline with marks at its ends. Millimeters.
+    QList<QList<ZORMathPoint>> GetPreview() const;
+    void SetPreview(const QList<QList<ZORMathPoint>>& preview);
 
     bool IsActive() const;
     /// Gives the request to the answerer of the controller.

@@ -4,10 +4,13 @@
 #include <ZORSystem/ZORSysValue.h>
 
 #include <QDynamicPropertyChangeEvent>
+#include <QFocusEvent>
+#include <QLineEdit>
 #include <QLocale>
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -19,9 +22,10 @@ constexpr int kShownDecimals = 6;
 class ZORCmnUnitSpinBox::Private
 {
 public:
-    double factor = 1;     // internal units in a shown unit
-    double exact = 0;      // internal value behind the number exactShown
-    double exactShown = 0; // not a number when there is none
+    double factor = 1;      // internal units in a shown unit
+    double exact = 0;       // internal value behind the number exactShown
+    double exactShown = 0;  // not a number when there is none
+    bool isClicked = false; // the focus came by the mouse button that is still down
 };
 
 ZORCmnUnitSpinBox::ZORCmnUnitSpinBox(QWidget* parent)
@@ -32,6 +36,7 @@ ZORCmnUnitSpinBox::ZORCmnUnitSpinBox(QWidget* parent)
     setDecimals(kShownDecimals);
     setRange(-kRange, kRange);
     setGroupSeparatorShown(false);
+    lineEdit()->installEventFilter(this);
 }
 
 ZORCmnUnitSpinBox::~ZORCmnUnitSpinBox() = default;
@@ -87,7 +92,28 @@ bool ZORCmnUnitSpinBox::event(QEvent* event)
     if (event->type() == QEvent::DynamicPropertyChange
         && static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == "magnitude")
         UpdateMagnitude();
-    return QDoubleSpinBox::event(event);
+    const bool isHandled = QDoubleSpinBox::event(event);
+    if (event->type() == QEvent::FocusIn)
+        SelectOnFocus(static_cast<QFocusEvent*>(event)->reason());
+    return isHandled;
+}
+
+// Typed digits must not join the number that is there. A return to the window or from a menu keeps the cursor.
+void ZORCmnUnitSpinBox::SelectOnFocus(Qt::FocusReason reason)
+{
+    if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason)
+        return;
+    d->isClicked = reason == Qt::MouseFocusReason;
+    selectAll();
+}
+
+bool ZORCmnUnitSpinBox::eventFilter(QObject* watched, QEvent* event)
+{
+    // The press that brought the focus has placed the cursor and dropped the selection; a drag has made another one.
+    if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease
+        && std::exchange(d->isClicked, false) && !lineEdit()->hasSelectedText())
+        selectAll();
+    return QDoubleSpinBox::eventFilter(watched, event);
 }
 
 void ZORCmnUnitSpinBox::UpdateMagnitude()

@@ -21,6 +21,9 @@
 /// The range is -1e9 to 1e9 with 6 decimals; trailing zeros are not shown. A point is accepted as the
 /// decimal separator in every locale.
 ///
+/// The number is selected when the box gets the focus, so that typing replaces it; a click into the box that has the
+/// focus places the cursor.
+///
 /// Thread safety: main thread only.
 class ZORCOMMONUI_EXPORT ZORCmnUnitSpinBox : public QDoubleSpinBox
 {
@@ -42,9 +45,11 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void UpdateMagnitude();
+    void SelectOnFocus(Qt::FocusReason reason);
     QString WithLocalSeparator(const QString& text) const;
 
     void Show(double internal);

@@ -190,7 +190,8 @@ TEST_F(ZORCmdPickRequestTest, ReportsItsPromptAndItsPreview)
     request->SetPrompt("Click somewhere.");
     request->SetPrompt("Click somewhere else.");
     EXPECT_EQ(prompts, QStringList("Click somewhere else."));
-    request->SetPreview({{1, 1, 0}, {2, 1, 0}});
+    const QList<ZORMathPoint> path{{1, 1, 0}, {2, 1, 0}};
+    request->SetPreview({path, {path.constFirst()}});
     EXPECT_EQ(previews, 1);
     EXPECT_EQ(request->GetPreview().size(), 2);
 }

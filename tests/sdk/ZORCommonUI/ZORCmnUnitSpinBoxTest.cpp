@@ -4,10 +4,13 @@
 
 #include <ZORCommonUI/ZORCmnUnitSpinBox.h>
 
+#include <QApplication>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QLocale>
 #include <QSignalSpy>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -185,6 +188,90 @@ TEST_F(ZORCmnUnitSpinBoxTest, CodeThatKnowsOnlyTheBaseClassWorks)
     box->setProperty("magnitude", "Angle");
     base->setValue(90);
     EXPECT_DOUBLE_EQ(kPi / 2, box->GetInternalValue());
+}
+
+/// Two boxes in a window, the second one with a length.
+class ZORCmnUnitSpinBoxFocusTest : public testing::Test
+{
+protected:
+    ZORCmnUnitSpinBoxFocusTest()
+    {
+        auto* const column = new QVBoxLayout(&window);
+        for (ZORCmnUnitSpinBox* box : {other, length})
+            column->addWidget(box);
+        length->setLocale(QLocale::c());
+        length->setProperty("magnitude", "Length");
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        other->setFocus();
+    }
+    void Type(const QString& text)
+    {
+        QTest::keyClicks(length, text);
+        QTest::keyClick(length, Qt::Key_Tab);
+    }
+    QLineEdit* GetField() const { return length->findChild<QLineEdit*>(); }
+
+    QWidget window;
+    ZORCmnUnitSpinBox* const other = new ZORCmnUnitSpinBox(&window);
+    ZORCmnUnitSpinBox* const length = new ZORCmnUnitSpinBox(&window);
+};
+
+TEST_F(ZORCmnUnitSpinBoxFocusTest, TypingReplacesTheNumberHoweverTheFocusCame)
+{
+    for (const Qt::FocusReason reason :
+         {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason, Qt::OtherFocusReason}) {
+        length->SetInternalValue(0);
+        length->setFocus(reason);
+        EXPECT_EQ(GetField()->selectedText(), QString("0")) << reason << ": without the unit";
+        Type("1000");
+        EXPECT_EQ(length->GetInternalValue(), 1000) << reason;
+        other->setFocus();
+    }
+}
+
+TEST_F(ZORCmnUnitSpinBoxFocusTest, TypingReplacesTheNumberAfterAClickBeforeIt)
+{
+    QTest::mouseClick(GetField(), Qt::LeftButton, {}, {1, GetField()->height() / 2});
+    EXPECT_TRUE(length->hasFocus());
+    Type("1000");
+    EXPECT_EQ(length->GetInternalValue(), 1000);
+}
+
+TEST_F(ZORCmnUnitSpinBoxFocusTest, SecondClickPlacesTheCursor)
+{
+    length->SetInternalValue(25);
+    const QPoint before(1, GetField()->height() / 2);
+    QTest::mouseClick(GetField(), Qt::LeftButton, {}, before);
+    QTest::mouseClick(GetField(), Qt::LeftButton, {}, before, QApplication::doubleClickInterval() + 1);
+    EXPECT_FALSE(GetField()->hasSelectedText());
+    Type("1");
+    EXPECT_EQ(length->GetInternalValue(), 125);
+}
+
+TEST_F(ZORCmnUnitSpinBoxFocusTest, DragSelectsWhatItCovers)
+{
+    length->SetInternalValue(1234567);
+    const int y = GetField()->height() / 2;
+    QTest::mousePress(GetField(), Qt::LeftButton, {}, {1, y});
+    QTest::mouseMove(GetField(), {1 + GetField()->fontMetrics().horizontalAdvance("1234"), y});
+    QTest::mouseRelease(GetField(), Qt::LeftButton, {},
+                        {1 + GetField()->fontMetrics().horizontalAdvance("1234"), y});
+    EXPECT_TRUE(GetField()->hasSelectedText());
+    EXPECT_LT(GetField()->selectedText().size(), 6);
+}
+
+TEST_F(ZORCmnUnitSpinBoxFocusTest, ReturnToTheWindowKeepsTheCursor)
+{
+    length->SetInternalValue(25);
+    length->setFocus(Qt::TabFocusReason);
+    GetField()->setCursorPosition(1);
+    QFocusEvent out(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(length, &out);
+    QFocusEvent in(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(length, &in);
+    EXPECT_FALSE(GetField()->hasSelectedText());
 }
 
 } // namespace
