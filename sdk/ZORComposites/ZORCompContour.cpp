@@ -51,6 +51,14 @@ ZORTopBody* ZORCompContour::GetBody() const
     return d->shape.GetBody();
 }
 
+QList<ZORGeoGeometry*> ZORCompContour::GetOwnedGeometry() const
+{
+    QList<ZORGeoGeometry*> owned = ZORFeatGeometry::GetOwnedGeometry();
+    if (d->shape.GetOwnedCurve())
+        owned.prepend(d->shape.GetOwnedCurve());
+    return owned;
+}
+
 ZORGeoCurve* ZORCompContour::GetCurve() const
 {
     return d->shape.GetOwnedCurve();

@@ -34,6 +34,7 @@ public:
 
     /// Null once somebody has destroyed it.
     ZORTopBody* GetBody() const override;
+    QList<ZORGeoGeometry*> GetOwnedGeometry() const override;
     /// The curve that plies refer to; not owned by the caller, null once somebody has destroyed it.
     ZORGeoCurve* GetCurve() const;
 

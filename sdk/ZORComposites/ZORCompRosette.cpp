@@ -119,6 +119,14 @@ ZORTopBody* ZORCompRosette::GetBody() const
     return d->shape.GetBody();
 }
 
+QList<ZORGeoGeometry*> ZORCompRosette::GetOwnedGeometry() const
+{
+    QList<ZORGeoGeometry*> owned = ZORFeatGeometry::GetOwnedGeometry();
+    if (d->shape.GetOwnedCurve())
+        owned.prepend(d->shape.GetOwnedCurve());
+    return owned;
+}
+
 void ZORCompRosette::SetAxes(const ZORMathPoint& origin, const ZORMathVector& xAxis,
                              const ZORMathVector& normal)
 {

@@ -42,6 +42,7 @@ public:
 
     /// Null once somebody has destroyed it.
     ZORTopBody* GetBody() const override;
+    QList<ZORGeoGeometry*> GetOwnedGeometry() const override;
 
     /// \param origin  millimetres, coordinates up to 1e60
     /// \param xAxis   of any length; its part perpendicular to \a normal counts

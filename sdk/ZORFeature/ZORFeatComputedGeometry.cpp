@@ -52,6 +52,11 @@ ZORTopBody* ZORFeatComputedGeometry::GetBody() const
     return d->shape.GetBody();
 }
 
+QList<ZORGeoGeometry*> ZORFeatComputedGeometry::GetOwnedGeometry() const
+{
+    return d->shape.GetGeometry() + ZORFeatGeometry::GetOwnedGeometry();
+}
+
 QString ZORFeatComputedGeometry::GetFailure() const
 {
     return d->failure;

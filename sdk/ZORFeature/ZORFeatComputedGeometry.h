@@ -43,6 +43,7 @@ public:
 
     /// Null until the first computation has succeeded, and once somebody has destroyed it.
     ZORTopBody* GetBody() const override;
+    QList<ZORGeoGeometry*> GetOwnedGeometry() const override;
     /// The message of the last computation if it failed, else empty.
     QString GetFailure() const;
 

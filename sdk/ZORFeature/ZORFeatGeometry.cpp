@@ -17,6 +17,12 @@ ZORTopBody* ZORFeatGeometry::GetBody() const
     return nullptr;
 }
 
+QList<ZORGeoGeometry*> ZORFeatGeometry::GetOwnedGeometry() const
+{
+    ZORTopBody* const body = GetBody();
+    return body ? QList<ZORGeoGeometry*>{body} : QList<ZORGeoGeometry*>();
+}
+
 void ZORFeatGeometry::FollowBody(const ZORTopBody* body)
 {
     if (body)

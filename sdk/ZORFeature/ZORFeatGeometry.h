@@ -20,6 +20,9 @@ public:
 
     /// The shape; owned by the container. Null when there is none (yet), as here in the base.
     virtual ZORTopBody* GetBody() const;
+    /// Returns what the feature has made and destroys with itself: the geometry of its body as far as it is its own,
+    /// then the body. Owned by the container; null never. Geometry that the feature only uses is not listed.
+    virtual QList<ZORGeoGeometry*> GetOwnedGeometry() const;
 
 signals:
     /// GetBody() is another one now, or has changed in place: features computed from this one follow. Not

@@ -61,6 +61,7 @@ void ZORGeoGeometry::AddReference(const QObject* user) const
 {
     ZOR_TRACE_CALL(user);
     ++d->references;
+    ++d->users[user];
     ZORGeoDebugOptions::RecordReferenceChange();
 }
 
@@ -73,6 +74,10 @@ void ZORGeoGeometry::RemoveReference(const QObject* user) const
         return;
     }
     --d->references;
+    if (const auto count = d->users.find(user); count != d->users.end() && --count->second == 0)
+        d->users.erase(count);
+    if (d->references == 0)
+        d->users.clear(); // of users that have given back references of others
     ZORGeoDebugOptions::RecordReferenceChange();
 }
 

@@ -111,6 +111,14 @@ ZORTopBody* ZORTPCourse::GetBody() const
     return d->body;
 }
 
+QList<ZORGeoGeometry*> ZORTPCourse::GetOwnedGeometry() const
+{
+    QList<ZORGeoGeometry*> owned = ZORFeatGeometry::GetOwnedGeometry();
+    if (d->centerLine)
+        owned.prepend(d->centerLine);
+    return owned;
+}
+
 const ZORGeoCurveOnSurface* ZORTPCourse::GetCenterLine() const
 {
     return d->centerLine;

@@ -55,6 +55,7 @@ public:
 
     /// Of dimension 1, from construction on; null once somebody has destroyed it.
     ZORTopBody* GetBody() const override;
+    QList<ZORGeoGeometry*> GetOwnedGeometry() const override;
     /// From construction on; null once somebody has destroyed it.
     const ZORGeoCurveOnSurface* GetCenterLine() const;
     /// Null once it has been destroyed.

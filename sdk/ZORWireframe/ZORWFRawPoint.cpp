@@ -47,6 +47,14 @@ ZORTopBody* ZORWFRawPoint::GetBody() const
     return d->body.Get();
 }
 
+QList<ZORGeoGeometry*> ZORWFRawPoint::GetOwnedGeometry() const
+{
+    QList<ZORGeoGeometry*> owned = ZORFeatGeometry::GetOwnedGeometry();
+    if (d->point.Get())
+        owned.prepend(d->point.Get());
+    return owned;
+}
+
 struct ZORWFRawPointStorage
 {
     static void Write(const ZORWFRawPoint& feature, ZORGeoObjectWriter& writer)

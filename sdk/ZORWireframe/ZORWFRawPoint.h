@@ -40,6 +40,7 @@ public:
 
     /// Of dimension 0, from construction on; null once somebody has destroyed it.
     ZORTopBody* GetBody() const override;
+    QList<ZORGeoGeometry*> GetOwnedGeometry() const override;
 
 private:
     friend struct ZORWFRawPointStorage;

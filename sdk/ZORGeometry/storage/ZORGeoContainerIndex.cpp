@@ -24,6 +24,11 @@ ZORGeoGeometry* ZORGeoContainerIndex::At(qsizetype index) const
     return FindBetweenHoles(index);
 }
 
+const std::map<const QObject*, int>& ZORGeoContainerIndex::UsersOf(const ZORGeoGeometry& geometry)
+{
+    return geometry.d->users;
+}
+
 ZORGeoGeometry* ZORGeoContainerIndex::FindBetweenHoles(qsizetype index) const
 {
     // Another thread may have packed the list meanwhile.

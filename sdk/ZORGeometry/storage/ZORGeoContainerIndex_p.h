@@ -5,9 +5,11 @@
 #include <QList>
 
 #include <atomic>
+#include <map>
 #include <mutex>
 #include <vector>
 
+class QObject;
 class ZORGeoGeometry;
 
 /// Geometries in the order of their registration. Every one knows its slot; removal leaves a hole.
@@ -27,6 +29,9 @@ public:
 
     void Append(ZORGeoGeometry* geometry);
     void Remove(ZORGeoGeometry* geometry);
+
+    /// Returns the references of a geometry by user; pointers to users are for comparison only.
+    static const std::map<const QObject*, int>& UsersOf(const ZORGeoGeometry& geometry);
 
 private:
     ZORGeoGeometry* FindBetweenHoles(qsizetype index) const;

@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <map>
+
 class ZORGeoGeometry::Private
 {
 public:
@@ -23,5 +25,6 @@ public:
     QString registeredName; // the object name as the container knows it
     qsizetype slot = -1;    // place in the container's index
     int references = 0;
+    std::map<const QObject*, int> users; // references by user; compared only, since a user may be gone
     State state = State::Unregistered;
 };

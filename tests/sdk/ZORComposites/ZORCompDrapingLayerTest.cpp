@@ -58,6 +58,17 @@ protected:
     ZORCompDrapingLayer* layer;
 };
 
+TEST_F(ZORCompDrapingLayerTest, OwnsItsResultButNotItsInputs)
+{
+    EXPECT_TRUE(layer->GetOwnedGeometry().isEmpty());
+    Complete();
+    auto* const shape = const_cast<ZORGeoSurface*>(ShapeOf(layer));
+    EXPECT_EQ((QList<ZORGeoGeometry*>{shape, layer->GetBody()}), layer->GetOwnedGeometry());
+    layer->SetDirection({1, 0, 1});
+    EXPECT_EQ(2, layer->GetOwnedGeometry().size());
+    EXPECT_EQ(layer->GetBody(), layer->GetOwnedGeometry().last());
+}
+
 } // namespace
 
 TEST_F(ZORCompDrapingLayerTest, WaitsForItsInputsInEveryOrder)

@@ -129,4 +129,18 @@ TEST_F(ZORCompRosetteTest, PliesTakeTheNearestRosetteAbove)
     EXPECT_EQ(layup, inner->GetLayup());
 }
 
+TEST_F(ZORCompRosetteTest, OwnsItsLineAndItsBody)
+{
+    auto* const rosette = Add<ZORCompRosette>(layup);
+    const auto expected = [rosette] {
+        ZORTopBody* const body = rosette->GetBody();
+        return QList<ZORGeoGeometry*>{const_cast<ZORGeoGeometry*>(body->GetGeometry()), body};
+    };
+    EXPECT_EQ(expected(), rosette->GetOwnedGeometry());
+    rosette->SetAxes({1, 2, 3}, {0, 1, 0}, {0, 0, 1});
+    EXPECT_EQ(expected(), rosette->GetOwnedGeometry());
+    delete rosette->GetBody();
+    EXPECT_EQ(1, rosette->GetOwnedGeometry().size());
+}
+
 } // namespace

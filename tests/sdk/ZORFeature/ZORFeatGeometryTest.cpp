@@ -75,4 +75,14 @@ TEST(ZORFeatGeometryTest, IsOnTheOneChainOfClassesThatViewsAndSelectorsWalk)
     EXPECT_EQ(QVariant::fromValue(root).value<ZORFeatObject*>(), root);
 }
 
+TEST(ZORFeatGeometryTest, OwnsItsBodyButNotWhatTheBodyIsMadeOf)
+{
+    ZORFeatContainer container;
+    ZORFeatRoot* const root = container.GetFeatureRoot("ZORFeatRoot");
+    ZORGeoCartesianPoint point(&container, {1, 2, 3});
+    ZORTopBody body(&container, &point);
+    EXPECT_EQ(QList<ZORGeoGeometry*>{&body}, ShapedFeature(root, &body).GetOwnedGeometry());
+    EXPECT_TRUE(ShapedFeature(root, nullptr).GetOwnedGeometry().isEmpty());
+}
+
 } // namespace

@@ -23,6 +23,9 @@ TEST_F(ZORTPCourseTest, BringsItsCentreLineAndABodyOfDimensionOneIntoTheContaine
     ASSERT_TRUE(course->GetBody());
     EXPECT_EQ(course->GetBody()->GetDimension(), 1);
     EXPECT_EQ(course->GetBody()->GetGeometry(), course->GetCenterLine());
+    EXPECT_EQ(course->GetOwnedGeometry(),
+              (QList<ZORGeoGeometry*>{const_cast<ZORGeoCurveOnSurface*>(course->GetCenterLine()),
+                                      course->GetBody()}));
     EXPECT_EQ(course->GetSurface(), surface);
     EXPECT_EQ(course->GetWidth(), 6.35);
     EXPECT_EQ(course->GetParentFeature(), folder);

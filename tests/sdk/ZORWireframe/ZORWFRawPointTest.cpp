@@ -206,4 +206,13 @@ TEST_F(ZORWFRawPointTest, TracesItsOwnCallsAlone)
                            "ZORFeatObject::Remove()"}));
 }
 
+TEST_F(ZORWFRawPointTest, OwnsItsPointAndItsBody)
+{
+    const ZORWFRawPoint* const feature = Add();
+    ZORGeoCartesianPoint* const point = PointOf(feature);
+    EXPECT_EQ(feature->GetOwnedGeometry(), (QList<ZORGeoGeometry*>{point, feature->GetBody()}));
+    delete point;
+    EXPECT_EQ(feature->GetOwnedGeometry(), QList<ZORGeoGeometry*>{feature->GetBody()});
+}
+
 } // namespace
