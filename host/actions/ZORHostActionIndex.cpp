@@ -1,5 +1,7 @@
 #include "actions/ZORHostActionIndex.h"
 
+#include "base/ZORHostWindowTitle.h"
+
 #include <QApplication>
 #include <QMainWindow>
 #include <QMenu>
@@ -43,7 +45,7 @@ QList<ZORHostActionEntry> ZORHostCollectActions(const QWidget* window)
     // menuBar() of a main window without one would create it.
     const auto* bar = window->findChild<QMenuBar*>(QString(), Qt::FindDirectChildrenOnly);
     if (bar)
-        Collect(bar->actions(), window->windowTitle(), result);
+        Collect(bar->actions(), ZORHostWindowTitle::GetKind(window), result);
     return result;
 }
 

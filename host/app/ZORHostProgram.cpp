@@ -5,6 +5,7 @@
 #include "base/ZORHostLogging.h"
 #include "base/ZORHostSettings.h"
 #include "docks/ZORHostLog.h"
+#include "document/ZORHostDocumentCommands.h"
 #include "document/ZORHostRescue.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "script/ZORHostScript.h"
@@ -28,6 +29,7 @@
 #include <algorithm>
 #include <chrono>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -137,7 +139,10 @@ int ZORHostProgram::Run()
 {
     if (!m_options.scriptFile.isEmpty())
         return RunScript();
-    OpenFiles(m_options.filesToOpen, [] {});
+    OpenFiles(m_options.filesToOpen, [this] {
+        if (CanAskUser(m_options))
+            m_window->OfferRecovery();
+    });
     return QApplication::exec();
 }
 
@@ -148,20 +153,24 @@ void ZORHostProgram::OpenFiles(const QStringList& files, const std::function<voi
     constexpr int kPulse = 10, kPatience = 2000; // milliseconds
     const auto start = std::chrono::steady_clock::now();
     auto* const timer = new QTimer(m_window.get());
-    QObject::connect(timer, &QTimer::timeout, m_window.get(), [=, this, left = files]() mutable {
-        const bool isLate = std::chrono::steady_clock::now() - start > std::chrono::milliseconds(kPatience);
-        if (!m_window->testAttribute(Qt::WA_Mapped) && !isLate)
-            return;
-        timer->stop(); // an error box has its own event loop
-        if (!left.isEmpty())
-            m_window->OpenFile(left.takeFirst());
-        if (!left.isEmpty()) {
-            timer->start(0);
-            return;
-        }
-        timer->deleteLater();
-        done();
-    });
+    QObject::connect(timer, &QTimer::timeout, m_window.get(),
+                     [=, this, left = files, isFirst = true]() mutable {
+                         const bool isLate =
+                             std::chrono::steady_clock::now() - start > std::chrono::milliseconds(kPatience);
+                         if (!m_window->testAttribute(Qt::WA_Mapped) && !isLate)
+                             return;
+                         timer->stop(); // an error box has its own event loop
+                         if (!left.isEmpty() && std::exchange(isFirst, false))
+                             m_window->OpenFile(left.takeFirst());
+                         else if (!left.isEmpty())
+                             m_window->GetDocumentCommands()->Import(left.takeFirst());
+                         if (!left.isEmpty()) {
+                             timer->start(0);
+                             return;
+                         }
+                         timer->deleteLater();
+                         done();
+                     });
     timer->start(kPulse);
 }
 

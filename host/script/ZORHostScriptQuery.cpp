@@ -1,13 +1,18 @@
 #include "script/ZORHostScriptQuery.h"
 
+#include "base/ZORHostWindowTitle.h"
+#include "document/ZORHostDocument.h"
+#include "document/ZORHostDocumentCommands.h"
 #include "script/ZORHostDocumentQuery.h"
 #include "script/ZORHostScriptError.h"
 #include "script/ZORHostWidgetAccess.h"
 #include "script/ZORHostWidgetFinder.h"
+#include "window/ZORHostMainWindow.h"
 
 #include <ZORSystem/ZORSysFile.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QFileInfo>
 #include <QHash>
 #include <QImage>
@@ -94,6 +99,16 @@ QString ActionState(QWidget* window, const QString& name)
     return Either(FindAction(window, name)->isChecked(), "on", "off");
 }
 
+const ZORHostDocument* FindDocument()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (const QWidget* window : windows) {
+        if (const auto* main = qobject_cast<const ZORHostMainWindow*>(window))
+            return main->GetDocumentCommands()->GetDocument();
+    }
+    throw ZORHostScriptError("there is no document");
+}
+
 struct Query
 {
     int numArguments;
@@ -108,7 +123,7 @@ const QHash<QString, Query>& Queries()
     static const QHash<QString, Query> queries = {
         {"text", {1, false, [](W, A a) { return a[0]; }}},
         {"window", {1, false, [](W, A a) { return Either(FindWindow(a[0]), "open", "closed"); }}},
-        {"title", {0, true, [](W window, A) { return window->windowTitle(); }}},
+        {"title", {0, true, [](W window, A) { return ZORHostWindowTitle::GetShown(window); }}},
         {"value",
          {1, true, [](W window, A a) { return ZORHostWidgetAccess::GetValue(FindWidget(window, a[0])); }}},
         {"rows",
@@ -121,6 +136,8 @@ const QHash<QString, Query>& Queries()
           [](W window, A a) { return ZORHostWidgetAccess::GetCell(FindWidget(window, a[0]), a[1], a[2]); }}},
         {"enabled", {1, true, [](W window, A a) { return IsEnabled(window, a[0]); }}},
         {"checked", {1, true, [](W window, A a) { return ActionState(window, a[0]); }}},
+        {"document", {0, false, [](W, A) { return FindDocument()->GetFile(); }}},
+        {"modified", {0, false, [](W, A) { return Either(FindDocument()->IsModified(), "yes", "no"); }}},
         {"geometries", {0, false, [](W, A) { return QString::number(document::CountGeometries()); }}},
         {"objects", {0, false, [](W, A) { return QString::number(document::CountVirtualObjects()); }}},
         {"references", {1, false, [](W, A a) { return QString::number(document::CountReferences(a[0])); }}},

@@ -1,6 +1,7 @@
 #include "script/ZORHostWidgetFinder.h"
 
 #include "actions/ZORHostActionIndex.h"
+#include "base/ZORHostWindowTitle.h"
 #include "script/ZORHostScriptError.h"
 
 #include <QAbstractButton>
@@ -58,6 +59,8 @@ QWidget* ZORHostWidgetFinder::FindWindow(const QString& name)
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
         const bool matches = window->objectName() == name || window->windowTitle() == name
+                             || ZORHostWindowTitle::GetShown(window) == name
+                             || ZORHostWindowTitle::GetKind(window) == name
                              || name == QLatin1String(window->metaObject()->className());
         if (!matches || !window->isVisible())
             continue;

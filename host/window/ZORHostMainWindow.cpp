@@ -7,14 +7,21 @@
 #include "base/ZORHostApplication.h"
 #include "base/ZORHostSettings.h"
 #include "base/ZORHostTheme.h"
+#include "base/ZORHostWindowTitle.h"
 #include "docks/ZORHostApiDock.h"
 #include "docks/ZORHostLogDock.h"
+#include "document/ZORHostAutosave.h"
+#include "document/ZORHostDocument.h"
+#include "document/ZORHostDocumentCommands.h"
+#include "document/ZORHostDropTarget.h"
 #include "document/ZORHostFileMenu.h"
+#include "document/ZORHostRecoveryDialog.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
 #include "window/ZORHostNoticeBar.h"
+#include "window/ZORHostPreferencesDialog.h"
 
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
@@ -44,7 +51,6 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     , m_plugins(plugins)
 {
     setObjectName("ZORHostMainWindow");
-    setWindowTitle(tr("Zorvane Host"));
     resize(1280, 820);
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
 
@@ -60,11 +66,7 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     setCentralWidget(central);
     statusBar()->setObjectName("_StatusBar");
 
-    m_fileMenu = new ZORHostFileMenu(this, m_view);
-    m_viewToolBar = addToolBar(tr("File and View"));
-    m_viewToolBar->setObjectName("_ViewToolBar");
-    m_fileMenu->AddTo(m_viewToolBar);
-    m_viewToolBar->addSeparator();
+    CreateDocument();
     CreateDocks(log);
     CreateViewMenu();
     CreateHelpMenu();
@@ -87,6 +89,31 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
 }
 
 ZORHostMainWindow::~ZORHostMainWindow() = default;
+
+void ZORHostMainWindow::CreateDocument()
+{
+    m_document = new ZORHostDocumentCommands(this, m_view);
+    auto* fileMenu = new ZORHostFileMenu(this, m_document, m_view);
+    m_viewToolBar = addToolBar(tr("File and View"));
+    m_viewToolBar->setObjectName("_ViewToolBar");
+    fileMenu->AddTo(m_viewToolBar);
+    m_viewToolBar->addSeparator();
+    new ZORHostDropTarget(this, m_view, m_document);
+    connect(fileMenu, &ZORHostFileMenu::PreferencesRequested, this,
+            &ZORHostMainWindow::OnPreferencesRequested);
+    connect(fileMenu, &ZORHostFileMenu::RecoveryRequested, this, &ZORHostMainWindow::OnRecoveryRequested);
+    connect(m_document->GetDocument(), &ZORHostDocument::Changed, this, &ZORHostMainWindow::UpdateTitle);
+    connect(m_document->GetAutosave(), &ZORHostAutosave::Failed, this, [this](const QString& reason) {
+        m_notices->AddMessage(tr("The document could not be saved automatically: %1").arg(reason));
+    });
+}
+
+void ZORHostMainWindow::UpdateTitle()
+{
+    const ZORHostDocument* document = m_document->GetDocument();
+    setWindowTitle(ZORHostWindowTitle::Make(document->GetName()));
+    setWindowModified(document->IsModified());
+}
 
 QAction* ZORHostMainWindow::AddAction(const QString& objectName, const QString& icon, const QString& text)
 {
@@ -162,7 +189,7 @@ void ZORHostMainWindow::SetEnvironment(ZORFeatEnvironment* environment)
 {
     m_view->SetEnvironment(environment);
     m_browser->SetEnvironment(environment);
-    m_fileMenu->SetEnvironment(environment);
+    m_document->SetEnvironment(environment);
 }
 
 void ZORHostMainWindow::SetTheme(ZORHostOptions::Theme theme)
@@ -192,9 +219,39 @@ void ZORHostMainWindow::SaveSettings() const
         ZORHostSettings::Write("Theme", theme->objectName().section(u'_', 2));
 }
 
-bool ZORHostMainWindow::OpenFile(const QString& fileName)
+bool ZORHostMainWindow::OpenFiles(const QStringList& files)
 {
-    return m_fileMenu->OpenFile(fileName);
+    return m_document->Add(files);
+}
+
+void ZORHostMainWindow::SetAsksToSave(bool asks)
+{
+    m_document->SetAsksToSave(asks);
+}
+
+void ZORHostMainWindow::OfferRecovery()
+{
+    if (!ZORHostRescue::FindAbandoned().isEmpty())
+        OnRecoveryRequested();
+}
+
+void ZORHostMainWindow::OnRecoveryRequested()
+{
+    const QList<ZORHostRescue::Entry> entries = ZORHostRescue::FindAbandoned();
+    if (entries.isEmpty()) {
+        statusBar()->showMessage(tr("There are no documents to recover"));
+        return;
+    }
+    auto* dialog = new ZORHostRecoveryDialog(entries, m_document, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+void ZORHostMainWindow::OnPreferencesRequested()
+{
+    auto* dialog = new ZORHostPreferencesDialog(this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 void ZORHostMainWindow::OnAboutTriggered()
@@ -244,18 +301,17 @@ void ZORHostMainWindow::OnPicked(QObject* owner, const QString& name, const ZORM
 bool ZORHostMainWindow::ConfirmClosing()
 {
     const auto* application = qobject_cast<ZORHostApplication*>(QCoreApplication::instance());
-    return !m_asksToSave || (application && application->IsQuitting()) || m_fileMenu->ConfirmClosing();
+    return (application && application->IsQuitting()) || m_document->ConfirmClosing();
 }
 
 void ZORHostMainWindow::RescueDocument()
 {
-    if (m_asksToSave)
-        m_fileMenu->RescueDocument();
+    m_document->Rescue();
 }
 
 void ZORHostMainWindow::OnSessionEnds(QSessionManager& session)
 {
-    if (!m_asksToSave || !m_fileMenu->HasUnsavedChanges())
+    if (!m_document->GetDocument()->IsModified())
         return;
     if (!session.allowsInteraction()) {
         RescueDocument();

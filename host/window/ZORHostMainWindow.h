@@ -15,7 +15,7 @@ class QToolBar;
 class ZORFeatBrowserWidget;
 class ZORFeatEnvironment;
 class ZORHostApiDock;
-class ZORHostFileMenu;
+class ZORHostDocumentCommands;
 class ZORHostLineQueue;
 class ZORHostLogDock;
 class ZORHostNoticeBar;
@@ -24,6 +24,8 @@ class ZORHostView3D;
 
 /// 3D view in the middle, docks with feature browser, log and API calls around it; menus and tool bars with
 /// the host's own actions and those published through the command controller.
+///
+/// The title names the file of the document and marks unsaved changes. Files can be dropped anywhere on the window.
 ///
 /// Closing it asks about unsaved changes of the document, then closes every other window of the program.
 /// Cancel, a save that fails and a window that refuses keep it open. The same question comes when the session
@@ -47,12 +49,16 @@ public:
     void SaveSettings() const;
     void SetTheme(ZORHostOptions::Theme theme);
 
-    /// See ZORHostFileMenu::OpenFile().
-    bool OpenFile(const QString& fileName);
-    /// Whether unsaved changes are asked about; true by default. Without, closing discards them.
-    void SetAsksToSave(bool asks) { m_asksToSave = asks; }
-    /// Writes unsaved changes that are asked about into a new file without asking, for an end that nobody can answer.
+    ZORHostDocumentCommands* GetDocumentCommands() const { return m_document; }
+    /// See ZORHostDocumentCommands::Add().
+    bool OpenFiles(const QStringList& files);
+    bool OpenFile(const QString& file) { return OpenFiles({file}); }
+    /// See ZORHostDocumentCommands::SetAsksToSave().
+    void SetAsksToSave(bool asks);
+    /// See ZORHostDocumentCommands::Rescue().
     void RescueDocument();
+    /// Shows what can be recovered, if there is something.
+    void OfferRecovery();
     /// Puts plug-ins that did not load on the notice bar.
     void ShowPluginProblems();
 
@@ -60,6 +66,8 @@ public slots:
     void OnAboutTriggered();
     void OnPluginsTriggered();
     void OnPaletteTriggered();
+    void OnPreferencesRequested();
+    void OnRecoveryRequested();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -69,6 +77,8 @@ private:
     void CreateHelpMenu();
     void CreateDocks(ZORHostLineQueue* log);
     void SetEnvironment(ZORFeatEnvironment* environment);
+    void CreateDocument();
+    void UpdateTitle();
     bool ConfirmClosing();
     void OnSessionEnds(QSessionManager& session);
     void OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point);
@@ -77,7 +87,7 @@ private:
     ZORHostPluginManager* m_plugins; // not owned
     ZORHostView3D* m_view;
     ZORHostNoticeBar* m_notices;
-    ZORHostFileMenu* m_fileMenu = nullptr;
+    ZORHostDocumentCommands* m_document = nullptr;
     ZORFeatBrowserWidget* m_browser = nullptr;
     ZORHostLogDock* m_logDock = nullptr;
     ZORHostApiDock* m_apiDock = nullptr;
@@ -85,5 +95,4 @@ private:
     QMenu* m_viewMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
     QActionGroup* m_themes = nullptr;
-    bool m_asksToSave = true;
 };

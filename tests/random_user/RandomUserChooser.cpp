@@ -3,6 +3,7 @@
 #include "RandomUserAddress.h"
 #include "RandomUserFiles.h"
 #include "actions/ZORHostActionIndex.h"
+#include "base/ZORHostWindowTitle.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostMainWindow.h"
 
@@ -198,7 +199,7 @@ RandomUserAction RandomUserChooser::TidyUp(const QWidgetList& windows)
     const int numGeometries = environment ? environment->GetContainer()->GetNumGeometry() : 0;
     const auto main = std::find_if(windows.cbegin(), windows.cend(), &IsA<ZORHostMainWindow>);
     if (numGeometries > kMostGeometries && main != windows.cend())
-        return {"menu", {RandomUserAddress::Of(*main), (*main)->windowTitle() + " > File > New"}};
+        return {"menu", {RandomUserAddress::Of(*main), ZORHostWindowTitle::GetKind(*main) + " > File > New"}};
     if (windows.size() > kMostWindows) {
         const QWidget* window = windows[1 + Below(int(windows.size()) - 1)];
         if (window != *main)

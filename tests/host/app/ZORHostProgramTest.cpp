@@ -121,7 +121,7 @@ TEST_F(ZORHostProgramTest, AScriptThatSucceedsEndsWithCodeZero)
 {
     const QString part = WriteTetrahedron("part.stl");
     EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n"
-                           "expect title is \"Zorvane Host\"\n"
+                           "expect title is \"Untitled - Zorvane Host\"\n"
                            "expect triangles tetrahedron is 4\n"
                            "screenshot view ${OUT}/view.png\n"
                            "screenshot window ${OUT}/window.png\n"
@@ -136,7 +136,8 @@ TEST_F(ZORHostProgramTest, AScriptThatSucceedsEndsWithCodeZero)
 TEST_F(ZORHostProgramTest, AScriptThatFailsEndsWithCodeOne)
 {
     EXPECT_EQ(1, RunScript("in ZORHostMainWindow\nexpect title is Nothing\n"));
-    EXPECT_TRUE(out.contains("FAILED test.zorscript:2: title is 'Zorvane Host', expected: is 'Nothing'"))
+    EXPECT_TRUE(
+        out.contains("FAILED test.zorscript:2: title is 'Untitled - Zorvane Host', expected: is 'Nothing'"))
         << out.toStdString();
     EXPECT_EQ(1, RunScript("trigger \"No Such Action\"\n"));
 }

@@ -85,7 +85,7 @@ TEST_F(ZORHostUnsavedWorkTest, AnUnchangedDocumentClosesAtOnce)
     EXPECT_TRUE(window.close());
     window.show();
     AddBox("Other");
-    PressInNextBox(QMessageBox::Yes);
+    PressInNextBox(QMessageBox::Discard);
     Trigger("_NewAction");
     EXPECT_EQ(1, boxes.Take().size());
     EXPECT_TRUE(window.close());
@@ -176,23 +176,24 @@ TEST_F(ZORHostUnsavedWorkTest, EveryChangeAfterASaveCounts)
     expectQuestion("emptied", [&] { container->Clear(); });
 }
 
-TEST_F(ZORHostUnsavedWorkTest, OpeningCountsWhereTheDocumentHasAFile)
+TEST_F(ZORHostUnsavedWorkTest, OpeningIsNoChangeAndImportingIs)
 {
     const QString part = WriteTetrahedron("part.stl");
     EXPECT_TRUE(window.OpenFile(part));
+    EXPECT_FALSE(Asks()) << "all of it is in the file";
     EXPECT_TRUE(window.OpenFile(part));
-    EXPECT_FALSE(Asks()) << "only what other files hold";
+    EXPECT_EQ(2, GetEnvironment()->GetContainer()->GetNumGeometry());
+    EXPECT_TRUE(Asks()) << "no file holds both";
     SaveAs(GetPath("document.ZORCont"));
+    EXPECT_FALSE(Asks());
     EXPECT_TRUE(window.OpenFile(part));
     EXPECT_TRUE(Asks()) << "the file of the document lacks the last part";
     SaveAs(GetPath("document.ZORCont"));
-    PressInNextBox(QMessageBox::Yes);
     Trigger("_NewAction");
-    boxes.Take();
+    EXPECT_TRUE(boxes.Take().isEmpty());
     EXPECT_TRUE(window.OpenFile(GetPath("document.ZORCont")));
+    EXPECT_EQ(3, GetEnvironment()->GetContainer()->GetNumGeometry());
     EXPECT_FALSE(Asks());
-    EXPECT_TRUE(window.OpenFile(part));
-    EXPECT_TRUE(Asks()) << "the document came from a file";
 }
 
 TEST_F(ZORHostUnsavedWorkTest, OpeningDoesNotHideEarlierChanges)
@@ -302,22 +303,55 @@ TEST_F(ZORHostUnsavedWorkTest, AnEndWithoutAQuestionRescuesTheDocument)
     QDir(folder).removeRecursively();
 }
 
+/// Takes the place of the preferred folder for rescued documents.
+class BlockedRescueFolder
+{
+public:
+    BlockedRescueFolder()
+        : m_file(ZORHostRescue::GetFolders().constFirst())
+    {
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(m_file).path()));
+        EXPECT_TRUE(m_file.open(QIODevice::WriteOnly));
+    }
+    ~BlockedRescueFolder() { EXPECT_TRUE(m_file.remove()); }
+    Q_DISABLE_COPY_MOVE(BlockedRescueFolder)
+
+    QFile::Permissions GetPermissions() const { return QFile::permissions(m_file.fileName()); }
+
+private:
+    QFile m_file;
+};
+
+TEST_F(ZORHostUnsavedWorkTest, ASecondFolderTakesTheDocumentWhereTheFirstCannot)
+{
+    qputenv("TMPDIR", QFile::encodeName(GetPath(".")));
+    const BlockedRescueFolder blocked;
+    AddBox("Box");
+    window.RescueDocument();
+    const QStringList notices = ZORHostRescue::TakeNotices();
+    ASSERT_EQ(1, notices.size());
+    EXPECT_TRUE(notices[0].contains(ZORHostRescue::GetFolders().constLast() + '/'));
+    const QList<ZORHostRescue::Entry> entries = ZORHostRescue::FindAbandoned();
+    ASSERT_EQ(1, entries.size());
+    EXPECT_TRUE(notices[0].contains(entries[0].path));
+    qunsetenv("TMPDIR");
+}
+
 TEST_F(ZORHostUnsavedWorkTest, ADocumentThatCannotBeRescuedIsNamedInTheLog)
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    ASSERT_TRUE(QDir().mkpath(folder));
-    QFile file(folder + "/rescued"); // takes the place of the folder
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    const QFile::Permissions before = file.permissions();
+    qputenv("TMPDIR", QFile::encodeName(WriteFile("file", "takes the place of the second folder")));
+    const BlockedRescueFolder blocked;
+    const QFile::Permissions before = blocked.GetPermissions();
     AddBox("Box");
     const WarningCatcher warnings;
     window.RescueDocument();
-    EXPECT_EQ(before, QFile::permissions(file.fileName()));
-    EXPECT_EQ(
-        1, warnings.GetLines().filter("The unsaved changes of the document are lost: Cannot write '").size());
+    EXPECT_EQ(before, blocked.GetPermissions());
+    EXPECT_EQ(1, warnings.GetLines()
+                     .filter("The unsaved changes of the document are lost: Cannot write into the folder '")
+                     .size());
     EXPECT_TRUE(ZORHostRescue::TakeNotices().isEmpty());
     EXPECT_TRUE(boxes.Take().isEmpty());
-    EXPECT_TRUE(file.remove());
+    qunsetenv("TMPDIR");
 }
 
 } // namespace

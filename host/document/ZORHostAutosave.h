@@ -1,0 +1,55 @@
+// Copies of unsaved work for the case that the program does not reach its end.
+
+#pragma once
+
+#include "document/ZORHostRescue.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <optional>
+
+class ZORHostDocument;
+
+/// Writes a modified document from time to time into a file of its own (ZORHostRescueFile), never into that of the document,
+/// and removes the copy when the document is saved, emptied or closed. Saves that are not due cost nothing.
+///
+/// Thread safety: main thread only.
+class ZORHostAutosave : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// \param document  not owned, must outlive this object
+    ZORHostAutosave(ZORHostDocument* document, QObject* parent);
+
+    /// Whether documents are saved automatically, in the interval of ZORHostPreferences; true by default.
+    void SetEnabled(bool isEnabled);
+
+    /// Writes a copy of a modified document unless there is an up-to-date one.
+    void SaveNow();
+    /// Writes a copy of a modified document that the next start names, and reports it in the log.
+    void Rescue();
+    /// Keeps a recovered file until its document is saved or closed, or a newer copy has taken its place.
+    void Adopt(const ZORHostRescue::Entry& entry);
+
+    /// Returns the path of the copy; empty where there is none.
+    const QString& GetPath() const { return m_file.GetPath(); }
+
+signals:
+    /// A copy could not be written. Emitted once for each reason.
+    void Failed(const QString& reason);
+
+private:
+    void UpdateInterval();
+    void RemoveCopies();
+    QString WriteCopy();
+
+    ZORHostDocument* m_document; // not owned
+    ZORHostRescueFile m_file;
+    std::optional<ZORHostRescue::Entry> m_adopted;
+    QTimer m_timer;
+    bool m_isEnabled = true;
+    qint64 m_numSavedChanges = -1; // of the copy; -1 without one
+    QString m_reason;              // of the last failure
+};
