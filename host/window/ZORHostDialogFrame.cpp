@@ -4,21 +4,63 @@
 #include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORSystem/ZORSysException.h>
 
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kTitleButtonsWidth = 140; // of the icon, the buttons and the margins of a window's title bar
+
+bool IsField(const QWidget& widget, const QWidget& window)
+{
+    return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && widget.isVisibleTo(&window)
+           && !widget.focusProxy() && !qobject_cast<const QAbstractButton*>(&widget);
+}
+
+// In the order of the Tab key; null for none.
+QWidget* FindFirstField(const QWidget& content, const QWidget& window)
+{
+    for (QWidget* widget = content.nextInFocusChain(); widget != &content;
+         widget = widget->nextInFocusChain()) {
+        if (content.isAncestorOf(widget) && IsField(*widget, window))
+            return widget;
+    }
+    return nullptr;
+}
+
+void SelectAll(QWidget* field)
+{
+    if (auto* line = qobject_cast<QLineEdit*>(field))
+        line->selectAll();
+    else if (auto* spin = qobject_cast<QAbstractSpinBox*>(field))
+        spin->selectAll();
+}
+
+bool HasDefaultButton(const QWidget& content)
+{
+    const auto buttons = content.findChildren<QPushButton*>();
+    return std::any_of(buttons.begin(), buttons.end(),
+                       [](const QPushButton* button) { return button->isDefault(); });
+}
+
+} // namespace
 
 ZORHostDialogFrame::ZORHostDialogFrame(ZORCmdDialogCommand* command, QWidget* parent)
     : QDialog(parent)
     , m_command(command)
     , m_problemIcon(new QLabel(this))
     , m_problemLbl(new QLabel(this))
-    , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setObjectName("_DialogFrame");
     setWindowTitle(command->GetTitle());
@@ -26,14 +68,37 @@ ZORHostDialogFrame::ZORHostDialogFrame(ZORCmdDialogCommand* command, QWidget* pa
     auto* column = new QVBoxLayout(this);
     EmbedContent(command->BuildContent(this));
     column->addLayout(MakeProblemLine());
+    // After the content: the Tab key reaches the buttons last.
+    m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_buttons->setObjectName("_ButtonBox");
     column->addWidget(m_buttons);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &ZORHostDialogFrame::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &ZORHostDialogFrame::reject);
     connect(command, &ZORCmdDialogCommand::ProblemChanged, this, &ZORHostDialogFrame::ShowProblem);
     ShowProblem(command->GetProblem());
+    FocusFirstField();
+    // A short form must not cut its title off.
+    setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + kTitleButtonsWidth);
     // The command may be withdrawn with its library.
     connect(command, &QObject::destroyed, this, &ZORHostDialogFrame::reject);
+}
+
+// The button in focus would be OK otherwise, which a typed blank presses.
+void ZORHostDialogFrame::FocusFirstField()
+{
+    if (!m_content)
+        return;
+    if (!HasDefaultButton(*m_content))
+        m_buttons->button(QDialogButtonBox::Ok)->setDefault(true);
+    QWidget* field = m_content->focusWidget();
+    if (!field)
+        field = m_content->focusProxy();
+    if (!field)
+        field = IsField(*m_content, *this) ? m_content.data() : FindFirstField(*m_content, *this);
+    if (!field)
+        return;
+    field->setFocus();
+    SelectAll(field);
 }
 
 void ZORHostDialogFrame::ShowProblem(const QString& problem)

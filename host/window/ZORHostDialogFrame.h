@@ -14,6 +14,9 @@ class ZORCmdDialogCommand;
 /// an "Error" box shows the message and the frame stays open with the user's input. While the command reports
 /// a problem with the input, a line above the buttons shows it and OK is disabled. Deletes itself on close.
 ///
+/// The first field of the content has the focus, with its text selected, unless the content has chosen another one. The
+/// Tab key reaches OK and Cancel after the content.
+///
 /// Return in a field of the content presses the default button, which is OK unless the content has a default
 /// button itself; Escape presses Cancel. Both hold for contents that are dialogs, too.
 class ZORHostDialogFrame : public QDialog
@@ -35,12 +38,13 @@ protected:
 private:
     void EmbedContent(QWidget* content);
     QLayout* MakeProblemLine();
+    void FocusFirstField();
     void ShowProblem(const QString& problem);
 
     QPointer<ZORCmdDialogCommand> m_command; // not owned; null once it was ended
     QPointer<QWidget> m_content;             // child
     QLabel* m_problemIcon;
     QLabel* m_problemLbl; // hidden until there is a problem
-    QDialogButtonBox* m_buttons;
+    QDialogButtonBox* m_buttons = nullptr;
     bool m_committing = false;
 };
