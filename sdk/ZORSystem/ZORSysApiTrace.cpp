@@ -44,7 +44,7 @@ qint64 Now()
 }
 
 // Reads ZOR_API_TRACE before the first call of the process.
-[[gnu::used]] const bool initialised = [] {
+[[gnu::used]] const bool kIsInitialized = [] {
     const QString file = qEnvironmentVariable("ZOR_API_TRACE");
     if (file.isEmpty())
         return true;

@@ -64,8 +64,8 @@ public:
     }
 
     void Deliver();
-    static QString Accept(ZORWorkResponse::Private& data, ZORWorkNotice notice);
-    static void Succeed(ZORWorkResponse* response, ZORWorkNotice notice);
+    static QString Accept(ZORWorkResponse::Private& data, const ZORWorkNotice& notice);
+    static void Succeed(ZORWorkResponse* response, const ZORWorkNotice& notice);
     static void Fail(ZORWorkResponse* response, const QString& reason);
     void Enqueue(const ZORWorkResponse::Private& data);
     void Execute(ZORWorkResponse* response);
@@ -113,11 +113,11 @@ void ZORWorkProcessor::Private::Deliver()
         response->SetProgress(data.control->progress);
         break;
     case ZORWorkNotice::Finished:
-        // Cancelled while the news was on its way.
+        // Canceled while the news was on its way.
         if (data.status == ZORWorkResponse::Canceling)
             Fail(response, ZORWorkFailure::GetCanceledReason());
         else
-            Succeed(response, std::move(*notice));
+            Succeed(response, *notice);
         break;
     case ZORWorkNotice::Failed:
         Fail(response, notice->reason);
@@ -127,7 +127,7 @@ void ZORWorkProcessor::Private::Deliver()
 
 /// Takes over a result with its files.
 /// \return why it cannot be used; empty if it can
-QString ZORWorkProcessor::Private::Accept(ZORWorkResponse::Private& data, ZORWorkNotice notice)
+QString ZORWorkProcessor::Private::Accept(ZORWorkResponse::Private& data, const ZORWorkNotice& notice)
 {
     const ZORSysApiTracePause pause; // a part of the job
     try {
@@ -142,9 +142,9 @@ QString ZORWorkProcessor::Private::Accept(ZORWorkResponse::Private& data, ZORWor
     }
 }
 
-void ZORWorkProcessor::Private::Succeed(ZORWorkResponse* response, ZORWorkNotice notice)
+void ZORWorkProcessor::Private::Succeed(ZORWorkResponse* response, const ZORWorkNotice& notice)
 {
-    const QString failure = Accept(*response->d, std::move(notice));
+    const QString failure = Accept(*response->d, notice);
     if (!failure.isEmpty()) {
         Fail(response, failure);
         return;

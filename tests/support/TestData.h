@@ -9,7 +9,9 @@
 QString FindTestData(const QString& relativePath);
 
 /// Skips the running test with a clear message where the test data is absent.
+// NOLINTBEGIN(bugprone-macro-parentheses): parentheses cannot enclose the name that is declared
 #define ZOR_REQUIRE_TEST_DATA(variable, relativePath)                                                        \
     const QString variable = FindTestData(QString::fromLatin1(relativePath));                                \
     if (variable.isEmpty())                                                                                  \
     GTEST_SKIP() << "no test data '" << (relativePath) << "': set ZOR_TEST_DATA to its folder"
+// NOLINTEND(bugprone-macro-parentheses)

@@ -11,7 +11,7 @@ using ZORNestSolver::kFullTurn;
 
 namespace {
 
-constexpr int kMaximumDegree = ZORNestNurbs::MaximumDegree;
+constexpr int kMaximumDegree = ZORNestNurbs::kMaximumDegree;
 
 ZORNestPlanePoint GetConicPoint(const ZORNestConic& conic, double parameter)
 {

@@ -27,7 +27,7 @@ struct ZORNestConic
 /// A rational spline; with as many weights as poles, or none when all are 1.
 struct ZORNestNurbs
 {
-    static constexpr int MaximumDegree = 15;
+    static constexpr int kMaximumDegree = 15;
 
     int degree = 3;
     QList<double> knots; ///< ascending, poles + degree + 1 of them
@@ -62,7 +62,7 @@ public:
                   const ZORNestPlanePoint* end = nullptr);
     /// \param poles  4 of a cubic, 3 of a quadratic Bezier curve
     void AddBezier(const QList<ZORNestPlanePoint>& poles);
-    /// \pre the counts of \a nurbs fit, and its degree is 1 to MaximumDegree
+    /// \pre the counts of \a nurbs fit, and its degree is 1 to kMaximumDegree
     void AddNurbs(const ZORNestNurbs& nurbs);
     /// \param what  name of the entity for the report, should it have to be skipped
     /// \return false when it was skipped: without length, not finite, beyond MaximumCoordinate, or with a curve that

@@ -85,7 +85,7 @@ void DrawLwPolyline(const Context& c)
 
 bool IsUsable(const ZORNestNurbs& nurbs)
 {
-    const bool doCountsFit = nurbs.degree >= 1 && nurbs.degree <= ZORNestNurbs::MaximumDegree
+    const bool doCountsFit = nurbs.degree >= 1 && nurbs.degree <= ZORNestNurbs::kMaximumDegree
                              && nurbs.poles.size() > nurbs.degree
                              && nurbs.knots.size() == nurbs.poles.size() + nurbs.degree + 1
                              && (nurbs.weights.isEmpty() || nurbs.weights.size() == nurbs.poles.size());
@@ -116,9 +116,9 @@ void DrawSpline(const Context& c)
         c.drawing.AddNurbs(nurbs);
     if (nurbs.poles.isEmpty())
         c.drawing.EndChain(Texts::tr("%1 without control points").arg(c.GetType()));
-    else if (nurbs.degree > ZORNestNurbs::MaximumDegree)
+    else if (nurbs.degree > ZORNestNurbs::kMaximumDegree)
         c.drawing.EndChain(Texts::tr("%1 of a degree above %2")
-                               .arg(c.GetType(), QString::number(ZORNestNurbs::MaximumDegree)));
+                               .arg(c.GetType(), QString::number(ZORNestNurbs::kMaximumDegree)));
     else
         c.drawing.EndChain(c.GetType());
 }

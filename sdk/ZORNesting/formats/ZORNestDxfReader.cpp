@@ -39,8 +39,8 @@ std::optional<QColor> GetTrueColor(const ZORNestDxfRecord& record)
 // Of UTF-8, which some editors put before the text.
 QByteArrayView SkipByteOrderMark(QByteArrayView bytes)
 {
-    constexpr QByteArrayView mark("\xEF\xBB\xBF");
-    return bytes.startsWith(mark) ? bytes.sliced(mark.size()) : bytes;
+    constexpr QByteArrayView kMark("\xEF\xBB\xBF");
+    return bytes.startsWith(kMark) ? bytes.sliced(kMark.size()) : bytes;
 }
 
 } // namespace

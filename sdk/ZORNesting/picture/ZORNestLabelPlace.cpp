@@ -83,8 +83,8 @@ void ZORNestLabelPlace::Toggle(const GridPoint& from, const GridPoint& to)
 void ZORNestLabelPlace::Block(const GridPoint& from, const GridPoint& to)
 {
     // What is drawn beyond the box may be far away.
-    constexpr double farthest = 4 * kColumns;
-    const double length = std::min(std::max(std::abs(to.x - from.x), std::abs(to.y - from.y)), farthest);
+    constexpr double kFarthest = 4 * kColumns;
+    const double length = std::min(std::max(std::abs(to.x - from.x), std::abs(to.y - from.y)), kFarthest);
     const int steps = int(2 * length) + 1;
     for (int i = 0; i <= steps; ++i) {
         const double t = double(i) / steps;

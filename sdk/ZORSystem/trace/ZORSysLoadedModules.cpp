@@ -11,6 +11,7 @@
 #include <vector>
 
 // The function of the C library: the linker gives its name to one that presents a single module to libbacktrace.
+// NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" int __real_dl_iterate_phdr(int (*callback)(dl_phdr_info*, size_t, void*), void* data);
 
 namespace ZORSysLoadedModules {

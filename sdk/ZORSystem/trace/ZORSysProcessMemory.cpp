@@ -19,6 +19,8 @@ bool ZorSysProcessMemory::Read(quintptr address, void* bytes, size_t size) const
 {
     if (m_descriptor >= 0)
         return pread(m_descriptor, bytes, size, off_t(address)) == ssize_t(size);
-    std::memcpy(bytes, reinterpret_cast<const void*>(address), size);
+    const void* source = nullptr;
+    std::memcpy(&source, &address, sizeof source);
+    std::memcpy(bytes, source, size);
     return true;
 }

@@ -147,6 +147,7 @@ QStringList ZorSysDescribeFrame(quintptr returnAddress, quint32 generation)
 // The linker puts this function in front of the one of the C library wherever this module calls that. libbacktrace
 // would read the files of all loaded libraries; this one presents only the file that it was created for, as the
 // program itself.
+// NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" int __wrap_dl_iterate_phdr(int (*callback)(dl_phdr_info*, size_t, void*), void* data)
 {
     dl_phdr_info info = {};

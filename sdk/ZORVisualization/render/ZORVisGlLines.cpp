@@ -26,7 +26,8 @@ unsigned GetDiscTexture()
         constexpr int kSize = 32;
         std::array<unsigned char, kSize * kSize> alpha;
         for (int i = 0; i < kSize * kSize; ++i) {
-            const double distance = std::hypot(i % kSize + 0.5 - kSize / 2.0, i / kSize + 0.5 - kSize / 2.0);
+            const int row = i / kSize;
+            const double distance = std::hypot(i % kSize + 0.5 - kSize / 2.0, row + 0.5 - kSize / 2.0);
             alpha[size_t(i)] = static_cast<unsigned char>(255 * std::clamp(kSize / 2.0 - distance, 0.0, 1.0));
         }
         unsigned created = 0;

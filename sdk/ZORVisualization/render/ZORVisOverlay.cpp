@@ -46,9 +46,9 @@ QList<QRect> PartsOf(const QSize& size)
 QPointF AnchorOffset(ZORVisTextPrimitive::AnchorLocation anchor, const QSizeF& box)
 {
     const int code = anchor < 0 || anchor > ZORVisTextPrimitive::UpperRight ? 0 : int(anchor);
-    const double column = (code % 3) / 2.0;  // 0 left, 1 right
-    const double row = 1 - (code / 3) / 2.0; // 1 lower, 0 upper
-    return {-column * box.width(), -row * box.height()};
+    const int column = code % 3; // 0 left, 2 right
+    const int row = code / 3;    // 0 lower, 2 upper
+    return {-column / 2.0 * box.width(), -(2 - row) / 2.0 * box.height()};
 }
 
 } // namespace

@@ -231,18 +231,21 @@ void ZORWorkHelperPool::Greet(ZORWorkHelper& helper, ZORWorkControl& control)
 void ZORWorkHelperPool::Release(std::unique_ptr<ZORWorkHelper> helper)
 {
     const bool isWanted = helper->GetProgram() == ZORWorkHelpers::GetProgram() && !helper->IsClosed();
+    std::unique_ptr<ZORWorkHelper> unwanted;
     {
         const std::lock_guard lock(m_mutex);
         --m_busy;
         --m_held;
         if (isWanted && m_held + m_idle.size() < m_mostBusy)
             m_idle.push_back(std::move(helper));
+        else
+            unwanted = std::move(helper);
     }
     m_changed.notify_all();
     WakeThread();
-    if (helper) {
-        helper->Close();
-        Bury(std::move(helper), {});
+    if (unwanted) {
+        unwanted->Close();
+        Bury(std::move(unwanted), {});
     }
 }
 

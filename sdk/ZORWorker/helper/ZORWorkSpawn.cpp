@@ -112,6 +112,7 @@ std::vector<QByteArray> MakeEnvironment()
 std::vector<char*> GetPointers(std::vector<QByteArray>& strings)
 {
     std::vector<char*> pointers;
+    pointers.reserve(strings.size() + 1);
     for (QByteArray& string : strings)
         pointers.push_back(string.data());
     pointers.push_back(nullptr);

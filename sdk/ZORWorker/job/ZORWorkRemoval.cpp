@@ -81,7 +81,7 @@ private:
 
 } // namespace
 
-void ZORWorkRemoval::Remove(std::unique_ptr<QTemporaryDir> directory, std::shared_ptr<const void> kept)
+void ZORWorkRemoval::Remove(std::unique_ptr<QTemporaryDir> directory, const std::shared_ptr<const void>& kept)
 {
     const QFileInfo info(directory->path());
     const QString hidden = info.path() + QStringLiteral("/.removed-") + info.fileName();

@@ -13,7 +13,7 @@ namespace ZORWorkRemoval {
 
 /// Hides a directory at once, and removes it soon; at once where it cannot be renamed or no thread can start.
 /// \param kept  released when the directory is gone
-void Remove(std::unique_ptr<QTemporaryDir> directory, std::shared_ptr<const void> kept);
+void Remove(std::unique_ptr<QTemporaryDir> directory, const std::shared_ptr<const void>& kept);
 
 /// Waits until everything is removed, or until the time is over.
 void Await(std::chrono::milliseconds time);

@@ -245,7 +245,7 @@ TEST_F(ZORTestVisualizationListTest, RemovesAllWhileTheEnvironmentKeepsRefreshin
     QSignalSpy removed(GetFeatEnvironment(), &ZORVisEnvironment::ObjectRemoved);
     QList<int> rowsDuringRemoval;
     QObject::connect(GetFeatEnvironment(), &ZORVisEnvironment::ObjectRemoved, console,
-                     [&] { rowsDuringRemoval.append(GetList()->count()); });
+                     [rows = &rowsDuringRemoval, list = GetList()] { rows->append(list->count()); });
     Click("_VisRemoveAllBtn");
     EXPECT_EQ(4, removed.count());
     EXPECT_EQ((QList<int>{3, 2, 1, 0}), rowsDuringRemoval);

@@ -175,7 +175,7 @@ TEST_F(ZORTestNestNestingDlgRunTest, CompletedRunOpensItsResultsAndStaysOpen)
     EXPECT_FALSE(results[0]->isModal());
     EXPECT_EQ(nullptr, results[0]->parent());
     EXPECT_TRUE(dialog->isVisible());
-    EXPECT_EQ(QPair(100, 100), QPair(Bar()->value(), Bar()->maximum()));
+    EXPECT_EQ(std::pair(100, 100), std::pair(Bar()->value(), Bar()->maximum()));
     EXPECT_EQ(1, results[0]->findChild<QComboBox*>("_SheetCombo")->count());
     EXPECT_FALSE(results[0]->findChild<QTextEdit*>("_ReportEdit")->toPlainText().isEmpty());
     ASSERT_EQ(1, GetFeatEnvironment()->GetNumVirtualObjects());

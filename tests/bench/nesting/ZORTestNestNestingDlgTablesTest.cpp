@@ -38,7 +38,7 @@ TEST_F(ZORTestNestNestingDlgTablesTest, AddAppendsARowOfTypedCellsForEachFile)
                                      QMetaType::Bool,    QMetaType::Bool, QMetaType::Double,
                                      QMetaType::Double,  QMetaType::Int,  QMetaType::QString};
     for (int column = 0; column < 12; ++column)
-        EXPECT_EQ(types[column], GetRow(Items(), 0)[column].typeId()) << column;
+        EXPECT_EQ(types[column], GetRow(Items(), 0).at(column).typeId()) << column;
 
     answers.CancelFile();
     Click("_AddItemBtn", dialog);
@@ -76,7 +76,7 @@ TEST_F(ZORTestNestNestingDlgTablesTest, FileThatCannotBeOpenedEndsAddingAndKeeps
     Click("_AddItemBtn", dialog);
     EXPECT_EQ(QStringList(message), boxes.TakeErrors());
     ASSERT_EQ(1, Items()->rowCount());
-    EXPECT_EQ(paths[0], GetRow(Items(), 0)[11].toString());
+    EXPECT_EQ(paths[0], GetRow(Items(), 0).at(11).toString());
 
     WritePart("b.msi");
     AnswerFiles(paths, remove);
@@ -160,7 +160,7 @@ TEST_F(ZORTestNestNestingDlgTablesTest, AddPackagingAsksForWidthAndNameOfARoll)
         QMetaType::QString, QMetaType::Int,    QMetaType::Double, QMetaType::QString, QMetaType::Bool,
         QMetaType::Double,  QMetaType::Double, QMetaType::Double, QMetaType::Double,  QMetaType::Double};
     for (int column = 0; column < 10; ++column)
-        EXPECT_EQ(types[column], GetRow(Sheets(), 0)[column].typeId()) << column;
+        EXPECT_EQ(types[column], GetRow(Sheets(), 0).at(column).typeId()) << column;
 }
 
 TEST_F(ZORTestNestNestingDlgTablesTest, CancelledQueriesAreTakenAsTheyCome)
@@ -176,10 +176,10 @@ TEST_F(ZORTestNestNestingDlgTablesTest, CancelledQueriesAreTakenAsTheyCome)
     Click("_PackagingAddBtn", dialog);
     ASSERT_EQ(3, Sheets()->rowCount());
     EXPECT_EQ(QVariantList({"", 1, 0.0, "inf", true, 0.0, 0.0, 0.0, 0.0, 0.0}), GetRow(Sheets(), 0));
-    EXPECT_EQ("named", GetRow(Sheets(), 1)[0]);
-    EXPECT_EQ(0.0, GetRow(Sheets(), 1)[2]);
-    EXPECT_EQ("", GetRow(Sheets(), 2)[0]);
-    EXPECT_EQ(300.0, GetRow(Sheets(), 2)[2]);
+    EXPECT_EQ("named", GetRow(Sheets(), 1).at(0));
+    EXPECT_EQ(0.0, GetRow(Sheets(), 1).at(2));
+    EXPECT_EQ("", GetRow(Sheets(), 2).at(0));
+    EXPECT_EQ(300.0, GetRow(Sheets(), 2).at(2));
 }
 
 TEST_F(ZORTestNestNestingDlgTablesTest, RowsVanishUnderAnOpenEditor)

@@ -158,17 +158,17 @@ TEST_F(ZORTestNestNestingDlgTest, BarFollowsTheProgress)
     OpenDialog();
     const auto show = [this](double ratio) {
         EXPECT_TRUE(QMetaObject::invokeMethod(dialog, "OnProgressUpdate", Q_ARG(double, ratio)));
-        return QPair(Bar()->value(), Bar()->maximum());
+        return std::pair(Bar()->value(), Bar()->maximum());
     };
     Bar()->setMaximum(250);
-    EXPECT_EQ(QPair(250, 250), show(0.0005));
-    EXPECT_EQ(QPair(50, 100), show(0.5));
-    EXPECT_EQ(QPair(100, 100), show(0));
-    EXPECT_EQ(QPair(99, 100), show(0.999));
-    EXPECT_EQ(QPair(0, 100), show(0.001));
-    EXPECT_EQ(QPair(28, 100), show(0.29)); // a bit less than 29 hundredths
-    EXPECT_EQ(QPair(100, 100), show(1));
-    EXPECT_EQ(QPair(100, 100), show(std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_EQ(std::pair(250, 250), show(0.0005));
+    EXPECT_EQ(std::pair(50, 100), show(0.5));
+    EXPECT_EQ(std::pair(100, 100), show(0));
+    EXPECT_EQ(std::pair(99, 100), show(0.999));
+    EXPECT_EQ(std::pair(0, 100), show(0.001));
+    EXPECT_EQ(std::pair(28, 100), show(0.29)); // a bit less than 29 hundredths
+    EXPECT_EQ(std::pair(100, 100), show(1));
+    EXPECT_EQ(std::pair(100, 100), show(std::numeric_limits<double>::quiet_NaN()));
 }
 
 TEST_F(ZORTestNestNestingDlgTest, StatusOfNobodyIsIgnored)

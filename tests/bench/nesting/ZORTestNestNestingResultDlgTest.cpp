@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
+#include <QSignalSpy>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -179,15 +180,13 @@ TEST_F(ZORTestNestNestingResultDlgTest, ClosingDeletesItAndItsDrawing)
     OpenResults();
     results->SetData({}, {MakeSheet(200)});
     results->show();
-    int numRemoved = 0;
-    QObject::connect(GetFeatEnvironment(), &ZORVisEnvironment::ObjectRemoved, results,
-                     [&numRemoved] { ++numRemoved; });
+    const QSignalSpy removed(GetFeatEnvironment(), &ZORVisEnvironment::ObjectRemoved);
     const QPointer<ZORVisVirtualObject> object = Object();
     results->close();
     DeleteLater();
     EXPECT_EQ(nullptr, results.data());
     EXPECT_EQ(nullptr, object.data());
-    EXPECT_EQ(1, numRemoved);
+    EXPECT_EQ(1, removed.count());
     EXPECT_EQ(0, GetFeatEnvironment()->GetNumVirtualObjects());
 }
 

@@ -42,6 +42,7 @@ Polygon DropIdleRings(const Polygon& polygon)
 std::vector<Polygon> Join(const std::vector<Polygon>& defects)
 {
     std::vector<Box> boxes;
+    boxes.reserve(defects.size());
     for (const Polygon& defect : defects)
         boxes.push_back(GetBox(defect));
     const size_t share = (defects.size() + kMostDefects - 1) / kMostDefects;

@@ -265,31 +265,31 @@ void Silhouette::AddCriticalDirections(double limit, std::vector<double>& direct
 void Silhouette::AddCriticalAngles(bool mirrored, const AngleRange& range, double limit, double offset,
                                    std::vector<double>& angles) const
 {
-    constexpr double half = std::numbers::pi;
+    constexpr double kHalf = std::numbers::pi;
     std::vector<double> directions;
     AddCriticalDirections(limit, directions);
     for (const double direction : directions) {
         const double angle = GetSense(mirrored) * (direction - offset);
-        for (double k = std::ceil((range.from - angle) / half); angle + k * half <= range.to; ++k)
-            angles.push_back(angle + k * half);
+        for (double k = std::ceil((range.from - angle) / kHalf); angle + k * kHalf <= range.to; ++k)
+            angles.push_back(angle + k * kHalf);
     }
 }
 
 std::vector<AngleRange> Silhouette::FindFitting(bool mirrored, double middle, double deviation, double length,
                                                 double width) const
 {
-    constexpr double half = std::numbers::pi;
+    constexpr double kHalf = std::numbers::pi;
     const double sense = GetSense(mirrored);
     const AngleRange allowed{middle - deviation, middle + deviation};
     std::vector<double> angles{allowed.from, middle, allowed.to};
     if (std::isfinite(length))
         AddCriticalAngles(mirrored, allowed, length, 0, angles);
     if (std::isfinite(width))
-        AddCriticalAngles(mirrored, allowed, width, half / 2, angles);
+        AddCriticalAngles(mirrored, allowed, width, kHalf / 2, angles);
     std::sort(angles.begin(), angles.end());
     const auto fits = [&](double angle) {
         return GetExtent(sense * angle) <= length + kSlack
-               && GetExtent(sense * angle + half / 2) <= width + kSlack;
+               && GetExtent(sense * angle + kHalf / 2) <= width + kSlack;
     };
     std::vector<AngleRange> ranges;
     double last = std::numeric_limits<double>::infinity(); // the last angle if it fits

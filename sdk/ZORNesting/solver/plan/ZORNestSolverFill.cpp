@@ -38,6 +38,7 @@ std::vector<Placement> Filler::GetPlacements(const std::vector<size_t>& items,
 bool Filler::AreApart(size_t kind, const std::vector<Placement>& placements) const
 {
     std::vector<Polygon> placed;
+    placed.reserve(placements.size());
     for (const Placement& placement : placements)
         placed.push_back(Transform(placement.pose).Apply(m_prepared.types[placement.item]->outer));
     return AreAllApart(placed, m_job.separation)

@@ -237,6 +237,7 @@ std::vector<size_t> Shape::GetLargestFirst() const
     }
     std::sort(sizes.begin(), sizes.end());
     std::vector<size_t> order;
+    order.reserve(sizes.size());
     for (const auto& [size, contour] : sizes)
         order.push_back(contour);
     return order;
