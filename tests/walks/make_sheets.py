@@ -22,8 +22,9 @@ def main(folder):
         if not pictures:
             continue
         sheet = folder / f"{screen.name}.jpg"
-        form = ["-label", "%t", "-tile", f"{COLUMNS}x", "-geometry", f"{WIDTH}x+4+4", "-filter", "Box"]
-        subprocess.run(["montage", *form, *map(str, pictures), str(sheet)], check=True)
+        form = ["-label", "%t", "-tile", f"{COLUMNS}x", "-geometry", "+4+4"]
+        small = [f"{picture}[{WIDTH}x]" for picture in pictures]  # made smaller one by one, since all together are too large
+        subprocess.run(["montage", *form, *small, str(sheet)], check=True)
         print(f"{len(pictures)} pictures: {sheet}")
 
 

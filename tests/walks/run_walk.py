@@ -11,7 +11,9 @@ import pathlib
 import sys
 import tempfile
 
+import walk_dialogs
 import walk_first
+import walk_menus
 import walk_view
 from program import WalkFailure
 from screen import Screen
@@ -19,7 +21,11 @@ from walker import Walker
 
 WALKS = {
     "first": walk_first.walk,
+    "dialogs": walk_dialogs.walk_host,
+    "console_dialogs": walk_dialogs.walk_console,
     "view": walk_view.walk,
+    "menus": walk_menus.walk_host,
+    "console_menus": walk_menus.walk_console,
 }
 
 

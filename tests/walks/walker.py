@@ -231,8 +231,8 @@ class Walker:
         """Returns the picture of a place once it stays the same for some polls."""
         same, last = 0, self.screen.look(place)
         for _ in range(PATIENCE):
-            pause()
             self.state()
+            pause()
             now = self.screen.look(place)
             same, last = (same + 1 if now == last else 0), now
             if same == POLLS_OF_REST:
