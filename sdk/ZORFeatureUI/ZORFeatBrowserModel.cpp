@@ -2,6 +2,7 @@
 #include "ZORFeatBrowserNode_p.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatGeometry.h>
 #include <ZORFeature/ZORFeatObject.h>
 
 #include <algorithm>
@@ -88,6 +89,7 @@ void ZORFeatBrowserModel::OnAdded(ZORGeoGeometry* geometry)
     node->depth = parent->depth + 1;
     node->kind = Node::KindOf(geometry);
     m_nodes.insert(geometry, node);
+    FollowOwner(node);
     // Below a parent that the views do not know either, nobody has to be told.
     (parent->isKnown ? parent->pending : parent->children).push_back(node);
     MarkDirty(parent);
@@ -98,8 +100,8 @@ void ZORFeatBrowserModel::OnAboutToBeRemoved(ZORGeoGeometry* geometry)
     Node* const node = m_nodes.take(geometry);
     if (!node)
         return;
-    if (node->isWatched)
-        geometry->disconnect(this);
+    m_dirtyOwners.remove(geometry);
+    Unwatch(node);
     node->geometry = nullptr;
     node->isDead = true;
     MarkDirty(node->parent);
@@ -130,7 +132,12 @@ ZORFeatBrowserNode* ZORFeatBrowserModel::ParentFor(const ZORGeoGeometry* geometr
     default:
         break;
     }
-    Node* const parent = NodeOf(static_cast<const ZORFeatObject*>(geometry)->GetParentFeature());
+    return ParentBelow(static_cast<const ZORFeatObject*>(geometry)->GetParentFeature());
+}
+
+ZORFeatBrowserNode* ZORFeatBrowserModel::ParentBelow(const ZORGeoGeometry* feature)
+{
+    Node* const parent = NodeOf(feature);
     if (!parent)
         return m_root;
     return parent->depth < kMaximumDepth ? parent : parent->parent;
@@ -159,6 +166,11 @@ void ZORFeatBrowserModel::MarkDirty(Node* node)
         return;
     node->isDirty = true;
     m_dirty.push_back(node);
+    PostFlush();
+}
+
+void ZORFeatBrowserModel::PostFlush()
+{
     if (m_flushPosted)
         return;
     m_flushPosted = true;
@@ -168,7 +180,10 @@ void ZORFeatBrowserModel::MarkDirty(Node* node)
 void ZORFeatBrowserModel::Flush()
 {
     m_flushPosted = false;
-    if (m_dirty.empty() || m_isFlushing)
+    if ((m_dirty.empty() && m_dirtyOwners.isEmpty()) || m_isFlushing)
+        return;
+    UpdateOwners();
+    if (m_dirty.empty())
         return;
     m_isFlushing = true;
     emit FlushStarted();
@@ -296,11 +311,10 @@ void ZORFeatBrowserModel::InsertChildren(Node* node, int row, std::vector<Node*>
 
 void ZORFeatBrowserModel::Clear()
 {
-    for (auto it = m_nodes.cbegin(); m_container && it != m_nodes.cend(); ++it) {
-        if (it.value()->isWatched)
-            it.value()->geometry->disconnect(this);
-    }
+    for (auto it = m_nodes.cbegin(); m_container && it != m_nodes.cend(); ++it)
+        Unwatch(it.value());
     m_nodes.clear();
+    m_dirtyOwners.clear();
     m_groups.clear();
     m_dirty.clear();
     Destroy({m_root});
@@ -351,47 +365,7 @@ int ZORFeatBrowserModel::rowCount(const QModelIndex& parent) const
     return parent.column() > 0 ? 0 : int(ToNode(parent)->children.size());
 }
 
-int ZORFeatBrowserModel::columnCount(const QModelIndex&) const
-{
-    return 1;
-}
-
 bool ZORFeatBrowserModel::hasChildren(const QModelIndex& parent) const
 {
     return rowCount(parent) > 0;
-}
-
-QVariant ZORFeatBrowserModel::data(const QModelIndex& index, int role) const
-{
-    if (!index.isValid())
-        return {};
-    Node* const node = ToNode(index);
-    if (node->isDead)
-        return {};
-    switch (role) {
-    case Qt::DisplayRole:
-        // A name that nobody has read needs no repaint when it changes.
-        if (node->geometry && !node->isWatched) {
-            node->isWatched = true;
-            connect(node->geometry, &QObject::objectNameChanged, this, [this, geometry = node->geometry] {
-                const_cast<ZORFeatBrowserModel*>(this)->OnTextChanged(geometry);
-            });
-        }
-        return node->GetText();
-    case Qt::DecorationRole:
-        return m_icons.at(node->kind);
-    case Qt::ToolTipRole:
-        return node->GetToolTip();
-    case Qt::UserRole:
-        return QVariant::fromValue(node->geometry);
-    default:
-        return {};
-    }
-}
-
-QVariant ZORFeatBrowserModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (section == 0 && orientation == Qt::Horizontal && role == Qt::DisplayRole)
-        return tr("Name");
-    return {};
 }

@@ -4,6 +4,8 @@
 
 #include "ZORFeatBrowserIcons_p.h"
 
+#include <ZORFeatureUI/ZORFeatBrowserWidget.h>
+
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QPalette>
@@ -13,6 +15,7 @@
 #include <vector>
 
 class ZORFeatContainer;
+class ZORFeatGeometry;
 class ZORFeatObject;
 class ZORGeoGeometry;
 struct ZORFeatBrowserNode;
@@ -31,6 +34,8 @@ public:
     explicit ZORFeatBrowserModel(QObject* parent);
     ~ZORFeatBrowserModel() override;
 
+    /// To be called while there is no container.
+    void SetOptions(ZORFeatBrowserWidget::Options options);
     /// \param container  not taken over; null empties the model
     void SetContainer(ZORFeatContainer* container);
     void SetPalette(const QPalette& palette);
@@ -50,6 +55,8 @@ public:
     int columnCount(const QModelIndex& parent) const override;
     bool hasChildren(const QModelIndex& parent) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 signals:
@@ -63,11 +70,22 @@ private:
     void OnAdded(ZORGeoGeometry* geometry);
     void OnAboutToBeRemoved(ZORGeoGeometry* geometry);
     void OnTextChanged(const ZORGeoGeometry* geometry);
+    void FollowOwner(Node* node);
+    void MarkOwner(ZORFeatGeometry* feature);
+    void UpdateOwners();
+    void MoveBelow(Node* owner, ZORGeoGeometry* geometry);
+    void PostFlush();
+    void Watch(Node* node) const;
+    void Unwatch(const Node* node);
+    QString GetShownText(const Node* node) const;
+    bool Rename(ZORGeoGeometry* geometry, const QString& name) const;
+    ZORFeatBrowserKind IconKindOf(const Node* node) const;
 
     Node* ToNode(const QModelIndex& index) const;
     QModelIndex ToIndex(const Node* node) const;
     Node* NodeOf(const ZORGeoGeometry* geometry) const { return m_nodes.value(geometry); }
     Node* ParentFor(const ZORGeoGeometry* geometry);
+    Node* ParentBelow(const ZORGeoGeometry* feature);
     Node* GroupNode(Group group);
     void MarkDirty(Node* node);
     void FlushNode(Node* node);
@@ -84,6 +102,8 @@ private:
     QHash<const ZORGeoGeometry*, Node*> m_nodes;
     std::map<Group, Node*> m_groups; // owned by the root node
     std::vector<Node*> m_dirty;
+    QHash<const ZORGeoGeometry*, ZORFeatGeometry*> m_dirtyOwners; // may own other geometry than before
+    ZORFeatBrowserWidget::Options m_options;
     bool m_flushPosted = false;
     bool m_isFlushing = false;
     std::map<ZORFeatBrowserKind, QIcon> m_icons;

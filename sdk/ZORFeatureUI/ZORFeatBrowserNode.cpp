@@ -75,11 +75,11 @@ QString ZORFeatBrowserNode::GetText() const
     }
 }
 
-QString ZORFeatBrowserNode::GetToolTip() const
+QString ZORFeatBrowserNode::GetToolTip(const QString& name) const
 {
     if (!geometry)
         return {};
     return ZORCmnPlainText::ToToolTip(ZORFeatBrowserModel::tr("%1\nClass: %2\nReferences: %3")
-                                          .arg(GetText(), QLatin1String(geometry->metaObject()->className()),
+                                          .arg(name, QLatin1String(geometry->metaObject()->className()),
                                                QString::number(geometry->GetReferenceCount())));
 }

@@ -23,6 +23,8 @@ struct ZORFeatBrowserNode
     bool isDead = false;  // the geometry is gone, or the group has become empty
     bool isDirty = false; // in the list of the model
     bool isWatched = false;
+    bool isWatchedOwner = false;
+    bool isOwned = false; // by the feature of the parent
     bool isDestroyed = false;
     std::vector<ZORFeatBrowserNode*> children; // owned
     std::vector<ZORFeatBrowserNode*> pending;  // owned; children the views do not know yet
@@ -36,6 +38,6 @@ struct ZORFeatBrowserNode
     void Renumber(int firstRow);
     /// Returns the label or name of the geometry; of a group, its kind and number. The geometry is not gone.
     QString GetText() const;
-    /// Returns name, class and number of references as plain text; empty for groups.
-    QString GetToolTip() const;
+    /// Returns \a name, class and number of references as plain text; empty for groups.
+    QString GetToolTip(const QString& name) const;
 };

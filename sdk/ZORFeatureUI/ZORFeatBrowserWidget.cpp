@@ -1,6 +1,9 @@
 #include "ZORFeatBrowserWidget.h"
 
+#include "ZORFeatBrowserFilter_p.h"
 #include "ZORFeatBrowserModel_p.h"
+#include "ZORFeatBrowserSearch_p.h"
+#include "ZORFeatBrowserView_p.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
@@ -8,57 +11,11 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QEvent>
-#include <QHeaderView>
-#include <QPainter>
 #include <QScrollBar>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-/// One column that is as wide as its items, and at least as wide as the view. Says so when it is empty.
-class BrowserView final : public QTreeView
-{
-public:
-    explicit BrowserView(QWidget* parent)
-        : QTreeView(parent)
-    {
-        setObjectName(QStringLiteral("_Tree"));
-        setAccessibleName(ZORFeatBrowserWidget::tr("Feature browser"));
-        setUniformRowHeights(true);
-        setSelectionMode(ExtendedSelection);
-        setVerticalScrollMode(ScrollPerPixel);
-        setHorizontalScrollMode(ScrollPerPixel);
-        setContextMenuPolicy(Qt::CustomContextMenu);
-        setEditTriggers(NoEditTriggers);
-        header()->setStretchLastSection(false);
-        header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-        header()->setSectionsClickable(false);
-    }
-
-protected:
-    void resizeEvent(QResizeEvent* event) override
-    {
-        QTreeView::resizeEvent(event);
-        header()->setMinimumSectionSize(viewport()->width());
-    }
-
-    void paintEvent(QPaintEvent* event) override
-    {
-        QTreeView::paintEvent(event);
-        if (model() && model()->rowCount() > 0)
-            return;
-        QPainter painter(viewport());
-        painter.setPen(palette().color(QPalette::Text));
-        painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignHCenter | Qt::TextWordWrap,
-                         ZORFeatBrowserWidget::tr("No geometry yet"));
-    }
-};
-
-} // namespace
 
 class ZORFeatBrowserWidget::Private
 {
@@ -66,11 +23,12 @@ public:
     explicit Private(ZORFeatBrowserWidget* widget)
         : q_ptr(widget)
         , model(new ZORFeatBrowserModel(widget))
-        , view(new BrowserView(widget))
+        , view(new ZORFeatBrowserView(widget))
     {
     }
 
     void Connect();
+    void ShowModel(QAbstractItemModel* shown);
     void ChangeTo(ZORFeatEnvironment* newEnvironment);
     void ExpandNewItems(const QModelIndex& parent, int first, int last);
     void OnFlushStarted();
@@ -79,11 +37,17 @@ public:
     void KeepAnchor();
     void RestoreAnchor();
     QModelIndexList SelectedFromTopToBottom() const;
+    void AddSearchField();
+    ZORGeoGeometry* GeometryOf(const QModelIndex& index) const;
+    QModelIndex IndexOf(const ZORGeoGeometry* geometry) const;
 
     ZORFeatBrowserWidget* q_ptr;
     QPointer<ZORFeatEnvironment> environment; // not owned
     ZORFeatBrowserModel* model;
-    QTreeView* view;
+    ZORFeatBrowserView* view;
+    Options options;
+    ZORFeatBrowserFilter* filter = nullptr; // between model and view; null without the option SearchField
+    ZORFeatBrowserSearch* search = nullptr;
 
     // The uppermost visible item and the place of its upper edge while the model changes.
     QPersistentModelIndex anchor;
@@ -98,21 +62,31 @@ void ZORFeatBrowserWidget::Private::Connect()
     using Model = ZORFeatBrowserModel;
     using Widget = ZORFeatBrowserWidget;
     Widget* const widget = q_ptr;
-    QObject::connect(
-        model, &Model::rowsInserted, widget,
-        [this](const QModelIndex& parent, int first, int last) { ExpandNewItems(parent, first, last); });
     QObject::connect(model, &Model::FlushStarted, widget, [this] { OnFlushStarted(); });
     QObject::connect(model, &Model::FlushFinished, widget, [this] { OnFlushFinished(); });
     QObject::connect(view, &QTreeView::activated, widget, [this](const QModelIndex& index) {
-        if (ZORGeoGeometry* geometry = model->GetGeometry(index))
+        if (ZORGeoGeometry* geometry = GeometryOf(index))
             emit q_ptr->GeometryActivated(geometry);
     });
-    QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, widget,
-                     [this] { OnSelectionChanged(); });
+    QObject::connect(view, &ZORFeatBrowserView::Hovered, widget,
+                     [this](const QModelIndex& index) { emit q_ptr->GeometryHovered(GeometryOf(index)); });
     QObject::connect(view, &QWidget::customContextMenuRequested, widget, [this](const QPoint& position) {
-        emit q_ptr->ContextMenuRequested(model->GetGeometry(view->indexAt(position)),
+        emit q_ptr->ContextMenuRequested(GeometryOf(view->indexAt(position)),
                                          view->viewport()->mapToGlobal(position));
     });
+}
+
+void ZORFeatBrowserWidget::Private::ShowModel(QAbstractItemModel* shown)
+{
+    const std::unique_ptr<QItemSelectionModel> former(view->selectionModel());
+    if (QAbstractItemModel* const before = view->model())
+        QObject::disconnect(before, &QAbstractItemModel::rowsInserted, q_ptr, nullptr);
+    view->setModel(shown);
+    QObject::connect(
+        shown, &QAbstractItemModel::rowsInserted, q_ptr,
+        [this](const QModelIndex& parent, int first, int last) { ExpandNewItems(parent, first, last); });
+    QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, q_ptr,
+                     [this] { OnSelectionChanged(); });
 }
 
 void ZORFeatBrowserWidget::Private::ChangeTo(ZORFeatEnvironment* newEnvironment)
@@ -130,11 +104,15 @@ void ZORFeatBrowserWidget::Private::ChangeTo(ZORFeatEnvironment* newEnvironment)
 
 void ZORFeatBrowserWidget::Private::ExpandNewItems(const QModelIndex& parent, int first, int last)
 {
+    if (search && search->IsSearching()) {
+        view->expandRecursively(parent); // matches are shown
+        return;
+    }
     if (parent.isValid()) // only items of the top level start expanded
         return;
     for (int row = first; row <= last; ++row) {
-        const QModelIndex index = model->index(row, 0, parent);
-        if (model->IsInitiallyExpanded(index))
+        const QModelIndex index = view->model()->index(row, 0, parent);
+        if (model->IsInitiallyExpanded(filter ? filter->mapToSource(index) : index))
             view->expand(index);
     }
 }
@@ -195,14 +173,47 @@ QModelIndexList ZORFeatBrowserWidget::Private::SelectedFromTopToBottom() const
         return std::lexicographical_compare(pathA.begin(), pathA.end(), pathB.begin(), pathB.end());
     };
     std::sort(ranges.begin(), ranges.end(), isAbove);
-    return ranges.indexes();
+    QModelIndexList indexes = ranges.indexes();
+    indexes.removeIf([](const QModelIndex& index) { return index.column() > 0; });
+    return indexes;
+}
+
+ZORGeoGeometry* ZORFeatBrowserWidget::Private::GeometryOf(const QModelIndex& index) const
+{
+    return model->GetGeometry(filter ? filter->mapToSource(index) : index);
+}
+
+QModelIndex ZORFeatBrowserWidget::Private::IndexOf(const ZORGeoGeometry* geometry) const
+{
+    const QModelIndex index = model->GetIndex(geometry);
+    return filter ? filter->mapFromSource(index) : index;
+}
+
+void ZORFeatBrowserWidget::Private::AddSearchField()
+{
+    filter = new ZORFeatBrowserFilter(q_ptr);
+    filter->setSourceModel(model);
+    ShowModel(filter);
+    search = new ZORFeatBrowserSearch(filter, view, q_ptr);
+    static_cast<QVBoxLayout*>(q_ptr->layout())->insertWidget(0, search);
+    QObject::connect(search, &ZORFeatBrowserSearch::FilterAboutToChange, q_ptr,
+                     [this] { isFlushing = true; });
+    QObject::connect(search, &ZORFeatBrowserSearch::FilterChanged, q_ptr, [this](bool isSearching) {
+        isFlushing = false;
+        selectionChanged = false; // what the search hides stays selected for the application
+        view->SetEmptyText(isSearching ? tr("No object with this name") : tr("No geometry yet"));
+        emit q_ptr->SearchChanged();
+        if (!isSearching && view->currentIndex().isValid())
+            view->scrollTo(view->currentIndex());
+    });
 }
 
 ZORFeatBrowserWidget::ZORFeatBrowserWidget(QWidget* parent)
     : QWidget(parent)
     , d(std::make_unique<Private>(this))
 {
-    d->view->setModel(d->model);
+    d->ShowModel(d->model);
+    d->view->SetEmptyText(tr("No geometry yet"));
     d->model->SetPalette(palette());
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -212,6 +223,20 @@ ZORFeatBrowserWidget::ZORFeatBrowserWidget(QWidget* parent)
 }
 
 ZORFeatBrowserWidget::~ZORFeatBrowserWidget() = default;
+
+void ZORFeatBrowserWidget::SetOptions(Options options)
+{
+    d->options = options;
+    d->model->SetOptions(options);
+    if (options.testFlag(Option::SearchField))
+        d->AddSearchField();
+    d->view->SetOptions(options);
+}
+
+QLineEdit* ZORFeatBrowserWidget::GetSearchField() const
+{
+    return d->search;
+}
 
 void ZORFeatBrowserWidget::SetEnvironment(ZORFeatEnvironment* environment)
 {
@@ -227,14 +252,14 @@ ZORFeatEnvironment* ZORFeatBrowserWidget::GetEnvironment() const
 
 ZORGeoGeometry* ZORFeatBrowserWidget::GetCurrentGeometry() const
 {
-    return d->model->GetGeometry(d->view->currentIndex());
+    return d->GeometryOf(d->view->currentIndex());
 }
 
 QList<ZORGeoGeometry*> ZORFeatBrowserWidget::GetSelectedGeometries() const
 {
     QList<ZORGeoGeometry*> geometries;
     for (const QModelIndex& index : d->SelectedFromTopToBottom()) {
-        if (ZORGeoGeometry* geometry = d->model->GetGeometry(index))
+        if (ZORGeoGeometry* geometry = d->GeometryOf(index))
             geometries.append(geometry);
     }
     return geometries;
@@ -244,14 +269,48 @@ bool ZORFeatBrowserWidget::SelectGeometry(ZORGeoGeometry* geometry)
 {
     ZOR_TRACE_CALL(geometry);
     d->model->Flush();
-    const QModelIndex index = geometry ? d->model->GetIndex(geometry) : QModelIndex();
+    const QModelIndex index = geometry ? d->IndexOf(geometry) : QModelIndex();
     if (!index.isValid()) {
         if (!geometry)
             d->view->selectionModel()->clear();
         return false;
     }
-    d->view->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    d->view->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect
+                                                          | QItemSelectionModel::Rows);
     d->view->scrollTo(index);
+    return true;
+}
+
+void ZORFeatBrowserWidget::SelectGeometries(const QList<ZORGeoGeometry*>& geometries)
+{
+    d->model->Flush();
+    QModelIndexList indexes;
+    for (const ZORGeoGeometry* geometry : geometries) {
+        if (const QModelIndex index = d->IndexOf(geometry); index.isValid())
+            indexes.append(index);
+    }
+    if (indexes.isEmpty()) {
+        d->view->selectionModel()->clearSelection();
+        return;
+    }
+    const QModelIndex last = indexes.last();
+    const bool wasSelected = d->view->selectionModel()->isSelected(last);
+    if (!wasSelected) {
+        d->view->selectionModel()->setCurrentIndex(last, QItemSelectionModel::NoUpdate);
+        d->view->scrollTo(last);
+    }
+    d->view->SelectExactly(indexes);
+}
+
+bool ZORFeatBrowserWidget::RenameGeometry(ZORGeoGeometry* geometry)
+{
+    d->model->Flush();
+    const QModelIndex index = geometry ? d->IndexOf(geometry) : QModelIndex();
+    if (!index.isValid() || !d->options.testFlag(Option::Renaming))
+        return false;
+    d->view->scrollTo(index);
+    d->view->setCurrentIndex(index);
+    d->view->edit(index);
     return true;
 }
 
