@@ -67,21 +67,42 @@ ZORCompReader::ZORCompReader(const QString& file, const QByteArray& format)
 
 ZORCompReader::~ZORCompReader() = default;
 
-void ZORCompReader::Read(ZORCompReadProcessor* processor) const
+/// Calls a function with the document and its report.
+template<class Function>
+void ZORCompReader::ReadWith(const Function& function) const
 {
-    ZOR_TRACE_CALL(processor);
-    if (!processor)
-        throw ZORSysException(tr("read processor is null"));
     const ZORCompFormat& format = ZORCompFormat::Find(d->format);
     try {
         ZORSysMemory::Read(d->file, EstimateMemory(d->file), [&] {
             ZORCompReadReport report;
             const ZORCompDocument document = format.Parse(ReadAll(d->file), report);
-            processor->Add(document, d->file, report);
+            function(document, report);
         });
     } catch (const ZORSysFileException&) {
         throw;
     } catch (const ZORSysException& exception) {
         throw ZORSysFileException(tr("cannot read '%1': %2").arg(d->file, exception.GetMessage()));
     }
+}
+
+void ZORCompReader::Read(ZORCompReadProcessor* processor) const
+{
+    ZOR_TRACE_CALL(processor);
+    if (!processor)
+        throw ZORSysException(tr("read processor is null"));
+    ReadWith([&](const ZORCompDocument& document, const ZORCompReadReport& report) {
+        processor->Add(document, d->file, report);
+    });
+}
+
+ZORCompDocument ZORCompReader::Parse(ZORCompReadReport& report) const
+{
+    ZOR_TRACE_CALL(&report);
+    ZORCompDocument result;
+    ReadWith([&](const ZORCompDocument& document, const ZORCompReadReport& found) {
+        document.Check();
+        result = document;
+        report = found;
+    });
+    return result;
 }

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <ZORComposites/ZORCompDocument.h>
+#include <ZORComposites/ZORCompReadReport.h>
 #include <ZORComposites/ZORCompositesGlobal.h>
 
 #include <QByteArray>
@@ -36,8 +38,15 @@ public:
     ///         ZORSysFileException "cannot read '%1': %2" for anything wrong in it, with the place there, "the file
     ///         is larger than %1 bytes" among others. The processor is as before then.
     void Read(ZORCompReadProcessor* processor) const;
+    /// Reads the whole file without a container, in any thread: the first half of Read(). O(size).
+    /// \param report  receives what is kept and warnings
+    /// \throws ZORSysException as Read()
+    ZORCompDocument Parse(ZORCompReadReport& report) const;
 
 private:
+    template<class Function>
+    void ReadWith(const Function& function) const;
+
     class Private;
     const std::unique_ptr<Private> d;
 };

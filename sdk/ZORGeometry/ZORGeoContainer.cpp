@@ -1,7 +1,7 @@
 #include "ZORGeoContainer.h"
 
-#include "storage/ZORGeoContainerDocument_p.h"
 #include "storage/ZORGeoContainerDump_p.h"
+#include "storage/ZORGeoContainerFile_p.h"
 #include "storage/ZORGeoContainerLoader_p.h"
 #include "storage/ZORGeoContainer_p.h"
 #include "storage/ZORGeoGeometry_p.h"
@@ -9,13 +9,9 @@
 #include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORGeometry/ZORGeoObjectStorage.h>
 #include <ZORSystem/ZORSysApiTrace.h>
-#include <ZORSystem/ZORSysDocumentEnvelope.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
-#include <ZORSystem/ZORSysReplacedFile.h>
 
-#include <QDir>
-#include <QFileDevice>
 #include <QMutex>
 #include <QStringList>
 
@@ -37,12 +33,6 @@ struct TypeRegistry
         return registry;
     }
 };
-
-/// Version of the format, and how well a document may be compressed.
-ZORSysDocumentEnvelope Envelope()
-{
-    return {ZORGeoContainer::tr("container file"), 1, 1000};
-}
 
 QStringList ClassesThatCannotBeSaved(const ZORGeoContainer& container)
 {
@@ -83,32 +73,6 @@ std::vector<ZORGeoStoredObject> Describe(const ZORGeoContainer& container)
             storage->write(geometry, writer);
     }
     return objects;
-}
-
-void Write(QIODevice& device, const QByteArray& file)
-{
-    if (!ZORSysReplacedFile::WriteAll(device, file)) {
-        throw ZORSysFileException(
-            ZORGeoContainer::tr("cannot write the container file: %1").arg(device.errorString()));
-    }
-}
-
-QString GetName(const QIODevice& device)
-{
-    const auto* const file = qobject_cast<const QFileDevice*>(&device);
-    return file ? QDir::toNativeSeparators(file->fileName()) : ZORGeoContainer::tr("container file");
-}
-
-/// Returns the number of bytes that the file, its document and the objects take together, as measured with surfaces; 0
-/// if the device cannot say, or holds something else.
-qint64 EstimateMemory(QIODevice& device)
-{
-    constexpr double kBytesPerByte = 3.5;
-    if (device.isSequential())
-        return 0;
-    const qint64 size = device.size() - device.pos();
-    const qint64 document = Envelope().GetDocumentSize(device.peek(ZORSysDocumentEnvelope::HeaderSize), size);
-    return document == 0 ? 0 : size + qint64(kBytesPerByte * double(document));
 }
 
 } // namespace
@@ -251,16 +215,34 @@ void ZORGeoContainer::Destroy(ZORGeoGeometry* geometry)
     }
 }
 
+std::vector<ZORGeoStoredObject> ZORGeoContainer::DescribeObjects() const
+{
+    if (const QStringList names = ClassesThatCannotBeSaved(*this); !names.isEmpty()) {
+        throw ZORSysFileException(
+            tr("objects of these classes cannot be saved: %1").arg(names.join(QLatin1String(", "))));
+    }
+    return Describe(*this);
+}
+
 void ZORGeoContainer::Save(QIODevice& device) const
 {
     ZOR_TRACE_CALL(&device);
     if (!device.isWritable())
         throw ZORSysFileException(tr("cannot write the container file: the device is not open for writing"));
-    if (const QStringList names = ClassesThatCannotBeSaved(*this); !names.isEmpty()) {
-        throw ZORSysFileException(
-            tr("objects of these classes cannot be saved: %1").arg(names.join(QLatin1String(", "))));
+    ZORGeoContainerFile::Take(*this).Write(device);
+}
+
+void ZORGeoContainer::AddObjects(const std::vector<ZORGeoStoredObject>& objects)
+{
+    try {
+        ZORGeoContainerLoader loader(*this, objects);
+        loader.Make();
+        ZorGeoDumpLoad(objects, tr("all objects are made"));
+        loader.Register(d->names);
+    } catch (const ZORSysException& exception) {
+        ZorGeoDumpLoad(objects, exception.GetMessage());
+        throw;
     }
-    Write(device, Envelope().Wrap(ZORGeoContainerDocument::Write(Describe(*this))));
 }
 
 void ZORGeoContainer::Load(QIODevice& device)
@@ -268,17 +250,11 @@ void ZORGeoContainer::Load(QIODevice& device)
     ZOR_TRACE_CALL(&device);
     if (!device.isReadable())
         throw ZORSysFileException(tr("cannot read the container file: the device is not open for reading"));
-    ZORSysMemory::Read(GetName(device), EstimateMemory(device), [&] {
-        const std::vector<ZORGeoStoredObject> objects =
-            ZORGeoContainerDocument::Read(Envelope().Unwrap(device));
-        try {
-            ZORGeoContainerLoader loader(*this, objects);
-            loader.Make();
-            ZorGeoDumpLoad(objects, tr("all objects are made"));
-            loader.Register(d->names);
-        } catch (const ZORSysException& exception) {
-            ZorGeoDumpLoad(objects, exception.GetMessage());
-            throw;
-        }
-    });
+    ZORSysMemory::Read(ZORGeoContainerFileData::GetName(device),
+                       ZORGeoContainerFileData::EstimateMemory(device), [&] {
+                           zor::geo::ProgressReporter progress;
+                           ZORGeoContainerFileData file;
+                           file.Read(device, progress);
+                           AddObjects(file.objects);
+                       });
 }

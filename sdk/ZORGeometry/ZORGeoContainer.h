@@ -8,10 +8,12 @@
 #include <QObject>
 
 #include <memory>
+#include <vector>
 
 class QIODevice;
 class ZORGeoContainerLoader;
 class ZORGeoGeometry;
+struct ZORGeoStoredObject;
 
 /// Owns geometries and lists them in the order of their registration.
 ///
@@ -82,10 +84,13 @@ signals:
     void ContentChanged();
 
 private:
+    friend class ZORGeoContainerFile;
     friend class ZORGeoGeometry;
     void Add(ZORGeoGeometry* geometry);
     void Forget(ZORGeoGeometry* geometry);
     void Destroy(ZORGeoGeometry* geometry);
+    std::vector<ZORGeoStoredObject> DescribeObjects() const;
+    void AddObjects(const std::vector<ZORGeoStoredObject>& objects);
 
     class Private;
     const std::unique_ptr<Private> d;

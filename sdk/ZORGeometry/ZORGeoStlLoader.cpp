@@ -1,21 +1,25 @@
 #include "ZORGeoStlLoader.h"
 
+#include "mesh/ZORGeoSurface_p.h"
+#include "path/ZORGeoProgressReporter_p.h"
 #include "stl/ZORGeoStlContent_p.h"
 #include "stl/ZORGeoStlParser_p.h"
+#include "stl/ZORGeoStlSurfaces_p.h"
 #include "storage/ZORGeometryLog_p.h"
 
 #include <ZORGeometry/ZORGeoContainer.h>
-#include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
 #include <QFileDevice>
-#include <QPointer>
 #include <QtEndian>
 
 #include <algorithm>
 #include <memory>
+#include <vector>
+
+using zor::geo::ProgressReporter;
 
 namespace {
 
@@ -48,46 +52,25 @@ qint64 EstimateMemory(QIODevice* device)
     return qint64(kBytesPerByte * double(GetUsedSize(device)));
 }
 
-using Surfaces = std::vector<std::unique_ptr<ZORGeoSurface>>;
-
-Surfaces ReadSurfaces(QIODevice* device, ZORGeoContainer* container, double factor, ZORGeoStlReport& report)
+ZORGeoStlSurfacesData* ReadSurfaces(QIODevice* device, double factor, ZORGeoStlReport& report,
+                                    ProgressReporter& progress)
 {
+    constexpr double kParsed = 0.8; // part of the time that parsing takes
     std::vector<ZORGeoStlSolid> solids;
     {
-        ZORGeoStlContent content(device);
+        progress.SetRange(0, kParsed);
+        ZORGeoStlContent content(device, progress);
         solids = ZORGeoStlParser(factor, report, content).Parse();
     }
-    Surfaces surfaces;
+    progress.SetRange(kParsed, 1);
+    auto data = std::make_unique<ZORGeoStlSurfacesData>();
     for (ZORGeoStlSolid& solid : solids) {
-        surfaces.push_back(std::make_unique<ZORGeoSurface>(container, solid.vertices, solid.triangles));
-        surfaces.back()->setObjectName(solid.name);
+        progress.Update(double(data->surfaces.size()) / double(solids.size()));
+        data->surfaces.push_back(
+            {solid.name, ZORGeoSurfacePrivate::MakeMesh(solid.vertices, solid.triangles)});
         solid = {};
     }
-    return surfaces;
-}
-
-/// Adds all surfaces to the container, or none where an exception ends it.
-QList<const ZORGeoSurface*> Add(Surfaces& surfaces, ZORGeoContainer* container)
-{
-    QList<const ZORGeoSurface*> added;
-    added.reserve(qsizetype(surfaces.size()));
-    std::vector<QPointer<ZORGeoSurface>> joined; // receivers of the container's signals may remove them
-    joined.reserve(surfaces.size());
-    try {
-        for (std::unique_ptr<ZORGeoSurface>& surface : surfaces) {
-            if (!surface->objectName().isEmpty())
-                surface->setObjectName(container->GetUniqueName(surface->objectName()));
-            joined.emplace_back(surface.get());
-            surface->Initialize();
-            added.append(surface.release());
-        }
-    } catch (...) {
-        joined.resize(size_t(added.size())); // the others still have their owner
-        for (const QPointer<ZORGeoSurface>& surface : joined)
-            delete surface.data();
-        throw;
-    }
-    return added;
+    return data.release();
 }
 
 } // namespace
@@ -112,19 +95,49 @@ const ZORGeoStlReport& ZORGeoStlLoader::GetReport() const
     return d->report;
 }
 
+void ZORGeoStlLoader::CheckUnit(ZORSysValue::Unit unit)
+{
+    if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
+        throw ZORSysException(tr("unit is no unit of length"));
+}
+
+ZORGeoStlSurfaces ZORGeoStlLoader::Run(ZORSysValue::Unit unit, ProgressReporter& progress)
+{
+    ZORGeoStlSurfaces surfaces;
+    surfaces.d = ReadSurfaces(d->device, ZORSysValue::GetUnitFactor(unit), d->report, progress);
+    if (d->report.HasLosses())
+        qCWarning(ZorGeometryLog).noquote() << GetDeviceName(d->device) + ": " + d->report.ToString();
+    return surfaces;
+}
+
 QList<const ZORGeoSurface*> ZORGeoStlLoader::Load(ZORGeoContainer* container, ZORSysValue::Unit unit)
 {
     ZOR_TRACE_CALL(container, unit);
     d->report = {};
     if (!container)
         throw ZORSysException(tr("container is null"));
-    if (!ZORSysValue::GetMagnitudeUnits(ZORSysValue::Length).contains(unit))
-        throw ZORSysException(tr("unit is no unit of length"));
-
+    CheckUnit(unit);
     return ZORSysMemory::Read(GetDeviceName(d->device), EstimateMemory(d->device), [&] {
-        Surfaces surfaces = ReadSurfaces(d->device, container, ZORSysValue::GetUnitFactor(unit), d->report);
-        if (d->report.HasLosses())
-            qCWarning(ZorGeometryLog).noquote() << GetDeviceName(d->device) + ": " + d->report.ToString();
-        return Add(surfaces, container);
+        ProgressReporter progress;
+        return Run(unit, progress).AddTo(container);
     });
+}
+
+std::optional<ZORGeoStlSurfaces> ZORGeoStlLoader::Read(ZORSysValue::Unit unit,
+                                                       const std::function<bool(double)>& report)
+{
+    ZOR_TRACE_CALL(unit);
+    d->report = {};
+    CheckUnit(unit);
+    try {
+        return ZORSysMemory::Read(GetDeviceName(d->device), EstimateMemory(d->device), [&] {
+            ProgressReporter progress(report);
+            progress.Report(0);
+            std::optional<ZORGeoStlSurfaces> surfaces = Run(unit, progress);
+            progress.Report(1);
+            return surfaces;
+        });
+    } catch (const zor::geo::Canceled&) {
+        return {};
+    }
 }

@@ -3,16 +3,23 @@
 #pragma once
 
 #include <ZORGeometry/ZORGeoStlReport.h>
+#include <ZORGeometry/ZORGeoStlSurfaces.h>
 #include <ZORSystem/ZORSysValue.h>
 
 #include <QCoreApplication>
 #include <QList>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class QIODevice;
 class ZORGeoContainer;
 class ZORGeoSurface;
+
+namespace zor::geo {
+class ProgressReporter;
+}
 
 /// Reads triangulated surfaces from binary and ASCII STL.
 ///
@@ -56,10 +63,24 @@ public:
     ///         where %1 says why
     QList<const ZORGeoSurface*> Load(ZORGeoContainer* container, ZORSysValue::Unit unit);
 
-    /// The counts of the last Load(), also of one that threw.
+    /// Reads the device from its position to its end without a container: the first half of Load(), which takes nearly all
+    /// of its time. May be called in any thread; ZORGeoStlSurfaces::AddTo() is the other half.
+    /// \param unit    the unit of the coordinates in the file; the surfaces are in millimeters
+    /// \param report  called in the same thread: with 0, then typically every 10 ms with the part that is done, never
+    ///                less than before, at last with 1; returns false to cancel. What it throws passes through. An empty
+    ///                function reports nothing
+    /// \return nothing when canceled, typically within 0.1 s; up to 0.1 us a triangle while their neighbors are found
+    /// \throws ZORSysException, ZORSysFileException as Load()
+    std::optional<ZORGeoStlSurfaces> Read(ZORSysValue::Unit unit,
+                                          const std::function<bool(double)>& report = {});
+
+    /// The counts of the last Load() or Read(), also of one that threw.
     const ZORGeoStlReport& GetReport() const;
 
 private:
+    static void CheckUnit(ZORSysValue::Unit unit);
+    ZORGeoStlSurfaces Run(ZORSysValue::Unit unit, zor::geo::ProgressReporter& progress);
+
     class Private;
     const std::unique_ptr<Private> d;
 };

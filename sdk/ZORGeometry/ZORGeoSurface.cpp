@@ -58,14 +58,30 @@ void Check(const QList<ZORMathPoint>& vertices, const QList<ZORGeoSurface::Corne
 
 } // namespace
 
+std::shared_ptr<const ZORGeoMesh>
+ZORGeoSurfacePrivate::MakeMesh(const QList<ZORMathPoint>& vertices,
+                               const QList<ZORGeoSurface::Corners>& triangles)
+{
+    Check(vertices, triangles);
+    return std::make_shared<const ZORGeoMesh>(vertices, triangles);
+}
+
+std::unique_ptr<ZORGeoSurface>
+ZORGeoSurfacePrivate::MakeSurface(ZORGeoContainer* container, const std::shared_ptr<const ZORGeoMesh>& mesh)
+{
+    auto surface =
+        std::make_unique<ZORGeoSurface>(container, QList<ZORMathPoint>(), QList<ZORGeoSurface::Corners>());
+    surface->d->mesh = mesh;
+    return surface;
+}
+
 ZORGeoSurface::ZORGeoSurface(ZORGeoContainer* container, const QList<ZORMathPoint>& vertices,
                              const QList<Corners>& triangles)
     : ZORGeoGeometry(container)
     , d(std::make_unique<ZORGeoSurfacePrivate>())
 {
     ZOR_TRACE_CALL(container, vertices, triangles);
-    Check(vertices, triangles);
-    d->mesh = std::make_unique<const ZORGeoMesh>(vertices, triangles);
+    d->mesh = ZORGeoSurfacePrivate::MakeMesh(vertices, triangles);
 }
 
 ZORGeoSurface::~ZORGeoSurface() = default;

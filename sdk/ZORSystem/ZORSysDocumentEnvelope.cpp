@@ -7,7 +7,9 @@
 #include <QFileDevice>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
+#include <memory>
 #include <zstd.h>
 
 namespace {
@@ -63,6 +65,25 @@ ZORSysDocumentEnvelope::~ZORSysDocumentEnvelope() = default;
 bool ZORSysDocumentEnvelope::HasSignature(QByteArrayView bytes)
 {
     return bytes.startsWith(QByteArrayView(kSignature, sizeof kSignature));
+}
+
+QByteArray ZORSysDocumentEnvelope::GetDocumentStart(QByteArrayView start, qsizetype maximum)
+{
+    if (start.size() <= HeaderSize || !HasSignature(start))
+        return {};
+    const QByteArrayView content = start.sliced(HeaderSize);
+    if (qFromLittleEndian<quint32>(start.data() + 12) != Zstd)
+        return content.first(std::min(content.size(), maximum)).toByteArray();
+    const std::unique_ptr<ZSTD_DStream, size_t (*)(ZSTD_DStream*)> stream(ZSTD_createDStream(),
+                                                                          ZSTD_freeDStream);
+    QByteArray document(maximum, Qt::Uninitialized);
+    ZSTD_inBuffer in{content.data(), size_t(content.size()), 0};
+    ZSTD_outBuffer out{document.data(), size_t(maximum), 0};
+    size_t result = stream ? 1 : 0; // 0: nothing is left of the frame
+    while (result != 0 && !ZSTD_isError(result) && in.pos < in.size && out.pos < out.size)
+        result = ZSTD_decompressStream(stream.get(), &out, &in);
+    document.truncate(qsizetype(out.pos));
+    return document;
 }
 
 qint64 ZORSysDocumentEnvelope::GetDocumentSize(QByteArrayView start, qint64 fileSize) const

@@ -42,6 +42,9 @@ public:
 
     /// Whether bytes begin as every such file does.
     static bool HasSignature(QByteArrayView bytes);
+    /// Returns the beginning of the document whose file begins with \a start: as much of it as can be read from these
+    /// bytes, up to \a maximum bytes. Empty for any other file and where nothing can be read. Checks nothing else.
+    static QByteArray GetDocumentStart(QByteArrayView start, qsizetype maximum);
     /// Returns the length of the document that the first bytes of a file announce; 0 where they cannot be the header of
     /// a file of that length that is whole.
     /// \param start     the first HeaderSize bytes of the file

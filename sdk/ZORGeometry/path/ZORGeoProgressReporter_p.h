@@ -20,6 +20,8 @@ public:
     /// \param report  takes the part that is done, 0 to 1, and returns false to cancel; may be empty
     explicit ProgressReporter(std::function<bool(double)> report = {});
 
+    /// Whether there is a function.
+    bool IsWatched() const { return m_report != nullptr; }
     /// Sets the part of the whole that the next updates are about. Both are 0 to 1.
     void SetRange(double begin, double end);
     /// \param part  of the range that is done, 0 to 1

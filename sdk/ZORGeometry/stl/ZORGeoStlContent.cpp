@@ -1,4 +1,5 @@
 #include "ZORGeoStlContent_p.h"
+#include "path/ZORGeoProgressReporter_p.h"
 
 #include <ZORGeometry/ZORGeoStlLoader.h>
 #include <ZORSystem/ZORSysFileException.h>
@@ -11,8 +12,9 @@ constexpr qsizetype kPiece = qsizetype(4) << 20; // bytes
 
 } // namespace
 
-ZORGeoStlContent::ZORGeoStlContent(QIODevice* device)
+ZORGeoStlContent::ZORGeoStlContent(QIODevice* device, zor::geo::ProgressReporter& progress)
     : m_device(device)
+    , m_progress(progress)
     , m_isText(device && device->isTextModeEnabled())
 {
     if (!device || !device->isReadable())
@@ -57,6 +59,7 @@ QByteArrayView ZORGeoStlContent::Fetch(qsizetype minimum)
         m_hasStart = m_hasStart && m_position == 0;
         m_buffer.remove(0, m_position);
         m_position = 0;
+        m_progress.Update(double(m_size - m_left) / double(m_size));
         const auto wanted = qsizetype(std::min<qint64>(std::max(kPiece, minimum), m_left));
         m_buffer.resize(present + wanted);
         qint64 numRead = 0;

@@ -82,7 +82,8 @@ Object ReadObject(ZORSysDocumentReader& reader, qsizetype count)
 
 } // namespace
 
-QByteArray ZORGeoContainerDocument::Write(const std::vector<ZORGeoStoredObject>& objects)
+QByteArray ZORGeoContainerDocument::Write(const std::vector<ZORGeoStoredObject>& objects,
+                                          zor::geo::ProgressReporter& progress)
 {
     QByteArray document;
     ZORSysDocumentWriter writer(&document);
@@ -92,6 +93,7 @@ QByteArray ZORGeoContainerDocument::Write(const std::vector<ZORGeoStoredObject>&
     writer.WriteText(QByteArray("objects"));
     writer.StartArray(qsizetype(objects.size()));
     for (const ZORGeoStoredObject& object : objects) {
+        progress.Update(double(&object - objects.data()) / double(objects.size()));
         writer.StartArray(5);
         writer.WriteText(object.className);
         writer.WriteText(object.name);
@@ -105,7 +107,8 @@ QByteArray ZORGeoContainerDocument::Write(const std::vector<ZORGeoStoredObject>&
     return document;
 }
 
-std::vector<ZORGeoStoredObject> ZORGeoContainerDocument::Read(const QByteArray& document)
+std::vector<ZORGeoStoredObject> ZORGeoContainerDocument::Read(const QByteArray& document,
+                                                              zor::geo::ProgressReporter& progress)
 {
     ZORSysDocumentReader reader(document, ZORGeoContainer::tr("container file"));
     reader.Check(reader.EnterMap() == 2);
@@ -113,8 +116,10 @@ std::vector<ZORGeoStoredObject> ZORGeoContainerDocument::Read(const QByteArray& 
                  && reader.ReadText() == "objects");
     const qsizetype count = reader.EnterArray();
     std::vector<Object> objects;
-    for (qsizetype i = 0; i < count; ++i)
+    for (qsizetype i = 0; i < count; ++i) {
+        progress.Update(double(i) / double(count));
         objects.push_back(ReadObject(reader, count));
+    }
     reader.Leave();
     reader.Leave();
     reader.Finish();

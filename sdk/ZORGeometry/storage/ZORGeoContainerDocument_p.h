@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ZORGeoStoredObject_p.h"
+#include "path/ZORGeoProgressReporter_p.h"
 
 #include <vector>
 
@@ -12,9 +13,13 @@
 class ZORGeoContainerDocument
 {
 public:
-    static QByteArray Write(const std::vector<ZORGeoStoredObject>& objects);
+    /// \throws zor::geo::Canceled
+    static QByteArray Write(const std::vector<ZORGeoStoredObject>& objects,
+                            zor::geo::ProgressReporter& progress);
     /// Takes no more memory than a small multiple of the document's length, whatever is in it. The numbers of
     /// references and links are those of objects of the document.
     /// \throws ZORSysFileException "container file is damaged: unexpected content at byte %1 of the document"
-    static std::vector<ZORGeoStoredObject> Read(const QByteArray& document);
+    /// \throws zor::geo::Canceled
+    static std::vector<ZORGeoStoredObject> Read(const QByteArray& document,
+                                                zor::geo::ProgressReporter& progress);
 };

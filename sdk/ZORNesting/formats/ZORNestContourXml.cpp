@@ -39,6 +39,7 @@ void ReadPoint(QXmlStreamReader& xml, ZORNestContourXml::Contour& contour)
     contour.zMin = std::min(contour.zMin, values[2]);
     contour.zMax = std::max(contour.zMax, values[2]);
     contour.points.append({values[0], values[1]});
+    contour.heights.append(values[2]);
 }
 
 // "A/B" of the last names up to the first element without one; empty names at the end do not count.
@@ -105,6 +106,8 @@ QList<ZORNestContourXml::Contour> ZORNestContourXml::Read(const QByteArray& byte
         for (Contour& contour : contours) {
             for (ZORNestPlanePoint& point : contour.points)
                 point = kInch * point;
+            for (double& height : contour.heights)
+                height *= kInch;
         }
     }
     return contours;

@@ -20,7 +20,8 @@ public:
     {
         QString name; ///< "A/B" of the named elements around it, innermost last; may be empty
         QList<ZORNestPlanePoint> points; ///< millimetres
-        double zMin = 0, zMax = 0;
+        QList<double> heights;           ///< of the points, millimeters
+        double zMin = 0, zMax = 0;       ///< of the numbers in the file
     };
 
     /// \throws ZORSysException "line %1: ..."; see ZORNestXml
