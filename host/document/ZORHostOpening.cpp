@@ -56,7 +56,7 @@ bool ZORHostOpening::Wait()
         connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
         loop.exec();
     }
-    return m_numUnread == 0;
+    return m_numUnread == 0 && !IsBusy(); // the event loop may have ended before
 }
 
 bool ZORHostOpening::IsBusy() const

@@ -85,6 +85,12 @@ void ZORCmdTask::Wait()
     loop.exec();
 }
 
+void ZORCmdTask::WaitForThread()
+{
+    if (IsRunning())
+        Finish();
+}
+
 bool ZORCmdTask::IsRunning() const
 {
     return d->thread && d->outcome == Pending;
@@ -121,6 +127,8 @@ void ZORCmdTask::UpdateProgress()
 
 void ZORCmdTask::Finish()
 {
+    if (d->outcome != Pending)
+        return;
     d->thread->wait();
     d->pulse.stop();
     d->outcome = d->isCanceled ? Canceled : d->failure ? Failed : Succeeded;

@@ -46,6 +46,8 @@ public:
     void Cancel();
     /// Runs the event loop until the task has finished; returns at once if it is not running.
     void Wait();
+    /// Waits for the end of the task without running the event loop. Finished() is emitted by this call if it comes first.
+    void WaitForThread();
 
     bool IsRunning() const;
     bool IsCanceled() const;

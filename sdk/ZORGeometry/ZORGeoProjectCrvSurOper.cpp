@@ -40,7 +40,7 @@ void ZORGeoProjectCrvSurOper::Run()
 
     const ZORGeoSurfacePrivate& surface = ZORGeoSurfacePrivate::Of(*d->surface);
     const auto places =
-        ZORGeoCurveProjection(*surface.mesh, surface.GetTree(), surface.GetBox()).Run(*d->curve);
+        ZORGeoCurveProjection(*surface.mesh, surface.GetTree(), surface.mesh->GetBox()).Run(*d->curve);
     if (places.empty())
         return;
     QList<ZORGeoLocationOnSurface> locations;

@@ -68,6 +68,7 @@ ZORGeoStlSurfacesData* ReadSurfaces(QIODevice* device, double factor, ZORGeoStlR
         progress.Update(double(data->surfaces.size()) / double(solids.size()));
         data->surfaces.push_back(
             {solid.name, ZORGeoSurfacePrivate::MakeMesh(solid.vertices, solid.triangles)});
+        data->surfaces.back().mesh->GetBox(); // here rather than when somebody waits for it
         solid = {};
     }
     return data.release();

@@ -24,17 +24,6 @@ const ZORGeoMeshTree& ZORGeoSurfacePrivate::GetTree() const
     return *m_tree;
 }
 
-const ZORMathBoundingBox& ZORGeoSurfacePrivate::GetBox() const
-{
-    std::call_once(m_boxMeasured, [this] {
-        for (const ZORGeoMesh::Corners& corners : mesh->triangles) {
-            for (const int corner : corners)
-                m_box.Add(mesh->vertices[corner]);
-        }
-    });
-    return m_box;
-}
-
 namespace {
 
 void Check(const QList<ZORMathPoint>& vertices, const QList<ZORGeoSurface::Corners>& triangles)
@@ -120,7 +109,7 @@ const QList<ZORGeoSurface::Corners>& ZORGeoSurface::GetCornerArray() const
 
 ZORMathBoundingBox ZORGeoSurface::GetBoundingBox() const
 {
-    return d->GetBox();
+    return d->mesh->GetBox();
 }
 
 double ZORGeoSurface::GetArea() const

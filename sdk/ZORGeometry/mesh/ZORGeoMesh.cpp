@@ -146,3 +146,14 @@ ZORGeoMesh::ZORGeoMesh(const QList<ZORMathPoint>& meshVertices, const QList<Corn
 {
     SideTable(vertices.size(), triangles.constData(), triangles.size()).Link(m_neighbors);
 }
+
+const ZORMathBoundingBox& ZORGeoMesh::GetBox() const
+{
+    std::call_once(m_boxMeasured, [this] {
+        for (const Corners& corners : triangles) {
+            for (const int corner : corners)
+                m_box.Add(vertices[corner]);
+        }
+    });
+    return m_box;
+}

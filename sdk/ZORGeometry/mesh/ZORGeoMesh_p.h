@@ -2,11 +2,13 @@
 
 #pragma once
 
+#include <ZORMathematics/ZORMathBoundingBox.h>
 #include <ZORMathematics/ZORMathPoint.h>
 
 #include <QList>
 
 #include <array>
+#include <mutex>
 #include <vector>
 
 /// Vertices, corners and the neighbour table. Triangles count from 0 here; a surface adds 1.
@@ -30,6 +32,8 @@ public:
     {
         return vertices[triangles[triangle][size_t(corner)]];
     }
+    /// Returns the box around the corners of all triangles; measured by whichever thread asks first.
+    const ZORMathBoundingBox& GetBox() const;
     int GetNumTriangles() const { return int(triangles.size()); }
     /// 0 for no neighbour, else 4 * (triangle + 1) + side, the side of the neighbour on the same edge.
     quint32 GetNeighbor(int triangle, int side) const { return m_neighbors[size_t(3 * triangle + side)]; }
@@ -38,5 +42,7 @@ public:
     const QList<Corners> triangles;
 
 private:
+    mutable std::once_flag m_boxMeasured;
+    mutable ZORMathBoundingBox m_box;
     std::vector<quint32> m_neighbors; // [3 * triangle + side], sides AB, BC, CA
 };

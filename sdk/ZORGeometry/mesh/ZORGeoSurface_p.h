@@ -5,7 +5,6 @@
 #include "ZORGeoMeshTree_p.h"
 
 #include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORMathematics/ZORMathBoundingBox.h>
 
 #include <memory>
 #include <mutex>
@@ -25,13 +24,10 @@ public:
 
     // Made on first use, by whichever thread comes first.
     const ZORGeoMeshTree& GetTree() const;
-    const ZORMathBoundingBox& GetBox() const;
 
     std::shared_ptr<const ZORGeoMesh> mesh; // never changes
 
 private:
-    mutable std::once_flag m_boxMeasured;
-    mutable ZORMathBoundingBox m_box;
     mutable std::once_flag m_treeBuilt;
     mutable std::unique_ptr<const ZORGeoMeshTree> m_tree;
 };

@@ -11,6 +11,7 @@
 #include <QDir>
 
 #include <cmath>
+#include <numbers>
 #include <thread>
 
 namespace {
@@ -117,7 +118,7 @@ TEST_F(ZORExcImportTest, ResultsBecomeTheirOutlines)
     const auto* const hole = qobject_cast<ZORGeoPolyline*>(m_container.GetGeometryByIndex(1));
     ASSERT_TRUE(outline && hole);
     EXPECT_EQ(12, outline->GetLength());
-    EXPECT_NEAR(3.14159, hole->GetLength(), 0.05);
+    EXPECT_NEAR(std::numbers::pi, hole->GetLength(), 0.05);
 }
 
 TEST_F(ZORExcImportTest, LayupsKeepTheirNamesOrGetThatOfTheFile)
