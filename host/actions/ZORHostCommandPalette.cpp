@@ -1,5 +1,7 @@
 #include "actions/ZORHostCommandPalette.h"
 
+#include <ZORCommand/ZORCmdController.h>
+
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -34,15 +36,11 @@ int GetIndex(const QTreeWidgetItem* item)
 
 ZORHostCommandPalette::ZORHostCommandPalette(QWidget* parent)
     : QDialog(parent)
-    , m_entries(ZORHostCollectActions())
 {
     setObjectName("_CommandPalette");
     setWindowTitle(tr("Command Palette"));
     setAttribute(Qt::WA_DeleteOnClose);
     resize(620, 420);
-    m_entries.removeIf([](const ZORHostActionEntry& entry) { return !entry.IsTriggerable(); });
-    for (const ZORHostActionEntry& entry : std::as_const(m_entries))
-        connect(entry.action, &QObject::destroyed, this, &ZORHostCommandPalette::RemoveGone);
 
     auto* column = new QVBoxLayout(this);
     m_edit = new QLineEdit(this);
@@ -67,6 +65,19 @@ ZORHostCommandPalette::ZORHostCommandPalette(QWidget* parent)
     connect(m_edit, &QLineEdit::textChanged, this, &ZORHostCommandPalette::Refresh);
     connect(m_edit, &QLineEdit::returnPressed, this, &ZORHostCommandPalette::TriggerCurrent);
     connect(m_list, &QTreeWidget::itemActivated, this, &ZORHostCommandPalette::TriggerCurrent);
+    // Later than the menus, in which the action is to be found.
+    connect(ZORCmdController::GetController(), &ZORCmdController::ActionPublished, this,
+            &ZORHostCommandPalette::Reload, Qt::QueuedConnection);
+    Reload();
+}
+
+void ZORHostCommandPalette::Reload()
+{
+    m_entries = ZORHostCollectActions();
+    m_entries.removeIf([](const ZORHostActionEntry& entry) { return !entry.IsTriggerable(); });
+    for (const ZORHostActionEntry& entry : std::as_const(m_entries))
+        connect(entry.action, &QObject::destroyed, this, &ZORHostCommandPalette::RemoveGone,
+                Qt::UniqueConnection);
     Refresh();
 }
 

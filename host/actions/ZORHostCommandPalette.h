@@ -11,7 +11,8 @@ class QTreeWidget;
 
 /// Lists every action of the open main windows with its menu path. Typing filters: every word must occur in
 /// text or path, whatever its case; hits at the beginning of the text come first. Enter triggers the current
-/// action. Actions that vanish while it is open leave the list. Deletes itself on close.
+/// action. Actions that vanish while it is open leave the list, and those that
+/// are published join it. Deletes itself on close.
 class ZORHostCommandPalette : public QDialog
 {
     Q_OBJECT
@@ -23,6 +24,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Collects the actions anew, as after a plug-in was loaded.
+    void Reload();
     void Refresh();
     /// Removes the rows whose action has been destroyed, as those of a plug-in are that is unloaded.
     void RemoveGone();

@@ -1,5 +1,7 @@
 #include "actions/ZORHostPublishedActions.h"
 
+#include "actions/ZORHostMnemonics.h"
+
 #include <ZORCommand/ZORCmdActionPublisher.h>
 #include <ZORCommand/ZORCmdController.h>
 
@@ -33,7 +35,9 @@ void ZORHostPublishedActions::Add(QAction* action)
     if (placement == ZORCmdActionPublisher::Hidden)
         return;
     const QString category = action->property("category").toString();
-    Insert(GetMenu(category), category, action);
+    QMenu* const menu = GetMenu(category);
+    ZORHostMnemonics::Assign(action, menu->actions());
+    Insert(menu, category, action);
     if (placement == ZORCmdActionPublisher::MenuOnly)
         return;
     Insert(m_toolBar, category, action);
@@ -76,6 +80,7 @@ QMenu* ZORHostPublishedActions::GetMenu(const QString& category)
         menu = new QMenu(category, m_menuBar);
         menu->setObjectName(QStringLiteral("_%1Menu").arg(QString(category).remove(u' ')));
         menu->setToolTipsVisible(true);
+        ZORHostMnemonics::Assign(menu->menuAction(), m_menuBar->actions());
         m_menuBar->insertMenu(m_before ? m_before->menuAction() : nullptr, menu);
     }
     return menu;

@@ -11,7 +11,8 @@ class QMenuBar;
 class QToolBar;
 
 /// A menu per category of ZORCmdController and a button per action in a tool bar. Follows the controller:
-/// actions published later appear, withdrawn ones vanish, and with the last action of a category its menu.
+/// actions published later appear, withdrawn ones vanish, and with the last action of a category its menu. Menus and
+/// actions without a mnemonic get one that is free.
 class ZORHostPublishedActions : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "base/ZORHostTheme.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
@@ -62,8 +63,32 @@ public:
     }
     using QProxyStyle::polish;
     void polish(QPalette& palette) override { palette = m_palette; }
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override
+    {
+        if (which == SP_ToolBarHorizontalExtensionButton || which == SP_ToolBarVerticalExtensionButton)
+            return MakeExtensionIcon(which == SP_ToolBarHorizontalExtensionButton);
+        return QProxyStyle::standardIcon(which, option, widget);
+    }
 
 private:
+    /// The double arrow behind what a tool bar has no room for, which Qt draws in black on every ground.
+    QIcon MakeExtensionIcon(bool isHorizontal) const
+    {
+        constexpr int kSize = 16, kRatio = 3; // pixels, and those of the densest screens for each
+        QPixmap pixmap(kSize * kRatio, kSize * kRatio);
+        pixmap.setDevicePixelRatio(kRatio);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(
+            QPen(m_palette.color(QPalette::ButtonText), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        if (!isHorizontal)
+            painter.setTransform(QTransform(0, 1, 1, 0, 0, 0)); // points down instead of right
+        for (const double x : {4.0, 8.5})
+            painter.drawPolyline(QPolygonF({{x, 4}, {x + 4, 8}, {x, 12}}));
+        return QIcon(pixmap);
+    }
+
     const QPalette m_palette;
 };
 

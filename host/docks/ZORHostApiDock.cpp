@@ -7,6 +7,8 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
 #include <QTreeView>
 
 ZORHostApiDock::ZORHostApiDock(QWidget* parent)
@@ -17,6 +19,11 @@ ZORHostApiDock::ZORHostApiDock(QWidget* parent)
     m_recordChk->setObjectName("_ApiRecordChk");
     m_recordChk->setToolTip(tr("Lists the calls into the SDK with their arguments"));
     GetControls()->addWidget(m_recordChk);
+    m_hint = MakeHint();
+    InsertHint(m_hint);
+    connect(GetModel(), &QAbstractItemModel::rowsInserted, this, &ZORHostApiDock::UpdateHint);
+    connect(GetModel(), &QAbstractItemModel::rowsRemoved, this, &ZORHostApiDock::UpdateHint);
+    connect(GetModel(), &QAbstractItemModel::modelReset, this, &ZORHostApiDock::UpdateHint);
     GetTable()->header()->resizeSection(0, QFontMetrics(GetTable()->font()).horizontalAdvance("000.0 ms  "));
 
     connect(m_recordChk, &QCheckBox::toggled, this, &ZORHostApiDock::OnRecordToggled);
@@ -56,8 +63,34 @@ QString ZORHostApiDock::FormatDuration(qint64 nanoseconds)
     return QString::number(value, 'f', decimals) + u' ' + QString::fromUtf8(units[unit]);
 }
 
+QWidget* ZORHostApiDock::MakeHint()
+{
+    auto* const hint = new QWidget(this);
+    hint->setObjectName("_ApiHint");
+    auto* const row = new QHBoxLayout(hint);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto* const label = new QLabel(tr("Calls are not recorded."), hint);
+    label->setObjectName("_ApiHintLbl");
+    row->addWidget(label, 1);
+    auto* const start = new QPushButton(tr("Start Recording"), hint);
+    start->setObjectName("_ApiStartBtn");
+    start->setToolTip(m_recordChk->toolTip());
+    connect(start, &QPushButton::clicked, this, [this] {
+        m_recordChk->setChecked(true);
+        m_recordChk->setFocus(); // the button with the focus is about to vanish
+    });
+    row->addWidget(start);
+    return hint;
+}
+
+void ZORHostApiDock::UpdateHint()
+{
+    m_hint->setVisible(!m_recordChk->isChecked() && GetModel()->rowCount() == 0);
+}
+
 void ZORHostApiDock::OnRecordToggled(bool on)
 {
+    UpdateHint();
     ZORSysApiTrace::GetInstance()->SetEnabled(on);
     if (!on)
         Flush();

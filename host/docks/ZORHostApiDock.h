@@ -6,8 +6,10 @@
 #include "docks/ZORHostLineQueue.h"
 
 class QCheckBox;
+class QWidget;
 
-/// Lists the outermost SDK calls with their arguments and wall time while "Record" is checked.
+/// Lists the outermost SDK calls with their arguments and wall time while "Record" is checked. Without lines and while
+/// it is not, a hint offers to record.
 class ZORHostApiDock : public ZORHostLineDock
 {
     Q_OBJECT
@@ -26,7 +28,10 @@ public:
 
 private:
     void OnRecordToggled(bool on);
+    QWidget* MakeHint();
+    void UpdateHint();
 
     QCheckBox* m_recordChk;
+    QWidget* m_hint;
     ZORHostLineQueue m_queue;
 };

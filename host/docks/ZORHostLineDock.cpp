@@ -39,7 +39,7 @@ ZORHostLineDock::ZORHostLineDock(const QString& title, const QString& prefix, co
     m_filterEdit->setPlaceholderText(tr("Filter"));
     m_filterEdit->setAccessibleName(tr("Filter of %1").arg(title));
     m_filterEdit->setClearButtonEnabled(true);
-    m_filterEdit->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
+    m_filterEdit->setMinimumWidth(fontMetrics().averageCharWidth() * 10);
     row->addWidget(m_filterEdit, 1);
     auto* copy = new QPushButton(tr("Copy"), content);
     copy->setObjectName(prefix + "CopyBtn");
@@ -47,7 +47,11 @@ ZORHostLineDock::ZORHostLineDock(const QString& title, const QString& prefix, co
     row->addWidget(copy);
     auto* clear = new QPushButton(tr("Clear"), content);
     clear->setObjectName(prefix + "ClearBtn");
+    clear->setToolTip(tr("Removes all lines"));
     row->addWidget(clear);
+
+    for (QPushButton* button : {copy, clear})
+        button->setMinimumWidth(fontMetrics().averageCharWidth() * 8);
 
     m_filter->setSourceModel(m_model);
     m_table = new QTreeView(content);
@@ -61,6 +65,8 @@ ZORHostLineDock::ZORHostLineDock(const QString& title, const QString& prefix, co
     m_table->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_table->header()->setFont(font());
     m_table->header()->setStretchLastSection(true);
+    m_table->setMinimumHeight(m_table->fontMetrics().height()
+                              * 2); // on small screens the view needs the room
     column->addWidget(m_table);
     auto* copyAction = new QAction(tr("Copy"), m_table);
     copyAction->setObjectName(prefix + "CopyAction");
@@ -82,6 +88,12 @@ ZORHostLineDock::ZORHostLineDock(const QString& title, const QString& prefix, co
         if (m_table->property("atEnd").toBool())
             m_table->scrollToBottom();
     });
+}
+
+void ZORHostLineDock::InsertHint(QWidget* hint)
+{
+    auto* const column = static_cast<QVBoxLayout*>(widget()->layout());
+    column->insertWidget(column->indexOf(m_table), hint);
 }
 
 void ZORHostLineDock::OnCopyClicked()

@@ -35,6 +35,8 @@ protected:
     /// Where derived docks put their own controls, in front of the text filter.
     QHBoxLayout* GetControls() const { return m_controls; }
     QTreeView* GetTable() const { return m_table; }
+    /// Puts \a hint between the controls and the table.
+    void InsertHint(QWidget* hint);
 
 private:
     ZORHostLineModel* m_model;   // child

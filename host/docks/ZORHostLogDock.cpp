@@ -37,6 +37,10 @@ ZORHostLogDock::ZORHostLogDock(ZORHostLineQueue* queue, QWidget* parent)
     m_categoryCombo->addItem(tr("All categories"));
     GetControls()->addWidget(m_categoryCombo);
 
+    // Beside the browser, on the narrowest screens.
+    for (QComboBox* combo : {m_levelCombo, m_categoryCombo})
+        combo->setMinimumWidth(fontMetrics().averageCharWidth() * 8);
+
     QHeaderView* header = GetTable()->header();
     const QFontMetrics metrics(GetTable()->font());
     header->resizeSection(0, metrics.horizontalAdvance("00:00:00.000  "));

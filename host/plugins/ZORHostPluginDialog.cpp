@@ -73,16 +73,16 @@ ZORHostPluginDialog::ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget*
     m_table->setTabKeyNavigation(false);
     m_table->setWordWrap(true);
     m_table->verticalHeader()->hide();
-    m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->viewport()->installEventFilter(this);
     column->addWidget(m_table);
 
     column->addWidget(MakePathLabel(this));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     buttons->setObjectName("_ButtonBox");
-    QPushButton* loadBtn = buttons->addButton(tr("Load..."), QDialogButtonBox::ActionRole);
+    QPushButton* loadBtn = buttons->addButton(tr("&Load..."), QDialogButtonBox::ActionRole);
     loadBtn->setObjectName("_PluginLoadBtn");
-    m_unloadBtn = buttons->addButton(tr("Unload"), QDialogButtonBox::ActionRole);
+    m_unloadBtn = buttons->addButton(tr("&Unload"), QDialogButtonBox::ActionRole);
     m_unloadBtn->setObjectName("_PluginUnloadBtn");
     loadBtn->setAutoDefault(false);
     m_unloadBtn->setAutoDefault(false);
@@ -117,7 +117,24 @@ void ZORHostPluginDialog::Refresh()
     constexpr int kReasonColumn = kPathColumn - 1;
     m_table->setColumnWidth(kReasonColumn, std::min(m_table->columnWidth(kReasonColumn), 360));
     m_table->resizeRowsToContents();
+    FitPathColumn();
     UpdateButtons();
+}
+
+// A stretched section would be as wide as its text or as the rest of the table, depending on what came last.
+void ZORHostPluginDialog::FitPathColumn()
+{
+    m_table->resizeColumnToContents(kPathColumn);
+    const int contents = m_table->columnWidth(kPathColumn);
+    const int others = m_table->horizontalHeader()->length() - contents;
+    m_table->setColumnWidth(kPathColumn, std::max(contents, m_table->viewport()->width() - others));
+}
+
+bool ZORHostPluginDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_table->viewport() && event->type() == QEvent::Resize)
+        FitPathColumn();
+    return QDialog::eventFilter(watched, event);
 }
 
 QString ZORHostPluginDialog::GetSelectedPath() const

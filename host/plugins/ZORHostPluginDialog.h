@@ -18,9 +18,14 @@ public:
     /// \param manager  not owned, must outlive the dialog
     ZORHostPluginDialog(ZORHostPluginManager* manager, QWidget* parent);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void Refresh();
     void UpdateButtons();
+    /// Makes the column as wide as the rest of the table, or as its widest text where that is more.
+    void FitPathColumn();
     void OnLoadClicked();
     void OnUnloadClicked();
     QString GetSelectedPath() const;

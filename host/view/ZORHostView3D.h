@@ -57,7 +57,7 @@ public:
     int GetNumFrames() const { return m_numFrames; }
 
     QSize sizeHint() const override { return {800, 600}; }
-    QSize minimumSizeHint() const override { return {160, 120}; }
+    QSize minimumSizeHint() const override { return {160, 90}; }
 
 signals:
     /// The user has clicked at an object.

@@ -1,6 +1,7 @@
 #include "window/ZORHostMainWindow.h"
 
 #include "actions/ZORHostCommandPalette.h"
+#include "actions/ZORHostDockAction.h"
 #include "actions/ZORHostIcons.h"
 #include "actions/ZORHostPublishedActions.h"
 #include "actions/ZORHostViewActions.h"
@@ -21,7 +22,9 @@
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
 #include "window/ZORHostNoticeBar.h"
+#include "window/ZORHostPlacement.h"
 #include "window/ZORHostPreferencesDialog.h"
+#include "window/ZORHostWindowMenu.h"
 
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
@@ -51,7 +54,7 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     , m_plugins(plugins)
 {
     setObjectName("ZORHostMainWindow");
-    resize(1280, 820);
+    ZORHostPlacement::SetFirstSize(this, {1280, 820});
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
 
     auto* central = new QWidget(this);
@@ -69,6 +72,7 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     CreateDocument();
     CreateDocks(log);
     CreateViewMenu();
+    new ZORHostWindowMenu(this);
     CreateHelpMenu();
     auto* published = addToolBar(tr("Commands"));
     published->setObjectName("_CommandToolBar");
@@ -115,10 +119,13 @@ void ZORHostMainWindow::UpdateTitle()
     setWindowModified(document->IsModified());
 }
 
-QAction* ZORHostMainWindow::AddAction(const QString& objectName, const QString& icon, const QString& text)
+QAction* ZORHostMainWindow::AddAction(const QString& objectName, const QString& icon, const QString& text,
+                                      const QString& tip)
 {
     auto* action = new QAction(ZORHostIcon(icon), text, this);
     action->setObjectName(objectName);
+    action->setToolTip(tip);
+    action->setStatusTip(tip);
     return action;
 }
 
@@ -137,8 +144,28 @@ void ZORHostMainWindow::CreateDocks(ZORHostLineQueue* log)
     tabifyDockWidget(m_logDock, m_apiDock);
     m_logDock->raise();
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    m_dockSizes = new ZORHostDockSizes(this);
+    m_dockSizes->SetSizes({{browserDock->objectName(), QSize(260, 260)},
+                           {m_logDock->objectName(), QSize(180, 180)},
+                           {m_apiDock->objectName(), QSize(180, 180)}});
     resizeDocks({browserDock}, {260}, Qt::Horizontal);
     resizeDocks({m_logDock}, {180}, Qt::Vertical);
+    m_defaultLayout = saveState(kLayoutVersion);
+}
+
+void ZORHostMainWindow::AddDockActions()
+{
+    auto* const browser = findChild<QDockWidget*>("_BrowserDock", Qt::FindDirectChildrenOnly);
+    m_viewMenu->addActions(
+        {new ZORHostDockAction(browser, tr("Brows&er"),
+                               tr("Shows or hides the tree of the document's objects")),
+         new ZORHostDockAction(m_logDock, tr("Lo&g"), tr("Shows or hides the messages of the program")),
+         new ZORHostDockAction(m_apiDock, tr("API &calls"),
+                               tr("Shows or hides the calls into the SDK, which can be recorded there"))});
+    QAction* reset = AddAction("_ResetLayoutAction", QString(), tr("Reset La&yout"),
+                               tr("Puts docks and tool bars where they were at first"));
+    connect(reset, &QAction::triggered, this, [this] { restoreState(m_defaultLayout, kLayoutVersion); });
+    m_viewMenu->addAction(reset);
 }
 
 void ZORHostMainWindow::CreateViewMenu()
@@ -146,23 +173,26 @@ void ZORHostMainWindow::CreateViewMenu()
     m_viewMenu = menuBar()->addMenu(tr("&View"));
     m_viewMenu->setObjectName("_ViewMenu");
     ZORHostAddViewActions(m_view, m_viewMenu, m_viewToolBar);
-    for (QDockWidget* dock : findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly)) {
-        dock->toggleViewAction()->setObjectName(dock->objectName() + "Action");
-        m_viewMenu->addAction(dock->toggleViewAction());
-    }
+    AddDockActions();
+    m_viewMenu->addSeparator();
     QMenu* themes = m_viewMenu->addMenu(tr("T&heme"));
     themes->setObjectName("_ThemeMenu");
     m_themes = new QActionGroup(this);
-    const std::pair<ZORHostOptions::Theme, QString> choices[] = {
-        {ZORHostOptions::Theme::System, tr("&System")},
-        {ZORHostOptions::Theme::Light, tr("&Light")},
-        {ZORHostOptions::Theme::Dark, tr("&Dark")}};
-    for (const auto& [theme, text] : choices) {
+    const std::tuple<ZORHostOptions::Theme, QString, QString> choices[] = {
+        {ZORHostOptions::Theme::System, tr("&System"), tr("Takes the colors of the desktop")},
+        {ZORHostOptions::Theme::Light, tr("&Light"), tr("Dark texts on light grounds")},
+        {ZORHostOptions::Theme::Dark, tr("&Dark"), tr("Light texts on dark grounds")}};
+    for (const auto& [theme, text, tip] : choices) {
         QAction* action = m_themes->addAction(text);
         action->setObjectName(QStringLiteral("_Theme_%1").arg(ZORHostTheme::ToName(theme)));
         action->setCheckable(true);
         action->setChecked(theme == ZORHostOptions::Theme::System);
-        connect(action, &QAction::triggered, this, [this, chosen = theme] { SetTheme(chosen); });
+        action->setToolTip(tip);
+        action->setStatusTip(tip);
+        connect(action, &QAction::triggered, this, [this, chosen = theme] {
+            SetTheme(chosen);
+            m_keptTheme = ZORHostTheme::ToName(chosen);
+        });
         themes->addAction(action);
     }
 }
@@ -171,15 +201,18 @@ void ZORHostMainWindow::CreateHelpMenu()
 {
     m_helpMenu = menuBar()->addMenu(tr("&Help"));
     m_helpMenu->setObjectName("_HelpMenu");
-    QAction* palette = AddAction("_PaletteAction", "palette", tr("&Command Palette..."));
+    QAction* palette = AddAction("_PaletteAction", "palette", tr("&Command Palette..."),
+                                 tr("Finds any action by a part of its name and runs it"));
     palette->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
     palette->setShortcutContext(Qt::ApplicationShortcut);
     connect(palette, &QAction::triggered, this, &ZORHostMainWindow::OnPaletteTriggered);
     m_helpMenu->addAction(palette);
-    QAction* plugins = AddAction("_PluginsAction", "plugins", tr("&Plug-ins..."));
+    QAction* plugins =
+        AddAction("_PluginsAction", "plugins", tr("&Plug-ins..."), tr("Lists, loads and unloads plug-ins"));
     connect(plugins, &QAction::triggered, this, &ZORHostMainWindow::OnPluginsTriggered);
     m_helpMenu->addAction(plugins);
-    QAction* about = AddAction("_AboutAction", "zorhost", tr("&About Zorvane Host"));
+    QAction* about = AddAction("_AboutAction", "zorhost", tr("&About Zorvane Host"),
+                               tr("Shows versions, graphics and acknowledgements"));
     about->setMenuRole(QAction::AboutRole);
     connect(about, &QAction::triggered, this, &ZORHostMainWindow::OnAboutTriggered);
     m_helpMenu->addAction(about);
@@ -204,8 +237,12 @@ void ZORHostMainWindow::SetTheme(ZORHostOptions::Theme theme)
 void ZORHostMainWindow::RestoreSettings()
 {
     restoreGeometry(ZORHostSettings::Read("Geometry").toByteArray());
+    ZORHostPlacement::KeepOnScreen(this);
     restoreState(ZORHostSettings::Read("Layout").toByteArray(), kLayoutVersion);
-    SetTheme(ZORHostTheme::FromName(ZORHostSettings::Read("Theme").toString()));
+    m_dockSizes->SetSizes(ZORHostSettings::Read("DockSizes").toMap());
+    const ZORHostOptions::Theme theme = ZORHostTheme::FromName(ZORHostSettings::Read("Theme").toString());
+    SetTheme(theme);
+    m_keptTheme = ZORHostTheme::ToName(theme);
     const bool wireframe = ZORHostSettings::Read("Wireframe").toBool();
     m_view->SetDisplayMode(wireframe ? ZORVisRenderer::Wireframe : ZORVisRenderer::Shaded);
 }
@@ -215,8 +252,9 @@ void ZORHostMainWindow::SaveSettings() const
     ZORHostSettings::Write("Geometry", saveGeometry());
     ZORHostSettings::Write("Layout", saveState(kLayoutVersion));
     ZORHostSettings::Write("Wireframe", m_view->GetDisplayMode() == ZORVisRenderer::Wireframe);
-    if (const QAction* theme = m_themes->checkedAction())
-        ZORHostSettings::Write("Theme", theme->objectName().section(u'_', 2));
+    ZORHostSettings::Write("DockSizes", m_dockSizes->GetSizes());
+    if (!m_keptTheme.isEmpty())
+        ZORHostSettings::Write("Theme", m_keptTheme);
 }
 
 bool ZORHostMainWindow::OpenFiles(const QStringList& files)

@@ -15,6 +15,7 @@ class QToolBar;
 class ZORFeatBrowserWidget;
 class ZORFeatEnvironment;
 class ZORHostApiDock;
+class ZORHostDockSizes;
 class ZORHostDocumentCommands;
 class ZORHostLineQueue;
 class ZORHostLogDock;
@@ -47,6 +48,7 @@ public:
     /// settings manager, group "Host".
     void RestoreSettings();
     void SaveSettings() const;
+    /// Changes the colors of this run; the settings keep what the user chose in the menu last.
     void SetTheme(ZORHostOptions::Theme theme);
 
     ZORHostDocumentCommands* GetDocumentCommands() const { return m_document; }
@@ -82,7 +84,9 @@ private:
     bool ConfirmClosing();
     void OnSessionEnds(QSessionManager& session);
     void OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point);
-    QAction* AddAction(const QString& objectName, const QString& icon, const QString& text);
+    void AddDockActions();
+    QAction* AddAction(const QString& objectName, const QString& icon, const QString& text,
+                       const QString& tip);
 
     ZORHostPluginManager* m_plugins; // not owned
     ZORHostView3D* m_view;
@@ -95,4 +99,7 @@ private:
     QMenu* m_viewMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
     QActionGroup* m_themes = nullptr;
+    QString m_keptTheme; // name of the one the user chose last, for the settings
+    ZORHostDockSizes* m_dockSizes = nullptr;
+    QByteArray m_defaultLayout;
 };

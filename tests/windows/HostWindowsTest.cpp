@@ -2,8 +2,10 @@
 
 #include "WindowChecks.h"
 #include "WindowTest.h"
+#include "actions/ZORHostActionIndex.h"
 #include "actions/ZORHostCommandPalette.h"
 #include "actions/ZORHostIcons.h"
+#include "actions/ZORHostMnemonics.h"
 #include "base/ZORHostTheme.h"
 #include "core/ZORTestOptionsCmd.h"
 #include "docks/ZORHostLog.h"
@@ -141,6 +143,47 @@ TEST_P(StandardCommandWindowsTest, HostWithTheirMenus)
     Walk(&*window, "host-commands");
 }
 
+/// What is missing in the texts of a menu and of those in it.
+QStringList FindMissingTexts(const QList<QAction*>& actions, const QString& path)
+{
+    QStringList problems;
+    QHash<QChar, QString> letters;
+    for (const QAction* action : actions) {
+        if (action->isSeparator() || !action->isVisible())
+            continue;
+        const QString text = path + QStringLiteral(" > ") + ZORHostPlainText(action->text());
+        const bool isFileName = action->objectName().startsWith(QLatin1String("_Sample_"));
+        const QChar letter = ZORHostMnemonics::Find(action->text());
+        if (letter.isNull() && !isFileName && action->isEnabled())
+            problems.append(text + QStringLiteral(" has no mnemonic"));
+        if (!letter.isNull() && letters.contains(letter))
+            problems.append(QStringLiteral("%1 shares %2 with %3").arg(text, letter, letters[letter]));
+        letters[letter] = text;
+        if (action->menu()) {
+            problems += FindMissingTexts(action->menu()->actions(), text);
+            continue;
+        }
+        if (!action->isEnabled() && action->objectName().isEmpty())
+            continue; // a line that explains why there are no entries
+        if (action->statusTip().isEmpty())
+            problems.append(text + QStringLiteral(" has no status text"));
+        if (action->toolTip() == ZORHostPlainText(action->text()))
+            problems.append(text + QStringLiteral(" has no tool tip"));
+    }
+    return problems;
+}
+
+TEST_P(StandardCommandWindowsTest, EveryActionHasAMnemonicAToolTipAndAStatusText)
+{
+    EXPECT_EQ(QStringList(), FindMissingTexts(window->menuBar()->actions(), "Menu"));
+    const auto bars = window->findChildren<QToolBar*>();
+    for (const QToolBar* bar : bars) {
+        for (const QAction* action : bar->actions())
+            EXPECT_TRUE(action->isSeparator() || !action->statusTip().isEmpty())
+                << action->text().toStdString();
+    }
+}
+
 TEST_P(StandardCommandWindowsTest, Projection)
 {
     WalkCommand("ZORWFProjectionCmd.Create", "projection");
@@ -204,7 +247,7 @@ TEST_P(HostWindowsTest, ActionsOfTheBenchStandInMenuAndToolBarWithTheirIcon)
     const auto menuActions = window->menuBar()->actions();
     for (const QAction* action : menuActions)
         menus.append(action->text());
-    EXPECT_EQ(QStringList({"&File", "&View", "Test", "&Help"}), menus);
+    EXPECT_EQ(QStringList({"&File", "&View", "&Window", "&Test", "&Help"}), menus);
 
     const auto* bar = window->findChild<QToolBar*>("_CommandToolBar");
     const auto* viewBar = window->findChild<QToolBar*>("_ViewToolBar");
@@ -214,8 +257,8 @@ TEST_P(HostWindowsTest, ActionsOfTheBenchStandInMenuAndToolBarWithTheirIcon)
     const QList<QAction*> actions = window->findChild<QMenu*>("_TestMenu")->actions();
     EXPECT_EQ(actions, bar->actions());
     ASSERT_EQ(2, actions.size());
-    EXPECT_EQ(QString("SDK Test"), actions[0]->text());
-    EXPECT_EQ(QString("SDK Test Options"), actions[1]->text());
+    EXPECT_EQ(QString("&SDK Test"), actions[0]->text());
+    EXPECT_EQ(QString("SDK &Test Options"), actions[1]->text());
 
     const QSize size(24, 24);
     const QImage icon = ZORHostIcon("nesting-info").pixmap(size).toImage();

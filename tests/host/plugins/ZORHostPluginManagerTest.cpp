@@ -274,7 +274,7 @@ TEST_F(ZORHostPluginManagerTest, UnloadingClosesItsWindowsAndWithdrawsItsActions
     const QString file = PluginFile("GoodPlugin");
     ASSERT_TRUE(manager.Load(file));
     ASSERT_EQ(1, bar.actions().size());
-    EXPECT_EQ(QString("Good"), bar.actions().constFirst()->text());
+    EXPECT_EQ(QString("&Good"), bar.actions().constFirst()->text());
     QAction* action = ZORCmdController::GetController()->GetAction("GoodPluginCmd");
     ASSERT_NE(nullptr, action);
     EXPECT_TRUE(toolBar.actions().contains(action));

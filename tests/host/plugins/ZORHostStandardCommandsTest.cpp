@@ -1,6 +1,7 @@
 // The SDK's own commands in the host: menus, frames, the page of plug-ins.
 
 #include "HostTest.h"
+#include "actions/ZORHostActionIndex.h"
 #include "actions/ZORHostIcons.h"
 #include "docks/ZORHostLog.h"
 #include "plugins/ZORHostPluginDialog.h"
@@ -50,7 +51,7 @@ public:
         QStringList texts;
         if (const auto* menu = window.findChild<QMenu*>(QLatin1String(menuName))) {
             for (const QAction* action : menu->actions())
-                texts.append(action->text());
+                texts.append(ZORHostPlainText(action->text()));
         }
         return texts;
     }

@@ -273,7 +273,8 @@ TEST_F(ZORHostMainWindowTest, KeysOfTheViewWorkInTheView)
 
 TEST_F(ZORHostMainWindowTest, LayoutThemeAndDisplayModeAreKept)
 {
-    window->resize(1000, 700);
+    window->setWindowState(Qt::WindowNoState);
+    window->resize(700, 600);
     window->findChild<QDockWidget*>("_ApiDock")->hide();
     Action("_WireframeAction")->trigger();
     Action("_Theme_dark")->trigger();
@@ -282,7 +283,7 @@ TEST_F(ZORHostMainWindowTest, LayoutThemeAndDisplayModeAreKept)
     window.reset();
     ZORHostTheme::Apply(ZORHostOptions::Theme::System);
     MakeWindow();
-    EXPECT_EQ(QSize(1000, 700), window->size());
+    EXPECT_EQ(QSize(700, 600), window->size());
     EXPECT_TRUE(window->findChild<QDockWidget*>("_ApiDock")->isHidden());
     EXPECT_EQ(ZORVisRenderer::Wireframe, window->GetView()->GetDisplayMode());
     EXPECT_TRUE(Action("_Theme_dark")->isChecked());
