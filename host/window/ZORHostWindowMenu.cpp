@@ -1,5 +1,7 @@
 #include "window/ZORHostWindowMenu.h"
 
+#include "base/ZORHostWindowTitle.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QHash>
@@ -18,10 +20,11 @@ bool StandsForItself(const QWidget* window)
            && !window->windowTitle().isEmpty();
 }
 
-/// The title without the place where the mark of changes goes.
+/// The title without a place for the mark of changes.
 QString GetTitle(const QWidget* window)
 {
-    return window->windowTitle().remove(QLatin1String("[*]"));
+    const QString shown = ZORHostWindowTitle::GetShown(window);
+    return window->windowTitle() == shown ? QString(shown).remove(QLatin1String("[*]")) : shown;
 }
 
 /// The digits from 1 to 9 lead to the first entries.

@@ -2,6 +2,7 @@
 
 #include "HostTest.h"
 #include "base/ZORHostTheme.h"
+#include "base/ZORHostWindowTitle.h"
 #include "docks/ZORHostLineQueue.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "support/MessageBoxCatcher.h"
@@ -61,7 +62,7 @@ protected:
     }
 
     /// The entry of the main window.
-    QString GetFirstEntry() const { return "&1 " + window->windowTitle().remove("[*]"); }
+    QString GetFirstEntry() const { return "&1 " + ZORHostWindowTitle::GetShown(window.get()); }
 
     MessageBoxCatcher boxes;
     ZORHostLineQueue log{100};
