@@ -131,18 +131,30 @@ void ZORCompRosette::SetAxes(const ZORMathPoint& origin, const ZORMathVector& xA
                              const ZORMathVector& normal)
 {
     ZOR_TRACE_CALL(origin, xAxis, normal);
-    const Axes given{origin, xAxis, normal};
-    d->axes = Resolve(given, d->surface);
-    d->given = given;
-    ReportChange();
-    ReplaceBody();
+    Place(origin, xAxis, normal, d->surface);
+}
+
+void ZORCompRosette::SetAxes(const ZORMathPoint& origin, const ZORMathVector& xAxis,
+                             const ZORMathVector& normal, const ZORGeoSurface* surface)
+{
+    ZOR_TRACE_CALL(origin, xAxis, normal, surface);
+    Place(origin, xAxis, normal, surface);
 }
 
 void ZORCompRosette::SetSurface(const ZORGeoSurface* surface)
 {
     ZOR_TRACE_CALL(surface);
-    d->axes = Resolve(d->given, surface);
-    d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
+    Place(d->given.origin, d->given.x, d->given.z, surface);
+}
+
+void ZORCompRosette::Place(const ZORMathPoint& origin, const ZORMathVector& xAxis,
+                           const ZORMathVector& normal, const ZORGeoSurface* surface)
+{
+    const Axes given{origin, xAxis, normal};
+    d->axes = Resolve(given, surface);
+    d->given = given;
+    if (surface != d->surface)
+        d->surface = ZORGeoReference<const ZORGeoSurface>(surface, this);
     ReportChange();
     ReplaceBody();
 }

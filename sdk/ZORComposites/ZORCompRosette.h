@@ -52,6 +52,11 @@ public:
     ///         rosette is parallel to its normal" (within 1e-9 rad), and those of SetSurface(). Nothing is
     ///         changed then.
     void SetAxes(const ZORMathPoint& origin, const ZORMathVector& xAxis, const ZORMathVector& normal);
+    /// Sets the axes and the surface in one step.
+    /// \param surface  as for SetSurface()
+    /// \throws ZORSysException as SetAxes() and SetSurface(). Nothing is changed then.
+    void SetAxes(const ZORMathPoint& origin, const ZORMathVector& xAxis, const ZORMathVector& normal,
+                 const ZORGeoSurface* surface);
     /// \param surface  not owned; null: off any surface, with the axes as given
     /// \throws ZORSysException "the surface of the rosette is empty", "the X axis of the rosette is
     ///         perpendicular to the surface". Nothing is changed then.
@@ -79,6 +84,8 @@ public:
 
 private:
     friend struct ZORCompRosetteStorage;
+    void Place(const ZORMathPoint& origin, const ZORMathVector& xAxis, const ZORMathVector& normal,
+               const ZORGeoSurface* surface);
     void ReplaceBody();
 
     class Private;

@@ -2,6 +2,7 @@
 
 #include "ZORStdContent.h"
 #include "ZORStdObjects.h"
+#include "ZORStdPlyChange.h"
 #include "ZORStdPlyTable.h"
 
 #include <ZORComposites/ZORCompLayup.h>
@@ -22,24 +23,30 @@ class Content final : public ZORStdContent
     Q_DECLARE_TR_FUNCTIONS(ZORCompLayupCmd)
 
 public:
-    Content(ZORFeatEnvironment* environment, QWidget* parent)
-        : ZORStdContent(environment, parent)
+    Content(ZORFeatEnvironment* environment, ZORFeatObject* edited, QWidget* parent)
+        : ZORStdContent(environment, edited, parent)
     {
-        using Combo = ZORStdObjectCombo;
-        AddLabel(ZORStdUniqueLabel(*GetContainer(), tr("Layup")));
-        m_surfaceCombo =
-            AddObjects("_SurfaceCombo", tr("Surface:"), Combo::ShapeFilter(Combo::Surfaces), tr("None"));
-        m_rosetteCombo =
-            AddObjects("_RosetteCombo", tr("Rosette:"), Combo::ClassFilter<ZORCompRosette>(), tr("None"));
+        const auto* const layup = GetEdited<ZORCompLayup>();
+        AddLabel(tr("Layup"));
+        m_surfaceCombo = AddSurfaces("_SurfaceCombo", tr("&Surface:"), tr("None"));
+        m_rosetteCombo = AddRosettes(tr("Rosett&e:"));
         AddCreator(m_rosetteCombo, "_NewRosetteBtn", "ZORCompRosetteCmd.Create");
         AddFolder();
         m_plies = new ZORStdPlyTable(GetContainer(), this);
-        AddRow(tr("Plies:"), m_plies, m_plies);
+        AddRow(tr("&Plies:"), m_plies, m_plies);
+        if (layup) {
+            m_surfaceCombo->Select(m_surfaceCombo->Find(layup->GetSurface()));
+            m_rosetteCombo->Select(layup->GetRosette());
+            for (ZORCompPly* ply : layup->GetPlies())
+                m_originals.append(ply);
+            m_plies->SetPlies(layup->GetPlies());
+        }
         connect(m_plies, &ZORStdPlyTable::Changed, this, &Content::Check);
         Check();
     }
 
-    void Apply() override
+protected:
+    void Create() override
     {
         ZORStdCreation creation;
         auto* const layup = new ZORCompLayup(GetFolder(creation));
@@ -57,7 +64,13 @@ public:
         creation.Keep();
     }
 
-protected:
+    void Change() override
+    {
+        auto* const layup = GetEdited<ZORCompLayup>();
+        ZORStdPlyChange(*layup, m_originals, m_plies->GetModel().GetPlies()).Apply();
+        layup->SetSurface(ZORFeatShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject()));
+        layup->SetRosette(m_rosetteCombo->Get<ZORCompRosette>());
+    }
     QString FindProblem() const override
     {
         const QString problem = FindLabelProblem();
@@ -68,16 +81,18 @@ private:
     ZORStdObjectCombo* m_surfaceCombo = nullptr;
     ZORStdObjectCombo* m_rosetteCombo = nullptr;
     ZORStdPlyTable* m_plies = nullptr;
+    ZORStdPlyChange::Plies m_originals; // of the edited layup when the dialog was opened
 };
 
 } // namespace
 
 ZORCompLayupCmd::ZORCompLayupCmd(QObject* parent)
-    : ZORStdDialogCommand(parent)
+    : ZORStdDialogCommand(parent, tr("Edit Layup"))
 {
 }
 
-ZORStdContent* ZORCompLayupCmd::MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const
+ZORStdContent* ZORCompLayupCmd::MakeContent(ZORFeatEnvironment* environment, ZORFeatObject* edited,
+                                            QWidget* parent) const
 {
-    return new Content(environment, parent);
+    return new Content(environment, edited, parent);
 }

@@ -13,5 +13,6 @@ public:
     Q_INVOKABLE explicit ZORCompLayupCmd(QObject* parent);
 
 protected:
-    ZORStdContent* MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const override;
+    ZORStdContent* MakeContent(ZORFeatEnvironment* environment, ZORFeatObject* edited,
+                               QWidget* parent) const override;
 };

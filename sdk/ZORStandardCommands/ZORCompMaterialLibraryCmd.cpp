@@ -5,6 +5,7 @@
 #include "ZORStdMaterialModel.h"
 
 #include <ZORCommonUI/ZORCmnPlainText.h>
+#include <ZORComposites/ZORCompMaterial.h>
 #include <ZORFeature/ZORFeatContainer.h>
 
 #include <QCoreApplication>
@@ -22,8 +23,8 @@ class Content final : public ZORStdContent
     Q_DECLARE_TR_FUNCTIONS(ZORCompMaterialLibraryCmd)
 
 public:
-    Content(ZORFeatEnvironment* environment, QWidget* parent)
-        : ZORStdContent(environment, parent)
+    Content(ZORFeatEnvironment* environment, ZORFeatObject* edited, QWidget* parent)
+        : ZORStdContent(environment, nullptr, parent)
         , m_model(new ZORStdMaterialModel(GetContainer(), style()->standardIcon(QStyle::SP_MessageBoxWarning),
                                           this))
         , m_table(new QTableView(this))
@@ -45,14 +46,19 @@ public:
         connect(m_model, &QAbstractItemModel::rowsInserted, this, &Content::Check);
         connect(m_model, &QAbstractItemModel::rowsRemoved, this, &Content::Check);
         connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &Content::Check);
-        if (m_model->rowCount() > 0)
-            m_table->setCurrentIndex(m_model->index(0, 0));
+        connect(GetContainer(), &ZORGeoContainer::GeometryRemoved, m_model,
+                &ZORStdMaterialModel::FollowLibrary);
+        connect(GetContainer(), &ZORFeatContainer::FeatureLabelChanged, m_model,
+                &ZORStdMaterialModel::FollowLibrary);
+        if (m_model->rowCount() > 0) {
+            const int row = m_model->FindRow(qobject_cast<const ZORCompMaterial*>(edited));
+            m_table->setCurrentIndex(m_model->index(qMax(0, row), ZORStdMaterialModel::Name));
+        }
         Check();
     }
 
-    void Apply() override { m_model->Apply(); }
-
 protected:
+    void Create() override { m_model->Apply(); }
     void UpdateRows() override { m_removeBtn->setEnabled(m_table->currentIndex().isValid()); }
     QString FindProblem() const override { return m_model->FindProblem(); }
 
@@ -64,9 +70,9 @@ private:
     QLayout* MakeButtons()
     {
         auto* const line = new QHBoxLayout;
-        auto* const addBtn = new QPushButton(tr("Add"), this);
+        auto* const addBtn = new QPushButton(tr("&Add"), this);
         addBtn->setObjectName(QLatin1String("_AddBtn"));
-        m_removeBtn = new QPushButton(tr("Remove"), this);
+        m_removeBtn = new QPushButton(tr("&Remove"), this);
         m_removeBtn->setObjectName(QLatin1String("_RemoveBtn"));
         for (QPushButton* button : {addBtn, m_removeBtn}) {
             button->setAutoDefault(false);
@@ -110,7 +116,8 @@ ZORCompMaterialLibraryCmd::ZORCompMaterialLibraryCmd(QObject* parent)
 {
 }
 
-ZORStdContent* ZORCompMaterialLibraryCmd::MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const
+ZORStdContent* ZORCompMaterialLibraryCmd::MakeContent(ZORFeatEnvironment* environment, ZORFeatObject* edited,
+                                                      QWidget* parent) const
 {
-    return new Content(environment, parent);
+    return new Content(environment, edited, parent);
 }

@@ -27,35 +27,50 @@ class Content final : public ZORStdContent
     Q_DECLARE_TR_FUNCTIONS(ZORCompRosetteCmd)
 
 public:
-    Content(ZORFeatEnvironment* environment, QWidget* parent)
-        : ZORStdContent(environment, parent)
+    Content(ZORFeatEnvironment* environment, ZORFeatObject* edited, QWidget* parent)
+        : ZORStdContent(environment, edited, parent)
     {
-        using Combo = ZORStdObjectCombo;
-        AddLabel(ZORStdUniqueLabel(*GetContainer(), tr("Rosette")));
-        m_originCombo =
-            AddObjects("_OriginCombo", tr("Origin:"), Combo::ShapeFilter(Combo::Points), tr("Coordinates"));
-        m_origin = AddTriple(QLatin1String("_Origin"), tr("Coordinates:"), "Length", {0, 0, 0});
-        m_xAxis = AddTriple(QLatin1String("_XAxis"), tr("X direction:"), "", {1, 0, 0});
-        m_surfaceCombo =
-            AddObjects("_SurfaceCombo", tr("Surface:"), Combo::ShapeFilter(Combo::Surfaces), tr("None"));
-        m_normal = AddTriple(QLatin1String("_Normal"), tr("Normal:"), "", {0, 0, 1});
+        const auto* const rosette = GetEdited<ZORCompRosette>();
+        AddLabel(tr("Rosette"));
+        m_originCombo = AddPoints("_OriginCombo", tr("&Origin:"), tr("Coordinates"));
+        m_origin = AddTriple(QLatin1String("_Origin"), tr("Coordinat&es:"), "Length",
+                             rosette ? rosette->GetGivenOrigin() - ZORMathPoint() : ZORMathVector());
+        AddPointPicker(m_origin, QLatin1String("_OriginPointBtn"));
+        m_xAxis = AddTriple(QLatin1String("_XAxis"), tr("&X direction:"), "",
+                            rosette ? rosette->GetGivenXAxis() : ZORMathVector(1, 0, 0));
+        m_surfaceCombo = AddSurfaces("_SurfaceCombo", tr("&Surface:"), tr("None"));
+        m_normal = AddTriple(QLatin1String("_Normal"), tr("&Normal:"), "",
+                             rosette ? rosette->GetGivenNormal() : ZORMathVector(0, 0, 1));
         AddFolder();
+        if (rosette)
+            m_surfaceCombo->Select(m_surfaceCombo->Find(rosette->GetSurface()));
         Check();
     }
 
-    void Apply() override
+protected:
+    void Create() override
     {
         const auto* const surface = ZORFeatShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject());
         const ZORMathVector xAxis = m_xAxis.GetVector();
         ZORStdCreation creation;
-        auto rosette = std::make_unique<ZORCompRosette>(GetFolder(creation), GetOrigin(), xAxis,
-                                                        surface ? GetAnyNormal(xAxis) : m_normal.GetVector());
+        auto rosette =
+            std::make_unique<ZORCompRosette>(GetFolder(creation), GetOrigin(), xAxis, GetNormal(xAxis));
         rosette->SetSurface(surface);
         creation.Add(rosette.release(), GetLabel());
         creation.Keep();
     }
 
-protected:
+    void Change() override
+    {
+        auto* const rosette = GetEdited<ZORCompRosette>();
+        const ZORMathVector xAxis = m_xAxis.GetVector();
+        const ZORMathVector normal = GetNormal(xAxis);
+        const auto* const surface = ZORFeatShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject());
+        const bool isSame = GetOrigin() == rosette->GetGivenOrigin() && xAxis == rosette->GetGivenXAxis()
+                            && normal == rosette->GetGivenNormal() && surface == rosette->GetSurface();
+        if (!isSame) // layers that follow the rosette are draped again
+            rosette->SetAxes(GetOrigin(), xAxis, normal, surface);
+    }
     void UpdateRows() override
     {
         m_origin.row->setEnabled(!m_originCombo->GetObject());
@@ -81,9 +96,12 @@ private:
         const auto* const point = ZORFeatShapeOf<ZORGeoPoint>(m_originCombo->GetObject());
         return point ? point->GetMathPoint() : m_origin.GetPoint();
     }
-    // The surface gives the normal in the end.
-    static ZORMathVector GetAnyNormal(const ZORMathVector& xAxis)
+    // On a surface any normal fits that is not along X: the surface gives it in the end.
+    ZORMathVector GetNormal(const ZORMathVector& xAxis) const
     {
+        const ZORMathVector normal = m_normal.GetVector();
+        if (!m_surfaceCombo->GetObject() || !IsParallel(xAxis, normal))
+            return normal;
         const ZORMathVector z(0, 0, 1);
         return IsParallel(xAxis, z) ? ZORMathVector(0, 1, 0) : z;
     }
@@ -98,11 +116,12 @@ private:
 } // namespace
 
 ZORCompRosetteCmd::ZORCompRosetteCmd(QObject* parent)
-    : ZORStdDialogCommand(parent)
+    : ZORStdDialogCommand(parent, tr("Edit Rosette"))
 {
 }
 
-ZORStdContent* ZORCompRosetteCmd::MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const
+ZORStdContent* ZORCompRosetteCmd::MakeContent(ZORFeatEnvironment* environment, ZORFeatObject* edited,
+                                              QWidget* parent) const
 {
-    return new Content(environment, parent);
+    return new Content(environment, edited, parent);
 }

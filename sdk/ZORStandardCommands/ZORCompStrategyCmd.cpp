@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -30,43 +31,54 @@ class Content final : public ZORStdContent
     Q_DECLARE_TR_FUNCTIONS(ZORCompStrategyCmd)
 
 public:
-    Content(ZORFeatEnvironment* environment, QWidget* parent)
-        : ZORStdContent(environment, parent)
+    Content(ZORFeatEnvironment* environment, ZORFeatObject* edited, QWidget* parent)
+        : ZORStdContent(environment, edited, parent)
     {
-        const ZORCompStrategyParameters defaults;
-        AddLabel(ZORStdUniqueLabel(*GetContainer(), tr("Strategy")));
+        const auto* const strategy = GetEdited<ZORCompStrategy>();
+        const ZORCompStrategyParameters shown =
+            strategy ? strategy->GetParameters() : ZORCompStrategyParameters();
+        AddLabel(tr("Strategy"));
         // In the order of their codes.
-        m_generatorsCombo = AddChoice("_GeneratorsCombo", tr("Yarns through the seed:"),
+        m_generatorsCombo = AddChoice("_GeneratorsCombo", tr("&Yarns through the seed:"),
                                       {tr("Geodesic"), tr("Constant angle")});
-        m_stepSpin = AddNumber("_StepSpin", tr("Step:"), "Length", defaults.step);
-        m_fibreAngleSpin = AddNumber("_FibreAngleSpin", tr("Fibre angle:"), "Angle", defaults.fibreAngle);
-        m_yarnAngleSpin = AddNumber("_YarnAngleSpin", tr("Yarn angle:"), "Angle", defaults.yarnAngle);
+        m_generatorsCombo->setCurrentIndex(int(shown.generators));
+        m_stepSpin = AddNumber("_StepSpin", tr("S&tep:"), "Length", shown.step);
+        m_fibreAngleSpin = AddNumber("_FibreAngleSpin", tr("Fibre &angle:"), "Angle", shown.fibreAngle);
+        m_yarnAngleSpin = AddNumber("_YarnAngleSpin", tr("Ya&rn angle:"), "Angle", shown.yarnAngle);
         m_lockingAngleSpin =
-            AddNumber("_LockingAngleSpin", tr("Locking angle:"), "Angle", defaults.lockingAngle);
-        m_warpExtentSpin = AddExtent("_WarpExtentSpin", tr("Extent along the warp:"));
-        m_weftExtentSpin = AddExtent("_WeftExtentSpin", tr("Extent along the weft:"));
+            AddNumber("_LockingAngleSpin", tr("Lock&ing angle:"), "Angle", shown.lockingAngle);
+        m_warpExtentSpin = AddExtent("_WarpExtentSpin", tr("Extent along the &warp:"), shown.warpExtent);
+        m_weftExtentSpin = AddExtent("_WeftExtentSpin", tr("&Extent along the weft:"), shown.weftExtent);
         AddFolder();
-        AddLayerRows();
+        if (!IsEditing())
+            AddLayerRows();
         Check();
     }
 
-    void Apply() override
+protected:
+    void Create() override
     {
         ZORStdCreation creation;
         auto* const strategy = new ZORCompStrategy(GetFolder(creation));
         strategy->SetParameters(GetParameters());
         creation.Add(strategy, GetLabel());
-        if (m_surfaceCombo->GetObject())
+        if (IsDraped())
             AddLayer(creation, strategy);
         creation.Keep();
     }
 
-protected:
+    void Change() override
+    {
+        auto* const strategy = GetEdited<ZORCompStrategy>();
+        if (!(strategy->GetParameters() == GetParameters())) // its layers are draped again
+            strategy->SetParameters(GetParameters());
+    }
     void UpdateRows() override
     {
-        const bool isDraped = m_surfaceCombo->GetObject();
+        if (IsEditing())
+            return;
         for (QWidget* row : std::initializer_list<QWidget*>{m_seedCombo, m_rosetteCombo, m_direction.row})
-            SetRowVisible(row, isDraped);
+            SetRowVisible(row, IsDraped());
         m_direction.row->setEnabled(!m_rosetteCombo->GetObject());
     }
     QString FindProblem() const override
@@ -76,7 +88,7 @@ protected:
         } catch (const ZORSysException& exception) {
             return ToSentence(exception.GetMessage());
         }
-        if (m_surfaceCombo->GetObject()) {
+        if (IsDraped()) {
             if (!m_seedCombo->GetObject())
                 return tr("Choose the point where draping starts.");
             if (!m_rosetteCombo->GetObject() && m_direction.GetVector().GetLength() == 0)
@@ -88,14 +100,12 @@ protected:
 private:
     void AddLayerRows()
     {
-        using Combo = ZORStdObjectCombo;
-        m_surfaceCombo = AddObjects("_SurfaceCombo", tr("Drape a surface:"),
-                                    Combo::ShapeFilter(Combo::Surfaces), tr("None"));
-        m_seedCombo = AddObjects("_SeedCombo", tr("Seed:"), Combo::ShapeFilter(Combo::Points));
-        m_rosetteCombo =
-            AddObjects("_RosetteCombo", tr("Rosette:"), Combo::ClassFilter<ZORCompRosette>(), tr("None"));
-        m_direction = AddTriple(QLatin1String("_Direction"), tr("Direction:"), "", {1, 0, 0});
+        m_surfaceCombo = AddSurfaces("_SurfaceCombo", tr("&Drape a surface:"), tr("None"));
+        m_seedCombo = AddPoints("_SeedCombo", tr("&Seed:"));
+        m_rosetteCombo = AddRosettes(tr("Rosett&e:"));
+        m_direction = AddTriple(QLatin1String("_Direction"), tr("Direct&ion:"), "", {1, 0, 0});
     }
+    bool IsDraped() const { return m_surfaceCombo && m_surfaceCombo->GetObject(); }
     void AddLayer(ZORStdCreation& creation, ZORCompStrategy* strategy) const
     {
         auto layer = std::make_unique<ZORCompDrapingLayer>(strategy->GetParentFeature());
@@ -106,9 +116,10 @@ private:
         layer->SetDirection(m_direction.GetVector());
         creation.Add(layer.release(), ZORStdUniqueLabel(*GetContainer(), tr("Layer")));
     }
-    ZORCmnUnitSpinBox* AddExtent(const char* objectName, const QString& text)
+    ZORCmnUnitSpinBox* AddExtent(const char* objectName, const QString& text, double extent)
     {
-        ZORCmnUnitSpinBox* const spin = AddNumber(objectName, text, "Length", 0);
+        ZORCmnUnitSpinBox* const spin =
+            AddNumber(objectName, text, "Length", std::isfinite(extent) ? extent : 0);
         spin->setMinimum(0);
         spin->setSpecialValueText(tr("No bound"));
         return spin;
@@ -147,11 +158,12 @@ private:
 } // namespace
 
 ZORCompStrategyCmd::ZORCompStrategyCmd(QObject* parent)
-    : ZORStdDialogCommand(parent)
+    : ZORStdDialogCommand(parent, tr("Edit Draping Strategy"))
 {
 }
 
-ZORStdContent* ZORCompStrategyCmd::MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const
+ZORStdContent* ZORCompStrategyCmd::MakeContent(ZORFeatEnvironment* environment, ZORFeatObject* edited,
+                                               QWidget* parent) const
 {
-    return new Content(environment, parent);
+    return new Content(environment, edited, parent);
 }

@@ -2,13 +2,21 @@
 
 #include "ZORStdContent.h"
 
+#include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORFeature/ZORFeatObject.h>
 #include <ZORSystem/ZORSysException.h>
 
-ZORStdDialogCommand::ZORStdDialogCommand(QObject* parent)
+ZORStdDialogCommand::ZORStdDialogCommand(QObject* parent, const QString& editTitle)
     : ZORCmdDialogCommand(parent, Dialog, OneStep)
+    , m_editTitle(editTitle)
 {
+}
+
+ZORFeatObject* ZORStdDialogCommand::GetEditedFeature() const
+{
+    return qobject_cast<ZORFeatObject*>(GetEditedObject());
 }
 
 void ZORStdDialogCommand::Start()
@@ -16,6 +24,12 @@ void ZORStdDialogCommand::Start()
     m_environment = ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
     if (!m_environment)
         throw ZORSysException(tr("there is no current environment"));
+    if (const ZORFeatObject* const edited = GetEditedFeature()) {
+        if (edited->GetContainer() != m_environment->GetContainer())
+            throw ZORSysException(tr("the object is not in the current document"));
+        if (!m_editTitle.isEmpty())
+            SetTitle(m_editTitle);
+    }
     connect(m_environment, &ZORFeatEnvironment::AboutToBeDestroyed, this, [this] {
         delete GetContentWidget(); // it looks at the container
         Reject();
@@ -25,7 +39,7 @@ void ZORStdDialogCommand::Start()
 
 QWidget* ZORStdDialogCommand::CreateContent(QWidget* parent)
 {
-    ZORStdContent* const content = MakeContent(m_environment, parent);
+    ZORStdContent* const content = MakeContent(m_environment, GetEditedFeature(), parent);
     connect(content, &ZORStdContent::ProblemChanged, this, &ZORStdDialogCommand::SetProblem);
     SetProblem(content->GetProblem());
     return content;

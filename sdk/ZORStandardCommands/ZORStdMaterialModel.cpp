@@ -99,7 +99,8 @@ ZORStdMaterialModel::ZORStdMaterialModel(ZORFeatContainer* container, const QIco
     if (!library)
         return;
     for (ZORCompMaterial* material : library->GetMaterials())
-        m_rows.push_back({material, material->GetLabel(), material->GetProperties(), {}});
+        m_rows.push_back(
+            {material, material->GetLabel(), material->GetLabel(), material->GetProperties(), {}});
 }
 
 ZORStdMaterialModel::~ZORStdMaterialModel() = default;
@@ -170,7 +171,7 @@ int ZORStdMaterialModel::AddMaterial()
         name = tr("Material %1").arg(number);
     const int row = rowCount();
     beginInsertRows({}, row, row);
-    m_rows.push_back({nullptr, name, {}, {}});
+    m_rows.push_back({nullptr, name, {}, {}, {}});
     endInsertRows();
     return row;
 }
@@ -186,6 +187,27 @@ void ZORStdMaterialModel::RemoveMaterial(int row)
 QString ZORStdMaterialModel::GetName(int row) const
 {
     return m_rows[size_t(row)].name;
+}
+
+int ZORStdMaterialModel::FindRow(const ZORCompMaterial* material) const
+{
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(), [material](const Row& cells) {
+        return material && cells.material == material;
+    });
+    return row == m_rows.end() ? -1 : int(row - m_rows.begin());
+}
+
+void ZORStdMaterialModel::FollowLibrary()
+{
+    for (Row& row : m_rows) {
+        if (!row.material || row.material->GetLabel() == row.label)
+            continue;
+        if (row.name == row.label)
+            row.name = row.material->GetLabel();
+        row.label = row.material->GetLabel();
+    }
+    if (!m_rows.empty())
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 int ZORStdMaterialModel::CountPlies(int row) const
@@ -210,6 +232,9 @@ QString ZORStdMaterialModel::FindCellProblem(int row, int column) const
         return FindNumberProblem(cells, column);
     if (column == Type)
         return {};
+    if (!cells.material && !cells.label.isNull())
+        return tr("Row %1: the material '%2' has been deleted. Remove the row.")
+            .arg(QString::number(row + 1), cells.label);
     if (cells.name.isEmpty())
         return tr("Row %1: enter a name.").arg(row + 1);
     for (int other = 0; other < row; ++other) {

@@ -33,6 +33,10 @@ public:
     int AddMaterial();
     void RemoveMaterial(int row);
     QString GetName(int row) const;
+    /// The row of a material; -1 for none.
+    int FindRow(const ZORCompMaterial* material) const;
+    /// Follows what has happened to the materials: names that were not edited here, and materials that were deleted.
+    void FollowLibrary();
     /// How many plies of the container are of the material of a row.
     int CountPlies(int row) const;
 
@@ -46,8 +50,9 @@ public:
 private:
     struct Row
     {
-        QPointer<ZORCompMaterial> material; // null: to be created
+        QPointer<ZORCompMaterial> material; // null: to be created, or deleted since
         QString name;
+        QString label; // of the material when it was shown last; null for a row to be created
         ZORCompMaterialProperties properties;
         QHash<int, QString> invalid; // texts that are no numbers, by column
     };

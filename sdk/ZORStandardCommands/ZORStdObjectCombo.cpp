@@ -76,6 +76,21 @@ void ZORStdObjectCombo::Select(ZORGeoGeometry* object)
     Refresh();
 }
 
+ZORGeoGeometry* ZORStdObjectCombo::Find(const ZORGeoGeometry* object) const
+{
+    const ZORGeoGeometry* const shape = ZORFeatShapeOf(object);
+    for (int i = 0; object && i < count(); ++i) {
+        ZORGeoGeometry* const listed = itemData(i).value<ObjectPointer>();
+        if (!listed)
+            continue;
+        const auto* const feature = qobject_cast<const ZORFeatGeometry*>(listed);
+        if (listed == object || (shape && ZORFeatShapeOf(listed) == shape)
+            || (feature && feature->GetBody() == object))
+            return listed;
+    }
+    return nullptr;
+}
+
 void ZORStdObjectCombo::SelectNext()
 {
     m_selectsNext = true;

@@ -49,6 +49,9 @@ public:
     }
     /// \param object  null for none, as is one that is not listed
     void Select(ZORGeoGeometry* object);
+    /// The listed object that stands for another one: itself, or a feature with the same shape. Null for none.
+    /// O(entries).
+    ZORGeoGeometry* Find(const ZORGeoGeometry* object) const;
     /// Selects the next object that comes, unless the user selects another one before.
     void SelectNext();
 

@@ -88,8 +88,11 @@ void ZORStdPlyModel::Mirror()
         return;
     const int count = rowCount();
     beginInsertRows({}, count, 2 * count - 1);
-    for (int row = count - 1; row >= 0; --row)
-        m_plies.push_back(Ply(m_plies[size_t(row)]));
+    for (int row = count - 1; row >= 0; --row) {
+        Ply copy = m_plies[size_t(row)];
+        copy.isOriginal = false;
+        m_plies.push_back(copy);
+    }
     endInsertRows();
 }
 

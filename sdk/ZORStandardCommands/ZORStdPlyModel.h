@@ -4,6 +4,8 @@
 
 #include "ZORStdTableModel.h"
 
+#include <ZORComposites/ZORCompPly.h>
+
 #include <QPointer>
 
 #include <vector>
@@ -23,6 +25,9 @@ public:
     {
         QPointer<ZORCompMaterial> material; // null: to be chosen
         double angle = 0;                   // radians
+        QPointer<ZORCompPly> ply =
+            nullptr;             // whose boundaries and rosette it has; null: none, or removed since
+        bool isOriginal = false; // the row is that ply, else a copy of it
     };
 
     /// \param warning  icon of cells that do not fit
@@ -34,7 +39,7 @@ public:
     void RemovePly(int row);
     /// Exchanges a ply with the next one.
     void SwapWithNext(int row);
-    /// Appends the plies in reverse order, so that the stack is symmetric.
+    /// Appends copies of the plies in reverse order, so that the stack is symmetric.
     void Mirror();
     void SetMaterial(int row, ZORCompMaterial* material);
     /// Shows names that have changed, and materials that have gone.

@@ -7,6 +7,7 @@
 #include <ZORCommand/ZORCmdController.h>
 #include <ZORCommonUI/ZORCmnUnitSpinBox.h>
 #include <ZORComposites/ZORCompMaterial.h>
+#include <ZORComposites/ZORCompPly.h>
 #include <ZORFeature/ZORFeatContainer.h>
 
 #include <QAction>
@@ -110,13 +111,13 @@ ZORStdPlyTable::ZORStdPlyTable(ZORFeatContainer* container, QWidget* parent)
     m_summaryLbl->setTextFormat(Qt::PlainText);
 
     auto* const buttons = new QVBoxLayout;
-    AddButton(buttons, "_AddPlyBtn", tr("Add"), &ZORStdPlyTable::OnAdd);
-    m_removeBtn = AddButton(buttons, "_RemovePlyBtn", tr("Remove"), &ZORStdPlyTable::OnRemove);
-    m_upBtn = AddButton(buttons, "_PlyUpBtn", tr("Up"), &ZORStdPlyTable::OnUp);
-    m_downBtn = AddButton(buttons, "_PlyDownBtn", tr("Down"), &ZORStdPlyTable::OnDown);
-    m_mirrorBtn = AddButton(buttons, "_MirrorBtn", tr("Mirror"), &ZORStdPlyTable::OnMirror);
+    AddButton(buttons, "_AddPlyBtn", tr("&Add"), &ZORStdPlyTable::OnAdd);
+    m_removeBtn = AddButton(buttons, "_RemovePlyBtn", tr("&Remove"), &ZORStdPlyTable::OnRemove);
+    m_upBtn = AddButton(buttons, "_PlyUpBtn", tr("&Up"), &ZORStdPlyTable::OnUp);
+    m_downBtn = AddButton(buttons, "_PlyDownBtn", tr("&Down"), &ZORStdPlyTable::OnDown);
+    m_mirrorBtn = AddButton(buttons, "_MirrorBtn", tr("&Mirror"), &ZORStdPlyTable::OnMirror);
     m_mirrorBtn->setToolTip(tr("Appends the plies in reverse order"));
-    AddButton(buttons, "_MaterialsBtn", tr("Materials..."), &ZORStdPlyTable::OnMaterials);
+    AddButton(buttons, "_MaterialsBtn", tr("Ma&terials..."), &ZORStdPlyTable::OnMaterials);
     buttons->addStretch();
     auto* const grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -134,6 +135,12 @@ ZORStdPlyTable::ZORStdPlyTable(ZORFeatContainer* container, QWidget* parent)
 }
 
 ZORStdPlyTable::~ZORStdPlyTable() = default;
+
+void ZORStdPlyTable::SetPlies(const QList<ZORCompPly*>& plies)
+{
+    for (ZORCompPly* ply : plies)
+        m_model->AddPly({ply->GetMaterial(), ply->GetAngle(), ply, true});
+}
 
 QPushButton* ZORStdPlyTable::AddButton(QLayout* column, const char* objectName, const QString& text,
                                        void (ZORStdPlyTable::*slot)())
@@ -168,7 +175,7 @@ void ZORStdPlyTable::Update()
 void ZORStdPlyTable::OnAdd()
 {
     const std::vector<ZORStdPlyModel::Ply>& plies = m_model->GetPlies();
-    m_model->AddPly({plies.empty() ? FindFirstMaterial(*m_container) : plies.back().material.data(), 0});
+    m_model->AddPly({plies.empty() ? FindFirstMaterial(*m_container) : plies.back().material.data()});
     const QModelIndex angle = m_model->index(m_model->rowCount() - 1, ZORStdPlyModel::Angle);
     m_view->setCurrentIndex(angle);
     m_view->edit(angle);

@@ -23,6 +23,8 @@ public:
     ~ZORStdPlyTable() override;
 
     const ZORStdPlyModel& GetModel() const { return *m_model; }
+    /// Fills the empty table with plies that exist.
+    void SetPlies(const QList<ZORCompPly*>& plies);
 
 signals:
     void Changed();

@@ -23,38 +23,36 @@
 
 namespace {
 
-enum Method { AlongCurve, FromPoint };
+enum Method { AlongCurve, FromPoint, Unchanged };
 
 class Content final : public ZORStdContent
 {
     Q_DECLARE_TR_FUNCTIONS(ZORTPCourseCmd)
 
 public:
-    Content(ZORFeatEnvironment* environment, QWidget* parent)
-        : ZORStdContent(environment, parent)
+    Content(ZORFeatEnvironment* environment, ZORFeatObject* edited, QWidget* parent)
+        : ZORStdContent(environment, edited, parent)
     {
-        using Combo = ZORStdObjectCombo;
-        AddLabel(ZORStdUniqueLabel(*GetContainer(), tr("Course")));
-        m_surfaceCombo = AddObjects("_SurfaceCombo", tr("Surface:"), Combo::ShapeFilter(Combo::Surfaces));
-        m_methodCombo = AddChoice("_MethodCombo", tr("Centre line:"),
-                                  {tr("Along a curve"), tr("From a point in a direction")});
-        m_curveCombo = AddObjects("_CurveCombo", tr("Curve:"), MakeCurveFilter());
-        m_pointCombo = AddObjects("_PointCombo", tr("Start point:"), Combo::ShapeFilter(Combo::Points));
-        m_direction = AddTriple(QLatin1String("_Direction"), tr("Direction:"), "", {1, 0, 0});
-        m_lengthSpin = AddNumber("_LengthSpin", tr("Length:"), "Length", 0);
-        m_lengthSpin->setMinimum(0);
-        m_lengthSpin->setSpecialValueText(tr("To the border"));
-        m_bothWaysChk = new QCheckBox(tr("Both ways from the point"), this);
-        m_bothWaysChk->setObjectName(QLatin1String("_BothWaysChk"));
-        AddRow({}, m_bothWaysChk, nullptr);
-        m_widthSpin = AddNumber("_WidthSpin", tr("Width:"), "Length", 10);
+        const auto* const course = GetEdited<ZORTPCourse>();
+        AddLabel(tr("Course"));
+        m_surfaceCombo = AddObjects("_SurfaceCombo", tr("&Surface:"), MakeSurfaceFilter(), {},
+                                    {ZORCmdPickRequest::Surfaces, tr("Click a surface in the view")});
+        QStringList methods{tr("Along a curve"), tr("From a point in a direction")};
+        if (course)
+            methods.append(tr("As it is"));
+        m_methodCombo = AddChoice("_MethodCombo", tr("&Centre line:"), methods);
+        AddCenterLineRows();
+        m_widthSpin = AddNumber("_WidthSpin", tr("&Width:"), "Length", course ? course->GetWidth() : 10);
         AddFolder();
-        connect(m_surfaceCombo, &Combo::ObjectChanged, this,
+        connect(m_surfaceCombo, &ZORStdObjectCombo::ObjectChanged, this,
                 [this] { m_curveCombo->SetFilter(MakeCurveFilter()); });
+        if (course)
+            m_methodCombo->setCurrentIndex(Unchanged);
         Check();
     }
 
-    void Apply() override
+protected:
+    void Create() override
     {
         ZORStdCreation creation;
         ZORFeatObject* const folder = GetFolder(creation);
@@ -66,32 +64,72 @@ public:
         creation.Keep();
     }
 
-protected:
+    void Change() override
+    {
+        auto* const course = GetEdited<ZORTPCourse>();
+        const int method = m_methodCombo->currentIndex();
+        if (method != Unchanged)
+            course->SetCenterLine(method == AlongCurve ? GetCurve()->GetLocations() : ComputeCenterLine());
+        course->SetWidth(m_widthSpin->GetInternalValue());
+    }
     void UpdateRows() override
     {
-        const bool isAlongCurve = m_methodCombo->currentIndex() == AlongCurve;
-        SetRowVisible(m_curveCombo, isAlongCurve);
+        const int method = m_methodCombo->currentIndex();
+        SetRowVisible(m_curveCombo, method == AlongCurve);
         for (QWidget* row :
              std::initializer_list<QWidget*>{m_pointCombo, m_direction.row, m_lengthSpin, m_bothWaysChk})
-            SetRowVisible(row, !isAlongCurve);
+            SetRowVisible(row, method == FromPoint);
+        m_surfaceCombo->setEnabled(!IsEditing());
     }
     QString FindProblem() const override
     {
-        if (!m_surfaceCombo->GetObject())
-            return tr("Choose the surface that the course is laid on.");
-        if (m_methodCombo->currentIndex() == AlongCurve) {
-            if (!GetCurve())
-                return tr("Choose a curve on the surface.");
-        } else if (!m_pointCombo->GetObject()) {
-            return tr("Choose the start point.");
-        } else if (m_direction.GetVector().GetLength() == 0) {
-            return tr("The direction has no length.");
-        }
+        const QString problem = FindCenterLineProblem();
+        if (!problem.isEmpty())
+            return problem;
         return m_widthSpin->GetInternalValue() > 0 ? FindLabelProblem()
                                                    : tr("The width must be more than 0.");
     }
 
 private:
+    void AddCenterLineRows()
+    {
+        m_curveCombo =
+            AddObjects("_CurveCombo", tr("C&urve:"), MakeCurveFilter(), {},
+                       {ZORCmdPickRequest::Curves, tr("Click a curve on the surface in the view")});
+        m_pointCombo = AddPoints("_PointCombo", tr("Start &point:"));
+        m_direction = AddTriple(QLatin1String("_Direction"), tr("&Direction:"), "", {1, 0, 0});
+        m_lengthSpin = AddNumber("_LengthSpin", tr("Len&gth:"), "Length", 0);
+        m_lengthSpin->setMinimum(0);
+        m_lengthSpin->setSpecialValueText(tr("To the border"));
+        m_bothWaysChk = new QCheckBox(tr("&Both ways from the point"), this);
+        m_bothWaysChk->setObjectName(QLatin1String("_BothWaysChk"));
+        AddRow({}, m_bothWaysChk, nullptr);
+    }
+    QString FindCenterLineProblem() const
+    {
+        const int method = m_methodCombo->currentIndex();
+        if (method == Unchanged)
+            return {};
+        if (!m_surfaceCombo->GetObject())
+            return tr("Choose the surface that the course is laid on.");
+        if (method == AlongCurve)
+            return GetCurve() ? QString() : tr("Choose a curve on the surface.");
+        if (!m_pointCombo->GetObject())
+            return tr("Choose the start point.");
+        return m_direction.GetVector().GetLength() == 0 ? tr("The direction has no length.") : QString();
+    }
+    // A course stays on its surface.
+    ZORStdObjectCombo::Filter MakeSurfaceFilter() const
+    {
+        const auto isSurface = ZORStdObjectCombo::ShapeFilter(ZORStdObjectCombo::Surfaces);
+        const auto* const course = GetEdited<ZORTPCourse>();
+        if (!course)
+            return isSurface;
+        const QPointer<const ZORGeoSurface> surface = course->GetSurface();
+        return [surface, isSurface](const ZORGeoGeometry& object) {
+            return surface && isSurface(object) && ZORFeatShapeOf(&object) == surface;
+        };
+    }
     const ZORGeoSurface* GetSurface() const
     {
         return ZORFeatShapeOf<ZORGeoSurface>(m_surfaceCombo->GetObject());
@@ -103,10 +141,11 @@ private:
     ZORStdObjectCombo::Filter MakeCurveFilter() const
     {
         const QPointer<const ZORGeoSurface> surface = GetSurface();
+        const QPointer<const ZORTPCourse> edited = GetEdited<ZORTPCourse>();
         const auto isCurve = ZORStdObjectCombo::ShapeFilter(ZORStdObjectCombo::Curves);
-        return [surface, isCurve](const ZORGeoGeometry& object) {
+        return [surface, edited, isCurve](const ZORGeoGeometry& object) {
             const auto* const curve = ZORFeatShapeOf<ZORGeoCurveOnSurface>(&object);
-            return surface && curve && curve->GetSurface() == surface && isCurve(object);
+            return surface && curve && curve->GetSurface() == surface && isCurve(object) && &object != edited;
         };
     }
     QList<ZORGeoLocationOnSurface> ComputeCenterLine() const
@@ -140,11 +179,12 @@ private:
 } // namespace
 
 ZORTPCourseCmd::ZORTPCourseCmd(QObject* parent)
-    : ZORStdDialogCommand(parent)
+    : ZORStdDialogCommand(parent, tr("Edit Course"))
 {
 }
 
-ZORStdContent* ZORTPCourseCmd::MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const
+ZORStdContent* ZORTPCourseCmd::MakeContent(ZORFeatEnvironment* environment, ZORFeatObject* edited,
+                                           QWidget* parent) const
 {
-    return new Content(environment, parent);
+    return new Content(environment, edited, parent);
 }

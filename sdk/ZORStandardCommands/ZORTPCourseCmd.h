@@ -14,5 +14,6 @@ public:
     Q_INVOKABLE explicit ZORTPCourseCmd(QObject* parent);
 
 protected:
-    ZORStdContent* MakeContent(ZORFeatEnvironment* environment, QWidget* parent) const override;
+    ZORStdContent* MakeContent(ZORFeatEnvironment* environment, ZORFeatObject* edited,
+                               QWidget* parent) const override;
 };

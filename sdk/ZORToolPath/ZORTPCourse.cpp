@@ -72,6 +72,34 @@ double ZORTPCourse::GetWidth() const
     return d->width;
 }
 
+void ZORTPCourse::SetWidth(double width)
+{
+    ZOR_TRACE_CALL(width);
+    if (!IsWidth(width))
+        throw ZORSysException(tr("width is not a positive number"));
+    if (width == d->width)
+        return;
+    d->width = width;
+    ReportChange();
+}
+
+void ZORTPCourse::SetCenterLine(const QList<ZORGeoLocationOnSurface>& locations)
+{
+    ZOR_TRACE_CALL(locations);
+    CheckCenterLine();
+    if (locations.size() < 2)
+        throw ZORSysException(tr("a course needs two places"));
+    d->centerLine->SetLocations(ZORGeoCurveOnSurfaceSmoother::Connect(locations));
+}
+
+void ZORTPCourse::CheckCenterLine() const
+{
+    if (!d->centerLine)
+        throw ZORSysException(tr("the course has no centre line"));
+    if (!d->centerLine->GetSurface())
+        throw ZORSysException(tr("the surface of the course does not exist any more"));
+}
+
 void ZORTPCourse::Make(const QList<ZORGeoLocationOnSurface>& locations)
 {
     if (!IsWidth(d->width))
@@ -144,10 +172,7 @@ bool ZORTPCourse::Smooth(double radius, const std::function<bool(double)>& repor
 bool ZORTPCourse::SmoothCenterLine(double radius, const std::function<bool(double)>& report)
 {
     const ZORGeoCurveOnSurfaceSmoother smoother(radius);
-    if (!d->centerLine)
-        throw ZORSysException(tr("the course has no centre line"));
-    if (!d->centerLine->GetSurface())
-        throw ZORSysException(tr("the surface of the course does not exist any more"));
+    CheckCenterLine();
     const QList<ZORGeoLocationOnSurface> locations = d->centerLine->GetLocations();
     const auto smooth = smoother.Smooth(locations, report);
     // A list that was left as it is shares its data.

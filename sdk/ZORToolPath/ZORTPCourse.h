@@ -62,6 +62,15 @@ public:
     const ZORGeoSurface* GetSurface() const;
     /// Millimeters.
     double GetWidth() const;
+    /// \param width  of the strip, millimeters
+    /// \throws ZORSysException "width is not a positive number"; nothing is changed then
+    void SetWidth(double width);
+    /// Leads the center line through other locations of its surface, as the constructor does. Changes it in place.
+    /// \param locations  two or more locations on the surface of the course
+    /// \throws ZORSysException "the course has no centre line", "the surface of the course does not exist any more",
+    ///         "a course needs two places", and as ZORGeoCurveOnSurfaceSmoother::Connect() and
+    ///         ZORGeoCurveOnSurface::SetLocations(); the course is unchanged then
+    void SetCenterLine(const QList<ZORGeoLocationOnSurface>& locations);
 
     /// Gives the centre line a minimum radius: bends below it become tangent arcs, as
     /// ZORGeoCurveOnSurfaceSmoother explains. Both ends stay. Changes the center line in place. A course that is
@@ -85,6 +94,7 @@ private:
     /// To be completed with what was stored.
     ZORTPCourse(ZORFeatObject* folder, double width);
 
+    void CheckCenterLine() const;
     void Make(const QList<ZORGeoLocationOnSurface>& locations);
     bool SmoothCenterLine(double radius, const std::function<bool(double)>& report);
     /// Takes the center line and its body; either may be null.

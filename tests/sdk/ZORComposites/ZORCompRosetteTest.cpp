@@ -143,4 +143,25 @@ TEST_F(ZORCompRosetteTest, OwnsItsLineAndItsBody)
     EXPECT_EQ(1, rosette->GetOwnedGeometry().size());
 }
 
+TEST_F(ZORCompRosetteTest, TakesAxesAndSurfaceInOneStep)
+{
+    auto* const rosette = Add<ZORCompRosette>(layup);
+    QSignalSpy bodies(rosette, &ZORFeatGeometry::BodyChanged);
+    const ZORGeoSurface* const surface = AddWall();
+    // Neither the old axes on the new surface nor the new ones without it would do.
+    rosette->SetAxes({0, 1, 1}, {0, 1, 0}, {1, 0, 0}, surface);
+    EXPECT_EQ(1, bodies.size());
+    EXPECT_EQ(surface, rosette->GetSurface());
+    EXPECT_EQ(ZORMathPoint(3, 1, 1), rosette->GetOrigin());
+    EXPECT_EQ(ZORMathVector(1, 0, 0), rosette->GetNormal());
+    EXPECT_EQ(1, surface->GetReferenceCount());
+    EXPECT_EQ(QString("the X axis of the rosette is perpendicular to the surface"), MessageOf([&] {
+                  rosette->SetAxes({}, {1, 0, 0}, {0, 0, 1}, surface);
+              }));
+    EXPECT_EQ(ZORMathPoint(0, 1, 1), rosette->GetGivenOrigin());
+    rosette->SetAxes({}, {1, 0, 0}, {0, 0, 1}, nullptr);
+    EXPECT_EQ(ZORMathVector(0, 0, 1), rosette->GetNormal());
+    EXPECT_EQ(0, surface->GetReferenceCount());
+}
+
 } // namespace

@@ -55,6 +55,12 @@ void StandardCommandsTest::Open(const char* id)
     ASSERT_FALSE(frame.content.isNull()) << id;
 }
 
+void StandardCommandsTest::Edit(QObject* object)
+{
+    ASSERT_TRUE(ZORCmdController::GetController()->Edit(object));
+    ASSERT_FALSE(frame.content.isNull());
+}
+
 QString StandardCommandsTest::Accept()
 {
     try {

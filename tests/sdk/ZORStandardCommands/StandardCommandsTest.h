@@ -42,6 +42,8 @@ protected:
 
     /// Triggers an action; its dialog is then in the frame.
     void Open(const char* id);
+    /// Runs the command that edits an object; its dialog is then in the frame.
+    void Edit(QObject* object);
     /// Presses OK.
     /// \return the message of the exception; empty when the command has finished
     QString Accept();

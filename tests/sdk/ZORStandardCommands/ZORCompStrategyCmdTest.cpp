@@ -54,9 +54,9 @@ TEST_F(ZORCompStrategyCmdTest, DrapesASurfaceWhereOneIsChosen)
     auto* const seed = AddPoint("Middle", {50, 50, 3});
     Open(kId);
     EXPECT_EQ(GetEntry("_SurfaceCombo"), QString("None"));
-    EXPECT_TRUE(Find<QWidget>("_SeedCombo")->isHidden());
+    EXPECT_FALSE(Find<QWidget>("_SeedCombo")->isVisible());
     Choose("_SurfaceCombo", "Skin");
-    EXPECT_FALSE(Find<QWidget>("_SeedCombo")->isHidden());
+    EXPECT_TRUE(Find<QWidget>("_SeedCombo")->isVisible());
     SetTriple("_Direction", 0, 0, 0);
     EXPECT_EQ(GetProblem(), QString("The direction has no length."));
     SetTriple("_Direction", 0, 1, 0);

@@ -80,7 +80,7 @@ TEST_F(ZORTPCourseCmdTest, CreatesAGeodesicCourseOfALengthBothWays)
 TEST_F(ZORTPCourseCmdTest, ShowsTheRowsOfItsMethod)
 {
     Open(kId);
-    const auto isShown = [this](const char* name) { return !Find<QWidget>(name)->isHidden(); };
+    const auto isShown = [this](const char* name) { return Find<QWidget>(name)->isVisible(); };
     EXPECT_TRUE(isShown("_CurveCombo"));
     EXPECT_FALSE(isShown("_PointCombo"));
     EXPECT_FALSE(isShown("_LengthSpin"));

@@ -4,6 +4,8 @@
 #include "support/ContainerContent.h"
 #include "support/TraceCalls.h"
 
+#include <QSignalSpy>
+
 #include <algorithm>
 #include <limits>
 #include <memory>
@@ -211,6 +213,54 @@ TEST_F(ZORTPCourseTest, ShowsItsCallsInTheTrace)
         << lines.join('\n').toStdString();
     EXPECT_EQ(lines.mid(lines.size() - 2),
               (QStringList{"ZORTPCourse::Initialize()", "ZORTPCourse::Smooth(0)"}));
+}
+
+TEST_F(ZORTPCourseTest, TakesAnotherWidth)
+{
+    ZORTPCourse* const course = Add();
+    QSignalSpy changes(&container, &ZORGeoContainer::ContentChanged);
+    course->SetWidth(12.7);
+    EXPECT_EQ(course->GetWidth(), 12.7);
+    EXPECT_EQ(changes.size(), 1);
+    course->SetWidth(12.7);
+    EXPECT_EQ(changes.size(), 1);
+    for (const double width : {0.0, -1.0, std::nan(""), double(INFINITY)})
+        EXPECT_EQ(MessageOf([&] { course->SetWidth(width); }), QString("width is not a positive number"));
+    EXPECT_EQ(course->GetWidth(), 12.7);
+}
+
+TEST_F(ZORTPCourseTest, TakesAnotherCenterLineInPlace)
+{
+    ZORTPCourse* const course = Add();
+    const ZORGeoCurveOnSurface* const line = course->GetCenterLine();
+    const ZORTopBody* const body = course->GetBody();
+    QSignalSpy bodies(course, &ZORFeatGeometry::BodyChanged);
+    course->SetCenterLine({surface->Project({250, -200, 0}), surface->Project({-200, 250, 0})});
+    EXPECT_EQ(course->GetCenterLine(), line);
+    EXPECT_EQ(course->GetBody(), body);
+    EXPECT_EQ(bodies.size(), 1);
+    EXPECT_EQ(line->GetNumPoints(), 3) << "over the diagonal";
+    EXPECT_NEAR(line->GetLength(), 450 * std::sqrt(2.0), 1e-9);
+}
+
+TEST_F(ZORTPCourseTest, RefusesACenterLineThatDoesNotFit)
+{
+    ZORTPCourse* const course = Add();
+    const double length = course->GetCenterLine()->GetLength();
+    const auto messageOf = [course](const QList<ZORGeoLocationOnSurface>& locations) {
+        return MessageOf([&] { course->SetCenterLine(locations); });
+    };
+    EXPECT_EQ(messageOf({}), QString("a course needs two places"));
+    EXPECT_EQ(messageOf({surface->Project({0, 0, 0})}), QString("a course needs two places"));
+    ZORGeoSurface* const other = MakeSquare(&container);
+    other->Initialize();
+    EXPECT_NE(messageOf({other->Project({0, 0, 0}), other->Project({9, 0, 0})}), QString());
+    EXPECT_EQ(course->GetCenterLine()->GetLength(), length);
+    const QList<ZORGeoLocationOnSurface> corner = Corner();
+    delete surface;
+    EXPECT_EQ(messageOf(corner), QString("the surface of the course does not exist any more"));
+    delete const_cast<ZORGeoCurveOnSurface*>(course->GetCenterLine());
+    EXPECT_EQ(messageOf({}), QString("the course has no centre line"));
 }
 
 } // namespace
