@@ -9,14 +9,12 @@
 
 #include <QDir>
 
-#include <chrono>
 #include <utility>
 
 ZORHostAutosave::ZORHostAutosave(ZORHostDocument* document, QObject* parent)
     : QObject(parent)
     , m_document(document)
 {
-    m_timer.setObjectName("_AutosaveTimer");
     connect(&m_timer, &QTimer::timeout, this, &ZORHostAutosave::SaveNow);
     connect(document, &ZORHostDocument::Changed, this, [this] {
         if (!m_document->IsModified())
@@ -30,6 +28,11 @@ void ZORHostAutosave::SetEnabled(bool isEnabled)
 {
     m_isEnabled = isEnabled;
     UpdateInterval();
+}
+
+std::chrono::milliseconds ZORHostAutosave::GetInterval() const
+{
+    return m_timer.isActive() ? m_timer.intervalAsDuration() : std::chrono::milliseconds(0);
 }
 
 void ZORHostAutosave::UpdateInterval()

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <optional>
 
 class ZORHostDocument;
@@ -33,6 +34,8 @@ public:
     /// Keeps a recovered file until its document is saved or closed, or a newer copy has taken its place.
     void Adopt(const ZORHostRescue::Entry& entry);
 
+    /// Returns the time between two automatic saves; 0 while there are none.
+    std::chrono::milliseconds GetInterval() const;
     /// Returns the path of the copy; empty where there is none.
     const QString& GetPath() const { return m_file.GetPath(); }
 

@@ -67,9 +67,9 @@ bool ZORHostDropTarget::eventFilter(QObject* watched, QEvent* event)
             return false;
         Examine(enter->mimeData());
         ShowBanner();
-        // Also for files that are refused: the events that follow would not come.
-        enter->accept();
         Answer(enter);
+        enter
+            ->accept(); // also files that are refused: else their moves and the end of the drag are not reported
         return true;
     }
     case QEvent::DragMove:

@@ -3,6 +3,7 @@
 #include "actions/ZORHostActionIndex.h"
 #include "script/ZORHostScriptError.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QColorDialog>
 #include <QEvent>
@@ -51,6 +52,9 @@ void AnswerFile(QFileDialog* dialog, const QString& path, const QStringList& fil
     auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
     if (!edit)
         throw ZORHostScriptError("a file dialog of the platform cannot be answered");
+    const QList<QAbstractItemView*> views = dialog->findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* view : views)
+        view->clearSelection(); // a file that is proposed would win over the name
     edit->setText(path);
     const QPointer<QFileDialog> guard(dialog);
     static_cast<QDialog*>(dialog)->accept(); // protected in the class itself

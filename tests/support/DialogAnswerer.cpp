@@ -1,5 +1,6 @@
 #include "support/DialogAnswerer.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QColorDialog>
 #include <QComboBox>
@@ -99,6 +100,9 @@ void DialogAnswerer::AnswerFile(const QString& path, const std::function<void()>
         auto* file = qobject_cast<QFileDialog*>(dialog);
         file->setOption(QFileDialog::DontConfirmOverwrite);
         file->setDirectory(QFileInfo(path).absolutePath());
+        const QList<QAbstractItemView*> views = file->findChildren<QAbstractItemView*>();
+        for (QAbstractItemView* view : views)
+            view->clearSelection(); // would win over the name
         file->findChild<QLineEdit*>(QLatin1String("fileNameEdit"))->setText(QFileInfo(path).fileName());
         dialog->accept();
         if (afterwards)
