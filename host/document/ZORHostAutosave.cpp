@@ -5,15 +5,47 @@
 #include "document/ZORHostDocument.h"
 #include "document/ZORHostDocumentFile.h"
 
+#include <ZORCommand/ZORCmdTask.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORGeometry/ZORGeoContainerFile.h>
 #include <ZORSystem/ZORSysApiTracePause.h>
+#include <ZORSystem/ZORSysException.h>
 
 #include <QDir>
 
+#include <new>
 #include <utility>
+
+struct ZORHostAutosave::Copy
+{
+    /// Writes the file, in any thread.
+    void Write(const std::function<bool(double)>& report)
+    {
+        const ZORSysApiTracePause pause; // nobody has called for it
+        reason = file->Write(
+            [&](const QString& path) -> QString {
+                try {
+                    return ZORHostDocumentFile::Write(content, path, report) ? QString() : tr("Canceled");
+                } catch (const ZORSysException& exception) {
+                    return exception.GetMessage();
+                } catch (const std::bad_alloc&) {
+                    return tr("Not enough memory");
+                }
+            },
+            document);
+    }
+
+    std::shared_ptr<ZORHostRescueFile> file;
+    ZORGeoContainerFile content;
+    QString document; // file that it belongs to
+    qint64 numChanges = 0;
+    QString reason; // empty when it was written
+};
 
 ZORHostAutosave::ZORHostAutosave(ZORHostDocument* document, QObject* parent)
     : QObject(parent)
     , m_document(document)
+    , m_file(std::make_shared<ZORHostRescueFile>())
 {
     connect(&m_timer, &QTimer::timeout, this, &ZORHostAutosave::SaveNow);
     connect(document, &ZORHostDocument::Changed, this, [this] {
@@ -22,6 +54,11 @@ ZORHostAutosave::ZORHostAutosave(ZORHostDocument* document, QObject* parent)
     });
     connect(ZORHostPreferences::Get(), &ZORHostPreferences::Changed, this, &ZORHostAutosave::UpdateInterval);
     UpdateInterval();
+}
+
+ZORHostAutosave::~ZORHostAutosave()
+{
+    RemoveCopies();
 }
 
 void ZORHostAutosave::SetEnabled(bool isEnabled)
@@ -44,29 +81,87 @@ void ZORHostAutosave::UpdateInterval()
         m_timer.start(interval);
 }
 
+QString ZORHostAutosave::GetPath() const
+{
+    return m_task ? QString() : m_file->GetPath();
+}
+
+std::shared_ptr<ZORHostAutosave::Copy> ZORHostAutosave::MakeCopy()
+{
+    const ZORSysApiTracePause pause; // nobody has called for it
+    auto copy = std::make_shared<Copy>();
+    copy->file = m_file;
+    copy->document = m_document->GetProposedFile();
+    copy->numChanges = m_document->GetNumChanges();
+    try {
+        copy->content = ZORGeoContainerFile::Take(*m_document->GetContainer());
+    } catch (const ZORSysException& exception) {
+        copy->reason = exception.GetMessage();
+    } catch (const std::bad_alloc&) {
+        copy->reason = tr("Not enough memory");
+    }
+    return copy;
+}
+
 void ZORHostAutosave::SaveNow()
 {
-    if (!m_document->IsModified() || m_numSavedChanges == m_document->GetNumChanges())
+    if (m_task || !m_document->IsModified() || m_numSavedChanges == m_document->GetNumChanges())
         return;
-    const QString reason = WriteCopy();
-    if (!reason.isEmpty() && reason != m_reason) {
-        qCWarning(lcHost).noquote() << tr("The document could not be saved automatically: %1").arg(reason);
-        emit Failed(reason);
+    m_copy = MakeCopy();
+    m_task = std::make_unique<ZORCmdTask>([copy = m_copy](const ZORCmdTask::Report& report) {
+        if (copy->reason.isEmpty())
+            copy->Write(report);
+    });
+    // Queued: the task is deleted by then.
+    connect(m_task.get(), &ZORCmdTask::Finished, this, &ZORHostAutosave::OnTaskFinished,
+            Qt::QueuedConnection);
+    m_task->Start();
+}
+
+void ZORHostAutosave::OnTaskFinished()
+{
+    if (!m_task || m_task->IsRunning())
+        return; // of a task that was canceled
+    m_task.reset();
+    const std::shared_ptr<Copy> copy = std::exchange(m_copy, {});
+    const bool isNew = copy->reason != m_reason;
+    m_reason = copy->reason;
+    m_numSavedChanges = copy->reason.isEmpty() ? copy->numChanges : -1;
+    if (copy->reason.isEmpty()) {
+        DiscardAdopted();
+    } else if (isNew) {
+        qCWarning(lcHost).noquote()
+            << tr("The document could not be saved automatically: %1").arg(copy->reason);
+        emit Failed(copy->reason);
     }
-    m_reason = reason;
+}
+
+void ZORHostAutosave::CancelTask()
+{
+    if (!m_task)
+        return;
+    m_task->Cancel();
+    m_task.reset(); // waits for the thread
+    m_copy.reset();
 }
 
 void ZORHostAutosave::Rescue()
 {
     if (!m_document->IsModified())
         return;
-    if (const QString reason = WriteCopy(); !reason.isEmpty()) {
-        qCCritical(lcHost).noquote() << tr("The unsaved changes of the document are lost: %1").arg(reason);
+    CancelTask();
+    const std::shared_ptr<Copy> copy = MakeCopy();
+    if (copy->reason.isEmpty())
+        copy->Write({});
+    if (!copy->reason.isEmpty()) {
+        qCCritical(lcHost).noquote()
+            << tr("The unsaved changes of the document are lost: %1").arg(copy->reason);
         return;
     }
-    const QString path = m_file.GetPath();
+    const QString path = m_file->GetPath();
     ZORHostRescue::Remember(path);
-    m_file.Leave();
+    m_file->Leave();
+    DiscardAdopted();
     m_numSavedChanges = -1;
     qCWarning(lcHost).noquote()
         << tr("The document with its unsaved changes was saved as '%1'").arg(QDir::toNativeSeparators(path));
@@ -77,23 +172,16 @@ void ZORHostAutosave::Adopt(const ZORHostRescue::Entry& entry)
     m_adopted = entry;
 }
 
-QString ZORHostAutosave::WriteCopy()
+void ZORHostAutosave::DiscardAdopted()
 {
-    const ZORSysApiTracePause pause; // nobody has called for it
-    const qint64 numChanges = m_document->GetNumChanges();
-    const QString reason = m_file.Write(
-        [this](const QString& path) { return ZORHostDocumentFile::Write(*m_document->GetContainer(), path); },
-        m_document->GetProposedFile());
-    m_numSavedChanges = reason.isEmpty() ? numChanges : -1;
-    if (const auto former = reason.isEmpty() ? std::exchange(m_adopted, {}) : std::nullopt)
+    if (const auto former = std::exchange(m_adopted, {}))
         ZORHostRescue::Discard(*former);
-    return reason;
 }
 
 void ZORHostAutosave::RemoveCopies()
 {
-    m_file.Remove();
+    CancelTask();
+    m_file->Remove();
     m_numSavedChanges = -1;
-    if (const auto former = std::exchange(m_adopted, {}))
-        ZORHostRescue::Discard(*former);
+    DiscardAdopted();
 }

@@ -78,9 +78,9 @@ void ZORHostDocument::MarkRecovered(const QString& file)
     Set({}, file.isEmpty() ? QString() : QFileInfo(file).absoluteFilePath(), true);
 }
 
-void ZORHostDocument::MarkSaved(const QString& file)
+void ZORHostDocument::MarkSaved(const QString& file, qint64 numChanges)
 {
-    Set(QFileInfo(file).absoluteFilePath(), {}, false);
+    Set(QFileInfo(file).absoluteFilePath(), {}, numChanges != m_numChanges);
 }
 
 void ZORHostDocument::RestoreModified(bool wasModified)

@@ -58,7 +58,8 @@ public:
     /// \param file  the file that it belonged to, which is proposed for saving; may be empty
     void MarkRecovered(const QString& file);
     /// The document was written into \a file, which is its file from now on.
-    void MarkSaved(const QString& file);
+    /// \param numChanges  GetNumChanges() of what was written; later changes are not in the file
+    void MarkSaved(const QString& file, qint64 numChanges);
     /// Takes back the mark of changes that were undone, such as those of a file that could not be read to its end.
     /// \param wasModified  IsModified() before these changes
     void RestoreModified(bool wasModified);

@@ -3,8 +3,9 @@
 #include "base/ZORHostSettings.h"
 #include "document/ZORHostAutosave.h"
 #include "document/ZORHostDocument.h"
-#include "document/ZORHostDocumentFile.h"
+#include "document/ZORHostProgressPanel.h"
 #include "document/ZORHostRecentFiles.h"
+#include "document/ZORHostSaving.h"
 #include "view/ZORHostSamples.h"
 #include "view/ZORHostView3D.h"
 
@@ -12,13 +13,11 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORGeometry/ZORGeoContainerFile.h>
 #include <ZORSystem/ZORSysException.h>
-#include <ZORSystem/ZORSysMemory.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
-#include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -30,15 +29,6 @@
 #include <utility>
 
 namespace {
-
-/// Shows that the program is busy until destroyed, also by an exception.
-class WaitCursor
-{
-public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY_MOVE(WaitCursor)
-};
 
 ZORFeatEnvironment* Environment()
 {
@@ -68,7 +58,60 @@ ZORHostDocumentCommands::ZORHostDocumentCommands(QMainWindow* window, ZORHostVie
     , m_view(view)
     , m_document(new ZORHostDocument(this))
     , m_autosave(new ZORHostAutosave(m_document, this))
+    , m_opening(new ZORHostOpening(this))
+    , m_saving(new ZORHostSaving(this))
 {
+    m_opening->SetCommitter([this](const QString& file, ZORExcFileKind::Kind kind, ZORHostOpening::Mode mode,
+                                   const ZORHostOpening::Add& add) { Commit(file, kind, mode, add); });
+    connect(m_opening, &ZORHostOpening::Opened, this, &ZORHostDocumentCommands::ShowRead);
+    connect(m_opening, &ZORHostOpening::Imported, this, &ZORHostDocumentCommands::ShowRead);
+    connect(m_opening, &ZORHostOpening::Failed, this,
+            [this](const QString&, const QString& message) { m_error = message; });
+    connect(m_opening, &ZORHostOpening::Canceled, this, [this](const QString& file) {
+        m_window->statusBar()->showMessage(tr("Canceled reading '%1'").arg(QFileInfo(file).fileName()));
+    });
+    connect(m_saving, &ZORHostSaving::Finished, this, &ZORHostDocumentCommands::Settled,
+            Qt::QueuedConnection); // the caller of Write() goes on first
+    CreateProgress();
+}
+
+void ZORHostDocumentCommands::CreateProgress()
+{
+    auto* panel = new ZORHostProgressPanel(m_window);
+    m_window->statusBar()->addPermanentWidget(panel);
+    connect(panel, &ZORHostProgressPanel::CancelRequested, m_opening, &ZORHostOpening::CancelAll);
+    connect(panel, &ZORHostProgressPanel::CancelRequested, m_saving, &ZORHostSaving::Cancel);
+    connect(m_opening, &ZORHostOpening::Started, this, [this, panel](const QString& file) {
+        panel->Begin(tr("Reading '%1'...").arg(QFileInfo(file).fileName()));
+        emit BusyChanged();
+    });
+    connect(m_saving, &ZORHostSaving::Started, this, [this, panel](const QString& file) {
+        panel->Begin(tr("Writing '%1'...").arg(QFileInfo(file).fileName()));
+        emit BusyChanged();
+    });
+    connect(m_opening, &ZORHostOpening::ProgressChanged, panel, &ZORHostProgressPanel::SetProgress);
+    connect(m_saving, &ZORHostSaving::ProgressChanged, panel, &ZORHostProgressPanel::SetProgress);
+    const auto end = [this, panel] {
+        panel->End();
+        emit BusyChanged();
+    };
+    connect(m_opening, &ZORHostOpening::Idle, this, end);
+    connect(m_saving, &ZORHostSaving::Finished, this, end);
+}
+
+bool ZORHostDocumentCommands::IsBusy() const
+{
+    return m_opening->IsBusy() || m_saving->IsBusy();
+}
+
+bool ZORHostDocumentCommands::IsWriting() const
+{
+    return m_saving->IsBusy();
+}
+
+void ZORHostDocumentCommands::CancelReading()
+{
+    m_opening->CancelAll();
 }
 
 void ZORHostDocumentCommands::SetEnvironment(ZORFeatEnvironment* environment)
@@ -115,33 +158,29 @@ void ZORHostDocumentCommands::Empty()
     for (const QPointer<ZORVisVirtualObject>& object : objects)
         delete object; // one may take others with it
     environment->GetContainer()->Clear();
-    m_document->MarkNew();
 }
 
 bool ZORHostDocumentCommands::New()
 {
-    if (!ConfirmClosing())
+    if (IsBusy() || !ConfirmClosing())
         return false;
     Empty();
+    m_document->MarkNew();
     m_window->statusBar()->showMessage(tr("New document"));
     return true;
 }
 
 bool ZORHostDocumentCommands::Open(const QString& file)
 {
-    if (!ConfirmClosing() || !Read(file, Role::Document))
+    if (IsBusy() || !ConfirmClosing() || !Read(file, ZORHostOpening::Mode::Open))
         return false;
-    if (ZORHostIsContainerFile(file))
-        m_document->MarkOpened(file);
-    else
-        m_document->MarkOpenedForeign(file);
     ZORHostRecentFiles::Add(file);
     return true;
 }
 
 bool ZORHostDocumentCommands::Import(const QString& file)
 {
-    return Read(file, Role::Addition);
+    return !IsBusy() && Read(file, ZORHostOpening::Mode::Import);
 }
 
 bool ZORHostDocumentCommands::OpensFirst() const
@@ -151,6 +190,8 @@ bool ZORHostDocumentCommands::OpensFirst() const
 
 bool ZORHostDocumentCommands::Add(const QStringList& files)
 {
+    if (IsBusy())
+        return false;
     bool isAllRead = true;
     bool isOpened = OpensFirst();
     m_isSessionOver = false;
@@ -164,63 +205,88 @@ bool ZORHostDocumentCommands::Add(const QStringList& files)
 
 bool ZORHostDocumentCommands::Recover(const ZORHostRescue::Entry& entry)
 {
-    if (!ConfirmClosing() || !Read(entry.path, Role::Document))
+    if (IsBusy() || !ConfirmClosing())
         return false;
+    const QScopedValueRollback guard(m_recovered, entry.path);
+    if (!Read(entry.path, ZORHostOpening::Mode::Open))
+        return false;
+    m_document->MarkNew(); // ends the copies of the former document
     m_document->MarkRecovered(entry.document);
     m_autosave->Adopt(entry);
     return true;
 }
 
-bool ZORHostDocumentCommands::Read(const QString& file, Role role)
+bool ZORHostDocumentCommands::Read(const QString& file, ZORHostOpening::Mode mode)
 {
-    ShowReading(file);
-    QElapsedTimer timer;
-    timer.start();
-    int count = 0;
-    const QString error = ReadInto(file, role, &count);
-    if (error.isEmpty())
-        m_view->FitAll();
-    return Report(
-        error, tr("%1: %n object(s) in %2 s", nullptr, count)
-                   .arg(QFileInfo(file).fileName(), QString::number(double(timer.elapsed()) / 1000, 'f', 2)));
+    m_error.clear();
+    m_numChanges = m_document->GetNumChanges();
+    m_opening->Enqueue(file, mode);
+    const bool isRead = m_opening->Wait();
+    if (!m_error.isEmpty())
+        Report(m_error, {});
+    return isRead;
 }
 
-QString ZORHostDocumentCommands::ReadInto(const QString& file, Role role, int* count)
+void ZORHostDocumentCommands::Commit(const QString& file, ZORExcFileKind::Kind kind,
+                                     ZORHostOpening::Mode mode, const ZORHostOpening::Add& add)
 {
     ZORFeatEnvironment* environment = Environment();
-    if (!environment)
-        return tr("There is no document.");
+    const int former =
+        mode == ZORHostOpening::Mode::Import ? environment->GetContainer()->GetNumGeometry() : 0;
     const bool wasModified = m_document->IsModified();
     try {
-        const WaitCursor cursor;
-        ZORSysMemory::Read(QDir::toNativeSeparators(file), 0, [&] {
-            if (role == Role::Document && !m_document->IsEmpty()) {
-                ZORFeatEnvironment trial; // the document is emptied only for a file that can be read
-                ZORHostOpenFile(file, &trial);
-            }
-            if (role == Role::Document)
-                Empty();
-            *count = ZORHostOpenFile(file, environment);
-        });
-    } catch (const ZORSysException& exception) {
+        if (mode == ZORHostOpening::Mode::Open)
+            Replace(file, add);
+        else
+            add();
+    } catch (const ZORSysException&) {
         m_document->RestoreModified(wasModified); // whatever came in has left again
-        return exception.GetMessage();
+        throw;
     }
-    return {};
+    ZORHostShowSurfaces(environment, former);
+    if (mode == ZORHostOpening::Mode::Import || file == m_recovered)
+        return;
+    if (kind == ZORExcFileKind::Kind::Container)
+        m_document->MarkOpened(file);
+    else
+        m_document->MarkOpenedForeign(file);
 }
 
-// Reading blocks the window, so that it has to be painted before.
-void ZORHostDocumentCommands::ShowReading(const QString& file)
+// What the document held comes back where the file does not fit in: both are not in the container at once, where they would
+// take each other's names.
+void ZORHostDocumentCommands::Replace(const QString& file, const ZORHostOpening::Add& add)
 {
-    m_window->statusBar()->showMessage(tr("Reading '%1'...").arg(QFileInfo(file).fileName()));
-    m_window->repaint();
+    if (m_document->GetNumChanges() != m_numChanges) {
+        throw ZORSysException(
+            tr("'%1' was not opened, because the document has changed while the file was being read")
+                .arg(QDir::toNativeSeparators(file)));
+    }
+    ZORFeatContainer* container = m_document->GetContainer();
+    const ZORGeoContainerFile former = ZORGeoContainerFile::Take(*container);
+    Empty();
+    try {
+        add();
+    } catch (const ZORSysException&) {
+        former.AddTo(*container);
+        ZORHostShowSurfaces(Environment(), 0);
+        throw;
+    }
+}
+
+void ZORHostDocumentCommands::ShowRead(const ZORHostOpenedFile& file)
+{
+    m_view->FitAll();
+    m_window->statusBar()->showMessage(
+        tr("%1: %n object(s) in %2 s", nullptr, int(file.names.size()))
+            .arg(QFileInfo(file.fileName).fileName(), QString::number(file.duration, 'f', 2)));
 }
 
 QStringList ZORHostDocumentCommands::ChooseFilesToRead(const QString& title, bool severalFiles)
 {
     const QString start = ZORHostSettings::Read("OpenDir", ZORHostSamples::FindFolder()).toString();
-    const QString filter = tr("All that can be opened (*.stl *.STL *.ZORCont);;STL files (*.stl *.STL);;"
-                              "Container files (*.ZORCont);;All files (*)");
+    const QString filter = tr("All that can be opened (*.ZORCont *.stl *.STL *.xml *.json *.msi);;"
+                              "Container files (*.ZORCont);;STL files (*.stl *.STL);;"
+                              "Contours and layups (*.xml *.json);;Nesting results (*.msi);;All files (*)");
     QStringList files;
     if (severalFiles)
         files = QFileDialog::getOpenFileNames(m_window, title, start, filter);
@@ -282,6 +348,8 @@ bool ZORHostDocumentCommands::ConfirmReplacing(const QString& file)
 bool ZORHostDocumentCommands::Save()
 {
     const QString file = m_document->GetFile();
+    if (IsBusy())
+        return false;
     if (file.isEmpty())
         return SaveAs();
     if (!m_document->IsFileChangedByOthers())
@@ -319,25 +387,38 @@ bool ZORHostDocumentCommands::SaveCopy()
     const QString start = present.dir().filePath(tr("%1 - copy").arg(name) + u'.' + ZORHostDocument::kSuffix);
     const QString file =
         ChooseFileToWrite(tr("Save a Copy"), start, ContainerFilter(), ZORHostDocument::kSuffix);
-    if (file.isEmpty() || !m_document->GetContainer())
+    if (file.isEmpty())
         return false;
     if (!m_document->GetFile().isEmpty() && QFileInfo(file) == QFileInfo(m_document->GetFile()))
         return Write(file); // not a copy
-    const QString error = ZORHostDocumentFile::Write(*m_document->GetContainer(), file);
-    return Report(error, tr("Copy saved as '%1'").arg(QDir::toNativeSeparators(file)));
+    return WriteFile(file, tr("Copy saved as '%1'"));
 }
 
 bool ZORHostDocumentCommands::Write(const QString& file)
 {
-    if (!m_document->GetContainer())
+    const qint64 numChanges = m_document->GetNumChanges();
+    if (!WriteFile(file, tr("Document saved as '%1'")))
         return false;
-    const QString error = ZORHostDocumentFile::Write(*m_document->GetContainer(), file);
-    if (error.isEmpty()) {
-        m_document->MarkSaved(file);
-        ZORHostSettings::Write("DocumentFile", file);
-        ZORHostRecentFiles::Add(file);
-    }
-    return Report(error, tr("Document saved as '%1'").arg(QDir::toNativeSeparators(file)));
+    m_document->MarkSaved(file, numChanges);
+    ZORHostSettings::Write("DocumentFile", file);
+    ZORHostRecentFiles::Add(file);
+    return true;
+}
+
+bool ZORHostDocumentCommands::WriteFile(const QString& file, const QString& message)
+{
+    if (IsBusy() || !m_document->GetContainer())
+        return false;
+    const QPointer<ZORHostDocumentCommands> self(this);
+    const auto outcome = m_saving->Write(*m_document->GetContainer(), file);
+    if (!self)
+        return false; // the program has ended meanwhile
+    const QString name = QDir::toNativeSeparators(file);
+    if (outcome == ZORHostSaving::Outcome::Canceled)
+        m_window->statusBar()->showMessage(tr("Canceled writing '%1'").arg(name));
+    else
+        Report(m_saving->GetError(), message.arg(name));
+    return outcome == ZORHostSaving::Outcome::Written;
 }
 
 bool ZORHostDocumentCommands::Report(const QString& error, const QString& message)

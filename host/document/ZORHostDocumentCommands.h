@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "document/ZORHostOpening.h"
 #include "document/ZORHostRescue.h"
 
 #include <QObject>
@@ -11,12 +12,16 @@ class QMainWindow;
 class ZORFeatEnvironment;
 class ZORHostAutosave;
 class ZORHostDocument;
+class ZORHostProgressPanel;
+class ZORHostSaving;
 class ZORHostView3D;
 
 /// Creates, opens, imports, saves and closes the document, with the questions that this takes. Errors are "Error" boxes of the
 /// window; what went well is shown on its status bar.
 ///
-/// Whatever would lose unsaved changes asks first whether to save them, to discard them or to go back.
+/// Whatever would lose unsaved changes asks first whether to save them, to discard them or to go back. Files are read and
+/// written in threads, with progress in the status bar; functions that do so run the event loop and return at the end. Meanwhile
+/// others of them fail.
 ///
 /// Thread safety: main thread only.
 class ZORHostDocumentCommands : public QObject
@@ -30,6 +35,9 @@ public:
 
     ZORHostDocument* GetDocument() const { return m_document; }
     ZORHostAutosave* GetAutosave() const { return m_autosave; }
+    ZORHostOpening* GetOpening() const { return m_opening; }
+    /// Returns whether a file is being read or written.
+    bool IsBusy() const;
 
     /// Chooses the document; what it holds counts as saved.
     void SetEnvironment(ZORFeatEnvironment* environment);
@@ -65,6 +73,10 @@ public:
     /// \return whether the document may be closed: false after Cancel, after a save that was canceled or has
     ///         failed, and while a question is open already
     bool ConfirmClosing();
+    /// Returns whether a file is being written; Settled() reports the end of that.
+    bool IsWriting() const;
+    /// Gives up reading files.
+    void CancelReading();
     /// Writes unsaved changes that would be asked about into a file that the next start names, without a question or a box.
     void Rescue();
 
@@ -81,21 +93,35 @@ public slots:
     void OnOpenTriggered();
     void OnImportTriggered();
 
-private:
-    enum class Role { Document, Addition };
+signals:
+    /// IsBusy() has changed.
+    void BusyChanged();
+    /// The file that was being written is in its place, or could not be written.
+    void Settled();
 
-    bool Read(const QString& file, Role role);
-    QString ReadInto(const QString& file, Role role, int* count);
+private:
+    void CreateProgress();
+    bool Read(const QString& file, ZORHostOpening::Mode mode);
+    /// Adds what was read to the document, or replaces it.
+    void Commit(const QString& file, ZORExcFileKind::Kind kind, ZORHostOpening::Mode mode,
+                const ZORHostOpening::Add& add);
+    void Replace(const QString& file, const ZORHostOpening::Add& add);
+    void ShowRead(const ZORHostOpenedFile& file);
     void Empty();
     bool Write(const QString& file);
+    bool WriteFile(const QString& file, const QString& message);
     bool ConfirmReplacing(const QString& file);
-    void ShowReading(const QString& file);
     QStringList ChooseFilesToRead(const QString& title, bool severalFiles);
 
     QMainWindow* m_window;       // not owned
     ZORHostView3D* m_view;       // not owned
     ZORHostDocument* m_document; // child
     ZORHostAutosave* m_autosave; // child
+    ZORHostOpening* m_opening;   // child
+    ZORHostSaving* m_saving;     // child
+    QString m_error;             // of the file that was read last
+    QString m_recovered;         // file with recovered work that is being read
+    qint64 m_numChanges = 0;     // of the document when the file to open was asked for
     bool m_asksToSave = true;
     bool m_isAsking = false;
     bool m_isSessionOver = false; // whoever rescues documents ends the program

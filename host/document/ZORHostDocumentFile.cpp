@@ -1,14 +1,11 @@
 #include "document/ZORHostDocumentFile.h"
 
-#include <ZORFeature/ZORFeatContainer.h>
-#include <ZORSystem/ZORSysException.h>
+#include <ZORGeometry/ZORGeoContainerFile.h>
+#include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
-
-#include <new>
 
 namespace {
 
@@ -17,22 +14,30 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(ZORHostDocumentFile)
 };
 
+[[noreturn]] void ThrowCannotWrite(const QString& fileName, const QString& reason)
+{
+    throw ZORSysFileException(
+        Texts::tr("Cannot write '%1': %2").arg(QDir::toNativeSeparators(fileName), reason));
+}
+
 } // namespace
 
-QString ZORHostDocumentFile::Write(const ZORFeatContainer& container, const QString& fileName)
+bool ZORHostDocumentFile::Write(const ZORGeoContainerFile& content, const QString& fileName,
+                                const std::function<bool(double)>& report)
 {
-    const QString name = QDir::toNativeSeparators(fileName);
-    QByteArray contents;
+    ZORSysReplacedFile file(fileName);
     try {
-        QBuffer buffer(&contents);
-        buffer.open(QIODevice::WriteOnly);
-        container.Save(buffer);
-        const QString reason = ZORSysReplacedFile::Replace(fileName, contents);
-        return reason.isEmpty() ? QString() : Texts::tr("Cannot write '%1': %2").arg(name, reason);
-    } catch (const ZORSysException& exception) {
-        return Texts::tr("Cannot write '%1': %2").arg(name, exception.GetMessage());
-    } catch (const std::bad_alloc&) {
-        contents = {};
-        return Texts::tr("Not enough memory to write '%1'").arg(name);
+        file.Open();
+        if (!content.Write(file.GetDevice(), report))
+            return false;
+    } catch (const ZORSysFileOpenException&) {
+        ThrowCannotWrite(fileName, file.GetErrorString());
+    } catch (const ZORSysException&) {
+        if (const QString reason = file.GetDevice().errorString(); file.GetDevice().error() != QFile::NoError)
+            ThrowCannotWrite(fileName, reason);
+        throw;
     }
+    if (!file.Commit())
+        ThrowCannotWrite(fileName, file.GetErrorString());
+    return true;
 }

@@ -2,6 +2,7 @@
 
 #include "document/ZORHostDocumentCommands.h"
 
+#include <ZORExchange/ZORExcFileKind.h>
 #include <ZORSystem/ZORSysFile.h>
 
 #include <QApplication>
@@ -18,11 +19,13 @@ namespace {
 constexpr int kMostNames = 5;
 constexpr int kBannerWidth = 480; // pixels, before the names are elided
 
-/// Whether the contents of a file may be something that can be read.
+/// Whether a file may be something that can be read; what is not recognized is left to the STL loader, which decides when the
+/// file is dropped.
 bool IsReadable(const QString& file)
 {
     ZORSysFile content(file);
-    return content.open(QIODevice::ReadOnly) && content.size() > 0;
+    return content.open(QIODevice::ReadOnly)
+           && ZORExcFileKind::Recognize(content) != ZORExcFileKind::Kind::Empty;
 }
 
 QString JoinNames(const QStringList& names)
@@ -103,7 +106,8 @@ void ZORHostDropTarget::Examine(const QMimeData* data)
 // Never a move, after which the source would delete its file.
 void ZORHostDropTarget::Answer(QDropEvent* event) const
 {
-    if (m_files.isEmpty() || !(event->possibleActions() & (Qt::CopyAction | Qt::LinkAction))) {
+    if (m_files.isEmpty() || m_commands->IsBusy()
+        || !(event->possibleActions() & (Qt::CopyAction | Qt::LinkAction))) {
         event->ignore();
         return;
     }
@@ -118,7 +122,7 @@ void ZORHostDropTarget::Drop(QDropEvent* event)
 {
     HideBanner();
     Answer(event);
-    if (m_files.isEmpty())
+    if (!event->isAccepted())
         return;
     // Later: the program that the files come from waits for the end of this event.
     QMetaObject::invokeMethod(

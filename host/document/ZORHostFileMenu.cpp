@@ -47,6 +47,7 @@ ZORHostFileMenu::ZORHostFileMenu(QMainWindow* window, ZORHostDocumentCommands* c
     AddOpening(menu);
     menu->addSeparator();
     AddSaving(menu);
+    m_documentActions = menu->actions();
     menu->addSeparator();
     AddProgram(menu);
     connect(commands->GetDocument(), &ZORHostDocument::Changed, this, &ZORHostFileMenu::UpdateActions);
@@ -54,6 +55,7 @@ ZORHostFileMenu::ZORHostFileMenu(QMainWindow* window, ZORHostDocumentCommands* c
     connect(
         commands->GetDocument(), &ZORHostDocument::Changed, this, [this] { FillRecentMenu(m_recent); },
         Qt::QueuedConnection);
+    connect(commands, &ZORHostDocumentCommands::BusyChanged, this, &ZORHostFileMenu::UpdateActions);
     connect(menu, &QMenu::aboutToShow, this, &ZORHostFileMenu::UpdateActions);
     UpdateActions();
 }
@@ -110,6 +112,7 @@ void ZORHostFileMenu::AddProgram(QMenu* menu)
     QAction* recover = AddAction(menu, "_RecoverAction", QString(), tr("Reco&ver Documents..."),
                                  tr("Shows unsaved documents of sessions that ended unexpectedly"));
     connect(recover, &QAction::triggered, this, &ZORHostFileMenu::RecoveryRequested);
+    m_documentActions.append(recover);
     QAction* preferences = AddAction(menu, "_PreferencesAction", QString(), tr("Pre&ferences..."),
                                      tr("Chooses what holds for all documents"));
     preferences->setShortcut(QKeySequence::Preferences);
@@ -142,7 +145,10 @@ void ZORHostFileMenu::AddTo(QToolBar* toolBar) const
 void ZORHostFileMenu::UpdateActions()
 {
     const ZORHostDocument* document = m_commands->GetDocument();
-    m_close->setEnabled(!document->GetFile().isEmpty() || !document->IsEmpty());
+    const bool isFree = !m_commands->IsBusy();
+    for (QAction* action : std::as_const(m_documentActions))
+        action->setEnabled(isFree);
+    m_close->setEnabled(isFree && (!document->GetFile().isEmpty() || !document->IsEmpty()));
 }
 
 void ZORHostFileMenu::FillRecentMenu(QMenu* menu)

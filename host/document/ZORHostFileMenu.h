@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QString>
 
@@ -52,6 +53,7 @@ private:
     QMainWindow* m_window;               // not owned
     ZORHostDocumentCommands* m_commands; // not owned
     ZORHostView3D* m_view;               // not owned
+    QList<QAction*> m_documentActions;   // disabled while a file is read or written
     QMenu* m_recent = nullptr;
     QAction* m_new = nullptr;
     QAction* m_open = nullptr;

@@ -1,13 +1,13 @@
 #include "document/ZORHostSaving.h"
 
 #include "base/ZORHostLogging.h"
+#include "document/ZORHostDocumentFile.h"
 
 #include <ZORCommand/ZORCmdTask.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORGeometry/ZORGeoContainerFile.h>
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
-#include <ZORSystem/ZORSysReplacedFile.h>
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -17,19 +17,6 @@
 #include <new>
 
 namespace {
-
-/// Runs in a thread.
-/// \return whether the file is in its place; false when canceled
-bool WriteFile(const ZORGeoContainerFile& content, const QString& fileName, const ZORCmdTask::Report& report)
-{
-    ZORSysReplacedFile file(fileName);
-    file.Open();
-    if (!content.Write(file.GetDevice(), report))
-        return false;
-    if (!file.Commit())
-        throw ZORSysFileException(file.GetErrorString());
-    return true;
-}
 
 /// An exception of the SDK as a sentence that names the file.
 QString ToError(const QString& message, const QString& name)
@@ -92,8 +79,9 @@ bool ZORHostSaving::Run(const ZORGeoContainerFile& content, const QString& fileN
     const auto isWritten = std::make_shared<bool>(false);
     const QPointer<ZORHostSaving> self(this);
     m_error.clear();
-    m_task = std::make_shared<ZORCmdTask>(
-        [=](const ZORCmdTask::Report& report) { *isWritten = WriteFile(content, fileName, report); });
+    m_task = std::make_shared<ZORCmdTask>([=](const ZORCmdTask::Report& report) {
+        *isWritten = ZORHostDocumentFile::Write(content, fileName, report);
+    });
     const std::shared_ptr<ZORCmdTask> task = m_task;
     connect(task.get(), &ZORCmdTask::ProgressChanged, this, &ZORHostSaving::ProgressChanged);
     emit Started(fileName);

@@ -76,14 +76,20 @@ int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
     else
         ZORGeoStlLoader(&file).Load(container, ZORSysValue::Millimeter);
     try {
-        for (int i = before; i < container->GetNumGeometry(); ++i) {
-            if (auto* surface = qobject_cast<ZORGeoSurface*>(container->GetGeometryByIndex(i)))
-                Show(surface, environment);
-        }
+        ZORHostShowSurfaces(environment, before);
     } catch (...) {
         while (container->GetNumGeometry() > before) // one may take others with it
             delete container->GetGeometryByIndex(container->GetNumGeometry() - 1);
         throw;
     }
     return container->GetNumGeometry() - before;
+}
+
+void ZORHostShowSurfaces(ZORFeatEnvironment* environment, int first)
+{
+    const ZORFeatContainer* container = environment->GetContainer();
+    for (int i = first; i < container->GetNumGeometry(); ++i) {
+        if (auto* surface = qobject_cast<ZORGeoSurface*>(container->GetGeometryByIndex(i)))
+            Show(surface, environment);
+    }
 }

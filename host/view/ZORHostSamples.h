@@ -26,3 +26,6 @@ bool ZORHostIsContainerFile(const QString& fileName);
 /// \return number of geometries added
 /// \throws ZORSysFileOpenException when the file cannot be opened; ZORSysException as the loaders do
 int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment);
+
+/// Gives each surface of \a environment from the index \a first on a shaded visual object, which goes with it.
+void ZORHostShowSurfaces(ZORFeatEnvironment* environment, int first);

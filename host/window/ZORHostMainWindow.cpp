@@ -363,11 +363,18 @@ void ZORHostMainWindow::OnSessionEnds(QSessionManager& session)
 
 void ZORHostMainWindow::closeEvent(QCloseEvent* event)
 {
+    if (m_document->IsWriting()) {
+        connect(m_document, &ZORHostDocumentCommands::Settled, this, &QWidget::close,
+                Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+        event->ignore();
+        return;
+    }
     // Before anything is closed, so that Cancel leaves everything as it is.
     if (!ConfirmClosing()) {
         event->ignore();
         return;
     }
+    m_document->CancelReading();
     SaveSettings();
     // Windows of plug-ins hold on to the environment: they go first.
     const QWidgetList windows = QApplication::topLevelWidgets();
