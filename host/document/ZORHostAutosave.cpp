@@ -124,12 +124,11 @@ void ZORHostAutosave::OnTaskFinished()
         return; // of a task that was canceled
     m_task.reset();
     const std::shared_ptr<Copy> copy = std::exchange(m_copy, {});
-    const bool isNew = copy->reason != m_reason;
-    m_reason = copy->reason;
+    const bool hadFailed = std::exchange(m_hasFailed, !copy->reason.isEmpty());
     m_numSavedChanges = copy->reason.isEmpty() ? copy->numChanges : -1;
     if (copy->reason.isEmpty()) {
         DiscardAdopted();
-    } else if (isNew) {
+    } else if (!hadFailed) {
         qCWarning(lcHost).noquote()
             << tr("The document could not be saved automatically: %1").arg(copy->reason);
         emit Failed(copy->reason);

@@ -47,7 +47,7 @@ public:
     QString GetPath() const;
 
 signals:
-    /// A copy could not be written. Emitted once for each reason.
+    /// A copy could not be written. Emitted once until that has succeeded again.
     void Failed(const QString& reason);
 
 private:
@@ -70,5 +70,5 @@ private:
     QTimer m_timer;
     bool m_isEnabled = true;
     qint64 m_numSavedChanges = -1; // of the copy; -1 without one
-    QString m_reason;              // of the last failure
+    bool m_hasFailed = false;      // the last time
 };

@@ -221,6 +221,7 @@ bool ZORHostDocumentCommands::Read(const QString& file, ZORHostOpening::Mode mod
     m_error.clear();
     m_numChanges = m_document->GetNumChanges();
     m_opening->Enqueue(file, mode);
+    emit BusyChanged();
     const bool isRead = m_opening->Wait();
     if (!m_error.isEmpty())
         Report(m_error, {});

@@ -226,7 +226,7 @@ TEST_F(ZORHostProgramTest, AFileThatDoesNotFitIntoTheMemoryLeavesTheDocumentAndT
         EXPECT_EQ(
             0, RunScript("in ZORHostMainWindow\n"
                          "answer file ${LARGE}\n"
-                         "answer box OK \"not enough memory to read '${LARGE}' (needs about 1.5 GB)\"\n"
+                         "answer box OK \"Not enough memory to read '${LARGE}' (needs about 1.5 GB)\"\n"
                          "trigger _OpenAction\n"
                          "expect geometries is 0\n"
                          "answer file ${PART}\n"

@@ -50,7 +50,7 @@ TEST_F(ZORHostDocumentTest, NamesMayHoldMarksPercentSignsAndAmpersands)
     for (const QString& name :
          {QStringLiteral("a[*].ZORCont"), QStringLiteral("a[*][*]b.ZORCont"),
           QStringLiteral("%1 & %2.ZORCont"), QStringLiteral("<b>x.ZORCont"), QStringLiteral("[*]")}) {
-        GetDocument().MarkSaved(GetPath(name));
+        GetDocument().MarkSaved(GetPath(name), GetDocument().GetNumChanges());
         EXPECT_EQ(name + " - Zorvane Host", Title());
         AddBox("Box");
         EXPECT_EQ(name + "* - Zorvane Host", Title());
@@ -157,7 +157,7 @@ TEST_F(ZORHostDocumentTest, AFileThatCannotBeOpenedLeavesTheDocumentAsItWas)
     AddBox("Box");
     const QString file = SaveAs("box.ZORCont");
     for (const QString& bad : {WriteFile("damaged.ZORCont", ReadFile(file).left(200)), GetPath("missing.stl"),
-                               GetPath(".")}) {
+                               GetPath("."), WriteFile("empty.stl", {})}) {
         EXPECT_FALSE(GetCommands().Open(bad)) << bad.toStdString();
         EXPECT_FALSE(GetCommands().Import(bad)) << bad.toStdString();
         EXPECT_EQ(2, boxes.TakeErrors().size());
@@ -319,13 +319,84 @@ TEST_F(ZORHostDocumentTest, TheDocumentFollowsTheLifeOfItsContainer)
     ZORHostDocument document(nullptr);
     auto container = std::make_unique<ZORFeatContainer>();
     document.SetContainer(container.get());
-    document.MarkSaved(GetPath("part.ZORCont"));
+    document.MarkSaved(GetPath("part.ZORCont"), document.GetNumChanges());
     container->GetFeatureRoot("ZORFeatRoot");
     EXPECT_TRUE(document.IsModified());
     container.reset();
     EXPECT_FALSE(document.IsModified());
     EXPECT_TRUE(document.IsEmpty());
     EXPECT_EQ(nullptr, document.GetContainer());
+}
+
+TEST_F(ZORHostDocumentTest, ChangesWhileTheFileIsWrittenAreNotInTheFile)
+{
+    AddBox("Box");
+    const QString file = SaveAs("part.ZORCont");
+    AddBox("Other box");
+    QTimer::singleShot(0, &window, [this] { AddBox("Late box"); }); // when the thread has started
+    EXPECT_TRUE(GetCommands().Save());
+    EXPECT_EQ(3, CountGeometries());
+    EXPECT_TRUE(GetDocument().IsModified());
+    EXPECT_EQ(file, GetDocument().GetFile());
+}
+
+TEST_F(ZORHostDocumentTest, ADocumentThatChangesWhileAFileIsReadIsNotReplaced)
+{
+    const QString part = WriteTetrahedron("part.stl");
+    AddBox("Box");
+    const QString file = SaveAs("part.ZORCont");
+    QTimer::singleShot(0, &window, [this] { AddBox("Late box"); });
+    EXPECT_FALSE(GetCommands().Open(part));
+    EXPECT_EQ(
+        QStringList("'" + part
+                    + "' was not opened, because the document has changed while the file was being read"),
+        boxes.TakeErrors());
+    EXPECT_EQ(2, CountGeometries());
+    EXPECT_EQ(file, GetDocument().GetFile());
+    EXPECT_TRUE(GetDocument().IsModified());
+}
+
+TEST_F(ZORHostDocumentTest, WhileAFileIsReadNothingElseHappensToTheDocument)
+{
+    const QString part = WriteTetrahedron("part.stl");
+    bool isTried = false;
+    QTimer::singleShot(0, &window, [&] {
+        isTried = true;
+        EXPECT_TRUE(GetCommands().IsBusy());
+        EXPECT_FALSE(window.findChild<QAction*>("_OpenAction")->isEnabled());
+        EXPECT_FALSE(GetCommands().New());
+        EXPECT_FALSE(GetCommands().Open(part));
+        EXPECT_FALSE(GetCommands().Import(part));
+        EXPECT_FALSE(GetCommands().Save());
+        EXPECT_FALSE(GetCommands().Add({part}));
+    });
+    EXPECT_TRUE(GetCommands().Open(part));
+    EXPECT_TRUE(isTried);
+    EXPECT_FALSE(GetCommands().IsBusy());
+    EXPECT_TRUE(window.findChild<QAction*>("_OpenAction")->isEnabled());
+    EXPECT_EQ(1, CountGeometries());
+}
+
+TEST_F(ZORHostDocumentTest, ClosingTheWindowWaitsForTheFileThatIsBeingWritten)
+{
+    AddBox("Box");
+    SaveAs("part.ZORCont");
+    AddBox("Other box");
+    QTimer::singleShot(0, &window, [this] {
+        EXPECT_TRUE(GetCommands().IsWriting());
+        EXPECT_FALSE(window.close());
+    });
+    EXPECT_TRUE(GetCommands().Save());
+    EXPECT_TRUE(WaitFor([this] { return !window.isVisible(); }));
+    EXPECT_FALSE(GetDocument().IsModified());
+}
+
+TEST_F(ZORHostDocumentTest, ClosingTheWindowGivesUpReading)
+{
+    QTimer::singleShot(0, &window, [this] { EXPECT_TRUE(window.close()); });
+    GetCommands().Open(WriteTetrahedron("part.stl"));
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(0, CountGeometries());
 }
 
 TEST_F(ZORHostDocumentTest, RecentFilesAreOpenedFromTheMenuAndMissingOnesLeaveIt)

@@ -11,6 +11,7 @@
 #include "window/ZORHostNoticeBar.h"
 #include "window/ZORHostPreferencesDialog.h"
 
+#include <ZORGeometry/ZORGeoContainerFile.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 
 #include <QDir>
@@ -34,6 +35,11 @@ protected:
             QDir(folder).removeRecursively();
     }
     ZORHostAutosave& GetAutosave() { return *GetCommands().GetAutosave(); }
+    void SaveAutomatically()
+    {
+        GetAutosave().SaveNow();
+        EXPECT_TRUE(WaitFor([this] { return !GetAutosave().IsBusy(); }));
+    }
     /// Leaves a file as a process does that is killed after it has written it.
     void Crash(const QString& document, const QByteArray& contents)
     {
@@ -58,7 +64,8 @@ protected:
     {
         AddBox("Recovered box");
         const QString path = GetPath("made.ZORCont");
-        EXPECT_EQ(QString(), ZORHostDocumentFile::Write(*GetEnvironment()->GetContainer(), path));
+        EXPECT_TRUE(
+            ZORHostDocumentFile::Write(ZORGeoContainerFile::Take(*GetEnvironment()->GetContainer()), path));
         GetEnvironment()->GetContainer()->Clear();
         GetDocument().MarkNew();
         return ReadFile(path);
@@ -78,10 +85,10 @@ TEST_F(ZORHostRecoveryTest, ACopyOfUnsavedWorkIsKeptApartFromTheFileUntilItIsSav
     AddBox("Box");
     const QString file = SaveAs("part.ZORCont");
     const QByteArray before = ReadFile(file);
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     EXPECT_TRUE(GetAutosave().GetPath().isEmpty()) << "nothing is unsaved";
     AddBox("Other");
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     const QString copy = GetAutosave().GetPath();
     ASSERT_TRUE(QFile::exists(copy));
     EXPECT_EQ(before, ReadFile(file));
@@ -96,20 +103,20 @@ TEST_F(ZORHostRecoveryTest, ACopyOfUnsavedWorkIsKeptApartFromTheFileUntilItIsSav
 TEST_F(ZORHostRecoveryTest, ACopyIsWrittenAgainOnlyAfterFurtherChanges)
 {
     AddBox("Box");
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     const QString copy = GetAutosave().GetPath();
     ASSERT_TRUE(QFile::remove(copy));
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     EXPECT_FALSE(QFile::exists(copy));
     AddBox("Other");
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     EXPECT_TRUE(QFile::exists(GetAutosave().GetPath()));
 }
 
 TEST_F(ZORHostRecoveryTest, DiscardedWorkLeavesNoCopy)
 {
     AddBox("Box");
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     const QString copy = GetAutosave().GetPath();
     PressInNextBox(QMessageBox::Discard);
     EXPECT_TRUE(GetCommands().New());
@@ -117,12 +124,30 @@ TEST_F(ZORHostRecoveryTest, DiscardedWorkLeavesNoCopy)
     EXPECT_FALSE(QFile::exists(copy));
 }
 
+TEST_F(ZORHostRecoveryTest, ACopyThatIsBeingWrittenGivesWayToTheFileAndToTheEnd)
+{
+    AddBox("Box");
+    GetAutosave().SaveNow();
+    EXPECT_TRUE(GetAutosave().IsBusy());
+    SaveAs("part.ZORCont");
+    EXPECT_TRUE(QDir(ZORHostRescue::GetFolders().constFirst()).isEmpty());
+    AddBox("Other");
+    GetAutosave().SaveNow();
+    window.RescueDocument();
+    EXPECT_FALSE(GetAutosave().IsBusy());
+    const QList<ZORHostRescue::Entry> entries = ZORHostRescue::FindAbandoned();
+    ASSERT_EQ(1, entries.size());
+    EXPECT_EQ(GetPath("part.ZORCont"), entries[0].document);
+    AddBox("Third");
+    GetAutosave().SaveNow(); // and the window goes
+}
+
 TEST_F(ZORHostRecoveryTest, NobodyHasCalledForACopySoTheTraceHasNone)
 {
     AddBox("Box");
     const QString trace = GetPath("trace.txt");
     ZORSysApiTrace::GetInstance()->SetFile(trace);
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     ZORSysApiTrace::GetInstance()->SetFile(QString());
     EXPECT_FALSE(ReadFile(trace).contains("Save")) << ReadFile(trace).toStdString();
 }
@@ -155,15 +180,15 @@ TEST_F(ZORHostRecoveryTest, AFailureIsReportedOnceAndDoesNotTouchTheFile)
     const WarningCatcher warnings;
     {
         const FileSizeLimit full(100);
-        GetAutosave().SaveNow();
-        GetAutosave().SaveNow();
+        SaveAutomatically();
+        SaveAutomatically();
     }
     EXPECT_EQ(1, warnings.GetLines().filter("could not be saved automatically").size());
     EXPECT_EQ(1, window.GetNoticeBar()->GetMessages().size());
     EXPECT_TRUE(GetAutosave().GetPath().isEmpty());
     EXPECT_EQ(before, ReadFile(file));
     EXPECT_TRUE(ZORHostRescue::FindAbandoned().isEmpty()) << "nothing of it stays";
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     EXPECT_TRUE(QFile::exists(GetAutosave().GetPath())) << "tried again";
 }
 
@@ -197,7 +222,7 @@ TEST_F(ZORHostRecoveryTest, RecoveredWorkIsKeptUntilANewerCopyTakesItsPlace)
     const QString former = ZORHostRescue::FindAbandoned().value(0).path;
     OpenDialog()->OnRecoverClicked();
     EXPECT_TRUE(QFile::exists(former));
-    GetAutosave().SaveNow();
+    SaveAutomatically();
     EXPECT_FALSE(QFile::exists(former));
     EXPECT_TRUE(QFile::exists(GetAutosave().GetPath()));
 }
