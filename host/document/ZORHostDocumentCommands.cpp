@@ -1,5 +1,6 @@
 #include "document/ZORHostDocumentCommands.h"
 
+#include "base/ZORHostFileDialogs.h"
 #include "base/ZORHostSettings.h"
 #include "document/ZORHostAutosave.h"
 #include "document/ZORHostDocument.h"
@@ -33,16 +34,6 @@ namespace {
 ZORFeatEnvironment* Environment()
 {
     return ZORFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
-}
-
-QMessageBox::StandardButton Ask(QWidget* parent, const QString& title, const QString& text,
-                                QMessageBox::StandardButtons buttons,
-                                QMessageBox::StandardButton defaultButton)
-{
-    QMessageBox box(QMessageBox::Warning, title, text, buttons, parent);
-    box.setTextFormat(Qt::PlainText); // the text contains names of files, which are not HTML
-    box.setDefaultButton(defaultButton);
-    return QMessageBox::StandardButton(box.exec());
 }
 
 QString ContainerFilter()
@@ -132,10 +123,10 @@ bool ZORHostDocumentCommands::ConfirmClosing()
     if (m_isAsking)
         return false;
     const QScopedValueRollback guard(m_isAsking, true);
-    const auto answer =
-        Ask(m_window, tr("Unsaved Changes"),
-            tr("'%1' has changes that are in no file yet. Save them?").arg(m_document->GetName()),
-            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    const auto answer = ZORHostFileDialogs::Ask(
+        m_window, tr("Unsaved Changes"),
+        tr("'%1' has changes that are in no file yet. Save them?").arg(m_document->GetName()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     if (answer == QMessageBox::Save)
         return Save();
     return answer == QMessageBox::Discard;
@@ -316,36 +307,6 @@ void ZORHostDocumentCommands::OnImportTriggered()
     }
 }
 
-QString ZORHostDocumentCommands::ChooseFileToWrite(const QString& title, const QString& start,
-                                                   const QString& filter, const QString& suffix)
-{
-    QFileInfo proposed(start);
-    const QString ending = u'.' + suffix;
-    while (true) {
-        QFileDialog dialog(m_window, title, proposed.absolutePath(), filter);
-        dialog.setAcceptMode(QFileDialog::AcceptSave);
-        // Completed by the dialog itself, which then asks before it replaces the file of the whole name.
-        dialog.setDefaultSuffix(suffix);
-        dialog.selectFile(proposed.fileName());
-        const QString file = dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-        if (file.isEmpty())
-            return {};
-        if (file.endsWith(ending, Qt::CaseInsensitive))
-            return file;
-        // The dialog takes the end of "part.v2" for a suffix.
-        proposed = QFileInfo(file + ending);
-        if (!proposed.exists() || ConfirmReplacing(proposed.filePath()))
-            return proposed.filePath();
-    }
-}
-
-bool ZORHostDocumentCommands::ConfirmReplacing(const QString& file)
-{
-    const QString text = tr("The file '%1' already exists. Replace it?").arg(QDir::toNativeSeparators(file));
-    return Ask(m_window, tr("Replace File"), text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
-           == QMessageBox::Yes;
-}
-
 bool ZORHostDocumentCommands::Save()
 {
     const QString file = m_document->GetFile();
@@ -377,7 +338,8 @@ bool ZORHostDocumentCommands::SaveAs()
         const QString last = ZORHostSettings::Read("DocumentFile").toString();
         start = QFileInfo(last).dir().filePath(tr("document") + u'.' + ZORHostDocument::kSuffix);
     }
-    const QString file = ChooseFileToWrite(tr("Save As"), start, ContainerFilter(), ZORHostDocument::kSuffix);
+    const QString file = ZORHostFileDialogs::ChooseFileToWrite(m_window, tr("Save As"), start,
+                                                               ContainerFilter(), ZORHostDocument::kSuffix);
     return !file.isEmpty() && Write(file);
 }
 
@@ -386,8 +348,8 @@ bool ZORHostDocumentCommands::SaveCopy()
     const QFileInfo present(m_document->GetProposedFile());
     const QString name = present.completeBaseName().isEmpty() ? tr("document") : present.completeBaseName();
     const QString start = present.dir().filePath(tr("%1 - copy").arg(name) + u'.' + ZORHostDocument::kSuffix);
-    const QString file =
-        ChooseFileToWrite(tr("Save a Copy"), start, ContainerFilter(), ZORHostDocument::kSuffix);
+    const QString file = ZORHostFileDialogs::ChooseFileToWrite(m_window, tr("Save a Copy"), start,
+                                                               ContainerFilter(), ZORHostDocument::kSuffix);
     if (file.isEmpty())
         return false;
     if (!m_document->GetFile().isEmpty() && QFileInfo(file) == QFileInfo(m_document->GetFile()))

@@ -80,11 +80,6 @@ public:
     /// Writes unsaved changes that would be asked about into a file that the next start names, without a question or a box.
     void Rescue();
 
-    /// The file that the user wants to write; empty when the user cancels.
-    /// \param start   file that is proposed
-    /// \param suffix  added to names that do not end with it
-    QString ChooseFileToWrite(const QString& title, const QString& start, const QString& filter,
-                              const QString& suffix);
     /// Shows an error in a box, or else a message on the status bar.
     /// \return whether \a error is empty
     bool Report(const QString& error, const QString& message);
@@ -110,7 +105,6 @@ private:
     void Empty();
     bool Write(const QString& file);
     bool WriteFile(const QString& file, const QString& message);
-    bool ConfirmReplacing(const QString& file);
     QStringList ChooseFilesToRead(const QString& title, bool severalFiles);
 
     QMainWindow* m_window;       // not owned

@@ -1,6 +1,7 @@
 #include "document/ZORHostFileMenu.h"
 
 #include "actions/ZORHostIcons.h"
+#include "base/ZORHostFileDialogs.h"
 #include "base/ZORHostSettings.h"
 #include "document/ZORHostDocument.h"
 #include "document/ZORHostDocumentCommands.h"
@@ -207,8 +208,8 @@ void ZORHostFileMenu::FillSamplesMenu(QMenu* menu)
 void ZORHostFileMenu::OnSavePictureTriggered()
 {
     const QString start = ZORHostSettings::Read("PictureFile", "view.png").toString();
-    const QString file =
-        m_commands->ChooseFileToWrite(tr("Save Picture"), start, tr("PNG pictures (*.png)"), "png");
+    const QString file = ZORHostFileDialogs::ChooseFileToWrite(m_window, tr("Save Picture"), start,
+                                                               tr("PNG pictures (*.png)"), "png");
     if (!file.isEmpty() && SavePicture(file))
         ZORHostSettings::Write("PictureFile", file);
 }

@@ -23,9 +23,11 @@ public:
         ZORGeoStlLoader loader(&file);
         try {
             m_surfaces = loader.Read(GetSource().unit, report);
-        } catch (const ZORSysFileException&) {
-            // Content without a single facet is what the loader does not take for STL at all.
-            if (file.error() != QFileDevice::NoError || loader.GetReport().GetNumFacets() > 0)
+        } catch (const ZORSysFileException& exception) {
+            // Content without a single facet is what the loader does not take for STL at all. Errors that are not about the
+            // content, such as too little memory, name the file.
+            if (file.error() != QFileDevice::NoError || loader.GetReport().GetNumFacets() > 0
+                || exception.GetMessage().contains(file.fileName()))
                 throw;
             throw ZORSysFileException(
                 ZORExcImport::tr("it is not a container, STL, contour, layup or nesting result file"));

@@ -122,7 +122,7 @@ TEST_F(ZORHostProgramTest, AScriptThatSucceedsEndsWithCodeZero)
     const QString part = WriteTetrahedron("part.stl");
     EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n"
                            "expect title is \"Untitled - Zorvane Host\"\n"
-                           "expect triangles tetrahedron is 4\n"
+                           "expect triangles part is 4\n"
                            "screenshot view ${OUT}/view.png\n"
                            "screenshot window ${OUT}/window.png\n"
                            "expect colors ${OUT}/view.png above 10\n",

@@ -4,13 +4,11 @@
 
 #include "DocumentTest.h"
 #include "base/ZORHostWindowTitle.h"
-#include "document/ZORHostRecentFiles.h"
 #include "support/HostileDisk.h"
 
 #include <ZORGeometry/ZORGeoSurface.h>
 
 #include <QDir>
-#include <QMenu>
 
 namespace {
 
@@ -326,116 +324,6 @@ TEST_F(ZORHostDocumentTest, TheDocumentFollowsTheLifeOfItsContainer)
     EXPECT_FALSE(document.IsModified());
     EXPECT_TRUE(document.IsEmpty());
     EXPECT_EQ(nullptr, document.GetContainer());
-}
-
-TEST_F(ZORHostDocumentTest, ChangesWhileTheFileIsWrittenAreNotInTheFile)
-{
-    AddBox("Box");
-    const QString file = SaveAs("part.ZORCont");
-    AddBox("Other box");
-    QTimer::singleShot(0, &window, [this] { AddBox("Late box"); }); // when the thread has started
-    EXPECT_TRUE(GetCommands().Save());
-    EXPECT_EQ(3, CountGeometries());
-    EXPECT_TRUE(GetDocument().IsModified());
-    EXPECT_EQ(file, GetDocument().GetFile());
-}
-
-TEST_F(ZORHostDocumentTest, ADocumentThatChangesWhileAFileIsReadIsNotReplaced)
-{
-    const QString part = WriteTetrahedron("part.stl");
-    AddBox("Box");
-    const QString file = SaveAs("part.ZORCont");
-    QTimer::singleShot(0, &window, [this] { AddBox("Late box"); });
-    EXPECT_FALSE(GetCommands().Open(part));
-    EXPECT_EQ(
-        QStringList("'" + part
-                    + "' was not opened, because the document has changed while the file was being read"),
-        boxes.TakeErrors());
-    EXPECT_EQ(2, CountGeometries());
-    EXPECT_EQ(file, GetDocument().GetFile());
-    EXPECT_TRUE(GetDocument().IsModified());
-}
-
-TEST_F(ZORHostDocumentTest, WhileAFileIsReadNothingElseHappensToTheDocument)
-{
-    const QString part = WriteTetrahedron("part.stl");
-    bool isTried = false;
-    QTimer::singleShot(0, &window, [&] {
-        isTried = true;
-        EXPECT_TRUE(GetCommands().IsBusy());
-        EXPECT_FALSE(window.findChild<QAction*>("_OpenAction")->isEnabled());
-        EXPECT_FALSE(GetCommands().New());
-        EXPECT_FALSE(GetCommands().Open(part));
-        EXPECT_FALSE(GetCommands().Import(part));
-        EXPECT_FALSE(GetCommands().Save());
-        EXPECT_FALSE(GetCommands().Add({part}));
-    });
-    EXPECT_TRUE(GetCommands().Open(part));
-    EXPECT_TRUE(isTried);
-    EXPECT_FALSE(GetCommands().IsBusy());
-    EXPECT_TRUE(window.findChild<QAction*>("_OpenAction")->isEnabled());
-    EXPECT_EQ(1, CountGeometries());
-}
-
-TEST_F(ZORHostDocumentTest, ClosingTheWindowWaitsForTheFileThatIsBeingWritten)
-{
-    AddBox("Box");
-    SaveAs("part.ZORCont");
-    AddBox("Other box");
-    QTimer::singleShot(0, &window, [this] {
-        EXPECT_TRUE(GetCommands().IsWriting());
-        EXPECT_FALSE(window.close());
-    });
-    EXPECT_TRUE(GetCommands().Save());
-    EXPECT_TRUE(WaitFor([this] { return !window.isVisible(); }));
-    EXPECT_FALSE(GetDocument().IsModified());
-}
-
-TEST_F(ZORHostDocumentTest, ClosingTheWindowGivesUpReading)
-{
-    QTimer::singleShot(0, &window, [this] { EXPECT_TRUE(window.close()); });
-    GetCommands().Open(WriteTetrahedron("part.stl"));
-    EXPECT_FALSE(window.isVisible());
-    EXPECT_EQ(0, CountGeometries());
-}
-
-TEST_F(ZORHostDocumentTest, RecentFilesAreOpenedFromTheMenuAndMissingOnesLeaveIt)
-{
-    AddBox("Box");
-    const QString first = SaveAs("first & 100%1.ZORCont");
-    const QString second = WriteTetrahedron("second.stl");
-    EXPECT_TRUE(GetCommands().Open(second));
-    EXPECT_EQ(QStringList({second, first}), ZORHostRecentFiles::GetFiles());
-    auto* menu = window.findChild<QMenu*>("_RecentMenu");
-    emit menu->aboutToShow();
-    EXPECT_EQ(QString("&2 first && 100%1.ZORCont"), menu->findChild<QAction*>("_Recent_2")->text());
-    menu->findChild<QAction*>("_Recent_2")->trigger();
-    EXPECT_EQ(first, GetDocument().GetFile());
-    EXPECT_EQ(QStringList({first, second}), ZORHostRecentFiles::GetFiles());
-    ASSERT_TRUE(QFile::remove(second));
-    emit menu->aboutToShow();
-    menu->findChild<QAction*>("_Recent_2")->trigger();
-    EXPECT_EQ(QStringList("The file '" + second
-                          + "' does not exist anymore. It was removed from the list of recent files."),
-              boxes.TakeErrors());
-    EXPECT_EQ(QStringList(first), ZORHostRecentFiles::GetFiles());
-    EXPECT_EQ(first, GetDocument().GetFile()) << "the document is still there";
-    emit menu->aboutToShow();
-    menu->findChild<QAction*>("_ClearRecentAction")->trigger();
-    EXPECT_TRUE(ZORHostRecentFiles::GetFiles().isEmpty());
-}
-
-TEST_F(ZORHostDocumentTest, TheListOfRecentFilesStaysShortAndHoldsEachFileOnce)
-{
-    for (int i = 0; i < 15; ++i)
-        ZORHostRecentFiles::Add(QStringLiteral("/folder/%1.ZORCont").arg(i % 12));
-    const QStringList files = ZORHostRecentFiles::GetFiles();
-    EXPECT_EQ(ZORHostRecentFiles::kMost, files.size());
-    EXPECT_EQ(QString("/folder/2.ZORCont"), files.constFirst());
-    GetSettings()->setValue("Host/RecentFiles", QStringList({"", "relative", "/a", "/a"}));
-    EXPECT_EQ(QStringList("/a"), ZORHostRecentFiles::GetFiles());
-    GetSettings()->setValue("Host/RecentFiles", 5);
-    EXPECT_TRUE(ZORHostRecentFiles::GetFiles().isEmpty());
 }
 
 } // namespace
