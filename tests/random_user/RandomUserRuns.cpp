@@ -86,6 +86,7 @@ QMap<unsigned, RandomUserOutcome> RunSeeds(const RandomUserCommandLine& commandL
         }
     };
     std::vector<std::thread> threads;
+    threads.reserve(size_t(commandLine.parallel));
     for (int i = 0; i < commandLine.parallel; ++i)
         threads.emplace_back(work);
     for (std::thread& thread : threads)

@@ -21,8 +21,10 @@ public:
         __lsan_enable();
     }
 #else
+    // NOLINTBEGIN(modernize-use-equals-default): objects of a trivial class would be unused variables
     UncheckedLeaks() {}
     ~UncheckedLeaks() {}
+    // NOLINTEND(modernize-use-equals-default)
 #endif
     UncheckedLeaks(const UncheckedLeaks&) = delete;
     UncheckedLeaks& operator=(const UncheckedLeaks&) = delete;

@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QMetaMethod>
 #include <QPushButton>
+#include <QSignalSpy>
 
 namespace {
 
@@ -292,13 +293,11 @@ TEST_F(ZORTestGeometrySelectorTest, SelectionChangedIsNeverEmitted)
 {
     AddPoint("A");
     AddPoint("B");
-    int signalCount = 0;
-    QObject::connect(&selector, &ZORTestGeometrySelector::SelectionChanged,
-                     [&signalCount] { ++signalCount; });
+    const QSignalSpy changed(&selector, &ZORTestGeometrySelector::SelectionChanged);
     Configure("ZORGeoPoint");
     Combo()->setCurrentIndex(1);
     selector.OnReload();
-    EXPECT_EQ(0, signalCount);
+    EXPECT_EQ(0, changed.count());
 }
 
 TEST_F(ZORTestGeometrySelectorTest, DialogBaseHandsOverTheEnvironment)

@@ -14,6 +14,7 @@
 #include <QListWidget>
 #include <QMetaMethod>
 #include <QPushButton>
+#include <QSignalSpy>
 
 namespace {
 
@@ -130,12 +131,11 @@ TEST_F(ZORTestStrategySelectorTest, BrowsingChangesNothing)
     Configure();
     Combo()->setCurrentIndex(1);
     const int numBefore = GetContainer()->GetNumGeometry();
-    int changes = 0;
-    QObject::connect(&selector, &ZORTestStrategySelector::SelectionChanged, [&] { ++changes; });
+    const QSignalSpy changed(&selector, &ZORTestStrategySelector::SelectionChanged);
     Find<QPushButton>("_Button")->click();
     EXPECT_EQ(QStringList({"mt Strategy test", "S"}), Entries());
     EXPECT_EQ(1, Combo()->currentIndex());
-    EXPECT_EQ(0, changes);
+    EXPECT_EQ(0, changed.count());
     EXPECT_EQ(numBefore, GetContainer()->GetNumGeometry());
     EXPECT_EQ(QStringList(), boxes.TakeErrors());
 }

@@ -2,6 +2,7 @@
 
 #include "HostTest.h"
 
+#include <QAction>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -31,7 +32,7 @@ public:
     QAction* Add(QMenu* menu, const QString& text)
     {
         QAction* action = menu->addAction(text);
-        QObject::connect(action, &QAction::triggered, [this, text] { triggered.append(text); });
+        QObject::connect(action, &QAction::triggered, action, [this, text] { triggered.append(text); });
         return action;
     }
     void Open()

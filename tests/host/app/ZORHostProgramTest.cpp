@@ -12,6 +12,8 @@
 
 namespace {
 
+const QString kSamples = QStringLiteral("SAMPLES=" ZOR_TEST_SAMPLES);
+
 class ZORHostProgramTest : public HostTest
 {
 public:
@@ -89,14 +91,14 @@ TEST_F(ZORHostProgramTest, AnswersHelpAndVersionWithoutADisplay)
 TEST_F(ZORHostProgramTest, JobsGetTheMemoryOfTheSettings)
 {
     const QString limit = "ZORWorkHelpers::SetMemoryLimit(67108864)\n";
-    for (const QByteArray settings : {"", "[Host]\nJobMemoryLimit=64\n", "[Host]\nJobMemoryLimit=much\n"}) {
+    for (const char* const settings : {"", "[Host]\nJobMemoryLimit=64\n", "[Host]\nJobMemoryLimit=much\n"}) {
         WriteFile("host.ini", settings);
         EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n", {}, {"ZOR_API_TRACE=" + GetPath("trace.txt")}));
         QFile trace(GetPath("trace.txt"));
         ASSERT_TRUE(trace.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(trace.readAll());
-        EXPECT_EQ(settings.contains("64") ? 1 : 0, text.count(limit)) << text.toStdString();
-        EXPECT_EQ(settings.contains("64") ? 1 : 0, text.count("SetMemoryLimit"));
+        EXPECT_EQ(QByteArrayView(settings).contains("64") ? 1 : 0, text.count(limit)) << text.toStdString();
+        EXPECT_EQ(QByteArrayView(settings).contains("64") ? 1 : 0, text.count("SetMemoryLimit"));
     }
 }
 
@@ -302,7 +304,7 @@ TEST_F(ZORHostProgramTest, EndsWhileAHeavyJobRuns)
         const QString script = WriteFile("heavy.zorscript", kStartHeavyJob + end);
         QProcess process;
         process.start(ZOR_TEST_HOST, {"--script", script, "--settings", GetPath("host.ini"), "--define",
-                                      "OUT=" + GetPath("."), "--define", "SAMPLES=" ZOR_TEST_SAMPLES});
+                                      "OUT=" + GetPath("."), "--define", kSamples});
         QByteArray output;
         while (!output.contains("closing") && process.waitForReadyRead(60'000))
             output += process.readAllStandardOutput();
@@ -337,9 +339,9 @@ TEST_F(ZORHostProgramTest, SignalsEndItsJobsAndRemoveTheirDirectories)
     ASSERT_TRUE(QDir().mkpath(temporary));
     QProcess process;
     process.setProcessEnvironment(Environment({"TMPDIR=" + temporary}));
-    process.start(ZOR_TEST_HOST, {"--script", WriteFile("heavy.zorscript", kStartHeavyJob + kWaitForever),
-                                  "--settings", GetPath("host.ini"), "--define", "OUT=" + GetPath("."),
-                                  "--define", "SAMPLES=" ZOR_TEST_SAMPLES});
+    process.start(ZOR_TEST_HOST,
+                  {"--script", WriteFile("heavy.zorscript", kStartHeavyJob + kWaitForever), "--settings",
+                   GetPath("host.ini"), "--define", "OUT=" + GetPath("."), "--define", kSamples});
     QByteArray output;
     while (!output.contains("closing") && process.waitForReadyRead(60'000))
         output += process.readAllStandardOutput();

@@ -79,6 +79,7 @@ TEST(ZORHostLineQueueTest, LinesOfManyThreadsArriveInFewBatchesAndInOrderOfTheir
     });
     constexpr int kPerThread = 5000;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&queue, t] {
             for (int i = 0; i < kPerThread; ++i)

@@ -119,8 +119,9 @@ TEST_F(ZORHostModalAnswererTest, PlaysStepsInAModalForm)
         form->addRow(check);
         auto* color = new QPushButton("Color");
         form->addRow(color);
-        QObject::connect(color, &QPushButton::clicked, &dialog,
-                         [&] { result += QColorDialog::getColor(Qt::white, &dialog).name(); });
+        QObject::connect(color, &QPushButton::clicked, &dialog, [answer = &result, parent = &dialog] {
+            *answer += QColorDialog::getColor(Qt::white, parent).name();
+        });
         auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
         form->addRow(buttons);
         QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);

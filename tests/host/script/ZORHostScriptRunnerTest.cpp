@@ -86,7 +86,8 @@ TEST_F(ZORHostScriptRunnerTest, TriggersClicksAndPressesKeys)
 {
     QStringList done;
     window.Add("&Do It...", [&done] { done.append("action"); })->setObjectName("_DoIt");
-    QObject::connect(window.button, &QPushButton::clicked, &window, [&done] { done.append("button"); });
+    QObject::connect(window.button, &QPushButton::clicked, &window,
+                     [list = &done] { list->append("button"); });
     EXPECT_TRUE(Play({"in Playground", "trigger \"Do It\"", "trigger _DoIt", "click Press", "click _Button",
                       "key Space _Button", "key \"Shift+A\" _Edit"}))
         << report.toStdString();

@@ -20,12 +20,14 @@ class InertPlugin : public QObject
 #endif
 
 public:
+#ifdef TEST_MISSING_SYMBOL
     Q_INVOKABLE InertPlugin()
     {
-#ifdef TEST_MISSING_SYMBOL
         ThisFunctionIsNowhereDefined();
-#endif
     }
+#else
+    Q_INVOKABLE InertPlugin() = default;
+#endif
 };
 
 #ifdef TEST_OTHER_MAJOR

@@ -132,8 +132,8 @@ TEST_F(ZORHostMainWindowTest, RunningOutOfMemoryWhileOpeningLeavesTheDocumentAnd
         QObject receiver;
         bool isFirst = true; // the next one is that of a destructor, which has to pass
         QObject::connect(GetEnvironment()->GetContainer(), &ZORGeoContainer::ContentChanged, &receiver,
-                         [&isFirst] {
-                             if (std::exchange(isFirst, false))
+                         [first = &isFirst] {
+                             if (std::exchange(*first, false))
                                  throw std::bad_alloc();
                          });
         EXPECT_FALSE(window->OpenFile(file));

@@ -98,7 +98,7 @@ TEST_F(ZORCmdActionPublisherTest, DestructionWithdrawsTheAction)
     QString withdrawn;
     QObject receiver;
     QObject::connect(controller, &ZORCmdController::ActionAboutToBeWithdrawn, &receiver,
-                     [&withdrawn](const QAction* going) { withdrawn = going->text(); });
+                     [text = &withdrawn](const QAction* going) { *text = going->text(); });
     publisher.reset();
     EXPECT_EQ("Draw", withdrawn);
     EXPECT_FALSE(action);
@@ -111,7 +111,7 @@ TEST_F(ZORCmdActionPublisherTest, PublishingAnnouncesTheAction)
     QList<QAction*> published;
     QObject receiver;
     QObject::connect(controller, &ZORCmdController::ActionPublished, &receiver,
-                     [&published](QAction* action) { published.append(action); });
+                     [list = &published](QAction* action) { list->append(action); });
     const auto publisher = Publish("Draw");
     EXPECT_EQ(QList<QAction*>({controller->GetAction("ScriptedCommand")}), published);
 }

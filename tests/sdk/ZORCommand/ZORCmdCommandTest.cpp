@@ -48,13 +48,11 @@ TEST(ZORCmdCommandTest, ReceiverOfFinishedMayDeleteTheCommand)
 TEST(ZORCmdCommandTest, CommandDeletedWhileFinishingIsForgotten)
 {
     auto* command = new ScriptedCommand(nullptr);
-    int finished = 0;
-    QObject receiver;
-    QObject::connect(command, &ZORCmdCommand::Finished, &receiver, [&finished] { ++finished; });
+    const QSignalSpy finished(command, &ZORCmdCommand::Finished);
     command->FinishLater();
     delete command;
     DeletePosted();
-    EXPECT_EQ(0, finished);
+    EXPECT_EQ(0, finished.count());
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <ZORCommonUI/ZORCmnPlainText.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QImage>
 #include <QTemporaryDir>
