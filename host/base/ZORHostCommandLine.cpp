@@ -23,12 +23,14 @@ struct Parser
     QCommandLineOption clean{
         "clean-settings",
         ZORHostCommandLine::tr("Starts from the default settings; the stored ones are kept as <file>.bak.")};
-    QCommandLineOption theme{"theme",
-                             ZORHostCommandLine::tr("Colours of the windows: light, dark or system."),
-                             "light|dark|system"};
+    QCommandLineOption theme{
+        "theme", ZORHostCommandLine::tr("Colors of the windows in this run: light, dark or system."),
+        "light|dark|system"};
     QCommandLineOption open{
         "open",
-        ZORHostCommandLine::tr("Opens the STL file <file> (millimetres). May be given several times."),
+        ZORHostCommandLine::tr("Opens <file>: a container, STL (millimeters), contour XML, layup XML or "
+                               "JSON, or nesting result. "
+                               "May be given several times: the first is opened, all others are imported."),
         "file"};
     QCommandLineOption script{
         "script",
@@ -46,7 +48,7 @@ struct Parser
         parser.setApplicationDescription(ZORHostCommandLine::tr(
             "Host application of the Zorvane SDK: 3D view, feature browser and plug-ins."));
         parser.addOptions({plugin, shieldedPlugin, noPlugins, settings, clean, theme, open, script, define});
-        parser.addPositionalArgument("files", ZORHostCommandLine::tr("STL files to open, as with --open."),
+        parser.addPositionalArgument("files", ZORHostCommandLine::tr("Files to open, as with --open."),
                                      "[files...]");
     }
 };

@@ -17,6 +17,7 @@
 #include "document/ZORHostDropTarget.h"
 #include "document/ZORHostFileMenu.h"
 #include "document/ZORHostRecoveryDialog.h"
+#include "help/ZORHostHelp.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "view/ZORHostView3D.h"
@@ -24,6 +25,7 @@
 #include "window/ZORHostNoticeBar.h"
 #include "window/ZORHostPlacement.h"
 #include "window/ZORHostPreferencesDialog.h"
+#include "window/ZORHostWelcomeView.h"
 #include "window/ZORHostWindowMenu.h"
 
 #include <ZORFeature/ZORFeatEnvironment.h>
@@ -36,6 +38,7 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QMenuBar>
 #include <QSessionManager>
 #include <QStatusBar>
@@ -65,7 +68,11 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     m_notices = new ZORHostNoticeBar(central);
     column->addWidget(m_notices);
     m_view = new ZORHostView3D(central);
-    column->addWidget(m_view, 1);
+    auto* middle = new QGridLayout; // the welcome covers the view
+    column->addLayout(middle, 1);
+    middle->addWidget(m_view, 0, 0);
+    m_welcome = new ZORHostWelcomeView(m_view, central);
+    middle->addWidget(m_welcome, 0, 0);
     setCentralWidget(central);
     statusBar()->setObjectName("_StatusBar");
 
@@ -78,6 +85,7 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     published->setObjectName("_CommandToolBar");
     published->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     new ZORHostPublishedActions(menuBar(), m_helpMenu, published, this);
+    FillWelcome();
 
     connect(m_view, &ZORHostView3D::Picked, this, &ZORHostMainWindow::OnPicked);
     connect(m_view, &ZORHostView3D::PickCleared, this, [this] { statusBar()->clearMessage(); });
@@ -93,6 +101,18 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
 }
 
 ZORHostMainWindow::~ZORHostMainWindow() = default;
+
+void ZORHostMainWindow::FillWelcome()
+{
+    constexpr int kMostFiles = 6;
+    m_welcome->AddActions(tr("Start"),
+                          {findChild<QAction*>("_OpenAction"), findChild<QAction*>("_ImportAction")});
+    m_welcome->AddActions(tr("First steps"),
+                          {findChild<QAction*>("_FirstStepsAction"), findChild<QAction*>("_KeysAction"),
+                           findChild<QAction*>("_PaletteAction")});
+    m_welcome->AddMenu(tr("Samples"), findChild<QMenu*>("_SamplesMenu"), kMostFiles);
+    m_welcome->AddMenu(tr("Recent files"), findChild<QMenu*>("_RecentMenu"), kMostFiles);
+}
 
 void ZORHostMainWindow::CreateDocument()
 {
@@ -201,6 +221,10 @@ void ZORHostMainWindow::CreateHelpMenu()
 {
     m_helpMenu = menuBar()->addMenu(tr("&Help"));
     m_helpMenu->setObjectName("_HelpMenu");
+    setProperty("helpTopic", tr("Working with the host"));
+    m_view->setProperty("helpTopic", tr("Mouse and keys"));
+    (new ZORHostHelp(this))->AddTo(m_helpMenu);
+    m_helpMenu->addSeparator();
     QAction* palette = AddAction("_PaletteAction", "palette", tr("&Command Palette..."),
                                  tr("Finds any action by a part of its name and runs it"));
     palette->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
@@ -222,6 +246,7 @@ void ZORHostMainWindow::SetEnvironment(ZORFeatEnvironment* environment)
 {
     m_view->SetEnvironment(environment);
     m_browser->SetEnvironment(environment);
+    m_welcome->SetEnvironment(environment);
     m_document->SetEnvironment(environment);
 }
 

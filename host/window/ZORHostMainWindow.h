@@ -22,6 +22,7 @@ class ZORHostLogDock;
 class ZORHostNoticeBar;
 class ZORHostPluginManager;
 class ZORHostView3D;
+class ZORHostWelcomeView;
 
 /// 3D view in the middle, docks with feature browser, log and API calls around it; menus and tool bars with
 /// the host's own actions and those published through the command controller.
@@ -85,12 +86,14 @@ private:
     void OnSessionEnds(QSessionManager& session);
     void OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point);
     void AddDockActions();
+    void FillWelcome();
     QAction* AddAction(const QString& objectName, const QString& icon, const QString& text,
                        const QString& tip);
 
     ZORHostPluginManager* m_plugins; // not owned
     ZORHostView3D* m_view;
     ZORHostNoticeBar* m_notices;
+    ZORHostWelcomeView* m_welcome;
     ZORHostDocumentCommands* m_document = nullptr;
     ZORFeatBrowserWidget* m_browser = nullptr;
     ZORHostLogDock* m_logDock = nullptr;

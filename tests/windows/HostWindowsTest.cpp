@@ -9,6 +9,7 @@
 #include "base/ZORHostTheme.h"
 #include "core/ZORTestOptionsCmd.h"
 #include "docks/ZORHostLog.h"
+#include "help/ZORHostHelpWindow.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "window/ZORHostAboutDialog.h"
@@ -284,6 +285,18 @@ TEST_P(HostWindowsTest, MainWindowWithNotice)
     window->show();
     window->ShowPluginProblems();
     Walk(&*window, "host-notice");
+}
+
+TEST_P(HostWindowsTest, Help)
+{
+    ZORHostHelpWindow help(nullptr);
+    help.ShowPlace(ZORHostHelpPages::Find("Mouse and keys"));
+    Walk(&help, "help");
+}
+
+TEST_P(HostWindowsTest, MainWindowWithWelcome)
+{
+    Walk(&*window, "host-welcome");
 }
 
 TEST_P(HostWindowsTest, About)
