@@ -36,7 +36,7 @@ QStringList ZORHostHelpPages::GetPages()
 QString ZORHostHelpPages::Read(const QString& page)
 {
     QFile file(page);
-    if (!file.open(QIODevice::ReadOnly))
+    if (page.isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
     static const QRegularExpression picture(QStringLiteral("!\\[[^\\]]*\\]\\([^)]*\\)"));
     return QString::fromUtf8(file.readAll()).remove(picture);

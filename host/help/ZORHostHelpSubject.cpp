@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QKeySequence>
@@ -14,6 +15,11 @@
 #include <QWidget>
 
 namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(ZORHostHelpSubject)
+};
 
 /// The topic that \a widget itself names; empty where it names none.
 QString GetTopic(const QWidget* widget)
@@ -95,8 +101,7 @@ QString DescribeWindow(const QWidget* window)
         text += Escape(command->toolTip()) + QStringLiteral(".\n\n");
     const QString fields = DescribeFields(window);
     if (!fields.isEmpty())
-        text +=
-            QStringLiteral("## %1\n\n%2\n").arg(QCoreApplication::translate("ZORHostHelp", "Fields"), fields);
+        text += QStringLiteral("## %1\n\n%2\n").arg(Texts::tr("Fields"), fields);
     return text;
 }
 
@@ -124,6 +129,6 @@ QString ZORHostHelpSubject::DescribeAction(const QAction* action)
     text += section.trimmed().isEmpty() ? Escape(action->statusTip()) + u'\n' : section;
     const QString keys = action->shortcut().toString(QKeySequence::NativeText);
     if (!keys.isEmpty())
-        text += u'\n' + QCoreApplication::translate("ZORHostHelp", "Keys: %1").arg(keys) + u'\n';
+        text += u'\n' + Texts::tr("Keys: %1").arg(keys) + u'\n';
     return text;
 }

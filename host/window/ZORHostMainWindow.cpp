@@ -7,7 +7,6 @@
 #include "actions/ZORHostViewActions.h"
 #include "base/ZORHostApplication.h"
 #include "base/ZORHostSettings.h"
-#include "base/ZORHostTheme.h"
 #include "base/ZORHostWindowTitle.h"
 #include "docks/ZORHostApiDock.h"
 #include "docks/ZORHostLogDock.h"
@@ -25,6 +24,7 @@
 #include "window/ZORHostNoticeBar.h"
 #include "window/ZORHostPlacement.h"
 #include "window/ZORHostPreferencesDialog.h"
+#include "window/ZORHostThemeMenu.h"
 #include "window/ZORHostWelcomeView.h"
 #include "window/ZORHostWindowMenu.h"
 
@@ -33,7 +33,6 @@
 #include <ZORFeatureUI/ZORFeatBrowserWidget.h>
 #include <ZORGeometry/ZORGeoGeometry.h>
 
-#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -195,26 +194,7 @@ void ZORHostMainWindow::CreateViewMenu()
     ZORHostAddViewActions(m_view, m_viewMenu, m_viewToolBar);
     AddDockActions();
     m_viewMenu->addSeparator();
-    QMenu* themes = m_viewMenu->addMenu(tr("T&heme"));
-    themes->setObjectName("_ThemeMenu");
-    m_themes = new QActionGroup(this);
-    const std::tuple<ZORHostOptions::Theme, QString, QString> choices[] = {
-        {ZORHostOptions::Theme::System, tr("&System"), tr("Takes the colors of the desktop")},
-        {ZORHostOptions::Theme::Light, tr("&Light"), tr("Dark texts on light grounds")},
-        {ZORHostOptions::Theme::Dark, tr("&Dark"), tr("Light texts on dark grounds")}};
-    for (const auto& [theme, text, tip] : choices) {
-        QAction* action = m_themes->addAction(text);
-        action->setObjectName(QStringLiteral("_Theme_%1").arg(ZORHostTheme::ToName(theme)));
-        action->setCheckable(true);
-        action->setChecked(theme == ZORHostOptions::Theme::System);
-        action->setToolTip(tip);
-        action->setStatusTip(tip);
-        connect(action, &QAction::triggered, this, [this, chosen = theme] {
-            SetTheme(chosen);
-            m_keptTheme = ZORHostTheme::ToName(chosen);
-        });
-        themes->addAction(action);
-    }
+    m_themes = new ZORHostThemeMenu(m_viewMenu);
 }
 
 void ZORHostMainWindow::CreateHelpMenu()
@@ -252,11 +232,7 @@ void ZORHostMainWindow::SetEnvironment(ZORFeatEnvironment* environment)
 
 void ZORHostMainWindow::SetTheme(ZORHostOptions::Theme theme)
 {
-    ZORHostTheme::Apply(theme);
-    const QString name = QStringLiteral("_Theme_%1").arg(ZORHostTheme::ToName(theme));
-    const QList<QAction*> actions = m_themes->actions();
-    for (QAction* action : actions)
-        action->setChecked(action->objectName() == name);
+    m_themes->SetTheme(theme);
 }
 
 void ZORHostMainWindow::RestoreSettings()
@@ -265,9 +241,7 @@ void ZORHostMainWindow::RestoreSettings()
     ZORHostPlacement::KeepOnScreen(this);
     restoreState(ZORHostSettings::Read("Layout").toByteArray(), kLayoutVersion);
     m_dockSizes->SetSizes(ZORHostSettings::Read("DockSizes").toMap());
-    const ZORHostOptions::Theme theme = ZORHostTheme::FromName(ZORHostSettings::Read("Theme").toString());
-    SetTheme(theme);
-    m_keptTheme = ZORHostTheme::ToName(theme);
+    m_themes->RestoreSettings();
     const bool wireframe = ZORHostSettings::Read("Wireframe").toBool();
     m_view->SetDisplayMode(wireframe ? ZORVisRenderer::Wireframe : ZORVisRenderer::Shaded);
 }
@@ -278,8 +252,7 @@ void ZORHostMainWindow::SaveSettings() const
     ZORHostSettings::Write("Layout", saveState(kLayoutVersion));
     ZORHostSettings::Write("Wireframe", m_view->GetDisplayMode() == ZORVisRenderer::Wireframe);
     ZORHostSettings::Write("DockSizes", m_dockSizes->GetSizes());
-    if (!m_keptTheme.isEmpty())
-        ZORHostSettings::Write("Theme", m_keptTheme);
+    m_themes->SaveSettings();
 }
 
 bool ZORHostMainWindow::OpenFiles(const QStringList& files)

@@ -8,7 +8,6 @@
 
 #include <QMainWindow>
 
-class QActionGroup;
 class QMenu;
 class QSessionManager;
 class QToolBar;
@@ -21,6 +20,7 @@ class ZORHostLineQueue;
 class ZORHostLogDock;
 class ZORHostNoticeBar;
 class ZORHostPluginManager;
+class ZORHostThemeMenu;
 class ZORHostView3D;
 class ZORHostWelcomeView;
 
@@ -101,8 +101,7 @@ private:
     QToolBar* m_viewToolBar = nullptr;
     QMenu* m_viewMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
-    QActionGroup* m_themes = nullptr;
-    QString m_keptTheme; // name of the one the user chose last, for the settings
+    ZORHostThemeMenu* m_themes = nullptr;
     ZORHostDockSizes* m_dockSizes = nullptr;
     QByteArray m_defaultLayout;
 };
