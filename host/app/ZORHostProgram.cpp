@@ -117,14 +117,14 @@ ZORHostProgram::~ZORHostProgram()
 void ZORHostProgram::ShowNotices()
 {
     QStringList notices;
-    if (!m_settings->GetWarning().isEmpty())
+    if (CanAskUser(m_options)) // the window offers these documents later
+        notices = ZORHostRescue::TakeNotices();
+    if (!m_settings->GetWarning().isEmpty()) {
         notices.append(m_settings->GetWarning());
-    if (CanAskUser(m_options))
-        notices += ZORHostRescue::TakeNotices();
-    for (const QString& notice : notices) {
-        qCWarning(lcHost).noquote() << notice;
-        m_window->GetNoticeBar()->AddMessage(notice);
+        m_window->GetNoticeBar()->AddMessage(m_settings->GetWarning());
     }
+    for (const QString& notice : std::as_const(notices))
+        qCWarning(lcHost).noquote() << notice;
 }
 
 void ZORHostProgram::LoadPlugins()

@@ -204,7 +204,9 @@ bool ZORHostDocumentCommands::Recover(const ZORHostRescue::Entry& entry)
     m_document->MarkNew(); // ends the copies of the former document
     m_document->MarkRecovered(entry.document);
     m_autosave->Adopt(entry);
-    return true;
+    const QString name =
+        entry.document.isEmpty() ? m_document->GetName() : QFileInfo(entry.document).fileName();
+    return Report({}, tr("Recovered '%1'; its file is written only when you save it").arg(name));
 }
 
 bool ZORHostDocumentCommands::Read(const QString& file, ZORHostOpening::Mode mode)

@@ -15,6 +15,8 @@ ZORHostPreferencesDialog::ZORHostPreferencesDialog(QWidget* parent)
     const ZORHostPreferences* preferences = ZORHostPreferences::Get();
     setObjectName("_PreferencesDialog");
     setWindowTitle(tr("Preferences"));
+    constexpr int kWidth = 380; // logical pixels: the window manager shows the whole title
+    setMinimumWidth(kWidth);
     auto* form = new QFormLayout(this);
     m_autosave->setObjectName("_AutosaveSpin");
     m_autosave->setRange(0, ZORHostPreferences::kMostAutosaveMinutes);

@@ -95,6 +95,23 @@ TEST_F(ZORHostDocumentTest, ADocumentFromAForeignFileIsUntitledAndSaveProposesIt
     EXPECT_EQ(QFileInfo(GetPath("part.stl")).absolutePath(), shown[0].directory);
 }
 
+TEST_F(ZORHostDocumentTest, OthersThatSaveAndLoadTheContainerNeitherChangeTheFileNorClearTheMark)
+{
+    AddBox("Box");
+    const QString file = SaveAs("part.ZORCont");
+    QFile other(GetPath("other.ZORCont"));
+    ASSERT_TRUE(other.open(QIODevice::ReadWrite));
+    GetEnvironment()->GetContainer()->Save(other);
+    EXPECT_FALSE(GetDocument().IsModified());
+    ASSERT_TRUE(other.seek(0));
+    GetEnvironment()->GetContainer()->Load(other);
+    EXPECT_TRUE(GetDocument().IsModified());
+    ASSERT_TRUE(other.resize(0) && other.seek(0));
+    GetEnvironment()->GetContainer()->Save(other);
+    EXPECT_TRUE(GetDocument().IsModified());
+    EXPECT_EQ(file, GetDocument().GetFile());
+}
+
 TEST_F(ZORHostDocumentTest, ACopyKeepsTheFileAndTheMark)
 {
     AddBox("Box");
