@@ -14,6 +14,7 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
+#include <ZORFeature/ZORFeatStyles.h>
 #include <ZORGeometry/ZORGeoContainerFile.h>
 #include <ZORSystem/ZORSysException.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
@@ -224,9 +225,7 @@ bool ZORHostDocumentCommands::Read(const QString& file, ZORHostOpening::Mode mod
 void ZORHostDocumentCommands::Commit(const QString& file, ZORExcFileKind::Kind kind,
                                      ZORHostOpening::Mode mode, const ZORHostOpening::Add& add)
 {
-    ZORFeatEnvironment* environment = Environment();
-    const int former =
-        mode == ZORHostOpening::Mode::Import ? environment->GetContainer()->GetNumGeometry() : 0;
+    const ZORFeatShowNew show(m_document->GetContainer());
     const bool wasModified = m_document->IsModified();
     try {
         if (mode == ZORHostOpening::Mode::Open)
@@ -237,7 +236,6 @@ void ZORHostDocumentCommands::Commit(const QString& file, ZORExcFileKind::Kind k
         m_document->RestoreModified(wasModified); // whatever came in has left again
         throw;
     }
-    ZORHostShowSurfaces(environment, former);
     if (mode == ZORHostOpening::Mode::Import || file == m_recovered)
         return;
     if (kind == ZORExcFileKind::Kind::Container)
@@ -262,14 +260,13 @@ void ZORHostDocumentCommands::Replace(const QString& file, const ZORHostOpening:
         add();
     } catch (const ZORSysException&) {
         former.AddTo(*container);
-        ZORHostShowSurfaces(Environment(), 0);
         throw;
     }
 }
 
 void ZORHostDocumentCommands::ShowRead(const ZORHostOpenedFile& file)
 {
-    m_view->FitAll();
+    m_view->FitAllOnceShown();
     m_window->statusBar()->showMessage(
         tr("%1: %n object(s) in %2 s", nullptr, int(file.names.size()))
             .arg(QFileInfo(file.fileName).fileName(), QString::number(file.duration, 'f', 2)));

@@ -22,10 +22,7 @@ QStringList GetFiles();
 bool ZORHostIsContainerFile(const QString& fileName);
 
 /// Adds the contents of a file to the container of \a environment: of a container file, else of an STL file
-/// (lengths in millimeters). Each new surface gets a shaded visual object, which goes with it.
+/// (lengths in millimeters). They are visible.
 /// \return number of geometries added
 /// \throws ZORSysFileOpenException when the file cannot be opened; ZORSysException as the loaders do
 int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment);
-
-/// Gives each surface of \a environment from the index \a first on a shaded visual object, which goes with it.
-void ZORHostShowSurfaces(ZORFeatEnvironment* environment, int first);

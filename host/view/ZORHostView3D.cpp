@@ -15,6 +15,7 @@
 
 #include <cmath>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -72,6 +73,18 @@ void ZORHostView3D::FitAll()
     if (m_scene)
         m_camera.FitAll(m_scene->GetBoundingBox(), size());
     Invalidate();
+}
+
+void ZORHostView3D::FitAllOnceShown()
+{
+    m_fitsOnceShown = true;
+    FitAll();
+}
+
+void ZORHostView3D::OnDocumentShown()
+{
+    if (std::exchange(m_fitsOnceShown, false))
+        FitAll();
 }
 
 void ZORHostView3D::SetStandardView(ZORVisCamera::StandardView view)

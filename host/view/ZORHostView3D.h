@@ -39,9 +39,14 @@ public:
 
     /// \param environment  not owned; null shows nothing. May die first.
     void SetEnvironment(ZORVisEnvironment* environment);
+    /// The scene of the environment; null without one. Another one after SetEnvironment().
+    ZORVisScene* GetScene() const { return m_scene.get(); }
 
     const ZORVisCamera& GetCamera() const { return m_camera; }
     void FitAll();
+    /// Fits all now, and again when OnDocumentShown() says that what has been opened is drawn.
+    void FitAllOnceShown();
+    void OnDocumentShown();
     /// Turns to the view and fits all.
     void SetStandardView(ZORVisCamera::StandardView view);
     ZORVisRenderer::DisplayMode GetDisplayMode() const { return m_renderer->GetDisplayMode(); }
@@ -99,6 +104,7 @@ private:
     std::unique_ptr<ZORVisRenderer> m_renderer;
     ZORVisCamera m_camera;
     bool m_sceneEmpty = true;
+    bool m_fitsOnceShown = false;
 
     QImage m_image;
     bool m_dirty = true;

@@ -19,6 +19,7 @@
 #include "help/ZORHostHelp.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
+#include "view/ZORHostPresentation.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
 #include "window/ZORHostNoticeBar.h"
@@ -72,6 +73,7 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     middle->addWidget(m_view, 0, 0);
     m_welcome = new ZORHostWelcomeView(m_view, central);
     middle->addWidget(m_welcome, 0, 0);
+    m_presentation = new ZORHostPresentation(m_view, this);
     setCentralWidget(central);
     statusBar()->setObjectName("_StatusBar");
 
@@ -224,7 +226,7 @@ void ZORHostMainWindow::CreateHelpMenu()
 
 void ZORHostMainWindow::SetEnvironment(ZORFeatEnvironment* environment)
 {
-    m_view->SetEnvironment(environment);
+    m_presentation->SetEnvironment(environment);
     m_browser->SetEnvironment(environment);
     m_welcome->SetEnvironment(environment);
     m_document->SetEnvironment(environment);

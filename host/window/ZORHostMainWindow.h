@@ -20,6 +20,7 @@ class ZORHostLineQueue;
 class ZORHostLogDock;
 class ZORHostNoticeBar;
 class ZORHostPluginManager;
+class ZORHostPresentation;
 class ZORHostThemeMenu;
 class ZORHostView3D;
 class ZORHostWelcomeView;
@@ -43,6 +44,7 @@ public:
     ~ZORHostMainWindow() override;
 
     ZORHostView3D* GetView() const { return m_view; }
+    ZORHostPresentation* GetPresentation() const { return m_presentation; }
     ZORHostNoticeBar* GetNoticeBar() const { return m_notices; }
 
     /// Window geometry, dock layout, theme and display mode, from and to the settings store of the SDK's
@@ -92,6 +94,7 @@ private:
 
     ZORHostPluginManager* m_plugins; // not owned
     ZORHostView3D* m_view;
+    ZORHostPresentation* m_presentation; // child
     ZORHostNoticeBar* m_notices;
     ZORHostWelcomeView* m_welcome;
     ZORHostDocumentCommands* m_document = nullptr;

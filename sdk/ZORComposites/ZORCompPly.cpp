@@ -88,6 +88,14 @@ ZORTopBody* ZORCompPly::GetBody() const
     return d->shape.GetBody();
 }
 
+QList<ZORGeoGeometry*> ZORCompPly::GetOwnedGeometry() const
+{
+    QList<ZORGeoGeometry*> owned = ZORFeatGeometry::GetOwnedGeometry();
+    if (d->shape.GetOwnedCurve()) // of a boundary that had to be closed
+        owned.prepend(d->shape.GetOwnedCurve());
+    return owned;
+}
+
 void ZORCompPly::SetMaterial(ZORCompMaterial* material)
 {
     ZOR_TRACE_CALL(material);

@@ -39,6 +39,7 @@ public:
 
     /// Null without an outer boundary, and once somebody has destroyed it.
     ZORTopBody* GetBody() const override;
+    QList<ZORGeoGeometry*> GetOwnedGeometry() const override;
 
     void SetMaterial(ZORCompMaterial* material);
     ZORCompMaterial* GetMaterial() const;

@@ -7,8 +7,10 @@
 
 #include <memory>
 
+class ZORFeatGeometry;
 class ZORFeatObject;
 class ZORFeatRoot;
+class ZORFeatStyles;
 
 /// Container that also knows the roots of the feature trees. Features are geometries of the container
 /// like all others, in the order of their registration; a feature comes after its parent.
@@ -32,9 +34,21 @@ public:
     /// All roots, in the order of their registration.
     QList<ZORFeatRoot*> GetFeatureRoots() const;
 
+    /// How the objects of this container look. Never null; owned by the container.
+    ZORFeatStyles* GetStyles() const;
+
+    /// Returns the feature that made a geometry for itself (ZORFeatGeometry::GetOwnedGeometry()): people see it as a part
+    /// of that feature. O(1), amortized.
+    /// \return not owned; null for features, and for geometry that stands for itself
+    ZORFeatGeometry* GetOwner(const ZORGeoGeometry* geometry) const;
+
 signals:
     /// A feature of this container has another label.
     void FeatureLabelChanged(ZORFeatObject* feature);
+
+protected:
+    StoredStyles GetStoredStyles() const override;
+    void TakeStoredStyles(const StoredStyles& styles) override;
 
 private:
     friend class ZORFeatRoot;

@@ -13,6 +13,7 @@
 #include <ZORSystem/ZORSysMemory.h>
 
 #include <QMutex>
+#include <QPointer>
 #include <QStringList>
 
 #include <algorithm>
@@ -51,13 +52,19 @@ QStringList ClassesThatCannotBeSaved(const ZORGeoContainer& container)
     return names;
 }
 
-std::vector<ZORGeoStoredObject> Describe(const ZORGeoContainer& container)
+using Numbers = QHash<const ZORGeoGeometry*, int>;
+
+Numbers NumbersOf(const ZORGeoContainer& container)
 {
-    QHash<const ZORGeoGeometry*, int> numbers;
+    Numbers numbers;
     numbers.reserve(container.GetNumGeometry());
     for (int i = 0; i < container.GetNumGeometry(); ++i)
         numbers.insert(container.GetGeometryByIndex(i), i);
+    return numbers;
+}
 
+std::vector<ZORGeoStoredObject> DescribeObjects(const ZORGeoContainer& container, const Numbers& numbers)
+{
     QHash<const QMetaObject*, ZORGeoObjectStorage::Chain> chains;
     std::vector<ZORGeoStoredObject> objects(size_t(container.GetNumGeometry()));
     for (int i = 0; i < container.GetNumGeometry(); ++i) {
@@ -73,6 +80,17 @@ std::vector<ZORGeoStoredObject> Describe(const ZORGeoContainer& container)
             storage->write(geometry, writer);
     }
     return objects;
+}
+
+QList<std::pair<ZORGeoGeometry*, QCborMap>> StylesOf(const ZORGeoStoredDocument& content,
+                                                     const std::vector<QPointer<ZORGeoGeometry>>& made)
+{
+    QList<std::pair<ZORGeoGeometry*, QCborMap>> styles;
+    for (const auto& [number, values] : content.styles) {
+        if (ZORGeoGeometry* const geometry = made[size_t(number)])
+            styles.append({geometry, values});
+    }
+    return styles;
 }
 
 } // namespace
@@ -215,13 +233,27 @@ void ZORGeoContainer::Destroy(ZORGeoGeometry* geometry)
     }
 }
 
-std::vector<ZORGeoStoredObject> ZORGeoContainer::DescribeObjects() const
+ZORGeoContainer::StoredStyles ZORGeoContainer::GetStoredStyles() const
+{
+    return {};
+}
+
+void ZORGeoContainer::TakeStoredStyles(const StoredStyles&) {}
+
+ZORGeoStoredDocument ZORGeoContainer::Describe() const
 {
     if (const QStringList names = ClassesThatCannotBeSaved(*this); !names.isEmpty()) {
         throw ZORSysFileException(
             tr("objects of these classes cannot be saved: %1").arg(names.join(QLatin1String(", "))));
     }
-    return Describe(*this);
+    const Numbers numbers = NumbersOf(*this);
+    ZORGeoStoredDocument content{DescribeObjects(*this, numbers), {}};
+    const StoredStyles styles = GetStoredStyles();
+    for (const auto& [geometry, values] : styles)
+        content.styles.emplace_back(numbers.value(geometry), values);
+    std::sort(content.styles.begin(), content.styles.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    return content;
 }
 
 void ZORGeoContainer::Save(QIODevice& device) const
@@ -232,13 +264,17 @@ void ZORGeoContainer::Save(QIODevice& device) const
     ZORGeoContainerFile::Take(*this).Write(device);
 }
 
-void ZORGeoContainer::AddObjects(const std::vector<ZORGeoStoredObject>& objects)
+void ZORGeoContainer::AddContent(const ZORGeoStoredDocument& content)
 {
+    const std::vector<ZORGeoStoredObject>& objects = content.objects;
     try {
         ZORGeoContainerLoader loader(*this, objects);
         loader.Make();
         ZorGeoDumpLoad(objects, tr("all objects are made"));
-        loader.Register(d->names);
+        const QPointer<ZORGeoContainer> self(this);
+        const std::vector<QPointer<ZORGeoGeometry>> made = loader.Register(d->names);
+        if (self)
+            TakeStoredStyles(StylesOf(content, made));
     } catch (const ZORSysException& exception) {
         ZorGeoDumpLoad(objects, exception.GetMessage());
         throw;
@@ -255,6 +291,6 @@ void ZORGeoContainer::Load(QIODevice& device)
                            zor::geo::ProgressReporter progress;
                            ZORGeoContainerFileData file;
                            file.Read(device, progress);
-                           AddObjects(file.objects);
+                           AddContent(file.content);
                        });
 }

@@ -4,16 +4,17 @@
 
 #include <ZORGeometry/ZORGeometryGlobal.h>
 
+#include <QCborMap>
 #include <QList>
 #include <QObject>
 
 #include <memory>
-#include <vector>
+#include <utility>
 
 class QIODevice;
 class ZORGeoContainerLoader;
 class ZORGeoGeometry;
-struct ZORGeoStoredObject;
+struct ZORGeoStoredDocument;
 
 /// Owns geometries and lists them in the order of their registration.
 ///
@@ -83,14 +84,24 @@ signals:
     /// name it. Receivers note the change; they must not change the container themselves.
     void ContentChanged();
 
+protected:
+    /// How geometries look, as container files keep it; not owned.
+    using StoredStyles = QList<std::pair<ZORGeoGeometry*, QCborMap>>;
+    /// Returns the styles that Save() writes, of registered geometries of this container, each once; here none. A file
+    /// without styles is of version 1, one with styles of version 2.
+    virtual StoredStyles GetStoredStyles() const;
+    /// Takes the styles of a file whose geometries have all been registered. The values may be anything. Does nothing
+    /// here.
+    virtual void TakeStoredStyles(const StoredStyles& styles);
+
 private:
     friend class ZORGeoContainerFile;
     friend class ZORGeoGeometry;
     void Add(ZORGeoGeometry* geometry);
     void Forget(ZORGeoGeometry* geometry);
     void Destroy(ZORGeoGeometry* geometry);
-    std::vector<ZORGeoStoredObject> DescribeObjects() const;
-    void AddObjects(const std::vector<ZORGeoStoredObject>& objects);
+    ZORGeoStoredDocument Describe() const;
+    void AddContent(const ZORGeoStoredDocument& content);
 
     class Private;
     const std::unique_ptr<Private> d;

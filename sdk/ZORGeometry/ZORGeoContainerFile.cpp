@@ -62,10 +62,13 @@ private:
     bool m_isCanceled = false;
 };
 
+constexpr quint32 kPlainVersion = 1;
+constexpr quint32 kStyledVersion = 2; // has styles, which readers of version 1 do not know
+
 /// Version of the format, and how well a document may be compressed.
-ZORSysDocumentEnvelope Envelope()
+ZORSysDocumentEnvelope Envelope(quint32 version = kStyledVersion)
 {
-    return {ZORGeoContainer::tr("container file"), 1, 1000};
+    return {ZORGeoContainer::tr("container file"), version, 1000};
 }
 
 /// Returns the document of a file.
@@ -119,16 +122,16 @@ void ZORGeoContainerFileData::Read(QIODevice& device, ProgressReporter& progress
     progress.SetRange(0, kUnwrapped);
     const QByteArray document = Unwrap(device, progress);
     progress.SetRange(kUnwrapped, 1);
-    objects = ZORGeoContainerDocument::Read(document, progress);
+    content = ZORGeoContainerDocument::Read(document, progress);
 }
 
 void ZORGeoContainerFileData::Write(QIODevice& device, ProgressReporter& progress) const
 {
     constexpr double kDescribed = 0.3, kPacked = 0.8; // parts of the time
     progress.SetRange(0, kDescribed);
-    QByteArray bytes = ZORGeoContainerDocument::Write(objects, progress);
+    QByteArray bytes = ZORGeoContainerDocument::Write(content, progress);
     progress.Update(1);
-    bytes = Envelope().Wrap(bytes);
+    bytes = Envelope(content.styles.empty() ? kPlainVersion : kStyledVersion).Wrap(bytes);
     progress.SetRange(kPacked, 1);
     progress.Update(0);
     if (!progress.IsWatched()) {
@@ -156,7 +159,7 @@ ZORGeoContainerFile::~ZORGeoContainerFile() = default;
 
 int ZORGeoContainerFile::GetNumObjects() const
 {
-    return int(d->objects.size());
+    return int(d->content.objects.size());
 }
 
 std::optional<ZORGeoContainerFile> ZORGeoContainerFile::Read(QIODevice& device,
@@ -185,14 +188,14 @@ std::optional<ZORGeoContainerFile> ZORGeoContainerFile::Read(QIODevice& device,
 void ZORGeoContainerFile::AddTo(ZORGeoContainer& container) const
 {
     ZOR_TRACE_CALL(&container);
-    ZORSysMemory::Read(ZORGeoContainer::tr("container file"), 0, [&] { container.AddObjects(d->objects); });
+    ZORSysMemory::Read(ZORGeoContainer::tr("container file"), 0, [&] { container.AddContent(d->content); });
 }
 
 ZORGeoContainerFile ZORGeoContainerFile::Take(const ZORGeoContainer& container)
 {
     ZOR_TRACE_CALL(&container);
     ZORGeoContainerFile file;
-    file.d->objects = container.DescribeObjects();
+    file.d->content = container.Describe();
     return file;
 }
 

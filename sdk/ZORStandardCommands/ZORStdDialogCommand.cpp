@@ -6,6 +6,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORFeature/ZORFeatObject.h>
+#include <ZORFeature/ZORFeatStyles.h>
 #include <ZORSystem/ZORSysException.h>
 
 ZORStdDialogCommand::ZORStdDialogCommand(QObject* parent, const QString& editTitle)
@@ -54,5 +55,6 @@ void ZORStdDialogCommand::Commit()
     content->Check(); // an object may have gone since
     if (!content->GetProblem().isEmpty())
         throw ZORSysException(content->GetProblem());
+    const ZORFeatShowNew show(m_environment->GetContainer());
     content->Apply();
 }

@@ -1,5 +1,6 @@
 #include "ZORTPCourse.h"
 
+#include <ZORFeature/ZORFeatSketch.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceSmoother.h>
 #include <ZORGeometry/ZORGeoObjectReader.h>
@@ -19,6 +20,9 @@
 ZOR_GEO_REGISTER_TYPE(ZORTPCourse)
 
 namespace {
+
+const ZORFeatSketcherRegistration courseSketcher({&ZORTPCourse::staticMetaObject, ZORFeatKind::Course,
+                                                  nullptr});
 
 bool IsWidth(double width)
 {

@@ -21,6 +21,7 @@ public:
     ZORVisOptions::LineStyle lineStyle = ZORVisOptions::Solid;
     ZORVisOptions::PointSymbol pointSymbol = ZORVisOptions::Cross;
     double textSize = kDefaultTextSize;
+    ZORVisOptions::Display display = ZORVisOptions::Shaded;
 };
 
 ZORVisOptions::ZORVisOptions()
@@ -105,10 +106,22 @@ double ZORVisOptions::GetDrawnTextSize() const
     return std::isfinite(d->textSize) && d->textSize > 0 ? d->textSize : kDefaultTextSize;
 }
 
+void ZORVisOptions::SetDisplay(Display display)
+{
+    ZOR_TRACE_CALL(display);
+    d->display = display;
+}
+
+ZORVisOptions::Display ZORVisOptions::GetDisplay() const
+{
+    return d->display;
+}
+
 bool operator==(const ZORVisOptions& a, const ZORVisOptions& b)
 {
     const auto tie = [](const ZORVisOptionsData& data) {
-        return std::tie(data.color, data.lineThickness, data.lineStyle, data.pointSymbol, data.textSize);
+        return std::tie(data.color, data.lineThickness, data.lineStyle, data.pointSymbol, data.textSize,
+                        data.display);
     };
     return tie(*a.d) == tie(*b.d);
 }
@@ -124,5 +137,9 @@ void ZorTraceAppend(QByteArray& out, const ZORVisOptions& options)
     ZorTraceAppend(out, options.GetPointSymbol());
     out += ", ";
     ZorTraceAppend(out, options.GetTextSize());
+    if (options.GetDisplay() != ZORVisOptions::Shaded) {
+        out += ", ";
+        ZorTraceAppend(out, options.GetDisplay());
+    }
     out += ')';
 }

@@ -50,10 +50,17 @@ public:
         FullCircle2 = 9,
         FullSquare2 = 10
     };
+    /// How triangles are drawn.
+    enum Display : int {
+        Shaded = 0,
+        Wireframe = 1, ///< the edges of the triangles only
+        WithEdges = 2  ///< shaded, with the edges in a darker color
+    };
+    static constexpr int displayCount = 3;
     static constexpr int lineStyleCount = 13;
     static constexpr int pointSymbolCount = 11;
 
-    /// Default colour, solid lines of thickness 1, crosses, text size 13.
+    /// Default colour, solid lines of thickness 1, crosses, text size 13, shaded.
     ZORVisOptions();
     ZORVisOptions(const ZORVisOptions& other);
     ZORVisOptions(ZORVisOptions&& other) noexcept;
@@ -87,9 +94,13 @@ public:
     /// GetTextSize(), or 13 where that cannot be drawn.
     double GetDrawnTextSize() const;
 
+    void SetDisplay(Display display);
+    /// Codes out of range are drawn as Shaded.
+    Display GetDisplay() const;
+
     /// Equal values of all options.
     friend ZORVISUALIZATION_EXPORT bool operator==(const ZORVisOptions& a, const ZORVisOptions& b);
-    /// (colour as #aarrggbb or none, thickness, style, symbol, text size)
+    /// (colour as #aarrggbb or none, thickness, style, symbol, text size), and the display where it is not Shaded
     friend ZORVISUALIZATION_EXPORT void ZorTraceAppend(QByteArray& out, const ZORVisOptions& options);
 
 private:

@@ -11,10 +11,10 @@ class ZORVisVirtualObject;
 /// Thread safety: reentrant; objects may be shared read-only.
 struct ZORVisPickResult
 {
-    ZORVisVirtualObject* object = nullptr; // not owned; null: nothing was hit
-    QObject* owner = nullptr;              // not owned; of the object; null when there is none or it has died
-    ZORMathPoint point;                    // the place that was hit, millimetres
-    int triangle = 0; // 1 ... number of triangles of its primitive; 0: no triangle was hit
+    ZORVisVirtualObject* object = nullptr; // not owned; null: a drawing of the scene, or nothing, was hit
+    QObject* owner = nullptr; // not owned; of the object or drawing; null when there is none or it has died
+    ZORMathPoint point;       // the place that was hit, millimetres
+    int triangle = 0;         // 1 ... number of triangles of its primitive; 0: no triangle was hit
 
-    bool IsHit() const { return object != nullptr; }
+    bool IsHit() const { return object || owner; }
 };

@@ -1,6 +1,7 @@
 #include "ZORVisRep.h"
 
 #include "scene/ZORVisDrawing_p.h"
+#include "scene/ZORVisMeshData_p.h"
 
 class ZORVisRep::Private
 {
@@ -23,6 +24,14 @@ ZORMathBoundingBox ZORVisRep::GetBoundingBox() const
             box.Add(primitive->box);
     }
     return box;
+}
+
+void ZORVisRep::Prepare() const
+{
+    for (const auto& item : d->items) {
+        ZORVisForEach<ZORVisMeshData, ZORVisPrimitiveKind::Mesh>(
+            *item, [](const ZORVisMeshData& mesh) { mesh.Prepare(); });
+    }
 }
 
 const ZORVisRep::Items& ZORVisRep::GetItems() const

@@ -23,6 +23,10 @@ public:
     /// Box around all primitives; empty when nothing has a finite point.
     ZORMathBoundingBox GetBoundingBox() const;
 
+    /// Computes ahead what pictures need, so that the first one takes less time. For large representations: may take a
+    /// second per 10 million triangles, and may run in any thread.
+    void Prepare() const;
+
     /// The drawing data, one item per set of options, in drawing order; for the module itself.
     const Items& GetItems() const;
 

@@ -29,30 +29,56 @@ ZORVisRep::Items ItemOf(const QList<const ZORVisPrimitive*>& primitives, const Z
 
 } // namespace
 
+class ZORVisRepGraphics::Primitives
+{
+public:
+    explicit Primitives(const QList<const ZORVisPrimitive*>& primitives)
+        : list(WithoutNull(primitives))
+    {
+    }
+    ~Primitives()
+    {
+        const QSet<const ZORVisPrimitive*> each(list.cbegin(), list.cend());
+        qDeleteAll(each);
+    }
+    Q_DISABLE_COPY_MOVE(Primitives)
+
+    const QList<const ZORVisPrimitive*> list; // owned
+};
+
 class ZORVisRepGraphics::Private
 {
 public:
-    QList<const ZORVisPrimitive*> primitives; // owned
+    std::shared_ptr<const Primitives> primitives;
     ZORVisOptions options;
 };
 
 ZORVisRepGraphics::ZORVisRepGraphics(const QList<const ZORVisPrimitive*>& primitives,
                                      const ZORVisOptions& options)
     : ZORVisRep(ItemOf(primitives, options))
-    , d(new Private{WithoutNull(primitives), options})
+    , d(new Private{std::make_shared<const Primitives>(primitives), options})
 {
     ZOR_TRACE_CALL(primitives, options);
 }
 
-ZORVisRepGraphics::~ZORVisRepGraphics()
+ZORVisRepGraphics::ZORVisRepGraphics(const ZORVisOptions& options,
+                                     std::shared_ptr<const Primitives> primitives)
+    : ZORVisRep(ItemOf(primitives->list, options))
+    , d(new Private{std::move(primitives), options})
 {
-    const QSet<const ZORVisPrimitive*> each(d->primitives.cbegin(), d->primitives.cend());
-    qDeleteAll(each);
+}
+
+ZORVisRepGraphics::~ZORVisRepGraphics() = default;
+
+std::unique_ptr<ZORVisRepGraphics> ZORVisRepGraphics::WithOptions(const ZORVisOptions& options) const
+{
+    ZOR_TRACE_CALL(options);
+    return std::unique_ptr<ZORVisRepGraphics>(new ZORVisRepGraphics(options, d->primitives));
 }
 
 const QList<const ZORVisPrimitive*>& ZORVisRepGraphics::GetPrimitives() const
 {
-    return d->primitives;
+    return d->primitives->list;
 }
 
 const ZORVisOptions& ZORVisRepGraphics::GetOptions() const

@@ -32,9 +32,15 @@ void ZORVisVirtualObject::SetRep(ZORVisRep* rep)
 void ZORVisVirtualObject::FollowGeometry(const ZORGeoGeometry* geometry, const RepMaker& make)
 {
     disconnect(d->geometryChanged);
+    d->followed = geometry;
     if (geometry)
         d->geometryChanged =
             connect(geometry, &ZORGeoGeometry::ShapeChanged, this, [this, make] { SetRep(make()); });
+}
+
+const ZORGeoGeometry* ZORVisVirtualObject::GetFollowedGeometry() const
+{
+    return d->followed;
 }
 
 ZORVisRep* ZORVisVirtualObject::GetRep() const

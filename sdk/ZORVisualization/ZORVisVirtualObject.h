@@ -42,6 +42,8 @@ public:
     /// \param geometry  not owned, may be destroyed before the object; null: none
     /// \param make      is called only while \a geometry exists
     void FollowGeometry(const ZORGeoGeometry* geometry, const RepMaker& make);
+    /// The geometry that the representation follows; null when there is none or it has died.
+    const ZORGeoGeometry* GetFollowedGeometry() const;
     /// Null when there is none. Owned by the object.
     ZORVisRep* GetRep() const;
 

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr char kFormatName[] = "ZORCont";
+constexpr char kStylesKey[] = "styles";
 
 using Object = ZORGeoStoredObject;
 
@@ -80,48 +81,91 @@ Object ReadObject(ZORSysDocumentReader& reader, qsizetype count)
     return object;
 }
 
+/// Each object has one style at most.
+void ReadStyles(ZORSysDocumentReader& reader, ZORGeoStoredDocument& content)
+{
+    qint64 last = -1;
+    for (qsizetype left = reader.EnterArray(); left > 0; --left) {
+        reader.Check(reader.EnterArray() == 2);
+        const qint64 number = reader.ReadInteger();
+        reader.Check(number > last && number < qint64(content.objects.size()));
+        const Object::Value style = reader.ReadValue();
+        const auto* const values = std::get_if<QCborValue>(&style);
+        reader.Check(values && values->isMap());
+        content.styles.emplace_back(qint32(number), values->toMap());
+        reader.Leave();
+        last = number;
+    }
+    reader.Leave();
+}
+
+void WriteObject(ZORSysDocumentWriter& writer, const Object& object)
+{
+    writer.StartArray(5);
+    writer.WriteText(object.className);
+    writer.WriteText(object.name);
+    WriteNumbers(writer, object.references);
+    WriteNumbers(writer, object.links);
+    WriteValues(writer, object.values);
+    writer.EndArray();
+}
+
+void WriteStyles(ZORSysDocumentWriter& writer, const ZORGeoStoredDocument& content)
+{
+    writer.WriteText(QByteArray(kStylesKey));
+    writer.StartArray(qsizetype(content.styles.size()));
+    for (const auto& [number, values] : content.styles) {
+        writer.StartArray(2);
+        writer.WriteInteger(number);
+        writer.WriteValue(values);
+        writer.EndArray();
+    }
+    writer.EndArray();
+}
+
 } // namespace
 
-QByteArray ZORGeoContainerDocument::Write(const std::vector<ZORGeoStoredObject>& objects,
+QByteArray ZORGeoContainerDocument::Write(const ZORGeoStoredDocument& content,
                                           zor::geo::ProgressReporter& progress)
 {
     QByteArray document;
     ZORSysDocumentWriter writer(&document);
-    writer.StartMap(2);
+    writer.StartMap(content.styles.empty() ? 2 : 3);
     writer.WriteText(QByteArray("format"));
     writer.WriteText(QByteArray(kFormatName));
     writer.WriteText(QByteArray("objects"));
-    writer.StartArray(qsizetype(objects.size()));
-    for (const ZORGeoStoredObject& object : objects) {
-        progress.Update(double(&object - objects.data()) / double(objects.size()));
-        writer.StartArray(5);
-        writer.WriteText(object.className);
-        writer.WriteText(object.name);
-        WriteNumbers(writer, object.references);
-        WriteNumbers(writer, object.links);
-        WriteValues(writer, object.values);
-        writer.EndArray();
+    writer.StartArray(qsizetype(content.objects.size()));
+    for (const Object& object : content.objects) {
+        progress.Update(double(&object - content.objects.data()) / double(content.objects.size()));
+        WriteObject(writer, object);
     }
     writer.EndArray();
+    if (!content.styles.empty())
+        WriteStyles(writer, content);
     writer.EndMap();
     return document;
 }
 
-std::vector<ZORGeoStoredObject> ZORGeoContainerDocument::Read(const QByteArray& document,
-                                                              zor::geo::ProgressReporter& progress)
+ZORGeoStoredDocument ZORGeoContainerDocument::Read(const QByteArray& document,
+                                                   zor::geo::ProgressReporter& progress)
 {
     ZORSysDocumentReader reader(document, ZORGeoContainer::tr("container file"));
-    reader.Check(reader.EnterMap() == 2);
+    const qsizetype numKeys = reader.EnterMap();
+    reader.Check(numKeys == 2 || numKeys == 3);
     reader.Check(reader.ReadText() == "format" && reader.ReadText() == kFormatName
                  && reader.ReadText() == "objects");
     const qsizetype count = reader.EnterArray();
-    std::vector<Object> objects;
+    ZORGeoStoredDocument content;
     for (qsizetype i = 0; i < count; ++i) {
         progress.Update(double(i) / double(count));
-        objects.push_back(ReadObject(reader, count));
+        content.objects.push_back(ReadObject(reader, count));
     }
     reader.Leave();
+    if (numKeys == 3) {
+        reader.Check(reader.ReadText() == kStylesKey);
+        ReadStyles(reader, content);
+    }
     reader.Leave();
     reader.Finish();
-    return objects;
+    return content;
 }

@@ -10,8 +10,6 @@
 #include <QSharedData>
 #include <QString>
 
-#include <vector>
-
 class ZORGeoContainerFileData : public QSharedData
 {
 public:
@@ -25,5 +23,5 @@ public:
     /// 0 if the device cannot say, or holds something else.
     static qint64 EstimateMemory(QIODevice& device);
 
-    std::vector<ZORGeoStoredObject> objects;
+    ZORGeoStoredDocument content;
 };

@@ -193,7 +193,7 @@ void ZORGeoContainerLoader::Initialize(ZORGeoGeometry& object)
     }
 }
 
-void ZORGeoContainerLoader::Register(ZORGeoContainerNames& names)
+std::vector<QPointer<ZORGeoGeometry>> ZORGeoContainerLoader::Register(ZORGeoContainerNames& names)
 {
     SetNames(names);
     const QPointer<ZORGeoContainer> container(&m_container);
@@ -210,4 +210,5 @@ void ZORGeoContainerLoader::Register(ZORGeoContainerNames& names)
     }
     if (container)
         m_owned.clear();
+    return inOrder;
 }

@@ -30,7 +30,8 @@ public:
     /// \throws ZORSysFileException naming what is wrong
     void Make();
     /// Gives the objects their names and hands them to the container, in the order of the file.
-    void Register(ZORGeoContainerNames& names);
+    /// \return what is left of them, by number; null for objects that the container had before
+    std::vector<QPointer<ZORGeoGeometry>> Register(ZORGeoContainerNames& names);
 
 private:
     void FindStorages();

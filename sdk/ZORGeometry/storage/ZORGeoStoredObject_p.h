@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCborMap>
 #include <QCborValue>
 #include <QList>
 #include <QString>
@@ -36,4 +37,12 @@ struct ZORGeoStoredObject
     Table<Numbers> references; // must be there to make the geometry
     Table<Numbers> links;      // set once all geometries are made
     Table<Value> values;
+};
+
+/// The content of a container file.
+struct ZORGeoStoredDocument
+{
+    std::vector<ZORGeoStoredObject> objects;
+    /// How geometries look, by their number in the file, ascending; only those that do not look as usual.
+    std::vector<std::pair<qint32, QCborMap>> styles;
 };

@@ -134,8 +134,6 @@ bool ZORVisGlLines::Fill(const ZORVisRepItem& item, const ZORMathPoint& origin, 
     m_chainCounts = std::move(arrays.chainCounts);
     m_firstPair = arrays.firstPair;
     m_numPairPoints = int(arrays.positions.size() / 3) - arrays.firstPair;
-    m_thickness = item.options.GetDrawnThickness();
-    m_pattern = ZORVisLinePattern(item.options.GetLineStyle());
     for (size_t i = 0; i < m_chainStarts.size(); ++i) {
         if (m_chainCounts[i] > 2) {
             m_jointStarts.push_back(m_chainStarts[i] + 1);
@@ -143,6 +141,12 @@ bool ZORVisGlLines::Fill(const ZORVisRepItem& item, const ZORMathPoint& origin, 
         }
     }
     return true;
+}
+
+void ZORVisGlLines::SetOptions(const ZORVisOptions& options)
+{
+    m_thickness = options.GetDrawnThickness();
+    m_pattern = ZORVisLinePattern(options.GetLineStyle());
 }
 
 void ZORVisGlLines::GLRender(SoGLRenderAction* action)

@@ -5,6 +5,7 @@
 #include "ZORVisGlShape_p.h"
 
 class ZORMathPoint;
+class ZORVisOptions;
 struct ZORVisRepItem;
 
 /// All lines of one item of a representation.
@@ -19,6 +20,7 @@ public:
     /// \param mode    not owned; outlives the node
     /// \return false when there is nothing to draw
     bool Fill(const ZORVisRepItem& item, const ZORMathPoint& origin, const ZORVisGlMode* mode);
+    void SetOptions(const ZORVisOptions& options);
     void GLRender(SoGLRenderAction* action) override;
 
 private:

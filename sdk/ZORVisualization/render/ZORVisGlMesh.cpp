@@ -1,6 +1,8 @@
 #include "ZORVisGlMesh_p.h"
+#include "ZORVisLineStyles_p.h"
 #include "scene/ZORVisFrame_p.h"
 #include "scene/ZORVisMeshArrays_p.h"
+#include "scene/ZORVisMeshData_p.h"
 
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>
@@ -27,33 +29,36 @@ ZORVisGlMesh::~ZORVisGlMesh() = default;
 void ZORVisGlMesh::Fill(const ZORVisMeshData& mesh, const ZORMathPoint& origin, const ZORVisGlMode* mode)
 {
     m_mode = mode;
-    const ZORVisMeshArrays arrays(mesh, origin);
-    SetExtent(arrays.positions);
-    m_positions = CreateBuffer(arrays.positions.data(), arrays.positions.size() * sizeof(float));
-    m_normals = CreateBuffer(arrays.normals.data(), arrays.normals.size() * sizeof(float));
-    m_corners = CreateBuffer(arrays.corners.data(), arrays.corners.size() * sizeof(uint32_t));
-    m_numCorners = int(arrays.corners.size());
+    const auto arrays = mesh.GetArrays(ZORVisMeshData::Arrays::UsedOnce);
+    const ZORMathVector offset = mesh.box.GetCenter() - origin;
+    m_offset = SbVec3f(float(offset.GetX()), float(offset.GetY()), float(offset.GetZ()));
+    SetExtent(arrays->positions, m_offset);
+    m_positions = CreateBuffer(arrays->positions.data(), arrays->positions.size() * sizeof(float));
+    m_normals = CreateBuffer(arrays->normals.data(), arrays->normals.size() * sizeof(float));
+    m_corners = CreateBuffer(arrays->corners.data(), arrays->corners.size() * sizeof(uint32_t));
+    m_numCorners = int(arrays->corners.size());
+}
+
+void ZORVisGlMesh::SetOptions(const ZORVisOptions& options)
+{
+    m_display = options.GetDisplay();
+    m_edgeColor = ZORVisEdgeColor(options.GetDrawnColor());
 }
 
 void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
 {
     if (m_numCorners == 0 || !shouldGLRender(action))
         return;
+    const bool isWireframe = m_mode->wireframe || m_display == ZORVisOptions::Wireframe;
     SoState* state = action->getState();
     state->push();
-    if (m_mode->wireframe)
+    if (isWireframe)
         SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
     SoMaterialBundle(action).sendFirst();
 
     glPushAttrib(GL_POLYGON_BIT | GL_LINE_BIT);
-    if (m_mode->wireframe) {
-        glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
-        glLineWidth(float(m_mode->ratio));
-        glDisable(GL_LINE_STIPPLE);
-    } else {
-        glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
-        glPolygonOffset(float(ZORVisFrame::kPushBackFactor), float(m_mode->pushBack));
-    }
+    glPushMatrix();
+    glTranslatef(m_offset[0], m_offset[1], m_offset[2]);
     glBindBuffer(GL_ARRAY_BUFFER, m_positions);
     glVertexPointer(3, GL_FLOAT, 0, nullptr);
     glBindBuffer(GL_ARRAY_BUFFER, m_normals);
@@ -61,11 +66,38 @@ void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_corners);
     glEnableClientState(GL_VERTEX_ARRAY);
+    if (isWireframe)
+        DrawEdges();
+    else
+        Draw();
+    glDisableClientState(GL_VERTEX_ARRAY);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    glPopMatrix();
+    glPopAttrib();
+    state->pop();
+}
+
+void ZORVisGlMesh::Draw() const
+{
+    glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
+    glPolygonOffset(float(ZORVisFrame::kPushBackFactor), float(m_mode->pushBack));
     glEnableClientState(GL_NORMAL_ARRAY);
     glDrawElements(GL_TRIANGLES, m_numCorners, GL_UNSIGNED_INT, nullptr);
     glDisableClientState(GL_NORMAL_ARRAY);
-    glDisableClientState(GL_VERTEX_ARRAY);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
+    if (m_display != ZORVisOptions::WithEdges)
+        return;
+    glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT);
+    glDisable(GL_LIGHTING);
+    glColor4ub(GLubyte(m_edgeColor.red()), GLubyte(m_edgeColor.green()), GLubyte(m_edgeColor.blue()),
+               GLubyte(m_edgeColor.alpha()));
+    DrawEdges();
     glPopAttrib();
-    state->pop();
+}
+
+void ZORVisGlMesh::DrawEdges() const
+{
+    glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
+    glLineWidth(float(m_mode->ratio));
+    glDisable(GL_LINE_STIPPLE);
+    glDrawElements(GL_TRIANGLES, m_numCorners, GL_UNSIGNED_INT, nullptr);
 }

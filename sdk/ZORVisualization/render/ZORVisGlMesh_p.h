@@ -4,6 +4,8 @@
 
 #include "ZORVisGlShape_p.h"
 
+#include <ZORVisualization/ZORVisOptions.h>
+
 class ZORMathPoint;
 struct ZORVisMeshData;
 
@@ -18,11 +20,18 @@ public:
     /// \param origin  of the node's coordinates
     /// \param mode    not owned; outlives the node
     void Fill(const ZORVisMeshData& mesh, const ZORMathPoint& origin, const ZORVisGlMode* mode);
+    void SetOptions(const ZORVisOptions& options);
     void GLRender(SoGLRenderAction* action) override;
 
 private:
     ~ZORVisGlMesh() override;
 
+    void Draw() const;
+    void DrawEdges() const;
+
+    SbVec3f m_offset; // from the origin of the node to that of the positions
+    ZORVisOptions::Display m_display = ZORVisOptions::Shaded;
+    QColor m_edgeColor;
     unsigned m_positions = 0;
     unsigned m_normals = 0;
     unsigned m_corners = 0;

@@ -15,6 +15,7 @@
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoShapeHints.h>
 #include <Inventor/nodes/SoTranslation.h>
+#include <algorithm>
 
 namespace {
 
@@ -45,16 +46,14 @@ SoSeparator* CreateSeparator()
     return separator;
 }
 
-SoMaterial* CreateMaterial(const QColor& color)
+void SetColor(SoMaterial* material, const QColor& color)
 {
-    auto* material = new SoMaterial;
     const SbVec3f rgb(float(color.redF()), float(color.greenF()), float(color.blueF()));
     material->diffuseColor = SbColor(rgb);
     material->ambientColor = SbColor(rgb * 1.5F); // of an ambient light of 0.2
     material->specularColor = SbColor(0.15F, 0.15F, 0.15F);
     material->shininess = 0.25F;
     material->transparency = float(1 - color.alphaF());
-    return material;
 }
 
 SbVec3f ToSb(const ZORMathVector& v)
@@ -121,49 +120,86 @@ void ZORVisGlScene::Update(const std::map<quint64, ZORVisDrawObject>& objects)
     if (m_touched.empty())
         return;
     for (const quint64 key : m_touched) {
+        const auto object = objects.find(key);
         if (const auto old = m_nodes.find(key); old != m_nodes.end()) {
+            if (object != objects.end() && StyleNode(old->second, object->second))
+                continue;
             old->second.separator->unref();
             m_nodes.erase(old);
         }
-        if (const auto object = objects.find(key); object != objects.end())
+        if (object != objects.end())
             m_nodes.emplace(key, CreateNode(object->second));
     }
     m_touched.clear();
 
     m_group->enableNotify(FALSE);
     m_group->removeAllChildren();
-    for (const auto& [key, node] : m_nodes)
-        m_group->addChild(node.separator);
+    for (const auto& [key, node] : m_nodes) {
+        if (!node.isHidden)
+            m_group->addChild(node.separator);
+    }
     m_group->enableNotify(TRUE);
     m_group->touch();
 }
 
 ZORVisGlScene::Node ZORVisGlScene::CreateNode(const ZORVisDrawObject& object)
 {
-    Node node{CreateSeparator(), new SoTranslation, object.box.GetCenter()};
+    Node node{CreateSeparator(), new SoTranslation, object.box.GetCenter(), {}};
     node.separator->ref();
     node.separator->addChild(node.translation);
-    for (const auto& item : object.items) {
-        bool hasMaterial = false;
-        const auto add = [&](SoNode* shape) {
-            if (!hasMaterial)
-                node.separator->addChild(CreateMaterial(item->options.GetDrawnColor()));
-            hasMaterial = true;
-            node.separator->addChild(shape);
-        };
-        ZORVisForEach<ZORVisMeshData, ZORVisPrimitiveKind::Mesh>(*item, [&](const ZORVisMeshData& mesh) {
-            auto* shape = new ZORVisGlMesh;
-            shape->Fill(mesh, node.origin, &m_mode);
-            add(shape);
-        });
-        auto* lines = new ZORVisGlLines;
-        lines->ref();
-        if (lines->Fill(*item, node.origin, &m_mode))
-            add(lines);
-        lines->unref();
-    }
+    for (const auto& item : object.items)
+        node.parts.push_back(CreatePart(*item, node));
+    StyleNode(node, object);
     PlaceNode(node);
     return node;
+}
+
+ZORVisGlScene::Part ZORVisGlScene::CreatePart(const ZORVisRepItem& item, const Node& node)
+{
+    Part part;
+    part.primitives = item.primitives;
+    const auto add = [&](SoNode* shape) {
+        if (!part.material) {
+            part.material = new SoMaterial;
+            node.separator->addChild(part.material);
+        }
+        node.separator->addChild(shape);
+    };
+    ZORVisForEach<ZORVisMeshData, ZORVisPrimitiveKind::Mesh>(item, [&](const ZORVisMeshData& mesh) {
+        auto* shape = new ZORVisGlMesh;
+        shape->Fill(mesh, node.origin, &m_mode);
+        add(shape);
+        part.meshes.push_back(shape);
+    });
+    auto* lines = new ZORVisGlLines;
+    lines->ref();
+    if (lines->Fill(item, node.origin, &m_mode)) {
+        add(lines);
+        part.lines = lines;
+    }
+    lines->unref();
+    return part;
+}
+
+bool ZORVisGlScene::StyleNode(Node& node, const ZORVisDrawObject& object)
+{
+    const bool isSame =
+        std::equal(node.parts.begin(), node.parts.end(), object.items.begin(), object.items.end(),
+                   [](const Part& part, const auto& item) { return part.primitives == item->primitives; });
+    if (!isSame)
+        return false;
+    node.isHidden = object.isHidden;
+    for (size_t i = 0; i < node.parts.size(); ++i) {
+        const ZORVisOptions& options = object.items[i]->options;
+        const Part& part = node.parts[i];
+        if (part.material)
+            SetColor(part.material, options.GetDrawnColor());
+        for (ZORVisGlMesh* mesh : part.meshes)
+            mesh->SetOptions(options);
+        if (part.lines)
+            part.lines->SetOptions(options);
+    }
+    return true;
 }
 
 void ZORVisGlScene::PlaceNode(const Node& node)

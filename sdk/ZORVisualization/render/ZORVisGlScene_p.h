@@ -15,9 +15,12 @@
 
 class SoDirectionalLight;
 class SoGLRenderAction;
+class SoMaterial;
 class SoOrthographicCamera;
 class SoSeparator;
 class SoTranslation;
+class ZORVisGlLines;
+class ZORVisGlMesh;
 
 /// Keeps the nodes of all objects and draws them with OpenGL. Update() and Draw() need the graphics context
 /// to be current.
@@ -30,7 +33,7 @@ public:
 
     /// The object of this key was added, changed or removed.
     void Touch(quint64 key) { m_touched.insert(key); }
-    /// Brings the nodes up to date; new nodes for touched objects only.
+    /// Brings the nodes up to date; new nodes for touched objects with other primitives only.
     void Update(const std::map<quint64, ZORVisDrawObject>& objects);
 
     /// Draws background, surfaces and lines of one tile of the picture, which is left in \a buffer.
@@ -38,13 +41,27 @@ public:
     bool Draw(const ZORVisFrame& frame, const QRect& tile, ZORVisFrameBuffer& buffer);
 
 private:
+    /// The shapes of one item.
+    struct Part
+    {
+        std::vector<std::shared_ptr<const ZORVisPrimitiveData>> primitives;
+        SoMaterial* material = nullptr; // child of the separator, as are the shapes; null without shapes
+        std::vector<ZORVisGlMesh*> meshes;
+        ZORVisGlLines* lines = nullptr; // null without lines
+    };
     struct Node
     {
         SoSeparator* separator = nullptr;     // owned by reference
         SoTranslation* translation = nullptr; // child of the separator
         ZORMathPoint origin;
+        std::vector<Part> parts;
+        bool isHidden = false;
     };
     Node CreateNode(const ZORVisDrawObject& object);
+    Part CreatePart(const ZORVisRepItem& item, const Node& node);
+    /// Lets the shapes of a node look as the object does now.
+    /// \return false where the object has other shapes
+    static bool StyleNode(Node& node, const ZORVisDrawObject& object);
     void SetOrigin(const ZORVisFrame& frame);
     void PlaceNode(const Node& node);
     void SetCamera(const ZORVisFrame& frame, const QRect& tile);

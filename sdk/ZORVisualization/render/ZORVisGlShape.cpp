@@ -46,9 +46,9 @@ unsigned ZORVisGlShape::CreateBuffer(const void* data, size_t bytes)
     return buffer;
 }
 
-void ZORVisGlShape::SetExtent(const std::vector<float>& coordinates)
+void ZORVisGlShape::SetExtent(const std::vector<float>& coordinates, const SbVec3f& offset)
 {
     m_box.makeEmpty();
     for (size_t i = 0; i + 2 < coordinates.size(); i += 3)
-        m_box.extendBy(SbVec3f(coordinates[i], coordinates[i + 1], coordinates[i + 2]));
+        m_box.extendBy(SbVec3f(coordinates[i], coordinates[i + 1], coordinates[i + 2]) + offset);
 }

@@ -40,5 +40,6 @@ private:
 
 protected:
     /// \param coordinates  x, y, z of every point
-    void SetExtent(const std::vector<float>& coordinates);
+    /// \param offset       of the coordinates
+    void SetExtent(const std::vector<float>& coordinates, const SbVec3f& offset = SbVec3f(0, 0, 0));
 };

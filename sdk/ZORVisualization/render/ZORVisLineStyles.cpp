@@ -39,6 +39,12 @@ uint16_t ZORVisLinePattern(ZORVisOptions::LineStyle style)
     return code < kPictures.size() ? ToBits(kPictures[code]) : uint16_t(0xffff);
 }
 
+QColor ZORVisEdgeColor(const QColor& surface)
+{
+    constexpr int kDarkness = 250; // percent
+    return surface.darker(kDarkness);
+}
+
 int ZORVisLinePatternStep(double thickness)
 {
     return std::max(2, int(std::lround(thickness)));

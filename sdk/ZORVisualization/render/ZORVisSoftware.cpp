@@ -93,32 +93,41 @@ void ZORVisSoftware::DrawMeshes(const ZORVisDrawList& objects, Pass pass)
             if ((color.alpha() < 255) != transparent)
                 continue;
             ZORVisForEach<ZORVisMeshData, ZORVisPrimitiveKind::Mesh>(
-                *item, [&](const ZORVisMeshData& mesh) { DrawMesh(mesh, color); });
+                *item, [&](const ZORVisMeshData& mesh) { DrawMesh(mesh, item->options); });
         }
     }
 }
 
-void ZORVisSoftware::DrawMesh(const ZORVisMeshData& mesh, const QColor& color)
+void ZORVisSoftware::DrawMesh(const ZORVisMeshData& mesh, const ZORVisOptions& options)
 {
     if (mesh.corners.isEmpty() || !m_frame.IsVisible(mesh.box, 1))
         return;
-    const ZORMathPoint origin = mesh.box.GetCenter();
-    const ZORVisMeshArrays& arrays = mesh.arrays.Get(mesh, origin);
-    Project(arrays, origin);
-    const std::vector<uint32_t>& corners = arrays.corners;
+    const auto arrays = mesh.GetArrays(ZORVisMeshData::Arrays::Kept);
+    Project(*arrays, mesh.box.GetCenter());
+    const std::vector<uint32_t>& corners = arrays->corners;
+    const QColor color = options.GetDrawnColor();
+    if (m_frame.wireframe || options.GetDisplay() == ZORVisOptions::Wireframe) {
+        DrawEdges(corners, color);
+    } else {
+        for (size_t i = 0; i + 2 < corners.size(); i += 3)
+            FillTriangle(m_vertices[corners[i]], m_vertices[corners[i + 1]], m_vertices[corners[i + 2]],
+                         color);
+        if (options.GetDisplay() == ZORVisOptions::WithEdges)
+            DrawEdges(corners, ZORVisEdgeColor(color));
+    }
+    m_hasDepth = true;
+}
+
+void ZORVisSoftware::DrawEdges(const std::vector<uint32_t>& corners, const QColor& color)
+{
     for (size_t i = 0; i + 2 < corners.size(); i += 3) {
         const Vertex& a = m_vertices[corners[i]];
         const Vertex& b = m_vertices[corners[i + 1]];
         const Vertex& c = m_vertices[corners[i + 2]];
-        if (m_frame.wireframe) {
-            DrawEdge(a, b, color);
-            DrawEdge(b, c, color);
-            DrawEdge(c, a, color);
-        } else {
-            FillTriangle(a, b, c, color);
-        }
+        DrawEdge(a, b, color);
+        DrawEdge(b, c, color);
+        DrawEdge(c, a, color);
     }
-    m_hasDepth = true;
 }
 
 void ZORVisSoftware::Project(const ZORVisMeshArrays& arrays, const ZORMathPoint& origin)

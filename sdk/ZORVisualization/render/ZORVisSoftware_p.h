@@ -42,7 +42,8 @@ private:
     void DrawBackground();
     enum class Pass { Opaque, Transparent };
     void DrawMeshes(const ZORVisDrawList& objects, Pass pass);
-    void DrawMesh(const ZORVisMeshData& mesh, const QColor& color);
+    void DrawMesh(const ZORVisMeshData& mesh, const ZORVisOptions& options);
+    void DrawEdges(const std::vector<uint32_t>& corners, const QColor& color);
     void Project(const ZORVisMeshArrays& arrays, const ZORMathPoint& origin);
     void FillTriangle(const Vertex& a, const Vertex& b, const Vertex& c, const QColor& color);
     void DrawEdge(const Vertex& a, const Vertex& b, const QColor& color);

@@ -7,9 +7,12 @@
 #include <ZORVisualization/ZORVisOptions.h>
 #include <ZORVisualization/ZORVisRep.h>
 
+#include <QColor>
+
 #include <memory>
 #include <vector>
 
+class QObject;
 class ZORVisVirtualObject;
 
 /// Primitives with their common options.
@@ -23,13 +26,22 @@ struct ZORVisRepItem
 struct ZORVisDrawObject
 {
     /// \param rep       may be null
-    /// \param drawnFor  null in pictures without environment
+    /// \param drawnFor  null in pictures without environment and for drawings of a scene
     ZORVisDrawObject(const ZORVisRep* rep, ZORVisVirtualObject* drawnFor);
 
-    ZORVisRep::Items items;
+    /// Makes the items look highlighted; an invalid color makes them look as usual.
+    void SetHighlight(const QColor& color, double mixing);
+
+    ZORVisRep::Items items; // as they are to be drawn
     ZORMathBoundingBox box;
-    ZORVisVirtualObject* object; // not owned
-    qint64 size = 0;             // triangles and line segments
+    ZORVisVirtualObject* object;  // not owned
+    QObject* owner = nullptr;     // not owned; of a drawing of the scene
+    const QObject* key = nullptr; // for comparison only: what the object or drawing stands for
+    bool isHidden = false;
+    qint64 size = 0; // triangles and line segments
+
+private:
+    ZORVisRep::Items m_usualItems;
 };
 
 /// The primitives of one kind of an item, in drawing order.

@@ -36,3 +36,21 @@ ZORVisMeshData::ZORVisMeshData(const QList<ZORMathPoint>& points)
 }
 
 ZORVisMeshData::~ZORVisMeshData() = default;
+
+std::shared_ptr<const ZORVisMeshArrays> ZORVisMeshData::GetArrays(Arrays use) const
+{
+    const std::lock_guard lock(m_arraysMutex);
+    std::shared_ptr<const ZORVisMeshArrays> arrays = m_arrays;
+    if (!arrays)
+        arrays = std::make_shared<const ZORVisMeshArrays>(*this, box.GetCenter());
+    m_areArraysKept = m_areArraysKept || use == Arrays::Kept;
+    m_arrays = m_areArraysKept ? arrays : nullptr;
+    return arrays;
+}
+
+void ZORVisMeshData::Prepare() const
+{
+    const std::lock_guard lock(m_arraysMutex);
+    if (!m_arrays)
+        m_arrays = std::make_shared<const ZORVisMeshArrays>(*this, box.GetCenter());
+}

@@ -10,6 +10,8 @@
 #include <QPointer>
 
 #include <array>
+#include <memory>
+#include <mutex>
 
 class ZORVisMeshPicker;
 struct ZORVisMeshArrays;
@@ -29,5 +31,16 @@ struct ZORVisMeshData final : ZORVisPrimitiveData
     const bool smooth;                           // otherwise flat
     const QPointer<const ZORGeoSurface> surface; // not owned; null when there is none or it has died
     const ZORVisLazy<ZORVisMeshPicker> picker;   // made by the first pick
-    const ZORVisLazy<ZORVisMeshArrays> arrays;   // made by the first picture without OpenGL
+
+    /// Whether arrays are to be there for the next picture, too: OpenGL copies them, and needs them once.
+    enum class Arrays { Kept, UsedOnce };
+    /// Returns the triangles as they are drawn, relative to the center of the box. The first call makes them.
+    std::shared_ptr<const ZORVisMeshArrays> GetArrays(Arrays use) const;
+    /// Makes the arrays for the next picture, whatever draws it.
+    void Prepare() const;
+
+private:
+    mutable std::mutex m_arraysMutex;
+    mutable std::shared_ptr<const ZORVisMeshArrays> m_arrays;
+    mutable bool m_areArraysKept = false;
 };

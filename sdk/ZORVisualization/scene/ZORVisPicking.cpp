@@ -94,8 +94,9 @@ void ZORVisPicking::Add(const ZORVisDrawObject& object)
 {
     if (!ZORVisPointPicker::MayTouch(object.box, m_frame, m_pixel, m_tolerance))
         return;
-    m_object = object.object;
+    m_object = &object;
     for (const auto& item : object.items) {
+        m_isWireframe = m_frame.wireframe || item->options.GetDisplay() == ZORVisOptions::Wireframe;
         for (const auto& primitive : item->primitives) {
             if (!ZORVisPointPicker::MayTouch(primitive->box, m_frame, m_pixel, m_tolerance))
                 continue;
@@ -153,16 +154,18 @@ void ZORVisPicking::AddCandidate(Rank rank, const ZORMathPoint& point, int trian
     const double pixels = Distance(m_frame.ToPixel(point), m_pixel);
     if (rank != Surface && !(pixels <= m_tolerance))
         return;
+    ZORVisVirtualObject* const object = m_object->object;
+    QObject* const owner = object ? object->GetOwner() : m_object->owner;
     m_candidates.push_back({rank,
+                            rank != Surface || !m_isWireframe,
                             pixels,
                             m_frame.camera.GetDepth(point),
-                            {m_object, m_object ? m_object->GetOwner() : nullptr, point, triangle}});
+                            {object, owner, point, triangle}});
 }
 
 ZORVisPickResult ZORVisPicking::GetResult() const
 {
-    // Edges only do not hide what lies behind a surface.
-    const auto hides = [this](const Candidate& c) { return c.rank != Surface || !m_frame.wireframe; };
+    const auto hides = [](const Candidate& c) { return c.hides; };
     const bool anyHides = std::any_of(m_candidates.begin(), m_candidates.end(), hides);
     double nearest = std::numeric_limits<double>::infinity();
     for (const Candidate& candidate : m_candidates) {

@@ -79,6 +79,7 @@ private:
     struct Candidate
     {
         Rank rank = Surface;
+        bool hides = true; // what lies behind it; edges only do not
         double pixels = 0; // distance on the screen
         double depth = 0;  // behind the target, millimetres
         ZORVisPickResult result;
@@ -92,6 +93,7 @@ private:
     const ZORVisFrame& m_frame;
     const QPointF m_pixel;
     const double m_tolerance;
-    ZORVisVirtualObject* m_object = nullptr; // not owned; being added
+    const ZORVisDrawObject* m_object = nullptr; // not owned; being added
+    bool m_isWireframe = false;                 // the item being added
     std::vector<Candidate> m_candidates;
 };

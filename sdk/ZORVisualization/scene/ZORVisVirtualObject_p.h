@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <ZORGeometry/ZORGeoGeometry.h>
 #include <ZORVisualization/ZORVisRep.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
@@ -14,5 +15,6 @@ public:
     std::unique_ptr<ZORVisRep> rep;
     ZORVisEnvironment* environment = nullptr; // not owned; the one that lists the object
     quint64 place = 0;                        // key in the list of the environment
-    QMetaObject::Connection geometryChanged;  // of the geometry that the representation follows
+    QPointer<const ZORGeoGeometry> followed;
+    QMetaObject::Connection geometryChanged; // of the geometry that the representation follows
 };

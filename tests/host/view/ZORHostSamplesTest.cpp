@@ -6,6 +6,7 @@
 #include "view/ZORHostDisplayName.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatStyles.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORSystem/ZORSysException.h>
 
@@ -31,15 +32,14 @@ TEST_F(ZORHostSamplesTest, TheFolderOfTheEnvironmentVariableWins)
     EXPECT_EQ(QStringList({GetPath("samples/a.STL"), GetPath("samples/b.stl")}), ZORHostSamples::GetFiles());
 }
 
-TEST_F(ZORHostSamplesTest, OpeningAFileAddsAndShowsItsSurfaces)
+TEST_F(ZORHostSamplesTest, OpeningAFileAddsItsSurfacesAsVisible)
 {
+    ZORFeatContainer* const container = GetEnvironment()->GetContainer();
+    container->GetStyles()->SetNewVisible(false);
     EXPECT_EQ(1, ZORHostOpenFile(WriteTetrahedron("t.stl"), GetEnvironment()));
-    ASSERT_EQ(1, GetEnvironment()->GetContainer()->GetNumGeometry());
-    EXPECT_EQ(1, GetEnvironment()->GetNumVirtualObjects());
-    // The surface goes, and with it what the host shows of it.
-    delete GetEnvironment()->GetContainer()->GetGeometryByIndex(0);
-    DeleteDeferred();
-    EXPECT_EQ(0, GetEnvironment()->GetNumVirtualObjects());
+    ASSERT_EQ(1, container->GetNumGeometry());
+    EXPECT_TRUE(container->GetStyles()->Get(container->GetGeometryByIndex(0)).IsVisible());
+    EXPECT_EQ(0, GetEnvironment()->GetNumVirtualObjects()) << "what the host draws is not in the environment";
 }
 
 TEST_F(ZORHostSamplesTest, AFileThatCannotBeOpenedThrows)

@@ -15,6 +15,7 @@
 #include <ZORFeatureUI/ZORFeatBrowserWidget.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORVisualization/ZORVisGraphicsContext.h>
+#include <ZORVisualization/ZORVisScene.h>
 
 #include <QAction>
 #include <QApplication>
@@ -57,6 +58,11 @@ public:
         window->show();
         QCoreApplication::processEvents();
     }
+    /// Waits until the view draws that many objects of the document.
+    bool WaitForDrawings(int count)
+    {
+        return WaitFor([&] { return window->GetView()->GetScene()->GetNumDrawings() == count; });
+    }
     QAction* Action(const char* name)
     {
         auto* action = window->findChild<QAction*>(QString::fromLatin1(name));
@@ -96,7 +102,8 @@ TEST_F(ZORHostMainWindowTest, ASampleOpensFromTheMenuAndIsShown)
 {
     Action("_Sample_part")->trigger();
     EXPECT_EQ(1, GetEnvironment()->GetContainer()->GetNumGeometry());
-    EXPECT_EQ(1, GetEnvironment()->GetNumVirtualObjects());
+    EXPECT_TRUE(WaitForDrawings(1));
+    EXPECT_EQ(0, GetEnvironment()->GetNumVirtualObjects());
     EXPECT_TRUE(Status().startsWith("part.stl: 1 object(s)")) << Status().toStdString();
 }
 
@@ -181,7 +188,7 @@ TEST_F(ZORHostMainWindowTest, TheDocumentGoesToAContainerFileAndComesBack)
     EXPECT_TRUE(Status().startsWith("document.ZORCont: 1 object(s)")) << Status().toStdString();
     ASSERT_EQ(1, GetEnvironment()->GetContainer()->GetNumGeometry());
     EXPECT_EQ(QString("Box"), GetEnvironment()->GetContainer()->GetGeometryByIndex(0)->objectName());
-    EXPECT_EQ(1, GetEnvironment()->GetNumVirtualObjects());
+    EXPECT_TRUE(WaitForDrawings(1));
 }
 
 TEST_F(ZORHostMainWindowTest, ADocumentThatCannotBeWrittenShowsAnError)

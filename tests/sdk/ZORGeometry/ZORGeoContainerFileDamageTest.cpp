@@ -112,8 +112,8 @@ TEST_F(ZORGeoContainerFileDamageTest, NamesTheReason)
               LoadFailure(container, file.first(40)));
     EXPECT_EQ(QString("container file is damaged: the checksum is wrong"),
               LoadFailure(container, QByteArray(file).replace(40, 1, "?")));
-    EXPECT_EQ(QString("container file is of version 2, up to version 1 can be read"),
-              LoadFailure(container, QByteArray(file).replace(8, 1, "\2")));
+    EXPECT_EQ(QString("container file is of version 3, up to version 2 can be read"),
+              LoadFailure(container, QByteArray(file).replace(8, 1, "\3")));
     EXPECT_EQ(QString("container file holds objects of unknown classes: Other, ZORGeoCurve"),
               LoadFailure(container, SealObjects(
                                          [](QCborStreamWriter& writer) {
