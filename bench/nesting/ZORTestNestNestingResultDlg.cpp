@@ -1,6 +1,7 @@
 #include "nesting/ZORTestNestNestingResultDlg.h"
 
 #include "core/ZORTestEnvironment.h"
+#include "nesting/ZORTestReportView.h"
 #include "ui_ZORTestNestNestingResultDlg.h"
 
 #include <ZORFeature/ZORFeatEnvironment.h>
@@ -19,6 +20,7 @@ ZORTestNestNestingResultDlg::ZORTestNestNestingResultDlg(QWidget*, ZORTestEnviro
 {
     setAttribute(Qt::WA_DeleteOnClose);
     m_ui->setupUi(this);
+    m_report = new ZORTestReportView(m_ui->_ReportEdit);
     if (ZORVisEnvironment* view = environment->GetEnvironment())
         view->AddVirtualObject(m_object);
     connect(m_ui->_SheetCombo, &QComboBox::currentTextChanged, this,
@@ -32,9 +34,7 @@ ZORTestNestNestingResultDlg::~ZORTestNestNestingResultDlg()
 
 void ZORTestNestNestingResultDlg::SetData(const QByteArray& report, const QList<QByteArray>& sheetFiles)
 {
-    m_ui->_ReportEdit->clear();
-    m_ui->_ReportEdit->insertHtml(QString::fromUtf8(report));
-    m_ui->_ReportEdit->moveCursor(QTextCursor::Start);
+    m_report->SetReport(QString::fromUtf8(report));
 
     m_results.clear();
     m_ui->_SheetCombo->clear();

@@ -10,6 +10,7 @@
 #include <memory>
 
 class ZORTestEnvironment;
+class ZORTestReportView;
 class ZORVisVirtualObject;
 namespace Ui {
 class ZORTestNestNestingResultDlg;
@@ -40,6 +41,7 @@ public slots:
 
 private:
     const std::unique_ptr<Ui::ZORTestNestNestingResultDlg> m_ui;
+    ZORTestReportView* m_report = nullptr;  // child of the text edit
     QList<ZORNestResult> m_results;         // in the order of the sheets
     QPointer<ZORVisVirtualObject> m_object; // owned, unless its environment has died
 };

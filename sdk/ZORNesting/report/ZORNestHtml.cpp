@@ -20,9 +20,9 @@ QString Number(double value, int decimals)
 QString WriteTable(int padding, const char* style, const QString& rows)
 {
     return QStringLiteral(
-               "<table width=\"%1\" cellspacing=\"0\" cellpadding=\"%2\" border=\"0\" style=\"%3\">%4"
+               "<table width=\"100%\" cellspacing=\"0\" cellpadding=\"%1\" border=\"0\" style=\"%2\">%3"
                "</table>")
-        .arg(QString::number(ZORNestHtml::kPageWidth), QString::number(padding), QLatin1String(style), rows);
+        .arg(QString::number(padding), QLatin1String(style), rows);
 }
 
 } // namespace
@@ -40,15 +40,25 @@ QString ZORNestHtml::Length(double millimetres)
     return Texts::tr("%1 mm").arg(Plain(millimetres, 1));
 }
 
-QString ZORNestHtml::LongLength(double millimetres)
+ZORNestHtml::Unit ZORNestHtml::ChooseLengthUnit(double longest)
 {
-    return millimetres < 10000 ? Length(millimetres) : Texts::tr("%1 m").arg(Number(millimetres / 1000, 2));
+    return longest < 10000 ? Unit::Small : Unit::Large;
 }
 
-QString ZORNestHtml::Area(double squareMillimetres)
+ZORNestHtml::Unit ZORNestHtml::ChooseAreaUnit(double smallest)
 {
-    return squareMillimetres < 1e4 ? Texts::tr("%1 mm²").arg(Plain(squareMillimetres, 1))
-                                   : Texts::tr("%1 m²").arg(Number(squareMillimetres / 1e6, 3));
+    return smallest < 1e4 ? Unit::Small : Unit::Large;
+}
+
+QString ZORNestHtml::LongLength(double millimetres, Unit unit)
+{
+    return unit == Unit::Small ? Length(millimetres) : Texts::tr("%1 m").arg(Number(millimetres / 1000, 2));
+}
+
+QString ZORNestHtml::Area(double squareMillimetres, Unit unit)
+{
+    return unit == Unit::Small ? Texts::tr("%1 mm²").arg(Plain(squareMillimetres, 1))
+                               : Texts::tr("%1 m²").arg(Number(squareMillimetres / 1e6, 3));
 }
 
 QString ZORNestHtml::Percent(double share)

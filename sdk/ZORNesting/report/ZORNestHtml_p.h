@@ -21,10 +21,16 @@ constexpr char kEmptyColor[] = "#c3c9d0";
 QString Plain(double value, int decimals);
 /// Millimetres with one decimal at most.
 QString Length(double millimetres);
-/// As Length(), in metres from 10 m on.
-QString LongLength(double millimetres);
-/// Square metres from 0.01 on, below that square millimetres.
-QString Area(double squareMillimetres);
+/// The units that numbers of one column share.
+enum class Unit { Small, Large };
+/// Large where the longest length of a column has 10 m or more.
+Unit ChooseLengthUnit(double longest);
+/// Large where the smallest area of a column has 0.01 m² or more.
+Unit ChooseAreaUnit(double smallest);
+/// As Length(), or in meters.
+QString LongLength(double millimetres, Unit unit);
+/// Square millimeters or square meters.
+QString Area(double squareMillimetres, Unit unit);
 QString Percent(double share);
 QString Time(double seconds);
 

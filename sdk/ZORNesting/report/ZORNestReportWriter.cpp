@@ -6,6 +6,7 @@
 #include <QBuffer>
 
 #include <cmath>
+#include <limits>
 #include <map>
 #include <numbers>
 #include <set>
@@ -14,6 +15,8 @@ namespace {
 
 using ZORNestHtml::Area;
 using ZORNestHtml::Bar;
+using ZORNestHtml::ChooseAreaUnit;
+using ZORNestHtml::ChooseLengthUnit;
 using ZORNestHtml::Facts;
 using ZORNestHtml::Heading;
 using ZORNestHtml::kBadColor;
@@ -128,6 +131,14 @@ ZORNestReportWriter::ZORNestReportWriter(const Job& job, const Solution& solutio
     for (size_t i = 0; i < job.items.size(); ++i)
         m_polygons.push_back(isPlaced[i] ? MakePolygon(job.items[i], start) : Polygon());
     m_picture = std::make_unique<ZORNestSheetPicture>(job, details.parts, m_polygons);
+    // The same in all tables, which readers compare.
+    double smallest = std::numeric_limits<double>::infinity();
+    for (size_t i = 0; i < job.items.size(); ++i) {
+        if (isPlaced[i])
+            smallest = std::min(smallest, details.parts[i].area);
+    }
+    m_areaUnit = ChooseAreaUnit(smallest);
+    m_lengthUnit = ChooseLengthUnit(GetTotals().cutLength);
 }
 
 ZORNestReportWriter::~ZORNestReportWriter() = default;
@@ -231,10 +242,11 @@ QString ZORNestReportWriter::WriteTotals(const Totals& totals) const
     facts.Add(
         tr("Parts placed"),
         tr("%1 of %2").arg(QString::number(totals.placed), QString::number(totals.placed + totals.unplaced)));
-    facts.Add(tr("Material used"), Area(totals.sheetArea));
+    const ZORNestHtml::Unit areas = ChooseAreaUnit(std::min(totals.sheetArea, totals.partArea));
+    facts.Add(tr("Material used"), Area(totals.sheetArea, areas));
     facts.Add(tr("Sheets"), QString::number(totals.sheets));
-    facts.Add(tr("Area of parts"), Area(totals.partArea));
-    facts.Add(tr("Cut length"), LongLength(totals.cutLength));
+    facts.Add(tr("Area of parts"), Area(totals.partArea, areas));
+    facts.Add(tr("Cut length"), LongLength(totals.cutLength, m_lengthUnit));
     facts.Add(tr("Cost"), isFree ? tr("none given") : QString::number(m_solution.cost, 'f', 2));
     facts.Add(tr("Run time"), Time(m_details.runTime));
     facts.Add(tr("Seed"), QString::number(m_job.seed));
@@ -281,7 +293,7 @@ QString ZORNestReportWriter::WriteParts(size_t index) const
     for (const auto& [item, copies] : parts)
         table.AddRow(NumberCell(item),
                      {Escape(m_job.items[item].name), QString::number(copies.count), Hands(copies),
-                      Angles(copies.degrees), Area(m_details.parts[item].area)});
+                      Angles(copies.degrees), Area(m_details.parts[item].area, m_areaUnit)});
     return table.Write();
 }
 
@@ -301,7 +313,7 @@ QString ZORNestReportWriter::WriteSheetFacts(size_t index) const
         facts.Add(tr("Used length"), Length(GetOccupied(sheet).max.x));
     }
     facts.Add(tr("Remnant"), WriteRemnant(sheet));
-    facts.Add(tr("Cut length"), LongLength(GetCutLength(sheet)));
+    facts.Add(tr("Cut length"), LongLength(GetCutLength(sheet), m_lengthUnit));
     if (sheet.stack > 1)
         facts.Add(tr("Stack"), tr("%1 sheets at once").arg(sheet.stack));
     return Bar(share) + facts.Write();

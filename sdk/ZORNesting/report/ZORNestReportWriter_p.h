@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "ZORNestHtml_p.h"
 #include "ZORNestReportPart_p.h"
 #include "solver/model/ZORNestSolverSolution.h"
 
@@ -68,4 +69,6 @@ private:
     const ZORNestReportDetails& m_details;
     std::vector<ZORNestSolver::Polygon> m_polygons; // one for each item of the job; empty for what is none
     std::unique_ptr<const ZORNestSheetPicture> m_picture;
+    ZORNestHtml::Unit m_areaUnit = ZORNestHtml::Unit::Small;   // of single parts
+    ZORNestHtml::Unit m_lengthUnit = ZORNestHtml::Unit::Small; // of cut lengths
 };

@@ -8,12 +8,16 @@
 #include <ZORVisualization/ZORVisRep.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
+#include <QAction>
 #include <QBuffer>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDir>
 #include <QEvent>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -122,6 +126,85 @@ TEST_F(ZORTestNestNestingResultDlgTest, ShowsTheReportAsHtmlFromItsBeginning)
 
     results->SetData("<p>second</p>", {});
     EXPECT_EQ("second", Report()->toPlainText().trimmed());
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+/// A report with two pictures, the second one half as wide as the first.
+QByteArray MakeReport()
+{
+    QByteArray report = "<p>Nesting report</p>";
+    for (const char* width : {"400", "200"}) {
+        QImage image(40, 20, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QBuffer buffer;
+        EXPECT_TRUE(buffer.open(QIODevice::WriteOnly) && image.save(&buffer, "PNG"));
+        report += QByteArray("<p><img width=\"") + width + "\" height=\"100\" src=\"data:image/png;base64,"
+                  + buffer.data().toBase64() + "\"></p>";
+    }
+    return report;
+}
+
+/// Width and height of the pictures of a document, in the order of the text.
+QList<QSizeF> GetPictureSizes(const QTextDocument& document)
+{
+    QList<QSizeF> sizes;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+            const QTextImageFormat format = piece.fragment().charFormat().toImageFormat();
+            if (format.isValid())
+                sizes.append({format.width(), format.height()});
+        }
+    }
+    return sizes;
+}
+
+TEST_F(ZORTestNestNestingResultDlgTest, PicturesGrowAndShrinkWithTheWindow)
+{
+    OpenResults();
+    results->show();
+    results->SetData(MakeReport(), {});
+    for (const int width : {528, 1500, 300, 900}) {
+        results->resize(width, 505);
+        ASSERT_TRUE(
+            QTest::qWaitFor([&] { return Report()->width() > width - 40 && Report()->width() < width; }));
+        const QList<QSizeF> sizes = GetPictureSizes(*Report()->document());
+        ASSERT_EQ(2, sizes.size());
+        EXPECT_LT(sizes[0].width(), Report()->viewport()->width());
+        EXPECT_GT(sizes[0].width(), Report()->viewport()->width() - 40);
+        EXPECT_NEAR(sizes[0].width() / 2, sizes[1].width(), 0.01);
+        EXPECT_NEAR(sizes[0].width() / 4, sizes[0].height(), 0.01);
+        EXPECT_EQ(0, Report()->horizontalScrollBar()->maximum());
+    }
+}
+
+TEST_F(ZORTestNestNestingResultDlgTest, TheReportIsSavedAsPdfOrHtml)
+{
+    OpenResults();
+    results->SetData(MakeReport(), {});
+    auto* const save = results->findChild<QAction*>("_SaveReportAction");
+    ASSERT_NE(nullptr, save);
+    answers.AnswerFile(GetPath("report.html"));
+    save->trigger();
+    EXPECT_EQ(MakeReport(), ReadFile(GetPath("report.html")));
+    answers.AnswerFile(GetPath("report"));
+    save->trigger();
+    EXPECT_TRUE(ReadFile(GetPath("report.pdf")).startsWith("%PDF-"));
+    EXPECT_GT(ReadFile(GetPath("report.pdf")).size(), 1000);
+    answers.CancelFile();
+    save->trigger();
+    QDir().mkpath(GetPath("vanishing"));
+    answers.AnswerFile(GetPath("vanishing/report.pdf"),
+                       [this] { QDir(GetPath("vanishing")).removeRecursively(); });
+    save->trigger();
+    const QStringList errors = boxes.TakeErrors();
+    ASSERT_EQ(1, errors.size());
+    EXPECT_TRUE(errors[0].startsWith("Cannot write '" + GetPath("vanishing/report.pdf") + "': "));
 }
 
 TEST_F(ZORTestNestNestingResultDlgTest, DrawsTheChosenSheetInPlaceOfTheOneBefore)

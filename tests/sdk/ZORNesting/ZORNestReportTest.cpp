@@ -120,7 +120,23 @@ TEST_F(ZORNestReportTest, ASheetTellsItsUseAndWhatRemains)
     EXPECT_EQ("400 mm", GetValue(lines, "Used length", sheet));
     EXPECT_EQ(u"595 × 500 mm", GetValue(lines, "Remnant", sheet));
     EXPECT_EQ("2000 mm", GetValue(lines, "Cut length", sheet));
-    EXPECT_EQ(u"0.040 m²", lines.value(lines.indexOf("1 of 2", lines.indexOf(sheet)) + 2));
+    EXPECT_EQ(u"40000 mm²", lines.value(lines.indexOf("1 of 2", lines.indexOf(sheet)) + 2));
+}
+
+TEST_F(ZORNestReportTest, NumbersOfAColumnShareTheirUnit)
+{
+    const auto getAreas = [this] {
+        QStringList units;
+        QRegularExpressionMatchIterator cells =
+            QRegularExpression(QString::fromUtf8("<td>[\\d.]+ (mm²|m²)</td>")).globalMatch(Write());
+        while (cells.hasNext())
+            units.append(cells.next().captured(1));
+        return units;
+    };
+    EXPECT_EQ(QStringList({QString::fromUtf8("mm²"), QString::fromUtf8("mm²")}),
+              getAreas()); // of 40000 and 2400 mm²
+    solution.sheets.pop_back();
+    EXPECT_EQ(QStringList{QString::fromUtf8("m²")}, getAreas());
 }
 
 TEST_F(ZORNestReportTest, ARollTellsItsLengthAndItsStack)
