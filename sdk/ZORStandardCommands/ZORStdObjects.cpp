@@ -20,6 +20,19 @@ QString ZORStdNameOf(const ZORGeoGeometry* object)
     return feature ? feature->GetLabel() : object->objectName();
 }
 
+namespace {
+
+QString MakeUnique(const QSet<QString>& taken, const QString& wanted)
+{
+    for (int number = 1;; ++number) {
+        QString name = QString::fromLatin1("%1 %2").arg(wanted, QString::number(number));
+        if (!taken.contains(name))
+            return name;
+    }
+}
+
+} // namespace
+
 QString ZORStdUniqueLabel(const ZORFeatContainer& container, const QString& wanted)
 {
     QSet<QString> labels;
@@ -27,11 +40,15 @@ QString ZORStdUniqueLabel(const ZORFeatContainer& container, const QString& want
         if (const auto* feature = qobject_cast<const ZORFeatObject*>(container.GetGeometryByIndex(i)))
             labels.insert(feature->GetLabel());
     }
-    for (int number = 1;; ++number) {
-        QString label = QString::fromLatin1("%1 %2").arg(wanted, QString::number(number));
-        if (!labels.contains(label))
-            return label;
-    }
+    return MakeUnique(labels, wanted);
+}
+
+QString ZORStdUniqueName(const ZORFeatContainer& container, const QString& wanted)
+{
+    QSet<QString> names;
+    for (int i = 0; i < container.GetNumGeometry(); ++i)
+        names.insert(ZORStdNameOf(container.GetGeometryByIndex(i)));
+    return MakeUnique(names, wanted);
 }
 
 ZORStdCreation::~ZORStdCreation()

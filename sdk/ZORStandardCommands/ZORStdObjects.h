@@ -18,6 +18,9 @@ QString ZORStdNameOf(const ZORGeoGeometry* object);
 /// "wanted 1", or with the next number that no feature of the container is labelled with. O(objects).
 QString ZORStdUniqueLabel(const ZORFeatContainer& container, const QString& wanted);
 
+/// The same among the names of all objects, see ZORStdNameOf().
+QString ZORStdUniqueName(const ZORFeatContainer& container, const QString& wanted);
+
 /// Features that a command is creating: all of them or none. What has not been kept is removed at the end.
 class ZORStdCreation
 {

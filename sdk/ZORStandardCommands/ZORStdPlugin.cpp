@@ -5,6 +5,7 @@
 #include "ZORCompRosetteCmd.h"
 #include "ZORCompStrategyCmd.h"
 #include "ZORTPCourseCmd.h"
+#include "ZORWFDrawCmd.h"
 #include "ZORWFProjectionCmd.h"
 
 #include <ZORCommand/ZORCmdActionPublisher.h>
@@ -51,6 +52,13 @@ public:
             "Wireframe", "Create", "projection", ZORWFProjectionCmd::tr("Create Projection"),
             ZORWFProjectionCmd::tr("Projects a point or a curve onto a surface and follows them"),
             {QString::fromLatin1("ZORWFProjection")});
+        const char* const wireframe = "Wireframe";
+        Publish<ZORWFDrawCmd>(wireframe, "CreatePoints", "point", ZORWFDrawCmd::tr("Create Points"),
+                              ZORWFDrawCmd::tr("Creates points where you click on surfaces"), {});
+        Publish<ZORWFDrawCmd>(wireframe, "CreateLine", "line", ZORWFDrawCmd::tr("Create Line"),
+                              ZORWFDrawCmd::tr("Creates a line over a surface between two clicks"), {});
+        Publish<ZORWFDrawCmd>(wireframe, "CreatePolyline", "polyline", ZORWFDrawCmd::tr("Create Polyline"),
+                              ZORWFDrawCmd::tr("Creates a line over a surface through several clicks"), {});
         Publish<ZORTPCourseCmd>(
             "Tool Path", "Create", "course", ZORTPCourseCmd::tr("Create Course"),
             ZORTPCourseCmd::tr("Creates a course of a fibre placement machine on a surface"),

@@ -82,7 +82,8 @@ TEST_F(ZORHostStandardCommandsTest, MenusNameThemWhileTheyAreLoaded)
 {
     EXPECT_EQ(QStringList({"Create Layup", "Material Library", "Create Rosette", "Create Draping Strategy"}),
               GetEntries("_CompositesMenu"));
-    EXPECT_EQ(QStringList{"Create Projection"}, GetEntries("_WireframeMenu"));
+    EXPECT_EQ(QStringList({"Create Projection", "Create Points", "Create Line", "Create Polyline"}),
+              GetEntries("_WireframeMenu"));
     EXPECT_EQ(QStringList{"Create Course"}, GetEntries("_ToolPathMenu"));
     ZORHostPluginDialog page(&plugins, nullptr);
     const auto* table = page.findChild<QTableWidget*>("_PluginTable");
