@@ -71,6 +71,9 @@ ZORHostDialogFrame::ZORHostDialogFrame(ZORCmdDialogCommand* command, QWidget* pa
     // After the content: the Tab key reaches the buttons last.
     m_buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_buttons->setObjectName("_ButtonBox");
+    // Letters of their own, which contents leave free; those of the desktop differ.
+    m_buttons->button(QDialogButtonBox::Ok)->setText(tr("&OK"));
+    m_buttons->button(QDialogButtonBox::Cancel)->setText(tr("&Cancel"));
     column->addWidget(m_buttons);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &ZORHostDialogFrame::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &ZORHostDialogFrame::reject);

@@ -32,7 +32,7 @@ public:
     {
         const auto* const rosette = GetEdited<ZORCompRosette>();
         AddLabel(tr("Rosette"));
-        m_originCombo = AddPoints("_OriginCombo", tr("&Origin:"), tr("Coordinates"));
+        m_originCombo = AddPoints("_OriginCombo", tr("Ori&gin:"), tr("Coordinates"));
         m_origin = AddTriple(QLatin1String("_Origin"), tr("Coordinat&es:"), "Length",
                              rosette ? rosette->GetGivenOrigin() - ZORMathPoint() : ZORMathVector());
         AddPointPicker(m_origin, QLatin1String("_OriginPointBtn"));

@@ -42,7 +42,7 @@ public:
         m_generatorsCombo = AddChoice("_GeneratorsCombo", tr("&Yarns through the seed:"),
                                       {tr("Geodesic"), tr("Constant angle")});
         m_generatorsCombo->setCurrentIndex(int(shown.generators));
-        m_stepSpin = AddNumber("_StepSpin", tr("S&tep:"), "Length", shown.step);
+        m_stepSpin = AddNumber("_StepSpin", tr("Ste&p:"), "Length", shown.step);
         m_fibreAngleSpin = AddNumber("_FibreAngleSpin", tr("Fibre &angle:"), "Angle", shown.fibreAngle);
         m_yarnAngleSpin = AddNumber("_YarnAngleSpin", tr("Ya&rn angle:"), "Angle", shown.yarnAngle);
         m_lockingAngleSpin =
@@ -102,8 +102,8 @@ private:
     {
         m_surfaceCombo = AddSurfaces("_SurfaceCombo", tr("&Drape a surface:"), tr("None"));
         m_seedCombo = AddPoints("_SeedCombo", tr("&Seed:"));
-        m_rosetteCombo = AddRosettes(tr("Rosett&e:"));
-        m_direction = AddTriple(QLatin1String("_Direction"), tr("Direct&ion:"), "", {1, 0, 0});
+        m_rosetteCombo = AddRosettes(tr("Rose&tte:"));
+        m_direction = AddTriple(QLatin1String("_Direction"), tr("Directio&n:"), "", {1, 0, 0});
     }
     bool IsDraped() const { return m_surfaceCombo && m_surfaceCombo->GetObject(); }
     void AddLayer(ZORStdCreation& creation, ZORCompStrategy* strategy) const

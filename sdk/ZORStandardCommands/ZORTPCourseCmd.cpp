@@ -40,7 +40,7 @@ public:
         QStringList methods{tr("Along a curve"), tr("From a point in a direction")};
         if (course)
             methods.append(tr("As it is"));
-        m_methodCombo = AddChoice("_MethodCombo", tr("&Centre line:"), methods);
+        m_methodCombo = AddChoice("_MethodCombo", tr("C&entre line:"), methods);
         AddCenterLineRows();
         m_widthSpin = AddNumber("_WidthSpin", tr("&Width:"), "Length", course ? course->GetWidth() : 10);
         AddFolder();

@@ -1,14 +1,10 @@
 // The SDK's own commands in the host: menus, frames, the page of plug-ins.
 
-#include "HostTest.h"
-#include "actions/ZORHostActionIndex.h"
 #include "actions/ZORHostIcons.h"
-#include "docks/ZORHostLog.h"
+#include "plugins/StandardCommandsInHost.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
-#include "support/MessageBoxCatcher.h"
 #include "window/ZORHostDialogFrame.h"
-#include "window/ZORHostDialogHandler.h"
 #include "window/ZORHostMainWindow.h"
 
 #include <ZORCommand/ZORCmdController.h>
@@ -30,53 +26,7 @@
 
 namespace {
 
-class ZORHostStandardCommandsTest : public HostTest
-{
-public:
-    ZORHostStandardCommandsTest()
-    {
-        ZORCmdController::GetController()->SetIconResolver(&ZORHostIcon);
-        plugins.SetMainWindow(&window);
-        ZORCmdController::GetController()->SetDialogHandler(&dialogs);
-        window.show();
-        EXPECT_TRUE(plugins.Load(library));
-    }
-    ~ZORHostStandardCommandsTest() override
-    {
-        EXPECT_TRUE(plugins.Unload(library));
-        ZORCmdController::GetController()->SetIconResolver({});
-    }
-    QStringList GetEntries(const char* menuName) const
-    {
-        QStringList texts;
-        if (const auto* menu = window.findChild<QMenu*>(QLatin1String(menuName))) {
-            for (const QAction* action : menu->actions())
-                texts.append(ZORHostPlainText(action->text()));
-        }
-        return texts;
-    }
-    /// Triggers an entry; its frame is then the last one.
-    ZORHostDialogFrame* Open(const char* id)
-    {
-        ZORCmdController::GetController()->GetAction(id)->trigger();
-        const auto frames = window.findChildren<ZORHostDialogFrame*>();
-        EXPECT_FALSE(frames.isEmpty());
-        return frames.isEmpty() ? nullptr : frames.constLast();
-    }
-    static void Press(const QWidget* frame, QDialogButtonBox::StandardButton button)
-    {
-        frame->findChild<QDialogButtonBox*>("_ButtonBox")->button(button)->click();
-        QCoreApplication::processEvents();
-        DeleteDeferred();
-    }
-
-    const QString library = QStringLiteral(ZOR_STANDARD_COMMANDS);
-    MessageBoxCatcher boxes;
-    ZORHostLog log;
-    ZORHostPluginManager plugins;
-    ZORHostMainWindow window{&plugins, log.GetQueue()};
-    ZORHostDialogHandler dialogs{&window};
-};
+using ZORHostStandardCommandsTest = StandardCommandsInHost;
 
 TEST_F(ZORHostStandardCommandsTest, MenusNameThemWhileTheyAreLoaded)
 {
@@ -109,7 +59,7 @@ TEST_F(ZORHostStandardCommandsTest, HaveIconsOfTheirOwn)
             images.append(image);
         }
     }
-    EXPECT_EQ(7, images.size());
+    EXPECT_EQ(10, images.size());
 }
 
 TEST_F(ZORHostStandardCommandsTest, CopiesOfTheirIconsStayWholeAfterUnloading)
