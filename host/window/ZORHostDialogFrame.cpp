@@ -4,7 +4,6 @@
 #include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORSystem/ZORSysException.h>
 
-#include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
@@ -14,6 +13,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -25,7 +25,8 @@ constexpr int kTitleButtonsWidth = 140; // of the icon, the buttons and the marg
 bool IsField(const QWidget& widget, const QWidget& window)
 {
     return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && widget.isVisibleTo(&window)
-           && !widget.focusProxy() && !qobject_cast<const QAbstractButton*>(&widget);
+           && !widget.focusProxy() && !qobject_cast<const QPushButton*>(&widget)
+           && !qobject_cast<const QToolButton*>(&widget);
 }
 
 // In the order of the Tab key; null for none.

@@ -7,6 +7,7 @@
 #include <ZORCommand/ZORCmdDialogCommand.h>
 #include <ZORCommonUI/ZORCmnUnitSpinBox.h>
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -94,6 +95,15 @@ TEST_F(ZORHostDialogFrameFocusTest, StartsInTheFirstFieldWithItsTextSelected)
     ASSERT_NE(focus, nullptr);
     EXPECT_EQ(focus->text(), QString("first"));
     EXPECT_EQ(focus->selectedText(), QString("first"));
+}
+
+TEST_F(ZORHostDialogFrameFocusTest, StartsInACheckBoxThatComesFirst)
+{
+    Show([](QWidget* content, QVBoxLayout* column) {
+        column->addWidget(new QCheckBox("Dump", content));
+        column->addWidget(new QLineEdit(content));
+    });
+    EXPECT_TRUE(frame->findChild<QCheckBox*>()->hasFocus());
 }
 
 TEST_F(ZORHostDialogFrameFocusTest, StartsInASpinBoxWithItsNumberSelected)
