@@ -28,6 +28,7 @@ void ZORStdDialogCommand::Start()
     if (const ZORFeatObject* const edited = GetEditedFeature()) {
         if (edited->GetContainer() != m_environment->GetContainer())
             throw ZORSysException(tr("the object is not in the current document"));
+        m_helpTopic = GetTitle();
         if (!m_editTitle.isEmpty())
             SetTitle(m_editTitle);
     }
@@ -41,6 +42,8 @@ void ZORStdDialogCommand::Start()
 QWidget* ZORStdDialogCommand::CreateContent(QWidget* parent)
 {
     ZORStdContent* const content = MakeContent(m_environment, GetEditedFeature(), parent);
+    if (!m_helpTopic.isEmpty())
+        content->setProperty("helpTopic", m_helpTopic); // the same page as for creating
     connect(content, &ZORStdContent::ProblemChanged, this, &ZORStdDialogCommand::SetProblem);
     SetProblem(content->GetProblem());
     return content;

@@ -35,5 +35,6 @@ private:
     ZORFeatObject* GetEditedFeature() const;
 
     const QString m_editTitle;
+    QString m_helpTopic;                         // of an editor
     ZORFeatEnvironment* m_environment = nullptr; // not owned
 };

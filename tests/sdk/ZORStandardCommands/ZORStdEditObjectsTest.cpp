@@ -20,6 +20,7 @@
 #include <ZORTopology/ZORTopBody.h>
 #include <ZORWireframe/ZORWFProjection.h>
 
+#include <QAction>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -77,6 +78,8 @@ TEST_F(ZORStdEditObjectsTest, EachKindHasItsDialogAndItsTitle)
     for (const auto& [object, title] : kinds) {
         Edit(object);
         EXPECT_EQ(frame.command->GetTitle(), title);
+        EXPECT_EQ(frame.content->property("helpTopic").toString(),
+                  ZORCmdController::GetController()->GetEditor(object)->text());
         EXPECT_EQ(GetProblem(), QString()) << title.toStdString();
         EXPECT_EQ(frame.content->findChild<QWidget*>("_FolderCombo"), nullptr) << title.toStdString();
         Cancel();
