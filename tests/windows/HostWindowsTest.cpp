@@ -9,6 +9,7 @@
 #include "base/ZORHostTheme.h"
 #include "core/ZORTestOptionsCmd.h"
 #include "docks/ZORHostLog.h"
+#include "document/ZORHostRecoveryDialog.h"
 #include "help/ZORHostHelpWindow.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
@@ -16,6 +17,7 @@
 #include "window/ZORHostDialogHandler.h"
 #include "window/ZORHostMainWindow.h"
 #include "window/ZORHostNoticeBar.h"
+#include "window/ZORHostPreferencesDialog.h"
 
 #include <ZORCommand/ZORCmdController.h>
 #include <ZORComposites/ZORCompMaterial.h>
@@ -297,6 +299,22 @@ TEST_P(HostWindowsTest, Help)
 TEST_P(HostWindowsTest, MainWindowWithWelcome)
 {
     Walk(&*window, "host-welcome");
+}
+
+TEST_P(HostWindowsTest, Preferences)
+{
+    ZORHostPreferencesDialog preferences(nullptr);
+    Walk(&preferences, "preferences");
+}
+
+TEST_P(HostWindowsTest, Recovery)
+{
+    const QDateTime time(QDate(2026, 11, 22), QTime(18, 8));
+    const QList<ZORHostRescue::Entry> entries = {
+        {GetPath("a.ZORCont"), "/home/user/wings/Wing skin with ribs and spars, second try.ZORCont", time, {}},
+        {GetPath("b.ZORCont"), {}, time, {}}};
+    ZORHostRecoveryDialog recovery(entries, window->GetDocumentCommands(), nullptr);
+    Walk(&recovery, "recovery");
 }
 
 TEST_P(HostWindowsTest, About)
