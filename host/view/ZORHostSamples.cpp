@@ -1,12 +1,5 @@
 #include "view/ZORHostSamples.h"
 
-#include <ZORFeature/ZORFeatContainer.h>
-#include <ZORFeature/ZORFeatEnvironment.h>
-#include <ZORFeature/ZORFeatStyles.h>
-#include <ZORGeometry/ZORGeoStlLoader.h>
-#include <ZORSystem/ZORSysFile.h>
-#include <ZORSystem/ZORSysFileException.h>
-
 #include <QCoreApplication>
 #include <QDir>
 
@@ -34,24 +27,4 @@ QStringList ZORHostSamples::GetFiles()
     for (const QFileInfo& entry : entries)
         files.append(entry.absoluteFilePath());
     return files;
-}
-
-bool ZORHostIsContainerFile(const QString& fileName)
-{
-    return fileName.endsWith(QLatin1String(".ZORCont"), Qt::CaseInsensitive);
-}
-
-int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment)
-{
-    ZORSysFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        throw ZORSysFileOpenException(QDir::toNativeSeparators(fileName), file.errorString());
-    ZORFeatContainer* container = environment->GetContainer();
-    const int before = container->GetNumGeometry();
-    const ZORFeatShowNew show(container);
-    if (ZORHostIsContainerFile(fileName))
-        container->Load(file);
-    else
-        ZORGeoStlLoader(&file).Load(container, ZORSysValue::Millimeter);
-    return container->GetNumGeometry() - before;
 }

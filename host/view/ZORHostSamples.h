@@ -1,11 +1,9 @@
-// Sample files that come with the host, and opening files.
+// Sample files that come with the host.
 
 #pragma once
 
 #include <QString>
 #include <QStringList>
-
-class ZORFeatEnvironment;
 
 namespace ZORHostSamples {
 
@@ -17,12 +15,3 @@ QString FindFolder();
 QStringList GetFiles();
 
 } // namespace ZORHostSamples
-
-/// Whether the suffix is that of container files (.ZORCont).
-bool ZORHostIsContainerFile(const QString& fileName);
-
-/// Adds the contents of a file to the container of \a environment: of a container file, else of an STL file
-/// (lengths in millimeters). They are visible.
-/// \return number of geometries added
-/// \throws ZORSysFileOpenException when the file cannot be opened; ZORSysException as the loaders do
-int ZORHostOpenFile(const QString& fileName, ZORFeatEnvironment* environment);

@@ -3,8 +3,14 @@
 #include "document/ZORHostDocumentCommands.h"
 
 #include "DocumentTest.h"
+#include "support/HostileFiles.h"
+#include "support/UncheckedLeaks.h"
 
+#include <ZORFeature/ZORFeatStyles.h>
 #include <ZORGeometry/ZORGeoSurface.h>
+
+#include <new>
+#include <utility>
 
 namespace {
 
@@ -57,6 +63,55 @@ TEST_F(ZORHostDocumentCommandsTest, WhileAFileIsReadNothingElseHappensToTheDocum
     EXPECT_FALSE(GetCommands().IsBusy());
     EXPECT_TRUE(window.findChild<QAction*>("_OpenAction")->isEnabled());
     EXPECT_EQ(1, CountGeometries());
+}
+
+TEST_F(ZORHostDocumentCommandsTest, WhatIsOpenedIsSeenAndWhatOthersAddIsNot)
+{
+    ZORFeatContainer* const container = GetEnvironment()->GetContainer();
+    ASSERT_TRUE(GetCommands().Open(WriteTetrahedron("part.stl")));
+    ASSERT_TRUE(GetCommands().Import(WriteTetrahedron("other.stl")));
+    AddBox("Box");
+    ASSERT_EQ(3, container->GetNumGeometry());
+    EXPECT_EQ(QString("part"), container->GetGeometryByIndex(0)->objectName());
+    EXPECT_TRUE(container->GetStyles()->Get(container->GetGeometryByIndex(0)).IsVisible());
+    EXPECT_TRUE(container->GetStyles()->Get(container->GetGeometryByIndex(1)).IsVisible());
+    EXPECT_FALSE(container->GetStyles()->Get(container->GetGeometryByIndex(2)).IsVisible());
+}
+
+TEST_F(ZORHostDocumentCommandsTest, AFileThatDoesNotFitInLeavesTheDocumentAsItWas)
+{
+    const UncheckedLeaks unchecked; // it throws through Qt
+    AddBox("Box");
+    const QString file = SaveAs("box.ZORCont");
+    const QString part = WriteTetrahedron("part.stl");
+    {
+        QObject receiver;
+        bool isFirst = true;
+        QObject::connect(GetEnvironment()->GetContainer(), &ZORGeoContainer::GeometryAdded, &receiver,
+                         [&isFirst] {
+                             if (std::exchange(isFirst, false))
+                                 throw std::bad_alloc();
+                         });
+        EXPECT_FALSE(GetCommands().Open(part));
+    }
+    EXPECT_EQ(QStringList("Not enough memory to read '" + part + "'"), boxes.TakeErrors());
+    ASSERT_EQ(1, CountGeometries());
+    EXPECT_EQ(QString("Box"), GetEnvironment()->GetContainer()->GetGeometryByIndex(0)->objectName());
+    EXPECT_EQ(file, GetDocument().GetFile());
+    EXPECT_FALSE(GetDocument().IsModified());
+    const QByteArray before = ReadFile(file);
+    EXPECT_TRUE(GetCommands().Save());
+    EXPECT_EQ(before, ReadFile(file));
+}
+
+TEST_F(ZORHostDocumentCommandsTest, FilesThatWouldHaveToBeWaitedForAreRefused)
+{
+    const QStringList paths = HostileFiles::MakeIrregular(QFileInfo(GetPath("a")).absolutePath());
+    for (const QString& path : paths) {
+        EXPECT_FALSE(GetCommands().Open(path));
+        EXPECT_EQ(QStringList("Cannot open file '" + path + "': it is not a regular file"),
+                  boxes.TakeErrors());
+    }
 }
 
 TEST_F(ZORHostDocumentCommandsTest, ClosingTheWindowWaitsForTheFileThatIsBeingWritten)

@@ -12,6 +12,7 @@
 #include "window/ZORHostNoticeBar.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
+#include <ZORFeature/ZORFeatStyles.h>
 #include <ZORFeatureUI/ZORFeatBrowserWidget.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORVisualization/ZORVisGraphicsContext.h>
@@ -175,7 +176,8 @@ TEST_F(ZORHostMainWindowTest, NewTakesEverythingOutAfterTheQuestionAboutUnsavedC
 
 TEST_F(ZORHostMainWindowTest, TheDocumentGoesToAContainerFileAndComesBack)
 {
-    AddBox("Box");
+    ZORGeoSurface* box = AddBox("Box");
+    GetEnvironment()->GetContainer()->GetStyles()->SetVisible({box}, true);
     answers.AnswerFile(GetPath("document"));
     Action("_SaveDocumentAction")->trigger();
     const QString file = GetPath("document.ZORCont");
