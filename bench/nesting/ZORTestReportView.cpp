@@ -141,7 +141,7 @@ void ZORTestReportView::OnSaveTriggered()
     const QString pdf = tr("PDF files (*.pdf)");
     QString filter = pdf;
     QString path =
-        QFileDialog::getSaveFileName(m_edit, tr("Save Report"), QStringLiteral("report.pdf"),
+        QFileDialog::getSaveFileName(m_edit, tr("Save Report"), tr("report.pdf"),
                                      pdf + QStringLiteral(";;") + tr("HTML files (*.html)"), &filter);
     if (path.isEmpty())
         return;

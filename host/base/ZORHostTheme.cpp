@@ -67,6 +67,8 @@ public:
     {
         if (which == SP_ToolBarHorizontalExtensionButton || which == SP_ToolBarVerticalExtensionButton)
             return MakeExtensionIcon(which == SP_ToolBarHorizontalExtensionButton);
+        if (which == SP_MessageBoxWarning)
+            return MakeWarningIcon();
         return QProxyStyle::standardIcon(which, option, widget);
     }
 
@@ -87,6 +89,28 @@ private:
         for (const double x : {4.0, 8.5})
             painter.drawPolyline(QPolygonF({{x, 4}, {x + 4, 8}, {x, 12}}));
         return QIcon(pixmap);
+    }
+
+    /// A triangle that stands out on light and dark grounds alike; Qt draws one in light yellow.
+    static QIcon MakeWarningIcon()
+    {
+        QIcon icon;
+        for (const int size : {16, 24, 32, 48, 64, 128}) {
+            QPixmap pixmap(size, size);
+            pixmap.fill(Qt::transparent);
+            QPainter painter(&pixmap);
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.scale(size / 16.0, size / 16.0);
+            const QColor amber(0xc5, 0x76, 0x29);
+            painter.setPen(QPen(amber, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            painter.setBrush(amber);
+            painter.drawPolygon(QPolygonF({{8, 2}, {14.5, 14}, {1.5, 14}}));
+            painter.setPen(QPen(Qt::white, 2, Qt::SolidLine, Qt::RoundCap));
+            painter.drawLine(QPointF(8, 6), QPointF(8, 9.5));
+            painter.drawPoint(QPointF(8, 13));
+            icon.addPixmap(pixmap);
+        }
+        return icon;
     }
 
     const QPalette m_palette;

@@ -1,5 +1,8 @@
 // The SDK's own commands in the host: menus, frames, the page of plug-ins.
 
+#include "HostTest.h"
+#include "actions/ZORHostActionIndex.h"
+#include "actions/ZORHostCommandPalette.h"
 #include "actions/ZORHostIcons.h"
 #include "plugins/StandardCommandsInHost.h"
 #include "plugins/ZORHostPluginDialog.h"
@@ -16,6 +19,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -23,10 +27,44 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableWidget>
+#include <QTreeWidget>
 
 namespace {
 
 using ZORHostStandardCommandsTest = StandardCommandsInHost;
+
+TEST_F(ZORHostStandardCommandsTest, AnOpenPaletteListsThemAgainAfterTheyWereLoadedAnew)
+{
+    window.show();
+    ZORHostCommandPalette palette(&window);
+    palette.setAttribute(Qt::WA_DeleteOnClose, false);
+    palette.show();
+    const auto* const list = palette.findChild<QTreeWidget*>("_PaletteList");
+    const auto isListed = [list] { return !list->findItems("Create Layup", Qt::MatchExactly).isEmpty(); };
+    EXPECT_TRUE(isListed());
+    EXPECT_TRUE(plugins.Unload(library));
+    EXPECT_FALSE(isListed());
+    EXPECT_TRUE(plugins.Load(library));
+    EXPECT_TRUE(WaitFor(isListed));
+}
+
+TEST_F(ZORHostStandardCommandsTest, PathsOfPluginsKeepTheirWidthWhenTheListChanges)
+{
+    ZORHostPluginDialog page(&plugins, nullptr);
+    page.resize(1600, 400);
+    page.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&page));
+    const auto* const table = page.findChild<QTableWidget*>("_PluginTable");
+    const auto fills = [table] { return table->horizontalHeader()->length() == table->viewport()->width(); };
+    EXPECT_TRUE(WaitFor(fills));
+    EXPECT_TRUE(plugins.Unload(library));
+    EXPECT_TRUE(fills());
+    EXPECT_TRUE(plugins.Load(library));
+    EXPECT_TRUE(fills());
+    page.resize(500, 400);
+    EXPECT_TRUE(
+        WaitFor([table] { return table->horizontalHeader()->length() > table->viewport()->width(); }));
+}
 
 TEST_F(ZORHostStandardCommandsTest, MenusNameThemWhileTheyAreLoaded)
 {
