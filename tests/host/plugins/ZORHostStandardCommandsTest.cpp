@@ -1,7 +1,5 @@
 // The SDK's own commands in the host: menus, frames, the page of plug-ins.
 
-#include "HostTest.h"
-#include "actions/ZORHostActionIndex.h"
 #include "actions/ZORHostCommandPalette.h"
 #include "actions/ZORHostIcons.h"
 #include "plugins/StandardCommandsInHost.h"
