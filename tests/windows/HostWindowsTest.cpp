@@ -311,7 +311,10 @@ TEST_P(HostWindowsTest, Recovery)
 {
     const QDateTime time(QDate(2026, 11, 22), QTime(18, 8));
     const QList<ZORHostRescue::Entry> entries = {
-        {GetPath("a.ZORCont"), "/home/user/wings/Wing skin with ribs and spars, second try.ZORCont", time, {}},
+        {GetPath("a.ZORCont"),
+         "/home/user/wings/Wing skin with ribs and spars, second try.ZORCont",
+         time,
+         {}},
         {GetPath("b.ZORCont"), {}, time, {}}};
     ZORHostRecoveryDialog recovery(entries, window->GetDocumentCommands(), nullptr);
     Walk(&recovery, "recovery");
