@@ -1,12 +1,9 @@
 // Runs the program itself.
 
-#include "HostTest.h"
-#include "support/HostileDisk.h"
-#include "support/MemoryLimit.h"
+#include "ProgramTest.h"
 
 #include <QDir>
 #include <QProcess>
-#include <QtEndian>
 
 #include <csignal>
 
@@ -14,71 +11,7 @@ namespace {
 
 const QString kSamples = QStringLiteral("SAMPLES=" ZOR_TEST_SAMPLES);
 
-class ZORHostProgramTest : public HostTest
-{
-public:
-    /// Runs zorhost to its end.
-    int Run(const QStringList& arguments, const QStringList& environment = {})
-    {
-        QProcess process;
-        process.setProcessEnvironment(Environment(environment));
-        process.setChildProcessModifier([this] {
-            if (memoryLimit > 0)
-                LimitAddresses(qint64(memoryLimit) * 1'000'000);
-            if (fileLimit > 0)
-                LimitFiles(fileLimit);
-        });
-        process.start(ZOR_TEST_HOST, arguments);
-        EXPECT_TRUE(process.waitForFinished(120'000)) << process.errorString().toStdString();
-        out = QString::fromLocal8Bit(process.readAllStandardOutput());
-        err = QString::fromLocal8Bit(process.readAllStandardError());
-        EXPECT_EQ(QProcess::NormalExit, process.exitStatus()) << err.toStdString();
-        return process.exitCode();
-    }
-    int RunScript(const QByteArray& script, const QStringList& arguments = {},
-                  const QStringList& environment = {})
-    {
-        return Run(QStringList({"--script", WriteFile("test.zorscript", script), "--settings",
-                                GetPath("host.ini"), "--no-default-plugins"})
-                       + arguments,
-                   environment);
-    }
-
-    /// A binary file of so many facets that are all zero and take no place on the disk.
-    QString WriteSparseStl(const QString& name, quint32 numFacets) const
-    {
-        const quint32 count = qToLittleEndian(numFacets);
-        const QString path =
-            WriteFile(name, QByteArray(80, ' ') + QByteArray(reinterpret_cast<const char*>(&count), 4));
-        EXPECT_TRUE(QFile::resize(path, 84 + 50 * qint64(numFacets)));
-        return path;
-    }
-
-    static QProcessEnvironment Environment(const QStringList& additions)
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const QString& addition : additions)
-            environment.insert(addition.section('=', 0, 0), addition.section('=', 1));
-        return environment;
-    }
-    /// Whether a process has a function for a signal.
-    static bool CatchesSignal(qint64 process, int number)
-    {
-        QFile file(QStringLiteral("/proc/%1/status").arg(process));
-        if (!file.open(QIODevice::ReadOnly))
-            return false;
-        for (const QByteArray& line : file.readAll().split('\n')) {
-            if (line.startsWith("SigCgt:"))
-                return (line.mid(7).trimmed().toULongLong(nullptr, 16) >> (number - 1)) & 1;
-        }
-        return false;
-    }
-
-    int memoryLimit = 0; // megabytes; 0: none
-    int fileLimit = 0;   // bytes; 0: none
-    QString out;
-    QString err;
-};
+using ZORHostProgramTest = ProgramTest;
 
 TEST_F(ZORHostProgramTest, AnswersHelpAndVersionWithoutADisplay)
 {
@@ -133,55 +66,6 @@ TEST_F(ZORHostProgramTest, AScriptThatSucceedsEndsWithCodeZero)
     EXPECT_TRUE(out.contains("All as expected.")) << out.toStdString();
     EXPECT_TRUE(QFile::exists(GetPath("out/window.png")));
     EXPECT_TRUE(QFile::exists(GetPath("host.ini")));
-}
-
-TEST_F(ZORHostProgramTest, ScriptsOpenImportSaveAndCloseDocuments)
-{
-    const QString document = GetPath("wing & %1.ZORCont");
-    EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n"
-                           "expect modified is no\n"
-                           "answer file ${PART}\n"
-                           "trigger Open\n"
-                           "expect geometries is 1\n"
-                           "expect modified is no\n"
-                           "answer file ${PART}\n"
-                           "trigger Import\n"
-                           "expect geometries is 2\n"
-                           "expect modified is yes\n"
-                           "expect title is \"Untitled* - Zorvane Host\"\n"
-                           "answer file ${DOCUMENT}\n"
-                           "trigger \"Save As\"\n"
-                           "expect document is ${DOCUMENT}\n"
-                           "expect modified is no\n"
-                           "answer file ${COPY}\n" // the file that the dialog proposes exists
-                           "trigger \"Save a Copy\"\n"
-                           "expect document is ${DOCUMENT}\n"
-                           "expect same ${DOCUMENT} ${COPY} is yes\n"
-                           "answer file ${COPY}.ZORCont\n"
-                           "trigger \"Save As\"\n"
-                           "expect document is ${COPY}.ZORCont\n"
-                           "trigger Close\n"
-                           "expect document is \"\"\n"
-                           "expect geometries is 0\n"
-                           "trigger _Recent_2\n"
-                           "expect document is ${DOCUMENT}\n"
-                           "trigger Save\n"
-                           "trigger New\n"
-                           "expect geometries is 0\n",
-                           {"--define", "PART=" + WriteTetrahedron("part.stl"), "--define",
-                            "DOCUMENT=" + document, "--define", "COPY=" + GetPath("copy.ZORCont")}))
-        << out.toStdString() << err.toStdString();
-}
-
-TEST_F(ZORHostProgramTest, FilesOfTheCommandLineAreOneDocument)
-{
-    const QString part = WriteTetrahedron("part.stl");
-    EXPECT_EQ(0, RunScript("in ZORHostMainWindow\n"
-                           "expect geometries is 3\n"
-                           "expect modified is yes\n"
-                           "expect document is \"\"\n",
-                           {part, part, "--open", part}))
-        << out.toStdString() << err.toStdString();
 }
 
 TEST_F(ZORHostProgramTest, AScriptThatFailsEndsWithCodeOne)
