@@ -22,9 +22,10 @@ Bench    core/ and widgets/ carry the rest and may include each other; console/,
          nesting/, operations/ and exchange/ do not see each other. core/ and console/ may include the base
          class of the visualizers.
 Tools    Programs use the public headers of the SDK alone, their own folder, and the headers in tools/ itself.
-Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; actions/
-         are those of the view and of commands, document/ opens, saves and rescues what they work on, help/ explains them, window/ shows all
-         of these, script/ drives actions, document and window, and app/ sees everything.
+Host     Never includes the bench. base/ lies under view/, docks/ and plugins/, which do not see each other; objects/
+         is what users do with objects of the document, actions/ are those of the view and of commands, document/
+         opens, saves and rescues what they work on, help/ explains them, window/ shows all of these, script/ drives
+         actions, document and window, and app/ sees everything.
 Paths    No include goes up by "..".
 Tests    tests/sdk/<module>/ uses neither bench nor host, and private headers of its own module alone. tests/bench/ does not use
          the host, tests/host/ does not use the bench, and both use public headers of the SDK alone, as benchmarks do. The
@@ -42,10 +43,11 @@ INCLUDE = re.compile(r'\s*#\s*include\s*([<"])([^>"]+)[>"]')
 IMPLEMENTATION_ONLY = re.compile(r"(Inventor/|EGL/|GL/|Eigen/|backtrace\.h|execinfo\.h|zstd\.h|clipper\.hpp|polyclipping/)")
 BENCH_BASE = {"core", "widgets"}
 HOST_BELOW = {"base": set(), "view": {"base"}, "docks": {"base"}, "plugins": {"base"}}
+HOST_BELOW["objects"] = {"base", "view"}
 HOST_BELOW["actions"] = {"base", "view"}
 HOST_BELOW["document"] = {"base", "view", "actions"}
 HOST_BELOW["help"] = {"base", "actions"}
-HOST_BELOW["window"] = {"base", "view", "docks", "plugins", "actions", "document", "help"}
+HOST_BELOW["window"] = {"base", "view", "docks", "plugins", "objects", "actions", "document", "help"}
 HOST_BELOW["script"] = {"base", "view", "actions", "document", "window"}
 HOST_BELOW["app"] = set(HOST_BELOW)
 MOST_FILES_OF_ROOM = 25

@@ -4,6 +4,8 @@
 
 #include "view/ZORHostObjectKind.h"
 
+#include <ZORGeometry/ZORGeoContainer.h>
+
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -11,7 +13,6 @@
 
 #include <map>
 
-class ZORGeoContainer;
 class ZORGeoGeometry;
 
 /// The one selection of the main window, which the tree, the view, commands on objects and pickers share.
@@ -25,6 +26,7 @@ class ZORGeoGeometry;
 class ZORHostSelection : public QObject
 {
     Q_OBJECT
+    Q_MOC_INCLUDE(<ZORGeometry / ZORGeoGeometry.h>)
 
 public:
     explicit ZORHostSelection(QObject* parent = nullptr);
@@ -34,6 +36,8 @@ public:
     /// \param container  not owned; may be null and may be destroyed first
     void SetContainer(ZORGeoContainer* container);
 
+    /// Null for none, and when it has been destroyed.
+    ZORGeoContainer* GetContainer() const { return m_container; }
     /// Returns the selected objects in the order in which they were selected. O(selected objects).
     QList<ZORGeoGeometry*> GetObjects() const;
     /// Returns the object that was selected last; null for none.

@@ -87,6 +87,12 @@ void ZORHostView3D::OnDocumentShown()
         FitAll();
 }
 
+void ZORHostView3D::FitBox(const ZORMathBoundingBox& box)
+{
+    m_camera.FitAll(box, size());
+    Invalidate();
+}
+
 void ZORHostView3D::SetStandardView(ZORVisCamera::StandardView view)
 {
     m_camera.SetStandardView(view);

@@ -47,6 +47,8 @@ public:
     /// Fits all now, and again when OnDocumentShown() says that what has been opened is drawn.
     void FitAllOnceShown();
     void OnDocumentShown();
+    /// Shows all of \a box from the present direction; an empty box changes nothing.
+    void FitBox(const ZORMathBoundingBox& box);
     /// Turns to the view and fits all.
     void SetStandardView(ZORVisCamera::StandardView view);
     ZORVisRenderer::DisplayMode GetDisplayMode() const { return m_renderer->GetDisplayMode(); }

@@ -17,9 +17,11 @@
 #include "document/ZORHostFileMenu.h"
 #include "document/ZORHostRecoveryDialog.h"
 #include "help/ZORHostHelp.h"
+#include "objects/ZORHostEditMenu.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "view/ZORHostPresentation.h"
+#include "view/ZORHostSelection.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
 #include "window/ZORHostNoticeBar.h"
@@ -29,6 +31,7 @@
 #include "window/ZORHostWelcomeView.h"
 #include "window/ZORHostWindowMenu.h"
 
+#include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORFeatureUI/ZORFeatBrowserWidget.h>
@@ -74,11 +77,13 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     m_welcome = new ZORHostWelcomeView(m_view, central);
     middle->addWidget(m_welcome, 0, 0);
     m_presentation = new ZORHostPresentation(m_view, this);
+    m_selection = new ZORHostSelection(this);
     setCentralWidget(central);
     statusBar()->setObjectName("_StatusBar");
 
     CreateDocument();
     CreateDocks(log);
+    new ZORHostEditMenu(this, m_selection, m_view, m_browser);
     CreateViewMenu();
     new ZORHostWindowMenu(this);
     CreateHelpMenu();
@@ -227,6 +232,7 @@ void ZORHostMainWindow::CreateHelpMenu()
 void ZORHostMainWindow::SetEnvironment(ZORFeatEnvironment* environment)
 {
     m_presentation->SetEnvironment(environment);
+    m_selection->SetContainer(environment ? environment->GetContainer() : nullptr);
     m_browser->SetEnvironment(environment);
     m_welcome->SetEnvironment(environment);
     m_document->SetEnvironment(environment);
@@ -332,7 +338,7 @@ void ZORHostMainWindow::ShowPluginProblems()
 void ZORHostMainWindow::OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point)
 {
     if (auto* geometry = qobject_cast<ZORGeoGeometry*>(owner))
-        m_browser->SelectGeometry(geometry);
+        m_selection->Set({geometry});
     statusBar()->showMessage(tr("%1 at %2 mm").arg(name, point.ToString('f', 3)));
 }
 

@@ -22,6 +22,7 @@ class ZORHostNoticeBar;
 class ZORHostPluginManager;
 class ZORHostPresentation;
 class ZORHostThemeMenu;
+class ZORHostSelection;
 class ZORHostView3D;
 class ZORHostWelcomeView;
 
@@ -45,6 +46,7 @@ public:
 
     ZORHostView3D* GetView() const { return m_view; }
     ZORHostPresentation* GetPresentation() const { return m_presentation; }
+    ZORHostSelection* GetSelection() const { return m_selection; }
     ZORHostNoticeBar* GetNoticeBar() const { return m_notices; }
 
     /// Window geometry, dock layout, theme and display mode, from and to the settings store of the SDK's
@@ -98,6 +100,7 @@ private:
     ZORHostNoticeBar* m_notices;
     ZORHostWelcomeView* m_welcome;
     ZORHostDocumentCommands* m_document = nullptr;
+    ZORHostSelection* m_selection; // child
     ZORFeatBrowserWidget* m_browser = nullptr;
     ZORHostLogDock* m_logDock = nullptr;
     ZORHostApiDock* m_apiDock = nullptr;

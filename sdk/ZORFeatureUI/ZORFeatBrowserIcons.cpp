@@ -131,38 +131,24 @@ Drawing DrawGeometry(ZORFeatBrowserKind kind)
     return drawing;
 }
 
-class IconEngine final : public QIconEngine
+/// Draws on the grid at any size and pixel ratio.
+class GridIconEngine : public QIconEngine
 {
 public:
-    IconEngine(ZORFeatBrowserKind kind, const QPalette& palette)
-        : m_kind(kind)
-        , m_palette(palette)
+    explicit GridIconEngine(const QPalette& palette)
+        : m_palette(palette)
     {
     }
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
-        const bool tree = m_kind <= ZORFeatBrowserKind::Feature;
-        const Drawing drawing = tree ? DrawTree(m_kind) : DrawGeometry(m_kind);
-        QColor stroke = AccentOf(m_kind, m_palette);
-        if (mode == QIcon::Selected)
-            stroke = m_palette.color(QPalette::HighlightedText);
-        else if (mode == QIcon::Disabled)
-            stroke = m_palette.color(QPalette::Disabled, QPalette::Text);
-        QColor fill = stroke;
-        fill.setAlphaF(0.22F);
-
         const double scale = std::min(rect.width(), rect.height()) / kGridSize;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(QRectF(rect).center());
         painter->scale(scale, scale);
         painter->translate(-kGridSize / 2, -kGridSize / 2);
-        painter->setPen(QPen(stroke, 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter->setBrush(fill);
-        painter->drawPath(drawing.filled);
-        painter->setBrush(Qt::NoBrush);
-        painter->drawPath(drawing.lines);
+        Draw(*painter, mode);
         painter->restore();
     }
 
@@ -175,11 +161,91 @@ public:
         return pixmap;
     }
 
+protected:
+    virtual void Draw(QPainter& painter, QIcon::Mode mode) const = 0;
+    QColor GetStroke(QIcon::Mode mode, const QColor& normal) const
+    {
+        if (mode == QIcon::Selected)
+            return m_palette.color(QPalette::HighlightedText);
+        return mode == QIcon::Disabled ? m_palette.color(QPalette::Disabled, QPalette::Text) : normal;
+    }
+
+    QPalette m_palette;
+};
+
+QPen MakePen(const QColor& color)
+{
+    return {color, 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
+class IconEngine final : public GridIconEngine
+{
+public:
+    IconEngine(ZORFeatBrowserKind kind, const QPalette& palette)
+        : GridIconEngine(palette)
+        , m_kind(kind)
+    {
+    }
+
     QIconEngine* clone() const override { return new IconEngine(m_kind, m_palette); }
+
+protected:
+    void Draw(QPainter& painter, QIcon::Mode mode) const override
+    {
+        const bool tree = m_kind <= ZORFeatBrowserKind::Feature;
+        const Drawing drawing = tree ? DrawTree(m_kind) : DrawGeometry(m_kind);
+        const QColor stroke = GetStroke(mode, AccentOf(m_kind, m_palette));
+        QColor fill = stroke;
+        fill.setAlphaF(0.22F);
+        painter.setPen(MakePen(stroke));
+        painter.setBrush(fill);
+        painter.drawPath(drawing.filled);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(drawing.lines);
+    }
 
 private:
     ZORFeatBrowserKind m_kind;
-    QPalette m_palette;
+};
+
+class EyeIconEngine final : public GridIconEngine
+{
+public:
+    EyeIconEngine(ZORFeatBrowserEye eye, const QPalette& palette)
+        : GridIconEngine(palette)
+        , m_eye(eye)
+    {
+    }
+
+    QIconEngine* clone() const override { return new EyeIconEngine(m_eye, m_palette); }
+
+protected:
+    void Draw(QPainter& painter, QIcon::Mode mode) const override
+    {
+        QColor stroke = GetStroke(mode, m_palette.color(QPalette::Text));
+        if (m_eye != ZORFeatBrowserEye::Open)
+            stroke.setAlphaF(0.6F);
+        painter.setPen(MakePen(stroke));
+        QPainterPath lids;
+        lids.moveTo(1.5, 8);
+        if (m_eye == ZORFeatBrowserEye::Closed) {
+            lids.quadTo(8, 13, 14.5, 8);
+            AddLine(lids, {3.6, 10}, {2.4, 12});
+            AddLine(lids, {8, 10.6}, {8, 13});
+            AddLine(lids, {12.4, 10}, {13.6, 12});
+        } else {
+            lids.quadTo(8, 0.5, 14.5, 8);
+            lids.quadTo(8, 15.5, 1.5, 8);
+        }
+        painter.drawPath(lids);
+        if (m_eye == ZORFeatBrowserEye::Open)
+            painter.setBrush(stroke);
+        if (m_eye != ZORFeatBrowserEye::Closed)
+            painter.drawEllipse(QPointF(8, 8), 2.1, 2.1);
+    }
+
+private:
+    ZORFeatBrowserEye m_eye;
 };
 
 } // namespace
@@ -187,4 +253,9 @@ private:
 QIcon ZORFeatBrowserIcon(ZORFeatBrowserKind kind, const QPalette& palette)
 {
     return QIcon(new IconEngine(kind, palette)); // the icon owns its engine
+}
+
+QIcon ZORFeatBrowserEyeIcon(ZORFeatBrowserEye eye, const QPalette& palette)
+{
+    return eye == ZORFeatBrowserEye::None ? QIcon() : QIcon(new EyeIconEngine(eye, palette));
 }

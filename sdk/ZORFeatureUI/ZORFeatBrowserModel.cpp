@@ -4,6 +4,7 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatGeometry.h>
 #include <ZORFeature/ZORFeatObject.h>
+#include <ZORFeature/ZORFeatStyles.h>
 
 #include <algorithm>
 
@@ -36,7 +37,7 @@ void ZORFeatBrowserModel::SetContainer(ZORFeatContainer* container)
         return;
     beginResetModel();
     if (m_container)
-        m_container->disconnect(this);
+        UnfollowContainer();
     Clear();
     m_container = container;
     if (container) {
@@ -45,6 +46,7 @@ void ZORFeatBrowserModel::SetContainer(ZORFeatContainer* container)
                 &ZORFeatBrowserModel::OnAboutToBeRemoved);
         connect(container, &ZORFeatContainer::FeatureLabelChanged, this, &ZORFeatBrowserModel::OnTextChanged);
         connect(container, &QObject::destroyed, this, [this] { SetContainer(nullptr); });
+        FollowStyles();
         for (int i = 0; i < container->GetNumGeometry(); ++i) {
             if (ZORGeoGeometry* geometry = container->GetGeometryByIndex(i))
                 OnAdded(geometry);
@@ -59,6 +61,15 @@ void ZORFeatBrowserModel::SetPalette(const QPalette& palette)
     for (int kind = 0; kind <= int(ZORFeatBrowserKind::Other); ++kind) {
         m_icons[ZORFeatBrowserKind(kind)] = ZORFeatBrowserIcon(ZORFeatBrowserKind(kind), palette);
     }
+    using Eye = ZORFeatBrowserEye;
+    for (const Eye eye : {Eye::None, Eye::Open, Eye::Closed, Eye::Mixed})
+        m_eyeIcons[eye] = ZORFeatBrowserEyeIcon(eye, palette);
+}
+
+void ZORFeatBrowserModel::UnfollowContainer()
+{
+    m_container->disconnect(this);
+    m_container->GetStyles()->disconnect(this);
 }
 
 ZORGeoGeometry* ZORFeatBrowserModel::GetGeometry(const QModelIndex& index) const
@@ -165,6 +176,7 @@ void ZORFeatBrowserModel::MarkDirty(Node* node)
     if (node->isDirty)
         return;
     node->isDirty = true;
+    MarkEyes();
     m_dirty.push_back(node);
     PostFlush();
 }
@@ -180,9 +192,10 @@ void ZORFeatBrowserModel::PostFlush()
 void ZORFeatBrowserModel::Flush()
 {
     m_flushPosted = false;
-    if ((m_dirty.empty() && m_dirtyOwners.isEmpty()) || m_isFlushing)
+    if (m_isFlushing)
         return;
     UpdateOwners();
+    FlushEyes();
     if (m_dirty.empty())
         return;
     m_isFlushing = true;

@@ -33,7 +33,7 @@ void ZORFeatBrowserModel::SetOptions(ZORFeatBrowserWidget::Options options)
 
 int ZORFeatBrowserModel::columnCount(const QModelIndex&) const
 {
-    return 1;
+    return m_options.testFlag(Option::EyeColumn) ? 2 : 1;
 }
 
 QVariant ZORFeatBrowserModel::data(const QModelIndex& index, int role) const
@@ -43,6 +43,8 @@ QVariant ZORFeatBrowserModel::data(const QModelIndex& index, int role) const
     Node* const node = ToNode(index);
     if (node->isDead)
         return {};
+    if (index.column() == 1)
+        return GetEyeData(node, role);
     switch (role) {
     case Qt::DisplayRole:
         Watch(node);
@@ -62,9 +64,12 @@ QVariant ZORFeatBrowserModel::data(const QModelIndex& index, int role) const
 
 QVariant ZORFeatBrowserModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (section == 0 && orientation == Qt::Horizontal && role == Qt::DisplayRole)
+    if (orientation != Qt::Horizontal)
+        return {};
+    if (section == 0 && role == Qt::DisplayRole)
         return tr("Name");
-    return {};
+    const bool namesEyes = section == 1 && (role == Qt::ToolTipRole || role == Qt::AccessibleTextRole);
+    return namesEyes ? tr("Visible") : QVariant();
 }
 
 Qt::ItemFlags ZORFeatBrowserModel::flags(const QModelIndex& index) const

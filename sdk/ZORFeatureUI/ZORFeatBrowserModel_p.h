@@ -47,6 +47,10 @@ public:
     /// Whether a view should show the children of a new item at once.
     bool IsInitiallyExpanded(const QModelIndex& index) const;
 
+    /// Makes items and all below them visible, or hides them when \a reference is open.
+    /// \param reference  an item of this list or another one
+    void ToggleEyes(const QModelIndexList& indexes, const QModelIndex& reference);
+
     void Flush();
 
     QModelIndex index(int row, int column, const QModelIndex& parent) const override;
@@ -62,6 +66,8 @@ public:
 signals:
     void FlushStarted();
     void FlushFinished();
+    /// Eyes show something else.
+    void EyesChanged();
 
 private:
     using Node = ZORFeatBrowserNode;
@@ -80,6 +86,13 @@ private:
     QString GetShownText(const Node* node) const;
     bool Rename(ZORGeoGeometry* geometry, const QString& name) const;
     ZORFeatBrowserKind IconKindOf(const Node* node) const;
+    QVariant GetEyeData(Node* node, int role) const;
+    ZORFeatBrowserEye EyeOf(Node* node) const;
+    ZORGeoGeometry* GetDrawn(const Node* node) const;
+    void UnfollowContainer();
+    void FollowStyles();
+    void MarkEyes();
+    void FlushEyes();
 
     Node* ToNode(const QModelIndex& index) const;
     QModelIndex ToIndex(const Node* node) const;
@@ -107,4 +120,7 @@ private:
     bool m_flushPosted = false;
     bool m_isFlushing = false;
     std::map<ZORFeatBrowserKind, QIcon> m_icons;
+    std::map<ZORFeatBrowserEye, QIcon> m_eyeIcons;
+    quint64 m_eyeVersion = 1; // raised when eyes may have changed
+    bool m_eyesDirty = false;
 };

@@ -26,6 +26,8 @@ struct ZORFeatBrowserNode
     bool isWatchedOwner = false;
     bool isOwned = false; // by the feature of the parent
     bool isDestroyed = false;
+    quint64 eyeVersion = 0; // of the model when the eye was computed; 0: never
+    ZORFeatBrowserEye eye = ZORFeatBrowserEye::None;
     std::vector<ZORFeatBrowserNode*> children; // owned
     std::vector<ZORFeatBrowserNode*> pending;  // owned; children the views do not know yet
 

@@ -5,10 +5,12 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSet>
+#include <QStyle>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -58,6 +60,10 @@ void ZORFeatBrowserView::SetOptions(ZORFeatBrowserWidget::Options options)
         header()->setSectionResizeMode(0, QHeaderView::Stretch);
         header()->setMinimumSectionSize(-1);
     }
+    if (options.testFlag(Option::EyeColumn)) {
+        header()->setSectionResizeMode(1, QHeaderView::Fixed);
+        header()->resizeSection(1, style()->pixelMetric(QStyle::PM_SmallIconSize) + 12);
+    }
     if (options.testFlag(Option::Renaming))
         setItemDelegateForColumn(0, new NameDelegate(this));
     viewport()->setMouseTracking(options.testFlag(Option::Hovering));
@@ -102,6 +108,35 @@ bool ZORFeatBrowserView::viewportEvent(QEvent* event)
         }
     }
     return QTreeView::viewportEvent(event);
+}
+
+// Eyes leave selection and current item alone.
+bool ZORFeatBrowserView::ClickEye(const QMouseEvent* event)
+{
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid() || index.column() != 1)
+        return false;
+    m_isEyePressed = true;
+    emit EyeClicked(index);
+    return true;
+}
+
+void ZORFeatBrowserView::mousePressEvent(QMouseEvent* event)
+{
+    if (!ClickEye(event))
+        QTreeView::mousePressEvent(event);
+}
+
+void ZORFeatBrowserView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (!ClickEye(event))
+        QTreeView::mouseDoubleClickEvent(event);
+}
+
+void ZORFeatBrowserView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!std::exchange(m_isEyePressed, false))
+        QTreeView::mouseReleaseEvent(event);
 }
 
 void ZORFeatBrowserView::resizeEvent(QResizeEvent* event)

@@ -26,15 +26,23 @@ public:
 signals:
     /// \param index  of the item under the pointer; invalid beside the items
     void Hovered(const QModelIndex& index);
+    /// \param index  of an item, in the column of eyes
+    void EyeClicked(const QModelIndex& index);
 
 protected:
     bool viewportEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    bool ClickEye(const QMouseEvent* event);
+
     ZORFeatBrowserWidget::Options m_options;
     QString m_emptyText;
     QPersistentModelIndex m_hovered;
     bool m_isHovering = false;
+    bool m_isEyePressed = false;
 };

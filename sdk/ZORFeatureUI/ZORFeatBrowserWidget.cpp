@@ -34,10 +34,12 @@ public:
     void OnFlushStarted();
     void OnFlushFinished();
     void OnSelectionChanged();
+    void OnEyeClicked(const QModelIndex& index);
     void KeepAnchor();
     void RestoreAnchor();
     QModelIndexList SelectedFromTopToBottom() const;
     void AddSearchField();
+    QModelIndex ToSource(const QModelIndex& index) const;
     ZORGeoGeometry* GeometryOf(const QModelIndex& index) const;
     QModelIndex IndexOf(const ZORGeoGeometry* geometry) const;
 
@@ -68,6 +70,9 @@ void ZORFeatBrowserWidget::Private::Connect()
         if (ZORGeoGeometry* geometry = GeometryOf(index))
             emit q_ptr->GeometryActivated(geometry);
     });
+    QObject::connect(model, &Model::EyesChanged, widget, [this] { view->viewport()->update(); });
+    QObject::connect(view, &ZORFeatBrowserView::EyeClicked, widget,
+                     [this](const QModelIndex& index) { OnEyeClicked(index); });
     QObject::connect(view, &ZORFeatBrowserView::Hovered, widget,
                      [this](const QModelIndex& index) { emit q_ptr->GeometryHovered(GeometryOf(index)); });
     QObject::connect(view, &QWidget::customContextMenuRequested, widget, [this](const QPoint& position) {
@@ -112,7 +117,7 @@ void ZORFeatBrowserWidget::Private::ExpandNewItems(const QModelIndex& parent, in
         return;
     for (int row = first; row <= last; ++row) {
         const QModelIndex index = view->model()->index(row, 0, parent);
-        if (model->IsInitiallyExpanded(filter ? filter->mapToSource(index) : index))
+        if (model->IsInitiallyExpanded(ToSource(index)))
             view->expand(index);
     }
 }
@@ -137,6 +142,16 @@ void ZORFeatBrowserWidget::Private::OnSelectionChanged()
         selectionChanged = true;
     else
         emit q_ptr->SelectionChanged(q_ptr->GetSelectedGeometries());
+}
+
+void ZORFeatBrowserWidget::Private::OnEyeClicked(const QModelIndex& index)
+{
+    QModelIndexList indexes{index};
+    if (view->selectionModel()->isSelected(index))
+        indexes = view->selectionModel()->selectedRows();
+    for (QModelIndex& each : indexes)
+        each = ToSource(each);
+    model->ToggleEyes(indexes, ToSource(index));
 }
 
 void ZORFeatBrowserWidget::Private::KeepAnchor()
@@ -178,9 +193,14 @@ QModelIndexList ZORFeatBrowserWidget::Private::SelectedFromTopToBottom() const
     return indexes;
 }
 
+QModelIndex ZORFeatBrowserWidget::Private::ToSource(const QModelIndex& index) const
+{
+    return filter ? filter->mapToSource(index) : index;
+}
+
 ZORGeoGeometry* ZORFeatBrowserWidget::Private::GeometryOf(const QModelIndex& index) const
 {
-    return model->GetGeometry(filter ? filter->mapToSource(index) : index);
+    return model->GetGeometry(ToSource(index));
 }
 
 QModelIndex ZORFeatBrowserWidget::Private::IndexOf(const ZORGeoGeometry* geometry) const

@@ -4,6 +4,7 @@
 #include "support/Printers.h"
 
 #include <ZORFeature/ZORFeatGeometry.h>
+#include <ZORFeature/ZORFeatStyles.h>
 
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -35,8 +36,8 @@ class ZORFeatBrowserOptionsTest : public BrowserTest
 public:
     ZORFeatBrowserOptionsTest()
     {
-        host.SetOptions(Option::SearchField | Option::OwnedGeometry | Option::Renaming | Option::NarrowNames
-                        | Option::Hovering);
+        host.SetOptions(Option::EyeColumn | Option::SearchField | Option::OwnedGeometry | Option::Renaming
+                        | Option::NarrowNames | Option::Hovering);
         host.resize(300, 400);
         host.SetEnvironment(environment.get());
         host.show();
@@ -65,6 +66,17 @@ public:
         return Model()
             ->match(Model()->index(0, 0), Qt::DisplayRole, text, 1, Qt::MatchExactly | Qt::MatchRecursive)
             .value(0);
+    }
+    /// What the eye of an item says.
+    QString EyeOf(const QString& text) const
+    {
+        const QModelIndex index = At(text);
+        return index.siblingAtColumn(1).data(Qt::AccessibleTextRole).toString();
+    }
+    void ClickEye(const QString& text) const
+    {
+        const QModelIndex index = At(text).siblingAtColumn(1);
+        QTest::mouseClick(Tree()->viewport(), Qt::LeftButton, {}, Tree()->visualRect(index).center());
     }
     void Search(const QString& text) const
     {
@@ -265,6 +277,73 @@ TEST_F(ZORFeatBrowserOptionsTest, ReportsTheItemUnderThePointer)
     EXPECT_EQ(hovered.size(), 4);
     EXPECT_TRUE(Tree()->viewport()->hasMouseTracking());
     EXPECT_FALSE(view->viewport()->hasMouseTracking());
+}
+
+TEST_F(ZORFeatBrowserOptionsTest, EyesShowAndChangeWhatIsVisible)
+{
+    ZORGeoGeometry* const point = AddPoint();
+    ZORGeoGeometry* const other = AddPoint();
+    AddFolder(Root());
+    ZORFeatStyles* const styles = Container()->GetStyles();
+    EXPECT_EQ(EyeOf("CartesianPoint.1"), QStringLiteral("Visible"));
+    EXPECT_EQ(EyeOf("Points (2)"), QStringLiteral("Visible"));
+    EXPECT_EQ(EyeOf("Folder.1"), QString()) << "there is nothing to see";
+    hostSelected.clear();
+    ClickEye("CartesianPoint.1");
+    EXPECT_FALSE(styles->Get(point).IsVisible());
+    EXPECT_EQ(EyeOf("CartesianPoint.1"), QStringLiteral("Hidden"));
+    EXPECT_EQ(EyeOf("Points (2)"), QStringLiteral("Partly visible"));
+    ClickEye("Points (2)");
+    EXPECT_TRUE(styles->Get(point).IsVisible());
+    ClickEye("Points (2)");
+    EXPECT_FALSE(styles->Get(point).IsVisible() || styles->Get(other).IsVisible());
+    EXPECT_EQ(hostSelected.size(), 0) << "eyes do not select";
+    host.SelectGeometries({point, other});
+    ClickEye("CartesianPoint.2");
+    EXPECT_TRUE(styles->Get(point).IsVisible() && styles->Get(other).IsVisible()) << "all that is selected";
+    styles->SetVisible({other}, false);
+    EXPECT_EQ(EyeOf("Points (2)"), QStringLiteral("Partly visible"));
+    EXPECT_EQ(model->columnCount(), 1) << "the plain browser has no eyes";
+}
+
+TEST_F(ZORFeatBrowserOptionsTest, FeaturesSpeakForWhatTheyAreMadeOf)
+{
+    ZORGeoGeometry* const surface = AddSurface();
+    auto* const body = Register(new ZORTopBody(Container(), surface));
+    auto* const owner = new Owner(Root());
+    owner->SetBody(static_cast<ZORTopBody*>(body));
+    Register(owner);
+    ShownNow();
+    Tree()->expandAll();
+    EXPECT_EQ(EyeOf("Body.1"), QString()) << "is seen by the surface, as a part of the feature";
+    EXPECT_EQ(EyeOf("Geometry.1"), QStringLiteral("Visible"));
+    ClickEye("Geometry.1");
+    EXPECT_FALSE(Container()->GetStyles()->Get(surface).IsVisible());
+    EXPECT_EQ(EyeOf("Surface.1"), QStringLiteral("Hidden"));
+}
+
+TEST_F(ZORFeatBrowserOptionsTest, AFastSecondClickOnAnEyeCountsAsAClick)
+{
+    ZORGeoGeometry* const point = AddPoint();
+    const QModelIndex eye = At("CartesianPoint.1").siblingAtColumn(1);
+    QSignalSpy opened(&host, &ZORFeatBrowserWidget::GeometryActivated);
+    QTest::mouseClick(Tree()->viewport(), Qt::LeftButton, {}, Tree()->visualRect(eye).center());
+    QTest::mouseDClick(Tree()->viewport(), Qt::LeftButton, {}, Tree()->visualRect(eye).center());
+    EXPECT_EQ(opened.size(), 0);
+    EXPECT_TRUE(Container()->GetStyles()->Get(point).IsVisible()) << "hidden and shown again";
+}
+
+TEST_F(ZORFeatBrowserOptionsTest, ManyStylesAreTakenOverInOneStep)
+{
+    Geometries points;
+    for (int i = 0; i < 5000; ++i)
+        points.append(AddPoint());
+    QCoreApplication::processEvents();
+    QSignalSpy changed(Model(), &QAbstractItemModel::dataChanged);
+    Container()->GetStyles()->SetVisible(points, false);
+    EXPECT_EQ(changed.size(), 0);
+    EXPECT_EQ(EyeOf("Points (5000)"), QStringLiteral("Hidden"));
+    EXPECT_LE(changed.size(), 2);
 }
 
 } // namespace
