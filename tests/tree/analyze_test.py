@@ -30,7 +30,7 @@ case "$last" in */unit.cpp) sources=$(sed 's/#include "\\(.*\\)"/\\1/' "$last") 
 echo "$(basename "$0")" $(for source in $sources; do basename "$source"; done) >> "$LOG"
 code=0
 for source in $sources; do
-  case "$source" in *"${FAULTY:-none}") echo "$source:1:2: warning: found by $(basename "$0") [a-check]"; code=1 ;; esac
+  case "$source" in *"${FAULTY:-none}") echo "$source:1:2: warning: found by $(basename "$0") [${CHECK:-a-check}]"; code=1 ;; esac
   case "$source" in *"${BROKEN:-none}") echo "cannot be read" >&2; code=1 ;; esac
   [ "$source" != "$sources" ] || continue
   case "$source" in *"${FAULTY_AMONG_OTHERS:-none}") echo "$source:1:2: warning: fault [a-check]"; code=1 ;; esac
@@ -56,13 +56,13 @@ class AnalyzeTest(unittest.TestCase):
         self.git("init", "-q")
         self.commit("First")
 
-    def write_database(self, options):
-        """Writes the compile database, with additional options of sources by their names."""
+    def write_database(self, options, more=()):
+        """Writes the compile database, with additional options of sources by their names, and more sources."""
         entries = [
             {"directory": str(self.root), "file": str(self.root / name),
              "command": f"cmake -E env A=b ccache /usr/bin/c++ -Winvalid-pch -include x/cmake_pch.hxx {options.get(name, '')} "
              f"-o {name}.o -c {name}"}
-            for name in FILES if name.endswith(".cpp")
+            for name in (*FILES, *more) if name.endswith(".cpp")
         ]
         (self.root / "build" / "compile_commands.json").write_text(json.dumps(entries))
 
@@ -105,6 +105,14 @@ class AnalyzeTest(unittest.TestCase):
         for name in ("clang-tidy", "clazy"):
             self.assertIn(f"sdk/ZORSystem/B.cpp: {name} failed:\ncannot be read", output)
         self.assertIn("3 sources analyzed, 4 findings", output)
+
+    def test_tests_may_connect_functions_that_refer_to_their_scope(self):
+        write_tree(self.root, {"tests/sdk/ATest.cpp": "int a();\n"})
+        self.write_database({}, ["tests/sdk/ATest.cpp"])
+        for check in ("-Wclazy-lambda-in-connect", "-Wclazy-connect-3arg-lambda"):
+            self.assertEqual(0, self.analyze(FAULTY="ATest.cpp", CHECK=check)[0])
+            self.assertEqual(1, self.analyze(FAULTY="A.cpp", CHECK=check)[0])
+        self.assertEqual(1, self.analyze(FAULTY="ATest.cpp")[0])
 
     def test_findings_among_other_sources_are_confirmed_alone(self):
         code, output, analyzed = self.analyze(FAULTY_AMONG_OTHERS="B.cpp")

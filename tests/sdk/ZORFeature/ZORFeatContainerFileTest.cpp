@@ -59,8 +59,8 @@ TEST(ZORFeatContainerFileTest, ALoadedRootJoinsThePresentOne)
     EXPECT_EQ(QList<ZORFeatRoot*>{root}, container.GetFeatureRoots());
     EXPECT_EQ(QString("mine"), root->GetLabel());
     ASSERT_EQ(4, root->GetNumChildren());
-    EXPECT_EQ(QString("skin"), root->GetChildren()[2]->GetLabel());
-    EXPECT_NE(root->GetChildren()[0]->objectName(), root->GetChildren()[2]->objectName());
+    EXPECT_EQ(QString("skin"), root->GetChildren().at(2)->GetLabel());
+    EXPECT_NE(root->GetChildren().at(0)->objectName(), root->GetChildren().at(2)->objectName());
 }
 
 TEST(ZORFeatContainerFileTest, OnlyFeatureContainersTakeRoots)

@@ -226,7 +226,6 @@ inline TestMesh SliverSheet(int cells)
 inline TestMesh DoubledSheet(int cells)
 {
     TestMesh mesh = Sheet(cells);
-    const QList<ZORGeoSurface::Corners> triangles = mesh.triangles;
     for (int row = 1; row < cells; ++row) {
         for (int column = 1; column < cells; ++column) {
             // The twin takes the triangles above the edges to the left and right neighbour.

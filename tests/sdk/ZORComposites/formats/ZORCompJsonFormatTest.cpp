@@ -127,7 +127,8 @@ void Collect(const QJsonValue& value, QStringList& leaves)
         for (auto it = object.begin(); it != object.end(); ++it)
             Collect(it.value(), leaves);
     } else if (value.isArray()) {
-        for (const QJsonValue& each : value.toArray())
+        const QJsonArray array = value.toArray();
+        for (const QJsonValueConstRef each : array)
             Collect(each, leaves);
     } else if (value.isString()) {
         leaves.append(value.toString().trimmed());
