@@ -99,8 +99,12 @@ ZORStdMaterialModel::ZORStdMaterialModel(ZORFeatContainer* container, const QIco
     if (!library)
         return;
     for (ZORCompMaterial* material : library->GetMaterials())
-        m_rows.push_back(
-            {material, material->GetLabel(), material->GetLabel(), material->GetProperties(), {}});
+        m_rows.push_back({material,
+                          material->GetLabel(),
+                          material->GetLabel(),
+                          material->GetProperties(),
+                          material->GetProperties(),
+                          {}});
 }
 
 ZORStdMaterialModel::~ZORStdMaterialModel() = default;
@@ -171,7 +175,7 @@ int ZORStdMaterialModel::AddMaterial()
         name = tr("Material %1").arg(number);
     const int row = rowCount();
     beginInsertRows({}, row, row);
-    m_rows.push_back({nullptr, name, {}, {}, {}});
+    m_rows.push_back({nullptr, name, {}, {}, {}, {}});
     endInsertRows();
     return row;
 }
@@ -299,8 +303,10 @@ void ZORStdMaterialModel::Apply()
     for (Row& row : m_rows) {
         if (!row.material)
             row.material = creation.Add(new ZORCompMaterial(library), row.name);
-        row.material->SetLabel(row.name);
-        if (!(row.material->GetProperties() == row.properties))
+        // What was not edited here may have been edited in another dialog.
+        if (row.name != row.label)
+            row.material->SetLabel(row.name);
+        if (!(row.properties == row.shown))
             row.material->SetProperties(row.properties);
     }
     for (const QPointer<ZORCompMaterial>& material : std::as_const(m_removed)) {

@@ -54,7 +54,8 @@ private:
         QString name;
         QString label; // of the material when it was shown last; null for a row to be created
         ZORCompMaterialProperties properties;
-        QHash<int, QString> invalid; // texts that are no numbers, by column
+        ZORCompMaterialProperties shown; // of the material when the row was filled
+        QHash<int, QString> invalid;     // texts that are no numbers, by column
     };
 
     int GetNumRows() const override;

@@ -13,6 +13,7 @@ import tempfile
 
 import walk_dialogs
 import walk_first
+import walk_forms
 import walk_menus
 import walk_view
 from program import WalkFailure
@@ -23,6 +24,7 @@ WALKS = {
     "first": walk_first.walk,
     "dialogs": walk_dialogs.walk_host,
     "console_dialogs": walk_dialogs.walk_console,
+    "forms": walk_forms.walk,
     "view": walk_view.walk,
     "menus": walk_menus.walk_host,
     "console_menus": walk_menus.walk_console,

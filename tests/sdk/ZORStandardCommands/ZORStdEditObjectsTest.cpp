@@ -206,6 +206,20 @@ TEST_F(ZORStdEditObjectsTest, MaterialIsSelectedAndItsLayupsFollow)
     EXPECT_EQ(GetOnly<ZORCompLayup>()->GetThickness(), 0.75);
 }
 
+TEST_F(ZORStdEditObjectsTest, MaterialsThatWereNotEditedKeepWhatAnotherDialogHasChanged)
+{
+    ZORCompMaterial* const first = AddMaterial("First", 1);
+    ZORCompMaterial* const glass = AddMaterial("Glass", 0.5);
+    Edit(glass);
+    SetCell("_MaterialTable", 1, 2, "0.75");
+    ZORCompMaterialProperties properties = first->GetProperties();
+    properties.thickness = 2;
+    first->SetProperties(properties);
+    EXPECT_EQ(Accept(), QString());
+    EXPECT_EQ(first->GetProperties().thickness, 2);
+    EXPECT_EQ(glass->GetProperties().thickness, 0.75);
+}
+
 TEST_F(ZORStdEditObjectsTest, ProjectionTakesOtherInputsAndIsComputedOnce)
 {
     ZORWFProjection* const projection = AddProjection();
