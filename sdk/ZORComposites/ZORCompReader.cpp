@@ -68,7 +68,7 @@ ZORCompReader::ZORCompReader(const QString& file, const QByteArray& format)
 ZORCompReader::~ZORCompReader() = default;
 
 /// Calls a function with the document and its report.
-template<class Function>
+template<typename Function>
 void ZORCompReader::ReadWith(const Function& function) const
 {
     const ZORCompFormat& format = ZORCompFormat::Find(d->format);

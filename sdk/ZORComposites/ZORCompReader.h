@@ -44,7 +44,7 @@ public:
     ZORCompDocument Parse(ZORCompReadReport& report) const;
 
 private:
-    template<class Function>
+    template<typename Function>
     void ReadWith(const Function& function) const;
 
     class Private;

@@ -14,7 +14,7 @@ class ZORGeoGeometry;
 /// Finds the geometries of a container that hold counted references to others. Knows the geometries that were
 /// registered at its construction, so it is used at once and not kept.
 ///
-/// Thread safety: thread of the container.
+/// Thread safety: thread of the container; objects may be shared read-only.
 class ZORGEOMETRY_EXPORT ZORGeoHolders
 {
 public:
