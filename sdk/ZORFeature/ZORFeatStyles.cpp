@@ -15,10 +15,10 @@
 
 namespace {
 
-// Blue, orange, teal, purple, yellow, sky, brown and pink at alternating lightness: neighbors differ in it as well as
+// Blue, orange, teal, purple, yellow, sky, brown and rose at alternating lightness: neighbors differ in it as well as
 // in hue.
 constexpr std::array<QRgb, 8> kPalette = {0xff7f9fc4, 0xffd98a3d, 0xff3fa08a, 0xffb592cf,
-                                          0xffc9b84a, 0xff5c86b8, 0xffa8705a, 0xffd78fae};
+                                          0xffc9b84a, 0xff5c86b8, 0xffa8705a, 0xffd16a8a};
 constexpr QRgb kPointColor = 0xffd05a2a;
 constexpr QRgb kCurveColor = 0xff2f7fd0;
 constexpr QRgb kCourseColor = 0xff2f9e6f;

@@ -151,7 +151,9 @@ void ZORVisGlLines::SetOptions(const ZORVisOptions& options)
 
 void ZORVisGlLines::GLRender(SoGLRenderAction* action)
 {
-    if (!shouldGLRender(action))
+    const bool isOtherPass =
+        m_mode->pass == ZORVisGlMode::Pass::Surfaces || m_mode->pass == ZORVisGlMode::Pass::Depth;
+    if (isOtherPass || !shouldGLRender(action))
         return;
     SoState* state = action->getState();
     state->push();

@@ -12,6 +12,8 @@
 #include <Inventor/elements/SoLazyElement.h>
 #include <Inventor/misc/SoState.h>
 
+using Pass = ZORVisGlMode::Pass;
+
 SO_NODE_SOURCE(ZORVisGlMesh);
 
 void ZORVisGlMesh::initClass()
@@ -43,11 +45,26 @@ void ZORVisGlMesh::SetOptions(const ZORVisOptions& options)
 {
     m_display = options.GetDisplay();
     m_edgeColor = ZORVisEdgeColor(options.GetDrawnColor());
+    m_isTransparent = m_edgeColor.alpha() < 255;
+}
+
+bool ZORVisGlMesh::IsOtherPass() const
+{
+    switch (m_mode->pass) {
+    case Pass::All:
+        return false;
+    case Pass::Surfaces:
+    case Pass::Depth:
+        return m_isTransparent;
+    case Pass::Rest:
+        break;
+    }
+    return !m_isTransparent && (m_mode->wireframe || m_display != ZORVisOptions::WithEdges);
 }
 
 void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
 {
-    if (m_numCorners == 0 || !shouldGLRender(action))
+    if (m_numCorners == 0 || IsOtherPass() || !shouldGLRender(action))
         return;
     const bool isWireframe = m_mode->wireframe || m_display == ZORVisOptions::Wireframe;
     SoState* state = action->getState();
@@ -56,7 +73,8 @@ void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
         SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
     SoMaterialBundle(action).sendFirst();
 
-    glPushAttrib(GL_POLYGON_BIT | GL_LINE_BIT);
+    // Once, since drivers forget changes within a nested pair. Materials follow the current color.
+    glPushAttrib(GL_POLYGON_BIT | GL_LINE_BIT | GL_CURRENT_BIT | GL_LIGHTING_BIT);
     glPushMatrix();
     glTranslatef(m_offset[0], m_offset[1], m_offset[2]);
     glBindBuffer(GL_ARRAY_BUFFER, m_positions);
@@ -79,19 +97,25 @@ void ZORVisGlMesh::GLRender(SoGLRenderAction* action)
 
 void ZORVisGlMesh::Draw() const
 {
-    glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
-    glPolygonOffset(float(ZORVisFrame::kPushBackFactor), float(m_mode->pushBack));
-    glEnableClientState(GL_NORMAL_ARRAY);
-    glDrawElements(GL_TRIANGLES, m_numCorners, GL_UNSIGNED_INT, nullptr);
-    glDisableClientState(GL_NORMAL_ARRAY);
-    if (m_display != ZORVisOptions::WithEdges)
-        return;
-    glPushAttrib(GL_CURRENT_BIT | GL_ENABLE_BIT);
+    const Pass pass = m_mode->pass;
+    if (pass != Pass::Rest || m_isTransparent) {
+        const double factor = pass == Pass::Depth ? m_mode->linePushBackFactor : ZORVisFrame::kPushBackFactor;
+        glEnable(GL_POLYGON_OFFSET_FILL); // lines on the surface stay in front of it
+        glPolygonOffset(float(factor), float(m_mode->pushBack));
+        glEnableClientState(GL_NORMAL_ARRAY);
+        glDrawElements(GL_TRIANGLES, m_numCorners, GL_UNSIGNED_INT, nullptr);
+        glDisableClientState(GL_NORMAL_ARRAY);
+    }
+    if (m_display == ZORVisOptions::WithEdges && (pass == Pass::All || pass == Pass::Rest))
+        DrawEdgesOnSurface();
+}
+
+void ZORVisGlMesh::DrawEdgesOnSurface() const
+{
     glDisable(GL_LIGHTING);
     glColor4ub(GLubyte(m_edgeColor.red()), GLubyte(m_edgeColor.green()), GLubyte(m_edgeColor.blue()),
                GLubyte(m_edgeColor.alpha()));
     DrawEdges();
-    glPopAttrib();
 }
 
 void ZORVisGlMesh::DrawEdges() const

@@ -26,12 +26,16 @@ public:
 private:
     ~ZORVisGlMesh() override;
 
+    /// Whether nothing of the mesh belongs to the present pass.
+    bool IsOtherPass() const;
     void Draw() const;
     void DrawEdges() const;
+    void DrawEdgesOnSurface() const;
 
     SbVec3f m_offset; // from the origin of the node to that of the positions
     ZORVisOptions::Display m_display = ZORVisOptions::Shaded;
     QColor m_edgeColor;
+    bool m_isTransparent = false;
     unsigned m_positions = 0;
     unsigned m_normals = 0;
     unsigned m_corners = 0;

@@ -17,6 +17,8 @@
 #include <Inventor/nodes/SoTranslation.h>
 #include <algorithm>
 
+using Pass = ZORVisGlMode::Pass;
+
 namespace {
 
 // The graph's coordinates are of single precision: its origin moves when the target is that many heights of
@@ -243,13 +245,31 @@ bool ZORVisGlScene::Draw(const ZORVisFrame& frame, const QRect& tile, ZORVisFram
     if (m_nodes.empty())
         return true;
 
-    m_mode = {frame.ratio, frame.wireframe, frame.GetPushBack() * kDepthSteps};
+    m_mode = {Pass::All, frame.ratio, frame.wireframe, frame.GetPushBack() * kDepthSteps,
+              frame.GetLinePushBackFactor()};
     SetOrigin(frame);
     SetCamera(frame, tile);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     glEnable(GL_NORMALIZE);
     m_action->setViewportRegion(SbViewportRegion(short(tile.width()), short(tile.height())));
-    m_action->apply(m_root);
+    if (frame.lineWidth == 0) {
+        Draw(Pass::All);
+        return true;
+    }
+    // Surfaces hide each other by their own depth, and lines by that of surfaces that give way to them.
+    Draw(Pass::Surfaces);
+    glDepthMask(GL_TRUE);
+    glClear(GL_DEPTH_BUFFER_BIT);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    Draw(Pass::Depth);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    Draw(Pass::Rest);
     return true;
+}
+
+void ZORVisGlScene::Draw(ZORVisGlMode::Pass pass)
+{
+    m_mode.pass = pass;
+    m_action->apply(m_root);
 }

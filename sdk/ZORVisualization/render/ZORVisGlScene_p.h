@@ -57,6 +57,7 @@ private:
         std::vector<Part> parts;
         bool isHidden = false;
     };
+    void Draw(ZORVisGlMode::Pass pass);
     Node CreateNode(const ZORVisDrawObject& object);
     Part CreatePart(const ZORVisRepItem& item, const Node& node);
     /// Lets the shapes of a node look as the object does now.

@@ -9,9 +9,18 @@
 /// What the nodes need to know about the picture that is being drawn.
 struct ZORVisGlMode
 {
+    /// What is drawn by one traversal of the graph.
+    enum class Pass {
+        All,
+        Surfaces, ///< opaque surfaces
+        Depth,    ///< the depth of opaque surfaces for the lines on them
+        Rest      ///< lines, edges on surfaces, and what is transparent
+    };
+    Pass pass = Pass::All;
     double ratio = 1; // device pixels per device independent pixel
     bool wireframe = false;
-    double pushBack = 0; // of surfaces, in steps of the depth buffer
+    double pushBack = 0;           // of surfaces, in steps of the depth buffer
+    double linePushBackFactor = 0; // of surfaces in the pass Depth
 };
 
 /// Base class; holds buffers and reports the extent to Coin.

@@ -47,6 +47,7 @@ ZORVisSoftware::ZORVisSoftware(const ZORVisFrame& frame, const QRect& tile, QIma
     , m_pixels(reinterpret_cast<QRgb*>(picture.bits()))
 {
     m_depth.assign(size_t(tile.width()) * size_t(tile.height()), 1.0F);
+    m_lineDepth = m_depth;
 }
 
 void ZORVisSoftware::Draw(const ZORVisDrawList& objects)
@@ -182,6 +183,7 @@ void ZORVisSoftware::FillTriangle(const Vertex& a, const Vertex& b, const Vertex
     const float slope = std::max(std::abs(bx * (b.depth - a.depth) + cx * (c.depth - a.depth)),
                                  std::abs(by * (b.depth - a.depth) + cy * (c.depth - a.depth)));
     const float pushBack = float(ZORVisFrame::kPushBackFactor) * slope + float(m_frame.GetPushBack());
+    const float linePushBack = float(m_frame.GetLinePushBackFactor() - ZORVisFrame::kPushBackFactor) * slope;
     for (int y = firstY; y <= lastY; ++y) {
         const float dy = float(y) + 0.5F - a.y;
         for (int x = firstX; x <= lastX; ++x) {
@@ -191,7 +193,7 @@ void ZORVisSoftware::FillTriangle(const Vertex& a, const Vertex& b, const Vertex
             if (wb < 0 || wc < 0 || wb + wc > 1)
                 continue;
             const float depth = a.depth + wb * (b.depth - a.depth) + wc * (c.depth - a.depth) + pushBack;
-            SetPixel(x, y, depth, color,
+            SetPixel(x, y, depth, depth + linePushBack, color,
                      a.diffuse + wb * (b.diffuse - a.diffuse) + wc * (c.diffuse - a.diffuse),
                      a.specular + wb * (b.specular - a.specular) + wc * (c.specular - a.specular));
         }
@@ -213,16 +215,33 @@ void ZORVisSoftware::DrawEdge(const Vertex& a, const Vertex& b, const QColor& co
         const auto t = float(first + (last - first) * i / steps);
         const int x = int(std::floor(a.x + t * (b.x - a.x)));
         const int y = int(std::floor(a.y + t * (b.y - a.y)));
-        if (x >= 0 && y >= 0 && x < m_tile.width() && y < m_tile.height())
-            SetPixel(x, y, a.depth + t * (b.depth - a.depth), color, 1, 0);
+        if (x < 0 || y < 0 || x >= m_tile.width() || y >= m_tile.height())
+            continue;
+        const float depth = a.depth + t * (b.depth - a.depth);
+        const size_t index = size_t(y) * size_t(m_tile.width()) + size_t(x);
+        if (depth > m_lineDepth[index])
+            continue;
+        Blend(x, y, color, 1, 0);
+        if (color.alpha() == 255)
+            m_depth[index] = m_lineDepth[index] = std::min(depth, m_depth[index]);
     }
 }
 
-void ZORVisSoftware::SetPixel(int x, int y, float depth, const QColor& color, float diffuse, float specular)
+void ZORVisSoftware::SetPixel(int x, int y, float depth, float lineDepth, const QColor& color, float diffuse,
+                              float specular)
 {
-    float& present = m_depth[size_t(y) * size_t(m_tile.width()) + size_t(x)];
-    if (depth > present)
+    const size_t index = size_t(y) * size_t(m_tile.width()) + size_t(x);
+    if (depth > m_depth[index])
         return;
+    Blend(x, y, color, diffuse, specular);
+    if (color.alpha() < 255)
+        return;
+    m_depth[index] = depth;
+    m_lineDepth[index] = lineDepth;
+}
+
+void ZORVisSoftware::Blend(int x, int y, const QColor& color, float diffuse, float specular)
+{
     QRgb& pixel = m_pixels[qsizetype(m_tile.y() + y) * m_picture.width() + m_tile.x() + x];
     const float alpha = float(color.alphaF());
     const auto shade = [&](int component, int below) {
@@ -231,8 +250,6 @@ void ZORVisSoftware::SetPixel(int x, int y, float depth, const QColor& color, fl
     };
     pixel = qRgb(shade(color.red(), qRed(pixel)), shade(color.green(), qGreen(pixel)),
                  shade(color.blue(), qBlue(pixel)));
-    if (color.alpha() == 255)
-        present = depth;
 }
 
 void ZORVisSoftware::DrawLines(QPainter& painter, const ZORVisRepItem& item)
@@ -342,6 +359,6 @@ bool ZORVisSoftware::IsSeen(const Place& place) const
     const int y = int(std::floor(place.pixel.y())) - m_tile.y();
     if (x < 0 || y < 0 || x >= m_tile.width() || y >= m_tile.height())
         return true;
-    const float depth = m_depth[size_t(y) * size_t(m_tile.width()) + size_t(x)];
+    const float depth = m_lineDepth[size_t(y) * size_t(m_tile.width()) + size_t(x)];
     return place.depth <= double(depth) + ZORVisFrame::kDepthTolerance;
 }

@@ -47,7 +47,10 @@ private:
     void Project(const ZORVisMeshArrays& arrays, const ZORMathPoint& origin);
     void FillTriangle(const Vertex& a, const Vertex& b, const Vertex& c, const QColor& color);
     void DrawEdge(const Vertex& a, const Vertex& b, const QColor& color);
-    void SetPixel(int x, int y, float depth, const QColor& color, float diffuse, float specular);
+    /// \param lineDepth  up to which depth lines on the surface are seen
+    void SetPixel(int x, int y, float depth, float lineDepth, const QColor& color, float diffuse,
+                  float specular);
+    void Blend(int x, int y, const QColor& color, float diffuse, float specular);
 
     void DrawLines(QPainter& painter, const ZORVisRepItem& item);
     void DrawChain(QPainter& painter, const std::vector<Place>& chain, const QPen& pen);
@@ -60,6 +63,7 @@ private:
     std::vector<float>& m_depth;
     QRgb* const m_pixels;           // not owned; of the picture, whose rows follow each other without a gap
     std::vector<Vertex> m_vertices; // of the mesh being drawn
+    std::vector<float> m_lineDepth; // as m_depth, for lines on surfaces
     bool m_hasDepth = false;        // something was drawn into the depth buffer
     double m_margin = 0;            // pixels around the tile in which the line being drawn can touch it
 };

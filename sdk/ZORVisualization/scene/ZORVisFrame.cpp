@@ -4,6 +4,20 @@
 #include <cmath>
 #include <limits>
 
+namespace {
+
+double WidthOfLines(const ZORVisRepItem& item)
+{
+    double width = item.options.GetDisplay() == ZORVisOptions::WithEdges ? 1 : 0;
+    for (const auto& primitive : item.primitives) {
+        if (primitive->kind == ZORVisPrimitiveKind::Lines)
+            return item.options.GetDrawnThickness();
+    }
+    return width;
+}
+
+} // namespace
+
 double ZORVisHalfExtent(const ZORMathBoundingBox& box, const ZORMathVector& direction)
 {
     const ZORMathVector half = 0.5 * (box.GetUpperPoint() - box.GetLowerPoint());
@@ -28,6 +42,8 @@ ZORVisFrame::ZORVisFrame(const ZORVisCamera& view, const QSize& devicePixels, do
             continue;
         const double center = camera.GetDepth(object->box.GetCenter());
         const double half = ZORVisHalfExtent(object->box, direction);
+        for (const auto& item : object->items)
+            lineWidth = std::max(lineWidth, WidthOfLines(*item));
         nearest = std::min(nearest, center - half);
         farthest = std::max(farthest, center + half);
     }

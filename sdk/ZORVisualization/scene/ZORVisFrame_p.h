@@ -39,6 +39,8 @@ public:
     /// Surfaces are pushed back by this part of their slope per pixel and by GetPushBack(), so that lines on
     /// them stay in front. A larger part would let the back of thin bodies show along their edges.
     static constexpr double kPushBackFactor = 0.25;
+    /// Lines are tested against surfaces that are pushed back farther: their pixels may be that far from the exact line.
+    double GetLinePushBackFactor() const { return 0.75 * lineWidth * ratio + 1; }
     double GetPushBack() const { return 2 * ratio * pixelSize / (farDistance - nearDistance); }
 
     const ZORVisCamera camera;
@@ -48,6 +50,7 @@ public:
     const ZORMathVector up;
     const ZORMathVector direction;
     const double pixelSize; // millimetres
+    double lineWidth = 0;   // of the widest line to draw, device independent pixels; 0 without lines
     bool wireframe = false;
     bool triad = false;
     int samples = 1; // per pixel, with OpenGL
