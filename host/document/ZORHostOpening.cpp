@@ -14,6 +14,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QEventLoop>
+#include <QLocale>
 #include <QPointer>
 
 #include <utility>
@@ -118,7 +119,7 @@ void ZORHostOpening::OnTaskFinished()
         } else {
             ++m_numUnread;
             qCInfo(lcHost).noquote()
-                << tr("Canceled: '%1'").arg(QDir::toNativeSeparators(m_current.fileName));
+                << tr("Canceled reading '%1'").arg(QDir::toNativeSeparators(m_current.fileName));
             emit Canceled(m_current.fileName);
         }
     } catch (const ZORSysException& exception) {
@@ -146,10 +147,12 @@ void ZORHostOpening::Commit()
         for (const ZORGeoGeometry* geometry : added)
             file.names.append(geometry->objectName());
     };
-    if (m_committer)
-        m_committer(entry.fileName, import->GetKind(), entry.mode, add);
-    else
-        add();
+    ZORSysMemory::Read(QDir::toNativeSeparators(entry.fileName), 0, [&] {
+        if (m_committer)
+            m_committer(entry.fileName, import->GetKind(), entry.mode, add);
+        else
+            add();
+    });
     file.fileName = entry.fileName;
     file.kind = import->GetKind();
     file.losses = import->GetLosses();
@@ -170,7 +173,8 @@ void ZORHostOpening::Log(const ZORHostOpenedFile& file, Mode mode)
             : tr("Imported '%1' (%2): %n object(s), %3 in %4 s", nullptr, int(file.names.size()));
     qCInfo(lcHost).noquote() << format.arg(
         QDir::toNativeSeparators(file.fileName), ZORExcFileKind::GetName(file.kind),
-        ZORSysMemory::FormatSize(file.size), QString::number(file.duration, 'f', 2));
+        QLocale::c().formattedDataSize(file.size, 1, QLocale::DataSizeSIFormat),
+        QString::number(file.duration, 'f', 2));
 }
 
 void ZORHostOpening::Fail(const QString& message)

@@ -7,11 +7,11 @@
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORGeometry/ZORGeoContainerFile.h>
 #include <ZORSystem/ZORSysFileException.h>
-#include <ZORSystem/ZORSysMemory.h>
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QLocale>
 #include <QPointer>
 
 #include <new>
@@ -59,7 +59,9 @@ ZORHostSaving::Outcome ZORHostSaving::Write(const ZORFeatContainer& container, c
         const QString format = isWritten ? tr("Saved '%1': %n object(s), %2 in %3 s", nullptr, count)
                                          : tr("Canceled saving '%1'");
         qCInfo(lcHost).noquote() << (isWritten ? format.arg(
-                                         name, ZORSysMemory::FormatSize(QFileInfo(fileName).size()),
+                                         name,
+                                         QLocale::c().formattedDataSize(QFileInfo(fileName).size(), 1,
+                                                                        QLocale::DataSizeSIFormat),
                                          QString::number(double(timer.elapsed()) / 1000, 'f', 2))
                                                : format.arg(name));
         return isWritten ? Outcome::Written : Outcome::Canceled;

@@ -3,6 +3,7 @@
 #include <ZORCommand/ZORCmdDialogCommand.h>
 #include <ZORCommonUI/ZORCmnPlainText.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysProgress.h>
 
 #include <QAbstractSpinBox>
 #include <QDialogButtonBox>
@@ -173,22 +174,26 @@ void ZORHostDialogFrame::accept()
         return;
     }
     QString error;
+    bool isCanceled = false;
     {
         const QScopedValueRollback guard(m_committing, true);
         try {
             m_command->Accept();
+        } catch (const ZORSysCanceledException&) {
+            isCanceled = true;
         } catch (const ZORSysException& exception) {
             error = exception.GetMessage();
         }
     }
-    if (error.isEmpty()) {
+    if (error.isEmpty() && !isCanceled) {
         m_command.clear();
         QDialog::accept();
         return;
     }
     if (m_content)
         m_content->show(); // it may have closed itself before the failure
-    ZORCmnPlainText::ShowBox(QMessageBox::Critical, this, tr("Error"), error);
+    if (!isCanceled)
+        ZORCmnPlainText::ShowBox(QMessageBox::Critical, this, tr("Error"), error);
 }
 
 void ZORHostDialogFrame::reject()

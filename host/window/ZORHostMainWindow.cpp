@@ -36,6 +36,7 @@
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORFeatureUI/ZORFeatBrowserWidget.h>
 #include <ZORGeometry/ZORGeoGeometry.h>
+#include <ZORSystem/ZORSysFileNotices.h>
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -95,6 +96,8 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
 
     connect(m_view, &ZORHostView3D::Picked, this, &ZORHostMainWindow::OnPicked);
     connect(m_view, &ZORHostView3D::PickCleared, this, [this] { statusBar()->clearMessage(); });
+    connect(ZORSysFileNotices::GetInstance(), &ZORSysFileNotices::Reported, m_notices,
+            &ZORHostNoticeBar::AddLosses);
     connect(m_notices, &ZORHostNoticeBar::DetailsRequested, this, &ZORHostMainWindow::OnPluginsTriggered);
     auto* environments = ZORFeatEnvironmentManager::GetManager();
     connect(environments, &ZORFeatEnvironmentManager::CurrentEnvironmentChanged, this,

@@ -5,6 +5,7 @@
 #include <ZORComposites/ZORCompRoot.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysFileNotices.h>
 
 #include <QLoggingCategory>
 #include <QPointer>
@@ -77,6 +78,7 @@ void ZORCompReadProcessor::Finalize()
     builder.Commit();
     for (const Private::Staged& each : std::as_const(staged)) {
         Log(each.report, each.source);
+        ZORSysFileNotices::GetInstance()->Report(each.source, each.report.warnings);
         d->report.Add(each.report);
     }
 }

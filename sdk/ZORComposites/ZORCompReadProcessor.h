@@ -39,7 +39,8 @@ public:
     void Add(const ZORCompDocument& document, const QString& source, const ZORCompReadReport& report);
 
     /// Makes and registers the features of all documents that were added since the last call. What was kept as
-    /// attributes goes to the log as an information of category "zor.composites", the rest as warnings.
+    /// attributes goes to the log as an information of category "zor.composites", the rest as warnings, which
+    /// ZORSysFileNotices passes on.
     /// \throws ZORSysException "the composites root does not exist any more", "'%1' was removed while it was being
     ///         read"; the root is as before then, and the documents are forgotten
     void Finalize();

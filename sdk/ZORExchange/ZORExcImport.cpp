@@ -7,6 +7,7 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysFile.h>
 #include <ZORSystem/ZORSysFileException.h>
+#include <ZORSystem/ZORSysFileNotices.h>
 #include <ZORSystem/ZORSysMemory.h>
 
 #include <QDir>
@@ -137,6 +138,8 @@ QList<ZORGeoGeometry*> ZORExcImport::Commit(ZORFeatContainer* container)
         const Collector collector(*container);
         content->AddTo(*container);
         d->losses = content->losses;
+        if (!content->isReported)
+            ZORSysFileNotices::GetInstance()->Report(d->name, d->losses);
         return collector.GetAdded();
     });
 }

@@ -64,6 +64,7 @@ public:
     qint64 GetFileSize() const;
 
     /// Adds what the file holds: all of it or, when an exception is thrown, nothing. To be called once, after Prepare().
+    /// ZORSysFileNotices passes on what was left out.
     /// \return what was added and still is in the container, in its order; owned by the container
     /// \throws ZORSysException "container is null", "nothing was prepared"; ZORSysFileException "cannot read '%1': %2"
     QList<ZORGeoGeometry*> Commit(ZORFeatContainer* container);

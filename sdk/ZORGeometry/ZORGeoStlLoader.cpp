@@ -10,6 +10,7 @@
 #include <ZORGeometry/ZORGeoContainer.h>
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysFileNotices.h>
 #include <ZORSystem/ZORSysMemory.h>
 
 #include <QFileDevice>
@@ -120,7 +121,10 @@ QList<const ZORGeoSurface*> ZORGeoStlLoader::Load(ZORGeoContainer* container, ZO
     CheckUnit(unit);
     return ZORSysMemory::Read(GetDeviceName(d->device), EstimateMemory(d->device), [&] {
         ProgressReporter progress;
-        return Run(unit, progress).AddTo(container);
+        QList<const ZORGeoSurface*> added = Run(unit, progress).AddTo(container);
+        if (d->report.HasLosses())
+            ZORSysFileNotices::GetInstance()->Report(GetDeviceName(d->device), {d->report.ToString()});
+        return added;
     });
 }
 

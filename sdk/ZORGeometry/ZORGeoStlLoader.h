@@ -49,6 +49,8 @@ public:
     /// Reads the device from its position to its end, and registers the surfaces with \a container. Either
     /// all surfaces are added or, when an exception is thrown, none.
     ///
+    /// What was left out of a file is passed on by ZORSysFileNotices.
+    ///
     /// Linear time; sequential devices are read at once, others piece by piece. A file that another program shortens
     /// meanwhile counts as one that was cut short.
     /// \param unit  the unit of the coordinates in the file; the surfaces are in millimetres

@@ -1,5 +1,7 @@
 #include "ZORGeoStlWriter.h"
 
+#include "storage/ZORGeometryLog_p.h"
+
 #include <ZORGeometry/ZORGeoSurface.h>
 #include <ZORMathematics/ZORMathPoint.h>
 #include <ZORMathematics/ZORMathVector.h>
@@ -7,7 +9,10 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysReplacedFile.h>
 
+#include <QElapsedTimer>
 #include <QFileDevice>
+#include <QFileInfo>
+#include <QLocale>
 #include <QPointer>
 #include <QtEndian>
 
@@ -188,6 +193,8 @@ int ZORGeoStlWriter::Write(ZORSysValue::Unit unit)
         throw ZORSysException(tr("unit is no unit of length"));
     if (d->fileName.isEmpty())
         throw ZORSysFileOpenException(d->fileName, tr("no file name"));
+    QElapsedTimer timer;
+    timer.start();
     const std::vector<FloatPoint> points =
         ToFile(d->surface->GetVertexArray(), ZORSysValue::GetUnitFactor(unit));
 
@@ -196,5 +203,11 @@ int ZORGeoStlWriter::Write(ZORSysValue::Unit unit)
     if (!WriteFacets(file.GetDevice(), *d->surface, points, d->format != Ascii) || !file.Commit()) {
         throw ZORSysFileException(tr("cannot write file '%1': %2").arg(d->fileName, file.GetErrorString()));
     }
+    qCInfo(ZorGeometryLog).noquote() << tr("Exported '%1': %n triangle(s), %2 in %3 s", nullptr,
+                                           d->surface->GetNumTriangles())
+                                            .arg(d->fileName,
+                                                 QLocale::c().formattedDataSize(QFileInfo(d->fileName).size(),
+                                                                                1, QLocale::DataSizeSIFormat),
+                                                 QString::number(double(timer.elapsed()) / 1000, 'f', 2));
     return d->surface->GetNumTriangles();
 }

@@ -7,12 +7,22 @@
 #include <ZORSystem/ZORSysApiTrace.h>
 #include <ZORWorker/ZORWorkProcessor.h>
 
+#include <QElapsedTimer>
+#include <QLoggingCategory>
+
 namespace {
 
+Q_LOGGING_CATEGORY(ZorNestingLog, "zor.nesting")
+
 /// Decodes an outcome, whose bytes are not needed any more.
-ZORWorkResult Accept(const ZORWorkResult& result, ZORNestNestingOutcome& outcome)
+ZORWorkResult Accept(const ZORWorkResult& result, ZORNestNestingOutcome& outcome, int numParts,
+                     const QElapsedTimer& timer)
 {
     outcome = ZORNestJobBytes::ReadNestingOutcome(result.GetData());
+    qCInfo(ZorNestingLog).noquote() << ZORNestNestingProcessor::tr("Nested %n part(s) on %1 sheets in %2 s",
+                                                                   nullptr, numParts)
+                                           .arg(QString::number(outcome.sheetFiles.size()),
+                                                QString::number(double(timer.elapsed()) / 1000, 'f', 2));
     return {};
 }
 
@@ -32,6 +42,7 @@ public:
 
     QList<ZORNestNestingResponse*> responses; // QObject children of the processor
     ZORWorkProcessor worker;
+    std::shared_ptr<QElapsedTimer> timer = std::make_shared<QElapsedTimer>(); // since the last Execute()
 };
 
 ZORNestNestingProcessor::ZORNestNestingProcessor(QObject* parent)
@@ -60,7 +71,12 @@ ZORNestNestingResponse* ZORNestNestingProcessor::AddInput(const ZORNestNestingIn
     job.isDirectoryKept = isKept;
     job.runsWhenStopped = true;
     const auto outcome = std::make_shared<ZORNestNestingOutcome>();
-    job.accept = [outcome](const ZORWorkResult& result) { return Accept(result, *outcome); };
+    int numParts = 0;
+    for (const ZORNestNestingInputItem& item : input.GetItems())
+        numParts += item.GetQuantity();
+    job.accept = [outcome, numParts, timer = d->timer](const ZORWorkResult& result) {
+        return Accept(result, *outcome, numParts, *timer);
+    };
     d->responses.append(new ZORNestNestingResponse(d->worker.AddJob(job), outcome, this));
     return d->responses.constLast();
 }
@@ -73,6 +89,7 @@ QList<ZORNestNestingResponse*> ZORNestNestingProcessor::GetResponses() const
 void ZORNestNestingProcessor::Execute(ZORNestNestingResponse* response)
 {
     ZOR_TRACE_CALL(response);
+    d->timer->start();
     d->Do(&ZORWorkProcessor::Execute, response);
 }
 

@@ -2,6 +2,7 @@
 
 #include "ZORStdContent.h"
 
+#include <ZORCommand/ZORCmdProgress.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
@@ -59,5 +60,9 @@ void ZORStdDialogCommand::Commit()
     if (!content->GetProblem().isEmpty())
         throw ZORSysException(content->GetProblem());
     const ZORFeatShowNew show(m_environment->GetContainer());
+    // A feature that others are computed from keeps its new values even if these computations are given up.
+    const ZORCmdProgress progress(content->window(), tr("Computing..."),
+                                  GetEditedFeature() ? ZORCmdProgress::CannotCancel
+                                                     : ZORCmdProgress::CanCancel);
     content->Apply();
 }

@@ -3,6 +3,7 @@
 #include <ZORComposites/ZORCompKinematicDraping.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceProcessor.h>
 #include <ZORSystem/ZORSysException.h>
+#include <ZORSystem/ZORSysProgress.h>
 
 #include <algorithm>
 #include <cmath>
@@ -48,8 +49,10 @@ ZORCompDrapingNet Growth::Run(const Location& seed, const ZORMathVector& directi
     const double area = std::min(m_surface.GetArea(), 4 * m_parameters.warpExtent * m_parameters.weftExtent);
     if (area > kMaximumNodes * m_step * m_step * std::sin(m_parameters.yarnAngle))
         ThrowTooManyNodes();
+    const double expected = std::max(1.0, area / (m_step * m_step * std::sin(m_parameters.yarnAngle)));
     Start(seed, direction);
     while (!m_candidates.empty() || !m_prolongations.empty()) {
+        ZORSysProgress::Check(double(m_nodes.size()) / expected);
         Queue& queue = m_candidates.empty() ? m_prolongations : m_candidates;
         const Candidate candidate = queue.top();
         queue.pop();

@@ -41,7 +41,8 @@ public:
     /// \throws ZORSysException
     virtual void AddTo(ZORFeatContainer& container) = 0;
 
-    QStringList losses; ///< lower-case sentences about what was left out
+    QStringList losses;      ///< lower-case sentences about what was left out
+    bool isReported = false; ///< whether ZORSysFileNotices has passed them on already
 
 protected:
     /// Returns the name of a part of the file: that of the file alone where it has one part only, or a part has no name.

@@ -45,6 +45,7 @@ public:
             processor.Add(m_document, GetSource().path, m_report);
             processor.Finalize();
             losses = processor.GetReport().warnings;
+            isReported = true;
         } catch (...) {
             if (isNew)
                 delete root;

@@ -4,6 +4,7 @@
 #include <ZORGeometry/ZORGeoCurve.h>
 #include <ZORGeometry/ZORGeoRange.h>
 #include <ZORMathematics/ZORMathFunctions.h>
+#include <ZORSystem/ZORSysProgress.h>
 
 #include <algorithm>
 #include <cmath>
@@ -61,6 +62,7 @@ ZORGeoMeshPath ZORGeoCurveProjection::Run(const ZORGeoCurve& source)
     double turn = 0;
     ZORMathVector direction;
     for (int i = 0; i < count; ++i) {
+        m_part = double(i) / count;
         // Where two triangles are equally near, rounding must not decide for another one at the end.
         const ZORMathPoint point = source.GetPoint(m_isClosed && i + 1 == count ? 0 : i);
         if (!ZORGeoRange::Contains(point))
@@ -117,6 +119,7 @@ double ZORGeoCurveProjection::GetStep(const Sample& sample) const
 void ZORGeoCurveProjection::Follow(const ZORMathPoint& end)
 {
     for (int steps = 0; steps < kMaximumSteps; ++steps) {
+        ZORSysProgress::Check(m_part);
         const ZORMathVector way = end - m_last.point;
         const double length = way.GetLength();
         const double step = GetStep(m_last);

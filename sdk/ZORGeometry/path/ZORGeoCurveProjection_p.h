@@ -49,6 +49,7 @@ private:
     ZORGeoMeshJoin m_join;
     double m_minimumSide = 0; // shorter sides do not shorten the steps
     double m_minimumStep = 0;
+    double m_part = 0;       // of the source that is done
     bool m_isClosed = false; // the source ends where it starts
     int m_halvings = 0;
     int m_jumps = 0;
