@@ -273,7 +273,7 @@ def check_test(root, table, path, target):
     head, _, header = target.partition("/")
     of_sdk = parts[:2] == ("tests", "sdk")
     may_use_bench = parts[0] == "benchmarks" or (not of_sdk and parts[1] != "host")
-    may_use_host = not of_sdk and parts[1] != "bench" and parts[0] != "benchmarks"
+    may_use_host = not of_sdk and parts[1] != "bench" and (parts[0] != "benchmarks" or parts[1] == "host")
     if header and not may_use_bench and head in folders_of(root, "bench") - folders_of(root, "host"):
         return f"{'/'.join(parts[:2])}/ must not use the bench"
     if header and not may_use_host and head in folders_of(root, "host") - folders_of(root, "bench"):

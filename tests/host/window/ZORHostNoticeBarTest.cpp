@@ -3,9 +3,8 @@
 #include "window/ZORHostNoticeBar.h"
 
 #include "HostTest.h"
-#include "document/ZORHostDocumentCommands.h"
+#include "docks/ZORHostLineQueue.h"
 #include "plugins/ZORHostPluginManager.h"
-#include "support/DialogAnswerer.h"
 #include "window/ZORHostMainWindow.h"
 
 #include <ZORFeature/ZORFeatContainer.h>
@@ -44,7 +43,8 @@ protected:
     }
 
     ZORHostPluginManager plugins;
-    ZORHostMainWindow window{&plugins, nullptr};
+    ZORHostLineQueue log{100};
+    ZORHostMainWindow window{&plugins, &log};
     ZORHostNoticeBar* notices = window.GetNoticeBar();
 };
 
