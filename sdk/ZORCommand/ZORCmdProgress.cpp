@@ -1,6 +1,5 @@
 #include "ZORCmdProgress.h"
 
-#include <QCoreApplication>
 #include <QProgressDialog>
 #include <QPushButton>
 
@@ -40,7 +39,7 @@ void ZORCmdProgress::ShowDialog()
     m_dialog->setAutoClose(false);
     m_dialog->setAutoReset(false);
     if (m_cancellation == CanCancel) {
-        auto* const button = new QPushButton(QProgressDialog::tr("&Cancel"));
+        auto* const button = new QPushButton(tr("&Cancel"));
         button->setObjectName("_CommandProgressCancelBtn");
         m_dialog->setCancelButton(button);
     }

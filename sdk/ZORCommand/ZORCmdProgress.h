@@ -5,6 +5,7 @@
 #include <ZORCommand/ZORCommandGlobal.h>
 #include <ZORSystem/ZORSysProgress.h>
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QString>
@@ -21,6 +22,8 @@ class QWidget;
 /// Thread safety: main thread only.
 class ZORCOMMAND_EXPORT ZORCmdProgress
 {
+    Q_DECLARE_TR_FUNCTIONS(ZORCmdProgress)
+
 public:
     enum Cancellation { CanCancel, CannotCancel };
 
