@@ -1,5 +1,6 @@
 """Types into the forms of commands as people do: over what is selected, by clicks beside a number, and by mnemonics."""
 FORM = "Create Rosette"
+EDIT_FORM = "Edit Rosette"
 LABEL = "Axes of the skin"  # with blanks, which must not press OK
 
 
@@ -28,6 +29,23 @@ def enter_numbers(w):
     shows(w, "_XAxisXSpin", "3")
 
 
+def lists(name):
+    return lambda state: any(name in row.texts for view in state.active().widgets(name="_Tree") for row in view.parts("rows"))
+
+
+def edit(w):
+    """Opens the form again by a double click in the browser."""
+    w.click_row(LABEL, name="_Tree", times=2)
+    w.wait_for_window(EDIT_FORM)
+    shown = w.find(EDIT_FORM, name="_OriginXSpin")
+    w.check(shown.text == "1000 mm", f"the form shows {shown.text}")
+    w.type("Main axes")
+    w.keep("edited")
+    w.xdotool("key", "Return")
+    w.wait_for_no_window(EDIT_FORM)
+    w.wait("the browser lists the new label", lists("Main axes"))
+
+
 def walk(w):
     w.start()
     w.choose("Composites", FORM)
@@ -39,8 +57,6 @@ def walk(w):
     w.keep("filled")
     w.xdotool("key", "Return")  # its release may find no window: the form closes by the press
     w.wait_for_no_window(FORM)
-    w.wait(
-        "the browser lists the rosette",
-        lambda state: any(LABEL in row.texts for view in state.active().widgets(name="_Tree") for row in view.parts("rows")),
-    )
+    w.wait("the browser lists the rosette", lists(LABEL))
     w.keep("created")
+    edit(w)
