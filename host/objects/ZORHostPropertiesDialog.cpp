@@ -41,6 +41,8 @@ ZORHostPropertiesDialog::ZORHostPropertiesDialog(const QList<ZORGeoGeometry*>& o
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton* const copy = buttons->addButton(tr("C&opy"), QDialogButtonBox::ActionRole);
     copy->setObjectName("_CopyButton");
+    copy->setAutoDefault(false);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
     copy->setToolTip(tr("Copies all values to the clipboard"));
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(m_values);
