@@ -10,6 +10,7 @@
 #include <ZORComposites/ZORCompStrategy.h>
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatRoot.h>
+#include <ZORFeature/ZORFeatSketch.h>
 #include <ZORGeometry/ZORGeoCartesianPoint.h>
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
 #include <ZORTopology/ZORTopBody.h>
@@ -67,6 +68,28 @@ TEST_F(ZORCompDrapingLayerTest, OwnsItsResultButNotItsInputs)
     layer->SetDirection({1, 0, 1});
     EXPECT_EQ(2, layer->GetOwnedGeometry().size());
     EXPECT_EQ(layer->GetBody(), layer->GetOwnedGeometry().last());
+}
+
+TEST_F(ZORCompDrapingLayerTest, IsShownByItsSurfaceAndTheYarnsOfItsNet)
+{
+    EXPECT_EQ(ZORFeatKind::Layer, ZORFeatSketch::KindOf(layer)) << "before there is anything to see";
+    Complete();
+    const ZORFeatSketch sketch = ZORFeatSketch::Of(layer);
+    EXPECT_EQ(QList<const ZORGeoGeometry*>{ShapeOf(layer)}, sketch.geometry);
+    const qsizetype numNodes = layer->GetNet().GetNodes().size();
+    ASSERT_GT(numNodes, 100);
+    layer->Remove(); // lines need neither the layer nor its surface
+    delete surface;
+    qsizetype numPoints = 0;
+    const QList<ZORMathSetOfPoints> chains = sketch.makeLines();
+    for (const ZORMathSetOfPoints& chain : chains) {
+        EXPECT_GT(chain.size(), 1);
+        numPoints += chain.size();
+        for (qsizetype i = 1; i < chain.size(); ++i)
+            EXPECT_NEAR(5, chain[i - 1].DistanceTo(chain[i]), 1e-3) << "neighbors on a yarn are a step apart";
+    }
+    EXPECT_GT(numPoints, 1.8 * double(numNodes)) << "nearly all nodes are on a warp and on a weft yarn";
+    EXPECT_LE(numPoints, 2 * numNodes);
 }
 
 } // namespace
