@@ -32,6 +32,11 @@ protected:
         view = Ask([this] { return GetWindow()->GetView(); });
         place = GetPlace(view);
         highlight = Ask([this] { return view->palette().color(QPalette::Highlight); });
+        Ask([this] { // the welcome covers the view while the document is empty
+            GetWindow()->findChild<QWidget*>("_WelcomeView")->hide();
+            view->setFocus();
+            return true;
+        });
         empty = WaitForPicture(
             place, [this](const QImage& now) { return IsFramed(now); }, "the focus frame");
         ClickMenu({"File", "Open Samples", "wing_skin.stl"});
