@@ -18,7 +18,7 @@ struct ZORHostOptions
     bool cleanSettings = false; // start from the defaults
     Theme theme = Theme::System;
     bool themeGiven = false;          // else the stored choice counts
-    QStringList filesToOpen;          // STL files, in order
+    QStringList filesToOpen;          // in order
     QString scriptFile;               // empty: no script
     QMap<QString, QString> variables; // of the script
 };

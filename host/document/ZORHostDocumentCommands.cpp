@@ -60,6 +60,7 @@ ZORHostDocumentCommands::ZORHostDocumentCommands(QMainWindow* window, ZORHostVie
     connect(m_opening, &ZORHostOpening::Failed, this,
             [this](const QString&, const QString& message) { m_error = message; });
     connect(m_opening, &ZORHostOpening::Canceled, this, [this](const QString& file) {
+        m_isCanceled = true;
         m_window->statusBar()->showMessage(tr("Canceled reading '%1'").arg(QFileInfo(file).fileName()));
     });
     connect(m_saving, &ZORHostSaving::Finished, this, &ZORHostDocumentCommands::Settled,
@@ -189,7 +190,7 @@ bool ZORHostDocumentCommands::Add(const QStringList& files)
     m_isSessionOver = false;
     for (const QString& file : files) {
         isAllRead = (std::exchange(isOpened, false) ? Open(file) : Import(file)) && isAllRead;
-        if (m_isSessionOver) // since a box about this file
+        if (m_isCanceled || m_isSessionOver) // while this file was read, or since a box about it
             return false;
     }
     return isAllRead;
@@ -213,6 +214,7 @@ bool ZORHostDocumentCommands::Recover(const ZORHostRescue::Entry& entry)
 bool ZORHostDocumentCommands::Read(const QString& file, ZORHostOpening::Mode mode)
 {
     m_error.clear();
+    m_isCanceled = false;
     m_numChanges = m_document->GetNumChanges();
     m_opening->Enqueue(file, mode);
     emit BusyChanged();
@@ -301,7 +303,7 @@ void ZORHostDocumentCommands::OnImportTriggered()
     for (const QString& file : ChooseFilesToRead(tr("Import"), true)) {
         if (Import(file))
             ZORHostSettings::Write("OpenDir", QFileInfo(file).absolutePath());
-        if (m_isSessionOver) // since a box about this file
+        if (m_isCanceled || m_isSessionOver) // while this file was read, or since a box about it
             return;
     }
 }

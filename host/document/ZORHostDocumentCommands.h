@@ -118,5 +118,6 @@ private:
     qint64 m_numChanges = 0;     // of the document when the file to open was asked for
     bool m_asksToSave = true;
     bool m_isAsking = false;
+    bool m_isCanceled = false;    // reading of the last file
     bool m_isSessionOver = false; // whoever rescues documents ends the program
 };

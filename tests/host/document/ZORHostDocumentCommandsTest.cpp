@@ -128,6 +128,17 @@ TEST_F(ZORHostDocumentCommandsTest, ClosingTheWindowWaitsForTheFileThatIsBeingWr
     EXPECT_FALSE(GetDocument().IsModified());
 }
 
+TEST_F(ZORHostDocumentCommandsTest, WhoCancelsAFileGetsNoneOfThoseBehindIt)
+{
+    const QString part = WriteTetrahedron("part.stl");
+    QTimer::singleShot(0, &window, [this] { GetCommands().CancelReading(); });
+    EXPECT_FALSE(GetCommands().Add({part, part, part}));
+    EXPECT_EQ(0, CountGeometries());
+    EXPECT_FALSE(GetDocument().IsModified());
+    EXPECT_TRUE(GetCommands().Add({part, part, part}));
+    EXPECT_EQ(3, CountGeometries());
+}
+
 TEST_F(ZORHostDocumentCommandsTest, ClosingTheWindowGivesUpReading)
 {
     QTimer::singleShot(0, &window, [this] { EXPECT_TRUE(window.close()); });

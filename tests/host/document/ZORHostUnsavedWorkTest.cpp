@@ -12,6 +12,7 @@
 
 #include <ZORFeature/ZORFeatContainer.h>
 #include <ZORFeature/ZORFeatRoot.h>
+#include <ZORFeature/ZORFeatStyles.h>
 #include <ZORGeometry/ZORGeoSurface.h>
 
 #include <QAction>
@@ -170,6 +171,7 @@ TEST_F(ZORHostUnsavedWorkTest, EveryChangeAfterASaveCounts)
         EXPECT_TRUE(Asks()) << what;
     };
     expectQuestion("renamed", [&] { box->setObjectName("Cover"); });
+    expectQuestion("style", [&] { container->GetStyles()->SetVisible({box}, true); });
     expectQuestion("feature", [&] { container->GetFeatureRoot("ZORFeatRoot"); });
     expectQuestion("label", [&] { container->GetFeatureRoot("ZORFeatRoot")->SetLabel("Wing"); });
     expectQuestion("removed", [&] { delete box; });
