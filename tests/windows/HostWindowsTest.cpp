@@ -11,6 +11,7 @@
 #include "docks/ZORHostLog.h"
 #include "document/ZORHostRecoveryDialog.h"
 #include "help/ZORHostHelpWindow.h"
+#include "objects/ZORHostPropertiesDialog.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "window/ZORHostAboutDialog.h"
@@ -23,6 +24,8 @@
 #include <ZORComposites/ZORCompMaterial.h>
 #include <ZORComposites/ZORCompMaterialLibrary.h>
 #include <ZORComposites/ZORCompRoot.h>
+#include <ZORFeature/ZORFeatContainer.h>
+#include <ZORGeometry/ZORGeoCartesianPoint.h>
 
 #include <QAction>
 #include <QApplication>
@@ -250,7 +253,7 @@ TEST_P(HostWindowsTest, ActionsOfTheBenchStandInMenuAndToolBarWithTheirIcon)
     const auto menuActions = window->menuBar()->actions();
     for (const QAction* action : menuActions)
         menus.append(action->text());
-    EXPECT_EQ(QStringList({"&File", "&View", "&Window", "&Test", "&Help"}), menus);
+    EXPECT_EQ(QStringList({"&File", "&Edit", "&View", "&Window", "&Test", "&Help"}), menus);
 
     const auto* bar = window->findChild<QToolBar*>("_CommandToolBar");
     const auto* viewBar = window->findChild<QToolBar*>("_ViewToolBar");
@@ -318,6 +321,15 @@ TEST_P(HostWindowsTest, Recovery)
         {GetPath("b.ZORCont"), {}, time, {}}};
     ZORHostRecoveryDialog recovery(entries, window->GetDocumentCommands(), nullptr);
     Walk(&recovery, "recovery");
+}
+
+TEST_P(HostWindowsTest, PropertiesOfObjects)
+{
+    ZORFeatContainer container;
+    auto* const point = new ZORGeoCartesianPoint(&container, {1, 2, 3});
+    point->Initialize();
+    ZORHostPropertiesDialog properties({point}, nullptr);
+    Walk(&properties, "properties");
 }
 
 TEST_P(HostWindowsTest, About)
