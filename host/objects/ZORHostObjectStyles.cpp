@@ -75,9 +75,12 @@ void ZORHostObjectStyles::CreateOpacityMenu()
     m_opacity->setObjectName("_OpacityMenu");
     m_opacity->menuAction()->setStatusTip(tr("Makes the selected objects transparent"));
     for (const int percent : kOpacityPercents) {
-        QAction* action = m_opacities->addAction(tr("%1%").arg(percent));
+        // 100 begins with the same digit.
+        const QString text = percent == 10 ? tr("1&0%") : tr("&%1%").arg(percent);
+        QAction* action = m_opacities->addAction(text);
         action->setObjectName(QStringLiteral("_Opacity%1Action").arg(percent));
         action->setStatusTip(tr("Draws the selected objects with an opacity of %1%").arg(percent));
+        action->setToolTip(action->statusTip());
         action->setCheckable(true);
         action->setData(percent);
         connect(action, &QAction::triggered, this, [this, percent] {
@@ -99,6 +102,7 @@ void ZORHostObjectStyles::CreateDisplayMenu()
         QAction* action = m_displays->addAction(text);
         action->setObjectName(QStringLiteral("_Display%1Action").arg(QLatin1String(name)));
         action->setStatusTip(m_display->menuAction()->statusTip());
+        action->setToolTip(action->statusTip());
         action->setCheckable(true);
         action->setData(int(display));
         connect(action, &QAction::triggered, this, [this, chosen = display] {
