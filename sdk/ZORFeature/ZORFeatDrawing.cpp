@@ -8,7 +8,8 @@
 #include <ZORVisualization/ZORVisPointPrimitive.h>
 #include <ZORVisualization/ZORVisPolylinePrimitive.h>
 #include <ZORVisualization/ZORVisRepSet.h>
-#include <ZORVisualization/ZORVisSurfacePrimitive.h>
+
+#include <utility>
 
 namespace {
 
@@ -29,12 +30,11 @@ ZORFeatDrawing::ZORFeatDrawing(const ZORFeatSketch& sketch)
     , m_size(sketch.numLinePoints)
 {
     const ZORSysApiTracePause pause; // drawings are nobody's calls
-    QList<const ZORVisPrimitive*> surfaces;
     QList<const ZORVisPrimitive*> curves;
     ZORMathSetOfPoints points;
     for (const ZORGeoGeometry* geometry : sketch.geometry) {
         if (const auto* const surface = qobject_cast<const ZORGeoSurface*>(geometry)) {
-            surfaces.append(new ZORVisSurfacePrimitive(surface));
+            m_makeSurfaces.append(ZORVisSurfacePrimitive::PrepareFor(surface));
             m_size += surface->GetNumTriangles();
         } else if (const auto* const curve = qobject_cast<const ZORGeoCurve*>(geometry)) {
             curves.append(new ZORVisPolylinePrimitive(curve, ZORGeoRangeOfCurve()));
@@ -42,7 +42,6 @@ ZORFeatDrawing::ZORFeatDrawing(const ZORFeatSketch& sketch)
             points.append(point->GetMathPoint());
         }
     }
-    m_surfaces = PartOf(surfaces);
     m_curves = PartOf(curves);
     if (!points.isEmpty())
         m_points = PartOf({new ZORVisPointPrimitive(points)});
@@ -59,6 +58,11 @@ void ZORFeatDrawing::Complete()
         m_net = PartOf(lines);
         m_makeLines = nullptr; // with the values that it holds
     }
+    QList<const ZORVisPrimitive*> surfaces;
+    for (const auto& makeSurface : std::as_const(m_makeSurfaces))
+        surfaces.append(makeSurface().release());
+    m_surfaces = PartOf(surfaces);
+    m_makeSurfaces.clear();
     if (m_surfaces && IsLarge())
         m_surfaces->Prepare();
 }

@@ -5,6 +5,7 @@
 #include <ZORFeature/ZORFeatSketch.h>
 #include <ZORFeature/ZORFeatStyle.h>
 #include <ZORVisualization/ZORVisRepGraphics.h>
+#include <ZORVisualization/ZORVisSurfacePrimitive.h>
 
 #include <memory>
 
@@ -18,7 +19,7 @@ public:
 
     /// Whether completing takes long enough to be noticed.
     bool IsLarge() const { return m_size > kLargeSize; }
-    /// Makes the further lines of the sketch, and for large drawings what pictures need.
+    /// Makes surfaces and the further lines of the sketch, and for large drawings what pictures need.
     void Complete();
 
     /// Returns the whole in a style. O(number of representations): the primitives are shared.
@@ -31,6 +32,7 @@ private:
 
     const ZORFeatKind m_kind;
     std::function<QList<ZORMathSetOfPoints>()> m_makeLines;
+    QList<std::function<std::unique_ptr<ZORVisSurfacePrimitive>()>> m_makeSurfaces;
     qint64 m_size = 0;
     // Null where there is none.
     Part m_surfaces;

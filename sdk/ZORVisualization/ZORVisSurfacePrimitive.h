@@ -4,6 +4,9 @@
 
 #include <ZORVisualization/ZORVisPrimitive.h>
 
+#include <functional>
+#include <memory>
+
 class ZORGeoSurface;
 
 /// The triangles of a surface, lit from the viewer on both sides; smooth where the triangles at a vertex meet
@@ -17,5 +20,13 @@ public:
     /// \param surface  null gives an empty primitive; may die before this primitive
     explicit ZORVisSurfacePrimitive(const ZORGeoSurface* surface);
 
+    /// Returns a function that makes the primitive, in any thread and whether or not the surface still lives. Measuring
+    /// the extent of a large surface for the first time takes long; here that thread does it.
+    /// \param surface  null gives an empty primitive
+    static std::function<std::unique_ptr<ZORVisSurfacePrimitive>()> PrepareFor(const ZORGeoSurface* surface);
+
     int GetNumTriangles() const;
+
+private:
+    explicit ZORVisSurfacePrimitive(std::shared_ptr<const ZORVisPrimitiveData> data);
 };

@@ -16,6 +16,19 @@ QList<ZORVisMeshData::Corners> SuccessiveTriples(qsizetype numPoints)
 
 } // namespace
 
+ZORVisMeshData::ZORVisMeshData(const Shared& shared)
+    : ZORVisPrimitiveData(ZORVisPrimitiveKind::Mesh)
+    , vertices(shared.vertices)
+    , corners(shared.corners)
+    , smooth(true)
+    , surface(shared.surface)
+{
+    for (const Corners& triangle : corners) {
+        for (const int corner : triangle)
+            box.Add(vertices[corner]);
+    }
+}
+
 ZORVisMeshData::ZORVisMeshData(const ZORGeoSurface& drawnSurface)
     : ZORVisPrimitiveData(ZORVisPrimitiveKind::Mesh)
     , vertices(drawnSurface.GetVertexArray())

@@ -20,6 +20,22 @@ struct ZORVisMeshData final : ZORVisPrimitiveData
 {
     using Corners = std::array<int, 3>;
 
+    /// What the data of a surface shares with it. Any thread may use a copy.
+    struct Shared
+    {
+        Shared() = default;
+        explicit Shared(const ZORGeoSurface& shared)
+            : vertices(shared.GetVertexArray())
+            , corners(shared.GetCornerArray())
+            , surface(&shared)
+        {
+        }
+        QList<ZORMathPoint> vertices;
+        QList<Corners> corners;
+        QPointer<const ZORGeoSurface> surface;
+    };
+    /// Measures the box itself; shaded smooth.
+    explicit ZORVisMeshData(const Shared& shared);
     /// Shares the arrays of a surface; shaded smooth.
     explicit ZORVisMeshData(const ZORGeoSurface& drawnSurface);
     /// Triangles of three successive points each; shaded flat.
