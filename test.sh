@@ -8,8 +8,8 @@
 #   ./test.sh long           nothing of these, but what takes too long for every day: a minute of fuzzing for
 #                            each target, the tests of threads under the thread sanitizer, hundreds of random
 #                            users under the other sanitizers, clang-tidy and clazy over everything, the
-#                            interfaces of the libraries, every file compiled alone, and docs/adding-a-dialog.md
-#                            followed to the letter
+#                            interfaces of the libraries, every file compiled alone, all walks through the host on
+#                            all screens, and docs/adding-a-dialog.md followed to the letter
 #   ./test.sh fuzz           only the fuzzing
 #   ./test.sh tsan           only the thread sanitizer
 #   ./test.sh random         only the random users
@@ -17,6 +17,7 @@
 #   ./test.sh abi            only the interfaces of the libraries
 #   ./test.sh abi --update   only rewrites the baseline of the interfaces
 #   ./test.sh alone          only sources without the precompiled headers, and private headers by themselves
+#   ./test.sh walks          only the walks through the host
 #   ./test.sh page           only the page about dialogs
 set -eu
 cd "$(dirname "$0")"
@@ -81,6 +82,21 @@ compile_alone() {
   python3 tools/check_alone.py . build/ci
 }
 
+# With a real mouse and keyboard on virtual screens; the pictures are in build/ci/walk_pictures. See CONTRIBUTING.md.
+run_walks() {
+  configure ci
+  cmake --build --preset ci --target walk_programs
+  local failed=0 screen size theme scale
+  for screen in "1024x700 light 1" "1024x700 dark 1" "1920x1080 light 1" "1920x1080 light 1.25" "1920x1080 dark 1.5" \
+    "1920x1080 light 2" "1920x1080 dark 2" "3840x2160 light 2"; do
+    read -r size theme scale <<<"$screen"
+    ZOR_SCREEN=$size tools/with_display.sh python3 -B tests/walks/run_walk.py --build build/ci --theme "$theme" \
+      --scale "$scale" || failed=1
+  done
+  python3 -B tests/walks/make_sheets.py build/ci/walk_pictures
+  return $failed
+}
+
 follow_page() {
   python3 tests/docs/follow_adding_a_dialog.py .
 }
@@ -93,6 +109,7 @@ case "$what" in
   analyze) timed analyze_everything; exit ;;
   abi) shift; timed check_interfaces "$@"; exit ;;
   alone) timed compile_alone; exit ;;
+  walks) timed run_walks; exit ;;
   page) timed follow_page; exit ;;
   long)
     timed run_fuzzers
@@ -101,6 +118,7 @@ case "$what" in
     timed analyze_everything
     timed check_interfaces
     timed compile_alone
+    timed run_walks
     timed follow_page
     if [ -n "$(git status --porcelain)" ]; then
       echo "Passed. tools/long_passed.txt stays as it is, since there are changes without a commit."

@@ -46,7 +46,9 @@ ZORHostAutosave::ZORHostAutosave(ZORHostDocument* document, QObject* parent)
     : QObject(parent)
     , m_document(document)
     , m_file(std::make_shared<ZORHostRescueFile>())
+    , m_timer(this)
 {
+    m_timer.setObjectName("_AutosaveTimer");
     connect(&m_timer, &QTimer::timeout, this, &ZORHostAutosave::SaveNow);
     connect(document, &ZORHostDocument::Changed, this, [this] {
         if (!m_document->IsModified())

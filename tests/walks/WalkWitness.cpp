@@ -6,21 +6,36 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLocalSocket>
+#include <QTimer>
 #include <QWidget>
 
 namespace {
 
 // Bytes of X events, as the protocol fixes them.
 constexpr int kTypeMask = 0x7f;
-constexpr int kKeyRelease = 3;
+constexpr int kKeyPress = 2;
 constexpr int kGenericEvent = 35;
 constexpr int kInputButtonRelease = 5;
 constexpr int kGenericTypeOffset = 8;
 
-bool IsRelease(const uchar* event)
+const QByteArray kHurry = "hurry ";
+
+/// Lets the timers of an object name expire now.
+void Hurry(const QString& name)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (const QWidget* window : windows) {
+        const auto timers = window->findChildren<QTimer*>(name);
+        for (QTimer* timer : timers)
+            QMetaObject::invokeMethod(timer, "timeout", Qt::QueuedConnection);
+    }
+}
+
+/// Whether a key was pressed or a button was released: a window that Return closes may not see the release of the key.
+bool IsInput(const uchar* event)
 {
     const int type = event[0] & kTypeMask;
-    return type == kKeyRelease || (type == kGenericEvent && event[kGenericTypeOffset] == kInputButtonRelease);
+    return type == kKeyPress || (type == kGenericEvent && event[kGenericTypeOffset] == kInputButtonRelease);
 }
 
 } // namespace
@@ -37,8 +52,8 @@ WalkWitness::~WalkWitness() = default;
 
 bool WalkWitness::nativeEventFilter(const QByteArray& eventType, void* message, qintptr* /*result*/)
 {
-    if (eventType == "xcb_generic_event_t" && IsRelease(static_cast<const uchar*>(message)))
-        ++m_released;
+    if (eventType == "xcb_generic_event_t" && IsInput(static_cast<const uchar*>(message)))
+        ++m_received;
     return false;
 }
 
@@ -48,7 +63,9 @@ void WalkWitness::OnConnected()
     connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
     connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
         while (socket->canReadLine()) {
-            socket->readLine();
+            const QByteArray line = socket->readLine().trimmed();
+            if (line.startsWith(kHurry))
+                Hurry(QString::fromUtf8(line.mid(kHurry.size())));
             socket->write(QJsonDocument(Describe()).toJson(QJsonDocument::Compact) + '\n');
         }
     });
@@ -62,7 +79,7 @@ QJsonObject WalkWitness::Describe() const
         if (window->isVisible())
             windows.append(DescribeWindow(window));
     }
-    return {{"released", m_released},
+    return {{"received", m_received},
             {"focus", GetWidgetId(QApplication::focusWidget())},
             {"popup", GetWidgetId(QApplication::activePopupWidget())},
             {"modal", GetWidgetId(QApplication::activeModalWidget())},
@@ -71,5 +88,7 @@ QJsonObject WalkWitness::Describe() const
 
 QObject* WalkWitnessPlugin::create(const QString& name, const QString& specification)
 {
+    // Programs that this one starts have no witness.
+    qunsetenv("QT_QPA_GENERIC_PLUGINS");
     return name == QLatin1String("walkwitness") ? new WalkWitness(specification) : nullptr;
 }

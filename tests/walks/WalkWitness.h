@@ -8,7 +8,7 @@
 #include <QLocalServer>
 
 /// Listens on a local socket and answers every line with the visible windows and their widgets as one line of JSON.
-/// Positions are pixels of the screen. The answer comes from the event loop of the program, that of a modal dialog
+/// The line "hurry NAME" before lets the timer of that object name expire. Positions are pixels of the screen. The answer comes from the event loop of the program, that of a modal dialog
 /// included, so a program that computes answers later.
 class WalkWitness : public QObject, public QAbstractNativeEventFilter
 {
@@ -18,7 +18,7 @@ public:
     explicit WalkWitness(const QString& name);
     ~WalkWitness() override;
 
-    /// Counts the keys and mouse buttons that were released over the program.
+    /// Counts the keys that were pressed and the mouse buttons that were released in the program.
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 
 private:
@@ -26,7 +26,7 @@ private:
     QJsonObject Describe() const;
 
     QLocalServer m_server;
-    int m_released = 0;
+    int m_received = 0;
 };
 
 /// Lets Qt load the witness into any program: QT_QPA_GENERIC_PLUGINS=walkwitness:<socket>.

@@ -7,6 +7,7 @@ import socket
 import subprocess
 
 POLL = 0.02  # seconds
+FIXED_SIZE = "ZORTest"  # how the names of classes begin whose windows have fixed sizes
 
 
 class WalkFailure(Exception):
@@ -49,6 +50,10 @@ class Window(Widget):
         super().__init__({**values["widgets"][0], **values})
         self.all = [Widget(inner) for inner in values["widgets"]]
 
+    def has_fixed_size(self):
+        """Whether it belongs to the test bench, whose windows may be larger than a screen."""
+        return any(name.startswith(FIXED_SIZE) for name in self.classes)
+
     def widgets(self, name=None, kind=None, text=None):
         """Returns the widgets of an object name, class, and text without mnemonic."""
         return [
@@ -68,7 +73,7 @@ class State:
     """All visible windows at one moment."""
 
     def __init__(self, values):
-        self.released, self.focus = values["released"], values["focus"]
+        self.received, self.focus = values["received"], values["focus"]
         self.popup, self.modal = values["popup"], values["modal"]
         self.windows = [Window(window) for window in values["windows"]]
 
@@ -132,10 +137,10 @@ class Program:
         self.link = link
         return True
 
-    def ask(self):
-        """Returns the State once the event loop of the program runs."""
+    def ask(self, request=""):
+        """Returns the State once the event loop of the program runs. A request "hurry NAME" lets a timer expire."""
         try:
-            self.link.sendall(b"\n")
+            self.link.sendall(request.encode() + b"\n")
             while b"\n" not in self.buffer:
                 received = self.link.recv(1 << 20)
                 if not received:

@@ -12,6 +12,8 @@ import sys
 import tempfile
 
 import walk_dialogs
+import walk_document
+import walk_drop
 import walk_first
 import walk_forms
 import walk_menus
@@ -25,6 +27,9 @@ WALKS = {
     "dialogs": walk_dialogs.walk_host,
     "console_dialogs": walk_dialogs.walk_console,
     "forms": walk_forms.walk,
+    "document": walk_document.walk_document,
+    "drop": walk_drop.walk,
+    "recovery": walk_document.walk_recovery,
     "view": walk_view.walk,
     "menus": walk_menus.walk_host,
     "console_menus": walk_menus.walk_console,

@@ -53,7 +53,9 @@ def check_order(w, title, dialog, order):
     kinds = [is_button(widget) for widget in order]
     if True in kinds and False in kinds:
         w.check(not kinds[0], f"{title}: the focus starts in the button {order[0].plain}")
-        w.check(kinds == sorted(kinds), f"{title}: fields after the buttons: {', '.join(map(str, order))}")
+        # The focus may start behind a check box, which then follows the buttons.
+        turns = sum(kinds[i] and not kinds[(i + 1) % len(kinds)] for i in range(len(kinds)))
+        w.check(turns == 1, f"{title}: fields between the buttons: {', '.join(map(str, order))}")
 
 
 def visit(w, window, path):

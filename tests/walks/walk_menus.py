@@ -4,7 +4,6 @@ from part import PartView
 from walker import MAIN_WINDOW
 
 CONSOLE = "ZORTestMainDialog"
-FIXED_SIZE = "ZORTest"  # classes of windows whose sizes are fixed
 MOST_WINDOWS = 12  # that one entry opens, one after the other
 REST = 3  # polls without a change of the windows
 LEAVES_THE_PROGRAM = {"Quit"}
@@ -50,10 +49,8 @@ def wait_for_windows(w):
 
 
 def fits(w, window):
-    if any(name.startswith(FIXED_SIZE) for name in window.classes):
-        return True
     x, y, width, height = window.place
-    return x >= 0 and y >= 0 and x + width <= w.screen.width and y + height <= w.screen.height
+    return window.has_fixed_size() or x >= 0 <= y and x + width <= w.screen.width and y + height <= w.screen.height
 
 
 def new_windows(w, before):

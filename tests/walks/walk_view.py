@@ -59,10 +59,10 @@ def turn_by_keys(w, view, opened):
 def turn_the_wheel(w, view, opened):
     share = view.share(opened)
     w.move(view.spot())
-    w.send("click", "--repeat", 4, "--delay", 30, 5, releases=4)
+    w.send("click", "--repeat", 4, "--delay", 30, 5, inputs=4)
     w.wait_for_picture(view.place, "the wheel makes the part smaller", lambda picture: 0 < view.share(picture) < share * 0.8)
     w.keep("smaller")
-    w.send("click", "--repeat", 4, "--delay", 30, 4, releases=4)
+    w.send("click", "--repeat", 4, "--delay", 30, 4, inputs=4)
     w.wait_for_picture(view.place, "the wheel makes the part larger again", same_outline(view, opened))
 
 

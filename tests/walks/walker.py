@@ -31,18 +31,23 @@ class Walker:
 
     def start(self, *arguments, plugins=True):
         """Starts the host and waits until its window is active. A second start keeps settings and home."""
+        return self.start_until(MAIN_WINDOW, *arguments, plugins=plugins)
+
+    def start_until(self, window, *arguments, plugins=True):
+        """Starts the host and waits until one of its windows is active."""
         command = [self.options.host, f"--settings={self.home}/host.ini", f"--theme={self.options.theme}"]
         if not plugins:
             command.append("--no-default-plugins")
-        self.run(command + [str(argument) for argument in arguments])
-        return self.wait_for_window(MAIN_WINDOW)
+        self.program = self.launch(command + [str(argument) for argument in arguments])
+        return self.wait_for_window(window)
 
-    def run(self, command, environment=None):
-        scale = {"QT_SCALE_FACTOR": self.options.scale, "ZOR_SAMPLES": str(self.options.samples)}
-        program = Program(command, self.home, self.options.witness, {**scale, **(environment or {})})
+    def launch(self, command):
+        """Starts a program and returns it once it answers."""
+        environment = {"QT_SCALE_FACTOR": self.options.scale, "ZOR_SAMPLES": str(self.options.samples)}
+        program = Program(command, self.home, self.options.witness, environment)
         self.programs.append(program)
-        self.program = program
         self.wait("the program answers", lambda _: program.connects(), state=lambda: None)
+        return program
 
     def state(self):
         return self.program.ask()
@@ -87,27 +92,41 @@ class Walker:
             self.keep(f"fault{len(self.faults)}")
             print(f"fault: {message}", flush=True)
 
+    def wait_until_gone(self, window):
+        """Waits for the end of this window; others of its class may stay."""
+        self.wait(f"{window} has gone", lambda state: all(other.id != window.id for other in state.windows))
+
+    def title(self):
+        """Returns the title of the main window as the window manager knows it."""
+        number = self.state().window(MAIN_WINDOW).number
+        command = ["xdotool", "getwindowname", str(number)]
+        return subprocess.run(command, check=True, timeout=60, capture_output=True, text=True).stdout.strip()
+
+    def wait_for_title(self, what, condition):
+        return self.wait(f"the title {what}", lambda title: title if condition(title) else None, state=self.title)
+
     # Mouse and keys.
 
     def xdotool(self, *arguments):
         subprocess.run(["xdotool", *map(str, arguments)], check=True, timeout=60, stdout=subprocess.DEVNULL)
 
-    def send(self, *arguments, releases=1):
-        """Lets xdotool do something that ends with so many released keys or buttons, and waits until the program knows."""
-        before = self.state().released
+    def send(self, *arguments, inputs=1):
+        """Lets xdotool press so many keys or click so often, and waits until the program has got that."""
+        before = self.state().received
         self.xdotool(*arguments)
         try:
             self.wait(
-                f"the program gets {' '.join(map(str, arguments))}", lambda state: state.released >= before + releases
+                f"the program gets {' '.join(map(str, arguments))}", lambda state: state.received >= before + inputs
             )
+            self.state()  # what follows from the input at once, such as a selection, is done as well
         except ProgramEnded:
             pass  # the walk says whether it may
 
     def key(self, *keys):
-        self.send("key", *keys, releases=len(keys))
+        self.send("key", *keys, inputs=len(keys))
 
     def type(self, text):
-        self.send("type", "--delay", "1", text, releases=len(text))
+        self.send("type", "--delay", "1", text, inputs=len(text))
 
     def point(self, at):
         if not self.screen.holds(*at):
@@ -119,8 +138,25 @@ class Walker:
 
     def click(self, where, button=1, times=1):
         """Clicks at a point or in the middle of a widget or an entry."""
-        at = where if isinstance(where, tuple) else where.center()
-        self.send(*self.point(at), "click", "--repeat", times, "--delay", 40, button, releases=times)
+        at = where if isinstance(where, tuple) else self.reach(where).center()
+        self.send(*self.point(at), "click", "--repeat", times, "--delay", 40, button, inputs=times)
+
+    def reach(self, widget):
+        """Moves the window of a widget that is beyond the screen, as window managers let one do with Alt and the mouse."""
+        if self.screen.holds(*widget.center()) or not widget.id:
+            return widget
+
+        def find(state):
+            return next((window, inner) for window in state.windows for inner in window.all if inner.id == widget.id)
+
+        window, before = find(self.state())
+        self.check(window.has_fixed_size(), f"{widget} of {window} is beyond the screen")
+        x, y = before.center()
+        beyond = max(0, x - self.screen.width * 3 // 4), max(0, y - self.screen.height * 3 // 4)
+        self.xdotool("windowmove", window.number, window.place[0] - beyond[0], window.place[1] - beyond[1])
+        return self.wait(
+            f"{window} moves", lambda state: find(state)[1] if self.screen.holds(*find(state)[1].center()) else None
+        )
 
     def drag(self, start, end, button=1):
         steps = [self.point(start), ("mousedown", button)]
@@ -142,9 +178,10 @@ class Walker:
         return menu
 
     def entry(self, menu, text):
-        found = menu.parts("entries", text)
+        found = [entry for entry in menu.parts("entries") if entry.text in (text, text + "...")]
         if not found:
-            raise WalkFailure(f"the menu has no entry '{text}'")
+            texts = ", ".join(entry.text for entry in menu.parts("entries"))
+            raise WalkFailure(f"the menu has no entry '{text}' but {texts}")
         return found[0]
 
     def choose(self, *texts, window=MAIN_WINDOW):
@@ -204,9 +241,22 @@ class Walker:
     def choose_file(self, path, title="QFileDialog"):
         """Types the path into the file dialog that is open, and waits until that has gone."""
         dialog = self.wait_for_window(title)
-        self.fill(dialog.widget(name="fileNameEdit"), path)
-        self.key("Return")
-        self.wait("the file dialog closes", lambda state: not any(dialog.id == window.id for window in state.windows))
+        field = dialog.widget(name="fileNameEdit")
+
+        def is_answered(state):
+            gone = all(dialog.id != window.id for window in state.windows)
+            return gone or self.value_of(state, field) != str(path)
+
+        # The list of completions opens whenever a folder has been read: it may swallow a part of the text, or take the Return.
+        for _ in range(5):
+            self.fill(field, path)
+            if self.value_of(self.state(), field) != str(path):
+                continue
+            self.key("Return")
+            self.wait("the file dialog closes", is_answered)
+            if not any(dialog.id == window.id for window in self.state().windows):
+                return
+        raise WalkFailure(f"the file dialog does not take {path}")
 
     # Pictures.
 
