@@ -10,11 +10,11 @@
 ZORHostEditMenu::ZORHostEditMenu(QMainWindow* window, ZORHostSelection* selection, ZORHostView3D* view,
                                  ZORFeatBrowserWidget* browser)
     : QObject(window)
+    , m_actions(new ZORHostObjectActions(selection, window))
 {
-    auto* const actions = new ZORHostObjectActions(selection, window);
-    actions->AddTo(view);
-    new ZORHostObjectTree(browser, selection, actions);
-    window->menuBar()->addMenu(actions->GetMenu());
-    connect(actions, &ZORHostObjectActions::Done, window,
+    m_actions->AddTo(view);
+    new ZORHostObjectTree(browser, selection, m_actions);
+    window->menuBar()->addMenu(m_actions->GetMenu());
+    connect(m_actions, &ZORHostObjectActions::Done, window,
             [window](const QString& message) { window->statusBar()->showMessage(message); });
 }

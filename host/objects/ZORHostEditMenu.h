@@ -6,6 +6,7 @@
 
 class QMainWindow;
 class ZORFeatBrowserWidget;
+class ZORHostObjectActions;
 class ZORHostSelection;
 class ZORHostView3D;
 
@@ -22,4 +23,10 @@ public:
     ///                as long as the window
     ZORHostEditMenu(QMainWindow* window, ZORHostSelection* selection, ZORHostView3D* view,
                     ZORFeatBrowserWidget* browser);
+
+    /// Owned by the window.
+    ZORHostObjectActions* GetActions() const { return m_actions; }
+
+private:
+    ZORHostObjectActions* m_actions;
 };

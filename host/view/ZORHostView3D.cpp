@@ -1,27 +1,23 @@
 #include "view/ZORHostView3D.h"
 
 #include "base/ZORHostTheme.h"
-#include "view/ZORHostDisplayName.h"
+#include "view/ZORHostViewMarks.h"
+#include "view/ZORHostViewTool.h"
 
 #include <ZORVisualization/ZORVisEnvironment.h>
 #include <ZORVisualization/ZORVisGraphicsContext.h>
 #include <ZORVisualization/ZORVisScene.h>
-#include <ZORVisualization/ZORVisVirtualObject.h>
 
-#include <QApplication>
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyleOption>
 
-#include <cmath>
 #include <new>
 #include <utility>
 
 namespace {
 
 constexpr int kRestMilliseconds = 150;
-constexpr double kKeyStep = 20; // pixels
-constexpr double kWheelStep = 1.2;
 
 } // namespace
 
@@ -33,16 +29,12 @@ ZORHostView3D::ZORHostView3D(QWidget* parent)
     setAccessibleName(tr("3D view"));
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
     m_renderer->SetAxisTriadVisible(true);
     UpdateBackground();
     m_restTimer.setSingleShot(true);
     m_restTimer.setInterval(kRestMilliseconds);
-    connect(&m_restTimer, &QTimer::timeout, this, [this] {
-        if (m_coarse && m_drag == Drag::None) {
-            m_coarse = false;
-            Invalidate();
-        }
-    });
+    connect(&m_restTimer, &QTimer::timeout, this, &ZORHostView3D::OnRested);
 }
 
 ZORHostView3D::~ZORHostView3D() = default;
@@ -50,28 +42,35 @@ ZORHostView3D::~ZORHostView3D() = default;
 void ZORHostView3D::SetEnvironment(ZORVisEnvironment* environment)
 {
     m_renderer->SetScene(nullptr);
-    if (m_environment)
-        disconnect(m_environment, nullptr, this, nullptr);
     m_environment = environment;
     m_scene = environment ? std::make_unique<ZORVisScene>(environment) : nullptr;
     m_renderer->SetScene(m_scene.get());
     m_sceneEmpty = true;
-    ClearPick();
-    if (m_scene) {
+    if (m_scene)
         connect(m_scene.get(), &ZORVisScene::Changed, this, &ZORHostView3D::OnSceneChanged);
-        connect(environment, &ZORVisEnvironment::ObjectRemoved, this,
-                [this](const ZORVisVirtualObject* object) {
-                    if (object == m_pickedObject)
-                        ClearPick();
-                });
-    }
     OnSceneChanged();
+}
+
+void ZORHostView3D::SetTool(ZORHostViewTool* tool)
+{
+    if (tool == m_tool)
+        return;
+    if (m_tool)
+        m_tool->Leave();
+    m_tool = tool;
+    update();
 }
 
 void ZORHostView3D::FitAll()
 {
     if (m_scene)
-        m_camera.FitAll(m_scene->GetBoundingBox(), size());
+        FitBox(m_scene->GetBoundingBox());
+    Invalidate();
+}
+
+void ZORHostView3D::FitBox(const ZORMathBoundingBox& box)
+{
+    m_navigation.FitAll(box, size());
     Invalidate();
 }
 
@@ -87,15 +86,9 @@ void ZORHostView3D::OnDocumentShown()
         FitAll();
 }
 
-void ZORHostView3D::FitBox(const ZORMathBoundingBox& box)
-{
-    m_camera.FitAll(box, size());
-    Invalidate();
-}
-
 void ZORHostView3D::SetStandardView(ZORVisCamera::StandardView view)
 {
-    m_camera.SetStandardView(view);
+    m_navigation.SetStandardView(view);
     FitAll();
 }
 
@@ -108,9 +101,45 @@ void ZORHostView3D::SetDisplayMode(ZORVisRenderer::DisplayMode mode)
     emit DisplayModeChanged(mode);
 }
 
+ZORVisPickResult ZORHostView3D::PickAt(const QPointF& position, const ZORVisRenderer::Accepts& accepts) const
+{
+    const double ratio = devicePixelRatioF();
+    return m_renderer->Pick(GetCamera(), GetDevicePixels(), position * ratio, ratio, accepts);
+}
+
+QList<QObject*> ZORHostView3D::FindIn(const QRectF& rectangle, ZORVisRenderer::Extent extent,
+                                      const ZORVisRenderer::Accepts& accepts) const
+{
+    const double ratio = devicePixelRatioF();
+    const QRectF pixels(rectangle.topLeft() * ratio, rectangle.bottomRight() * ratio);
+    return m_renderer->FindIn(GetCamera(), GetDevicePixels(), pixels, extent, accepts);
+}
+
+QPointF ZORHostView3D::ToPosition(const ZORMathPoint& point) const
+{
+    return GetCamera().WorldToPixel(point, size());
+}
+
+// What is under the pointer stays there; else the middle of the part, where it is in the view, or what is in the
+// middle of the view.
+ZORMathPoint ZORHostView3D::FindPivot(const std::optional<QPointF>& position) const
+{
+    if (position) {
+        if (const ZORVisPickResult hit = PickAt(*position); hit.IsHit())
+            return hit.point;
+    }
+    const ZORMathBoundingBox box = m_scene ? m_scene->GetBoundingBox() : ZORMathBoundingBox();
+    if (box.IsEmpty())
+        return GetCamera().GetTarget();
+    if (QRectF(rect()).contains(ToPosition(box.GetCenter())))
+        return box.GetCenter();
+    const ZORVisPickResult middle = PickAt(QRectF(rect()).center());
+    return middle.IsHit() ? middle.point : GetCamera().GetTarget();
+}
+
 QImage ZORHostView3D::RenderPicture(const QSize& devicePixels, double devicePixelRatio)
 {
-    return m_renderer->Render(m_camera, devicePixels, devicePixelRatio);
+    return m_renderer->Render(GetCamera(), devicePixels, devicePixelRatio);
 }
 
 QSize ZORHostView3D::GetDevicePixels() const
@@ -126,22 +155,29 @@ void ZORHostView3D::Invalidate()
 
 void ZORHostView3D::InvalidateMoving()
 {
-    m_coarse = m_frameMilliseconds > kSlowFrameMilliseconds;
+    m_coarse = IsSlow();
     if (m_coarse)
         m_restTimer.start();
     Invalidate();
 }
 
+void ZORHostView3D::OnRested()
+{
+    if (!m_coarse || m_navigation.GetDrag() != ZORHostNavigation::Drag::None)
+        return;
+    m_coarse = false;
+    Invalidate();
+}
+
 void ZORHostView3D::OnSceneChanged()
 {
-    const bool empty = !m_scene || m_scene->GetBoundingBox().IsEmpty();
+    const bool isEmpty = !m_scene || m_scene->GetBoundingBox().IsEmpty();
     // The first thing in an empty view may lie anywhere: show it.
-    if (m_sceneEmpty && !empty)
-        m_camera.FitAll(m_scene->GetBoundingBox(), size());
-    if (empty)
-        ClearPick();
-    m_sceneEmpty = empty;
+    if (m_sceneEmpty && !isEmpty)
+        m_navigation.FitAll(m_scene->GetBoundingBox(), size());
+    m_sceneEmpty = isEmpty;
     Invalidate();
+    emit SceneChanged();
 }
 
 void ZORHostView3D::UpdateBackground()
@@ -159,7 +195,7 @@ void ZORHostView3D::Render()
     QElapsedTimer timer;
     timer.start();
     try {
-        m_image = m_renderer->Render(m_camera, (QSizeF(size()) * ratio).toSize(), ratio);
+        m_image = m_renderer->Render(GetCamera(), (QSizeF(size()) * ratio).toSize(), ratio);
     } catch (const std::bad_alloc&) {
         m_image = {}; // tried again at the next paint event
     }
@@ -172,70 +208,49 @@ void ZORHostView3D::Render()
 void ZORHostView3D::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    if (!ZORVisGraphicsContext::GetInstance()->IsAvailable()) {
-        PaintReason(painter);
+    if (ZORVisGraphicsContext::GetInstance()->IsAvailable()) {
+        PaintScene(painter);
+        PaintMarks(painter);
     } else {
-        const bool stale = !m_coarse && m_image.size() != GetDevicePixels();
-        if (m_dirty || stale || m_image.isNull())
-            Render();
-        if (m_image.isNull()) {
-            PaintText(painter, tr("There is not enough memory to draw the 3D view."));
-        } else if (m_coarse) {
-            painter.setRenderHint(QPainter::SmoothPixmapTransform);
-            painter.drawImage(rect(), m_image);
-        } else {
-            painter.drawImage(QPoint(0, 0), m_image); // pixel for pixel
-        }
-        PaintPick(painter);
+        ZORHostViewMarks::PaintText(painter, *this,
+                                    tr("The 3D view is not available: no graphics context could be made.")
+                                        + "\n\n" + ZORVisGraphicsContext::GetInstance()->GetFailureReason()
+                                        + "\n\n"
+                                        + tr("Pictures can be saved all the same with File > Save Picture."));
     }
     if (hasFocus())
-        PaintFocus(painter);
+        ZORHostViewMarks::PaintFocus(painter, *this);
 }
 
-void ZORHostView3D::PaintFocus(QPainter& painter)
+void ZORHostView3D::PaintScene(QPainter& painter)
 {
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.setPen(palette().color(QPalette::Highlight));
-    painter.setBrush(Qt::NoBrush); // the frame surrounds the scene, which must stay visible
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    const bool isStale = !m_coarse && m_image.size() != GetDevicePixels();
+    if (m_dirty || isStale || m_image.isNull())
+        Render();
+    if (m_image.isNull()) {
+        ZORHostViewMarks::PaintText(painter, *this, tr("There is not enough memory to draw the 3D view."));
+    } else if (m_coarse) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(rect(), m_image);
+    } else {
+        painter.drawImage(QPoint(0, 0), m_image); // pixel for pixel
+    }
 }
 
-void ZORHostView3D::PaintReason(QPainter& painter)
+void ZORHostView3D::PaintMarks(QPainter& painter)
 {
-    PaintText(painter, tr("The 3D view is not available: no graphics context could be made.") + "\n\n"
-                           + ZORVisGraphicsContext::GetInstance()->GetFailureReason() + "\n\n"
-                           + tr("Pictures can be saved all the same with File > Save Picture."));
-}
-
-void ZORHostView3D::PaintText(QPainter& painter, const QString& text)
-{
-    const bool dark = ZORHostTheme::IsDark(palette());
-    painter.fillRect(rect(), dark ? QColor(0x48, 0x4b, 0x50) : QColor(0xc8, 0xca, 0xcd));
-    painter.setPen(dark ? Qt::white : Qt::black);
-    painter.drawText(rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, text);
-}
-
-void ZORHostView3D::PaintPick(QPainter& painter)
-{
-    if (!m_pickedPoint)
-        return;
-    const QPointF point = m_camera.WorldToPixel(*m_pickedPoint, size());
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.setBrush(palette().color(QPalette::HighlightedText));
-    painter.drawEllipse(point, 4, 4);
-
-    QRectF frame = fontMetrics().boundingRect(m_pickedName);
-    frame.adjust(-6, -3, 6, 3);
-    frame.moveTopLeft(point + QPointF(10, -frame.height() - 6));
-    frame.moveRight(std::min(frame.right(), width() - 4.0));
-    frame.moveTop(std::max(frame.top(), 4.0));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Highlight));
-    painter.drawRoundedRect(frame, 3, 3);
-    painter.setPen(palette().color(QPalette::HighlightedText));
-    painter.drawText(frame, Qt::AlignCenter, m_pickedName);
+    if (m_tool)
+        m_tool->Paint(painter);
+    painter.restore();
+    painter.save();
+    if (m_navigation.GetDrag() == ZORHostNavigation::Drag::Orbit)
+        ZORHostViewMarks::PaintPivot(painter, *this, ToPosition(m_navigation.GetPivot()));
+    if (m_navigation.GetDrag() == ZORHostNavigation::Drag::Band) {
+        const QPointF from = m_navigation.GetPressed();
+        const QPointF to = m_navigation.GetLast();
+        ZORHostViewMarks::PaintBand(painter, *this, QRectF(from, to).normalized(), to.x() >= from.x());
+    }
     painter.restore();
 }
 
@@ -253,55 +268,69 @@ void ZORHostView3D::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
 }
 
+void ZORHostView3D::leaveEvent(QEvent* event)
+{
+    if (m_tool)
+        m_tool->Leave();
+    QWidget::leaveEvent(event);
+}
+
 void ZORHostView3D::mousePressEvent(QMouseEvent* event)
 {
-    const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
-    switch (event->button()) {
-    case Qt::LeftButton:
-        m_drag = shift ? Drag::Pan : Drag::Click;
-        break;
-    case Qt::MiddleButton:
-        m_drag = shift ? Drag::Pan : Drag::Orbit;
-        break;
-    case Qt::RightButton:
-        m_drag = Drag::Pan;
-        break;
-    default:
+    const bool wasDown = m_navigation.GetDrag() != ZORHostNavigation::Drag::None;
+    if (!m_navigation.Press(*event)) {
         event->ignore();
         return;
     }
-    m_pressed = m_last = event->position();
+    if (!wasDown && event->button() != Qt::RightButton)
+        m_navigation.SetPivot(FindPivot(event->position()));
 }
 
 void ZORHostView3D::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_drag == Drag::None)
+    const ZORHostNavigation::Drag before = m_navigation.GetDrag();
+    const bool isMoved = m_navigation.Move(*event, size());
+    const ZORHostNavigation::Drag now = m_navigation.GetDrag();
+    if (now == ZORHostNavigation::Drag::None) {
+        if (before != now)
+            update(); // the button went up in another window
+        if (m_tool)
+            m_tool->Hover(event->position());
         return;
-    const QPointF position = event->position();
-    if (m_drag == Drag::Click) {
-        if ((position - m_pressed).manhattanLength() < QApplication::startDragDistance())
-            return;
-        m_drag = Drag::Orbit;
     }
-    const QPointF moved = position - m_last;
-    m_last = position;
-    if (moved.isNull())
-        return;
-    if (m_drag == Drag::Orbit)
-        m_camera.Orbit(moved.x(), moved.y());
-    else
-        m_camera.Pan(moved.x(), moved.y(), size());
-    InvalidateMoving();
+    if (now != before && m_tool)
+        m_tool->Leave();
+    if (m_navigation.IsMovingCamera() && isMoved)
+        InvalidateMoving();
+    else if (isMoved)
+        update();
 }
 
 void ZORHostView3D::mouseReleaseEvent(QMouseEvent* event)
 {
-    const Drag drag = m_drag;
-    m_drag = Drag::None;
-    if (drag == Drag::Click)
-        PickAt(event->position());
-    else if (m_coarse)
+    const ZORHostNavigation::Drag drag = m_navigation.GetDrag();
+    if (!m_navigation.Release(*event))
+        return;
+    if (m_coarse)
         m_restTimer.start();
+    if (drag != ZORHostNavigation::Drag::Pending)
+        update(); // the pivot or the band goes
+    if (!m_tool)
+        return;
+    if (drag == ZORHostNavigation::Drag::Band)
+        m_tool->SelectBand(m_navigation.GetPressed(), m_navigation.GetLast(), event->modifiers());
+    else if (drag == ZORHostNavigation::Drag::Pending && event->button() == Qt::LeftButton)
+        m_tool->Click(event->position(), event->modifiers());
+    if (m_tool && drag != ZORHostNavigation::Drag::Pending)
+        m_tool->Hover(event->position());
+}
+
+void ZORHostView3D::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        mousePressEvent(event);
+    else if (m_tool)
+        m_tool->DoubleClick(event->position());
 }
 
 void ZORHostView3D::wheelEvent(QWheelEvent* event)
@@ -309,70 +338,24 @@ void ZORHostView3D::wheelEvent(QWheelEvent* event)
     const double steps = event->angleDelta().y() / 120.0;
     if (steps == 0)
         return;
-    m_camera.Zoom(std::pow(kWheelStep, steps), event->position(), size());
+    m_navigation.Zoom(steps, event->position(), size());
     InvalidateMoving();
     event->accept();
 }
 
 void ZORHostView3D::keyPressEvent(QKeyEvent* event)
 {
-    const QPointF middle(width() / 2.0, height() / 2.0);
-    QPointF step;
-    switch (event->key()) {
-    case Qt::Key_Left:
-        step.setX(-kKeyStep);
-        break;
-    case Qt::Key_Right:
-        step.setX(kKeyStep);
-        break;
-    case Qt::Key_Up:
-        step.setY(-kKeyStep);
-        break;
-    case Qt::Key_Down:
-        step.setY(kKeyStep);
-        break;
-    case Qt::Key_Plus:
-        m_camera.Zoom(kWheelStep, middle, size());
-        break;
-    case Qt::Key_Minus:
-        m_camera.Zoom(1 / kWheelStep, middle, size());
-        break;
-    case Qt::Key_Escape:
-        ClearPick();
-        return;
-    default:
-        QWidget::keyPressEvent(event);
+    if (event->key() == Qt::Key_Escape && m_navigation.GetDrag() == ZORHostNavigation::Drag::Band) {
+        m_navigation.Stop();
+        update();
         return;
     }
-    if (event->modifiers().testFlag(Qt::ShiftModifier))
-        m_camera.Pan(step.x(), step.y(), size());
+    if (m_tool && m_tool->PressKey(*event))
+        return;
+    if (ZORHostNavigation::IsTurningKey(*event))
+        m_navigation.SetPivot(FindPivot({}));
+    if (m_navigation.PressKey(*event, size()))
+        InvalidateMoving();
     else
-        m_camera.Orbit(step.x(), step.y());
-    InvalidateMoving();
-}
-
-void ZORHostView3D::PickAt(const QPointF& position)
-{
-    const double ratio = devicePixelRatioF();
-    const ZORVisPickResult result = m_renderer->Pick(m_camera, GetDevicePixels(), position * ratio, ratio);
-    if (!result.IsHit()) {
-        ClearPick();
-        return;
-    }
-    m_pickedPoint = result.point;
-    m_pickedObject = result.object;
-    m_pickedName = ZORHostDisplayName(result.owner);
-    update();
-    emit Picked(result.owner, m_pickedName, result.point);
-}
-
-void ZORHostView3D::ClearPick()
-{
-    if (!m_pickedPoint)
-        return;
-    m_pickedPoint.reset();
-    m_pickedObject = nullptr;
-    m_pickedName.clear();
-    update();
-    emit PickCleared();
+        QWidget::keyPressEvent(event);
 }

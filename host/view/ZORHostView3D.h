@@ -2,10 +2,10 @@
 
 #pragma once
 
-#include <ZORVisualization/ZORVisCamera.h>
+#include "view/ZORHostNavigation.h"
+
 #include <ZORVisualization/ZORVisRenderer.h>
 
-#include <QElapsedTimer>
 #include <QImage>
 #include <QPointer>
 #include <QTimer>
@@ -14,19 +14,20 @@
 #include <memory>
 #include <optional>
 
+class ZORHostViewTool;
 class ZORVisEnvironment;
 class ZORVisScene;
-class ZORVisVirtualObject;
 
 /// Shows an environment and lets the user move about in it.
 ///
-/// Mouse: left or middle drag turns, shift drag or right drag moves, the wheel zooms at the cursor, a click
-/// picks. Keys: arrows turn, shift arrows move, plus and minus zoom, Escape drops the pick. A frame is
-/// rendered only when the scene, the camera, the size or the colours have changed. Where a full frame takes
-/// longer than SlowFrameMilliseconds, frames are rendered with half the resolution while the user moves the
-/// view.
+/// Mouse: left or middle drag turns about the point under the pointer, or about the center of what is visible; Shift
+/// drag or right drag moves, the wheel zooms at the pointer. Keys: arrows turn, Shift arrows move, plus and minus zoom.
+/// Everything else - hovering, clicks, bands drawn with Ctrl, other keys - goes to the tool of the view.
 ///
-/// Without graphics context a grey panel says why; RenderPicture() works all the same.
+/// A frame is rendered only when the scene, the camera, the size or the colors have changed. Where a full frame takes
+/// longer than kSlowFrameMilliseconds, frames are rendered with half the resolution while the user moves the view.
+///
+/// Without graphics context a gray panel says why; RenderPicture() works all the same.
 class ZORHostView3D : public QWidget
 {
     Q_OBJECT
@@ -42,7 +43,11 @@ public:
     /// The scene of the environment; null without one. Another one after SetEnvironment().
     ZORVisScene* GetScene() const { return m_scene.get(); }
 
-    const ZORVisCamera& GetCamera() const { return m_camera; }
+    /// \param tool  not owned, must outlive the events of the view; null for none
+    void SetTool(ZORHostViewTool* tool);
+    ZORHostViewTool* GetTool() const { return m_tool; }
+
+    const ZORVisCamera& GetCamera() const { return m_navigation.GetCamera(); }
     void FitAll();
     /// Fits all now, and again when OnDocumentShown() says that what has been opened is drawn.
     void FitAllOnceShown();
@@ -54,6 +59,14 @@ public:
     ZORVisRenderer::DisplayMode GetDisplayMode() const { return m_renderer->GetDisplayMode(); }
     void SetDisplayMode(ZORVisRenderer::DisplayMode mode);
 
+    /// Finds what is seen at a position of the widget, see ZORVisRenderer::Pick().
+    ZORVisPickResult PickAt(const QPointF& position, const ZORVisRenderer::Accepts& accepts = {}) const;
+    /// Finds what lies in a rectangle of the widget, see ZORVisRenderer::FindIn().
+    QList<QObject*> FindIn(const QRectF& rectangle, ZORVisRenderer::Extent extent,
+                           const ZORVisRenderer::Accepts& accepts) const;
+    /// Returns the position of a point in the widget.
+    QPointF ToPosition(const ZORMathPoint& point) const;
+
     /// The present view in another size.
     /// \param devicePixels  size of the picture
     QImage RenderPicture(const QSize& devicePixels, double devicePixelRatio);
@@ -62,49 +75,46 @@ public:
 
     /// Frames rendered for the screen so far.
     int GetNumFrames() const { return m_numFrames; }
+    /// Whether a full frame takes so long that it should not be asked for in passing.
+    bool IsSlow() const { return m_frameMilliseconds > kSlowFrameMilliseconds; }
 
     QSize sizeHint() const override { return {800, 600}; }
     QSize minimumSizeHint() const override { return {160, 90}; }
 
 signals:
-    /// The user has clicked at an object.
-    /// \param owner  what the visual object stands for; may be null
-    void Picked(QObject* owner, const QString& name, const ZORMathPoint& point);
-    /// The user has clicked beside all objects or dropped the pick, or the picked object was removed.
-    void PickCleared();
+    /// GetScene() shows something else, or is another one.
+    void SceneChanged();
     void DisplayModeChanged(ZORVisRenderer::DisplayMode mode);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    enum class Drag { None, Click, Orbit, Pan };
-
     void Invalidate();
     /// The next frames may be coarse; a full one follows once the view rests.
     void InvalidateMoving();
     void OnSceneChanged();
+    void OnRested();
     void Render();
     void UpdateBackground();
-    void PickAt(const QPointF& position);
-    void ClearPick();
-    void PaintReason(QPainter& painter);
-    void PaintText(QPainter& painter, const QString& text);
-    /// Draws a mark and the name at the picked point; leaves the state of \a painter as it was.
-    void PaintPick(QPainter& painter);
-    void PaintFocus(QPainter& painter);
+    ZORMathPoint FindPivot(const std::optional<QPointF>& position) const;
+    void PaintScene(QPainter& painter);
+    void PaintMarks(QPainter& painter);
 
     QPointer<ZORVisEnvironment> m_environment; // not owned
     std::unique_ptr<ZORVisScene> m_scene;
     std::unique_ptr<ZORVisRenderer> m_renderer;
-    ZORVisCamera m_camera;
+    ZORHostNavigation m_navigation;
+    ZORHostViewTool* m_tool = nullptr; // not owned
     bool m_sceneEmpty = true;
     bool m_fitsOnceShown = false;
 
@@ -114,12 +124,4 @@ private:
     qint64 m_frameMilliseconds = 0; // of the last full frame
     int m_numFrames = 0;
     QTimer m_restTimer;
-
-    Drag m_drag = Drag::None;
-    QPointF m_pressed;
-    QPointF m_last;
-
-    std::optional<ZORMathPoint> m_pickedPoint;
-    const ZORVisVirtualObject* m_pickedObject = nullptr; // for comparison only
-    QString m_pickedName;
 };

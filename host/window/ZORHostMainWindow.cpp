@@ -18,6 +18,7 @@
 #include "document/ZORHostRecoveryDialog.h"
 #include "help/ZORHostHelp.h"
 #include "objects/ZORHostEditMenu.h"
+#include "objects/ZORHostObjectActions.h"
 #include "plugins/ZORHostPluginDialog.h"
 #include "plugins/ZORHostPluginManager.h"
 #include "view/ZORHostPresentation.h"
@@ -28,6 +29,7 @@
 #include "window/ZORHostPlacement.h"
 #include "window/ZORHostPreferencesDialog.h"
 #include "window/ZORHostThemeMenu.h"
+#include "window/ZORHostViewTools.h"
 #include "window/ZORHostWelcomeView.h"
 #include "window/ZORHostWindowMenu.h"
 
@@ -84,7 +86,7 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
 
     CreateDocument();
     CreateDocks(log);
-    new ZORHostEditMenu(this, m_selection, m_view, m_browser);
+    auto* const editMenu = new ZORHostEditMenu(this, m_selection, m_view, m_browser);
     CreateViewMenu();
     new ZORHostWindowMenu(this);
     CreateHelpMenu();
@@ -94,8 +96,8 @@ ZORHostMainWindow::ZORHostMainWindow(ZORHostPluginManager* plugins, ZORHostLineQ
     new ZORHostPublishedActions(menuBar(), m_helpMenu, published, this);
     FillWelcome();
 
-    connect(m_view, &ZORHostView3D::Picked, this, &ZORHostMainWindow::OnPicked);
-    connect(m_view, &ZORHostView3D::PickCleared, this, [this] { statusBar()->clearMessage(); });
+    auto* const tools = new ZORHostViewTools(m_view, m_selection, m_viewToolBar, statusBar(), this);
+    connect(tools, &ZORHostViewTools::Activated, editMenu->GetActions(), &ZORHostObjectActions::Activate);
     connect(ZORSysFileNotices::GetInstance(), &ZORSysFileNotices::Reported, m_notices,
             &ZORHostNoticeBar::AddLosses);
     connect(m_notices, &ZORHostNoticeBar::DetailsRequested, this, &ZORHostMainWindow::OnPluginsTriggered);
@@ -336,13 +338,6 @@ void ZORHostMainWindow::ShowPluginProblems()
     }
     if (failures > 0)
         m_notices->SetDetails(tr("Plug-ins..."));
-}
-
-void ZORHostMainWindow::OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point)
-{
-    if (auto* geometry = qobject_cast<ZORGeoGeometry*>(owner))
-        m_selection->Set({geometry});
-    statusBar()->showMessage(tr("%1 at %2 mm").arg(name, point.ToString('f', 3)));
 }
 
 bool ZORHostMainWindow::ConfirmClosing()

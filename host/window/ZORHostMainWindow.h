@@ -4,8 +4,6 @@
 
 #include "base/ZORHostCommandLine.h"
 
-#include <ZORMathematics/ZORMathPoint.h>
-
 #include <QMainWindow>
 
 class QMenu;
@@ -88,7 +86,6 @@ private:
     void UpdateTitle();
     bool ConfirmClosing();
     void OnSessionEnds(QSessionManager& session);
-    void OnPicked(QObject* owner, const QString& name, const ZORMathPoint& point);
     void AddDockActions();
     void FillWelcome();
     QAction* AddAction(const QString& objectName, const QString& icon, const QString& text,

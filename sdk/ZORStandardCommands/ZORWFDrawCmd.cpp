@@ -7,6 +7,7 @@
 #include <ZORFeature/ZORFeatEnvironment.h>
 #include <ZORFeature/ZORFeatEnvironmentManager.h>
 #include <ZORFeature/ZORFeatShapeOf.h>
+#include <ZORFeature/ZORFeatStyles.h>
 #include <ZORGeometry/ZORGeoCurveOnSurface.h>
 #include <ZORGeometry/ZORGeoCurveOnSurfaceSmoother.h>
 #include <ZORGeometry/ZORGeoPointOnSurface.h>
@@ -97,6 +98,7 @@ void ZORWFDrawCmd::OnTakenBack()
 void ZORWFDrawCmd::OnCompleted()
 {
     FinishLater(); // first: creating may throw
+    const ZORFeatShowNew show(m_container);
     Create();
 }
 

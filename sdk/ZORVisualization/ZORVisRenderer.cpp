@@ -2,11 +2,14 @@
 
 #include "render/ZORVisGlScene_p.h"
 #include "render/ZORVisPicture_p.h"
+#include "scene/ZORVisBand_p.h"
 #include "scene/ZORVisPicking_p.h"
 #include "scene/ZORVisScene_p.h"
 
 #include <ZORVisualization/ZORVisGraphicsContext.h>
+#include <ZORVisualization/ZORVisVirtualObject.h>
 
+#include <QHash>
 #include <QPointer>
 
 #include <cmath>
@@ -19,6 +22,11 @@ constexpr double kPickTolerance = 5;            // device independent pixels
 double Usable(double devicePixelRatio)
 {
     return devicePixelRatio > 0 && std::isfinite(devicePixelRatio) ? devicePixelRatio : 1;
+}
+
+QObject* OwnerOf(const ZORVisDrawObject& object)
+{
+    return object.object ? object.object->GetOwner() : object.owner;
 }
 
 } // namespace
@@ -119,13 +127,50 @@ QImage ZORVisRenderer::Render(const ZORVisCamera& camera, const QSize& devicePix
 ZORVisPickResult ZORVisRenderer::Pick(const ZORVisCamera& camera, const QSize& devicePixels,
                                       const QPointF& pixel, double devicePixelRatio) const
 {
+    return Pick(camera, devicePixels, pixel, devicePixelRatio, {});
+}
+
+ZORVisPickResult ZORVisRenderer::Pick(const ZORVisCamera& camera, const QSize& devicePixels,
+                                      const QPointF& pixel, double devicePixelRatio,
+                                      const Accepts& accepts) const
+{
     if (!d->scene || devicePixels.isEmpty() || !std::isfinite(pixel.x()) || !std::isfinite(pixel.y()))
         return {};
     const double ratio = Usable(devicePixelRatio);
     const ZORVisDrawList objects = d->scene->d->GetDrawList();
     const ZORVisFrame frame = d->CreateFrame(camera, devicePixels, ratio, objects);
     ZORVisPicking picking(frame, pixel, kPickTolerance * ratio);
-    for (const ZORVisDrawObject* object : objects)
-        picking.Add(*object);
+    for (const ZORVisDrawObject* object : objects) {
+        if (!accepts || accepts(OwnerOf(*object)))
+            picking.Add(*object);
+    }
     return picking.GetResult();
+}
+
+QList<QObject*> ZORVisRenderer::FindIn(const ZORVisCamera& camera, const QSize& devicePixels,
+                                       const QRectF& rectangle, Extent extent, const Accepts& accepts) const
+{
+    const bool isFinite = std::isfinite(rectangle.left()) && std::isfinite(rectangle.right())
+                          && std::isfinite(rectangle.top()) && std::isfinite(rectangle.bottom());
+    if (!d->scene || devicePixels.isEmpty() || !isFinite)
+        return {};
+    const ZORVisDrawList objects = d->scene->d->GetDrawList();
+    const ZORVisFrame frame = d->CreateFrame(camera, devicePixels, 1, objects);
+    const ZORVisBand band(frame, rectangle);
+    QList<QObject*> owners;
+    QHash<QObject*, bool> isIn; // an owner may have several objects
+    for (const ZORVisDrawObject* object : objects) {
+        QObject* const owner = OwnerOf(*object);
+        const auto known = isIn.constFind(owner);
+        // One object decides: one that is touched, or one that is not wholly in.
+        if (!owner || (known != isIn.cend() && *known == (extent == Extent::Part)))
+            continue;
+        if (accepts && !accepts(owner))
+            continue;
+        if (known == isIn.cend())
+            owners.append(owner);
+        isIn[owner] = extent == Extent::Whole ? band.HoldsWhole(*object) : band.Touches(*object);
+    }
+    owners.removeIf([&isIn](QObject* owner) { return !isIn.value(owner); });
+    return owners;
 }

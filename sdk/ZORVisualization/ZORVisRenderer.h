@@ -8,9 +8,12 @@
 
 #include <QColor>
 #include <QImage>
+#include <QList>
 #include <QPointF>
+#include <QRectF>
 #include <QSize>
 
+#include <functional>
 #include <memory>
 
 class ZORVisScene;
@@ -61,6 +64,26 @@ public:
     /// picked. The size is that of the picture, the pixel is in device pixels of that picture.
     ZORVisPickResult Pick(const ZORVisCamera& camera, const QSize& devicePixels, const QPointF& pixel,
                           double devicePixelRatio = 1) const;
+
+    /// Whether what stands for an owner counts; the owner may be null. What does not count hides nothing.
+    using Accepts = std::function<bool(QObject* owner)>;
+    /// As Pick(), of what counts alone.
+    /// \param accepts  an empty function accepts everything
+    ZORVisPickResult Pick(const ZORVisCamera& camera, const QSize& devicePixels, const QPointF& pixel,
+                          double devicePixelRatio, const Accepts& accepts) const;
+
+    /// What a rectangle has to contain.
+    enum class Extent {
+        Whole, ///< all that is drawn for an owner
+        Part   ///< a point, or a part of a line or triangle
+    };
+    /// Finds what lies in a rectangle, also what other objects hide. Texts do not count.
+    /// O(points and triangles of the objects at the border of the rectangle)
+    /// \param rectangle  device pixels of the picture
+    /// \param accepts    an empty function accepts everything
+    /// \return the owners, each once, in drawing order; without null
+    QList<QObject*> FindIn(const ZORVisCamera& camera, const QSize& devicePixels, const QRectF& rectangle,
+                           Extent extent, const Accepts& accepts) const;
 
 private:
     class Private;

@@ -17,6 +17,7 @@ import walk_drop
 import walk_first
 import walk_forms
 import walk_menus
+import walk_pick
 import walk_view
 from program import WalkFailure
 from screen import Screen
@@ -31,6 +32,7 @@ WALKS = {
     "drop": walk_drop.walk,
     "recovery": walk_document.walk_recovery,
     "view": walk_view.walk,
+    "pick": walk_pick.walk,
     "menus": walk_menus.walk_host,
     "console_menus": walk_menus.walk_console,
 }

@@ -1,71 +1,16 @@
 #include "view/ZORHostView3D.h"
 
-#include "HostTest.h"
+#include "ViewTest.h"
 
 #include <ZORGeometry/ZORGeoSurface.h>
-#include <ZORVisualization/ZORVisGraphicsContext.h>
+#include <ZORMathematics/ZORMathBoundingBox.h>
 #include <ZORVisualization/ZORVisVirtualObject.h>
 
-#include <QApplication>
-#include <QSignalSpy>
-#include <QWheelEvent>
+#include <QLineF>
 
 namespace {
 
-class ZORHostView3DTest : public HostTest
-{
-public:
-    ZORHostView3DTest()
-    {
-        view.resize(320, 240);
-        view.SetEnvironment(GetEnvironment());
-        view.show();
-    }
-    ~ZORHostView3DTest() override { view.SetEnvironment(nullptr); }
-
-    void SetUp() override
-    {
-        if (!ZORVisGraphicsContext::GetInstance()->IsAvailable())
-            GTEST_SKIP() << "no graphics context";
-    }
-
-    /// Lets the scene report its changes and returns what is on the screen.
-    QImage Look()
-    {
-        QCoreApplication::processEvents();
-        return view.grab().toImage();
-    }
-    static int CountRed(const QImage& image)
-    {
-        int count = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                const QColor color = image.pixelColor(x, y);
-                count += color.red() > 2 * color.green() + 20 && color.red() > 2 * color.blue() + 20;
-            }
-        }
-        return count;
-    }
-    void Drag(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoint from, QPoint to)
-    {
-        QTest::mousePress(&view, button, modifiers, from);
-        for (int step = 1; step <= 10; ++step) {
-            // QTest::mouseMove() carries no buttons on this platform.
-            const QPointF at = from + (to - from) * (step / 10.0);
-            QMouseEvent move(QEvent::MouseMove, at, view.mapToGlobal(at), Qt::NoButton, button, modifiers);
-            QCoreApplication::sendEvent(&view, &move);
-        }
-        QTest::mouseRelease(&view, button, modifiers, to);
-    }
-    void Wheel(int delta, QPointF at)
-    {
-        QWheelEvent event(at, view.mapToGlobal(at), {}, {0, delta}, Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&view, &event);
-    }
-
-    ZORHostView3D view;
-};
+using ZORHostView3DTest = ViewTest;
 
 TEST_F(ZORHostView3DTest, TheFirstObjectIsFittedIntoTheView)
 {
@@ -88,17 +33,80 @@ TEST_F(ZORHostView3DTest, NothingIsRenderedAgainWithoutAChange)
     EXPECT_EQ(frames, view.GetNumFrames());
 }
 
-TEST_F(ZORHostView3DTest, LeftAndMiddleDragTurnAboutTheTarget)
+TEST_F(ZORHostView3DTest, LeftAndMiddleDragTurnAboutThePointUnderThePointer)
 {
     AddBox("Box");
     const QImage before = Look();
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton}) {
+        const QPoint from(130, 110);
+        const ZORVisPickResult hit = view.PickAt(from);
+        ASSERT_TRUE(hit.IsHit());
         const ZORVisCamera camera = view.GetCamera();
-        Drag(button, Qt::NoModifier, {160, 120}, {220, 140});
-        EXPECT_EQ(camera.GetTarget(), view.GetCamera().GetTarget());
+        Drag(button, Qt::NoModifier, from, {190, 130});
         EXPECT_NE(camera.GetViewDirection(), view.GetCamera().GetViewDirection());
+        const QPointF now = view.ToPosition(hit.point);
+        EXPECT_NEAR(from.x(), now.x(), 1e-6);
+        EXPECT_NEAR(from.y(), now.y(), 1e-6);
+        EXPECT_NEAR(camera.GetDepth(hit.point), view.GetCamera().GetDepth(hit.point), 1e-6);
+        view.SetStandardView(ZORVisCamera::Isometric);
     }
+    Drag(Qt::LeftButton, Qt::NoModifier, {160, 120}, {190, 130});
     EXPECT_NE(before, Look());
+}
+
+TEST_F(ZORHostView3DTest, BesideAllObjectsTheCenterOfWhatIsVisibleStays)
+{
+    AddBox("Box");
+    Look();
+    Drag(Qt::RightButton, Qt::NoModifier, {100, 100}, {140, 120}); // the box is not in the middle
+    const QPoint beside(3, 236);
+    ASSERT_FALSE(view.PickAt(beside).IsHit());
+    const QPointF center = view.ToPosition({50, 30, 15});
+    Drag(Qt::LeftButton, Qt::NoModifier, beside, beside + QPoint(60, -20));
+    EXPECT_NEAR(0, QLineF(center, view.ToPosition({50, 30, 15})).length(), 1e-6);
+    QTest::keyClick(&view, Qt::Key_Left);
+    EXPECT_NEAR(0, QLineF(center, view.ToPosition({50, 30, 15})).length(), 1e-6);
+}
+
+TEST_F(ZORHostView3DTest, WhoHasZoomedInTurnsAboutWhatIsInTheMiddle)
+{
+    AddBox("Box");
+    view.SetStandardView(ZORVisCamera::Top);
+    Look();
+    view.FitBox(ZORMathBoundingBox(ZORMathPoint(2, 2, 0), ZORMathPoint(12, 12, 30)));
+    const ZORVisPickResult middle = view.PickAt({160, 120});
+    ASSERT_TRUE(middle.IsHit());
+    EXPECT_NEAR(30, middle.point.GetZ(), 1e-9);
+    QTest::keyClick(&view, Qt::Key_Up);
+    EXPECT_NEAR(0, QLineF(QPointF(160, 120), view.ToPosition(middle.point)).length(), 1e-6);
+}
+
+TEST_F(ZORHostView3DTest, OnlyTheFirstButtonCountsUntilItIsUp)
+{
+    AddBox("Box");
+    Look();
+    QTest::mousePress(&view, Qt::RightButton, {}, {100, 100});
+    QMouseEvent second(QEvent::MouseButtonPress, QPointF(100, 100), view.mapToGlobal(QPointF(100, 100)),
+                       Qt::LeftButton, Qt::LeftButton | Qt::RightButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&view, &second);
+    const ZORVisCamera before = view.GetCamera();
+    QMouseEvent move(QEvent::MouseMove, QPointF(140, 100), view.mapToGlobal(QPointF(140, 100)), Qt::NoButton,
+                     Qt::LeftButton | Qt::RightButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&view, &move);
+    EXPECT_EQ(before.GetViewDirection(), view.GetCamera().GetViewDirection());
+    EXPECT_NE(before.GetTarget(), view.GetCamera().GetTarget());
+    QTest::mouseRelease(&view, Qt::RightButton, {}, {140, 100});
+}
+
+TEST_F(ZORHostView3DTest, AReleaseThatWasLostEndsTheDrag)
+{
+    AddBox("Box");
+    Look();
+    QTest::mousePress(&view, Qt::LeftButton, {}, {160, 120});
+    Hover({200, 120}); // the button went up in another window
+    const ZORVisCamera before = view.GetCamera();
+    Hover({240, 120});
+    EXPECT_EQ(before, view.GetCamera());
 }
 
 TEST_F(ZORHostView3DTest, ShiftAndRightDragMoveTheSceneWithTheMouse)
@@ -162,79 +170,6 @@ TEST_F(ZORHostView3DTest, KeysTurnMoveAndZoom)
     EXPECT_LT(view.GetCamera().GetHeight(), before.GetHeight());
     QTest::keyClick(&view, Qt::Key_Minus);
     EXPECT_NEAR(before.GetHeight(), view.GetCamera().GetHeight(), 1e-9);
-}
-
-TEST_F(ZORHostView3DTest, AClickPicksAndSaysTheName)
-{
-    ZORGeoSurface* box = AddBox("Box");
-    const QImage before = Look();
-    QSignalSpy picked(&view, &ZORHostView3D::Picked);
-    QSignalSpy cleared(&view, &ZORHostView3D::PickCleared);
-    QTest::mouseClick(&view, Qt::LeftButton, {}, {160, 120});
-    ASSERT_EQ(1, picked.size());
-    EXPECT_EQ(box, picked[0][0].value<QObject*>());
-    EXPECT_EQ(QString("Box"), picked[0][1].toString());
-    EXPECT_NE(before, Look()); // the mark with the name
-    QTest::mouseClick(&view, Qt::LeftButton, {}, {2, 2});
-    EXPECT_EQ(1, picked.size());
-    EXPECT_EQ(1, cleared.size());
-    EXPECT_EQ(before, Look());
-}
-
-TEST_F(ZORHostView3DTest, APickInTheFocusedViewMarksTheObjectOnly)
-{
-    AddBox("Box");
-    view.activateWindow();
-    view.setFocus();
-    ASSERT_TRUE(WaitFor([this] { return view.hasFocus(); }));
-    const QImage before = Look();
-    QTest::mouseClick(&view, Qt::LeftButton, {}, {160, 120});
-    const QImage after = Look();
-    // The mark with its name covers some hundred pixels about the click; everything else stays.
-    const QRect mark(QPoint(140, 80), QPoint(320, 140));
-    int inside = 0;
-    int outside = 0;
-    for (int y = 0; y < before.height(); ++y) {
-        for (int x = 0; x < before.width(); ++x) {
-            if (before.pixel(x, y) != after.pixel(x, y))
-                ++(mark.contains(x, y) ? inside : outside);
-        }
-    }
-    EXPECT_GT(inside, 100);
-    EXPECT_EQ(0, outside);
-    QTest::keyClick(&view, Qt::Key_Escape);
-    EXPECT_EQ(before, Look());
-}
-
-TEST_F(ZORHostView3DTest, TheMarkGoesWithThePickedObjectOnly)
-{
-    AddBox("Box");
-    AddBox("Twin");
-    Look();
-    QSignalSpy picked(&view, &ZORHostView3D::Picked);
-    const QSignalSpy cleared(&view, &ZORHostView3D::PickCleared);
-    QTest::mouseClick(&view, Qt::LeftButton, {}, {160, 120});
-    ASSERT_EQ(1, picked.size());
-    QList<ZORVisVirtualObject*> objects = GetEnvironment()->GetVirtualObjects();
-    if (objects[0]->GetOwner() == picked[0][0].value<QObject*>())
-        std::swap(objects[0], objects[1]);
-    const QImage marked = Look();
-    delete objects[0];
-    EXPECT_TRUE(cleared.isEmpty());
-    EXPECT_EQ(marked, Look());
-    AddBox("Third"); // the view does not become empty
-    delete objects[1];
-    EXPECT_EQ(1, cleared.size());
-    EXPECT_NE(marked, Look());
-}
-
-TEST_F(ZORHostView3DTest, ADragIsNoClick)
-{
-    AddBox("Box");
-    Look();
-    const QSignalSpy picked(&view, &ZORHostView3D::Picked);
-    Drag(Qt::LeftButton, Qt::NoModifier, {160, 120}, {160 + QApplication::startDragDistance() + 2, 120});
-    EXPECT_TRUE(picked.isEmpty());
 }
 
 TEST_F(ZORHostView3DTest, StandardViewsLookFromTheirSide)
