@@ -8,6 +8,7 @@
 #include <QCborMap>
 #include <QHash>
 #include <QPointer>
+#include <QSet>
 
 #include <array>
 #include <mutex>
@@ -83,8 +84,11 @@ public:
     bool Set(const ZORGeoGeometry* object, const ZORFeatStyle& style, const ZORFeatStyle& usual);
 
     ZORFeatContainer* const container; // not owned; its owner
-    // What differs from the usual style: the usual color of an object that was hidden may still become another one.
+    // What differs from the usual style, whose color may still become another one.
     QHash<const ZORGeoGeometry*, QCborMap> values;
+    // Those that were registered invisible and that nobody has made visible yet. No style was set for that, so files do not
+    // keep it.
+    QSet<const ZORGeoGeometry*> hidden;
     bool areNewVisible = true;
     int numShowing = 0; // scopes in which new objects are visible
 
@@ -100,17 +104,15 @@ private:
 void ZORFeatStyles::Private::Add(ZORGeoGeometry* object)
 {
     m_added.append(object);
-    if (areNewVisible || numShowing > 0)
-        return;
-    ZORFeatStyle hidden;
-    hidden.SetVisible(false);
-    values.insert(object, hidden.ToStored(ZORFeatStyle()));
+    if (!areNewVisible && numShowing == 0)
+        hidden.insert(object);
 }
 
 // Called by the destructor of an object that somebody deletes, too: only its address is good.
 void ZORFeatStyles::Private::Remove(const ZORGeoGeometry* object)
 {
     values.remove(object);
+    hidden.remove(object);
     m_indices.remove(object);
 }
 
@@ -172,7 +174,10 @@ ZORFeatStyle ZORFeatStyles::GetUsual(const ZORGeoGeometry* object) const
     if (!d->Holds(object))
         return UsualStyle(ZORFeatKind::None, 0);
     const ZORFeatKind kind = ZORFeatSketch::KindOf(object);
-    return UsualStyle(kind, HasPaletteColor(kind) ? d->GetPaletteIndex(object) : 0);
+    ZORFeatStyle style = UsualStyle(kind, HasPaletteColor(kind) ? d->GetPaletteIndex(object) : 0);
+    if (d->hidden.contains(object))
+        style.SetVisible(false);
+    return style;
 }
 
 bool ZORFeatStyles::IsSet(const ZORGeoGeometry* object) const
@@ -185,7 +190,11 @@ void ZORFeatStyles::Change(const QList<ZORGeoGeometry*>& objects,
 {
     QList<QPointer<ZORGeoGeometry>> changed;
     for (ZORGeoGeometry* object : objects) {
-        if (d->Holds(object) && d->Set(object, makeStyle(object), GetUsual(object)))
+        if (!d->Holds(object))
+            continue;
+        const ZORFeatStyle style = makeStyle(object);
+        const bool isUncovered = style.IsVisible() && d->hidden.remove(object);
+        if (d->Set(object, style, GetUsual(object)) || isUncovered)
             changed.append(object);
     }
     if (!changed.isEmpty())

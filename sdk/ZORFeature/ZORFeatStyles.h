@@ -50,7 +50,8 @@ public:
     void Reset(const QList<ZORGeoGeometry*>& objects);
 
     /// Whether objects that are registered from now on are visible; true at first. Applications that show objects
-    /// themselves set it to false, and open ZORFeatShowNew where objects are to be seen at once.
+    /// themselves set it to false, and open ZORFeatShowNew where objects are to be seen at once. Files do not keep what
+    /// this made invisible: it is no style that anybody set.
     void SetNewVisible(bool isVisible);
     bool AreNewVisible() const;
 

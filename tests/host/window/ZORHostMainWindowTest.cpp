@@ -176,8 +176,7 @@ TEST_F(ZORHostMainWindowTest, NewTakesEverythingOutAfterTheQuestionAboutUnsavedC
 
 TEST_F(ZORHostMainWindowTest, TheDocumentGoesToAContainerFileAndComesBack)
 {
-    ZORGeoSurface* box = AddBox("Box");
-    GetEnvironment()->GetContainer()->GetStyles()->SetVisible({box}, true);
+    AddBox("Box");
     answers.AnswerFile(GetPath("document"));
     Action("_SaveDocumentAction")->trigger();
     const QString file = GetPath("document.ZORCont");

@@ -234,6 +234,33 @@ TEST_F(ZORFeatStylesTest, NewObjectsAreVisibleAsTheApplicationWants)
     dying.reset();
 }
 
+TEST_F(ZORFeatStylesTest, FilesKeepOnlyWhatSomebodyMadeInvisible)
+{
+    styles->SetNewVisible(false);
+    ZORGeoGeometry* const untouched = AddPoint(container);
+    ZORGeoGeometry* const closed = AddPoint(container);
+    EXPECT_EQ(1, SaveContainer(container)[8]) << "without styles";
+    QSignalSpy content(&container, &ZORGeoContainer::ContentChanged);
+    QSignalSpy changed(styles, &ZORFeatStyles::Changed);
+    styles->SetVisible({untouched, closed}, false);
+    styles->Reset({untouched, closed});
+    EXPECT_EQ(0, content.count());
+    styles->SetVisible({closed}, true);
+    EXPECT_EQ(1, content.count());
+    EXPECT_EQ(1, changed.count());
+    styles->SetVisible({closed}, false);
+    ZORFeatStyle style = styles->Get(untouched);
+    style.SetColor(Qt::red);
+    styles->Set({untouched}, style);
+    EXPECT_FALSE(styles->Get(untouched).IsVisible()) << "a color does not open the eye";
+    ZORFeatContainer loaded;
+    ASSERT_TRUE(RoundTrips(container, loaded));
+    const ZORFeatStyle red = loaded.GetStyles()->Get(loaded.GetGeometryByIndex(0));
+    EXPECT_TRUE(red.IsVisible());
+    EXPECT_EQ(QColor(Qt::red), red.GetColor());
+    EXPECT_FALSE(loaded.GetStyles()->Get(loaded.GetGeometryByIndex(1)).IsVisible());
+}
+
 TEST_F(ZORFeatStylesTest, FilesKeepStylesAndAreAsBeforeWithout)
 {
     ZORGeoGeometry* const point = AddPoint(container);

@@ -70,7 +70,7 @@ void ExpectSameCurve(const Result& a, const Result& b)
     EXPECT_EQ(a.GetEndReason(), b.GetEndReason());
     ASSERT_EQ(a.GetLocations().size(), b.GetLocations().size());
     for (qsizetype i = 0; i < a.GetLocations().size(); ++i)
-        EXPECT_EQ(a.GetLocations()[i].point, b.GetLocations()[i].point);
+        EXPECT_EQ(a.GetLocations().at(i).point, b.GetLocations().at(i).point);
 }
 
 TEST_F(ZORGeoCurveOnSurfaceManyLimitsTest, AnyNumberOfLimitsGivesTheNearestOfAllSegments)

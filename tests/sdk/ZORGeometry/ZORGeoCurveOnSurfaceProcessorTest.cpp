@@ -25,7 +25,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, RunsFromTheEndBehindToTheEndAhead)
                               .ComputeGeodesic(sheet->Project({0.52, 0.53, 0}), {0, 1, 0}, -kPi / 2);
     ExpectConsistent(*sheet, result);
     EXPECT_TRUE(IsNear({0, 0.53, 0}, BeginOf(result)));
-    EXPECT_TRUE(IsNear({0.52, 0.53, 0}, result.GetLocations()[result.GetStartIndex()].point));
+    EXPECT_TRUE(IsNear({0.52, 0.53, 0}, result.GetLocations().at(result.GetStartIndex()).point));
     EXPECT_TRUE(IsNear({0.77, 0.53, 0}, EndOf(result)));
     EXPECT_NEAR(0.52, result.GetStartLength(), 1e-12);
     EXPECT_EQ(Result::Border, result.GetStartReason());
@@ -311,7 +311,7 @@ TEST(ZORGeoCurveOnSurfaceProcessorTest, FlippedNeighboursChangeNothing)
                              .ComputeGeodesic({flipped.get(), t, 0.3, 0.4, point}, {1, 2, 3}, i);
         ASSERT_EQ(a.GetLocations().size(), b.GetLocations().size());
         for (qsizetype k = 0; k < a.GetLocations().size(); ++k)
-            ASSERT_LE(a.GetLocations()[k].point.DistanceTo(b.GetLocations()[k].point), 1e-9);
+            ASSERT_LE(a.GetLocations().at(k).point.DistanceTo(b.GetLocations().at(k).point), 1e-9);
         ExpectConsistent(*flipped, b);
     }
 }

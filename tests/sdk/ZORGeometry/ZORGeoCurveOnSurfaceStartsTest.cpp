@@ -72,7 +72,7 @@ TEST(ZORGeoCurveOnSurfaceStartsTest, AnEdgeStartTakesThePlaneBetweenBothTriangle
     const Result slanting = Shoot(*cube, start, 0.1, {-1, 0, 1}, kPi / 6);
     EXPECT_TRUE(IsNear({1 - 0.1 * std::cos(kPi / 6), 0.5 - 0.1 * std::sin(kPi / 6), 1}, EndOf(slanting)));
     const Result along = Shoot(*cube, start, kNan, {0, 1, 0});
-    EXPECT_TRUE(IsNear({1, 1, 1}, along.GetLocations()[1].point));
+    EXPECT_TRUE(IsNear({1, 1, 1}, along.GetLocations().at(1).point));
 }
 
 TEST(ZORGeoCurveOnSurfaceStartsTest, AVanishingProjectionTakesTheFirstSideOfTheTriangle)

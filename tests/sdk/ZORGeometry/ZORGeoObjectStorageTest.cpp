@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cstring>
 #include <functional>
 #include <limits>
@@ -103,7 +104,7 @@ protected:
     {
         return qobject_cast<KeptValues*>(owner.GetGeometryByIndex(index));
     }
-    static bool IsSame(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+    static bool IsSame(double a, double b) { return std::bit_cast<quint64>(a) == std::bit_cast<quint64>(b); }
     /// What reading that way from an object of the file gives.
     QString FailureOf(std::function<void(const ZORGeoObjectReader&)> read)
     {

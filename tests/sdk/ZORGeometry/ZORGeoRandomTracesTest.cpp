@@ -26,7 +26,6 @@ namespace {
 using Processor = ZORGeoCurveOnSurfaceProcessor;
 using Result = ZORGeoCurveOnSurfaceResult;
 
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kPi = std::numbers::pi;
 
 double DiagonalOf(const ZORGeoSurface& surface)
@@ -74,7 +73,8 @@ public:
             Processor(&m_surface, lengths[0], lengths[1]).ComputeGeodesic(start, direction, angle);
         ExpectConsistent(m_surface, result);
         ExpectStraight(m_surface, result.GetLocations());
-        EXPECT_LE(start.point.DistanceTo(result.GetLocations()[result.GetStartIndex()].point), 1e-9 * m_size);
+        EXPECT_LE(start.point.DistanceTo(result.GetLocations().at(result.GetStartIndex()).point),
+                  1e-9 * m_size);
         Count(lengths[0], result.GetStartLength(), result.GetStartReason());
         Count(lengths[1], result.GetEndLength(), result.GetEndReason());
         // Rounding makes curves pass beside a vertex on the way back.

@@ -25,7 +25,8 @@ TEST_F(ZORGeoReferenceTest, CountsAsLongAsItLives)
         const Reference reference(point.get());
         EXPECT_EQ(1, point->GetReferenceCount());
         EXPECT_EQ(ZORMathPoint(1, 2, 3), reference->GetMathPoint());
-        const Reference copy = reference;
+        const Reference copy =
+            reference; // NOLINT(performance-unnecessary-copy-initialization): what is tested
         EXPECT_EQ(2, point->GetReferenceCount());
         EXPECT_EQ(point.get(), copy.Get());
     }

@@ -354,12 +354,13 @@ TEST_F(ZORGeoStlLoaderContentTest, FilesPipesAndTextModeReadTheSame)
     QBuffer buffer;
     buffer.setData(content);
     buffer.open(QIODevice::ReadOnly | QIODevice::Text);
-    EXPECT_EQ(3, ZORGeoStlLoader(&buffer).Load(&container, ZORSysValue::Millimeter)[0]->GetNumTriangles());
+    EXPECT_EQ(3, ZORGeoStlLoader(&buffer).Load(&container, ZORSysValue::Millimeter).at(0)->GetNumTriangles());
 
     QProcess process;
     process.start("tail", {"-c", "+5", file.fileName()});
     ASSERT_TRUE(process.waitForStarted());
-    EXPECT_EQ(3, ZORGeoStlLoader(&process).Load(&container, ZORSysValue::Millimeter)[0]->GetNumTriangles());
+    EXPECT_EQ(3,
+              ZORGeoStlLoader(&process).Load(&container, ZORSysValue::Millimeter).at(0)->GetNumTriangles());
     process.waitForFinished();
 }
 

@@ -302,6 +302,7 @@ TEST(ZORGeoSurfaceTest, ManyThreadsMayAskAtOnce)
     const auto soup = Soup(2000, 31).Make();
     std::array<double, 8> sums = {};
     std::vector<std::thread> threads;
+    threads.reserve(sums.size());
     for (double& sum : sums) {
         threads.emplace_back([&sum, &soup] {
             for (int i = 0; i < 500; ++i)

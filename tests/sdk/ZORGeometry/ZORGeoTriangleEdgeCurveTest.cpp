@@ -71,9 +71,9 @@ TEST_F(ZORGeoTriangleEdgeCurveTest, FollowsTheSidesOfTriangles)
     EXPECT_EQ(ZORMathPoint(0, 0, 0), curve.GetPoint(1));
     EXPECT_EQ(ZORMathPoint(1, 1, 0), curve.GetPoint(2));
     EXPECT_EQ(11, curve.GetLocations().constFirst().triangle);
-    EXPECT_EQ(1, curve.GetLocations()[1].triangle);
-    EXPECT_EQ(1, curve.GetLocations()[2].triangle);
-    EXPECT_EQ(1, curve.GetLocations()[2].weightB);
+    EXPECT_EQ(1, curve.GetLocations().at(1).triangle);
+    EXPECT_EQ(1, curve.GetLocations().at(2).triangle);
+    EXPECT_EQ(1, curve.GetLocations().at(2).weightB);
 }
 
 TEST_F(ZORGeoTriangleEdgeCurveTest, RefusesEdgesThatAreNoneOrDoNotMeet)

@@ -48,7 +48,7 @@ TEST(ZORNestInstanceRunTest, ALayoutDescribesItsSheets)
     ASSERT_TRUE(layout.GetRemnantLength(0).has_value());
     EXPECT_NEAR(5, *layout.GetRemnantLength(0), 1e-9);
     ASSERT_EQ(1, layout.MeasureDensities().size());
-    EXPECT_NEAR(80, layout.MeasureDensities()[0].value_or(0), 1e-9);
+    EXPECT_NEAR(80, layout.MeasureDensities().at(0).value_or(0), 1e-9);
     EXPECT_EQ(3, layout.GetCost());
     EXPECT_EQ(QStringList(), layout.FindFaults());
     EXPECT_EQ(2, layout.GetInstance().GetNumItems());

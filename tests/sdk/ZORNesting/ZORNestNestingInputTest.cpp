@@ -88,9 +88,9 @@ TEST(ZORNestNestingInputTest, AnInputStartsWithoutLimitsAndFreedoms)
     EXPECT_EQ("id", input.GetMaterialID());
     EXPECT_EQ(0.2, input.GetMaterialThickness());
     ASSERT_EQ(1, input.GetItems().size());
-    EXPECT_EQ("a", input.GetItems()[0].GetName());
+    EXPECT_EQ("a", input.GetItems().at(0).GetName());
     ASSERT_EQ(1, input.GetPackagings().size());
-    EXPECT_EQ("s", input.GetPackagings()[0].GetName());
+    EXPECT_EQ("s", input.GetPackagings().at(0).GetName());
     EXPECT_EQ(0, input.GetMaxDeviation() + input.GetDeviationIncrement() + input.GetItemSeparation()
                      + input.GetFrameWidth() + input.GetMaxRunTime() + input.GetMinRunTime());
     EXPECT_FALSE(input.IsSingleSidedMaterial() || input.IsGrain90Set() || input.IsGrain180Set()

@@ -242,9 +242,9 @@ TEST_F(ZORNestReportTest, EverySheetHasItsPictureWithinTheText)
     const QString html = Write();
     EXPECT_EQ(2, html.count("<img"));
     EXPECT_EQ(2, html.count("src=\"data:image/png;base64,"));
-    QRegularExpressionMatchIterator matches =
-        QRegularExpression("width=\"(\\d+)\" height=\"(\\d+)\" src=\"data:image/png;base64,([^\"]+)\"")
-            .globalMatch(html);
+    static const QRegularExpression kPicture(
+        "width=\"(\\d+)\" height=\"(\\d+)\" src=\"data:image/png;base64,([^\"]+)\"");
+    QRegularExpressionMatchIterator matches = kPicture.globalMatch(html);
     while (matches.hasNext()) {
         const QRegularExpressionMatch match = matches.next();
         const QImage image = QImage::fromData(QByteArray::fromBase64(match.captured(3).toLatin1()), "PNG");

@@ -56,7 +56,7 @@ TEST(ZORNestResultTest, ItemKeepsItsTextsAndPose)
     EXPECT_EQ(0.25, item.GetOrientation());
     EXPECT_TRUE(item.IsMirrored());
     ASSERT_EQ(2, item.GetShapes().size());
-    EXPECT_TRUE(*item.GetShapes()[1] == Mark(5));
+    EXPECT_TRUE(*item.GetShapes().at(1) == Mark(5));
 }
 
 TEST(ZORNestResultTest, ItemRefusesNumbersThatAreNotFinite)

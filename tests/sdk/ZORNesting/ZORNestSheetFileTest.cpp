@@ -66,7 +66,7 @@ protected:
     {
         const ZORNestNestingResponse* const response = Nest(MakeJob({item}, {MakeSheets("s", 100, 100)}));
         sheet = ReadSheets(response).value(0);
-        return sheet.GetItems().isEmpty() ? ZORNestResultItem() : *sheet.GetItems()[0];
+        return sheet.GetItems().isEmpty() ? ZORNestResultItem() : *sheet.GetItems().at(0);
     }
     /// Mirrored, turned, moved.
     static ZORMathPoint Place(const ZORNestResultItem& item, const ZORMathPoint& p)
@@ -99,8 +99,8 @@ protected:
     {
         ASSERT_EQ(source.GetShapes().size(), placed.GetShapes().size());
         for (qsizetype i = 0; i < source.GetShapes().size(); ++i) {
-            const ZORNestResultShape& from = *source.GetShapes()[i];
-            const ZORNestResultShape& to = *placed.GetShapes()[i];
+            const ZORNestResultShape& from = *source.GetShapes().at(i);
+            const ZORNestResultShape& to = *placed.GetShapes().at(i);
             EXPECT_EQ(from.GetRawShapeFather(), to.GetRawShapeFather());
             EXPECT_EQ(from.GetShapeHole(), to.GetShapeHole());
             EXPECT_EQ(from.GetShapeStatus(), to.GetShapeStatus());
@@ -108,7 +108,7 @@ protected:
             EXPECT_NEAR(from.GetPerimeter(), to.GetPerimeter(), 1e-9 * from.GetPerimeter());
             ASSERT_EQ(from.GetSegments().size(), to.GetSegments().size());
             for (qsizetype s = 0; s < from.GetSegments().size(); ++s)
-                ExpectPlaced(from.GetSegments()[s], to.GetSegments()[s], placed);
+                ExpectPlaced(from.GetSegments().at(s), to.GetSegments().at(s), placed);
         }
     }
 
@@ -268,7 +268,7 @@ TEST_F(ZORNestSheetFileTest, SeveralOutlinesStayTogether)
     EXPECT_EQ(QStringList({"part 'pair' consists of 2 outlines, which are nested as one within their hull"}),
               response->GetRemarks());
     ASSERT_EQ(1, response->GetSheetFiles().size());
-    EXPECT_EQ(QStringList(), FindFaults(ReadSheets(response)[0], 0.5));
+    EXPECT_EQ(QStringList(), FindFaults(ReadSheets(response).at(0), 0.5));
     EXPECT_EQ(5, GetNames(response).size());
 }
 

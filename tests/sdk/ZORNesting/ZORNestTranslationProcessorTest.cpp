@@ -100,10 +100,10 @@ TEST_F(ZORNestTranslationProcessorTest, EachPartIsAResultFileOfTypeTranslation)
     ASSERT_TRUE(first.IsValid());
     EXPECT_EQ(ZORNestResult::Translation, first.GetResultType());
     ASSERT_EQ(1, first.GetItems().size());
-    EXPECT_EQ("kit-1", first.GetItems()[0]->GetPartName());
-    ASSERT_EQ(2, first.GetItems()[0]->GetShapes().size());
-    EXPECT_EQ(100, first.GetItems()[0]->GetShapes()[0]->GetArea());
-    EXPECT_EQ(1, first.GetItems()[0]->GetShapes()[1]->GetShapeHole());
+    EXPECT_EQ("kit-1", first.GetItems().at(0)->GetPartName());
+    ASSERT_EQ(2, first.GetItems().at(0)->GetShapes().size());
+    EXPECT_EQ(100, first.GetItems().at(0)->GetShapes().at(0)->GetArea());
+    EXPECT_EQ(1, first.GetItems().at(0)->GetShapes().at(1)->GetShapeHole());
     EXPECT_EQ(QStringList("units: 1 mm"), response->GetReport());
     EXPECT_TRUE(QFile::exists(path));
 }

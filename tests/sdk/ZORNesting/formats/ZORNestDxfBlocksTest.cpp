@@ -22,9 +22,9 @@ TEST_F(ZORNestDxfBlocksTest, BlocksAreScaledTurnedMirroredAndRepeated)
     const QList<ZORNestResult> results =
         Translate(Dxf(Lines("0|INSERT|2|SLOT|8|0|10|0|20|0|50|90|70|3|71|2|44|10|45|20|"), blocks));
     ASSERT_EQ(6, results.size());
-    EXPECT_EQ("outline (0 0) L(0 2) A+(-1 2 | -0.5 2) L(-1 0) L(0 0)", Describe(results[0])[0]);
+    EXPECT_EQ("outline (0 0) L(0 2) A+(-1 2 | -0.5 2) L(-1 0) L(0 0)", Describe(results[0]).at(0));
     EXPECT_EQ("outline (-20 20) L(-20 22) A+(-21 22 | -20.5 22) L(-21 20) L(-20 20)",
-              Describe(results[5])[0]);
+              Describe(results[5]).at(0));
 }
 
 TEST_F(ZORNestDxfBlocksTest, MirroredTextsAreReadableAndLieWhereTheirImageLies)

@@ -136,12 +136,12 @@ TEST_F(ZORNestNestingRunTest, SeparationFrameAndTrimsAreKept)
     input.SetFrameWidth(5);
     const Response* const response = Nest(input);
     ASSERT_EQ(1, response->GetSheetFiles().size());
-    const ZORNestResult result = ReadSheets(response)[0];
+    const ZORNestResult result = ReadSheets(response).at(0);
     EXPECT_GE(result.GetItems().size(), 6);
     EXPECT_EQ(QStringList(), FindFaults(result, 3, 5));
     ZORMathBoundingBox box;
     for (const ZORNestResultItem* item : result.GetItems())
-        box.Add(item->GetShapes()[0]->GetBoundingBox());
+        box.Add(item->GetShapes().at(0)->GetBoundingBox());
     EXPECT_GE(box.GetLowerPoint().GetX(), 9 - 1e-6);
     EXPECT_GE(box.GetLowerPoint().GetY(), 7 - 1e-6);
     EXPECT_LE(box.GetUpperPoint().GetX(), 56 + 1e-6);
