@@ -20,7 +20,7 @@ def drag_with(w, keys, start, end):
     held = [word for key in keys for word in ("keydown", key)]
     let_go = [word for key in reversed(keys) for word in ("keyup", key)]
     middle = tuple((a + b) // 2 for a, b in zip(start, end))
-    w.send(*held, *w.point(start), "mousedown", 1, *w.point(middle), *w.point(end), "mouseup", 1, *let_go, releases=1 + len(keys))
+    w.send(*held, *w.point(start), "mousedown", 1, *w.point(middle), *w.point(end), "mouseup", 1, *let_go, inputs=1 + len(keys))
 
 
 def select(w, view, usual):
@@ -31,7 +31,7 @@ def select(w, view, usual):
     chosen = w.wait_for_picture(view.place, "the selected part has another color", changed(view, usual))
     w.check(same_outline(view, usual)(chosen), "selecting changes the outline of the part")
     spot = view.spot()
-    w.send("keydown", "ctrl", *w.point(spot), "click", 1, "keyup", "ctrl", releases=2)
+    w.send("keydown", "ctrl", *w.point(spot), "click", 1, "keyup", "ctrl", inputs=2)
     w.move(view.beside())
     w.wait_for_picture(view.place, "Ctrl takes the part out of the selection", alike(view, usual))
     x, y, width, height = view.place
