@@ -114,7 +114,7 @@ TEST_F(ZORCompLayupCmdTest, CreatesALayupWithASequenceOfPlies)
     EXPECT_EQ(layup->GetSurface(), skin->GetBody()->GetGeometry());
     EXPECT_EQ(layup->GetRosette(), rosette);
     ASSERT_EQ(layup->GetSequences().size(), 1);
-    EXPECT_EQ(layup->GetSequences()[0]->GetLabel(), QString("Sequence 1"));
+    EXPECT_EQ(layup->GetSequences().at(0)->GetLabel(), QString("Sequence 1"));
     const QList<ZORCompPly*> plies = layup->GetPlies();
     ASSERT_EQ(plies.size(), 3);
     EXPECT_EQ(plies[0]->GetLabel(), QString("Ply 1"));

@@ -16,8 +16,8 @@ Item MakeSieve(int rows, int columns)
     Item item = MakeItem(Rectangle(2 * columns + 1, 2 * rows + 1));
     for (int i = 0; i < rows * columns; ++i) {
         const int k = static_cast<int>(i * int64_t{7919} % (rows * columns));
-        item.contours.push_back(
-            MakeContour(Rectangle(1, 1, {1 + 2.0 * (k % columns), 1 + 2.0 * (k / columns)})));
+        const int row = k / columns;
+        item.contours.push_back(MakeContour(Rectangle(1, 1, {1 + 2.0 * (k % columns), 1 + 2.0 * row})));
     }
     return item;
 }
@@ -54,7 +54,8 @@ TEST(ZORNestSolverHolesTest, DepthsOfRandomRingsAreThoseOfEveryPair)
     for (int round = 0; round < 40; ++round) {
         Polygon polygon; // stars in cells, with stars in them, in both directions
         for (int cell = 0; cell < 9; ++cell) {
-            const Point center{30.0 * (cell % 3), 30.0 * (cell / 3)};
+            const int row = cell / 3;
+            const Point center{30.0 * (cell % 3), 30.0 * row};
             for (double radius = 14; radius > 0.1; radius *= random.Between(0.1, 0.25)) {
                 Ring ring = RandomStar(random, 8 + random.Index(9), radius);
                 for (Point& p : ring)

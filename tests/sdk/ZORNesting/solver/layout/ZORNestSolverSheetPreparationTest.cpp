@@ -58,8 +58,9 @@ Ring MakeScan(int corners, Point center, double radius)
 Ring MakeStar(int corners, Point center, double radius)
 {
     Ring star;
+    const int step = corners / 2;
     for (int i = 0; i < corners; ++i) {
-        const double angle = 2 * std::numbers::pi * (i * (corners / 2 * 1.0) / corners);
+        const double angle = 2 * std::numbers::pi * (double(i) * step / corners);
         star.push_back(center + Point{std::cos(angle), std::sin(angle)} * radius);
     }
     return star;
@@ -172,8 +173,11 @@ TEST(ZORNestSolverSheetPreparationTest, ManyScratchesAcrossEachOtherArePreparedS
 TEST(ZORNestSolverSheetPreparationTest, DefectsOfManyCornersShareThem)
 {
     std::vector<Polygon> defects;
-    for (int i = 0; i < 100; ++i)
-        defects.push_back({MakeScan(2500, {150.0 + 280 * (i % 10), 150.0 + 280 * (i / 10)}, 100)});
+    defects.reserve(100);
+    for (int row = 0; row < 10; ++row) {
+        for (int column = 0; column < 10; ++column)
+            defects.push_back({MakeScan(2500, {150.0 + 280 * column, 150.0 + 280 * row}, 100)});
+    }
     const Job job = MakeJobOfDefects(defects);
     Prepare(job, State::Running, [&](const PreparedJob& prepared) {
         size_t corners = 0;

@@ -76,6 +76,7 @@ TEST(ZORNestSolverCompactionTest, LooseSquaresBecomeARow)
     ASSERT_NEAR(getEnd(stands), 30.6, 1e-9);
     const Compaction compaction(problem, 0, [](const std::vector<Stand>& tried) {
         std::vector<Polygon> placed;
+        placed.reserve(tried.size());
         for (const Stand& stand : tried)
             placed.push_back({Rectangle(10, 10, stand.position - Point{5, 5})});
         return AreAllApart(placed, 0);
