@@ -1,5 +1,6 @@
 """Tab through every dialog: everything is reached, the buttons come last, and Escape closes the dialog."""
 from part import PartView
+from walk_document import import_sample
 from walk_menus import CONSOLE, LEAVES_THE_PROGRAM, close_new_windows, list_entries, new_windows, wait_for_windows
 from walker import MAIN_WINDOW
 
@@ -85,6 +86,7 @@ def walk_host(w):
     w.start()
     w.choose("File", "Open Samples", "wing_skin.stl")
     PartView(w).wait_for_part("opened")
+    import_sample(w)  # so that New and Close ask, and Escape keeps the part
     count = visit_dialogs(w, MAIN_WINDOW)
     w.check(count > 9, f"there are only {count} dialogs")
 

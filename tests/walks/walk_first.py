@@ -109,7 +109,7 @@ def save_container(w):
     w.wait_for_title("names the container", lambda title: file.name in title)
     rows = w.find(MAIN_WINDOW, name="_Tree").parts("rows")
     w.check(sum(row.depth == 1 for row in rows) == 4, f"the host opens {len(rows)} rows of the console's container")
-    w.keep("container")
+    PartView(w).wait_for_part("container")
 
 
 def translate(w):

@@ -1,6 +1,7 @@
 """Opens every entry of every menu once; what opens fits onto the screen and goes away again."""
 from program import WalkFailure
 from part import PartView
+from walk_document import import_sample
 from walker import MAIN_WINDOW
 
 CONSOLE = "ZORTestMainDialog"
@@ -103,6 +104,7 @@ def walk_host(w):
     w.start()
     w.choose("File", "Open Samples", "wing_skin.stl")
     PartView(w).wait_for_part("opened")
+    import_sample(w)  # so that New and Close ask, and Escape keeps the part
     count = open_entries(w, MAIN_WINDOW)
     w.check(count > 25, f"the host has only {count} entries")
     w.wait_for_window(MAIN_WINDOW)

@@ -10,13 +10,20 @@ def same_outline(view, before):
     return lambda picture: abs(view.share(picture) - share) < ALIKE
 
 
+def is_marked(view, before):
+    """Most of the part has another color than before, which a pointer or a label alone does not change."""
+    pixels = view.share(before) * before.width * before.height
+    return lambda picture: picture.differences(before) > pixels / 2
+
+
 def hover_and_click(w, view, opened):
     spot = view.spot()
     w.move(spot)
+    w.wait_for_picture(view.place, "hovering marks the part", is_marked(view, opened))
     hovered = view.wait_for_part("hovered")
     w.check(same_outline(view, opened)(hovered), "hovering changes the outline of the part")
     w.click(spot)
-    w.wait_for_picture(view.place, "a click marks the part", lambda picture: picture != hovered)
+    w.wait_for_picture(view.place, "a click marks the part", is_marked(view, hovered))
     clicked = view.wait_for_part("clicked")
     w.check(same_outline(view, opened)(clicked), "a click changes the outline of the part")
     tree = w.wait_for_window(MAIN_WINDOW).widget(kind="ZORFeatBrowserWidget", name="_Browser")
