@@ -11,6 +11,7 @@
 #include <ZORCommand/ZORCmdController.h>
 #include <ZORGeometry/ZORGeoGeometry.h>
 
+#include <QAction>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -29,7 +30,10 @@ ZORHostViewTools::ZORHostViewTools(ZORHostView3D* view, ZORHostSelection* select
     const auto drawnOf = [](const QList<ZORGeoGeometry*>& objects) { return ZORHostDrawnObjects(objects); };
     new ZORHostHighlights(view, selection, drawnOf, this);
     ZORCmdController::GetController()->SetPickAnswerer(m_pickTool.get());
-    toolBar->addWidget(new ZORHostSelectionFilterCombo(selection, toolBar));
+    auto* const filter = new ZORHostSelectionFilterCombo(selection, toolBar);
+    QAction* const filterAction = toolBar->addWidget(filter);
+    filterAction->setText(filter->accessibleName());
+    filterAction->setStatusTip(filter->statusTip());
 }
 
 ZORHostViewTools::~ZORHostViewTools() = default;

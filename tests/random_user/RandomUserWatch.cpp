@@ -31,6 +31,7 @@ const Harmless kHarmless[] = {
     {"zor.worker", "", "reports jobs that fail because of their files, or that are canceled"},
     {"zor.nesting", "", "reports files that cannot be written"},
     {"zor.host", "^Plug-in '", "reports plug-ins that cannot be loaded"},
+    {"zor.host", "^Cannot (read|open|write)( file)? '", "reports files that cannot be read or written"},
 };
 
 /// Messages that mean a fault although their category is harmless.
