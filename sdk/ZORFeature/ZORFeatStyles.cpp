@@ -16,10 +16,10 @@
 
 namespace {
 
-// Blue, orange, teal, purple, yellow, sky, brown and rose at alternating lightness: neighbors differ in it as well as
-// in hue.
-constexpr std::array<QRgb, 8> kPalette = {0xff7f9fc4, 0xffd98a3d, 0xff3fa08a, 0xffb592cf,
-                                          0xffc9b84a, 0xff5c86b8, 0xffa8705a, 0xffd16a8a};
+// Blue, rose, purple, teal, violet, green, sky and yellow: of all orders, the one whose neighbors differ most for every
+// kind of sight. None is orange, which is the color of what is selected.
+constexpr std::array<QRgb, 8> kPalette = {0xff7f9fc4, 0xffd16a8a, 0xffb592cf, 0xff3fa08a,
+                                          0xff8a6fc0, 0xff7fb069, 0xff5c86b8, 0xffc9b84a};
 constexpr QRgb kPointColor = 0xffd05a2a;
 constexpr QRgb kCurveColor = 0xff2f7fd0;
 constexpr QRgb kCourseColor = 0xff2f9e6f;
@@ -120,6 +120,8 @@ void ZORFeatStyles::Private::Remove(const ZORGeoGeometry* object)
 void ZORFeatStyles::Private::AssignIndices() const
 {
     const QList<QPointer<const ZORGeoGeometry>> added = std::exchange(m_added, {});
+    if (m_indices.isEmpty())
+        m_nextIndex = 0; // as in a new document
     for (const QPointer<const ZORGeoGeometry>& object : added) {
         if (!Holds(object) || container->GetOwner(object))
             continue;
