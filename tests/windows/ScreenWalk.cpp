@@ -118,14 +118,20 @@ void ScreenWalk::Click(const QPoint& at, int button)
     Type({"mousemove", ToText(at.x()), ToText(at.y()), "click", ToText(button)});
 }
 
-void ScreenWalk::Drag(const QPoint& from, const QPoint& to, int button)
+void ScreenWalk::Pull(const QPoint& from, const QPoint& to, int button)
 {
     QStringList arguments = {"mousemove", ToText(from.x()), ToText(from.y()), "mousedown", ToText(button)};
     for (int step = 1; step <= kDragSteps; ++step) {
         const QPoint at = from + (to - from) * step / kDragSteps;
         arguments += {"mousemove", ToText(at.x()), ToText(at.y())};
     }
-    Type(arguments + QStringList({"mouseup", ToText(button)}));
+    Type(arguments);
+}
+
+void ScreenWalk::Drag(const QPoint& from, const QPoint& to, int button)
+{
+    Pull(from, to, button);
+    Type({"mouseup", ToText(button)});
 }
 
 void ScreenWalk::ClickMenu(const QStringList& texts) const

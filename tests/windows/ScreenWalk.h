@@ -60,6 +60,9 @@ protected:
     static void Press(const QString& key) { Type({"key", key}); }
     static void MoveTo(const QPoint& at);
     static void Click(const QPoint& at, int button = 1);
+    /// Presses a button and moves the pointer in steps; the button stays down.
+    static void Pull(const QPoint& from, const QPoint& to, int button = 1);
+    /// Pulls and lets go.
     static void Drag(const QPoint& from, const QPoint& to, int button = 1);
     /// Opens menus one in the other by their texts, without mnemonics, and clicks the last entry.
     void ClickMenu(const QStringList& texts) const;
