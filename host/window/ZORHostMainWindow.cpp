@@ -25,6 +25,7 @@
 #include "view/ZORHostSelection.h"
 #include "view/ZORHostView3D.h"
 #include "window/ZORHostAboutDialog.h"
+#include "window/ZORHostDockLayout.h"
 #include "window/ZORHostNoticeBar.h"
 #include "window/ZORHostPlacement.h"
 #include "window/ZORHostPreferencesDialog.h"
@@ -167,21 +168,9 @@ void ZORHostMainWindow::CreateDocks(ZORHostLineQueue* log)
     m_browser = new ZORFeatBrowserWidget(browserDock);
     m_browser->setObjectName("_Browser");
     browserDock->setWidget(m_browser);
-    addDockWidget(Qt::LeftDockWidgetArea, browserDock);
     m_logDock = new ZORHostLogDock(log, this);
-    addDockWidget(Qt::BottomDockWidgetArea, m_logDock);
     m_apiDock = new ZORHostApiDock(this);
-    addDockWidget(Qt::BottomDockWidgetArea, m_apiDock);
-    tabifyDockWidget(m_logDock, m_apiDock);
-    m_logDock->raise();
-    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-    m_dockSizes = new ZORHostDockSizes(this);
-    m_dockSizes->SetSizes({{browserDock->objectName(), QSize(260, 260)},
-                           {m_logDock->objectName(), QSize(180, 180)},
-                           {m_apiDock->objectName(), QSize(180, 180)}});
-    resizeDocks({browserDock}, {260}, Qt::Horizontal);
-    resizeDocks({m_logDock}, {180}, Qt::Vertical);
-    m_defaultLayout = saveState(kLayoutVersion);
+    m_dockLayout = new ZORHostDockLayout(this, {browserDock, m_logDock, m_apiDock});
 }
 
 void ZORHostMainWindow::AddDockActions()
@@ -195,7 +184,7 @@ void ZORHostMainWindow::AddDockActions()
                                tr("Shows or hides the calls into the SDK, which can be recorded there"))});
     QAction* reset = AddAction("_ResetLayoutAction", QString(), tr("Reset La&yout"),
                                tr("Puts docks and tool bars where they were at first"));
-    connect(reset, &QAction::triggered, this, [this] { restoreState(m_defaultLayout, kLayoutVersion); });
+    connect(reset, &QAction::triggered, m_dockLayout, &ZORHostDockLayout::Reset);
     m_viewMenu->addAction(reset);
 }
 
@@ -253,7 +242,7 @@ void ZORHostMainWindow::RestoreSettings()
     restoreGeometry(ZORHostSettings::Read("Geometry").toByteArray());
     ZORHostPlacement::KeepOnScreen(this);
     restoreState(ZORHostSettings::Read("Layout").toByteArray(), kLayoutVersion);
-    m_dockSizes->SetSizes(ZORHostSettings::Read("DockSizes").toMap());
+    m_dockLayout->GetSizes()->SetSizes(ZORHostSettings::Read("DockSizes").toMap());
     m_themes->RestoreSettings();
     const bool wireframe = ZORHostSettings::Read("Wireframe").toBool();
     m_view->SetDisplayMode(wireframe ? ZORVisRenderer::Wireframe : ZORVisRenderer::Shaded);
@@ -264,7 +253,7 @@ void ZORHostMainWindow::SaveSettings() const
     ZORHostSettings::Write("Geometry", saveGeometry());
     ZORHostSettings::Write("Layout", saveState(kLayoutVersion));
     ZORHostSettings::Write("Wireframe", m_view->GetDisplayMode() == ZORVisRenderer::Wireframe);
-    ZORHostSettings::Write("DockSizes", m_dockSizes->GetSizes());
+    ZORHostSettings::Write("DockSizes", m_dockLayout->GetSizes()->GetSizes());
     m_themes->SaveSettings();
 }
 

@@ -12,7 +12,7 @@ class QToolBar;
 class ZORFeatBrowserWidget;
 class ZORFeatEnvironment;
 class ZORHostApiDock;
-class ZORHostDockSizes;
+class ZORHostDockLayout;
 class ZORHostDocumentCommands;
 class ZORHostLineQueue;
 class ZORHostLogDock;
@@ -105,6 +105,5 @@ private:
     QMenu* m_viewMenu = nullptr;
     QMenu* m_helpMenu = nullptr;
     ZORHostThemeMenu* m_themes = nullptr;
-    ZORHostDockSizes* m_dockSizes = nullptr;
-    QByteArray m_defaultLayout;
+    ZORHostDockLayout* m_dockLayout = nullptr;
 };

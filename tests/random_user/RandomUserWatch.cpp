@@ -32,6 +32,8 @@ const Harmless kHarmless[] = {
     {"zor.nesting", "", "reports files that cannot be written"},
     {"zor.host", "^Plug-in '", "reports plug-ins that cannot be loaded"},
     {"zor.host", "^Cannot (read|open|write)( file)? '", "reports files that cannot be read or written"},
+    {"zor.host", " was not opened, because the document has changed while the file was being read$",
+     "reports that"},
 };
 
 /// Messages that mean a fault although their category is harmless.

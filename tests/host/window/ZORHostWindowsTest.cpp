@@ -21,6 +21,8 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
+#include <QToolBar>
+#include <QToolButton>
 #include <QTreeView>
 
 namespace {
@@ -256,6 +258,33 @@ TEST_F(ZORHostWindowsTest, ResetLayoutBringsClosedDocksBack)
     Action("_ResetLayoutAction")->trigger();
     for (const char* name : {"_BrowserDock", "_LogDock", "_ApiDock"})
         EXPECT_FALSE(Dock(name)->isHidden()) << name;
+}
+
+TEST_F(ZORHostWindowsTest, ResetLayoutPutsEverythingWhereItWas)
+{
+    auto* const toolBar = window->findChild<QToolBar*>("_ViewToolBar");
+    window->addToolBar(Qt::LeftToolBarArea, toolBar);
+    toolBar->hide();
+    Dock("_BrowserDock")->setFloating(true);
+    window->addDockWidget(Qt::RightDockWidgetArea, Dock("_LogDock"));
+    Action("_ResetLayoutAction")->trigger();
+    EXPECT_EQ(Qt::TopToolBarArea, window->toolBarArea(toolBar));
+    EXPECT_TRUE(toolBar->isVisible());
+    EXPECT_FALSE(Dock("_BrowserDock")->isFloating());
+    EXPECT_EQ(Qt::LeftDockWidgetArea, window->dockWidgetArea(Dock("_BrowserDock")));
+    EXPECT_EQ(Qt::BottomDockWidgetArea, window->dockWidgetArea(Dock("_LogDock")));
+    EXPECT_EQ(QList<QDockWidget*>{Dock("_ApiDock")}, window->tabifiedDockWidgets(Dock("_LogDock")));
+}
+
+TEST_F(ZORHostWindowsTest, ResetLayoutWorksWhileAToolBarShowsAllItsButtons)
+{
+    window->resize(window->minimumSizeHint());
+    auto* const toolBar = window->findChild<QToolBar*>("_ViewToolBar");
+    auto* const more = toolBar->findChild<QToolButton*>("qt_toolbar_ext_button");
+    ASSERT_TRUE(WaitFor([more] { return more->isVisible(); }));
+    more->click();
+    Action("_ResetLayoutAction")->trigger();
+    EXPECT_EQ(Qt::TopToolBarArea, window->toolBarArea(toolBar));
 }
 
 } // namespace
