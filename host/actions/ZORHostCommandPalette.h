@@ -24,7 +24,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    /// Collects the actions anew, as after a plug-in was loaded.
+    /// Collects the actions again, such as after a plug-in was loaded.
     void Reload();
     void Refresh();
     /// Removes the rows whose action has been destroyed, as those of a plug-in are that is unloaded.

@@ -14,7 +14,7 @@
 class ZORCmdTask;
 class ZORHostDocument;
 
-/// Writes a modified document from time to time into a file of its own (ZORHostRescueFile), never into that of the document,
+/// Writes a modified document from time to time into a separate file (ZORHostRescueFile), never into that of the document,
 /// and removes the copy when the document is saved, emptied or closed. Saves that are not due cost nothing; the others write
 /// in a thread.
 ///

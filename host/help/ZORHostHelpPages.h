@@ -32,7 +32,7 @@ namespace ZORHostHelpPages {
 QStringList GetPages();
 /// The first heading.
 QString GetTitle(const QString& page);
-/// The page without pictures, which are no part of the resources; empty where there is none.
+/// Returns the page without pictures, which the resources do not include; empty if there is none.
 QString Read(const QString& page);
 QList<ZORHostHelpHeading> GetHeadings(const QString& page);
 

@@ -22,7 +22,7 @@ public:
     explicit ZORHostHelpWindow(QWidget* parent);
 
     void ShowPlace(const ZORHostHelpPlace& place);
-    /// Shows a text that is no page, such as what is known of a dialog without one.
+    /// Shows a text that does not come from a page, such as what is known of a dialog without one.
     /// \param markdown  begins with its heading
     void ShowText(const QString& markdown);
     /// The text shown, without marks of formats.

@@ -40,7 +40,7 @@ public:
     /// \return false for buttons that do nothing
     bool Press(const QMouseEvent& event);
     /// Decides what the drag is, and moves the camera.
-    /// \return whether there is a drag now that GetDrag() tells, and the mouse has moved
+    /// \return whether GetDrag() names a drag, and the mouse has moved
     bool Move(const QMouseEvent& event, const QSizeF& viewSize);
     /// Ends the drag when its button went up.
     /// \return whether it did

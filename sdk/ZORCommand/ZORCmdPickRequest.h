@@ -54,7 +54,7 @@ public:
     Extent GetExtent() const;
     void SetExtent(Extent extent);
 
-    /// Limits what may be picked beyond the kinds. An empty function is no limit.
+    /// Limits what may be picked beyond the kinds. An empty function sets no limit.
     void SetFilter(const Filter& filter);
     /// Returns whether an answer with this object passes the filter. Views show by it what may be clicked.
     bool Accepts(const ZORGeoGeometry* object) const;

@@ -1,4 +1,4 @@
-// Work that takes long, in a thread of its own.
+// Long work in a separate thread.
 
 #pragma once
 

@@ -266,7 +266,7 @@ void ZORFeatPresentation::Private::Finish(ZORGeoGeometry* object, quint64 versio
                                           const std::shared_ptr<ZORFeatDrawing>& drawing)
 {
     const auto shown = m_shown.find(object);
-    if (shown == m_shown.end() || shown->version != version) // removed or begun anew meanwhile
+    if (shown == m_shown.end() || shown->version != version) // removed or restarted meanwhile
         return;
     shown->drawing = drawing;
     Put(object, *drawing);
