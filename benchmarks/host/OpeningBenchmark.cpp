@@ -36,7 +36,7 @@ class Heart
 public:
     Heart()
     {
-        QObject::connect(&m_timer, &QTimer::timeout, [this] { Beat(); });
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { Beat(); });
         m_timer.start(0);
         m_last.start();
     }

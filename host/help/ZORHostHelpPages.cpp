@@ -68,7 +68,8 @@ QString ZORHostHelpPages::GetTitle(const QString& page)
 QString ZORHostHelpPages::MakeSlug(const QString& heading)
 {
     QString slug;
-    for (const QChar c : heading.trimmed()) {
+    const QString trimmed = heading.trimmed();
+    for (const QChar c : trimmed) {
         if (c.isLetterOrNumber())
             slug += c.toLower();
         else if ((c.isSpace() || c == u'-') && !slug.endsWith(u'-'))

@@ -108,7 +108,7 @@ ZORFeatStyle::PointSymbol ZORFeatStyle::GetPointSymbol() const
 
 void ZORFeatStyle::SetDisplay(Display display)
 {
-    if (display >= 0 && display < ZORVisOptions::displayCount)
+    if (display >= 0 && display < ZORVisOptions::kDisplayCount)
         d->display = display;
 }
 

@@ -56,7 +56,7 @@ public:
         Wireframe = 1, ///< the edges of the triangles only
         WithEdges = 2  ///< shaded, with the edges in a darker color
     };
-    static constexpr int displayCount = 3;
+    static constexpr int kDisplayCount = 3;
     static constexpr int lineStyleCount = 13;
     static constexpr int pointSymbolCount = 11;
 
