@@ -142,11 +142,11 @@ void ZORTestReportView::OnSaveTriggered()
     QString filter = pdf;
     QString path =
         QFileDialog::getSaveFileName(m_edit, tr("Save Report"), tr("report.pdf"),
-                                     pdf + QStringLiteral(";;") + tr("HTML files (*.html)"), &filter);
+                                     pdf + QLatin1String(";;") + tr("HTML files (*.html)"), &filter);
     if (path.isEmpty())
         return;
     if (QFileInfo(path).suffix().isEmpty())
-        path += filter == pdf ? QStringLiteral(".pdf") : QStringLiteral(".html");
+        path += filter == pdf ? QLatin1String(".pdf") : QLatin1String(".html");
     const bool isHtml = path.endsWith(QLatin1String(".html"), Qt::CaseInsensitive)
                         || path.endsWith(QLatin1String(".htm"), Qt::CaseInsensitive);
     const QByteArray contents = isHtml ? m_html.toUtf8() : MakePdf(*m_edit->document());

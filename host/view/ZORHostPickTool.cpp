@@ -115,9 +115,10 @@ void ZORHostPickTool::PlacePrompt()
     m_prompt->move((m_view->width() - width) / 2, kPromptMargin);
 }
 
+// Of the view, which may be in its destructor and then sends other events.
 bool ZORHostPickTool::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_view && event->type() == QEvent::Resize && m_request && m_prompt)
+    if (event->type() == QEvent::Resize && m_request && m_prompt)
         PlacePrompt();
     return QObject::eventFilter(watched, event);
 }

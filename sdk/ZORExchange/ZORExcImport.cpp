@@ -42,7 +42,7 @@ class Collector
 {
 public:
     explicit Collector(ZORFeatContainer& container)
-        : m_connection(QObject::connect(&container, &ZORGeoContainer::GeometryAdded,
+        : m_connection(QObject::connect(&container, &ZORGeoContainer::GeometryAdded, &container,
                                         [this](ZORGeoGeometry* geometry) { m_added.append(geometry); }))
     {
     }

@@ -12,6 +12,7 @@
 #include <ZORSystem/ZORSysFileException.h>
 #include <ZORSystem/ZORSysMemory.h>
 
+#include <QIODevice>
 #include <QMutex>
 #include <QPointer>
 #include <QStringList>

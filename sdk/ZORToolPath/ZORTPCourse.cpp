@@ -21,8 +21,8 @@ ZOR_GEO_REGISTER_TYPE(ZORTPCourse)
 
 namespace {
 
-const ZORFeatSketcherRegistration courseSketcher({&ZORTPCourse::staticMetaObject, ZORFeatKind::Course,
-                                                  nullptr});
+const ZORFeatSketcherRegistration kCourseSketcher({&ZORTPCourse::staticMetaObject, ZORFeatKind::Course,
+                                                   nullptr});
 
 bool IsWidth(double width)
 {

@@ -52,12 +52,12 @@ QList<ZORMathSetOfPoints> YarnsOf(const QList<Node>& nodes)
 }
 
 const ZORFeatSketcherRegistration
-    layerSketcher({&ZORCompDrapingLayer::staticMetaObject, ZORFeatKind::Layer,
-                   [](const ZORGeoGeometry& object, ZORFeatSketch& sketch) {
-                       const QList<Node> nodes =
-                           static_cast<const ZORCompDrapingLayer&>(object).GetNet().GetNodes();
-                       sketch.numLinePoints = 2 * nodes.size();
-                       sketch.makeLines = [nodes] { return YarnsOf(nodes); };
-                   }});
+    kLayerSketcher({&ZORCompDrapingLayer::staticMetaObject, ZORFeatKind::Layer,
+                    [](const ZORGeoGeometry& object, ZORFeatSketch& sketch) {
+                        const QList<Node> nodes =
+                            static_cast<const ZORCompDrapingLayer&>(object).GetNet().GetNodes();
+                        sketch.numLinePoints = 2 * nodes.size();
+                        sketch.makeLines = [nodes] { return YarnsOf(nodes); };
+                    }});
 
 } // namespace

@@ -58,7 +58,7 @@ bool ZORVisBand::Touches(const ZORVisDrawObject& object) const
         return false;
     return std::any_of(object.items.begin(), object.items.end(), [this](const auto& item) {
         return std::any_of(item->primitives.begin(), item->primitives.end(),
-                           [this](const auto& p) { return IsPicked(*p) && Touches(*p); });
+                           [this](const auto& p) { return IsPicked(*p) && this->Touches(*p); });
     });
 }
 
