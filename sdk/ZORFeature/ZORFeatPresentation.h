@@ -17,7 +17,7 @@ class ZORVisScene;
 /// What is drawn.  Points, curves and surfaces, and features by what they have made for themselves; a layer by its
 ///                 surface and its yarns. What belongs to a feature is not drawn by itself, and a body or a feature
 ///                 around existing geometry is seen by that geometry (GetDrawn()). A geometry is not drawn while an
-///                 object of the environment stands for it: it would be there twice.
+///                 object of the environment stands for it, since it would be drawn twice.
 /// Traces.         The drawings are drawings of the scene (ZORVisScene::SetDrawing()): they add no objects to the
 ///                 environment, hold no references to geometry, and leave no lines in the trace of calls.
 /// Time.           Changes are drawn from the event loop in slices of some milliseconds, in the order in which they
@@ -32,7 +32,7 @@ public:
     /// \param environment  not owned; may die first, the scene then shows nothing of it
     /// \param scene        not owned; may die first
     ZORFeatPresentation(ZORFeatEnvironment* environment, ZORVisScene* scene, QObject* parent = nullptr);
-    /// Takes the drawings out of the scene. Waits for threads that compute large ones, a second at most as a rule.
+    /// Takes the drawings out of the scene. Waits for threads that compute large ones, usually for less than a second.
     ~ZORFeatPresentation() override;
 
     /// Whether the scene shows all changes so far.

@@ -21,7 +21,7 @@ class ZORGeoGeometry;
 /// (ContentChanged()), and a style goes with its object.
 ///
 /// Surfaces and layers usually have the colors of a palette in the order of their creation. People who see few colors
-/// can tell its neighbors apart, too, and all of its colors stand out from light and dark backgrounds.
+/// can also tell its neighbors apart, and all of its colors stand out from light and dark backgrounds.
 ///
 /// Thread safety: thread of the container; objects may be shared read-only.
 class ZORFEATURE_EXPORT ZORFeatStyles : public QObject

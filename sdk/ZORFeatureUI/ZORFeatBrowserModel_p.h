@@ -34,7 +34,7 @@ public:
     explicit ZORFeatBrowserModel(QObject* parent);
     ~ZORFeatBrowserModel() override;
 
-    /// To be called while there is no container.
+    /// \pre the model has no container
     void SetOptions(ZORFeatBrowserWidget::Options options);
     /// \param container  not taken over; null empties the model
     void SetContainer(ZORFeatContainer* container);

@@ -77,7 +77,7 @@ void ZORGeoGeometry::RemoveReference(const QObject* user) const
     if (const auto count = d->users.find(user); count != d->users.end() && --count->second == 0)
         d->users.erase(count);
     if (d->references == 0)
-        d->users.clear(); // of users that have given back references of others
+        d->users.clear(); // users that have returned references of others
     ZORGeoDebugOptions::RecordReferenceChange();
 }
 

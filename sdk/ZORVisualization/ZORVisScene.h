@@ -18,7 +18,7 @@ class ZORVisScenePrivate;
 /// Follows an environment and keeps ready what is needed to draw it. One scene serves any number of
 /// renderers.
 ///
-/// Drawings.   A scene may show more than its environment: drawings, one for each owner. They are no objects of the
+/// Drawings.   A scene may show more than its environment: drawings, one for each owner. They do not belong to the
 ///             environment, which does not change with them, and hold no reference to their owners.
 /// Highlights. Drawings and objects of an owner can be highlighted. They keep their shading, and get the color of the
 ///             highlight mixed into their own; lines and points get it whole.

@@ -249,7 +249,7 @@ TEST_F(ZORHostSelectToolTest, ASelectionFromElsewhereIsHighlighted)
     EXPECT_EQ(Highlight::Selected, view.GetScene()->GetHighlight(line));
     selection.Remove({box});
     EXPECT_EQ(Highlight::None, view.GetScene()->GetHighlight(box));
-    view.SetEnvironment(GetEnvironment()); // a scene of its own
+    view.SetEnvironment(GetEnvironment()); // gives the view a new scene
     EXPECT_EQ(Highlight::Selected, view.GetScene()->GetHighlight(line));
 }
 
